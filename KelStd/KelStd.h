@@ -1,0 +1,25 @@
+#pragma once
+
+/// Every public header of KelStd.
+
+#include <KelStd/coord/Coord.h>
+#include <KelStd/coord/Ellipsoid.h>
+#include <KelStd/coord/Enumerations.h>
+#include <KelStd/coord/Location.h>
+#include <KelStd/coord/Param.h>
+#include <KelStd/coord/Pos.h>
+#include <KelStd/coord/Projection.h>
+#include <KelStd/coord/stElevationFitting.h>
+#include <KelStd/coord/stEllipsoinTransform.h>
+#include <KelStd/coord/stGeoidModel.h>
+#include <KelStd/coord/stPlaneTransform.h>
+#include <KelStd/coord/uPos.h>
+#include <KelStd/io/Coord_IO.h>
+#include <KelStd/library/StandardLibrary.h>
+#include <KelStd/library/stShowConfig.h>
+#include <KelStd/platform/AppConfig.h>
+#include <KelStd/platform/LogLibrary.h>
+#include <KelStd/platform/ResourceQuery.h>
+#include <KelStd/platform/Toolkits.h>
+#include <KelStd/proj/ProjLib.h>
+#include <KelStd/text/CoordStringHelper.h>

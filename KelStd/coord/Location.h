@@ -1,0 +1,47 @@
+#pragma once
+
+#include <KelStd/Export.h>
+#include <KelStd/coord/Pos.h>
+
+namespace KelStd {
+
+/// One measured point in four frames at once.
+///
+/// The `MakeLocation_by...` operations of `Coord` fill it; a fresh or cleared one is twelve zeros.
+class KELSTD_EXPORT Location
+{
+public:
+    Location();
+
+    void clear();
+
+    double get_WGS84_LLH_Long() const;   ///< [deg]
+    double get_WGS84_LLH_Lat() const;    ///< [deg]
+    double get_WGS84_LLH_Height() const; ///< [m], ellipsoidal
+
+    double get_WGS84_XYZ_X() const; ///< [m]
+    double get_WGS84_XYZ_Y() const; ///< [m]
+    double get_WGS84_XYZ_Z() const; ///< [m]
+
+    double get_Local_LLH_Long() const;   ///< [deg]
+    double get_Local_LLH_Lat() const;    ///< [deg]
+    double get_Local_LLH_Height() const; ///< [m], above the local ellipsoid
+
+    double get_NEH_E() const; ///< [m]
+    double get_NEH_N() const; ///< [m]
+    double get_NEH_H() const; ///< [m]
+
+    /// Exact equality of the twelve components.
+    bool operator==(const Location &other) const;
+    bool operator!=(const Location &other) const;
+
+    /// True when each of the twelve components differs by at most 0.0001.
+    bool equals(const Location &other) const;
+
+    Pos wgs84LLH; ///< WGS84 longitude, latitude [deg], ellipsoidal height [m]
+    Pos wgs84XYZ; ///< WGS84 earth-centred cartesian [m]
+    Pos localLLH; ///< longitude, latitude [deg], height [m] on the local ellipsoid
+    Pos localNEH; ///< projected east, north, height [m], in this order
+};
+
+} // namespace KelStd

@@ -1,0 +1,144 @@
+#include <KelStd/coord/Coord.h>
+
+#include <KelStd/proj/FixedBuffer.h>
+#include <KelStd/proj/ProjLib.h>
+
+namespace KelStd {
+
+namespace {
+
+/// The conversions of one coordinate system: its four definitions, written once a call, and the
+/// stages between them.
+///
+/// Geographic and projected frames always meet through the cartesian one. Going from WGS84
+/// geographic to local geographic directly is not the same: the local definition is two-dimensional
+/// to PROJ, and the height would pass unshifted.
+class ConversionChain
+{
+public:
+    ConversionChain(const Coord *coord, QString *error) : m_error(error)
+    {
+        char geographic[proj::chainDefinitionSize] = {};
+        char cartesian[proj::chainDefinitionSize] = {};
+        char localGeographic[proj::chainDefinitionSize] = {};
+        char localProjected[proj::chainDefinitionSize] = {};
+        Coord::__MakeCoordStrings(nullptr, coord, geographic, cartesian, localGeographic,
+                                  localProjected);
+        m_geographic = QString::fromUtf8(geographic);
+        m_cartesian = QString::fromUtf8(cartesian);
+        m_localGeographic = QString::fromUtf8(localGeographic);
+        m_localProjected = QString::fromUtf8(localProjected);
+    }
+
+    bool geographicToCartesian(const Pos &from, Pos &to) const
+    {
+        return convert(m_geographic, m_cartesian, ProjLib::WGS84LatLongH_to_WGS84XYZ, from, to);
+    }
+
+    bool cartesianToGeographic(const Pos &from, Pos &to) const
+    {
+        return convert(m_cartesian, m_geographic, ProjLib::WGS84XYZ_to_WGS84LatLongH, from, to);
+    }
+
+    bool cartesianToLocal(const Pos &from, Pos &to) const
+    {
+        return convert(m_cartesian, m_localGeographic, ProjLib::WGS84XYZ_to_LocalLatLongH, from,
+                       to);
+    }
+
+    bool localToCartesian(const Pos &from, Pos &to) const
+    {
+        return convert(m_localGeographic, m_cartesian, ProjLib::LocalLatLongH_to_WGS84XYZ, from,
+                       to);
+    }
+
+    bool localToProjected(const Pos &from, Pos &to) const
+    {
+        return convert(m_localGeographic, m_localProjected, ProjLib::LocalLatLongH_to_LocalNEH,
+                       from, to);
+    }
+
+    bool projectedToLocal(const Pos &from, Pos &to) const
+    {
+        return convert(m_localProjected, m_localGeographic, ProjLib::LocalNEH_to_LocalLatLongH,
+                       from, to);
+    }
+
+private:
+    bool convert(const QString &source, const QString &target, ProjLib::EConvertType type,
+                 const Pos &from, Pos &to) const
+    {
+        to = from;
+        return ProjLib::ConvertPosList(source, target, to, type, m_error);
+    }
+
+    QString m_geographic;
+    QString m_cartesian;
+    QString m_localGeographic;
+    QString m_localProjected;
+    QString *m_error;
+};
+
+} // namespace
+
+bool Coord::MakeLocation_byWGS84XYZ(const Pos &pos, Location &location,
+                                    const Coord * /*ignoredCoord*/, const Coord *coord,
+                                    QString *error)
+{
+    const ConversionChain chain(coord, error);
+    Location result;
+    result.wgs84XYZ = pos;
+    if (!chain.cartesianToGeographic(pos, result.wgs84LLH)
+        || !chain.cartesianToLocal(pos, result.localLLH)
+        || !chain.localToProjected(result.localLLH, result.localNEH))
+        return false;
+    location = result;
+    return true;
+}
+
+bool Coord::MakeLocation_byWGS84LatLongH(const Pos &pos, Location &location,
+                                         const Coord * /*ignoredCoord*/, const Coord *coord,
+                                         QString *error)
+{
+    const ConversionChain chain(coord, error);
+    Location result;
+    result.wgs84LLH = pos;
+    if (!chain.geographicToCartesian(pos, result.wgs84XYZ)
+        || !chain.cartesianToLocal(result.wgs84XYZ, result.localLLH)
+        || !chain.localToProjected(result.localLLH, result.localNEH))
+        return false;
+    location = result;
+    return true;
+}
+
+bool Coord::MakeLocation_byLocalLatLongH(const Pos &pos, Location &location,
+                                         const Coord * /*ignoredCoord*/, const Coord *coord,
+                                         QString *error)
+{
+    const ConversionChain chain(coord, error);
+    Location result;
+    result.localLLH = pos;
+    if (!chain.localToCartesian(pos, result.wgs84XYZ)
+        || !chain.cartesianToGeographic(result.wgs84XYZ, result.wgs84LLH)
+        || !chain.localToProjected(pos, result.localNEH))
+        return false;
+    location = result;
+    return true;
+}
+
+bool Coord::MakeLocation_byLocalNEH(const Pos &pos, Location &location,
+                                    const Coord * /*ignoredCoord*/, const Coord *coord,
+                                    QString *error)
+{
+    const ConversionChain chain(coord, error);
+    Location result;
+    result.localNEH = pos;
+    if (!chain.projectedToLocal(pos, result.localLLH)
+        || !chain.localToCartesian(result.localLLH, result.wgs84XYZ)
+        || !chain.cartesianToGeographic(result.wgs84XYZ, result.wgs84LLH))
+        return false;
+    location = result;
+    return true;
+}
+
+} // namespace KelStd

@@ -1,0 +1,160 @@
+#include <KelStd/coord/Pos.h>
+
+#include <cmath>
+#include <cstddef>
+
+namespace KelStd {
+
+namespace {
+
+/// Largest difference of two components that `equals` still takes for none.
+constexpr double tolerance = 0.0001;
+
+constexpr bool sameLayout(std::size_t a, std::size_t b, std::size_t c)
+{
+    return a == b && b == c;
+}
+
+static_assert(sizeof(uPos) == 3 * sizeof(double));
+static_assert(sameLayout(offsetof(stXYZ, x), offsetof(stLongLatH, longitude), offsetof(stENU, e)));
+static_assert(sameLayout(offsetof(stXYZ, y), offsetof(stLongLatH, latitude), offsetof(stENU, n)));
+static_assert(sameLayout(offsetof(stXYZ, z), offsetof(stLongLatH, height), offsetof(stENU, u)));
+
+} // namespace
+
+Pos::Pos() : m_pos{{0.0, 0.0, 0.0}} {}
+
+void Pos::clear()
+{
+    setXYZ(0.0, 0.0, 0.0);
+}
+
+void Pos::setXYZ(double x, double y, double z)
+{
+    m_pos.xyz = {x, y, z};
+}
+
+void Pos::setLongLatH(double longitude, double latitude, double height)
+{
+    m_pos.llh = {longitude, latitude, height};
+}
+
+void Pos::setENU(double e, double n, double u)
+{
+    m_pos.enu = {e, n, u};
+}
+
+void Pos::setXYZ_X(double x)
+{
+    m_pos.xyz.x = x;
+}
+
+void Pos::setLLH_Longitude(double longitude)
+{
+    m_pos.llh.longitude = longitude;
+}
+
+void Pos::setENU_E(double e)
+{
+    m_pos.enu.e = e;
+}
+
+void Pos::setXYZ_Y(double y)
+{
+    m_pos.xyz.y = y;
+}
+
+void Pos::setLLH_Latitude(double latitude)
+{
+    m_pos.llh.latitude = latitude;
+}
+
+void Pos::setENU_N(double n)
+{
+    m_pos.enu.n = n;
+}
+
+void Pos::setXYZ_Z(double z)
+{
+    m_pos.xyz.z = z;
+}
+
+void Pos::setLLH_H(double height)
+{
+    m_pos.llh.height = height;
+}
+
+void Pos::setENU_U(double u)
+{
+    m_pos.enu.u = u;
+}
+
+const stXYZ &Pos::getXYZ() const
+{
+    return m_pos.xyz;
+}
+
+const stLongLatH &Pos::getLongLatH() const
+{
+    return m_pos.llh;
+}
+
+const stENU &Pos::getENU() const
+{
+    return m_pos.enu;
+}
+
+const uPos &Pos::getUPos() const
+{
+    return m_pos;
+}
+
+Pos Pos::fromXYZ(double x, double y, double z)
+{
+    Pos pos;
+    pos.setXYZ(x, y, z);
+    return pos;
+}
+
+Pos Pos::fromLongLatH(double longitude, double latitude, double height)
+{
+    Pos pos;
+    pos.setLongLatH(longitude, latitude, height);
+    return pos;
+}
+
+Pos Pos::fromENU(double e, double n, double u)
+{
+    Pos pos;
+    pos.setENU(e, n, u);
+    return pos;
+}
+
+bool Pos::operator==(const Pos &other) const
+{
+    const stXYZ &a = getXYZ();
+    const stXYZ &b = other.getXYZ();
+    return a.x == b.x && a.y == b.y && a.z == b.z;
+}
+
+bool Pos::operator!=(const Pos &other) const
+{
+    return !(*this == other);
+}
+
+bool Pos::equals(const Pos &other) const
+{
+    const stXYZ &a = getXYZ();
+    const stXYZ &b = other.getXYZ();
+    return std::abs(a.x - b.x) <= tolerance && std::abs(a.y - b.y) <= tolerance
+           && std::abs(a.z - b.z) <= tolerance;
+}
+
+Pos Pos::operator-(const Pos &other) const
+{
+    const stXYZ &a = getXYZ();
+    const stXYZ &b = other.getXYZ();
+    return fromXYZ(a.x - b.x, a.y - b.y, a.z - b.z);
+}
+
+} // namespace KelStd

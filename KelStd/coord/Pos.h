@@ -1,0 +1,63 @@
+#pragma once
+
+#include <KelStd/Export.h>
+#include <KelStd/coord/uPos.h>
+
+namespace KelStd {
+
+/// One point of three doubles: cartesian X/Y/Z, longitude/latitude/height or east/north/up.
+///
+/// Nothing marks which reading applies: the caller knows. The setters of the three readings are
+/// one operation under three names, and so are the getters. Units are the caller's; conversions
+/// take longitude and latitude in decimal degrees and everything else in metres.
+///
+///     Pos::fromXYZ(1, 2, 3).getLongLatH().latitude == 2
+class KELSTD_EXPORT Pos
+{
+public:
+    /// Three zeros.
+    Pos();
+
+    void clear();
+
+    void setXYZ(double x, double y, double z);
+    void setLongLatH(double longitude, double latitude, double height);
+    void setENU(double e, double n, double u);
+
+    void setXYZ_X(double x);
+    void setLLH_Longitude(double longitude);
+    void setENU_E(double e);
+
+    void setXYZ_Y(double y);
+    void setLLH_Latitude(double latitude);
+    void setENU_N(double n);
+
+    void setXYZ_Z(double z);
+    void setLLH_H(double height);
+    void setENU_U(double u);
+
+    const stXYZ &getXYZ() const;
+    const stLongLatH &getLongLatH() const;
+    const stENU &getENU() const;
+    const uPos &getUPos() const;
+
+    static Pos fromXYZ(double x, double y, double z);
+    static Pos fromLongLatH(double longitude, double latitude, double height);
+    static Pos fromENU(double e, double n, double u);
+
+    /// Exact (IEEE) equality of the three components: a position that holds a NaN does not equal
+    /// anything, itself included.
+    bool operator==(const Pos &other) const;
+    bool operator!=(const Pos &other) const;
+
+    /// True when each component differs by at most 0.0001, metres and degrees alike.
+    bool equals(const Pos &other) const;
+
+    /// Component by component.
+    Pos operator-(const Pos &other) const;
+
+private:
+    uPos m_pos;
+};
+
+} // namespace KelStd

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <KelStd/Export.h>
+#include <KelStd/coord/Enumerations.h>
+#include <KelStd/coord/Param.h>
+
+#include <QtCore/QMap>
+#include <QtCore/QString>
+
+namespace KelStd {
+
+/// A map projection: a PROJ projection name and named parameters.
+///
+/// `param` holds the values under keys of the author's choice; `paramProj4` says which PROJ
+/// parameter carries a key's value. Only parameters that have a PROJ name reach a definition.
+class KELSTD_EXPORT Projection
+{
+public:
+    /// No names, no parameters, plane coordinates in metres.
+    Projection();
+
+    /// Empties names and parameters; `locationType` and `loc_or_height_unit` survive on purpose.
+    void clear();
+
+    /// Equality of all that enters a computation; `projection_name` is not compared.
+    bool operator==(const Projection &other) const;
+    bool operator!=(const Projection &other) const;
+
+    /// True when both name the same PROJ projection and give each PROJ parameter the same value,
+    /// whatever their parameter keys are called. PROJ names compare trimmed and without regard to
+    /// case, and "k" and "k_0" are one name. Parameters without a PROJ name do not take part.
+    bool isSameLogic(const Projection &other) const;
+
+    /// Metre for plane coordinates, degree for geographic ones, none for any other
+    /// `locationType`. `northUnit` is the same operation.
+    EUnit eastUnit() const;
+    EUnit northUnit() const;
+
+    /// `loc_or_height_unit`, or none for a `locationType` that is neither plane nor geographic.
+    EUnit heightUnit() const;
+
+    QString projection_name;
+    QString proj4Projection; ///< PROJ's name, for example "tmerc"
+    QMap<QString, Param> param;
+    QMap<QString, QString> paramProj4; ///< parameter key to PROJ parameter name
+    ELocationType locationType;
+    EUnit loc_or_height_unit; ///< unit of the plane coordinates or of the heights
+};
+
+} // namespace KelStd

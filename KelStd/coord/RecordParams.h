@@ -1,0 +1,41 @@
+#pragma once
+
+#include <KelStd/coord/Param.h>
+
+#include <algorithm>
+#include <iterator>
+
+namespace KelStd {
+
+/// One `Param` member of a transformation record and the type and unit that `clear` gives it.
+template <typename Record>
+struct RecordParam
+{
+    Param Record::*member;
+    EValueType valType;
+    EUnit unit;
+};
+
+/// Gives every member its default. What a member's dictionary holds survives.
+template <typename Record, std::size_t count>
+void resetParams(Record &record, const RecordParam<Record> (&rows)[count])
+{
+    for (const auto &row : rows) {
+        Param &param = record.*row.member;
+        param.valType = row.valType;
+        param.unit = row.unit;
+        param.value = 0.0;
+        param.isDictionary = false;
+    }
+}
+
+/// Equality of the first `used` members of two records.
+template <typename Record, std::size_t count>
+bool sameParams(const Record &a, const Record &b, const RecordParam<Record> (&rows)[count],
+                std::size_t used = count)
+{
+    return std::all_of(std::begin(rows), std::begin(rows) + used,
+                       [&](const auto &row) { return a.*row.member == b.*row.member; });
+}
+
+} // namespace KelStd

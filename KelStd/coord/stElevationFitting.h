@@ -1,0 +1,40 @@
+#pragma once
+
+#include <KelStd/Export.h>
+#include <KelStd/coord/Enumerations.h>
+#include <KelStd/coord/Param.h>
+
+namespace KelStd {
+
+/// A height fitting: a constant (`a`), a plane (`a`, `b`, `c`) or a curved surface (`a` to `f`
+/// about an origin).
+///
+/// Kept, compared and stored for the application; the location operations of `Coord` do not
+/// apply it.
+class KELSTD_EXPORT stElevationFitting
+{
+public:
+    stElevationFitting();
+
+    /// Function code to 0, every `Param` to its default type, unit and value. The dictionary
+    /// members of the `Param`s survive on purpose.
+    void clear();
+
+    bool operator==(const stElevationFitting &other) const;
+    bool operator!=(const stElevationFitting &other) const;
+
+    /// Equality of what the selected function uses; an unlisted function code is never the same.
+    bool isSameLogic(const stElevationFitting &other) const;
+
+    EElevationFittingFunction function;
+    Param a;
+    Param b;
+    Param c;
+    Param d;
+    Param e;
+    Param f;
+    Param north_zero_x0; ///< northing of the fitting's origin
+    Param east_zero_y0;  ///< easting of the fitting's origin
+};
+
+} // namespace KelStd

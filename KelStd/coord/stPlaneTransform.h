@@ -1,0 +1,35 @@
+#pragma once
+
+#include <KelStd/Export.h>
+#include <KelStd/coord/Enumerations.h>
+#include <KelStd/coord/Param.h>
+
+namespace KelStd {
+
+/// A planar four-parameter similarity transformation of projected coordinates.
+///
+/// Kept, compared and stored for the application; the location operations of `Coord` do not
+/// apply it.
+class KELSTD_EXPORT stPlaneTransform
+{
+public:
+    stPlaneTransform();
+
+    /// Function code to 0, every `Param` to its default type, unit and value. The dictionary
+    /// members of the `Param`s survive on purpose.
+    void clear();
+
+    bool operator==(const stPlaneTransform &other) const;
+    bool operator!=(const stPlaneTransform &other) const;
+
+    /// Equality of what the selected function uses; an unlisted function code is never the same.
+    bool isSameLogic(const stPlaneTransform &other) const;
+
+    EPlaneTransformFunction fuction;
+    Param north_translate;
+    Param east_translate;
+    Param rotate_angle; ///< arc seconds by default
+    Param ratio;        ///< scale
+};
+
+} // namespace KelStd

@@ -1,0 +1,77 @@
+#pragma once
+
+#include <KelStd/Export.h>
+#include <KelStd/coord/Coord.h>
+
+#include <QtCore/QString>
+
+namespace KelStd {
+
+/// Coordinate systems as XML documents.
+///
+/// The element and attribute names below are the file format; several keep historical spellings
+/// ("Ellpsoid", "fuction") that must not be mended.
+class KELSTD_EXPORT Coord_IO
+{
+public:
+    Coord_IO() = delete;
+
+    /// Writes `coord` as a document, replacing the file whole or not at all.
+    ///
+    /// Returns true when every byte reached the file. Otherwise the old file is as it was and
+    /// `errorMessage` (when given) has the file's error text. A parameter of kind `ValueType_Time`
+    /// raises "No Time Value In Make Coordinate" by pointer (a `std::exception *` that the catcher
+    /// deletes), which leaves the old file, too.
+    ///
+    /// Two losses are part of the format: string-valued parameters are written without their text,
+    /// and parameter values with 15 significant digits.
+    static bool xml_write(const Coord &coord, const QString &fileName,
+                          QString *errorMessage = nullptr);
+
+    /// Reads a document into `coord`; what the document does not mention keeps its value.
+    ///
+    /// Returns true when a complete system was read. On failure `coord` may be partly updated.
+    /// `errorMessage` (when given) is written when the file cannot be opened and when a required
+    /// element is missing; a document that is no XML, is nested deeper than 256 elements, or
+    /// carries another version fails without a message.
+    static bool xml_read(const QString &fileName, Coord &coord, QString *errorMessage = nullptr);
+
+    // --- Element names -------------------------------------------------------------------------
+    static const QString xml_segName_root;               ///< "Coord"
+    static const QString xml_segName_ellipsoid;          ///< "Ellpsoid"
+    static const QString xml_segName_projection;         ///< "Projection"
+    static const QString xml_segName_ellipsoidTransform; ///< "Ellipsoid_Transform"
+    static const QString xml_segName_planeTransform;     ///< "Plane_Transform"
+    static const QString xml_segName_elevationFitting;   ///< "Elevation_Fitting"
+    static const QString xml_segName_geoidModel;         ///< "Geoid_Model"
+    static const QString xml_segName_param;              ///< "param"
+    static const QString xml_segName_paramProj4;         ///< "paramProj4"
+    static const QString xml_segName_dictionaryKey;      ///< "key"
+
+    // --- Attribute names -----------------------------------------------------------------------
+    static const QString xml_attrName_ver;                     ///< "ver"
+    static const QString xml_attrName_rootName;                ///< "coord_name"
+    static const QString xml_attrName_ellipsoidName;           ///< "ellipsoid_name"
+    static const QString xml_attrName_biggerHalfAxle;          ///< "biggerHalfAxle"
+    static const QString xml_attrName_reciprocal;              ///< "reciprocal"
+    static const QString xml_attrName_positiveDir;             ///< "positiveDir"
+    static const QString xml_attrName_proj4EllpsName;          ///< "proj4EllpsName"
+    static const QString xml_attrName_projectionName;          ///< "projection_name"
+    static const QString xml_attrName_proj4Projection;         ///< "proj4Projection"
+    static const QString xml_attrName_locationType;            ///< "locationType"
+    static const QString xml_attrName_locOrHeightUnit;         ///< "loc_or_height_unit"
+    static const QString xml_attrName_fuction;                 ///< "fuction"
+    static const QString xml_attrName_nofuctionTranstion;      ///< "nofuction_transtion"
+    static const QString xml_attrName_function;                ///< "function"
+    static const QString xml_attrName_modelFileName;           ///< "modelFileName"
+    static const QString xml_attrName_name;                    ///< "name"
+    static const QString xml_attrName_proj4Param;              ///< "proj4Param"
+    static const QString xml_attrName_unit;                    ///< "unit"
+    static const QString xml_attrName_valType;                 ///< "valType"
+    static const QString xml_attrName_isDictionary;            ///< "isDictionary"
+    static const QString xml_attrName_dictionarySelKey;        ///< "dictionarySelKey"
+    static const QString xml_attrName_dictionaryBindParamName; ///< "dictionaryBindParamName"
+    static const QString xml_attrName_keyName;                 ///< "key_name"
+};
+
+} // namespace KelStd

@@ -1,0 +1,114 @@
+#include <KelStd/platform/AppConfig.h>
+#include <KelStd/platform/LogLibrary.h>
+#include <KelStd/platform/ResourceQuery.h>
+#include <KelStd/platform/default/LibraryLocation.h>
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QFileInfo>
+#include <QtCore/QStandardPaths>
+
+#include <optional>
+
+namespace {
+
+struct Places
+{
+    std::optional<QDir> home;
+    std::optional<QDir> bin;
+};
+
+Places &places()
+{
+    static Places instance;
+    return instance;
+}
+
+std::optional<QDir> fromEnvironment(const char *variable)
+{
+    const QString path = qEnvironmentVariable(variable);
+    if (path.isEmpty())
+        return std::nullopt;
+    return QDir(path);
+}
+
+QDir userDataDir()
+{
+    const QString path = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
+    // Nobody chose this place, so nobody else will create it.
+    QDir().mkpath(path);
+    return QDir(path);
+}
+
+bool holdsProjArchive(const QDir &dir)
+{
+    return dir.exists(QStringLiteral("proj/proj.zip"));
+}
+
+QDir deliveredBinDir()
+{
+    // Without an application object Qt does not know (and says so on standard error) where the
+    // program lies.
+    const QString program = QCoreApplication::instance() != nullptr
+                                ? QCoreApplication::applicationDirPath()
+                                : QString();
+    if (!program.isEmpty() && holdsProjArchive(QDir(program)))
+        return QDir(program);
+
+    const QString library = QFileInfo(kelstd_platform::ownLibraryPath()).absolutePath();
+    // The library lies in lib/, or in lib/<architecture>/, beside bin/.
+    QDir prefix(library);
+    for (int level = 0; level < 2 && prefix.cdUp(); ++level) {
+        const QDir bin(prefix.absoluteFilePath(QStringLiteral("bin")));
+        if (holdsProjArchive(bin))
+            return bin;
+    }
+    return QDir(program.isEmpty() ? library : program);
+}
+
+} // namespace
+
+AppConfig &AppConfig::getInstance()
+{
+    static AppConfig instance;
+    return instance;
+}
+
+QDir AppConfig::homeDir() const
+{
+    if (places().home)
+        return *places().home;
+    if (const auto chosen = fromEnvironment("KELSTD_HOME_DIR"))
+        return *chosen;
+    return userDataDir();
+}
+
+QDir AppConfig::binDir() const
+{
+    if (places().bin)
+        return *places().bin;
+    if (const auto chosen = fromEnvironment("KELSTD_BIN_DIR"))
+        return *chosen;
+    return deliveredBinDir();
+}
+
+LogLibrary *AppConfig::module_logLib() const
+{
+    static LogLibrary instance;
+    return &instance;
+}
+
+ResourceQuery *AppConfig::module_resourceQuery() const
+{
+    static ResourceQuery instance;
+    return &instance;
+}
+
+void AppConfig::setHomeDir(const QDir &dir)
+{
+    places().home = dir;
+}
+
+void AppConfig::setBinDir(const QDir &dir)
+{
+    places().bin = dir;
+}

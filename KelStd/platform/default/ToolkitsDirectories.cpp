@@ -1,0 +1,81 @@
+#include <KelStd/platform/Toolkits.h>
+
+#include <QtCore/QDir>
+#include <QtCore/QFile>
+#include <QtCore/QFileInfo>
+#include <QtCore/QSaveFile>
+
+namespace {
+
+constexpr QDir::Filters everything = QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden
+                                     | QDir::System;
+
+/// Copies one file so that `target` is replaced whole or not at all.
+bool copyFile(const QString &source, const QString &target)
+{
+    constexpr qint64 pieceSize = 1 << 20;
+
+    QFile in(source);
+    if (!in.open(QIODevice::ReadOnly))
+        return false;
+    QSaveFile out(target);
+    if (!out.open(QIODevice::WriteOnly))
+        return false;
+    while (!in.atEnd()) {
+        const QByteArray piece = in.read(pieceSize);
+        if (piece.isEmpty() || out.write(piece) != piece.size())
+            return false;
+    }
+    return in.error() == QFileDevice::NoError && out.commit();
+}
+
+bool removeEntry(const QFileInfo &entry)
+{
+    if (entry.isDir() && !entry.isSymLink())
+        return QDir(entry.filePath()).removeRecursively();
+    return QFile::remove(entry.filePath());
+}
+
+} // namespace
+
+namespace tk {
+
+bool Toolkits::CopyDirectory(const QString &source, const QString &target, bool overwrite)
+{
+    const QDir sourceDir(source);
+    if (source.isEmpty() || target.isEmpty() || !sourceDir.exists() || !QDir().mkpath(target))
+        return false;
+
+    const QDir targetDir(target);
+    const QString inside = sourceDir.canonicalPath() + QLatin1Char('/');
+    if ((targetDir.canonicalPath() + QLatin1Char('/')).startsWith(inside))
+        return false; // the copy would copy itself without end
+
+    bool complete = true;
+    for (const QFileInfo &entry : sourceDir.entryInfoList(everything)) {
+        const QString destination = targetDir.absoluteFilePath(entry.fileName());
+        if (entry.isDir() && !entry.isSymLink()) { // a link could lead round in a circle
+            complete = CopyDirectory(entry.filePath(), destination, overwrite) && complete;
+        } else if (entry.isFile()) {
+            if (overwrite || !QFileInfo::exists(destination))
+                complete = copyFile(entry.filePath(), destination) && complete;
+        } else {
+            complete = false; // a pipe, a device, a link to nowhere: nothing to copy
+        }
+    }
+    return complete;
+}
+
+bool Toolkits::ClearDirectory(const QString &directory)
+{
+    const QDir dir(directory);
+    if (directory.isEmpty() || !dir.exists())
+        return false;
+
+    bool complete = true;
+    for (const QFileInfo &entry : dir.entryInfoList(everything))
+        complete = removeEntry(entry) && complete;
+    return complete;
+}
+
+} // namespace tk

@@ -1,0 +1,99 @@
+#include <KelStd/platform/Toolkits.h>
+
+#include <QtCore/QLocale>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace {
+
+/// The shortest decimal number of seconds that differs from `seconds` by no more than `tolerance`.
+long double shortestSeconds(long double seconds, long double tolerance)
+{
+    long double scale = 1.0L;
+    for (int decimals = 0; decimals <= std::numeric_limits<double>::max_digits10; ++decimals) {
+        const long double candidate = std::round(seconds * scale) / scale;
+        if (std::abs(candidate - seconds) <= tolerance)
+            return candidate;
+        scale *= 10.0L;
+    }
+    return seconds;
+}
+
+/// Half the distance from `value` to its neighbour: numbers that near denote the same double.
+double halfSpacing(double value)
+{
+    return (value - std::nextafter(value, 0.0)) / 2.0;
+}
+
+bool isDigit(QChar c)
+{
+    return c >= QLatin1Char('0') && c <= QLatin1Char('9');
+}
+
+} // namespace
+
+namespace tk {
+
+void Toolkits::GetDegreeMinuteSecond(double value, double *degree, double *minute, double *second,
+                                     unsigned char /*decimals*/)
+{
+    if (!std::isfinite(value)) {
+        *degree = value;
+        *minute = 0.0;
+        *second = 0.0;
+        return;
+    }
+
+    // 53 significant bits times 60 twice fit the 64 of an x87 long double: the split is exact
+    // there, and good to the last bit of a double elsewhere.
+    const double magnitude = std::abs(value);
+    long double degrees = std::floor(magnitude);
+    const long double allMinutes = (magnitude - degrees) * 60.0L;
+    long double minutes = std::floor(allMinutes);
+    long double seconds = (allMinutes - minutes) * 60.0L;
+
+    seconds = shortestSeconds(seconds, 3600.0L * halfSpacing(magnitude));
+    if (seconds >= 60.0L) {
+        seconds = 0.0L;
+        minutes += 1.0L;
+    }
+    if (minutes >= 60.0L) {
+        minutes = 0.0L;
+        degrees += 1.0L;
+    }
+
+    // Adding +0.0 keeps a zero component from carrying the minus.
+    const long double sign = value < 0.0 ? -1.0L : 1.0L;
+    *degree = static_cast<double>(sign * degrees + 0.0L);
+    *minute = static_cast<double>(sign * minutes + 0.0L);
+    *second = static_cast<double>(sign * seconds + 0.0L);
+}
+
+void Toolkits::EraseTailZero(QString &text)
+{
+    const int point = text.indexOf(QLatin1Char('.'));
+    if (point < 0 || !std::all_of(text.cbegin() + point + 1, text.cend(), isDigit))
+        return;
+    int keep = text.size();
+    while (text.at(keep - 1) == QLatin1Char('0'))
+        --keep;
+    if (keep == point + 1)
+        keep = point;
+    text.truncate(keep);
+}
+
+QString Toolkits::DoubleToString(double value, int decimals)
+{
+    const int most = std::max(decimals, 0);
+    const QString shortest = QString::number(value, 'f', QLocale::FloatingPointShortest);
+    const int point = shortest.indexOf(QLatin1Char('.'));
+    if (point < 0 || shortest.size() - point - 1 <= most)
+        return shortest;
+    QString rounded = QString::number(value, 'f', most);
+    EraseTailZero(rounded);
+    return rounded;
+}
+
+} // namespace tk

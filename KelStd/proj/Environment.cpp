@@ -1,0 +1,75 @@
+#include <KelStd/proj/ProjLib.h>
+
+#include <KelStd/platform/AppConfig.h>
+#include <KelStd/proj/Installation.h>
+#include <KelStd/proj/LoadedProj.h>
+#include <KelStd/proj/PrivateDirectory.h>
+#include <KelStd/proj/WorkingDirectoryScope.h>
+
+#include <QtCore/QDir>
+
+#include <cmath>
+
+namespace KelStd {
+
+using proj::defaultContext;
+using proj::LoadedProj;
+using proj::WorkingDirectoryScope;
+
+bool ProjLib::___InitializeEnviroment()
+{
+    ___unloadEnviroment();
+
+    const QDir home = AppConfig::getInstance().homeDir();
+    if (!home.exists() || !proj::ensureInstalled(home, AppConfig::getInstance().binDir()))
+        return false;
+
+    const QDir privateDir(home.absoluteFilePath(proj::privateDirectoryName()));
+    const WorkingDirectoryScope scope;
+    LoadedProj &loaded = LoadedProj::instance();
+    if (!loaded.load(privateDir.absoluteFilePath(proj::libraryFileName())))
+        return false;
+    if (!loaded.setSearchPath(privateDir.absoluteFilePath(proj::resourceDirectoryName()))) {
+        // PROJ without its resource files would compute, and compute something else.
+        loaded.unload();
+        return false;
+    }
+    return true;
+}
+
+void ProjLib::___unloadEnviroment()
+{
+    LoadedProj::instance().unload();
+}
+
+void ProjLib::test()
+{
+    const LoadedProj &loaded = LoadedProj::instance();
+    if (!loaded.isLoaded())
+        return;
+    const WorkingDirectoryScope scope;
+
+    const auto areaCreate = loaded.resolve<decltype(&::proj_area_create)>("proj_area_create");
+    const auto areaSetBox = loaded.resolve<decltype(&::proj_area_set_bbox)>("proj_area_set_bbox");
+    const auto areaDestroy = loaded.resolve<decltype(&::proj_area_destroy)>("proj_area_destroy");
+    if (areaCreate == nullptr || areaSetBox == nullptr)
+        return;
+    PJ_AREA *area = areaCreate();
+    areaSetBox(area, -180.0, -90.0, 180.0, 90.0);
+
+    const proj::ProjFunctions &functions = loaded.functions();
+    const proj::ProjObject transformation(functions.proj_create_crs_to_crs(
+        defaultContext, "+proj=longlat +datum=WGS84 ",
+        "+proj=merc +a=6378137 +b=6378137 +lat_ts=0.0 +lon_0=0.0 +x_0=0.0 +y_0=0 +k=1.0 +units=m",
+        area));
+    if (transformation != nullptr) {
+        const PJ_COORD point{{12.0, 55.0, 0.0, 0.0}};
+        const PJ_COORD result = functions.proj_trans(transformation.get(), PJ_FWD, point);
+        if (result.v[0] == 1e30 || !std::isfinite(result.v[1]) || !std::isfinite(result.v[2]))
+            functions.proj_errno_string(functions.proj_errno(transformation.get()));
+    }
+    if (areaDestroy != nullptr)
+        areaDestroy(area);
+}
+
+} // namespace KelStd

@@ -1,0 +1,106 @@
+#include <KelStd/proj/Installation.h>
+
+#include <KelStd/platform/Toolkits.h>
+#include <KelStd/proj/PrivateDirectory.h>
+
+#include <QtCore/QDataStream>
+#include <QtCore/QFile>
+#include <QtCore/QProcess>
+#include <QtCore/QSaveFile>
+#include <QtCore/QStringList>
+
+namespace KelStd::proj {
+
+namespace {
+
+enum class State
+{
+    Installed,
+    Missing,
+    Unusable ///< there is something that can neither be used nor be replaced
+};
+
+State markerState(const QDir &privateDir)
+{
+    QFile marker(privateDir.absoluteFilePath(markerFileName()));
+    if (!marker.exists())
+        return State::Missing;
+    if (!marker.open(QIODevice::ReadOnly))
+        return State::Unusable;
+    qint32 version = 0;
+    QDataStream(&marker) >> version;
+    return version == environmentVersion ? State::Installed : State::Missing;
+}
+
+/// The state of the private directory, which is empty and entered when it has to be installed.
+State preparePrivateDirectory(const QDir &home, QDir &privateDir)
+{
+    const QString name = privateDirectoryName();
+    privateDir = home;
+    if (!home.exists(name)) {
+        const bool entered = home.mkdir(name) && privateDir.cd(name);
+        return entered ? State::Missing : State::Unusable;
+    }
+    if (!privateDir.cd(name))
+        return State::Unusable;
+    const State state = markerState(privateDir);
+    if (state == State::Missing)
+        tk::Toolkits::ClearDirectory(privateDir.absolutePath());
+    return state;
+}
+
+bool unpack(const QString &archive, const QString &target)
+{
+    QProcess unpacker;
+    // The list of what it unpacks is no output of the program that uses this library.
+    unpacker.setStandardInputFile(QProcess::nullDevice());
+    unpacker.setStandardOutputFile(QProcess::nullDevice());
+    unpacker.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    unpacker.start(unpackerName(), {QStringLiteral("-o"), QDir::fromNativeSeparators(archive),
+                                    QStringLiteral("-d"), QDir::fromNativeSeparators(target)});
+    constexpr int noTimeout = -1;
+    return unpacker.waitForFinished(noTimeout) && unpacker.exitStatus() == QProcess::NormalExit
+           && unpacker.exitCode() == 0;
+}
+
+bool writeMarker(const QString &path)
+{
+    // An archive that brings a marker of its own is not ours.
+    QFile fresh(path);
+    if (!fresh.open(QIODevice::WriteOnly | QIODevice::NewOnly))
+        return false;
+    fresh.close();
+
+    QSaveFile marker(path);
+    if (!marker.open(QIODevice::WriteOnly))
+        return false;
+    QDataStream stream(&marker);
+    stream << environmentVersion;
+    return stream.status() == QDataStream::Ok && marker.commit();
+}
+
+} // namespace
+
+bool ensureInstalled(const QDir &home, const QDir &programDir)
+{
+    QDir privateDir;
+    switch (preparePrivateDirectory(home, privateDir)) {
+    case State::Installed: return true;
+    case State::Unusable: return false;
+    case State::Missing: break;
+    }
+
+    const QDir archiveDir(programDir.absoluteFilePath(privateDirectoryName()));
+    // The archive has the top folder "proj" in it: it is unpacked into the home directory itself.
+    if (!unpack(archiveDir.absoluteFilePath(archiveFileName()), home.absolutePath())
+        || !privateDir.exists(libraryFileName())
+        || !writeMarker(privateDir.absoluteFilePath(markerFileName())))
+        return false;
+
+    // Without geoid models everything but heights above the geoid still works.
+    tk::Toolkits::CopyDirectory(programDir.absoluteFilePath(geoidDirectoryName()),
+                                home.absoluteFilePath(geoidDirectoryName()), true);
+    return true;
+}
+
+} // namespace KelStd::proj

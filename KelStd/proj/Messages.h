@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QtCore/QObject>
+#include <QtCore/QString>
+
+/// The texts that more than one operation reports.
+namespace KelStd::proj {
+
+inline QString noLibraryText()
+{
+    return QObject::tr("No proj library.");
+}
+
+inline QString errorFormatText()
+{
+    return QObject::tr("Error format.");
+}
+
+/// Puts `text` into `error`, when given, and is false.
+inline bool fail(QString *error, const QString &text)
+{
+    if (error != nullptr)
+        *error = text;
+    return false;
+}
+
+} // namespace KelStd::proj

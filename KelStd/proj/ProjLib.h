@@ -1,0 +1,94 @@
+#pragma once
+
+#include <KelStd/Export.h>
+#include <KelStd/coord/Coord.h>
+#include <KelStd/coord/Ellipsoid.h>
+#include <KelStd/coord/Pos.h>
+#include <KelStd/coord/Projection.h>
+
+#include <QtCore/QList>
+#include <QtCore/QString>
+
+namespace KelStd {
+
+/// PROJ, loaded at run time from a private directory in the user's home directory.
+///
+/// Every operation but `CoordToProjString` needs `___InitializeEnviroment` to have succeeded, and
+/// makes the private PROJ directory the process's current directory while it runs; it is restored
+/// on every exit. All of them therefore belong on one thread. Message texts are translated in the
+/// context "QObject".
+class KELSTD_EXPORT ProjLib
+{
+public:
+    ProjLib() = delete;
+
+    /// Which frames a conversion runs between. The definitions alone decide what PROJ computes; the
+    /// type selects the view of `Pos` that is read and written. A number outside the list leaves
+    /// the position unread and unwritten.
+    enum EConvertType : qint32
+    {
+        WGS84LatLongH_to_WGS84XYZ = 0,
+        WGS84XYZ_to_WGS84LatLongH = 1,
+        WGS84XYZ_to_LocalLatLongH = 2,
+        LocalLatLongH_to_WGS84XYZ = 3,
+        LocalLatLongH_to_LocalNEH = 4,
+        LocalNEH_to_LocalLatLongH = 5
+    };
+
+    /// Prepares the private PROJ directory when its marker is missing or of another version, loads
+    /// PROJ from it and points PROJ at its resource files. Unloads first when something is loaded.
+    /// Returns true when PROJ is ready; on any failure false, with nothing loaded.
+    ///
+    /// Preparing empties the private directory, unpacks "proj/proj.zip" of the program directory
+    /// into the home directory with the system's unzip program, and copies "geoid_model_list" over
+    /// to the home directory (adding and overwriting, removing nothing).
+    static bool ___InitializeEnviroment();
+
+    /// Releases PROJ; does nothing when it is not loaded. No file is touched.
+    static void ___unloadEnviroment();
+
+    /// Exercises the loaded library with one fixed transformation; no result.
+    static void test();
+
+    /// The PROJ definition of `projection` on `ellipsoid` (which may be null).
+    ///
+    /// Returns true when PROJ accepts it. `out` receives the definition before it is checked. On
+    /// failure `error` (when given) says "No proj library." or "Error format."; a null
+    /// `projection` fails without a message and leaves `out` alone. Raises what
+    /// `CoordStringHelper::Unit_to_Proj4String` raises.
+    static bool GetProjectionString_proj4(const Projection *projection, const Ellipsoid *ellipsoid,
+                                          QString &out, QString *error = nullptr);
+
+    /// Writes one self-contained definition of `coord` into `buffer`, a caller's buffer of at least
+    /// 1000 bytes, as zero-terminated UTF-8; a definition that does not fit leaves the empty text.
+    /// A `projectionName` that is not empty replaces the projection's own; "longlat" (in any case)
+    /// drops its parameters and unit.
+    ///
+    /// The signs of the datum shift are this operation's own and look at no switch of `Coord`:
+    /// translations and rotations as stored, the scale reversed.
+    static void CoordToProjString(const Coord *coord, char *buffer, const QString &projectionName);
+
+    /// Converts every position in place, from one PROJ definition to another. Longitudes and
+    /// latitudes are in decimal degrees, everything else in metres.
+    ///
+    /// At the first position that PROJ cannot transform it returns false: positions before it stay
+    /// converted, it and those after it keep their values. `error` (when given) says "No proj
+    /// library.", "Error format." (PROJ refuses a definition or the pair; definitions are limited
+    /// to 999 bytes) or PROJ's own text for the position. An infinite or undefined result is a
+    /// failure, never written back.
+    ///
+    /// Creating the transformation costs some five hundred times what a position costs: convert
+    /// many positions in one call.
+    static bool ConvertPosList(const QString &from, const QString &to, QList<Pos> &positions,
+                               EConvertType type, QString *error = nullptr);
+
+    /// The same for one position.
+    static bool ConvertPosList(const QString &from, const QString &to, Pos &position,
+                               EConvertType type, QString *error = nullptr);
+
+private:
+    static void __ProjectionToProjString(const Projection *projection, const Ellipsoid *ellipsoid,
+                                         char *buffer);
+};
+
+} // namespace KelStd

@@ -1,0 +1,187 @@
+#pragma once
+
+#include <KelStd/Export.h>
+#include <KelStd/coord/Enumerations.h>
+#include <KelStd/coord/Param.h>
+
+#include <QtCore/QMap>
+#include <QtCore/QString>
+#include <QtCore/QVariant>
+
+namespace KelStd {
+
+/// Texts and units: symbols, conversions, file words, descriptions and formatted values.
+///
+/// Numbers never depend on the locale; descriptions and plain-text symbols are translated in the
+/// context "QObject". Two kinds of exception are raised, as the contract has them:
+///
+/// - by value, a `std::exception` with an empty `what()`: a length unit without a factor;
+/// - by pointer, a `std::exception *` to an object on the heap, which the catcher deletes: a unit
+///   without a PROJ word ("Error unit for proj4"), a time where none may stand
+///   ("No Time Value In Coordinate").
+class KELSTD_EXPORT CoordStringHelper
+{
+public:
+    CoordStringHelper() = delete;
+
+    // --- Units ---------------------------------------------------------------------------------
+
+    /// The symbol of a unit ("m", "U.S ft", "°"), empty for a unit without one. The pascal's is
+    /// "par", deliberately.
+    static QString Unit_to_String(EUnit unit);
+
+    /// The unit word that PROJ definitions are given: "m", and, deliberately, "in" for the foot and
+    /// "us-in" for the US survey foot. Any other unit raises "Error unit for proj4" by pointer.
+    static QString Unit_to_Proj4String(EUnit unit);
+
+    /// Metres per unit; a unit without a factor raises by value.
+    static double LengthRatio_otherToMeter(EUnit unit);
+
+    /// Through the metre, also between equal units: a unit without a factor raises by value even
+    /// when it is converted to itself.
+    static double ConvertUnit_Length(double value, EUnit from, EUnit to);
+
+    /// Degrees and arc seconds; every other pair returns `value` unchanged.
+    static double ConvertUnit_Angle(double value, EUnit from, EUnit to);
+
+    /// By a fixed matrix of factors that are not reciprocal in their last digits, deliberately; a
+    /// pair outside the matrix returns `value` unchanged.
+    static double ConvertUnit_Pressure(double value, EUnit from, EUnit to);
+
+    /// Celsius, Fahrenheit and kelvin; every other pair returns `value` unchanged.
+    static double ConvertUnit_Temprature(double value, EUnit from, EUnit to);
+
+    static QString SpecialSymbol_Degree();     ///< U+00B0
+    static QString SpecialSymbol_Minute();     ///< U+2032
+    static QString SpecialSymbol_Second();     ///< U+2033
+    static QString SpecialSymbol_Celsius();    ///< U+00B0 C
+    static QString SpecialSymbol_Fahrenheit(); ///< U+00B0 F
+
+    static const QString s_specialSymbol_degree;
+    static const QString s_specialSymbol_Minute;
+    static const QString s_specialSymbol_Second;
+    static const QString s_specialSymbol_Celsius;
+    static const QString s_specialSymbol_Fahrenheit;
+
+    // --- File words ----------------------------------------------------------------------------
+    //
+    // To a word: empty for a number without one. From a word: exact and case-sensitive; an unknown
+    // word is the enumerator 0, without a report.
+
+    static QString ForCoordIO_ValueType_to_AsciiString(EValueType value);
+    static EValueType ForCoordIO_ValueType_from_AsciiString(const QString &word);
+    static QString ForCoordIO_Unit_to_DescriptionAsciiString(EUnit value);
+    static EUnit ForCoordIO_Unit_from_DescriptionAsciiString(const QString &word);
+    static QString ForCoordIO_Format_to_AsciiString(EFormat value);
+    static EFormat ForCoordIO_Format_from_AsciiString(const QString &word);
+    static QString ForCoordIO_ELocationType_to_AsciiString(ELocationType value);
+    static ELocationType ForCoordIO_ELocationType_from_AsciiString(const QString &word);
+    static QString ForCoordIO_ELocationZeroType_to_AsciiString(ELocationZeroType value);
+    static ELocationZeroType ForCoordIO_ELocationZeroType_from_AsciiString(const QString &word);
+    static QString ForCoordIO_EWhichHalfEarth_to_AsciiString(EWhichHalfEarth value);
+    static EWhichHalfEarth ForCoordIO_EWhichHalfEarth_from_AsciiString(const QString &word);
+    static QString ForCoordIO_EEllipsoidDirection_to_AsciiString(EEllipsoidDirection value);
+    static EEllipsoidDirection ForCoordIO_EEllipsoidDirection_from_AsciiString(const QString &word);
+    static QString
+    ForCoordIO_EEllipsoinTransformFunction_to_AsciiString(EEllipsoinTransformFunction value);
+    static EEllipsoinTransformFunction
+    ForCoordIO_EEllipsoinTransformFunction_from_AsciiString(const QString &word);
+    static QString ForCoordIO_EEllipsoinTransition_to_AsciiString(EEllipsoinTransition value);
+    static EEllipsoinTransition
+    ForCoordIO_EEllipsoinTransition_from_AsciiString(const QString &word);
+    static QString ForCoordIO_EPlaneTransformFunction_to_AsciiString(EPlaneTransformFunction value);
+    static EPlaneTransformFunction
+    ForCoordIO_EPlaneTransformFunction_from_AsciiString(const QString &word);
+    static QString
+    ForCoordIO_EElevationFittingFunction_to_AsciiString(EElevationFittingFunction value);
+    static EElevationFittingFunction
+    ForCoordIO_EElevationFittingFunction_from_AsciiString(const QString &word);
+
+    static QString ForCoordIO_Boolean_to_AsciiString(bool value);
+    /// "true" in any mixture of cases is true, everything else false: looser than the words above,
+    /// deliberately.
+    static bool ForCoordIO_Boolean_from_AsciiString(const QString &word);
+
+    /// Enumerator to file word, filled before any operation can run and never changed.
+    static const QMap<EValueType, QString> s_forCoordIO_valTypeAsciiStrings;
+    static const QMap<EUnit, QString> s_forCoordIO_unitDescriptionAsciiStrings;
+    static const QMap<EFormat, QString> s_forCoordIO_formatAsciiStrings;
+    static const QMap<ELocationType, QString> s_forCoordIO_ELocationType_asciiStrings;
+    static const QMap<ELocationZeroType, QString> s_forCoordIO_ELocationZeroType_asciiStrings;
+    static const QMap<EWhichHalfEarth, QString> s_forCoordIO_EWhichHalfEarth_asciiStrings;
+    static const QMap<EEllipsoidDirection, QString> s_forCoordIO_EEllipsoidDirection_asciiStrings;
+    static const QMap<EEllipsoinTransformFunction, QString>
+        s_forCoordIO_EEllipsoinTransformFunction_asciiStrings;
+    static const QMap<EEllipsoinTransition, QString>
+        s_forCoordIO_EEllipsoinTransition_asciiStrings;
+    static const QMap<EPlaneTransformFunction, QString>
+        s_forCoordIO_EPlaneTransformFunction_asciiStrings;
+    static const QMap<EElevationFittingFunction, QString>
+        s_forCoordIO_EElevationFittingFunction_asciiStrings;
+
+    // --- Descriptions --------------------------------------------------------------------------
+    //
+    // Translated display texts, empty for a number without one. The two time kinds raise
+    // "No Time Value In Coordinate" by pointer.
+
+    static QString ValueType_to_DescriptionString(EValueType value);
+    static QString Unit_to_DescriptionString(EUnit value);
+    static QString Format_to_DescriptionString(EFormat value);
+    static QString ELocationType_to_DescriptionString(ELocationType value);
+    static QString ELocationZeroType_to_DescriptionString(ELocationZeroType value);
+    static QString EWhichHalfEarth_to_DescriptionString(EWhichHalfEarth value);
+    static QString EEllipsoidDirection_to_DescriptionString(EEllipsoidDirection value);
+    static QString
+    EEllipsoinTransformFunction_to_DescriptionString(EEllipsoinTransformFunction value);
+    static QString EEllipsoinTransition_to_DescriptionString(EEllipsoinTransition value);
+    static QString EPlaneTransformFunction_to_DescriptionString(EPlaneTransformFunction value);
+    static QString EElevationFittingFunction_to_DescriptionString(EElevationFittingFunction value);
+
+    // --- Formatted values ----------------------------------------------------------------------
+
+    /// The text of `value`, of kind `type` and in `fromUnit`, shown in `toUnit`.
+    ///
+    /// `precision` is the number of decimals, `eraseTailZero` removes trailing zeros, `format` is
+    /// the style of angles. `unitText` (when given) receives the symbol of `toUnit` for every kind
+    /// of value. Times raise "No Time Value In Coordinate" by pointer; a length between two
+    /// different units of which one has no factor raises by value.
+    static QString GetFormatString(EValueType type, const QVariant &value, EUnit fromUnit,
+                                   EUnit toUnit, EFormat format, unsigned char precision,
+                                   bool eraseTailZero, QString *unitText = nullptr);
+
+    /// The same for the kind, value and unit of `param`.
+    static QString GetFormatString(const Param &param, EUnit toUnit, EFormat format,
+                                   unsigned char precision, bool eraseTailZero,
+                                   QString *unitText = nullptr);
+
+    /// The same with unit, style, decimals and trailing-zero rule of the display configuration
+    /// (`StandardLibrary::getShowConfig`). A kind that the configuration does not know gives the
+    /// empty text and leaves `unitText` alone.
+    static QString GetFormatString(EValueType type, const QVariant &value, EUnit unit,
+                                   QString *unitText = nullptr);
+    static QString GetFormatString(const Param &param, QString *unitText = nullptr);
+
+    /// The exact text of `param`: no conversion, no display settings. Numbers have up to 20
+    /// decimals without trailing zeros; pressures and temperatures up to 2. Times raise
+    /// "No Time Value In Coordinate" by pointer.
+    static QString GetNoFormatString(const Param &param, QString *unitText = nullptr);
+
+private:
+    static QMap<EValueType, QString> _Make_ForCoordIO_ValType_AsciiStrings();
+    static QMap<EUnit, QString> _Make_ForCoordIO_UnitDescription_AsciiStrings();
+    static QMap<EFormat, QString> _Make_ForCoordIO_Format_AsciiStrings();
+    static QMap<ELocationType, QString> _Make_ForCoordIO_ELocationType_AsciiStrings();
+    static QMap<ELocationZeroType, QString> _Make_ForCoordIO_ELocationZeroType_AsciiStrings();
+    static QMap<EWhichHalfEarth, QString> _Make_ForCoordIO_EWhichHalfEarth_AsciiStrings();
+    static QMap<EEllipsoidDirection, QString> _Make_ForCoordIO_EEllipsoidDirection_AsciiStrings();
+    static QMap<EEllipsoinTransformFunction, QString>
+    _Make_ForCoordIO_EEllipsoinTransformFunction_AsciiStrings();
+    static QMap<EEllipsoinTransition, QString>
+    _Make_ForCoordIO_EEllipsoinTransition_AsciiStrings();
+    static QMap<EPlaneTransformFunction, QString>
+    _Make_ForCoordIO_EPlaneTransformFunction_AsciiStrings();
+    static QMap<EElevationFittingFunction, QString>
+    _Make_ForCoordIO_EElevationFittingFunction_AsciiStrings();
+};
+
+} // namespace KelStd

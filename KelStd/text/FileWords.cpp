@@ -1,0 +1,84 @@
+#include <KelStd/text/CoordStringHelper.h>
+
+#include <KelStd/text/EnumerationTables.h>
+
+namespace KelStd {
+
+namespace {
+
+template <typename Enumeration, typename Row, std::size_t count>
+QMap<Enumeration, QString> fileWords(const Row (&rows)[count])
+{
+    QMap<Enumeration, QString> words;
+    for (const Row &row : rows) {
+        if (row.fileWord != nullptr)
+            words.insert(row.value, QString::fromLatin1(row.fileWord));
+    }
+    return words;
+}
+
+/// The lowest enumerator with this word, or 0.
+template <typename Enumeration>
+Enumeration fromWord(const QMap<Enumeration, QString> &words, const QString &word)
+{
+    return words.key(word, static_cast<Enumeration>(0));
+}
+
+} // namespace
+
+// One line for each enumeration: its table and the two directions. The first argument is the
+// enumeration, then the name piece of its operations, of its table and of the maker, its rows.
+#define KELSTD_FILE_WORDS(Enumeration, toWord, fromWordName, table, make, rows)                    \
+    QMap<Enumeration, QString> CoordStringHelper::make()                                           \
+    {                                                                                              \
+        return fileWords<Enumeration>(rows);                                                       \
+    }                                                                                              \
+    const QMap<Enumeration, QString> CoordStringHelper::table = CoordStringHelper::make();         \
+    QString CoordStringHelper::toWord(Enumeration value)                                           \
+    {                                                                                              \
+        return table.value(value);                                                                 \
+    }                                                                                              \
+    Enumeration CoordStringHelper::fromWordName(const QString &word)                               \
+    {                                                                                              \
+        return fromWord(table, word);                                                              \
+    }
+
+KELSTD_FILE_WORDS(EValueType, ForCoordIO_ValueType_to_AsciiString,
+                  ForCoordIO_ValueType_from_AsciiString, s_forCoordIO_valTypeAsciiStrings,
+                  _Make_ForCoordIO_ValType_AsciiStrings, valueTypeRows)
+KELSTD_FILE_WORDS(EUnit, ForCoordIO_Unit_to_DescriptionAsciiString,
+                  ForCoordIO_Unit_from_DescriptionAsciiString,
+                  s_forCoordIO_unitDescriptionAsciiStrings,
+                  _Make_ForCoordIO_UnitDescription_AsciiStrings, unitRows)
+KELSTD_FILE_WORDS(EFormat, ForCoordIO_Format_to_AsciiString, ForCoordIO_Format_from_AsciiString,
+                  s_forCoordIO_formatAsciiStrings, _Make_ForCoordIO_Format_AsciiStrings, formatRows)
+
+#define KELSTD_FILE_WORDS_OF(Enumeration, rows)                                                    \
+    KELSTD_FILE_WORDS(Enumeration, ForCoordIO_##Enumeration##_to_AsciiString,                      \
+                      ForCoordIO_##Enumeration##_from_AsciiString,                                 \
+                      s_forCoordIO_##Enumeration##_asciiStrings,                                   \
+                      _Make_ForCoordIO_##Enumeration##_AsciiStrings, rows)
+
+KELSTD_FILE_WORDS_OF(ELocationType, locationTypeRows)
+KELSTD_FILE_WORDS_OF(ELocationZeroType, locationZeroTypeRows)
+KELSTD_FILE_WORDS_OF(EWhichHalfEarth, whichHalfEarthRows)
+KELSTD_FILE_WORDS_OF(EEllipsoidDirection, ellipsoidDirectionRows)
+KELSTD_FILE_WORDS_OF(EEllipsoinTransformFunction, ellipsoinTransformFunctionRows)
+KELSTD_FILE_WORDS_OF(EEllipsoinTransition, ellipsoinTransitionRows)
+KELSTD_FILE_WORDS_OF(EPlaneTransformFunction, planeTransformFunctionRows)
+KELSTD_FILE_WORDS_OF(EElevationFittingFunction, elevationFittingFunctionRows)
+
+#undef KELSTD_FILE_WORDS_OF
+#undef KELSTD_FILE_WORDS
+
+QString CoordStringHelper::ForCoordIO_Boolean_to_AsciiString(bool value)
+{
+    return value ? QStringLiteral("true") : QStringLiteral("false");
+}
+
+bool CoordStringHelper::ForCoordIO_Boolean_from_AsciiString(const QString &word)
+{
+    return word.compare(QLatin1String("true"), Qt::CaseInsensitive) == 0;
+}
+
+} // namespace KelStd

@@ -1,0 +1,21 @@
+# What every target of this project is compiled with; nothing here reaches a consumer.
+add_library(KelStdCompileOptions INTERFACE)
+target_compile_features(KelStdCompileOptions INTERFACE cxx_std_17)
+target_compile_definitions(KelStdCompileOptions INTERFACE QT_NO_CAST_TO_ASCII QT_NO_FOREACH)
+
+if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
+    target_compile_options(KelStdCompileOptions INTERFACE
+        -Wall -Wextra -Wpedantic -Wconversion -Wshadow
+        $<$<BOOL:${KELSTD_WARNINGS_AS_ERRORS}>:-Werror>)
+endif()
+
+if(KELSTD_SANITIZE)
+    target_compile_options(KelStdCompileOptions INTERFACE
+        -fsanitize=${KELSTD_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+    target_link_options(KelStdCompileOptions INTERFACE -fsanitize=${KELSTD_SANITIZE})
+endif()
+
+if(KELSTD_COVERAGE)
+    target_compile_options(KelStdCompileOptions INTERFACE --coverage)
+    target_link_options(KelStdCompileOptions INTERFACE --coverage)
+endif()

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <KelStd/coord/Pos.h>
+
+#include <QtCore/QString>
+
+#include <iosfwd>
+
+// How Qt's and our own types look in a failed expectation. (The first is GoogleTest's own hook for
+// types whose namespace is not ours.)
+QT_BEGIN_NAMESPACE
+void PrintTo(const QString &text, std::ostream *out);
+QT_END_NAMESPACE
+
+namespace KelStd {
+
+void PrintTo(const Pos &pos, std::ostream *out);
+
+} // namespace KelStd
