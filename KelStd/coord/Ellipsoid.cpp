@@ -5,8 +5,7 @@ namespace KelStd {
 Ellipsoid::Ellipsoid()
     : biggerHalfAxle(ValueType_Distance, Unit_Meter, 0.0), reciprocal(0.0),
       positiveDir(EllipsoidDirection_ENU)
-{
-}
+{}
 
 void Ellipsoid::clear()
 {

@@ -22,12 +22,12 @@ enum EValueType : qint32
     ValueType_Int64 = 3,
     ValueType_Double = 4, ///< plain real number without unit
     ValueType_Boolean = 5,
-    ValueType_Distance = 6,   ///< in a length unit
-    ValueType_Height = 7,     ///< in a length unit
-    ValueType_Angle = 8,      ///< in an angle unit
-    ValueType_Time = 9,       ///< not allowed in coordinate systems
-    ValueType_TimeSpan = 10,  ///< not allowed in coordinate systems
-    ValueType_Pressure = 11,  ///< in a pressure unit
+    ValueType_Distance = 6,    ///< in a length unit
+    ValueType_Height = 7,      ///< in a length unit
+    ValueType_Angle = 8,       ///< in an angle unit
+    ValueType_Time = 9,        ///< not allowed in coordinate systems
+    ValueType_TimeSpan = 10,   ///< not allowed in coordinate systems
+    ValueType_Pressure = 11,   ///< in a pressure unit
     ValueType_Temprature = 12, ///< in a temperature unit; the name is the contract's
 
     ValueType_Longitude = 100,       ///< an angle with an east/west sense

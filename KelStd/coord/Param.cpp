@@ -8,8 +8,7 @@ Param::Param() : Param(ValueType_Double, Unit_None, QVariant(0)) {}
 
 Param::Param(EValueType valType_, EUnit unit_, const QVariant &value_)
     : valType(valType_), unit(unit_), value(value_), isDictionary(false)
-{
-}
+{}
 
 void Param::clear()
 {

@@ -39,8 +39,7 @@ bool givesValue(const Projection &projection, const QString &name, const Param &
 
 Projection::Projection()
     : locationType(LocationType_X_Y_ElevationHeight), loc_or_height_unit(Unit_Meter)
-{
-}
+{}
 
 void Projection::clear()
 {

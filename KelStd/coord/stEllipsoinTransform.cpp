@@ -54,8 +54,7 @@ bool stEllipsoinTransform::isSameLogic(const stEllipsoinTransform &other) const
     if (fuction != other.fuction)
         return false;
     switch (fuction) {
-    case EllipsoinTransformFunction_None:
-        return nofuction_transtion == other.nofuction_transtion;
+    case EllipsoinTransformFunction_None: return nofuction_transtion == other.nofuction_transtion;
     case EllipsoinTransformFunction_Three: return sameParams(*this, other, rows, translations);
     case EllipsoinTransformFunction_Seven: return sameParams(*this, other, rows);
     }

@@ -15,37 +15,33 @@ struct NamedParam
     Param Record::*member;
 };
 
-#define KELSTD_NAMED(Record, member) NamedParam<Record>{#member, &Record::member}
-
 inline constexpr NamedParam<stEllipsoinTransform> ellipsoidTransformParams[] = {
-    KELSTD_NAMED(stEllipsoinTransform, x_translate),
-    KELSTD_NAMED(stEllipsoinTransform, y_translate),
-    KELSTD_NAMED(stEllipsoinTransform, z_translate),
-    KELSTD_NAMED(stEllipsoinTransform, x_rotate),
-    KELSTD_NAMED(stEllipsoinTransform, y_rotate),
-    KELSTD_NAMED(stEllipsoinTransform, z_rotate),
-    KELSTD_NAMED(stEllipsoinTransform, ratio_ppm),
+    {"x_translate", &stEllipsoinTransform::x_translate},
+    {"y_translate", &stEllipsoinTransform::y_translate},
+    {"z_translate", &stEllipsoinTransform::z_translate},
+    {"x_rotate", &stEllipsoinTransform::x_rotate},
+    {"y_rotate", &stEllipsoinTransform::y_rotate},
+    {"z_rotate", &stEllipsoinTransform::z_rotate},
+    {"ratio_ppm", &stEllipsoinTransform::ratio_ppm},
 };
 
 inline constexpr NamedParam<stPlaneTransform> planeTransformParams[] = {
-    KELSTD_NAMED(stPlaneTransform, north_translate),
-    KELSTD_NAMED(stPlaneTransform, east_translate),
-    KELSTD_NAMED(stPlaneTransform, rotate_angle),
-    KELSTD_NAMED(stPlaneTransform, ratio),
+    {"north_translate", &stPlaneTransform::north_translate},
+    {"east_translate", &stPlaneTransform::east_translate},
+    {"rotate_angle", &stPlaneTransform::rotate_angle},
+    {"ratio", &stPlaneTransform::ratio},
 };
 
 inline constexpr NamedParam<stElevationFitting> elevationFittingParams[] = {
-    KELSTD_NAMED(stElevationFitting, a),
-    KELSTD_NAMED(stElevationFitting, b),
-    KELSTD_NAMED(stElevationFitting, c),
-    KELSTD_NAMED(stElevationFitting, d),
-    KELSTD_NAMED(stElevationFitting, e),
-    KELSTD_NAMED(stElevationFitting, f),
-    KELSTD_NAMED(stElevationFitting, north_zero_x0),
-    KELSTD_NAMED(stElevationFitting, east_zero_y0),
+    {"a", &stElevationFitting::a},
+    {"b", &stElevationFitting::b},
+    {"c", &stElevationFitting::c},
+    {"d", &stElevationFitting::d},
+    {"e", &stElevationFitting::e},
+    {"f", &stElevationFitting::f},
+    {"north_zero_x0", &stElevationFitting::north_zero_x0},
+    {"east_zero_y0", &stElevationFitting::east_zero_y0},
 };
-
-#undef KELSTD_NAMED
 
 /// The version that every element carries, and the only one that is read.
 inline constexpr int documentVersion = 1;

@@ -124,13 +124,12 @@ bool readProjection(const QDomElement &element, Projection &projection)
             return true;
         });
     return complete
-           && readEach(element, Names::xml_segName_paramProj4,
-                       [&projection](const QDomElement &child) {
-                           projection.paramProj4.insert(
-                               child.attribute(Names::xml_attrName_name),
-                               child.attribute(Names::xml_attrName_proj4Param));
-                           return true;
-                       });
+           && readEach(
+               element, Names::xml_segName_paramProj4, [&projection](const QDomElement &child) {
+                   projection.paramProj4.insert(child.attribute(Names::xml_attrName_name),
+                                                child.attribute(Names::xml_attrName_proj4Param));
+                   return true;
+               });
 }
 
 bool readEllipsoidTransform(const QDomElement &element, stEllipsoinTransform &record)

@@ -24,8 +24,8 @@ public:
 
     // --- Offered by the default implementation only ----------------------------------------
 
-    using Sink = std::function<
-        void(const QString &module, const QString &text, ELogType type, bool flag)>;
+    using Sink =
+        std::function<void(const QString &module, const QString &text, ELogType type, bool flag)>;
 
     /// Sends every entry from now on to `sink`. An empty function restores the default: Qt's
     /// message handler, under the logging category "kelstd".

@@ -35,8 +35,8 @@ public:
     /// copied; what could be copied is there.
     static bool CopyDirectory(const QString &source, const QString &target, bool overwrite);
 
-    /// Removes everything below `directory`; the directory itself stays. Symbolic links are removed,
-    /// not followed. Returns false when anything remains.
+    /// Removes everything below `directory`; the directory itself stays. Symbolic links are
+    /// removed, not followed. Returns false when anything remains.
     static bool ClearDirectory(const QString &directory);
 };
 

@@ -21,8 +21,8 @@ constexpr double projErrorValue = 1e30;
 
 void logError(const QString &text)
 {
-    AppConfig::getInstance().module_logLib()->addLog(QStringLiteral("app_log"), text,
-                                                     LogType_Error, false);
+    AppConfig::getInstance().module_logLib()->addLog(QStringLiteral("app_log"), text, LogType_Error,
+                                                     false);
 }
 
 bool isFrameStep(ProjLib::EConvertType type)

@@ -20,10 +20,9 @@ QString projectionDefinition(const Projection &projection, const Ellipsoid *elli
 QString coordDefinition(const Coord &coord, const QString &projectionName)
 {
     const Projection &projection = coord.projection;
-    QString definition =
-        proj::projectionFragment(projectionName.isEmpty() ? projection.proj4Projection
-                                                          : projectionName)
-        + proj::ellipsoidFragment(coord.ellipsoid);
+    QString definition = proj::projectionFragment(
+                             projectionName.isEmpty() ? projection.proj4Projection : projectionName)
+                         + proj::ellipsoidFragment(coord.ellipsoid);
     if (projectionName.compare(QLatin1String("longlat"), Qt::CaseInsensitive) != 0)
         definition += proj::parameterFragment(projection) + proj::unitFragment(projection);
     // Signs of its own, which look at no switch.
@@ -54,9 +53,9 @@ bool ProjLib::GetProjectionString_proj4(const Projection *projection, const Elli
     char buffer[proj::definitionSize] = {};
     __ProjectionToProjString(projection, ellipsoid, buffer);
     const proj::ProjObject accepted(
-        buffer[0] == '\0' ? nullptr
-                          : proj::LoadedProj::instance().functions().proj_create(
-                              proj::defaultContext, buffer));
+        buffer[0] == '\0'
+            ? nullptr
+            : proj::LoadedProj::instance().functions().proj_create(proj::defaultContext, buffer));
     return accepted != nullptr || proj::fail(error, proj::errorFormatText());
 }
 

@@ -55,10 +55,7 @@ private:
 /// Owns a PROJ object and destroys it through the loaded library.
 struct ProjObjectDeleter
 {
-    void operator()(PJ *object) const
-    {
-        LoadedProj::instance().functions().proj_destroy(object);
-    }
+    void operator()(PJ *object) const { LoadedProj::instance().functions().proj_destroy(object); }
 };
 using ProjObject = std::unique_ptr<PJ, ProjObjectDeleter>;
 

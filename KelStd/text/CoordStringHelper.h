@@ -112,8 +112,7 @@ public:
     static const QMap<EEllipsoidDirection, QString> s_forCoordIO_EEllipsoidDirection_asciiStrings;
     static const QMap<EEllipsoinTransformFunction, QString>
         s_forCoordIO_EEllipsoinTransformFunction_asciiStrings;
-    static const QMap<EEllipsoinTransition, QString>
-        s_forCoordIO_EEllipsoinTransition_asciiStrings;
+    static const QMap<EEllipsoinTransition, QString> s_forCoordIO_EEllipsoinTransition_asciiStrings;
     static const QMap<EPlaneTransformFunction, QString>
         s_forCoordIO_EPlaneTransformFunction_asciiStrings;
     static const QMap<EElevationFittingFunction, QString>
@@ -176,8 +175,7 @@ private:
     static QMap<EEllipsoidDirection, QString> _Make_ForCoordIO_EEllipsoidDirection_AsciiStrings();
     static QMap<EEllipsoinTransformFunction, QString>
     _Make_ForCoordIO_EEllipsoinTransformFunction_AsciiStrings();
-    static QMap<EEllipsoinTransition, QString>
-    _Make_ForCoordIO_EEllipsoinTransition_AsciiStrings();
+    static QMap<EEllipsoinTransition, QString> _Make_ForCoordIO_EEllipsoinTransition_AsciiStrings();
     static QMap<EPlaneTransformFunction, QString>
     _Make_ForCoordIO_EPlaneTransformFunction_AsciiStrings();
     static QMap<EElevationFittingFunction, QString>

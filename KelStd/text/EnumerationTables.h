@@ -50,15 +50,19 @@ struct ValueTypeRow : WordRow<EValueType>
 
 struct UnitRow : WordRow<EUnit>
 {
-    const char *symbol;     ///< source text of a plain symbol, translated; null for none
-    const char *projWord;   ///< null: PROJ definitions cannot have this unit
-    double metresPerUnit;   ///< 0: not a length unit
+    const char *symbol;   ///< source text of a plain symbol, translated; null for none
+    const char *projWord; ///< null: PROJ definitions cannot have this unit
+    double metresPerUnit; ///< 0: not a length unit
 };
 
 // The rows themselves, in ascending order of the numbers.
 
+/// A text that is translated.
+#define KELSTD_TEXT(text) QT_TRANSLATE_NOOP("QObject", text)
+/// A file word that is its own description.
+#define KELSTD_WORD(text) text, KELSTD_TEXT(text)
+
 inline constexpr ValueTypeRow valueTypeRows[] = {
-#define KELSTD_WORD(text) text, QT_TRANSLATE_NOOP("QObject", text)
     {{ValueType_None, KELSTD_WORD("None")}, ValueKind::AsVariant},
     {{ValueType_String, KELSTD_WORD("String")}, ValueKind::Text},
     {{ValueType_Int32, KELSTD_WORD("Int32")}, ValueKind::Int32},
@@ -90,16 +94,19 @@ inline constexpr ValueTypeRow valueTypeRows[] = {
 /// "us-in" are this system's own words and stay. The four units with a special symbol have no plain
 /// one: see `CoordStringHelper::Unit_to_String`.
 inline constexpr UnitRow unitRows[] = {
-#define KELSTD_TEXT(text) QT_TRANSLATE_NOOP("QObject", text)
     {{Unit_None, "None", nullptr}, nullptr, nullptr, 0.0},
     {{Unit_Meter, "Meter", KELSTD_TEXT("meter")}, KELSTD_TEXT("m"), "m", 1.0},
-    {{Unit_MilliMeter, "Milli Meter", KELSTD_TEXT("milli meter")}, KELSTD_TEXT("mm"), nullptr,
+    {{Unit_MilliMeter, "Milli Meter", KELSTD_TEXT("milli meter")},
+     KELSTD_TEXT("mm"),
+     nullptr,
      0.001},
     {{Unit_Foot, "Foot", KELSTD_TEXT("Foot")}, KELSTD_TEXT("ft"), "in", 0.3048},
     {{Unit_Yard, nullptr, nullptr}, nullptr, nullptr, 0.9144},
     {{Unit_Inch, nullptr, nullptr}, nullptr, nullptr, 0.0254},
     {{Unit_Mile, nullptr, nullptr}, nullptr, nullptr, 1609.344},
-    {{Unit_USFoot, "US Foot", KELSTD_TEXT("US Foot")}, KELSTD_TEXT("U.S ft"), "us-in",
+    {{Unit_USFoot, "US Foot", KELSTD_TEXT("US Foot")},
+     KELSTD_TEXT("U.S ft"),
+     "us-in",
      0.3048006096012192},
     {{Unit_Bar, "bar", KELSTD_TEXT("bar")}, KELSTD_TEXT("bar"), nullptr, 0.0},
     {{Unit_Pascal, "Pa", KELSTD_TEXT("Pascal")}, KELSTD_TEXT("par"), nullptr, 0.0},
@@ -170,9 +177,10 @@ inline constexpr WordRow<EElevationFittingFunction> elevationFittingFunctionRows
     {ElevationFittingFunction_Fixed, KELSTD_WORD("Fixed")},
     {ElevationFittingFunction_Plane, KELSTD_WORD("Plane")},
     {ElevationFittingFunction_Curve, KELSTD_WORD("Curve")},
+};
+
 #undef KELSTD_WORD
 #undef KELSTD_TEXT
-};
 
 /// The row of `value`, or null for a number that is not listed.
 template <typename Row, std::size_t count, typename Enumeration>

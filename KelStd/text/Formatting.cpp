@@ -48,8 +48,12 @@ constexpr ConfiguredRow configuredRows[] = {
 
 /// Kinds that are shown without any unit or setting.
 constexpr EValueType plainTypes[] = {
-    ValueType_String,           ValueType_Boolean,            ValueType_LocationZeroType,
-    ValueType_WhichHalfEarth,   ValueType_EllipsoidDirection, ValueType_Proj4_Param_Bool,
+    ValueType_String,
+    ValueType_Boolean,
+    ValueType_LocationZeroType,
+    ValueType_WhichHalfEarth,
+    ValueType_EllipsoidDirection,
+    ValueType_Proj4_Param_Bool,
 };
 
 bool isPlain(EValueType type)
@@ -68,7 +72,8 @@ const ConfiguredRow *configuredRow(EValueType type)
 QString withHemisphere(double value, EFormat format, text::NumberStyle style, const char *letters)
 {
     const QString angle = text::angle(value, format, style, true);
-    return format == Format_None ? angle : angle + QLatin1Char(value >= 0.0 ? letters[0] : letters[1]);
+    return format == Format_None ? angle
+                                 : angle + QLatin1Char(value >= 0.0 ? letters[0] : letters[1]);
 }
 
 } // namespace
@@ -135,8 +140,7 @@ QString CoordStringHelper::GetFormatString(EValueType type, const QVariant &valu
     if (row == nullptr)
         return {};
     const stShowConfig &config = *StandardLibrary::getInstance().getShowConfig();
-    return GetFormatString(type, value, unit,
-                           row->unit != nullptr ? config.*row->unit : unit,
+    return GetFormatString(type, value, unit, row->unit != nullptr ? config.*row->unit : unit,
                            row->format != nullptr ? config.*row->format : Format_None,
                            row->precision != nullptr ? config.*row->precision : 0,
                            row->keepZero != nullptr && !(config.*row->keepZero), unitText);

@@ -15,8 +15,8 @@ const QString CoordStringHelper::s_specialSymbol_Fahrenheit = QString::fromUtf8(
 namespace {
 
 constexpr double secondsPerDegree = 3600.0;
-constexpr double freezingPointKelvin = 273.15;    // 0 degrees Celsius
-constexpr double freezingPointFahrenheit = 32.0;  // 0 degrees Celsius
+constexpr double freezingPointKelvin = 273.15;   // 0 degrees Celsius
+constexpr double freezingPointFahrenheit = 32.0; // 0 degrees Celsius
 constexpr double fahrenheitPerCelsius = 1.8;
 
 struct SpecialSymbol

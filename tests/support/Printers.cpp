@@ -9,6 +9,11 @@ void PrintTo(const QString &text, std::ostream *out)
 {
     *out << '"' << text.toStdString() << '"';
 }
+
+std::ostream &operator<<(std::ostream &out, const QString &text)
+{
+    return out << text.toStdString();
+}
 QT_END_NAMESPACE
 
 namespace KelStd {

@@ -6,10 +6,10 @@
 
 #include <iosfwd>
 
-// How Qt's and our own types look in a failed expectation. (The first is GoogleTest's own hook for
-// types whose namespace is not ours.)
+// How Qt's and our own types look in a failed expectation.
 QT_BEGIN_NAMESPACE
 void PrintTo(const QString &text, std::ostream *out);
+std::ostream &operator<<(std::ostream &out, const QString &text);
 QT_END_NAMESPACE
 
 namespace KelStd {

@@ -17,8 +17,7 @@ TemporaryHome::TemporaryHome(Content content)
     if (content == PreparedProj) {
         const QDir staged(QStringLiteral(KELSTD_TEST_STAGED_PROJ));
         QDir(m_dir.path()).mkdir(QStringLiteral("proj"));
-        for (const QFileInfo &entry :
-             staged.entryInfoList(QDir::AllEntries | QDir::NoDotAndDotDot))
+        for (const QFileInfo &entry : staged.entryInfoList(QDir::AllEntries | QDir::NoDotAndDotDot))
             EXPECT_TRUE(QFile::link(entry.absoluteFilePath(),
                                     path(QStringLiteral("proj/") + entry.fileName())));
         writeFile(path(QStringLiteral("proj/proj_enviroment")), markerBytes(3));

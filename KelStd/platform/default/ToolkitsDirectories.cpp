@@ -7,8 +7,8 @@
 
 namespace {
 
-constexpr QDir::Filters everything = QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden
-                                     | QDir::System;
+constexpr QDir::Filters everything =
+    QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden | QDir::System;
 
 /// Copies one file so that `target` is replaced whole or not at all.
 bool copyFile(const QString &source, const QString &target)

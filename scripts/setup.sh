@@ -1,0 +1,36 @@
+#!/usr/bin/env bash
+# Installs what is missing of the Debian packages that the project needs. With the argument
+# "benchmark", those of the benchmarks, too.
+set -euo pipefail
+
+packages=(
+    g++ cmake ninja-build            # the build
+    qtbase5-dev libqt5xml5           # Qt 5 Core and Xml
+    libproj-dev libproj25 proj-data  # PROJ's header, the library file and the resource files
+    unzip                            # unpacks PROJ at run time
+    libgtest-dev libgmock-dev        # the tests
+    proj-bin zip                     # the tests' independent peers
+)
+if [ "${1:-}" = benchmark ]; then
+    packages+=(libbenchmark-dev)
+fi
+
+missing=()
+for package in "${packages[@]}"; do
+    status=$(dpkg-query -W -f '${db:Status-Status}' "$package" 2>/dev/null || true)
+    [ "$status" = installed ] || missing+=("$package")
+done
+[ ${#missing[@]} -gt 0 ] || exit 0
+
+if ! command -v apt-get >/dev/null; then
+    echo "setup: this script installs Debian packages; install these by other means: ${missing[*]}" >&2
+    exit 1
+fi
+as_root=()
+if [ "$(id -u)" -ne 0 ]; then
+    as_root=(sudo)
+fi
+echo "setup: installing ${missing[*]}" >&2
+"${as_root[@]}" apt-get update -qq
+DEBIAN_FRONTEND=noninteractive "${as_root[@]}" apt-get install -y -qq --no-install-recommends \
+    "${missing[@]}" >/dev/null

@@ -1,0 +1,42 @@
+# Configures, builds and runs a project against an install tree made from a build tree:
+#   cmake -D BUILD_TREE=... -D SOURCE=... -D PROGRAM=... -D KIND=quickstart|host -D SYSTEM=...
+#         -D EXPECTED=... -D FLAGS=... -P RunConsumer.cmake
+# Everything happens in a temporary directory, which is gone afterwards.
+
+string(RANDOM LENGTH 12 suffix)
+set(temporary "$ENV{TMPDIR}")
+if(NOT temporary)
+    set(temporary "/tmp")
+endif()
+set(work "${temporary}/kelstd consumer ${suffix}") # blanks in paths must not matter
+set(prefix "${work}/prefix")
+file(MAKE_DIRECTORY "${work}/home")
+
+function(step)
+    execute_process(COMMAND ${ARGN} RESULT_VARIABLE result OUTPUT_VARIABLE output
+        ERROR_VARIABLE output)
+    if(NOT result EQUAL 0)
+        file(REMOVE_RECURSE "${work}")
+        message(FATAL_ERROR "${ARGN}\nended with ${result}:\n${output}")
+    endif()
+    set(output "${output}" PARENT_SCOPE)
+endfunction()
+
+step("${CMAKE_COMMAND}" --install "${BUILD_TREE}" --prefix "${prefix}")
+step("${CMAKE_COMMAND}" -S "${SOURCE}" -B "${work}/build" "-DCMAKE_PREFIX_PATH=${prefix}"
+    -DCMAKE_BUILD_TYPE=Debug "-DCMAKE_CXX_FLAGS=${FLAGS}")
+step("${CMAKE_COMMAND}" --build "${work}/build")
+
+# Nothing points into the build tree any more: the program finds what the package installed.
+set(ENV{KELSTD_HOME_DIR} "${work}/home")
+unset(ENV{KELSTD_BIN_DIR})
+set(ENV{PROJ_DEBUG} 0)
+if(KIND STREQUAL "host")
+    step("${work}/build/${PROGRAM}" "${work}/home" "${prefix}/bin" "${SYSTEM}")
+else()
+    step("${work}/build/${PROGRAM}" "${SYSTEM}")
+endif()
+file(REMOVE_RECURSE "${work}")
+if(NOT output MATCHES "${EXPECTED}")
+    message(FATAL_ERROR "unexpected output: ${output}")
+endif()

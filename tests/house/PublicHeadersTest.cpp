@@ -1,0 +1,57 @@
+#include "house/SourceFiles.h"
+#include "support/Printers.h"
+
+#include <QtCore/QRegularExpression>
+
+#include <gtest/gtest.h>
+
+namespace KelStd {
+namespace {
+
+/// What an installation holds under include/: the headers named in the folders' build files.
+QStringList installedHeaders()
+{
+    static const QRegularExpression header(QStringLiteral("^\\s+([A-Za-z]+/\\w+\\.h)"),
+                                           QRegularExpression::MultilineOption);
+    QStringList headers{QStringLiteral("KelStd/KelStd.h"), QStringLiteral("KelStd/Export.h")};
+    for (const char *folder : {"platform", "coord", "text", "io", "proj", "library"}) {
+        const QString text =
+            test::sourceText(QStringLiteral("KelStd/%1/CMakeLists.txt").arg(QLatin1String(folder)));
+        auto matches = header.globalMatch(text);
+        while (matches.hasNext())
+            headers << QStringLiteral("KelStd/") + matches.next().captured(1);
+    }
+    return headers;
+}
+
+TEST(PublicHeaders, IncludeOnlyPublicHeaders)
+{
+    const QStringList headers = installedHeaders();
+    ASSERT_GT(headers.size(), 20);
+    for (const QString &header : headers) {
+        for (const QString &included : test::ownIncludes(test::sourceText(header)))
+            EXPECT_TRUE(headers.contains(included)) << header << " includes " << included;
+    }
+}
+
+TEST(PublicHeaders, DoNotShowProj)
+{
+    const QRegularExpression proj(QStringLiteral("#\\s*include\\s*[<\"]proj"));
+    for (const QString &header : installedHeaders())
+        EXPECT_FALSE(test::sourceText(header).contains(proj)) << header;
+}
+
+TEST(PublicHeaders, AllStandUnderTheUmbrella)
+{
+    const QStringList umbrella =
+        test::ownIncludes(test::sourceText(QStringLiteral("KelStd/KelStd.h")));
+    for (const QString &header : installedHeaders()) {
+        if (header == QLatin1String("KelStd/KelStd.h")
+            || header.endsWith(QLatin1String("Export.h")))
+            continue; // the umbrella itself, and what only marks symbols
+        EXPECT_TRUE(umbrella.contains(header)) << header;
+    }
+}
+
+} // namespace
+} // namespace KelStd

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QtCore/QMap>
+#include <QtCore/QString>
+#include <QtCore/QStringList>
+
+/// The library's own sources, read as texts.
+namespace KelStd::test {
+
+/// The text of a file of the source tree.
+QString sourceText(const QString &relativePath);
+
+/// Every header and source below KelStd/, relative to the source tree ("KelStd/coord/Pos.h").
+QStringList librarySources();
+
+/// The files of ours that a text includes ("KelStd/coord/Pos.h"), in order.
+QStringList ownIncludes(const QString &text);
+
+/// Every file of the library with what it includes of ours.
+QMap<QString, QStringList> includeGraph();
+
+} // namespace KelStd::test
