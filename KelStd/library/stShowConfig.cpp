@@ -52,9 +52,14 @@ void stShowConfig::clear()
 
 bool stShowConfig::operator==(const stShowConfig &other) const
 {
-#define KELSTD_FIELD(field, constructed, cleared) &&field == other.field
-    return this == &other || (true KELSTD_SHOW_CONFIG_FIELDS(KELSTD_FIELD));
+    if (this == &other)
+        return true;
+#define KELSTD_FIELD(field, constructed, cleared)                                                  \
+    if (field != other.field)                                                                      \
+        return false;
+    KELSTD_SHOW_CONFIG_FIELDS(KELSTD_FIELD)
 #undef KELSTD_FIELD
+    return true;
 }
 
 bool stShowConfig::operator!=(const stShowConfig &other) const

@@ -14,6 +14,9 @@ namespace KelStd::proj {
 class LoadedProj
 {
 public:
+    LoadedProj(const LoadedProj &) = delete;
+    LoadedProj &operator=(const LoadedProj &) = delete;
+
     /// The one of the process; unloaded until `load` succeeds.
     static LoadedProj &instance();
 
@@ -42,8 +45,6 @@ public:
 private:
     LoadedProj();
     ~LoadedProj();
-    LoadedProj(const LoadedProj &) = delete;
-    LoadedProj &operator=(const LoadedProj &) = delete;
 
     using Address = void (*)();
     Address resolveAddress(const char *name) const;

@@ -48,7 +48,7 @@ QString degreeMinuteSecond(double value, NumberStyle style, bool signInHemispher
         d = -d;
 
     // The same decimals and trailing-zero rule for all three parts, deliberately.
-    const QString seconds = number(s, style) + CoordStringHelper::SpecialSymbol_Second();
+    QString seconds = number(s, style) + CoordStringHelper::SpecialSymbol_Second();
     if (d == 0.0 && m == 0.0)
         return seconds;
     const QString minutes = number(m, style) + CoordStringHelper::SpecialSymbol_Minute();

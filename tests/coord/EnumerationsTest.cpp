@@ -27,7 +27,7 @@ struct Row
 #define ROW(enumerator, number)                                                                    \
     Row                                                                                            \
     {                                                                                              \
-#enumerator, enumerator, number                                                            \
+#        enumerator, enumerator, number                                                            \
     }
 
 constexpr Row valueTypes[] = {

@@ -29,6 +29,18 @@ bool copyFile(const QString &source, const QString &target)
     return in.error() == QFileDevice::NoError && out.commit();
 }
 
+/// Whether `path`, which need not exist yet, lies in the existing directory `directory` or is it.
+bool liesIn(const QDir &directory, const QString &path)
+{
+    QFileInfo ancestor(QDir::cleanPath(QFileInfo(path).absoluteFilePath()));
+    while (!ancestor.exists() && !ancestor.isRoot())
+        ancestor.setFile(ancestor.absolutePath());
+    const QString outer = directory.canonicalPath();
+    const QString inner = ancestor.canonicalFilePath();
+    return inner == outer || outer == QLatin1String("/")
+           || inner.startsWith(outer + QLatin1Char('/'));
+}
+
 bool removeEntry(const QFileInfo &entry)
 {
     if (entry.isDir() && !entry.isSymLink())
@@ -43,14 +55,14 @@ namespace tk {
 bool Toolkits::CopyDirectory(const QString &source, const QString &target, bool overwrite)
 {
     const QDir sourceDir(source);
-    if (source.isEmpty() || target.isEmpty() || !sourceDir.exists() || !QDir().mkpath(target))
+    if (source.isEmpty() || target.isEmpty() || !sourceDir.exists())
+        return false;
+    if (liesIn(sourceDir, target))
+        return false; // the copy would copy itself without end
+    if (!QDir().mkpath(target))
         return false;
 
     const QDir targetDir(target);
-    const QString inside = sourceDir.canonicalPath() + QLatin1Char('/');
-    if ((targetDir.canonicalPath() + QLatin1Char('/')).startsWith(inside))
-        return false; // the copy would copy itself without end
-
     bool complete = true;
     for (const QFileInfo &entry : sourceDir.entryInfoList(everything)) {
         const QString destination = targetDir.absoluteFilePath(entry.fileName());

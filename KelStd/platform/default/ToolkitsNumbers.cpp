@@ -8,17 +8,18 @@
 
 namespace {
 
-/// The shortest decimal number of seconds that differs from `seconds` by no more than `tolerance`.
-long double shortestSeconds(long double seconds, long double tolerance)
+/// The shortest decimal number of seconds that differs from `seconds` by no more than `tolerance`,
+/// as the double that is handed out.
+double shortestSeconds(long double seconds, long double tolerance)
 {
     long double scale = 1.0L;
     for (int decimals = 0; decimals <= std::numeric_limits<double>::max_digits10; ++decimals) {
-        const long double candidate = std::round(seconds * scale) / scale;
+        const auto candidate = static_cast<double>(std::round(seconds * scale) / scale);
         if (std::abs(candidate - seconds) <= tolerance)
             return candidate;
         scale *= 10.0L;
     }
-    return seconds;
+    return static_cast<double>(seconds);
 }
 
 /// Half the distance from `value` to its neighbour: numbers that near denote the same double.
@@ -52,11 +53,10 @@ void Toolkits::GetDegreeMinuteSecond(double value, double *degree, double *minut
     long double degrees = std::floor(magnitude);
     const long double allMinutes = (magnitude - degrees) * 60.0L;
     long double minutes = std::floor(allMinutes);
-    long double seconds = (allMinutes - minutes) * 60.0L;
-
-    seconds = shortestSeconds(seconds, 3600.0L * halfSpacing(magnitude));
-    if (seconds >= 60.0L) {
-        seconds = 0.0L;
+    double seconds =
+        shortestSeconds((allMinutes - minutes) * 60.0L, 3600.0L * halfSpacing(magnitude));
+    if (seconds >= 60.0) {
+        seconds = 0.0;
         minutes += 1.0L;
     }
     if (minutes >= 60.0L) {
@@ -65,10 +65,10 @@ void Toolkits::GetDegreeMinuteSecond(double value, double *degree, double *minut
     }
 
     // Adding +0.0 keeps a zero component from carrying the minus.
-    const long double sign = value < 0.0 ? -1.0L : 1.0L;
-    *degree = static_cast<double>(sign * degrees + 0.0L);
-    *minute = static_cast<double>(sign * minutes + 0.0L);
-    *second = static_cast<double>(sign * seconds + 0.0L);
+    const double sign = value < 0.0 ? -1.0 : 1.0;
+    *degree = sign * static_cast<double>(degrees) + 0.0;
+    *minute = sign * static_cast<double>(minutes) + 0.0;
+    *second = sign * seconds + 0.0;
 }
 
 void Toolkits::EraseTailZero(QString &text)
@@ -87,7 +87,7 @@ void Toolkits::EraseTailZero(QString &text)
 QString Toolkits::DoubleToString(double value, int decimals)
 {
     const int most = std::max(decimals, 0);
-    const QString shortest = QString::number(value, 'f', QLocale::FloatingPointShortest);
+    QString shortest = QString::number(value, 'f', QLocale::FloatingPointShortest);
     const int point = shortest.indexOf(QLatin1Char('.'));
     if (point < 0 || shortest.size() - point - 1 <= most)
         return shortest;

@@ -1,0 +1,184 @@
+#include "support/Printers.h"
+#include "support/TemporaryHome.h"
+
+#include <KelStd/platform/AppConfig.h>
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QFile>
+#include <QtCore/QProcess>
+#include <QtCore/QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace KelStd {
+namespace {
+
+QString builtBinDir()
+{
+    return QDir(QStringLiteral(KELSTD_TEST_BIN_DIR)).canonicalPath();
+}
+
+/// Ends the process: 0 when the two are equal, otherwise 1 and both texts on standard error.
+[[noreturn]] void exitWhetherEqual(const QString &actual, const QString &expected)
+{
+    if (actual != expected)
+        std::fprintf(stderr, "is \"%s\"\nshould be \"%s\"\n", qPrintable(actual),
+                     qPrintable(expected));
+    std::exit(actual == expected ? 0 : 1);
+}
+
+/// The default home when the system's data directory lies at `base`, and whether it exists.
+QString defaultHomeBelow(const QString &base)
+{
+    qputenv("XDG_DATA_HOME", QFile::encodeName(base));
+    QCoreApplication::setOrganizationName(QString());
+    QCoreApplication::setApplicationName(QStringLiteral("surveying"));
+    const QDir home = AppConfig::getInstance().homeDir();
+    const bool exists = QDir(base + QStringLiteral("/surveying")).exists();
+    return QDir(base).relativeFilePath(home.absolutePath())
+           + (exists ? QStringLiteral(" exists") : QStringLiteral(" is missing"));
+}
+
+/// Places that nothing has set. Once set, a place stays set until the process ends, so every such
+/// statement runs in a process of its own.
+class AppConfigUnset : public testing::Test
+{
+protected:
+    AppConfigUnset() { GTEST_FLAG_SET(death_test_style, "threadsafe"); }
+};
+
+TEST_F(AppConfigUnset, HomeComesFromTheEnvironment)
+{
+    EXPECT_EXIT(
+        {
+            qputenv("KELSTD_HOME_DIR", "/somewhere/of the user");
+            exitWhetherEqual(AppConfig::getInstance().homeDir().absolutePath(),
+                             QStringLiteral("/somewhere/of the user"));
+        },
+        testing::ExitedWithCode(0), "");
+}
+
+TEST_F(AppConfigUnset, ProgramDirectoryComesFromTheEnvironment)
+{
+    EXPECT_EXIT(
+        {
+            qputenv("KELSTD_BIN_DIR", "/opt/survey program/bin");
+            exitWhetherEqual(AppConfig::getInstance().binDir().absolutePath(),
+                             QStringLiteral("/opt/survey program/bin"));
+        },
+        testing::ExitedWithCode(0), "");
+}
+
+TEST_F(AppConfigUnset, AnEmptyVariableIsNoChoice)
+{
+    EXPECT_EXIT(
+        {
+            qputenv("KELSTD_BIN_DIR", "");
+            exitWhetherEqual(AppConfig::getInstance().binDir().canonicalPath(), builtBinDir());
+        },
+        testing::ExitedWithCode(0), "");
+}
+
+TEST_F(AppConfigUnset, HomeIsOtherwiseTheApplicationDataDirectoryWhichIsCreated)
+{
+    EXPECT_EXIT(
+        {
+            QString seen;
+            {
+                const QTemporaryDir base;
+                seen = defaultHomeBelow(base.path());
+            }
+            exitWhetherEqual(seen, QStringLiteral("surveying exists"));
+        },
+        testing::ExitedWithCode(0), "");
+}
+
+TEST_F(AppConfigUnset, ADirectoryThatTheUserNamedIsNotCreated)
+{
+    EXPECT_EXIT(
+        {
+            bool created = true;
+            {
+                const QTemporaryDir base;
+                const QString chosen = base.filePath(QStringLiteral("chosen"));
+                qputenv("KELSTD_HOME_DIR", QFile::encodeName(chosen));
+                created = AppConfig::getInstance().homeDir().exists();
+            }
+            std::exit(created ? 1 : 0);
+        },
+        testing::ExitedWithCode(0), "");
+}
+
+TEST_F(AppConfigUnset, ProgramDirectoryIsTheRunningProgramsIfItHoldsTheArchive)
+{
+    // In the build the test programs lie apart from the archive, which lies beside the library.
+    EXPECT_EXIT(
+        {
+            const QDir program(QCoreApplication::applicationDirPath());
+            const bool holdsArchive = program.exists(QStringLiteral("proj/proj.zip"));
+            exitWhetherEqual(AppConfig::getInstance().binDir().canonicalPath(),
+                             holdsArchive ? program.canonicalPath() : builtBinDir());
+        },
+        testing::ExitedWithCode(0), "");
+}
+
+TEST(AppConfig, TheSameProgramBesideAnArchiveTakesThatOne)
+{
+    QTemporaryDir place;
+    const QString copy = place.filePath(QStringLiteral("program"));
+    ASSERT_TRUE(QFile::copy(QCoreApplication::applicationFilePath(), copy));
+    test::writeFile(place.filePath(QStringLiteral("proj/proj.zip")), "an archive");
+
+    QProcess program;
+    program.setProcessChannelMode(QProcess::MergedChannels);
+    program.start(copy,
+                  {QStringLiteral("--gtest_filter=AppConfigUnset."
+                                  "ProgramDirectoryIsTheRunningProgramsIfItHoldsTheArchive")});
+    ASSERT_TRUE(program.waitForFinished());
+    const QByteArray report = program.readAll();
+    EXPECT_EQ(program.exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(program.exitCode(), 0) << report.constData();
+    EXPECT_TRUE(report.contains("[  PASSED  ] 1 test")) << report.constData();
+}
+
+TEST_F(AppConfigUnset, WhatIsSetWinsOverTheEnvironment)
+{
+    EXPECT_EXIT(
+        {
+            qputenv("KELSTD_HOME_DIR", "/from/environment");
+            qputenv("KELSTD_BIN_DIR", "/from/environment");
+            AppConfig::setHomeDir(QDir(QStringLiteral("/set/home")));
+            AppConfig::setBinDir(QDir(QStringLiteral("/set/bin")));
+            const AppConfig &config = AppConfig::getInstance();
+            exitWhetherEqual(config.homeDir().path() + config.binDir().path(),
+                             QStringLiteral("/set/home/set/bin"));
+        },
+        testing::ExitedWithCode(0), "");
+}
+
+TEST(AppConfig, SettingTakesEffectAtOnceAnyNumberOfTimes)
+{
+    const AppConfig &config = AppConfig::getInstance();
+    for (const char *place : {"/first", "/second", "/third", "/first"}) {
+        AppConfig::setHomeDir(QDir(QString::fromLatin1(place) + QStringLiteral("/home")));
+        AppConfig::setBinDir(QDir(QString::fromLatin1(place) + QStringLiteral("/bin")));
+        EXPECT_EQ(config.homeDir().path(), QString::fromLatin1(place) + QStringLiteral("/home"));
+        EXPECT_EQ(config.binDir().path(), QString::fromLatin1(place) + QStringLiteral("/bin"));
+    }
+}
+
+TEST(AppConfig, OneInstanceWithModulesThatAreNeverNull)
+{
+    AppConfig &config = AppConfig::getInstance();
+    EXPECT_EQ(&config, &AppConfig::getInstance());
+    ASSERT_NE(config.module_logLib(), nullptr);
+    ASSERT_NE(config.module_resourceQuery(), nullptr);
+    EXPECT_EQ(config.module_logLib(), AppConfig::getInstance().module_logLib());
+    EXPECT_EQ(config.module_resourceQuery(), AppConfig::getInstance().module_resourceQuery());
+}
+
+} // namespace
+} // namespace KelStd
