@@ -32,8 +32,9 @@ public:
     ///
     /// Returns true when a complete system was read. On failure `coord` may be partly updated.
     /// `errorMessage` (when given) is written when the file cannot be opened and when a required
-    /// element is missing; a document that is no XML, is nested deeper than 256 elements, or
-    /// carries another version fails without a message.
+    /// element is missing; a document that is no XML, is nested deeper than 256 elements, declares
+    /// entities or anything else in its document type, or carries another version fails without a
+    /// message.
     static bool xml_read(const QString &fileName, Coord &coord, QString *errorMessage = nullptr);
 
     // --- Element names -------------------------------------------------------------------------

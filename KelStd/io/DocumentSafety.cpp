@@ -29,8 +29,11 @@ public:
             } else if (startsWith("</")) {
                 --depth;
                 skip(2, ">");
-            } else if (!skipTag() && ++depth > deepestNesting) {
-                return false;
+            } else {
+                if (depth + 1 > deepestNesting)
+                    return false;
+                if (!skipTag())
+                    ++depth;
             }
         }
         return true;

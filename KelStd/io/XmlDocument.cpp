@@ -69,8 +69,8 @@ bool writeDocument(const QString &fileName, const std::function<QDomDocument()> 
     stream.setCodec(encoding);
     document.save(stream, indentation, QDomNode::EncodingFromTextStream);
     stream.flush();
-    if (stream.status() != QTextStream::Ok)
-        file.cancelWriting();
+    if (!file.flush() || stream.status() != QTextStream::Ok)
+        return failWith(file, error); // what was not committed is removed
     return file.commit() || failWith(file, error);
 }
 
