@@ -22,9 +22,10 @@ enum class State
 
 State markerState(const QDir &privateDir)
 {
-    QFile marker(privateDir.absoluteFilePath(markerFileName()));
-    if (!marker.exists())
+    // Not QFile::exists, to which a link that leads nowhere exists.
+    if (!privateDir.exists(markerFileName()))
         return State::Missing;
+    QFile marker(privateDir.absoluteFilePath(markerFileName()));
     if (!marker.open(QIODevice::ReadOnly))
         return State::Unusable;
     qint32 version = 0;

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <KelStd/coord/Pos.h>
+
+#include <QtCore/QList>
+#include <QtCore/QString>
+
+#include <array>
+
+namespace KelStd::test {
+
+/// What PROJ's own program cs2cs makes of positions between two definitions.
+QList<Pos> runCs2cs(const QString &from, const QString &to, const QList<Pos> &positions);
+
+/// What PROJ's own program cct makes of positions with one projection's definition.
+QList<Pos> runCct(const QString &definition, const QList<Pos> &positions);
+
+std::array<double, 3> componentsOf(const Pos &pos);
+
+/// Every component of every position agrees to `tolerance`.
+void expectNear(const QList<Pos> &ours, const QList<Pos> &theirs, double tolerance);
+
+} // namespace KelStd::test

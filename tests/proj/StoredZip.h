@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QtCore/QByteArray>
+#include <QtCore/QList>
+
+namespace KelStd::test {
+
+struct ZipEntry
+{
+    QByteArray name; ///< a name that ends in "/" is a folder
+    QByteArray content;
+};
+
+/// A zip archive that holds the entries uncompressed.
+QByteArray storedZip(const QList<ZipEntry> &entries);
+
+} // namespace KelStd::test
