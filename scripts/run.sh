@@ -5,10 +5,18 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 
 scripts/setup.sh
-cmake --preset release >build-release.log 2>&1 || { cat build-release.log >&2; exit 1; }
+cmake --preset release
 cmake --build --preset release
-rm -f build-release.log
 
 # A home directory of its own: nothing is left in yours.
 export KELSTD_HOME_DIR="$PWD/build/release/home"
 mkdir -p "$KELSTD_HOME_DIR"
+
+kelstd=build/release/bin/kelstd
+show() {
+    printf '\n$ kelstd %s\n' "$*"
+    "$kelstd" "$@"
+}
+show convert --table --system examples/rd_new.xml examples/rd_new_points.csv
+show convert --table --system examples/british_national_grid.xml \
+    examples/british_national_grid_points.txt

@@ -1,0 +1,118 @@
+#include <cli/Columns.h>
+
+#include <KelStd/text/CoordStringHelper.h>
+
+#include <algorithm>
+#include <limits>
+
+namespace KelStd::cli {
+
+namespace {
+
+// PROJ takes a latitude beyond the pole in some conversions and gives numbers for it.
+constexpr Quantity longitudes{"deg", 9, 11, 360.0};
+constexpr Quantity latitudes{"deg", 9, 11, 90.0};
+constexpr Quantity metres{"m", 4, 5, std::numeric_limits<double>::max()};
+
+constexpr int angleWidth = 14;     // -179.123456789
+constexpr int heightWidth = 10;    // 12345.1234
+constexpr int cartesianWidth = 13; // -6378137.1234
+constexpr int planeWidth = 13;     // 12345678.1234
+
+using L = Location;
+
+const std::array<Column, frameCount *componentsPerFrame> columnRows = {{
+    {Frame::Wgs84LLH, "longitude", "wgs84_longitude", "longitude lon long lng", &longitudes,
+     angleWidth, &L::get_WGS84_LLH_Long},
+    {Frame::Wgs84LLH, "latitude", "wgs84_latitude", "latitude lat", &latitudes, angleWidth,
+     &L::get_WGS84_LLH_Lat},
+    {Frame::Wgs84LLH, "height", "wgs84_height", "height h ellipsoidal_height", &metres, heightWidth,
+     &L::get_WGS84_LLH_Height},
+
+    {Frame::Wgs84XYZ, "X", "wgs84_x", "x", &metres, cartesianWidth, &L::get_WGS84_XYZ_X},
+    {Frame::Wgs84XYZ, "Y", "wgs84_y", "y", &metres, cartesianWidth, &L::get_WGS84_XYZ_Y},
+    {Frame::Wgs84XYZ, "Z", "wgs84_z", "z", &metres, cartesianWidth, &L::get_WGS84_XYZ_Z},
+
+    {Frame::LocalLLH, "longitude", "local_longitude", "longitude lon long lng", &longitudes,
+     angleWidth, &L::get_Local_LLH_Long},
+    {Frame::LocalLLH, "latitude", "local_latitude", "latitude lat", &latitudes, angleWidth,
+     &L::get_Local_LLH_Lat},
+    {Frame::LocalLLH, "height", "local_ellipsoidal_height", "height h ellipsoidal_height", &metres,
+     heightWidth, &L::get_Local_LLH_Height},
+
+    // "x" and "y" are not among the words: in some countries x is the northing, in others the
+    // easting.
+    {Frame::LocalNEH, "northing", "local_northing", "northing north n", &metres, planeWidth,
+     &L::get_NEH_N},
+    {Frame::LocalNEH, "easting", "local_easting", "easting east e", &metres, planeWidth,
+     &L::get_NEH_E},
+    {Frame::LocalNEH, "height", "local_height", "height h", &metres, heightWidth, &L::get_NEH_H},
+}};
+
+Pos fromNorthEastHeight(double northing, double easting, double height)
+{
+    return Pos::fromENU(easting, northing, height);
+}
+
+const std::array<FrameRow, frameCount> frameRows = {{
+    {Frame::Wgs84LLH, "wgs84-llh", "WGS84 geographic", &Pos::fromLongLatH,
+     &Coord::MakeLocation_byWGS84LatLongH},
+    {Frame::Wgs84XYZ, "wgs84-xyz", "WGS84 cartesian", &Pos::fromXYZ,
+     &Coord::MakeLocation_byWGS84XYZ},
+    {Frame::LocalLLH, "local-llh", "local geographic", &Pos::fromLongLatH,
+     &Coord::MakeLocation_byLocalLatLongH},
+    {Frame::LocalNEH, "local-neh", "local projected", &fromNorthEastHeight,
+     &Coord::MakeLocation_byLocalNEH},
+}};
+
+} // namespace
+
+const std::array<Column, frameCount * componentsPerFrame> &columns()
+{
+    return columnRows;
+}
+
+const Column &columnOf(Frame frame, int component)
+{
+    return columnRows[static_cast<std::size_t>(static_cast<int>(frame) * componentsPerFrame
+                                               + component)];
+}
+
+QString csvNameOf(const Column &column)
+{
+    return QLatin1String(column.csvName) + QLatin1Char('_') + QLatin1String(column.quantity->unit);
+}
+
+QString numberText(double value, int decimals)
+{
+    QString text = CoordStringHelper::GetFormatString(ValueType_Double, value, Unit_None, Unit_None,
+                                                      Format_None,
+                                                      static_cast<unsigned char>(decimals), false);
+    const auto isNonZeroDigit = [](QChar c) {
+        return c >= QLatin1Char('1') && c <= QLatin1Char('9');
+    };
+    if (text.startsWith(QLatin1Char('-'))
+        && std::none_of(text.cbegin(), text.cend(), isNonZeroDigit))
+        text.remove(0, 1);
+    return text;
+}
+
+const std::array<FrameRow, frameCount> &frames()
+{
+    return frameRows;
+}
+
+const FrameRow &rowOf(Frame frame)
+{
+    return frameRows[static_cast<std::size_t>(frame)];
+}
+
+const FrameRow *findFrame(const QString &option)
+{
+    const auto row = std::find_if(frameRows.begin(), frameRows.end(), [&](const FrameRow &r) {
+        return QLatin1String(r.option) == option;
+    });
+    return row != frameRows.end() ? &*row : nullptr;
+}
+
+} // namespace KelStd::cli

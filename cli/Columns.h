@@ -1,0 +1,81 @@
+#pragma once
+
+#include <KelStd/coord/Coord.h>
+#include <KelStd/coord/Location.h>
+#include <KelStd/coord/Pos.h>
+
+#include <QtCore/QString>
+
+#include <array>
+
+/// What stands in which column, of the output and of the input. To add a column of output: one row
+/// in Columns.cpp.
+namespace KelStd::cli {
+
+/// The four frames of a location, in the order in which they are printed.
+enum class Frame
+{
+    Wgs84LLH,
+    Wgs84XYZ,
+    LocalLLH,
+    LocalNEH
+};
+
+inline constexpr int componentsPerFrame = 3;
+inline constexpr int frameCount = 4;
+
+/// How a component is measured and printed.
+struct Quantity
+{
+    const char *unit;  ///< in headings and column names
+    int tableDecimals; ///< 0.1 mm
+    int csvDecimals;   ///< 0.01 mm: loses nothing that a survey can measure
+    double limit;      ///< the largest magnitude that an input may have
+};
+
+/// One of the twelve numbers of a location.
+struct Column
+{
+    Frame frame;
+    const char *label;   ///< what the component is called in its frame
+    const char *csvName; ///< without the unit, unique among the columns
+    const char
+        *headerWords; ///< what an input's header may call it, blank-separated, the best first
+    const Quantity *quantity;
+    int tableWidth; ///< holds every number on and near the earth
+    double (Location::*value)() const;
+};
+
+/// The twelve, frame by frame; within a frame in the order in which the program reads and prints
+/// its components.
+const std::array<Column, frameCount * componentsPerFrame> &columns();
+
+/// The column of a component, 0 to 2, of a frame.
+const Column &columnOf(Frame frame, int component);
+
+/// "wgs84_longitude_deg"
+QString csvNameOf(const Column &column);
+
+/// The number of a column in plain decimals of the C locale; a zero has no sign.
+QString numberText(double value, int decimals);
+
+/// A frame by its name on the command line.
+struct FrameRow
+{
+    Frame frame;
+    const char *option; ///< the value of --from
+    const char *title;  ///< above its columns
+    /// A position from its components in the order of its columns.
+    Pos (*position)(double first, double second, double third);
+    /// The library's operation that starts from this frame.
+    decltype(&KelStd::Coord::MakeLocation_byWGS84XYZ) makeLocation;
+};
+
+const std::array<FrameRow, frameCount> &frames();
+
+const FrameRow &rowOf(Frame frame);
+
+/// The row of that --from, or null.
+const FrameRow *findFrame(const QString &option);
+
+} // namespace KelStd::cli

@@ -1,0 +1,267 @@
+#include <cli/Command.h>
+
+#include <cli/Columns.h>
+#include <cli/CommandLine.h>
+#include <cli/Console.h>
+#include <cli/CsvWriter.h>
+#include <cli/PositionReader.h>
+#include <cli/StandardStreams.h>
+#include <cli/SystemFile.h>
+#include <cli/SystemNotes.h>
+#include <cli/TableWriter.h>
+
+#include <KelStd/proj/ProjLib.h>
+
+#include <memory>
+
+namespace KelStd::cli {
+
+namespace {
+
+/// PROJ, ready while this lives.
+class ProjEnvironment
+{
+public:
+    ProjEnvironment() : m_isReady(ProjLib::___InitializeEnviroment()) {}
+    ~ProjEnvironment() { ProjLib::___unloadEnviroment(); }
+    ProjEnvironment(const ProjEnvironment &) = delete;
+    ProjEnvironment &operator=(const ProjEnvironment &) = delete;
+
+    bool isReady() const { return m_isReady; }
+
+private:
+    bool m_isReady;
+};
+
+QString componentLabels(const FrameRow &frame)
+{
+    QStringList labels;
+    for (int i = 0; i < componentsPerFrame; ++i) {
+        const Column &column = columnOf(frame.frame, i);
+        labels += QStringLiteral("%1 [%2]").arg(QString::fromLatin1(column.label),
+                                                QString::fromLatin1(column.quantity->unit));
+    }
+    return labels.join(QLatin1String(", "));
+}
+
+QString frameNames(const QString &separator)
+{
+    QStringList names;
+    for (const FrameRow &row : frames())
+        names += QString::fromLatin1(row.option);
+    return names.join(separator);
+}
+
+QString details()
+{
+    QString text = QStringLiteral(
+        "INPUT is a file, or - for standard input, which is the default. It holds one\n"
+        "position a line, separated by commas, semicolons, tabulators or blanks, after a\n"
+        "point name if the first line has one. Blank lines and lines that begin with #\n"
+        "are skipped. The order is\n");
+    for (const FrameRow &row : frames()) {
+        text += QStringLiteral("  %1  %2\n")
+                    .arg(QString::fromLatin1(row.option), -9)
+                    .arg(componentLabels(row));
+    }
+    text += QStringLiteral(
+        "unless a first line without numbers names the columns, in any order, such as\n"
+        "  point,easting,northing,height     or     name;lat;lon;h\n"
+        "Numbers have a decimal point, whatever the locale. Every line has as many\n"
+        "fields as the first.\n"
+        "\n"
+        "The output has the name and all four frames: WGS84 longitude, latitude, height;\n"
+        "WGS84 X, Y, Z; local longitude, latitude, height; northing, easting, height.\n"
+        "Heights are ellipsoidal. In a table, degrees have %1 decimals and metres %2; in\n"
+        "CSV, %3 and %4.\n"
+        "\n"
+        "A line that cannot be read or converted is reported on standard error as\n"
+        "INPUT:LINE: reason, and the run goes on. Exit status: 0 all converted, 1 some\n"
+        "failed, 2 usage, 3 no PROJ, no usable system, or output that cannot be written.");
+    const Quantity &angle = *columnOf(Frame::Wgs84LLH, 0).quantity;
+    const Quantity &length = *columnOf(Frame::Wgs84LLH, 2).quantity;
+    return text.arg(angle.tableDecimals)
+        .arg(length.tableDecimals)
+        .arg(angle.csvDecimals)
+        .arg(length.csvDecimals);
+}
+
+CommandLine makeCommandLine()
+{
+    CommandLine line(QStringLiteral("--system FILE.xml [OPTIONS] [INPUT]"),
+                     QStringLiteral("Converts positions of one frame to all four frames of a "
+                                    "system."),
+                     details());
+    line.addOption({QStringLiteral("system"), QStringLiteral("The coordinate system's document."),
+                    QStringLiteral("FILE.xml")});
+    line.addOption(
+        {QStringLiteral("from"),
+         QStringLiteral("The frame of the input:\n%1.\nDefault: %2.")
+             .arg(frameNames(QStringLiteral(", ")), QString::fromLatin1(frames().front().option)),
+         QStringLiteral("FRAME"), QString::fromLatin1(frames().front().option)});
+    line.addOption({QStringLiteral("table"),
+                    QStringLiteral("Print an aligned table, the default on a terminal.")});
+    line.addOption({QStringLiteral("csv"),
+                    QStringLiteral("Print comma-separated values, the default otherwise.")});
+    return line;
+}
+
+std::unique_ptr<PositionWriter> makeWriter(const CommandLine &line, Console &console)
+{
+    const bool isTable = line.isSet(QStringLiteral("table"))
+                         || (console.isTerminal() && !line.isSet(QStringLiteral("csv")));
+    if (!isTable)
+        return std::make_unique<CsvWriter>(console);
+    const int width = console.isTerminal() ? streams::terminalWidth(streams::standardOutput) : 0;
+    const bool fits = width == 0 || width >= TableWriter::wideWidth();
+    return std::make_unique<TableWriter>(console, fits ? TableWriter::Layout::Wide
+                                                       : TableWriter::Layout::Narrow);
+}
+
+/// One run over an input.
+class Conversion
+{
+public:
+    Conversion(const Coord &coord, const FrameRow &frame, LineReader &lines, PositionWriter &writer,
+               Console &console)
+        : m_coord(coord), m_frame(frame), m_lines(lines), m_reader(lines, frame.frame),
+          m_writer(writer), m_console(console)
+    {}
+
+    ExitStatus run()
+    {
+        while (m_console.canPrint()) {
+            switch (m_reader.next()) {
+            case PositionReader::Result::Position: convert(); break;
+            case PositionReader::Result::BadLine: fail(m_reader.reason()); break;
+            case PositionReader::Result::BadHeader:
+                report(m_reader.reason());
+                return ExitStatus::Usage;
+            case PositionReader::Result::ReadError:
+                m_console.report(QStringLiteral("cannot read %1: %2")
+                                     .arg(m_lines.displayName(), m_reader.reason()));
+                return ExitStatus::Environment;
+            case PositionReader::Result::End: return finish();
+            }
+        }
+        return ExitStatus::Environment;
+    }
+
+private:
+    void convert()
+    {
+        Location location;
+        QString reason;
+        bool converted = false;
+        const auto makeLocation = [&] {
+            converted =
+                m_frame.makeLocation(m_reader.position(), location, nullptr, &m_coord, &reason);
+        };
+        if (!withoutRaising(makeLocation, reason) || !converted) {
+            fail(reason);
+            return;
+        }
+        begin();
+        m_writer.write(m_reader.name(), location);
+        ++m_converted;
+    }
+
+    void begin()
+    {
+        if (!m_hasBegun)
+            m_writer.begin(m_reader.hasNames());
+        m_hasBegun = true;
+    }
+
+    void report(const QString &reason)
+    {
+        m_console.report(QStringLiteral("%1:%2: %3")
+                             .arg(m_lines.displayName())
+                             .arg(m_reader.lineNumber())
+                             .arg(reason));
+    }
+
+    void fail(const QString &reason)
+    {
+        report(reason);
+        ++m_failed;
+    }
+
+    ExitStatus finish()
+    {
+        begin();
+        if (m_failed == 0)
+            return ExitStatus::Success;
+        m_console.report(
+            QStringLiteral("%1 of %2 positions failed").arg(m_failed).arg(m_converted + m_failed));
+        return ExitStatus::SomeFailed;
+    }
+
+    const Coord &m_coord;
+    const FrameRow &m_frame;
+    LineReader &m_lines;
+    PositionReader m_reader;
+    PositionWriter &m_writer;
+    Console &m_console;
+    bool m_hasBegun = false;
+    qint64 m_converted = 0;
+    qint64 m_failed = 0;
+};
+
+} // namespace
+
+ExitStatus runConvert(const QStringList &arguments, Console &console)
+{
+    CommandLine line = makeCommandLine();
+    if (const auto status = line.parse(arguments, console, 1))
+        return *status;
+    const QString systemFile = line.value(QStringLiteral("system"));
+    if (systemFile.isEmpty())
+        return line.refuse(QStringLiteral("--system FILE.xml is missing"), console);
+    if (line.isSet(QStringLiteral("table")) && line.isSet(QStringLiteral("csv")))
+        return line.refuse(QStringLiteral("--table and --csv exclude each other"), console);
+    const QString from = line.value(QStringLiteral("from"));
+    const FrameRow *frame = findFrame(from);
+    if (frame == nullptr) {
+        return line.refuse(QStringLiteral("--from '%1' is no frame; there are %2")
+                               .arg(from, frameNames(QStringLiteral(", "))),
+                           console);
+    }
+
+    LineReader lines;
+    QString reason;
+    const QString input = line.positionals().value(0, QStringLiteral("-"));
+    if (!lines.open(input, reason)) {
+        console.report(QStringLiteral("cannot open %1: %2").arg(input, reason));
+        return ExitStatus::Usage;
+    }
+
+    Coord coord;
+    if (!readSystem(systemFile, coord, reason)) {
+        console.report(
+            QStringLiteral("cannot read the coordinate system %1: %2").arg(systemFile, reason));
+        return ExitStatus::Environment;
+    }
+    const ProjEnvironment environment;
+    if (!environment.isReady()) {
+        console.report(QStringLiteral("PROJ is not ready; 'kelstd doctor' tells why"));
+        return ExitStatus::Environment;
+    }
+    const auto definitions = definitionsOf(coord, reason);
+    if (!definitions || !acceptedByProj(*definitions, reason)) {
+        console.report(
+            QStringLiteral("cannot use the coordinate system %1: %2").arg(systemFile, reason));
+        return ExitStatus::Environment;
+    }
+    for (const QString &note : notesOn(coord))
+        console.report(QStringLiteral("note: %1").arg(note));
+    if (lines.isTerminal()) {
+        console.report(QStringLiteral("type positions, one a line (%1); the end-of-file key ends")
+                           .arg(componentLabels(*frame)));
+    }
+
+    const auto writer = makeWriter(line, console);
+    return Conversion(coord, *frame, lines, *writer, console).run();
+}
+
+} // namespace KelStd::cli

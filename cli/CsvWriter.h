@@ -1,0 +1,27 @@
+#pragma once
+
+#include <cli/PositionWriter.h>
+
+namespace KelStd::cli {
+
+class Console;
+
+/// Comma-separated values: a header line whose names carry the units, then a line for each
+/// location. Always the same columns, the first one being the name. Numbers have so many decimals
+/// that nothing is lost which a survey can measure.
+class CsvWriter : public PositionWriter
+{
+public:
+    explicit CsvWriter(Console &console) : m_console(console) {}
+
+    void begin(bool hasNames) override;
+    void write(const QString &name, const Location &location) override;
+
+private:
+    Console &m_console;
+};
+
+/// A field as it stands in a line: in quotation marks when it has to be.
+QString csvField(const QString &text);
+
+} // namespace KelStd::cli

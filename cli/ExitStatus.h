@@ -1,0 +1,14 @@
+#pragma once
+
+namespace KelStd::cli {
+
+/// What a script can rely on; `kelstd --help` lists it.
+enum class ExitStatus : int
+{
+    Success = 0,     ///< everything was done
+    SomeFailed = 1,  ///< the run went to its end, but some positions failed
+    Usage = 2,       ///< the command line, or the header of the input, cannot be understood
+    Environment = 3, ///< no PROJ, no usable coordinate system, or output that cannot be written
+};
+
+} // namespace KelStd::cli

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <cli/Columns.h>
+
+#include <QtCore/QString>
+#include <QtCore/QStringList>
+
+#include <array>
+
+namespace KelStd::cli {
+
+/// In which field of a line the name and the three components of a frame stand.
+struct FieldOrder
+{
+    int fields = 0;
+    int name = -1; ///< -1: the lines have no names
+    std::array<int, componentsPerFrame> components{};
+};
+
+/// The order of a line of `fields` fields where no header names them: the documented order of the
+/// frame, after a point name when there is one field more.
+FieldOrder plainOrder(int fields);
+
+/// Reads the header `fields` for positions of `frame`. Columns that are not needed may be there; a
+/// needed one that is missing or there twice is a `mistake`.
+bool readHeader(const QStringList &fields, Frame frame, FieldOrder &order, QString &mistake);
+
+/// Puts a unit in brackets that stands as a field of its own back to the word before it: a header
+/// "longitude [deg]" that was split at blanks.
+QStringList joinUnits(const QStringList &fields);
+
+} // namespace KelStd::cli

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <KelStd/coord/Coord.h>
+
+#include <QtCore/QString>
+#include <QtCore/QStringList>
+
+namespace KelStd::cli {
+
+/// What a surveyor has to know about a system before trusting its numbers, each in a sentence or
+/// two. Empty for a system without peculiarities.
+QStringList notesOn(const Coord &coord);
+
+/// "west and south" of a system whose axes do not point east and north; else empty.
+QString unusualAxes(const Coord &coord);
+
+} // namespace KelStd::cli

@@ -1,0 +1,122 @@
+#include <cli/TableWriter.h>
+
+#include <cli/Columns.h>
+#include <cli/Console.h>
+
+namespace KelStd::cli {
+
+namespace {
+
+constexpr int nameWidth = 16;
+const QString gap = QStringLiteral("  ");
+
+QString tableNumber(const Column &column, const Location &location)
+{
+    return numberText((location.*column.value)(), column.quantity->tableDecimals);
+}
+
+QString rightAligned(const QString &text, int width)
+{
+    return text.rightJustified(width);
+}
+
+int frameWidth(Frame frame)
+{
+    int width = gap.size() * (componentsPerFrame - 1);
+    for (int i = 0; i < componentsPerFrame; ++i)
+        width += columnOf(frame, i).tableWidth;
+    return width;
+}
+
+/// A title in the middle of a rule.
+QString ruled(const QString &title, int width)
+{
+    const int dashes = width - title.size() - 2;
+    return QString(dashes / 2, QLatin1Char('-')) + QLatin1Char(' ') + title + QLatin1Char(' ')
+           + QString(dashes - dashes / 2, QLatin1Char('-'));
+}
+
+} // namespace
+
+int TableWriter::wideWidth()
+{
+    int width = nameWidth;
+    for (const Column &column : columns())
+        width += gap.size() + column.tableWidth;
+    return width;
+}
+
+void TableWriter::begin(bool hasNames)
+{
+    m_hasNames = hasNames;
+    if (m_layout == Layout::Narrow)
+        return;
+
+    const QString indent = hasNames ? QString(nameWidth, QLatin1Char(' ')) : QString();
+    QString titles = indent;
+    QString labels = hasNames ? QStringLiteral("point").leftJustified(nameWidth) : QString();
+    QString units = indent;
+    for (const FrameRow &frame : frames()) {
+        titles += gap + ruled(QString::fromLatin1(frame.title), frameWidth(frame.frame));
+        for (int i = 0; i < componentsPerFrame; ++i) {
+            const Column &column = columnOf(frame.frame, i);
+            labels += gap + rightAligned(QString::fromLatin1(column.label), column.tableWidth);
+            units +=
+                gap + rightAligned(QString::fromLatin1(column.quantity->unit), column.tableWidth);
+        }
+    }
+    m_console.print(titles);
+    m_console.print(labels);
+    m_console.print(units);
+}
+
+void TableWriter::write(const QString &name, const Location &location)
+{
+    if (m_layout == Layout::Wide)
+        writeWide(name, location);
+    else
+        writeNarrow(name, location);
+    m_isFirst = false;
+}
+
+void TableWriter::writeWide(const QString &name, const Location &location)
+{
+    QString line;
+    if (m_hasNames) {
+        // A name that is too long stands in a line of its own, so that the numbers stay in theirs.
+        if (name.size() > nameWidth)
+            m_console.print(name);
+        line = (name.size() > nameWidth ? QString() : name).leftJustified(nameWidth);
+    }
+    for (const Column &column : columns())
+        line += gap + rightAligned(tableNumber(column, location), column.tableWidth);
+    m_console.print(line);
+}
+
+void TableWriter::writeNarrow(const QString &name, const Location &location)
+{
+    constexpr int titleWidth = 18;
+    constexpr int cellWidth = 17;
+
+    if (!m_isFirst)
+        m_console.print({});
+    if (m_hasNames)
+        m_console.print(name);
+    for (const FrameRow &frame : frames()) {
+        QString labels(titleWidth, QLatin1Char(' '));
+        QString numbers = (gap + QLatin1String(frame.title)).leftJustified(titleWidth);
+        for (int i = 0; i < componentsPerFrame; ++i) {
+            const Column &column = columnOf(frame.frame, i);
+            labels += gap
+                      + rightAligned(
+                          QStringLiteral("%1 [%2]").arg(QString::fromLatin1(column.label),
+                                                        QString::fromLatin1(column.quantity->unit)),
+                          cellWidth);
+            numbers += gap + rightAligned(tableNumber(column, location), cellWidth);
+        }
+        m_console.print(labels);
+        m_console.print(numbers);
+    }
+}
+
+} // namespace KelStd::cli

@@ -1,0 +1,179 @@
+#include "cli/ProgramRun.h"
+#include "support/Printers.h"
+
+#include <ostream>
+
+namespace KelStd {
+namespace {
+
+using test::Mentions;
+using test::ProgramRun;
+
+struct CommandWords
+{
+    const char *command;
+    QList<const char *> mentioned;
+};
+
+const QList<CommandWords> &commands()
+{
+    static const QList<CommandWords> rows = {
+        {"convert",
+         {"--system FILE.xml", "--from FRAME", "--table", "--csv", "--help", "INPUT", "wgs84-llh",
+          "wgs84-xyz", "local-llh", "local-neh", "longitude [deg], latitude [deg], height [m]",
+          "X [m], Y [m], Z [m]", "northing [m], easting [m], height [m]", "Exit status"}},
+        {"system show", {"FILE.xml", "--help"}},
+        {"system default",
+         {"--utm-zone N", "--central-meridian D", "--scale K", "--false-easting E",
+          "--false-northing N", "--name NAME", "-o, --output FILE ", "--force", "--help"}},
+        {"doctor", {"--reinstall", "--help", "Exit status"}},
+    };
+    return rows;
+}
+
+QStringList words(const char *command)
+{
+    return QString::fromLatin1(command).split(QLatin1Char(' '));
+}
+
+TEST(Help, ListsCommandsStatusesAndVariables)
+{
+    const ProgramRun program;
+    const auto result = program.run({QStringLiteral("--help")});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.err, QString());
+    for (const CommandWords &row : commands())
+        EXPECT_THAT(result.out, Mentions((std::string("\n  ") + row.command + ' ').c_str()));
+    for (const char *text : {"--version", "--help", "KELSTD_HOME_DIR", "KELSTD_BIN_DIR",
+                             "PROJ_DEBUG", "  0  ", "  1  ", "  2  ", "  3  "})
+        EXPECT_THAT(result.out, Mentions(text));
+    EXPECT_EQ(program.run({QStringLiteral("-h")}).out, result.out);
+    EXPECT_EQ(program.run({QStringLiteral("help")}).out, result.out);
+}
+
+TEST(Help, OfEachCommandMentionsItsArgumentsAndOptions)
+{
+    const ProgramRun program;
+    for (const CommandWords &row : commands()) {
+        SCOPED_TRACE(row.command);
+        const auto result = program.run(words(row.command) + QStringList(QStringLiteral("--help")));
+        EXPECT_EQ(result.status, 0);
+        EXPECT_EQ(result.err, QString());
+        EXPECT_TRUE(result.out.startsWith(QLatin1String("Usage: kelstd ")
+                                          + QLatin1String(row.command) + QLatin1Char(' ')));
+        for (const char *text : row.mentioned)
+            EXPECT_THAT(result.out, Mentions(text));
+        EXPECT_EQ(program.run(QStringList(QStringLiteral("help")) + words(row.command)).out,
+                  result.out);
+    }
+}
+
+TEST(Help, FitsATerminalOfEightyColumns)
+{
+    const ProgramRun program;
+    QString all = program.run({QStringLiteral("--help")}).out;
+    for (const CommandWords &row : commands())
+        all += program.run(QStringList(QStringLiteral("help")) + words(row.command)).out;
+    for (const QString &line : all.split(QLatin1Char('\n')))
+        EXPECT_LE(line.size(), 80) << line;
+}
+
+TEST(Help, OfAGroupListsItsCommands)
+{
+    for (const QStringList &arguments :
+         {QStringList{QStringLiteral("system"), QStringLiteral("--help")},
+          QStringList{QStringLiteral("help"), QStringLiteral("system")}}) {
+        const auto result = ProgramRun().run(arguments);
+        EXPECT_EQ(result.status, 0);
+        ASSERT_EQ(result.outLines().size(), 2);
+        EXPECT_THAT(result.outLines().at(0), Mentions("system show"));
+        EXPECT_THAT(result.outLines().at(1), Mentions("system default"));
+    }
+}
+
+TEST(Help, TheVersionIsTheProjects)
+{
+    for (const char *option : {"--version", "-v"}) {
+        const auto result = ProgramRun().run({QString::fromLatin1(option)});
+        EXPECT_EQ(result.status, 0);
+        EXPECT_EQ(result.out, QStringLiteral("kelstd " KELSTD_TEST_VERSION "\n"));
+    }
+}
+
+TEST(Help, NeedsNoProjAndNoHome)
+{
+    ProgramRun program;
+    program.setVariable(QStringLiteral("KELSTD_HOME_DIR"), QStringLiteral("/no/such/home"));
+    program.setVariable(QStringLiteral("KELSTD_BIN_DIR"), QStringLiteral("/no/such/program"));
+    EXPECT_EQ(program.run({QStringLiteral("--help")}).status, 0);
+    EXPECT_EQ(program.run({QStringLiteral("convert"), QStringLiteral("--help")}).status, 0);
+}
+
+struct Mistake
+{
+    const char *testName;
+    QList<const char *> arguments;
+    const char *message;
+};
+
+void PrintTo(const Mistake &row, std::ostream *out)
+{
+    *out << row.testName;
+}
+
+class Mistakes : public testing::TestWithParam<Mistake>
+{};
+
+TEST_P(Mistakes, AreUsageErrorsThatHelp)
+{
+    QStringList arguments;
+    for (const char *argument : GetParam().arguments)
+        arguments += QString::fromLatin1(argument);
+    const auto result = ProgramRun().run(arguments);
+    EXPECT_EQ(result.status, 2);
+    EXPECT_EQ(result.out, QString());
+    EXPECT_EQ(result.err, QStringLiteral("kelstd: ") + QString::fromLatin1(GetParam().message)
+                              + QLatin1Char('\n'));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    CommandLines, Mistakes,
+    testing::Values(
+        Mistake{"Nothing", {}, "a command is missing; 'kelstd --help' lists them"},
+        Mistake{"UnknownCommand",
+                {"frobnicate"},
+                "there is no command 'frobnicate'; 'kelstd --help' lists the commands"},
+        Mistake{"MisspelledCommand",
+                {"convrt", "--csv"},
+                "there is no command 'convrt'; did you mean 'convert'?"},
+        Mistake{"MisspelledGroup",
+                {"sytem", "show", "x.xml"},
+                "there is no command 'sytem'; did you mean 'system show'?"},
+        Mistake{"MisspelledMember",
+                {"system", "shw", "x.xml"},
+                "there is no command 'system shw'; did you mean 'system show'?"},
+        Mistake{"HalfACommand",
+                {"system"},
+                "there is no command 'system'; did you mean 'system show' or 'system default'?"},
+        Mistake{"HelpOnNothing",
+                {"help", "docter"},
+                "there is no command 'docter'; did you mean 'doctor'?"},
+        Mistake{"UnknownOption",
+                {"convert", "--sytem", "x.xml"},
+                "Unknown option 'sytem'; 'kelstd convert --help' tells more"},
+        Mistake{"ValueMissing",
+                {"convert", "--system"},
+                "Missing value after '--system'; 'kelstd convert --help' tells more"},
+        Mistake{"OptionTwice",
+                {"convert", "--system", "a.xml", "--system", "b.xml"},
+                "--system is given twice; 'kelstd convert --help' tells more"},
+        Mistake{"TwoInputs",
+                {"convert", "--system", "a.xml", "a.csv", "b.csv"},
+                "'b.csv' is one argument too many; 'kelstd convert --help' tells more"},
+        Mistake{"DoctorWithArgument",
+                {"doctor", "now"},
+                "'now' is one argument too many; 'kelstd doctor --help' tells more"}),
+    [](const auto &row) { return row.param.testName; });
+
+} // namespace
+} // namespace KelStd

@@ -1,0 +1,146 @@
+#include <cli/SystemNotes.h>
+
+#include "support/Printers.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace KelStd {
+namespace {
+
+/// The default system, which has no peculiarity.
+Coord plainSystem()
+{
+    Coord coord;
+    Coord::CreateDefaultTMercCoordination(coord);
+    return coord;
+}
+
+void addParameter(Coord &coord, const char *projName, const Param &param)
+{
+    coord.projection.param.insert(QStringLiteral("extra"), param);
+    coord.projection.paramProj4.insert(QStringLiteral("extra"), QString::fromLatin1(projName));
+}
+
+/// The one note on a system.
+QString noteOn(const Coord &coord)
+{
+    const QStringList notes = cli::notesOn(coord);
+    EXPECT_EQ(notes.size(), 1) << notes.join(QLatin1Char('\n'));
+    return notes.value(0);
+}
+
+TEST(SystemNotes, ThereAreNoneOnAPlainSystem)
+{
+    EXPECT_EQ(cli::notesOn(plainSystem()), QStringList());
+}
+
+TEST(SystemNotes, AParameterThatOverrulesTheSystem)
+{
+    for (const char *name : {"units", "to_meter", "axis", "towgs84", "nadgrids", "datum", "ellps",
+                             "a", "b", "rf", "f", "R", "pm"}) {
+        Coord coord = plainSystem();
+        addParameter(coord, name, Param(ValueType_Double, Unit_None, 1.0));
+        EXPECT_TRUE(noteOn(coord).startsWith(
+            QStringLiteral(
+                "The parameter \"extra\" is PROJ's \"%1\": it comes first and wins over ")
+                .arg(QString::fromLatin1(name))));
+    }
+}
+
+TEST(SystemNotes, AnyOtherParameterOverrulesNothing)
+{
+    for (const char *name : {"lat_1", "alpha", "gamma", "k_0", "zone", "A", "r"}) {
+        Coord coord = plainSystem();
+        addParameter(coord, name, Param(ValueType_Double, Unit_None, 1.0));
+        EXPECT_EQ(cli::notesOn(coord), QStringList()) << name;
+    }
+}
+
+TEST(SystemNotes, AParameterWithoutAValueIsZero)
+{
+    Coord coord = plainSystem();
+    coord.projection.paramProj4.insert(QStringLiteral("extra"), QStringLiteral("lat_1"));
+    EXPECT_EQ(noteOn(coord),
+              QStringLiteral("The parameter \"extra\" has no value: PROJ is given lat_1=0."));
+}
+
+TEST(SystemNotes, ATextParameterLosesItsText)
+{
+    Coord coord = plainSystem();
+    addParameter(coord, "mode", Param(ValueType_String, Unit_None, 0));
+    EXPECT_EQ(noteOn(coord),
+              QStringLiteral("The parameter \"extra\" is a text, which coordinate-system documents "
+                             "do not carry: PROJ is given mode=0."));
+}
+
+TEST(SystemNotes, AThreeParameterShiftThatReadsZInTheUnitOfY)
+{
+    Coord coord = plainSystem();
+    coord.ellipsoidTransform.z_translate.unit = Unit_MilliMeter;
+    for (const auto function :
+         {EllipsoinTransformFunction_None, EllipsoinTransformFunction_Seven}) {
+        coord.ellipsoidTransform.fuction = function;
+        EXPECT_EQ(cli::notesOn(coord), QStringList());
+    }
+    coord.ellipsoidTransform.fuction = EllipsoinTransformFunction_Three;
+    EXPECT_EQ(noteOn(coord), QStringLiteral("The z translation is stored in milli meter, but a "
+                                            "three-parameter shift reads it in the unit of y, "
+                                            "meter."));
+    coord.ellipsoidTransform.y_translate.unit = Unit_MilliMeter;
+    EXPECT_EQ(cli::notesOn(coord), QStringList());
+}
+
+TEST(SystemNotes, AnAxisThatIsNotStoredInMetres)
+{
+    Coord coord = plainSystem();
+    coord.ellipsoid.biggerHalfAxle.unit = Unit_USFoot;
+    EXPECT_EQ(cli::notesOn(coord), QStringList()) << "the name is used, the number is not";
+    coord.ellipsoid.proj4EllpsName.clear();
+    EXPECT_THAT(noteOn(coord).toStdString(),
+                testing::HasSubstr("The semi-major axis is stored in US Foot"));
+}
+
+TEST(SystemNotes, ASystemInAnotherUnitIsComputedInMetres)
+{
+    Coord coord = plainSystem();
+    coord.projection.loc_or_height_unit = Unit_USFoot;
+    EXPECT_EQ(noteOn(coord), QStringLiteral("The system's own unit is US Foot; this program reads "
+                                            "and prints metres."));
+    coord.projection.loc_or_height_unit = Unit_Yard;
+    EXPECT_THAT(noteOn(coord).toStdString(), testing::HasSubstr("a unit without a name"));
+}
+
+TEST(SystemNotes, AxesThatPointElsewhere)
+{
+    struct Row
+    {
+        EEllipsoidDirection direction;
+        const char *words;
+    };
+    const Row rows[] = {{EllipsoidDirection_WSU, "west and south"},
+                        {EllipsoidDirection_ESU, "east and south"},
+                        {EllipsoidDirection_WNU, "west and north"}};
+    for (const Row &row : rows) {
+        Coord coord = plainSystem();
+        coord.ellipsoid.positiveDir = row.direction;
+        EXPECT_EQ(cli::unusualAxes(coord), QString::fromLatin1(row.words));
+        EXPECT_THAT(noteOn(coord).toStdString(), testing::HasSubstr(row.words));
+    }
+}
+
+TEST(SystemNotes, WhatIsNotApplied)
+{
+    Coord coord = plainSystem();
+    coord.planeTransform.fuction = PlaneTransformFunction_Four;
+    coord.elevationFitting.function = ElevationFittingFunction_Curve;
+    coord.geoidModel.modelFileName = QStringLiteral("egm96_15.gtx");
+    const QStringList notes = cli::notesOn(coord);
+    ASSERT_EQ(notes.size(), 3);
+    EXPECT_THAT(notes.at(0).toStdString(), testing::HasSubstr("planar transformation"));
+    EXPECT_THAT(notes.at(1).toStdString(), testing::HasSubstr("height fitting"));
+    EXPECT_THAT(notes.at(2).toStdString(), testing::HasSubstr("\"egm96_15.gtx\" is not applied"));
+}
+
+} // namespace
+} // namespace KelStd
