@@ -18,5 +18,5 @@ show() {
     "$kelstd" "$@"
 }
 show convert --table --system examples/rd_new.xml examples/rd_new_points.csv
-show convert --table --system examples/british_national_grid.xml \
+show convert --table --system examples/british_national_grid.xml --from local-neh \
     examples/british_national_grid_points.txt
