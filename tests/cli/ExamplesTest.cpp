@@ -1,6 +1,7 @@
 // The examples that a newcomer runs first.
 
 #include "cli/ProgramRun.h"
+#include "cli/Terminal.h"
 #include "support/Printers.h"
 
 #include <QtCore/QDir>
@@ -53,6 +54,21 @@ TEST(Examples, GridPositionsBecomeGeographicOnes)
                 1 + 43 / 60.0 + 4.5177 / 3600, halfUnit);
     EXPECT_NEAR(numberIn(rows.first(), QStringLiteral("local_latitude_deg")),
                 52 + 39 / 60.0 + 27.2531 / 3600, halfUnit);
+}
+
+/// The first point as the README shows it on a terminal of 80 columns.
+TEST(Examples, LookOnATerminalAsTheReadmeShows)
+{
+    const auto result =
+        test::Terminal(80).run(ProgramRun(), {QStringLiteral("convert"), QStringLiteral("--system"),
+                                              example("rd_new.xml"), example("rd_new_points.csv")});
+    ASSERT_EQ(result.status, 0) << result.err;
+    const QString firstPoint = QStringList(result.outLines().mid(0, 9)).join(QLatin1Char('\n'));
+    EXPECT_TRUE(firstPoint.startsWith(QLatin1String("TM08\n"))) << firstPoint;
+    const QString readme =
+        QString::fromUtf8(test::readFile(QStringLiteral(KELSTD_TEST_SOURCE_DIR "/README.md")));
+    EXPECT_TRUE(readme.contains(QLatin1Char('\n') + firstPoint + QLatin1String("\n```")))
+        << firstPoint;
 }
 
 TEST(Examples, AreTheSystemsOfThePublishedFigures)
