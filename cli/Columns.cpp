@@ -21,7 +21,7 @@ constexpr int planeWidth = 13;     // 12345678.1234
 
 using L = Location;
 
-const std::array<Column, frameCount *componentsPerFrame> columnRows = {{
+const std::array<Column, columnCount> columnRows = {{
     {Frame::Wgs84LLH, "longitude", "wgs84_longitude", "longitude lon long lng", &longitudes,
      angleWidth, &L::get_WGS84_LLH_Long},
     {Frame::Wgs84LLH, "latitude", "wgs84_latitude", "latitude lat", &latitudes, angleWidth,
@@ -67,15 +67,15 @@ const std::array<FrameRow, frameCount> frameRows = {{
 
 } // namespace
 
-const std::array<Column, frameCount * componentsPerFrame> &columns()
+const std::array<Column, columnCount> &columns()
 {
     return columnRows;
 }
 
 const Column &columnOf(Frame frame, int component)
 {
-    return columnRows[static_cast<std::size_t>(static_cast<int>(frame) * componentsPerFrame
-                                               + component)];
+    const int index = static_cast<int>(frame) * componentsPerFrame + component;
+    return columnRows[static_cast<std::size_t>(index)];
 }
 
 QString csvNameOf(const Column &column)

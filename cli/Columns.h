@@ -7,6 +7,7 @@
 #include <QtCore/QString>
 
 #include <array>
+#include <cstddef>
 
 /// What stands in which column, of the output and of the input. To add a column of output: one row
 /// in Columns.cpp.
@@ -22,7 +23,8 @@ enum class Frame
 };
 
 inline constexpr int componentsPerFrame = 3;
-inline constexpr int frameCount = 4;
+inline constexpr std::size_t frameCount = 4;
+inline constexpr std::size_t columnCount = frameCount * componentsPerFrame;
 
 /// How a component is measured and printed.
 struct Quantity
@@ -48,7 +50,7 @@ struct Column
 
 /// The twelve, frame by frame; within a frame in the order in which the program reads and prints
 /// its components.
-const std::array<Column, frameCount * componentsPerFrame> &columns();
+const std::array<Column, columnCount> &columns();
 
 /// The column of a component, 0 to 2, of a frame.
 const Column &columnOf(Frame frame, int component);

@@ -1,6 +1,6 @@
 # Configures, builds and runs a project against an install tree made from a build tree:
 #   cmake -D BUILD_TREE=... -D SOURCE=... -D PROGRAM=... -D KIND=quickstart|host -D SYSTEM=...
-#         -D EXPECTED=... -D FLAGS=... -P RunConsumer.cmake
+#         -D EXPECTED=... -D FLAGS=... -D GENERATOR=... -D COMPILER=... -P RunConsumer.cmake
 # Everything happens in a temporary directory, which is gone afterwards.
 
 string(RANDOM LENGTH 12 suffix)
@@ -23,8 +23,8 @@ function(step)
 endfunction()
 
 step("${CMAKE_COMMAND}" --install "${BUILD_TREE}" --prefix "${prefix}")
-step("${CMAKE_COMMAND}" -S "${SOURCE}" -B "${work}/build" "-DCMAKE_PREFIX_PATH=${prefix}"
-    -DCMAKE_BUILD_TYPE=Debug "-DCMAKE_CXX_FLAGS=${FLAGS}")
+step("${CMAKE_COMMAND}" -S "${SOURCE}" -B "${work}/build" -G "${GENERATOR}"
+    "-DCMAKE_CXX_COMPILER=${COMPILER}" "-DCMAKE_PREFIX_PATH=${prefix}" -DCMAKE_BUILD_TYPE=Debug "-DCMAKE_CXX_FLAGS=${FLAGS}")
 step("${CMAKE_COMMAND}" --build "${work}/build")
 
 # Nothing points into the build tree any more: the program finds what the package installed.
