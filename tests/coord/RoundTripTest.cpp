@@ -14,7 +14,7 @@ namespace {
 
 constexpr double degreeTolerance = 1e-9; // some 0.1 mm
 constexpr double metreTolerance = 1e-6;
-constexpr int points = 1000;
+constexpr int points = KELSTD_ROUND_TRIP_POINTS;
 
 /// PROJ turns cartesian into geographic in one step of Bowring's method. Its error grows with the
 /// height: 0.35 of the tolerances above at 2000 m, 1.9 at 4800 m.
