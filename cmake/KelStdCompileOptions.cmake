@@ -6,6 +6,8 @@ target_compile_definitions(KelStdCompileOptions INTERFACE QT_NO_CAST_TO_ASCII QT
 if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
     target_compile_options(KelStdCompileOptions INTERFACE
         -Wall -Wextra -Wpedantic -Wconversion -Wshadow
+        # Qt's logging macros leave their variadic arguments out.
+        $<$<CXX_COMPILER_ID:Clang>:-Wno-gnu-zero-variadic-macro-arguments>
         $<$<BOOL:${KELSTD_WARNINGS_AS_ERRORS}>:-Werror>)
 endif()
 
