@@ -23,3 +23,9 @@
 #include <KelStd/platform/Toolkits.h>
 #include <KelStd/proj/ProjLib.h>
 #include <KelStd/text/CoordStringHelper.h>
+#include <KelStd/time/TimeFromVariant.h>
+#include <KelStd/time/TimeGpsT.h>
+#include <KelStd/time/TimeGpsW.h>
+#include <KelStd/time/TimeLocal.h>
+#include <KelStd/time/TimeSpan.h>
+#include <KelStd/time/TimeUtc.h>

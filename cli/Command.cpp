@@ -15,6 +15,8 @@ constexpr Command commands[] = {
     {"convert", "Positions of one frame in all frames of a coordinate system", runConvert},
     {"system show", "A coordinate system as a surveyor reads it", runSystemShow},
     {"system default", "Write a default transverse Mercator system", runSystemDefault},
+    {"time leap-seconds", "The leap seconds, compared with the tz database", runLeapSeconds},
+    {"time", "An instant in UTC, GPS time, GPS week and local time", runTime},
     {"doctor", "Is everything that a conversion needs in its place?", runDoctor},
 };
 
@@ -27,7 +29,7 @@ QString nameOf(const Command &command)
 QString listed(const Command &command)
 {
     return QStringLiteral("  %1  %2")
-        .arg(nameOf(command), -14)
+        .arg(nameOf(command), -17)
         .arg(QString::fromLatin1(command.summary));
 }
 
@@ -53,8 +55,9 @@ QString programHelp()
         "\n"
         "Exit status:\n"
         "  0  everything was done\n"
-        "  1  some positions failed; standard error lists them with their lines\n"
-        "  2  the command line or the input's header line was not understood\n"
+        "  1  some positions failed; standard error lists them with their lines. Or the\n"
+        "     leap seconds differ from the list\n"
+        "  2  the command line, the input's header line or a time was not understood\n"
         "  3  no PROJ ('kelstd doctor' tells why), no usable coordinate system, or\n"
         "     output that cannot be written\n"
         "\n"

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Installs what is missing, builds the benchmarks and prints what the library costs as ratios to
-# the bare PROJ calls of the same run: medians of nine repetitions in turn.
+# the bare PROJ and Qt calls of the same run: medians of nine repetitions in turn.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -10,9 +10,10 @@ cmake --build --preset benchmark
 
 results=$(mktemp)
 trap 'rm -f "$results"' EXIT
-build/benchmark/benchmarks/conversion_benchmark --benchmark_repetitions=9 \
-    --benchmark_enable_random_interleaving=true --benchmark_report_aggregates_only=true \
-    --benchmark_format=csv >"$results"
+repeated=(--benchmark_repetitions=9 --benchmark_enable_random_interleaving=true
+    --benchmark_report_aggregates_only=true --benchmark_format=csv)
+build/benchmark/benchmarks/conversion_benchmark "${repeated[@]}" >"$results"
+build/benchmark/benchmarks/time_benchmark "${repeated[@]}" --benchmark_min_time=0.05 >>"$results"
 
 awk -F, '
     /_median/ { name = $1; gsub(/"|_median/, "", name); median[name] = $4; unit[name] = $5 }
@@ -23,11 +24,33 @@ awk -F, '
         printf "%-44s %10.3f %10.3f %-3s %6.3f  <= %.2f  %s\n", what, median[ours], median[bare],
                unit[ours], ratio, limit, verdict
     }
+    function time_row(what, name) { row(what, name, name "Bare", 1.50) }
     END {
-        printf "%-44s %10s %10s %-3s %6s\n", "", "KelStd", "bare PROJ", "", "ratio"
+        printf "%-44s %10s %10s %-3s %6s\n", "", "KelStd", "bare", "", "ratio"
         row("one location from WGS84 geographic", "oneLocation", "oneLocationBare", 1.10)
         row("100,000 positions, geographic to cartesian", "list/projected:0", "listBare/projected:0", 1.05)
         row("100,000 positions, local to projected", "list/projected:1", "listBare/projected:1", 1.05)
+        time_row("UTC fields to their count", "utcToCount")
+        time_row("a count to UTC fields", "utcFromCount")
+        time_row("UTC, moved", "utcMove")
+        time_row("UTC, before", "utcLess")
+        time_row("UTC, equal", "utcEqual")
+        time_row("UTC, compared", "utcCompare")
+        time_row("UTC as text", "utcText")
+        time_row("UTC to GPS calendar time", "utcToGpsT")
+        time_row("UTC to GPS week and seconds", "utcToGpsW")
+        time_row("GPS calendar time to UTC", "gpsTToUtc")
+        time_row("GPS calendar time to week and seconds", "gpsTToGpsW")
+        time_row("GPS calendar time, moved", "gpsTMove")
+        time_row("GPS calendar time, before", "gpsTLess")
+        time_row("GPS week and seconds to UTC", "gpsWToUtc")
+        time_row("GPS week and seconds to calendar time", "gpsWToGpsT")
+        time_row("a count to GPS week and seconds", "gpsWFromCount")
+        time_row("GPS week and seconds, before", "gpsWLess")
+        time_row("UTC to local time", "utcToLocal")
+        time_row("local time, before", "localLess")
+        time_row("local time as text", "localText")
         exit failed
     }' "$results"
 build/benchmark/benchmarks/memory_growth
+build/benchmark/benchmarks/epoch_memory

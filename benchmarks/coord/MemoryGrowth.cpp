@@ -1,28 +1,14 @@
 // Converts over and over and says by how much the process has grown; fails when it grows on.
 
 #include "support/Environment.h"
-
-#include <QtCore/QFile>
-#include <QtCore/QList>
+#include "support/ResidentMemory.h"
 
 #include <cstdio>
 
 namespace {
 
 using namespace KelStd;
-
-/// Resident memory [KiB], from the kernel's own account.
-long residentKiB()
-{
-    QFile status(QStringLiteral("/proc/self/status"));
-    if (!status.open(QIODevice::ReadOnly))
-        qFatal("no /proc/self/status on this system");
-    for (const QByteArray &line : status.readAll().split('\n')) {
-        if (line.startsWith("VmRSS:"))
-            return line.mid(6).simplified().split(' ').first().toLong();
-    }
-    qFatal("no VmRSS in /proc/self/status");
-}
+using bench::residentKiB;
 
 void convert(int times)
 {

@@ -26,6 +26,10 @@ const QList<CommandWords> &commands()
         {"system default",
          {"--utm-zone N", "--central-meridian D", "--scale K", "--false-easting E",
           "--false-northing N", "--name NAME", "-o, --output FILE ", "--force", "--help"}},
+        {"time leap-seconds", {"--list FILE", "--json", "--help", "Exit status"}},
+        {"time",
+         {"--from SCALE", "--offset SECONDS", "--json", "--help", "VALUE...|now|-", "utc", "gpst",
+          "gpsw", "local", "2024-02-29T12:34:56.789Z", "2303:390914", "Exit status"}},
         {"doctor", {"--reinstall", "--help", "Exit status"}},
     };
     return rows;

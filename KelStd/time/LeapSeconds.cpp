@@ -1,0 +1,98 @@
+#include <KelStd/time/LeapSeconds.h>
+
+#include <KelStd/time/Calendar.h>
+
+#include <array>
+
+namespace KelStd::leapSeconds {
+
+namespace {
+
+/// From this UTC date, 00:00:00, GPS is ahead of UTC by so many seconds.
+struct Row
+{
+    int year;
+    int month;
+    int day;
+    int gpsMinusUtc; ///< [s]
+};
+
+// IERS Bulletin C and its predecessors (TAI-UTC, less the 19 s that GPS is behind TAI). A leap
+// second that is announced is a row here, a row in tests/time/LeapSecondRows.h, and nothing else.
+constexpr Row rows[] = {
+    {1972, 1, 1, -9}, {1972, 7, 1, -8}, {1973, 1, 1, -7}, {1974, 1, 1, -6}, {1975, 1, 1, -5},
+    {1976, 1, 1, -4}, {1977, 1, 1, -3}, {1978, 1, 1, -2}, {1979, 1, 1, -1}, {1980, 1, 1, 0},
+    {1981, 7, 1, 1},  {1982, 7, 1, 2},  {1983, 7, 1, 3},  {1985, 7, 1, 4},  {1988, 1, 1, 5},
+    {1990, 1, 1, 6},  {1991, 1, 1, 7},  {1992, 7, 1, 8},  {1993, 7, 1, 9},  {1994, 7, 1, 10},
+    {1996, 1, 1, 11}, {1997, 7, 1, 12}, {1999, 1, 1, 13}, {2006, 1, 1, 14}, {2009, 1, 1, 15},
+    {2012, 7, 1, 16}, {2015, 7, 1, 17}, {2017, 1, 1, 18},
+};
+
+constexpr std::size_t rowCount = sizeof rows / sizeof *rows;
+
+constexpr qint64 instantOf(const Row &row)
+{
+    return calendar::daysSince1970(row.year, row.month, row.day) * calendar::msPerDay;
+}
+
+/// Every row is later than the one before it, and a leap second adds or takes away one second.
+constexpr bool areInOrder()
+{
+    for (std::size_t i = 1; i < rowCount; ++i) {
+        const int step = rows[i].gpsMinusUtc - rows[i - 1].gpsMinusUtc;
+        if (instantOf(rows[i]) <= instantOf(rows[i - 1]) || (step != 1 && step != -1))
+            return false;
+    }
+    return true;
+}
+
+static_assert(areInOrder(), "the leap-second table is out of order");
+
+constexpr std::array<qint64, rowCount> makeInstants()
+{
+    std::array<qint64, rowCount> made{};
+    for (std::size_t i = 0; i < rowCount; ++i)
+        made[i] = instantOf(rows[i]);
+    return made;
+}
+
+constexpr std::array<qint64, rowCount> instants = makeInstants();
+constexpr const Row &lastRow = rows[rowCount - 1];
+
+qint64 less(qint64 instant, int seconds)
+{
+    return calendar::difference(instant, seconds * calendar::msPerSecond);
+}
+
+bool isBeyondTable(qint64 utc, int offered)
+{
+    return utc > instants.back() && offered > lastRow.gpsMinusUtc;
+}
+
+} // namespace
+
+int atUtc(qint64 utc)
+{
+    // From the end: the times that are asked for are mostly recent.
+    std::size_t i = rowCount - 1;
+    while (i > 0 && instants[i] > utc)
+        --i;
+    return rows[i].gpsMinusUtc;
+}
+
+int atGps(qint64 gps)
+{
+    return atUtc(less(gps, atUtc(gps)));
+}
+
+int judged(qint64 gps, int offered)
+{
+    return isBeyondTable(less(gps, offered), offered) ? offered : atGps(gps);
+}
+
+int judgedAtUtc(qint64 utc, int offered)
+{
+    return isBeyondTable(utc, offered) ? offered : atUtc(utc);
+}
+
+} // namespace KelStd::leapSeconds

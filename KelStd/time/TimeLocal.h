@@ -1,0 +1,91 @@
+#pragma once
+
+#include <KelStd/Export.h>
+#include <KelStd/time/TimeUtc.h>
+
+#include <QtCore/QString>
+
+namespace KelStd {
+
+class TimeGpsT;
+class TimeGpsW;
+
+/// An instant together with the offset from UTC in which it is to be shown.
+///
+/// The instant is kept in UTC: only `local_time` and `toString` apply the offset, and comparison
+/// does not see it. Field ranges and invalid fields are those of `TimeUtc`.
+///
+/// *The system's offset* is the one that holds in the system's time zone at the moment of the call,
+/// not the one at the instant: a summer's instant taken over in winter has the winter's offset.
+///
+///     TimeLocal(TimeUtc(2024, 1, 1, 0, 0, 0, 0), 28800).toString() == "2024-01-01 08:00:00"
+class KELSTD_EXPORT TimeLocal
+{
+public:
+    /// 1970-01-01 00:00:00.000 with the offset 0.
+    TimeLocal();
+    /// With the system's offset.
+    TimeLocal(const TimeUtc &utc);
+    /// `timeZoneSeconds` [s], east positive: any number of seconds.
+    TimeLocal(const TimeUtc &utc, int timeZoneSeconds);
+    /// UTC fields, `millionSecond` [ms], with the system's offset.
+    TimeLocal(unsigned short year, unsigned char month, unsigned char day, unsigned char hour,
+              unsigned char minute, unsigned char second, unsigned short millionSecond);
+    TimeLocal(unsigned short year, unsigned char month, unsigned char day, unsigned char hour,
+              unsigned char minute, unsigned char second, unsigned short millionSecond,
+              int timeZoneSeconds);
+
+    /// Back to the default.
+    void clear();
+
+    int timeZoneSeconds() const { return m_timeZoneSeconds; } ///< [s], east positive
+
+    /// What a clock at the offset shows; a null pointer asks for nothing. Invalid fields come as
+    /// they are.
+    void local_time(unsigned short *year, unsigned char *month, unsigned char *day,
+                    unsigned char *hour, unsigned char *minute, unsigned char *second,
+                    unsigned short *millionSecond) const;
+
+    /// What a clock at the offset shows, in the form of `TimeUtc::toString`.
+    QString toString(bool withMilliseconds = false) const;
+
+    /// The millisecond count of the instant; 0 for invalid fields.
+    long long toValueTime() const;
+    /// Takes the instant of a millisecond count as `TimeUtc` does, with the system's offset.
+    bool fromValueTime(long long valueTime);
+    /// The system's time with the system's offset.
+    static TimeLocal makeCurrent();
+
+    TimeUtc toUtc() const;
+    TimeGpsT toGpsT() const;
+    TimeGpsW toGpsW() const;
+
+    // Those of TimeUtc on the instant. A move keeps the offset.
+    TimeLocal operator+(long long milliseconds) const;
+    TimeLocal operator-(long long milliseconds) const;
+    TimeLocal &operator+=(long long milliseconds);
+    TimeLocal &operator-=(long long milliseconds);
+    long long operator-(const TimeLocal &other) const;
+
+    int compare(const TimeLocal &other) const;
+    bool operator==(const TimeLocal &other) const;
+    bool operator!=(const TimeLocal &other) const;
+    bool operator<(const TimeLocal &other) const;
+    bool operator>(const TimeLocal &other) const;
+
+    /// A list of `Format_Local`, the millisecond count of the instant and the offset.
+    void toVariant(QVariant &variant) const;
+    /// Takes instant and offset. False, and nothing changed, when `variant` is not such a list.
+    bool fromVariant(const QVariant &variant);
+
+    void save(QDataStream &stream) const;
+    /// False when a version is not 1; the time is then the default. Field values and the stream's
+    /// status are not checked.
+    bool load(QDataStream &stream);
+
+private:
+    TimeUtc m_utc;
+    qint32 m_timeZoneSeconds = 0;
+};
+
+} // namespace KelStd

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <KelStd/coord/Enumerations.h>
+
+#include <QtCore/QVariant>
+
+#include <optional>
+
+/// A time in a variant is a list whose first element says which scale it is in.
+namespace KelStd::variantForm {
+
+/// The list in `variant`; nothing when there is none of exactly `size` elements that begins with
+/// `code`.
+std::optional<QVariantList> read(const QVariant &variant, EFormat code, int size);
+
+} // namespace KelStd::variantForm

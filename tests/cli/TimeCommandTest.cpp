@@ -1,0 +1,262 @@
+#include "cli/ProgramRun.h"
+#include "support/Printers.h"
+
+#include <QtCore/QDateTime>
+#include <QtCore/QJsonDocument>
+#include <QtCore/QJsonObject>
+
+namespace KelStd {
+namespace {
+
+using test::Mentions;
+using test::ProgramResult;
+using test::ProgramRun;
+
+ProgramResult runTime(const QList<const char *> &arguments, const QByteArray &input = {})
+{
+    ProgramRun program;
+    program.setVariable(QStringLiteral("TZ"), QStringLiteral("Asia/Kolkata"));
+    QStringList words{QStringLiteral("time")};
+    for (const char *argument : arguments)
+        words += QString::fromUtf8(argument);
+    return program.run(words, input);
+}
+
+/// The only line of the output, read as a JSON object.
+QJsonObject object(const ProgramResult &result)
+{
+    EXPECT_EQ(result.status, 0) << result.err;
+    EXPECT_EQ(result.err, QString());
+    EXPECT_EQ(result.outLines().size(), 1) << result.out;
+    return QJsonDocument::fromJson(result.out.toUtf8()).object();
+}
+
+TEST(TimeCommand, ShowsAnInstantInAllFourScales)
+{
+    const auto result = runTime({"--offset", "3600", "2024-02-29T12:34:56.789Z"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.err, QString());
+    EXPECT_EQ(result.outLines(),
+              QStringList({QStringLiteral("2024-02-29T12:34:56.789Z"),
+                           QStringLiteral("  UTC                     2024-02-29 12:34:56.789"),
+                           QStringLiteral("  GPS time                2024-02-29 12:35:14.789"),
+                           QStringLiteral("  GPS week and seconds    2303 390914 (and 789 ms)"),
+                           QStringLiteral("  local time              2024-02-29 13:34:56.789 "
+                                          "(UTC+01:00)"),
+                           QStringLiteral("  leap seconds            18 (GPS minus UTC)")}));
+}
+
+/// One epoch, 2024-02-29 12:34:56 UTC, in each scale. Week 2303 began on 2024-02-25, four days and
+/// 12:35:14 earlier.
+struct Written
+{
+    const char *testName;
+    QList<const char *> arguments;
+};
+
+class TimeInput : public testing::TestWithParam<Written>
+{};
+
+TEST_P(TimeInput, IsTheSameEpoch)
+{
+    const QJsonObject shown = object(runTime(QList<const char *>{"--json"} + GetParam().arguments));
+    EXPECT_EQ(shown.value(QStringLiteral("utc")).toString(),
+              QStringLiteral("2024-02-29T12:34:56.000Z"));
+    EXPECT_EQ(shown.value(QStringLiteral("gpst")).toString(),
+              QStringLiteral("2024-02-29T12:35:14.000"));
+    EXPECT_EQ(shown.value(QStringLiteral("gps_week")).toInt(), 2303);
+    EXPECT_EQ(shown.value(QStringLiteral("gps_seconds")).toInt(), 390914);
+    EXPECT_EQ(shown.value(QStringLiteral("leap_seconds")).toInt(), 18);
+    EXPECT_FALSE(shown.value(QStringLiteral("is_leap_second")).toBool(true));
+    // date -u -d '2024-02-29 12:34:56' +%s
+    EXPECT_EQ(shown.value(QStringLiteral("milliseconds_since_1970")).toDouble(), 1709210096000.0);
+    const int offset = GetParam().arguments.contains("--offset") ? -18000 : 19800;
+    EXPECT_EQ(shown.value(QStringLiteral("offset")).toInt(), offset);
+    EXPECT_EQ(shown.value(QStringLiteral("local")).toString(),
+              offset == 19800 ? QStringLiteral("2024-02-29T18:04:56.000")
+                              : QStringLiteral("2024-02-29T07:34:56.000"));
+}
+
+const char *const offsetOption = "--offset";
+
+INSTANTIATE_TEST_SUITE_P(
+    Forms, TimeInput,
+    testing::Values(Written{"Utc", {"2024-02-29 12:34:56"}},
+                    Written{"UtcWithT", {"2024-02-29T12:34:56"}},
+                    Written{"UtcWithZ", {"2024-02-29T12:34:56Z"}},
+                    Written{"UtcWithDecimals", {"2024-02-29 12:34:56.0"}},
+                    Written{"UtcNamed", {"--from", "utc", "2024-02-29 12:34:56"}},
+                    Written{"GpsTime", {"--from", "gpst", "2024-02-29 12:35:14"}},
+                    Written{"WeekAndColon", {"--from", "gpsw", "2303:390914"}},
+                    Written{"WeekAndBlank", {"--from", "gpsw", "2303 390914"}},
+                    Written{"WeekAndComma", {"--from", "gpsw", "2303, 390914"}},
+                    Written{"WeekAsTheLibraryWritesIt", {"--from", "gpsw", "2303week 390914sec"}},
+                    Written{"Local", {"--from", "local", "2024-02-29 18:04:56"}},
+                    Written{"LocalWithOffset",
+                            {"--from", "local", offsetOption, "-18000", "2024-02-29 07:34:56"}}),
+    [](const auto &row) { return row.param.testName; });
+
+TEST(TimeCommand, DecimalsAreFractionsOfASecond)
+{
+    EXPECT_THAT(runTime({"2024-01-01 00:00:00.5"}).out, Mentions("2024-01-01 00:00:00.500\n"));
+    EXPECT_THAT(runTime({"2024-01-01 00:00:00.05"}).out, Mentions("2024-01-01 00:00:00.050\n"));
+}
+
+TEST(TimeCommand, BothSidesOfALeapSecondAndTheSecondItself)
+{
+    const auto last = object(runTime({"--json", "--from", "gpst", "2017-01-01 00:00:16.999"}));
+    EXPECT_EQ(last.value(QStringLiteral("utc")), QStringLiteral("2016-12-31T23:59:59.999Z"));
+    EXPECT_EQ(last.value(QStringLiteral("leap_seconds")), 17);
+    EXPECT_EQ(last.value(QStringLiteral("is_leap_second")), false);
+
+    // What was given is shown again, although its UTC is also that of the next second.
+    const auto inserted = object(runTime({"--json", "--from", "gpst", "2017-01-01 00:00:17.5"}));
+    EXPECT_EQ(inserted.value(QStringLiteral("gpst")), QStringLiteral("2017-01-01T00:00:17.500"));
+    EXPECT_EQ(inserted.value(QStringLiteral("gps_seconds")), 17);
+    EXPECT_EQ(inserted.value(QStringLiteral("is_leap_second")), true);
+    EXPECT_THAT(runTime({"--from", "gpsw", "1930:17"}).out,
+                Mentions("2017-01-01 00:00:00.000 (in the leap second 23:59:60)"));
+
+    const auto first = object(runTime({"--json", "2017-01-01 00:00:00"}));
+    EXPECT_EQ(first.value(QStringLiteral("gpst")), QStringLiteral("2017-01-01T00:00:18.000"));
+    EXPECT_EQ(first.value(QStringLiteral("leap_seconds")), 18);
+    EXPECT_EQ(first.value(QStringLiteral("is_leap_second")), false);
+}
+
+TEST(TimeCommand, NowIsTheSystemsTime)
+{
+    const qint64 before = QDateTime::currentMSecsSinceEpoch();
+    const auto shown = object(runTime({"--json", "--from", "gpsw", "now"}));
+    const qint64 after = QDateTime::currentMSecsSinceEpoch();
+    const auto now =
+        static_cast<qint64>(shown.value(QStringLiteral("milliseconds_since_1970")).toDouble());
+    EXPECT_LE(before, now);
+    EXPECT_LE(now, after);
+}
+
+TEST(TimeCommand, TakesSeveralValues)
+{
+    const auto result = runTime({"2024-01-01 00:00:00", "2024-01-02 00:00:00"});
+    EXPECT_EQ(result.status, 0);
+    const QStringList lines = result.outLines();
+    ASSERT_EQ(lines.size(), 13);
+    EXPECT_EQ(lines.at(0), QStringLiteral("2024-01-01 00:00:00"));
+    EXPECT_EQ(lines.at(6), QString());
+    EXPECT_EQ(lines.at(7), QStringLiteral("2024-01-02 00:00:00"));
+}
+
+TEST(TimeCommand, ReadsLinesOfStandardInput)
+{
+    const auto result = runTime({"--json", "-"}, "2024-01-01 00:00:00\n"
+                                                 "\n"
+                                                 "# a note\n"
+                                                 "  2024-01-02 00:00:00 \r\n"
+                                                 "2024-01-03 00:00:00");
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.err, QString());
+    ASSERT_EQ(result.outLines().size(), 3);
+    EXPECT_THAT(result.outLines().at(2), Mentions("\"utc\":\"2024-01-03T00:00:00.000Z\""));
+}
+
+TEST(TimeCommand, ABadLineIsReportedAndTheRunGoesOn)
+{
+    const auto result = runTime({"--json", "-"}, "2024-01-01 00:00:00\nnoon\n2024-01-02 00:00:00\n"
+                                                     + QByteArray(10000, '1') + '\n');
+    EXPECT_EQ(result.status, 2);
+    EXPECT_EQ(result.outLines().size(), 2);
+    ASSERT_EQ(result.errLines().size(), 2);
+    EXPECT_THAT(result.errLines().at(0), Mentions("<stdin>:2: \"noon\" is no UTC"));
+    EXPECT_THAT(result.errLines().at(1), Mentions("<stdin>:4: "));
+    EXPECT_LT(result.errLines().at(1).size(), 250);
+}
+
+struct BadValue
+{
+    const char *scale;
+    const char *value;
+    const char *reason;
+};
+
+// Each with the accepted forms, on one line.
+TEST(TimeCommand, AValueThatCannotBeReadIsShownTheForms)
+{
+    for (const BadValue &row : QList<BadValue>{
+             {"utc", "bad", "it is not written as one"},
+             {"utc", "", "it is not written as one"},
+             {"utc", "2024-01-01", "it is not written as one"},
+             {"utc", "2024-1-1 00:00:00", "it is not written as one"},
+             {"utc", "2024-01-01 00:00:00.1234", "it is not written as one"},
+             {"utc", "2024-01-01 00:00:00,5", "it is not written as one"},
+             {"utc", "12024-01-01 00:00:00", "it is not written as one"},
+             {"utc", "\xD9\xA2\xD9\xA0\xD9\xA2\xD9\xA4-01-01 00:00:00", "it is not written as one"},
+             {"utc", "2024-02-30 00:00:00", "there is no such date or time of day"},
+             {"utc", "2024-01-01 24:00:00", "there is no such date or time of day"},
+             {"utc", "0000-01-01 00:00:00", "there is no such date or time of day"},
+             {"utc", "2016-12-31 23:59:60", "a leap second has no UTC here; give its GPS time"},
+             {"utc", "0001-01-01 00:00:00", "not between the years 1 and 9999"},
+             {"utc", "9999-12-31 23:59:59", "not between the years 1 and 9999"},
+             {"gpst", "2024-01-01T00:00:00Z", "it is not written as one"},
+             {"gpst", "2016-12-31 23:59:60", "there is no such date or time of day"},
+             {"local", "2024-01-01T00:00:00Z", "it is not written as one"},
+             {"gpsw", "2300", "it is not written as one"},
+             {"gpsw", "2300:1.5", "it is not written as one"},
+             {"gpsw", "65536:0", "weeks are 0 to 65535"},
+             {"gpsw", "2300:604800", "seconds 0 to 604799"},
+         }) {
+        SCOPED_TRACE(row.value);
+        const auto result = runTime({"--from", row.scale, row.value});
+        EXPECT_EQ(result.status, 2);
+        EXPECT_EQ(result.out, QString());
+        ASSERT_EQ(result.errLines().size(), 1);
+        EXPECT_THAT(result.err, Mentions(row.reason));
+        EXPECT_THAT(result.err, Mentions(qstrcmp(row.scale, "gpsw") == 0 ? "; write 2303:390914, "
+                                                                         : "; write 2024-02-29 "));
+    }
+}
+
+TEST(TimeCommand, AnOffsetCannotLeadOutOfTheYears)
+{
+    const auto result = runTime({"--offset", "2147483647", "9990-01-01 00:00:00"});
+    EXPECT_EQ(result.status, 2);
+    EXPECT_THAT(result.err, Mentions("not between the years 1 and 9999"));
+    EXPECT_THAT(runTime({"--offset", "2147483647", "2024-01-01 00:00:00"}).out,
+                Mentions("2092-01-19 03:14:07.000"));
+    EXPECT_THAT(runTime({"--offset", "-12345", "2024-01-01 00:00:00"}).out,
+                Mentions("2023-12-31 20:34:15.000 (UTC-03:25:45)"));
+}
+
+TEST(TimeCommand, MistakesOnTheCommandLine)
+{
+    const auto expectMistake = [](const QList<const char *> &arguments, const char *message) {
+        const auto result = runTime(arguments);
+        EXPECT_EQ(result.status, 2);
+        EXPECT_EQ(result.out, QString());
+        EXPECT_THAT(result.err, Mentions(message));
+    };
+    expectMistake({}, "a VALUE is missing; 'kelstd time --help' tells more");
+    expectMistake({"--from", "tai", "now"},
+                  "--from 'tai' is no time scale; there are utc, gpst, gpsw, local");
+    expectMistake({"--offset", "1.5", "now"}, "--offset '1.5' is no whole number of seconds");
+    expectMistake({"--offset", "2147483648", "now"}, "is no whole number of seconds");
+}
+
+TEST(TimeCommand, DigitsAreLatinWhateverTheLocale)
+{
+    ProgramRun program;
+    program.setVariable(QStringLiteral("LC_ALL"), QStringLiteral("ar_EG.UTF-8"));
+    const auto result = program.run({QStringLiteral("time"), QStringLiteral("--offset"),
+                                     QStringLiteral("0"), QStringLiteral("2024-02-29 12:34:56")});
+    EXPECT_EQ(result.status, 0);
+    for (const QChar character : result.out)
+        EXPECT_LT(character.unicode(), 128) << result.out;
+}
+
+TEST(TimeCommand, NeedsNoProj)
+{
+    ProgramRun program;
+    program.setVariable(QStringLiteral("KELSTD_HOME_DIR"), QStringLiteral("/no/such/home"));
+    EXPECT_EQ(program.run({QStringLiteral("time"), QStringLiteral("now")}).status, 0);
+}
+
+} // namespace
+} // namespace KelStd
