@@ -2,6 +2,7 @@
 
 #include <KelStd/proj/FixedBuffer.h>
 #include <KelStd/proj/ProjLib.h>
+#include <KelStd/proj/WorkingDirectoryScope.h>
 
 namespace KelStd {
 
@@ -72,6 +73,7 @@ private:
         return ProjLib::ConvertPosList(source, target, to, type, m_error);
     }
 
+    const proj::WorkingDirectoryScope m_scope; ///< one for all stages
     QString m_geographic;
     QString m_cartesian;
     QString m_localGeographic;

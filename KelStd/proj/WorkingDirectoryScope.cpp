@@ -7,17 +7,27 @@
 
 namespace KelStd::proj {
 
+namespace {
+
+/// How many scopes are open. The current directory is the process's, and so is this.
+int openScopes = 0;
+
+} // namespace
+
 WorkingDirectoryScope::WorkingDirectoryScope()
 {
-    QDir dir = AppConfig::getInstance().homeDir();
-    if (!dir.exists() || !dir.cd(privateDirectoryName()))
+    if (openScopes++ > 0)
         return;
-    m_previous = QDir::currentPath();
-    QDir::setCurrent(QDir::fromNativeSeparators(dir.absolutePath()));
+    const QString previous = QDir::currentPath();
+    const QString privateDirectory =
+        AppConfig::getInstance().homeDir().absoluteFilePath(privateDirectoryName());
+    if (QDir::setCurrent(QDir::fromNativeSeparators(privateDirectory)))
+        m_previous = previous;
 }
 
 WorkingDirectoryScope::~WorkingDirectoryScope()
 {
+    --openScopes;
     if (!m_previous.isEmpty())
         QDir::setCurrent(m_previous);
 }

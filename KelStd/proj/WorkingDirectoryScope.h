@@ -6,7 +6,8 @@ namespace KelStd::proj {
 
 /// Makes the private PROJ directory the process's current directory for as long as it lives, so
 /// that PROJ finds relative grid names there. When the directory cannot be entered it changes and
-/// restores nothing.
+/// restores nothing. Within another scope it does nothing: an operation of several PROJ calls opens
+/// one for all of them.
 class WorkingDirectoryScope
 {
 public:
