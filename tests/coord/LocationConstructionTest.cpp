@@ -2,9 +2,13 @@
 #include "support/LogCapture.h"
 #include "support/Printers.h"
 #include "support/ProjTest.h"
+#include "support/Raised.h"
 
 #include <KelStd/io/Coord_IO.h>
+#include <KelStd/platform/AppConfig.h>
 #include <KelStd/proj/ProjLib.h>
+
+#include <QtCore/QDir>
 
 #include <gtest/gtest.h>
 
@@ -258,6 +262,41 @@ TEST_F(LocationConstruction, SouthOrientatedSystemWithFalseEastingFailsAtEachPoi
                                                      nullptr, &m_coord, &error));
     EXPECT_FALSE(error.isEmpty());
     EXPECT_TRUE(location == untouched());
+}
+
+/// A unit without a PROJ word raises before any stage; the directory is restored, and the next
+/// operation enters the private one again (the log entry is written while it is current).
+TEST_F(LocationConstruction, UnitThatRaisesLeavesTheDirectoryAsItWas)
+{
+    const QString before = QDir::currentPath();
+    Coord yards = m_coord;
+    yards.ellipsoid.proj4EllpsName.clear();
+    yards.ellipsoid.biggerHalfAxle.unit = Unit_Yard;
+    Coord refused = m_coord;
+    refused.projection.proj4Projection = QStringLiteral("no_such");
+
+    QStringList loggedIn;
+    LogLibrary::setSink([&loggedIn](const QString &, const QString &, ELogType, bool) {
+        loggedIn << QDir::currentPath();
+    });
+    for (const LocationOperation &operation : locationOperations) {
+        SCOPED_TRACE(operation.name);
+        Location location = untouched();
+        EXPECT_EQ(test::messageRaisedByPointer(
+                      [&] { operation.make(Pos(), location, nullptr, &yards, nullptr); }),
+                  "Error unit for proj4");
+        EXPECT_TRUE(location == untouched());
+        EXPECT_EQ(QDir::currentPath(), before);
+        EXPECT_FALSE(operation.make(startOf(operation), location, nullptr, &refused, nullptr));
+        EXPECT_EQ(QDir::currentPath(), before);
+    }
+    LogLibrary::setSink({});
+
+    const QDir home = AppConfig::getInstance().homeDir();
+    ASSERT_EQ(loggedIn.size(), 4);
+    for (const QString &directory : loggedIn)
+        EXPECT_EQ(QDir(directory).canonicalPath(),
+                  QDir(home.filePath(QStringLiteral("proj"))).canonicalPath());
 }
 
 TEST_F(LocationConstruction, ErrorTextMayBeLeftOut)
