@@ -18,7 +18,7 @@ namespace {
 
 constexpr qint32 streamVersion = 1;
 constexpr qint64 gpsStart = calendar::daysSince1970(1980, 1, 6) * calendar::msPerDay;
-constexpr qint64 secondsPerWeek = 7 * 86400;
+constexpr qint64 secondsPerWeek = Q_INT64_C(7) * 86400;
 
 static_assert(gpsStart == Q_INT64_C(315964800000), "GPS time starts on 1980-01-06");
 
