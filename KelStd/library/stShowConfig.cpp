@@ -1,6 +1,52 @@
 #include <KelStd/library/stShowConfig.h>
 
+#include <QtCore/QDataStream>
+
 namespace KelStd {
+
+namespace {
+
+constexpr qint32 formatVersion = 1;
+
+// How each type of field stands in a stream.
+
+template <typename Enumeration>
+void write(QDataStream &stream, Enumeration value)
+{
+    stream << static_cast<qint32>(value);
+}
+
+void write(QDataStream &stream, unsigned char precision)
+{
+    stream << static_cast<qint8>(precision);
+}
+
+void write(QDataStream &stream, bool flag)
+{
+    stream << flag;
+}
+
+template <typename Enumeration>
+void read(QDataStream &stream, Enumeration &value)
+{
+    qint32 number = 0;
+    stream >> number;
+    value = static_cast<Enumeration>(number);
+}
+
+void read(QDataStream &stream, unsigned char &precision)
+{
+    qint8 number = 0;
+    stream >> number;
+    precision = static_cast<unsigned char>(number);
+}
+
+void read(QDataStream &stream, bool &flag)
+{
+    stream >> flag;
+}
+
+} // namespace
 
 // One row for each field, in declaration order: what a new record has, and what a cleared one has.
 #define KELSTD_SHOW_CONFIG_FIELDS(FIELD)                                                           \
@@ -65,6 +111,27 @@ bool stShowConfig::operator==(const stShowConfig &other) const
 bool stShowConfig::operator!=(const stShowConfig &other) const
 {
     return !(*this == other);
+}
+
+void stShowConfig::save(QDataStream &stream) const
+{
+    stream << formatVersion;
+#define KELSTD_FIELD(field, constructed, cleared) write(stream, field);
+    KELSTD_SHOW_CONFIG_FIELDS(KELSTD_FIELD)
+#undef KELSTD_FIELD
+}
+
+bool stShowConfig::load(QDataStream &stream)
+{
+    clear();
+    qint32 version = 0;
+    stream >> version;
+    if (version != formatVersion)
+        return false;
+#define KELSTD_FIELD(field, constructed, cleared) read(stream, field);
+    KELSTD_SHOW_CONFIG_FIELDS(KELSTD_FIELD)
+#undef KELSTD_FIELD
+    return true;
 }
 
 } // namespace KelStd

@@ -10,7 +10,10 @@
 
 namespace KelStd {
 
-/// Texts and units: symbols, conversions, file words, descriptions and formatted values.
+class Coord;
+class Pos;
+
+/// Texts and units: symbols, conversions, file words, descriptions, formatted and parsed values.
 ///
 /// Numbers never depend on the locale; descriptions and plain-text symbols are translated in the
 /// context "QObject". Two kinds of exception are raised, as the contract has them:
@@ -160,10 +163,54 @@ public:
                                    QString *unitText = nullptr);
     static QString GetFormatString(const Param &param, QString *unitText = nullptr);
 
+    /// The three components of `pos`, a position in the user's coordinates of `coord`, with the
+    /// settings of the display configuration. Longitude, latitude and ellipsoidal height where the
+    /// projection's `locationType` is geographic; Y, X and elevation where it is plane, in the
+    /// projection's units. Any other `locationType` leaves all outputs untouched, and so does a
+    /// height unit without a factor, which raises by value. The unit texts may be null.
+    static void GetFormatString(const Pos &pos, const Coord &coord, QString &north, QString &east,
+                                QString &height, QString *northUnit, QString *eastUnit,
+                                QString *heightUnit);
+
     /// The exact text of `param`: no conversion, no display settings. Numbers have up to 20
     /// decimals without trailing zeros; pressures and temperatures up to 2. Times raise
     /// "No Time Value In Coordinate" by pointer.
     static QString GetNoFormatString(const Param &param, QString *unitText = nullptr);
+
+    // --- Parsed values -------------------------------------------------------------------------
+    //
+    // Numbers are read as in the C locale, by `QString::toDouble` and its like, which take "nan"
+    // and "inf" and blanks around a number. Nothing is raised.
+
+    /// The pattern of an input field for values of a kind, empty for a kind without one. Two
+    /// peculiarities are deliberate: the integers' pattern has no single digit from 1 to 9, and the
+    /// real numbers' takes every text that begins with a digit or ends in digits, a point and
+    /// digits.
+    static QString GetRegExp_by_ValueType(EValueType type);
+
+    /// Reads `text` into a variant of the type that `type` calls for.
+    ///
+    /// Numbers stand in the value's own unit. Angles are decimal degrees without a symbol,
+    /// otherwise any of degrees, minutes and seconds, each before its symbol; `value` is then in
+    /// `unit`, which must be `Unit_Degree` or `Unit_Second`. The parts are added with their own
+    /// signs, deliberately: "-30°15′" is -29.75 degrees. Their ranges are not checked, and what
+    /// follows the last symbol is ignored.
+    ///
+    /// \return false, with `value` untouched, for a text that is no such value and for a kind that
+    /// cannot be typed (flags, times, enumerations).
+    static bool GetValueFromString(EValueType type, EUnit unit, const QString &text,
+                                   QVariant &value);
+
+    /// Reads an angle written in `format` into decimal `degrees`.
+    ///
+    /// A plain number is degrees, arc seconds or radians, as `format` says. With symbols,
+    /// `Format_DegreeMinuteSecond` takes all three (minutes and seconds from 0 to below 60; the
+    /// minus before the degrees does not reach them, as above), `Format_Degree` and `Format_Second`
+    /// their own one; what follows it is ignored.
+    ///
+    /// \return false, with `degrees` untouched, for anything else; with `Format_Degree` a text that
+    /// has the symbol but no number before it sets `degrees` to 0, deliberately.
+    static bool GetAngleValue(const QString &text, EFormat format, double &degrees);
 
 private:
     static QMap<EValueType, QString> _Make_ForCoordIO_ValType_AsciiStrings();

@@ -1,5 +1,8 @@
 #include <KelStd/text/CoordStringHelper.h>
 
+#include <KelStd/coord/Coord.h>
+#include <KelStd/coord/Pos.h>
+#include <KelStd/library/ShowConfigRows.h>
 #include <KelStd/library/StandardLibrary.h>
 #include <KelStd/text/EnumerationTables.h>
 #include <KelStd/text/EnumerationValueText.h>
@@ -12,39 +15,6 @@
 namespace KelStd {
 
 namespace {
-
-/// Where the display configuration keeps the settings of a kind of value. A null unit means the
-/// value's own unit, a null format `Format_None`, a null precision no decimals.
-struct ConfiguredRow
-{
-    EValueType type;
-    EUnit stShowConfig::*unit;
-    EFormat stShowConfig::*format;
-    unsigned char stShowConfig::*precision;
-    bool stShowConfig::*keepZero;
-};
-
-using C = stShowConfig;
-
-constexpr ConfiguredRow configuredRows[] = {
-    {ValueType_Int32, nullptr, nullptr, nullptr, nullptr},
-    {ValueType_Int64, nullptr, nullptr, nullptr, nullptr},
-    {ValueType_Double, nullptr, nullptr, &C::doublePrecision, &C::doubleKeepZero},
-    {ValueType_Distance, &C::distanceUnit, nullptr, &C::distancePrecision, &C::distanceKeepZero},
-    {ValueType_Height, &C::heightUnit, nullptr, &C::heightPrecision, &C::heightKeepZero},
-    {ValueType_Angle, nullptr, &C::angleFormat, &C::anglePrecision, &C::angleKeepZero},
-    {ValueType_Pressure, &C::pressureUnit, nullptr, &C::pressurePrecision, &C::pressureKeepZero},
-    {ValueType_Temprature, &C::tempratureUnit, nullptr, &C::tempraturePrecision,
-     &C::tempratureKeepZero},
-    {ValueType_Longitude, nullptr, &C::latLongFormat, &C::latLongPrecision, &C::latLongKeepZero},
-    {ValueType_Latitude, nullptr, &C::latLongFormat, &C::latLongPrecision, &C::latLongKeepZero},
-    {ValueType_EarthHeight, &C::earthHeightUnit, nullptr, &C::earthHeightPrecision,
-     &C::earthHeightKeepZero},
-    {ValueType_X, &C::xyUnit, nullptr, &C::xyPrecision, &C::xyKeepZero},
-    {ValueType_Y, &C::xyUnit, nullptr, &C::xyPrecision, &C::xyKeepZero},
-    {ValueType_ElevationHeight, &C::elevationHeightUnit, nullptr, &C::elevationHeightPrecision,
-     &C::elevationHeightKeepZero},
-};
 
 /// Kinds that are shown without any unit or setting.
 constexpr EValueType plainTypes[] = {
@@ -59,13 +29,6 @@ constexpr EValueType plainTypes[] = {
 bool isPlain(EValueType type)
 {
     return std::find(std::begin(plainTypes), std::end(plainTypes), type) != std::end(plainTypes);
-}
-
-const ConfiguredRow *configuredRow(EValueType type)
-{
-    const auto row = std::find_if(std::begin(configuredRows), std::end(configuredRows),
-                                  [type](const ConfiguredRow &r) { return r.type == type; });
-    return row != std::end(configuredRows) ? row : nullptr;
 }
 
 /// An angle with its hemisphere letter: of two letters the first is for zero and above.
@@ -136,19 +99,80 @@ QString CoordStringHelper::GetFormatString(EValueType type, const QVariant &valu
     if (kind == ValueKind::Time || kind == ValueKind::TimeSpan)
         raiseByPointer(noTimeInCoordinate);
 
-    const ConfiguredRow *row = configuredRow(type);
+    const ShowConfigRow *row = findShowConfigRow(type);
     if (row == nullptr)
         return {};
     const stShowConfig &config = *StandardLibrary::getInstance().getShowConfig();
-    return GetFormatString(type, value, unit, row->unit != nullptr ? config.*row->unit : unit,
-                           row->format != nullptr ? config.*row->format : Format_None,
-                           row->precision != nullptr ? config.*row->precision : 0,
-                           row->keepZero != nullptr && !(config.*row->keepZero), unitText);
+    return GetFormatString(type, value, unit, row->unitIn(config, unit), row->formatIn(config),
+                           row->precisionIn(config), row->erasesTailZero(config), unitText);
 }
 
 QString CoordStringHelper::GetFormatString(const Param &param, QString *unitText)
 {
     return GetFormatString(param.valType, param.value, param.unit, unitText);
+}
+
+namespace {
+
+/// Which kind of value each component of a position is; an `ELocationType` without a row is not
+/// formatted.
+struct PositionRow
+{
+    ELocationType locationType;
+    EValueType east;
+    EValueType north;
+    EValueType height;
+};
+
+constexpr PositionRow positionRows[] = {
+    {LocationType_X_Y_ElevationHeight, ValueType_Y, ValueType_X, ValueType_ElevationHeight},
+    {LocationType_Lat_Long_EarthHeight, ValueType_Longitude, ValueType_Latitude,
+     ValueType_EarthHeight},
+};
+
+/// A component's texts: all three are made before the first is handed out, so that a unit that
+/// raises leaves the caller's texts alone.
+class Shown
+{
+public:
+    Shown(EValueType type, double value, EUnit unit)
+        : m_text(CoordStringHelper::GetFormatString(type, value, unit, &m_unit))
+    {}
+
+    void writeTo(QString &text, QString *unit) const
+    {
+        text = m_text;
+        if (unit != nullptr)
+            *unit = m_unit;
+    }
+
+private:
+    QString m_unit; // before the text, whose making fills it
+    QString m_text;
+};
+
+} // namespace
+
+void CoordStringHelper::GetFormatString(const Pos &pos, const Coord &coord, QString &north,
+                                        QString &east, QString &height, QString *northUnit,
+                                        QString *eastUnit, QString *heightUnit)
+{
+    const Projection &projection = coord.projection;
+    const auto row = std::find_if(
+        std::begin(positionRows), std::end(positionRows),
+        [&projection](const PositionRow &r) { return r.locationType == projection.locationType; });
+    if (row == std::end(positionRows))
+        return;
+
+    const stENU &enu = pos.getENU();
+    // The north component, too, is converted from the unit of the east, deliberately.
+    const EUnit planeUnit = projection.eastUnit();
+    const Shown shownEast(row->east, enu.e, planeUnit);
+    const Shown shownNorth(row->north, enu.n, planeUnit);
+    const Shown shownHeight(row->height, enu.u, projection.heightUnit());
+    shownEast.writeTo(east, eastUnit);
+    shownNorth.writeTo(north, northUnit);
+    shownHeight.writeTo(height, heightUnit);
 }
 
 } // namespace KelStd

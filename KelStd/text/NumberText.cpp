@@ -9,41 +9,22 @@ namespace KelStd::text {
 
 namespace {
 
-struct Sexagesimal
-{
-    double degrees;
-    double minutes;
-    double seconds;
-};
+/// What this folder tells the toolkit library, whatever it prints; the seconds come with all their
+/// digits all the same.
+constexpr unsigned char usualHint = 2;
 
-/// The components of `value` as they are printed at `precision`: seconds that round to 60 are
-/// carried. Each has the sign of `value`.
-Sexagesimal splitForPrinting(double value, unsigned char precision)
-{
-    Sexagesimal parts{};
-    tk::Toolkits::GetDegreeMinuteSecond(value, &parts.degrees, &parts.minutes, &parts.seconds, 2);
+/// Below this no number of decimals rounds up to 60.
+constexpr double leastThatRoundsToSixty = 59.5;
 
-    const double one = value < 0.0 ? -1.0 : 1.0;
-    if (QString::number(std::abs(parts.seconds), 'f', precision).toDouble() >= 60.0) {
-        parts.seconds = 0.0;
-        parts.minutes += one;
-    }
-    if (std::abs(parts.minutes) >= 60.0) {
-        parts.minutes = 0.0;
-        parts.degrees += one;
-    }
-    return parts;
+bool roundsToSixty(double seconds, unsigned char precision)
+{
+    return seconds >= leastThatRoundsToSixty
+           && QString::number(seconds, 'f', precision).toDouble() >= 60.0;
 }
 
 QString degreeMinuteSecond(double value, NumberStyle style, bool signInHemisphere)
 {
-    auto [d, m, s] = splitForPrinting(value, style.precision);
-
-    // Only the leading part that is not zero keeps the minus.
-    if (m < 0.0 && d != 0.0)
-        m = -m;
-    if (s < 0.0 && !(d == 0.0 && m == 0.0))
-        s = -s;
+    auto [d, m, s] = splitForPrinting(value, style.precision, usualHint);
     if (signInHemisphere && d < 0.0)
         d = -d;
 
@@ -59,12 +40,40 @@ QString degreeMinuteSecond(double value, NumberStyle style, bool signInHemispher
 
 } // namespace
 
+Sexagesimal splitForPrinting(double value, unsigned char precision, unsigned char hint)
+{
+    double d = 0.0;
+    double m = 0.0;
+    double s = 0.0;
+    tk::Toolkits::GetDegreeMinuteSecond(value, &d, &m, &s, hint);
+
+    const double one = value < 0.0 ? -1.0 : 1.0;
+    if (roundsToSixty(std::abs(s), precision)) {
+        s = 0.0;
+        m += one;
+    }
+    if (std::abs(m) >= 60.0) {
+        m = 0.0;
+        d += one;
+    }
+
+    if (m < 0.0 && d != 0.0)
+        m = -m;
+    if (s < 0.0 && !(d == 0.0 && m == 0.0))
+        s = -s;
+    return {d + 0.0, m + 0.0, s + 0.0}; // a zero has no minus
+}
+
 QString number(double value, NumberStyle style)
 {
-    QString text = QString::number(value, 'f', style.precision);
-    if (style.eraseTailZero)
-        tk::Toolkits::EraseTailZero(text);
-    return text;
+    const QString text = QString::number(value, 'f', style.precision);
+    return style.eraseTailZero ? withoutTailZero(text) : text;
+}
+
+QString withoutTailZero(QString number)
+{
+    tk::Toolkits::EraseTailZero(number);
+    return number;
 }
 
 QString angle(double value, EFormat format, NumberStyle style, bool signInHemisphere)
