@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QtCore/QDataStream>
+#include <QtCore/QMap>
+#include <QtCore/QString>
+#include <QtCore/QVariant>
+
+/// Variants read as Qt's own operators read them, without what a stream made to do harm can do with
+/// those: Qt calls itself for every list in a list, until some twenty thousand levels have used up
+/// the stack, and sets room aside for as many elements as a list's count claims, which can raise
+/// `std::bad_alloc`.
+///
+/// Here a variant that nests deeper than `deepestVariantNesting` becomes an invalid one with the
+/// status `ReadCorruptData`, which is what Qt makes of a type that it does not know; so does one
+/// that does not fit the memory. Room grows with the elements that are there.
+namespace KelStd {
+
+/// Levels of lists, maps, hashes and variants within each other.
+inline constexpr int deepestVariantNesting = 256;
+
+void readVariant(QDataStream &stream, QVariant &value);
+
+/// A map of variants, as Qt's operator for maps reads it: empty when one of its entries fails.
+void readVariants(QDataStream &stream, QMap<QString, QVariant> &values);
+
+} // namespace KelStd
