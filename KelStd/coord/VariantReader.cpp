@@ -195,14 +195,13 @@ void refuse(QDataStream &stream, QVariant &value)
     stream.setStatus(QDataStream::ReadCorruptData);
 }
 
-/// A variant that holds a `Content`. The content is read in place: put into the variant afterwards
-/// it would take the null flag away.
+/// A variant that holds a `Content`. It is read in place: setting it would take the null flag away.
 template <typename Content>
 void readHolding(QDataStream &stream, QVariant &value, int depth)
 {
-    const Content empty{};
-    const bool null = skipHeader(stream);
-    value = QVariant(qMetaTypeId<Content>(), null ? nullptr : &empty);
+    const int type = qMetaTypeId<Content>();
+    value = skipHeader(stream) ? QVariant(static_cast<QVariant::Type>(type)) // is null
+                               : QVariant(type, nullptr);                    // is not
     readContent(stream, *static_cast<Content *>(value.data()), depth + 1);
 }
 
