@@ -1,10 +1,12 @@
 #include <KelStd/coord/VariantReader.h>
 
 #include <QtCore/QByteArrayList>
+#include <QtCore/QDateTime>
 #include <QtCore/QHash>
 #include <QtCore/QIODevice>
 #include <QtCore/QMetaType>
 #include <QtCore/QStringList>
+#include <QtCore/QTimeZone>
 
 #include <new>
 #include <type_traits>
@@ -53,8 +55,11 @@ VariantHeader readHeader(QDataStream &stream)
     VariantHeader header;
     stream >> header.id;
     header.id = presentTypeId(header.id, stream.version());
-    if (stream.version() >= QDataStream::Qt_4_2)
-        stream >> header.null;
+    if (stream.version() >= QDataStream::Qt_4_2) {
+        qint8 flag = 0;
+        stream >> flag;
+        header.null = (flag & 1) != 0; // Qt keeps one bit of it
+    }
     return header;
 }
 
@@ -205,10 +210,22 @@ void readHolding(QDataStream &stream, QVariant &value, int depth)
     readContent(stream, *static_cast<Content *>(value.data()), depth + 1);
 }
 
+/// Qt reads a time of a zone that it does not know as an invalid one, and crashes when it writes
+/// it.
+void forgetUnknownZone(QVariant &value)
+{
+    if (value.userType() != QMetaType::QDateTime)
+        return;
+    const QDateTime time = value.toDateTime();
+    if (time.timeSpec() == Qt::TimeZone && !time.timeZone().isValid())
+        value = QDateTime();
+}
+
 void readByQt(QDataStream &stream, QVariant &value)
 {
     try {
         stream >> value;
+        forgetUnknownZone(value);
     } catch (const std::bad_alloc &) {
         refuse(stream, value);
     }

@@ -12,7 +12,8 @@
 ///
 /// Here a variant that nests deeper than `deepestVariantNesting` becomes an invalid one with the
 /// status `ReadCorruptData`, which is what Qt makes of a type that it does not know; so does one
-/// that does not fit the memory. Room grows with the elements that are there.
+/// that does not fit the memory. Room grows with the elements that are there. And a time of a zone
+/// that this machine does not know, which Qt could not write again, is an invalid time without one.
 namespace KelStd {
 
 /// Levels of lists, maps, hashes and variants within each other.
