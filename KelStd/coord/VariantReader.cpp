@@ -242,6 +242,7 @@ void readNested(QDataStream &stream, QVariant &value, int depth)
     case QMetaType::QVariant: return readHolding<QVariant>(stream, value, depth);
     case QMetaType::QStringList: return readHolding<QStringList>(stream, value, depth);
     case QMetaType::QByteArrayList: return readHolding<QByteArrayList>(stream, value, depth);
+    case QMetaType::QEasingCurve: skipHeader(stream); return refuse(stream, value);
     default: return readByQt(stream, value);
     }
 }

@@ -10,10 +10,14 @@
 /// the stack, and sets room aside for as many elements as a list's count claims, which can raise
 /// `std::bad_alloc`.
 ///
-/// Here a variant that nests deeper than `deepestVariantNesting` becomes an invalid one with the
-/// status `ReadCorruptData`, which is what Qt makes of a type that it does not know; so does one
-/// that does not fit the memory. Room grows with the elements that are there. And a time of a zone
-/// that this machine does not know, which Qt could not write again, is an invalid time without one.
+/// Here room grows with the elements that are there. These become an invalid variant with the
+/// status `ReadCorruptData`, which is what Qt makes of a type that it does not know:
+/// - a variant that nests deeper than `deepestVariantNesting`;
+/// - one that does not fit the memory;
+/// - an easing curve, whose form holds the address of a function in the writer's memory.
+///
+/// A time of a zone that this machine does not know, which Qt could not write again, becomes an
+/// invalid time without a zone.
 namespace KelStd {
 
 /// Levels of lists, maps, hashes and variants within each other.
