@@ -213,7 +213,7 @@ TEST(StreamVariants, DamagedOnesAreReadAsQtReadsThem)
     const auto below = [&random](int limit) { return int(random() % unsigned(limit)); };
     for (const QVariant &variant : variantsOfManyKinds()) {
         const QByteArray whole = (Bytes() << variant).bytes();
-        for (int round = 0; round < 400; ++round) {
+        for (int round = 0; round < 120; ++round) {
             QByteArray damaged = whole;
             // Small numbers: types, flags and lengths that mean something.
             const int number = below(64);
@@ -230,7 +230,7 @@ TEST(StreamVariants, DamagedOnesAreReadAsQtReadsThem)
             ++compared;
         }
     }
-    EXPECT_GT(compared, 5000);
+    EXPECT_GT(compared, 2000);
 }
 
 TEST(StreamVariants, OfATypeWithAName)
@@ -342,6 +342,30 @@ TEST(StreamVariants, NestedDeeperAreRefusedLikeAnUnknownType)
             SCOPED_TRACE(testing::Message() << type << ' ' << depth);
             Param param;
             QDataStream stream(paramAround(nested(type, depth)));
+            EXPECT_TRUE(param.load(stream));
+            EXPECT_EQ(stream.status(), QDataStream::ReadCorruptData);
+        }
+    }
+}
+
+TEST(StreamVariants, NestedDeeperAreRefusedInEveryFormOfStream)
+{
+    for (int version :
+         {QDataStream::Qt_2_1, QDataStream::Qt_4_0, QDataStream::Qt_4_8, QDataStream::Qt_5_15}) {
+        for (const auto order : {QDataStream::BigEndian, QDataStream::LittleEndian}) {
+            SCOPED_TRACE(testing::Message() << "version " << version << ", order " << order);
+            Bytes bytes(version, order);
+            bytes << qint32(1) << qint32(4) << qint32(0);
+            for (int level = 0; level < 300000; ++level) {
+                bytes << quint32(version < QDataStream::Qt_4_0 ? 2 : 9); // a list
+                if (version >= QDataStream::Qt_4_2)
+                    bytes << qint8(0);
+                bytes << quint32(1);
+            }
+            QDataStream stream(bytes.bytes());
+            stream.setVersion(version);
+            stream.setByteOrder(order);
+            Param param;
             EXPECT_TRUE(param.load(stream));
             EXPECT_EQ(stream.status(), QDataStream::ReadCorruptData);
         }
