@@ -23,6 +23,14 @@ function(step)
 endfunction()
 
 step("${CMAKE_COMMAND}" --install "${BUILD_TREE}" --prefix "${prefix}")
+# The delivered library is installed, all of it.
+file(GLOB_RECURSE delivered RELATIVE "${BUILD_TREE}/bin/library" "${BUILD_TREE}/bin/library/*")
+file(GLOB_RECURSE installed RELATIVE "${prefix}/bin/library" "${prefix}/bin/library/*")
+list(LENGTH installed installed_count)
+if(NOT installed STREQUAL delivered OR installed_count LESS 130)
+    file(REMOVE_RECURSE "${work}")
+    message(FATAL_ERROR "installed: ${installed}\nand not: ${delivered}")
+endif()
 step("${CMAKE_COMMAND}" -S "${SOURCE}" -B "${work}/build" -G "${GENERATOR}"
     "-DCMAKE_CXX_COMPILER=${COMPILER}" "-DCMAKE_PREFIX_PATH=${prefix}" -DCMAKE_BUILD_TYPE=Debug "-DCMAKE_CXX_FLAGS=${FLAGS}")
 step("${CMAKE_COMMAND}" --build "${work}/build")
