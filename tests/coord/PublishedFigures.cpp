@@ -204,10 +204,15 @@ std::array<double, 3> componentsOf(const Pos &pos)
     return {p.x, p.y, p.z};
 }
 
+PublishedFigures readPublishedFigures(const QString &path)
+{
+    return Reader().read(path);
+}
+
 const PublishedFigures &publishedFigures()
 {
     static const PublishedFigures figures =
-        Reader().read(QStringLiteral(KELSTD_TEST_DATA_DIR "/published_figures.txt"));
+        readPublishedFigures(QStringLiteral(KELSTD_TEST_DATA_DIR "/published_figures.txt"));
     return figures;
 }
 

@@ -61,7 +61,9 @@ struct PublishedFigures
     std::vector<std::string> errors; ///< with line numbers
 };
 
-/// Read once.
+PublishedFigures readPublishedFigures(const QString &path);
+
+/// The file published_figures.txt, read once.
 const PublishedFigures &publishedFigures();
 
 /// The file names of the systems of the cases, each once.
