@@ -45,8 +45,9 @@ const QList<Part> &parts()
         {"KelStd/library/stShowConfig", "showConfig", {"export", "enumerations", "values", "text"}},
         {"KelStd/library/", "registry", {"export", "enumerations", "values", "showConfig", "io"}},
         {"KelStd/io/", "io", {"export", "enumerations", "values", "text"}},
-        {"KelStd/proj/", "proj", {"export", "enumerations", "values", "text", "platform"}},
-        {"KelStd/platform/default/", "default platform", {"platform"}},
+        {"KelStd/grid/", "grid", {}},
+        {"KelStd/proj/", "proj", {"export", "enumerations", "values", "text", "platform", "grid"}},
+        {"KelStd/platform/default/", "default platform", {"platform", "grid"}},
         {"KelStd/platform/", "platform", {}},
     };
     return rows;
