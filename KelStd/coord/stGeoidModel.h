@@ -19,7 +19,8 @@ public:
     /// The same as `operator==`.
     bool isSameLogic(const stGeoidModel &other) const;
 
-    QString modelFileName; ///< file name of the grid; empty for none
+    QString
+        modelFileName; ///< name by which the host's `ResourceQuery` finds the grid; empty for none
 };
 
 } // namespace KelStd
