@@ -6,7 +6,11 @@
 #include <KelStd/proj/TransformationResult.h>
 #include <KelStd/proj/WorkingDirectoryScope.h>
 
+#include <QtCore/QByteArray>
+
+#include <algorithm>
 #include <limits>
+#include <string_view>
 
 namespace KelStd {
 
@@ -31,19 +35,22 @@ bool failWith(const QString &text, QString *error)
 /// The vertical shift by a grid, or null when PROJ cannot use the file.
 proj::ProjObject createShift(const QString &gridFile, Direction direction)
 {
-    const QLatin1Char quotation('"');
-    if (gridFile.contains(quotation))
-        return nullptr; // it would end the path, and what follows would be PROJ parameters
-    QString definition =
-        QLatin1String("+proj=vgridshift +grids=") + quotation + gridFile + quotation;
-    if (direction == Direction::ToEllipsoid)
-        definition += QLatin1String(" +inv");
-
-    char buffer[proj::geoidDefinitionSize] = {};
-    if (!proj::copyToBuffer(definition, buffer, sizeof buffer))
+    constexpr std::string_view head = "+proj=vgridshift +grids=\"";
+    const std::string_view tail = direction == Direction::ToGeoid ? "\"" : "\" +inv";
+    const QByteArray path = gridFile.toUtf8();
+    const auto length = static_cast<std::size_t>(path.size());
+    // A quotation mark would end the path, and what follows it would be PROJ parameters.
+    if (path.contains('"') || path.contains('\0')
+        || head.size() + length + tail.size() >= proj::geoidDefinitionSize)
         return nullptr;
+
+    // Put together without a detour by texts: creating the shift is cheap enough to notice them.
+    char definition[proj::geoidDefinitionSize] = {};
+    char *end = std::copy(head.cbegin(), head.cend(), definition);
+    end = std::copy(path.cbegin(), path.cend(), end);
+    std::copy(tail.cbegin(), tail.cend(), end);
     return proj::ProjObject(
-        LoadedProj::instance().functions().proj_create(proj::defaultContext, buffer));
+        LoadedProj::instance().functions().proj_create(proj::defaultContext, definition));
 }
 
 bool calculate(double latitude, double longitude, double height, const QString &gridFile,
