@@ -13,9 +13,9 @@ namespace KelStd {
 
 /// PROJ, loaded at run time from a private directory in the user's home directory.
 ///
-/// Every operation but `CoordToProjString` needs `___InitializeEnviroment` to have succeeded, and
-/// makes the private PROJ directory the process's current directory while it runs; it is restored
-/// on every exit. All of them therefore belong on one thread. Message texts are translated in the
+/// Every operation but `CoordToProjString` and `ConvertGeoidModelFile_GGF` needs
+/// `___InitializeEnviroment` to have succeeded, and makes the private PROJ directory the process's
+/// current directory while it runs; it is restored on every exit. All of them therefore belong on one thread. Message texts are translated in the
 /// context "QObject".
 class KELSTD_EXPORT ProjLib
 {

@@ -81,6 +81,33 @@ TEST_F(GeoidCalls, HappenInThePrivateDirectoryAndTheDefaultContext)
     }
 }
 
+/// Nothing of an absolute path depends on the current directory.
+TEST_F(GeoidCalls, LeaveTheCurrentDirectoryAloneForAnAbsolutePath)
+{
+    fake().calls.clear();
+    double diff = 0.0;
+    ASSERT_TRUE(ProjLib::Calc_geoid_diff(1.0, 2.0, 3.0, "/models/a.gtx", diff));
+    ASSERT_FALSE(fake().calls.empty());
+    for (const auto &call : fake().calls)
+        EXPECT_EQ(QString::fromStdString(call.directory), QDir::current().canonicalPath());
+}
+
+/// PROJ finds a name that begins with a dot from the private directory.
+TEST_F(GeoidCalls, RestoreTheCurrentDirectoryAfterARelativePath)
+{
+    const QString before = QDir::currentPath();
+    const LogCapture log;
+    double diff = 0.0;
+    EXPECT_TRUE(ProjLib::Calc_geoid_diff(1.0, 2.0, 3.0, "./a.gtx", diff));
+    EXPECT_EQ(QDir::currentPath(), before);
+    fake().raises = true;
+    EXPECT_THROW(ProjLib::Calc_geoid_diff(1.0, 2.0, 3.0, "./a.gtx", diff), std::runtime_error);
+    EXPECT_EQ(QDir::currentPath(), before);
+    fake().refusesDefinitions = true;
+    EXPECT_FALSE(ProjLib::Calc_geoid_diff(1.0, 2.0, 3.0, "./a.gtx", diff));
+    EXPECT_EQ(QDir::currentPath(), before);
+}
+
 TEST_F(GeoidCalls, FailByTheMarksOfTheThirdComponent)
 {
     fake().errorNumber = 2050;

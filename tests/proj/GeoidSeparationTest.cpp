@@ -219,6 +219,21 @@ TEST_F(GeoidSeparation, TakesTheLatitudeFirst)
     EXPECT_FALSE(ProjLib::Calc_geoid_diff(3.5, 52.5, 7.0, path, diff));
 }
 
+TEST_F(GeoidSeparation, FindsARelativeFileFromThePrivateDirectory)
+{
+    const test::TemporaryHome other(test::TemporaryHome::PreparedProj);
+    test::writeFile(other.path(QStringLiteral("proj/inside.gtx")),
+                    test::gtxBytes(test::slopingGrid()));
+    test::writeFile(other.path(QStringLiteral("geoid_model_list/beside.gtx")),
+                    test::gtxBytes(test::slopingGrid()));
+    for (const char *path : {"./inside.gtx", "../geoid_model_list/beside.gtx"}) {
+        SCOPED_TRACE(path);
+        double diff = 0.0;
+        EXPECT_TRUE(ProjLib::Calc_geoid_diff(51.0, 4.0, 0.0, QString::fromUtf8(path), diff));
+        EXPECT_NEAR(diff, -41.1, 1e-5);
+    }
+}
+
 TEST_F(GeoidSeparation, FindsAFileWhosePathHasBlanksAndOtherLetters)
 {
     const test::TemporaryHome home;
