@@ -13,6 +13,7 @@
 #include <gtest/gtest.h>
 
 #include <sys/resource.h>
+#include <sys/stat.h>
 
 namespace KelStd {
 namespace {
@@ -275,12 +276,15 @@ TEST_F(GgfConversion, FailsWithoutAWritableTarget)
     EXPECT_EQ(leftOver(), QStringList{"folder.gtx"});
 }
 
-/// Nothing but a file is replaced.
-TEST_F(GgfConversion, LeavesADeviceAlone)
+/// Nothing but a file is replaced. A pipe stands for what else there is, devices among it.
+TEST_F(GgfConversion, LeavesAPipeAlone)
 {
     writeFile(source, handMadeGgf("01"));
-    EXPECT_FALSE(ProjLib::ConvertGeoidModelFile_GGF(source, QStringLiteral("/dev/null")));
-    EXPECT_FALSE(QFileInfo(QStringLiteral("/dev/null")).isFile());
+    const QByteArray pipe = QFile::encodeName(path("pipe.gtx"));
+    ASSERT_EQ(mkfifo(pipe.constData(), 0600), 0);
+    EXPECT_FALSE(ProjLib::ConvertGeoidModelFile_GGF(source, path("pipe.gtx")));
+    EXPECT_FALSE(QFileInfo(path("pipe.gtx")).isFile());
+    EXPECT_EQ(leftOver(), QStringList());
 }
 
 /// A disk that is full, as far as a process can be told so.
