@@ -97,6 +97,12 @@ QString numberText(double value, int decimals)
     return text;
 }
 
+QString heightReference(const QString &geoidModel)
+{
+    return geoidModel.isEmpty() ? QStringLiteral("ellipsoid")
+                                : QStringLiteral("geoid ") + geoidModel;
+}
+
 const std::array<FrameRow, frameCount> &frames()
 {
     return frameRows;

@@ -61,6 +61,9 @@ QString csvNameOf(const Column &column);
 /// The number of a column in plain decimals of the C locale; a zero has no sign.
 QString numberText(double value, int decimals);
 
+/// What the projected height is above: "geoid MODEL", or "ellipsoid" without a model.
+QString heightReference(const QString &geoidModel);
+
 /// A frame by its name on the command line.
 struct FrameRow
 {

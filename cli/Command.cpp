@@ -15,6 +15,10 @@ constexpr Command commands[] = {
     {"convert", "Positions of one frame in all frames of a coordinate system", runConvert},
     {"system show", "A coordinate system as a surveyor reads it", runSystemShow},
     {"system default", "Write a default transverse Mercator system", runSystemDefault},
+    {"geoid height", "WGS84 positions with their heights above the geoid", runGeoidHeight},
+    {"geoid list", "The geoid models that a coordinate system can name", runGeoidList},
+    {"geoid info", "What is in a geoid grid", runGeoidInfo},
+    {"geoid convert", "Turn a GGF grid into GTX", runGeoidConvert},
     {"time leap-seconds", "The leap seconds, compared with the tz database", runLeapSeconds},
     {"time", "An instant in UTC, GPS time, GPS week and local time", runTime},
     {"doctor", "Is everything that a conversion needs in its place?", runDoctor},
@@ -58,8 +62,8 @@ QString programHelp()
         "  1  some positions failed; standard error lists them with their lines. Or the\n"
         "     leap seconds differ from the list\n"
         "  2  the command line, the input's header line or a time was not understood\n"
-        "  3  no PROJ ('kelstd doctor' tells why), no usable coordinate system, or\n"
-        "     output that cannot be written\n"
+        "  3  no PROJ ('kelstd doctor' tells why), no usable coordinate system or geoid\n"
+        "     model, or output that cannot be written\n"
         "\n"
         "Environment:\n"
         "  KELSTD_HOME_DIR  Directory of the user's own files; PROJ is unpacked into it.\n"

@@ -4,34 +4,19 @@
 #include <cli/CommandLine.h>
 #include <cli/Console.h>
 #include <cli/CsvWriter.h>
+#include <cli/GeoidModel.h>
 #include <cli/PositionReader.h>
+#include <cli/ProjEnvironment.h>
 #include <cli/StandardStreams.h>
 #include <cli/SystemFile.h>
 #include <cli/SystemNotes.h>
 #include <cli/TableWriter.h>
-
-#include <KelStd/proj/ProjLib.h>
 
 #include <memory>
 
 namespace KelStd::cli {
 
 namespace {
-
-/// PROJ, ready while this lives.
-class ProjEnvironment
-{
-public:
-    ProjEnvironment() : m_isReady(ProjLib::___InitializeEnviroment()) {}
-    ~ProjEnvironment() { ProjLib::___unloadEnviroment(); }
-    ProjEnvironment(const ProjEnvironment &) = delete;
-    ProjEnvironment &operator=(const ProjEnvironment &) = delete;
-
-    bool isReady() const { return m_isReady; }
-
-private:
-    bool m_isReady;
-};
 
 QString componentLabels(const FrameRow &frame)
 {
@@ -72,8 +57,10 @@ QString details()
         "\n"
         "The output has the name and all four frames: WGS84 longitude, latitude, height;\n"
         "WGS84 X, Y, Z; local longitude, latitude, height; northing, easting, height.\n"
-        "Heights are ellipsoidal. In a table, degrees have %1 decimals and metres %2; in\n"
-        "CSV, %3 and %4.\n"
+        "Heights are ellipsoidal (ell.), but the last one is above the geoid in a system\n"
+        "that names a geoid model; the output says which. Where the model cannot be used\n"
+        "or has no value for a point, a warning says so, and the height is ellipsoidal.\n"
+        "In a table, degrees have %1 decimals and metres %2; in CSV, %3 and %4.\n"
         "\n"
         "A line that cannot be read or converted is reported on standard error as\n"
         "INPUT:LINE: reason, and the run goes on. Exit status: 0 all converted, 1 some\n"
@@ -106,26 +93,44 @@ CommandLine makeCommandLine()
     return line;
 }
 
-std::unique_ptr<PositionWriter> makeWriter(const CommandLine &line, Console &console)
+/// The geoid model that the system names, as far as it can be used. Empty when it names none, and
+/// after a warning when it names one that is no use.
+QString usableGeoidModel(const Coord &coord, Console &console)
+{
+    const QString name = coord.geoidModel.modelFileName;
+    if (name.isEmpty())
+        return {};
+    QString reason;
+    const auto path = findGeoidModel(name, reason);
+    if (path && geoidGridIsReadable(*path, reason))
+        return name;
+    console.report(QStringLiteral("warning: the geoid model \"%1\" of the system cannot be used: "
+                                  "%2. All heights are ellipsoidal.")
+                       .arg(name, reason));
+    return {};
+}
+
+std::unique_ptr<PositionWriter> makeWriter(const CommandLine &line, const QString &geoidModel,
+                                           Console &console)
 {
     const bool isTable = line.isSet(QStringLiteral("table"))
                          || (console.isTerminal() && !line.isSet(QStringLiteral("csv")));
     if (!isTable)
         return std::make_unique<CsvWriter>(console);
     const int width = console.isTerminal() ? streams::terminalWidth(streams::standardOutput) : 0;
-    const bool fits = width == 0 || width >= TableWriter::wideWidth();
-    return std::make_unique<TableWriter>(console, fits ? TableWriter::Layout::Wide
-                                                       : TableWriter::Layout::Narrow);
+    const bool fits = width == 0 || width >= TableWriter::wideWidth(geoidModel);
+    return std::make_unique<TableWriter>(
+        console, fits ? TableWriter::Layout::Wide : TableWriter::Layout::Narrow, geoidModel);
 }
 
 /// One run over an input.
 class Conversion
 {
 public:
-    Conversion(const Coord &coord, const FrameRow &frame, LineReader &lines, PositionWriter &writer,
-               Console &console)
-        : m_coord(coord), m_frame(frame), m_lines(lines), m_reader(lines, frame.frame),
-          m_writer(writer), m_console(console)
+    Conversion(const Coord &coord, const QString &geoidModel, const FrameRow &frame,
+               LineReader &lines, PositionWriter &writer, Console &console)
+        : m_coord(coord), m_geoidModel(geoidModel), m_frame(frame), m_lines(lines),
+          m_reader(lines, frame.frame), m_writer(writer), m_console(console)
     {}
 
     ExitStatus run()
@@ -161,8 +166,15 @@ private:
             fail(reason);
             return;
         }
+        // A model that has no value for the point is no failure; its text is all that tells.
+        const bool isAboveGeoid = !m_geoidModel.isEmpty() && reason.isEmpty();
+        if (!m_geoidModel.isEmpty() && !isAboveGeoid) {
+            report(QStringLiteral("warning: the geoid model \"%1\" has no value for the point "
+                                  "(%2): its projected height is ellipsoidal")
+                       .arg(m_geoidModel, reason));
+        }
         begin();
-        m_writer.write(m_reader.name(), location);
+        m_writer.write(m_reader.name(), location, isAboveGeoid ? m_geoidModel : QString());
         ++m_converted;
     }
 
@@ -198,6 +210,7 @@ private:
     }
 
     const Coord &m_coord;
+    const QString &m_geoidModel; ///< the one in use; empty for none
     const FrameRow &m_frame;
     LineReader &m_lines;
     PositionReader m_reader;
@@ -260,8 +273,9 @@ ExitStatus runConvert(const QStringList &arguments, Console &console)
                            .arg(componentLabels(*frame)));
     }
 
-    const auto writer = makeWriter(line, console);
-    return Conversion(coord, *frame, lines, *writer, console).run();
+    const QString geoidModel = usableGeoidModel(coord, console);
+    const auto writer = makeWriter(line, geoidModel, console);
+    return Conversion(coord, geoidModel, *frame, lines, *writer, console).run();
 }
 
 } // namespace KelStd::cli

@@ -28,14 +28,16 @@ void CsvWriter::begin(bool /*hasNames*/)
     QStringList fields = {QStringLiteral("point")};
     for (const Column &column : columns())
         fields += csvNameOf(column);
+    fields += QStringLiteral("local_height_reference");
     m_console.print(fields.join(QLatin1Char(',')));
 }
 
-void CsvWriter::write(const QString &name, const Location &location)
+void CsvWriter::write(const QString &name, const Location &location, const QString &geoidModel)
 {
     QStringList fields = {csvField(name)};
     for (const Column &column : columns())
         fields += numberText((location.*column.value)(), column.quantity->csvDecimals);
+    fields += csvField(heightReference(geoidModel));
     m_console.print(fields.join(QLatin1Char(',')));
 }
 

@@ -15,7 +15,7 @@ public:
     explicit CsvWriter(Console &console) : m_console(console) {}
 
     void begin(bool hasNames) override;
-    void write(const QString &name, const Location &location) override;
+    void write(const QString &name, const Location &location, const QString &geoidModel) override;
 
 private:
     Console &m_console;

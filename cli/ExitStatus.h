@@ -8,7 +8,7 @@ enum class ExitStatus : int
     Success = 0,     ///< everything was done
     SomeFailed = 1,  ///< the run went to its end, but some positions or comparisons failed
     Usage = 2,       ///< the command line, the header of the input or a time is not understood
-    Environment = 3, ///< no PROJ, no usable coordinate system, or output that cannot be written
+    Environment = 3, ///< no PROJ, no usable system or geoid model, or output that cannot be written
 };
 
 } // namespace KelStd::cli

@@ -57,11 +57,22 @@ QList<int> fieldsNaming(const Column &column, const QStringList &headings)
     return found;
 }
 
-QString acceptedWords(Frame frame)
+/// The column that a component is read as.
+Column inputColumn(Frame frame, int component, InputHeight height)
+{
+    Column column = columnOf(frame, component);
+    if (height == InputHeight::AboveGeoid && component == componentsPerFrame - 1) {
+        column.csvName = "height_above_geoid";
+        column.headerWords = "height h orthometric_height";
+    }
+    return column;
+}
+
+QString acceptedWords(Frame frame, InputHeight height)
 {
     QStringList columns;
     for (int i = 0; i < componentsPerFrame; ++i) {
-        const Column &column = columnOf(frame, i);
+        const Column column = inputColumn(frame, i, height);
         columns += QStringLiteral("%1 (%2)").arg(QString::fromLatin1(column.label),
                                                  wordsOf(column).join(QLatin1String(", ")));
     }
@@ -117,7 +128,8 @@ QStringList joinUnits(const QStringList &fields)
     return joined;
 }
 
-bool readHeader(const QStringList &fields, Frame frame, FieldOrder &order, QString &mistake)
+bool readHeader(const QStringList &fields, Frame frame, FieldOrder &order, QString &mistake,
+                InputHeight height)
 {
     QStringList headings;
     for (const QString &field : fields)
@@ -126,15 +138,20 @@ bool readHeader(const QStringList &fields, Frame frame, FieldOrder &order, QStri
     order = {};
     order.fields = fields.size();
     for (int i = 0; i < componentsPerFrame; ++i) {
-        const Column &column = columnOf(frame, i);
+        const Column column = inputColumn(frame, i, height);
         const QList<int> found = fieldsNaming(column, headings);
         if (found.size() != 1) {
             const QString label = QString::fromLatin1(column.label);
+            const bool isChosen = height == InputHeight::OfFrame;
             mistake = found.isEmpty()
                           ? QStringLiteral("the line holds no number, so it is a header; it names "
-                                           "no %1. Accepted for --from %2: %3%4")
-                                .arg(label, QString::fromLatin1(rowOf(frame).option),
-                                     acceptedWords(frame), otherFrames(headings))
+                                           "no %1. Accepted%2: %3%4")
+                                .arg(label,
+                                     isChosen ? QLatin1String(" for --from ")
+                                                    + QLatin1String(rowOf(frame).option)
+                                              : QString(),
+                                     acceptedWords(frame, height),
+                                     isChosen ? otherFrames(headings) : QString())
                           : QStringLiteral("the header names the %1 twice: \"%2\" and \"%3\"")
                                 .arg(label, fields.at(found.at(0)), fields.at(found.at(1)));
             return false;

@@ -17,13 +17,23 @@ struct FieldOrder
     std::array<int, componentsPerFrame> components{};
 };
 
+/// What the height of the input is. No heading of a height above the ellipsoid is taken for one of
+/// a height above the geoid, nor the other way round.
+enum class InputHeight
+{
+    OfFrame,        ///< that of the frame which --from names
+    AboveEllipsoid, ///< of geographic positions, without a choice of frames
+    AboveGeoid      ///< the same
+};
+
 /// The order of a line of `fields` fields where no header names them: the documented order of the
 /// frame, after a point name when there is one field more.
 FieldOrder plainOrder(int fields);
 
 /// Reads the header `fields` for positions of `frame`. Columns that are not needed may be there; a
 /// needed one that is missing or there twice is a `mistake`.
-bool readHeader(const QStringList &fields, Frame frame, FieldOrder &order, QString &mistake);
+bool readHeader(const QStringList &fields, Frame frame, FieldOrder &order, QString &mistake,
+                InputHeight height = InputHeight::OfFrame);
 
 /// Puts a unit in brackets that stands as a field of its own back to the word before it: a header
 /// "longitude [deg]" that was split at blanks.

@@ -150,7 +150,7 @@ PositionReader::Result PositionReader::next()
             return badHeader(QStringLiteral("the header cannot be read: %1").arg(mistake));
         FieldOrder order;
         if (!readHeader(split.byBlanks ? joinUnits(split.fields) : split.fields, m_frame, order,
-                        m_reason))
+                        m_reason, m_height))
             return Result::BadHeader;
         m_order = order;
         m_orderLine = lineNumber();

@@ -31,7 +31,9 @@ public:
         ReadError ///< the input broke off; `reason` says why
     };
 
-    PositionReader(LineReader &lines, Frame frame) : m_lines(lines), m_frame(frame) {}
+    PositionReader(LineReader &lines, Frame frame, InputHeight height = InputHeight::OfFrame)
+        : m_lines(lines), m_frame(frame), m_height(height)
+    {}
 
     Result next();
 
@@ -53,6 +55,7 @@ private:
 
     LineReader &m_lines;
     Frame m_frame;
+    InputHeight m_height;
     std::optional<FieldOrder> m_order;
     qint64 m_orderLine = 0; ///< the line that decided the order
     bool m_sawContent = false;

@@ -18,7 +18,10 @@ public:
     /// Before the first location, or instead of one. `hasNames`: whether locations will have names.
     virtual void begin(bool hasNames) = 0;
 
-    virtual void write(const QString &name, const Location &location) = 0;
+    /// `geoidModel`: the model above whose geoid the projected height is; empty when that height is
+    /// ellipsoidal, as all others are.
+    virtual void write(const QString &name, const Location &location,
+                       const QString &geoidModel) = 0;
 };
 
 } // namespace KelStd::cli

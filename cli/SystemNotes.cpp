@@ -102,13 +102,8 @@ void noteWhatIsNotApplied(const Coord &coord, QStringList &notes)
                                 "easting are those of the projection.");
     }
     if (coord.elevationFitting.function != ElevationFittingFunction_None) {
-        notes += QStringLiteral("The height fitting is kept but not applied: heights are "
-                                "ellipsoidal.");
-    }
-    if (!coord.geoidModel.modelFileName.isEmpty()) {
-        notes += QStringLiteral("The geoid model \"%1\" is not applied by this release: heights "
-                                "are ellipsoidal.")
-                     .arg(coord.geoidModel.modelFileName);
+        notes += QStringLiteral("The height fitting is kept but not applied: heights are not "
+                                "fitted.");
     }
 }
 

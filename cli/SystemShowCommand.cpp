@@ -2,6 +2,7 @@
 
 #include <cli/CommandLine.h>
 #include <cli/Console.h>
+#include <cli/GeoidModel.h>
 #include <cli/Report.h>
 #include <cli/SystemFile.h>
 #include <cli/SystemNotes.h>
@@ -191,7 +192,11 @@ void showCorrections(const Coord &coord, Report &report)
         report.value(QStringLiteral("  origin north, east"),
                      joined({&fitting.north_zero_x0, &fitting.east_zero_y0}));
     }
-    report.value(QStringLiteral("geoid model"), keptRecord(geoid.isEmpty(), geoid));
+    QString reason;
+    report.value(QStringLiteral("geoid model"), geoid.isEmpty() ? QStringLiteral("none")
+                                                : findGeoidModel(geoid, reason)
+                                                    ? geoid
+                                                    : geoid + QLatin1String(" (cannot be used)"));
 }
 
 void showDefinitions(const Coord &coord, Report &report)
@@ -240,7 +245,13 @@ ExitStatus runSystemShow(const QStringList &arguments, Console &console)
     showCorrections(coord, report);
     showDefinitions(coord, report);
 
-    const QStringList notes = notesOn(coord);
+    QStringList notes = notesOn(coord);
+    const QString geoid = coord.geoidModel.modelFileName;
+    if (!geoid.isEmpty() && !findGeoidModel(geoid, reason)) {
+        notes += QStringLiteral("The geoid model \"%1\" cannot be used: %2. Heights are "
+                                "ellipsoidal.")
+                     .arg(geoid, reason);
+    }
     if (!notes.isEmpty())
         report.section(QStringLiteral("Take care"));
     for (const QString &note : notes)

@@ -28,6 +28,18 @@ int frameWidth(Frame frame)
     return width;
 }
 
+bool isHeight(const Column &column)
+{
+    return columnOf(column.frame, componentsPerFrame - 1).value == column.value
+           && column.frame != Frame::Wgs84XYZ;
+}
+
+/// Every height is above the ellipsoid but the projected one with a geoid model.
+bool isEllipsoidal(const Column &column, const QString &geoidModel)
+{
+    return isHeight(column) && (column.frame != Frame::LocalNEH || geoidModel.isEmpty());
+}
+
 /// A title in the middle of a rule.
 QString ruled(const QString &title, int width)
 {
@@ -38,9 +50,11 @@ QString ruled(const QString &title, int width)
 
 } // namespace
 
-int TableWriter::wideWidth()
+int TableWriter::wideWidth(const QString &geoidModel)
 {
     int width = nameWidth;
+    if (!geoidModel.isEmpty())
+        width += gap.size() + heightReference(geoidModel).size();
     for (const Column &column : columns())
         width += gap.size() + column.tableWidth;
     return width;
@@ -61,25 +75,30 @@ void TableWriter::begin(bool hasNames)
         for (int i = 0; i < componentsPerFrame; ++i) {
             const Column &column = columnOf(frame.frame, i);
             labels += gap + rightAligned(QString::fromLatin1(column.label), column.tableWidth);
-            units +=
-                gap + rightAligned(QString::fromLatin1(column.quantity->unit), column.tableWidth);
+            QString unit = QString::fromLatin1(column.quantity->unit);
+            if (isEllipsoidal(column, m_geoidModel))
+                unit += QLatin1String(" (ell.)");
+            units += gap + rightAligned(unit, column.tableWidth);
         }
     }
+    if (!m_geoidModel.isEmpty())
+        labels += gap + QLatin1String("above the");
     m_console.print(titles);
     m_console.print(labels);
     m_console.print(units);
 }
 
-void TableWriter::write(const QString &name, const Location &location)
+void TableWriter::write(const QString &name, const Location &location, const QString &geoidModel)
 {
     if (m_layout == Layout::Wide)
-        writeWide(name, location);
+        writeWide(name, location, geoidModel);
     else
-        writeNarrow(name, location);
+        writeNarrow(name, location, geoidModel);
     m_isFirst = false;
 }
 
-void TableWriter::writeWide(const QString &name, const Location &location)
+void TableWriter::writeWide(const QString &name, const Location &location,
+                            const QString &geoidModel)
 {
     QString line;
     if (m_hasNames) {
@@ -90,10 +109,13 @@ void TableWriter::writeWide(const QString &name, const Location &location)
     }
     for (const Column &column : columns())
         line += gap + rightAligned(tableNumber(column, location), column.tableWidth);
+    if (!m_geoidModel.isEmpty())
+        line += gap + heightReference(geoidModel);
     m_console.print(line);
 }
 
-void TableWriter::writeNarrow(const QString &name, const Location &location)
+void TableWriter::writeNarrow(const QString &name, const Location &location,
+                              const QString &geoidModel)
 {
     constexpr int titleWidth = 18;
     constexpr int cellWidth = 17;
@@ -107,15 +129,21 @@ void TableWriter::writeNarrow(const QString &name, const Location &location)
         QString numbers = (gap + QLatin1String(frame.title)).leftJustified(titleWidth);
         for (int i = 0; i < componentsPerFrame; ++i) {
             const Column &column = columnOf(frame.frame, i);
-            labels += gap
-                      + rightAligned(
-                          QStringLiteral("%1 [%2]").arg(QString::fromLatin1(column.label),
-                                                        QString::fromLatin1(column.quantity->unit)),
-                          cellWidth);
+            const QString label =
+                QStringLiteral("%1%2 [%3]")
+                    .arg(isEllipsoidal(column, geoidModel) ? QStringLiteral("ell. ") : QString(),
+                         QString::fromLatin1(column.label),
+                         QString::fromLatin1(column.quantity->unit));
+            labels += gap + rightAligned(label, cellWidth);
             numbers += gap + rightAligned(tableNumber(column, location), cellWidth);
         }
         m_console.print(labels);
         m_console.print(numbers);
+    }
+    if (!geoidModel.isEmpty()) {
+        constexpr int lineWidth = titleWidth + componentsPerFrame * (cellWidth + 2);
+        m_console.print((QLatin1String("height above the ") + heightReference(geoidModel))
+                            .rightJustified(lineWidth));
     }
 }
 

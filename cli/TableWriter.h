@@ -14,23 +14,28 @@ public:
     enum class Layout
     {
         Wide,  ///< a location in a line, below one heading
-        Narrow ///< a location in seven lines, each frame below its own labels
+        Narrow ///< a location in eight or nine lines, each frame below its own labels
     };
 
-    TableWriter(Console &console, Layout layout) : m_console(console), m_layout(layout) {}
+    /// `geoidModel`: the one in use, empty for none. With one, every location says what its
+    /// projected height is above.
+    TableWriter(Console &console, Layout layout, const QString &geoidModel)
+        : m_console(console), m_layout(layout), m_geoidModel(geoidModel)
+    {}
 
     void begin(bool hasNames) override;
-    void write(const QString &name, const Location &location) override;
+    void write(const QString &name, const Location &location, const QString &geoidModel) override;
 
     /// Columns of text that the wide layout needs.
-    static int wideWidth();
+    static int wideWidth(const QString &geoidModel);
 
 private:
-    void writeWide(const QString &name, const Location &location);
-    void writeNarrow(const QString &name, const Location &location);
+    void writeWide(const QString &name, const Location &location, const QString &geoidModel);
+    void writeNarrow(const QString &name, const Location &location, const QString &geoidModel);
 
     Console &m_console;
     Layout m_layout;
+    QString m_geoidModel;
     bool m_hasNames = false;
     bool m_isFirst = true;
 };

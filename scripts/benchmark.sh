@@ -13,6 +13,7 @@ trap 'rm -f "$results"' EXIT
 repeated=(--benchmark_repetitions=9 --benchmark_enable_random_interleaving=true
     --benchmark_report_aggregates_only=true --benchmark_format=csv)
 build/benchmark/benchmarks/conversion_benchmark "${repeated[@]}" >"$results"
+build/benchmark/benchmarks/geoid_benchmark "${repeated[@]}" >>"$results"
 build/benchmark/benchmarks/text_benchmark "${repeated[@]}" --benchmark_min_time=0.05 >>"$results"
 build/benchmark/benchmarks/time_benchmark "${repeated[@]}" --benchmark_min_time=0.05 >>"$results"
 
@@ -31,6 +32,8 @@ awk -F, '
         row("one location from WGS84 geographic", "oneLocation", "oneLocationBare", 1.10)
         row("100,000 positions, geographic to cartesian", "list/projected:0", "listBare/projected:0", 1.05)
         row("100,000 positions, local to projected", "list/projected:1", "listBare/projected:1", 1.05)
+        row("one separation of the geoid", "separation/inverse:0", "separationBare/inverse:0", 1.10)
+        row("one separation of the geoid, inverse", "separation/inverse:1", "separationBare/inverse:1", 1.10)
         row("a length printed", "printLength", "printLengthBare", 2.00)
         row("an angle printed", "printAngle", "printAngleBare", 3.00)
         row("a longitude printed for a table", "printTableAngle", "printTableAngleBare", 3.00)

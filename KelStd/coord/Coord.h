@@ -65,6 +65,12 @@ public:
     /// "No proj library.", "Error format." (PROJ refuses a definition of the system, or one does
     /// not fit its buffer) or PROJ's own text. `ignoredCoord` is not used. The plane
     /// transformation and the height fitting of `coord` are not applied.
+    ///
+    /// The projected height is the local ellipsoidal one, unless `coord` names a geoid model: then
+    /// it is the height above the geoid (WGS84 ellipsoidal height and separation). Where the host's
+    /// `ResourceQuery` does not know the model, or the model's grid has nothing for the point, the
+    /// height stays ellipsoidal and the operation still returns true; `error` may then hold what
+    /// `ProjLib::Calc_geoid_diff` says. All other heights are ellipsoidal.
     static bool MakeLocation_byWGS84XYZ(const Pos &pos, Location &location,
                                         const Coord *ignoredCoord, const Coord *coord,
                                         QString *error = nullptr);
@@ -81,6 +87,11 @@ public:
 
     /// `pos`: projected east, north, height [m], in this order. It becomes the fourth frame as it
     /// stands.
+    ///
+    /// With a geoid model the height is one above the geoid; where the model has nothing for the
+    /// point, it is read as ellipsoidal. Longitude and latitude are found with the given height
+    /// taken as ellipsoidal, which can differ by millimetres from the way back of the other
+    /// operations.
     static bool MakeLocation_byLocalNEH(const Pos &pos, Location &location,
                                         const Coord *ignoredCoord, const Coord *coord,
                                         QString *error = nullptr);

@@ -1,5 +1,7 @@
 #include <KelStd/coord/Coord.h>
 
+#include <KelStd/platform/AppConfig.h>
+#include <KelStd/platform/ResourceQuery.h>
 #include <KelStd/proj/FixedBuffer.h>
 #include <KelStd/proj/ProjLib.h>
 #include <KelStd/proj/WorkingDirectoryScope.h>
@@ -7,6 +9,17 @@
 namespace KelStd {
 
 namespace {
+
+/// The grid file of the geoid model that a system names; empty when it names none, or one that the
+/// host does not have.
+QString geoidGridFile(const Coord *coord)
+{
+    if (coord == nullptr || coord->geoidModel.modelFileName.isEmpty())
+        return {};
+    return AppConfig::getInstance()
+        .module_resourceQuery()
+        ->makeAndQuery_gnss_geoid_model_relativeFilepath(coord->geoidModel.modelFileName);
+}
 
 /// The conversions of one coordinate system: its four definitions, written once a call, and the
 /// stages between them.
@@ -17,7 +30,8 @@ namespace {
 class ConversionChain
 {
 public:
-    ConversionChain(const Coord *coord, QString *error) : m_error(error)
+    ConversionChain(const Coord *coord, QString *error)
+        : m_gridFile(geoidGridFile(coord)), m_error(error)
     {
         char geographic[proj::chainDefinitionSize] = {};
         char cartesian[proj::chainDefinitionSize] = {};
@@ -65,6 +79,41 @@ public:
                        from, to);
     }
 
+    /// Makes the projected height one above the geoid. Where there is no model, or it has nothing
+    /// for the point, it stays the local ellipsoidal height: that is no failure, though the
+    /// caller's `error` may then hold a text.
+    void referToGeoid(Location &location) const
+    {
+        const stLongLatH &point = location.wgs84LLH.getLongLatH();
+        double diff = 0.0;
+        if (m_gridFile.isEmpty()
+            || !ProjLib::Calc_geoid_diff(point.latitude, point.longitude, point.height, m_gridFile,
+                                         diff, m_error))
+            return;
+        location.localNEH.setENU_U(point.height + diff);
+    }
+
+    /// What to add to a height above the geoid to get the WGS84 ellipsoidal one, at the point of
+    /// `estimate` [deg, m]. False where the geoid is not known.
+    bool ellipsoidAboveGeoid(const Pos &estimate, double &diff) const
+    {
+        const stLongLatH &point = estimate.getLongLatH();
+        return !m_gridFile.isEmpty()
+               && ProjLib::Calc_geoid_diff_inverse(point.latitude, point.longitude, point.height,
+                                                   m_gridFile, diff, m_error);
+    }
+
+    /// Gives the point the WGS84 ellipsoidal `height` [m] and finds its other frames anew; the
+    /// projected one was given and stays.
+    bool placeAbove(Location &location, double height) const
+    {
+        location.wgs84LLH.setLLH_H(height);
+        Pos projected; // converted to see that it can be
+        return geographicToCartesian(location.wgs84LLH, location.wgs84XYZ)
+               && cartesianToLocal(location.wgs84XYZ, location.localLLH)
+               && localToProjected(location.localLLH, projected);
+    }
+
 private:
     bool convert(const QString &source, const QString &target, ProjLib::EConvertType type,
                  const Pos &from, Pos &to) const
@@ -73,6 +122,7 @@ private:
         return ProjLib::ConvertPosList(source, target, to, type, m_error);
     }
 
+    const QString m_gridFile; ///< found before the scope begins: the host sees its own directory
     const proj::WorkingDirectoryScope m_scope; ///< one for all stages
     QString m_geographic;
     QString m_cartesian;
@@ -94,6 +144,7 @@ bool Coord::MakeLocation_byWGS84XYZ(const Pos &pos, Location &location,
         || !chain.cartesianToLocal(pos, result.localLLH)
         || !chain.localToProjected(result.localLLH, result.localNEH))
         return false;
+    chain.referToGeoid(result);
     location = result;
     return true;
 }
@@ -109,6 +160,7 @@ bool Coord::MakeLocation_byWGS84LatLongH(const Pos &pos, Location &location,
         || !chain.cartesianToLocal(result.wgs84XYZ, result.localLLH)
         || !chain.localToProjected(result.localLLH, result.localNEH))
         return false;
+    chain.referToGeoid(result);
     location = result;
     return true;
 }
@@ -124,6 +176,7 @@ bool Coord::MakeLocation_byLocalLatLongH(const Pos &pos, Location &location,
         || !chain.cartesianToGeographic(result.wgs84XYZ, result.wgs84LLH)
         || !chain.localToProjected(pos, result.localNEH))
         return false;
+    chain.referToGeoid(result);
     location = result;
     return true;
 }
@@ -138,6 +191,12 @@ bool Coord::MakeLocation_byLocalNEH(const Pos &pos, Location &location,
     if (!chain.projectedToLocal(pos, result.localLLH)
         || !chain.localToCartesian(result.localLLH, result.wgs84XYZ)
         || !chain.cartesianToGeographic(result.wgs84XYZ, result.wgs84LLH))
+        return false;
+    // So far the given height was taken as ellipsoidal. That moves the point by some millimetres
+    // at most, along which the geoid does not change: its separation there is the right one.
+    double diff = 0.0;
+    if (chain.ellipsoidAboveGeoid(result.wgs84LLH, diff)
+        && !chain.placeAbove(result, pos.getENU().u + diff))
         return false;
     location = result;
     return true;

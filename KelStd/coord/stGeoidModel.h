@@ -30,7 +30,8 @@ public:
     /// stream's status is neither inspected nor reset (see `Param::load`).
     bool load(QDataStream &stream);
 
-    QString modelFileName; ///< file name of the grid; empty for none
+    /// Name by which the host's `ResourceQuery` finds the grid; empty for none.
+    QString modelFileName;
 };
 
 } // namespace KelStd

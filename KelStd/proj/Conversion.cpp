@@ -1,13 +1,10 @@
 #include <KelStd/proj/ProjLib.h>
 
-#include <KelStd/platform/AppConfig.h>
-#include <KelStd/platform/LogLibrary.h>
 #include <KelStd/proj/FixedBuffer.h>
 #include <KelStd/proj/LoadedProj.h>
 #include <KelStd/proj/Messages.h>
+#include <KelStd/proj/TransformationResult.h>
 #include <KelStd/proj/WorkingDirectoryScope.h>
-
-#include <cmath>
 
 namespace KelStd {
 
@@ -16,23 +13,9 @@ namespace {
 using proj::fail;
 using proj::LoadedProj;
 
-/// PROJ's mark of a failed component in its older functions; newer ones use an infinity.
-constexpr double projErrorValue = 1e30;
-
-void logError(const QString &text)
-{
-    AppConfig::getInstance().module_logLib()->addLog(QStringLiteral("app_log"), text, LogType_Error,
-                                                     false);
-}
-
 bool isFrameStep(ProjLib::EConvertType type)
 {
     return type >= ProjLib::WGS84LatLongH_to_WGS84XYZ && type <= ProjLib::LocalNEH_to_LocalLatLongH;
-}
-
-bool isResult(double component)
-{
-    return std::isfinite(component) && component != projErrorValue;
 }
 
 /// The transformation between two definitions, or null when PROJ refuses them.
@@ -47,34 +30,24 @@ proj::ProjObject createTransformation(const QString &from, const QString &to)
         proj::defaultContext, source, target, nullptr));
 }
 
-/// Why PROJ could not transform the last position. PROJ does not always know, and its text for "no
-/// error" is a null pointer.
-QString failureText(const PJ *transformation)
-{
-    const proj::ProjFunctions &functions = LoadedProj::instance().functions();
-    const int number = functions.proj_errno(transformation);
-    const char *text = number != 0 ? functions.proj_errno_string(number) : nullptr;
-    return text != nullptr && *text != '\0' ? QString::fromUtf8(text)
-                                            : QObject::tr("The position cannot be transformed.");
-}
-
 /// Transforms the positions of a range in place until one fails.
 template <typename Iterator>
 bool convert(const QString &from, const QString &to, Iterator first, Iterator last,
              ProjLib::EConvertType type, QString *error)
 {
     if (!LoadedProj::instance().isLoaded()) {
-        logError(QObject::tr("Find proj library failed, can not do any point convert."));
+        proj::logFailure(proj::noLibraryLogText(), LogType_Error);
         return fail(error, proj::noLibraryText());
     }
 
     const proj::WorkingDirectoryScope scope;
     const proj::ProjObject transformation = createTransformation(from, to);
     if (transformation == nullptr) {
-        logError(QObject::tr("Convert point by proj library failed, create project failed")
-                 + QLatin1String(":\n") + QObject::tr("From") + QLatin1Char('[') + from
-                 + QLatin1String("]\n") + QObject::tr("To") + QLatin1Char('[') + to
-                 + QLatin1Char(']'));
+        proj::logFailure(QObject::tr("Convert point by proj library failed, create project failed")
+                             + QLatin1String(":\n") + QObject::tr("From") + QLatin1Char('[') + from
+                             + QLatin1String("]\n") + QObject::tr("To") + QLatin1Char('[') + to
+                             + QLatin1Char(']'),
+                         LogType_Error);
         return fail(error, proj::errorFormatText());
     }
     if (!isFrameStep(type))
@@ -86,8 +59,8 @@ bool convert(const QString &from, const QString &to, Iterator first, Iterator la
         const stXYZ &in = first->getXYZ();
         const PJ_COORD out =
             transform(transformation.get(), PJ_FWD, PJ_COORD{{in.x, in.y, in.z, 0.0}});
-        if (!isResult(out.v[0]) || !isResult(out.v[1]) || !isResult(out.v[2]))
-            return fail(error, failureText(transformation.get()));
+        if (!proj::isResult(out.v[0]) || !proj::isResult(out.v[1]) || !proj::isResult(out.v[2]))
+            return fail(error, proj::failureText(transformation.get()));
         first->setXYZ(out.v[0], out.v[1], out.v[2]);
     }
     return true;

@@ -11,6 +11,9 @@ namespace KelStd::proj {
 /// Of each of the four definitions of a conversion chain, terminating zero included.
 inline constexpr std::size_t chainDefinitionSize = 512;
 
+/// Of a geoid model's definition, which is little more than the path of its grid.
+inline constexpr std::size_t geoidDefinitionSize = 520;
+
 /// Of every other definition.
 inline constexpr std::size_t definitionSize = 1000;
 

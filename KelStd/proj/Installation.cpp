@@ -77,7 +77,8 @@ bool writeMarker(const QString &path)
         return false;
     QDataStream stream(&marker);
     stream << environmentVersion;
-    return stream.status() == QDataStream::Ok && marker.commit();
+    // What is still buffered may fail, too, and `commit` does not say so.
+    return stream.status() == QDataStream::Ok && marker.flush() && marker.commit();
 }
 
 } // namespace

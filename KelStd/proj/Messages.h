@@ -11,6 +11,12 @@ inline QString noLibraryText()
     return QObject::tr("No proj library.");
 }
 
+/// What is logged with it.
+inline QString noLibraryLogText()
+{
+    return QObject::tr("Find proj library failed, can not do any point convert.");
+}
+
 inline QString errorFormatText()
 {
     return QObject::tr("Error format.");

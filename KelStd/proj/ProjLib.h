@@ -13,9 +13,9 @@ namespace KelStd {
 
 /// PROJ, loaded at run time from a private directory in the user's home directory.
 ///
-/// Every operation but `CoordToProjString` needs `___InitializeEnviroment` to have succeeded, and
-/// makes the private PROJ directory the process's current directory while it runs; it is restored
-/// on every exit. All of them therefore belong on one thread. Message texts are translated in the
+/// Every operation but `CoordToProjString` and `ConvertGeoidModelFile_GGF` needs
+/// `___InitializeEnviroment` to have succeeded, and makes the private PROJ directory the process's
+/// current directory while it runs; it is restored on every exit. All of them therefore belong on one thread. Message texts are translated in the
 /// context "QObject".
 class KELSTD_EXPORT ProjLib
 {
@@ -85,6 +85,41 @@ public:
     /// The same for one position.
     static bool ConvertPosList(const QString &from, const QString &to, Pos &position,
                                EConvertType type, QString *error = nullptr);
+
+    // --- Heights above the geoid -----------------------------------------------------------------
+
+    /// The geoid's separation at a point, by the grid file of a geoid model.
+    ///
+    /// `latitude`, `longitude` [deg, WGS84] and in this order; `height` [m, above the ellipsoid].
+    /// On success `diff` [m] is what to add to the ellipsoidal height to get the height above the
+    /// geoid: minus the geoid's undulation. A point beside a node of the grid is interpolated
+    /// bilinearly from the four nodes about it, by PROJ.
+    ///
+    /// `gridFile` is a path that PROJ finds and reads (GTX): an absolute one, a relative one from
+    /// the private PROJ directory that begins with "./" or "../", or a bare name in PROJ's search
+    /// path. To PROJ a comma in it separates the paths of several grids.
+    ///
+    /// On failure returns false and leaves `diff` untouched; `error` (when given) says "No proj
+    /// library.", "Geoid model file is empty." (no path), "Create proj geoid model failed." (PROJ
+    /// cannot read the file; or the path holds a double quotation mark, or is longer than some 480
+    /// bytes of UTF-8), or PROJ's own text where the grid has no value for the point. Failures are
+    /// logged under "app_log" as `LogType_Warning`.
+    ///
+    /// Nearly all of the cost is PROJ's opening of the file, once a call.
+    static bool Calc_geoid_diff(double latitude, double longitude, double height,
+                                const QString &gridFile, double &diff, QString *error = nullptr);
+
+    /// The same for a `height` above the geoid: `diff` is what to add to it to get the height above
+    /// the ellipsoid.
+    static bool Calc_geoid_diff_inverse(double latitude, double longitude, double height,
+                                        const QString &gridFile, double &diff,
+                                        QString *error = nullptr);
+
+    /// Writes the geoid grid of a GGF file as a GTX file, which PROJ reads; PROJ need not be
+    /// loaded. `targetFile` is written whole or not at all. Returns false when the source cannot be
+    /// read, is cut short (fewer values than its header says) or has no rows or columns, and when
+    /// the target cannot be written.
+    static bool ConvertGeoidModelFile_GGF(const QString &sourceFile, const QString &targetFile);
 
 private:
     static void __ProjectionToProjString(const Projection *projection, const Ellipsoid *ellipsoid,

@@ -14,7 +14,9 @@ const BareProj &bareProj()
         return BareProj{
             reinterpret_cast<decltype(BareProj::create)>(library.resolve("proj_create_crs_to_crs")),
             reinterpret_cast<decltype(BareProj::trans)>(library.resolve("proj_trans")),
-            reinterpret_cast<decltype(BareProj::destroy)>(library.resolve("proj_destroy"))};
+            reinterpret_cast<decltype(BareProj::destroy)>(library.resolve("proj_destroy")),
+            reinterpret_cast<decltype(BareProj::createOperation)>(library.resolve("proj_create")),
+            reinterpret_cast<decltype(BareProj::toRadians)>(library.resolve("proj_torad"))};
     }();
     return functions;
 }

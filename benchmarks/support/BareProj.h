@@ -13,6 +13,8 @@ struct BareProj
     decltype(&::proj_create_crs_to_crs) create;
     decltype(&::proj_trans) trans;
     decltype(&::proj_destroy) destroy;
+    decltype(&::proj_create) createOperation;
+    decltype(&::proj_torad) toRadians;
 };
 
 const BareProj &bareProj();

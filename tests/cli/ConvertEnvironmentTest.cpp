@@ -190,11 +190,6 @@ TEST_P(NotedSystems, AreNotedOnceARun)
 INSTANTIATE_TEST_SUITE_P(
     Notes, NotedSystems,
     testing::Values(
-        NotedSystem{"GeoidModel",
-                    editedSystem(rdNew, {{QStringLiteral("modelFileName=\"\""),
-                                          QStringLiteral("modelFileName=\"egm96_15.gtx\"")}}),
-                    "geoid model \"egm96_15.gtx\" is not applied by this release: heights are "
-                    "ellipsoidal"},
         NotedSystem{
             "PlanarTransformation",
             editedSystem(rdNew, {{QStringLiteral("<Plane_Transform ver=\"1\" fuction=\"None\""),

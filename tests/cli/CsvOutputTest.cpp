@@ -19,7 +19,7 @@ TEST(CsvOutput, TheHeaderNamesEveryColumnWithItsUnit)
               QStringLiteral("point,wgs84_longitude_deg,wgs84_latitude_deg,wgs84_height_m,"
                              "wgs84_x_m,wgs84_y_m,wgs84_z_m,local_longitude_deg,"
                              "local_latitude_deg,local_ellipsoidal_height_m,local_northing_m,"
-                             "local_easting_m,local_height_m"));
+                             "local_easting_m,local_height_m,local_height_reference"));
 }
 
 TEST(CsvOutput, DegreesHaveElevenDecimalsAndMetresFive)
@@ -29,7 +29,7 @@ TEST(CsvOutput, DegreesHaveElevenDecimalsAndMetresFive)
     const QString degrees = QStringLiteral("-?[0-9]+\\.[0-9]{11}");
     const QString metres = QStringLiteral("-?[0-9]+\\.[0-9]{5}");
     const QRegularExpression line(
-        QStringLiteral("\\A(A|\"B, b\")(,%1){2},%2(,%2){3}(,%1){2},%2(,%2){3}\\z")
+        QStringLiteral("\\A(A|\"B, b\")(,%1){2},%2(,%2){3}(,%1){2},%2(,%2){3},ellipsoid\\z")
             .arg(degrees, metres));
     ASSERT_EQ(result.outLines().size(), 3);
     EXPECT_TRUE(line.match(result.outLines().at(1)).hasMatch()) << result.outLines().at(1);

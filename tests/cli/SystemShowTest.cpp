@@ -136,11 +136,12 @@ TEST(SystemShow, CorrectionsThatAreKeptAndNotApplied)
          {QStringLiteral("modelFileName=\"\""), QStringLiteral("modelFileName=\"local.gtx\"")}}));
     for (const char *line : {"planar transformation Four (not applied)", "north, east 0 m, 0 m",
                              "height fitting Plane (not applied)", "origin north, east 0 m, 0 m",
-                             "geoid model local.gtx (not applied)", "Take care"})
+                             "geoid model local.gtx (cannot be used)", "Take care"})
         EXPECT_THAT(result, HasLine(line));
     EXPECT_THAT(result.out, Mentions("- The planar transformation is kept but not applied"));
     EXPECT_THAT(result.out, Mentions("- The height fitting is kept but not applied"));
-    EXPECT_THAT(result.out, Mentions("- The geoid model \"local.gtx\" is not applied"));
+    EXPECT_THAT(result.out,
+                Mentions("- The geoid model \"local.gtx\" cannot be used: it is not in "));
 }
 
 TEST(SystemShow, WarnsOfAParameterThatWinsInsideProj)

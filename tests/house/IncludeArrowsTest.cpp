@@ -50,8 +50,9 @@ const QList<Part> &parts()
          {"export", "enumerations", "values", "text", "time"}},
         {"KelStd/library/", "registry", {"export", "enumerations", "values", "showConfig", "io"}},
         {"KelStd/io/", "io", {"export", "enumerations", "values", "text"}},
-        {"KelStd/proj/", "proj", {"export", "enumerations", "values", "text", "platform"}},
-        {"KelStd/platform/default/", "default platform", {"platform"}},
+        {"KelStd/grid/", "grid", {}},
+        {"KelStd/proj/", "proj", {"export", "enumerations", "values", "text", "platform", "grid"}},
+        {"KelStd/platform/default/", "default platform", {"platform", "grid"}},
         {"KelStd/platform/", "platform", {}},
     };
     return rows;

@@ -86,6 +86,13 @@ TEST_F(ResourceQueryTest, NoNameLeadsOutOfTheFolder)
     }
 }
 
+/// To PROJ a comma separates the paths of two grids: the first piece might be another model.
+TEST_F(ResourceQueryTest, ANameThatProjReadsAsTwoIsNotAvailable)
+{
+    test::writeFile(home.path(QStringLiteral("geoid_model_list/egm96_15.gtx,@b.gtx")), "grid");
+    EXPECT_EQ(query(QStringLiteral("egm96_15.gtx,@b.gtx")), QString());
+}
+
 TEST_F(ResourceQueryTest, AZeroCharacterDoesNotCutTheName)
 {
     const QString name = QStringLiteral("egm96_15.gtx") + QChar(0) + QStringLiteral(".txt");

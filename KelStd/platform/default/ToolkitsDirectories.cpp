@@ -26,7 +26,8 @@ bool copyFile(const QString &source, const QString &target)
         if (piece.isEmpty() || out.write(piece) != piece.size())
             return false;
     }
-    return in.error() == QFileDevice::NoError && out.commit();
+    // What is still buffered may fail, too, and `commit` does not say so.
+    return in.error() == QFileDevice::NoError && out.flush() && out.commit();
 }
 
 /// Whether `path`, which need not exist yet, lies in the existing directory `directory` or is it.

@@ -1,0 +1,279 @@
+#include <cli/Command.h>
+
+#include <cli/Columns.h>
+#include <cli/CommandLine.h>
+#include <cli/Console.h>
+#include <cli/CsvWriter.h>
+#include <cli/GeoidModel.h>
+#include <cli/PositionReader.h>
+#include <cli/ProjEnvironment.h>
+
+namespace KelStd::cli {
+
+namespace {
+
+/// A point with both of its heights [deg, m].
+struct GeoidPoint
+{
+    double longitude;
+    double latitude;
+    double ellipsoidal;
+    double separation; ///< of the geoid above the ellipsoid
+    double aboveGeoid;
+};
+
+/// A column of the output, in both of its forms.
+struct GeoidColumn
+{
+    const char *heading;
+    const char *unit;
+    const char *csvName;
+    int width; ///< of the table
+    int tableDecimals;
+    int csvDecimals;
+    double GeoidPoint::*value;
+};
+
+constexpr GeoidColumn geoidColumns[] = {
+    {"longitude", "deg", "wgs84_longitude_deg", 14, 9, 11, &GeoidPoint::longitude},
+    {"latitude", "deg", "wgs84_latitude_deg", 13, 9, 11, &GeoidPoint::latitude},
+    {"height", "m (ell.)", "wgs84_height_m", 11, 4, 5, &GeoidPoint::ellipsoidal},
+    {"separation", "m", "geoid_separation_m", 10, 4, 5, &GeoidPoint::separation},
+    {"height", "m (geoid)", "height_above_geoid_m", 11, 4, 5, &GeoidPoint::aboveGeoid},
+};
+
+/// Prints the points as comma-separated values or as a table.
+class PointWriter
+{
+public:
+    PointWriter(Console &console, bool isTable) : m_console(console), m_isTable(isTable) {}
+
+    void begin(bool hasNames)
+    {
+        m_hasNames = hasNames;
+        if (!m_isTable) {
+            QStringList names{QStringLiteral("point")};
+            for (const GeoidColumn &column : geoidColumns)
+                names += QString::fromLatin1(column.csvName);
+            m_console.print(names.join(QLatin1Char(',')));
+            return;
+        }
+        QString headings = nameCell(QStringLiteral("point"));
+        QString units = nameCell({});
+        for (const GeoidColumn &column : geoidColumns) {
+            headings += cell(QString::fromLatin1(column.heading), column);
+            units += cell(QString::fromLatin1(column.unit), column);
+        }
+        m_console.print(headings);
+        m_console.print(units);
+    }
+
+    void write(const QString &name, const GeoidPoint &point)
+    {
+        if (!m_isTable) {
+            QStringList fields{csvField(name)};
+            for (const GeoidColumn &column : geoidColumns)
+                fields += numberText(point.*column.value, column.csvDecimals);
+            m_console.print(fields.join(QLatin1Char(',')));
+            return;
+        }
+        // A name that is too long stands in a line of its own, so that the numbers stay in theirs.
+        const bool isLong = m_hasNames && name.size() > nameWidth;
+        if (isLong)
+            m_console.print(name);
+        QString line = nameCell(isLong ? QString() : name);
+        for (const GeoidColumn &column : geoidColumns)
+            line += cell(numberText(point.*column.value, column.tableDecimals), column);
+        m_console.print(line);
+    }
+
+private:
+    static constexpr int nameWidth = 10;
+
+    QString nameCell(const QString &name) const
+    {
+        return m_hasNames ? name.leftJustified(nameWidth) : QString();
+    }
+    static QString cell(const QString &text, const GeoidColumn &column)
+    {
+        return QLatin1String("  ") + text.rightJustified(column.width);
+    }
+
+    Console &m_console;
+    bool m_isTable;
+    bool m_hasNames = false;
+};
+
+/// One run over an input.
+class Separations
+{
+public:
+    Separations(const QString &gridFile, bool inverse, LineReader &lines, PointWriter &writer,
+                Console &console)
+        : m_gridFile(gridFile), m_inverse(inverse), m_lines(lines),
+          m_reader(lines, Frame::Wgs84LLH,
+                   inverse ? InputHeight::AboveGeoid : InputHeight::AboveEllipsoid),
+          m_writer(writer), m_console(console)
+    {}
+
+    ExitStatus run()
+    {
+        while (m_console.canPrint()) {
+            switch (m_reader.next()) {
+            case PositionReader::Result::Position: separate(); break;
+            case PositionReader::Result::BadLine: fail(m_reader.reason()); break;
+            case PositionReader::Result::BadHeader:
+                report(m_reader.reason());
+                return ExitStatus::Usage;
+            case PositionReader::Result::ReadError:
+                m_console.report(QStringLiteral("cannot read %1: %2")
+                                     .arg(m_lines.displayName(), m_reader.reason()));
+                return ExitStatus::Environment;
+            case PositionReader::Result::End: return finish();
+            }
+        }
+        return ExitStatus::Environment;
+    }
+
+private:
+    void separate()
+    {
+        const stLongLatH &in = m_reader.position().getLongLatH();
+        const auto calculate =
+            m_inverse ? &ProjLib::Calc_geoid_diff_inverse : &ProjLib::Calc_geoid_diff;
+        double diff = 0.0;
+        QString reason;
+        if (!calculate(in.latitude, in.longitude, in.height, m_gridFile, diff, &reason)) {
+            fail(reason);
+            return;
+        }
+        begin();
+        const double other = in.height + diff;
+        m_writer.write(m_reader.name(),
+                       m_inverse ? GeoidPoint{in.longitude, in.latitude, other, diff, in.height}
+                                 : GeoidPoint{in.longitude, in.latitude, in.height, -diff, other});
+        ++m_done;
+    }
+
+    void begin()
+    {
+        if (!m_hasBegun)
+            m_writer.begin(m_reader.hasNames());
+        m_hasBegun = true;
+    }
+
+    void report(const QString &reason)
+    {
+        m_console.report(QStringLiteral("%1:%2: %3")
+                             .arg(m_lines.displayName())
+                             .arg(m_reader.lineNumber())
+                             .arg(reason));
+    }
+
+    void fail(const QString &reason)
+    {
+        report(reason);
+        ++m_failed;
+    }
+
+    ExitStatus finish()
+    {
+        begin();
+        if (m_failed == 0)
+            return ExitStatus::Success;
+        m_console.report(
+            QStringLiteral("%1 of %2 positions failed").arg(m_failed).arg(m_done + m_failed));
+        return ExitStatus::SomeFailed;
+    }
+
+    const QString &m_gridFile;
+    bool m_inverse;
+    LineReader &m_lines;
+    PositionReader m_reader;
+    PointWriter &m_writer;
+    Console &m_console;
+    bool m_hasBegun = false;
+    qint64 m_done = 0;
+    qint64 m_failed = 0;
+};
+
+CommandLine makeCommandLine()
+{
+    CommandLine line(
+        QStringLiteral("--model NAME|FILE [OPTIONS] [INPUT]"),
+        QStringLiteral("Gives WGS84 positions the height above the geoid."),
+        QStringLiteral(
+            "INPUT is a file, or - for standard input, which is the default. It holds one\n"
+            "position a line: longitude [deg], latitude [deg], height [m], after a point\n"
+            "name if there is one, as 'kelstd convert' reads them; a first line without\n"
+            "numbers names the columns.\n"
+            "\n"
+            "The separation is how far the geoid lies above the ellipsoid:\n"
+            "  height above the geoid = ellipsoidal height - separation\n"
+            "The output has both heights, whichever was given.\n"
+            "\n"
+            "A model's name goes before a file's; ./FILE is always a file. FILE is a GTX\n"
+            "grid, a GGF grid (converted for the run), or what else PROJ reads.\n"
+            "\n"
+            "A line that cannot be read, and a point outside the model's grid, is reported\n"
+            "on standard error as INPUT:LINE: reason, and the run goes on. Exit status: 0\n"
+            "all done, 1 some failed, 2 usage, 3 no PROJ, no usable model, or output that\n"
+            "cannot be written."));
+    line.addOption({QStringLiteral("model"),
+                    QStringLiteral("The geoid model: a name that 'kelstd geoid list' lists,\n"
+                                   "or a file."),
+                    QStringLiteral("NAME|FILE")});
+    line.addOption({QStringLiteral("inverse"),
+                    QStringLiteral("The input's heights are above the geoid; wanted are the\n"
+                                   "ellipsoidal ones.")});
+    line.addOption({QStringLiteral("table"),
+                    QStringLiteral("Print an aligned table, the default on a terminal.")});
+    line.addOption({QStringLiteral("csv"),
+                    QStringLiteral("Print comma-separated values, the default otherwise.")});
+    return line;
+}
+
+} // namespace
+
+ExitStatus runGeoidHeight(const QStringList &arguments, Console &console)
+{
+    CommandLine line = makeCommandLine();
+    if (const auto status = line.parse(arguments, console, 1))
+        return *status;
+    const QString model = line.value(QStringLiteral("model"));
+    if (model.isEmpty())
+        return line.refuse(QStringLiteral("--model NAME|FILE is missing"), console);
+    const bool asksForTable = line.isSet(QStringLiteral("table"));
+    const bool asksForCsv = line.isSet(QStringLiteral("csv"));
+    if (asksForTable && asksForCsv)
+        return line.refuse(QStringLiteral("--table and --csv exclude each other"), console);
+
+    LineReader lines;
+    QString reason;
+    const QString input = line.positionals().value(0, QStringLiteral("-"));
+    if (!lines.open(input, reason)) {
+        console.report(QStringLiteral("cannot open %1: %2").arg(input, reason));
+        return ExitStatus::Usage;
+    }
+    const ProjEnvironment environment;
+    if (!environment.isReady()) {
+        console.report(QStringLiteral("PROJ is not ready; 'kelstd doctor' tells why"));
+        return ExitStatus::Environment;
+    }
+    ChosenGrid grid;
+    if (!grid.choose(model, reason) || !geoidGridIsReadable(grid.path(), reason)) {
+        console.report(QStringLiteral("cannot use the geoid model %1: %2").arg(model, reason));
+        return ExitStatus::Environment;
+    }
+    const bool inverse = line.isSet(QStringLiteral("inverse"));
+    if (lines.isTerminal()) {
+        console.report(
+            QStringLiteral("type positions, one a line (longitude [deg], latitude [deg], height "
+                           "above the %1 [m]); the end-of-file key ends")
+                .arg(inverse ? QStringLiteral("geoid") : QStringLiteral("ellipsoid")));
+    }
+    PointWriter writer(console, asksForTable || (console.isTerminal() && !asksForCsv));
+    return Separations(grid.path(), inverse, lines, writer, console).run();
+}
+
+} // namespace KelStd::cli

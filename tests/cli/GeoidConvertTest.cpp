@@ -1,0 +1,202 @@
+// kelstd convert in a system that names a geoid model.
+
+#include "cli/ProgramRun.h"
+#include "cli/Terminal.h"
+#include "support/GridFiles.h"
+#include "support/Printers.h"
+
+#include <QtCore/QFile>
+
+namespace KelStd {
+namespace {
+
+using test::editedSystem;
+using test::Mentions;
+using test::numberIn;
+using test::ProgramResult;
+using test::ProgramRun;
+using test::slopingGrid;
+
+const QString reference = QStringLiteral("local_height_reference");
+constexpr double halfUnit = 6e-6; // [m], of five decimals
+
+/// 50 to 54 N, 3 to 7 E; 42.55 m at 52.5 N 3.5 E.
+class GeoidConvert : public testing::Test
+{
+protected:
+    GeoidConvert()
+    {
+        program.file(QStringLiteral("geoid_model_list/small.gtx"), test::gtxBytes(slopingGrid()));
+    }
+
+    QString systemWith(const QString &model) const
+    {
+        return program.file(QStringLiteral("system.xml"),
+                            editedSystem(QStringLiteral("rd_new.xml"),
+                                         {{QStringLiteral("modelFileName=\"\""),
+                                           QStringLiteral("modelFileName=\"%1\"").arg(model)}}));
+    }
+
+    ProgramResult convert(const QString &model, const QByteArray &input,
+                          const QStringList &options = {}) const
+    {
+        return program.run(QStringList{"convert", "--system", systemWith(model)} + options, input);
+    }
+
+    ProgramRun program;
+};
+
+TEST_F(GeoidConvert, ProjectedHeightIsAboveTheGeoidAndSaysSo)
+{
+    const auto result = convert("small.gtx", "A,3.5,52.5,100\n");
+    ASSERT_EQ(result.status, 0) << result.err;
+    EXPECT_EQ(result.err, QString());
+    const auto row = test::csvRows(result.out).value(0);
+    EXPECT_NEAR(numberIn(row, "local_height_m"), 100.0 - 42.55, halfUnit);
+    EXPECT_EQ(row.value(reference), "geoid small.gtx");
+    EXPECT_NEAR(numberIn(row, "wgs84_height_m"), 100.0, halfUnit);
+    EXPECT_GT(std::abs(numberIn(row, "local_ellipsoidal_height_m") - 57.45), 0.05);
+}
+
+TEST_F(GeoidConvert, GivenProjectedHeightIsAboveTheGeoid)
+{
+    const auto there = test::csvRows(convert("small.gtx", "3.5,52.5,100\n").out).value(0);
+    const QByteArray input =
+        (there.value("local_northing_m") + ' ' + there.value("local_easting_m") + " 57.45\n")
+            .toUtf8();
+    const auto result = convert("small.gtx", input, {"--from", "local-neh"});
+    ASSERT_EQ(result.status, 0) << result.err;
+    const auto back = test::csvRows(result.out).value(0);
+    EXPECT_NEAR(numberIn(back, "wgs84_height_m"), 100.0, 0.001);
+    EXPECT_EQ(back.value(reference), "geoid small.gtx");
+}
+
+TEST_F(GeoidConvert, GgfModelIsUsedByItsName)
+{
+    program.file(QStringLiteral("geoid_model_list/a.ggf"),
+                 test::ggfBytes(slopingGrid(), test::RowOrder::Reversed));
+    const auto row = test::csvRows(convert("a.ggf", "3.5,52.5,100\n").out).value(0);
+    EXPECT_NEAR(numberIn(row, "local_height_m"), 57.45, halfUnit);
+    EXPECT_EQ(row.value(reference), "geoid a.ggf");
+}
+
+TEST_F(GeoidConvert, EachPointOutsideTheModelIsWarnedOfAndEllipsoidal)
+{
+    const auto result = convert("small.gtx", "A,3.5,52.5,100\nB,5,49,100\nC,2,51,100\n");
+    EXPECT_EQ(result.status, 0);
+    const auto rows = test::csvRows(result.out);
+    ASSERT_EQ(rows.size(), 3);
+    EXPECT_EQ(rows.at(0).value(reference), "geoid small.gtx");
+    for (const int outside : {1, 2}) {
+        EXPECT_EQ(rows.at(outside).value(reference), "ellipsoid");
+        EXPECT_EQ(rows.at(outside).value("local_height_m"),
+                  rows.at(outside).value("local_ellipsoidal_height_m"));
+    }
+    ASSERT_EQ(result.errLines().size(), 2);
+    for (const char *line : {"<stdin>:2: ", "<stdin>:3: "})
+        EXPECT_THAT(result.err,
+                    Mentions((std::string("kelstd: ") + line
+                              + "warning: the geoid model \"small.gtx\" has no value for the point "
+                                "(Coordinate to transform falls outside grid): its projected "
+                                "height is ellipsoidal")
+                                 .c_str()));
+}
+
+struct UnusableModel
+{
+    const char *name;
+    const char *reason;
+};
+
+TEST_F(GeoidConvert, AModelThatCannotBeUsedIsWarnedOfOnceARun)
+{
+    program.file(QStringLiteral("geoid_model_list/text.gtx"), QByteArray(500, 'x'));
+    program.file(QStringLiteral("geoid_model_list/cut.ggf"), QByteArray(500, 'x'));
+    program.file(QStringLiteral("beside.gtx"), test::gtxBytes(slopingGrid()));
+    for (const UnusableModel &row :
+         {UnusableModel{"missing.gtx", "it is not in "},
+          UnusableModel{"../beside.gtx", "it is not in "},
+          UnusableModel{"egm96_15.gtx", "'kelstd doctor --reinstall' copies it there"},
+          UnusableModel{"text.gtx", "PROJ does not read "},
+          UnusableModel{"cut.ggf", "it is no GGF grid"}}) {
+        SCOPED_TRACE(row.name);
+        const auto result = convert(row.name, "3.5,52.5,100\n3.5,52.6,100\n3.5,10,100\n");
+        EXPECT_EQ(result.status, 0);
+        ASSERT_EQ(result.errLines().size(), 1) << result.err;
+        EXPECT_THAT(result.err, Mentions("kelstd: warning: the geoid model "));
+        EXPECT_THAT(result.err, Mentions(row.name));
+        EXPECT_THAT(result.err, Mentions(row.reason));
+        EXPECT_THAT(result.err, Mentions("All heights are ellipsoidal."));
+        for (const auto &point : test::csvRows(result.out)) {
+            EXPECT_EQ(point.value(reference), "ellipsoid");
+            EXPECT_EQ(point.value("local_height_m"), point.value("local_ellipsoidal_height_m"));
+        }
+    }
+}
+
+TEST_F(GeoidConvert, WithoutAModelEveryHeightIsEllipsoidalWithoutAWarning)
+{
+    const auto result = convert(QString(), "3.5,52.5,100\n");
+    EXPECT_EQ(result.err, QString());
+    EXPECT_EQ(test::csvRows(result.out).value(0).value(reference), "ellipsoid");
+}
+
+TEST_F(GeoidConvert, WideTableHasAColumnForIt)
+{
+    const auto result = convert("small.gtx", "3.5,52.5,100\n5,49,100\n", {"--table"});
+    ASSERT_EQ(result.status, 0) << result.err;
+    const QStringList lines = result.outLines();
+    ASSERT_EQ(lines.size(), 5);
+    EXPECT_TRUE(lines.at(1).endsWith("      height  above the")) << lines.at(1);
+    EXPECT_EQ(lines.at(2).simplified(), "deg deg m (ell.) m m m deg deg m (ell.) m m m");
+    EXPECT_TRUE(lines.at(3).endsWith("     57.4500  geoid small.gtx")) << lines.at(3);
+    EXPECT_TRUE(lines.at(4).endsWith("  ellipsoid")) << lines.at(4);
+    // Its heading, its values and its unit begin and end in one place.
+    EXPECT_EQ(lines.at(1).indexOf("above the"), lines.at(3).indexOf("geoid small"));
+    EXPECT_EQ(lines.at(1).indexOf("above the"), lines.at(4).indexOf("ellipsoid"));
+    EXPECT_EQ(lines.at(2).size() + 2, lines.at(1).indexOf("above the"));
+}
+
+TEST_F(GeoidConvert, NarrowTableSaysItOfEachPoint)
+{
+    const auto shown = test::Terminal(80).run(
+        program, {"convert", "--system", systemWith("small.gtx")}, "3.5,52.5,100\n5,49,100\n");
+    const QStringList lines = shown.outLines();
+    const int first =
+        lines.indexOf(QStringLiteral("height above the geoid small.gtx").rightJustified(75));
+    ASSERT_EQ(first, 8) << shown.out;
+    EXPECT_EQ(lines.at(6).simplified(), "northing [m] easting [m] height [m]");
+    EXPECT_TRUE(lines.at(7).endsWith("57.4500"));
+    EXPECT_EQ(lines.filter("northing [m]").value(1).simplified(),
+              "northing [m] easting [m] ell. height [m]");
+    EXPECT_EQ(lines.filter("above the").size(), 1);
+    for (const QString &line : lines)
+        EXPECT_LE(line.size(), line.contains("kelstd:") ? 1000 : 80) << line;
+}
+
+/// The wide table needs room for the column.
+TEST_F(GeoidConvert, ATerminalThatIsTooNarrowForTheColumnGetsTheNarrowTable)
+{
+    const auto run = [this](const char *model, int width) {
+        return test::Terminal(width).run(program, {"convert", "--system", systemWith(model)},
+                                         "3.5,52.5,100\n");
+    };
+    const QString wide = run("small.gtx", 300).out;
+    ASSERT_THAT(wide, Mentions("above the"));
+    const int needed = 191 + 2 + 15; // the columns, the gap, "geoid small.gtx"
+    EXPECT_EQ(run("small.gtx", needed).outLines().size(), 4);
+    EXPECT_GT(run("small.gtx", needed - 1).outLines().size(), 4);
+    EXPECT_EQ(run("", needed - 1).outLines().size(), 4);
+}
+
+TEST_F(GeoidConvert, SystemShowTellsWhetherTheModelIsThere)
+{
+    EXPECT_THAT(program.run({"system", "show", systemWith("small.gtx")}).out,
+                Mentions("geoid model             small.gtx\n"));
+    const auto missing = program.run({"system", "show", systemWith("missing.gtx")});
+    EXPECT_THAT(missing.out, Mentions("missing.gtx (cannot be used)"));
+    EXPECT_THAT(missing.out, Mentions("- The geoid model \"missing.gtx\" cannot be used: "));
+}
+
+} // namespace
+} // namespace KelStd
