@@ -1,6 +1,7 @@
 // The angles of stShowConfig::getParamValueString are the value, rounded to the decimals shown, and
 // come back when they are read.
 
+#include "support/AngleSamples.h"
 #include "support/ShownAngle.h"
 
 #include <KelStd/coord/Param.h>

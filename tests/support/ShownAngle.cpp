@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <iterator>
 
 namespace KelStd::test {
@@ -229,13 +230,13 @@ std::string wrongSexagesimalReading(const QString &shown, const ShownAngle &angl
     QVariant value;
     if (!CoordStringHelper::GetValueFromString(ValueType_Angle, Unit_Degree, shown, value))
         return "refused in degrees";
-    if (std::abs(value.toDouble() - sum) > error)
+    if (!(std::abs(value.toDouble() - sum) <= error))
         return "read as another sum";
-    if (addsUp && std::abs(value.toDouble() - degrees) > allowed + error)
+    if (addsUp && !(std::abs(value.toDouble() - degrees) <= allowed + error))
         return "read as another angle";
     if (!CoordStringHelper::GetValueFromString(ValueType_Angle, Unit_Second, shown, value))
         return "refused in arc seconds";
-    if (std::abs(value.toDouble() - 3600.0L * sum) > 3600.0L * error)
+    if (!(std::abs(value.toDouble() - 3600.0L * sum) <= 3600.0L * error))
         return "read as another sum of arc seconds";
 
     double styled = 1000.0;
@@ -243,7 +244,7 @@ std::string wrongSexagesimalReading(const QString &shown, const ShownAngle &angl
                           && angle.seconds->value() >= 0.0L;
     if (CoordStringHelper::GetAngleValue(shown, Format_DegreeMinuteSecond, styled) != readable)
         return readable ? "refused as a styled angle" : "taken as a styled angle";
-    return readable && std::abs(styled - sum) > error ? "read as another styled angle" : "";
+    return readable && !(std::abs(styled - sum) <= error) ? "read as another styled angle" : "";
 }
 
 std::string wrongDecimalReading(const QString &shown, EFormat format, long double degrees,
@@ -255,60 +256,14 @@ std::string wrongDecimalReading(const QString &shown, EFormat format, long doubl
     double styled = 1000.0;
     if (CoordStringHelper::GetAngleValue(shown, format, styled) != readable)
         return readable ? "refused as a styled angle" : "taken as a styled angle";
-    if (readable && std::abs(styled - degrees) > allowed + error)
+    if (readable && !(std::abs(styled - degrees) <= allowed + error))
         return "read as another styled angle";
     if (format == Format_Radian)
         return "";
     QVariant value;
     if (!CoordStringHelper::GetValueFromString(ValueType_Angle, Unit_Degree, shown, value))
         return "refused in degrees";
-    return std::abs(value.toDouble() - degrees) > allowed + error ? "read as another angle" : "";
-}
-
-double AngleSamples::uniform(double low, double high)
-{
-    return std::uniform_real_distribution<double>(low, high)(m_random);
-}
-
-int AngleSamples::oneOf(int count)
-{
-    return std::uniform_int_distribution<int>(0, count - 1)(m_random);
-}
-
-AngleSample AngleSamples::next()
-{
-    const int precision =
-        testedPrecisions[static_cast<std::size_t>(oneOf(std::size(testedPrecisions)))];
-    const double sign = oneOf(2) == 0 ? 1.0 : -1.0;
-    switch (oneOf(6)) {
-    case 0: return {uniform(-360.0, 360.0), precision};
-    case 1: return {sign * std::pow(10.0, uniform(-8.0, 0.0)), precision};
-    case 2: {
-        // A whole minute, less or more a distance anywhere between an arc second and nothing.
-        const double distance = std::pow(10.0, -uniform(0.0, 16.0)) / 3600.0;
-        const double minute = oneOf(60 * 360 + 1) / 60.0;
-        return {sign * (oneOf(2) == 0 ? minute - distance : minute + distance), precision};
-    }
-    case 3: {
-        // A whole second, or a double beside it.
-        const double second = oneOf(3600 * 360 + 1) / 3600.0;
-        const double beside[] = {second, std::nextafter(second, 1000.0),
-                                 std::nextafter(second, -1000.0)};
-        return {sign * beside[oneOf(3)], precision};
-    }
-    case 4: { // a few decimals in degrees
-        const int decimals = oneOf(7);
-        return {sign * std::round(uniform(0.0, 360.0) * std::pow(10.0, decimals))
-                    / std::pow(10.0, decimals),
-                precision};
-    }
-    default: { // a few decimals in seconds, one more than is shown among them
-        const int decimals = std::min(precision + 1, oneOf(8));
-        const double seconds =
-            std::round(uniform(0.0, 60.0) * std::pow(10.0, decimals)) / std::pow(10.0, decimals);
-        return {sign * (oneOf(360) + oneOf(60) / 60.0 + seconds / 3600.0), precision};
-    }
-    }
+    return std::abs(value.toDouble() - degrees) <= allowed + error ? "" : "read as another angle";
 }
 
 } // namespace KelStd::test

@@ -6,7 +6,6 @@
 #include <QtCore/QString>
 
 #include <optional>
-#include <random>
 #include <string>
 
 namespace KelStd::test {
@@ -70,9 +69,9 @@ enum class Zeros
 std::string wrongNumber(const ShownNumber &number, long double expected, int precision, Zeros zeros,
                         long double noise);
 
-/// Empty when degrees, minutes and seconds are whole, whole and below 60, and together the size of
-/// `arcSeconds`, rounded to the decimals of the seconds. Seconds are doubles of their own: half
-/// their spacing is allowed where it is more than `noise`.
+/// Empty when degrees, minutes and seconds are whole numbers, minutes and seconds below 60, and
+/// together the size of `arcSeconds`, rounded to the decimals of the seconds. Seconds are doubles
+/// of their own: half their spacing is allowed where it is more than `noise`.
 std::string wrongSexagesimal(const ShownAngle &angle, long double arcSeconds, int precision,
                              long double noise);
 
@@ -88,65 +87,5 @@ std::string wrongSexagesimalReading(const QString &shown, const ShownAngle &angl
 /// The same for a text of one number in the style `format`.
 std::string wrongDecimalReading(const QString &shown, EFormat format, long double degrees,
                                 long double allowed);
-
-/// An angle to print, and how.
-struct AngleSample
-{
-    double degrees;
-    int precision;
-};
-
-/// Seeded angles from all over the circle and around zero, beside carries, with few decimals in
-/// degrees or in seconds (ties among them), of both signs.
-class AngleSamples
-{
-public:
-    explicit AngleSamples(unsigned seed) : m_random(seed) {}
-
-    AngleSample next();
-    /// A number that says which of the less frequent questions are asked of a sample.
-    int turn() { return oneOf(5040); }
-
-private:
-    double uniform(double low, double high);
-    int oneOf(int count);
-
-    std::mt19937_64 m_random;
-};
-
-/// How many angles each test of a property takes, and of how many carries it takes one.
-constexpr int anglesPerTest = KELSTD_ANGLES_PER_TEST;
-constexpr int carryStep = KELSTD_CARRY_STEP;
-
-/// Calls `check` with every whole minute from `firstDegree` to `lastDegree`, the doubles beside it,
-/// and the angles on both sides of where the seconds before it round to 60, at every precision.
-template <typename Check>
-void forEveryCarry(int firstDegree, int lastDegree, const Check &check);
-
-constexpr int testedPrecisions[] = {0, 1, 2, 3, 4, 6, 9, 12, 15};
-
-} // namespace KelStd::test
-
-#include <cmath>
-
-namespace KelStd::test {
-
-template <typename Check>
-void forEveryCarry(int firstDegree, int lastDegree, const Check &check)
-{
-    for (int minute = firstDegree * 60; minute <= lastDegree * 60; minute += carryStep) {
-        const double at = minute / 60.0;
-        const double sign = minute % 2 == 0 ? 1.0 : -1.0;
-        for (const int precision : testedPrecisions) {
-            const auto half = static_cast<double>(halfUnit(precision)) / 3600.0;
-            check(AngleSample{sign * (at - 0.999 * half), precision}); // carried
-            check(AngleSample{sign * (at - 1.001 * half), precision}); // not yet
-        }
-        const int precision = testedPrecisions[static_cast<std::size_t>(minute) % 9];
-        check(AngleSample{sign * at, precision});
-        check(AngleSample{sign * std::nextafter(at, 1000.0), precision});
-        check(AngleSample{sign * std::nextafter(at, -1000.0), precision});
-    }
-}
 
 } // namespace KelStd::test

@@ -1,5 +1,6 @@
 // Printed angles are the value, rounded to the decimals shown, and come back when they are read.
 
+#include "support/AngleSamples.h"
 #include "support/ShownAngle.h"
 #include "text/Symbols.h"
 
