@@ -91,6 +91,7 @@ TEST(TypedAngle, AddsEveryPartWithItsOwnSign)
         {"30°-15′", 29.75, 107100.0},
         {"0°-30′0″", -0.5, -1800.0},
         {"-30′15″", -0.49583333333333335, -1785.0},
+        {"−30°15′", -29.75, -107100.0}, // the minus of typesetters
     };
     for (const EValueType type : angleTypes) {
         for (const Row &row : rows) {
