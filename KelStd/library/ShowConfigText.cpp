@@ -294,7 +294,8 @@ QString stShowConfig::getParamValueString(const Param &param, int intDigits) con
             CoordStringHelper::ConvertUnit_Temprature(value, param.unit, tempratureUnit), style);
     case ValueKind::Longitude:
         if (latLongFormat == Format_Radian)
-            return radians(inShownUnit(value, param.unit, latLongFormat), latLongPrecision);
+            return angleText(inShownUnit(value, param.unit, latLongFormat), latLongFormat,
+                             latLongPrecision);
         return hemisphereText(inShownUnit(value, param.unit, latLongFormat), latLongFormat,
                               latLongPrecision, longitudes);
     case ValueKind::Latitude:

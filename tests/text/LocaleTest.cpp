@@ -2,6 +2,9 @@
 #include "support/TemporaryHome.h"
 #include "text/Symbols.h"
 
+#include <KelStd/coord/Coord.h>
+#include <KelStd/coord/Pos.h>
+#include <KelStd/library/stShowConfig.h>
 #include <KelStd/text/CoordStringHelper.h>
 
 #include <QtCore/QLocale>
@@ -54,6 +57,69 @@ void expectPlainNumbers()
     EXPECT_EQ(Helper::GetFormatString(ValueType_X, 4321.5, Unit_Meter), text("4321.5"));
 }
 
+/// What a user may type is alike everywhere, too: a decimal comma is no point, and the digits are
+/// Latin.
+void expectPlainReading()
+{
+    const auto parsed = [](EValueType type, const char *typed) {
+        QVariant value(text("refused"));
+        Helper::GetValueFromString(type, Unit_Degree, text(typed), value);
+        return value;
+    };
+    EXPECT_EQ(parsed(ValueType_Double, "1234.5"), QVariant(1234.5));
+    EXPECT_EQ(parsed(ValueType_X, "1.234"), QVariant(1.234));
+    EXPECT_EQ(parsed(ValueType_Int32, "1234567"), QVariant(1234567));
+    EXPECT_EQ(parsed(ValueType_Angle, "30.5°30.5′0″"), QVariant(30.5 + 30.5 / 60.0));
+    EXPECT_EQ(parsed(ValueType_Latitude, "-30.25"), QVariant(-30.25));
+    for (const char *typed : {"1,5", "1.234,5", "1,234.5", "1 234", "١٫٥", "۱۵", "१५"}) {
+        for (const EValueType type : {ValueType_Double, ValueType_Int32, ValueType_Int64,
+                                      ValueType_Distance, ValueType_Angle, ValueType_Longitude})
+            EXPECT_EQ(parsed(type, typed), QVariant(text("refused"))) << typed;
+    }
+    double degrees = 0.0;
+    EXPECT_TRUE(Helper::GetAngleValue(text("12°34′56.78″"), Format_DegreeMinuteSecond, degrees));
+    EXPECT_NEAR(degrees, 12.582438888888889, 2e-15);
+    EXPECT_TRUE(Helper::GetAngleValue(text("5400.5″"), Format_Second, degrees));
+    EXPECT_EQ(degrees, 5400.5 / 3600.0);
+    EXPECT_FALSE(Helper::GetAngleValue(text("12°34′56,78″"), Format_DegreeMinuteSecond, degrees));
+    EXPECT_FALSE(Helper::GetAngleValue(text("1,5"), Format_Radian, degrees));
+}
+
+/// Tables and positions.
+void expectPlainTables()
+{
+    stShowConfig config;
+    const auto shown = [&config](EValueType type, EUnit unit, const QVariant &value,
+                                 int intDigits = -1) {
+        return config.getParamValueString(Param(type, unit, value), intDigits);
+    };
+    EXPECT_EQ(shown(ValueType_Double, Unit_None, -1234567.25), text("-1234567.25"));
+    EXPECT_EQ(shown(ValueType_Int32, Unit_None, 1234567), text("1234567"));
+    EXPECT_EQ(shown(ValueType_X, Unit_Meter, 1234567.5), text("1234567.5"));
+    EXPECT_EQ(shown(ValueType_Distance, Unit_Meter, 1234.5, 6), text("001234.5"));
+    EXPECT_EQ(shown(ValueType_Angle, Unit_Degree, 1000.5), text("3601800.00″"));
+    EXPECT_EQ(shown(ValueType_Longitude, Unit_Degree, 12.582438888888889),
+              text("012°34′56.780000″E"));
+    config.latLongFormat = Format_Second;
+    EXPECT_EQ(shown(ValueType_Latitude, Unit_Degree, -1.5), text("005400.000000″S"));
+    EXPECT_EQ(shown(ValueType_Time, Unit_None, QVariantList{30, Q_INT64_C(1704067200000)}),
+              text("2024-01-01 00:00:00"));
+    config.timeFormat = Format_GPSW;
+    EXPECT_EQ(shown(ValueType_Time, Unit_None, QVariantList{30, Q_INT64_C(1704067200000)}),
+              text("2295week 86418sec"));
+    EXPECT_EQ(shown(ValueType_TimeSpan, Unit_None, Q_INT64_C(86400000000)),
+              text("1000 day 0 hour 0 minute 0 sec "));
+
+    QString north;
+    QString east;
+    QString height;
+    Helper::GetFormatString(Pos::fromENU(500000.25, 4321000.5, 1234.5), Coord(), north, east,
+                            height, nullptr, nullptr, nullptr);
+    EXPECT_EQ(east, text("500000.25"));
+    EXPECT_EQ(north, text("4321000.5"));
+    EXPECT_EQ(height, text("1234.5"));
+}
+
 TEST(Locale, OfQtDecidesNoNumber)
 {
     const QLocale before;
@@ -66,6 +132,8 @@ TEST(Locale, OfQtDecidesNoNumber)
         // The locale would show, were it asked.
         EXPECT_NE(QLocale().toString(1234567.25, 'f', 3), text("1234567.250"));
         expectPlainNumbers();
+        expectPlainReading();
+        expectPlainTables();
     }
     QLocale::setDefault(before);
 }
@@ -101,6 +169,8 @@ TEST(Locale, OfTheCLibraryDecidesNoNumber)
     std::snprintf(shown, sizeof shown, "%.1f", 1.5);
     EXPECT_STREQ(shown, "1,5");
     expectPlainNumbers();
+    expectPlainReading();
+    expectPlainTables();
 
     std::setlocale(LC_NUMERIC, before.c_str());
 }
