@@ -1,0 +1,83 @@
+// The registry rebuilt from its files.
+
+#include <KelStd/io/CoordDocument.h>
+#include <KelStd/io/ListDocuments.h>
+#include <KelStd/library/LibraryFiles.h>
+#include <KelStd/library/StandardLibrary.h>
+
+#include <exception>
+#include <memory>
+
+namespace KelStd {
+
+namespace {
+
+/// What `read` returns; a value that no document can hold is raised there and is a failure here,
+/// as anything else that cannot be read.
+template <typename Read>
+bool succeeds(Read read)
+{
+    try {
+        return read();
+    } catch (std::exception *raised) {
+        const std::unique_ptr<std::exception> owned(raised);
+        return false;
+    }
+}
+
+bool readSystem(const QString &path, Coord &coord)
+{
+    return succeeds([&] { return io::readCoord(path, io::Source::RegularFile, coord, nullptr); });
+}
+
+template <typename Record>
+QMap<QString, Record> loadedLists(const QString &directory,
+                                  bool (*read)(const QString &, QList<Record> &, QString *),
+                                  QString Record::*name)
+{
+    QMap<QString, Record> records;
+    for (const QString &path : library::documentsIn(directory)) {
+        QList<Record> list;
+        if (!succeeds([&] { return read(path, list, nullptr); }))
+            continue;
+        for (const Record &record : list)
+            records.insert(record.*name, record);
+    }
+    return records;
+}
+
+QMap<QString, Coord> loadedSystems(const QString &directory)
+{
+    QMap<QString, Coord> systems;
+    for (const QString &path : library::documentsIn(directory)) {
+        Coord coord;
+        if (readSystem(path, coord))
+            systems.insert(coord.coord_name, coord);
+    }
+    return systems;
+}
+
+} // namespace
+
+void StandardLibrary::loadLibrary()
+{
+    loadBaseCoord();
+    ellipsoidLibrary =
+        loadedLists(ellipsoidListPath, &io::readEllipsoidList, &Ellipsoid::ellipsoid_name);
+    projectionLibrary =
+        loadedLists(projectionListPath, &io::readProjectionList, &Projection::projection_name);
+    customCoordLibrary = loadedSystems(customCoordPath);
+    standardCoordLibrary = loadedSystems(standardCoordPath);
+    showInCreateProjectCoords.clear();
+    loadShowInProjectCoordNamesFile(); // which keeps only the systems that are known by now
+    loadShowConfig();
+}
+
+void StandardLibrary::loadBaseCoord()
+{
+    Coord coord;
+    if (readSystem(baseCoordFilePath, coord))
+        baseCoord = coord;
+}
+
+} // namespace KelStd
