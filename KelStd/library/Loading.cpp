@@ -62,13 +62,18 @@ QMap<QString, Coord> loadedSystems(const QString &directory)
 void StandardLibrary::loadLibrary()
 {
     loadBaseCoord();
+    ellipsoidLibrary.clear();
+    projectionLibrary.clear();
+    standardCoordLibrary.clear();
+    customCoordLibrary.clear();
+    showInCreateProjectCoords.clear();
+
     ellipsoidLibrary =
         loadedLists(ellipsoidListPath, &io::readEllipsoidList, &Ellipsoid::ellipsoid_name);
     projectionLibrary =
         loadedLists(projectionListPath, &io::readProjectionList, &Projection::projection_name);
     customCoordLibrary = loadedSystems(customCoordPath);
     standardCoordLibrary = loadedSystems(standardCoordPath);
-    showInCreateProjectCoords.clear();
     loadShowInProjectCoordNamesFile(); // which keeps only the systems that are known by now
     loadShowConfig();
 }
