@@ -17,8 +17,7 @@ namespace KelStd::io {
 /// version; the records before that one are appended all the same. A list without records is read.
 bool readEllipsoidList(const QString &fileName, QList<Ellipsoid> &ellipsoids, QString *error);
 
-/// As `readEllipsoidList`. A parameter of kind `ValueType_Time` raises what `Coord_IO::xml_read`
-/// raises for it.
+/// As `readEllipsoidList`.
 bool readProjectionList(const QString &fileName, QList<Projection> &projections, QString *error);
 
 /// Replaces the file by a document of the records, in their order. Returns false, with the file's

@@ -5,29 +5,13 @@
 #include <KelStd/library/LibraryFiles.h>
 #include <KelStd/library/StandardLibrary.h>
 
-#include <exception>
-#include <memory>
-
 namespace KelStd {
 
 namespace {
 
-/// What `read` returns; a value that no document can hold is raised there and is a failure here,
-/// as anything else that cannot be read.
-template <typename Read>
-bool succeeds(Read read)
-{
-    try {
-        return read();
-    } catch (std::exception *raised) {
-        const std::unique_ptr<std::exception> owned(raised);
-        return false;
-    }
-}
-
 bool readSystem(const QString &path, Coord &coord)
 {
-    return succeeds([&] { return io::readCoord(path, io::Source::RegularFile, coord, nullptr); });
+    return io::readCoord(path, io::Source::RegularFile, coord, nullptr);
 }
 
 template <typename Record>
@@ -38,7 +22,7 @@ QMap<QString, Record> loadedLists(const QString &directory,
     QMap<QString, Record> records;
     for (const QString &path : library::documentsIn(directory)) {
         QList<Record> list;
-        if (!succeeds([&] { return read(path, list, nullptr); }))
+        if (!read(path, list, nullptr))
             continue;
         for (const Record &record : list)
             records.insert(record.*name, record);
