@@ -13,6 +13,7 @@ trap 'rm -f "$results"' EXIT
 repeated=(--benchmark_repetitions=9 --benchmark_enable_random_interleaving=true
     --benchmark_report_aggregates_only=true --benchmark_format=csv)
 build/benchmark/benchmarks/conversion_benchmark "${repeated[@]}" >"$results"
+build/benchmark/benchmarks/library_benchmark "${repeated[@]}" --benchmark_min_time=0.05 >>"$results"
 build/benchmark/benchmarks/text_benchmark "${repeated[@]}" --benchmark_min_time=0.05 >>"$results"
 build/benchmark/benchmarks/time_benchmark "${repeated[@]}" --benchmark_min_time=0.05 >>"$results"
 
@@ -25,12 +26,24 @@ awk -F, '
         printf "%-44s %10.3f %10.3f %-3s %6.3f  <= %.2f  %s\n", what, median[ours], median[bare],
                unit[ours], ratio, limit, verdict
     }
+    function growth(what, small, large, factor, limit,   ratio, verdict) {
+        ratio = median[large] / median[small] / factor
+        verdict = ratio <= limit ? "ok" : "TOO SLOW"
+        if (ratio > limit) failed = 1
+        printf "%-44s %10.3f %10.3f %-3s %6.3f  <= %.2f  %s\n", what, median[large],
+               median[small] * factor, unit[large], ratio, limit, verdict
+    }
     function time_row(what, name) { row(what, name, name "Bare", 1.50) }
     END {
         printf "%-44s %10s %10s %-3s %6s\n", "", "KelStd", "bare", "", "ratio"
         row("one location from WGS84 geographic", "oneLocation", "oneLocationBare", 1.10)
         row("100,000 positions, geographic to cartesian", "list/projected:0", "listBare/projected:0", 1.05)
         row("100,000 positions, local to projected", "list/projected:1", "listBare/projected:1", 1.05)
+        once = "/iterations:1"
+        row("a library of 2,000 systems loaded", "libraryLoading/2000" once, "libraryLoadingBare/2000" once, 1.30)
+        growth("the same beside ten times 200", "libraryLoading/200" once, "libraryLoading/2000" once, 10, 1.20)
+        growth("20,000 systems beside ten times 2,000", "libraryLoading/2000" once, "libraryLoading/20000" once, 10, 1.20)
+        growth("a look-up in 20,000 systems beside 200", "libraryLookUp/200", "libraryLookUp/20000", 1, 4.00)
         row("a length printed", "printLength", "printLengthBare", 2.00)
         row("an angle printed", "printAngle", "printAngleBare", 3.00)
         row("a longitude printed for a table", "printTableAngle", "printTableAngleBare", 3.00)

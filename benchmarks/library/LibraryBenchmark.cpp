@@ -50,19 +50,27 @@ public:
     /// Makes the library load them.
     void load() const
     {
+        loadFrom(QStringLiteral("systems"));
+        if (StandardLibrary::getInstance().getCoordFromCustomLibrary(systemName(0)) == nullptr)
+            qFatal("the systems cannot be loaded");
+    }
+
+    /// Empties the library.
+    void unload() const { loadFrom(QStringLiteral("empty")); }
+
+private:
+    static constexpr const char *placeholder = "PLACEHOLDER";
+
+    void loadFrom(const QString &folder) const
+    {
         StandardLibrary &library = StandardLibrary::getInstance();
         const QString empty = m_dir.filePath(QStringLiteral("empty"));
         library.setEllipsoidListPath(empty);
         library.setProjectionListPath(empty);
         library.setStandardCoordPath(empty);
-        library.setCustomCoordPath(m_dir.filePath(QStringLiteral("systems")));
+        library.setCustomCoordPath(m_dir.filePath(folder));
         library.loadLibrary();
-        if (library.getCoordFromCustomLibrary(systemName(0)) == nullptr)
-            qFatal("the systems cannot be loaded");
     }
-
-private:
-    static constexpr const char *placeholder = "PLACEHOLDER";
 
     QByteArray writtenSystem() const
     {
@@ -91,8 +99,12 @@ const Systems &systems(int count)
 void loading(benchmark::State &state, int count)
 {
     const Systems &here = systems(count);
-    for (auto _ : state)
+    for (auto _ : state) {
         here.load();
+        state.PauseTiming(); // what is there before must not count
+        here.unload();
+        state.ResumeTiming();
+    }
 }
 
 void loadingBare(benchmark::State &state, int count)
@@ -123,6 +135,7 @@ void lookUp(benchmark::State &state, int count)
         benchmark::DoNotOptimize(coord);
         i = (i + 1) % names;
     }
+    systems(count).unload();
 }
 
 } // namespace
