@@ -48,7 +48,7 @@ TYPED_TEST(FileNames, MayHoldAnythingThatTheFileSystemTakes)
 TYPED_TEST(FileNames, MayBeAsLongAsTheFileSystemTakes)
 {
     // With ".xml" 255 bytes, the longest that common file systems take; a temporary file beside it
-    // would need a longer one from 244 on.
+    // would need a longer one from 245 on.
     for (int length = 240; length <= 251; ++length) {
         SCOPED_TRACE(length);
         this->expectUsable(QString(length, QLatin1Char('n')));

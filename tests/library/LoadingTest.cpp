@@ -57,16 +57,24 @@ TYPED_TEST(Loading, NamesThatDifferInCaseAreTwo)
     EXPECT_EQ(this->value(this->name("A")), 2);
 }
 
-TYPED_TEST(Loading, OfTwoRecordsOfOneNameTheFileListedLaterWins)
+/// The order of the file system, which is no order of names.
+TYPED_TEST(Loading, OfRecordsOfOneNameTheFileListedLastWins)
 {
-    this->put("1.xml", TypeParam::document(this->name("a"), 1));
-    this->put("2.xml", TypeParam::document(this->name("a"), 2));
-    const QStringList listed =
-        QDir(this->path(TypeParam::folder))
-            .entryList({QStringLiteral("*.xml")}, QDir::Files, QDir::Unsorted);
+    constexpr int records = 10;
+    constexpr int filesOfEach = 4;
+    for (int i = 0; i < records * filesOfEach; ++i)
+        writeFile(this->file(QStringLiteral("%1.xml").arg(i)),
+                  TypeParam::document(QString::number(i % records), i));
+    QMap<QString, int> expected;
+    for (const QString &fileName :
+         QDir(this->path(TypeParam::folder)).entryList(QDir::Files, QDir::Unsorted)) {
+        const int i = fileName.section(QLatin1Char('.'), 0, 0).toInt();
+        expected[QString::number(i % records)] = i;
+    }
     this->library().loadLibrary();
-    EXPECT_EQ(this->names(), QStringList(QStringLiteral("a")));
-    EXPECT_EQ(this->value(this->name("a")), listed.last().left(1).toInt());
+    EXPECT_EQ(this->names().size(), records);
+    for (auto one = expected.constBegin(); one != expected.constEnd(); ++one)
+        EXPECT_EQ(this->value(one.key()), one.value()) << one.key();
 }
 
 TYPED_TEST(Loading, SkipsWhatCannotBeReadAndReadsTheRest)
