@@ -13,7 +13,10 @@ trap 'rm -f "$results"' EXIT
 repeated=(--benchmark_repetitions=9 --benchmark_enable_random_interleaving=true
     --benchmark_report_aggregates_only=true --benchmark_format=csv)
 build/benchmark/benchmarks/conversion_benchmark "${repeated[@]}" >"$results"
-build/benchmark/benchmarks/library_benchmark "${repeated[@]}" --benchmark_min_time=0.05 >>"$results"
+library=(build/benchmark/benchmarks/library_benchmark "${repeated[@]}" --benchmark_min_time=0.05)
+"${library[@]}" --benchmark_filter='Loading.*/(200|2000)/' >>"$results"
+"${library[@]}" --benchmark_filter='Loading/20000/' --benchmark_repetitions=3 >>"$results"
+"${library[@]}" --benchmark_filter=LookUp --benchmark_enable_random_interleaving=false >>"$results"
 build/benchmark/benchmarks/text_benchmark "${repeated[@]}" --benchmark_min_time=0.05 >>"$results"
 build/benchmark/benchmarks/time_benchmark "${repeated[@]}" --benchmark_min_time=0.05 >>"$results"
 
