@@ -14,6 +14,10 @@ repeated=(--benchmark_repetitions=9 --benchmark_enable_random_interleaving=true
     --benchmark_report_aggregates_only=true --benchmark_format=csv)
 build/benchmark/benchmarks/conversion_benchmark "${repeated[@]}" >"$results"
 build/benchmark/benchmarks/geoid_benchmark "${repeated[@]}" >>"$results"
+library=(build/benchmark/benchmarks/library_benchmark "${repeated[@]}" --benchmark_min_time=0.05)
+"${library[@]}" --benchmark_filter='Loading.*/(200|2000)/' >>"$results"
+"${library[@]}" --benchmark_filter='Loading/20000/' --benchmark_repetitions=3 >>"$results"
+"${library[@]}" --benchmark_filter=LookUp --benchmark_enable_random_interleaving=false >>"$results"
 build/benchmark/benchmarks/text_benchmark "${repeated[@]}" --benchmark_min_time=0.05 >>"$results"
 build/benchmark/benchmarks/time_benchmark "${repeated[@]}" --benchmark_min_time=0.05 >>"$results"
 
@@ -26,6 +30,13 @@ awk -F, '
         printf "%-44s %10.3f %10.3f %-3s %6.3f  <= %.2f  %s\n", what, median[ours], median[bare],
                unit[ours], ratio, limit, verdict
     }
+    function growth(what, small, large, factor, limit,   ratio, verdict) {
+        ratio = median[large] / median[small] / factor
+        verdict = ratio <= limit ? "ok" : "TOO SLOW"
+        if (ratio > limit) failed = 1
+        printf "%-44s %10.3f %10.3f %-3s %6.3f  <= %.2f  %s\n", what, median[large],
+               median[small] * factor, unit[large], ratio, limit, verdict
+    }
     function time_row(what, name) { row(what, name, name "Bare", 1.50) }
     END {
         printf "%-44s %10s %10s %-3s %6s\n", "", "KelStd", "bare", "", "ratio"
@@ -34,6 +45,11 @@ awk -F, '
         row("100,000 positions, local to projected", "list/projected:1", "listBare/projected:1", 1.05)
         row("one separation of the geoid", "separation/inverse:0", "separationBare/inverse:0", 1.10)
         row("one separation of the geoid, inverse", "separation/inverse:1", "separationBare/inverse:1", 1.10)
+        once = "/iterations:1"
+        row("a library of 2,000 systems loaded", "libraryLoading/2000" once, "libraryLoadingBare/2000" once, 1.30)
+        growth("the same beside ten times 200", "libraryLoading/200" once, "libraryLoading/2000" once, 10, 1.20)
+        growth("20,000 systems beside ten times 2,000", "libraryLoading/2000" once, "libraryLoading/20000" once, 10, 1.20)
+        growth("a look-up in 20,000 systems beside 200", "libraryLookUp/200", "libraryLookUp/20000", 1, 4.00)
         row("a length printed", "printLength", "printLengthBare", 2.00)
         row("an angle printed", "printAngle", "printAngleBare", 3.00)
         row("a longitude printed for a table", "printTableAngle", "printTableAngleBare", 3.00)

@@ -1,5 +1,6 @@
 #include <KelStd/io/Coord_IO.h>
 
+#include <KelStd/io/CoordDocument.h>
 #include <KelStd/io/RecordReaders.h>
 #include <KelStd/io/RecordWriters.h>
 #include <KelStd/io/XmlDocument.h>
@@ -35,28 +36,37 @@ bool Coord_IO::xml_write(const Coord &coord, const QString &fileName, QString *e
 
 bool Coord_IO::xml_read(const QString &fileName, Coord &coord, QString *errorMessage)
 {
+    return io::readCoord(fileName, io::Source::Any, coord, errorMessage);
+}
+
+namespace io {
+
+bool readCoord(const QString &fileName, Source source, Coord &coord, QString *error)
+{
+    using Names = Coord_IO;
     QDomDocument document;
-    if (!io::readDocument(fileName, document, errorMessage))
+    if (!readDocument(fileName, source, document, error))
         return false;
     const QDomElement root = document.documentElement();
-    if (!io::hasReadableVersion(root))
+    if (!hasReadableVersion(root))
         return false;
-    coord.coord_name = root.attribute(xml_attrName_rootName);
-    if (!readRequired(root, xml_segName_ellipsoid, &io::readEllipsoid, coord.ellipsoid,
-                      errorMessage)
-        || !readRequired(root, xml_segName_projection, &io::readProjection, coord.projection,
-                         errorMessage)
-        || !readRequired(root, xml_segName_ellipsoidTransform, &io::readEllipsoidTransform,
-                         coord.ellipsoidTransform, errorMessage)
-        || !readRequired(root, xml_segName_planeTransform, &io::readPlaneTransform,
-                         coord.planeTransform, errorMessage)
-        || !readRequired(root, xml_segName_elevationFitting, &io::readElevationFitting,
-                         coord.elevationFitting, errorMessage))
+    coord.coord_name = root.attribute(Names::xml_attrName_rootName);
+    if (!readRequired(root, Names::xml_segName_ellipsoid, &readEllipsoid, coord.ellipsoid, error)
+        || !readRequired(root, Names::xml_segName_projection, &readProjection, coord.projection,
+                         error)
+        || !readRequired(root, Names::xml_segName_ellipsoidTransform, &readEllipsoidTransform,
+                         coord.ellipsoidTransform, error)
+        || !readRequired(root, Names::xml_segName_planeTransform, &readPlaneTransform,
+                         coord.planeTransform, error)
+        || !readRequired(root, Names::xml_segName_elevationFitting, &readElevationFitting,
+                         coord.elevationFitting, error))
         return false;
 
     // Documents older than the geoid models have no such element.
-    const QDomElement geoid = root.firstChildElement(xml_segName_geoidModel);
-    return geoid.isNull() || io::readGeoidModel(geoid, coord.geoidModel);
+    const QDomElement geoid = root.firstChildElement(Names::xml_segName_geoidModel);
+    return geoid.isNull() || readGeoidModel(geoid, coord.geoidModel);
 }
+
+} // namespace io
 
 } // namespace KelStd

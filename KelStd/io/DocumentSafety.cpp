@@ -1,6 +1,6 @@
 #include <KelStd/io/XmlDocument.h>
 
-#include <QtCore/QStringRef>
+#include <algorithm>
 
 namespace KelStd::io {
 
@@ -11,25 +11,25 @@ namespace {
 class MarkupWalker
 {
 public:
-    explicit MarkupWalker(const QString &text) : m_text(text) {}
+    explicit MarkupWalker(const QString &text)
+        : m_at(text.constData()), m_end(text.constData() + text.size())
+    {}
 
     bool isSafe()
     {
         int depth = 0;
-        while (moveTo(QLatin1String("<"))) {
-            if (startsWith("<!--")) {
-                skip(4, "-->");
-            } else if (startsWith("<![CDATA[")) {
-                skip(9, "]]>");
-            } else if (startsWith("<?")) {
-                skip(2, "?>");
-            } else if (startsWith("<!")) {
-                if (!skipDeclaration())
-                    return false;
-            } else if (startsWith("</")) {
+        while (moveToTag()) {
+            switch (second().unicode()) {
+            case '/':
                 --depth;
-                skip(2, ">");
-            } else {
+                skip(2, QLatin1String(">"));
+                break;
+            case '?': skip(2, QLatin1String("?>")); break;
+            case '!':
+                if (!skipSpecial())
+                    return false;
+                break;
+            default:
                 if (depth + 1 > deepestNesting)
                     return false;
                 if (!skipTag())
@@ -40,24 +40,40 @@ public:
     }
 
 private:
-    bool moveTo(QLatin1String mark)
+    bool moveToTag()
     {
-        m_at = m_text.indexOf(mark, m_at);
-        if (m_at < 0)
-            m_at = m_text.size();
-        return m_at < m_text.size();
+        m_at = std::find(m_at, m_end, QLatin1Char('<'));
+        return m_at != m_end;
     }
 
-    bool startsWith(const char *mark) const
+    /// The character behind a "<".
+    QChar second() const { return m_at + 1 < m_end ? m_at[1] : QChar(); }
+
+    bool startsWith(QLatin1String mark) const
     {
-        return m_text.midRef(m_at).startsWith(QLatin1String(mark));
+        return m_end - m_at >= mark.size() && std::equal(mark.begin(), mark.end(), m_at, isSame);
     }
 
-    void skip(int opening, const char *end)
+    void skip(int opening, QLatin1String end)
     {
-        m_at += opening;
-        if (moveTo(QLatin1String(end)))
-            m_at += static_cast<int>(qstrlen(end));
+        m_at += std::min<std::ptrdiff_t>(opening, m_end - m_at);
+        m_at = std::search(m_at, m_end, end.begin(), end.end(),
+                           [](QChar c, char mark) { return isSame(mark, c); });
+        m_at += std::min<std::ptrdiff_t>(end.size(), m_end - m_at);
+    }
+
+    static bool isSame(char mark, QChar c) { return c == QLatin1Char(mark); }
+
+    /// Skips what begins with "<!". False when that is a declaration that is refused.
+    bool skipSpecial()
+    {
+        if (startsWith(QLatin1String("<!--")))
+            skip(4, QLatin1String("-->"));
+        else if (startsWith(QLatin1String("<![CDATA[")))
+            skip(9, QLatin1String("]]>"));
+        else
+            return skipDeclaration();
+        return true;
     }
 
     /// Moves behind the ">" that closes a tag or declaration; quoted texts may hold others. Calls
@@ -65,14 +81,12 @@ private:
     template <typename See>
     void skipQuoted(See see)
     {
-        QChar quote;
-        for (++m_at; m_at < m_text.size(); ++m_at) {
-            const QChar c = m_text.at(m_at);
-            if (!quote.isNull()) {
-                if (c == quote)
-                    quote = QChar();
-            } else if (c == QLatin1Char('"') || c == QLatin1Char('\'')) {
-                quote = c;
+        for (++m_at; m_at != m_end; ++m_at) {
+            const QChar c = *m_at;
+            if (c == QLatin1Char('"') || c == QLatin1Char('\'')) {
+                m_at = std::find(m_at + 1, m_end, c);
+                if (m_at == m_end)
+                    return;
             } else if (c == QLatin1Char('>')) {
                 ++m_at;
                 return;
@@ -98,8 +112,8 @@ private:
         return last == QLatin1Char('/');
     }
 
-    const QString &m_text;
-    int m_at = 0;
+    const QChar *m_at;
+    const QChar *const m_end;
 };
 
 } // namespace

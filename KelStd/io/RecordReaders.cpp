@@ -22,18 +22,6 @@ void readWord(const QDomElement &element, const QString &attribute,
         value = fromWord(word);
 }
 
-/// Calls `read` for each child element called `name`, in document order, until one returns false.
-template <typename Read>
-bool readEach(const QDomElement &element, const QString &name, Read read)
-{
-    for (QDomElement child = element.firstChildElement(name); !child.isNull();
-         child = child.nextSiblingElement(name)) {
-        if (!read(child))
-            return false;
-    }
-    return true;
-}
-
 /// The value of an element whose first child is a text; otherwise null.
 QVariant ownValue(const QDomElement &element, EValueType type)
 {

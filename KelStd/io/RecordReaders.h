@@ -8,6 +8,18 @@
 /// one that is read, and otherwise changes only what the element mentions.
 namespace KelStd::io {
 
+/// Calls `read` for each child element called `name`, in document order, until one returns false.
+template <typename Read>
+bool readEach(const QDomElement &element, const QString &name, Read read)
+{
+    for (QDomElement child = element.firstChildElement(name); !child.isNull();
+         child = child.nextSiblingElement(name)) {
+        if (!read(child))
+            return false;
+    }
+    return true;
+}
+
 bool hasReadableVersion(const QDomElement &element);
 
 bool readEllipsoid(const QDomElement &element, Ellipsoid &ellipsoid);

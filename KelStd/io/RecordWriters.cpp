@@ -3,6 +3,7 @@
 #include <KelStd/io/Coord_IO.h>
 #include <KelStd/io/RecordParamNames.h>
 #include <KelStd/io/ValueText.h>
+#include <KelStd/io/XmlDocument.h>
 #include <KelStd/text/CoordStringHelper.h>
 
 #include <QtCore/QLocale>
@@ -18,13 +19,6 @@ using Words = CoordStringHelper;
 QString exactNumber(double value)
 {
     return QString::number(value, 'g', QLocale::FloatingPointShortest);
-}
-
-QDomElement versionedElement(QDomDocument &document, const QString &name)
-{
-    QDomElement element = document.createElement(name);
-    element.setAttribute(Names::xml_attrName_ver, documentVersion);
-    return element;
 }
 
 void appendText(QDomDocument &document, QDomElement &element, const QString &text)
@@ -112,6 +106,13 @@ QDomElement geoidModelElement(QDomDocument &document, const stGeoidModel &record
 
 } // namespace
 
+QDomElement versionedElement(QDomDocument &document, const QString &name)
+{
+    QDomElement element = document.createElement(name);
+    element.setAttribute(Names::xml_attrName_ver, documentVersion);
+    return element;
+}
+
 QDomElement ellipsoidElement(QDomDocument &document, const Ellipsoid &ellipsoid)
 {
     QDomElement element = versionedElement(document, Names::xml_segName_ellipsoid);
@@ -156,9 +157,7 @@ QDomElement projectionElement(QDomDocument &document, const Projection &projecti
 
 QDomDocument coordDocument(const Coord &coord)
 {
-    QDomDocument document;
-    document.appendChild(document.createProcessingInstruction(
-        QStringLiteral("xml"), QStringLiteral("version=\"1.0\" encoding=\"UTF-8\"")));
+    QDomDocument document = documentFrame();
     QDomElement root = versionedElement(document, Names::xml_segName_root);
     root.setAttribute(Names::xml_attrName_rootName, coord.coord_name);
     root.appendChild(ellipsoidElement(document, coord.ellipsoid));

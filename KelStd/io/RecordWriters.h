@@ -11,6 +11,9 @@ namespace KelStd::io {
 /// The whole document of a coordinate system, processing instruction included.
 QDomDocument coordDocument(const Coord &coord);
 
+/// An element with nothing but the version that every record and root carries.
+QDomElement versionedElement(QDomDocument &document, const QString &name);
+
 QDomElement ellipsoidElement(QDomDocument &document, const Ellipsoid &ellipsoid);
 QDomElement projectionElement(QDomDocument &document, const Projection &projection);
 

@@ -1,8 +1,6 @@
 #include <KelStd/io/XmlDocument.h>
 
-#include <QtCore/QFile>
 #include <QtCore/QRegularExpression>
-#include <QtCore/QSaveFile>
 #include <QtCore/QTextCodec>
 #include <QtCore/QTextStream>
 
@@ -12,13 +10,6 @@ namespace {
 
 constexpr const char *encoding = "UTF-8";
 constexpr int indentation = 4;
-
-bool failWith(const QFileDevice &file, QString *error)
-{
-    if (error != nullptr)
-        *error = file.errorString();
-    return false;
-}
 
 /// The codec that an XML declaration names, by its bytes.
 QTextCodec *declaredCodec(const QByteArray &bytes)
@@ -42,36 +33,38 @@ QString decoded(const QByteArray &bytes)
 
 } // namespace
 
-bool readDocument(const QString &fileName, QDomDocument &document, QString *error)
+bool readDocument(const QString &fileName, Source source, QDomDocument &document, QString *error,
+                  LineEnds lineEnds)
 {
-    QFile file(fileName);
-    if (!file.open(QIODevice::ReadOnly))
-        return failWith(file, error);
-    const QString text = decoded(file.readAll());
+    QFile file;
+    if (!openForReading(file, fileName, source, error))
+        return false;
+    QString text = decoded(file.readAll());
+    if (lineEnds == LineEnds::WithoutReturns)
+        text.remove(QLatin1Char('\r'));
     return isSafeToParse(text) && document.setContent(text);
+}
+
+QDomDocument documentFrame()
+{
+    QDomDocument document;
+    document.appendChild(document.createProcessingInstruction(
+        QStringLiteral("xml"), QStringLiteral("version=\"1.0\" encoding=\"UTF-8\"")));
+    return document;
 }
 
 bool writeDocument(const QString &fileName, const std::function<QDomDocument()> &makeDocument,
                    QString *error)
 {
-    if (fileName.isEmpty()) {
-        // A QSaveFile would open it.
-        QFile nameless;
-        nameless.open(QIODevice::WriteOnly);
-        return failWith(nameless, error);
-    }
-    QSaveFile file(fileName);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Text))
-        return failWith(file, error);
-
-    const QDomDocument document = makeDocument();
-    QTextStream stream(&file);
-    stream.setCodec(encoding);
-    document.save(stream, indentation, QDomNode::EncodingFromTextStream);
-    stream.flush();
-    if (!file.flush() || stream.status() != QTextStream::Ok)
-        return failWith(file, error); // what was not committed is removed
-    return file.commit() || failWith(file, error);
+    const auto write = [&makeDocument](QIODevice &file) {
+        const QDomDocument document = makeDocument();
+        QTextStream stream(&file);
+        stream.setCodec(encoding);
+        document.save(stream, indentation, QDomNode::EncodingFromTextStream);
+        stream.flush();
+        return stream.status() == QTextStream::Ok;
+    };
+    return replaceFile(fileName, QIODevice::Text, write, error);
 }
 
 } // namespace KelStd::io

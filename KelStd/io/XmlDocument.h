@@ -1,5 +1,7 @@
 #pragma once
 
+#include <KelStd/io/FileAccess.h>
+
 #include <QtCore/QString>
 #include <QtXml/QDomDocument>
 
@@ -17,9 +19,20 @@ inline constexpr int deepestNesting = 256;
 /// mention. Whether the text is well-formed is left to the parser.
 bool isSafeToParse(const QString &text);
 
+/// What becomes of carriage returns.
+enum class LineEnds
+{
+    AsTheyAre,
+    WithoutReturns ///< dropped wherever they stand, as a file in text mode drops them
+};
+
 /// Reads the whole file. Returns false when it cannot be opened, with the file's own text in
 /// `error` (when given), and, without a text, when it is no XML that is safe to parse.
-bool readDocument(const QString &fileName, QDomDocument &document, QString *error);
+bool readDocument(const QString &fileName, Source source, QDomDocument &document, QString *error,
+                  LineEnds lineEnds = LineEnds::AsTheyAre);
+
+/// A document that holds nothing but the processing instruction with which every file begins.
+QDomDocument documentFrame();
 
 /// Replaces the file by what `makeDocument` returns, whole or not at all: an exception of
 /// `makeDocument`, too, leaves the old file. Returns false with the file's own text in `error`

@@ -1,42 +1,17 @@
 #include "io/CompleteSystem.h"
 #include "io/DocumentTest.h"
 #include "io/XmlTree.h"
+#include "support/FullDisk.h"
 #include "support/Raised.h"
 
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 
 #include <cerrno>
-#include <csignal>
 #include <cstring>
-
-#include <sys/resource.h>
 
 namespace KelStd::test {
 namespace {
-
-/// No file of this process grows beyond `bytes` while it lives, as if the disk were full there.
-class FullDisk
-{
-public:
-    explicit FullDisk(rlim_t bytes) : m_handler(std::signal(SIGXFSZ, SIG_IGN))
-    {
-        EXPECT_EQ(getrlimit(RLIMIT_FSIZE, &m_before), 0);
-        const rlimit limited{bytes, m_before.rlim_max};
-        EXPECT_EQ(setrlimit(RLIMIT_FSIZE, &limited), 0);
-    }
-    ~FullDisk()
-    {
-        EXPECT_EQ(setrlimit(RLIMIT_FSIZE, &m_before), 0);
-        std::signal(SIGXFSZ, m_handler);
-    }
-    FullDisk(const FullDisk &) = delete;
-    FullDisk &operator=(const FullDisk &) = delete;
-
-private:
-    void (*m_handler)(int);
-    rlimit m_before{};
-};
 
 class ReplacedWhole : public DocumentTest
 {

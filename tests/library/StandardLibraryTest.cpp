@@ -2,9 +2,12 @@
 
 #include <KelStd/library/StandardLibrary.h>
 
+#include <QtCore/QMetaMethod>
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <thread>
 #include <type_traits>
 #include <vector>
@@ -59,11 +62,44 @@ TEST(StandardLibrary, AChangedConfigurationIsSeenThroughAPointerTakenBefore)
     EXPECT_TRUE(*config == stShowConfig());
 }
 
-TEST(StandardLibrary, IsAQObjectAndSoCanSignal)
+TEST(StandardLibrary, IsAQObjectWithTwoSignalsInThisOrder)
 {
     EXPECT_TRUE((std::is_base_of_v<QObject, StandardLibrary>));
-    EXPECT_STREQ(StandardLibrary::getInstance().metaObject()->className(),
-                 "KelStd::StandardLibrary");
+    const QMetaObject &meta = *StandardLibrary::getInstance().metaObject();
+    EXPECT_STREQ(meta.className(), "KelStd::StandardLibrary");
+    ASSERT_EQ(meta.methodCount() - meta.methodOffset(), 2);
+    const char *signatures[] = {"sgShowConfigChanged()", "sgShowInCreateProjectCoordsChanged()"};
+    for (int i = 0; i < 2; ++i) {
+        const QMetaMethod method = meta.method(meta.methodOffset() + i);
+        EXPECT_EQ(method.methodSignature(), QByteArray(signatures[i]));
+        EXPECT_EQ(method.methodType(), QMetaMethod::Signal);
+    }
+    EXPECT_EQ(meta.propertyCount(), meta.propertyOffset());
+}
+
+/// Nothing in the library, as when no test has used it.
+bool isAsCreated(const StandardLibrary &library)
+{
+    QMap<QString, const Ellipsoid *> ellipsoids;
+    QMap<QString, const Projection *> projections;
+    QMap<QString, const Coord *> systems;
+    QList<QPair<QString, QString>> offered;
+    library.getEllipsoidLibrary(ellipsoids);
+    library.getProjectionLibrary(projections);
+    library.getCustomCoordLibrary(systems);
+    library.getStandardCoordLibrary(systems);
+    library.getShowInCreateProjectCoords(offered);
+    return ellipsoids.isEmpty() && projections.isEmpty() && systems.isEmpty() && offered.isEmpty()
+           && *library.getBaseCoord() == Coord() && library.getBaseCoord()->coord_name.isEmpty()
+           && *library.getShowConfig() == stShowConfig();
+}
+
+TEST(StandardLibrary, StartsWithoutRecordsAndWithAFreshBaseSystem)
+{
+    // In a process that begins anew, whatever other tests did in this one.
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    EXPECT_EXIT(std::exit(isAsCreated(StandardLibrary::getInstance()) ? 0 : 1),
+                testing::ExitedWithCode(0), "");
 }
 
 } // namespace

@@ -1,0 +1,11 @@
+#pragma once
+
+#include <KelStd/coord/Coord.h>
+#include <KelStd/io/FileAccess.h>
+
+namespace KelStd::io {
+
+/// `Coord_IO::xml_read`, with a choice of what may be read.
+bool readCoord(const QString &fileName, Source source, Coord &coord, QString *error);
+
+} // namespace KelStd::io

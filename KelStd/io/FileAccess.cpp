@@ -1,0 +1,147 @@
+#include <KelStd/io/FileAccess.h>
+
+#include <QtCore/QDir>
+#include <QtCore/QFileInfo>
+#include <QtCore/QSaveFile>
+#include <QtCore/QUuid>
+
+#include <cerrno>
+#include <cstdio>
+
+#if defined(Q_OS_UNIX)
+#    include <fcntl.h>
+#    include <sys/stat.h>
+#    include <unistd.h>
+#endif
+
+namespace KelStd::io {
+
+namespace {
+
+bool failWith(const QFileDevice &file, QString *error)
+{
+    if (error != nullptr)
+        *error = file.errorString();
+    return false;
+}
+
+bool failWith(int systemError, QString *error)
+{
+    if (error != nullptr)
+        *error = qt_error_string(systemError);
+    return false;
+}
+
+/// False for a name that the system would take for another one: a NUL would end it, and what the
+/// encoding of file names lacks would vanish.
+bool isExpressible(const QString &fileName)
+{
+    return !fileName.contains(QChar::Null)
+           && QFile::decodeName(QFile::encodeName(fileName)) == fileName;
+}
+
+#if defined(Q_OS_UNIX)
+bool openRegularFile(QFile &file, const QString &fileName, QString *error)
+{
+    // Without O_NONBLOCK a FIFO would be waited for until somebody writes.
+    const int descriptor = ::open(QFile::encodeName(fileName).constData(),
+                                  O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
+    if (descriptor < 0)
+        return failWith(errno, error);
+    struct stat status = {};
+    if (::fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode)) {
+        ::close(descriptor);
+        return failWith(S_ISDIR(status.st_mode) ? EISDIR : EINVAL, error);
+    }
+    if (file.open(descriptor, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle))
+        return true;
+    ::close(descriptor);
+    return failWith(file, error);
+}
+#else
+bool openRegularFile(QFile &file, const QString &fileName, QString *error)
+{
+    if (QFileInfo::exists(fileName) && !QFileInfo(fileName).isFile())
+        return failWith(EINVAL, error);
+    file.setFileName(fileName);
+    return file.open(QIODevice::ReadOnly) || failWith(file, error);
+}
+#endif
+
+bool writeAndCommit(QSaveFile &file, QIODevice::OpenMode mode,
+                    const std::function<bool(QIODevice &)> &write, QString *error)
+{
+    if (!file.open(QIODevice::WriteOnly | mode))
+        return failWith(file, error);
+    const bool written = write(file);
+    if (!file.flush() || !written)
+        return failWith(file, error); // what is not committed is removed
+    return file.commit() || failWith(file, error);
+}
+
+/// True for a name that the file system takes, but not with the suffix of a temporary file.
+bool isTooLongForASuffix(const QString &fileName)
+{
+    constexpr int longestName = 255; // NAME_MAX
+    constexpr int suffix = 7;        // ".XXXXXX"
+    const int length = QFile::encodeName(QFileInfo(fileName).fileName()).size();
+    return length > longestName - suffix && length <= longestName;
+}
+
+/// Writes a neighbour with a short name and lets it take the file's place.
+bool replaceByNeighbour(const QString &fileName, QIODevice::OpenMode mode,
+                        const std::function<bool(QIODevice &)> &write, QString *error)
+{
+    const QFileInfo target(fileName);
+    if (target.isDir())
+        return failWith(EISDIR, error);
+    const QString neighbour = target.absoluteDir().absoluteFilePath(
+        QLatin1Char('.') + QUuid::createUuid().toString(QUuid::WithoutBraces));
+    {
+        QSaveFile file(neighbour);
+        if (!writeAndCommit(file, mode, write, error))
+            return false;
+    }
+    if (target.exists())
+        QFile::setPermissions(neighbour, target.permissions());
+    if (std::rename(QFile::encodeName(neighbour).constData(),
+                    QFile::encodeName(fileName).constData())
+        == 0)
+        return true;
+    const int reason = errno;
+    QFile::remove(neighbour);
+    return failWith(reason, error);
+}
+
+} // namespace
+
+bool openForReading(QFile &file, const QString &fileName, Source source, QString *error)
+{
+    if (!isExpressible(fileName))
+        return failWith(EINVAL, error);
+    if (source == Source::RegularFile)
+        return openRegularFile(file, fileName, error);
+    file.setFileName(fileName);
+    return file.open(QIODevice::ReadOnly) || failWith(file, error);
+}
+
+bool replaceFile(const QString &fileName, QIODevice::OpenMode mode,
+                 const std::function<bool(QIODevice &)> &write, QString *error)
+{
+    if (fileName.isEmpty()) {
+        // A QSaveFile would open it.
+        QFile nameless;
+        nameless.open(QIODevice::WriteOnly);
+        return failWith(nameless, error);
+    }
+    if (!isExpressible(fileName))
+        return failWith(EINVAL, error);
+    const QFileInfo info(fileName);
+    const QString target = info.isSymLink() ? info.symLinkTarget() : fileName;
+    if (isTooLongForASuffix(target))
+        return replaceByNeighbour(target, mode, write, error);
+    QSaveFile file(fileName);
+    return writeAndCommit(file, mode, write, error);
+}
+
+} // namespace KelStd::io

@@ -1,0 +1,84 @@
+#include <KelStd/io/ListDocuments.h>
+
+#include <KelStd/io/Coord_IO.h>
+#include <KelStd/io/RecordReaders.h>
+#include <KelStd/io/RecordWriters.h>
+#include <KelStd/io/XmlDocument.h>
+
+namespace KelStd::io {
+
+namespace {
+
+/// How one kind of list looks.
+template <typename Record>
+struct ListForm
+{
+    const char *rootName;
+    const QString &recordName;
+    bool (*read)(const QDomElement &, Record &);
+    QDomElement (*element)(QDomDocument &, const Record &);
+};
+
+const ListForm<Ellipsoid> ellipsoidForm = {"Ellipsoid_List", Coord_IO::xml_segName_ellipsoid,
+                                           &readEllipsoid, &ellipsoidElement};
+const ListForm<Projection> projectionForm = {"Projection_List", Coord_IO::xml_segName_projection,
+                                             &readProjection, &projectionElement};
+
+template <typename Record>
+bool readList(const ListForm<Record> &form, const QString &fileName, QList<Record> &records,
+              QString *error)
+{
+    QDomDocument document;
+    if (!readDocument(fileName, Source::RegularFile, document, error))
+        return false;
+    const QDomElement root = document.documentElement();
+    if (!hasReadableVersion(root))
+        return false;
+    return readEach(root, form.recordName, [&form, &records](const QDomElement &element) {
+        Record record;
+        if (!form.read(element, record))
+            return false;
+        records << record;
+        return true;
+    });
+}
+
+template <typename Record>
+bool writeList(const ListForm<Record> &form, const QList<Record> &records, const QString &fileName,
+               QString *error)
+{
+    const auto makeDocument = [&form, &records] {
+        QDomDocument document = documentFrame();
+        QDomElement root = versionedElement(document, QString::fromLatin1(form.rootName));
+        for (const Record &record : records)
+            root.appendChild(form.element(document, record));
+        document.appendChild(root);
+        return document;
+    };
+    return writeDocument(fileName, makeDocument, error);
+}
+
+} // namespace
+
+bool readEllipsoidList(const QString &fileName, QList<Ellipsoid> &ellipsoids, QString *error)
+{
+    return readList(ellipsoidForm, fileName, ellipsoids, error);
+}
+
+bool readProjectionList(const QString &fileName, QList<Projection> &projections, QString *error)
+{
+    return readList(projectionForm, fileName, projections, error);
+}
+
+bool writeEllipsoidList(const QList<Ellipsoid> &ellipsoids, const QString &fileName, QString *error)
+{
+    return writeList(ellipsoidForm, ellipsoids, fileName, error);
+}
+
+bool writeProjectionList(const QList<Projection> &projections, const QString &fileName,
+                         QString *error)
+{
+    return writeList(projectionForm, projections, fileName, error);
+}
+
+} // namespace KelStd::io

@@ -1,0 +1,102 @@
+// The registry rebuilt from its files.
+
+#include <KelStd/io/CoordDocument.h>
+#include <KelStd/io/ListDocuments.h>
+#include <KelStd/library/LibraryFiles.h>
+#include <KelStd/library/StandardLibrary.h>
+
+namespace KelStd {
+
+namespace {
+
+bool readSystem(const QString &path, Coord &coord)
+{
+    return io::readCoord(path, io::Source::RegularFile, coord, nullptr);
+}
+
+template <typename Record>
+QMap<QString, Record> loadedLists(const QString &directory,
+                                  bool (*read)(const QString &, QList<Record> &, QString *),
+                                  QString Record::*name)
+{
+    QMap<QString, Record> records;
+    for (const QString &path : library::documentsIn(directory)) {
+        QList<Record> list;
+        if (!read(path, list, nullptr))
+            continue;
+        for (const Record &record : list)
+            records.insert(record.*name, record);
+    }
+    return records;
+}
+
+QString ownText(const QString &text)
+{
+    return QString(text.constData(), text.size());
+}
+
+/// Moves what `coord` shares with its document, and what was allocated while that was in memory,
+/// out of the way: thousands of small pieces that stay where documents come and go would leave the
+/// next ones nothing but gaps, and make loading half as slow again.
+void compact(Coord &coord)
+{
+    for (QString *text : {&coord.coord_name, &coord.ellipsoid.ellipsoid_name,
+                          &coord.ellipsoid.proj4EllpsName, &coord.projection.projection_name,
+                          &coord.projection.proj4Projection, &coord.geoidModel.modelFileName})
+        *text = ownText(*text);
+
+    QMap<QString, Param> params;
+    for (auto param = coord.projection.param.constBegin();
+         param != coord.projection.param.constEnd(); ++param)
+        params.insert(params.constEnd(), ownText(param.key()), param.value());
+    coord.projection.param.swap(params);
+
+    QMap<QString, QString> projNames;
+    for (auto name = coord.projection.paramProj4.constBegin();
+         name != coord.projection.paramProj4.constEnd(); ++name)
+        projNames.insert(projNames.constEnd(), ownText(name.key()), ownText(name.value()));
+    coord.projection.paramProj4.swap(projNames);
+}
+
+QMap<QString, Coord> loadedSystems(const QString &directory)
+{
+    QMap<QString, Coord> systems;
+    for (const QString &path : library::documentsIn(directory)) {
+        Coord coord;
+        if (!readSystem(path, coord))
+            continue;
+        compact(coord);
+        systems.insert(coord.coord_name, coord);
+    }
+    return systems;
+}
+
+} // namespace
+
+void StandardLibrary::loadLibrary()
+{
+    loadBaseCoord();
+    ellipsoidLibrary.clear();
+    projectionLibrary.clear();
+    standardCoordLibrary.clear();
+    customCoordLibrary.clear();
+    showInCreateProjectCoords.clear();
+
+    ellipsoidLibrary =
+        loadedLists(ellipsoidListPath, &io::readEllipsoidList, &Ellipsoid::ellipsoid_name);
+    projectionLibrary =
+        loadedLists(projectionListPath, &io::readProjectionList, &Projection::projection_name);
+    customCoordLibrary = loadedSystems(customCoordPath);
+    standardCoordLibrary = loadedSystems(standardCoordPath);
+    loadShowInProjectCoordNamesFile(); // which keeps only the systems that are known by now
+    loadShowConfig();
+}
+
+void StandardLibrary::loadBaseCoord()
+{
+    Coord coord;
+    if (readSystem(baseCoordFilePath, coord))
+        baseCoord = coord;
+}
+
+} // namespace KelStd

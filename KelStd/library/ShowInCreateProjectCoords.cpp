@@ -1,0 +1,85 @@
+// The systems offered when a project is created, and their file.
+
+#include <KelStd/io/XmlDocument.h>
+#include <KelStd/library/LibraryFiles.h>
+#include <KelStd/library/StandardLibrary.h>
+
+namespace KelStd {
+
+namespace {
+
+const QString rootName = QStringLiteral("root");
+const QString pairName = QStringLiteral("Coord");
+const QString nameAttribute = QStringLiteral("coord_name");
+const QString showNameAttribute = QStringLiteral("show_name");
+
+using Names = QList<QPair<QString, QString>>;
+
+void writeNames(const QString &path, const Names &names)
+{
+    if (!library::canBeWritten(path))
+        return;
+    const auto makeDocument = [&names] {
+        QDomDocument document = io::documentFrame();
+        QDomElement root = document.createElement(rootName);
+        for (const auto &[name, showName] : names) {
+            QDomElement pair = document.createElement(pairName);
+            pair.setAttribute(nameAttribute, name);
+            pair.setAttribute(showNameAttribute, showName);
+            root.appendChild(pair);
+        }
+        document.appendChild(root);
+        return document;
+    };
+    io::writeDocument(path, makeDocument, nullptr);
+}
+
+} // namespace
+
+void StandardLibrary::setShowInCreateProjectCoords(const QList<QPair<QString, QString>> &list)
+{
+    Names known;
+    for (const auto &[name, showName] : list) {
+        if (hasCoord(name))
+            known.append({name, showName.isEmpty() ? name : showName});
+    }
+    showInCreateProjectCoords = known;
+    saveShowInProjectCoordNamesFile();
+    emit sgShowInCreateProjectCoordsChanged();
+}
+
+void StandardLibrary::createEmptyShowInProjectCoordNamesFile()
+{
+    const QString &path = showInCreateProjectCoordsFilePath;
+    if (!path.isEmpty() && !QFileInfo::exists(path))
+        writeNames(path, {});
+}
+
+void StandardLibrary::loadShowInProjectCoordNamesFile()
+{
+    if (showInCreateProjectCoordsFilePath.isEmpty())
+        return;
+    createEmptyShowInProjectCoordNamesFile();
+    QDomDocument document;
+    if (!io::readDocument(showInCreateProjectCoordsFilePath, io::Source::RegularFile, document,
+                          nullptr, io::LineEnds::WithoutReturns))
+        return;
+    const QDomElement root = document.documentElement();
+    for (QDomElement pair = root.firstChildElement(pairName); !pair.isNull();
+         pair = pair.nextSiblingElement(pairName)) {
+        const QString name = pair.attribute(nameAttribute);
+        const QString showName = pair.attribute(showNameAttribute);
+        if (hasCoord(name))
+            showInCreateProjectCoords.append({name, showName.isEmpty() ? name : showName});
+    }
+}
+
+void StandardLibrary::saveShowInProjectCoordNamesFile()
+{
+    if (showInCreateProjectCoordsFilePath.isEmpty())
+        return;
+    createEmptyShowInProjectCoordNamesFile();
+    writeNames(showInCreateProjectCoordsFilePath, showInCreateProjectCoords);
+}
+
+} // namespace KelStd
