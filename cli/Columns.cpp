@@ -54,14 +54,20 @@ Pos fromNorthEastHeight(double northing, double easting, double height)
     return Pos::fromENU(easting, northing, height);
 }
 
+using ValueTypes = std::array<EValueType, componentsPerFrame>;
+constexpr ValueTypes geographicTypes = {ValueType_Longitude, ValueType_Latitude,
+                                        ValueType_EarthHeight};
+constexpr ValueTypes cartesianTypes = {ValueType_Distance, ValueType_Distance, ValueType_Distance};
+constexpr ValueTypes planeTypes = {ValueType_X, ValueType_Y, ValueType_ElevationHeight};
+
 const std::array<FrameRow, frameCount> frameRows = {{
-    {Frame::Wgs84LLH, "wgs84-llh", "WGS84 geographic", &Pos::fromLongLatH,
+    {Frame::Wgs84LLH, "wgs84-llh", "WGS84 geographic", geographicTypes, &Pos::fromLongLatH,
      &Coord::MakeLocation_byWGS84LatLongH},
-    {Frame::Wgs84XYZ, "wgs84-xyz", "WGS84 cartesian", &Pos::fromXYZ,
+    {Frame::Wgs84XYZ, "wgs84-xyz", "WGS84 cartesian", cartesianTypes, &Pos::fromXYZ,
      &Coord::MakeLocation_byWGS84XYZ},
-    {Frame::LocalLLH, "local-llh", "local geographic", &Pos::fromLongLatH,
+    {Frame::LocalLLH, "local-llh", "local geographic", geographicTypes, &Pos::fromLongLatH,
      &Coord::MakeLocation_byLocalLatLongH},
-    {Frame::LocalNEH, "local-neh", "local projected", &fromNorthEastHeight,
+    {Frame::LocalNEH, "local-neh", "local projected", planeTypes, &fromNorthEastHeight,
      &Coord::MakeLocation_byLocalNEH},
 }};
 
@@ -76,6 +82,18 @@ const Column &columnOf(Frame frame, int component)
 {
     const int index = static_cast<int>(frame) * componentsPerFrame + component;
     return columnRows[static_cast<std::size_t>(index)];
+}
+
+EValueType valueTypeOf(const Column &column)
+{
+    const auto index = static_cast<std::size_t>(&column - columnRows.data());
+    return rowOf(column.frame).valueTypes[index % componentsPerFrame];
+}
+
+bool isAngle(const Column &column)
+{
+    const EValueType type = valueTypeOf(column);
+    return type == ValueType_Longitude || type == ValueType_Latitude;
 }
 
 QString csvNameOf(const Column &column)

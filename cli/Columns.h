@@ -1,6 +1,7 @@
 #pragma once
 
 #include <KelStd/coord/Coord.h>
+#include <KelStd/coord/Enumerations.h>
 #include <KelStd/coord/Location.h>
 #include <KelStd/coord/Pos.h>
 
@@ -55,6 +56,12 @@ const std::array<Column, columnCount> &columns();
 /// The column of a component, 0 to 2, of a frame.
 const Column &columnOf(Frame frame, int component);
 
+/// The library's kind of the column's values.
+EValueType valueTypeOf(const Column &column);
+
+/// True for longitudes and latitudes.
+bool isAngle(const Column &column);
+
 /// "wgs84_longitude_deg"
 QString csvNameOf(const Column &column);
 
@@ -67,6 +74,7 @@ struct FrameRow
     Frame frame;
     const char *option; ///< the value of --from
     const char *title;  ///< above its columns
+    std::array<EValueType, componentsPerFrame> valueTypes;
     /// A position from its components in the order of its columns.
     Pos (*position)(double first, double second, double third);
     /// The library's operation that starts from this frame.
