@@ -10,14 +10,14 @@ namespace KelStd::cli {
 namespace {
 
 // PROJ takes a latitude beyond the pole in some conversions and gives numbers for it.
-constexpr Quantity longitudes{"deg", 9, 11, 360.0};
-constexpr Quantity latitudes{"deg", 9, 11, 90.0};
-constexpr Quantity metres{"m", 4, 5, std::numeric_limits<double>::max()};
+constexpr Quantity longitudes{"deg", 360.0};
+constexpr Quantity latitudes{"deg", 90.0};
+constexpr Quantity metres{"m", std::numeric_limits<double>::max()};
 
-constexpr int angleWidth = 14;     // -179.123456789
-constexpr int heightWidth = 10;    // 12345.1234
-constexpr int cartesianWidth = 13; // -6378137.1234
-constexpr int planeWidth = 13;     // 12345678.1234
+constexpr int angleWidth = 4;     // -179
+constexpr int heightWidth = 5;    // 12345
+constexpr int cartesianWidth = 8; // -6378137
+constexpr int planeWidth = 8;     // 12345678
 
 using L = Location;
 
@@ -96,16 +96,13 @@ bool isAngle(const Column &column)
     return type == ValueType_Longitude || type == ValueType_Latitude;
 }
 
-QString csvNameOf(const Column &column)
+QString csvNameOf(const Column &column, const QString &unit)
 {
-    return QLatin1String(column.csvName) + QLatin1Char('_') + QLatin1String(column.quantity->unit);
+    return QLatin1String(column.csvName) + QLatin1Char('_') + unit;
 }
 
-QString numberText(double value, int decimals)
+QString withoutSignOfZero(QString text)
 {
-    QString text = CoordStringHelper::GetFormatString(ValueType_Double, value, Unit_None, Unit_None,
-                                                      Format_None,
-                                                      static_cast<unsigned char>(decimals), false);
     const auto isNonZeroDigit = [](QChar c) {
         return c >= QLatin1Char('1') && c <= QLatin1Char('9');
     };
@@ -113,6 +110,13 @@ QString numberText(double value, int decimals)
         && std::none_of(text.cbegin(), text.cend(), isNonZeroDigit))
         text.remove(0, 1);
     return text;
+}
+
+QString numberText(double value, int decimals)
+{
+    return withoutSignOfZero(CoordStringHelper::GetFormatString(
+        ValueType_Double, value, Unit_None, Unit_None, Format_None,
+        static_cast<unsigned char>(decimals), false));
 }
 
 const std::array<FrameRow, frameCount> &frames()

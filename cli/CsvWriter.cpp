@@ -27,7 +27,7 @@ void CsvWriter::begin(bool /*hasNames*/)
 {
     QStringList fields = {QStringLiteral("point")};
     for (const Column &column : columns())
-        fields += csvNameOf(column);
+        fields += m_printer.csvName(column);
     m_console.print(fields.join(QLatin1Char(',')));
 }
 
@@ -35,7 +35,7 @@ void CsvWriter::write(const QString &name, const Location &location)
 {
     QStringList fields = {csvField(name)};
     for (const Column &column : columns())
-        fields += numberText((location.*column.value)(), column.quantity->csvDecimals);
+        fields += m_printer.text(column, location);
     m_console.print(fields.join(QLatin1Char(',')));
 }
 

@@ -43,6 +43,22 @@ bool mayGoOn(const QString &field)
     return whole.match(field).hasMatch();
 }
 
+/// What is wrong with "5,5 52,1 3,0", where the commas separate, but not what they should.
+QString commasBesideBlanks(const SplitLine &line, const FieldOrder &order)
+{
+    static const QRegularExpression twoNumbers(QStringLiteral("\\A[-+0-9.]+\\s+[-+0-9.]+\\z"));
+    QStringList found;
+    for (const int field : order.components) {
+        if (twoNumbers.match(line.fields.at(field)).hasMatch())
+            found += line.fields.at(field);
+    }
+    if (found.size() < 2)
+        return {};
+    return QStringLiteral("the commas separate the fields, and %1 is not a number; where commas "
+                          "mark decimals, write semicolons between the fields")
+        .arg(quoted(found.first()));
+}
+
 bool isPlainNumber(const QString &field)
 {
     bool ok = false;
@@ -55,6 +71,10 @@ bool isPlainNumber(const QString &field)
 std::optional<DecimalMark> decimalMarkOf(const SplitLine &line, const FieldOrder &order,
                                          Frame frame, QString &mistake)
 {
+    if (line.separator == comma) {
+        mistake = commasBesideBlanks(line, order);
+        return mistake.isEmpty() ? std::optional(DecimalMark::Point) : std::nullopt;
+    }
     if (line.separator != QLatin1Char(';') && line.separator != QLatin1Char('\t'))
         return DecimalMark::Point;
 

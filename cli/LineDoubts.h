@@ -16,7 +16,8 @@ namespace KelStd::cli {
 /// What the numbers of the line have before their decimals: a comma may stand there when semicolons
 /// or tabulators separate the fields. Nothing, and the `mistake`, when the line mixes points and
 /// commas, and when every comma could group thousands: "155,000" may be 155 m. A single number that
-/// cannot be grouped so, such as an angle, tells what the commas of its line are.
+/// cannot be grouped so, such as an angle, tells what the commas of its line are. Commas that
+/// separate the fields where they seem to have been meant for decimals are a mistake, too.
 std::optional<DecimalMark> decimalMarkOf(const SplitLine &line, const FieldOrder &order,
                                          Frame frame, QString &mistake);
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cli/PositionWriter.h>
+#include <cli/ValuePrinter.h>
 
 namespace KelStd::cli {
 
@@ -17,19 +18,23 @@ public:
         Narrow ///< a location in seven lines, each frame below its own labels
     };
 
-    TableWriter(Console &console, Layout layout) : m_console(console), m_layout(layout) {}
+    TableWriter(Console &console, const ValuePrinter &printer, Layout layout)
+        : m_console(console), m_printer(printer), m_layout(layout)
+    {}
 
     void begin(bool hasNames) override;
     void write(const QString &name, const Location &location) override;
 
     /// Columns of text that the wide layout needs.
-    static int wideWidth();
+    static int wideWidth(const ValuePrinter &printer);
 
 private:
     void writeWide(const QString &name, const Location &location);
     void writeNarrow(const QString &name, const Location &location);
+    void printLine(QString line);
 
     Console &m_console;
+    ValuePrinter m_printer;
     Layout m_layout;
     bool m_hasNames = false;
     bool m_isFirst = true;
