@@ -112,7 +112,7 @@ CommandLine makeCommandLine()
     line.addOption({QStringLiteral("table"),
                     QStringLiteral("Print an aligned table, the default on a terminal.")});
     line.addOption({QStringLiteral("csv"),
-                    QStringLiteral("Print comma-separated values, the default otherwise.")});
+                    QStringLiteral("Print comma-separated values, the default\nelsewhere.")});
     DisplayOptions::addTo(line);
     return line;
 }

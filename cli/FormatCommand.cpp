@@ -41,7 +41,7 @@ CommandLine makeCommandLine()
             + QStringLiteral(
                 "A VALUE is a plain number in UNIT, true or false, a word of its kind, or a text.\n"
                 "With -, values are read from standard input, one a line. For example\n"
-                "  kelstd format --type Latitude --table -- -30.5 45.25\n"
+                "  kelstd format --type Latitude --table -30.5 45.25\n"
                 "\n"
                 "Exit status: 0 all printed, 1 some values cannot be shown (standard error says\n"
                 "which), 2 usage."));
@@ -284,7 +284,11 @@ std::optional<QString> lineOf(const FormatOptions &options, const QString &text,
     }
     const bool isText = options.type == ValueType_String || options.type == ValueType_None;
     if (shown.isEmpty() && !(isText && text.isEmpty())) {
-        reason = QStringLiteral("%1 cannot be shown so").arg(quoted(text));
+        reason = QStringLiteral("%1 cannot be shown as %2 in the unit %3")
+                     .arg(quoted(text),
+                          CoordStringHelper::ForCoordIO_ValueType_to_AsciiString(options.type),
+                          CoordStringHelper::ForCoordIO_Unit_to_DescriptionAsciiString(
+                              options.to.value_or(options.unit)));
         return std::nullopt;
     }
     return options.showsUnit ? shown + QLatin1Char('\t') + unit : shown;

@@ -10,8 +10,7 @@ namespace KelStd::cli {
 namespace {
 
 constexpr QChar blank = QLatin1Char(' ');
-constexpr long double minutesPerDegree = 60.0L;
-constexpr long double secondsPerDegree = 3600.0L;
+constexpr int unitsPerPart = 60; // minutes in a degree, seconds in a minute
 
 /// What stands behind a number.
 enum class Sign
@@ -131,11 +130,8 @@ public:
 
     double degrees() const
     {
-        // The whole number of seconds is exact, so that only its last steps round.
-        const long double seconds =
-            (partValue(0) * minutesPerDegree + partValue(1)) * minutesPerDegree + partValue(2);
-        const long double value = m_parts.size() == 1 ? partValue(0) : seconds / secondsPerDegree;
-        return static_cast<double>(m_isNegative ? -value : value);
+        const double value = magnitude().toDouble();
+        return m_isNegative ? -value : value;
     }
 
 private:
@@ -289,10 +285,10 @@ private:
             if (points > 1 || !isDigit(number.at(0)) || !isDigit(number.at(number.size() - 1)))
                 return QStringLiteral("is not an angle: \"%1\" is not a number")
                     .arg(number.left(mostShown));
-            const long double value = partValue(i);
+            const double value = partValue(i);
             if (!std::isfinite(value))
                 return QStringLiteral("is not a finite number");
-            if (i > 0 && !(value >= 0 && value < minutesPerDegree)) {
+            if (i > 0 && !(value >= 0 && value < unitsPerPart)) {
                 return QStringLiteral("has %1 %2; they are below 60")
                     .arg(number.left(mostShown),
                          i == 1 ? QStringLiteral("minutes") : QStringLiteral("seconds"));
@@ -301,13 +297,33 @@ private:
         return {};
     }
 
-    long double partValue(int index) const
+    double partValue(int index) const { return m_parts.at(index).number.toDouble(); }
+
+    /// The decimal degrees, with so many digits that the nearest double of this text is that of the
+    /// angle: minutes and seconds are divided on paper, as sums of doubles would round them twice.
+    QString magnitude() const
     {
-        if (index >= m_parts.size())
-            return 0;
-        bool ok = false;
-        const double value = m_parts.at(index).number.toDouble(&ok);
-        return static_cast<long double>(value);
+        const QString whole = m_parts.first().number;
+        if (m_parts.size() == 1)
+            return whole;
+        const QString last = m_parts.last().number;
+        const int point = last.indexOf(QLatin1Char('.'));
+        const QString fraction = point < 0 ? QString() : last.mid(point + 1);
+        int divisor = unitsPerPart;
+        int rest = static_cast<int>(partValue(1));
+        if (m_parts.size() > 2) {
+            divisor *= unitsPerPart;
+            rest = rest * unitsPerPart + static_cast<int>(partValue(2));
+        }
+
+        constexpr int moreDigits = 120; // a number halfway between two doubles has fewer
+        QString text = whole + QLatin1Char('.');
+        for (int i = 0; i < fraction.size() + moreDigits; ++i) {
+            rest = rest * 10 + (i < fraction.size() ? fraction.at(i).digitValue() : 0);
+            text += QLatin1Char(static_cast<char>('0' + rest / divisor));
+            rest %= divisor;
+        }
+        return rest == 0 ? text : text + QLatin1Char('1');
     }
 
     static constexpr int mostShown = 20;
