@@ -204,9 +204,9 @@ TEST(FormatCommand, ReadsValuesFromStandardInputAndGoesOnAfterABadOne)
 {
     const auto result = ProgramRun().run(
         commandOf({"--type", "Angle", "--style", "degree", "--precision", "1", "-"}),
-        "# angles\n30.25\n\n x \n-0.5\n");
+        "# angles\n30.26\n\n x \n-0.5\n");
     EXPECT_EQ(result.status, 1);
-    EXPECT_EQ(result.out, QString::fromUtf8("30.2\u00B0\n-0.5\u00B0\n"));
+    EXPECT_EQ(result.out, QString::fromUtf8("30.3\u00B0\n-0.5\u00B0\n"));
     EXPECT_EQ(result.err, QStringLiteral("kelstd: <stdin>:4: \"x\" is not a number\n"));
 }
 

@@ -96,7 +96,7 @@ TEST(LineSplitter, CommasThatCanOnlyBeDecimalDoNotSeparateBetweenTabulators)
     const Row rows[] = {
         {"5,25\t52,5\t7,125", list({"5,25", "52,5", "7,125"})},
         {"P1\t5,25\t52\t7", list({"P1", "5,25", "52", "7"})},
-        {"\t5,25\t52,5\t", list({"5,25", "52,5", ""})},
+        {"\t5,25\t52,5\t", list({"", "5,25", "52,5", ""})},
         {"5,25 \t 52,5", list({"5,25", "52,5"})},
         // A comma beside anything but digits, two commas in a field, or no tabulator inside.
         {"5,\t52,\t7", list({"5", "52", "7"})},

@@ -48,7 +48,7 @@ INSTANTIATE_TEST_SUITE_P(
                "30.5"},
         Parsed{"ToSeconds", {"--type", "Angle", "--unit", "Second", "30\u00B030\u2032"}, "109800"},
         Parsed{"PartsWithTheirOwnSigns", {"--type", "Angle", "-30\u00B015\u2032"}, "-29.75"},
-        Parsed{"MinutesBeyondSixty", {"--type", "Angle", "10\u00B061\u2032"}, "11.016666666666667"},
+        Parsed{"MinutesBeyondSixty", {"--type", "Angle", "10\u00B075\u2032"}, "11.25"},
         Parsed{"PlainLength", {"--type", "Distance", "0.1"}, "0.1"},
         Parsed{"Exponent", {"--type", "Double", "1e-7"}, "0.0000001"},
         Parsed{"Integer", {"--type", "Int32", "-7"}, "-7"},
