@@ -47,8 +47,8 @@ CommandLine makeCommandLine()
                 "which), 2 usage."));
     line.addOption({typeOption, QStringLiteral("The kind of the values."), QStringLiteral("TYPE")});
     line.addOption({unitOption,
-                    QStringLiteral("The unit of the values. Default: Degree for angles,\n"
-                                   "Meter for lengths, None for the others."),
+                    QStringLiteral("The unit of the values. Default: Degree, Meter,\n"
+                                   "bar or Celsius as the kind needs it."),
                     QStringLiteral("UNIT")});
     line.addOption({toOption,
                     QStringLiteral("The unit of what is printed. Default: that of the\n"
@@ -141,6 +141,22 @@ QString contradictionIn(const FormatOptions &options)
     return {};
 }
 
+/// A unit that the kind cannot have, where it is converted: the library leaves such a number as it
+/// is, and it would look right. Empty when there is none.
+QString strangeUnitIn(const FormatOptions &options)
+{
+    const EUnit to = options.to.value_or(options.unit);
+    const bool converts = !options.isExact && (options.isTable || options.unit != to);
+    const auto mistake = [&options](const QString &option, EUnit unit) {
+        return QStringLiteral("--%1 '%2' is no unit of the kind %3")
+            .arg(option, CoordStringHelper::ForCoordIO_Unit_to_DescriptionAsciiString(unit),
+                 CoordStringHelper::ForCoordIO_ValueType_to_AsciiString(options.type));
+    };
+    if (converts && !isUnitOf(options.type, options.unit))
+        return mistake(unitOption, options.unit);
+    return converts && !isUnitOf(options.type, to) ? mistake(toOption, to) : QString();
+}
+
 std::optional<FormatOptions> optionsFrom(const CommandLine &line, QString &mistake)
 {
     FormatOptions options;
@@ -162,6 +178,8 @@ std::optional<FormatOptions> optionsFrom(const CommandLine &line, QString &mista
     options.showsUnit = line.isSet(showUnitOption);
     if (mistake.isEmpty())
         mistake = contradictionIn(options);
+    if (mistake.isEmpty())
+        mistake = strangeUnitIn(options);
     return mistake.isEmpty() ? std::optional(options) : std::nullopt;
 }
 

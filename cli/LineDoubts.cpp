@@ -26,13 +26,15 @@ bool mayHaveGroups(const QString &field)
     return groups.match(field).hasMatch();
 }
 
-/// A field that may be a piece of the angle beside it: a hemisphere letter, a minus, or a number
-/// with its degree or minute sign.
+/// A field that may be a piece of the angle beside it: a hemisphere letter, a minus, or an angle
+/// with its signs.
 bool mayBePiece(const QString &field)
 {
-    static const QRegularExpression piece(QStringLiteral(
-        "\\A([-+NSEWnsew]|[-+NSEWnsew]?[0-9.]+[\u00B0\u00BA\u02DAdD\u2032'\u2019])\\z"));
-    return piece.match(field).hasMatch();
+    static const QRegularExpression lone(QStringLiteral("\\A[-+NSEWnsew]\\z"));
+    static const QRegularExpression degrees(QStringLiteral("\\A[-+NSEWnsew]?[0-9.]+[dD]\\z"));
+    static const QRegularExpression start(QStringLiteral("\\A[-+NSEWnsew]?[0-9]"));
+    return lone.match(field).hasMatch() || degrees.match(field).hasMatch()
+           || (start.match(field).hasMatch() && hasAngleSigns(field));
 }
 
 /// "52°" and "52°30'", to which minutes or seconds may belong that the next field holds.
@@ -106,6 +108,14 @@ std::optional<DecimalMark> decimalMarkOf(const SplitLine &line, const FieldOrder
         return std::nullopt;
     }
     return DecimalMark::Comma;
+}
+
+QString hintOnPieces(const SplitLine &line)
+{
+    const bool holdsPiece =
+        line.byBlanks && std::any_of(line.fields.cbegin(), line.fields.cend(), mayBePiece);
+    return holdsPiece ? QStringLiteral("; where blanks separate the fields, an angle holds none")
+                      : QString();
 }
 
 QString tornAngle(const SplitLine &line, const FieldOrder &order, Frame frame)

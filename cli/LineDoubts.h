@@ -25,4 +25,8 @@ std::optional<DecimalMark> decimalMarkOf(const SplitLine &line, const FieldOrder
 /// then what remains of it could pass for the whole. Empty when it was not.
 QString tornAngle(const SplitLine &line, const FieldOrder &order, Frame frame);
 
+/// What may be wrong with a line of too many fields, to be put behind a message about it: blanks
+/// inside its angles. Empty when there are no pieces of angles.
+QString hintOnPieces(const SplitLine &line);
+
 } // namespace KelStd::cli

@@ -43,8 +43,8 @@ CommandLine makeCommandLine()
                                    "the default is Angle."),
                     QStringLiteral("TYPE")});
     line.addOption({unitOption,
-                    QStringLiteral("The unit of the values. Default: Degree for angles,\n"
-                                   "Meter for lengths, None for the others."),
+                    QStringLiteral("The unit of the values. Default: Degree, Meter,\n"
+                                   "bar or Celsius as the kind needs it."),
                     QStringLiteral("UNIT")});
     line.addOption({styleOption,
                     QStringLiteral("Read angles written in one style, to degrees:\n%1.")

@@ -159,7 +159,8 @@ PositionReader::Result PositionReader::readFields(const SplitLine &line)
         if (count != componentsPerFrame && count != componentsPerFrame + 1) {
             return bad(QStringLiteral("%1 found; expected are %2, after a point name if there is "
                                       "one")
-                           .arg(fieldCount(count), expectedFields(m_frame)));
+                           .arg(fieldCount(count), expectedFields(m_frame))
+                       + hintOnPieces(line));
         }
         m_order = plainOrder(count);
         m_orderLine = lineNumber();
@@ -168,7 +169,8 @@ PositionReader::Result PositionReader::readFields(const SplitLine &line)
         return bad(QStringLiteral("%1 found; line %2 has %3")
                        .arg(fieldCount(count))
                        .arg(m_orderLine)
-                       .arg(m_order->fields));
+                       .arg(m_order->fields)
+                   + hintOnPieces(line));
     }
 
     QString mistake = tornAngle(line, *m_order, m_frame);

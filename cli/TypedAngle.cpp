@@ -78,8 +78,9 @@ constexpr LetterRow letterRows[] = {
 
 const LetterRow *letterOf(QChar c)
 {
+    constexpr int caseDifference = 'a' - 'A';
     for (const LetterRow &row : letterRows) {
-        if (c.toUpper() == QLatin1Char(row.letter))
+        if (c == QLatin1Char(row.letter) || c == QChar(row.letter + caseDifference))
             return &row;
     }
     return nullptr;

@@ -99,7 +99,19 @@ EUnit usualUnitOf(EValueType type)
 {
     if (isAngleType(type))
         return Unit_Degree;
-    return isLengthType(type) ? Unit_Meter : Unit_None;
+    if (isLengthType(type))
+        return Unit_Meter;
+    if (type == ValueType_Pressure)
+        return Unit_Bar;
+    return type == ValueType_Temprature ? Unit_Celsius : Unit_None;
+}
+
+bool isUnitOf(EValueType type, EUnit unit)
+{
+    constexpr int band = 100; // lengths lie below 100, pressures below 200, and so on
+    const EUnit usual = usualUnitOf(type);
+    return usual == Unit_None ? unit == Unit_None
+                              : unit != Unit_None && unit / band == usual / band;
 }
 
 QString valueTypeAndUnitHelp()

@@ -24,8 +24,11 @@ std::optional<EUnit> unitFrom(const CommandLine &line, const QString &option, QS
 /// The kind of --type; nothing as above.
 std::optional<EValueType> valueTypeFrom(const CommandLine &line, QString &mistake);
 
-/// Degrees for angles, metres for lengths, no unit for the others.
+/// Degrees, metres, bars or degrees Celsius; no unit for kinds that have none.
 EUnit usualUnitOf(EValueType type);
+
+/// Whether values of the kind can be converted from and to the unit.
+bool isUnitOf(EValueType type, EUnit unit);
 
 bool isAngleType(EValueType type);
 bool isLengthType(EValueType type);

@@ -203,6 +203,25 @@ TEST(ConvertDisplay, ExactNumbersReadBackAsTheSameDoubles)
     EXPECT_EQ(again.out, first.out);
 }
 
+TEST(ConvertDisplay, CsvInOtherUnitsIsNoInput)
+{
+    const ProgramRun program;
+    for (const QStringList &more :
+         {options({"--length-unit", "ft"}), options({"--length-unit", "us-ft"}),
+          options({"--angle", "dms"}), options({"--angle", "second"}),
+          options({"--angle", "radian"})}) {
+        const auto first = program.convert(system, point, more);
+        ASSERT_EQ(first.status, 0) << first.err;
+        EXPECT_EQ(program.convert(system, first.out.toUtf8()).status, 2) << first.out;
+    }
+    const auto degrees = program.convert(system, point, options({"--angle", "degree"}));
+    const auto again =
+        program.convert(system, degrees.out.toUtf8(), options({"--angle", "degree"}));
+    EXPECT_EQ(again.status, 0) << again.err;
+    EXPECT_EQ(csvRows(again.out).value(0).value(QStringLiteral("wgs84_longitude_deg")),
+              QString::fromUtf8("170.5041666667\u00B0W"));
+}
+
 TEST(ConvertDisplay, ConfiguredLongitudesAreThoseOfTheMeridian)
 {
     const auto shown = [](const char *longitude) {

@@ -157,6 +157,15 @@ INSTANTIATE_TEST_SUITE_P(
         DoubtfulLine{"DegreesAsName", llh, "5\u00B0 12' 52.5 7",
                      "\"5\u00B0\" and \"12'\" may be one angle; write it without blanks, or "
                      "separate the fields by semicolons"},
+        DoubtfulLine{"AnAngleAsName", llh, "5:12 13 52:30 7",
+                     "\"5:12\" and \"13\" may be one angle; write it without blanks, or separate "
+                     "the fields by semicolons"},
+        DoubtfulLine{"KeyboardDegreesAsName", llh, "5d 12 52.5 7",
+                     "\"5d\" and \"12\" may be one angle; write it without blanks, or separate "
+                     "the fields by semicolons"},
+        DoubtfulLine{"LettersApart", llh, "5.25 E 52.5 N 7",
+                     "5 fields found; expected are longitude, latitude, height, after a point name "
+                     "if there is one; where blanks separate the fields, an angle holds none"},
         DoubtfulLine{"MinutesAsLatitude", llh, "P1 5\u00B0 12' 7",
                      "latitude \"12'\" has no degrees"},
         DoubtfulLine{"SecondsAsLatitude", llh, "5\u00B012' 30\" 7",
