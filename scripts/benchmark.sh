@@ -13,6 +13,7 @@ trap 'rm -f "$results"' EXIT
 repeated=(--benchmark_repetitions=9 --benchmark_enable_random_interleaving=true
     --benchmark_report_aggregates_only=true --benchmark_format=csv)
 build/benchmark/benchmarks/conversion_benchmark "${repeated[@]}" >"$results"
+build/benchmark/benchmarks/text_benchmark "${repeated[@]}" --benchmark_min_time=0.05 >>"$results"
 build/benchmark/benchmarks/time_benchmark "${repeated[@]}" --benchmark_min_time=0.05 >>"$results"
 
 awk -F, '
@@ -30,6 +31,12 @@ awk -F, '
         row("one location from WGS84 geographic", "oneLocation", "oneLocationBare", 1.10)
         row("100,000 positions, geographic to cartesian", "list/projected:0", "listBare/projected:0", 1.05)
         row("100,000 positions, local to projected", "list/projected:1", "listBare/projected:1", 1.05)
+        row("a length printed", "printLength", "printLengthBare", 2.00)
+        row("an angle printed", "printAngle", "printAngleBare", 3.00)
+        row("a longitude printed for a table", "printTableAngle", "printTableAngleBare", 3.00)
+        row("a length read", "readLength", "readLengthBare", 2.00)
+        row("an angle read", "readAngle", "readAngleBare", 3.00)
+        row("an angle of one style read", "readAngleOfStyle", "readAngleBare", 3.00)
         time_row("UTC fields to their count", "utcToCount")
         time_row("a count to UTC fields", "utcFromCount")
         time_row("UTC, moved", "utcMove")

@@ -38,7 +38,9 @@ QString numberText(double value, NumberStyle style)
 /// `value`, which is finite, filled with zeros to a width in characters.
 QString padded(double value, int width, int decimals)
 {
-    return QStringLiteral("%1").arg(value, width, 'f', decimals, QLatin1Char('0'));
+    const QString digits = QString::number(std::abs(value), 'f', decimals);
+    const int sign = value < 0.0 ? 1 : 0;
+    return QString(sign, QLatin1Char('-')) + digits.rightJustified(width - sign, QLatin1Char('0'));
 }
 
 /// The width of a padded number: that of its integer digits, and the decimals with their point.

@@ -13,6 +13,9 @@ namespace {
 /// digits all the same.
 constexpr unsigned char usualHint = 2;
 
+/// Enough for an angle with ten decimals.
+constexpr int usualLength = 48;
+
 /// Below this no number of decimals rounds up to 60.
 constexpr double leastThatRoundsToSixty = 59.5;
 
@@ -29,13 +32,14 @@ QString degreeMinuteSecond(double value, NumberStyle style, bool signInHemispher
         d = -d;
 
     // The same decimals and trailing-zero rule for all three parts, deliberately.
-    QString seconds = number(s, style) + CoordStringHelper::SpecialSymbol_Second();
-    if (d == 0.0 && m == 0.0)
-        return seconds;
-    const QString minutes = number(m, style) + CoordStringHelper::SpecialSymbol_Minute();
-    if (d == 0.0)
-        return minutes + seconds;
-    return number(d, style) + CoordStringHelper::SpecialSymbol_Degree() + minutes + seconds;
+    QString shown;
+    shown.reserve(usualLength);
+    if (d != 0.0)
+        shown += number(d, style) + CoordStringHelper::s_specialSymbol_degree;
+    if (d != 0.0 || m != 0.0)
+        shown += number(m, style) + CoordStringHelper::s_specialSymbol_Minute;
+    shown += number(s, style) + CoordStringHelper::s_specialSymbol_Second;
+    return shown;
 }
 
 } // namespace
@@ -61,7 +65,7 @@ Sexagesimal splitForPrinting(double value, unsigned char precision, unsigned cha
         m = -m;
     if (s < 0.0 && !(d == 0.0 && m == 0.0))
         s = -s;
-    return {d + 0.0, m + 0.0, s + 0.0}; // a zero has no minus
+    return {d, m, s};
 }
 
 QString number(double value, NumberStyle style)

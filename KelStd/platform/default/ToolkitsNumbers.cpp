@@ -3,23 +3,37 @@
 #include <QtCore/QLocale>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
-#include <limits>
+#include <cstddef>
 
 namespace {
 
+constexpr std::array<long double, 18> powersOfTen = {
+    1e0L, 1e1L,  1e2L,  1e3L,  1e4L,  1e5L,  1e6L,  1e7L,  1e8L,
+    1e9L, 1e10L, 1e11L, 1e12L, 1e13L, 1e14L, 1e15L, 1e16L, 1e17L,
+};
+
 /// The shortest decimal number of seconds that differs from `seconds` by no more than `tolerance`,
-/// as the double that is handed out.
+/// as the double that is handed out. What is near enough with some decimals is so with more, so
+/// that their number can be found by halving.
 double shortestSeconds(long double seconds, long double tolerance)
 {
-    long double scale = 1.0L;
-    for (int decimals = 0; decimals <= std::numeric_limits<double>::max_digits10; ++decimals) {
-        const auto candidate = static_cast<double>(std::round(seconds * scale) / scale);
-        if (std::abs(candidate - seconds) <= tolerance)
-            return candidate;
-        scale *= 10.0L;
+    auto shortest = static_cast<double>(seconds);
+    std::size_t low = 0;
+    std::size_t high = powersOfTen.size();
+    while (low < high) {
+        const std::size_t decimals = (low + high) / 2;
+        const long double scale = powersOfTen[decimals];
+        const auto candidate = static_cast<double>(std::rint(seconds * scale) / scale);
+        if (std::abs(candidate - seconds) <= tolerance) {
+            shortest = candidate;
+            high = decimals;
+        } else {
+            low = decimals + 1;
+        }
     }
-    return static_cast<double>(seconds);
+    return shortest;
 }
 
 /// Half the distance from `value` to its neighbour: numbers that near denote the same double.
