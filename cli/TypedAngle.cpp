@@ -317,14 +317,14 @@ private:
             rest = rest * unitsPerPart + static_cast<int>(partValue(2));
         }
 
-        constexpr int moreDigits = 120; // a number halfway between two doubles has fewer
+        constexpr int moreDigits = 120; // no angle is so near to the middle between two doubles
         QString text = whole + QLatin1Char('.');
         for (int i = 0; i < fraction.size() + moreDigits; ++i) {
             rest = rest * 10 + (i < fraction.size() ? fraction.at(i).digitValue() : 0);
             text += QLatin1Char(static_cast<char>('0' + rest / divisor));
             rest %= divisor;
         }
-        return rest == 0 ? text : text + QLatin1Char('1');
+        return text;
     }
 
     static constexpr int mostShown = 20;

@@ -59,6 +59,8 @@ INSTANTIATE_TEST_SUITE_P(
         TypedLine{"DecimalCommasBetweenSemicolons", "5:12:13;52:30:15,5;7,125"},
         TypedLine{"DecimalCommasBetweenTabulators", "P1\t5\u00B012'13\"\t52\u00B030'15,5\"\t7,125"},
         TypedLine{"PlainDecimalCommas", "5,25;52,5;7,125", "5.25000000000", "52.50000000000"},
+        // Thousands of degrees there are none, so that the height's comma is decimal, too.
+        TypedLine{"ThreeDecimalsOfAngles", "5,125;52,250;7,125", "5.12500000000", "52.25000000000"},
         TypedLine{"NegativeAngles", "-0\u00B030',-30:15,7.125", "-0.50000000000",
                   "-30.25000000000"},
         TypedLine{"WestAndSouth", "0\u00B030'W 30:15s 7.125", "-0.50000000000", "-30.25000000000"},
