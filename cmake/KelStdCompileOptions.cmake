@@ -17,6 +17,11 @@ if(KELSTD_SANITIZE)
     target_link_options(KelStdCompileOptions INTERFACE -fsanitize=${KELSTD_SANITIZE})
 endif()
 
+if(KELSTD_BUILD_FUZZERS)
+    # Lets libFuzzer see which lines of the library an input reaches.
+    target_compile_options(KelStdCompileOptions INTERFACE -fsanitize=fuzzer-no-link)
+endif()
+
 if(KELSTD_COVERAGE)
     target_compile_options(KelStdCompileOptions INTERFACE --coverage)
     target_link_options(KelStdCompileOptions INTERFACE --coverage)

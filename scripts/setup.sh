@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Installs what is missing of the Debian packages that the project needs. With the argument
-# "benchmark", those of the benchmarks, too.
+# "benchmark" or "fuzz", those of the benchmarks or of the fuzz targets, too.
 set -euo pipefail
 
 packages=(
@@ -11,9 +11,10 @@ packages=(
     libgtest-dev libgmock-dev        # the tests
     proj-bin zip tzdata              # the tests' independent peers
 )
-if [ "${1:-}" = benchmark ]; then
-    packages+=(libbenchmark-dev)
-fi
+case "${1:-}" in
+benchmark) packages+=(libbenchmark-dev) ;;
+fuzz) packages+=(clang libclang-rt-dev) ;;
+esac
 
 missing=()
 for package in "${packages[@]}"; do

@@ -1,6 +1,15 @@
 #include <KelStd/coord/Coord.h>
 
+#include <KelStd/coord/BlockVersion.h>
+
 namespace KelStd {
+
+namespace {
+
+constexpr qint32 streamVersion = 2;
+constexpr qint32 versionWithoutGeoidModel = 1;
+
+} // namespace
 
 bool Coord::s_invertParamsUseMinusNotMatrix = true;
 bool Coord::s_invertParamsFunctionSwitch = false;
@@ -40,6 +49,29 @@ bool Coord::isSameLogic(const Coord &other) const
                && planeTransform.isSameLogic(other.planeTransform)
                && elevationFitting.isSameLogic(other.elevationFitting)
                && geoidModel.isSameLogic(other.geoidModel));
+}
+
+void Coord::save(QDataStream &stream) const
+{
+    stream << streamVersion << coord_name;
+    ellipsoid.save(stream);
+    projection.save(stream);
+    ellipsoidTransform.save(stream);
+    planeTransform.save(stream);
+    elevationFitting.save(stream);
+    geoidModel.save(stream);
+}
+
+bool Coord::load(QDataStream &stream)
+{
+    clear();
+    const qint32 version = readVersion(stream);
+    if (version != streamVersion && version != versionWithoutGeoidModel)
+        return false;
+    stream >> coord_name;
+    return ellipsoid.load(stream) && projection.load(stream) && ellipsoidTransform.load(stream)
+           && planeTransform.load(stream) && elevationFitting.load(stream)
+           && (version == versionWithoutGeoidModel || geoidModel.load(stream));
 }
 
 } // namespace KelStd

@@ -12,6 +12,10 @@
 
 #include <QtCore/QString>
 
+QT_BEGIN_NAMESPACE
+class QDataStream;
+QT_END_NAMESPACE
+
 namespace KelStd {
 
 /// A complete coordinate system, and the operations that carry a position through it.
@@ -120,6 +124,21 @@ public:
     /// False (as it starts): translations and scale of the datum shift are written with reversed
     /// signs. True: as they are stored.
     static bool s_invertParamsFunctionSwitch;
+
+    // --- Binary streams ----------------------------------------------------------------------
+
+    /// Writes the block of version 2: the version [int32], `coord_name`, then every record as a
+    /// block of its own, in declaration order. The projection's `loc_or_height_unit` is not part of
+    /// it.
+    void save(QDataStream &stream) const;
+
+    /// Clears, then reads a block of version 2, or of version 1, which ends before the geoid model
+    /// and leaves that empty.
+    ///
+    /// False when the version is another or a record's block fails: what was read so far stays, the
+    /// rest is as `clear` leaves it. The stream's status is neither inspected nor reset (see
+    /// `Param::load`).
+    bool load(QDataStream &stream);
 
     // --- The system --------------------------------------------------------------------------
 

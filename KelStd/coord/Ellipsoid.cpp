@@ -1,6 +1,14 @@
 #include <KelStd/coord/Ellipsoid.h>
 
+#include <KelStd/coord/BlockVersion.h>
+
 namespace KelStd {
+
+namespace {
+
+constexpr qint32 streamVersion = 1;
+
+} // namespace
 
 Ellipsoid::Ellipsoid()
     : biggerHalfAxle(ValueType_Distance, Unit_Meter, 0.0), reciprocal(0.0),
@@ -28,6 +36,25 @@ bool Ellipsoid::operator==(const Ellipsoid &other) const
 bool Ellipsoid::operator!=(const Ellipsoid &other) const
 {
     return !(*this == other);
+}
+
+void Ellipsoid::save(QDataStream &stream) const
+{
+    stream << streamVersion << ellipsoid_name << proj4EllpsName;
+    biggerHalfAxle.save(stream);
+    stream << reciprocal << positiveDir;
+}
+
+bool Ellipsoid::load(QDataStream &stream)
+{
+    clear();
+    if (readVersion(stream) != streamVersion)
+        return false;
+    stream >> ellipsoid_name >> proj4EllpsName;
+    if (!biggerHalfAxle.load(stream))
+        return false;
+    stream >> reciprocal >> positiveDir;
+    return true;
 }
 
 } // namespace KelStd

@@ -6,6 +6,10 @@
 
 #include <QtCore/QString>
 
+QT_BEGIN_NAMESPACE
+class QDataStream;
+QT_END_NAMESPACE
+
 namespace KelStd {
 
 /// A reference ellipsoid: a PROJ ellipsoid name, or else its axis and inverse flattening.
@@ -23,6 +27,15 @@ public:
     /// Equality of all that enters a computation; `ellipsoid_name` is not compared.
     bool operator==(const Ellipsoid &other) const;
     bool operator!=(const Ellipsoid &other) const;
+
+    /// Writes the block of version 1: the version [int32], then every member in declaration order,
+    /// `biggerHalfAxle` as a block of its own.
+    void save(QDataStream &stream) const;
+
+    /// Clears, then reads a block. False when the version is not 1 or the axis' block fails: what
+    /// was read so far stays, the rest is as `clear` leaves it; so `proj4EllpsName` survives
+    /// another version. The stream's status is neither inspected nor reset (see `Param::load`).
+    bool load(QDataStream &stream);
 
     QString ellipsoid_name;
     QString proj4EllpsName; ///< PROJ's name (`+ellps=`), empty when given by its numbers

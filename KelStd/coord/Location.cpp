@@ -1,6 +1,21 @@
 #include <KelStd/coord/Location.h>
 
+#include <KelStd/coord/BlockVersion.h>
+
+#include <algorithm>
+#include <iterator>
+
 namespace KelStd {
+
+namespace {
+
+constexpr qint32 streamVersion = 1;
+
+/// In the order in which a stream holds them.
+constexpr Pos Location::*positions[] = {&Location::wgs84LLH, &Location::wgs84XYZ,
+                                        &Location::localLLH, &Location::localNEH};
+
+} // namespace
 
 Location::Location() = default;
 
@@ -85,6 +100,21 @@ bool Location::equals(const Location &other) const
 {
     return wgs84LLH.equals(other.wgs84LLH) && wgs84XYZ.equals(other.wgs84XYZ)
            && localLLH.equals(other.localLLH) && localNEH.equals(other.localNEH);
+}
+
+void Location::save(QDataStream &stream) const
+{
+    stream << streamVersion;
+    for (const auto position : positions)
+        (this->*position).save(stream);
+}
+
+bool Location::load(QDataStream &stream)
+{
+    clear();
+    return readVersion(stream) == streamVersion
+           && std::all_of(std::begin(positions), std::end(positions),
+                          [&](const auto position) { return (this->*position).load(stream); });
 }
 
 } // namespace KelStd

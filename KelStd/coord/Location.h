@@ -3,6 +3,10 @@
 #include <KelStd/Export.h>
 #include <KelStd/coord/Pos.h>
 
+QT_BEGIN_NAMESPACE
+class QDataStream;
+QT_END_NAMESPACE
+
 namespace KelStd {
 
 /// One measured point in four frames at once.
@@ -37,6 +41,15 @@ public:
 
     /// True when each of the twelve components differs by at most 0.0001.
     bool equals(const Location &other) const;
+
+    /// Writes the block of version 1: the version [int32] and the four positions, each a block of
+    /// its own, in declaration order.
+    void save(QDataStream &stream) const;
+
+    /// Clears, then reads a block. False when the version is not 1 or a position's block fails: the
+    /// positions read so far stay, the rest are zero. The stream's status is neither inspected nor
+    /// reset.
+    bool load(QDataStream &stream);
 
     Pos wgs84LLH; ///< WGS84 longitude, latitude [deg], ellipsoidal height [m]
     Pos wgs84XYZ; ///< WGS84 earth-centred cartesian [m]

@@ -1,8 +1,16 @@
 #include <KelStd/coord/Param.h>
 
+#include <KelStd/coord/BlockVersion.h>
 #include <KelStd/coord/MapEquality.h>
+#include <KelStd/coord/VariantReader.h>
 
 namespace KelStd {
+
+namespace {
+
+constexpr qint32 streamVersion = 1;
+
+} // namespace
 
 Param::Param() : Param(ValueType_Double, Unit_None, QVariant(0)) {}
 
@@ -33,6 +41,25 @@ bool Param::operator==(const Param &other) const
 bool Param::operator!=(const Param &other) const
 {
     return !(*this == other);
+}
+
+void Param::save(QDataStream &stream) const
+{
+    stream << streamVersion << valType << unit << value << isDictionary << dictionarySelKey
+           << dictionaryValues << dictionaryBindParamName;
+}
+
+bool Param::load(QDataStream &stream)
+{
+    clear();
+    if (readVersion(stream) != streamVersion)
+        return false;
+    stream >> valType >> unit;
+    readVariant(stream, value);
+    stream >> isDictionary >> dictionarySelKey;
+    readVariants(stream, dictionaryValues);
+    stream >> dictionaryBindParamName;
+    return true;
 }
 
 } // namespace KelStd

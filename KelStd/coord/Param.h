@@ -7,6 +7,10 @@
 #include <QtCore/QString>
 #include <QtCore/QVariant>
 
+QT_BEGIN_NAMESPACE
+class QDataStream;
+QT_END_NAMESPACE
+
 namespace KelStd {
 
 /// One typed value with its unit, optionally chosen from a small dictionary of named values.
@@ -24,6 +28,22 @@ public:
     /// Every member is equal; `value` as `QVariant` compares, without tolerance of its own.
     bool operator==(const Param &other) const;
     bool operator!=(const Param &other) const;
+
+    /// Writes the block of version 1: the version [int32], then every member in declaration order
+    /// by Qt's operators, enumerations as int32. Byte order and stream version are the caller's.
+    void save(QDataStream &stream) const;
+
+    /// Clears, then reads a block. False when its version is not 1: the object is then cleared.
+    ///
+    /// This and every other `load` of the coordinate model neither inspects nor resets the stream's
+    /// status: what a short stream lacks is read as zero or empty, and the result can still be
+    /// true. A caller who needs more looks at `QDataStream::status()`.
+    ///
+    /// A variant is read as Qt reads it, but for what streams made to do harm can hold: one that
+    /// nests deeper than 256 lists, maps or variants, whose value does not fit the memory, or which
+    /// is an easing curve (a function's address) is an invalid variant with the status
+    /// `ReadCorruptData`, like one of an unknown type; a time of an unknown zone is an invalid time.
+    bool load(QDataStream &stream);
 
     EValueType valType; ///< the kind of `value`
     EUnit unit;         ///< the unit in which `value` is stored

@@ -1,11 +1,15 @@
 #include <KelStd/coord/Pos.h>
 
+#include <KelStd/coord/BlockVersion.h>
+
 #include <cmath>
 #include <cstddef>
 
 namespace KelStd {
 
 namespace {
+
+constexpr qint32 streamVersion = 1;
 
 /// Largest difference of two components that `equals` still takes for none.
 constexpr double tolerance = 0.0001;
@@ -155,6 +159,20 @@ Pos Pos::operator-(const Pos &other) const
     const stXYZ &a = getXYZ();
     const stXYZ &b = other.getXYZ();
     return fromXYZ(a.x - b.x, a.y - b.y, a.z - b.z);
+}
+
+void Pos::save(QDataStream &stream) const
+{
+    stream << streamVersion << m_pos.xyz.x << m_pos.xyz.y << m_pos.xyz.z;
+}
+
+bool Pos::load(QDataStream &stream)
+{
+    clear();
+    if (readVersion(stream) != streamVersion)
+        return false;
+    stream >> m_pos.xyz.x >> m_pos.xyz.y >> m_pos.xyz.z;
+    return true;
 }
 
 } // namespace KelStd

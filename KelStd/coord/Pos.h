@@ -3,6 +3,10 @@
 #include <KelStd/Export.h>
 #include <KelStd/coord/uPos.h>
 
+QT_BEGIN_NAMESPACE
+class QDataStream;
+QT_END_NAMESPACE
+
 namespace KelStd {
 
 /// One point of three doubles: cartesian X/Y/Z, longitude/latitude/height or east/north/up.
@@ -55,6 +59,14 @@ public:
 
     /// Component by component.
     Pos operator-(const Pos &other) const;
+
+    /// Writes the block of version 1: the version [int32] and the three components.
+    void save(QDataStream &stream) const;
+
+    /// Clears, then reads a block. False when the version is not 1: the components are then zero.
+    /// The stream's status is neither inspected nor reset; components that the stream lacks are
+    /// zero.
+    bool load(QDataStream &stream);
 
 private:
     uPos m_pos;

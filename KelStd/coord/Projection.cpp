@@ -1,5 +1,6 @@
 #include <KelStd/coord/Projection.h>
 
+#include <KelStd/coord/BlockVersion.h>
 #include <KelStd/coord/MapEquality.h>
 
 #include <algorithm>
@@ -7,6 +8,8 @@
 namespace KelStd {
 
 namespace {
+
+constexpr qint32 streamVersion = 1;
 
 bool equalIgnoringCase(const QString &a, QLatin1String b)
 {
@@ -33,6 +36,33 @@ bool givesValue(const Projection &projection, const QString &name, const Param &
         const auto found = projection.param.constFind(entry.first);
         return found != projection.param.constEnd() && *found == param;
     });
+}
+
+/// Not as Qt writes a map: the count is signed, and the entries stand in key order.
+void saveEntries(const QMap<QString, Param> &entries, QDataStream &stream)
+{
+    stream << static_cast<qint32>(entries.size());
+    for (auto entry = entries.constBegin(); entry != entries.constEnd(); ++entry) {
+        stream << entry.key();
+        entry.value().save(stream);
+    }
+}
+
+/// False at the first parameter that fails, which is not inserted. Behind the end of the stream
+/// that is the next one, whatever the count says.
+bool loadEntries(QMap<QString, Param> &entries, QDataStream &stream)
+{
+    qint32 count = 0;
+    stream >> count;
+    for (qint32 i = 0; i < count; ++i) {
+        QString key;
+        stream >> key;
+        Param entry;
+        if (!entry.load(stream))
+            return false;
+        entries.insert(key, entry);
+    }
+    return true;
 }
 
 } // namespace
@@ -98,6 +128,25 @@ EUnit Projection::heightUnit() const
     case LocationType_Lat_Long_EarthHeight: return loc_or_height_unit;
     }
     return Unit_None;
+}
+
+void Projection::save(QDataStream &stream) const
+{
+    stream << streamVersion << projection_name << proj4Projection;
+    saveEntries(param, stream);
+    stream << paramProj4 << locationType;
+}
+
+bool Projection::load(QDataStream &stream)
+{
+    clear();
+    if (readVersion(stream) != streamVersion)
+        return false;
+    stream >> projection_name >> proj4Projection;
+    if (!loadEntries(param, stream))
+        return false;
+    stream >> paramProj4 >> locationType;
+    return true;
 }
 
 } // namespace KelStd

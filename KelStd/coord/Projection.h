@@ -7,6 +7,10 @@
 #include <QtCore/QMap>
 #include <QtCore/QString>
 
+QT_BEGIN_NAMESPACE
+class QDataStream;
+QT_END_NAMESPACE
+
 namespace KelStd {
 
 /// A map projection: a PROJ projection name and named parameters.
@@ -38,6 +42,20 @@ public:
 
     /// `loc_or_height_unit`, or none for a `locationType` that is neither plane nor geographic.
     EUnit heightUnit() const;
+
+    /// Writes the block of version 1: the version [int32], the names, the count of `param` [int32]
+    /// with each key and its block in key order, `paramProj4`, `locationType` [int32].
+    /// `loc_or_height_unit` is not part of the block, on purpose.
+    void save(QDataStream &stream) const;
+
+    /// Clears, then reads a block; `loc_or_height_unit` keeps its value. Of a key that occurs twice
+    /// the later parameter stays.
+    ///
+    /// False when the version is not 1 or a parameter's block fails: what was read so far stays,
+    /// the parameters before the failing one included (an earlier one under the same key, too);
+    /// `locationType` keeps its value. The stream's status is neither inspected nor reset (see
+    /// `Param::load`); a count beyond the stream's end fails at the end.
+    bool load(QDataStream &stream);
 
     QString projection_name;
     QString proj4Projection; ///< PROJ's name, for example "tmerc"

@@ -38,4 +38,20 @@ bool sameParams(const Record &a, const Record &b, const RecordParam<Record> (&ro
                        [&](const auto &row) { return a.*row.member == b.*row.member; });
 }
 
+/// Writes every member as a block of its own.
+template <typename Record, std::size_t count>
+void saveParams(const Record &record, const RecordParam<Record> (&rows)[count], QDataStream &stream)
+{
+    for (const auto &row : rows)
+        (record.*row.member).save(stream);
+}
+
+/// Reads the members' blocks. False at the first that fails; the later members keep their values.
+template <typename Record, std::size_t count>
+bool loadParams(Record &record, const RecordParam<Record> (&rows)[count], QDataStream &stream)
+{
+    return std::all_of(std::begin(rows), std::end(rows),
+                       [&](const auto &row) { return (record.*row.member).load(stream); });
+}
+
 } // namespace KelStd

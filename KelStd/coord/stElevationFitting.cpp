@@ -1,10 +1,13 @@
 #include <KelStd/coord/stElevationFitting.h>
 
+#include <KelStd/coord/BlockVersion.h>
 #include <KelStd/coord/RecordParams.h>
 
 namespace KelStd {
 
 namespace {
+
+constexpr qint32 streamVersion = 1;
 
 using Record = stElevationFitting;
 
@@ -57,6 +60,21 @@ bool stElevationFitting::isSameLogic(const stElevationFitting &other) const
     case ElevationFittingFunction_Curve: return sameParams(*this, other, rows);
     }
     return false;
+}
+
+void stElevationFitting::save(QDataStream &stream) const
+{
+    stream << streamVersion << function;
+    saveParams(*this, rows, stream);
+}
+
+bool stElevationFitting::load(QDataStream &stream)
+{
+    clear();
+    if (readVersion(stream) != streamVersion)
+        return false;
+    stream >> function;
+    return loadParams(*this, rows, stream);
 }
 
 } // namespace KelStd

@@ -1,10 +1,13 @@
 #include <KelStd/coord/stEllipsoinTransform.h>
 
+#include <KelStd/coord/BlockVersion.h>
 #include <KelStd/coord/RecordParams.h>
 
 namespace KelStd {
 
 namespace {
+
+constexpr qint32 streamVersion = 1;
 
 using Record = stEllipsoinTransform;
 
@@ -59,6 +62,21 @@ bool stEllipsoinTransform::isSameLogic(const stEllipsoinTransform &other) const
     case EllipsoinTransformFunction_Seven: return sameParams(*this, other, rows);
     }
     return false;
+}
+
+void stEllipsoinTransform::save(QDataStream &stream) const
+{
+    stream << streamVersion << fuction << nofuction_transtion;
+    saveParams(*this, rows, stream);
+}
+
+bool stEllipsoinTransform::load(QDataStream &stream)
+{
+    clear();
+    if (readVersion(stream) != streamVersion)
+        return false;
+    stream >> fuction >> nofuction_transtion;
+    return loadParams(*this, rows, stream);
 }
 
 } // namespace KelStd

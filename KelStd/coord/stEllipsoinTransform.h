@@ -4,6 +4,10 @@
 #include <KelStd/coord/Enumerations.h>
 #include <KelStd/coord/Param.h>
 
+QT_BEGIN_NAMESPACE
+class QDataStream;
+QT_END_NAMESPACE
+
 namespace KelStd {
 
 /// The datum transformation from WGS84 to the local ellipsoid.
@@ -26,6 +30,15 @@ public:
     /// Equality of what the selected function uses. A function code outside the enumeration is
     /// the same as nothing but the object itself: a deliberate strictness.
     bool isSameLogic(const stEllipsoinTransform &other) const;
+
+    /// Writes the block of version 1: the version [int32], the function codes [int32], then every
+    /// `Param` as a block of its own, in declaration order.
+    void save(QDataStream &stream) const;
+
+    /// Clears, then reads a block. False when the version is not 1 or a parameter's block fails:
+    /// what was read so far stays, the rest is as `clear` leaves it. The stream's status is neither
+    /// inspected nor reset (see `Param::load`).
+    bool load(QDataStream &stream);
 
     EEllipsoinTransformFunction fuction;
     EEllipsoinTransition nofuction_transtion; ///< used when `fuction` is none

@@ -1,6 +1,14 @@
 #include <KelStd/coord/stGeoidModel.h>
 
+#include <KelStd/coord/BlockVersion.h>
+
 namespace KelStd {
+
+namespace {
+
+constexpr qint32 streamVersion = 1;
+
+} // namespace
 
 stGeoidModel::stGeoidModel() = default;
 
@@ -22,6 +30,20 @@ bool stGeoidModel::operator!=(const stGeoidModel &other) const
 bool stGeoidModel::isSameLogic(const stGeoidModel &other) const
 {
     return *this == other;
+}
+
+void stGeoidModel::save(QDataStream &stream) const
+{
+    stream << streamVersion << modelFileName;
+}
+
+bool stGeoidModel::load(QDataStream &stream)
+{
+    clear();
+    if (readVersion(stream) != streamVersion)
+        return false;
+    stream >> modelFileName;
+    return true;
 }
 
 } // namespace KelStd

@@ -4,6 +4,10 @@
 
 #include <QtCore/QString>
 
+QT_BEGIN_NAMESPACE
+class QDataStream;
+QT_END_NAMESPACE
+
 namespace KelStd {
 
 /// The geoid model that a coordinate system's heights refer to.
@@ -18,6 +22,13 @@ public:
     bool operator!=(const stGeoidModel &other) const;
     /// The same as `operator==`.
     bool isSameLogic(const stGeoidModel &other) const;
+
+    /// Writes the block of version 1: the version [int32] and the name.
+    void save(QDataStream &stream) const;
+
+    /// Clears, then reads a block. False when the version is not 1: the name is then empty. The
+    /// stream's status is neither inspected nor reset (see `Param::load`).
+    bool load(QDataStream &stream);
 
     QString modelFileName; ///< file name of the grid; empty for none
 };

@@ -1,10 +1,13 @@
 #include <KelStd/coord/stPlaneTransform.h>
 
+#include <KelStd/coord/BlockVersion.h>
 #include <KelStd/coord/RecordParams.h>
 
 namespace KelStd {
 
 namespace {
+
+constexpr qint32 streamVersion = 1;
 
 using Record = stPlaneTransform;
 
@@ -49,6 +52,21 @@ bool stPlaneTransform::isSameLogic(const stPlaneTransform &other) const
     case PlaneTransformFunction_Four: return sameParams(*this, other, rows);
     }
     return false;
+}
+
+void stPlaneTransform::save(QDataStream &stream) const
+{
+    stream << streamVersion << fuction;
+    saveParams(*this, rows, stream);
+}
+
+bool stPlaneTransform::load(QDataStream &stream)
+{
+    clear();
+    if (readVersion(stream) != streamVersion)
+        return false;
+    stream >> fuction;
+    return loadParams(*this, rows, stream);
 }
 
 } // namespace KelStd

@@ -4,6 +4,10 @@
 #include <KelStd/coord/Enumerations.h>
 #include <KelStd/coord/Param.h>
 
+QT_BEGIN_NAMESPACE
+class QDataStream;
+QT_END_NAMESPACE
+
 namespace KelStd {
 
 /// A planar four-parameter similarity transformation of projected coordinates.
@@ -24,6 +28,15 @@ public:
 
     /// Equality of what the selected function uses; an unlisted function code is never the same.
     bool isSameLogic(const stPlaneTransform &other) const;
+
+    /// Writes the block of version 1: the version [int32], the function code [int32], then every
+    /// `Param` as a block of its own, in declaration order.
+    void save(QDataStream &stream) const;
+
+    /// Clears, then reads a block. False when the version is not 1 or a parameter's block fails:
+    /// what was read so far stays, the rest is as `clear` leaves it. The stream's status is neither
+    /// inspected nor reset (see `Param::load`).
+    bool load(QDataStream &stream);
 
     EPlaneTransformFunction fuction;
     Param north_translate;
