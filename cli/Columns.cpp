@@ -10,14 +10,14 @@ namespace KelStd::cli {
 namespace {
 
 // PROJ takes a latitude beyond the pole in some conversions and gives numbers for it.
-constexpr Quantity longitudes{"deg", 9, 11, 360.0};
-constexpr Quantity latitudes{"deg", 9, 11, 90.0};
-constexpr Quantity metres{"m", 4, 5, std::numeric_limits<double>::max()};
+constexpr Quantity longitudes{"deg", 360.0};
+constexpr Quantity latitudes{"deg", 90.0};
+constexpr Quantity metres{"m", std::numeric_limits<double>::max()};
 
-constexpr int angleWidth = 14;     // -179.123456789
-constexpr int heightWidth = 10;    // 12345.1234
-constexpr int cartesianWidth = 13; // -6378137.1234
-constexpr int planeWidth = 13;     // 12345678.1234
+constexpr int angleWidth = 4;     // -179
+constexpr int heightWidth = 5;    // 12345
+constexpr int cartesianWidth = 8; // -6378137
+constexpr int planeWidth = 8;     // 12345678
 
 using L = Location;
 
@@ -54,14 +54,20 @@ Pos fromNorthEastHeight(double northing, double easting, double height)
     return Pos::fromENU(easting, northing, height);
 }
 
+using ValueTypes = std::array<EValueType, componentsPerFrame>;
+constexpr ValueTypes geographicTypes = {ValueType_Longitude, ValueType_Latitude,
+                                        ValueType_EarthHeight};
+constexpr ValueTypes cartesianTypes = {ValueType_Distance, ValueType_Distance, ValueType_Distance};
+constexpr ValueTypes planeTypes = {ValueType_X, ValueType_Y, ValueType_ElevationHeight};
+
 const std::array<FrameRow, frameCount> frameRows = {{
-    {Frame::Wgs84LLH, "wgs84-llh", "WGS84 geographic", &Pos::fromLongLatH,
+    {Frame::Wgs84LLH, "wgs84-llh", "WGS84 geographic", geographicTypes, &Pos::fromLongLatH,
      &Coord::MakeLocation_byWGS84LatLongH},
-    {Frame::Wgs84XYZ, "wgs84-xyz", "WGS84 cartesian", &Pos::fromXYZ,
+    {Frame::Wgs84XYZ, "wgs84-xyz", "WGS84 cartesian", cartesianTypes, &Pos::fromXYZ,
      &Coord::MakeLocation_byWGS84XYZ},
-    {Frame::LocalLLH, "local-llh", "local geographic", &Pos::fromLongLatH,
+    {Frame::LocalLLH, "local-llh", "local geographic", geographicTypes, &Pos::fromLongLatH,
      &Coord::MakeLocation_byLocalLatLongH},
-    {Frame::LocalNEH, "local-neh", "local projected", &fromNorthEastHeight,
+    {Frame::LocalNEH, "local-neh", "local projected", planeTypes, &fromNorthEastHeight,
      &Coord::MakeLocation_byLocalNEH},
 }};
 
@@ -78,16 +84,25 @@ const Column &columnOf(Frame frame, int component)
     return columnRows[static_cast<std::size_t>(index)];
 }
 
-QString csvNameOf(const Column &column)
+EValueType valueTypeOf(const Column &column)
 {
-    return QLatin1String(column.csvName) + QLatin1Char('_') + QLatin1String(column.quantity->unit);
+    const auto index = static_cast<std::size_t>(&column - columnRows.data());
+    return rowOf(column.frame).valueTypes[index % componentsPerFrame];
 }
 
-QString numberText(double value, int decimals)
+bool isAngle(const Column &column)
 {
-    QString text = CoordStringHelper::GetFormatString(ValueType_Double, value, Unit_None, Unit_None,
-                                                      Format_None,
-                                                      static_cast<unsigned char>(decimals), false);
+    const EValueType type = valueTypeOf(column);
+    return type == ValueType_Longitude || type == ValueType_Latitude;
+}
+
+QString csvNameOf(const Column &column, const QString &unit)
+{
+    return QLatin1String(column.csvName) + QLatin1Char('_') + unit;
+}
+
+QString withoutSignOfZero(QString text)
+{
     const auto isNonZeroDigit = [](QChar c) {
         return c >= QLatin1Char('1') && c <= QLatin1Char('9');
     };
@@ -101,6 +116,13 @@ QString heightReference(const QString &geoidModel)
 {
     return geoidModel.isEmpty() ? QStringLiteral("ellipsoid")
                                 : QStringLiteral("geoid ") + geoidModel;
+}
+
+QString numberText(double value, int decimals)
+{
+    return withoutSignOfZero(CoordStringHelper::GetFormatString(
+        ValueType_Double, value, Unit_None, Unit_None, Format_None,
+        static_cast<unsigned char>(decimals), false));
 }
 
 const std::array<FrameRow, frameCount> &frames()

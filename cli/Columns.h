@@ -1,6 +1,7 @@
 #pragma once
 
 #include <KelStd/coord/Coord.h>
+#include <KelStd/coord/Enumerations.h>
 #include <KelStd/coord/Location.h>
 #include <KelStd/coord/Pos.h>
 
@@ -26,14 +27,16 @@ inline constexpr int componentsPerFrame = 3;
 inline constexpr std::size_t frameCount = 4;
 inline constexpr std::size_t columnCount = frameCount * componentsPerFrame;
 
-/// How a component is measured and printed.
+/// How a component is measured.
 struct Quantity
 {
-    const char *unit;  ///< in headings and column names
-    int tableDecimals; ///< 0.1 mm
-    int csvDecimals;   ///< 0.01 mm: loses nothing that a survey can measure
-    double limit;      ///< the largest magnitude that an input may have
+    const char *unit; ///< of an input, and in column names when no other one is asked for
+    double limit;     ///< the largest magnitude that an input may have
 };
+
+/// Decimals of plain numbers, degrees and metres: 0.01 mm loses nothing that a survey can measure.
+inline constexpr int csvAngleDecimals = 11;
+inline constexpr int csvLengthDecimals = 5;
 
 /// One of the twelve numbers of a location.
 struct Column
@@ -44,7 +47,8 @@ struct Column
     const char
         *headerWords; ///< what an input's header may call it, blank-separated, the best first
     const Quantity *quantity;
-    int tableWidth; ///< holds every number on and near the earth
+    int integerWidth; ///< of a sign and the digits before the point, in metres or degrees, of every
+                      ///< number on and near the earth
     double (Location::*value)() const;
 };
 
@@ -55,14 +59,22 @@ const std::array<Column, columnCount> &columns();
 /// The column of a component, 0 to 2, of a frame.
 const Column &columnOf(Frame frame, int component);
 
-/// "wgs84_longitude_deg"
-QString csvNameOf(const Column &column);
+/// The library's kind of the column's values.
+EValueType valueTypeOf(const Column &column);
+
+/// True for longitudes and latitudes.
+bool isAngle(const Column &column);
+
+/// "wgs84_longitude_deg", with the unit "deg"
+QString csvNameOf(const Column &column, const QString &unit);
 
 /// The number of a column in plain decimals of the C locale; a zero has no sign.
 QString numberText(double value, int decimals);
 
 /// What the projected height is above: "geoid MODEL", or "ellipsoid" without a model.
 QString heightReference(const QString &geoidModel);
+/// A number's text without its minus when all its digits are zeros.
+QString withoutSignOfZero(QString text);
 
 /// A frame by its name on the command line.
 struct FrameRow
@@ -70,6 +82,7 @@ struct FrameRow
     Frame frame;
     const char *option; ///< the value of --from
     const char *title;  ///< above its columns
+    std::array<EValueType, componentsPerFrame> valueTypes;
     /// A position from its components in the order of its columns.
     Pos (*position)(double first, double second, double third);
     /// The library's operation that starts from this frame.

@@ -13,6 +13,8 @@ namespace {
 
 constexpr Command commands[] = {
     {"convert", "Positions of one frame in all frames of a coordinate system", runConvert},
+    {"format", "Values as the library shows them", runFormat},
+    {"parse", "Values as the library reads them, with every digit", runParse},
     {"system show", "A coordinate system as a surveyor reads it", runSystemShow},
     {"system default", "Write a default transverse Mercator system", runSystemDefault},
     {"geoid height", "WGS84 positions with their heights above the geoid", runGeoidHeight},
@@ -59,8 +61,8 @@ QString programHelp()
         "\n"
         "Exit status:\n"
         "  0  everything was done\n"
-        "  1  some positions failed; standard error lists them with their lines. Or the\n"
-        "     leap seconds differ from the list\n"
+        "  1  some positions or values failed; standard error lists them with their\n"
+        "     lines. Or the leap seconds differ from the list\n"
         "  2  the command line, the input's header line or a time was not understood\n"
         "  3  no PROJ ('kelstd doctor' tells why), no usable coordinate system or geoid\n"
         "     model, or output that cannot be written\n"

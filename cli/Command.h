@@ -22,11 +22,13 @@ ExitStatus runProgram(const QStringList &arguments);
 
 ExitStatus runConvert(const QStringList &arguments, Console &console);
 ExitStatus runDoctor(const QStringList &arguments, Console &console);
+ExitStatus runFormat(const QStringList &arguments, Console &console);
 ExitStatus runGeoidConvert(const QStringList &arguments, Console &console);
 ExitStatus runGeoidHeight(const QStringList &arguments, Console &console);
 ExitStatus runGeoidInfo(const QStringList &arguments, Console &console);
 ExitStatus runGeoidList(const QStringList &arguments, Console &console);
 ExitStatus runLeapSeconds(const QStringList &arguments, Console &console);
+ExitStatus runParse(const QStringList &arguments, Console &console);
 ExitStatus runSystemDefault(const QStringList &arguments, Console &console);
 ExitStatus runSystemShow(const QStringList &arguments, Console &console);
 ExitStatus runTime(const QStringList &arguments, Console &console);

@@ -20,6 +20,15 @@ QString optionHead(const QCommandLineOption &option)
     return head;
 }
 
+/// "-30.5": no option begins with a digit or a point.
+bool isNegativeNumber(const QString &word)
+{
+    const QChar first = word.size() > 1 ? word.at(1) : QChar();
+    return word.startsWith(QLatin1Char('-'))
+           && (first == QLatin1Char('.')
+               || (first >= QLatin1Char('0') && first <= QLatin1Char('9')));
+}
+
 } // namespace
 
 CommandLine::CommandLine(const QString &usage, const QString &summary, const QString &details)
@@ -38,7 +47,7 @@ std::optional<ExitStatus> CommandLine::parse(const QStringList &arguments, Conso
     addOption({{QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("Show this help.")});
     m_parser->addOptions(m_options);
     m_name = arguments.first();
-    const bool parsed = m_parser->parse(arguments);
+    const bool parsed = m_parser->parse(withValuesLast(arguments));
     if (m_parser->isSet(QStringLiteral("help"))) {
         console.print(help());
         return ExitStatus::Success;
@@ -47,6 +56,38 @@ std::optional<ExitStatus> CommandLine::parse(const QStringList &arguments, Conso
     if (wrong.isEmpty())
         return std::nullopt;
     return refuse(wrong, console);
+}
+
+bool CommandLine::takesValue(const QString &word) const
+{
+    const QString name = word.mid(word.startsWith(QLatin1String("--")) ? 2 : 1);
+    return std::any_of(m_options.cbegin(), m_options.cend(), [&name](const auto &option) {
+        return !option.valueName().isEmpty() && option.names().contains(name);
+    });
+}
+
+/// The options with their values, "--", and everything else in its order: the parser takes what
+/// follows "--" as it is.
+QStringList CommandLine::withValuesLast(const QStringList &arguments) const
+{
+    QStringList options = arguments.mid(0, 1);
+    QStringList values;
+    for (int i = 1; i < arguments.size(); ++i) {
+        const QString &word = arguments.at(i);
+        if (word == QLatin1String("--")) {
+            values += arguments.mid(i + 1);
+            break;
+        }
+        const bool isOption =
+            word.size() > 1 && word.startsWith(QLatin1Char('-')) && !isNegativeNumber(word);
+        (isOption ? options : values) += word;
+        if (!isOption || !takesValue(word))
+            continue;
+        if (i + 1 == arguments.size())
+            return arguments; // the parser says what is missing
+        options += arguments.at(++i);
+    }
+    return options + QStringList(QStringLiteral("--")) + values;
 }
 
 ExitStatus CommandLine::refuse(const QString &mistake, Console &console) const

@@ -26,7 +26,8 @@ public:
     void addOption(const QCommandLineOption &option);
 
     /// Nothing when the command goes on. Otherwise the help was shown or a mistake was reported,
-    /// and this is how the program ends.
+    /// and this is how the program ends. A word that begins as a negative number is a value, not an
+    /// option.
     std::optional<ExitStatus> parse(const QStringList &arguments, Console &console,
                                     int mostPositionals);
 
@@ -40,6 +41,8 @@ public:
 
 private:
     QString mistake(int mostPositionals) const;
+    QStringList withValuesLast(const QStringList &arguments) const;
+    bool takesValue(const QString &word) const;
     QString help() const;
 
     QString m_name;

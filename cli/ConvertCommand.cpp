@@ -4,6 +4,7 @@
 #include <cli/CommandLine.h>
 #include <cli/Console.h>
 #include <cli/CsvWriter.h>
+#include <cli/DisplayOptions.h>
 #include <cli/GeoidModel.h>
 #include <cli/PositionReader.h>
 #include <cli/ProjEnvironment.h>
@@ -11,6 +12,7 @@
 #include <cli/SystemFile.h>
 #include <cli/SystemNotes.h>
 #include <cli/TableWriter.h>
+#include <cli/ValuePrinter.h>
 
 #include <memory>
 
@@ -52,25 +54,34 @@ QString details()
     text += QStringLiteral(
         "unless a first line without numbers names the columns, in any order, such as\n"
         "  point,easting,northing,height     or     name;lat;lon;h\n"
-        "Numbers have a decimal point, whatever the locale. Every line has as many\n"
-        "fields as the first.\n"
+        "Every line has as many fields as the first.\n"
+        "\n"
+        "Longitudes and latitudes are typed as decimal degrees or as in 52°30′15.5″,\n"
+        "52d30'15.5\", 52°30.25', 52:30:15.5, with a sign before the whole angle or N, S,\n"
+        "E or W before or behind it. Degree signs are ° º ˚ d, minute signs ′ ' ’, second\n"
+        "signs ″ \" ” ''. Where blanks separate the fields, an angle holds none. Lengths\n"
+        "are metres. Decimals stand behind a point, whatever the locale, or behind a\n"
+        "comma where semicolons or tabulators separate the fields. A line that can be\n"
+        "read in two ways is refused.\n"
         "\n"
         "The output has the name and all four frames: WGS84 longitude, latitude, height;\n"
         "WGS84 X, Y, Z; local longitude, latitude, height; northing, easting, height.\n"
         "Heights are ellipsoidal (ell.), but the last one is above the geoid in a system\n"
         "that names a geoid model; the output says which. Where the model cannot be used\n"
         "or has no value for a point, a warning says so, and the height is ellipsoidal.\n"
-        "In a table, degrees have %1 decimals and metres %2; in CSV, %3 and %4.\n"
+        "A table has degrees, minutes and seconds with %1 decimals and metres with up to\n"
+        "%2; --angle degree has %3 decimals. CSV has plain numbers, degrees with %4\n"
+        "decimals and metres with %5, unless --format or --angle is given. Units stand in\n"
+        "the headings.\n"
         "\n"
         "A line that cannot be read or converted is reported on standard error as\n"
         "INPUT:LINE: reason, and the run goes on. Exit status: 0 all converted, 1 some\n"
         "failed, 2 usage, 3 no PROJ, no usable system, or output that cannot be written.");
-    const Quantity &angle = *columnOf(Frame::Wgs84LLH, 0).quantity;
-    const Quantity &length = *columnOf(Frame::Wgs84LLH, 2).quantity;
-    return text.arg(angle.tableDecimals)
-        .arg(length.tableDecimals)
-        .arg(angle.csvDecimals)
-        .arg(length.csvDecimals);
+    return text.arg(defaultAngleStyle().decimals)
+        .arg(stShowConfig().xyPrecision)
+        .arg(findAngleStyle(QStringLiteral("degree"))->decimals)
+        .arg(csvAngleDecimals)
+        .arg(csvLengthDecimals);
 }
 
 CommandLine makeCommandLine()
@@ -89,7 +100,8 @@ CommandLine makeCommandLine()
     line.addOption({QStringLiteral("table"),
                     QStringLiteral("Print an aligned table, the default on a terminal.")});
     line.addOption({QStringLiteral("csv"),
-                    QStringLiteral("Print comma-separated values, the default otherwise.")});
+                    QStringLiteral("Print comma-separated values, the default\nelsewhere.")});
+    DisplayOptions::addTo(line);
     return line;
 }
 
@@ -110,17 +122,20 @@ QString usableGeoidModel(const Coord &coord, Console &console)
     return {};
 }
 
-std::unique_ptr<PositionWriter> makeWriter(const CommandLine &line, const QString &geoidModel,
-                                           Console &console)
+std::unique_ptr<PositionWriter> makeWriter(const CommandLine &line, const DisplayOptions &display,
+                                           const QString &geoidModel, Console &console)
 {
     const bool isTable = line.isSet(QStringLiteral("table"))
                          || (console.isTerminal() && !line.isSet(QStringLiteral("csv")));
     if (!isTable)
-        return std::make_unique<CsvWriter>(console);
+        return std::make_unique<CsvWriter>(console,
+                                           ValuePrinter(display, ValuePrinter::Output::Csv));
+    const ValuePrinter printer(display, ValuePrinter::Output::Table);
     const int width = console.isTerminal() ? streams::terminalWidth(streams::standardOutput) : 0;
-    const bool fits = width == 0 || width >= TableWriter::wideWidth(geoidModel);
+    const bool fits = width == 0 || width >= TableWriter::wideWidth(printer, geoidModel);
     return std::make_unique<TableWriter>(
-        console, fits ? TableWriter::Layout::Wide : TableWriter::Layout::Narrow, geoidModel);
+        console, printer, fits ? TableWriter::Layout::Wide : TableWriter::Layout::Narrow,
+        geoidModel);
 }
 
 /// One run over an input.
@@ -241,8 +256,12 @@ ExitStatus runConvert(const QStringList &arguments, Console &console)
                            console);
     }
 
-    LineReader lines;
     QString reason;
+    const auto display = DisplayOptions::from(line, reason);
+    if (!display)
+        return line.refuse(reason, console);
+
+    LineReader lines;
     const QString input = line.positionals().value(0, QStringLiteral("-"));
     if (!lines.open(input, reason)) {
         console.report(QStringLiteral("cannot open %1: %2").arg(input, reason));
@@ -274,7 +293,7 @@ ExitStatus runConvert(const QStringList &arguments, Console &console)
     }
 
     const QString geoidModel = usableGeoidModel(coord, console);
-    const auto writer = makeWriter(line, geoidModel, console);
+    const auto writer = makeWriter(line, *display, geoidModel, console);
     return Conversion(coord, geoidModel, *frame, lines, *writer, console).run();
 }
 

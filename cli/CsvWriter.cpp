@@ -27,7 +27,7 @@ void CsvWriter::begin(bool /*hasNames*/)
 {
     QStringList fields = {QStringLiteral("point")};
     for (const Column &column : columns())
-        fields += csvNameOf(column);
+        fields += m_printer.csvName(column);
     fields += QStringLiteral("local_height_reference");
     m_console.print(fields.join(QLatin1Char(',')));
 }
@@ -36,7 +36,7 @@ void CsvWriter::write(const QString &name, const Location &location, const QStri
 {
     QStringList fields = {csvField(name)};
     for (const Column &column : columns())
-        fields += numberText((location.*column.value)(), column.quantity->csvDecimals);
+        fields += m_printer.text(column, location);
     fields += csvField(heightReference(geoidModel));
     m_console.print(fields.join(QLatin1Char(',')));
 }

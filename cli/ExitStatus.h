@@ -6,7 +6,7 @@ namespace KelStd::cli {
 enum class ExitStatus : int
 {
     Success = 0,     ///< everything was done
-    SomeFailed = 1,  ///< the run went to its end, but some positions or comparisons failed
+    SomeFailed = 1,  ///< the run went to its end, but some positions, values or comparisons failed
     Usage = 2,       ///< the command line, the header of the input or a time is not understood
     Environment = 3, ///< no PROJ, no usable system or geoid model, or output that cannot be written
 };

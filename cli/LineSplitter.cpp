@@ -1,15 +1,49 @@
 #include <cli/LineSplitter.h>
 
+#include <algorithm>
+
 namespace KelStd::cli {
 
 namespace {
 
 constexpr QChar quote = QLatin1Char('"');
 constexpr QChar blank = QLatin1Char(' ');
+constexpr QChar comma = QLatin1Char(',');
+constexpr QChar tabulator = QLatin1Char('\t');
 
 bool isBlank(QChar c)
 {
-    return c == blank || c == QLatin1Char('\t');
+    return c == blank || c == tabulator;
+}
+
+bool isDigit(QChar c)
+{
+    return c >= QLatin1Char('0') && c <= QLatin1Char('9');
+}
+
+/// True when the line's commas can only be decimal commas between tabulators. `separators`: where
+/// its commas and tabulators outside quotation marks stand.
+bool hasOnlyDecimalCommas(const QString &line, const QVector<int> &separators)
+{
+    bool hasTabulator = false;
+    bool fieldHasComma = false;
+    for (const int position : separators) {
+        if (line.at(position) == tabulator) {
+            // Those at the line's ends separate nothing.
+            hasTabulator = hasTabulator
+                           || (!line.left(position).trimmed().isEmpty()
+                               && !line.mid(position).trimmed().isEmpty());
+            fieldHasComma = false;
+            continue;
+        }
+        const bool isBetweenDigits = position > 0 && position + 1 < line.size()
+                                     && isDigit(line.at(position - 1))
+                                     && isDigit(line.at(position + 1));
+        if (!isBetweenDigits || fieldHasComma)
+            return false;
+        fieldHasComma = true;
+    }
+    return hasTabulator;
 }
 
 /// The separator of `line`; a blank when it has none of the others.
@@ -19,17 +53,22 @@ QChar separatorOf(const QString &line)
     int best = candidates.size();
     bool quoted = false;
     bool atFieldStart = true;
-    for (const QChar c : line) {
+    QVector<int> positions;
+    for (int i = 0; i < line.size(); ++i) {
+        const QChar c = line.at(i);
+        const int rank = candidates.indexOf(c);
         if (c == quote && (quoted || atFieldStart)) {
             quoted = !quoted;
-        } else if (!quoted) {
-            const int rank = candidates.indexOf(c);
-            if (rank >= 0 && rank < best)
-                best = rank;
+        } else if (!quoted && rank >= 0) {
+            best = std::min(best, rank);
+            positions += i;
         }
-        atFieldStart = isBlank(c) || candidates.contains(c);
+        atFieldStart = isBlank(c) || rank >= 0;
     }
-    return best < candidates.size() ? candidates.at(best) : blank;
+    if (best == candidates.size())
+        return blank;
+    const QChar separator = candidates.at(best);
+    return separator == comma && hasOnlyDecimalCommas(line, positions) ? tabulator : separator;
 }
 
 /// Reads one field after the other of a line.
@@ -41,20 +80,23 @@ public:
     SplitLine scan()
     {
         SplitLine result;
+        result.separator = m_separator;
         result.byBlanks = m_separator == blank;
         bool more = true;
         while (more && result.mistake.isEmpty()) {
             skipBlanks();
             if (result.byBlanks && atEnd())
                 break;
-            result.fields += !atEnd() && m_line.at(m_position) == quote
-                                 ? quotedField(result.mistake)
-                                 : plainField();
+            const bool isQuoted = !atEnd() && m_line.at(m_position) == quote;
+            result.isQuoted += isQuoted;
+            result.fields += isQuoted ? quotedField(result.mistake) : plainField();
             more = !atEnd();
             ++m_position; // the separator
         }
-        if (!result.mistake.isEmpty())
+        if (!result.mistake.isEmpty()) {
             result.fields.clear();
+            result.isQuoted.clear();
+        }
         return result;
     }
 

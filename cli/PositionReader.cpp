@@ -1,6 +1,7 @@
 #include <cli/PositionReader.h>
 
-#include <cli/LineSplitter.h>
+#include <cli/LineDoubts.h>
+#include <cli/TypedAngle.h>
 
 #include <QtCore/QRegularExpression>
 #include <QtCore/QTextCodec>
@@ -56,6 +57,22 @@ bool holdsNumber(const SplitLine &line, const QString &text)
     return std::any_of(fields.cbegin(), fields.cend(), isNumber);
 }
 
+/// True when a field begins with a digit or its sign and is a number with a decimal comma or an
+/// angle with its signs. Letters alone make no angle of a heading: "3D" is none.
+bool holdsTypedValue(const SplitLine &line)
+{
+    static const QRegularExpression beginsAsNumber(QStringLiteral("\\A[-+]?[0-9]"));
+    return std::any_of(line.fields.cbegin(), line.fields.cend(), [](const QString &field) {
+        return beginsAsNumber.match(field).hasMatch()
+               && (hasAngleSigns(field) || isNumber(withDecimalPoint(field, DecimalMark::Comma)));
+    });
+}
+
+QStringList headingsOf(const SplitLine &line)
+{
+    return line.byBlanks ? joinUnits(line.fields) : line.fields;
+}
+
 QString expectedFields(Frame frame)
 {
     QStringList labels;
@@ -70,37 +87,6 @@ QString fieldCount(int count)
 }
 
 } // namespace
-
-QString quoted(const QString &field)
-{
-    constexpr int mostCharacters = 40;
-    return QLatin1Char('"')
-           + (field.size() > mostCharacters ? field.left(mostCharacters) + QLatin1String("...")
-                                            : field)
-           + QLatin1Char('"');
-}
-
-std::optional<double> readNumber(const QString &field, QString &reason)
-{
-    if (field.isEmpty()) {
-        reason = QStringLiteral("is missing");
-        return std::nullopt;
-    }
-    bool ok = false;
-    const double value = field.toDouble(&ok);
-    if (ok && std::isfinite(value))
-        return value;
-    if (ok || std::isinf(value)) { // a number too large for a double reads as an infinity
-        reason = QStringLiteral("%1 is not a finite number").arg(quoted(field));
-        return std::nullopt;
-    }
-    const QString withPoint = QString(field).replace(QLatin1Char(','), QLatin1Char('.'));
-    reason = QStringLiteral("%1 is not a number%2")
-                 .arg(quoted(field), isNumber(withPoint)
-                                         ? QStringLiteral(" (write a decimal point, not a comma)")
-                                         : QString());
-    return std::nullopt;
-}
 
 PositionReader::Result PositionReader::bad(const QString &reason)
 {
@@ -140,31 +126,41 @@ PositionReader::Result PositionReader::next()
         const SplitLine split = splitLine(line.text);
         const QString mistake =
             line.isUtf8 ? split.mistake : QStringLiteral("the line is not UTF-8 text");
-        const bool isHeader = !m_sawContent && !holdsNumber(split, line.text);
+        const bool isFirst = !m_sawContent;
         m_sawContent = true;
-        if (!isHeader)
-            return mistake.isEmpty() ? readFields(split.fields) : bad(mistake);
+        if (!isFirst || !isHeader(split, line.text))
+            return mistake.isEmpty() ? readFields(split) : bad(mistake);
 
         // Without its header the lines that follow could be read in a wrong order.
         if (!mistake.isEmpty())
             return badHeader(QStringLiteral("the header cannot be read: %1").arg(mistake));
         FieldOrder order;
-        if (!readHeader(split.byBlanks ? joinUnits(split.fields) : split.fields, m_frame, order,
-                        m_reason, m_height))
+        if (!readHeader(headingsOf(split), m_frame, order, m_reason, m_height))
             return Result::BadHeader;
         m_order = order;
         m_orderLine = lineNumber();
     }
 }
 
-PositionReader::Result PositionReader::readFields(const QStringList &fields)
+/// Of the first line. A line of headings that the frame knows is a header whatever else it holds.
+bool PositionReader::isHeader(const SplitLine &line, const QString &text) const
 {
-    const int count = fields.size();
+    if (holdsNumber(line, text))
+        return false;
+    FieldOrder order;
+    QString mistake;
+    return !holdsTypedValue(line) || readHeader(headingsOf(line), m_frame, order, mistake);
+}
+
+PositionReader::Result PositionReader::readFields(const SplitLine &line)
+{
+    const int count = line.fields.size();
     if (!m_order) {
         if (count != componentsPerFrame && count != componentsPerFrame + 1) {
             return bad(QStringLiteral("%1 found; expected are %2, after a point name if there is "
                                       "one")
-                           .arg(fieldCount(count), expectedFields(m_frame)));
+                           .arg(fieldCount(count), expectedFields(m_frame))
+                       + hintOnPieces(line));
         }
         m_order = plainOrder(count);
         m_orderLine = lineNumber();
@@ -173,26 +169,50 @@ PositionReader::Result PositionReader::readFields(const QStringList &fields)
         return bad(QStringLiteral("%1 found; line %2 has %3")
                        .arg(fieldCount(count))
                        .arg(m_orderLine)
-                       .arg(m_order->fields));
+                       .arg(m_order->fields)
+                   + hintOnPieces(line));
     }
+
+    QString mistake = tornAngle(line, *m_order, m_frame);
+    if (!mistake.isEmpty())
+        return bad(mistake);
+    const auto mark = decimalMarkOf(line, *m_order, m_frame, mistake);
+    if (!mark)
+        return bad(mistake);
 
     std::array<double, componentsPerFrame> components{};
     for (int i = 0; i < componentsPerFrame; ++i) {
         const auto index = static_cast<std::size_t>(i);
-        const Column &column = columnOf(m_frame, i);
-        const QString &field = fields.at(m_order->components[index]);
-        QString reason;
-        const auto number = readNumber(field, reason);
-        const double limit = column.quantity->limit;
-        if (number && std::abs(*number) > limit)
-            reason = QStringLiteral("%1 is not between -%2 and %2").arg(field).arg(limit);
-        if (!reason.isEmpty())
-            return bad(QString::fromLatin1(column.label) + QLatin1Char(' ') + reason);
-        components[index] = *number;
+        const QString &field = line.fields.at(m_order->components[index]);
+        const QString reason = readComponent(i, field, *mark, components[index]);
+        if (!reason.isEmpty()) {
+            return bad(QString::fromLatin1(columnOf(m_frame, i).label) + QLatin1Char(' ') + reason);
+        }
     }
-    m_name = m_order->name >= 0 ? fields.at(m_order->name) : QString();
+    m_name = m_order->name >= 0 ? line.fields.at(m_order->name) : QString();
     m_position = rowOf(m_frame).position(components[0], components[1], components[2]);
     return Result::Position;
+}
+
+/// Empty, or why the field is no value of the component.
+QString PositionReader::readComponent(int component, const QString &field, DecimalMark mark,
+                                      double &value) const
+{
+    const Column &column = columnOf(m_frame, component);
+    QString reason;
+    const auto number = isAngle(column) ? readTypedAngle(field,
+                                                         valueTypeOf(column) == ValueType_Longitude
+                                                             ? AngleSense::Longitude
+                                                             : AngleSense::Latitude,
+                                                         mark, reason)
+                                        : readNumber(field, mark, reason);
+    if (!number)
+        return reason;
+    const double limit = column.quantity->limit;
+    if (!(std::abs(*number) <= limit))
+        return QStringLiteral("%1 is not between -%2 and %2").arg(field).arg(limit);
+    value = *number;
+    return {};
 }
 
 } // namespace KelStd::cli

@@ -2,7 +2,9 @@
 
 #include <cli/Columns.h>
 #include <cli/LineReader.h>
+#include <cli/LineSplitter.h>
 #include <cli/PositionHeader.h>
+#include <cli/TypedNumber.h>
 
 #include <KelStd/coord/Pos.h>
 
@@ -19,6 +21,9 @@ namespace KelStd::cli {
 /// and says in which field each component stands. Without one the components stand in the order of
 /// the frame's columns, after a point name when the first line has four fields; every later line
 /// must have as many: a line that lost its height must not be read as one that lost its name.
+///
+/// Longitudes and latitudes may be typed in any form of `readTypedAngle`; lengths are plain
+/// numbers.
 class PositionReader
 {
 public:
@@ -49,7 +54,10 @@ public:
     bool hasNames() const { return m_order && m_order->name >= 0; }
 
 private:
-    Result readFields(const QStringList &fields);
+    bool isHeader(const SplitLine &line, const QString &text) const;
+    Result readFields(const SplitLine &line);
+    QString readComponent(int component, const QString &field, DecimalMark mark,
+                          double &value) const;
     Result bad(const QString &reason);
     Result badHeader(const QString &reason);
 
@@ -63,11 +71,5 @@ private:
     QString m_name;
     Pos m_position;
 };
-
-/// A short quotation of what the input holds, for a message.
-QString quoted(const QString &field);
-
-/// The number of a field, decimal, in the C locale; without one, `reason` says why.
-std::optional<double> readNumber(const QString &field, QString &reason);
 
 } // namespace KelStd::cli

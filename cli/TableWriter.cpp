@@ -3,6 +3,8 @@
 #include <cli/Columns.h>
 #include <cli/Console.h>
 
+#include <algorithm>
+
 namespace KelStd::cli {
 
 namespace {
@@ -10,21 +12,16 @@ namespace {
 constexpr int nameWidth = 16;
 const QString gap = QStringLiteral("  ");
 
-QString tableNumber(const Column &column, const Location &location)
-{
-    return numberText((location.*column.value)(), column.quantity->tableDecimals);
-}
-
 QString rightAligned(const QString &text, int width)
 {
     return text.rightJustified(width);
 }
 
-int frameWidth(Frame frame)
+int frameWidth(const ValuePrinter &printer, Frame frame)
 {
     int width = gap.size() * (componentsPerFrame - 1);
     for (int i = 0; i < componentsPerFrame; ++i)
-        width += columnOf(frame, i).tableWidth;
+        width += printer.width(columnOf(frame, i));
     return width;
 }
 
@@ -50,13 +47,13 @@ QString ruled(const QString &title, int width)
 
 } // namespace
 
-int TableWriter::wideWidth(const QString &geoidModel)
+int TableWriter::wideWidth(const ValuePrinter &printer, const QString &geoidModel)
 {
     int width = nameWidth;
     if (!geoidModel.isEmpty())
         width += gap.size() + heightReference(geoidModel).size();
     for (const Column &column : columns())
-        width += gap.size() + column.tableWidth;
+        width += gap.size() + printer.width(column);
     return width;
 }
 
@@ -71,14 +68,15 @@ void TableWriter::begin(bool hasNames)
     QString labels = hasNames ? QStringLiteral("point").leftJustified(nameWidth) : QString();
     QString units = indent;
     for (const FrameRow &frame : frames()) {
-        titles += gap + ruled(QString::fromLatin1(frame.title), frameWidth(frame.frame));
+        titles += gap + ruled(QString::fromLatin1(frame.title), frameWidth(m_printer, frame.frame));
         for (int i = 0; i < componentsPerFrame; ++i) {
             const Column &column = columnOf(frame.frame, i);
-            labels += gap + rightAligned(QString::fromLatin1(column.label), column.tableWidth);
-            QString unit = QString::fromLatin1(column.quantity->unit);
+            const int width = m_printer.width(column);
+            labels += gap + rightAligned(QString::fromLatin1(column.label), width);
+            QString unit = m_printer.unit(column);
             if (isEllipsoidal(column, m_geoidModel))
                 unit += QLatin1String(" (ell.)");
-            units += gap + rightAligned(unit, column.tableWidth);
+            units += gap + rightAligned(unit, width);
         }
     }
     if (!m_geoidModel.isEmpty())
@@ -97,6 +95,14 @@ void TableWriter::write(const QString &name, const Location &location, const QSt
     m_isFirst = false;
 }
 
+/// Without the blanks that stand for trailing zeros of the last number.
+void TableWriter::printLine(QString line)
+{
+    while (line.endsWith(QLatin1Char(' ')))
+        line.chop(1);
+    m_console.print(line);
+}
+
 void TableWriter::writeWide(const QString &name, const Location &location,
                             const QString &geoidModel)
 {
@@ -108,17 +114,17 @@ void TableWriter::writeWide(const QString &name, const Location &location,
         line = (name.size() > nameWidth ? QString() : name).leftJustified(nameWidth);
     }
     for (const Column &column : columns())
-        line += gap + rightAligned(tableNumber(column, location), column.tableWidth);
+        line += gap + rightAligned(m_printer.cell(column, location), m_printer.width(column));
     if (!m_geoidModel.isEmpty())
         line += gap + heightReference(geoidModel);
-    m_console.print(line);
+    printLine(line);
 }
 
 void TableWriter::writeNarrow(const QString &name, const Location &location,
                               const QString &geoidModel)
 {
     constexpr int titleWidth = 18;
-    constexpr int cellWidth = 17;
+    constexpr int leastWidth = 18; // 179°59′59.999999″W, and three of them fit 80 columns
 
     if (!m_isFirst)
         m_console.print({});
@@ -132,16 +138,17 @@ void TableWriter::writeNarrow(const QString &name, const Location &location,
             const QString label =
                 QStringLiteral("%1%2 [%3]")
                     .arg(isEllipsoidal(column, geoidModel) ? QStringLiteral("ell. ") : QString(),
-                         QString::fromLatin1(column.label),
-                         QString::fromLatin1(column.quantity->unit));
-            labels += gap + rightAligned(label, cellWidth);
-            numbers += gap + rightAligned(tableNumber(column, location), cellWidth);
+                         QString::fromLatin1(column.label), m_printer.unit(column));
+            const QString number = m_printer.cell(column, location);
+            const int width = std::max({leastWidth, label.size(), number.size()});
+            labels += gap + rightAligned(label, width);
+            numbers += gap + rightAligned(number, width);
         }
         m_console.print(labels);
-        m_console.print(numbers);
+        printLine(numbers);
     }
     if (!geoidModel.isEmpty()) {
-        constexpr int lineWidth = titleWidth + componentsPerFrame * (cellWidth + 2);
+        constexpr int lineWidth = titleWidth + componentsPerFrame * (leastWidth + 2);
         m_console.print((QLatin1String("height above the ") + heightReference(geoidModel))
                             .rightJustified(lineWidth));
     }

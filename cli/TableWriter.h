@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cli/PositionWriter.h>
+#include <cli/ValuePrinter.h>
 
 namespace KelStd::cli {
 
@@ -19,21 +20,24 @@ public:
 
     /// `geoidModel`: the one in use, empty for none. With one, every location says what its
     /// projected height is above.
-    TableWriter(Console &console, Layout layout, const QString &geoidModel)
-        : m_console(console), m_layout(layout), m_geoidModel(geoidModel)
+    TableWriter(Console &console, const ValuePrinter &printer, Layout layout,
+                const QString &geoidModel)
+        : m_console(console), m_printer(printer), m_layout(layout), m_geoidModel(geoidModel)
     {}
 
     void begin(bool hasNames) override;
     void write(const QString &name, const Location &location, const QString &geoidModel) override;
 
     /// Columns of text that the wide layout needs.
-    static int wideWidth(const QString &geoidModel);
+    static int wideWidth(const ValuePrinter &printer, const QString &geoidModel);
 
 private:
     void writeWide(const QString &name, const Location &location, const QString &geoidModel);
     void writeNarrow(const QString &name, const Location &location, const QString &geoidModel);
+    void printLine(QString line);
 
     Console &m_console;
+    ValuePrinter m_printer;
     Layout m_layout;
     QString m_geoidModel;
     bool m_hasNames = false;

@@ -3,8 +3,8 @@
 #include <cli/CommandLine.h>
 #include <cli/Console.h>
 #include <cli/Epoch.h>
-#include <cli/LineReader.h>
 #include <cli/Report.h>
+#include <cli/ValueArguments.h>
 
 #include <QtCore/QJsonDocument>
 #include <QtCore/QJsonObject>
@@ -64,7 +64,7 @@ public:
         : m_scale(scale), m_offset(offset), m_isJson(isJson), m_console(console), m_report(console)
     {}
 
-    void take(const QString &value, const QString &place = {})
+    void take(const QString &value, const QString &place)
     {
         if (value == QLatin1String("now")) {
             show(value, Epoch::current(m_offset));
@@ -79,31 +79,6 @@ public:
                              .arg(place, value.left(mostShown), QString::fromLatin1(m_scale.label),
                                   reason, QString::fromLatin1(m_scale.forms)));
         m_status = ExitStatus::Usage;
-    }
-
-    /// Takes every line of standard input.
-    void takeLines()
-    {
-        LineReader lines;
-        QString error;
-        lines.open(QStringLiteral("-"), error);
-        QByteArray line;
-        for (;;) {
-            const LineReader::Result result = lines.next(line);
-            if (result == LineReader::Result::End || !m_console.canPrint())
-                return;
-            if (result == LineReader::Result::Error) {
-                m_console.report(QStringLiteral("cannot read %1: %2")
-                                     .arg(lines.displayName(), lines.errorText()));
-                m_status = ExitStatus::Usage;
-                return;
-            }
-            const QString value = QString::fromUtf8(line).trimmed();
-            if (result == LineReader::Result::Line
-                && (value.isEmpty() || value.startsWith(QLatin1Char('#'))))
-                continue;
-            take(value, QStringLiteral("%1:%2: ").arg(lines.displayName()).arg(lines.lineNumber()));
-        }
     }
 
     ExitStatus status() const { return m_status; }
@@ -198,13 +173,10 @@ ExitStatus runTime(const QStringList &arguments, Console &console)
         return line.refuse(QStringLiteral("a VALUE is missing"), console);
 
     TimeRun run(*scale, offset, line.isSet(QStringLiteral("json")), console);
-    for (const QString &value : values) {
-        if (value == QLatin1String("-"))
-            run.takeLines();
-        else
-            run.take(value);
-    }
-    return run.status();
+    const auto take = [&run](const QString &value, const QString &place) {
+        run.take(value, place);
+    };
+    return takeValues(values, console, take) ? run.status() : ExitStatus::Usage;
 }
 
 } // namespace KelStd::cli

@@ -51,9 +51,10 @@ INSTANTIATE_TEST_SUITE_P(
     Reasons, BadLines,
     testing::Values(
         BadLine{"NotANumber", "C,5.2x,52.5,1", "longitude \"5.2x\" is not a number"},
-        BadLine{"DegreesMinutesSeconds", "C,5 12 13,52.5,1",
-                "longitude \"5 12 13\" is not a number"},
-        BadLine{"DecimalComma", "C;5.25;52,5;1",
+        BadLine{"DegreesMinutesSecondsWithoutSigns", "C,5 12 13,52.5,1",
+                "longitude \"5 12 13\" is not a number (write an angle as 5\u00B012'13\" or "
+                "5:12:13)"},
+        BadLine{"QuotedDecimalComma", "C,5.25,\"52,5\",1",
                 "latitude \"52,5\" is not a number (write a decimal point, not a comma)"},
         BadLine{"MissingHeight", "C,5.25,52.5,", "height is missing"},
         BadLine{"NotANumberWord", "C,nan,52.5,1", "longitude \"nan\" is not a finite number"},

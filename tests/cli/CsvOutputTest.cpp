@@ -65,7 +65,9 @@ TEST(CsvOutput, IsByteIdenticalInEveryLocale)
         EXPECT_EQ(result.status, 0) << result.err;
         EXPECT_EQ(result.out, plain.out);
         // Input numbers do not follow the locale either.
-        EXPECT_EQ(program.convert(system, "5,25;52,5;1\n").status, 1);
+        EXPECT_EQ(program.convert(system, "5,25;52,5;1\n").out,
+                  program.convert(system, "5.25;52.5;1\n").out);
+        EXPECT_EQ(program.convert(system, "1;5.25;52.500,5;1\n").status, 1);
     }
 }
 

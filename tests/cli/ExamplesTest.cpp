@@ -71,6 +71,23 @@ TEST(Examples, LookOnATerminalAsTheReadmeShows)
         << firstPoint;
 }
 
+/// Every command that the page on values shows, with what it shows below it.
+TEST(Examples, SingleValuesAreAsThePageOnValuesShows)
+{
+    const QString page =
+        QString::fromUtf8(test::readFile(QStringLiteral(KELSTD_TEST_SOURCE_DIR "/docs/values.md")));
+    const QStringList shown = page.section(QLatin1String("```text\n"), 1)
+                                  .section(QLatin1String("```"), 0, 0)
+                                  .split(QLatin1String("$ kelstd "), Qt::SkipEmptyParts);
+    EXPECT_EQ(shown.size(), 7);
+    for (const QString &example : shown) {
+        const QString command = example.section(QLatin1Char('\n'), 0, 0);
+        const auto result = ProgramRun().run(QProcess::splitCommand(command));
+        EXPECT_EQ(result.status, 0) << result.err;
+        EXPECT_EQ(result.out, example.section(QLatin1Char('\n'), 1)) << command;
+    }
+}
+
 TEST(Examples, AreTheSystemsOfThePublishedFigures)
 {
     for (const char *name : {"rd_new.xml", "british_national_grid.xml"}) {

@@ -51,14 +51,23 @@ TEST(TableOutput, EveryColumnHasAFrameALabelAndAUnit)
               QStringLiteral("point longitude latitude height X Y Z longitude latitude height "
                              "northing easting height"));
     EXPECT_EQ(result.outLines().at(2).simplified(),
-              QStringLiteral("deg deg m (ell.) m m m deg deg m (ell.) m m m (ell.)"));
+              QStringLiteral("dms dms m (ell.) m m m dms dms m (ell.) m m m (ell.)"));
+}
+
+/// Where the decimal points of a line stand.
+QList<int> points(const QString &line)
+{
+    QList<int> found;
+    for (int i = line.indexOf(QLatin1Char('.')); i >= 0; i = line.indexOf(QLatin1Char('.'), i + 1))
+        found += i;
+    return found;
 }
 
 TEST(TableOutput, NumbersEndBelowTheirLabels)
 {
     const auto result = ProgramRun().convert(
         system, "A,5.25,52.5,1\nB,-179.5,-12.25,-1234.5\nCCCCCCCCCC,5,52,12345.6789\n",
-        tableOption);
+        tableOption + QStringList{QStringLiteral("--precision=4")});
     ASSERT_EQ(result.status, 0) << result.err;
     ASSERT_EQ(result.outLines().size(), 6);
     const QList<int> labels = wordEnds(result.outLines().at(1)).mid(1);
@@ -69,17 +78,28 @@ TEST(TableOutput, NumbersEndBelowTheirLabels)
         EXPECT_EQ(wordEnds(result.outLines().at(i)).mid(1), labels) << result.outLines().at(i);
 }
 
-TEST(TableOutput, DegreesHaveNineDecimalsAndMetresFour)
+TEST(TableOutput, DecimalPointsStandBelowEachOtherWithoutTheirTrailingZeros)
 {
-    const auto result =
-        ProgramRun().convert(system, "A,5.123456789012,52.5,1.23456\n", tableOption);
+    const auto result = ProgramRun().convert(
+        system, "A,5.25,52.5,1.5\nB,-179.5,-12.25,-1234.25\nC,5,52,12345.6789\n", tableOption);
+    ASSERT_EQ(result.status, 0) << result.err;
+    ASSERT_EQ(result.outLines().size(), 6);
+    const QList<int> expected = points(result.outLines().at(5));
+    ASSERT_EQ(expected.size(), 12);
+    for (int i = 3; i < 5; ++i)
+        EXPECT_EQ(points(result.outLines().at(i)), expected) << result.outLines().at(i);
+    EXPECT_EQ(result.outLines().at(3).simplified().split(QLatin1Char(' ')).at(3),
+              QStringLiteral("1.5"));
+}
+
+TEST(TableOutput, IsConfiguredAsTheLibraryStarts)
+{
+    const auto result = ProgramRun().convert(system, "A,116.5,-52.25,1.23456\n", tableOption);
     const QStringList words = result.outLines().value(3).simplified().split(QLatin1Char(' '));
     ASSERT_EQ(words.size(), 13);
-    EXPECT_EQ(words.at(1), QStringLiteral("5.123456789"));
+    EXPECT_EQ(words.at(1), QString::fromUtf8("116\u00B030\u203200.000000\u2033E"));
+    EXPECT_EQ(words.at(2), QString::fromUtf8("52\u00B015\u203200.000000\u2033S"));
     EXPECT_EQ(words.at(3), QStringLiteral("1.2346"));
-    EXPECT_EQ(words.at(4).section(QLatin1Char('.'), 1).size(), 4);
-    EXPECT_EQ(words.at(7).section(QLatin1Char('.'), 1).size(), 9);
-    EXPECT_EQ(words.at(10).section(QLatin1Char('.'), 1).size(), 4);
 }
 
 TEST(TableOutput, ALongNameStandsInALineOfItsOwn)
@@ -95,7 +115,9 @@ TEST(TableOutput, WithoutNamesThereIsNoNameColumn)
 {
     const auto result = ProgramRun().convert(system, "5.25,52.5,1\n", tableOption);
     EXPECT_FALSE(result.out.contains(QLatin1String("point")));
-    EXPECT_EQ(wordEnds(result.outLines().value(3)), wordEnds(result.outLines().value(1)));
+    EXPECT_EQ(wordEnds(result.outLines().value(3)).value(1),
+              wordEnds(result.outLines().value(1)).value(1));
+    EXPECT_EQ(wordEnds(result.outLines().value(3)).size(), 12);
 }
 
 TEST(TableOutput, IsTheDefaultOnATerminal)
@@ -141,8 +163,8 @@ TEST(TableOutput, OnANarrowTerminalEveryFrameHasItsOwnLabels)
     EXPECT_EQ(lines.at(9), QString());
     EXPECT_EQ(lines.at(10), QStringLiteral("B"));
 
-    const char *labels[] = {"longitude [deg] latitude [deg] ell. height [m]", "X [m] Y [m] Z [m]",
-                            "longitude [deg] latitude [deg] ell. height [m]",
+    const char *labels[] = {"longitude [dms] latitude [dms] ell. height [m]", "X [m] Y [m] Z [m]",
+                            "longitude [dms] latitude [dms] ell. height [m]",
                             "northing [m] easting [m] ell. height [m]"};
     const char *titles[] = {"  WGS84 geographic ", "  WGS84 cartesian ", "  local geographic ",
                             "  local projected "};

@@ -1,0 +1,65 @@
+#include <cli/TypedNumber.h>
+
+#include <cmath>
+
+namespace KelStd::cli {
+
+namespace {
+
+constexpr QChar comma = QLatin1Char(',');
+constexpr QChar point = QLatin1Char('.');
+
+bool isNumber(const QString &field)
+{
+    bool ok = false;
+    field.toDouble(&ok);
+    return ok;
+}
+
+/// What a person may have meant by a text that is no number.
+QString hintOn(const QString &field)
+{
+    QString changed = field;
+    if (isNumber(changed.replace(comma, point)))
+        return QStringLiteral(" (write a decimal point, not a comma)");
+    return {};
+}
+
+} // namespace
+
+QString quoted(const QString &field)
+{
+    constexpr int mostCharacters = 40;
+    return QLatin1Char('"')
+           + (field.size() > mostCharacters ? field.left(mostCharacters) + QLatin1String("...")
+                                            : field)
+           + QLatin1Char('"');
+}
+
+QString withDecimalPoint(const QString &text, DecimalMark mark)
+{
+    QString changed = text;
+    if (mark == DecimalMark::Comma && text.count(comma) == 1 && !text.contains(point))
+        changed.replace(comma, point);
+    return changed;
+}
+
+std::optional<double> readNumber(const QString &field, DecimalMark mark, QString &reason)
+{
+    if (field.isEmpty()) {
+        reason = QStringLiteral("is missing");
+        return std::nullopt;
+    }
+    bool ok = false;
+    const double value = withDecimalPoint(field, mark).toDouble(&ok);
+    if (ok && std::isfinite(value))
+        return value;
+    if (ok || std::isinf(value)) { // a number too large for a double reads as an infinity
+        reason = QStringLiteral("%1 is not a finite number").arg(quoted(field));
+        return std::nullopt;
+    }
+    reason = QStringLiteral("%1 is not a number%2").arg(quoted(field), hintOn(field));
+    return std::nullopt;
+}
+
+} // namespace KelStd::cli

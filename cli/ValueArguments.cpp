@@ -1,0 +1,50 @@
+#include <cli/ValueArguments.h>
+
+#include <cli/Console.h>
+#include <cli/LineReader.h>
+
+namespace KelStd::cli {
+
+namespace {
+
+using Taker = std::function<void(const QString &value, const QString &place)>;
+
+bool takeLines(Console &console, const Taker &take)
+{
+    LineReader lines;
+    QString error;
+    lines.open(QStringLiteral("-"), error);
+    QByteArray line;
+    for (;;) {
+        const LineReader::Result result = lines.next(line);
+        if (result == LineReader::Result::End || !console.canPrint())
+            return true;
+        if (result == LineReader::Result::Error) {
+            console.report(
+                QStringLiteral("cannot read %1: %2").arg(lines.displayName(), lines.errorText()));
+            return false;
+        }
+        const QString value = QString::fromUtf8(line).trimmed();
+        const bool isTooLong = result == LineReader::Result::TooLong;
+        if (!isTooLong && (value.isEmpty() || value.startsWith(QLatin1Char('#'))))
+            continue;
+        // What is longer than any value is none.
+        take(value, QStringLiteral("%1:%2: ").arg(lines.displayName()).arg(lines.lineNumber()));
+    }
+}
+
+} // namespace
+
+bool takeValues(const QStringList &words, Console &console, const Taker &take)
+{
+    bool isComplete = true;
+    for (const QString &word : words) {
+        if (word == QLatin1String("-"))
+            isComplete = takeLines(console, take) && isComplete;
+        else
+            take(word, {});
+    }
+    return isComplete;
+}
+
+} // namespace KelStd::cli

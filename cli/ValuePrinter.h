@@ -1,0 +1,63 @@
+#pragma once
+
+#include <cli/Columns.h>
+#include <cli/DisplayOptions.h>
+
+#include <KelStd/coord/Location.h>
+#include <KelStd/library/stShowConfig.h>
+
+#include <QtCore/QString>
+
+namespace KelStd::cli {
+
+/// Prints the numbers of locations as the options say, with a display configuration of its own: the
+/// registry's reaches the PROJ definitions, and what is computed must not depend on how it is
+/// shown.
+class ValuePrinter
+{
+public:
+    enum class Output
+    {
+        Table, ///< configured when no option says otherwise
+        Csv    ///< plain numbers, unless a format or a style of angles is asked for
+    };
+
+    ValuePrinter(const DisplayOptions &options, Output output);
+
+    /// The number of a column, in its unit.
+    QString text(const Column &column, const Location &location) const;
+
+    /// The same for a column of text, filled with blanks behind where trailing zeros are missing:
+    /// aligned on the right, decimal points stand below each other.
+    QString cell(const Column &column, const Location &location) const;
+
+    /// "deg", "dms", "m"
+    QString unit(const Column &column) const;
+
+    /// "wgs84_longitude_deg"
+    QString csvName(const Column &column) const;
+
+    /// Characters that hold every number on and near the earth.
+    int width(const Column &column) const;
+
+private:
+    enum class Form
+    {
+        Numbers,
+        Configured,
+        Exact
+    };
+
+    QString configuredText(const Column &column, double value) const;
+    int decimalsOf(const Column &column) const;
+    int angleWidth(const Column &column) const;
+
+    Form m_form;
+    const AngleStyle &m_angleStyle;
+    const LengthUnit &m_lengthUnit;
+    int m_lengthDecimals;
+    int m_angleDecimals;
+    stShowConfig m_config;
+};
+
+} // namespace KelStd::cli

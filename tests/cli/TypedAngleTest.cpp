@@ -1,0 +1,260 @@
+#include <cli/TypedAngle.h>
+
+#include "support/Printers.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <random>
+
+namespace KelStd {
+namespace {
+
+using cli::AngleSense;
+using cli::DecimalMark;
+
+/// The angle of a text; NaN when there is none.
+double angleOf(const QString &text, AngleSense sense = AngleSense::Plain,
+               DecimalMark mark = DecimalMark::Point)
+{
+    QString reason;
+    const auto angle = cli::readTypedAngle(text, sense, mark, reason);
+    EXPECT_EQ(angle.has_value(), reason.isEmpty()) << reason;
+    return angle.value_or(std::nan(""));
+}
+
+double angleOf(const char *text, AngleSense sense = AngleSense::Plain)
+{
+    return angleOf(QString::fromUtf8(text), sense);
+}
+
+QString reasonAgainst(const char *text, AngleSense sense, DecimalMark mark = DecimalMark::Point)
+{
+    QString reason;
+    EXPECT_EQ(cli::readTypedAngle(QString::fromUtf8(text), sense, mark, reason), std::nullopt)
+        << text;
+    return reason;
+}
+
+struct Form
+{
+    const char *text;
+    double degrees;
+};
+
+// 52 + 30/60 + 15.5/3600 and the others, computed as fractions of whole numbers and rounded once.
+TEST(TypedAngle, HasTheFormsOfPaperAndKeyboard)
+{
+    const Form rows[] = {
+        {"52.5", 52.5},
+        {"+52.5", 52.5},
+        {"-52.5", -52.5},
+        {"525e-1", 52.5},
+        {"52.5\u00B0", 52.5},
+        {"52d", 52.0},
+        {"52\u00B030\u2032", 52.5},
+        {"52\u00B030.25\u2032", 52.50416666666667},
+        {"52\u00B030\u203215.5\u2033", 52.504305555555554},
+        {"52\u00B030'15.5\"", 52.504305555555554},
+        {"52d30'15.5\"", 52.504305555555554},
+        {"52D30'15.5''", 52.504305555555554},
+        {"52\u00BA30\u201915.5\u201D", 52.504305555555554},
+        {"52\u02DA30\u203215.5\u2032\u2032", 52.504305555555554},
+        {"52:30:15.5", 52.504305555555554},
+        {"52:30.25", 52.50416666666667},
+        {"52:30", 52.5},
+        {" 52\u00B0 30\u2032 15.5 \u2033 ", 52.504305555555554},
+        {"052\u00B003\u203200\u2033", 52.05},
+        {"0\u00B00\u20320.0001\u2033", 2.7777777777777777e-08},
+        {"5\u00B048\u203238.3390\u2033", 5.810649722222222},
+        {"179\u00B059\u203259.999999\u2033", 179.99999999972223},
+        {"89:59:59.9999999999", 89.99999999999997},
+        {"1\u00B043\u20324.5177\u2033", 1.7179215833333332},
+        {"52\u00B010.7711666\u2032", 52.179519443333334},
+        {"116:6:0", 116.1},
+    };
+    for (const Form &row : rows)
+        EXPECT_EQ(angleOf(row.text), row.degrees) << row.text;
+}
+
+TEST(TypedAngle, ASignCountsForTheWholeAngle)
+{
+    const Form rows[] = {
+        {"-0\u00B030\u2032", -0.5},   {"-30\u00B015\u2032", -30.25},
+        {"-0:0:36", -0.01},           {"-52d30'15.5\"", -52.504305555555554},
+        {"+30\u00B015\u2032", 30.25},
+    };
+    for (const Form &row : rows)
+        EXPECT_EQ(angleOf(row.text), row.degrees) << row.text;
+}
+
+TEST(TypedAngle, AHemisphereLetterIsItsSign)
+{
+    const Form latitudes[] = {
+        {"52.5N", 52.5},   {"52.5 n", 52.5},          {"N52.5", 52.5},
+        {"S 52.5", -52.5}, {"52.5s", -52.5},          {"52\u00B030\u2032S", -52.5},
+        {"s52:30", -52.5}, {"0\u00B030'0\" S", -0.5}, {"52d30'S", -52.5},
+        {"N52d30'", 52.5},
+    };
+    for (const Form &row : latitudes)
+        EXPECT_EQ(angleOf(row.text, AngleSense::Latitude), row.degrees) << row.text;
+    const Form longitudes[] = {
+        {"5.25E", 5.25},
+        {"5.25e", 5.25},
+        {"E5.25", 5.25},
+        {"w 5.25", -5.25},
+        {"5.25 W", -5.25},
+        {"5:15W", -5.25},
+        {"5\u00B015\u2032W", -5.25},
+        {"W005\u00B015'00\"", -5.25},
+    };
+    for (const Form &row : longitudes)
+        EXPECT_EQ(angleOf(row.text, AngleSense::Longitude), row.degrees) << row.text;
+}
+
+TEST(TypedAngle, ADecimalCommaIsReadWhereItIsOne)
+{
+    const auto withComma = [](const char *text) {
+        return angleOf(QString::fromUtf8(text), AngleSense::Latitude, DecimalMark::Comma);
+    };
+    EXPECT_EQ(withComma("52,5"), 52.5);
+    EXPECT_EQ(withComma("52,5S"), -52.5);
+    EXPECT_EQ(withComma("52:30,25"), 52.50416666666667);
+    EXPECT_EQ(withComma("52\u00B030\u203215,5\u2033"), 52.504305555555554);
+}
+
+struct Refusal
+{
+    const char *text;
+    AngleSense sense;
+    const char *reason; ///< behind the quoted text
+};
+
+TEST(TypedAngle, WhatIsNoneIsRefusedWithItsReason)
+{
+    constexpr auto plain = AngleSense::Plain;
+    constexpr auto longitude = AngleSense::Longitude;
+    constexpr auto latitude = AngleSense::Latitude;
+    const char *torn = "; write \u00B0 or d for degrees, ' for minutes, \" for seconds";
+    const auto tornAt = [torn](const char *number) {
+        return QByteArray("lacks a sign behind ") + number + torn;
+    };
+    const QByteArray tornAt15 = tornAt("15");
+    const QByteArray tornAt15s = tornAt("15.5");
+    const QByteArray tornAt5 = tornAt("5");
+    const Refusal rows[] = {
+        {"52.5E", latitude, "has the letter E of a longitude; a latitude has N or S"},
+        {"w5", latitude, "has the letter W of a longitude; a latitude has N or S"},
+        {"5.25n", longitude, "has the letter N of a latitude; a longitude has E or W"},
+        {"S5:15", longitude, "has the letter S of a latitude; a longitude has E or W"},
+        {"52.5N", plain, "has a hemisphere letter, which only longitudes and latitudes have"},
+        {"-52.5S", latitude, "has a sign and a hemisphere letter; write one of them"},
+        {"S-52.5", latitude, "has a sign and a hemisphere letter; write one of them"},
+        {"N+52.5", latitude, "has a sign and a hemisphere letter; write one of them"},
+        {"N52.5S", latitude, "has two hemisphere letters"},
+        {"N52.5N", latitude, "has two hemisphere letters"},
+        {"52d30m15.5s", latitude, "has the letter m in it; write ' for minutes and \" for seconds"},
+        {"52d30'15.5s", longitude, "has the letter S of a latitude; a longitude has E or W"},
+        // South, or a second?
+        {"52d30'15.5s", latitude, tornAt15s.constData()},
+        {"52\u00B015", latitude, tornAt15.constData()},
+        {"5 52:30", latitude, tornAt5.constData()},
+        {"5 52\u00B030'", latitude, tornAt5.constData()},
+        {"30'", latitude, "has no degrees"},
+        {"30'15\"", latitude, "has no degrees"},
+        {"15\u2033", latitude, "has no degrees"},
+        {"52\u00B015\"", latitude, "has no minutes"},
+        {"30'52\u00B0", latitude, "has no degrees"},
+        {"52\u00B030'15'", latitude,
+         "is not an angle: the order is degrees, minutes, seconds, each once"},
+        {"52\u00B030\u00B0", latitude,
+         "is not an angle: the order is degrees, minutes, seconds, each once"},
+        {"52\u00B030'15\"3\"", latitude,
+         "is not an angle: the order is degrees, minutes, seconds, each once"},
+        {"52:30:15:3", latitude, "has more than degrees:minutes:seconds"},
+        {"52:30:", latitude, "lacks a number behind its last colon"},
+        {"52:", latitude, "lacks a number behind its last colon"},
+        {":30", latitude, "lacks a number before :"},
+        {"52::30", latitude, "lacks a number before :"},
+        {"52\u00B0'15\"", latitude, "lacks a number before '"},
+        {"52\u00B030:15", latitude, "mixes colons with other signs"},
+        {"52:30'", latitude, "mixes colons with other signs"},
+        {"52\u00B060'", latitude, "has 60 minutes; they are below 60"},
+        {"52:59:60", latitude, "has 60 seconds; they are below 60"},
+        {"52\u00B061'0\"", latitude, "has 61 minutes; they are below 60"},
+        {"52:0:60.0000001", latitude, "has 60.0000001 seconds; they are below 60"},
+        {"52.5\u00B030'", latitude, "has decimals in a part that is not its last"},
+        {"52\u00B030.5'15\"", latitude, "has decimals in a part that is not its last"},
+        {"52.:30", latitude, "has decimals in a part that is not its last"},
+        {"52\u00B0.5'", latitude, "is not an angle: \".5\" is not a number"},
+        {"52.\u00B0", latitude, "is not an angle: \"52.\" is not a number"},
+        {"52\u00B01.2.3'", latitude, "is not an angle: \"1.2.3\" is not a number"},
+        {"52\u00B0-30'", latitude, "is not an angle: - has no place in it"},
+        {"--52\u00B0", latitude, "is not an angle: - has no place in it"},
+        {"5e1\u00B0", latitude, "is not an angle: e has no place in it"},
+        {"52:3e1", latitude, "is not an angle: e has no place in it"},
+        {"52:nan", latitude, "is not an angle: n has no place in it"},
+        {"52:0x1", latitude, "is not an angle: x has no place in it"},
+        {"0x5E", longitude, "is not an angle: x has no place in it"},
+        {"52\u00B030,5'", latitude,
+         "is not an angle: , has no place in it (write a decimal point, not a comma)"},
+        {"52,5N", latitude,
+         "is not an angle: , has no place in it (write a decimal point, not a comma)"},
+        {"52\u00B0\u0663\u0660'", latitude, "is not an angle: \u0663 has no place in it"},
+        {"nan", latitude, "is not a finite number"},
+        {"inf", latitude, "is not a finite number"},
+        {"1e999", latitude, "is not a finite number"},
+        {"N", latitude, "is not a number"},
+        {"\u00B0'\"", latitude, "is not a number"},
+        {"lat", latitude, "is not a number"},
+        {"0x5", latitude, "is not a number"},
+        {"5 12 13", latitude, "is not a number (write an angle as 5\u00B012'13\" or 5:12:13)"},
+    };
+    for (const Refusal &row : rows) {
+        EXPECT_EQ(reasonAgainst(row.text, row.sense),
+                  QStringLiteral("\"%1\" %2")
+                      .arg(QString::fromUtf8(row.text), QString::fromUtf8(row.reason)));
+    }
+    EXPECT_EQ(reasonAgainst("", latitude), QStringLiteral("is missing"));
+    EXPECT_EQ(reasonAgainst("1.234,5", latitude, DecimalMark::Comma),
+              QStringLiteral("\"1.234,5\" is not a number"));
+}
+
+TEST(TypedAngle, DegreesWithoutEndAreRefused)
+{
+    const QByteArray digits(2000, '9');
+    for (const QByteArray &text : {digits + "\u00B0", digits + ":0:0"}) {
+        EXPECT_TRUE(reasonAgainst(text.constData(), AngleSense::Plain)
+                        .endsWith(QLatin1String("is not a finite number")))
+            << text.constData();
+    }
+    EXPECT_TRUE(reasonAgainst(QByteArray(1 << 20, '\'').prepend("1").constData(), AngleSense::Plain)
+                    .contains(QLatin1String("...\"")));
+}
+
+/// Whole thousandths of a second: the nearest double is a quotient of two whole numbers, which a
+/// division of doubles rounds once.
+TEST(TypedAngle, IsTheNearestDoubleOfAnyAngle)
+{
+    std::mt19937_64 random(20240229);
+    std::uniform_int_distribution<qint64> thousandths(0, 180LL * 3600 * 1000);
+    for (int i = 0; i < 100000; ++i) {
+        const qint64 whole = thousandths(random);
+        const double expected = static_cast<double>(whole) / 3600000.0;
+        const QString seconds = QStringLiteral("%1.%2")
+                                    .arg(whole / 1000 % 60, 2, 10, QLatin1Char('0'))
+                                    .arg(whole % 1000, 3, 10, QLatin1Char('0'));
+        const qint64 degrees = whole / 3600000;
+        const qint64 minutes = whole / 60000 % 60;
+        const bool usesColons = i % 2 == 0;
+        const QString text =
+            (usesColons ? QStringLiteral("-%1:%2:%3") : QStringLiteral("-%1d%2'%3\""))
+                .arg(degrees)
+                .arg(minutes)
+                .arg(seconds);
+        ASSERT_EQ(angleOf(text), -expected) << text;
+    }
+}
+
+} // namespace
+} // namespace KelStd
