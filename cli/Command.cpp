@@ -17,6 +17,12 @@ constexpr Command commands[] = {
     {"parse", "Values as the library reads them, with every digit", runParse},
     {"system show", "A coordinate system as a surveyor reads it", runSystemShow},
     {"system default", "Write a default transverse Mercator system", runSystemDefault},
+    {"library list", "The systems, ellipsoids and projections of a library", runLibraryList},
+    {"library show", "An entry of a library", runLibraryShow},
+    {"library add", "Add a document's record to a library", runLibraryAdd},
+    {"library replace", "Replace an entry of a library", runLibraryReplace},
+    {"library remove", "Remove an entry of a library", runLibraryRemove},
+    {"library check", "What loading a library skips, and why", runLibraryCheck},
     {"geoid height", "WGS84 positions with their heights above the geoid", runGeoidHeight},
     {"geoid list", "The geoid models that a coordinate system can name", runGeoidList},
     {"geoid info", "What is in a geoid grid", runGeoidInfo},
@@ -62,13 +68,15 @@ QString programHelp()
         "Exit status:\n"
         "  0  everything was done\n"
         "  1  some positions or values failed; standard error lists them with their\n"
-        "     lines. Or the leap seconds differ from the list\n"
+        "     lines. Or the leap seconds differ from the list, a change of the library\n"
+        "     was refused, or its check found something\n"
         "  2  the command line, the input's header line or a time was not understood\n"
-        "  3  no PROJ ('kelstd doctor' tells why), no usable coordinate system or geoid\n"
-        "     model, or output that cannot be written\n"
+        "  3  no PROJ ('kelstd doctor' tells why), no usable coordinate system, geoid\n"
+        "     model or library, or output that cannot be written\n"
         "\n"
         "Environment:\n"
-        "  KELSTD_HOME_DIR  Directory of the user's own files; PROJ is unpacked into it.\n"
+        "  KELSTD_HOME_DIR  Directory of the user's own files, with the library; PROJ is\n"
+        "                   unpacked into it.\n"
         "                   Default: the user's application-data directory.\n"
         "  KELSTD_BIN_DIR   Directory of the program's files, with proj/proj.zip.\n"
         "                   Default: the program's own.\n"
@@ -167,6 +175,22 @@ ExitStatus runCommand(const QStringList &words, Console &console)
                         console);
 }
 
+/// An option that stands before the second word of a command goes behind it:
+/// 'kelstd library --dir D list'.
+QStringList withMemberSecond(QStringList words)
+{
+    const QString option = QStringLiteral("--dir");
+    if (words.value(0) != QLatin1String("library"))
+        return words;
+    const int length = words.value(1) == option                               ? 2
+                       : words.value(1).startsWith(option + QLatin1Char('=')) ? 1
+                                                                              : 0;
+    if (length == 0 || words.size() <= 1 + length)
+        return words;
+    words.move(1 + length, 1);
+    return words;
+}
+
 ExitStatus dispatch(const QStringList &words, Console &console)
 {
     const QString first = words.value(0);
@@ -185,7 +209,7 @@ ExitStatus dispatch(const QStringList &words, Console &console)
         console.print(QStringLiteral("kelstd " KELSTD_VERSION));
         return ExitStatus::Success;
     }
-    return runCommand(words, console);
+    return runCommand(withMemberSecond(words), console);
 }
 
 } // namespace

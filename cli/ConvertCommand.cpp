@@ -2,6 +2,7 @@
 
 #include <cli/Columns.h>
 #include <cli/CommandLine.h>
+#include <cli/ConfiguredDisplay.h>
 #include <cli/Console.h>
 #include <cli/CsvWriter.h>
 #include <cli/DisplayOptions.h>
@@ -9,6 +10,7 @@
 #include <cli/PositionReader.h>
 #include <cli/ProjEnvironment.h>
 #include <cli/StandardStreams.h>
+#include <cli/SystemChoice.h>
 #include <cli/SystemFile.h>
 #include <cli/SystemNotes.h>
 #include <cli/TableWriter.h>
@@ -41,7 +43,9 @@ QString frameNames(const QString &separator)
 
 QString details()
 {
-    QString text = QStringLiteral(
+    QString text = systemChoiceHelp();
+    text += QStringLiteral(
+        "\n\n"
         "INPUT is a file, or - for standard input, which is the default. It holds one\n"
         "position a line, separated by commas, semicolons, tabulators or blanks, after a\n"
         "point name if the first line has one. Blank lines and lines that begin with #\n"
@@ -72,7 +76,9 @@ QString details()
         "A table has degrees, minutes and seconds with %1 decimals and metres with up to\n"
         "%2; --angle degree has %3 decimals. CSV has plain numbers, degrees with %4\n"
         "decimals and metres with %5, unless --format or --angle is given. Units stand in\n"
-        "the headings.\n"
+        "the headings. A display configuration in the library (\"library/display.bin\" in\n"
+        "the home directory) changes units, styles and decimals of a table and of\n"
+        "--format configured; options go before it.\n"
         "\n"
         "A line that cannot be read or converted is reported on standard error as\n"
         "INPUT:LINE: reason, and the run goes on. Exit status: 0 all converted, 1 some\n"
@@ -86,12 +92,14 @@ QString details()
 
 CommandLine makeCommandLine()
 {
-    CommandLine line(QStringLiteral("--system FILE.xml [OPTIONS] [INPUT]"),
+    CommandLine line(QStringLiteral("--system FILE.xml|NAME [OPTIONS] [INPUT]"),
                      QStringLiteral("Converts positions of one frame to all four frames of a "
                                     "system."),
                      details());
-    line.addOption({QStringLiteral("system"), QStringLiteral("The coordinate system's document."),
-                    QStringLiteral("FILE.xml")});
+    line.addOption({QStringLiteral("system"),
+                    QStringLiteral("The coordinate system: its document, or its\n"
+                                   "name in the library (see below)."),
+                    QStringLiteral("FILE.xml|NAME")});
     line.addOption(
         {QStringLiteral("from"),
          QStringLiteral("The frame of the input:\n%1.\nDefault: %2.")
@@ -122,12 +130,16 @@ QString usableGeoidModel(const Coord &coord, Console &console)
     return {};
 }
 
+bool isTable(const CommandLine &line, const Console &console)
+{
+    return line.isSet(QStringLiteral("table"))
+           || (console.isTerminal() && !line.isSet(QStringLiteral("csv")));
+}
+
 std::unique_ptr<PositionWriter> makeWriter(const CommandLine &line, const DisplayOptions &display,
                                            const QString &geoidModel, Console &console)
 {
-    const bool isTable = line.isSet(QStringLiteral("table"))
-                         || (console.isTerminal() && !line.isSet(QStringLiteral("csv")));
-    if (!isTable)
+    if (!isTable(line, console))
         return std::make_unique<CsvWriter>(console,
                                            ValuePrinter(display, ValuePrinter::Output::Csv));
     const ValuePrinter printer(display, ValuePrinter::Output::Table);
@@ -257,7 +269,7 @@ ExitStatus runConvert(const QStringList &arguments, Console &console)
     }
 
     QString reason;
-    const auto display = DisplayOptions::from(line, reason);
+    auto display = DisplayOptions::from(line, reason);
     if (!display)
         return line.refuse(reason, console);
 
@@ -269,11 +281,8 @@ ExitStatus runConvert(const QStringList &arguments, Console &console)
     }
 
     Coord coord;
-    if (!readSystem(systemFile, coord, reason)) {
-        console.report(
-            QStringLiteral("cannot read the coordinate system %1: %2").arg(systemFile, reason));
+    if (!readChosenSystem(systemFile, coord, console))
         return ExitStatus::Environment;
-    }
     const ProjEnvironment environment;
     if (!environment.isReady()) {
         console.report(QStringLiteral("PROJ is not ready; 'kelstd doctor' tells why"));
@@ -292,6 +301,11 @@ ExitStatus runConvert(const QStringList &arguments, Console &console)
                            .arg(componentLabels(*frame)));
     }
 
+    reason.clear();
+    if (isTable(line, console) || display->form == DisplayOptions::Form::Configured)
+        display->configured = configuredDisplay(reason);
+    if (!reason.isEmpty())
+        console.report(reason);
     const QString geoidModel = usableGeoidModel(coord, console);
     const auto writer = makeWriter(line, *display, geoidModel, console);
     return Conversion(coord, geoidModel, *frame, lines, *writer, console).run();

@@ -99,6 +99,24 @@ const AngleStyle *findAngleStyle(const QString &option)
     return findIn(angleStyles, option);
 }
 
+const AngleStyle *findAngleStyle(EFormat format)
+{
+    const auto found =
+        std::find_if(std::begin(angleStyles), std::end(angleStyles),
+                     [format](const AngleStyle &style) { return style.format == format; });
+    return found != std::end(angleStyles) ? found : nullptr;
+}
+
+QString unitSymbol(EUnit unit)
+{
+    for (const LengthUnit &row : lengthUnits) {
+        if (row.unit == unit)
+            return QString::fromLatin1(row.option);
+    }
+    // Nobody asks for it on the command line, but an application's configuration may have it.
+    return unit == Unit_MilliMeter ? QStringLiteral("mm") : QString();
+}
+
 QString angleStyleNames(const QString &separator)
 {
     return namesOf(angleStyles, separator);

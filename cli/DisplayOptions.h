@@ -1,6 +1,7 @@
 #pragma once
 
 #include <KelStd/coord/Enumerations.h>
+#include <KelStd/library/stShowConfig.h>
 
 #include <QtCore/QString>
 
@@ -22,6 +23,9 @@ struct AngleStyle
 /// The style of that name, or null.
 const AngleStyle *findAngleStyle(const QString &option);
 
+/// The style of that format, or null.
+const AngleStyle *findAngleStyle(EFormat format);
+
 /// "dms|degree|..."
 QString angleStyleNames(const QString &separator);
 
@@ -31,6 +35,9 @@ struct LengthUnit
     const char *option;
     EUnit unit;
 };
+
+/// A unit of lengths in headings: "m", "us-ft", "mm". Empty for what is none that can be shown.
+QString unitSymbol(EUnit unit);
 
 /// How the numbers of locations are to be printed, as the options of a command say it.
 struct DisplayOptions
@@ -49,6 +56,9 @@ struct DisplayOptions
     std::optional<int> angleDecimals;
     const AngleStyle *angleStyle = nullptr;
     const LengthUnit *lengthUnit = nullptr;
+
+    /// What a configured output has where no option was given, instead of the program's defaults.
+    std::optional<stShowConfig> configured;
 
     /// Adds the options --format, --precision, --angle and --length-unit.
     static void addTo(CommandLine &line);

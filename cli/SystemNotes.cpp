@@ -109,9 +109,9 @@ void noteWhatIsNotApplied(const Coord &coord, QStringList &notes)
 
 } // namespace
 
-QString unusualAxes(const Coord &coord)
+QString unusualAxes(const Ellipsoid &ellipsoid)
 {
-    switch (static_cast<int>(coord.ellipsoid.positiveDir)) {
+    switch (static_cast<int>(ellipsoid.positiveDir)) {
     case EllipsoidDirection_WSU: return QStringLiteral("west and south");
     case EllipsoidDirection_ESU: return QStringLiteral("east and south");
     case EllipsoidDirection_WNU: return QStringLiteral("west and north");
@@ -122,10 +122,10 @@ QString unusualAxes(const Coord &coord)
 QStringList notesOn(const Coord &coord)
 {
     QStringList notes;
-    if (!unusualAxes(coord).isEmpty()) {
+    if (!unusualAxes(coord.ellipsoid).isEmpty()) {
         notes += QStringLiteral("The axes of this system point %1: its longitudes, latitudes, "
                                 "northings and eastings count positive that way.")
-                     .arg(unusualAxes(coord));
+                     .arg(unusualAxes(coord.ellipsoid));
     }
     noteUnits(coord, notes);
     noteTakenKeys(coord, notes);

@@ -11,7 +11,7 @@ namespace KelStd::cli {
 /// two. Empty for a system without peculiarities.
 QStringList notesOn(const Coord &coord);
 
-/// "west and south" of a system whose axes do not point east and north; else empty.
-QString unusualAxes(const Coord &coord);
+/// "west and south" of an ellipsoid whose axes do not point east and north; else empty.
+QString unusualAxes(const Ellipsoid &ellipsoid);
 
 } // namespace KelStd::cli

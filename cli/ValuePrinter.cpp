@@ -35,34 +35,82 @@ int fractionWidth(int decimals)
     return decimals > 0 ? decimals + 1 : 0;
 }
 
+/// The settings of one kind of lengths.
+struct LengthRow
+{
+    EValueType type;
+    EUnit stShowConfig::*unit;
+    unsigned char stShowConfig::*precision;
+    bool stShowConfig::*keepZero;
+};
+
+constexpr LengthRow lengthRows[] = {
+    {ValueType_Distance, &stShowConfig::distanceUnit, &stShowConfig::distancePrecision,
+     &stShowConfig::distanceKeepZero},
+    {ValueType_X, &stShowConfig::xyUnit, &stShowConfig::xyPrecision, &stShowConfig::xyKeepZero},
+    {ValueType_EarthHeight, &stShowConfig::earthHeightUnit, &stShowConfig::earthHeightPrecision,
+     &stShowConfig::earthHeightKeepZero},
+    {ValueType_ElevationHeight, &stShowConfig::elevationHeightUnit,
+     &stShowConfig::elevationHeightPrecision, &stShowConfig::elevationHeightKeepZero},
+};
+
+const LengthRow &rowOf(const Column &column)
+{
+    const EValueType type = valueTypeOf(column) == ValueType_Y ? ValueType_X : valueTypeOf(column);
+    return *std::find_if(std::begin(lengthRows), std::end(lengthRows),
+                         [type](const LengthRow &row) { return row.type == type; });
+}
+
 constexpr int exactWidth = 22; // -0.0034675300121307373
 
 } // namespace
 
 ValuePrinter::ValuePrinter(const DisplayOptions &options, Output output)
-    : m_form(options.form == DisplayOptions::Form::Exact ? Form::Exact : Form::Configured),
-      m_angleStyle(options.angleStyle != nullptr ? *options.angleStyle : defaultAngleStyle()),
-      m_lengthUnit(options.lengthUnit != nullptr ? *options.lengthUnit : defaultLengthUnit())
+    : m_form(options.form == DisplayOptions::Form::Exact ? Form::Exact : Form::Configured)
 {
     const bool isNumbers =
         output == Output::Csv && !options.form.has_value() && options.angleStyle == nullptr;
     if (isNumbers)
         m_form = Form::Numbers;
-    m_lengthDecimals =
-        options.lengthDecimals.value_or(isNumbers ? csvLengthDecimals : m_config.distancePrecision);
-    m_angleDecimals =
-        options.angleDecimals.value_or(isNumbers ? csvAngleDecimals : m_angleStyle.decimals);
+    // A style of angles alone does not make other programs' lengths follow the user's taste.
+    const bool isAskedFor = output == Output::Table || options.form.has_value();
+    if (m_form == Form::Configured && isAskedFor && options.configured) {
+        m_config = *options.configured;
+        if (const AngleStyle *style = findAngleStyle(m_config.latLongFormat))
+            m_angleStyle = style;
+    } else {
+        m_config.latLongPrecision = static_cast<unsigned char>(m_angleStyle->decimals);
+        for (const LengthRow &row : lengthRows) {
+            m_config.*row.unit = defaultLengthUnit().unit;
+            m_config.*row.precision = m_config.distancePrecision;
+        }
+    }
+    take(options, isNumbers);
+}
 
-    m_config.latLongFormat = m_angleStyle.format;
-    m_config.latLongPrecision = static_cast<unsigned char>(m_angleDecimals);
-    m_config.distanceUnit = m_config.xyUnit = m_config.earthHeightUnit =
-        m_config.elevationHeightUnit = m_lengthUnit.unit;
-    m_config.distancePrecision = m_config.xyPrecision = m_config.earthHeightPrecision =
-        m_config.elevationHeightPrecision = static_cast<unsigned char>(m_lengthDecimals);
-    // Who asks for a number of decimals gets them.
-    if (options.lengthDecimals) {
-        m_config.distanceKeepZero = m_config.xyKeepZero = m_config.earthHeightKeepZero =
-            m_config.elevationHeightKeepZero = true;
+/// What options say goes before what is configured.
+void ValuePrinter::take(const DisplayOptions &options, bool isNumbers)
+{
+    if (options.angleStyle != nullptr) {
+        if (m_angleStyle != options.angleStyle)
+            m_config.latLongPrecision = static_cast<unsigned char>(options.angleStyle->decimals);
+        m_angleStyle = options.angleStyle;
+    }
+    m_config.latLongFormat = m_angleStyle->format;
+    if (isNumbers)
+        m_config.latLongPrecision = csvAngleDecimals;
+    if (options.angleDecimals)
+        m_config.latLongPrecision = static_cast<unsigned char>(*options.angleDecimals);
+    for (const LengthRow &row : lengthRows) {
+        if (options.lengthUnit != nullptr)
+            m_config.*row.unit = options.lengthUnit->unit;
+        if (isNumbers)
+            m_config.*row.precision = csvLengthDecimals;
+        // Who asks for a number of decimals gets them.
+        if (options.lengthDecimals) {
+            m_config.*row.precision = static_cast<unsigned char>(*options.lengthDecimals);
+            m_config.*row.keepZero = true;
+        }
     }
 }
 
@@ -76,7 +124,7 @@ QString ValuePrinter::text(const Column &column, const Location &location) const
     }
     return numberText(isAngle(column) ? value
                                       : CoordStringHelper::ConvertUnit_Length(value, Unit_Meter,
-                                                                              m_lengthUnit.unit),
+                                                                              lengthUnitOf(column)),
                       decimalsOf(column));
 }
 
@@ -96,14 +144,15 @@ QString ValuePrinter::cell(const Column &column, const Location &location) const
         return shown;
     const int point = shown.indexOf(QLatin1Char('.'));
     const int fraction = point < 0 ? 0 : shown.size() - point;
-    return shown + QString(fractionWidth(m_lengthDecimals) - fraction, QLatin1Char(' '));
+    return shown
+           + QString(std::max(0, fractionWidth(decimalsOf(column)) - fraction), QLatin1Char(' '));
 }
 
 QString ValuePrinter::unit(const Column &column) const
 {
     if (!isAngle(column))
-        return QString::fromLatin1(m_lengthUnit.option);
-    return QString::fromLatin1(m_form == Form::Configured ? m_angleStyle.unit
+        return unitSymbol(lengthUnitOf(column));
+    return QString::fromLatin1(m_form == Form::Configured ? m_angleStyle->unit
                                                           : column.quantity->unit);
 }
 
@@ -114,15 +163,20 @@ QString ValuePrinter::csvName(const Column &column) const
 
 int ValuePrinter::decimalsOf(const Column &column) const
 {
-    return isAngle(column) ? m_angleDecimals : m_lengthDecimals;
+    return isAngle(column) ? m_config.latLongPrecision : m_config.*rowOf(column).precision;
+}
+
+EUnit ValuePrinter::lengthUnitOf(const Column &column) const
+{
+    return m_form == Form::Exact ? Unit_Meter : m_config.*rowOf(column).unit;
 }
 
 int ValuePrinter::angleWidth(const Column &column) const
 {
-    const int fraction = fractionWidth(m_angleDecimals);
+    const int fraction = fractionWidth(m_config.latLongPrecision);
     const int degreeDigits = valueTypeOf(column) == ValueType_Longitude ? 3 : 2;
     constexpr int symbolAndLetter = 2;
-    switch (static_cast<int>(m_angleStyle.format)) {
+    switch (static_cast<int>(m_angleStyle->format)) {
     case Format_Degree: return degreeDigits + fraction + symbolAndLetter;
     case Format_Second: return 6 + fraction + symbolAndLetter;
     case Format_Radian: return 1 + fraction + 1;
@@ -132,12 +186,14 @@ int ValuePrinter::angleWidth(const Column &column) const
 
 int ValuePrinter::width(const Column &column) const
 {
-    const bool isMetre = m_lengthUnit.unit == Unit_Meter;
     int width = exactWidth;
-    if (m_form != Form::Exact) {
-        width = isAngle(column)
-                    ? angleWidth(column)
-                    : column.integerWidth + fractionWidth(m_lengthDecimals) + (isMetre ? 0 : 1);
+    if (m_form != Form::Exact && isAngle(column)) {
+        width = angleWidth(column);
+    } else if (m_form != Form::Exact) {
+        const double unitsOfMetre =
+            CoordStringHelper::ConvertUnit_Length(1.0, Unit_Meter, lengthUnitOf(column));
+        const int moreDigits = static_cast<int>(std::ceil(std::log10(unitsOfMetre)));
+        width = column.integerWidth + moreDigits + fractionWidth(decimalsOf(column));
     }
     return std::max({width, static_cast<int>(qstrlen(column.label)), unit(column).size()});
 }

@@ -12,7 +12,8 @@ namespace KelStd::cli {
 
 /// Prints the numbers of locations as the options say, with a display configuration of its own: the
 /// registry's reaches the PROJ definitions, and what is computed must not depend on how it is
-/// shown.
+/// shown. The configuration of the user's library is copied into it where an output is a configured
+/// one; plain numbers for other programs never follow it.
 class ValuePrinter
 {
 public:
@@ -48,16 +49,15 @@ private:
         Exact
     };
 
+    void take(const DisplayOptions &options, bool isNumbers);
     QString configuredText(const Column &column, double value) const;
+    EUnit lengthUnitOf(const Column &column) const;
     int decimalsOf(const Column &column) const;
     int angleWidth(const Column &column) const;
 
     Form m_form;
-    const AngleStyle &m_angleStyle;
-    const LengthUnit &m_lengthUnit;
-    int m_lengthDecimals;
-    int m_angleDecimals;
-    stShowConfig m_config;
+    const AngleStyle *m_angleStyle = &defaultAngleStyle();
+    stShowConfig m_config; ///< units and decimals of every form but the exact one
 };
 
 } // namespace KelStd::cli

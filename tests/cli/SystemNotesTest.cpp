@@ -124,7 +124,7 @@ TEST(SystemNotes, AxesThatPointElsewhere)
     for (const Row &row : rows) {
         Coord coord = plainSystem();
         coord.ellipsoid.positiveDir = row.direction;
-        EXPECT_EQ(cli::unusualAxes(coord), QString::fromLatin1(row.words));
+        EXPECT_EQ(cli::unusualAxes(coord.ellipsoid), QString::fromLatin1(row.words));
         EXPECT_THAT(noteOn(coord).toStdString(), testing::HasSubstr(row.words));
     }
 }

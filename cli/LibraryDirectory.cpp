@@ -1,0 +1,189 @@
+#include <cli/LibraryDirectory.h>
+
+#include <cli/CommandLine.h>
+#include <cli/Console.h>
+#include <cli/SystemFile.h>
+
+#include <KelStd/library/StandardLibrary.h>
+#include <KelStd/platform/AppConfig.h>
+#include <KelStd/platform/Toolkits.h>
+
+#include <QtCore/QFileInfo>
+#include <QtCore/QTemporaryDir>
+
+#include <algorithm>
+
+namespace KelStd::cli {
+
+namespace {
+
+struct PlaceRow
+{
+    LibraryPlace place;
+    const char *name;
+    void (StandardLibrary::*setPath)(const QString &);
+    bool isDirectory;
+};
+
+constexpr PlaceRow placeRows[] = {
+    {LibraryPlace::Base, "base.xml", &StandardLibrary::setBaseCoordFilePath, false},
+    {LibraryPlace::Ellipsoids, "ellipsoids", &StandardLibrary::setEllipsoidListPath, true},
+    {LibraryPlace::Projections, "projections", &StandardLibrary::setProjectionListPath, true},
+    {LibraryPlace::Custom, "custom", &StandardLibrary::setCustomCoordPath, true},
+    {LibraryPlace::Standard, "standard", &StandardLibrary::setStandardCoordPath, true},
+    {LibraryPlace::Offered, "offered.xml", &StandardLibrary::setShowInCreateProjectCoordsFilePath,
+     false},
+    {LibraryPlace::Display, "display.bin", &StandardLibrary::setShowConfigFilePath, false},
+};
+
+const QString directoryName = QStringLiteral("library");
+const QString dirOption = QStringLiteral("dir");
+
+/// A directory that never exists: an empty path would be the current one.
+const QString nowhere = QStringLiteral(":/nowhere");
+
+bool createPlaces(const LibraryDirectory &library, QString &reason)
+{
+    for (const PlaceRow &row : placeRows) {
+        if (row.isDirectory && !QDir().mkpath(library.path(row.place))) {
+            reason = QStringLiteral("cannot create %1").arg(library.path(row.place));
+            return false;
+        }
+    }
+    return true;
+}
+
+/// Makes the library beside its place and moves it there in one step: who finds a library finds a
+/// whole one, and of two processes that do this at once one moves and the other finds.
+bool layOut(const LibraryDirectory &library, const QString &delivered, QString &reason)
+{
+    const QDir home = QFileInfo(library.path()).dir();
+    if (!QDir().mkpath(home.absolutePath())) {
+        reason = QStringLiteral("cannot create the home directory %1").arg(home.absolutePath());
+        return false;
+    }
+    const QTemporaryDir workshop(home.absoluteFilePath(QStringLiteral(".library-XXXXXX")));
+    if (!workshop.isValid()) {
+        reason =
+            QStringLiteral("cannot write %1: %2").arg(home.absolutePath(), workshop.errorString());
+        return false;
+    }
+    const LibraryDirectory made(workshop.filePath(directoryName));
+    if (!tk::Toolkits::CopyDirectory(delivered, made.path(), true)) {
+        reason = QStringLiteral("cannot copy %1 into %2").arg(delivered, home.absolutePath());
+        return false;
+    }
+    if (!createPlaces(made, reason))
+        return false;
+    QDir().rmdir(library.path()); // as far as it is an empty one
+    if (QDir().rename(made.path(), library.path()) || library.holdsLibrary())
+        return true;
+    reason = QStringLiteral("cannot create %1").arg(library.path());
+    return false;
+}
+
+std::optional<LibraryDirectory> refuse(const QString &reason, Console &console)
+{
+    console.report(reason);
+    return std::nullopt;
+}
+
+std::optional<LibraryDirectory> openCreated(const LibraryDirectory &library, Console &console)
+{
+    QString reason;
+    if (!createPlaces(library, reason))
+        return refuse(reason, console);
+    return library;
+}
+
+} // namespace
+
+LibraryDirectory LibraryDirectory::ofHome()
+{
+    return LibraryDirectory(AppConfig::getInstance().homeDir().absoluteFilePath(directoryName));
+}
+
+QString placeName(LibraryPlace place)
+{
+    const auto row = std::find_if(std::begin(placeRows), std::end(placeRows),
+                                  [place](const PlaceRow &r) { return r.place == place; });
+    return QString::fromLatin1(row->name);
+}
+
+QString LibraryDirectory::path(LibraryPlace place) const
+{
+    return m_dir.absoluteFilePath(placeName(place));
+}
+
+bool LibraryDirectory::holdsLibrary() const
+{
+    return std::any_of(std::begin(placeRows), std::end(placeRows),
+                       [this](const PlaceRow &row) { return QFileInfo::exists(path(row.place)); });
+}
+
+void addDirectoryOption(CommandLine &line)
+{
+    line.addOption({dirOption,
+                    QStringLiteral("The library's directory.\n"
+                                   "Default: \"library\" in the home directory."),
+                    QStringLiteral("D")});
+}
+
+std::optional<LibraryDirectory> openHomeLibrary(Console &console)
+{
+    const LibraryDirectory library = LibraryDirectory::ofHome();
+    if (library.holdsLibrary())
+        return library;
+    if (QFileInfo::exists(library.path()) && (!library.exists() || !QDir(library.path()).isEmpty()))
+        return refuse(QStringLiteral("%1 holds no library").arg(library.path()), console);
+    const QString delivered = AppConfig::getInstance().binDir().absoluteFilePath(directoryName);
+    if (!LibraryDirectory(delivered).holdsLibrary()) {
+        return refuse(QStringLiteral("there is no library in %1, and none is delivered in %2")
+                          .arg(library.path(), delivered),
+                      console);
+    }
+    QString reason;
+    if (!layOut(library, delivered, reason))
+        return refuse(reason, console);
+    console.report(QStringLiteral("note: the library %1 is new, laid out from %2")
+                       .arg(library.path(), delivered));
+    return library;
+}
+
+std::optional<LibraryDirectory> openLibrary(const CommandLine &line, Missing missing,
+                                            Console &console)
+{
+    if (!line.isSet(dirOption))
+        return openHomeLibrary(console);
+    const QString given = line.value(dirOption);
+    if (given.isEmpty())
+        return refuse(QStringLiteral("--dir is empty"), console);
+    const LibraryDirectory library(given);
+    if (library.holdsLibrary())
+        return library;
+    if (missing == Missing::IsCreated)
+        return openCreated(library, console);
+    if (!library.exists())
+        return refuse(QStringLiteral("there is no directory %1").arg(given), console);
+    return refuse(QStringLiteral("%1 holds no library: nothing in it is called base.xml, "
+                                 "ellipsoids, projections, custom, standard, offered.xml or "
+                                 "display.bin")
+                      .arg(given),
+                  console);
+}
+
+bool loadPlaces(const LibraryDirectory &library, std::initializer_list<LibraryPlace> places,
+                QString &reason)
+{
+    StandardLibrary &registry = StandardLibrary::getInstance();
+    for (const PlaceRow &row : placeRows) {
+        const bool isLoaded =
+            row.isDirectory && std::find(places.begin(), places.end(), row.place) != places.end();
+        (registry.*row.setPath)(isLoaded          ? library.path(row.place)
+                                : row.isDirectory ? nowhere
+                                                  : QString());
+    }
+    return withoutRaising([&registry] { registry.loadLibrary(); }, reason);
+}
+
+} // namespace KelStd::cli

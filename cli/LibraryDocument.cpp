@@ -1,0 +1,232 @@
+#include <cli/LibraryDocument.h>
+
+#include <cli/SystemFile.h>
+
+#include <KelStd/io/Coord_IO.h>
+
+#include <QtCore/QFile>
+#include <QtCore/QFileInfo>
+#include <QtCore/QTemporaryDir>
+#include <QtCore/QXmlStreamReader>
+
+#include <algorithm>
+
+namespace KelStd::cli {
+
+namespace {
+
+constexpr int readVersion = 1;
+constexpr int deepestNesting = 256; // of a document that the library reads
+constexpr int rootDepth = 1;
+constexpr int recordDepth = 2;
+
+/// A kind of records; none for the document of the offered systems.
+using DocumentKind = std::optional<RecordKind>;
+
+bool isList(DocumentKind kind)
+{
+    return kind == RecordKind::Ellipsoid || kind == RecordKind::Projection;
+}
+
+QString recordElement(DocumentKind kind)
+{
+    return kind == RecordKind::Ellipsoid ? Coord_IO::xml_segName_ellipsoid
+                                         : Coord_IO::xml_segName_projection;
+}
+
+QString nameAttribute(DocumentKind kind)
+{
+    return kind == RecordKind::Ellipsoid    ? Coord_IO::xml_attrName_ellipsoidName
+           : kind == RecordKind::Projection ? Coord_IO::xml_attrName_projectionName
+                                            : Coord_IO::xml_attrName_rootName;
+}
+
+/// Goes through a document element by element.
+class Walk
+{
+public:
+    Walk(QIODevice &file, DocumentKind kind) : m_reader(&file), m_kind(kind)
+    {
+        m_reader.setNamespaceProcessing(false);
+    }
+
+    DocumentOutline run()
+    {
+        while (!m_reader.atEnd() && m_depth <= deepestNesting) {
+            switch (m_reader.readNext()) {
+            case QXmlStreamReader::StartElement: enter(); break;
+            case QXmlStreamReader::EndElement: --m_depth; break;
+            case QXmlStreamReader::DTD:
+                if (m_reader.text().contains(QLatin1Char('[')))
+                    fault(QStringLiteral("it declares entities or elements of its own"));
+                break;
+            default: break;
+            }
+        }
+        if (m_reader.hasError()) {
+            m_outline.fault = QStringLiteral("no well-formed XML (line %1: %2)")
+                                  .arg(m_reader.lineNumber())
+                                  .arg(m_reader.errorString());
+        }
+        return m_outline;
+    }
+
+private:
+    void enter()
+    {
+        ++m_depth;
+        if (m_depth > deepestNesting)
+            fault(QStringLiteral("its elements are nested deeper than %1").arg(deepestNesting));
+        const QString name = m_reader.qualifiedName().toString();
+        if (m_depth == rootDepth)
+            m_outline.rootName = name;
+        if (needsVersion(name))
+            checkVersion(name);
+        if (m_depth == (isList(m_kind) ? recordDepth : rootDepth)
+            && (!isList(m_kind) || name == recordElement(m_kind)))
+            m_outline.names += attribute(nameAttribute(m_kind));
+        if (m_depth == recordDepth && name == Coord_IO::xml_segName_root)
+            m_outline.offered += attribute(Coord_IO::xml_attrName_rootName);
+    }
+
+    bool needsVersion(const QString &name) const
+    {
+        if (!m_kind)
+            return false;
+        if (m_depth == rootDepth)
+            return true;
+        if (m_depth == recordDepth && isList(m_kind))
+            return name == recordElement(m_kind);
+        static const QStringList records = {
+            Coord_IO::xml_segName_ellipsoid,      Coord_IO::xml_segName_projection,
+            Coord_IO::xml_segName_planeTransform, Coord_IO::xml_segName_ellipsoidTransform,
+            Coord_IO::xml_segName_geoidModel,     Coord_IO::xml_segName_elevationFitting};
+        return (m_depth == recordDepth && records.contains(name))
+               || name == Coord_IO::xml_segName_param;
+    }
+
+    void checkVersion(const QString &name)
+    {
+        const QString version = attribute(Coord_IO::xml_attrName_ver);
+        if (version.toInt() == readVersion)
+            return;
+        fault(QStringLiteral("the element [%1] in line %2 has %3, not version %4")
+                  .arg(name)
+                  .arg(m_reader.lineNumber())
+                  .arg(version.isEmpty() ? QStringLiteral("no version")
+                                         : QStringLiteral("version \"%1\"").arg(version))
+                  .arg(readVersion));
+    }
+
+    QString attribute(const QString &name) const
+    {
+        return m_reader.attributes().value(name).toString();
+    }
+
+    void fault(const QString &text)
+    {
+        if (m_outline.fault.isEmpty())
+            m_outline.fault = text;
+    }
+
+    QXmlStreamReader m_reader;
+    DocumentKind m_kind;
+    DocumentOutline m_outline;
+    int m_depth = 0;
+};
+
+QString faultOf(const QString &fileName, RecordKind kind)
+{
+    const QString fault = outlineOf(fileName, kind).fault;
+    return fault.isEmpty() ? QStringLiteral("it is no XML document that the library takes") : fault;
+}
+
+std::optional<QList<Record>> systemIn(const QString &fileName, RecordKind kind, QString &reason)
+{
+    Coord coord;
+    bool isRead = false;
+    if (withoutRaising([&] { isRead = Coord_IO::xml_read(fileName, coord, &reason); }, reason)
+        && isRead)
+        return QList<Record>{coord};
+    if (reason.isEmpty())
+        reason = faultOf(fileName, kind);
+    return std::nullopt;
+}
+
+/// The registry reads directories: it is given one that holds nothing but this document.
+std::optional<QList<Record>> listIn(const QString &fileName, RecordKind kind, QString &reason)
+{
+    const QTemporaryDir directory;
+    const LibraryDirectory alone(directory.path());
+    const QString place = alone.path(placeOf(kind));
+    if (!directory.isValid() || !QDir().mkpath(place)
+        || !QFile::link(QFileInfo(fileName).absoluteFilePath(),
+                        QDir(place).filePath(QStringLiteral("document.xml")))) {
+        reason = QStringLiteral("no temporary directory can be made for reading it");
+        return std::nullopt;
+    }
+    if (!loadPlaces(alone, {placeOf(kind)}, reason))
+        return std::nullopt;
+    QList<Record> records;
+    for (const QString &name : namesOf(kind))
+        records += *find(kind, name);
+    if (!records.isEmpty())
+        return records;
+    const DocumentOutline outline = outlineOf(fileName, kind);
+    if (outline.fault.isEmpty() && outline.names.isEmpty())
+        return records;
+    reason = faultOf(fileName, kind);
+    return std::nullopt;
+}
+
+} // namespace
+
+DocumentOutline outlineOf(const QString &fileName, std::optional<RecordKind> kind)
+{
+    DocumentOutline outline;
+    // Waiting for what may never come is nothing for a look at a file.
+    if (QFileInfo::exists(fileName) && !QFileInfo(fileName).isFile()) {
+        outline.fault = QStringLiteral("it is no regular file");
+        return outline;
+    }
+    QFile file(fileName);
+    if (!file.open(QIODevice::ReadOnly)) {
+        outline.fault = file.errorString();
+        return outline;
+    }
+    if (file.size() == 0) {
+        outline.fault = QStringLiteral("the file is empty");
+        return outline;
+    }
+    return Walk(file, kind).run();
+}
+
+std::optional<RecordKind> kindOfRoot(const QString &rootName)
+{
+    if (rootName == Coord_IO::xml_segName_root)
+        return RecordKind::Custom;
+    if (rootName == QLatin1String("Ellipsoid_List"))
+        return RecordKind::Ellipsoid;
+    if (rootName == QLatin1String("Projection_List"))
+        return RecordKind::Projection;
+    return std::nullopt;
+}
+
+std::optional<QList<Record>> recordsIn(const QString &fileName, RecordKind kind, QString &reason)
+{
+    reason.clear();
+    if (QFileInfo::exists(fileName) && !QFileInfo(fileName).isFile()) {
+        reason = QFileInfo(fileName).isDir() ? QStringLiteral("it is a directory")
+                                             : QStringLiteral("it is no regular file");
+        return std::nullopt;
+    }
+    if (!QFileInfo::exists(fileName)) {
+        QFile file(fileName);
+        file.open(QIODevice::ReadOnly);
+        reason = file.errorString();
+        return std::nullopt;
+    }
+    return isList(kind) ? listIn(fileName, kind, reason) : systemIn(fileName, kind, reason);
+}
+
+} // namespace KelStd::cli

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <cli/LibraryRecord.h>
+
+#include <QtCore/QString>
+
+#include <optional>
+
+namespace KelStd::cli {
+
+/// Why no file of the library can be called after `name`; empty when one can.
+QString nameFault(const QString &name);
+
+/// The file of a record that the library writes.
+QString recordFile(const LibraryDirectory &library, RecordKind kind, const QString &name);
+
+/// Why a record of the loaded registry cannot be replaced or removed without harm: its file has
+/// another name, holds other records, too, or is not the only one. Empty when it can.
+QString ownershipFault(const LibraryDirectory &library, RecordKind kind, const QString &name);
+
+/// The entry of the loaded registry that keeps `name` from being added: "the standard system
+/// \"A\""; empty for none.
+QString takenBy(RecordKind kind, const QString &name);
+
+/// Why a file cannot be written.
+QString writeFault(const QString &fileName);
+
+/// What of a record its document would not keep; empty when all is kept.
+QString lossFault(const Record &record);
+
+/// The kinds among `kinds` in which the loaded registry has an entry of exactly this name.
+QList<RecordKind> kindsHolding(const QString &name, const QList<RecordKind> &kinds);
+
+/// "there is no custom system \"harbour\"; did you mean ...?", with the names of the loaded
+/// registry.
+QString unknownName(const QString &name, const QList<RecordKind> &kinds);
+
+} // namespace KelStd::cli

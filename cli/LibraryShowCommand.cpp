@@ -1,0 +1,58 @@
+#include <cli/Command.h>
+
+#include <cli/CommandLine.h>
+#include <cli/Console.h>
+#include <cli/LibraryEntry.h>
+#include <cli/LibraryOptions.h>
+#include <cli/SystemReport.h>
+
+namespace KelStd::cli {
+
+namespace {
+
+struct Show
+{
+    Console &console;
+
+    void operator()(const Coord &coord) const { showSystem(coord, console); }
+    void operator()(const Ellipsoid &ellipsoid) const { showEllipsoid(ellipsoid, console); }
+    void operator()(const Projection &projection) const { showProjection(projection, console); }
+};
+
+} // namespace
+
+ExitStatus runLibraryShow(const QStringList &arguments, Console &console)
+{
+    CommandLine line(QStringLiteral("[OPTIONS] NAME"),
+                     QStringLiteral("Shows an entry of a library as a surveyor reads it."),
+                     QStringLiteral("A name of several kinds is that of the first: custom system, "
+                                    "standard system,\nellipsoid, projection."));
+    addDirectoryOption(line);
+    addKindOption(line);
+    if (const auto status = line.parse(arguments, console, 1))
+        return *status;
+    QString mistake;
+    const auto kinds = kindsFrom(line, mistake);
+    if (kinds.isEmpty())
+        return line.refuse(mistake, console);
+    if (line.positionals().isEmpty())
+        return line.refuse(QStringLiteral("the NAME is missing"), console);
+    const QString name = line.positionals().constFirst();
+    const auto library = openLibrary(line, Missing::IsAnError, console);
+    if (!library || !loadRecords(*library, console))
+        return ExitStatus::Environment;
+
+    const auto holding = kindsHolding(name, kinds);
+    if (holding.isEmpty()) {
+        console.report(unknownName(name, kinds));
+        return ExitStatus::SomeFailed;
+    }
+    for (const RecordKind other : holding.mid(1)) {
+        console.report(QStringLiteral("note: shown is the %1; the library has %2 of this name, too")
+                           .arg(titleOf(holding.constFirst()), withArticle(other)));
+    }
+    std::visit(Show{console}, *find(holding.constFirst(), name));
+    return ExitStatus::Success;
+}
+
+} // namespace KelStd::cli

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <KelStd/coord/Coord.h>
+
+#include <QtCore/QString>
+
+namespace KelStd::cli {
+
+class Console;
+
+/// What the help of a command says about FILE.xml|NAME.
+QString systemChoiceHelp();
+
+/// Reads the system that `given` means: a file that exists, or whose name says that it is one, or
+/// else the system of exactly this name in the library of the home directory, custom before
+/// standard. False after a report.
+bool readChosenSystem(const QString &given, Coord &coord, Console &console);
+
+} // namespace KelStd::cli
