@@ -31,8 +31,8 @@ bool cannotRead(const QString &given, const QString &reason, Console &console)
 QString systemChoiceHelp()
 {
     return QStringLiteral("FILE.xml is a coordinate system's document. NAME is a system of the "
-                          "library, by its\nexact name, custom before standard; 'kelstd library "
-                          "list' lists them.");
+                          "library in the\nhome directory, by its exact name, custom before "
+                          "standard; 'kelstd library list'\nlists them.");
 }
 
 bool readChosenSystem(const QString &given, Coord &coord, Console &console)
