@@ -26,7 +26,7 @@ void write(const QString &fileName, const QByteArray &bytes)
     file.write(bytes);
 }
 
-/// A registry in a directory of its own, with one system to offer.
+/// The registry in a directory of its own, with one system to offer.
 class Library
 {
 public:
@@ -47,8 +47,12 @@ public:
         m_library.setShowConfigFilePath(path("display.bin"));
     }
 
+    /// Loads the registry with `bytes` in a file, and without the files of the rounds before.
     StandardLibrary &load(const char *file, const QByteArray &bytes)
     {
+        for (const char *old :
+             {"ellipsoids/list.xml", "projections/list.xml", "offered.xml", "display.bin"})
+            QFile::remove(path(old));
         write(path(file), bytes);
         m_library.loadLibrary();
         return m_library;
@@ -148,9 +152,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     Q_UNUSED(silent)
     if (size == 0)
         return 0;
+    static Library files;
     const QByteArray bytes(reinterpret_cast<const char *>(data) + 1, static_cast<int>(size) - 1);
-    // Files of the round before would be read, too.
-    Library files;
     using Load = void (*)(Library &, const QByteArray &);
     constexpr Load loads[] = {loadEllipsoids, loadProjections, loadOffered, loadShowConfig};
     loads[data[0] % std::size(loads)](files, bytes);
