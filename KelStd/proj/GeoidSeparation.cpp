@@ -1,24 +1,17 @@
 #include <KelStd/proj/ProjLib.h>
 
-#include <KelStd/proj/FixedBuffer.h>
 #include <KelStd/proj/LoadedProj.h>
 #include <KelStd/proj/Messages.h>
+#include <KelStd/proj/Transformation.h>
 #include <KelStd/proj/TransformationResult.h>
 #include <KelStd/proj/WorkingDirectoryScope.h>
-
-#include <limits>
 
 namespace KelStd {
 
 namespace {
 
 using proj::LoadedProj;
-
-enum class Direction
-{
-    ToGeoid,
-    ToEllipsoid
-};
+using proj::ShiftDirection;
 
 /// Geoid computations are logged less severely than point conversions: without a model a height
 /// above the ellipsoid is left.
@@ -28,50 +21,26 @@ bool failWith(const QString &text, QString *error)
     return proj::fail(error, text);
 }
 
-/// The vertical shift by a grid, or null when PROJ cannot use the file.
-proj::ProjObject createShift(const QString &gridFile, Direction direction)
-{
-    const QLatin1Char quotation('"');
-    if (gridFile.contains(quotation))
-        return nullptr; // it would end the path, and what follows would be PROJ parameters
-    QString definition =
-        QLatin1String("+proj=vgridshift +grids=") + quotation + gridFile + quotation;
-    if (direction == Direction::ToEllipsoid)
-        definition += QLatin1String(" +inv");
-
-    char buffer[proj::geoidDefinitionSize] = {};
-    if (!proj::copyToBuffer(definition, buffer, sizeof buffer))
-        return nullptr;
-    return proj::ProjObject(
-        LoadedProj::instance().functions().proj_create(proj::defaultContext, buffer));
-}
-
 bool calculate(double latitude, double longitude, double height, const QString &gridFile,
-               Direction direction, double &diff, QString *error)
+               ShiftDirection direction, double &diff, QString *error)
 {
     if (!LoadedProj::instance().isLoaded()) {
         proj::logFailure(proj::noLibraryLogText(), LogType_Warning);
         return proj::fail(error, proj::noLibraryText());
     }
     if (gridFile.isEmpty())
-        return failWith(QObject::tr("Geoid model file is empty."), error);
+        return failWith(proj::noGridFileText(), error);
 
     const proj::WorkingDirectoryScope scope;
-    const proj::ProjObject shift = createShift(gridFile, direction);
+    const proj::ProjObject shift = proj::createShift(proj::defaultContext, gridFile, direction);
     if (shift == nullptr)
-        return failWith(QObject::tr("Create proj geoid model failed."), error);
-
-    const proj::ProjFunctions &functions = LoadedProj::instance().functions();
-    const PJ_COORD point{{functions.proj_torad(longitude), functions.proj_torad(latitude), height,
-                          std::numeric_limits<double>::infinity()}}; // at no time in particular
-    const double shifted = functions.proj_trans(shift.get(), PJ_FWD, point).v[2];
-    if (!proj::isResult(shifted)) {
+        return failWith(proj::geoidModelFailedText(), error);
+    if (!proj::separation(shift.get(), {longitude, latitude, height}, diff)) {
         const QString text = proj::failureText(shift.get());
         proj::logFailure(QObject::tr("Calc geoid failed") + QLatin1String(": ") + text,
                          LogType_Warning);
         return proj::fail(error, text);
     }
-    diff = shifted - height;
     return true;
 }
 
@@ -80,13 +49,14 @@ bool calculate(double latitude, double longitude, double height, const QString &
 bool ProjLib::Calc_geoid_diff(double latitude, double longitude, double height,
                               const QString &gridFile, double &diff, QString *error)
 {
-    return calculate(latitude, longitude, height, gridFile, Direction::ToGeoid, diff, error);
+    return calculate(latitude, longitude, height, gridFile, ShiftDirection::ToGeoid, diff, error);
 }
 
 bool ProjLib::Calc_geoid_diff_inverse(double latitude, double longitude, double height,
                                       const QString &gridFile, double &diff, QString *error)
 {
-    return calculate(latitude, longitude, height, gridFile, Direction::ToEllipsoid, diff, error);
+    return calculate(latitude, longitude, height, gridFile, ShiftDirection::ToEllipsoid, diff,
+                     error);
 }
 
 } // namespace KelStd
