@@ -1,3 +1,4 @@
+#include "support/FileSizeLimit.h"
 #include "support/Printers.h"
 #include "support/TemporaryHome.h"
 
@@ -10,8 +11,6 @@
 
 #include <gtest/gtest.h>
 
-#include <csignal>
-#include <sys/resource.h>
 #include <sys/stat.h>
 
 namespace KelStd {
@@ -43,30 +42,6 @@ protected:
     }
 
     QTemporaryDir place;
-};
-
-/// The process may write no file beyond `bytes` while this lives, as on a full disk.
-class FileSizeLimit
-{
-public:
-    explicit FileSizeLimit(rlim_t bytes) : m_handler(std::signal(SIGXFSZ, SIG_IGN))
-    {
-        getrlimit(RLIMIT_FSIZE, &m_limit);
-        rlimit lower = m_limit;
-        lower.rlim_cur = bytes;
-        setrlimit(RLIMIT_FSIZE, &lower);
-    }
-    ~FileSizeLimit()
-    {
-        setrlimit(RLIMIT_FSIZE, &m_limit);
-        std::signal(SIGXFSZ, m_handler);
-    }
-    FileSizeLimit(const FileSizeLimit &) = delete;
-    FileSizeLimit &operator=(const FileSizeLimit &) = delete;
-
-private:
-    rlimit m_limit{};
-    void (*m_handler)(int);
 };
 
 TEST_F(CopyDirectory, CreatesTheTargetAndCopiesEverything)
@@ -142,13 +117,28 @@ TEST_F(CopyDirectory, ACopyThatDoesNotFitLeavesTheOldFile)
     write("target/a.gtx", "old");
     bool complete = true;
     {
-        const FileSizeLimit limit(4096);
+        const test::FileSizeLimit limit(4096);
         complete = copy();
     }
     EXPECT_FALSE(complete);
     EXPECT_EQ(read("target/a.gtx"), "old");
     EXPECT_EQ(read("target/b.gtx"), "small"); // what could be copied is there
     EXPECT_EQ(entries("target"), QStringList({QStringLiteral("a.gtx"), QStringLiteral("b.gtx")}));
+}
+
+/// The last bytes are written from a buffer when the copy is already there.
+TEST_F(CopyDirectory, ASmallCopyThatDoesNotFitLeavesTheOldFile)
+{
+    write("source/a.gtx", QByteArray(1000, 'x'));
+    write("target/a.gtx", "old");
+    bool complete = true;
+    {
+        const test::FileSizeLimit limit(999);
+        complete = copy();
+    }
+    EXPECT_FALSE(complete);
+    EXPECT_EQ(read("target/a.gtx"), "old");
+    EXPECT_EQ(entries("target"), QStringList(QStringLiteral("a.gtx")));
 }
 
 TEST_F(CopyDirectory, ALinkToAFileIsCopiedAsAFile)
