@@ -29,15 +29,27 @@ template <typename Use>
 bool PreparedTransformations::apply(Transformation &transformation, Use use, QString *error)
 {
     // An object that is there belongs to the library that is loaded.
-    PJ *object = transformation.object.get();
-    if (object != nullptr)
+    if (PJ *const object = transformation.object.get()) {
+        // Where PROJ does not know the reason of a failure, it would tell an earlier one's.
+        if (m_hasError && m_resetError != nullptr) {
+            m_resetError(object);
+            m_hasError = false;
+        }
         return use(object) || failAt(object, error);
+    }
+    if (transformation.isRefused)
+        return refuse(transformation, error);
+    if (!LoadedProj::instance().isLoaded())
+        return fail(error, noLibraryText());
+    if (transformation.isShift && transformation.from.isEmpty())
+        return fail(error, noGridFileText());
 
     // The first position, too, is transformed within the scope: PROJ opens grids with it.
     const WorkingDirectoryScope scope;
-    if (!create(transformation, error))
-        return false;
-    object = transformation.object.get();
+    create(transformation);
+    PJ *const object = transformation.object.get();
+    if (object == nullptr)
+        return refuse(transformation, error);
     return use(object) || failAt(object, error);
 }
 
@@ -64,40 +76,37 @@ void PreparedTransformations::beforeUnload()
     }
     m_context.reset();
     m_resetError = nullptr;
+    m_hasError = false;
 }
 
-bool PreparedTransformations::create(Transformation &transformation, QString *error)
+void PreparedTransformations::create(Transformation &transformation)
 {
-    const LoadedProj &loaded = LoadedProj::instance();
-    if (!loaded.isLoaded())
-        return fail(error, noLibraryText());
-    if (transformation.isShift && transformation.from.isEmpty())
-        return fail(error, noGridFileText());
-
     if (m_context == nullptr) {
+        const LoadedProj &loaded = LoadedProj::instance();
         m_context.reset(loaded.createContext());
         m_resetError = loaded.resolve<ResetError>("proj_errno_reset");
     }
     // Without a context of its own PROJ would take the default one, which is another thread's.
-    if (m_context != nullptr && !transformation.isRefused) {
-        transformation.object =
-            transformation.isShift
-                ? createShift(m_context.get(), transformation.from, transformation.direction)
-                : createConversion(m_context.get(), transformation.from, transformation.to);
-    }
-    transformation.isRefused = transformation.object == nullptr;
-    return !transformation.isRefused
-           || fail(error, transformation.isShift ? geoidModelFailedText() : errorFormatText());
+    if (m_context == nullptr)
+        return;
+    transformation.object =
+        transformation.isShift
+            ? createShift(m_context.get(), transformation.from, transformation.direction)
+            : createConversion(m_context.get(), transformation.from, transformation.to);
 }
 
-/// Tells why the last position failed, and makes PROJ forget it: where it does not know the reason
-/// of a later failure, it would tell this one.
-bool PreparedTransformations::failAt(const PJ *transformation, QString *error) const
+bool PreparedTransformations::refuse(Transformation &transformation, QString *error)
 {
+    transformation.isRefused = true;
+    m_hasError = true;
+    return fail(error, transformation.isShift ? geoidModelFailedText() : errorFormatText());
+}
+
+bool PreparedTransformations::failAt(const PJ *transformation, QString *error)
+{
+    m_hasError = true;
     if (error != nullptr)
         *error = failureText(transformation);
-    if (m_resetError != nullptr)
-        m_resetError(transformation);
     return false;
 }
 

@@ -49,12 +49,14 @@ private:
     void beforeUnload() override;
     template <typename Use>
     bool apply(Transformation &transformation, Use use, QString *error);
-    bool create(Transformation &transformation, QString *error);
-    bool failAt(const PJ *transformation, QString *error) const;
+    void create(Transformation &transformation);
+    bool refuse(Transformation &transformation, QString *error);
+    bool failAt(const PJ *transformation, QString *error);
 
     std::vector<Transformation> m_transformations;
     ProjContext m_context;
-    ResetError m_resetError = nullptr;
+    ResetError m_resetError = nullptr; ///< null for a library without it
+    bool m_hasError = false;           ///< PROJ's context holds that of an earlier failure
 };
 
 } // namespace KelStd::proj
