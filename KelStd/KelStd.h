@@ -6,6 +6,7 @@
 #include <KelStd/coord/Ellipsoid.h>
 #include <KelStd/coord/Enumerations.h>
 #include <KelStd/coord/Location.h>
+#include <KelStd/coord/LocationBuilder.h>
 #include <KelStd/coord/Param.h>
 #include <KelStd/coord/Pos.h>
 #include <KelStd/coord/Projection.h>

@@ -17,14 +17,6 @@ QString rightAligned(const QString &text, int width)
     return text.rightJustified(width);
 }
 
-int frameWidth(const ValuePrinter &printer, Frame frame)
-{
-    int width = gap.size() * (componentsPerFrame - 1);
-    for (int i = 0; i < componentsPerFrame; ++i)
-        width += printer.width(columnOf(frame, i));
-    return width;
-}
-
 bool isHeight(const Column &column)
 {
     return columnOf(column.frame, componentsPerFrame - 1).value == column.value
@@ -35,6 +27,26 @@ bool isHeight(const Column &column)
 bool isEllipsoidal(const Column &column, const QString &geoidModel)
 {
     return isHeight(column) && (column.frame != Frame::LocalNEH || geoidModel.isEmpty());
+}
+
+/// The unit, and what a height is above where the values do not say it.
+QString unitText(const ValuePrinter &printer, const Column &column, const QString &geoidModel)
+{
+    const QString unit = printer.unit(column);
+    return isEllipsoidal(column, geoidModel) ? unit + QLatin1String(" (ell.)") : unit;
+}
+
+int columnWidth(const ValuePrinter &printer, const Column &column, const QString &geoidModel)
+{
+    return std::max(printer.width(column), unitText(printer, column, geoidModel).size());
+}
+
+int frameWidth(const ValuePrinter &printer, Frame frame, const QString &geoidModel)
+{
+    int width = gap.size() * (componentsPerFrame - 1);
+    for (int i = 0; i < componentsPerFrame; ++i)
+        width += columnWidth(printer, columnOf(frame, i), geoidModel);
+    return width;
 }
 
 /// A title in the middle of a rule.
@@ -53,7 +65,7 @@ int TableWriter::wideWidth(const ValuePrinter &printer, const QString &geoidMode
     if (!geoidModel.isEmpty())
         width += gap.size() + heightReference(geoidModel).size();
     for (const Column &column : columns())
-        width += gap.size() + printer.width(column);
+        width += gap.size() + columnWidth(printer, column, geoidModel);
     return width;
 }
 
@@ -68,15 +80,14 @@ void TableWriter::begin(bool hasNames)
     QString labels = hasNames ? QStringLiteral("point").leftJustified(nameWidth) : QString();
     QString units = indent;
     for (const FrameRow &frame : frames()) {
-        titles += gap + ruled(QString::fromLatin1(frame.title), frameWidth(m_printer, frame.frame));
+        titles += gap
+                  + ruled(QString::fromLatin1(frame.title),
+                          frameWidth(m_printer, frame.frame, m_geoidModel));
         for (int i = 0; i < componentsPerFrame; ++i) {
             const Column &column = columnOf(frame.frame, i);
-            const int width = m_printer.width(column);
+            const int width = columnWidth(m_printer, column, m_geoidModel);
             labels += gap + rightAligned(QString::fromLatin1(column.label), width);
-            QString unit = m_printer.unit(column);
-            if (isEllipsoidal(column, m_geoidModel))
-                unit += QLatin1String(" (ell.)");
-            units += gap + rightAligned(unit, width);
+            units += gap + rightAligned(unitText(m_printer, column, m_geoidModel), width);
         }
     }
     if (!m_geoidModel.isEmpty())
@@ -114,7 +125,9 @@ void TableWriter::writeWide(const QString &name, const Location &location,
         line = (name.size() > nameWidth ? QString() : name).leftJustified(nameWidth);
     }
     for (const Column &column : columns())
-        line += gap + rightAligned(m_printer.cell(column, location), m_printer.width(column));
+        line += gap
+                + rightAligned(m_printer.cell(column, location),
+                               columnWidth(m_printer, column, m_geoidModel));
     if (!m_geoidModel.isEmpty())
         line += gap + heightReference(geoidModel);
     printLine(line);

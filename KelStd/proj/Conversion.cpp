@@ -1,8 +1,8 @@
 #include <KelStd/proj/ProjLib.h>
 
-#include <KelStd/proj/FixedBuffer.h>
 #include <KelStd/proj/LoadedProj.h>
 #include <KelStd/proj/Messages.h>
+#include <KelStd/proj/Transformation.h>
 #include <KelStd/proj/TransformationResult.h>
 #include <KelStd/proj/WorkingDirectoryScope.h>
 
@@ -18,18 +18,6 @@ bool isFrameStep(ProjLib::EConvertType type)
     return type >= ProjLib::WGS84LatLongH_to_WGS84XYZ && type <= ProjLib::LocalNEH_to_LocalLatLongH;
 }
 
-/// The transformation between two definitions, or null when PROJ refuses them.
-proj::ProjObject createTransformation(const QString &from, const QString &to)
-{
-    char source[proj::definitionSize] = {};
-    char target[proj::definitionSize] = {};
-    if (!proj::copyToBuffer(from, source, sizeof source)
-        || !proj::copyToBuffer(to, target, sizeof target))
-        return nullptr;
-    return proj::ProjObject(LoadedProj::instance().functions().proj_create_crs_to_crs(
-        proj::defaultContext, source, target, nullptr));
-}
-
 /// Transforms the positions of a range in place until one fails.
 template <typename Iterator>
 bool convert(const QString &from, const QString &to, Iterator first, Iterator last,
@@ -41,8 +29,8 @@ bool convert(const QString &from, const QString &to, Iterator first, Iterator la
     }
 
     const proj::WorkingDirectoryScope scope;
-    const proj::ProjObject transformation = createTransformation(from, to);
-    if (transformation == nullptr) {
+    const proj::ProjObject conversion = proj::createConversion(proj::defaultContext, from, to);
+    if (conversion == nullptr) {
         proj::logFailure(QObject::tr("Convert point by proj library failed, create project failed")
                              + QLatin1String(":\n") + QObject::tr("From") + QLatin1Char('[') + from
                              + QLatin1String("]\n") + QObject::tr("To") + QLatin1Char('[') + to
@@ -53,15 +41,9 @@ bool convert(const QString &from, const QString &to, Iterator first, Iterator la
     if (!isFrameStep(type))
         return true;
 
-    const auto transform = LoadedProj::instance().functions().proj_trans;
     for (; first != last; ++first) {
-        // The three readings of a position share their storage: one of them serves every type.
-        const stXYZ &in = first->getXYZ();
-        const PJ_COORD out =
-            transform(transformation.get(), PJ_FWD, PJ_COORD{{in.x, in.y, in.z, 0.0}});
-        if (!proj::isResult(out.v[0]) || !proj::isResult(out.v[1]) || !proj::isResult(out.v[2]))
-            return fail(error, proj::failureText(transformation.get()));
-        first->setXYZ(out.v[0], out.v[1], out.v[2]);
+        if (!proj::transform(conversion.get(), *first, *first))
+            return fail(error, proj::failureText(conversion.get()));
     }
     return true;
 }

@@ -4,8 +4,6 @@
 #include <QtCore/QFile>
 #include <QtCore/QLibrary>
 
-#include <algorithm>
-
 namespace KelStd::proj {
 
 namespace {
@@ -14,6 +12,20 @@ namespace {
 constexpr int searchPathSize = 2014;
 
 } // namespace
+
+UnloadListener::UnloadListener()
+{
+    LoadedProj &loaded = LoadedProj::instance();
+    const std::lock_guard lock(loaded.m_listenersMutex);
+    loaded.m_listeners.insert(this);
+}
+
+UnloadListener::~UnloadListener()
+{
+    LoadedProj &loaded = LoadedProj::instance();
+    const std::lock_guard lock(loaded.m_listenersMutex);
+    loaded.m_listeners.erase(this);
+}
 
 LoadedProj::LoadedProj() = default;
 LoadedProj::~LoadedProj() = default;
@@ -51,26 +63,44 @@ void LoadedProj::unload()
 {
     if (!isLoaded())
         return;
+    {
+        const std::lock_guard lock(m_listenersMutex);
+        for (UnloadListener *listener : m_listeners)
+            listener->beforeUnload();
+    }
     m_functions.proj_cleanup();
     m_functions = {};
+    m_setSearchPaths = nullptr;
     m_library.reset();
 }
 
 bool LoadedProj::setSearchPath(const QString &directory)
 {
-    const auto setSearchPaths =
+    m_setSearchPaths =
         resolve<decltype(&::proj_context_set_search_paths)>("proj_context_set_search_paths");
-    if (setSearchPaths == nullptr)
+    if (m_setSearchPaths == nullptr)
         return true;
-
-    const QByteArray path = QFile::encodeName(QDir::toNativeSeparators(directory));
-    if (path.size() >= searchPathSize)
+    m_searchPath = QFile::encodeName(QDir::toNativeSeparators(directory));
+    if (m_searchPath.size() >= searchPathSize)
         return false;
-    char buffer[searchPathSize] = {};
-    std::copy(path.cbegin(), path.cend(), buffer);
-    const char *const paths[] = {buffer};
-    setSearchPaths(defaultContext, 1, paths);
+    applySearchPath(defaultContext);
     return true;
+}
+
+void LoadedProj::applySearchPath(PJ_CONTEXT *context) const
+{
+    if (m_setSearchPaths == nullptr)
+        return;
+    const char *const paths[] = {m_searchPath.constData()};
+    m_setSearchPaths(context, 1, paths);
+}
+
+PJ_CONTEXT *LoadedProj::createContext() const
+{
+    PJ_CONTEXT *context = m_functions.proj_context_create();
+    if (context != nullptr)
+        applySearchPath(context);
+    return context;
 }
 
 } // namespace KelStd::proj

@@ -22,6 +22,16 @@ inline QString errorFormatText()
     return QObject::tr("Error format.");
 }
 
+inline QString noGridFileText()
+{
+    return QObject::tr("Geoid model file is empty.");
+}
+
+inline QString geoidModelFailedText()
+{
+    return QObject::tr("Create proj geoid model failed.");
+}
+
 /// Puts `text` into `error`, when given, and is false.
 inline bool fail(QString *error, const QString &text)
 {

@@ -5,20 +5,7 @@
 
 #include <QtCore/QObject>
 
-#include <cmath>
-
 namespace KelStd::proj {
-
-namespace {
-
-constexpr double projErrorValue = 1e30;
-
-} // namespace
-
-bool isResult(double component)
-{
-    return std::isfinite(component) && component != projErrorValue;
-}
 
 QString failureText(const PJ *transformation)
 {

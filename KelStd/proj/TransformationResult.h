@@ -5,12 +5,18 @@
 
 #include <QtCore/QString>
 
+#include <cmath>
+
 /// What PROJ's answer for a position means, and how a failure is told.
 namespace KelStd::proj {
 
 /// False for PROJ's marks of a failure (1e30 in its older functions, an infinity in newer ones) and
 /// for a number that is none.
-bool isResult(double component);
+inline bool isResult(double component)
+{
+    constexpr double projErrorValue = 1e30;
+    return std::isfinite(component) && component != projErrorValue;
+}
 
 /// Why PROJ could not transform the last position. PROJ does not always know, and then there is a
 /// text of our own.

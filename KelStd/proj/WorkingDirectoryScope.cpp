@@ -9,12 +9,19 @@ namespace KelStd::proj {
 
 namespace {
 
-/// How many scopes are open. The current directory is the process's, and so is this.
+/// The current directory is the process's: one thread at a time may change it.
+std::recursive_mutex &directoryMutex()
+{
+    static std::recursive_mutex mutex;
+    return mutex;
+}
+
+/// How many scopes are open on the thread that holds the mutex.
 int openScopes = 0;
 
 } // namespace
 
-WorkingDirectoryScope::WorkingDirectoryScope()
+WorkingDirectoryScope::WorkingDirectoryScope() : m_lock(directoryMutex())
 {
     if (openScopes++ > 0)
         return;

@@ -66,9 +66,10 @@ TEST_P(ShownTables, HaveUnitStyleAndDecimalsOfTheOptions)
     EXPECT_EQ(words.at(3), QString::fromUtf8(GetParam().height));
     const QString angle = QString::fromUtf8(GetParam().angleUnit);
     const QString length = QString::fromUtf8(GetParam().lengthUnit);
-    EXPECT_EQ(wordsOf(GetParam().options, 2),
-              (QStringList{angle, angle, length, length, length, length, angle, angle, length,
-                           length, length, length}));
+    QStringList units = wordsOf(GetParam().options, 2);
+    EXPECT_EQ(units.removeAll(QStringLiteral("(ell.)")), 3); // what the heights are above
+    EXPECT_EQ(units, (QStringList{angle, angle, length, length, length, length, angle, angle,
+                                  length, length, length, length}));
 }
 
 // -170.5041666667 degrees are 170 degrees, 30 minutes and 15.00000012 seconds; an international
@@ -159,7 +160,9 @@ TEST(ConvertDisplay, ColumnsAreAlignedByCharacters)
         SCOPED_TRACE(more.join(QLatin1Char(' ')).toStdString());
         const auto result = ProgramRun().convert(system, two, more + QStringList(table));
         ASSERT_EQ(result.status, 0) << result.err;
-        const QString units = result.outLines().value(2);
+        // "m (ell.)" is one unit.
+        const QString units =
+            result.outLines().value(2).replace(QLatin1String(" (ell.)"), QLatin1String("_(ell.)"));
         int checked = 0;
         for (int i = 1; i < units.size(); ++i) {
             const bool isEnd = units.at(i) != QLatin1Char(' ')

@@ -1,4 +1,5 @@
 #include "coord/LocationOperations.h"
+#include "coord/PointsOfSystem.h"
 #include "support/Printers.h"
 #include "support/ProjTest.h"
 
@@ -7,7 +8,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <random>
 
 namespace KelStd {
 namespace {
@@ -15,11 +15,6 @@ namespace {
 constexpr double degreeTolerance = 1e-9; // some 0.1 mm
 constexpr double metreTolerance = 1e-6;
 constexpr int points = KELSTD_ROUND_TRIP_POINTS;
-
-/// PROJ turns cartesian into geographic in one step of Bowring's method. Its error grows with the
-/// height: 0.35 of the tolerances above at 2000 m, 1.9 at 4800 m.
-constexpr double lowest = -400.0;
-constexpr double highest = 2000.0;
 
 /// Projections whose inverse is approximate in PROJ itself (`proj | invproj` shows the same), with
 /// how many times the tolerances above they miss at most.
@@ -47,15 +42,6 @@ double timesAllowed(const std::string &system)
     return 1.0;
 }
 
-bool isPlane(const test::PublishedCase &published)
-{
-    return published.from == test::Frame::LocalNEH
-           || std::any_of(published.expected.begin(), published.expected.end(),
-                          [](const test::ExpectedFrame &expected) {
-                              return expected.frame == test::Frame::LocalNEH;
-                          });
-}
-
 /// The largest difference of two positions, in units of the tolerances above.
 double worstDifference(const Pos &a, const Pos &b, bool geographic)
 {
@@ -70,47 +56,6 @@ double worstDifference(const Pos &a, const Pos &b, bool geographic)
     return worst;
 }
 
-/// Points about the published plane coordinates of one system, where its projection is at home.
-/// (Published datum shifts reach round the globe; they serve where there is nothing else.)
-class PointsOfSystem
-{
-public:
-    PointsOfSystem(const QString &system, const Coord &coord)
-    {
-        std::vector<Pos> all;
-        for (const test::PublishedCase &published : test::publishedFigures().cases) {
-            if (published.system != system)
-                continue;
-            Location location;
-            QString error;
-            EXPECT_TRUE(test::operationFrom(published.from)(published.start, location, nullptr,
-                                                            &coord, &error))
-                << error;
-            (isPlane(published) ? m_centres : all).push_back(location.wgs84LLH);
-        }
-        if (m_centres.empty())
-            m_centres = all;
-    }
-
-    /// A random published position, moved by up to half a degree and given a height.
-    Pos next()
-    {
-        const stLongLatH &centre = m_centres.at(m_random() % m_centres.size()).getLongLatH();
-        const double latitude = std::clamp(centre.latitude + uniform(-0.5, 0.5), -89.9, 89.9);
-        return Pos::fromLongLatH(centre.longitude + uniform(-0.5, 0.5), latitude,
-                                 uniform(lowest, highest));
-    }
-
-private:
-    double uniform(double low, double high)
-    {
-        return std::uniform_real_distribution<double>(low, high)(m_random);
-    }
-
-    std::vector<Pos> m_centres;
-    std::mt19937 m_random{20260101};
-};
-
 class RoundTrip : public test::ProjTest, public testing::WithParamInterface<std::string>
 {};
 
@@ -119,7 +64,7 @@ TEST_P(RoundTrip, EveryOperationReturnsToItsStart)
     const QString system = QString::fromStdString(GetParam());
     Coord coord;
     ASSERT_TRUE(Coord_IO::xml_read(test::systemPath(system), coord));
-    PointsOfSystem source(system, coord);
+    test::PointsOfSystem source(system, coord, 20260101);
 
     for (int i = 0; i < points; ++i) {
         const Pos start = source.next();

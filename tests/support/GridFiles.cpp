@@ -1,5 +1,12 @@
 #include "support/GridFiles.h"
 
+#include <KelStd/platform/AppConfig.h>
+
+#include <QtCore/QDir>
+#include <QtCore/QFile>
+
+#include <gtest/gtest.h>
+
 #include <QtCore/QDataStream>
 
 #include <algorithm>
@@ -10,6 +17,16 @@ namespace KelStd::test {
 QString egm96Path()
 {
     return QStringLiteral(KELSTD_TEST_BIN_DIR "/geoid_model_list/egm96_15.gtx");
+}
+
+void deliverEgm96()
+{
+    const QDir home = AppConfig::getInstance().homeDir();
+    const QString link = home.filePath(QStringLiteral("geoid_model_list/egm96_15.gtx"));
+    if (QFile::exists(link))
+        return;
+    ASSERT_TRUE(home.mkpath(QStringLiteral("geoid_model_list")));
+    ASSERT_TRUE(QFile::link(egm96Path(), link));
 }
 
 Grid slopingGrid()

@@ -10,6 +10,9 @@ namespace KelStd::test {
 /// The EGM96 grid that the build delivers.
 QString egm96Path();
 
+/// Puts it among the models of the home directory that is in use.
+void deliverEgm96();
+
 /// A geoid grid as the tests write it: rows from south to north, each from west to east.
 struct Grid
 {

@@ -1,0 +1,166 @@
+#include <KelStd/coord/LocationBuilder.h>
+
+#include <KelStd/coord/ChainDefinitions.h>
+#include <KelStd/coord/Coord.h>
+#include <KelStd/coord/LocationSteps.h>
+#include <KelStd/proj/PreparedTransformations.h>
+
+namespace KelStd {
+
+/// The stages of many locations, on transformations that are created once.
+class LocationBuilder::Stages
+{
+public:
+    explicit Stages(const Coord &coord) : Stages(ChainDefinitions(&coord), geoidGridFile(&coord)) {}
+
+    /// Where the stages put their reasons; null for nowhere.
+    void reportTo(QString *error) { m_error = error; }
+
+    bool geographicToCartesian(const Pos &from, Pos &to)
+    {
+        return m_prepared.convert(m_geographicToCartesian, from, to, m_error);
+    }
+
+    bool cartesianToGeographic(const Pos &from, Pos &to)
+    {
+        return m_prepared.convert(m_cartesianToGeographic, from, to, m_error);
+    }
+
+    bool cartesianToLocal(const Pos &from, Pos &to)
+    {
+        return m_prepared.convert(m_cartesianToLocal, from, to, m_error);
+    }
+
+    bool localToCartesian(const Pos &from, Pos &to)
+    {
+        return m_prepared.convert(m_localToCartesian, from, to, m_error);
+    }
+
+    bool localToProjected(const Pos &from, Pos &to)
+    {
+        return m_prepared.convert(m_localToProjected, from, to, m_error);
+    }
+
+    bool projectedToLocal(const Pos &from, Pos &to)
+    {
+        return m_prepared.convert(m_projectedToLocal, from, to, m_error);
+    }
+
+    bool toGeoid(const Pos &wgs84, double &diff)
+    {
+        return m_hasGeoid && separation(Height::Ellipsoidal, wgs84, diff);
+    }
+
+    bool toEllipsoid(const Pos &wgs84, double &diff)
+    {
+        return m_hasGeoid && separation(Height::AboveGeoid, wgs84, diff);
+    }
+
+    bool separation(Height given, const Pos &wgs84, double &diff)
+    {
+        return m_prepared.shift(given == Height::Ellipsoidal ? m_toGeoid : m_toEllipsoid,
+                                wgs84.getLongLatH(), diff, m_error);
+    }
+
+private:
+    using Index = proj::PreparedTransformations::Index;
+
+    Stages(const ChainDefinitions &chain, const QString &gridFile)
+        : m_geographicToCartesian(m_prepared.addConversion(chain.geographic, chain.cartesian)),
+          m_cartesianToGeographic(m_prepared.addConversion(chain.cartesian, chain.geographic)),
+          m_cartesianToLocal(m_prepared.addConversion(chain.cartesian, chain.localGeographic)),
+          m_localToCartesian(m_prepared.addConversion(chain.localGeographic, chain.cartesian)),
+          m_localToProjected(m_prepared.addConversion(chain.localGeographic, chain.localProjected)),
+          m_projectedToLocal(m_prepared.addConversion(chain.localProjected, chain.localGeographic)),
+          m_toGeoid(m_prepared.addShift(gridFile, proj::ShiftDirection::ToGeoid)),
+          m_toEllipsoid(m_prepared.addShift(gridFile, proj::ShiftDirection::ToEllipsoid)),
+          m_hasGeoid(!gridFile.isEmpty())
+    {}
+
+    proj::PreparedTransformations m_prepared; // before the numbers that it gives out
+    Index m_geographicToCartesian;
+    Index m_cartesianToGeographic;
+    Index m_cartesianToLocal;
+    Index m_localToCartesian;
+    Index m_localToProjected;
+    Index m_projectedToLocal;
+    Index m_toGeoid;
+    Index m_toEllipsoid;
+    bool m_hasGeoid;
+    QString *m_error = nullptr;
+};
+
+namespace {
+
+/// Calls `makeOne(index, reason)` for each position and keeps what became of it.
+template <typename MakeOne>
+std::size_t makeEach(std::size_t count, LocationBuilder::Outcome *outcomes, MakeOne makeOne)
+{
+    std::size_t made = 0;
+    for (std::size_t i = 0; i < count; ++i) {
+        LocationBuilder::Outcome *const outcome = outcomes != nullptr ? outcomes + i : nullptr;
+        if (outcome != nullptr)
+            *outcome = {};
+        const bool isMade = makeOne(i, outcome != nullptr ? &outcome->reason : nullptr);
+        if (outcome != nullptr)
+            outcome->isMade = isMade;
+        made += isMade ? 1 : 0;
+    }
+    return made;
+}
+
+/// The steps from a frame; null for a number that is none.
+template <typename Stages>
+auto stepsFrom(LocationBuilder::Frame frame) -> bool (*)(Stages &, const Pos &, Location &)
+{
+    switch (frame) {
+    case LocationBuilder::Frame::Wgs84Geographic: return &steps::fromWgs84Geographic<Stages>;
+    case LocationBuilder::Frame::Wgs84Cartesian: return &steps::fromWgs84Cartesian<Stages>;
+    case LocationBuilder::Frame::LocalGeographic: return &steps::fromLocalGeographic<Stages>;
+    case LocationBuilder::Frame::LocalProjected: return &steps::fromLocalProjected<Stages>;
+    }
+    return nullptr;
+}
+
+} // namespace
+
+LocationBuilder::LocationBuilder(const Coord &coord) : m_stages(std::make_unique<Stages>(coord)) {}
+
+LocationBuilder::~LocationBuilder() = default;
+LocationBuilder::LocationBuilder(LocationBuilder &&other) noexcept = default;
+LocationBuilder &LocationBuilder::operator=(LocationBuilder &&other) noexcept = default;
+
+bool LocationBuilder::make(Frame from, const Pos &position, Location &location, QString *error)
+{
+    Location result;
+    m_stages->reportTo(error);
+    if (!stepsFrom<Stages>(from)(*m_stages, position, result))
+        return false;
+    location = result;
+    return true;
+}
+
+std::size_t LocationBuilder::make(Frame from, const Pos *positions, std::size_t count,
+                                  Location *locations, Outcome *outcomes)
+{
+    return makeEach(count, outcomes, [&](std::size_t i, QString *reason) {
+        return make(from, positions[i], locations[i], reason);
+    });
+}
+
+bool LocationBuilder::geoidSeparation(Height given, const Pos &position, double &diff,
+                                      QString *error)
+{
+    m_stages->reportTo(error);
+    return m_stages->separation(given, position, diff);
+}
+
+std::size_t LocationBuilder::geoidSeparations(Height given, const Pos *positions, std::size_t count,
+                                              double *diffs, Outcome *outcomes)
+{
+    return makeEach(count, outcomes, [&](std::size_t i, QString *reason) {
+        return geoidSeparation(given, positions[i], diffs[i], reason);
+    });
+}
+
+} // namespace KelStd

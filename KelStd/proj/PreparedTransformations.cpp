@@ -1,0 +1,113 @@
+#include <KelStd/proj/PreparedTransformations.h>
+
+#include <KelStd/proj/Messages.h>
+#include <KelStd/proj/TransformationResult.h>
+#include <KelStd/proj/WorkingDirectoryScope.h>
+
+namespace KelStd::proj {
+
+PreparedTransformations::~PreparedTransformations()
+{
+    beforeUnload();
+}
+
+PreparedTransformations::Index PreparedTransformations::addConversion(const QString &from,
+                                                                      const QString &to)
+{
+    m_transformations.push_back({false, from, to, ShiftDirection::ToGeoid, nullptr, false});
+    return m_transformations.size() - 1;
+}
+
+PreparedTransformations::Index PreparedTransformations::addShift(const QString &gridFile,
+                                                                 ShiftDirection direction)
+{
+    m_transformations.push_back({true, gridFile, {}, direction, nullptr, false});
+    return m_transformations.size() - 1;
+}
+
+template <typename Use>
+bool PreparedTransformations::apply(Transformation &transformation, Use use, QString *error)
+{
+    // An object that is there belongs to the library that is loaded.
+    if (PJ *const object = transformation.object.get()) {
+        // Where PROJ does not know the reason of a failure, it would tell an earlier one's.
+        if (m_hasError && m_resetError != nullptr) {
+            m_resetError(object);
+            m_hasError = false;
+        }
+        return use(object) || failAt(object, error);
+    }
+    if (transformation.isRefused)
+        return refuse(transformation, error);
+    if (!LoadedProj::instance().isLoaded())
+        return fail(error, noLibraryText());
+    if (transformation.isShift && transformation.from.isEmpty())
+        return fail(error, noGridFileText());
+
+    // The first position, too, is transformed within the scope: PROJ opens grids with it.
+    const WorkingDirectoryScope scope;
+    create(transformation);
+    PJ *const object = transformation.object.get();
+    if (object == nullptr)
+        return refuse(transformation, error);
+    return use(object) || failAt(object, error);
+}
+
+bool PreparedTransformations::convert(Index conversion, const Pos &from, Pos &to, QString *error)
+{
+    return apply(
+        m_transformations[conversion], [&](PJ *object) { return transform(object, from, to); },
+        error);
+}
+
+bool PreparedTransformations::shift(Index shift, const stLongLatH &point, double &diff,
+                                    QString *error)
+{
+    return apply(
+        m_transformations[shift], [&](PJ *object) { return separation(object, point, diff); },
+        error);
+}
+
+void PreparedTransformations::beforeUnload()
+{
+    for (Transformation &transformation : m_transformations) {
+        transformation.object.reset();
+        transformation.isRefused = false;
+    }
+    m_context.reset();
+    m_resetError = nullptr;
+    m_hasError = false;
+}
+
+void PreparedTransformations::create(Transformation &transformation)
+{
+    if (m_context == nullptr) {
+        const LoadedProj &loaded = LoadedProj::instance();
+        m_context.reset(loaded.createContext());
+        m_resetError = loaded.resolve<ResetError>("proj_errno_reset");
+    }
+    // Without a context of its own PROJ would take the default one, which is another thread's.
+    if (m_context == nullptr)
+        return;
+    transformation.object =
+        transformation.isShift
+            ? createShift(m_context.get(), transformation.from, transformation.direction)
+            : createConversion(m_context.get(), transformation.from, transformation.to);
+}
+
+bool PreparedTransformations::refuse(Transformation &transformation, QString *error)
+{
+    transformation.isRefused = true;
+    m_hasError = true;
+    return fail(error, transformation.isShift ? geoidModelFailedText() : errorFormatText());
+}
+
+bool PreparedTransformations::failAt(const PJ *transformation, QString *error)
+{
+    m_hasError = true;
+    if (error != nullptr)
+        *error = failureText(transformation);
+    return false;
+}
+
+} // namespace KelStd::proj

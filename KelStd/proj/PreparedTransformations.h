@@ -1,0 +1,62 @@
+#pragma once
+
+#include <KelStd/proj/Transformation.h>
+
+#include <vector>
+
+namespace KelStd::proj {
+
+/// Transformations that are created once, each when it is first needed, and then serve any number
+/// of positions without touching a file, the current directory or the heap.
+///
+/// They live in a PROJ context of their own: objects of this class may be used on different threads
+/// at the same time, one a thread. They end with the loaded library and are created anew when it is
+/// loaded again. Nothing is logged.
+class PreparedTransformations : private UnloadListener
+{
+public:
+    using Index = std::size_t;
+
+    PreparedTransformations() = default;
+    ~PreparedTransformations();
+
+    /// Announces the transformation between two definitions.
+    Index addConversion(const QString &from, const QString &to);
+
+    /// Announces the vertical shift by a grid.
+    Index addShift(const QString &gridFile, ShiftDirection direction);
+
+    /// As `ProjLib::ConvertPosList` for one position: the same result and the same text. `to`,
+    /// which may be `from`, is untouched by a failure, `error` (which may be null) by a success.
+    bool convert(Index conversion, const Pos &from, Pos &to, QString *error);
+
+    /// As `ProjLib::Calc_geoid_diff` and its inverse; a failure leaves `diff` untouched.
+    bool shift(Index shift, const stLongLatH &point, double &diff, QString *error);
+
+private:
+    struct Transformation
+    {
+        bool isShift;
+        QString from; ///< definition, or the grid file
+        QString to;
+        ShiftDirection direction;
+        ProjObject object; ///< null until it is first needed
+        bool isRefused;    ///< PROJ was asked and has none
+    };
+
+    using ResetError = decltype(&::proj_errno_reset);
+
+    void beforeUnload() override;
+    template <typename Use>
+    bool apply(Transformation &transformation, Use use, QString *error);
+    void create(Transformation &transformation);
+    bool refuse(Transformation &transformation, QString *error);
+    bool failAt(const PJ *transformation, QString *error);
+
+    std::vector<Transformation> m_transformations;
+    ProjContext m_context;
+    ResetError m_resetError = nullptr; ///< null for a library without it
+    bool m_hasError = false;           ///< PROJ's context holds that of an earlier failure
+};
+
+} // namespace KelStd::proj

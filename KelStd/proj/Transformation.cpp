@@ -1,0 +1,68 @@
+#include <KelStd/proj/Transformation.h>
+
+#include <KelStd/proj/FixedBuffer.h>
+#include <KelStd/proj/TransformationResult.h>
+
+#include <QtCore/QByteArray>
+
+#include <algorithm>
+#include <limits>
+#include <string_view>
+
+namespace KelStd::proj {
+
+ProjObject createConversion(PJ_CONTEXT *context, const QString &from, const QString &to)
+{
+    char source[definitionSize] = {};
+    char target[definitionSize] = {};
+    if (!copyToBuffer(from, source, sizeof source) || !copyToBuffer(to, target, sizeof target))
+        return nullptr;
+    return ProjObject(LoadedProj::instance().functions().proj_create_crs_to_crs(context, source,
+                                                                                target, nullptr));
+}
+
+ProjObject createShift(PJ_CONTEXT *context, const QString &gridFile, ShiftDirection direction)
+{
+    constexpr std::string_view head = "+proj=vgridshift +grids=\"";
+    const std::string_view tail = direction == ShiftDirection::ToGeoid ? "\"" : "\" +inv";
+    const QByteArray path = gridFile.toUtf8();
+    const auto length = static_cast<std::size_t>(path.size());
+    // A quotation mark would end the path, and what follows it would be PROJ parameters.
+    if (path.contains('"') || path.contains('\0')
+        || head.size() + length + tail.size() >= geoidDefinitionSize)
+        return nullptr;
+
+    // Put together without a detour by texts: creating the shift is cheap enough to notice them.
+    char definition[geoidDefinitionSize] = {};
+    char *end = std::copy(head.cbegin(), head.cend(), definition);
+    end = std::copy(path.cbegin(), path.cend(), end);
+    std::copy(tail.cbegin(), tail.cend(), end);
+    return ProjObject(LoadedProj::instance().functions().proj_create(context, definition));
+}
+
+bool transform(PJ *conversion, const Pos &from, Pos &to)
+{
+    // The three readings of a position share their storage: one of them serves every frame.
+    const stXYZ &in = from.getXYZ();
+    const PJ_COORD out = LoadedProj::instance().functions().proj_trans(
+        conversion, PJ_FWD, PJ_COORD{{in.x, in.y, in.z, 0.0}});
+    if (!isResult(out.v[0]) || !isResult(out.v[1]) || !isResult(out.v[2]))
+        return false;
+    to.setXYZ(out.v[0], out.v[1], out.v[2]);
+    return true;
+}
+
+bool separation(PJ *shift, const stLongLatH &point, double &diff)
+{
+    const ProjFunctions &functions = LoadedProj::instance().functions();
+    const PJ_COORD in{{functions.proj_torad(point.longitude), functions.proj_torad(point.latitude),
+                       point.height,
+                       std::numeric_limits<double>::infinity()}}; // at no time in particular
+    const double shifted = functions.proj_trans(shift, PJ_FWD, in).v[2];
+    if (!isResult(shifted))
+        return false;
+    diff = shifted - point.height;
+    return true;
+}
+
+} // namespace KelStd::proj
