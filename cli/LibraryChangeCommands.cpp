@@ -7,7 +7,6 @@
 #include <cli/LibraryDocument.h>
 #include <cli/LibraryEntry.h>
 #include <cli/LibraryOptions.h>
-#include <cli/SystemFile.h>
 
 #include <QtCore/QFileInfo>
 
@@ -22,7 +21,7 @@ const QString asOption = QStringLiteral("as");
 QString exitStatusHelp()
 {
     return QStringLiteral("\n\nExit status: 0 done, 1 refused, 2 usage, 3 the library or the file "
-                          "cannot be read,\nor a file cannot be written.");
+                          "cannot be\nread, or a file cannot be written.");
 }
 
 ExitStatus fail(const QString &reason, ExitStatus status, Console &console)
@@ -84,18 +83,9 @@ std::optional<Record> recordFrom(const QString &fileName, RecordKind kind, Conso
     return records->constFirst();
 }
 
-/// Calls an operation of the registry, which gives false or raises.
-template <typename Operation>
-bool succeeds(Operation operation, QString &raised)
+ExitStatus notWritten(const QString &fileName, Console &console)
 {
-    bool done = false;
-    return withoutRaising([&] { done = operation(); }, raised) && done;
-}
-
-ExitStatus notWritten(const QString &fileName, const QString &raised, Console &console)
-{
-    return fail(QStringLiteral("cannot write %1: %2")
-                    .arg(fileName, raised.isEmpty() ? writeFault(fileName) : raised),
+    return fail(QStringLiteral("cannot write %1: %2").arg(fileName, writeFault(fileName)),
                 ExitStatus::Environment, console);
 }
 
@@ -121,9 +111,8 @@ ExitStatus addTo(const LibraryDirectory &library, RecordKind kind, const Record 
         return fail(QStringLiteral("cannot create %1").arg(directory), ExitStatus::Environment,
                     console);
     }
-    QString raised;
-    if (!succeeds([&] { return addRecord(name, record); }, raised))
-        return notWritten(file, raised, console);
+    if (!addRecord(name, record))
+        return notWritten(file, console);
     console.print(QStringLiteral("added the %1 \"%2\": %3").arg(titleOf(kind), name, file));
     return ExitStatus::Success;
 }
@@ -137,9 +126,8 @@ ExitStatus replaceIn(const LibraryDirectory &library, RecordKind kind, const QSt
         rename(record, name);
     }
     const QString file = recordFile(library, kind, name);
-    QString raised;
-    if (!succeeds([&] { return replaceRecord(name, record); }, raised))
-        return notWritten(file, raised, console);
+    if (!replaceRecord(name, record))
+        return notWritten(file, console);
     console.print(QStringLiteral("replaced the %1 \"%2\": %3").arg(titleOf(kind), name, file));
     return ExitStatus::Success;
 }
@@ -207,8 +195,9 @@ ExitStatus runLibraryAdd(const QStringList &arguments, Console &console)
 
     const auto library = openLibrary(
         line, line.isSet(createOption) ? Missing::IsCreated : Missing::IsAnError, console);
-    if (!library || !loadRecords(*library, console))
+    if (!library)
         return ExitStatus::Environment;
+    loadRecords(*library);
     return addTo(*library, *kind, *record, console);
 }
 
@@ -218,7 +207,7 @@ ExitStatus runLibraryReplace(const QStringList &arguments, Console &console)
                      QStringLiteral("Replaces a custom system, an ellipsoid or a projection of a "
                                     "library."),
                      QStringLiteral("The document's record takes NAME as its own name. It is "
-                                    "written anew: numbers with\n15 digits.")
+                                    "written anew: numbers\nwith 15 digits.")
                          + exitStatusHelp());
     addDirectoryOption(line);
     addOwnKindOption(line, QStringLiteral("what the document is"));
@@ -241,8 +230,9 @@ ExitStatus runLibraryReplace(const QStringList &arguments, Console &console)
         return fail(QStringLiteral("cannot take %1: %2").arg(fileName, loss),
                     ExitStatus::SomeFailed, console);
     const auto library = openLibrary(line, Missing::IsAnError, console);
-    if (!library || !loadRecords(*library, console))
+    if (!library)
         return ExitStatus::Environment;
+    loadRecords(*library);
     QList<RecordKind> kinds = {*kind};
     if (*kind == RecordKind::Custom)
         kinds += RecordKind::Standard;
@@ -272,8 +262,9 @@ ExitStatus runLibraryRemove(const QStringList &arguments, Console &console)
         return line.refuse(QStringLiteral("the NAME is missing"), console);
     const QString name = line.positionals().constFirst();
     const auto library = openLibrary(line, Missing::IsAnError, console);
-    if (!library || !loadRecords(*library, console))
+    if (!library)
         return ExitStatus::Environment;
+    loadRecords(*library);
 
     auto holding = kindsHolding(name, kinds);
     if (holding.isEmpty())

@@ -2,7 +2,6 @@
 
 #include <cli/CommandLine.h>
 #include <cli/Console.h>
-#include <cli/SystemFile.h>
 
 #include <KelStd/library/StandardLibrary.h>
 #include <KelStd/platform/AppConfig.h>
@@ -172,8 +171,7 @@ std::optional<LibraryDirectory> openLibrary(const CommandLine &line, Missing mis
                   console);
 }
 
-bool loadPlaces(const LibraryDirectory &library, std::initializer_list<LibraryPlace> places,
-                QString &reason)
+void loadPlaces(const LibraryDirectory &library, std::initializer_list<LibraryPlace> places)
 {
     StandardLibrary &registry = StandardLibrary::getInstance();
     for (const PlaceRow &row : placeRows) {
@@ -183,7 +181,7 @@ bool loadPlaces(const LibraryDirectory &library, std::initializer_list<LibraryPl
                                 : row.isDirectory ? nowhere
                                                   : QString());
     }
-    return withoutRaising([&registry] { registry.loadLibrary(); }, reason);
+    registry.loadLibrary();
 }
 
 } // namespace KelStd::cli

@@ -66,8 +66,7 @@ std::optional<LibraryDirectory> openHomeLibrary(Console &console);
 
 /// Loads the records of these places into the registry, and nothing else: the other directories are
 /// nowhere, and the files are left out, above all the display configuration, which would reach the
-/// PROJ definitions of spelled-out ellipsoids. False, after a report, when a document raises.
-bool loadPlaces(const LibraryDirectory &library, std::initializer_list<LibraryPlace> places,
-                QString &reason);
+/// PROJ definitions of spelled-out ellipsoids.
+void loadPlaces(const LibraryDirectory &library, std::initializer_list<LibraryPlace> places);
 
 } // namespace KelStd::cli

@@ -1,7 +1,5 @@
 #include <cli/LibraryDocument.h>
 
-#include <cli/SystemFile.h>
-
 #include <KelStd/io/Coord_IO.h>
 
 #include <QtCore/QFile>
@@ -144,9 +142,7 @@ QString faultOf(const QString &fileName, RecordKind kind)
 std::optional<QList<Record>> systemIn(const QString &fileName, RecordKind kind, QString &reason)
 {
     Coord coord;
-    bool isRead = false;
-    if (withoutRaising([&] { isRead = Coord_IO::xml_read(fileName, coord, &reason); }, reason)
-        && isRead)
+    if (Coord_IO::xml_read(fileName, coord, &reason))
         return QList<Record>{coord};
     if (reason.isEmpty())
         reason = faultOf(fileName, kind);
@@ -165,8 +161,7 @@ std::optional<QList<Record>> listIn(const QString &fileName, RecordKind kind, QS
         reason = QStringLiteral("no temporary directory can be made for reading it");
         return std::nullopt;
     }
-    if (!loadPlaces(alone, {placeOf(kind)}, reason))
-        return std::nullopt;
+    loadPlaces(alone, {placeOf(kind)});
     QList<Record> records;
     for (const QString &name : namesOf(kind))
         records += *find(kind, name);

@@ -88,8 +88,9 @@ ExitStatus runLibraryList(const QStringList &arguments, Console &console)
     if (kinds.isEmpty())
         return line.refuse(mistake, console);
     const auto library = openLibrary(line, Missing::IsAnError, console);
-    if (!library || !loadRecords(*library, console))
+    if (!library)
         return ExitStatus::Environment;
+    loadRecords(*library);
     if (!line.isSet(QStringLiteral("names"))) {
         printTable(kinds, console);
         return ExitStatus::Success;

@@ -1,7 +1,6 @@
 #include <cli/LibraryOptions.h>
 
 #include <cli/CommandLine.h>
-#include <cli/Console.h>
 
 namespace KelStd::cli {
 
@@ -33,18 +32,10 @@ QList<RecordKind> kindsFrom(const CommandLine &line, QString &mistake)
     return kinds;
 }
 
-bool loadRecords(const LibraryDirectory &library, Console &console)
+void loadRecords(const LibraryDirectory &library)
 {
-    QString reason;
-    if (loadPlaces(library,
-                   {LibraryPlace::Custom, LibraryPlace::Standard, LibraryPlace::Ellipsoids,
-                    LibraryPlace::Projections},
-                   reason))
-        return true;
-    console.report(QStringLiteral("the library %1 cannot be loaded: %2 in one of its documents; "
-                                  "'kelstd library check' tells which")
-                       .arg(library.path(), reason));
-    return false;
+    loadPlaces(library, {LibraryPlace::Custom, LibraryPlace::Standard, LibraryPlace::Ellipsoids,
+                         LibraryPlace::Projections});
 }
 
 } // namespace KelStd::cli

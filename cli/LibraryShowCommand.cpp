@@ -39,8 +39,9 @@ ExitStatus runLibraryShow(const QStringList &arguments, Console &console)
         return line.refuse(QStringLiteral("the NAME is missing"), console);
     const QString name = line.positionals().constFirst();
     const auto library = openLibrary(line, Missing::IsAnError, console);
-    if (!library || !loadRecords(*library, console))
+    if (!library)
         return ExitStatus::Environment;
+    loadRecords(*library);
 
     const auto holding = kindsHolding(name, kinds);
     if (holding.isEmpty()) {

@@ -31,8 +31,8 @@ bool cannotRead(const QString &given, const QString &reason, Console &console)
 QString systemChoiceHelp()
 {
     return QStringLiteral("FILE.xml is a coordinate system's document. NAME is a system of the "
-                          "library in the\nhome directory, by its exact name, custom before "
-                          "standard; 'kelstd library list'\nlists them.");
+                          "library in\nthe home directory, by its exact name, custom before "
+                          "standard; 'kelstd library\nlist' lists them.");
 }
 
 bool readChosenSystem(const QString &given, Coord &coord, Console &console)
@@ -49,13 +49,7 @@ bool readChosenSystem(const QString &given, Coord &coord, Console &console)
     // Few have many systems of their own; the standard ones are read only when they are needed.
     for (const auto places : {std::initializer_list<LibraryPlace>{LibraryPlace::Custom},
                               {LibraryPlace::Custom, LibraryPlace::Standard}}) {
-        if (!loadPlaces(*library, places, reason)) {
-            return cannotRead(given,
-                              reason
-                                  + QLatin1String(" in a document of the library; 'kelstd library "
-                                                  "check' tells which"),
-                              console);
-        }
+        loadPlaces(*library, places);
         for (const RecordKind kind : {RecordKind::Custom, RecordKind::Standard}) {
             if (const auto record = find(kind, given)) {
                 coord = std::get<Coord>(*record);

@@ -1,0 +1,223 @@
+// Records of a library added, replaced and removed by the program.
+
+#include "cli/LibraryRun.h"
+
+#include <QtCore/QDir>
+
+#include <sys/resource.h>
+
+#include <csignal>
+
+namespace KelStd {
+namespace {
+
+using test::LibraryRun;
+using test::Mentions;
+using test::readFile;
+
+class LibraryChange : public LibraryRun
+{
+protected:
+    LibraryChange() { QDir().mkpath(path("custom")); }
+};
+
+TEST_F(LibraryChange, AddsASystemAnEllipsoidAndAProjection)
+{
+    const auto added = library({text("add"), given("s.xml", system("Harbour"))});
+    EXPECT_EQ(added.status, 0) << added.err;
+    EXPECT_EQ(added.out,
+              text("added the custom system \"Harbour\": ") + path("custom/Harbour.xml\n"));
+    EXPECT_EQ(library({text("add"), given("e.xml", ellipsoids(ellipsoid("E")))}).status, 0);
+    EXPECT_EQ(library({text("add"), given("p.xml", projections("P"))}).status, 0);
+    EXPECT_EQ(names("custom"), QStringList{text("Harbour")});
+    EXPECT_EQ(names("ellipsoids"), QStringList{text("E")});
+    EXPECT_EQ(names("projections"), QStringList{text("P")});
+    EXPECT_TRUE(has("ellipsoids/E.xml") && has("projections/P.xml"));
+}
+
+TEST_F(LibraryChange, AsGivesTheRecordAnotherNameForGood)
+{
+    const QString file = m_program.file(text("s.xml"), system("A / B"));
+    const auto refused = library({text("add"), file});
+    EXPECT_EQ(refused.status, 1);
+    EXPECT_THAT(refused.err, Mentions("path separator"));
+    EXPECT_THAT(refused.err, Mentions("--as"));
+    EXPECT_EQ(library({text("add"), file, text("--as"), text("A \xC3\xB6 %1")}).status, 0);
+    EXPECT_EQ(names("custom"), QStringList{text("A \xC3\xB6 %1")});
+    EXPECT_THAT(QString::fromUtf8(readFile(path("custom/A \xC3\xB6 %1.xml"))),
+                Mentions("coord_name=\"A \xC3\xB6 %1\""));
+}
+
+TEST_F(LibraryChange, NamesThatNoFileShouldHaveAreRefused)
+{
+    const QString file = given("s.xml", system("S"));
+    for (const QString &name :
+         {text(""), text("  "), text("a/b"), text("a\\b"), text("../x"), text(".x"), text("a\nb"),
+          QString(252, QLatin1Char('a')), QString(126, QChar(0xE4))}) {
+        const auto result = library({text("add"), file, text("--as"), name});
+        EXPECT_EQ(result.status, 2) << name;
+        EXPECT_EQ(result.out, QString());
+    }
+    EXPECT_TRUE(names("custom").isEmpty());
+    EXPECT_EQ(library({text("add"), file, text("--as"), QString(251, QLatin1Char('a'))}).status, 0);
+    EXPECT_EQ(names("custom"), QStringList{QString(251, QLatin1Char('a'))});
+}
+
+TEST_F(LibraryChange, ATakenNameIsSaidToBeWhose)
+{
+    put("custom/Harbour.xml", system("Harbour"));
+    put("standard/City.xml", system("City"));
+    const auto custom = library({text("add"), given("a.xml", system("HARBOUR"))});
+    EXPECT_EQ(custom.status, 1);
+    EXPECT_EQ(custom.err, text("kelstd: the name \"HARBOUR\" is taken by the custom system "
+                               "\"Harbour\"\n"));
+    const auto standard = library({text("add"), given("a.xml", system(" city "))});
+    EXPECT_EQ(standard.status, 1);
+    EXPECT_THAT(standard.err, Mentions("taken by the standard system \"City\""));
+    EXPECT_EQ(names("systems"), (QStringList{text("Harbour"), text("City")}));
+}
+
+TEST_F(LibraryChange, AFileOfAnotherRecordIsNotLost)
+{
+    put("custom/A.xml", system("B"));
+    put("custom/C.xml", "not a system");
+    const auto other = library({text("add"), given("a.xml", system("A"))});
+    EXPECT_EQ(other.status, 1);
+    EXPECT_THAT(other.err, Mentions("A.xml exists and is kept"));
+    EXPECT_EQ(library({text("add"), given("a.xml", system("C"))}).status, 1);
+    EXPECT_EQ(readFile(path("custom/A.xml")), system("B"));
+    EXPECT_EQ(readFile(path("custom/C.xml")), QByteArray("not a system"));
+}
+
+TEST_F(LibraryChange, AddMakesALibraryOnlyWhenTold)
+{
+    const QString elsewhere = m_program.home().path(text("new/lib"));
+    const QString file = given("s.xml", system("S"));
+    const QStringList add = {text("library"), text("add"), text("--dir"), elsewhere, file};
+    EXPECT_EQ(m_program.run(add).status, 3);
+    EXPECT_FALSE(QFileInfo::exists(elsewhere));
+    EXPECT_EQ(m_program.run(add + QStringList(text("--create"))).status, 0);
+    EXPECT_TRUE(QFileInfo::exists(elsewhere + text("/custom/S.xml")));
+}
+
+TEST_F(LibraryChange, WhatCannotBeReadIsNotAdded)
+{
+    const auto missing = library({text("add"), text("no-such.xml")});
+    EXPECT_EQ(missing.status, 3);
+    EXPECT_THAT(missing.err, Mentions("no-such.xml: No such file or directory"));
+    EXPECT_EQ(library({text("add"), given("a.xml", "<Coord ver=\"2\"/>")}).status, 3);
+    const auto two =
+        library({text("add"), given("e.xml", ellipsoids(ellipsoid("A") + ellipsoid("B")))});
+    EXPECT_EQ(two.status, 3);
+    EXPECT_THAT(two.err, Mentions("holds 2 records of this kind (\"A\", \"B\"); one is needed"));
+}
+
+// A document is written without the text of such a parameter: the system would be another one.
+TEST_F(LibraryChange, ASystemThatItsDocumentWouldNotKeepIsRefused)
+{
+    const QByteArray document = test::editedSystem(
+        text("rd_new.xml"),
+        {{text("Amersfoort / RD New"), text("T")},
+         {text("unit=\"None\" valType=\"Double\" isDictionary=\"false\">0.9999079"),
+          text("unit=\"None\" valType=\"String\" isDictionary=\"false\">0.9999079")}});
+    const auto result = library({text("add"), given("t.xml", document)});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.err, Mentions("parameter \"k_0\" is a text"));
+    EXPECT_FALSE(has("custom/T.xml"));
+}
+
+TEST_F(LibraryChange, ReplacesACustomSystem)
+{
+    put("custom/Harbour.xml", system("Harbour"));
+    const QByteArray changed =
+        test::editedSystem(text("rd_new.xml"), {{text("155000"), text("156000")}});
+    const auto result = library({text("replace"), text("Harbour"), given("n.xml", changed)});
+    EXPECT_EQ(result.status, 0) << result.err;
+    EXPECT_EQ(result.err, text("kelstd: note: the file's \"Amersfoort / RD New\" is kept under the "
+                               "name \"Harbour\"\n"));
+    EXPECT_EQ(names("custom"), QStringList{text("Harbour")});
+    EXPECT_THAT(QString::fromUtf8(readFile(path("custom/Harbour.xml"))), Mentions("156000"));
+}
+
+TEST_F(LibraryChange, OnlyWhatIsThereAndCustomIsReplacedOrRemoved)
+{
+    put("standard/City.xml", system("City"));
+    const QString file = given("n.xml", system("City"));
+    for (const auto &result : {library({text("replace"), text("City"), file}),
+                               library({text("remove"), text("City")})}) {
+        EXPECT_EQ(result.status, 1);
+        EXPECT_THAT(result.err, Mentions("it is a standard system, and only custom ones"));
+    }
+    for (const auto &result : {library({text("replace"), text("city"), file}),
+                               library({text("remove"), text("city")})}) {
+        EXPECT_EQ(result.status, 1);
+        EXPECT_THAT(result.err, Mentions("did you mean \"City\"?"));
+    }
+    EXPECT_EQ(readFile(path("standard/City.xml")), system("City"));
+}
+
+TEST_F(LibraryChange, RemovesARecordWithItsFile)
+{
+    put("custom/X.xml", system("X"));
+    put("ellipsoids/X.xml", ellipsoids(ellipsoid("X")));
+    const auto which = library({text("remove"), text("X")});
+    EXPECT_EQ(which.status, 2);
+    EXPECT_THAT(which.err, Mentions("\"X\" is a custom system and an ellipsoid; say which"));
+    const auto removed = library({text("remove"), text("--kind"), text("system"), text("X")});
+    EXPECT_EQ(removed.status, 0) << removed.err;
+    EXPECT_EQ(removed.out, text("removed the custom system \"X\": ") + path("custom/X.xml\n"));
+    EXPECT_FALSE(has("custom/X.xml"));
+    EXPECT_EQ(library({text("remove"), text("X")}).status, 0);
+    EXPECT_FALSE(has("ellipsoids/X.xml"));
+}
+
+TEST_F(LibraryChange, ARecordWhoseFileIsNotItsOwnStays)
+{
+    put("custom/a.xml", system("B"));
+    put("custom/C.xml", system("C"));
+    put("custom/c2.xml", system("C"));
+    put("ellipsoids/E.xml", ellipsoids(ellipsoid("E") + ellipsoid("F")));
+    struct Row
+    {
+        const char *name;
+        QString document;
+        const char *reason;
+    };
+    const Row rows[] = {
+        {"B", given("b.xml", system("B")), "it came from the file \"a.xml\""},
+        {"C", given("c.xml", system("C")), "2 files of "},
+        {"E", given("e.xml", ellipsoids(ellipsoid("E"))), "holds other records, too"},
+    };
+    for (const Row &row : rows) {
+        for (const auto &result : {library({text("remove"), text(row.name)}),
+                                   library({text("replace"), text(row.name), row.document})}) {
+            EXPECT_EQ(result.status, 1) << row.name;
+            EXPECT_THAT(result.err, Mentions(row.reason));
+        }
+    }
+    EXPECT_EQ(readFile(path("custom/a.xml")), system("B"));
+    EXPECT_FALSE(has("custom/B.xml"));
+    EXPECT_TRUE(has("custom/C.xml") && has("custom/c2.xml"));
+    EXPECT_EQ(names("ellipsoids"), (QStringList{text("E"), text("F")}));
+}
+
+TEST_F(LibraryChange, AFullDiskLeavesTheOldFile)
+{
+    put("custom/Harbour.xml", system("Harbour"));
+    const QString file = given("n.xml", system("Harbour"));
+    m_program.beforeStart([] {
+        std::signal(SIGXFSZ, SIG_IGN);
+        const rlimit none{100, 100};
+        setrlimit(RLIMIT_FSIZE, &none);
+    });
+    const auto replaced = library({text("replace"), text("Harbour"), file});
+    EXPECT_EQ(replaced.status, 3);
+    EXPECT_THAT(replaced.err, Mentions("cannot write "));
+    EXPECT_EQ(library({text("add"), file, text("--as"), text("New")}).status, 3);
+    EXPECT_EQ(readFile(path("custom/Harbour.xml")), system("Harbour"));
+    EXPECT_EQ(QDir(path("custom")).entryList(QDir::Files | QDir::Hidden),
+              QStringList{text("Harbour.xml")});
+}
+
+} // namespace
+} // namespace KelStd

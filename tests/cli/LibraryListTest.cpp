@@ -1,0 +1,198 @@
+// What `kelstd library` finds where, and how it shows it.
+
+#include "cli/LibraryRun.h"
+
+#include <QtCore/QDir>
+
+namespace KelStd {
+namespace {
+
+using test::LibraryRun;
+using test::Mentions;
+
+class LibraryList : public LibraryRun
+{};
+
+TEST_F(LibraryList, ShowsEachKindInAlignedColumns)
+{
+    put("custom/Harbour.xml", system("Harbour"));
+    put("standard/Long.xml", system("A long name"));
+    put("ellipsoids/E.xml", ellipsoids(ellipsoid("E", "6378388")));
+    put("projections/P.xml", projections("P"));
+    const auto result = library({text("list")});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.err, QString());
+    EXPECT_EQ(result.out, text("custom      Harbour  sterea, Bessel 1841\n"
+                               "standard    A long name  sterea, Bessel 1841\n"
+                               "ellipsoid   E  6378388 m, 1/298.25\n"
+                               "projection  P  utm\n"));
+}
+
+TEST_F(LibraryList, TakesTheDirectoryBeforeOrBehindTheSubcommand)
+{
+    put("custom/Harbour.xml", system("Harbour"));
+    for (const QStringList &words :
+         {QStringList{text("library"), text("--dir=") + directory(), text("list"), text("--names")},
+          QStringList{text("library"), text("list"), text("--names"), text("--dir"), directory()}})
+        EXPECT_EQ(m_program.run(words).out, text("Harbour\n"));
+}
+
+TEST_F(LibraryList, NamesOfOneKindAreForScripts)
+{
+    put("custom/a.xml", system("A \xC3\xA4 %1"));
+    put("standard/b.xml", system("B"));
+    put("ellipsoids/e.xml", ellipsoids(ellipsoid("E") + ellipsoid("D")));
+    put("projections/p.xml", projections("P"));
+    EXPECT_EQ(names("systems"), (QStringList{text("A \xC3\xA4 %1"), text("B")}));
+    EXPECT_EQ(names("custom"), QStringList{text("A \xC3\xA4 %1")});
+    EXPECT_EQ(names("standard"), QStringList{text("B")});
+    EXPECT_EQ(names("ellipsoid"), (QStringList{text("D"), text("E")}));
+    EXPECT_EQ(names("projections"), QStringList{text("P")});
+    const auto wrong = library({text("list"), text("--kind"), text("grids")});
+    EXPECT_EQ(wrong.status, 2);
+    EXPECT_THAT(wrong.err, Mentions("--kind 'grids' is no kind"));
+}
+
+TEST_F(LibraryList, WritesNothingIntoALibraryThatItOnlyReads)
+{
+    put("custom/a.xml", system("A"));
+    library({text("list")});
+    library({text("show"), text("A")});
+    library({text("check")});
+    EXPECT_EQ(QDir(directory()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+              QStringList{text("custom")});
+}
+
+TEST_F(LibraryList, ADirectoryThatIsNoLibraryIsAnError)
+{
+    EXPECT_EQ(library({text("list")}).status, 3);
+    EXPECT_THAT(library({text("list")}).err, Mentions("there is no directory "));
+    put("elsewhere.xml", "x");
+    EXPECT_EQ(library({text("list")}).status, 3);
+    EXPECT_THAT(library({text("list")}).err, Mentions("holds no library"));
+}
+
+TEST_F(LibraryList, ShowReadsAsASurveyorReads)
+{
+    put("custom/Harbour.xml", system("Harbour"));
+    put("ellipsoids/E.xml", ellipsoids(ellipsoid("E", "6378388")));
+    put("projections/P.xml", projections("P"));
+    const auto shown = library({text("show"), text("Harbour")});
+    EXPECT_EQ(shown.status, 0);
+    EXPECT_EQ(shown.out,
+              m_program.run({text("system"), text("show"), path("custom/Harbour.xml")}).out);
+    EXPECT_THAT(shown.out, Mentions("Coordinate system         Harbour\n"));
+    EXPECT_THAT(library({text("show"), text("E")}).out,
+                Mentions("  semi-major axis         6378388 m\n"));
+    EXPECT_THAT(library({text("show"), text("P")}).out,
+                Mentions("  PROJ name               utm\n"));
+    const auto none = library({text("show"), text("harbour"), text("--kind"), text("systems")});
+    EXPECT_EQ(none.status, 1);
+    EXPECT_EQ(none.err, text("kelstd: the library has no system \"harbour\"; did you mean "
+                             "\"Harbour\"? 'kelstd library list' lists them\n"));
+}
+
+TEST_F(LibraryList, ShowSaysWhichOfSeveralItShows)
+{
+    put("custom/X.xml", system("X"));
+    put("standard/X.xml", system("X"));
+    put("ellipsoids/X.xml", ellipsoids(ellipsoid("X")));
+    const auto result = library({text("show"), text("X")});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.errLines().size(), 2);
+    EXPECT_THAT(result.err, Mentions("shown is the custom system; the library has a standard"));
+    EXPECT_THAT(result.err, Mentions("shown is the custom system; the library has an ellipsoid"));
+    EXPECT_EQ(library({text("show"), text("X"), text("--kind"), text("ellipsoid")}).outLines()[0],
+              text("Ellipsoid                 X"));
+}
+
+class HomeLibrary : public LibraryRun
+{
+protected:
+    QString homeLibrary() const { return m_program.home().path(text("library")); }
+};
+
+TEST_F(HomeLibrary, IsLaidOutFromTheDeliveredOneAtItsFirstUse)
+{
+    const auto first = m_program.run({text("library"), text("list"), text("--names")});
+    EXPECT_EQ(first.status, 0);
+    ASSERT_EQ(first.errLines().size(), 1);
+    EXPECT_THAT(first.err, Mentions("kelstd: note: the library "));
+    EXPECT_THAT(first.err, Mentions(" is new, laid out from "));
+    EXPECT_TRUE(first.outLines().contains(text("WGS 84 / UTM zone 31N")));
+    EXPECT_TRUE(first.outLines().contains(text("Airy 1830")));
+    const auto second = m_program.run({text("library"), text("list"), text("--names")});
+    EXPECT_EQ(second.err, QString());
+    EXPECT_EQ(second.out, first.out);
+    // Nothing of the making is left.
+    EXPECT_TRUE(QDir(m_program.home().path())
+                    .entryList({text(".library*")}, QDir::AllEntries | QDir::Hidden)
+                    .isEmpty());
+}
+
+TEST_F(HomeLibrary, FitsATerminalOfEightyColumns)
+{
+    for (const QString &line : m_program.run({text("library"), text("list")}).outLines())
+        EXPECT_LE(line.size(), 80) << line;
+}
+
+TEST_F(HomeLibrary, TheDeliveredOneHasNothingToFind)
+{
+    const auto result = m_program.run({text("library"), text("check")});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.outLines().last(), text("Everything is loaded."));
+    EXPECT_THAT(result.out, Mentions("standard     140 of 140 documents read\n"));
+}
+
+TEST_F(HomeLibrary, WhatASurveyorHasIsNeverLaidOver)
+{
+    test::writeFile(homeLibrary() + text("/custom/Harbour.xml"), system("Harbour"));
+    const auto result = m_program.run({text("library"), text("list"), text("--names")});
+    EXPECT_EQ(result.out, text("Harbour\n"));
+    EXPECT_EQ(result.err, QString());
+}
+
+TEST_F(HomeLibrary, OfAnEmptyDirectoryIsLaidOutAndOfAStrangeOneNot)
+{
+    QDir().mkpath(homeLibrary());
+    EXPECT_THAT(m_program.run({text("library"), text("list")}).err, Mentions("is new"));
+    test::ProgramRun other;
+    test::writeFile(other.home().path(text("library/novel.txt")), "Call me Ishmael.");
+    const auto result = other.run({text("library"), text("list")});
+    EXPECT_EQ(result.status, 3);
+    EXPECT_THAT(result.err, Mentions("holds no library"));
+}
+
+// Each of them finds a whole library, whichever made it.
+TEST_F(HomeLibrary, IsLaidOutOnceByProcessesThatStartTogether)
+{
+    std::vector<std::unique_ptr<QProcess>> programs;
+    for (int i = 0; i < 8; ++i) {
+        programs.push_back(m_program.process({text("library"), text("list"), text("--names")}));
+        programs.back()->start();
+    }
+    QByteArray all;
+    for (const auto &program : programs) {
+        ASSERT_TRUE(program->waitForFinished(60000));
+        EXPECT_EQ(program->exitCode(), 0) << program->readAllStandardError().toStdString();
+        const QByteArray out = program->readAllStandardOutput();
+        if (all.isEmpty())
+            all = out;
+        EXPECT_EQ(out, all);
+    }
+    EXPECT_EQ(all.count('\n'), 140 + 18 + 19);
+    EXPECT_TRUE(QDir(m_program.home().path())
+                    .entryList({text(".library*")}, QDir::AllEntries | QDir::Hidden)
+                    .isEmpty());
+}
+
+TEST_F(HomeLibrary, WithoutADeliveredOneIsAnError)
+{
+    m_program.setVariable(text("KELSTD_BIN_DIR"), m_program.home().path());
+    const auto result = m_program.run({text("library"), text("list")});
+    EXPECT_EQ(result.status, 3);
+    EXPECT_THAT(result.err, Mentions("there is no library in "));
+}
+
+} // namespace
+} // namespace KelStd
