@@ -140,9 +140,9 @@ bool isChangeable(const LibraryDirectory &library, RecordKind kind, const QStrin
     if (kind == RecordKind::Standard)
         reason = QStringLiteral("it is a standard system, and only custom ones are changed");
     else
-        reason = nameFault(name);
-    if (reason.isEmpty())
         reason = ownershipFault(library, kind, name);
+    if (reason.isEmpty())
+        reason = nameFault(name);
     if (reason.isEmpty())
         return true;
     console.report(QStringLiteral("cannot %1 the %2 \"%3\": %4")

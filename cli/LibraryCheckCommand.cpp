@@ -12,7 +12,7 @@
 #include <QtCore/QMap>
 #include <QtCore/QSet>
 
-#include <memory>
+#include <algorithm>
 
 namespace KelStd::cli {
 
@@ -55,6 +55,8 @@ public:
     {
         constexpr int placeWidth = 13;
         m_console.print(place.leftJustified(placeWidth) + state);
+        std::stable_sort(m_pending.begin(), m_pending.end(),
+                         [](const auto &a, const auto &b) { return a.first < b.first; });
         QString last;
         for (const auto &[what, text] : m_pending) {
             if (what != last)

@@ -46,19 +46,17 @@ bool readChosenSystem(const QString &given, Coord &coord, Console &console)
         return cannotRead(given,
                           QStringLiteral("there is no such file, and no library to look it up in"),
                           console);
-    // Few have many systems of their own; the standard ones are read only when they are needed.
-    for (const auto places : {std::initializer_list<LibraryPlace>{LibraryPlace::Custom},
-                              {LibraryPlace::Custom, LibraryPlace::Standard}}) {
-        loadPlaces(*library, places);
-        for (const RecordKind kind : {RecordKind::Custom, RecordKind::Standard}) {
-            if (const auto record = find(kind, given)) {
-                coord = std::get<Coord>(*record);
-                return true;
-            }
+    // The custom systems hide standard ones of their name, and are few.
+    for (const RecordKind kind : {RecordKind::Custom, RecordKind::Standard}) {
+        loadPlaces(*library, {placeOf(kind)});
+        if (const auto record = find(kind, given)) {
+            coord = std::get<Coord>(*record);
+            return true;
         }
     }
     if (QFileInfo(given).isDir())
         return cannotRead(given, QStringLiteral("it is a directory"), console);
+    loadPlaces(*library, {LibraryPlace::Custom, LibraryPlace::Standard}); // for names like it
     console.report(QStringLiteral("there is no file %1, and ").arg(given)
                    + unknownName(given, {RecordKind::Custom, RecordKind::Standard}));
     return false;

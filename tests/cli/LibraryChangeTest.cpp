@@ -174,6 +174,7 @@ TEST_F(LibraryChange, RemovesARecordWithItsFile)
 TEST_F(LibraryChange, ARecordWhoseFileIsNotItsOwnStays)
 {
     put("custom/a.xml", system("B"));
+    put("custom/d.xml", system("../D"));
     put("custom/C.xml", system("C"));
     put("custom/c2.xml", system("C"));
     put("ellipsoids/E.xml", ellipsoids(ellipsoid("E") + ellipsoid("F")));
@@ -185,6 +186,7 @@ TEST_F(LibraryChange, ARecordWhoseFileIsNotItsOwnStays)
     };
     const Row rows[] = {
         {"B", given("b.xml", system("B")), "it came from the file \"a.xml\""},
+        {"../D", given("d.xml", system("../D")), "it came from the file \"d.xml\""},
         {"C", given("c.xml", system("C")), "2 files of "},
         {"E", given("e.xml", ellipsoids(ellipsoid("E"))), "holds other records, too"},
     };
