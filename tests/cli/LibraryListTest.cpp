@@ -3,6 +3,10 @@
 #include "cli/LibraryRun.h"
 
 #include <QtCore/QDir>
+#include <QtCore/QDirIterator>
+#include <QtCore/QThread>
+
+#include <random>
 
 namespace KelStd {
 namespace {
@@ -184,6 +188,34 @@ TEST_F(HomeLibrary, IsLaidOutOnceByProcessesThatStartTogether)
     EXPECT_TRUE(QDir(m_program.home().path())
                     .entryList({text(".library*")}, QDir::AllEntries | QDir::Hidden)
                     .isEmpty());
+}
+
+TEST_F(HomeLibrary, IsWholeOrMissingWhereverItsMakingIsKilled)
+{
+    std::mt19937 random(20240229);
+    std::uniform_int_distribution<unsigned long> microseconds(0, 40000);
+    int killed = 0;
+    for (int round = 0; round < 40; ++round) {
+        ASSERT_TRUE(QDir(homeLibrary()).removeRecursively());
+        const auto program = m_program.process({text("library"), text("list")});
+        program->start();
+        ASSERT_TRUE(program->waitForStarted());
+        QThread::usleep(microseconds(random));
+        program->kill();
+        ASSERT_TRUE(program->waitForFinished(60000));
+        killed += program->exitStatus() == QProcess::CrashExit ? 1 : 0;
+        if (!QFileInfo::exists(homeLibrary()))
+            continue;
+        int documents = 0;
+        QDirIterator files(homeLibrary(), {text("*.xml")}, QDir::Files,
+                           QDirIterator::Subdirectories);
+        for (; files.hasNext(); files.next())
+            ++documents;
+        EXPECT_EQ(documents, 1 + 140 + 18 + 19);
+    }
+    EXPECT_GT(killed, 0);
+    EXPECT_EQ(m_program.run({text("library"), text("list"), text("--names")}).outLines().size(),
+              140 + 18 + 19);
 }
 
 TEST_F(HomeLibrary, WithoutADeliveredOneIsAnError)
