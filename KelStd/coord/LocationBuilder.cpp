@@ -13,8 +13,21 @@ class LocationBuilder::Stages
 public:
     explicit Stages(const Coord &coord) : Stages(ChainDefinitions(&coord), geoidGridFile(&coord)) {}
 
+    using Steps = bool (*)(Stages &, const Pos &, Location &);
+
     /// Where the stages put their reasons; null for nowhere.
     void reportTo(QString *error) { m_error = error; }
+
+    /// `location` is written when all has succeeded.
+    bool make(Steps steps, const Pos &position, Location &location, QString *error)
+    {
+        Location result;
+        reportTo(error);
+        if (!steps(*this, position, result))
+            return false;
+        location = result;
+        return true;
+    }
 
     bool geographicToCartesian(const Pos &from, Pos &to)
     {
@@ -132,19 +145,15 @@ LocationBuilder &LocationBuilder::operator=(LocationBuilder &&other) noexcept = 
 
 bool LocationBuilder::make(Frame from, const Pos &position, Location &location, QString *error)
 {
-    Location result;
-    m_stages->reportTo(error);
-    if (!stepsFrom<Stages>(from)(*m_stages, position, result))
-        return false;
-    location = result;
-    return true;
+    return m_stages->make(stepsFrom<Stages>(from), position, location, error);
 }
 
 std::size_t LocationBuilder::make(Frame from, const Pos *positions, std::size_t count,
                                   Location *locations, Outcome *outcomes)
 {
+    const auto steps = stepsFrom<Stages>(from);
     return makeEach(count, outcomes, [&](std::size_t i, QString *reason) {
-        return make(from, positions[i], locations[i], reason);
+        return m_stages->make(steps, positions[i], locations[i], reason);
     });
 }
 

@@ -41,8 +41,9 @@ bool convert(const QString &from, const QString &to, Iterator first, Iterator la
     if (!isFrameStep(type))
         return true;
 
+    const proj::ProjFunctions &functions = LoadedProj::instance().functions();
     for (; first != last; ++first) {
-        if (!proj::transform(conversion.get(), *first, *first))
+        if (!proj::transform(functions, conversion.get(), *first, *first))
             return fail(error, proj::failureText(conversion.get()));
     }
     return true;

@@ -43,7 +43,8 @@ bool calculate(double latitude, double longitude, double height, const QString &
     const proj::ProjObject shift = proj::createShift(proj::defaultContext, gridFile, direction);
     if (shift == nullptr)
         return failWith(proj::geoidModelFailedText(), error);
-    if (!proj::separation(shift.get(), {longitude, latitude, height}, diff)) {
+    if (!proj::separation(LoadedProj::instance().functions(), shift.get(),
+                          {longitude, latitude, height}, diff)) {
         const QString text = proj::failureText(shift.get());
         proj::logFailure(QObject::tr("Calc geoid failed") + QLatin1String(": ") + text,
                          LogType_Warning);

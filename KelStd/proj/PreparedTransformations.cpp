@@ -56,16 +56,16 @@ bool PreparedTransformations::apply(Transformation &transformation, Use use, QSt
 bool PreparedTransformations::convert(Index conversion, const Pos &from, Pos &to, QString *error)
 {
     return apply(
-        m_transformations[conversion], [&](PJ *object) { return transform(object, from, to); },
-        error);
+        m_transformations[conversion],
+        [&](PJ *object) { return transform(m_functions, object, from, to); }, error);
 }
 
 bool PreparedTransformations::shift(Index shift, const stLongLatH &point, double &diff,
                                     QString *error)
 {
     return apply(
-        m_transformations[shift], [&](PJ *object) { return separation(object, point, diff); },
-        error);
+        m_transformations[shift],
+        [&](PJ *object) { return separation(m_functions, object, point, diff); }, error);
 }
 
 void PreparedTransformations::beforeUnload()

@@ -17,7 +17,7 @@ class PreparedTransformations : private UnloadListener
 public:
     using Index = std::size_t;
 
-    PreparedTransformations() = default;
+    PreparedTransformations() : m_functions(LoadedProj::instance().functions()) {}
     ~PreparedTransformations();
 
     /// Announces the transformation between two definitions.
@@ -53,6 +53,7 @@ private:
     bool refuse(Transformation &transformation, QString *error);
     bool failAt(const PJ *transformation, QString *error);
 
+    const ProjFunctions &m_functions; ///< those of whatever library is loaded
     std::vector<Transformation> m_transformations;
     ProjContext m_context;
     ResetError m_resetError = nullptr; ///< null for a library without it

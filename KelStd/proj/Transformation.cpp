@@ -1,7 +1,6 @@
 #include <KelStd/proj/Transformation.h>
 
 #include <KelStd/proj/FixedBuffer.h>
-#include <KelStd/proj/TransformationResult.h>
 
 #include <QtCore/QByteArray>
 
@@ -40,21 +39,8 @@ ProjObject createShift(PJ_CONTEXT *context, const QString &gridFile, ShiftDirect
     return ProjObject(LoadedProj::instance().functions().proj_create(context, definition));
 }
 
-bool transform(PJ *conversion, const Pos &from, Pos &to)
+bool separation(const ProjFunctions &functions, PJ *shift, const stLongLatH &point, double &diff)
 {
-    // The three readings of a position share their storage: one of them serves every frame.
-    const stXYZ &in = from.getXYZ();
-    const PJ_COORD out = LoadedProj::instance().functions().proj_trans(
-        conversion, PJ_FWD, PJ_COORD{{in.x, in.y, in.z, 0.0}});
-    if (!isResult(out.v[0]) || !isResult(out.v[1]) || !isResult(out.v[2]))
-        return false;
-    to.setXYZ(out.v[0], out.v[1], out.v[2]);
-    return true;
-}
-
-bool separation(PJ *shift, const stLongLatH &point, double &diff)
-{
-    const ProjFunctions &functions = LoadedProj::instance().functions();
     const PJ_COORD in{{functions.proj_torad(point.longitude), functions.proj_torad(point.latitude),
                        point.height,
                        std::numeric_limits<double>::infinity()}}; // at no time in particular

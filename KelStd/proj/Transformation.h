@@ -2,6 +2,7 @@
 
 #include <KelStd/coord/Pos.h>
 #include <KelStd/proj/LoadedProj.h>
+#include <KelStd/proj/TransformationResult.h>
 
 #include <QtCore/QString>
 
@@ -21,11 +22,21 @@ ProjObject createConversion(PJ_CONTEXT *context, const QString &from, const QStr
 ProjObject createShift(PJ_CONTEXT *context, const QString &gridFile, ShiftDirection direction);
 
 /// Transforms `from` into `to`, which may be the same object. False, with `to` untouched, when PROJ
-/// has no result.
-bool transform(PJ *conversion, const Pos &from, Pos &to);
+/// has no result. Inline: a million positions pass here.
+inline bool transform(const ProjFunctions &functions, PJ *conversion, const Pos &from, Pos &to)
+{
+    // The three readings of a position share their storage: one of them serves every frame.
+    const stXYZ &in = from.getXYZ();
+    const PJ_COORD out =
+        functions.proj_trans(conversion, PJ_FWD, PJ_COORD{{in.x, in.y, in.z, 0.0}});
+    if (!isResult(out.v[0]) || !isResult(out.v[1]) || !isResult(out.v[2]))
+        return false;
+    to.setXYZ(out.v[0], out.v[1], out.v[2]);
+    return true;
+}
 
 /// What a vertical shift adds to the height of `point` (longitude, latitude [deg], height [m]).
 /// False, with `diff` [m] untouched, when PROJ has no result.
-bool separation(PJ *shift, const stLongLatH &point, double &diff);
+bool separation(const ProjFunctions &functions, PJ *shift, const stLongLatH &point, double &diff);
 
 } // namespace KelStd::proj
