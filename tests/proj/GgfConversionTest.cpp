@@ -15,6 +15,14 @@
 #include <sys/resource.h>
 #include <sys/stat.h>
 
+#ifdef __SANITIZE_ADDRESS__
+/// The sanitizer keeps what is freed aside, which a test below would take for memory in use.
+extern "C" const char *__asan_default_options()
+{
+    return "quarantine_size_mb=1";
+}
+#endif
+
 namespace KelStd {
 namespace {
 
