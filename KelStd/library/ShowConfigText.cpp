@@ -35,12 +35,24 @@ QString numberText(double value, NumberStyle style)
     return std::isfinite(value) ? text::number(value, style) : QString();
 }
 
-/// `value`, which is finite, filled with zeros to a width in characters.
-QString padded(double value, int width, int decimals)
+/// Appends `value`, which is finite, filled with zeros to a width in characters.
+void appendPadded(QString &out, double value, int width, int decimals)
 {
     const QString digits = QString::number(std::abs(value), 'f', decimals);
-    const int sign = value < 0.0 ? 1 : 0;
-    return QString(sign, QLatin1Char('-')) + digits.rightJustified(width - sign, QLatin1Char('0'));
+    if (value < 0.0) {
+        out += QLatin1Char('-');
+        --width;
+    }
+    for (int missing = width - digits.size(); missing > 0; --missing)
+        out += QLatin1Char('0');
+    out += digits;
+}
+
+QString padded(double value, int width, int decimals)
+{
+    QString out;
+    appendPadded(out, value, width, decimals);
+    return out;
 }
 
 /// The width of a padded number: that of its integer digits, and the decimals with their point.
@@ -86,12 +98,16 @@ double inShownUnit(double value, EUnit unit, EFormat format)
     return unit == Unit_Second ? value / secondsPerDegree : value;
 }
 
-/// Minutes and seconds of a split angle, with two integer digits each.
-QString minutesAndSeconds(const text::Sexagesimal &parts, int decimals)
+/// Enough for a longitude with ten decimals.
+constexpr int usualLength = 32;
+
+/// Appends minutes and seconds of a split angle, with two integer digits each.
+void appendMinutesAndSeconds(QString &out, const text::Sexagesimal &parts, int decimals)
 {
-    return padded(parts.minutes, 2, 0) + CoordStringHelper::SpecialSymbol_Minute()
-           + padded(parts.seconds, paddedWidth(2, decimals), decimals)
-           + CoordStringHelper::SpecialSymbol_Second();
+    appendPadded(out, parts.minutes, 2, 0);
+    out += CoordStringHelper::s_specialSymbol_Minute;
+    appendPadded(out, parts.seconds, paddedWidth(2, decimals), decimals);
+    out += CoordStringHelper::s_specialSymbol_Second;
 }
 
 /// A whole turn stays 360, and a quotient instead of a loop ends for every value.
@@ -119,8 +135,12 @@ QString angleText(double value, EFormat format, unsigned char precision)
     case Format_None:
     case Format_DegreeMinuteSecond: {
         const text::Sexagesimal parts = text::splitForPrinting(value, precision, precision);
-        return text::number(parts.degrees, {0, false}) + CoordStringHelper::SpecialSymbol_Degree()
-               + minutesAndSeconds(parts, precision);
+        QString shown;
+        shown.reserve(usualLength);
+        shown += text::number(parts.degrees, {0, false});
+        shown += CoordStringHelper::s_specialSymbol_degree;
+        appendMinutesAndSeconds(shown, parts, precision);
+        return shown;
     }
     case Format_Degree:
         return text::number(value, style) + CoordStringHelper::SpecialSymbol_Degree();
@@ -165,9 +185,13 @@ QString hemisphereText(double value, EFormat format, int precision, const Hemisp
     case Format_DegreeMinuteSecond: {
         const auto decimals = static_cast<unsigned char>(precision);
         const text::Sexagesimal parts = text::splitForPrinting(size, decimals, decimals);
-        return padded(parts.degrees, sides.degreeDigits, 0)
-               + CoordStringHelper::SpecialSymbol_Degree() + minutesAndSeconds(parts, precision)
-               + letter;
+        QString shown;
+        shown.reserve(usualLength);
+        appendPadded(shown, parts.degrees, sides.degreeDigits, 0);
+        shown += CoordStringHelper::s_specialSymbol_degree;
+        appendMinutesAndSeconds(shown, parts, precision);
+        shown += letter;
+        return shown;
     }
     case Format_Degree:
         return padded(size, degreeWidth, precision) + CoordStringHelper::SpecialSymbol_Degree()
