@@ -48,7 +48,7 @@ awk -F, '
         once = "/iterations:1"
         row("a library of 2,000 systems loaded", "libraryLoading/2000" once, "libraryLoadingBare/2000" once, 1.30)
         growth("the same beside ten times 200", "libraryLoading/200" once, "libraryLoading/2000" once, 10, 1.20)
-        growth("20,000 systems beside ten times 2,000", "libraryLoading/2000" once, "libraryLoading/20000" once, 10, 1.30)
+        growth("20,000 systems beside ten times 2,000", "libraryLoading/2000" once, "libraryLoading/20000" once, 10, 1.20)
         growth("a look-up in 20,000 systems beside 200", "libraryLookUp/200", "libraryLookUp/20000", 1, 4.00)
         row("a length printed", "printLength", "printLengthBare", 2.00)
         row("an angle printed", "printAngle", "printAngleBare", 3.00)

@@ -117,11 +117,11 @@ TEST_F(GeoidHeight, PointsOutsideAndBadLinesAreReportedAndTheRunGoesOn)
 
 TEST_F(GeoidHeight, ModelMayBeAFileGivenRelatively)
 {
-    program.file(QStringLiteral("work/mine.gtx"), test::gtxBytes(slopingGrid()));
-    for (const char *file : {"mine.gtx", "./mine.gtx", "../work/mine.gtx"}) {
+    program.file(QStringLiteral("site/mine.gtx"), test::gtxBytes(slopingGrid()));
+    for (const char *file : {"mine.gtx", "./mine.gtx", "../site/mine.gtx"}) {
         SCOPED_TRACE(file);
         const auto process = program.process({"geoid", "height", "--model", file});
-        process->setWorkingDirectory(program.home().path("work"));
+        process->setWorkingDirectory(program.home().path("site"));
         process->start();
         process->write("3.5,52.5,100\n");
         process->closeWriteChannel();
@@ -137,10 +137,10 @@ TEST_F(GeoidHeight, AModelsNameGoesBeforeAFilesUnlessTheFileIsNamedByItsPlace)
     test::Grid other = slopingGrid();
     for (float &value : other.values)
         value += 100.0F;
-    program.file(QStringLiteral("work/small.gtx"), test::gtxBytes(other));
+    program.file(QStringLiteral("site/small.gtx"), test::gtxBytes(other));
     const auto run = [this](const char *name) {
         const auto process = program.process({"geoid", "height", "--model", name});
-        process->setWorkingDirectory(program.home().path("work"));
+        process->setWorkingDirectory(program.home().path("site"));
         process->start();
         process->write("3.5,52.5,100\n");
         process->closeWriteChannel();
