@@ -7,7 +7,7 @@
 #include <cli/CsvWriter.h>
 #include <cli/DisplayOptions.h>
 #include <cli/GeoidModel.h>
-#include <cli/PositionReader.h>
+#include <cli/PositionRun.h>
 #include <cli/ProjEnvironment.h>
 #include <cli/StandardStreams.h>
 #include <cli/SystemChoice.h>
@@ -150,49 +150,25 @@ std::unique_ptr<PositionWriter> makeWriter(const CommandLine &line, const Displa
         geoidModel);
 }
 
-/// One run over an input.
-class Conversion
+class Conversion : public PositionRun
 {
 public:
     Conversion(const Coord &coord, const QString &geoidModel, const FrameRow &frame,
                LineReader &lines, PositionWriter &writer, Console &console)
-        : m_coord(coord), m_geoidModel(geoidModel), m_frame(frame), m_lines(lines),
-          m_reader(lines, frame.frame), m_writer(writer), m_console(console)
+        : PositionRun(lines, PositionReader(lines, frame.frame), console), m_coord(coord),
+          m_geoidModel(geoidModel), m_frame(frame), m_writer(writer)
     {}
 
-    ExitStatus run()
-    {
-        while (m_console.canPrint()) {
-            switch (m_reader.next()) {
-            case PositionReader::Result::Position: convert(); break;
-            case PositionReader::Result::BadLine: fail(m_reader.reason()); break;
-            case PositionReader::Result::BadHeader:
-                report(m_reader.reason());
-                return ExitStatus::Usage;
-            case PositionReader::Result::ReadError:
-                m_console.report(QStringLiteral("cannot read %1: %2")
-                                     .arg(m_lines.displayName(), m_reader.reason()));
-                return ExitStatus::Environment;
-            case PositionReader::Result::End: return finish();
-            }
-        }
-        return ExitStatus::Environment;
-    }
-
 private:
-    void convert()
+    bool take(const PositionReader &read, QString &reason) override
     {
         Location location;
-        QString reason;
         bool converted = false;
         const auto makeLocation = [&] {
-            converted =
-                m_frame.makeLocation(m_reader.position(), location, nullptr, &m_coord, &reason);
+            converted = m_frame.makeLocation(read.position(), location, nullptr, &m_coord, &reason);
         };
-        if (!withoutRaising(makeLocation, reason) || !converted) {
-            fail(reason);
-            return;
-        }
+        if (!withoutRaising(makeLocation, reason) || !converted)
+            return false;
         // A model that has no value for the point is no failure; its text is all that tells.
         const bool isAboveGeoid = !m_geoidModel.isEmpty() && reason.isEmpty();
         if (!m_geoidModel.isEmpty() && !isAboveGeoid) {
@@ -201,51 +177,16 @@ private:
                        .arg(m_geoidModel, reason));
         }
         begin();
-        m_writer.write(m_reader.name(), location, isAboveGeoid ? m_geoidModel : QString());
-        ++m_converted;
+        m_writer.write(read.name(), location, isAboveGeoid ? m_geoidModel : QString());
+        return true;
     }
 
-    void begin()
-    {
-        if (!m_hasBegun)
-            m_writer.begin(m_reader.hasNames());
-        m_hasBegun = true;
-    }
-
-    void report(const QString &reason)
-    {
-        m_console.report(QStringLiteral("%1:%2: %3")
-                             .arg(m_lines.displayName())
-                             .arg(m_reader.lineNumber())
-                             .arg(reason));
-    }
-
-    void fail(const QString &reason)
-    {
-        report(reason);
-        ++m_failed;
-    }
-
-    ExitStatus finish()
-    {
-        begin();
-        if (m_failed == 0)
-            return ExitStatus::Success;
-        m_console.report(
-            QStringLiteral("%1 of %2 positions failed").arg(m_failed).arg(m_converted + m_failed));
-        return ExitStatus::SomeFailed;
-    }
+    void printHeading(bool hasNames) override { m_writer.begin(hasNames); }
 
     const Coord &m_coord;
     const QString &m_geoidModel; ///< the one in use; empty for none
     const FrameRow &m_frame;
-    LineReader &m_lines;
-    PositionReader m_reader;
     PositionWriter &m_writer;
-    Console &m_console;
-    bool m_hasBegun = false;
-    qint64 m_converted = 0;
-    qint64 m_failed = 0;
 };
 
 } // namespace

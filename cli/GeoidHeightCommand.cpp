@@ -5,7 +5,7 @@
 #include <cli/Console.h>
 #include <cli/CsvWriter.h>
 #include <cli/GeoidModel.h>
-#include <cli/PositionReader.h>
+#include <cli/PositionRun.h>
 #include <cli/ProjEnvironment.h>
 
 namespace KelStd::cli {
@@ -104,97 +104,41 @@ private:
     bool m_hasNames = false;
 };
 
-/// One run over an input.
-class Separations
+class Separations : public PositionRun
 {
 public:
     Separations(const QString &gridFile, bool inverse, LineReader &lines, PointWriter &writer,
                 Console &console)
-        : m_gridFile(gridFile), m_inverse(inverse), m_lines(lines),
-          m_reader(lines, Frame::Wgs84LLH,
-                   inverse ? InputHeight::AboveGeoid : InputHeight::AboveEllipsoid),
-          m_writer(writer), m_console(console)
+        : PositionRun(
+            lines,
+            PositionReader(lines, Frame::Wgs84LLH,
+                           inverse ? InputHeight::AboveGeoid : InputHeight::AboveEllipsoid),
+            console),
+          m_gridFile(gridFile), m_inverse(inverse), m_writer(writer)
     {}
 
-    ExitStatus run()
-    {
-        while (m_console.canPrint()) {
-            switch (m_reader.next()) {
-            case PositionReader::Result::Position: separate(); break;
-            case PositionReader::Result::BadLine: fail(m_reader.reason()); break;
-            case PositionReader::Result::BadHeader:
-                report(m_reader.reason());
-                return ExitStatus::Usage;
-            case PositionReader::Result::ReadError:
-                m_console.report(QStringLiteral("cannot read %1: %2")
-                                     .arg(m_lines.displayName(), m_reader.reason()));
-                return ExitStatus::Environment;
-            case PositionReader::Result::End: return finish();
-            }
-        }
-        return ExitStatus::Environment;
-    }
-
 private:
-    void separate()
+    bool take(const PositionReader &read, QString &reason) override
     {
-        const stLongLatH &in = m_reader.position().getLongLatH();
+        const stLongLatH &in = read.position().getLongLatH();
         const auto calculate =
             m_inverse ? &ProjLib::Calc_geoid_diff_inverse : &ProjLib::Calc_geoid_diff;
         double diff = 0.0;
-        QString reason;
-        if (!calculate(in.latitude, in.longitude, in.height, m_gridFile, diff, &reason)) {
-            fail(reason);
-            return;
-        }
+        if (!calculate(in.latitude, in.longitude, in.height, m_gridFile, diff, &reason))
+            return false;
         begin();
         const double other = in.height + diff;
-        m_writer.write(m_reader.name(),
+        m_writer.write(read.name(),
                        m_inverse ? GeoidPoint{in.longitude, in.latitude, other, diff, in.height}
                                  : GeoidPoint{in.longitude, in.latitude, in.height, -diff, other});
-        ++m_done;
+        return true;
     }
 
-    void begin()
-    {
-        if (!m_hasBegun)
-            m_writer.begin(m_reader.hasNames());
-        m_hasBegun = true;
-    }
-
-    void report(const QString &reason)
-    {
-        m_console.report(QStringLiteral("%1:%2: %3")
-                             .arg(m_lines.displayName())
-                             .arg(m_reader.lineNumber())
-                             .arg(reason));
-    }
-
-    void fail(const QString &reason)
-    {
-        report(reason);
-        ++m_failed;
-    }
-
-    ExitStatus finish()
-    {
-        begin();
-        if (m_failed == 0)
-            return ExitStatus::Success;
-        m_console.report(
-            QStringLiteral("%1 of %2 positions failed").arg(m_failed).arg(m_done + m_failed));
-        return ExitStatus::SomeFailed;
-    }
+    void printHeading(bool hasNames) override { m_writer.begin(hasNames); }
 
     const QString &m_gridFile;
     bool m_inverse;
-    LineReader &m_lines;
-    PositionReader m_reader;
     PointWriter &m_writer;
-    Console &m_console;
-    bool m_hasBegun = false;
-    qint64 m_done = 0;
-    qint64 m_failed = 0;
 };
 
 CommandLine makeCommandLine()
