@@ -1,7 +1,5 @@
 #include <cli/Columns.h>
 
-#include <KelStd/text/CoordStringHelper.h>
-
 #include <algorithm>
 #include <limits>
 
@@ -62,13 +60,13 @@ constexpr ValueTypes planeTypes = {ValueType_X, ValueType_Y, ValueType_Elevation
 
 const std::array<FrameRow, frameCount> frameRows = {{
     {Frame::Wgs84LLH, "wgs84-llh", "WGS84 geographic", geographicTypes, &Pos::fromLongLatH,
-     &Coord::MakeLocation_byWGS84LatLongH},
+     LocationBuilder::Frame::Wgs84Geographic},
     {Frame::Wgs84XYZ, "wgs84-xyz", "WGS84 cartesian", cartesianTypes, &Pos::fromXYZ,
-     &Coord::MakeLocation_byWGS84XYZ},
+     LocationBuilder::Frame::Wgs84Cartesian},
     {Frame::LocalLLH, "local-llh", "local geographic", geographicTypes, &Pos::fromLongLatH,
-     &Coord::MakeLocation_byLocalLatLongH},
+     LocationBuilder::Frame::LocalGeographic},
     {Frame::LocalNEH, "local-neh", "local projected", planeTypes, &fromNorthEastHeight,
-     &Coord::MakeLocation_byLocalNEH},
+     LocationBuilder::Frame::LocalProjected},
 }};
 
 } // namespace
@@ -101,28 +99,10 @@ QString csvNameOf(const Column &column, const QString &unit)
     return QLatin1String(column.csvName) + QLatin1Char('_') + unit;
 }
 
-QString withoutSignOfZero(QString text)
-{
-    const auto isNonZeroDigit = [](QChar c) {
-        return c >= QLatin1Char('1') && c <= QLatin1Char('9');
-    };
-    if (text.startsWith(QLatin1Char('-'))
-        && std::none_of(text.cbegin(), text.cend(), isNonZeroDigit))
-        text.remove(0, 1);
-    return text;
-}
-
 QString heightReference(const QString &geoidModel)
 {
     return geoidModel.isEmpty() ? QStringLiteral("ellipsoid")
                                 : QStringLiteral("geoid ") + geoidModel;
-}
-
-QString numberText(double value, int decimals)
-{
-    return withoutSignOfZero(CoordStringHelper::GetFormatString(
-        ValueType_Double, value, Unit_None, Unit_None, Format_None,
-        static_cast<unsigned char>(decimals), false));
 }
 
 const std::array<FrameRow, frameCount> &frames()

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <KelStd/coord/Coord.h>
 #include <KelStd/coord/Enumerations.h>
 #include <KelStd/coord/Location.h>
+#include <KelStd/coord/LocationBuilder.h>
 #include <KelStd/coord/Pos.h>
 
 #include <QtCore/QString>
@@ -68,13 +68,8 @@ bool isAngle(const Column &column);
 /// "wgs84_longitude_deg", with the unit "deg"
 QString csvNameOf(const Column &column, const QString &unit);
 
-/// The number of a column in plain decimals of the C locale; a zero has no sign.
-QString numberText(double value, int decimals);
-
 /// What the projected height is above: "geoid MODEL", or "ellipsoid" without a model.
 QString heightReference(const QString &geoidModel);
-/// A number's text without its minus when all its digits are zeros.
-QString withoutSignOfZero(QString text);
 
 /// A frame by its name on the command line.
 struct FrameRow
@@ -85,8 +80,7 @@ struct FrameRow
     std::array<EValueType, componentsPerFrame> valueTypes;
     /// A position from its components in the order of its columns.
     Pos (*position)(double first, double second, double third);
-    /// The library's operation that starts from this frame.
-    decltype(&KelStd::Coord::MakeLocation_byWGS84XYZ) makeLocation;
+    LocationBuilder::Frame builderFrame;
 };
 
 const std::array<FrameRow, frameCount> &frames();

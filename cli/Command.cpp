@@ -1,6 +1,7 @@
 #include <cli/Command.h>
 
 #include <cli/Console.h>
+#include <cli/StandardStreams.h>
 
 #include <QtCore/QList>
 #include <QtCore/QVector>
@@ -218,7 +219,11 @@ ExitStatus runProgram(const QStringList &arguments)
 {
     Console console;
     const ExitStatus status = dispatch(arguments.mid(1), console);
-    return console.flush() ? status : ExitStatus::Environment;
+    if (!console.flush())
+        return ExitStatus::Environment;
+    if (status == ExitStatus::Stopped)
+        streams::endAsTold();
+    return status;
 }
 
 } // namespace KelStd::cli

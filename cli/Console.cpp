@@ -8,6 +8,8 @@ namespace {
 
 constexpr int pieceSize = 1 << 16;
 
+const QByteArray eraseLine = "\r\033[K"; // every terminal of our day knows it
+
 } // namespace
 
 Console::Console() : m_isTerminal(streams::isTerminal(streams::standardOutput)) {}
@@ -19,10 +21,14 @@ Console::~Console()
 
 void Console::print(const QString &line)
 {
+    write(line.toUtf8() + '\n');
+}
+
+void Console::write(const QByteArray &lines)
+{
     if (!m_canPrint)
         return;
-    m_pending += line.toUtf8();
-    m_pending += '\n';
+    m_pending += lines;
     if (m_isTerminal || m_pending.size() >= pieceSize)
         flush();
 }
@@ -31,7 +37,18 @@ void Console::report(const QString &message)
 {
     // Where both streams end in one place, what was printed before the message stands before it.
     flush();
-    streams::writeAll(streams::standardError, "kelstd: " + message.toUtf8() + '\n');
+    const QByteArray line = "kelstd: " + message.toUtf8() + '\n';
+    const QByteArray status = m_status.toUtf8();
+    streams::writeAll(streams::standardError,
+                      m_status.isEmpty() ? line : eraseLine + line + status);
+}
+
+void Console::showStatus(const QString &text)
+{
+    const bool wasShown = !m_status.isEmpty();
+    m_status = text;
+    if (wasShown || !text.isEmpty())
+        streams::writeAll(streams::standardError, eraseLine + text.toUtf8());
 }
 
 bool Console::flush()

@@ -21,8 +21,15 @@ public:
     /// A line of standard output, without its end.
     void print(const QString &line);
 
+    /// Whole lines of standard output, in UTF-8.
+    void write(const QByteArray &lines);
+
     /// A line of standard error, under the program's name.
     void report(const QString &message);
+
+    /// Shows a text in the last line of the terminal of standard error, in place of the one before;
+    /// an empty text removes it. Reports stand above it.
+    void showStatus(const QString &text);
 
     /// False once standard output cannot be written.
     bool canPrint() const { return m_canPrint; }
@@ -30,10 +37,18 @@ public:
     /// Writes what is pending; false when any write failed.
     bool flush();
 
+    /// Writes what is pending, unless more is about to come.
+    void flushUnless(bool moreComes)
+    {
+        if (!moreComes)
+            flush();
+    }
+
     bool isTerminal() const { return m_isTerminal; }
 
 private:
     QByteArray m_pending;
+    QString m_status;
     bool m_isTerminal;
     bool m_canPrint = true;
 };

@@ -1,5 +1,6 @@
 #include <cli/Command.h>
 
+#include <cli/ColumnChoice.h>
 #include <cli/Columns.h>
 #include <cli/CommandLine.h>
 #include <cli/ConfiguredDisplay.h>
@@ -7,6 +8,7 @@
 #include <cli/CsvWriter.h>
 #include <cli/DisplayOptions.h>
 #include <cli/GeoidModel.h>
+#include <cli/JsonWriter.h>
 #include <cli/PositionRun.h>
 #include <cli/ProjEnvironment.h>
 #include <cli/StandardStreams.h>
@@ -16,7 +18,11 @@
 #include <cli/TableWriter.h>
 #include <cli/ValuePrinter.h>
 
+#include <KelStd/coord/LocationBuilder.h>
+
+#include <algorithm>
 #include <memory>
+#include <thread>
 
 namespace KelStd::cli {
 
@@ -90,6 +96,29 @@ QString details()
         .arg(csvLengthDecimals);
 }
 
+/// The forms of output, of which an option picks one.
+enum class Output
+{
+    Table,
+    Csv,
+    Json,
+    GeoJson
+};
+
+struct OutputRow
+{
+    const char *option;
+    Output output;
+    const char *description;
+};
+
+constexpr OutputRow outputs[] = {
+    {"table", Output::Table, "Print an aligned table, the default on a terminal."},
+    {"csv", Output::Csv, "Print comma-separated values, the default\nelsewhere."},
+    {"json", Output::Json, "Print a JSON object a line."},
+    {"geojson", Output::GeoJson, "Print a GeoJSON FeatureCollection, a feature a\nline."},
+};
+
 CommandLine makeCommandLine()
 {
     CommandLine line(QStringLiteral("--system FILE.xml|NAME [OPTIONS] [INPUT]"),
@@ -105,11 +134,22 @@ CommandLine makeCommandLine()
          QStringLiteral("The frame of the input:\n%1.\nDefault: %2.")
              .arg(frameNames(QStringLiteral(", ")), QString::fromLatin1(frames().front().option)),
          QStringLiteral("FRAME"), QString::fromLatin1(frames().front().option)});
-    line.addOption({QStringLiteral("table"),
-                    QStringLiteral("Print an aligned table, the default on a terminal.")});
-    line.addOption({QStringLiteral("csv"),
-                    QStringLiteral("Print comma-separated values, the default\nelsewhere.")});
+    line.addOption({QStringLiteral("columns"),
+                    QStringLiteral("The columns of longitude, latitude, height (or\n"
+                                   "those of the frame, in its order) and, before\n"
+                                   "them, of the point name if there is one: headings\n"
+                                   "or numbers. The others are carried through."),
+                    QStringLiteral("LIST")});
+    for (const OutputRow &row : outputs)
+        line.addOption({QString::fromLatin1(row.option), QString::fromLatin1(row.description)});
     DisplayOptions::addTo(line);
+    line.addOption({QStringLiteral("rejects"),
+                    QStringLiteral("Write the lines that fail to FILE, as they stand."),
+                    QStringLiteral("FILE")});
+    line.addOption({QStringLiteral("threads"),
+                    QStringLiteral("On how many threads to convert. Default: one for\n"
+                                   "each core."),
+                    QStringLiteral("N")});
     return line;
 }
 
@@ -130,61 +170,115 @@ QString usableGeoidModel(const Coord &coord, Console &console)
     return {};
 }
 
-bool isTable(const CommandLine &line, const Console &console)
+/// Nothing, with the `mistake`, when several are asked for.
+std::optional<Output> outputOf(const CommandLine &line, const Console &console, QString &mistake)
 {
-    return line.isSet(QStringLiteral("table"))
-           || (console.isTerminal() && !line.isSet(QStringLiteral("csv")));
+    const OutputRow *chosen = nullptr;
+    for (const OutputRow &row : outputs) {
+        if (!line.isSet(QLatin1String(row.option)))
+            continue;
+        if (chosen != nullptr) {
+            mistake = QStringLiteral("--%1 and --%2 exclude each other")
+                          .arg(QLatin1String(chosen->option), QLatin1String(row.option));
+            return std::nullopt;
+        }
+        chosen = &row;
+    }
+    if (chosen != nullptr)
+        return chosen->output;
+    return console.isTerminal() ? Output::Table : Output::Csv;
 }
 
-std::unique_ptr<PositionWriter> makeWriter(const CommandLine &line, const DisplayOptions &display,
-                                           const QString &geoidModel, Console &console)
+std::unique_ptr<PositionWriter> makeWriter(Output output, const DisplayOptions &display,
+                                           const QString &geoidModel, const Console &console)
 {
-    if (!isTable(line, console))
-        return std::make_unique<CsvWriter>(console,
-                                           ValuePrinter(display, ValuePrinter::Output::Csv));
-    const ValuePrinter printer(display, ValuePrinter::Output::Table);
+    const ValuePrinter printer(display, output == Output::Table ? ValuePrinter::Output::Table
+                                                                : ValuePrinter::Output::Csv);
+    switch (output) {
+    case Output::Csv: return std::make_unique<CsvWriter>(printer);
+    case Output::Json: return std::make_unique<JsonWriter>(printer);
+    case Output::GeoJson: return std::make_unique<GeoJsonWriter>(printer);
+    case Output::Table: break;
+    }
     const int width = console.isTerminal() ? streams::terminalWidth(streams::standardOutput) : 0;
     const bool fits = width == 0 || width >= TableWriter::wideWidth(printer, geoidModel);
     return std::make_unique<TableWriter>(
-        console, printer, fits ? TableWriter::Layout::Wide : TableWriter::Layout::Narrow,
-        geoidModel);
+        printer, fits ? TableWriter::Layout::Wide : TableWriter::Layout::Narrow, geoidModel);
 }
 
-class Conversion : public PositionRun
+/// Threads for a run: as many as --threads says, or as the machine has cores. Nothing, with the
+/// `mistake`, for what is no number of threads.
+std::optional<std::size_t> threadsOf(const CommandLine &line, QString &mistake)
+{
+    constexpr unsigned most = 64; // each holds some blocks of lines in memory
+    if (!line.isSet(QStringLiteral("threads")))
+        return std::clamp(std::thread::hardware_concurrency(), 1U, most);
+    const QString text = line.value(QStringLiteral("threads"));
+    bool ok = false;
+    const unsigned threads = text.toUInt(&ok);
+    if (ok && threads >= 1 && threads <= most)
+        return threads;
+    mistake = QStringLiteral("--threads '%1' is no number from 1 to %2").arg(text).arg(most);
+    return std::nullopt;
+}
+
+/// Locations of positions, on one thread.
+class LocationTaker : public PositionTaker
 {
 public:
-    Conversion(const Coord &coord, const QString &geoidModel, const FrameRow &frame,
-               LineReader &lines, PositionWriter &writer, Console &console)
-        : PositionRun(lines, PositionReader(lines, frame.frame), console), m_coord(coord),
-          m_geoidModel(geoidModel), m_frame(frame), m_writer(writer)
+    LocationTaker(const Coord &coord, const QString &geoidModel, LocationBuilder::Frame frame,
+                  const PositionWriter &writer)
+        : m_builder(coord), m_geoidModel(geoidModel), m_frame(frame), m_writer(writer)
     {}
 
-private:
-    bool take(const PositionReader &read, QString &reason) override
+    bool take(const PositionParser &read, QByteArray &bytes, QString &reason) override
     {
         Location location;
-        bool converted = false;
-        const auto makeLocation = [&] {
-            converted = m_frame.makeLocation(read.position(), location, nullptr, &m_coord, &reason);
-        };
-        if (!withoutRaising(makeLocation, reason) || !converted)
+        if (!m_builder.make(m_frame, read.position(), location, &reason))
             return false;
         // A model that has no value for the point is no failure; its text is all that tells.
         const bool isAboveGeoid = !m_geoidModel.isEmpty() && reason.isEmpty();
-        if (!m_geoidModel.isEmpty() && !isAboveGeoid) {
-            report(QStringLiteral("warning: the geoid model \"%1\" has no value for the point "
-                                  "(%2): its projected height is ellipsoidal")
-                       .arg(m_geoidModel, reason));
+        if (m_geoidModel.isEmpty()) {
+            reason.clear();
+        } else if (!isAboveGeoid) {
+            reason = QStringLiteral("warning: the geoid model \"%1\" has no value for the point "
+                                    "(%2): its projected height is ellipsoidal")
+                         .arg(m_geoidModel, reason);
         }
-        begin();
-        m_writer.write(read.name(), location, isAboveGeoid ? m_geoidModel : QString());
+        const QString &model = isAboveGeoid ? m_geoidModel : m_noModel;
+        m_writer.write(bytes, {read.name(), location, model, read.carried()});
         return true;
     }
 
-    void printHeading(bool hasNames) override { m_writer.begin(hasNames); }
-
-    const Coord &m_coord;
+private:
+    LocationBuilder m_builder;
     const QString &m_geoidModel; ///< the one in use; empty for none
+    const QString m_noModel;
+    LocationBuilder::Frame m_frame;
+    const PositionWriter &m_writer;
+};
+
+class Conversion : public PositionJob
+{
+public:
+    Conversion(const Coord &coord, const QString &geoidModel, const FrameRow &frame,
+               PositionWriter &writer)
+        : m_coord(coord), m_geoidModel(geoidModel), m_frame(frame), m_writer(writer)
+    {}
+
+    QByteArray begin(const InputColumns &columns) override { return m_writer.begin(columns); }
+    QByteArray separator() const override { return m_writer.separator(); }
+    QByteArray ending() const override { return m_writer.ending(); }
+
+    std::unique_ptr<PositionTaker> makeTaker() const override
+    {
+        return std::make_unique<LocationTaker>(m_coord, m_geoidModel, m_frame.builderFrame,
+                                               m_writer);
+    }
+
+private:
+    const Coord &m_coord;
+    const QString &m_geoidModel;
     const FrameRow &m_frame;
     PositionWriter &m_writer;
 };
@@ -199,8 +293,6 @@ ExitStatus runConvert(const QStringList &arguments, Console &console)
     const QString systemFile = line.value(QStringLiteral("system"));
     if (systemFile.isEmpty())
         return line.refuse(QStringLiteral("--system FILE.xml is missing"), console);
-    if (line.isSet(QStringLiteral("table")) && line.isSet(QStringLiteral("csv")))
-        return line.refuse(QStringLiteral("--table and --csv exclude each other"), console);
     const QString from = line.value(QStringLiteral("from"));
     const FrameRow *frame = findFrame(from);
     if (frame == nullptr) {
@@ -210,14 +302,26 @@ ExitStatus runConvert(const QStringList &arguments, Console &console)
     }
 
     QString reason;
+    const auto output = outputOf(line, console, reason);
+    if (!output)
+        return line.refuse(reason, console);
     auto display = DisplayOptions::from(line, reason);
     if (!display)
         return line.refuse(reason, console);
+    const auto threads = threadsOf(line, reason);
+    if (!threads)
+        return line.refuse(reason, console);
+    std::optional<ColumnChoice> choice;
+    if (line.isSet(QStringLiteral("columns"))) {
+        choice = ColumnChoice::from(line.value(QStringLiteral("columns")), reason);
+        if (!choice)
+            return line.refuse(reason, console);
+    }
 
-    LineReader lines;
-    const QString input = line.positionals().value(0, QStringLiteral("-"));
-    if (!lines.open(input, reason)) {
-        console.report(QStringLiteral("cannot open %1: %2").arg(input, reason));
+    Input input;
+    const QString inputName = line.positionals().value(0, QStringLiteral("-"));
+    if (!input.open(inputName, reason)) {
+        console.report(QStringLiteral("cannot open %1: %2").arg(inputName, reason));
         return ExitStatus::Usage;
     }
 
@@ -237,19 +341,32 @@ ExitStatus runConvert(const QStringList &arguments, Console &console)
     }
     for (const QString &note : notesOn(coord))
         console.report(QStringLiteral("note: %1").arg(note));
-    if (lines.isTerminal()) {
+    if (input.isTerminal()) {
         console.report(QStringLiteral("type positions, one a line (%1); the end-of-file key ends")
                            .arg(componentLabels(*frame)));
     }
 
     reason.clear();
-    if (isTable(line, console) || display->form == DisplayOptions::Form::Configured)
+    if (output == Output::Table || display->form == DisplayOptions::Form::Configured)
         display->configured = configuredDisplay(reason);
     if (!reason.isEmpty())
         console.report(reason);
+
+    RejectsFile rejects;
+    const QString rejectsName = line.value(QStringLiteral("rejects"));
+    if (!rejectsName.isEmpty() && !rejects.open(rejectsName, inputName, reason)) {
+        console.report(QStringLiteral("cannot write %1: %2").arg(rejectsName, reason));
+        return ExitStatus::Environment;
+    }
     const QString geoidModel = usableGeoidModel(coord, console);
-    const auto writer = makeWriter(line, *display, geoidModel, console);
-    return Conversion(coord, geoidModel, *frame, lines, *writer, console).run();
+    const auto writer = makeWriter(*output, *display, geoidModel, console);
+    Conversion conversion(coord, geoidModel, *frame, *writer);
+    PositionRun run(input, PositionParser(frame->frame, InputHeight::OfFrame, choice), conversion,
+                    console);
+    run.setThreads(*threads);
+    if (rejects.isOpen())
+        run.setRejects(rejects);
+    return run.run();
 }
 
 } // namespace KelStd::cli

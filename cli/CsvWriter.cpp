@@ -1,13 +1,18 @@
 #include <cli/CsvWriter.h>
 
 #include <cli/Columns.h>
-#include <cli/Console.h>
-
-#include <QtCore/QStringList>
 
 #include <algorithm>
 
 namespace KelStd::cli {
+
+namespace {
+
+bool isCommon(char c)
+{
+    return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '_'
+           || c == '-' || c == '.' || c == '/';
+}
 
 QString csvField(const QString &text)
 {
@@ -23,22 +28,58 @@ QString csvField(const QString &text)
            + QLatin1Char('"');
 }
 
-void CsvWriter::begin(bool /*hasNames*/)
+} // namespace
+
+void appendCsvField(QByteArray &bytes, std::string_view text)
 {
-    QStringList fields = {QStringLiteral("point")};
-    for (const Column &column : columns())
-        fields += m_printer.csvName(column);
-    fields += QStringLiteral("local_height_reference");
-    m_console.print(fields.join(QLatin1Char(',')));
+    const int size = static_cast<int>(text.size());
+    if (std::all_of(text.begin(), text.end(), isCommon))
+        bytes.append(text.data(), size);
+    else
+        bytes += csvField(QString::fromUtf8(text.data(), size)).toUtf8();
 }
 
-void CsvWriter::write(const QString &name, const Location &location, const QString &geoidModel)
+QStringList columnNames(const ValuePrinter &printer, const InputColumns &columns)
 {
-    QStringList fields = {csvField(name)};
-    for (const Column &column : columns())
-        fields += m_printer.text(column, location);
-    fields += csvField(heightReference(geoidModel));
-    m_console.print(fields.join(QLatin1Char(',')));
+    QStringList names = {QStringLiteral("point")};
+    for (const Column &column : cli::columns())
+        names += printer.csvName(column);
+    names += QStringLiteral("local_height_reference");
+    for (const QString &heading : columns.carried) {
+        QString name = heading;
+        for (int number = 2; names.contains(name); ++number)
+            name = QStringLiteral("%1_%2").arg(heading).arg(number);
+        names += name;
+    }
+    return names;
+}
+
+QByteArray CsvWriter::begin(const InputColumns &columns)
+{
+    QByteArray heading;
+    for (const QString &name : columnNames(m_printer, columns)) {
+        if (!heading.isEmpty())
+            heading += ',';
+        const QByteArray text = name.toUtf8();
+        appendCsvField(heading, {text.constData(), static_cast<std::size_t>(text.size())});
+    }
+    return heading + '\n';
+}
+
+void CsvWriter::write(QByteArray &bytes, const PrintedPosition &position) const
+{
+    appendCsvField(bytes, position.name);
+    for (const Column &column : columns()) {
+        bytes += ',';
+        m_printer.append(bytes, column, position.location);
+    }
+    bytes += ',';
+    bytes += csvField(heightReference(position.geoidModel)).toUtf8();
+    for (const std::string_view field : position.carried) {
+        bytes += ',';
+        appendCsvField(bytes, field);
+    }
+    bytes += '\n';
 }
 
 } // namespace KelStd::cli

@@ -5,27 +5,27 @@
 
 namespace KelStd::cli {
 
-class Console;
-
 /// Comma-separated values: a header line whose names carry the units, then a line for each
-/// location. Always the same columns, the first one being the name. Unless the printer is told
-/// otherwise, numbers have so many decimals that nothing is lost which a survey can measure.
+/// location. Always the same columns, the first one being the name, and behind them what is carried
+/// through. Unless the printer is told otherwise, numbers have so many decimals that nothing is
+/// lost which a survey can measure.
 class CsvWriter : public PositionWriter
 {
 public:
-    CsvWriter(Console &console, const ValuePrinter &printer)
-        : m_console(console), m_printer(printer)
-    {}
+    explicit CsvWriter(const ValuePrinter &printer) : m_printer(printer) {}
 
-    void begin(bool hasNames) override;
-    void write(const QString &name, const Location &location, const QString &geoidModel) override;
+    QByteArray begin(const InputColumns &columns) override;
+    void write(QByteArray &bytes, const PrintedPosition &position) const override;
 
 private:
-    Console &m_console;
     ValuePrinter m_printer;
 };
 
-/// A field as it stands in a line: in quotation marks when it has to be.
-QString csvField(const QString &text);
+/// The names of all columns for other programs, each of them once: a heading of the input that is
+/// taken has a number behind it.
+QStringList columnNames(const ValuePrinter &printer, const InputColumns &columns);
+
+/// Appends a UTF-8 text as a field of a line: in quotation marks when it has to be.
+void appendCsvField(QByteArray &bytes, std::string_view text);
 
 } // namespace KelStd::cli

@@ -5,6 +5,7 @@
 #include <cli/Console.h>
 #include <cli/CsvWriter.h>
 #include <cli/GeoidModel.h>
+#include <cli/PlainNumbers.h>
 #include <cli/PositionRun.h>
 #include <cli/ProjEnvironment.h>
 
@@ -46,79 +47,72 @@ constexpr GeoidColumn geoidColumns[] = {
 class PointWriter
 {
 public:
-    PointWriter(Console &console, bool isTable) : m_console(console), m_isTable(isTable) {}
+    explicit PointWriter(bool isTable) : m_isTable(isTable) {}
 
-    void begin(bool hasNames)
+    QByteArray begin(bool hasNames)
     {
         m_hasNames = hasNames;
         if (!m_isTable) {
-            QStringList names{QStringLiteral("point")};
+            QByteArray names = "point";
             for (const GeoidColumn &column : geoidColumns)
-                names += QString::fromLatin1(column.csvName);
-            m_console.print(names.join(QLatin1Char(',')));
-            return;
+                names += ',' + QByteArray(column.csvName);
+            return names + '\n';
         }
-        QString headings = nameCell(QStringLiteral("point"));
-        QString units = nameCell({});
+        QByteArray headings = nameCell("point");
+        QByteArray units = nameCell({});
         for (const GeoidColumn &column : geoidColumns) {
-            headings += cell(QString::fromLatin1(column.heading), column);
-            units += cell(QString::fromLatin1(column.unit), column);
+            headings += cell(column.heading, column);
+            units += cell(column.unit, column);
         }
-        m_console.print(headings);
-        m_console.print(units);
+        return headings + '\n' + units + '\n';
     }
 
-    void write(const QString &name, const GeoidPoint &point)
+    void write(QByteArray &bytes, std::string_view name, const GeoidPoint &point) const
     {
         if (!m_isTable) {
-            QStringList fields{csvField(name)};
-            for (const GeoidColumn &column : geoidColumns)
-                fields += numberText(point.*column.value, column.csvDecimals);
-            m_console.print(fields.join(QLatin1Char(',')));
+            appendCsvField(bytes, name);
+            for (const GeoidColumn &column : geoidColumns) {
+                bytes += ',';
+                appendNumber(bytes, point.*column.value, column.csvDecimals);
+            }
+            bytes += '\n';
             return;
         }
         // A name that is too long stands in a line of its own, so that the numbers stay in theirs.
-        const bool isLong = m_hasNames && name.size() > nameWidth;
+        const QString shown = QString::fromUtf8(name.data(), static_cast<int>(name.size()));
+        const bool isLong = m_hasNames && shown.size() > nameWidth;
         if (isLong)
-            m_console.print(name);
-        QString line = nameCell(isLong ? QString() : name);
+            bytes += shown.toUtf8() + '\n';
+        bytes += nameCell(isLong ? QString() : shown);
         for (const GeoidColumn &column : geoidColumns)
-            line += cell(numberText(point.*column.value, column.tableDecimals), column);
-        m_console.print(line);
+            bytes += cell(numberText(point.*column.value, column.tableDecimals), column);
+        bytes += '\n';
     }
 
 private:
     static constexpr int nameWidth = 10;
 
-    QString nameCell(const QString &name) const
+    QByteArray nameCell(const QString &name) const
     {
-        return m_hasNames ? name.leftJustified(nameWidth) : QString();
+        return m_hasNames ? name.leftJustified(nameWidth).toUtf8() : QByteArray();
     }
-    static QString cell(const QString &text, const GeoidColumn &column)
+    static QByteArray cell(const QString &text, const GeoidColumn &column)
     {
-        return QLatin1String("  ") + text.rightJustified(column.width);
+        return "  " + text.rightJustified(column.width).toUtf8();
     }
 
-    Console &m_console;
     bool m_isTable;
     bool m_hasNames = false;
 };
 
-class Separations : public PositionRun
+class SeparationTaker : public PositionTaker
 {
 public:
-    Separations(const QString &gridFile, bool inverse, LineReader &lines, PointWriter &writer,
-                Console &console)
-        : PositionRun(
-            lines,
-            PositionReader(lines, Frame::Wgs84LLH,
-                           inverse ? InputHeight::AboveGeoid : InputHeight::AboveEllipsoid),
-            console),
-          m_gridFile(gridFile), m_inverse(inverse), m_writer(writer)
+    SeparationTaker(const QString &gridFile, bool inverse, const PointWriter &writer)
+        : m_gridFile(gridFile), m_inverse(inverse), m_writer(writer)
     {}
 
-private:
-    bool take(const PositionReader &read, QString &reason) override
+    bool take(const PositionParser &read, QByteArray &bytes, QString &reason) override
     {
         const stLongLatH &in = read.position().getLongLatH();
         const auto calculate =
@@ -126,19 +120,40 @@ private:
         double diff = 0.0;
         if (!calculate(in.latitude, in.longitude, in.height, m_gridFile, diff, &reason))
             return false;
-        begin();
         const double other = in.height + diff;
-        m_writer.write(read.name(),
+        m_writer.write(bytes, read.name(),
                        m_inverse ? GeoidPoint{in.longitude, in.latitude, other, diff, in.height}
                                  : GeoidPoint{in.longitude, in.latitude, in.height, -diff, other});
         return true;
     }
 
-    void printHeading(bool hasNames) override { m_writer.begin(hasNames); }
-
+private:
     const QString &m_gridFile;
     bool m_inverse;
-    PointWriter &m_writer;
+    const PointWriter &m_writer;
+};
+
+class Separations : public PositionJob
+{
+public:
+    Separations(const QString &gridFile, bool inverse, bool isTable)
+        : m_gridFile(gridFile), m_inverse(inverse), m_writer(isTable)
+    {}
+
+    QByteArray begin(const InputColumns &columns) override
+    {
+        return m_writer.begin(columns.hasNames);
+    }
+
+    std::unique_ptr<PositionTaker> makeTaker() const override
+    {
+        return std::make_unique<SeparationTaker>(m_gridFile, m_inverse, m_writer);
+    }
+
+private:
+    QString m_gridFile;
+    bool m_inverse;
+    PointWriter m_writer;
 };
 
 CommandLine makeCommandLine()
@@ -192,11 +207,11 @@ ExitStatus runGeoidHeight(const QStringList &arguments, Console &console)
     if (asksForTable && asksForCsv)
         return line.refuse(QStringLiteral("--table and --csv exclude each other"), console);
 
-    LineReader lines;
+    Input input;
     QString reason;
-    const QString input = line.positionals().value(0, QStringLiteral("-"));
-    if (!lines.open(input, reason)) {
-        console.report(QStringLiteral("cannot open %1: %2").arg(input, reason));
+    const QString inputName = line.positionals().value(0, QStringLiteral("-"));
+    if (!input.open(inputName, reason)) {
+        console.report(QStringLiteral("cannot open %1: %2").arg(inputName, reason));
         return ExitStatus::Usage;
     }
     const ProjEnvironment environment;
@@ -210,14 +225,18 @@ ExitStatus runGeoidHeight(const QStringList &arguments, Console &console)
         return ExitStatus::Environment;
     }
     const bool inverse = line.isSet(QStringLiteral("inverse"));
-    if (lines.isTerminal()) {
+    if (input.isTerminal()) {
         console.report(
             QStringLiteral("type positions, one a line (longitude [deg], latitude [deg], height "
                            "above the %1 [m]); the end-of-file key ends")
                 .arg(inverse ? QStringLiteral("geoid") : QStringLiteral("ellipsoid")));
     }
-    PointWriter writer(console, asksForTable || (console.isTerminal() && !asksForCsv));
-    return Separations(grid.path(), inverse, lines, writer, console).run();
+    Separations separations(grid.path(), inverse,
+                            asksForTable || (console.isTerminal() && !asksForCsv));
+    const PositionParser parser(Frame::Wgs84LLH,
+                                inverse ? InputHeight::AboveGeoid : InputHeight::AboveEllipsoid);
+    // On one thread: these separations are calculated in the working directory.
+    return PositionRun(input, parser, separations, console).run();
 }
 
 } // namespace KelStd::cli

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <cli/Input.h>
+#include <cli/LineBlocks.h>
+
 #include <QtCore/QByteArray>
-#include <QtCore/QFile>
 #include <QtCore/QString>
 
 namespace KelStd::cli {
@@ -18,36 +20,25 @@ public:
         Error ///< `errorText` says why; nothing follows
     };
 
-    /// Longer than any position; a file without line ends is not read into memory.
-    static constexpr int mostBytes = 4096;
-
     /// `name`: a file, or "-" for standard input.
-    bool open(const QString &name, QString &error);
+    bool open(const QString &name, QString &error) { return m_input.open(name, error); }
 
     /// The next line without its end, LF or CR LF. An unterminated last line counts.
     Result next(QByteArray &line);
 
     /// Of the line that `next` gave last, from 1.
-    qint64 lineNumber() const { return m_lineNumber; }
+    qint64 lineNumber() const { return m_cursor.lineNumber(); }
 
     /// The input's name in messages.
-    QString displayName() const { return m_displayName; }
+    QString displayName() const { return m_input.displayName(); }
 
-    QString errorText() const { return m_error; }
-
-    /// True when a person types the lines.
-    bool isTerminal() const;
+    QString errorText() const { return m_blocks.errorText(); }
 
 private:
-    bool fill();
-
-    QFile m_file;
-    QString m_displayName;
-    QString m_error;
-    int m_descriptor = -1;
-    QByteArray m_buffer;
-    int m_position = 0;
-    qint64 m_lineNumber = 0;
+    Input m_input;
+    LineBlocks m_blocks{m_input};
+    LineBlock m_block;
+    LineCursor m_cursor{m_block};
 };
 
 } // namespace KelStd::cli

@@ -13,21 +13,6 @@ const QStringList &nameWords()
     return words;
 }
 
-/// A heading as it is compared: "Longitude [deg]" is "longitude_deg".
-QString normalised(const QString &heading)
-{
-    QString word;
-    for (const QChar c : heading.toLower()) {
-        if (c.isLetterOrNumber())
-            word += c;
-        else if (!word.isEmpty() && !word.endsWith(QLatin1Char('_')))
-            word += QLatin1Char('_');
-    }
-    if (word.endsWith(QLatin1Char('_')))
-        word.chop(1);
-    return word;
-}
-
 QStringList wordsOf(const Column &column)
 {
     return QString::fromLatin1(column.headerWords).split(QLatin1Char(' '))
@@ -103,6 +88,37 @@ QString otherFrames(const QStringList &headings)
 
 } // namespace
 
+QString normalisedHeading(const QString &heading)
+{
+    QString word;
+    for (const QChar c : heading.toLower()) {
+        if (c.isLetterOrNumber())
+            word += c;
+        else if (!word.isEmpty() && !word.endsWith(QLatin1Char('_')))
+            word += QLatin1Char('_');
+    }
+    if (word.endsWith(QLatin1Char('_')))
+        word.chop(1);
+    return word;
+}
+
+int componentHeaded(const QString &heading, Frame frame)
+{
+    for (int i = 0; i < componentsPerFrame; ++i) {
+        if (isNamedBy(columnOf(frame, i), normalisedHeading(heading)))
+            return i;
+    }
+    return -1;
+}
+
+QString labelsOf(Frame frame)
+{
+    QStringList labels;
+    for (int i = 0; i < componentsPerFrame; ++i)
+        labels += QString::fromLatin1(columnOf(frame, i).label);
+    return labels.join(QLatin1String(", "));
+}
+
 FieldOrder plainOrder(int fields)
 {
     FieldOrder order;
@@ -133,7 +149,7 @@ bool readHeader(const QStringList &fields, Frame frame, FieldOrder &order, QStri
 {
     QStringList headings;
     for (const QString &field : fields)
-        headings += normalised(field);
+        headings += normalisedHeading(field);
 
     order = {};
     order.fields = fields.size();

@@ -6,6 +6,7 @@
 #include <QtCore/QStringList>
 
 #include <array>
+#include <vector>
 
 namespace KelStd::cli {
 
@@ -15,6 +16,8 @@ struct FieldOrder
     int fields = 0;
     int name = -1; ///< -1: the lines have no names
     std::array<int, componentsPerFrame> components{};
+    std::vector<int> carried;    ///< the fields that go into the output as they are
+    QStringList carriedHeadings; ///< one for each
 };
 
 /// What the height of the input is. No heading of a height above the ellipsoid is taken for one of
@@ -34,6 +37,15 @@ FieldOrder plainOrder(int fields);
 /// needed one that is missing or there twice is a `mistake`.
 bool readHeader(const QStringList &fields, Frame frame, FieldOrder &order, QString &mistake,
                 InputHeight height = InputHeight::OfFrame);
+
+/// A heading as it is compared: "Longitude [deg]" is "longitude_deg".
+QString normalisedHeading(const QString &heading);
+
+/// The component of the frame that a heading names, 0 to 2; -1 when it names none of them.
+int componentHeaded(const QString &heading, Frame frame);
+
+/// "longitude, latitude, height": the frame's components in their order.
+QString labelsOf(Frame frame);
 
 /// Puts a unit in brackets that stands as a field of its own back to the word before it: a header
 /// "longitude [deg]" that was split at blanks.

@@ -1,63 +1,167 @@
 #include <cli/PositionRun.h>
 
 #include <cli/Console.h>
-#include <cli/LineReader.h>
+#include <cli/OrderedWorkers.h>
+#include <cli/ProgressBar.h>
+#include <cli/StandardStreams.h>
+
+#include <optional>
 
 namespace KelStd::cli {
 
 ExitStatus PositionRun::run()
 {
-    while (m_console.canPrint()) {
-        switch (m_reader.next()) {
-        case PositionReader::Result::Position: {
-            QString reason;
-            if (take(m_reader, reason))
-                ++m_taken;
-            else
-                fail(reason);
+    const streams::StopRequests stopRequests;
+    std::optional<ProgressBar> progress;
+    if (const auto size = m_input.size())
+        m_progress = &progress.emplace(m_console, *size);
+
+    BlockWork first(m_parser, m_job, m_rejects != nullptr);
+    State state = readOrder(first);
+    if (!first.parser().knowsOrder())
+        m_heading = m_job.begin({});
+    if (state == State::GoesOn)
+        state = readRest(first.parser());
+    m_progress = nullptr;
+    progress.reset();
+    return finish(state);
+}
+
+/// Reads blocks until a line has decided the order of the fields, which all others follow.
+PositionRun::State PositionRun::readOrder(BlockWork &work)
+{
+    State state = State::GoesOn;
+    while (state == State::GoesOn && !work.parser().knowsOrder()) {
+        m_console.flushUnless(m_input.isReady());
+        LineBlock block;
+        state = next(block);
+        if (state != State::GoesOn)
             break;
-        }
-        case PositionReader::Result::BadLine: fail(m_reader.reason()); break;
-        case PositionReader::Result::BadHeader: report(m_reader.reason()); return ExitStatus::Usage;
-        case PositionReader::Result::ReadError:
-            m_console.report(
-                QStringLiteral("cannot read %1: %2").arg(m_lines.displayName(), m_reader.reason()));
-            return ExitStatus::Environment;
-        case PositionReader::Result::End: return finish();
-        }
+        BlockResult result = work(block);
+        m_heading = work.heading();
+        m_headerLine = work.parser().headerLine();
+        state = take(std::move(result));
     }
-    return ExitStatus::Environment;
+    return state;
 }
 
-void PositionRun::begin()
+PositionRun::State PositionRun::readRest(const PositionParser &parser)
 {
-    if (!m_hasBegun)
-        printHeading(m_reader.hasNames());
-    m_hasBegun = true;
+    OrderedWorkers<LineBlock, BlockResult> workers(m_threads, [&] {
+        const auto work = std::make_shared<BlockWork>(parser, m_job, m_rejects != nullptr);
+        return [work](const LineBlock &block) { return (*work)(block); };
+    });
+    State state = State::GoesOn;
+    while (state == State::GoesOn) {
+        // Who types or pipes slowly sees what became of each line before the next one.
+        const bool mustWait = !m_input.isReady();
+        while (state == State::GoesOn && !workers.isEmpty() && (mustWait || workers.isFull()))
+            state = take(workers.take());
+        if (state != State::GoesOn)
+            return state;
+        m_console.flushUnless(!mustWait);
+        LineBlock block;
+        state = next(block);
+        if (state == State::GoesOn)
+            workers.add(std::move(block));
+    }
+    const State atEnd = state;
+    state = State::GoesOn;
+    while (state == State::GoesOn && !workers.isEmpty())
+        state = take(workers.take());
+    return state == State::GoesOn ? atEnd : state;
 }
 
-void PositionRun::report(const QString &text)
+PositionRun::State PositionRun::next(LineBlock &block)
 {
-    m_console.report(QStringLiteral("%1:%2: %3")
-                         .arg(m_lines.displayName())
-                         .arg(m_reader.lineNumber())
-                         .arg(text));
+    switch (m_blocks.next(block)) {
+    case LineBlocks::Result::Block: return State::GoesOn;
+    case LineBlocks::Result::End: return State::AtEnd;
+    case LineBlocks::Result::Error: break;
+    }
+    return State::InputFailed;
 }
 
-void PositionRun::fail(const QString &reason)
+/// Prints what became of the lines that come next.
+PositionRun::State PositionRun::take(BlockResult result)
 {
-    report(reason);
-    ++m_failed;
+    int printed = 0;
+    for (const BlockResult::Message &message : result.messages) {
+        print(result.output.constData() + printed, message.position - printed);
+        printed = message.position;
+        m_console.report(QStringLiteral("%1:%2: %3")
+                             .arg(m_input.displayName())
+                             .arg(message.line)
+                             .arg(message.text));
+    }
+    print(result.output.constData() + printed, result.output.size() - printed);
+    if (m_rejects != nullptr)
+        m_rejects->write(m_headerLine, result.rejects);
+
+    m_taken += result.taken;
+    m_failed += result.failed;
+    m_lastLine = result.lastLine;
+    m_doneBytes += result.inputBytes;
+    if (m_progress != nullptr)
+        m_progress->show(m_doneBytes);
+    if (result.hasBadHeader)
+        return State::BadHeader;
+    return m_console.canPrint() ? State::GoesOn : State::OutputFailed;
 }
 
-ExitStatus PositionRun::finish()
+void PositionRun::print(const char *bytes, int size)
 {
-    begin();
+    if (size == 0)
+        return;
+    printHeading();
+    const int skipped = m_hasPosition ? 0 : m_job.separator().size(); // there is none before it
+    m_hasPosition = true;
+    m_console.write(QByteArray::fromRawData(bytes + skipped, size - skipped));
+}
+
+void PositionRun::printHeading()
+{
+    if (!m_hasHeading)
+        m_console.write(m_heading);
+    m_hasHeading = true;
+}
+
+ExitStatus PositionRun::finish(State state)
+{
+    switch (state) {
+    case State::OutputFailed: return ExitStatus::Environment;
+    case State::BadHeader: return ExitStatus::Usage;
+    case State::InputFailed:
+        if (m_hasHeading)
+            m_console.write(m_job.ending());
+        m_console.report(
+            QStringLiteral("cannot read %1: %2").arg(m_input.displayName(), m_blocks.errorText()));
+        return finishRejects(ExitStatus::Environment);
+    case State::GoesOn:
+    case State::AtEnd: break;
+    }
+    printHeading();
+    m_console.write(m_job.ending());
+    if (streams::isToldToStop()) {
+        m_console.report(QStringLiteral("stopped behind line %1 of %2")
+                             .arg(m_lastLine)
+                             .arg(m_input.displayName()));
+        return finishRejects(ExitStatus::Stopped);
+    }
     if (m_failed == 0)
-        return ExitStatus::Success;
+        return finishRejects(ExitStatus::Success);
     m_console.report(
         QStringLiteral("%1 of %2 positions failed").arg(m_failed).arg(m_taken + m_failed));
-    return ExitStatus::SomeFailed;
+    return finishRejects(ExitStatus::SomeFailed);
+}
+
+ExitStatus PositionRun::finishRejects(ExitStatus status)
+{
+    QString error;
+    if (m_rejects == nullptr || m_rejects->finish(error))
+        return status;
+    m_console.report(QStringLiteral("cannot write the rejected lines: %1").arg(error));
+    return ExitStatus::Environment;
 }
 
 } // namespace KelStd::cli

@@ -1,53 +1,81 @@
 #pragma once
 
+#include <cli/BlockWork.h>
 #include <cli/ExitStatus.h>
-#include <cli/PositionReader.h>
+#include <cli/Input.h>
+#include <cli/LineBlocks.h>
+#include <cli/PositionJob.h>
+#include <cli/PositionParser.h>
+#include <cli/RejectsFile.h>
 
+#include <QtCore/QByteArray>
 #include <QtCore/QString>
 #include <QtCore/QtGlobal>
+
+#include <cstddef>
 
 namespace KelStd::cli {
 
 class Console;
+class ProgressBar;
 
-/// A run over the positions of an input: each is taken in turn, what cannot be read or taken is
-/// reported as INPUT:LINE: reason, and the run goes on.
+/// A run over the positions of an input, of any length in the same memory: each is taken in turn,
+/// what cannot be read or taken is reported as INPUT:LINE: reason, and the run goes on. The output
+/// and the reports stand in the order of the input, however many threads work.
+///
+/// Told to stop, it prints what it has read and leaves whole lines.
 class PositionRun
 {
 public:
+    PositionRun(Input &input, PositionParser parser, PositionJob &job, Console &console)
+        : m_input(input), m_blocks(input), m_job(job), m_console(console),
+          m_parser(std::move(parser))
+    {}
+
+    /// On how many threads positions are taken.
+    void setThreads(std::size_t threads) { m_threads = threads; }
+
+    /// Where the lines go that failed.
+    void setRejects(RejectsFile &rejects) { m_rejects = &rejects; }
+
     /// To the end of the input, or until nothing can be printed any more.
     ExitStatus run();
 
-protected:
-    PositionRun(LineReader &lines, const PositionReader &reader, Console &console)
-        : m_lines(lines), m_reader(reader), m_console(console)
-    {}
-    ~PositionRun() = default;
-    PositionRun(const PositionRun &) = delete;
-    PositionRun &operator=(const PositionRun &) = delete;
-
-    /// Takes the position that was read: calls `begin` and prints, or fails with a `reason`.
-    virtual bool take(const PositionReader &read, QString &reason) = 0;
-
-    /// Prints what stands above all positions.
-    virtual void printHeading(bool hasNames) = 0;
-
-    /// Prints the heading unless it is there.
-    void begin();
-
-    /// Reports something of the line that was read last.
-    void report(const QString &text);
-
 private:
-    ExitStatus finish();
-    void fail(const QString &reason);
+    enum class State
+    {
+        GoesOn,
+        AtEnd,
+        InputFailed,
+        BadHeader,
+        OutputFailed
+    };
 
-    LineReader &m_lines;
-    PositionReader m_reader;
+    State readOrder(BlockWork &work);
+    State readRest(const PositionParser &parser);
+    State next(LineBlock &block);
+    State take(BlockResult result);
+    void print(const char *bytes, int size);
+    void printHeading();
+    ExitStatus finish(State state);
+    ExitStatus finishRejects(ExitStatus status);
+
+    Input &m_input;
+    LineBlocks m_blocks;
+    PositionJob &m_job;
     Console &m_console;
-    bool m_hasBegun = false;
+    PositionParser m_parser;
+    std::size_t m_threads = 1;
+    RejectsFile *m_rejects = nullptr;
+    ProgressBar *m_progress = nullptr;
+    QByteArray m_heading;
+    QByteArray m_headerLine; ///< of the input
+    bool m_hasHeading = false;
+    bool m_hasPosition = false;
     qint64 m_taken = 0;
     qint64 m_failed = 0;
+    qint64 m_lastLine = 0;
+    qint64 m_doneBytes = 0;
 };
 
 } // namespace KelStd::cli

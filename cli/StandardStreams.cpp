@@ -8,9 +8,12 @@
 #if defined(Q_OS_WIN)
 #    include <io.h>
 #else
+#    include <atomic>
 #    include <csignal>
 #    include <fcntl.h>
+#    include <poll.h>
 #    include <sys/ioctl.h>
+#    include <sys/stat.h>
 #    include <unistd.h>
 #endif
 
@@ -30,7 +33,29 @@ int terminalWidth(int /*descriptor*/)
     return 0;
 }
 
+std::optional<qint64> bytesToCome(int /*descriptor*/)
+{
+    return std::nullopt;
+}
+
+bool isReady(int /*descriptor*/)
+{
+    return false;
+}
+
+StopRequests::StopRequests() = default;
+StopRequests::~StopRequests() = default;
+
+bool isToldToStop()
+{
+    return false;
+}
+
+void endAsTold() {}
+
 namespace {
+
+void waitForInput(int /*descriptor*/) {}
 
 qint64 systemRead(int descriptor, char *buffer, qint64 size)
 {
@@ -70,7 +95,100 @@ int terminalWidth(int descriptor)
     return ioctl(descriptor, TIOCGWINSZ, &size) == 0 ? size.ws_col : 0;
 }
 
+std::optional<qint64> bytesToCome(int descriptor)
+{
+    struct stat status = {};
+    if (fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode))
+        return std::nullopt;
+    const off_t position = lseek(descriptor, 0, SEEK_CUR);
+    return position >= 0 && position <= status.st_size ? std::optional(status.st_size - position)
+                                                       : std::nullopt;
+}
+
+bool isReady(int descriptor)
+{
+    pollfd wanted = {descriptor, POLLIN, 0};
+    return poll(&wanted, 1, 0) != 0;
+}
+
 namespace {
+
+constexpr int stopSignals[] = {SIGINT, SIGTERM};
+std::atomic<int> toldBy{0};
+static_assert(std::atomic<int>::is_always_lock_free, "a signal may write it");
+
+/// Wakes who waits for input: a signal between the look at `toldBy` and the waiting would be
+/// missed.
+int wakingPipe[2] = {-1, -1};
+
+void takeSignal(int signal)
+{
+    const int error = errno;
+    toldBy = signal;
+    const ssize_t written = write(wakingPipe[1], "", 1);
+    static_cast<void>(written); // nobody can be told, and only a full pipe does not take it
+    errno = error;
+}
+
+void setAction(int signal, void (*handler)(int))
+{
+    struct sigaction action = {};
+    action.sa_handler = handler;
+    action.sa_flags = static_cast<int>(SA_RESETHAND);
+    sigaction(signal, &action, nullptr);
+}
+
+bool isIgnored(int signal)
+{
+    struct sigaction action = {};
+    return sigaction(signal, nullptr, &action) == 0 && action.sa_handler == SIG_IGN;
+}
+
+} // namespace
+
+StopRequests::StopRequests()
+{
+    if (pipe2(wakingPipe, O_CLOEXEC | O_NONBLOCK) != 0)
+        return; // the signals end the program as they always did
+    for (const int signal : stopSignals) {
+        if (!isIgnored(signal))
+            setAction(signal, takeSignal);
+    }
+}
+
+StopRequests::~StopRequests()
+{
+    if (wakingPipe[0] == -1)
+        return;
+    for (const int signal : stopSignals) {
+        if (!isIgnored(signal))
+            setAction(signal, SIG_DFL);
+    }
+    for (int &end : wakingPipe) {
+        close(end);
+        end = -1;
+    }
+}
+
+bool isToldToStop()
+{
+    return toldBy != 0;
+}
+
+void endAsTold()
+{
+    std::raise(toldBy);
+}
+
+namespace {
+
+/// Until there is input, its end or a request to stop.
+void waitForInput(int descriptor)
+{
+    pollfd wanted[] = {{descriptor, POLLIN, 0}, {wakingPipe[0], POLLIN, 0}};
+    while (poll(wanted, 2, -1) == -1 && errno == EINTR) {
+    }
+}
 
 qint64 systemRead(int descriptor, char *buffer, qint64 size)
 {
@@ -90,6 +208,9 @@ qint64 readSome(int descriptor, char *buffer, qint64 size)
 {
     qint64 count = -1;
     do {
+        waitForInput(descriptor);
+        if (isToldToStop())
+            return 0;
         count = systemRead(descriptor, buffer, size);
     } while (count == -1 && errno == EINTR);
     return count;

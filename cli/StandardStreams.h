@@ -2,6 +2,8 @@
 
 #include <QtCore/QString>
 
+#include <optional>
+
 /// The operating system's side of input and output: the only place of the program that differs
 /// between platforms.
 namespace KelStd::cli::streams {
@@ -20,7 +22,14 @@ bool isTerminal(int descriptor);
 /// Columns of the terminal, or 0 when they are not known.
 int terminalWidth(int descriptor);
 
-/// Waits for input and reads what there is, at most `size` bytes: 0 at the end, -1 on an error.
+/// How many bytes a regular file has from where it stands; nothing for what is none.
+std::optional<qint64> bytesToCome(int descriptor);
+
+/// Whether reading does not have to wait.
+bool isReady(int descriptor);
+
+/// Waits for input and reads what there is, at most `size` bytes: 0 at the end and once the program
+/// is told to stop, -1 on an error.
 qint64 readSome(int descriptor, char *buffer, qint64 size);
 
 /// True when every byte was written.
@@ -28,5 +37,21 @@ bool writeAll(int descriptor, const QByteArray &bytes);
 
 /// The operating system's text for what failed last.
 QString lastErrorText();
+
+/// While this lives, the interrupt key and a request to end do not end the program where it stands:
+/// `isToldToStop`. The next one does.
+class StopRequests
+{
+public:
+    StopRequests();
+    ~StopRequests();
+    StopRequests(const StopRequests &) = delete;
+    StopRequests &operator=(const StopRequests &) = delete;
+};
+
+bool isToldToStop();
+
+/// Ends the program as the request would have ended it, so that whoever started it sees that.
+void endAsTold();
 
 } // namespace KelStd::cli::streams

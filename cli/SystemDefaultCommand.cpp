@@ -2,8 +2,8 @@
 
 #include <cli/CommandLine.h>
 #include <cli/Console.h>
-#include <cli/PositionReader.h>
 #include <cli/SystemFile.h>
+#include <cli/TypedNumber.h>
 
 #include <KelStd/io/Coord_IO.h>
 #include <KelStd/platform/Toolkits.h>

@@ -1,7 +1,6 @@
 #include <cli/TableWriter.h>
 
 #include <cli/Columns.h>
-#include <cli/Console.h>
 
 #include <algorithm>
 
@@ -57,6 +56,27 @@ QString ruled(const QString &title, int width)
            + QString(dashes - dashes / 2, QLatin1Char('-'));
 }
 
+QString fromUtf8(std::string_view text)
+{
+    return QString::fromUtf8(text.data(), static_cast<int>(text.size()));
+}
+
+/// Without the blanks that stand for trailing zeros of the last number.
+void appendLine(QByteArray &bytes, QString line)
+{
+    while (line.endsWith(QLatin1Char(' ')))
+        line.chop(1);
+    bytes += line.toUtf8();
+    bytes += '\n';
+}
+
+/// A field that is carried through, below its heading.
+QString carriedCell(const QString &text, const QString &heading)
+{
+    constexpr int leastWidth = 8;
+    return gap + text.leftJustified(std::max(leastWidth, heading.size()));
+}
+
 } // namespace
 
 int TableWriter::wideWidth(const ValuePrinter &printer, const QString &geoidModel)
@@ -69,15 +89,16 @@ int TableWriter::wideWidth(const ValuePrinter &printer, const QString &geoidMode
     return width;
 }
 
-void TableWriter::begin(bool hasNames)
+QByteArray TableWriter::begin(const InputColumns &columns)
 {
-    m_hasNames = hasNames;
+    m_columns = columns;
     if (m_layout == Layout::Narrow)
-        return;
+        return {};
 
-    const QString indent = hasNames ? QString(nameWidth, QLatin1Char(' ')) : QString();
+    const QString indent = columns.hasNames ? QString(nameWidth, QLatin1Char(' ')) : QString();
     QString titles = indent;
-    QString labels = hasNames ? QStringLiteral("point").leftJustified(nameWidth) : QString();
+    QString labels =
+        columns.hasNames ? QStringLiteral("point").leftJustified(nameWidth) : QString();
     QString units = indent;
     for (const FrameRow &frame : frames()) {
         titles += gap
@@ -91,58 +112,60 @@ void TableWriter::begin(bool hasNames)
         }
     }
     if (!m_geoidModel.isEmpty())
-        labels += gap + QLatin1String("above the");
-    m_console.print(titles);
-    m_console.print(labels);
-    m_console.print(units);
+        labels +=
+            gap + QStringLiteral("above the").leftJustified(heightReference(m_geoidModel).size());
+    for (const QString &heading : columns.carried)
+        labels += carriedCell(heading, heading);
+    QByteArray heading;
+    for (const QString &line : {titles, labels, units})
+        appendLine(heading, line);
+    return heading;
 }
 
-void TableWriter::write(const QString &name, const Location &location, const QString &geoidModel)
+QByteArray TableWriter::separator() const
+{
+    return m_layout == Layout::Narrow ? QByteArray("\n") : QByteArray();
+}
+
+void TableWriter::write(QByteArray &bytes, const PrintedPosition &position) const
 {
     if (m_layout == Layout::Wide)
-        writeWide(name, location, geoidModel);
+        writeWide(bytes, position);
     else
-        writeNarrow(name, location, geoidModel);
-    m_isFirst = false;
+        writeNarrow(bytes, position);
 }
 
-/// Without the blanks that stand for trailing zeros of the last number.
-void TableWriter::printLine(QString line)
-{
-    while (line.endsWith(QLatin1Char(' ')))
-        line.chop(1);
-    m_console.print(line);
-}
-
-void TableWriter::writeWide(const QString &name, const Location &location,
-                            const QString &geoidModel)
+void TableWriter::writeWide(QByteArray &bytes, const PrintedPosition &position) const
 {
     QString line;
-    if (m_hasNames) {
+    if (m_columns.hasNames) {
         // A name that is too long stands in a line of its own, so that the numbers stay in theirs.
+        const QString name = fromUtf8(position.name);
         if (name.size() > nameWidth)
-            m_console.print(name);
+            appendLine(bytes, name);
         line = (name.size() > nameWidth ? QString() : name).leftJustified(nameWidth);
     }
     for (const Column &column : columns())
         line += gap
-                + rightAligned(m_printer.cell(column, location),
+                + rightAligned(m_printer.cell(column, position.location),
                                columnWidth(m_printer, column, m_geoidModel));
     if (!m_geoidModel.isEmpty())
-        line += gap + heightReference(geoidModel);
-    printLine(line);
+        line += gap
+                + heightReference(position.geoidModel)
+                      .leftJustified(heightReference(m_geoidModel).size());
+    for (int i = 0; i < m_columns.carried.size(); ++i)
+        line += carriedCell(fromUtf8(position.carried[static_cast<std::size_t>(i)]),
+                            m_columns.carried.at(i));
+    appendLine(bytes, line);
 }
 
-void TableWriter::writeNarrow(const QString &name, const Location &location,
-                              const QString &geoidModel)
+void TableWriter::writeNarrow(QByteArray &bytes, const PrintedPosition &position) const
 {
     constexpr int titleWidth = 18;
     constexpr int leastWidth = 18; // 179°59′59.999999″W, and three of them fit 80 columns
 
-    if (!m_isFirst)
-        m_console.print({});
-    if (m_hasNames)
-        m_console.print(name);
+    if (m_columns.hasNames)
+        appendLine(bytes, fromUtf8(position.name));
     for (const FrameRow &frame : frames()) {
         QString labels(titleWidth, QLatin1Char(' '));
         QString numbers = (gap + QLatin1String(frame.title)).leftJustified(titleWidth);
@@ -150,20 +173,26 @@ void TableWriter::writeNarrow(const QString &name, const Location &location,
             const Column &column = columnOf(frame.frame, i);
             const QString label =
                 QStringLiteral("%1%2 [%3]")
-                    .arg(isEllipsoidal(column, geoidModel) ? QStringLiteral("ell. ") : QString(),
+                    .arg(isEllipsoidal(column, position.geoidModel) ? QStringLiteral("ell. ")
+                                                                    : QString(),
                          QString::fromLatin1(column.label), m_printer.unit(column));
-            const QString number = m_printer.cell(column, location);
+            const QString number = m_printer.cell(column, position.location);
             const int width = std::max({leastWidth, label.size(), number.size()});
             labels += gap + rightAligned(label, width);
             numbers += gap + rightAligned(number, width);
         }
-        m_console.print(labels);
-        printLine(numbers);
+        appendLine(bytes, labels);
+        appendLine(bytes, numbers);
     }
-    if (!geoidModel.isEmpty()) {
+    if (!position.geoidModel.isEmpty()) {
         constexpr int lineWidth = titleWidth + componentsPerFrame * (leastWidth + 2);
-        m_console.print((QLatin1String("height above the ") + heightReference(geoidModel))
-                            .rightJustified(lineWidth));
+        appendLine(bytes,
+                   (QLatin1String("height above the ") + heightReference(position.geoidModel))
+                       .rightJustified(lineWidth));
+    }
+    for (int i = 0; i < m_columns.carried.size(); ++i) {
+        appendLine(bytes, gap + m_columns.carried.at(i) + QLatin1String(": ")
+                              + fromUtf8(position.carried[static_cast<std::size_t>(i)]));
     }
 }
 

@@ -1,5 +1,7 @@
 #include <cli/ValuePrinter.h>
 
+#include <cli/PlainNumbers.h>
+
 #include <KelStd/coord/Param.h>
 #include <KelStd/text/CoordStringHelper.h>
 
@@ -11,18 +13,6 @@
 namespace KelStd::cli {
 
 namespace {
-
-/// The same meridian between -180 and 180 degrees, which is all that the library shows. Exact: the
-/// difference of two doubles of which neither is more than twice the other is one, too.
-double within180(double longitude)
-{
-    constexpr double halfCircle = 180.0;
-    constexpr double fullCircle = 360.0;
-    const double rest = std::fmod(longitude, fullCircle);
-    if (rest > halfCircle)
-        return rest - fullCircle;
-    return rest < -halfCircle ? rest + fullCircle : rest;
-}
 
 QString exactText(double value)
 {
@@ -64,6 +54,18 @@ const LengthRow &rowOf(const Column &column)
 constexpr int exactWidth = 22; // -0.0034675300121307373
 
 } // namespace
+
+double within180(double longitude)
+{
+    // Exact: the difference of two doubles of which neither is more than twice the other is one,
+    // too.
+    constexpr double halfCircle = 180.0;
+    constexpr double fullCircle = 360.0;
+    const double rest = std::fmod(longitude, fullCircle);
+    if (rest > halfCircle)
+        return rest - fullCircle;
+    return rest < -halfCircle ? rest + fullCircle : rest;
+}
 
 ValuePrinter::ValuePrinter(const DisplayOptions &options, Output output)
     : m_form(options.form == DisplayOptions::Form::Exact ? Form::Exact : Form::Configured)
@@ -122,10 +124,24 @@ QString ValuePrinter::text(const Column &column, const Location &location) const
     case Form::Configured: return configuredText(column, value);
     case Form::Numbers: break;
     }
-    return numberText(isAngle(column) ? value
-                                      : CoordStringHelper::ConvertUnit_Length(value, Unit_Meter,
-                                                                              lengthUnitOf(column)),
-                      decimalsOf(column));
+    return numberText(plainNumber(column, location), decimalsOf(column));
+}
+
+void ValuePrinter::append(QByteArray &bytes, const Column &column, const Location &location) const
+{
+    if (m_form == Form::Numbers)
+        appendNumber(bytes, plainNumber(column, location), decimalsOf(column));
+    else
+        bytes += text(column, location).toUtf8();
+}
+
+/// In the unit of the column's plain decimals.
+double ValuePrinter::plainNumber(const Column &column, const Location &location) const
+{
+    const double value = (location.*column.value)();
+    return isAngle(column)
+               ? value
+               : CoordStringHelper::ConvertUnit_Length(value, Unit_Meter, lengthUnitOf(column));
 }
 
 QString ValuePrinter::configuredText(const Column &column, double value) const

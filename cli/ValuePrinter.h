@@ -6,6 +6,7 @@
 #include <KelStd/coord/Location.h>
 #include <KelStd/library/stShowConfig.h>
 
+#include <QtCore/QByteArray>
 #include <QtCore/QString>
 
 namespace KelStd::cli {
@@ -27,6 +28,16 @@ public:
 
     /// The number of a column, in its unit.
     QString text(const Column &column, const Location &location) const;
+
+    /// Appends the same in UTF-8.
+    void append(QByteArray &bytes, const Column &column, const Location &location) const;
+
+    /// Whether the texts of a column are plain decimals, without signs of degrees or letters of
+    /// hemispheres.
+    bool printsNumbers(const Column &column) const
+    {
+        return m_form != Form::Configured || !isAngle(column);
+    }
 
     /// The same for a column of text, filled with blanks behind where trailing zeros are missing:
     /// aligned on the right, decimal points stand below each other.
@@ -50,6 +61,7 @@ private:
     };
 
     void take(const DisplayOptions &options, bool isNumbers);
+    double plainNumber(const Column &column, const Location &location) const;
     QString configuredText(const Column &column, double value) const;
     EUnit lengthUnitOf(const Column &column) const;
     int decimalsOf(const Column &column) const;
@@ -59,5 +71,8 @@ private:
     const AngleStyle *m_angleStyle = &defaultAngleStyle();
     stShowConfig m_config; ///< units and decimals of every form but the exact one
 };
+
+/// The same meridian between -180 and 180 degrees, which is all that the library shows.
+double within180(double longitude);
 
 } // namespace KelStd::cli

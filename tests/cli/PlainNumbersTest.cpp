@@ -1,6 +1,6 @@
-#include <cli/Columns.h>
 #include <cli/CsvWriter.h>
-#include <cli/PositionReader.h>
+#include <cli/PlainNumbers.h>
+#include <cli/TypedNumber.h>
 
 #include "support/Printers.h"
 
@@ -55,8 +55,11 @@ TEST(CsvField, IsQuotedWhenItHasToBe)
         {"1#", "1#"},
         {" a", "\" a\""},
     };
-    for (const Row &row : rows)
-        EXPECT_EQ(cli::csvField(QString::fromUtf8(row.text)), QString::fromUtf8(row.field));
+    for (const Row &row : rows) {
+        QByteArray bytes = "x,";
+        cli::appendCsvField(bytes, row.text);
+        EXPECT_EQ(bytes, QByteArray("x,") + row.field);
+    }
 }
 
 } // namespace

@@ -1,0 +1,126 @@
+#include <cli/ColumnChoice.h>
+
+#include <cli/TypedNumber.h>
+
+namespace KelStd::cli {
+
+namespace {
+
+/// From 0; -1 for what is no number of a column.
+int columnNumber(const QString &text)
+{
+    bool ok = false;
+    const int number = text.toInt(&ok);
+    return ok && number > 0 ? number - 1 : -1;
+}
+
+bool isNumber(const QString &text)
+{
+    bool ok = false;
+    text.toInt(&ok);
+    return ok;
+}
+
+/// The one heading that is written so, or else is so but for case, blanks and signs.
+int fieldHeaded(const QString &column, const QStringList &headings, QString &mistake)
+{
+    QStringList compared = headings;
+    QString wanted = column;
+    if (headings.count(column) == 0) {
+        wanted = normalisedHeading(column);
+        for (QString &heading : compared)
+            heading = normalisedHeading(heading);
+    }
+    const int count = compared.count(wanted);
+    if (count == 1)
+        return compared.indexOf(wanted);
+    mistake = count > 1 ? QStringLiteral("--columns: %1 is the heading of %2 columns; pick one by "
+                                         "its number")
+                              .arg(quoted(column))
+                              .arg(count)
+                        : QStringLiteral("--columns: no column is headed %1; there are %2")
+                              .arg(quoted(column), headings.join(QLatin1String(", ")));
+    return -1;
+}
+
+} // namespace
+
+std::optional<ColumnChoice> ColumnChoice::from(const QString &list, QString &mistake)
+{
+    ColumnChoice choice;
+    for (const QString &column : list.split(QLatin1Char(',')))
+        choice.m_columns += column.trimmed();
+    const int count = choice.m_columns.size();
+    if (count != componentsPerFrame && count != componentsPerFrame + 1) {
+        mistake =
+            QStringLiteral("--columns '%1' has %2 columns; there are three, or four with that "
+                           "of the point name first")
+                .arg(list)
+                .arg(count);
+        return std::nullopt;
+    }
+    for (const QString &column : choice.m_columns) {
+        if (column.isEmpty() || (isNumber(column) && columnNumber(column) < 0)) {
+            mistake = QStringLiteral("--columns '%1': '%2' is no column; they are headings and "
+                                     "numbers from 1")
+                          .arg(list, column);
+            return std::nullopt;
+        }
+    }
+    return choice;
+}
+
+bool ColumnChoice::hasHeadings() const
+{
+    return std::any_of(m_columns.cbegin(), m_columns.cend(),
+                       [](const QString &column) { return !isNumber(column); });
+}
+
+bool ColumnChoice::apply(const QStringList &headings, int fields, Frame frame, FieldOrder &order,
+                         QString &mistake) const
+{
+    order = {};
+    order.fields = fields;
+    QVector<int> picked;
+    for (const QString &column : m_columns) {
+        const int field =
+            isNumber(column) ? columnNumber(column) : fieldHeaded(column, headings, mistake);
+        if (field < 0)
+            return false;
+        if (field >= fields) {
+            mistake = QStringLiteral("--columns: there is no column %1; the line has %2")
+                          .arg(column)
+                          .arg(fields);
+            return false;
+        }
+        if (picked.contains(field)) {
+            mistake = QStringLiteral("--columns picks column %1 twice").arg(field + 1);
+            return false;
+        }
+        picked += field;
+    }
+
+    const int first = picked.size() - componentsPerFrame;
+    order.name = first > 0 ? picked.first() : -1;
+    for (int i = 0; i < componentsPerFrame; ++i) {
+        const int field = picked.at(first + i);
+        const int meant = headings.isEmpty() ? -1 : componentHeaded(headings.at(field), frame);
+        if (meant >= 0 && meant != i) {
+            mistake = QStringLiteral("--columns picks the column %1 as %2; the order is %3")
+                          .arg(quoted(headings.at(field)),
+                               QString::fromLatin1(columnOf(frame, i).label), labelsOf(frame));
+            return false;
+        }
+        order.components[static_cast<std::size_t>(i)] = field;
+    }
+    for (int field = 0; field < fields; ++field) {
+        if (picked.contains(field))
+            continue;
+        order.carried.push_back(field);
+        order.carriedHeadings +=
+            headings.isEmpty() ? QStringLiteral("column_%1").arg(field + 1) : headings.at(field);
+    }
+    return true;
+}
+
+} // namespace KelStd::cli

@@ -1,0 +1,51 @@
+#include <cli/Input.h>
+
+#include <cli/StandardStreams.h>
+
+#include <QtCore/QFileInfo>
+
+namespace KelStd::cli {
+
+bool Input::open(const QString &name, QString &error)
+{
+    if (name == QLatin1String("-")) {
+        m_displayName = QStringLiteral("<stdin>");
+        m_descriptor = streams::standardInput;
+        return true;
+    }
+    m_displayName = name;
+    m_file.setFileName(name);
+    if (QFileInfo(name).isDir()) {
+        error = QStringLiteral("it is a directory");
+        return false;
+    }
+    if (!m_file.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) {
+        error = m_file.errorString();
+        return false;
+    }
+    m_descriptor = m_file.handle();
+    return true;
+}
+
+bool Input::isTerminal() const
+{
+    return streams::isTerminal(m_descriptor);
+}
+
+std::optional<qint64> Input::size() const
+{
+    return streams::bytesToCome(m_descriptor);
+}
+
+bool Input::isReady() const
+{
+    return streams::isReady(m_descriptor);
+}
+
+qint64 Input::read(char *buffer, qint64 size)
+{
+    // Reading the descriptor itself: a QFile would wait until the buffer is full.
+    return streams::readSome(m_descriptor, buffer, size);
+}
+
+} // namespace KelStd::cli

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QtCore/QFile>
+#include <QtCore/QString>
+
+#include <optional>
+
+namespace KelStd::cli {
+
+/// A file or standard input, read in pieces as they come.
+class Input
+{
+public:
+    /// `name`: a file, or "-" for standard input.
+    bool open(const QString &name, QString &error);
+
+    /// Its name in messages.
+    QString displayName() const { return m_displayName; }
+
+    /// True when a person types it.
+    bool isTerminal() const;
+
+    /// How many bytes it has, where that is known before they are read.
+    std::optional<qint64> size() const;
+
+    /// Whether reading it does not have to wait for its writer.
+    bool isReady() const;
+
+    /// Waits until there is something and reads it, at most `size` bytes: 0 at the end and when the
+    /// program is told to stop, -1 on an error.
+    qint64 read(char *buffer, qint64 size);
+
+private:
+    QFile m_file;
+    QString m_displayName;
+    int m_descriptor = -1;
+};
+
+} // namespace KelStd::cli

@@ -1,0 +1,54 @@
+#include <cli/RejectsFile.h>
+
+#include <QtCore/QFileInfo>
+
+namespace KelStd::cli {
+
+bool RejectsFile::open(const QString &name, const QString &input, QString &error)
+{
+    const QFileInfo info(name);
+    if (info.exists() && info.canonicalFilePath() == QFileInfo(input).canonicalFilePath()) {
+        error = QStringLiteral("it is the input");
+        return false;
+    }
+    std::unique_ptr<QFileDevice> device;
+    if (info.exists() && !info.isFile()) {
+        device = std::make_unique<QFile>(name);
+    } else {
+        // PROJ's transformations are created in another directory.
+        auto replacing = std::make_unique<QSaveFile>(info.absoluteFilePath());
+        m_replacing = replacing.get();
+        device = std::move(replacing);
+    }
+    if (!device->open(QIODevice::WriteOnly)) {
+        error = device->errorString();
+        return false;
+    }
+    m_device = std::move(device);
+    return true;
+}
+
+void RejectsFile::write(const QByteArray &headerLine, const QByteArray &lines)
+{
+    if (!isOpen() || lines.isEmpty())
+        return;
+    if (m_isEmpty && !headerLine.isEmpty())
+        m_isComplete = m_device->write(headerLine + '\n') > 0 && m_isComplete;
+    m_isComplete = m_device->write(lines) == lines.size() && m_isComplete;
+    m_isEmpty = false;
+}
+
+bool RejectsFile::finish(QString &error)
+{
+    if (!isOpen())
+        return true;
+    // A file that replaces another does not say that its last bytes could not be written.
+    m_isComplete = m_device->flush() && m_isComplete;
+    if (m_isComplete && m_replacing != nullptr)
+        m_isComplete = m_replacing->commit();
+    error = m_device->errorString();
+    m_device.reset();
+    return m_isComplete;
+}
+
+} // namespace KelStd::cli

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QtCore/QByteArray>
+#include <QtCore/QFile>
+#include <QtCore/QSaveFile>
+#include <QtCore/QString>
+
+#include <memory>
+
+namespace KelStd::cli {
+
+/// The file of the lines that failed, which can be mended there and given to the program again. It
+/// appears whole at the end of the run, in place of one of that name; what is no regular file, such
+/// as a pipe, is written as the lines come.
+class RejectsFile
+{
+public:
+    /// `input`: the name of the input, which is not overwritten. False with the reason.
+    bool open(const QString &name, const QString &input, QString &error);
+    bool isOpen() const { return m_device != nullptr; }
+
+    /// The header line of the input stands above the first line.
+    void write(const QByteArray &headerLine, const QByteArray &lines);
+
+    /// True when every line is in the file; false with the reason. Nothing is to be done for one
+    /// that was not opened.
+    bool finish(QString &error);
+
+private:
+    std::unique_ptr<QFileDevice> m_device;
+    QSaveFile *m_replacing = nullptr; ///< the device, where it replaces a file
+    bool m_isEmpty = true;
+    bool m_isComplete = true;
+};
+
+} // namespace KelStd::cli
