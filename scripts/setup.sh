@@ -12,7 +12,7 @@ packages=(
     proj-bin zip tzdata              # the tests' independent peers
 )
 case "${1:-}" in
-benchmark) packages+=(libbenchmark-dev) ;;
+benchmark) packages+=(libbenchmark-dev python3-pyproj python3-numpy) ;;
 fuzz) packages+=(clang libclang-rt-dev) ;;
 esac
 
