@@ -64,7 +64,11 @@ QString details()
     text += QStringLiteral(
         "unless a first line without numbers names the columns, in any order, such as\n"
         "  point,easting,northing,height     or     name;lat;lon;h\n"
-        "Every line has as many fields as the first.\n"
+        "Every line has as many fields as the first. With --columns the fields may stand\n"
+        "anywhere and have any headings:\n"
+        "  --columns 2,3,4     --columns \"station id,east,north,7\"\n"
+        "picks those of the components, in the order above, after that of the point name\n"
+        "if there is one. The other fields are carried through, behind the frames.\n"
         "\n"
         "Longitudes and latitudes are typed as decimal degrees or as in 52°30′15.5″,\n"
         "52d30'15.5\", 52°30.25', 52:30:15.5, with a sign before the whole angle or N, S,\n"
@@ -84,11 +88,22 @@ QString details()
         "decimals and metres with %5, unless --format or --angle is given. Units stand in\n"
         "the headings. A display configuration in the library (\"library/display.bin\" in\n"
         "the home directory) changes units, styles and decimals of a table and of\n"
-        "--format configured; options go before it.\n"
+        "--format configured; options go before it. JSON has the names of the CSV's\n"
+        "columns, with numbers as they stand there; angles in another style are texts.\n"
+        "GeoJSON has WGS84 longitude, latitude and height for coordinates.\n"
         "\n"
         "A line that cannot be read or converted is reported on standard error as\n"
-        "INPUT:LINE: reason, and the run goes on. Exit status: 0 all converted, 1 some\n"
-        "failed, 2 usage, 3 no PROJ, no usable system, or output that cannot be written.");
+        "INPUT:LINE: reason, and the run goes on. --rejects keeps such lines, below the\n"
+        "header if there is one, to be mended and converted again; its FILE appears, in\n"
+        "place of an older one, at the end of the run.\n"
+        "\n"
+        "The input may have any length: it is read, converted on all cores and printed\n"
+        "in its order a piece at a time. Where it is a file, the output is no terminal and\n"
+        "standard error is one, a bar there shows how far it is. The interrupt key ends\n"
+        "the run behind a whole line, which is reported; a second one ends it at once.\n"
+        "\n"
+        "Exit status: 0 all converted, 1 some failed, 2 usage, 3 no PROJ, no usable\n"
+        "system, or output that cannot be written.");
     return text.arg(defaultAngleStyle().decimals)
         .arg(stShowConfig().xyPrecision)
         .arg(findAngleStyle(QStringLiteral("degree"))->decimals)
@@ -142,6 +157,8 @@ CommandLine makeCommandLine()
                     QStringLiteral("LIST")});
     for (const OutputRow &row : outputs)
         line.addOption({QString::fromLatin1(row.option), QString::fromLatin1(row.description)});
+    line.addOption({QStringLiteral("no-header"),
+                    QStringLiteral("Print comma-separated values without a header\nline.")});
     DisplayOptions::addTo(line);
     line.addOption({QStringLiteral("rejects"),
                     QStringLiteral("Write the lines that fail to FILE, as they stand."),
@@ -189,13 +206,14 @@ std::optional<Output> outputOf(const CommandLine &line, const Console &console, 
     return console.isTerminal() ? Output::Table : Output::Csv;
 }
 
-std::unique_ptr<PositionWriter> makeWriter(Output output, const DisplayOptions &display,
-                                           const QString &geoidModel, const Console &console)
+std::unique_ptr<PositionWriter> makeWriter(Output output, bool hasHeader,
+                                           const DisplayOptions &display, const QString &geoidModel,
+                                           const Console &console)
 {
     const ValuePrinter printer(display, output == Output::Table ? ValuePrinter::Output::Table
                                                                 : ValuePrinter::Output::Csv);
     switch (output) {
-    case Output::Csv: return std::make_unique<CsvWriter>(printer);
+    case Output::Csv: return std::make_unique<CsvWriter>(printer, hasHeader);
     case Output::Json: return std::make_unique<JsonWriter>(printer);
     case Output::GeoJson: return std::make_unique<GeoJsonWriter>(printer);
     case Output::Table: break;
@@ -305,6 +323,12 @@ ExitStatus runConvert(const QStringList &arguments, Console &console)
     const auto output = outputOf(line, console, reason);
     if (!output)
         return line.refuse(reason, console);
+    const bool hasHeader = !line.isSet(QStringLiteral("no-header"));
+    if (!hasHeader && output != Output::Csv) {
+        return line.refuse(QStringLiteral("--no-header is for comma-separated values, which are "
+                                          "not printed"),
+                           console);
+    }
     auto display = DisplayOptions::from(line, reason);
     if (!display)
         return line.refuse(reason, console);
@@ -359,7 +383,7 @@ ExitStatus runConvert(const QStringList &arguments, Console &console)
         return ExitStatus::Environment;
     }
     const QString geoidModel = usableGeoidModel(coord, console);
-    const auto writer = makeWriter(*output, *display, geoidModel, console);
+    const auto writer = makeWriter(*output, hasHeader, *display, geoidModel, console);
     Conversion conversion(coord, geoidModel, *frame, *writer);
     PositionRun run(input, PositionParser(frame->frame, InputHeight::OfFrame, choice), conversion,
                     console);

@@ -56,6 +56,8 @@ QStringList columnNames(const ValuePrinter &printer, const InputColumns &columns
 
 QByteArray CsvWriter::begin(const InputColumns &columns)
 {
+    if (!m_hasHeader)
+        return {};
     QByteArray heading;
     for (const QString &name : columnNames(m_printer, columns)) {
         if (!heading.isEmpty())
@@ -74,7 +76,10 @@ void CsvWriter::write(QByteArray &bytes, const PrintedPosition &position) const
         m_printer.append(bytes, column, position.location);
     }
     bytes += ',';
-    bytes += csvField(heightReference(position.geoidModel)).toUtf8();
+    if (position.geoidModel.isEmpty())
+        bytes += m_ellipsoid;
+    else
+        bytes += csvField(heightReference(position.geoidModel)).toUtf8();
     for (const std::string_view field : position.carried) {
         bytes += ',';
         appendCsvField(bytes, field);

@@ -12,13 +12,17 @@ namespace KelStd::cli {
 class CsvWriter : public PositionWriter
 {
 public:
-    explicit CsvWriter(const ValuePrinter &printer) : m_printer(printer) {}
+    CsvWriter(const ValuePrinter &printer, bool hasHeader)
+        : m_printer(printer), m_hasHeader(hasHeader)
+    {}
 
     QByteArray begin(const InputColumns &columns) override;
     void write(QByteArray &bytes, const PrintedPosition &position) const override;
 
 private:
     ValuePrinter m_printer;
+    bool m_hasHeader;
+    QByteArray m_ellipsoid = heightReference({}).toUtf8(); ///< what most heights are above
 };
 
 /// The names of all columns for other programs, each of them once: a heading of the input that is

@@ -88,6 +88,7 @@ ValuePrinter::ValuePrinter(const DisplayOptions &options, Output output)
         }
     }
     take(options, isNumbers);
+    planNumbers();
 }
 
 /// What options say goes before what is configured.
@@ -116,6 +117,20 @@ void ValuePrinter::take(const DisplayOptions &options, bool isNumbers)
     }
 }
 
+/// Looked up once: a million lines have twelve million numbers.
+void ValuePrinter::planNumbers()
+{
+    for (std::size_t i = 0; i < columnCount; ++i) {
+        const Column &column = columns()[i];
+        m_plans[i] = {isAngle(column) ? Unit_Degree : lengthUnitOf(column), decimalsOf(column)};
+    }
+}
+
+const ValuePrinter::NumberPlan &ValuePrinter::planOf(const Column &column) const
+{
+    return m_plans[static_cast<std::size_t>(&column - columns().data())];
+}
+
 QString ValuePrinter::text(const Column &column, const Location &location) const
 {
     const double value = (location.*column.value)();
@@ -124,13 +139,13 @@ QString ValuePrinter::text(const Column &column, const Location &location) const
     case Form::Configured: return configuredText(column, value);
     case Form::Numbers: break;
     }
-    return numberText(plainNumber(column, location), decimalsOf(column));
+    return numberText(plainNumber(column, location), planOf(column).decimals);
 }
 
 void ValuePrinter::append(QByteArray &bytes, const Column &column, const Location &location) const
 {
     if (m_form == Form::Numbers)
-        appendNumber(bytes, plainNumber(column, location), decimalsOf(column));
+        appendNumber(bytes, plainNumber(column, location), planOf(column).decimals);
     else
         bytes += text(column, location).toUtf8();
 }
@@ -139,9 +154,9 @@ void ValuePrinter::append(QByteArray &bytes, const Column &column, const Locatio
 double ValuePrinter::plainNumber(const Column &column, const Location &location) const
 {
     const double value = (location.*column.value)();
-    return isAngle(column)
-               ? value
-               : CoordStringHelper::ConvertUnit_Length(value, Unit_Meter, lengthUnitOf(column));
+    const EUnit unit = planOf(column).unit;
+    const bool isAsItStands = unit == Unit_Degree || unit == Unit_Meter;
+    return isAsItStands ? value : CoordStringHelper::ConvertUnit_Length(value, Unit_Meter, unit);
 }
 
 QString ValuePrinter::configuredText(const Column &column, double value) const

@@ -9,6 +9,8 @@
 #include <QtCore/QByteArray>
 #include <QtCore/QString>
 
+#include <array>
+
 namespace KelStd::cli {
 
 /// Prints the numbers of locations as the options say, with a display configuration of its own: the
@@ -60,7 +62,16 @@ private:
         Exact
     };
 
+    /// How a column is printed as plain numbers.
+    struct NumberPlan
+    {
+        EUnit unit;
+        int decimals;
+    };
+
     void take(const DisplayOptions &options, bool isNumbers);
+    void planNumbers();
+    const NumberPlan &planOf(const Column &column) const;
     double plainNumber(const Column &column, const Location &location) const;
     QString configuredText(const Column &column, double value) const;
     EUnit lengthUnitOf(const Column &column) const;
@@ -70,6 +81,7 @@ private:
     Form m_form;
     const AngleStyle *m_angleStyle = &defaultAngleStyle();
     stShowConfig m_config; ///< units and decimals of every form but the exact one
+    std::array<NumberPlan, columnCount> m_plans{}; ///< for each column what `m_config` says
 };
 
 /// The same meridian between -180 and 180 degrees, which is all that the library shows.
