@@ -1,6 +1,7 @@
 #include <cli/StandardStreams.h>
 
 #include <QtCore/QByteArray>
+#include <QtCore/QFile>
 
 #include <cerrno>
 #include <system_error>
@@ -36,6 +37,11 @@ int terminalWidth(int /*descriptor*/)
 std::optional<qint64> bytesToCome(int /*descriptor*/)
 {
     return std::nullopt;
+}
+
+bool isFile(int /*descriptor*/, const QString & /*fileName*/)
+{
+    return false;
 }
 
 bool isReady(int /*descriptor*/)
@@ -103,6 +109,15 @@ std::optional<qint64> bytesToCome(int descriptor)
     const off_t position = lseek(descriptor, 0, SEEK_CUR);
     return position >= 0 && position <= status.st_size ? std::optional(status.st_size - position)
                                                        : std::nullopt;
+}
+
+bool isFile(int descriptor, const QString &fileName)
+{
+    struct stat opened = {};
+    struct stat named = {};
+    return fstat(descriptor, &opened) == 0 && S_ISREG(opened.st_mode)
+           && stat(QFile::encodeName(fileName).constData(), &named) == 0
+           && opened.st_dev == named.st_dev && opened.st_ino == named.st_ino;
 }
 
 bool isReady(int descriptor)
