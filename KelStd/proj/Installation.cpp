@@ -5,6 +5,7 @@
 
 #include <QtCore/QDataStream>
 #include <QtCore/QFile>
+#include <QtCore/QLockFile>
 #include <QtCore/QProcess>
 #include <QtCore/QSaveFile>
 #include <QtCore/QStringList>
@@ -81,9 +82,8 @@ bool writeMarker(const QString &path)
     return stream.status() == QDataStream::Ok && marker.flush() && marker.commit();
 }
 
-} // namespace
-
-bool ensureInstalled(const QDir &home, const QDir &programDir)
+/// Installs what is missing; by one process at a time.
+bool install(const QDir &home, const QDir &programDir)
 {
     QDir privateDir;
     switch (preparePrivateDirectory(home, privateDir)) {
@@ -103,6 +103,28 @@ bool ensureInstalled(const QDir &home, const QDir &programDir)
     tk::Toolkits::CopyDirectory(programDir.absoluteFilePath(geoidDirectoryName()),
                                 home.absoluteFilePath(geoidDirectoryName()), true);
     return true;
+}
+
+bool isInstalled(const QDir &home)
+{
+    const QDir privateDir(home.absoluteFilePath(privateDirectoryName()));
+    return privateDir.exists() && markerState(privateDir) == State::Installed;
+}
+
+} // namespace
+
+bool ensureInstalled(const QDir &home, const QDir &programDir)
+{
+    // Programs that start at the same moment must not unpack over each other. Geoid models come
+    // after the marker: who finds it waits for them, too.
+    const QString lockFile = home.absoluteFilePath(privateDirectoryName() + QLatin1String(".lock"));
+    if (isInstalled(home) && !QFile::exists(lockFile))
+        return true;
+    QLockFile lock(lockFile);
+    constexpr int longestInstallation = 60000; // [ms], after which its process counts as dead
+    lock.setStaleLockTime(longestInstallation);
+    lock.lock(); // fails where nothing can be installed either
+    return install(home, programDir);
 }
 
 } // namespace KelStd::proj
