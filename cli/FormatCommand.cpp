@@ -326,17 +326,9 @@ ExitStatus runFormat(const QStringList &arguments, Console &console)
     if (line.positionals().isEmpty())
         return line.refuse(QStringLiteral("a VALUE is missing"), console);
 
-    ExitStatus status = ExitStatus::Success;
-    const auto show = [&](const QString &value, const QString &place) {
-        QString reason;
-        if (const auto shown = lineOf(*options, value, reason)) {
-            console.print(*shown);
-            return;
-        }
-        console.report(place + reason);
-        status = ExitStatus::SomeFailed;
-    };
-    return takeValues(line.positionals(), console, show) ? status : ExitStatus::SomeFailed;
+    return printValues(line.positionals(), console, [&](const QString &value, QString &reason) {
+        return lineOf(*options, value, reason);
+    });
 }
 
 } // namespace KelStd::cli

@@ -2,6 +2,7 @@
 
 #include <cli/CommandLine.h>
 #include <cli/Console.h>
+#include <cli/GeoidModel.h>
 #include <cli/GridText.h>
 #include <cli/Report.h>
 
@@ -32,10 +33,13 @@ QString missingText(const GridFile &grid, qint64 missing)
 ExitStatus runGeoidInfo(const QStringList &arguments, Console &console)
 {
     CommandLine line(
-        QStringLiteral("FILE"),
+        QStringLiteral("NAME|FILE"),
         QStringLiteral("Shows what is in a geoid grid: its extent and its values."),
         QStringLiteral(
-            "FILE is a grid in the GGF layout when its name ends in .ggf, and in the GTX\n"
+            "NAME is a model that 'kelstd geoid list' lists and goes before a file's name;\n"
+            "./FILE is always a file.\n"
+            "\n"
+            "A file is a grid in the GGF layout when its name ends in .ggf, and in the GTX\n"
             "layout otherwise. A value of -88.8888 marks a node without one, and PROJ takes\n"
             "every value beyond 1000 m for such a mark.\n"
             "\n"
@@ -44,11 +48,12 @@ ExitStatus runGeoidInfo(const QStringList &arguments, Console &console)
         return *status;
     const QString name = line.positionals().value(0);
     if (name.isEmpty())
-        return line.refuse(QStringLiteral("FILE is missing"), console);
+        return line.refuse(QStringLiteral("NAME|FILE is missing"), console);
 
     GridFile grid;
     QString reason;
-    if (!grid.open(name, reason)) {
+    const QString file = modelFile(name).value_or(name);
+    if (!grid.open(file, reason)) {
         console.report(QStringLiteral("cannot read the geoid grid %1: %2").arg(name, reason));
         return ExitStatus::Environment;
     }
@@ -56,7 +61,7 @@ ExitStatus runGeoidInfo(const QStringList &arguments, Console &console)
     const bool isWhole = grid.readValues(values, reason);
 
     Report report(console);
-    report.section(QStringLiteral("Geoid grid"), name);
+    report.section(QStringLiteral("Geoid grid"), file);
     report.value(QStringLiteral("format"), formatName(grid.format()));
     report.value(QStringLiteral("latitudes"), latitudesText(grid));
     report.value(QStringLiteral("longitudes"), longitudesText(grid));

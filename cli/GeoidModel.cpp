@@ -21,6 +21,12 @@ QString pathOfModel(const QString &name)
         ->makeAndQuery_gnss_geoid_model_relativeFilepath(name);
 }
 
+/// Whether a user means a file, whatever models there are.
+bool saysWhere(const QString &name)
+{
+    return name.startsWith(QLatin1String("./")) || name.startsWith(QLatin1String("../"));
+}
+
 /// Why a model that there is has no grid file for PROJ.
 QString whyNotConverted(const QString &ggf)
 {
@@ -56,6 +62,14 @@ std::optional<QString> findGeoidModel(const QString &name, QString &reason)
     return std::nullopt;
 }
 
+std::optional<QString> modelFile(const QString &name)
+{
+    if (saysWhere(name))
+        return std::nullopt;
+    const QFileInfo file(geoidModelDirectory().absoluteFilePath(name));
+    return !name.isEmpty() && file.isFile() ? std::optional(file.absoluteFilePath()) : std::nullopt;
+}
+
 bool geoidGridIsReadable(const QString &path, QString &reason)
 {
     // The library's text for a file of which PROJ makes nothing; a point outside the grid has
@@ -72,10 +86,8 @@ bool geoidGridIsReadable(const QString &path, QString &reason)
 
 bool ChosenGrid::choose(const QString &nameOrFile, QString &reason)
 {
-    const bool saysWhere =
-        nameOrFile.startsWith(QLatin1String("./")) || nameOrFile.startsWith(QLatin1String("../"));
     const auto model = findGeoidModel(nameOrFile, reason);
-    if (model && !saysWhere) {
+    if (model && !saysWhere(nameOrFile)) {
         m_path = *model;
         return true;
     }

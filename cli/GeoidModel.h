@@ -15,6 +15,10 @@ QDir geoidModelDirectory();
 /// The grid file of the model of that name, or nothing and the reason.
 std::optional<QString> findGeoidModel(const QString &name, QString &reason);
 
+/// The file of the model that the user has of that name, as it was put there. Nothing for "./NAME",
+/// which is always a file.
+std::optional<QString> modelFile(const QString &name);
+
 /// Whether the loaded PROJ reads the grid file; otherwise the reason.
 bool geoidGridIsReadable(const QString &path, QString &reason);
 

@@ -153,18 +153,10 @@ ExitStatus runParse(const QStringList &arguments, Console &console)
     if (line.positionals().isEmpty())
         return line.refuse(QStringLiteral("a TEXT is missing"), console);
 
-    ExitStatus status = ExitStatus::Success;
-    const auto show = [&](const QString &text, const QString &place) {
-        QString reason;
+    return printValues(line.positionals(), console, [&](const QString &text, QString &reason) {
         const QVariant value = valueOf(*options, text, reason);
-        if (value.isValid()) {
-            console.print(exactText(value));
-            return;
-        }
-        console.report(place + reason);
-        status = ExitStatus::SomeFailed;
-    };
-    return takeValues(line.positionals(), console, show) ? status : ExitStatus::SomeFailed;
+        return value.isValid() ? std::optional(exactText(value)) : std::nullopt;
+    });
 }
 
 } // namespace KelStd::cli

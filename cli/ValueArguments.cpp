@@ -47,4 +47,21 @@ bool takeValues(const QStringList &words, Console &console, const Taker &take)
     return isComplete;
 }
 
+ExitStatus printValues(
+    const QStringList &words, Console &console,
+    const std::function<std::optional<QString>(const QString &value, QString &reason)> &lineOf)
+{
+    ExitStatus status = ExitStatus::Success;
+    const auto show = [&](const QString &value, const QString &place) {
+        QString reason;
+        if (const auto shown = lineOf(value, reason)) {
+            console.print(*shown);
+            return;
+        }
+        console.report(place + reason);
+        status = ExitStatus::SomeFailed;
+    };
+    return takeValues(words, console, show) ? status : ExitStatus::SomeFailed;
+}
+
 } // namespace KelStd::cli

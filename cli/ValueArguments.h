@@ -1,9 +1,12 @@
 #pragma once
 
+#include <cli/ExitStatus.h>
+
 #include <QtCore/QString>
 #include <QtCore/QStringList>
 
 #include <functional>
+#include <optional>
 
 namespace KelStd::cli {
 
@@ -16,5 +19,11 @@ class Console;
 /// False, after a report, when standard input could not be read to its end.
 bool takeValues(const QStringList &words, Console &console,
                 const std::function<void(const QString &value, const QString &place)> &take);
+
+/// Prints a line for each of these values: what `lineOf` makes of it, or on standard error why it
+/// makes nothing.
+ExitStatus printValues(
+    const QStringList &words, Console &console,
+    const std::function<std::optional<QString>(const QString &value, QString &reason)> &lineOf);
 
 } // namespace KelStd::cli

@@ -1,32 +1,16 @@
-#include "cli/ProgramRun.h"
-#include "support/Printers.h"
-
-#include <ostream>
+#include "cli/ValueRows.h"
 
 namespace KelStd {
 namespace {
 
-using test::Mentions;
 using test::ProgramRun;
 
-struct Formatted
-{
-    const char *testName;
-    QList<const char *> arguments;
-    const char *out;
-};
-
-void PrintTo(const Formatted &row, std::ostream *out)
-{
-    *out << row.testName;
-}
+using Refused = test::RefusedRow;
+using Formatted = test::ValueRow;
 
 QStringList commandOf(const QList<const char *> &arguments)
 {
-    QStringList words = {QStringLiteral("format")};
-    for (const char *argument : arguments)
-        words += QString::fromUtf8(argument);
-    return words;
+    return test::wordsOf("format", arguments);
 }
 
 class FormattedValues : public testing::TestWithParam<Formatted>
@@ -34,10 +18,7 @@ class FormattedValues : public testing::TestWithParam<Formatted>
 
 TEST_P(FormattedValues, AreThoseOfTheLibrary)
 {
-    const auto result = ProgramRun().run(commandOf(GetParam().arguments));
-    EXPECT_EQ(result.status, 0);
-    EXPECT_EQ(result.err, QString());
-    EXPECT_EQ(result.out, QString::fromUtf8(GetParam().out) + QLatin1Char('\n'));
+    test::expectPrinted("format", GetParam());
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -106,29 +87,12 @@ INSTANTIATE_TEST_SUITE_P(
         Formatted{"ManyValues", {"--type", "Int32", "1", "-2", "--", "3", "-4"}, "1\n-2\n3\n-4"}),
     [](const auto &row) { return row.param.testName; });
 
-struct Refused
-{
-    const char *testName;
-    QList<const char *> arguments;
-    int status;
-    const char *message;
-};
-
-void PrintTo(const Refused &row, std::ostream *out)
-{
-    *out << row.testName;
-}
-
 class RefusedValues : public testing::TestWithParam<Refused>
 {};
 
 TEST_P(RefusedValues, AreReportedWithAReason)
 {
-    const auto result = ProgramRun().run(commandOf(GetParam().arguments));
-    EXPECT_EQ(result.status, GetParam().status);
-    EXPECT_EQ(result.out, QString());
-    EXPECT_THAT(result.err, Mentions(GetParam().message));
-    EXPECT_EQ(result.errLines().size(), 1) << result.err;
+    test::expectRefused("format", GetParam());
 }
 
 INSTANTIATE_TEST_SUITE_P(

@@ -142,6 +142,19 @@ TEST(GeoidInfo, OfWhatIsNoGridSaysWhy)
     EXPECT_EQ(program.run({"geoid", "info"}).status, 2);
 }
 
+TEST(GeoidInfo, OfAModelByItsNameUnlessAFileIsMeant)
+{
+    const ProgramRun program;
+    const QByteArray model = test::gtxBytes(slopingGrid());
+    program.file("geoid_model_list/mine.gtx", model);
+    const auto named = info(program, "mine.gtx");
+    EXPECT_EQ(named.status, 0) << named.err;
+    EXPECT_THAT(named.out, Mentions("geoid_model_list/mine.gtx"));
+    const auto file = info(program, "./mine.gtx");
+    EXPECT_EQ(file.status, 3);
+    EXPECT_THAT(file.err, Mentions("cannot read the geoid grid ./mine.gtx"));
+}
+
 // --- list ---------------------------------------------------------------------------------------
 
 TEST(GeoidList, HasEveryModelByTheNameThatASystemGives)

@@ -1,32 +1,16 @@
-#include "cli/ProgramRun.h"
-#include "support/Printers.h"
-
-#include <ostream>
+#include "cli/ValueRows.h"
 
 namespace KelStd {
 namespace {
 
-using test::Mentions;
 using test::ProgramRun;
 
-struct Parsed
-{
-    const char *testName;
-    QList<const char *> arguments;
-    const char *out;
-};
-
-void PrintTo(const Parsed &row, std::ostream *out)
-{
-    *out << row.testName;
-}
+using Refused = test::RefusedRow;
+using Parsed = test::ValueRow;
 
 QStringList commandOf(const QList<const char *> &arguments)
 {
-    QStringList words = {QStringLiteral("parse")};
-    for (const char *argument : arguments)
-        words += QString::fromUtf8(argument);
-    return words;
+    return test::wordsOf("parse", arguments);
 }
 
 class ParsedValues : public testing::TestWithParam<Parsed>
@@ -34,10 +18,7 @@ class ParsedValues : public testing::TestWithParam<Parsed>
 
 TEST_P(ParsedValues, HaveEveryDigit)
 {
-    const auto result = ProgramRun().run(commandOf(GetParam().arguments));
-    EXPECT_EQ(result.status, 0);
-    EXPECT_EQ(result.err, QString());
-    EXPECT_EQ(result.out, QString::fromUtf8(GetParam().out) + QLatin1Char('\n'));
+    test::expectPrinted("parse", GetParam());
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -67,29 +48,12 @@ INSTANTIATE_TEST_SUITE_P(
         Parsed{"TypedLongitude", {"--typed", "--type", "Longitude", "0\u00B030'w"}, "-0.5"}),
     [](const auto &row) { return row.param.testName; });
 
-struct Refused
-{
-    const char *testName;
-    QList<const char *> arguments;
-    int status;
-    const char *message;
-};
-
-void PrintTo(const Refused &row, std::ostream *out)
-{
-    *out << row.testName;
-}
-
 class RefusedTexts : public testing::TestWithParam<Refused>
 {};
 
 TEST_P(RefusedTexts, AreReportedWithAReason)
 {
-    const auto result = ProgramRun().run(commandOf(GetParam().arguments));
-    EXPECT_EQ(result.status, GetParam().status);
-    EXPECT_EQ(result.out, QString());
-    EXPECT_THAT(result.err, Mentions(GetParam().message));
-    EXPECT_EQ(result.errLines().size(), 1) << result.err;
+    test::expectRefused("parse", GetParam());
 }
 
 INSTANTIATE_TEST_SUITE_P(
