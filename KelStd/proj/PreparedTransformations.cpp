@@ -38,9 +38,9 @@ bool PreparedTransformations::prepareAnd(Use use, Transformation &transformation
     if (transformation.isRefused)
         return refuse(transformation, error);
     if (!LoadedProj::instance().isLoaded())
-        return fail(error, noLibraryText());
+        return fail(error, noLibraryText);
     if (transformation.isShift && transformation.from.isEmpty())
-        return fail(error, noGridFileText());
+        return fail(error, noGridFileText);
 
     // The first position, too, is transformed within the scope: PROJ opens grids with it.
     const WorkingDirectoryScope scope;
@@ -96,7 +96,7 @@ bool PreparedTransformations::refuse(Transformation &transformation, QString *er
 {
     transformation.isRefused = true;
     m_hasError = true;
-    return fail(error, transformation.isShift ? geoidModelFailedText() : errorFormatText());
+    return fail(error, transformation.isShift ? geoidModelFailedText : errorFormatText);
 }
 
 bool PreparedTransformations::failAt(const PJ *transformation, QString *error)

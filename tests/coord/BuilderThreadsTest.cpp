@@ -1,4 +1,3 @@
-#include "coord/PublishedFigures.h"
 #include "support/ProjTest.h"
 
 #include <KelStd/coord/Coord.h>
@@ -64,7 +63,8 @@ using BuilderThreads = test::ProjTest;
 TEST_F(BuilderThreads, EachWithItsBuilderMakeWhatOneMakes)
 {
     Coord coord;
-    ASSERT_TRUE(Coord_IO::xml_read(test::systemPath(QStringLiteral("rd_new.xml")), coord));
+    ASSERT_TRUE(
+        Coord_IO::xml_read(QStringLiteral(KELSTD_TEST_DATA_DIR "/systems/rd_new.xml"), coord));
     coord.geoidModel.modelFileName = QStringLiteral("egm96_15.gtx");
     const std::vector<Pos> all = positions();
 
