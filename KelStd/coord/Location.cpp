@@ -17,8 +17,6 @@ constexpr Pos Location::*positions[] = {&Location::wgs84LLH, &Location::wgs84XYZ
 
 } // namespace
 
-Location::Location() = default;
-
 void Location::clear()
 {
     *this = Location();

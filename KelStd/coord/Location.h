@@ -15,8 +15,6 @@ namespace KelStd {
 class KELSTD_EXPORT Location
 {
 public:
-    Location();
-
     void clear();
 
     double get_WGS84_LLH_Long() const;   ///< [deg]

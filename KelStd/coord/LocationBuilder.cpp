@@ -5,6 +5,8 @@
 #include <KelStd/coord/LocationSteps.h>
 #include <KelStd/proj/PreparedTransformations.h>
 
+#include <type_traits>
+
 namespace KelStd {
 
 /// The stages of many locations, on transformations that are created once.
@@ -13,16 +15,12 @@ class LocationBuilder::Stages
 public:
     explicit Stages(const Coord &coord) : Stages(ChainDefinitions(&coord), geoidGridFile(&coord)) {}
 
-    using Steps = bool (*)(Stages &, const Pos &, Location &);
-
-    /// Where the stages put their reasons; null for nowhere.
-    void reportTo(QString *error) { m_error = error; }
-
     /// `location` is written when all has succeeded.
+    template <typename Steps>
     bool make(Steps steps, const Pos &position, Location &location, QString *error)
     {
         Location result;
-        reportTo(error);
+        m_error = error;
         if (!steps(*this, position, result))
             return false;
         location = result;
@@ -61,18 +59,18 @@ public:
 
     bool toGeoid(const Pos &wgs84, double &diff)
     {
-        return m_hasGeoid && separation(Height::Ellipsoidal, wgs84, diff);
+        return m_hasGeoid && separation(Height::Ellipsoidal, wgs84, diff, m_error);
     }
 
     bool toEllipsoid(const Pos &wgs84, double &diff)
     {
-        return m_hasGeoid && separation(Height::AboveGeoid, wgs84, diff);
+        return m_hasGeoid && separation(Height::AboveGeoid, wgs84, diff, m_error);
     }
 
-    bool separation(Height given, const Pos &wgs84, double &diff)
+    bool separation(Height given, const Pos &wgs84, double &diff, QString *error)
     {
         return m_prepared.shift(given == Height::Ellipsoidal ? m_toGeoid : m_toEllipsoid,
-                                wgs84.getLongLatH(), diff, m_error);
+                                wgs84.getLongLatH(), diff, error);
     }
 
 private:
@@ -100,7 +98,7 @@ private:
     Index m_toGeoid;
     Index m_toEllipsoid;
     bool m_hasGeoid;
-    QString *m_error = nullptr;
+    QString *m_error = nullptr; ///< where the stages of a position put their reasons
 };
 
 namespace {
@@ -122,17 +120,23 @@ std::size_t makeEach(std::size_t count, LocationBuilder::Outcome *outcomes, Make
     return made;
 }
 
-/// The steps from a frame; null for a number that is none.
-template <typename Stages>
-auto stepsFrom(LocationBuilder::Frame frame) -> bool (*)(Stages &, const Pos &, Location &)
+/// What `use` gives for the steps from a frame; nothing made for a number that is no frame. The
+/// steps come as a type, so that those of a loop become part of it.
+template <typename Stages, typename Use>
+auto withStepsFrom(LocationBuilder::Frame frame, Use use)
 {
+    using Steps = bool (*)(Stages &, const Pos &, Location &);
+    using Geographic = std::integral_constant<Steps, &steps::fromWgs84Geographic<Stages>>;
+    using Cartesian = std::integral_constant<Steps, &steps::fromWgs84Cartesian<Stages>>;
+    using Local = std::integral_constant<Steps, &steps::fromLocalGeographic<Stages>>;
+    using Projected = std::integral_constant<Steps, &steps::fromLocalProjected<Stages>>;
     switch (frame) {
-    case LocationBuilder::Frame::Wgs84Geographic: return &steps::fromWgs84Geographic<Stages>;
-    case LocationBuilder::Frame::Wgs84Cartesian: return &steps::fromWgs84Cartesian<Stages>;
-    case LocationBuilder::Frame::LocalGeographic: return &steps::fromLocalGeographic<Stages>;
-    case LocationBuilder::Frame::LocalProjected: return &steps::fromLocalProjected<Stages>;
+    case LocationBuilder::Frame::Wgs84Geographic: return use(Geographic());
+    case LocationBuilder::Frame::Wgs84Cartesian: return use(Cartesian());
+    case LocationBuilder::Frame::LocalGeographic: return use(Local());
+    case LocationBuilder::Frame::LocalProjected: return use(Projected());
     }
-    return nullptr;
+    return decltype(use(Geographic()))();
 }
 
 } // namespace
@@ -145,30 +149,33 @@ LocationBuilder &LocationBuilder::operator=(LocationBuilder &&other) noexcept = 
 
 bool LocationBuilder::make(Frame from, const Pos &position, Location &location, QString *error)
 {
-    return m_stages->make(stepsFrom<Stages>(from), position, location, error);
+    return withStepsFrom<Stages>(
+        from, [&](auto steps) { return m_stages->make(steps, position, location, error); });
 }
 
 std::size_t LocationBuilder::make(Frame from, const Pos *positions, std::size_t count,
                                   Location *locations, Outcome *outcomes)
 {
-    const auto steps = stepsFrom<Stages>(from);
-    return makeEach(count, outcomes, [&](std::size_t i, QString *reason) {
-        return m_stages->make(steps, positions[i], locations[i], reason);
+    Stages &stages = *m_stages;
+    return withStepsFrom<Stages>(from, [&](auto steps) {
+        return makeEach(count, outcomes, [&](std::size_t i, QString *reason) {
+            return stages.make(steps, positions[i], locations[i], reason);
+        });
     });
 }
 
 bool LocationBuilder::geoidSeparation(Height given, const Pos &position, double &diff,
                                       QString *error)
 {
-    m_stages->reportTo(error);
-    return m_stages->separation(given, position, diff);
+    return m_stages->separation(given, position, diff, error);
 }
 
 std::size_t LocationBuilder::geoidSeparations(Height given, const Pos *positions, std::size_t count,
                                               double *diffs, Outcome *outcomes)
 {
+    Stages &stages = *m_stages;
     return makeEach(count, outcomes, [&](std::size_t i, QString *reason) {
-        return geoidSeparation(given, positions[i], diffs[i], reason);
+        return stages.separation(given, positions[i], diffs[i], reason);
     });
 }
 

@@ -18,6 +18,8 @@ class Coord;
 /// included. Those operations create their PROJ transformations anew for each position, which takes
 /// some five hundred times as long as the arithmetic; a builder creates each one once, when it is
 /// first needed, and touches no file, no current directory and no heap for the positions after it.
+/// (Two exceptions: PROJ reads a row of a geoid's grid when a position first needs it, and keeps
+/// it; and the reason of a failure is a text.)
 ///
 ///     LocationBuilder builder(system);
 ///     std::vector<Location> locations(positions.size());

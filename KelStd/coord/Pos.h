@@ -20,30 +20,33 @@ class KELSTD_EXPORT Pos
 {
 public:
     /// Three zeros.
-    Pos();
+    Pos() : m_pos{{0.0, 0.0, 0.0}} {}
 
-    void clear();
+    void clear() { setXYZ(0.0, 0.0, 0.0); }
 
-    void setXYZ(double x, double y, double z);
-    void setLongLatH(double longitude, double latitude, double height);
-    void setENU(double e, double n, double u);
+    void setXYZ(double x, double y, double z) { m_pos.xyz = {x, y, z}; }
+    void setLongLatH(double longitude, double latitude, double height)
+    {
+        m_pos.llh = {longitude, latitude, height};
+    }
+    void setENU(double e, double n, double u) { m_pos.enu = {e, n, u}; }
 
-    void setXYZ_X(double x);
-    void setLLH_Longitude(double longitude);
-    void setENU_E(double e);
+    void setXYZ_X(double x) { m_pos.xyz.x = x; }
+    void setLLH_Longitude(double longitude) { m_pos.llh.longitude = longitude; }
+    void setENU_E(double e) { m_pos.enu.e = e; }
 
-    void setXYZ_Y(double y);
-    void setLLH_Latitude(double latitude);
-    void setENU_N(double n);
+    void setXYZ_Y(double y) { m_pos.xyz.y = y; }
+    void setLLH_Latitude(double latitude) { m_pos.llh.latitude = latitude; }
+    void setENU_N(double n) { m_pos.enu.n = n; }
 
-    void setXYZ_Z(double z);
-    void setLLH_H(double height);
-    void setENU_U(double u);
+    void setXYZ_Z(double z) { m_pos.xyz.z = z; }
+    void setLLH_H(double height) { m_pos.llh.height = height; }
+    void setENU_U(double u) { m_pos.enu.u = u; }
 
-    const stXYZ &getXYZ() const;
-    const stLongLatH &getLongLatH() const;
-    const stENU &getENU() const;
-    const uPos &getUPos() const;
+    const stXYZ &getXYZ() const { return m_pos.xyz; }
+    const stLongLatH &getLongLatH() const { return m_pos.llh; }
+    const stENU &getENU() const { return m_pos.enu; }
+    const uPos &getUPos() const { return m_pos; }
 
     static Pos fromXYZ(double x, double y, double z);
     static Pos fromLongLatH(double longitude, double latitude, double height);

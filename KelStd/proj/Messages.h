@@ -40,4 +40,10 @@ inline bool fail(QString *error, const QString &text)
     return false;
 }
 
+/// The same with a text that is made only where it is wanted.
+inline bool fail(QString *error, QString (*text)())
+{
+    return error != nullptr && fail(error, text());
+}
+
 } // namespace KelStd::proj

@@ -26,23 +26,21 @@ PreparedTransformations::Index PreparedTransformations::addShift(const QString &
 }
 
 template <typename Use>
-bool PreparedTransformations::apply(Transformation &transformation, Use use, QString *error)
+bool PreparedTransformations::prepareAnd(Use use, Transformation &transformation, QString *error)
 {
-    // An object that is there belongs to the library that is loaded.
     if (PJ *const object = transformation.object.get()) {
         // Where PROJ does not know the reason of a failure, it would tell an earlier one's.
-        if (m_hasError && m_resetError != nullptr) {
+        if (m_resetError != nullptr)
             m_resetError(object);
-            m_hasError = false;
-        }
+        m_hasError = false;
         return use(object) || failAt(object, error);
     }
     if (transformation.isRefused)
         return refuse(transformation, error);
     if (!LoadedProj::instance().isLoaded())
-        return fail(error, noLibraryText());
+        return fail(error, noLibraryText);
     if (transformation.isShift && transformation.from.isEmpty())
-        return fail(error, noGridFileText());
+        return fail(error, noGridFileText);
 
     // The first position, too, is transformed within the scope: PROJ opens grids with it.
     const WorkingDirectoryScope scope;
@@ -53,19 +51,18 @@ bool PreparedTransformations::apply(Transformation &transformation, Use use, QSt
     return use(object) || failAt(object, error);
 }
 
-bool PreparedTransformations::convert(Index conversion, const Pos &from, Pos &to, QString *error)
+bool PreparedTransformations::prepareAndConvert(Transformation &transformation, const Pos &from,
+                                                Pos &to, QString *error)
 {
-    return apply(
-        m_transformations[conversion],
-        [&](PJ *object) { return transform(m_functions, object, from, to); }, error);
+    return prepareAnd([&](PJ *object) { return transform(m_functions, object, from, to); },
+                      transformation, error);
 }
 
-bool PreparedTransformations::shift(Index shift, const stLongLatH &point, double &diff,
-                                    QString *error)
+bool PreparedTransformations::prepareAndShift(Transformation &transformation,
+                                              const stLongLatH &point, double &diff, QString *error)
 {
-    return apply(
-        m_transformations[shift],
-        [&](PJ *object) { return separation(m_functions, object, point, diff); }, error);
+    return prepareAnd([&](PJ *object) { return separation(m_functions, object, point, diff); },
+                      transformation, error);
 }
 
 void PreparedTransformations::beforeUnload()
@@ -99,7 +96,7 @@ bool PreparedTransformations::refuse(Transformation &transformation, QString *er
 {
     transformation.isRefused = true;
     m_hasError = true;
-    return fail(error, transformation.isShift ? geoidModelFailedText() : errorFormatText());
+    return fail(error, transformation.isShift ? geoidModelFailedText : errorFormatText);
 }
 
 bool PreparedTransformations::failAt(const PJ *transformation, QString *error)

@@ -28,10 +28,24 @@ public:
 
     /// As `ProjLib::ConvertPosList` for one position: the same result and the same text. `to`,
     /// which may be `from`, is untouched by a failure, `error` (which may be null) by a success.
-    bool convert(Index conversion, const Pos &from, Pos &to, QString *error);
+    bool convert(Index conversion, const Pos &from, Pos &to, QString *error)
+    {
+        Transformation &transformation = m_transformations[conversion];
+        if (!isReady(transformation))
+            return prepareAndConvert(transformation, from, to, error);
+        PJ *const object = transformation.object.get();
+        return transform(m_functions, object, from, to) || failAt(object, error);
+    }
 
     /// As `ProjLib::Calc_geoid_diff` and its inverse; a failure leaves `diff` untouched.
-    bool shift(Index shift, const stLongLatH &point, double &diff, QString *error);
+    bool shift(Index shift, const stLongLatH &point, double &diff, QString *error)
+    {
+        Transformation &transformation = m_transformations[shift];
+        if (!isReady(transformation))
+            return prepareAndShift(transformation, point, diff, error);
+        PJ *const object = transformation.object.get();
+        return separation(m_functions, object, point, diff) || failAt(object, error);
+    }
 
 private:
     struct Transformation
@@ -47,8 +61,17 @@ private:
     using ResetError = decltype(&::proj_errno_reset);
 
     void beforeUnload() override;
+    /// An object that is there belongs to the library that is loaded.
+    bool isReady(const Transformation &transformation) const
+    {
+        return transformation.object != nullptr && !m_hasError;
+    }
+    bool prepareAndConvert(Transformation &transformation, const Pos &from, Pos &to,
+                           QString *error);
+    bool prepareAndShift(Transformation &transformation, const stLongLatH &point, double &diff,
+                         QString *error);
     template <typename Use>
-    bool apply(Transformation &transformation, Use use, QString *error);
+    bool prepareAnd(Use use, Transformation &transformation, QString *error);
     void create(Transformation &transformation);
     bool refuse(Transformation &transformation, QString *error);
     bool failAt(const PJ *transformation, QString *error);

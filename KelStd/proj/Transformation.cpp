@@ -5,7 +5,6 @@
 #include <QtCore/QByteArray>
 
 #include <algorithm>
-#include <limits>
 #include <string_view>
 
 namespace KelStd::proj {
@@ -37,18 +36,6 @@ ProjObject createShift(PJ_CONTEXT *context, const QString &gridFile, ShiftDirect
     end = std::copy(path.cbegin(), path.cend(), end);
     std::copy(tail.cbegin(), tail.cend(), end);
     return ProjObject(LoadedProj::instance().functions().proj_create(context, definition));
-}
-
-bool separation(const ProjFunctions &functions, PJ *shift, const stLongLatH &point, double &diff)
-{
-    const PJ_COORD in{{functions.proj_torad(point.longitude), functions.proj_torad(point.latitude),
-                       point.height,
-                       std::numeric_limits<double>::infinity()}}; // at no time in particular
-    const double shifted = functions.proj_trans(shift, PJ_FWD, in).v[2];
-    if (!isResult(shifted))
-        return false;
-    diff = shifted - point.height;
-    return true;
 }
 
 } // namespace KelStd::proj

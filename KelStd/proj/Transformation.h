@@ -6,7 +6,10 @@
 
 #include <QtCore/QString>
 
-/// PROJ transformations: how one is created, and how it is applied to a position.
+#include <limits>
+
+/// PROJ transformations: how one is created, and how it is applied to a position: inline, because a
+/// million positions pass there.
 namespace KelStd::proj {
 
 enum class ShiftDirection
@@ -22,7 +25,7 @@ ProjObject createConversion(PJ_CONTEXT *context, const QString &from, const QStr
 ProjObject createShift(PJ_CONTEXT *context, const QString &gridFile, ShiftDirection direction);
 
 /// Transforms `from` into `to`, which may be the same object. False, with `to` untouched, when PROJ
-/// has no result. Inline: a million positions pass here.
+/// has no result.
 inline bool transform(const ProjFunctions &functions, PJ *conversion, const Pos &from, Pos &to)
 {
     // The three readings of a position share their storage: one of them serves every frame.
@@ -37,6 +40,17 @@ inline bool transform(const ProjFunctions &functions, PJ *conversion, const Pos 
 
 /// What a vertical shift adds to the height of `point` (longitude, latitude [deg], height [m]).
 /// False, with `diff` [m] untouched, when PROJ has no result.
-bool separation(const ProjFunctions &functions, PJ *shift, const stLongLatH &point, double &diff);
+inline bool separation(const ProjFunctions &functions, PJ *shift, const stLongLatH &point,
+                       double &diff)
+{
+    const PJ_COORD in{{functions.proj_torad(point.longitude), functions.proj_torad(point.latitude),
+                       point.height,
+                       std::numeric_limits<double>::infinity()}}; // at no time in particular
+    const double shifted = functions.proj_trans(shift, PJ_FWD, in).v[2];
+    if (!isResult(shifted))
+        return false;
+    diff = shifted - point.height;
+    return true;
+}
 
 } // namespace KelStd::proj

@@ -15,7 +15,9 @@ namespace KelStd::proj {
 inline bool isResult(double component)
 {
     constexpr double projErrorValue = 1e30;
-    return std::isfinite(component) && component != projErrorValue;
+    // Nearly every component is smaller, and one comparison less.
+    return std::abs(component) < projErrorValue
+           || (std::isfinite(component) && component != projErrorValue);
 }
 
 /// Why PROJ could not transform the last position. PROJ does not always know, and then there is a

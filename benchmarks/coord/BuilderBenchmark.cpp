@@ -1,15 +1,19 @@
-// Many locations of one system, beside a bare loop of proj_trans over the same three
-// transformations of the same loaded library file.
+// Many locations of one system, and many separations of its geoid, beside bare loops of proj_trans
+// over the same transformations of the same loaded library file.
 
 #include "support/BareProj.h"
 #include "support/Environment.h"
 
 #include <KelStd/coord/LocationBuilder.h>
+#include <KelStd/platform/AppConfig.h>
 
 #include <benchmark/benchmark.h>
 
 #include <array>
+#include <cstdint>
+#include <limits>
 #include <random>
+#include <string>
 #include <thread>
 #include <vector>
 
@@ -104,9 +108,10 @@ void buildLocationsBare(benchmark::State &state)
     const BareStage toPlane(d.localGeographic, d.localProjected);
     static std::vector<std::array<PJ_COORD, 4>> results(mostPoints);
     const auto trans = bareProj().trans;
+    const Pos *const starts = positions().data();
     for (auto _ : state) {
         for (std::size_t i = 0; i < points; ++i) {
-            const stLongLatH &start = positions()[i].getLongLatH();
+            const stLongLatH &start = starts[i].getLongLatH();
             std::array<PJ_COORD, 4> &frames = results[i];
             frames[0] = PJ_COORD{{start.longitude, start.latitude, start.height, 0.0}};
             frames[1] = trans(toCartesian.object(), PJ_FWD, frames[0]);
@@ -118,6 +123,69 @@ void buildLocationsBare(benchmark::State &state)
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }
 
+constexpr std::size_t separationPoints = 100'000;
+
+QString gridFile()
+{
+    return AppConfig::getInstance().homeDir().absoluteFilePath(
+        QStringLiteral("geoid_model_list/egm96_15.gtx"));
+}
+
+std::vector<double> &separations()
+{
+    static std::vector<double> diffs(separationPoints);
+    return diffs;
+}
+
+/// The array call on one model. PROJ has read the grid's rows before.
+void buildSeparations(benchmark::State &state)
+{
+    Coord coord = benchmarkSystem();
+    coord.geoidModel.modelFileName = QStringLiteral("egm96_15.gtx");
+    LocationBuilder builder(coord);
+    const auto given = state.range(0) != 0 ? LocationBuilder::Height::AboveGeoid
+                                           : LocationBuilder::Height::Ellipsoidal;
+    const auto all = [&] {
+        return builder.geoidSeparations(given, positions().data(), separationPoints,
+                                        separations().data());
+    };
+    if (all() != separationPoints)
+        state.SkipWithError("there is no separation");
+    for (auto _ : state) {
+        all();
+        benchmark::DoNotOptimize(separations().data());
+    }
+    state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(separationPoints));
+}
+
+void buildSeparationsBare(benchmark::State &state)
+{
+    const std::string definition = "+proj=vgridshift +grids=\"" + gridFile().toStdString() + '"'
+                                   + (state.range(0) != 0 ? " +inv" : "");
+    PJ *const shift = bareProj().createOperation(nullptr, definition.c_str());
+    const auto trans = bareProj().trans;
+    const auto toRadians = bareProj().toRadians;
+    const Pos *const starts = positions().data();
+    double *const diffs = separations().data();
+    const auto all = [&] {
+        for (std::size_t i = 0; i < separationPoints; ++i) {
+            const stLongLatH &point = starts[i].getLongLatH();
+            const PJ_COORD in{{toRadians(point.longitude), toRadians(point.latitude), point.height,
+                               std::numeric_limits<double>::infinity()}};
+            diffs[i] = trans(shift, PJ_FWD, in).v[2] - point.height;
+        }
+    };
+    all();
+    for (auto _ : state) {
+        all();
+        benchmark::DoNotOptimize(diffs);
+    }
+    bareProj().destroy(shift);
+    state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(separationPoints));
+}
+
+BENCHMARK(buildSeparations)->ArgName("inverse")->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
+BENCHMARK(buildSeparationsBare)->ArgName("inverse")->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
 BENCHMARK(buildLocations)
     ->ArgNames({"points", "threads"})
     ->Args({1'000, 1})

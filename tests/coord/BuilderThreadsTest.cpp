@@ -1,4 +1,4 @@
-#include "coord/PublishedFigures.h"
+#include "support/GridFiles.h"
 #include "support/ProjTest.h"
 
 #include <KelStd/coord/Coord.h>
@@ -7,6 +7,10 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <array>
+#include <atomic>
+#include <cmath>
 #include <cstring>
 #include <random>
 #include <thread>
@@ -16,10 +20,26 @@ namespace KelStd {
 namespace {
 
 using Frame = LocationBuilder::Frame;
+using Height = LocationBuilder::Height;
+using Outcomes = std::vector<LocationBuilder::Outcome>;
 
 constexpr std::size_t threads = 4;
 constexpr std::size_t points = 2000;
+constexpr std::size_t strangeEvery = 50;
 
+struct FrameRow
+{
+    Frame frame;
+    Pos Location::*positions;
+};
+
+constexpr FrameRow frameRows[] = {{Frame::Wgs84Geographic, &Location::wgs84LLH},
+                                  {Frame::Wgs84Cartesian, &Location::wgs84XYZ},
+                                  {Frame::LocalGeographic, &Location::localLLH},
+                                  {Frame::LocalProjected, &Location::localNEH}};
+constexpr Height heights[] = {Height::Ellipsoidal, Height::AboveGeoid};
+
+/// WGS84 positions in the Netherlands, some of which fail.
 std::vector<Pos> positions()
 {
     std::mt19937 random(99);
@@ -27,60 +47,121 @@ std::vector<Pos> positions()
     std::uniform_real_distribution<double> latitude(51.0, 53.5);
     std::vector<Pos> made;
     for (std::size_t i = 0; i < points; ++i) {
-        const double height = i % 50 == 0 ? std::nan("") : 10.0; // some fail
+        const double height = i % strangeEvery == 0 ? std::nan("") : 10.0;
         made.push_back(Pos::fromLongLatH(longitude(random), latitude(random), height));
     }
     return made;
 }
 
-/// What a builder makes of the positions, and of what it made of them.
+struct Locations
+{
+    std::vector<Location> made = std::vector<Location>(points);
+    Outcomes outcomes = Outcomes(points);
+};
+
+struct Separations
+{
+    std::vector<double> diffs = std::vector<double>(points);
+    Outcomes outcomes = Outcomes(points);
+};
+
+/// What a builder makes of the positions: there, and back from each frame.
 struct Result
 {
-    std::vector<Location> there = std::vector<Location>(points);
-    std::vector<Location> back = std::vector<Location>(points);
-    std::size_t made = 0;
+    Locations there;
+    std::array<Locations, std::size(frameRows)> back;
+    std::array<Separations, std::size(heights)> separations;
 };
 
 Result build(const Coord &coord, const std::vector<Pos> &positions)
 {
     Result result;
     LocationBuilder builder(coord);
-    result.made =
-        builder.make(Frame::Wgs84Geographic, positions.data(), points, result.there.data());
-    std::vector<Pos> projected;
-    for (const Location &location : result.there)
-        projected.push_back(location.localNEH);
-    builder.make(Frame::LocalProjected, projected.data(), points, result.back.data());
+    builder.make(Frame::Wgs84Geographic, positions.data(), points, result.there.made.data(),
+                 result.there.outcomes.data());
+    for (std::size_t i = 0; i < std::size(frameRows); ++i) {
+        std::vector<Pos> starts;
+        for (const Location &location : result.there.made)
+            starts.push_back(location.*frameRows[i].positions);
+        starts[i] = positions.front(); // fails in every frame
+        builder.make(frameRows[i].frame, starts.data(), points, result.back[i].made.data(),
+                     result.back[i].outcomes.data());
+    }
+    for (std::size_t i = 0; i < std::size(heights); ++i)
+        builder.geoidSeparations(heights[i], positions.data(), points,
+                                 result.separations[i].diffs.data(),
+                                 result.separations[i].outcomes.data());
     return result;
 }
 
-bool sameBits(const std::vector<Location> &a, const std::vector<Location> &b)
+template <typename Value>
+bool sameBits(const std::vector<Value> &a, const std::vector<Value> &b)
 {
-    return std::memcmp(a.data(), b.data(), a.size() * sizeof(Location)) == 0;
+    return std::memcmp(a.data(), b.data(), a.size() * sizeof(Value)) == 0;
+}
+
+void expectSame(const Outcomes &a, const Outcomes &b)
+{
+    EXPECT_TRUE(
+        std::equal(a.begin(), a.end(), b.begin(), b.end(), [](const auto &x, const auto &y) {
+            return x.isMade == y.isMade && x.reason == y.reason;
+        }));
+}
+
+void expectSame(const Locations &a, const Locations &b)
+{
+    EXPECT_TRUE(sameBits(a.made, b.made));
+    expectSame(a.outcomes, b.outcomes);
+}
+
+std::ptrdiff_t failures(const Outcomes &outcomes)
+{
+    return std::count_if(outcomes.begin(), outcomes.end(), [](const auto &outcome) {
+        return !outcome.isMade && !outcome.reason.isEmpty();
+    });
 }
 
 using BuilderThreads = test::ProjTest;
 
 TEST_F(BuilderThreads, EachWithItsBuilderMakeWhatOneMakes)
 {
+    test::deliverEgm96();
     Coord coord;
-    ASSERT_TRUE(Coord_IO::xml_read(test::systemPath(QStringLiteral("rd_new.xml")), coord));
+    ASSERT_TRUE(
+        Coord_IO::xml_read(QStringLiteral(KELSTD_TEST_DATA_DIR "/systems/rd_new.xml"), coord));
     coord.geoidModel.modelFileName = QStringLiteral("egm96_15.gtx");
     const std::vector<Pos> all = positions();
 
     std::vector<Result> results(threads);
+    std::atomic<std::size_t> waiting{threads};
     std::vector<std::thread> running;
-    for (Result &result : results)
-        running.emplace_back([&] { result = build(coord, all); });
+    for (Result &result : results) {
+        running.emplace_back([&] {
+            --waiting;
+            while (waiting > 0) // so that all create their transformations at once
+                std::this_thread::yield();
+            result = build(coord, all);
+        });
+    }
     for (std::thread &thread : running)
         thread.join();
 
     const Result expected = build(coord, all);
-    EXPECT_EQ(expected.made, points - points / 50);
+    constexpr std::ptrdiff_t strange = points / strangeEvery;
+    EXPECT_EQ(failures(expected.there.outcomes), strange);
+    for (const Locations &locations : expected.back)
+        EXPECT_GE(failures(locations.outcomes), 1);
+    for (const Separations &separations : expected.separations)
+        EXPECT_EQ(failures(separations.outcomes), strange);
+
     for (const Result &result : results) {
-        EXPECT_EQ(result.made, expected.made);
-        EXPECT_TRUE(sameBits(result.there, expected.there));
-        EXPECT_TRUE(sameBits(result.back, expected.back));
+        expectSame(result.there, expected.there);
+        for (std::size_t i = 0; i < std::size(frameRows); ++i)
+            expectSame(result.back[i], expected.back[i]);
+        for (std::size_t i = 0; i < std::size(heights); ++i) {
+            EXPECT_TRUE(sameBits(result.separations[i].diffs, expected.separations[i].diffs));
+            expectSame(result.separations[i].outcomes, expected.separations[i].outcomes);
+        }
     }
 }
 
