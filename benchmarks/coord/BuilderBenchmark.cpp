@@ -9,6 +9,7 @@
 
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <limits>
@@ -106,7 +107,8 @@ void buildLocationsBare(benchmark::State &state)
     const BareStage toCartesian(d.wgs84Geographic, d.wgs84Cartesian);
     const BareStage toLocal(d.wgs84Cartesian, d.localGeographic);
     const BareStage toPlane(d.localGeographic, d.localProjected);
-    static std::vector<std::array<PJ_COORD, 4>> results(mostPoints);
+    static std::vector<std::array<PJ_COORD, 4>> results; // for all repetitions, as `locations`
+    results.resize(std::max(results.size(), points));
     const auto trans = bareProj().trans;
     const Pos *const starts = positions().data();
     for (auto _ : state) {
