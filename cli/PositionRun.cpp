@@ -32,7 +32,7 @@ PositionRun::State PositionRun::readOrder(BlockWork &work)
 {
     State state = State::GoesOn;
     while (state == State::GoesOn && !work.parser().knowsOrder()) {
-        m_console.flushUnless(m_input.isReady());
+        m_console.flushUnless(m_blocks.isReady());
         LineBlock block;
         state = next(block);
         if (state != State::GoesOn)
@@ -54,7 +54,7 @@ PositionRun::State PositionRun::readRest(const PositionParser &parser)
     State state = State::GoesOn;
     while (state == State::GoesOn) {
         // Who types or pipes slowly sees what became of each line before the next one.
-        const bool mustWait = !m_input.isReady();
+        const bool mustWait = !m_blocks.isReady();
         while (state == State::GoesOn && !workers.isEmpty() && (mustWait || workers.isFull()))
             state = take(workers.take());
         if (state != State::GoesOn)

@@ -274,6 +274,32 @@ TEST(LineBlocks, AWholeLineDoesNotWaitForTheNext)
     EXPECT_EQ(reader.next(block), Result::End);
 }
 
+TEST(LineBlocks, AreReadyWithAWholeLineAndAtTheEnd)
+{
+    Pipe pipe;
+    Input input;
+    QString error;
+    ASSERT_TRUE(input.open(pipe.reader(), error)) << error;
+    LineBlocks reader(input);
+    EXPECT_FALSE(reader.isReady());
+    pipe.send("fir");
+    EXPECT_FALSE(reader.isReady());
+    pipe.send("st\nsec");
+    EXPECT_TRUE(reader.isReady());
+    LineBlock block;
+    ASSERT_EQ(reader.next(block), Result::Block);
+    EXPECT_EQ(block.bytes, QByteArray("first\n"));
+    EXPECT_FALSE(reader.isReady());
+    pipe.send("ond");
+    EXPECT_FALSE(reader.isReady());
+    pipe.closeWriter();
+    EXPECT_TRUE(reader.isReady());
+    ASSERT_EQ(reader.next(block), Result::Block);
+    EXPECT_EQ(block.bytes, QByteArray("second"));
+    EXPECT_TRUE(reader.isReady());
+    EXPECT_EQ(reader.next(block), Result::End);
+}
+
 TEST(LineBlocks, AnInputThatBreaksOffIsAnError)
 {
     Input input;
