@@ -121,20 +121,10 @@ static_assert(std::atomic<int>::is_always_lock_free, "a signal may write it");
 /// missed.
 int wakingPipe[2] = {-1, -1};
 
-void takeSignal(int signal)
-{
-    const int error = errno;
-    toldBy = signal;
-    const ssize_t written = write(wakingPipe[1], "", 1);
-    static_cast<void>(written); // nobody can be told, and only a full pipe does not take it
-    errno = error;
-}
-
 void setAction(int signal, void (*handler)(int))
 {
     struct sigaction action = {};
     action.sa_handler = handler;
-    action.sa_flags = static_cast<int>(SA_RESETHAND);
     sigaction(signal, &action, nullptr);
 }
 
@@ -144,26 +134,39 @@ bool isIgnored(int signal)
     return sigaction(signal, nullptr, &action) == 0 && action.sa_handler == SIG_IGN;
 }
 
+/// Of those signals that the program was not started to ignore.
+void setActions(void (*handler)(int))
+{
+    for (const int signal : stopSignals) {
+        if (!isIgnored(signal))
+            setAction(signal, handler);
+    }
+}
+
+void takeSignal(int signal)
+{
+    const int error = errno;
+    setActions(SIG_DFL); // the next one ends the program, whichever it is
+    toldBy = signal;
+    const ssize_t written = write(wakingPipe[1], "", 1);
+    static_cast<void>(written); // nobody can be told, and only a full pipe does not take it
+    errno = error;
+}
+
 } // namespace
 
 StopRequests::StopRequests()
 {
     if (pipe2(wakingPipe, O_CLOEXEC | O_NONBLOCK) != 0)
         return; // the signals end the program as they always did
-    for (const int signal : stopSignals) {
-        if (!isIgnored(signal))
-            setAction(signal, takeSignal);
-    }
+    setActions(takeSignal);
 }
 
 StopRequests::~StopRequests()
 {
     if (wakingPipe[0] == -1)
         return;
-    for (const int signal : stopSignals) {
-        if (!isIgnored(signal))
-            setAction(signal, SIG_DFL);
-    }
+    setActions(SIG_DFL);
     for (int &end : wakingPipe) {
         close(end);
         end = -1;
