@@ -24,7 +24,9 @@ ExitStatus PositionRun::run()
         state = readRest(first.parser());
     m_progress = nullptr;
     progress.reset();
-    return finish(state);
+    const ExitStatus status = finish(state);
+    m_console.flush(); // while no request to stop can end the program in the middle of a line
+    return status;
 }
 
 /// Reads blocks until a line has decided the order of the fields, which all others follow.
