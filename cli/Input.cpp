@@ -37,6 +37,11 @@ std::optional<qint64> Input::size() const
     return streams::bytesToCome(m_descriptor);
 }
 
+bool Input::isFile(const QString &name) const
+{
+    return streams::isFile(m_descriptor, name);
+}
+
 bool Input::isReady() const
 {
     return streams::isReady(m_descriptor);

@@ -1,16 +1,25 @@
 #include <cli/RejectsFile.h>
 
+#include <cli/Input.h>
+#include <cli/StandardStreams.h>
+
 #include <QtCore/QFileInfo>
 
 namespace KelStd::cli {
 
-bool RejectsFile::open(const QString &name, const QString &input, QString &error)
+bool RejectsFile::open(const QString &name, const Input &input, QString &error)
 {
-    const QFileInfo info(name);
-    if (info.exists() && info.canonicalFilePath() == QFileInfo(input).canonicalFilePath()) {
+    if (input.isFile(name)) {
         error = QStringLiteral("it is the input");
         return false;
     }
+    for (const int stream : {streams::standardOutput, streams::standardError}) {
+        if (streams::isFile(stream, name)) {
+            error = QStringLiteral("it is the output");
+            return false;
+        }
+    }
+    const QFileInfo info(name);
     std::unique_ptr<QFileDevice> device;
     if (info.exists() && !info.isFile()) {
         device = std::make_unique<QFile>(name);

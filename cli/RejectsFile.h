@@ -9,14 +9,17 @@
 
 namespace KelStd::cli {
 
+class Input;
+
 /// The file of the lines that failed, which can be mended there and given to the program again. It
 /// appears whole at the end of the run, in place of one of that name; what is no regular file, such
 /// as a pipe, is written as the lines come.
 class RejectsFile
 {
 public:
-    /// `input`: the name of the input, which is not overwritten. False with the reason.
-    bool open(const QString &name, const QString &input, QString &error);
+    /// Neither the `input` nor what the standard streams go to is overwritten. False with the
+    /// reason.
+    bool open(const QString &name, const Input &input, QString &error);
     bool isOpen() const { return m_device != nullptr; }
 
     /// The header line of the input stands above the first line.

@@ -1,6 +1,7 @@
 #include <cli/StandardStreams.h>
 
 #include <QtCore/QByteArray>
+#include <QtCore/QFile>
 
 #include <cerrno>
 #include <system_error>
@@ -36,6 +37,11 @@ int terminalWidth(int /*descriptor*/)
 std::optional<qint64> bytesToCome(int /*descriptor*/)
 {
     return std::nullopt;
+}
+
+bool isFile(int /*descriptor*/, const QString & /*name*/)
+{
+    return false;
 }
 
 bool isReady(int /*descriptor*/)
@@ -103,6 +109,15 @@ std::optional<qint64> bytesToCome(int descriptor)
     const off_t position = lseek(descriptor, 0, SEEK_CUR);
     return position >= 0 && position <= status.st_size ? std::optional(status.st_size - position)
                                                        : std::nullopt;
+}
+
+bool isFile(int descriptor, const QString &name)
+{
+    struct stat open = {};
+    struct stat named = {};
+    return fstat(descriptor, &open) == 0 && S_ISREG(open.st_mode)
+           && stat(QFile::encodeName(name).constData(), &named) == 0 && open.st_dev == named.st_dev
+           && open.st_ino == named.st_ino;
 }
 
 bool isReady(int descriptor)
