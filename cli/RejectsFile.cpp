@@ -51,8 +51,10 @@ bool RejectsFile::finish(QString &error)
 {
     if (!isOpen())
         return true;
-    // A file that replaces another does not say that its last bytes could not be written.
-    m_isComplete = m_device->flush() && m_isComplete;
+    // A file that replaces another does not say that its last bytes could not be written. When some
+    // of them could, only the next attempt tells why the others could not.
+    const bool isFlushed = m_device->flush() || m_device->flush();
+    m_isComplete = isFlushed && m_isComplete;
     if (m_isComplete && m_replacing != nullptr)
         m_isComplete = m_replacing->commit();
     error = m_device->errorString();
