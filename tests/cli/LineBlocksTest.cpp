@@ -300,6 +300,26 @@ TEST(LineBlocks, AreReadyWithAWholeLineAndAtTheEnd)
     EXPECT_EQ(reader.next(block), Result::End);
 }
 
+/// Otherwise an input that never makes anybody wait would be read into memory.
+TEST(LineBlocks, AskingWhetherTheyAreReadyReadsOnePieceAtMost)
+{
+    const test::TemporaryHome home;
+    const QString file = home.path(QStringLiteral("input"));
+    const QByteArray bytes = linesOfSize(10 * pieceSize);
+    test::writeFile(file, bytes);
+    Input input;
+    QString error;
+    ASSERT_TRUE(input.open(file, error)) << error;
+    LineBlocks reader(input);
+    QByteArray together;
+    LineBlock block;
+    while (reader.isReady() && reader.next(block) == Result::Block) {
+        EXPECT_LE(block.bytes.size(), pieceSize + mostBytesOfLine);
+        together += block.bytes;
+    }
+    EXPECT_TRUE(together == bytes);
+}
+
 TEST(LineBlocks, AnInputThatBreaksOffIsAnError)
 {
     Input input;
