@@ -273,7 +273,7 @@ TEST(ConvertStop, TheSecondSignalEndsAProgramWhoseOutputIsBlocked)
             blocked.signal(first);
             EXPECT_FALSE(blocked.endsWithin(200));
             blocked.signal(second);
-            ASSERT_TRUE(blocked.endsWithin(5000));
+            ASSERT_TRUE(blocked.endsWithin(patience));
             EXPECT_EQ(blocked.endedBy(), second);
         }
     }

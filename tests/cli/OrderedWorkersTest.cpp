@@ -216,7 +216,7 @@ TEST(OrderedWorkers, TheEndDropsTheTasksThatWait)
             workers.add(task);
         ASSERT_TRUE(gate.waitFor(threads));
         opener = std::thread([&] {
-            std::this_thread::sleep_for(50ms); // the end has begun
+            std::this_thread::sleep_for(300ms); // the end has begun
             gate.open();
         });
     }

@@ -308,7 +308,7 @@ class PlainLines : public testing::TestWithParam<Beginning>
 
 TEST_P(PlainLines, AreReadAsWithCare)
 {
-    constexpr int linesPerFrame = test::anglesPerTest / 8;
+    constexpr int linesPerFrame = std::max(test::anglesPerTest / 8, 2000);
     const Beginning &beginning = GetParam();
     for (const Frame frame : frames) {
         const PositionParser parser = parserOf(beginning, frame);
