@@ -37,9 +37,9 @@ std::optional<qint64> Input::size() const
     return streams::bytesToCome(m_descriptor);
 }
 
-bool Input::isFile(const QString &fileName) const
+bool Input::isFile(const QString &name) const
 {
-    return streams::isFile(m_descriptor, fileName);
+    return streams::isFile(m_descriptor, name);
 }
 
 bool Input::isReady() const

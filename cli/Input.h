@@ -23,8 +23,8 @@ public:
     /// How many bytes it has, where that is known before they are read.
     std::optional<qint64> size() const;
 
-    /// Whether it is just this file, by whatever name.
-    bool isFile(const QString &fileName) const;
+    /// Whether it is the regular file of that name.
+    bool isFile(const QString &name) const;
 
     /// Whether reading it does not have to wait for its writer.
     bool isReady() const;

@@ -86,7 +86,7 @@ void JsonWriter::write(QByteArray &bytes, const PrintedPosition &position) const
 QByteArray GeoJsonWriter::begin(const InputColumns &columns)
 {
     JsonWriter::begin(columns);
-    return "{\"type\":\"FeatureCollection\",\"features\":[";
+    return "{\"type\":\"FeatureCollection\",\"features\":[\n";
 }
 
 QByteArray GeoJsonWriter::separator() const
@@ -96,13 +96,13 @@ QByteArray GeoJsonWriter::separator() const
 
 QByteArray GeoJsonWriter::ending() const
 {
-    return "\n]}\n";
+    return "]}\n";
 }
 
 void GeoJsonWriter::write(QByteArray &bytes, const PrintedPosition &position) const
 {
     const Location &location = position.location;
-    bytes += "\n{\"type\":\"Feature\",\"geometry\":{\"type\":\"Point\",\"coordinates\":[";
+    bytes += "{\"type\":\"Feature\",\"geometry\":{\"type\":\"Point\",\"coordinates\":[";
     appendNumber(bytes, within180(location.get_WGS84_LLH_Long()), csvAngleDecimals);
     bytes += ',';
     appendNumber(bytes, location.get_WGS84_LLH_Lat(), csvAngleDecimals);
@@ -110,7 +110,7 @@ void GeoJsonWriter::write(QByteArray &bytes, const PrintedPosition &position) co
     appendNumber(bytes, location.get_WGS84_LLH_Height(), csvLengthDecimals);
     bytes += "]},\"properties\":";
     append(bytes, position);
-    bytes += '}';
+    bytes += "}\n";
 }
 
 } // namespace KelStd::cli

@@ -29,7 +29,8 @@ private:
 };
 
 /// A GeoJSON FeatureCollection (RFC 7946), a feature in a line: points at WGS84 longitude, latitude
-/// [deg] and ellipsoidal height [m], whose properties are the object of `JsonWriter`.
+/// [deg] and ellipsoidal height [m], whose properties are the object of `JsonWriter`. The comma
+/// between two features begins a line, so that each one is whole before the next is known.
 class GeoJsonWriter : public JsonWriter
 {
 public:

@@ -14,44 +14,54 @@ constexpr char lineEnd = '\n';
 
 } // namespace
 
-/// Appends what the input has; false at the end and on an error.
-bool LineBlocks::append(QByteArray &bytes)
+bool LineBlocks::hasLine() const
 {
-    const int old = bytes.size();
-    bytes.resize(old + pieceSize);
-    const qint64 count = m_input.read(bytes.data() + old, pieceSize);
+    return m_rest.lastIndexOf(lineEnd) >= 0;
+}
+
+/// Appends what the input has to the rest.
+void LineBlocks::read()
+{
+    const int old = m_rest.size();
+    m_rest.resize(old + pieceSize);
+    const qint64 count = m_input.read(m_rest.data() + old, pieceSize);
     if (count < 0)
         m_error = streams::lastErrorText();
-    bytes.resize(old + static_cast<int>(std::max<qint64>(count, 0)));
+    m_isAtEnd = count <= 0;
+    m_rest.resize(old + static_cast<int>(std::max<qint64>(count, 0)));
     if (m_isSkipping) {
-        const int end = bytes.indexOf(lineEnd, old);
+        const int end = m_rest.indexOf(lineEnd, old);
         m_isSkipping = end < 0;
-        bytes.remove(old, (m_isSkipping ? bytes.size() : end) - old);
+        m_rest.remove(old, (m_isSkipping ? m_rest.size() : end) - old);
     }
-    return count > 0;
+    if (m_rest.size() > mostBytesOfLine && !hasLine()) {
+        m_rest.truncate(mostBytesOfLine + 1);
+        m_isSkipping = true;
+    }
+}
+
+bool LineBlocks::isReady()
+{
+    while (!hasLine() && !m_isAtEnd && m_input.isReady())
+        read();
+    return hasLine() || m_isAtEnd;
 }
 
 LineBlocks::Result LineBlocks::next(LineBlock &block)
 {
+    while (!hasLine() && !m_isAtEnd)
+        read();
+    if (!m_error.isEmpty())
+        return Result::Error;
+    int end = m_rest.lastIndexOf(lineEnd);
+    if (end < 0) {
+        // What was read of a line before the program was told to stop is no line.
+        if (m_rest.isEmpty() || streams::isToldToStop())
+            return Result::End;
+        end = m_rest.size() - 1; // the input's last line has no end
+    }
     QByteArray bytes;
     bytes.swap(m_rest);
-    int end = -1; // of the last whole line
-    while (end < 0) {
-        if (!append(bytes)) {
-            if (!m_error.isEmpty())
-                return Result::Error;
-            // What was read of a line before the program was told to stop is no line.
-            if (bytes.isEmpty() || streams::isToldToStop())
-                return Result::End;
-            end = bytes.size() - 1; // the input's last line has no end
-            break;
-        }
-        end = bytes.lastIndexOf(lineEnd);
-        if (end < 0 && bytes.size() > mostBytesOfLine) {
-            bytes.truncate(mostBytesOfLine + 1);
-            m_isSkipping = true;
-        }
-    }
     m_rest = bytes.mid(end + 1);
     bytes.truncate(end + 1);
     block.firstLine = m_nextLine;

@@ -32,6 +32,10 @@ public:
 
     explicit LineBlocks(Input &input) : m_input(input) {}
 
+    /// Whether `next` does not have to wait for the input's writer. Reads what there is: the
+    /// beginning of a line alone is nothing that `next` could give.
+    bool isReady();
+
     /// Every line of the block is whole, but one that is longer than `mostBytesOfLine` may lack
     /// what is behind them.
     Result next(LineBlock &block);
@@ -39,11 +43,13 @@ public:
     QString errorText() const { return m_error; }
 
 private:
-    bool append(QByteArray &bytes);
+    bool hasLine() const;
+    void read();
 
     Input &m_input;
-    QByteArray m_rest; ///< the beginning of the next block
+    QByteArray m_rest; ///< what was read and not yet given
     qint64 m_nextLine = 1;
+    bool m_isAtEnd = false;
     bool m_isSkipping = false; ///< the rest of a line that is too long
     QString m_error;
 };

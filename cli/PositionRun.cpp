@@ -24,7 +24,9 @@ ExitStatus PositionRun::run()
         state = readRest(first.parser());
     m_progress = nullptr;
     progress.reset();
-    return finish(state);
+    const ExitStatus status = finish(state);
+    m_console.flush(); // while no request to stop can end the program in the middle of a line
+    return status;
 }
 
 /// Reads blocks until a line has decided the order of the fields, which all others follow.
@@ -32,7 +34,7 @@ PositionRun::State PositionRun::readOrder(BlockWork &work)
 {
     State state = State::GoesOn;
     while (state == State::GoesOn && !work.parser().knowsOrder()) {
-        m_console.flushUnless(m_input.isReady());
+        m_console.flushUnless(m_blocks.isReady());
         LineBlock block;
         state = next(block);
         if (state != State::GoesOn)
@@ -54,7 +56,7 @@ PositionRun::State PositionRun::readRest(const PositionParser &parser)
     State state = State::GoesOn;
     while (state == State::GoesOn) {
         // Who types or pipes slowly sees what became of each line before the next one.
-        const bool mustWait = !m_input.isReady();
+        const bool mustWait = !m_blocks.isReady();
         while (state == State::GoesOn && !workers.isEmpty() && (mustWait || workers.isFull()))
             state = take(workers.take());
         if (state != State::GoesOn)

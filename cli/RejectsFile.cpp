@@ -13,9 +13,11 @@ bool RejectsFile::open(const QString &name, const Input &input, QString &error)
         error = QStringLiteral("it is the input");
         return false;
     }
-    if (streams::isFile(streams::standardOutput, name)) {
-        error = QStringLiteral("it is the output");
-        return false;
+    for (const int stream : {streams::standardOutput, streams::standardError}) {
+        if (streams::isFile(stream, name)) {
+            error = QStringLiteral("it is the output");
+            return false;
+        }
     }
     const QFileInfo info(name);
     std::unique_ptr<QFileDevice> device;
@@ -49,8 +51,10 @@ bool RejectsFile::finish(QString &error)
 {
     if (!isOpen())
         return true;
-    // A file that replaces another does not say that its last bytes could not be written.
-    m_isComplete = m_device->flush() && m_isComplete;
+    // A file that replaces another does not say that its last bytes could not be written. When some
+    // of them could, only the next attempt tells why the others could not.
+    const bool isFlushed = m_device->flush() || m_device->flush();
+    m_isComplete = isFlushed && m_isComplete;
     if (m_isComplete && m_replacing != nullptr)
         m_isComplete = m_replacing->commit();
     error = m_device->errorString();

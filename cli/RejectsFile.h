@@ -17,7 +17,8 @@ class Input;
 class RejectsFile
 {
 public:
-    /// False with the reason; neither the `input` nor the output is overwritten.
+    /// Neither the `input` nor what the standard streams go to is overwritten. False with the
+    /// reason.
     bool open(const QString &name, const Input &input, QString &error);
     bool isOpen() const { return m_device != nullptr; }
 

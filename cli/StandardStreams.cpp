@@ -39,7 +39,7 @@ std::optional<qint64> bytesToCome(int /*descriptor*/)
     return std::nullopt;
 }
 
-bool isFile(int /*descriptor*/, const QString & /*fileName*/)
+bool isFile(int /*descriptor*/, const QString & /*name*/)
 {
     return false;
 }
@@ -111,13 +111,13 @@ std::optional<qint64> bytesToCome(int descriptor)
                                                        : std::nullopt;
 }
 
-bool isFile(int descriptor, const QString &fileName)
+bool isFile(int descriptor, const QString &name)
 {
-    struct stat opened = {};
+    struct stat open = {};
     struct stat named = {};
-    return fstat(descriptor, &opened) == 0 && S_ISREG(opened.st_mode)
-           && stat(QFile::encodeName(fileName).constData(), &named) == 0
-           && opened.st_dev == named.st_dev && opened.st_ino == named.st_ino;
+    return fstat(descriptor, &open) == 0 && S_ISREG(open.st_mode)
+           && stat(QFile::encodeName(name).constData(), &named) == 0 && open.st_dev == named.st_dev
+           && open.st_ino == named.st_ino;
 }
 
 bool isReady(int descriptor)
@@ -136,20 +136,10 @@ static_assert(std::atomic<int>::is_always_lock_free, "a signal may write it");
 /// missed.
 int wakingPipe[2] = {-1, -1};
 
-void takeSignal(int signal)
-{
-    const int error = errno;
-    toldBy = signal;
-    const ssize_t written = write(wakingPipe[1], "", 1);
-    static_cast<void>(written); // nobody can be told, and only a full pipe does not take it
-    errno = error;
-}
-
 void setAction(int signal, void (*handler)(int))
 {
     struct sigaction action = {};
     action.sa_handler = handler;
-    action.sa_flags = static_cast<int>(SA_RESETHAND);
     sigaction(signal, &action, nullptr);
 }
 
@@ -159,26 +149,39 @@ bool isIgnored(int signal)
     return sigaction(signal, nullptr, &action) == 0 && action.sa_handler == SIG_IGN;
 }
 
+/// Of those signals that the program was not started to ignore.
+void setActions(void (*handler)(int))
+{
+    for (const int signal : stopSignals) {
+        if (!isIgnored(signal))
+            setAction(signal, handler);
+    }
+}
+
+void takeSignal(int signal)
+{
+    const int error = errno;
+    setActions(SIG_DFL); // the next one ends the program, whichever it is
+    toldBy = signal;
+    const ssize_t written = write(wakingPipe[1], "", 1);
+    static_cast<void>(written); // nobody can be told, and only a full pipe does not take it
+    errno = error;
+}
+
 } // namespace
 
 StopRequests::StopRequests()
 {
     if (pipe2(wakingPipe, O_CLOEXEC | O_NONBLOCK) != 0)
         return; // the signals end the program as they always did
-    for (const int signal : stopSignals) {
-        if (!isIgnored(signal))
-            setAction(signal, takeSignal);
-    }
+    setActions(takeSignal);
 }
 
 StopRequests::~StopRequests()
 {
     if (wakingPipe[0] == -1)
         return;
-    for (const int signal : stopSignals) {
-        if (!isIgnored(signal))
-            setAction(signal, SIG_DFL);
-    }
+    setActions(SIG_DFL);
     for (int &end : wakingPipe) {
         close(end);
         end = -1;

@@ -25,8 +25,8 @@ int terminalWidth(int descriptor);
 /// How many bytes a regular file has from where it stands; nothing for what is none.
 std::optional<qint64> bytesToCome(int descriptor);
 
-/// Whether the descriptor reads or writes just this regular file, by whatever name.
-bool isFile(int descriptor, const QString &fileName);
+/// Whether the descriptor is of the regular file of that name.
+bool isFile(int descriptor, const QString &name);
 
 /// Whether reading does not have to wait.
 bool isReady(int descriptor);

@@ -48,10 +48,14 @@ void Terminal::takeOutput()
 }
 
 ProgramResult Terminal::run(const ProgramRun &program, const QStringList &arguments,
-                            const QByteArray &input)
+                            const QByteArray &input, Stream stream)
 {
     const auto process = program.process(arguments);
-    process->setStandardOutputFile(QString::fromLocal8Bit(ttyname(m_slave)));
+    const QString name = QString::fromLocal8Bit(ttyname(m_slave));
+    if (stream == Stream::Output)
+        process->setStandardOutputFile(name);
+    else
+        process->setStandardErrorFile(name);
     process->start();
     process->write(input);
     process->closeWriteChannel();
@@ -65,17 +69,20 @@ ProgramResult Terminal::run(const ProgramRun &program, const QStringList &argume
     ProgramResult result;
     if (process->exitStatus() == QProcess::NormalExit && process->state() == QProcess::NotRunning)
         result.status = process->exitCode();
-    result.out = m_shown;
-    result.err = QString::fromUtf8(process->readAllStandardError());
+    const bool isOutput = stream == Stream::Output;
+    result.out = isOutput ? m_shown : QString::fromUtf8(process->readAllStandardOutput());
+    result.err = isOutput ? QString::fromUtf8(process->readAllStandardError()) : m_shown;
     return result;
 }
 
-void Terminal::start(const ProgramRun &program, const QStringList &arguments)
+void Terminal::start(const ProgramRun &program, const QStringList &arguments, Errors errors)
 {
     const QString name = QString::fromLocal8Bit(ttyname(m_slave));
     m_process = program.process(arguments);
     m_process->setStandardInputFile(name);
     m_process->setStandardOutputFile(name);
+    if (errors == Errors::Shown)
+        m_process->setStandardErrorFile(name);
     m_process->start();
     EXPECT_TRUE(m_process->waitForStarted(patience));
 }

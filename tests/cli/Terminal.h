@@ -14,13 +14,27 @@ public:
     Terminal(const Terminal &) = delete;
     Terminal &operator=(const Terminal &) = delete;
 
-    /// What the program shows on the terminal when its standard output is one; its standard input
-    /// is `input`, not the terminal.
+    /// The program's stream that ends in the terminal; the others do not.
+    enum class Stream
+    {
+        Output,
+        Error
+    };
+
+    /// Runs the program with `input` for its standard input. The result has what the terminal shows
+    /// for the stream that ends there.
     ProgramResult run(const ProgramRun &program, const QStringList &arguments,
-                      const QByteArray &input = {});
+                      const QByteArray &input = {}, Stream stream = Stream::Output);
+
+    enum class Errors
+    {
+        Hidden,
+        Shown ///< on the terminal, too
+    };
 
     /// Starts the program with the terminal as its standard input and output.
-    void start(const ProgramRun &program, const QStringList &arguments);
+    void start(const ProgramRun &program, const QStringList &arguments,
+               Errors errors = Errors::Hidden);
     void type(const QByteArray &keys);
     /// Waits until the terminal shows `text`; false when it never does.
     bool waitFor(const QString &text);

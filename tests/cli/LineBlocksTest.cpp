@@ -1,0 +1,335 @@
+#include <cli/Input.h>
+#include <cli/LineBlocks.h>
+
+#include "support/Printers.h"
+#include "support/TemporaryHome.h"
+
+#include <gtest/gtest.h>
+
+#include <thread>
+
+#include <unistd.h>
+
+namespace KelStd {
+namespace {
+
+using cli::Input;
+using cli::LineBlock;
+using cli::LineBlocks;
+using cli::LineCursor;
+using cli::mostBytesOfLine;
+using Result = LineBlocks::Result;
+
+constexpr int pieceSize = 1 << 16; // what is read at once
+
+/// Every block of an input.
+QList<LineBlock> blocksOf(const QString &name)
+{
+    Input input;
+    QString error;
+    EXPECT_TRUE(input.open(name, error)) << error;
+    LineBlocks reader(input);
+    QList<LineBlock> blocks;
+    LineBlock block;
+    Result result = reader.next(block);
+    for (; result == Result::Block; result = reader.next(block))
+        blocks += block;
+    EXPECT_EQ(result, Result::End) << reader.errorText();
+    return blocks;
+}
+
+/// Those of a file with these bytes.
+QList<LineBlock> blocksOfFile(const QByteArray &bytes)
+{
+    const test::TemporaryHome home;
+    const QString file = home.path(QStringLiteral("input"));
+    test::writeFile(file, bytes);
+    return blocksOf(file);
+}
+
+/// The ends of a pipe; each is closed when it is still open.
+struct Pipe
+{
+    Pipe() { EXPECT_EQ(pipe(ends), 0); }
+    ~Pipe()
+    {
+        closeWriter();
+        close(ends[0]);
+    }
+    Pipe(const Pipe &) = delete;
+    Pipe &operator=(const Pipe &) = delete;
+
+    QString reader() const { return QStringLiteral("/dev/fd/%1").arg(ends[0]); }
+    void send(const QByteArray &bytes) const
+    {
+        EXPECT_EQ(write(ends[1], bytes.constData(), static_cast<std::size_t>(bytes.size())),
+                  bytes.size());
+    }
+    void closeWriter()
+    {
+        if (ends[1] >= 0)
+            close(ends[1]);
+        ends[1] = -1;
+    }
+
+    int ends[2] = {-1, -1};
+};
+
+/// Those of a pipe that delivers so many bytes at a time.
+QList<LineBlock> blocksOfPipe(const QByteArray &bytes, int size)
+{
+    Pipe pipe;
+    std::thread writer([&] {
+        for (int i = 0; i < bytes.size(); i += size)
+            pipe.send(bytes.mid(i, size));
+        pipe.closeWriter();
+    });
+    const QList<LineBlock> blocks = blocksOf(pipe.reader());
+    writer.join();
+    return blocks;
+}
+
+struct Line
+{
+    QByteArray text; ///< "TOO LONG" for one that is
+    qint64 number;
+
+    bool operator==(const Line &other) const
+    {
+        return text == other.text && number == other.number;
+    }
+};
+
+void PrintTo(const Line &line, std::ostream *out)
+{
+    *out << line.number << ':' << line.text.left(20).toStdString() << " of " << line.text.size();
+}
+
+QList<Line> linesOf(const QList<LineBlock> &blocks)
+{
+    QList<Line> lines;
+    for (const LineBlock &block : blocks) {
+        LineCursor cursor(block);
+        while (cursor.next()) {
+            const std::string_view line = cursor.line();
+            lines += {cursor.isTooLong() ? QByteArray("TOO LONG")
+                                         : QByteArray(line.data(), static_cast<int>(line.size())),
+                      cursor.lineNumber()};
+            if (cursor.isTooLong()) {
+                EXPECT_GT(line.size(), mostBytesOfLine);
+            }
+        }
+    }
+    return lines;
+}
+
+/// The lines as they are found by cutting the whole at its line feeds.
+QList<Line> expectedLines(const QByteArray &bytes)
+{
+    QList<QByteArray> texts = bytes.split('\n');
+    if (texts.last().isEmpty())
+        texts.removeLast();
+    QList<Line> lines;
+    for (QByteArray &text : texts) {
+        if (text.size() > mostBytesOfLine)
+            text = "TOO LONG";
+        else if (text.endsWith('\r'))
+            text.chop(1);
+        lines += {text, lines.size() + 1};
+    }
+    return lines;
+}
+
+/// Lines of 10 to 59 bytes, `size` bytes of them.
+QByteArray linesOfSize(int size)
+{
+    QByteArray bytes;
+    for (int i = 0; bytes.size() < size; ++i)
+        bytes += QByteArray::number(1000000000 + i) + QByteArray(i % 50, '.') + '\n';
+    bytes.truncate(size - 1);
+    return bytes + '\n';
+}
+
+TEST(LineBlocks, OfAnEmptyInputThereAreNone)
+{
+    EXPECT_TRUE(blocksOfFile({}).isEmpty());
+}
+
+TEST(LineBlocks, HoldWholeLinesAndTogetherAllOfThem)
+{
+    const QByteArray bytes = linesOfSize(10 * pieceSize + 17);
+    const QList<LineBlock> blocks = blocksOfFile(bytes);
+    EXPECT_GE(blocks.size(), 10);
+    QByteArray together;
+    for (const LineBlock &block : blocks) {
+        EXPECT_EQ(block.firstLine, 1 + together.count('\n'));
+        EXPECT_TRUE(block.bytes.endsWith('\n'));
+        together += block.bytes;
+    }
+    EXPECT_TRUE(together == bytes);
+}
+
+TEST(LineBlocks, TheLastLineMayHaveNoEnd)
+{
+    const QByteArray bytes = linesOfSize(2 * pieceSize) + "last";
+    const QList<LineBlock> blocks = blocksOfFile(bytes);
+    EXPECT_TRUE(blocks.last().bytes.endsWith("\nlast") || blocks.last().bytes == "last");
+    EXPECT_EQ(linesOf(blocks), expectedLines(bytes));
+}
+
+struct SmallInput
+{
+    const char *bytes;
+    QList<Line> lines;
+};
+
+TEST(LineBlocks, EndsOfLinesAreLfAndCrLf)
+{
+    const SmallInput rows[] = {
+        {"a\nb\n", {{"a", 1}, {"b", 2}}},
+        {"a\r\nb\r\n", {{"a", 1}, {"b", 2}}},
+        {"a\r\n\r\nb", {{"a", 1}, {"", 2}, {"b", 3}}},
+        {"\n\n", {{"", 1}, {"", 2}}},
+        {"\r", {{"", 1}}},
+        {"a\rb\r\r\n", {{"a\rb\r", 1}}},
+        {"a\n\r", {{"a", 1}, {"", 2}}},
+    };
+    for (const SmallInput &row : rows) {
+        EXPECT_EQ(linesOf(blocksOfFile(row.bytes)), row.lines) << row.bytes;
+        EXPECT_EQ(linesOf(blocksOfPipe(row.bytes, 1)), row.lines) << row.bytes;
+    }
+}
+
+/// Lines about the greatest length, which begin and end on every side of the border of what is read
+/// at once.
+TEST(LineBlocks, ALineThatIsTooLongIsOneLineWhereverItStands)
+{
+    const test::TemporaryHome home;
+    const QString file = home.path(QStringLiteral("input"));
+    for (const int length : {4094, 4095, 4096, 4097, 4098, 9000, 2 * pieceSize + 5}) {
+        for (const char *end : {"\n", "\r\n", ""}) {
+            for (const int before : {0, 1, 2, 100, 4094, 4095, 4096, 4097, 4098, 4099, 4100}) {
+                QByteArray bytes = linesOfSize(pieceSize - before) + QByteArray(length, 'x') + end;
+                if (*end != '\0')
+                    bytes += "5,52,1\n" + linesOfSize(pieceSize) + "end";
+                test::writeFile(file, bytes);
+                ASSERT_EQ(linesOf(blocksOf(file)), expectedLines(bytes))
+                    << length << ' ' << before << ' ' << QByteArray(end).toHex().constData();
+            }
+        }
+    }
+}
+
+TEST(LineBlocks, LinesThatAreTooLongMayFollowEachOther)
+{
+    const QByteArray tooLong(5000, 'x');
+    const QByteArray bytes =
+        tooLong + '\n' + tooLong + "\na\n" + QByteArray(3 * pieceSize, 'y') + '\n' + tooLong;
+    const QList<Line> lines = {
+        {"TOO LONG", 1}, {"TOO LONG", 2}, {"a", 3}, {"TOO LONG", 4}, {"TOO LONG", 5}};
+    EXPECT_EQ(linesOf(blocksOfFile(bytes)), lines);
+    for (const int size : {1, 4095, 4096, 4097, 5001})
+        EXPECT_EQ(linesOf(blocksOfPipe(bytes, size)), lines) << size;
+}
+
+TEST(LineBlocks, AFileWithoutLineEndsIsNotReadIntoMemory)
+{
+    const QList<LineBlock> blocks = blocksOfFile(QByteArray(10 * pieceSize, 'x'));
+    ASSERT_EQ(blocks.size(), 1);
+    EXPECT_LE(blocks.first().bytes.size(), mostBytesOfLine + 1);
+}
+
+TEST(LineBlocks, APipeThatDeliversByteByByteGivesTheSameLines)
+{
+    const QByteArray bytes = linesOfSize(3000) + "\r\n" + QByteArray(4096, 'a') + "\r\n"
+                             + QByteArray(4096, 'b') + '\n' + QByteArray(4095, 'c') + "\r\nlast";
+    const QList<LineBlock> blocks = blocksOfPipe(bytes, 1);
+    EXPECT_EQ(linesOf(blocks), expectedLines(bytes));
+    for (const LineBlock &block : blocks.mid(0, blocks.size() - 1))
+        EXPECT_TRUE(block.bytes.endsWith('\n'));
+}
+
+/// Half a line waits for its other half, and the lines before it do not.
+TEST(LineBlocks, AWholeLineDoesNotWaitForTheNext)
+{
+    Pipe pipe;
+    Input input;
+    QString error;
+    ASSERT_TRUE(input.open(pipe.reader(), error)) << error;
+    LineBlocks reader(input);
+    LineBlock block;
+    pipe.send("first\nsecond\nthi");
+    ASSERT_EQ(reader.next(block), Result::Block);
+    EXPECT_EQ(block.bytes, QByteArray("first\nsecond\n"));
+    EXPECT_EQ(block.firstLine, 1);
+    pipe.send("rd\n");
+    ASSERT_EQ(reader.next(block), Result::Block);
+    EXPECT_EQ(block.bytes, QByteArray("third\n"));
+    EXPECT_EQ(block.firstLine, 3);
+    pipe.send("fourth");
+    pipe.closeWriter();
+    ASSERT_EQ(reader.next(block), Result::Block);
+    EXPECT_EQ(block.bytes, QByteArray("fourth"));
+    EXPECT_EQ(block.firstLine, 4);
+    EXPECT_EQ(reader.next(block), Result::End);
+}
+
+TEST(LineBlocks, AreReadyWithAWholeLineAndAtTheEnd)
+{
+    Pipe pipe;
+    Input input;
+    QString error;
+    ASSERT_TRUE(input.open(pipe.reader(), error)) << error;
+    LineBlocks reader(input);
+    EXPECT_FALSE(reader.isReady());
+    pipe.send("fir");
+    EXPECT_FALSE(reader.isReady());
+    pipe.send("st\nsec");
+    EXPECT_TRUE(reader.isReady());
+    LineBlock block;
+    ASSERT_EQ(reader.next(block), Result::Block);
+    EXPECT_EQ(block.bytes, QByteArray("first\n"));
+    EXPECT_FALSE(reader.isReady());
+    pipe.send("ond");
+    EXPECT_FALSE(reader.isReady());
+    pipe.closeWriter();
+    EXPECT_TRUE(reader.isReady());
+    ASSERT_EQ(reader.next(block), Result::Block);
+    EXPECT_EQ(block.bytes, QByteArray("second"));
+    EXPECT_TRUE(reader.isReady());
+    EXPECT_EQ(reader.next(block), Result::End);
+}
+
+/// Otherwise an input that never makes anybody wait would be read into memory.
+TEST(LineBlocks, AskingWhetherTheyAreReadyReadsOnePieceAtMost)
+{
+    const test::TemporaryHome home;
+    const QString file = home.path(QStringLiteral("input"));
+    const QByteArray bytes = linesOfSize(10 * pieceSize);
+    test::writeFile(file, bytes);
+    Input input;
+    QString error;
+    ASSERT_TRUE(input.open(file, error)) << error;
+    LineBlocks reader(input);
+    QByteArray together;
+    LineBlock block;
+    while (reader.isReady() && reader.next(block) == Result::Block) {
+        EXPECT_LE(block.bytes.size(), pieceSize + mostBytesOfLine);
+        together += block.bytes;
+    }
+    EXPECT_TRUE(together == bytes);
+}
+
+TEST(LineBlocks, AnInputThatBreaksOffIsAnError)
+{
+    Input input;
+    QString error;
+    ASSERT_TRUE(input.open(QStringLiteral("/proc/self/mem"), error)) << error;
+    LineBlocks reader(input);
+    LineBlock block;
+    EXPECT_EQ(reader.next(block), Result::Error);
+    EXPECT_FALSE(reader.errorText().isEmpty());
+}
+
+} // namespace
+} // namespace KelStd
