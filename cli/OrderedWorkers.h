@@ -8,6 +8,7 @@
 #include <memory>
 #include <mutex>
 #include <optional>
+#include <system_error>
 #include <thread>
 #include <vector>
 
@@ -57,7 +58,7 @@ public:
             needsThread = m_waiting.size() > m_idle && m_threads.size() < m_mostThreads;
         }
         if (needsThread)
-            m_threads.emplace_back([this] { workOn(); });
+            startThread();
         m_changed.notify_all();
     }
 
@@ -74,6 +75,17 @@ public:
     }
 
 private:
+    void startThread()
+    {
+        try {
+            m_threads.emplace_back([this] { workOn(); });
+        } catch (const std::system_error &) {
+            // The machine gives no more of them: those that there are do.
+            if (m_threads.empty())
+                throw;
+        }
+    }
+
     struct Job
     {
         explicit Job(Task given) : task(std::move(given)) {}

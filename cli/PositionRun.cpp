@@ -78,7 +78,7 @@ PositionRun::State PositionRun::next(LineBlock &block)
 {
     switch (m_blocks.next(block)) {
     case LineBlocks::Result::Block: return State::GoesOn;
-    case LineBlocks::Result::End: return State::AtEnd;
+    case LineBlocks::Result::End: return streams::isToldToStop() ? State::Stopped : State::AtEnd;
     case LineBlocks::Result::Error: break;
     }
     return State::InputFailed;
@@ -140,11 +140,12 @@ ExitStatus PositionRun::finish(State state)
             QStringLiteral("cannot read %1: %2").arg(m_input.displayName(), m_blocks.errorText()));
         return finishRejects(ExitStatus::Environment);
     case State::GoesOn:
-    case State::AtEnd: break;
+    case State::AtEnd:
+    case State::Stopped: break;
     }
     printHeading();
     m_console.write(m_job.ending());
-    if (streams::isToldToStop()) {
+    if (state == State::Stopped) {
         m_console.report(QStringLiteral("stopped behind line %1 of %2")
                              .arg(m_lastLine)
                              .arg(m_input.displayName()));

@@ -46,6 +46,7 @@ private:
     {
         GoesOn,
         AtEnd,
+        Stopped, ///< as it was told to
         InputFailed,
         BadHeader,
         OutputFailed
