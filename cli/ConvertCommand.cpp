@@ -98,9 +98,9 @@ QString details()
         "place of an older one, at the end of the run.\n"
         "\n"
         "The input may have any length: it is read, converted on all cores and printed\n"
-        "in its order a piece at a time. Where it is a file, the output is no terminal and\n"
-        "standard error is one, a bar there shows how far it is. The interrupt key ends\n"
-        "the run behind a whole line, which is reported; a second one ends it at once.\n"
+        "in its order a piece at a time. Where it is a file, the output is no terminal\n"
+        "and standard error is one, a bar there shows how far it is. The interrupt key\n"
+        "ends the run behind a whole line, which is reported; a second one at once.\n"
         "\n"
         "Exit status: 0 all converted, 1 some failed, 2 usage, 3 no PROJ, no usable\n"
         "system, or output that cannot be written.");
