@@ -2,6 +2,8 @@
 
 #include <KelStd/text/EnumerationTables.h>
 
+#include <QtCore/QHash>
+
 namespace KelStd {
 
 namespace {
@@ -17,11 +19,16 @@ QMap<Enumeration, QString> fileWords(const Row (&rows)[count])
     return words;
 }
 
-/// The lowest enumerator with this word, or 0.
-template <typename Enumeration>
-Enumeration fromWord(const QMap<Enumeration, QString> &words, const QString &word)
+/// The enumerator of each word; no two rows have the same.
+template <typename Enumeration, typename Row, std::size_t count>
+QHash<QString, Enumeration> enumerators(const Row (&rows)[count])
 {
-    return words.key(word, static_cast<Enumeration>(0));
+    QHash<QString, Enumeration> byWord;
+    for (const Row &row : rows) {
+        if (row.fileWord != nullptr)
+            byWord.insert(QString::fromLatin1(row.fileWord), row.value);
+    }
+    return byWord;
 }
 
 } // namespace
@@ -40,7 +47,8 @@ Enumeration fromWord(const QMap<Enumeration, QString> &words, const QString &wor
     }                                                                                              \
     Enumeration CoordStringHelper::fromWordName(const QString &word)                               \
     {                                                                                              \
-        return fromWord(table, word);                                                              \
+        static const QHash<QString, Enumeration> byWord = enumerators<Enumeration>(rows);          \
+        return byWord.value(word, static_cast<Enumeration>(0));                                    \
     }
 
 KELSTD_FILE_WORDS(EValueType, ForCoordIO_ValueType_to_AsciiString,
