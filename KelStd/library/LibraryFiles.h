@@ -14,16 +14,16 @@ inline QString recordFileName(const QString &name)
     return QStringLiteral("%1.xml").arg(name);
 }
 
-inline QString pathIn(const QString &directory, const QString &fileName)
+inline QString pathIn(const QDir &directory, const QString &fileName)
 {
-    return QDir::fromNativeSeparators(QDir(directory).absoluteFilePath(fileName));
+    return QDir::fromNativeSeparators(directory.absoluteFilePath(fileName));
 }
 
 /// The documents in a directory, in the order in which the file system lists them.
-inline QStringList documentsIn(const QString &directory)
+inline QStringList documentsIn(const QDir &directory)
 {
     QStringList paths;
-    const QStringList fileNames = QDir(directory).entryList(
+    const QStringList fileNames = directory.entryList(
         {QStringLiteral("*.xml")}, QDir::Files | QDir::NoDotAndDotDot, QDir::Unsorted);
     for (const QString &fileName : fileNames)
         paths << pathIn(directory, fileName);

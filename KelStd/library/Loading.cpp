@@ -35,14 +35,14 @@ QString ownText(const QString &text)
     return QString(text.constData(), text.size());
 }
 
-/// Moves what `coord` shares with its document, and what was allocated while that was in memory,
+/// Moves what a system shares with its document, and what was allocated while that was in memory,
 /// out of the way: thousands of small pieces that stay where documents come and go would leave the
-/// next ones nothing but gaps, and make loading half as slow again.
+/// next ones nothing but gaps, and make loading half as slow again. Its name is left alone.
 void compact(Coord &coord)
 {
-    for (QString *text : {&coord.coord_name, &coord.ellipsoid.ellipsoid_name,
-                          &coord.ellipsoid.proj4EllpsName, &coord.projection.projection_name,
-                          &coord.projection.proj4Projection, &coord.geoidModel.modelFileName})
+    for (QString *text : {&coord.ellipsoid.ellipsoid_name, &coord.ellipsoid.proj4EllpsName,
+                          &coord.projection.projection_name, &coord.projection.proj4Projection,
+                          &coord.geoidModel.modelFileName})
         *text = ownText(*text);
 
     QMap<QString, Param> params;
@@ -65,8 +65,10 @@ QMap<QString, Coord> loadedSystems(const QString &directory)
         Coord coord;
         if (!readSystem(path, coord))
             continue;
-        compact(coord);
-        systems.insert(coord.coord_name, coord);
+        coord.coord_name = ownText(coord.coord_name); // and the key shares it
+        // In this order: allocating the large entry joins the small pieces that the document left,
+        // which would otherwise be handed out where they are scattered.
+        compact(*systems.insert(coord.coord_name, coord));
     }
     return systems;
 }
