@@ -30,9 +30,10 @@ QMap<QString, Record> loadedLists(const QString &directory,
     return records;
 }
 
+/// The same text in memory of its own. One that is null stays so: a stream tells the difference.
 QString ownText(const QString &text)
 {
-    return QString(text.constData(), text.size());
+    return text.isNull() ? QString() : QString(text.constData(), text.size());
 }
 
 /// Moves what a system shares with its document, and what was allocated while that was in memory,

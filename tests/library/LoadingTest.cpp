@@ -2,7 +2,11 @@
 #include "io/DocumentTest.h"
 #include "library/RecordKinds.h"
 
+#include <KelStd/io/Coord_IO.h>
+
+#include <QtCore/QDataStream>
 #include <QtCore/QElapsedTimer>
+#include <QtCore/QRegularExpression>
 
 #include <sys/stat.h>
 
@@ -225,6 +229,39 @@ TEST_F(LoadingSystems, ReadsEachIntoAFreshOne)
     ASSERT_NE(site, nullptr);
     expectSameSystem(*site, fresh);
     EXPECT_TRUE(site->geoidModel.modelFileName.isEmpty());
+}
+
+QByteArray streamed(const Coord &coord)
+{
+    QByteArray bytes;
+    QDataStream stream(&bytes, QIODevice::WriteOnly);
+    coord.save(stream);
+    return bytes;
+}
+
+/// To the last byte of its stream, which tells a text that is missing from one that is empty.
+TEST_F(LoadingSystems, GivesWhatReadingTheDocumentGives)
+{
+    const QByteArray complete = SystemKind::document(QStringLiteral("complete"), 1);
+    QString bare = QString::fromUtf8(complete);
+    for (const char *attribute : {"ellipsoid_name", "proj4EllpsName", "projection_name",
+                                  "proj4Projection", "modelFileName", "proj4Param"}) {
+        const QString written = bare;
+        bare.remove(QRegularExpression(
+            QStringLiteral(" %1=\"[^\"]*\"").arg(QString::fromLatin1(attribute))));
+        EXPECT_NE(bare, written) << attribute;
+    }
+    const QByteArray documents[] = {complete, DocumentPieces().bytes(), bare.toUtf8()};
+    for (const QByteArray &document : documents) {
+        write("custom/1.xml", document);
+        library().loadLibrary();
+        Coord read;
+        QString error;
+        ASSERT_TRUE(Coord_IO::xml_read(path("custom/1.xml"), read, &error)) << error;
+        const Coord *loaded = library().getCoordFromCustomLibrary(read.coord_name);
+        ASSERT_NE(loaded, nullptr);
+        EXPECT_EQ(streamed(*loaded).toHex(), streamed(read).toHex());
+    }
 }
 
 TEST_F(LoadingSystems, NeverWritesWhereItReads)
