@@ -12,7 +12,7 @@ namespace KelStd::proj {
 /// They live in a PROJ context of their own: objects of this class may be used on different threads
 /// at the same time, one a thread. They end with the loaded library and are created anew when it is
 /// loaded again. Nothing is logged.
-class PreparedTransformations : private UnloadListener
+class PreparedTransformations final : private UnloadListener
 {
 public:
     using Index = std::size_t;
