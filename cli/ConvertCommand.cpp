@@ -174,7 +174,7 @@ CommandLine makeCommandLine()
 /// after a warning when it names one that is no use.
 QString usableGeoidModel(const Coord &coord, Console &console)
 {
-    const QString name = coord.geoidModel.modelFileName;
+    QString name = coord.geoidModel.modelFileName;
     if (name.isEmpty())
         return {};
     QString reason;

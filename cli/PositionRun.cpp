@@ -39,10 +39,10 @@ PositionRun::State PositionRun::readOrder(BlockWork &work)
         state = next(block);
         if (state != State::GoesOn)
             break;
-        BlockResult result = work(block);
+        const BlockResult result = work(block);
         m_heading = work.heading();
         m_headerLine = work.parser().headerLine();
-        state = take(std::move(result));
+        state = take(result);
     }
     return state;
 }
@@ -85,7 +85,7 @@ PositionRun::State PositionRun::next(LineBlock &block)
 }
 
 /// Prints what became of the lines that come next.
-PositionRun::State PositionRun::take(BlockResult result)
+PositionRun::State PositionRun::take(const BlockResult &result)
 {
     int printed = 0;
     for (const BlockResult::Message &message : result.messages) {

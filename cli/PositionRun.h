@@ -55,7 +55,7 @@ private:
     State readOrder(BlockWork &work);
     State readRest(const PositionParser &parser);
     State next(LineBlock &block);
-    State take(BlockResult result);
+    State take(const BlockResult &result);
     void print(const char *bytes, int size);
     void printHeading();
     ExitStatus finish(State state);

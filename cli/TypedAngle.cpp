@@ -304,7 +304,7 @@ private:
     /// angle: minutes and seconds are divided on paper, as sums of doubles would round them twice.
     QString magnitude() const
     {
-        const QString whole = m_parts.first().number;
+        QString whole = m_parts.first().number;
         if (m_parts.size() == 1)
             return whole;
         const QString last = m_parts.last().number;

@@ -170,7 +170,7 @@ QString ValuePrinter::configuredText(const Column &column, double value) const
 
 QString ValuePrinter::cell(const Column &column, const Location &location) const
 {
-    const QString shown = text(column, location);
+    QString shown = text(column, location);
     if (m_form != Form::Configured || isAngle(column))
         return shown;
     const int point = shown.indexOf(QLatin1Char('.'));

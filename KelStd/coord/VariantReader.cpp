@@ -191,6 +191,26 @@ void readContent(QDataStream &stream, QVariant &value, int depth)
     readNested(stream, value, depth);
 }
 
+/// A time in the form of Qt 5.0. By a number that stands for no kind of time Qt would set flags
+/// that say where the time's memory is.
+void readContent(QDataStream &stream, QDateTime &time, int /*depth*/)
+{
+    constexpr int size = 13; // of day, milliseconds and number
+    const int number = readAhead(stream, size, [](QDataStream &ahead) {
+        QDate day;
+        QTime milliseconds;
+        qint8 spec = Qt::LocalTime;
+        ahead >> day >> milliseconds >> spec;
+        return static_cast<int>(spec);
+    });
+    if (number >= Qt::LocalTime && number <= Qt::TimeZone) {
+        stream >> time;
+        return;
+    }
+    stream.skipRawData(size);
+    time = QDateTime();
+}
+
 // --- Variants ------------------------------------------------------------------------------------
 
 /// What Qt leaves of a variant whose type it does not know.
@@ -242,6 +262,10 @@ void readNested(QDataStream &stream, QVariant &value, int depth)
     case QMetaType::QVariant: return readHolding<QVariant>(stream, value, depth);
     case QMetaType::QStringList: return readHolding<QStringList>(stream, value, depth);
     case QMetaType::QByteArrayList: return readHolding<QByteArrayList>(stream, value, depth);
+    case QMetaType::QDateTime:
+        return stream.version() == QDataStream::Qt_5_0
+                   ? readHolding<QDateTime>(stream, value, depth)
+                   : readByQt(stream, value);
     case QMetaType::QEasingCurve: skipHeader(stream); return refuse(stream, value);
     default: return readByQt(stream, value);
     }

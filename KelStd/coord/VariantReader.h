@@ -17,7 +17,7 @@
 /// - an easing curve, whose form holds the address of a function in the writer's memory.
 ///
 /// A time of a zone that this machine does not know, which Qt could not write again, becomes an
-/// invalid time without a zone.
+/// invalid time without a zone, and so does one of no known kind in the form of Qt 5.0.
 namespace KelStd {
 
 /// Levels of lists, maps, hashes and variants within each other.

@@ -321,6 +321,33 @@ TEST(StreamVariants, ATimeOfAnUnknownZoneIsInvalidAndCanBeWritten)
     EXPECT_TRUE(again == param);
 }
 
+/// The form of Qt 5.0 has a number for the kind of time. One that stands for no kind makes Qt
+/// follow pointers that are none. A zone, 3, is not in this form: Qt takes the machine's.
+TEST(StreamVariants, ATimeOfNoKindInTheFormOfQt50IsInvalid)
+{
+    for (const int kind : {0, 1, 2, 3, 4, 7, 127, -128, -1}) {
+        SCOPED_TRACE(kind);
+        Bytes time(QDataStream::Qt_5_0);
+        time << quint32(QMetaType::QDateTime) << qint8(0) << QDate(2024, 2, 29) << QTime(12, 0)
+             << qint8(kind);
+        Param param;
+        QDataStream stream(paramAround(time.bytes()));
+        stream.setVersion(QDataStream::Qt_5_0);
+        EXPECT_TRUE(param.load(stream));
+        EXPECT_EQ(stream.status(), QDataStream::Ok);
+        EXPECT_TRUE(stream.atEnd());
+        EXPECT_EQ(param.dictionaryBindParamName, QStringLiteral("behind"));
+        EXPECT_EQ(param.value.userType(), int(QMetaType::QDateTime));
+        const QDateTime noon({2024, 2, 29}, {12, 0}, Qt::UTC);
+        const bool isTime = kind >= 0 && kind <= 3;
+        EXPECT_EQ(param.value.toDateTime(), isTime ? noon : QDateTime());
+        EXPECT_EQ(param.value.toDateTime().isValid(), isTime);
+        Param again;
+        EXPECT_TRUE(test::loadBytes(again, test::saved(param)));
+        EXPECT_TRUE(again == param);
+    }
+}
+
 /// Its form holds the address of a function, which Qt would call.
 TEST(StreamVariants, AnEasingCurveIsRefusedLikeAnUnknownType)
 {
