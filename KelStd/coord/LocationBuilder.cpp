@@ -15,16 +15,18 @@ class LocationBuilder::Stages
 public:
     explicit Stages(const Coord &coord) : Stages(ChainDefinitions(&coord), geoidGridFile(&coord)) {}
 
-    /// `location` is written when all has succeeded.
+    /// `location` is as it was when one of the steps fails. They write it in place: a copy at the
+    /// end would wait for what was written last.
     template <typename Steps>
     bool make(Steps steps, const Pos &position, Location &location, QString *error)
     {
-        Location result;
+        const Pos given = position; // which may be part of `location`
+        const Location before = location;
         m_error = error;
-        if (!steps(*this, position, result))
-            return false;
-        location = result;
-        return true;
+        if (steps(*this, given, location))
+            return true;
+        location = before;
+        return false;
     }
 
     bool geographicToCartesian(const Pos &from, Pos &to)

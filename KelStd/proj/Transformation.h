@@ -6,6 +6,7 @@
 
 #include <QtCore/QString>
 
+#include <cstring>
 #include <limits>
 
 /// PROJ transformations: how one is created, and how it is applied to a position: inline, because a
@@ -24,14 +25,28 @@ ProjObject createConversion(PJ_CONTEXT *context, const QString &from, const QStr
 /// The vertical shift by a geoid model's grid, or null when PROJ cannot use the file.
 ProjObject createShift(PJ_CONTEXT *context, const QString &gridFile, ShiftDirection direction);
 
+/// A position at no time as PROJ takes it. PROJ reads it by pairs at once, and the processor would
+/// wait for the halves of a pair that were written one by one: some hundredth of the arithmetic.
+inline PJ_COORD coordinateOf(const stXYZ &position)
+{
+#if defined(__GNUC__)
+    using Pair = double __attribute__((vector_size(2 * sizeof(double))));
+    const Pair pairs[] = {{position.x, position.y}, {position.z, 0.0}};
+    PJ_COORD coordinate;
+    static_assert(sizeof pairs == sizeof coordinate);
+    std::memcpy(&coordinate, pairs, sizeof coordinate);
+    return coordinate;
+#else
+    return PJ_COORD{{position.x, position.y, position.z, 0.0}};
+#endif
+}
+
 /// Transforms `from` into `to`, which may be the same object. False, with `to` untouched, when PROJ
 /// has no result.
 inline bool transform(const ProjFunctions &functions, PJ *conversion, const Pos &from, Pos &to)
 {
     // The three readings of a position share their storage: one of them serves every frame.
-    const stXYZ &in = from.getXYZ();
-    const PJ_COORD out =
-        functions.proj_trans(conversion, PJ_FWD, PJ_COORD{{in.x, in.y, in.z, 0.0}});
+    const PJ_COORD out = functions.proj_trans(conversion, PJ_FWD, coordinateOf(from.getXYZ()));
     if (!isResult(out.v[0]) || !isResult(out.v[1]) || !isResult(out.v[2]))
         return false;
     to.setXYZ(out.v[0], out.v[1], out.v[2]);

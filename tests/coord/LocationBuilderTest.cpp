@@ -303,6 +303,28 @@ TEST_F(LocationBuilderLife, LeavesTheCurrentDirectoryAlone)
     }
 }
 
+TEST_F(LocationBuilderLife, TakesAPositionOfTheLocationThatItWrites)
+{
+    const std::pair<Frame, Pos Location::*> frames[] = {
+        {Frame::Wgs84Geographic, &Location::wgs84LLH},
+        {Frame::Wgs84Cartesian, &Location::wgs84XYZ},
+        {Frame::LocalGeographic, &Location::localLLH},
+        {Frame::LocalProjected, &Location::localNEH},
+    };
+    LocationBuilder builder(rdNew(true));
+    Location start;
+    ASSERT_TRUE(builder.make(Frame::Wgs84Geographic, Pos::fromLongLatH(5.8, 52.1, 90.0), start));
+    for (const auto &from : frames) {
+        for (const auto &part : frames) {
+            Location expected;
+            const bool isMade = builder.make(from.first, start.*part.second, expected);
+            Location location = start;
+            EXPECT_EQ(builder.make(from.first, location.*part.second, location), isMade);
+            EXPECT_TRUE(location == (isMade ? expected : start));
+        }
+    }
+}
+
 TEST_F(LocationBuilderLife, SeparationsOfManyPointsAreThoseOfOne)
 {
     const Coord coord = rdNew(true);
