@@ -19,12 +19,12 @@ class UnloadListener
 public:
     UnloadListener(const UnloadListener &) = delete;
     UnloadListener &operator=(const UnloadListener &) = delete;
+    virtual ~UnloadListener();
 
     virtual void beforeUnload() = 0;
 
 protected:
     UnloadListener();
-    ~UnloadListener();
 };
 
 /// PROJ as it is loaded in this process, or nothing.

@@ -18,7 +18,7 @@ public:
     using Index = std::size_t;
 
     PreparedTransformations() : m_functions(LoadedProj::instance().functions()) {}
-    ~PreparedTransformations();
+    ~PreparedTransformations() override;
 
     /// Announces the transformation between two definitions.
     Index addConversion(const QString &from, const QString &to);
