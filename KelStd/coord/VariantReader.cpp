@@ -8,6 +8,8 @@
 #include <QtCore/QStringList>
 #include <QtCore/QTimeZone>
 
+#include <algorithm>
+#include <iterator>
 #include <new>
 #include <type_traits>
 
@@ -21,6 +23,10 @@ void readNested(QDataStream &stream, QVariant &value, int depth);
 
 /// Type number, null flag and, for a type that Qt does not know by number, the length of its name.
 constexpr int headerSize = 9;
+
+/// Qt keeps thirty bits of the number, and would take what is left of a larger one for another
+/// type's.
+constexpr int greatestTypeId = (1 << 30) - 1;
 
 struct VariantHeader
 {
@@ -251,11 +257,27 @@ void readByQt(QDataStream &stream, QVariant &value)
     }
 }
 
+/// The types that `readNested` does not leave to Qt.
+bool isReadHere(int type)
+{
+    constexpr int types[] = {QMetaType::QVariantList, QMetaType::QVariantMap,
+                             QMetaType::QVariantHash, QMetaType::QVariant,
+                             QMetaType::QStringList,  QMetaType::QByteArrayList,
+                             QMetaType::QDateTime,    QMetaType::QEasingCurve};
+    return std::find(std::begin(types), std::end(types), type) != std::end(types);
+}
+
 void readNested(QDataStream &stream, QVariant &value, int depth)
 {
     if (depth > deepestVariantNesting)
         return refuse(stream, value);
-    switch (typeAhead(stream)) {
+    const int type = typeAhead(stream);
+    const int kept = type & greatestTypeId;
+    if (kept != type && isReadHere(kept)) {
+        skipHeader(stream);
+        return refuse(stream, value);
+    }
+    switch (type) {
     case QMetaType::QVariantList: return readHolding<QVariantList>(stream, value, depth);
     case QMetaType::QVariantMap: return readHolding<QVariantMap>(stream, value, depth);
     case QMetaType::QVariantHash: return readHolding<QVariantHash>(stream, value, depth);

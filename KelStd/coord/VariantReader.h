@@ -14,6 +14,8 @@
 /// status `ReadCorruptData`, which is what Qt makes of a type that it does not know:
 /// - a variant that nests deeper than `deepestVariantNesting`;
 /// - one that does not fit the memory;
+/// - a type number of more than thirty bits, where Qt would keep the lower ones and find one of the
+///   types that need these bounds;
 /// - an easing curve, whose form holds the address of a function in the writer's memory.
 ///
 /// A time of a zone that this machine does not know, which Qt could not write again, becomes an

@@ -348,6 +348,24 @@ TEST(StreamVariants, ATimeOfNoKindInTheFormOfQt50IsInvalid)
     }
 }
 
+/// Qt keeps thirty bits of the number: the others hid lists from every bound, and times.
+TEST(StreamVariants, ATypeNumberOfMoreThanThirtyBitsIsRefused)
+{
+    for (const quint32 high : {0x40000000U, 0x80000000U, 0xC0000000U}) {
+        for (const int number : {QMetaType::QDateTime, QMetaType::QVariantList,
+                                 QMetaType::QVariantMap, QMetaType::QStringList}) {
+            const auto type = quint32(number);
+            SCOPED_TRACE(high + type);
+            Param param(ValueType_Double, Unit_None, 5.0);
+            QDataStream stream(paramAround((Bytes() << (high + type) << qint8(0)).bytes()));
+            EXPECT_TRUE(param.load(stream));
+            EXPECT_FALSE(param.value.isValid());
+            EXPECT_EQ(stream.status(), QDataStream::ReadCorruptData);
+            EXPECT_EQ(param.dictionaryBindParamName, QStringLiteral("behind"));
+        }
+    }
+}
+
 /// Its form holds the address of a function, which Qt would call.
 TEST(StreamVariants, AnEasingCurveIsRefusedLikeAnUnknownType)
 {
