@@ -4,6 +4,8 @@
 
 #include <QtCore/QHash>
 
+#include <algorithm>
+
 namespace KelStd {
 
 namespace {
@@ -19,14 +21,16 @@ QMap<Enumeration, QString> fileWords(const Row (&rows)[count])
     return words;
 }
 
-/// The enumerator of each word; no two rows have the same.
+/// The enumerator of each word, the lowest where several rows should have the same.
 template <typename Enumeration, typename Row, std::size_t count>
 QHash<QString, Enumeration> enumerators(const Row (&rows)[count])
 {
     QHash<QString, Enumeration> byWord;
     for (const Row &row : rows) {
-        if (row.fileWord != nullptr)
-            byWord.insert(QString::fromLatin1(row.fileWord), row.value);
+        if (row.fileWord == nullptr)
+            continue;
+        const QString word = QString::fromLatin1(row.fileWord);
+        byWord.insert(word, std::min(row.value, byWord.value(word, row.value)));
     }
     return byWord;
 }
