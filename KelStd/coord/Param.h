@@ -40,9 +40,10 @@ public:
     /// true. A caller who needs more looks at `QDataStream::status()`.
     ///
     /// A variant is read as Qt reads it, but for what streams made to do harm can hold: one that
-    /// nests deeper than 256 lists, maps or variants, whose value does not fit the memory, or which
-    /// is an easing curve (a function's address) is an invalid variant with the status
-    /// `ReadCorruptData`, like one of an unknown type; a time of an unknown zone is an invalid time.
+    /// nests deeper than 256 lists, maps or variants, whose value does not fit the memory, whose
+    /// type number or size Qt cannot hold, or which is an easing curve (a function's address) is an
+    /// invalid variant with the status `ReadCorruptData`, like one of an unknown type; a time of an
+    /// unknown zone is an invalid time.
     bool load(QDataStream &stream);
 
     EValueType valType; ///< the kind of `value`

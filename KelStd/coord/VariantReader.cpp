@@ -1,5 +1,6 @@
 #include <KelStd/coord/VariantReader.h>
 
+#include <QtCore/QBitArray>
 #include <QtCore/QByteArrayList>
 #include <QtCore/QDateTime>
 #include <QtCore/QHash>
@@ -21,96 +22,72 @@ void readNested(QDataStream &stream, QVariant &value, int depth);
 
 // --- What stands before a variant's value --------------------------------------------------------
 
-/// Type number, null flag and, for a type that Qt does not know by number, the length of its name.
-constexpr int headerSize = 9;
-
-/// Qt keeps thirty bits of the number, and would take what is left of a larger one for another
-/// type's.
-constexpr int greatestTypeId = (1 << 30) - 1;
-
 struct VariantHeader
 {
-    quint32 id = QMetaType::UnknownType;
-    bool null = false;
+    int type = QMetaType::UnknownType;
+    bool isNull = false;
 };
 
-/// Older streams number some types otherwise. Only those that `readNested` looks for matter here.
-quint32 presentTypeId(quint32 id, int streamVersion)
+constexpr quint32 distanceOfMoved = 97; // of the numbers from 128 on, by Qt 5.0
+
+/// Whether the type's name follows.
+bool isNamed(quint32 id, int streamVersion)
 {
-    if (streamVersion < QDataStream::Qt_4_0) {
-        switch (id) {
-        case 1: return QMetaType::QVariantMap;
-        case 2: return QMetaType::QVariantList;
-        case 4: return QMetaType::QStringList;
-        default: return QMetaType::UnknownType;
-        }
-    }
-    if (streamVersion < QDataStream::Qt_5_0) {
-        constexpr quint32 userTypeThen = 127;
-        constexpr quint32 distanceOfMoved = 97; // of the types from 128 on
-        if (id == userTypeThen)
-            return QMetaType::User;
-        if (id > userTypeThen && id != QMetaType::User)
-            return id - distanceOfMoved;
-    }
-    return id;
+    constexpr quint32 named = QMetaType::User;
+    constexpr quint32 namedThen = 127; // before Qt 5.0
+    if (streamVersion < QDataStream::Qt_4_0)
+        return false;
+    if (streamVersion < QDataStream::Qt_5_0)
+        return id == namedThen || id == named || id == named + distanceOfMoved;
+    return id == named;
 }
 
-VariantHeader readHeader(QDataStream &stream)
+/// Qt keeps thirty bits of the number. Where what is left of a larger one is another type's, it
+/// makes room for the one and gives back that of the other.
+bool isTakenForAnother(quint32 id, int streamVersion)
 {
-    VariantHeader header;
-    stream >> header.id;
-    header.id = presentTypeId(header.id, stream.version());
+    constexpr quint32 kept = (1U << 30) - 1;
+    const quint32 present = streamVersion < QDataStream::Qt_5_0 ? id - distanceOfMoved : id;
+    return id > kept && QMetaType::isRegistered(static_cast<int>(present & kept));
+}
+
+/// The present number of a type. Qt knows what its older forms called it, and is asked with a
+/// variant that ends behind the number.
+int presentType(quint32 id, int streamVersion)
+{
+    if (streamVersion >= QDataStream::Qt_5_0)
+        return static_cast<int>(id);
+    QByteArray bytes;
+    QDataStream(&bytes, QIODevice::WriteOnly) << id;
+    QDataStream ending(bytes);
+    ending.setVersion(streamVersion);
+    QVariant value;
+    ending >> value;
+    return value.userType();
+}
+
+/// Reads the header. False where a name stands for no type, or a number for two.
+bool readHeader(QDataStream &stream, VariantHeader &header)
+{
+    quint32 id = 0;
+    stream >> id;
     if (stream.version() >= QDataStream::Qt_4_2) {
         qint8 flag = 0;
         stream >> flag;
-        header.null = (flag & 1) != 0; // Qt keeps one bit of it
+        header.isNull = (flag & 1) != 0; // Qt keeps one bit of it
     }
-    return header;
-}
-
-/// Calls `read` with a stream of the next `size` bytes of `stream`, which stay unread there.
-template <typename Read>
-auto readAhead(const QDataStream &stream, qint64 size, Read read)
-{
-    QDataStream ahead(stream.device()->peek(size));
-    ahead.setVersion(stream.version());
-    ahead.setByteOrder(stream.byteOrder());
-    return read(ahead);
-}
-
-/// The type of the variant ahead; unknown where it has to be read to be known, or is not there.
-int typeAhead(const QDataStream &stream)
-{
-    if (stream.device() == nullptr)
-        return QMetaType::UnknownType;
-    quint32 nameLength = 0;
-    const quint32 id = readAhead(stream, headerSize, [&nameLength](QDataStream &ahead) {
-        const VariantHeader header = readHeader(ahead);
-        ahead >> nameLength;
-        return header.id;
-    });
-    if (id != QMetaType::User)
-        return static_cast<int>(id);
-    if (nameLength > stream.device()->bytesAvailable())
-        return QMetaType::UnknownType;
-    return readAhead(stream, headerSize + qint64(nameLength), [](QDataStream &ahead) {
-        QByteArray name;
-        readHeader(ahead);
-        ahead >> name;
-        return QMetaType::type(name.constData());
-    });
-}
-
-/// Moves behind the header; true when it has the null flag.
-bool skipHeader(QDataStream &stream)
-{
-    const VariantHeader header = readHeader(stream);
-    if (header.id == QMetaType::User) {
+    if (isNamed(id, stream.version())) {
         QByteArray name;
         stream >> name;
+        header.type = QMetaType::type(name.constData());
+        if (header.type != QMetaType::UnknownType)
+            return true;
+    } else if (!isTakenForAnother(id, stream.version())) {
+        header.type = presentType(id, stream.version());
+        return true;
     }
-    return header.null;
+    stream.setStatus(QDataStream::ReadCorruptData);
+    return false;
 }
 
 // --- Containers ----------------------------------------------------------------------------------
@@ -201,20 +178,13 @@ void readContent(QDataStream &stream, QVariant &value, int depth)
 /// that say where the time's memory is.
 void readContent(QDataStream &stream, QDateTime &time, int /*depth*/)
 {
-    constexpr int size = 13; // of day, milliseconds and number
-    const int number = readAhead(stream, size, [](QDataStream &ahead) {
-        QDate day;
-        QTime milliseconds;
-        qint8 spec = Qt::LocalTime;
-        ahead >> day >> milliseconds >> spec;
-        return static_cast<int>(spec);
-    });
-    if (number >= Qt::LocalTime && number <= Qt::TimeZone) {
-        stream >> time;
-        return;
-    }
-    stream.skipRawData(size);
-    time = QDateTime();
+    QDate day;
+    QTime milliseconds;
+    qint8 spec = Qt::LocalTime;
+    stream >> day >> milliseconds >> spec;
+    time = spec >= Qt::LocalTime && spec <= Qt::TimeZone
+               ? QDateTime(day, milliseconds, Qt::UTC).toTimeSpec(static_cast<Qt::TimeSpec>(spec))
+               : QDateTime();
 }
 
 // --- Variants ------------------------------------------------------------------------------------
@@ -226,14 +196,25 @@ void refuse(QDataStream &stream, QVariant &value)
     stream.setStatus(QDataStream::ReadCorruptData);
 }
 
-/// A variant that holds a `Content`. It is read in place: setting it would take the null flag away.
+/// A variant of this type with an empty value. Values are read in place: setting one would take
+/// the null flag away.
+QVariant emptyVariant(const VariantHeader &header)
+{
+    return header.isNull ? QVariant(static_cast<QVariant::Type>(header.type)) // is null
+                         : QVariant(header.type, nullptr);                    // is not
+}
+
 template <typename Content>
 void readHolding(QDataStream &stream, QVariant &value, int depth)
 {
-    const int type = qMetaTypeId<Content>();
-    value = skipHeader(stream) ? QVariant(static_cast<QVariant::Type>(type)) // is null
-                               : QVariant(type, nullptr);                    // is not
     readContent(stream, *static_cast<Content *>(value.data()), depth + 1);
+}
+
+/// Qt takes the last seven counts of bits for less than none, and cannot write what it made of
+/// them.
+bool hasNegativeSize(const QVariant &value)
+{
+    return value.userType() == QMetaType::QBitArray && value.toBitArray().size() < 0;
 }
 
 /// Qt reads a time of a zone that it does not know as an invalid one, and crashes when it writes
@@ -247,50 +228,69 @@ void forgetUnknownZone(QVariant &value)
         value = QDateTime();
 }
 
-void readByQt(QDataStream &stream, QVariant &value)
+void readByQt(QDataStream &stream, QVariant &value, int /*depth*/)
 {
-    try {
-        stream >> value;
-        forgetUnknownZone(value);
-    } catch (const std::bad_alloc &) {
-        refuse(stream, value);
+    if (!value.isValid()) {
+        value.clear();
+        if (stream.version() < QDataStream::Qt_5_0) {
+            QString something; // since something was written
+            stream >> something;
+        }
+        return;
     }
+    if (!QMetaType::load(stream, value.userType(), value.data()))
+        stream.setStatus(QDataStream::ReadCorruptData);
+    if (hasNegativeSize(value))
+        return refuse(stream, value);
+    forgetUnknownZone(value);
 }
 
-/// The types that `readNested` does not leave to Qt.
-bool isReadHere(int type)
+void readTime(QDataStream &stream, QVariant &value, int depth)
 {
-    constexpr int types[] = {QMetaType::QVariantList, QMetaType::QVariantMap,
-                             QMetaType::QVariantHash, QMetaType::QVariant,
-                             QMetaType::QStringList,  QMetaType::QByteArrayList,
-                             QMetaType::QDateTime,    QMetaType::QEasingCurve};
-    return std::find(std::begin(types), std::end(types), type) != std::end(types);
+    if (stream.version() == QDataStream::Qt_5_0)
+        readHolding<QDateTime>(stream, value, depth);
+    else
+        readByQt(stream, value, depth);
 }
 
+using ReadValue = void (*)(QDataStream &, QVariant &, int depth);
+
+/// How a type is read that is not left to Qt. None: it is refused.
+struct BoundedType
+{
+    int type;
+    ReadValue read;
+};
+
+constexpr BoundedType boundedTypes[] = {
+    {QMetaType::QVariantList, &readHolding<QVariantList>},
+    {QMetaType::QVariantMap, &readHolding<QVariantMap>},
+    {QMetaType::QVariantHash, &readHolding<QVariantHash>},
+    {QMetaType::QVariant, &readHolding<QVariant>},
+    {QMetaType::QStringList, &readHolding<QStringList>},
+    {QMetaType::QByteArrayList, &readHolding<QByteArrayList>},
+    {QMetaType::QDateTime, &readTime},
+    {QMetaType::QEasingCurve, nullptr},
+};
+
+/// Leaves an invalid variant where the memory does not suffice.
 void readNested(QDataStream &stream, QVariant &value, int depth)
-{
+try {
     if (depth > deepestVariantNesting)
         return refuse(stream, value);
-    const int type = typeAhead(stream);
-    const int kept = type & greatestTypeId;
-    if (kept != type && isReadHere(kept)) {
-        skipHeader(stream);
+    VariantHeader header;
+    if (!readHeader(stream, header))
+        return value.clear();
+    const auto bounded =
+        std::find_if(std::begin(boundedTypes), std::end(boundedTypes),
+                     [&header](const BoundedType &row) { return row.type == header.type; });
+    const ReadValue read = bounded != std::end(boundedTypes) ? bounded->read : &readByQt;
+    if (read == nullptr)
         return refuse(stream, value);
-    }
-    switch (type) {
-    case QMetaType::QVariantList: return readHolding<QVariantList>(stream, value, depth);
-    case QMetaType::QVariantMap: return readHolding<QVariantMap>(stream, value, depth);
-    case QMetaType::QVariantHash: return readHolding<QVariantHash>(stream, value, depth);
-    case QMetaType::QVariant: return readHolding<QVariant>(stream, value, depth);
-    case QMetaType::QStringList: return readHolding<QStringList>(stream, value, depth);
-    case QMetaType::QByteArrayList: return readHolding<QByteArrayList>(stream, value, depth);
-    case QMetaType::QDateTime:
-        return stream.version() == QDataStream::Qt_5_0
-                   ? readHolding<QDateTime>(stream, value, depth)
-                   : readByQt(stream, value);
-    case QMetaType::QEasingCurve: skipHeader(stream); return refuse(stream, value);
-    default: return readByQt(stream, value);
-    }
+    value = emptyVariant(header);
+    read(stream, value, depth);
+} catch (const std::bad_alloc &) {
+    refuse(stream, value);
 }
 
 } // namespace
@@ -301,8 +301,11 @@ void readVariant(QDataStream &stream, QVariant &value)
 }
 
 void readVariants(QDataStream &stream, QMap<QString, QVariant> &values)
-{
+try {
     readContent(stream, values, 0);
+} catch (const std::bad_alloc &) {
+    values.clear();
+    stream.setStatus(QDataStream::ReadCorruptData);
 }
 
 } // namespace KelStd

@@ -14,9 +14,13 @@
 /// status `ReadCorruptData`, which is what Qt makes of a type that it does not know:
 /// - a variant that nests deeper than `deepestVariantNesting`;
 /// - one that does not fit the memory;
-/// - a type number of more than thirty bits, where Qt would keep the lower ones and find one of the
-///   types that need these bounds;
+/// - a type number of more than thirty bits, where Qt would keep the lower ones and find another
+///   type;
+/// - an array of more than 4,294,967,288 bits, whose number of bytes Qt takes for zero;
 /// - an easing curve, whose form holds the address of a function in the writer's memory.
+///
+/// No byte is looked at ahead: of a device that goes forward only and hands out what has arrived,
+/// a type would be guessed.
 ///
 /// A time of a zone that this machine does not know, which Qt could not write again, becomes an
 /// invalid time without a zone, and so does one of no known kind in the form of Qt 5.0.

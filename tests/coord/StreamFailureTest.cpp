@@ -440,6 +440,13 @@ TEST(ShortStreams, TheStatusIsNeitherInspectedNorReset)
         EXPECT_TRUE(coord.load(stream));
         test::expectSameStreamedSystem(coord, streamedSystem(), Unit_Meter);
         EXPECT_EQ(stream.status(), status);
+
+        Location location;
+        QDataStream positions(test::streamFile("location_v1"));
+        positions.setStatus(status);
+        EXPECT_TRUE(location.load(positions));
+        EXPECT_EQ(location.get_NEH_H(), 358.75);
+        EXPECT_EQ(positions.status(), status);
     }
 }
 

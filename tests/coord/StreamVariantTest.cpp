@@ -15,8 +15,10 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <limits>
 #include <new>
 #include <random>
+#include <utility>
 
 #ifdef __SANITIZE_ADDRESS__
 /// Where these tests ask Qt for its own reading it asks for the memory that a damaged count
@@ -233,6 +235,40 @@ TEST(StreamVariants, DamagedOnesAreReadAsQtReadsThem)
     EXPECT_GT(compared, 2000);
 }
 
+/// Numbers that stand for types of other modules, for none, and for names; older forms number
+/// otherwise.
+TEST(StreamVariants, EveryTypeNumberIsReadAsQtReadsIt)
+{
+    const QuietMessages quiet;
+    const QByteArray ones = QByteArray::fromHex("00000001").repeated(16);
+    for (int version :
+         {QDataStream::Qt_2_1, QDataStream::Qt_3_3, QDataStream::Qt_4_0, QDataStream::Qt_4_2,
+          QDataStream::Qt_4_8, QDataStream::Qt_5_0, QDataStream::Qt_5_1, QDataStream::Qt_5_15}) {
+        for (quint32 number = 0; number < 1200; ++number) {
+            for (const QByteArray &content : {ones, QByteArray(64, '\0'), QByteArray()}) {
+                SCOPED_TRACE(testing::Message() << number << " in version " << version << ", "
+                                                << content.size() << " bytes");
+                const QByteArray variant = (Bytes() << number).bytes() + content;
+                const Reading qt = readByQt(variant, version, QDataStream::BigEndian);
+                if (qt.value.userType() == QMetaType::QEasingCurve)
+                    continue; // where ours differs on purpose
+                const QByteArray head = (Bytes() << qint32(1) << qint32(4) << qint32(0)).bytes();
+                QDataStream stream(head + variant.left(int(qt.position)));
+                stream.setVersion(version);
+                Param param;
+                EXPECT_TRUE(param.load(stream));
+                EXPECT_TRUE(stream.atEnd());
+                EXPECT_EQ(param.value.userType(), qt.value.userType());
+                EXPECT_EQ(param.value.isNull(), qt.value.isNull());
+                EXPECT_EQ((Bytes() << param.value).bytes().toHex(' '),
+                          (Bytes() << qt.value).bytes().toHex(' '));
+                EXPECT_EQ(stream.status(),
+                          qt.status == QDataStream::Ok ? QDataStream::ReadPastEnd : qt.status);
+            }
+        }
+    }
+}
+
 TEST(StreamVariants, OfATypeWithAName)
 {
     for (const char *name : {"QVariantList", "QList<QVariant>", "QStringList", "QVariant",
@@ -352,8 +388,9 @@ TEST(StreamVariants, ATimeOfNoKindInTheFormOfQt50IsInvalid)
 TEST(StreamVariants, ATypeNumberOfMoreThanThirtyBitsIsRefused)
 {
     for (const quint32 high : {0x40000000U, 0x80000000U, 0xC0000000U}) {
-        for (const int number : {QMetaType::QDateTime, QMetaType::QVariantList,
-                                 QMetaType::QVariantMap, QMetaType::QStringList}) {
+        for (const int number :
+             {QMetaType::QDateTime, QMetaType::QVariantList, QMetaType::QVariantMap,
+              QMetaType::QStringList, QMetaType::Int, QMetaType::QRectF}) {
             const auto type = quint32(number);
             SCOPED_TRACE(high + type);
             Param param(ValueType_Double, Unit_None, 5.0);
@@ -363,6 +400,21 @@ TEST(StreamVariants, ATypeNumberOfMoreThanThirtyBitsIsRefused)
             EXPECT_EQ(stream.status(), QDataStream::ReadCorruptData);
             EXPECT_EQ(param.dictionaryBindParamName, QStringLiteral("behind"));
         }
+    }
+}
+
+/// Qt rounds the count up to whole bytes in 32 bits: none, and an array of less than none.
+TEST(StreamVariants, AnArrayOfMoreBitsThanItsBytesCanCountIsRefused)
+{
+    for (quint32 bits = 0xFFFFFFF9U; bits != 0; ++bits) {
+        SCOPED_TRACE(bits);
+        Param param(ValueType_Double, Unit_None, 5.0);
+        QDataStream stream(
+            paramAround((Bytes() << quint32(QMetaType::QBitArray) << qint8(0) << bits).bytes()));
+        EXPECT_TRUE(param.load(stream));
+        EXPECT_FALSE(param.value.isValid());
+        EXPECT_EQ(stream.status(), QDataStream::ReadCorruptData);
+        EXPECT_EQ(param.dictionaryBindParamName, QStringLiteral("behind"));
     }
 }
 
@@ -456,38 +508,146 @@ TEST(StreamVariants, ListsWhoseCountLiesAreEmpty)
     }
 }
 
-/// Not every device can go back: the type ahead is looked at without moving.
+/// A pipe: it goes forward only, and hands out what has arrived.
+class Pipe : public QIODevice
+{
+public:
+    explicit Pipe(QByteArray bytes, int arrived = std::numeric_limits<int>::max())
+        : m_left(std::move(bytes)), m_arrived(arrived)
+    {
+        open(QIODevice::ReadOnly | QIODevice::Unbuffered);
+    }
+    bool isSequential() const override { return true; }
+    qint64 bytesAvailable() const override { return std::min(m_arrived, m_left.size()); }
+
+protected:
+    /// What has arrived, once; the rest after that.
+    qint64 readData(char *data, qint64 size) override
+    {
+        const QByteArray part = m_left.left(int(std::min<qint64>(size, m_arrived)));
+        m_left.remove(0, part.size());
+        m_arrived = part.size() < m_arrived ? m_arrived - part.size() : m_left.size();
+        std::copy(part.begin(), part.end(), data);
+        return part.size();
+    }
+    qint64 writeData(const char *, qint64) override { return -1; }
+
+private:
+    QByteArray m_left;
+    int m_arrived;
+};
+
 TEST(StreamVariants, FromADeviceThatOnlyGoesForward)
 {
-    class Forward : public QIODevice
-    {
-    public:
-        bool isSequential() const override { return true; }
-        qint64 bytesAvailable() const override
-        {
-            return m_left.size() + QIODevice::bytesAvailable();
-        }
-
-    protected:
-        qint64 readData(char *data, qint64 size) override
-        {
-            const QByteArray part = m_left.left(int(size));
-            m_left.remove(0, part.size());
-            std::copy(part.begin(), part.end(), data);
-            return part.size();
-        }
-        qint64 writeData(const char *, qint64) override { return -1; }
-
-    private:
-        QByteArray m_left = test::streamFile("coord_v2");
-    };
-    Forward device;
-    ASSERT_TRUE(device.open(QIODevice::ReadOnly));
+    Pipe device(test::streamFile("coord_v2"));
     QDataStream stream(&device);
     Coord coord;
     EXPECT_TRUE(coord.load(stream));
     test::expectSameStreamedSystem(coord, test::streamedSystem(), Unit_Meter);
     EXPECT_EQ(stream.status(), QDataStream::Ok);
+}
+
+/// A look at what has arrived would take the type for another one, and leave the nesting to Qt.
+TEST(StreamVariants, NestedDeeperAreRefusedWhateverHasArrived)
+{
+    const QByteArray before = (Bytes() << qint32(1) << qint64(4)).bytes();
+    const QByteArray deep = nested(QMetaType::QVariantList, 300000);
+    for (int header = 0; header <= 10; ++header) {
+        SCOPED_TRACE(header);
+        Pipe device(before + deep, before.size() + header);
+        QDataStream stream(&device);
+        Param param;
+        EXPECT_TRUE(param.load(stream));
+        EXPECT_NE(stream.status(), QDataStream::Ok);
+    }
+}
+
+/// A name is compared as far as its end: what follows it in the stream makes it no other one.
+TEST(StreamVariants, NestedByNamesOfAnyLengthAreBounded)
+{
+    for (const int arrived : {0, 4, 100, 4096}) {
+        SCOPED_TRACE(arrived);
+        const QByteArray before = (Bytes() << qint32(1) << qint64(4)).bytes();
+        const QByteArray list = (Bytes() << quint32(1024) << qint8(0)
+                                         << "QVariantList" + QByteArray(300000, '\0') << quint32(1))
+                                    .bytes();
+        Pipe device(before + list + nested(QMetaType::QVariantList, 300000),
+                    before.size() + arrived);
+        QDataStream stream(&device);
+        Param param;
+        EXPECT_TRUE(param.load(stream));
+        EXPECT_NE(stream.status(), QDataStream::Ok);
+    }
+}
+
+/// Runs out of memory once, behind so many bytes.
+class Exhausting : public QIODevice
+{
+public:
+    Exhausting(QByteArray bytes, int enough) : m_left(std::move(bytes)), m_enough(enough)
+    {
+        open(QIODevice::ReadOnly | QIODevice::Unbuffered);
+    }
+    bool isSequential() const override { return true; }
+
+protected:
+    qint64 readData(char *data, qint64 size) override
+    {
+        if (m_enough >= 0 && m_enough < size) {
+            m_enough = -1;
+            throw std::bad_alloc();
+        }
+        m_enough -= m_enough >= 0 ? int(size) : 0;
+        const QByteArray part = m_left.left(int(size));
+        m_left.remove(0, part.size());
+        std::copy(part.begin(), part.end(), data);
+        return part.size();
+    }
+    qint64 writeData(const char *, qint64) override { return -1; }
+
+private:
+    QByteArray m_left;
+    int m_enough;
+};
+
+TEST(StreamVariants, ThatDoNotFitTheMemoryAreRefusedLikeAnUnknownType)
+{
+    const QByteArray before = (Bytes() << qint32(1) << qint64(4)).bytes();
+    for (const quint32 type : {QMetaType::QVariantList, QMetaType::QVariantMap,
+                               QMetaType::QVariantHash, QMetaType::QVariant, QMetaType::QString}) {
+        const QByteArray variant = type == QMetaType::QString
+                                       ? (Bytes() << QVariant(QStringLiteral("text"))).bytes()
+                                       : nested(type, 3);
+        for (int enough = 0; enough < variant.size(); ++enough) {
+            SCOPED_TRACE(testing::Message() << type << ", " << enough);
+            Exhausting device(before + variant, before.size() + enough);
+            QDataStream stream(&device);
+            Param param(ValueType_Double, Unit_None, 5.0);
+            EXPECT_TRUE(param.load(stream));
+            EXPECT_FALSE(param.value.toDouble() == 5.0);
+            EXPECT_EQ(stream.status(), QDataStream::ReadCorruptData);
+        }
+    }
+}
+
+TEST(StreamVariants, ADictionaryThatDoesNotFitTheMemoryIsEmpty)
+{
+    const QByteArray before =
+        (Bytes() << qint32(1) << qint64(4) << QVariant(1.5) << true << QString()).bytes();
+    const QByteArray dictionary = (Bytes() << quint32(2) << QStringLiteral("a") << QVariant(1)
+                                           << QStringLiteral("b") << QVariant(2))
+                                      .bytes();
+    for (int enough = 0; enough < dictionary.size(); ++enough) {
+        SCOPED_TRACE(enough);
+        Exhausting device(before + dictionary, before.size() + enough);
+        QDataStream stream(&device);
+        Param param;
+        param.dictionaryValues.insert(QStringLiteral("c"), 3);
+        EXPECT_TRUE(param.load(stream));
+        EXPECT_EQ(param.value.toDouble(), 1.5);
+        EXPECT_TRUE(param.dictionaryValues.isEmpty());
+        EXPECT_EQ(stream.status(), QDataStream::ReadCorruptData);
+    }
 }
 
 TEST(StreamVariants, InATransactionThatIsRolledBack)
