@@ -19,12 +19,15 @@ public:
     /// Writes `coord` as a document, replacing the file whole or not at all.
     ///
     /// Returns true when every byte reached the file. Otherwise the old file is as it was and
-    /// `errorMessage` (when given) has the file's error text. A parameter of kind `ValueType_Time`
-    /// raises "No Time Value In Make Coordinate" by pointer (a `std::exception *` that the catcher
-    /// deletes), which leaves the old file, too.
+    /// `errorMessage` (when given) has the file's error text, or says that the document could not
+    /// be read back: it is larger than 64 MiB, or a text has a character that none can hold
+    /// (U+FFFE, U+FFFF, half a surrogate pair). A parameter of kind `ValueType_Time` raises "No
+    /// Time Value In Make Coordinate" by pointer (a `std::exception *` that the catcher deletes),
+    /// which leaves the old file, too.
     ///
-    /// Two losses are part of the format: string-valued parameters are written without their text,
-    /// and parameter values with 15 significant digits.
+    /// Three losses are part of the format: string-valued parameters are written without their
+    /// text, parameter values with 15 significant digits, and a text of blanks only is no text to
+    /// the reader.
     static bool xml_write(const Coord &coord, const QString &fileName,
                           QString *errorMessage = nullptr);
 
@@ -32,9 +35,10 @@ public:
     ///
     /// Returns true when a complete system was read. On failure `coord` may be partly updated.
     /// `errorMessage` (when given) is written when the file cannot be opened and when a required
-    /// element is missing; a document that is no XML, is nested deeper than 256 elements, declares
-    /// entities or anything else in its document type, or carries another version fails without a
-    /// message.
+    /// element is missing; a document that is no XML, is larger than 64 MiB, is nested deeper than
+    /// 256 elements, declares entities or anything else in its document type, or carries another
+    /// version fails without a message. Bytes that are no text in the document's encoding are read
+    /// as U+FFFD.
     static bool xml_read(const QString &fileName, Coord &coord, QString *errorMessage = nullptr);
 
     // --- Element names -------------------------------------------------------------------------

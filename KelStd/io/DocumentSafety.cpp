@@ -1,18 +1,34 @@
 #include <KelStd/io/XmlDocument.h>
 
+#include <QtCore/QStringView>
+
 #include <algorithm>
+#include <iterator>
+#include <vector>
 
 namespace KelStd::io {
 
 namespace {
 
+/// U+FFFE and U+FFFF are no characters of XML.
+constexpr ushort firstThatIsNone = 0xFFFE;
+
+/// A reference to a character that takes two places in a text, or to one of the two.
+struct WideReference
+{
+    int at;
+    int size;
+    uint character;
+};
+
 /// Walks over markup without judging it: what is not closed ends the walk, and the parser will say
-/// so.
+/// so. Judged is only what the parser would take and should not.
 class MarkupWalker
 {
 public:
     explicit MarkupWalker(const QString &text)
-        : m_at(text.constData()), m_end(text.constData() + text.size())
+        : m_begin(text.constData()), m_at(m_begin), m_end(m_begin + text.size()),
+          m_hasReferences(text.contains(QLatin1Char('&')))
     {}
 
     bool isSafe()
@@ -36,14 +52,47 @@ public:
                     ++depth;
             }
         }
-        return true;
+        return m_isSafe;
     }
+
+    const std::vector<WideReference> &wideReferences() const { return m_wide; }
 
 private:
     bool moveToTag()
     {
+        const QChar *const before = m_at;
         m_at = std::find(m_at, m_end, QLatin1Char('<'));
-        return m_at != m_end;
+        judgeReferences(before);
+        return m_isSafe && m_at != m_end;
+    }
+
+    /// Looks at the references from `at` to the present place, in an element's text or tag.
+    void judgeReferences(const QChar *at)
+    {
+        if (!m_hasReferences)
+            return;
+        while ((at = std::find(at, m_at, QLatin1Char('&'))) != m_at && m_isSafe) {
+            const QChar *const end = std::find(at, m_at, QLatin1Char(';'));
+            m_isSafe = end != m_at && judgeReference(at, QStringView(at + 1, end));
+            ++at;
+        }
+    }
+
+    bool judgeReference(const QChar *at, QStringView name)
+    {
+        constexpr const char *predefined[] = {"amp", "lt", "gt", "quot", "apos"};
+        if (!name.startsWith(QLatin1Char('#'))) {
+            return std::any_of(std::begin(predefined), std::end(predefined),
+                               [name](const char *each) { return name == QLatin1String(each); });
+        }
+        const bool isHexadecimal = name.mid(1).startsWith(QLatin1Char('x'));
+        bool isNumber = false;
+        const uint character =
+            name.mid(isHexadecimal ? 2 : 1).toString().toUInt(&isNumber, isHexadecimal ? 16 : 10);
+        if (character > 0xFFFF || QChar::isSurrogate(character))
+            m_wide.push_back({int(at - m_begin), int(name.size()) + 2, character});
+        return isNumber && character <= QChar::LastValidCodePoint
+               && (character < firstThatIsNone || character > 0xFFFF);
     }
 
     /// The character behind a "<".
@@ -107,20 +156,85 @@ private:
     /// True when the tag is an element of its own ("<x/>").
     bool skipTag()
     {
+        const QChar *const before = m_at;
         QChar last;
-        skipQuoted([&last](QChar c) { last = c; });
+        m_attributes.clear();
+        skipQuoted([this, &last](QChar c) {
+            last = c;
+            if (c == QLatin1Char('='))
+                m_attributes.push_back(nameBefore(m_at));
+        });
+        std::sort(m_attributes.begin(), m_attributes.end());
+        m_isSafe =
+            m_isSafe
+            && std::adjacent_find(m_attributes.begin(), m_attributes.end()) == m_attributes.end();
+        judgeReferences(before);
         return last == QLatin1Char('/');
     }
 
+    /// The name that ends before `at`, which may have blanks behind it.
+    static QStringView nameBefore(const QChar *at)
+    {
+        const auto isPartOfName = [](QChar c) {
+            return !c.isSpace() && c != QLatin1Char('"') && c != QLatin1Char('\'');
+        };
+        while (at[-1].isSpace())
+            --at;
+        const QChar *const end = at;
+        while (isPartOfName(at[-1]) && at[-1] != QLatin1Char('<'))
+            --at;
+        return QStringView(at, end);
+    }
+
+    const QChar *const m_begin;
     const QChar *m_at;
     const QChar *const m_end;
+    const bool m_hasReferences;
+    bool m_isSafe = true;
+    std::vector<WideReference> m_wide;
+    std::vector<QStringView> m_attributes; ///< names of the present tag
 };
+
+/// The text with the characters in place of the references.
+QString withCharacters(const QString &text, const std::vector<WideReference> &references)
+{
+    QString replaced;
+    replaced.reserve(text.size());
+    int done = 0;
+    for (const WideReference &reference : references) {
+        replaced.append(text.constData() + done, reference.at - done);
+        if (QChar::requiresSurrogates(reference.character)) {
+            replaced += QChar(QChar::highSurrogate(reference.character));
+            replaced += QChar(QChar::lowSurrogate(reference.character));
+        } else {
+            replaced += QChar(reference.character);
+        }
+        done = reference.at + reference.size;
+    }
+    return replaced.append(text.constData() + done, text.size() - done);
+}
 
 } // namespace
 
-bool isSafeToParse(const QString &text)
+bool isXmlText(const QString &text)
 {
-    return MarkupWalker(text).isSafe();
+    constexpr ushort firstSurrogate = 0xD800;
+    const auto isOrdinary = [](QChar c) { return c < QChar(firstSurrogate); };
+    if (std::all_of(text.cbegin(), text.cend(), isOrdinary))
+        return true;
+    return text.isValidUtf16() && std::all_of(text.cbegin(), text.cend(), [](QChar c) {
+               return c < QChar(firstThatIsNone);
+           });
+}
+
+bool makeSafeToParse(QString &text)
+{
+    MarkupWalker walker(text);
+    if (!walker.isSafe())
+        return false;
+    if (!walker.wideReferences().empty())
+        text = withCharacters(text, walker.wideReferences());
+    return isXmlText(text);
 }
 
 } // namespace KelStd::io

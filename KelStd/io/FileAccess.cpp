@@ -74,7 +74,9 @@ bool writeAndCommit(QSaveFile &file, QIODevice::OpenMode mode,
     if (!file.open(QIODevice::WriteOnly | mode))
         return failWith(file, error);
     const bool written = write(file);
-    if (!file.flush() || !written)
+    // Of what reaches the disk in part the next attempt tells why the rest does not.
+    const bool flushed = file.flush() || file.flush();
+    if (!flushed || !written)
         return failWith(file, error); // what is not committed is removed
     return file.commit() || failWith(file, error);
 }
@@ -88,6 +90,30 @@ bool isTooLongForASuffix(const QString &fileName)
     return length > longestName - suffix && length <= longestName;
 }
 
+/// Where the links end, which need not be a file yet. Nothing where they do not end.
+QString behindLinks(const QString &fileName)
+{
+    constexpr int longestChain = 40; // what Linux follows
+    QFileInfo info(fileName);
+    for (int links = 0; info.isSymLink(); ++links) {
+        if (links == longestChain)
+            return {};
+        info.setFile(info.symLinkTarget());
+    }
+    return info.filePath();
+}
+
+/// Writes into what is no file and cannot be replaced by one: a pipe, a terminal.
+bool writeThrough(const QString &fileName, QIODevice::OpenMode mode,
+                  const std::function<bool(QIODevice &)> &write, QString *error)
+{
+    QFile device(fileName);
+    if (!device.open(QIODevice::WriteOnly | mode))
+        return failWith(device, error);
+    const bool written = write(device);
+    return (device.flush() && written) || failWith(device, error);
+}
+
 /// Writes a neighbour with a short name and lets it take the file's place.
 bool replaceByNeighbour(const QString &fileName, QIODevice::OpenMode mode,
                         const std::function<bool(QIODevice &)> &write, QString *error)
@@ -95,6 +121,8 @@ bool replaceByNeighbour(const QString &fileName, QIODevice::OpenMode mode,
     const QFileInfo target(fileName);
     if (target.isDir())
         return failWith(EISDIR, error);
+    if (target.exists() && !target.isWritable())
+        return failWith(EACCES, error); // which renaming would not ask for
     const QString neighbour = target.absoluteDir().absoluteFilePath(
         QLatin1Char('.') + QUuid::createUuid().toString(QUuid::WithoutBraces));
     {
@@ -125,6 +153,18 @@ bool openForReading(QFile &file, const QString &fileName, Source source, QString
     return file.open(QIODevice::ReadOnly) || failWith(file, error);
 }
 
+bool writeAll(QIODevice &device, const QByteArray &bytes)
+{
+    qint64 done = 0;
+    while (done < bytes.size()) {
+        const qint64 size = device.write(bytes.constData() + done, bytes.size() - done);
+        if (size <= 0)
+            return false;
+        done += size;
+    }
+    return true;
+}
+
 bool replaceFile(const QString &fileName, QIODevice::OpenMode mode,
                  const std::function<bool(QIODevice &)> &write, QString *error)
 {
@@ -136,11 +176,15 @@ bool replaceFile(const QString &fileName, QIODevice::OpenMode mode,
     }
     if (!isExpressible(fileName))
         return failWith(EINVAL, error);
-    const QFileInfo info(fileName);
-    const QString target = info.isSymLink() ? info.symLinkTarget() : fileName;
+    const QString target = behindLinks(fileName);
+    if (target.isEmpty())
+        return failWith(ELOOP, error);
+    const QFileInfo info(target);
+    if (info.exists() && !info.isFile() && !info.isDir())
+        return writeThrough(target, mode, write, error);
     if (isTooLongForASuffix(target))
         return replaceByNeighbour(target, mode, write, error);
-    QSaveFile file(fileName);
+    QSaveFile file(target);
     return writeAndCommit(file, mode, write, error);
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QtCore/QByteArray>
 #include <QtCore/QFile>
 #include <QtCore/QString>
 
@@ -19,9 +20,15 @@ enum class Source
 /// A FIFO that is refused is never waited for, not even when it takes a file's place meanwhile.
 bool openForReading(QFile &file, const QString &fileName, Source source, QString *error);
 
+/// Writes every byte. Returns false when one cannot be written, and then the device says why: of
+/// what fits in part only the attempt at the rest does.
+bool writeAll(QIODevice &device, const QByteArray &bytes);
+
 /// Replaces the file by what `write` puts into the device, whole or not at all: when `write`
 /// returns false or raises, and when the disk is full, the old file stays. Returns true when every
 /// byte reached the file, and otherwise false with the file's own text in `error` (when given).
+///
+/// A link stays: what it leads to is replaced. A pipe or a device is written into.
 ///
 /// `mode` is added to `WriteOnly`. `write` is not called when the file cannot be opened.
 bool replaceFile(const QString &fileName, QIODevice::OpenMode mode,

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <KelStd/Export.h>
 #include <KelStd/coord/Ellipsoid.h>
 #include <KelStd/coord/Projection.h>
 
@@ -15,19 +16,21 @@ namespace KelStd::io {
 /// `error` (when given), and, without a text, when it is no XML that is safe to parse, when its
 /// root has another version (the root's name is not examined) and when a record has another
 /// version; the records before that one are appended all the same. A list without records is read.
-bool readEllipsoidList(const QString &fileName, QList<Ellipsoid> &ellipsoids, QString *error);
+KELSTD_EXPORT bool readEllipsoidList(const QString &fileName, QList<Ellipsoid> &ellipsoids,
+                                     QString *error = nullptr);
 
 /// As `readEllipsoidList`.
-bool readProjectionList(const QString &fileName, QList<Projection> &projections, QString *error);
+KELSTD_EXPORT bool readProjectionList(const QString &fileName, QList<Projection> &projections,
+                                      QString *error = nullptr);
 
 /// Replaces the file by a document of the records, in their order. Returns false, with the file's
 /// own text in `error` (when given) and the old file in its place, unless every byte reached it.
-bool writeEllipsoidList(const QList<Ellipsoid> &ellipsoids, const QString &fileName,
-                        QString *error);
+KELSTD_EXPORT bool writeEllipsoidList(const QList<Ellipsoid> &ellipsoids, const QString &fileName,
+                                      QString *error = nullptr);
 
 /// As `writeEllipsoidList`. A parameter of kind `ValueType_Time` raises what `Coord_IO::xml_write`
 /// raises for it.
-bool writeProjectionList(const QList<Projection> &projections, const QString &fileName,
-                         QString *error);
+KELSTD_EXPORT bool writeProjectionList(const QList<Projection> &projections,
+                                       const QString &fileName, QString *error = nullptr);
 
 } // namespace KelStd::io

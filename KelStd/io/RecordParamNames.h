@@ -4,8 +4,9 @@
 #include <KelStd/coord/stEllipsoinTransform.h>
 #include <KelStd/coord/stPlaneTransform.h>
 
-/// The parameter elements of the transformation records: each carries the name of its member. One
-/// row for each, in document order, which the reader and the writer share.
+/// The parameters of the transformation records, by the names of their elements in documents, which
+/// are those of the members. One row for each, in document order, for whoever goes through them
+/// all.
 namespace KelStd::io {
 
 template <typename Record>

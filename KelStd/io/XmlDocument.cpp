@@ -1,5 +1,6 @@
 #include <KelStd/io/XmlDocument.h>
 
+#include <QtCore/QObject>
 #include <QtCore/QRegularExpression>
 #include <QtCore/QTextCodec>
 #include <QtCore/QTextStream>
@@ -31,6 +32,35 @@ QString decoded(const QByteArray &bytes)
     return codec->toUnicode(bytes);
 }
 
+/// Reads to the end. False for more than a document may have, of which the rest stays unread.
+bool readBytes(QFile &file, QByteArray &bytes)
+{
+    if (file.size() > largestDocument)
+        return false;
+    if (!file.isSequential()) {
+        bytes = file.readAll();
+        return true;
+    }
+    constexpr qint64 piece = 1 << 16;
+    while (bytes.size() <= largestDocument) {
+        const QByteArray more = file.read(piece);
+        if (more.isEmpty())
+            return true;
+        bytes += more;
+    }
+    return false;
+}
+
+/// What the file holds, before it is encoded.
+QString textOf(const QDomDocument &document)
+{
+    QString text;
+    QTextStream stream(&text);
+    stream.setCodec(encoding); // which the processing instruction names
+    document.save(stream, indentation, QDomNode::EncodingFromTextStream);
+    return text;
+}
+
 } // namespace
 
 bool readDocument(const QString &fileName, Source source, QDomDocument &document, QString *error,
@@ -39,10 +69,13 @@ bool readDocument(const QString &fileName, Source source, QDomDocument &document
     QFile file;
     if (!openForReading(file, fileName, source, error))
         return false;
-    QString text = decoded(file.readAll());
+    QByteArray bytes;
+    if (!readBytes(file, bytes))
+        return false;
+    QString text = decoded(bytes);
     if (lineEnds == LineEnds::WithoutReturns)
         text.remove(QLatin1Char('\r'));
-    return isSafeToParse(text) && document.setContent(text);
+    return makeSafeToParse(text) && document.setContent(text);
 }
 
 QDomDocument documentFrame()
@@ -56,15 +89,21 @@ QDomDocument documentFrame()
 bool writeDocument(const QString &fileName, const std::function<QDomDocument()> &makeDocument,
                    QString *error)
 {
-    const auto write = [&makeDocument](QIODevice &file) {
-        const QDomDocument document = makeDocument();
-        QTextStream stream(&file);
-        stream.setCodec(encoding);
-        document.save(stream, indentation, QDomNode::EncodingFromTextStream);
-        stream.flush();
-        return stream.status() == QTextStream::Ok;
+    QString fault; // what would make it a file, but none that comes back
+    const auto write = [&makeDocument, &fault](QIODevice &file) {
+        const QString text = textOf(makeDocument());
+        const QByteArray bytes = text.toUtf8();
+        if (!isXmlText(text))
+            fault = QObject::tr("A text has a character that no XML document can hold");
+        else if (bytes.size() > largestDocument)
+            fault = QObject::tr("The document would be too large to be read");
+        return fault.isEmpty() && writeAll(file, bytes);
     };
-    return replaceFile(fileName, QIODevice::Text, write, error);
+    if (replaceFile(fileName, QIODevice::Text, write, error))
+        return true;
+    if (!fault.isEmpty() && error != nullptr)
+        *error = fault;
+    return false;
 }
 
 } // namespace KelStd::io

@@ -14,10 +14,24 @@ namespace KelStd::io {
 /// tree of some fifty thousand levels would exhaust the stack when it is destroyed.
 inline constexpr int deepestNesting = 256;
 
-/// True when `text` nests elements no deeper than `deepestNesting` and has no declarations of its
-/// own in a document type: an entity declared there could hold elements that nest anew at each
-/// mention. Whether the text is well-formed is left to the parser.
-bool isSafeToParse(const QString &text);
+/// Documents of more bytes are refused. A coordinate system has some four thousand; Qt cannot hold
+/// a text of some thousand million at all, and raises `std::bad_alloc`.
+inline constexpr qint64 largestDocument = qint64{64} * 1024 * 1024;
+
+/// False for a text with U+FFFE or U+FFFF, which XML leaves out (XML 1.0, section 2.2), or with
+/// half a surrogate pair, which no encoding has.
+bool isXmlText(const QString &text);
+
+/// Readies a text for Qt's parser, which takes more than XML is and reads some of it as something
+/// else. Whether the text is well-formed otherwise is left to the parser.
+///
+/// False for a text that is none for `isXmlText`, that nests elements deeper than `deepestNesting`,
+/// that has declarations of its own in a document type (an entity declared there could hold
+/// elements that nest anew at each mention), that mentions entities which are not XML's own (they
+/// would vanish, and a number end there), or in which a tag has an attribute twice. References to
+/// characters beyond U+FFFF, of which the parser would keep sixteen bits, become the characters,
+/// and so do references to the two halves of one.
+bool makeSafeToParse(QString &text);
 
 /// What becomes of carriage returns.
 enum class LineEnds
@@ -27,7 +41,8 @@ enum class LineEnds
 };
 
 /// Reads the whole file. Returns false when it cannot be opened, with the file's own text in
-/// `error` (when given), and, without a text, when it is no XML that is safe to parse.
+/// `error` (when given), and, without a text, when it is larger than `largestDocument` or no XML
+/// that is safe to parse.
 bool readDocument(const QString &fileName, Source source, QDomDocument &document, QString *error,
                   LineEnds lineEnds = LineEnds::AsTheyAre);
 
@@ -36,7 +51,9 @@ QDomDocument documentFrame();
 
 /// Replaces the file by what `makeDocument` returns, whole or not at all: an exception of
 /// `makeDocument`, too, leaves the old file. Returns false with the file's own text in `error`
-/// (when given) unless every byte reached the file.
+/// (when given) unless every byte reached the file, and with one of its own for a document that
+/// could not be read back: one larger than `largestDocument`, or with U+FFFE, U+FFFF or half a
+/// surrogate pair in a text.
 bool writeDocument(const QString &fileName, const std::function<QDomDocument()> &makeDocument,
                    QString *error);
 

@@ -77,6 +77,26 @@ TEST_F(DocumentMessages, FirstMissingRecordIsNamed)
     EXPECT_EQ(error, QStringLiteral("Format error, element [Ellpsoid] not found."));
 }
 
+/// They are read in their own order, whatever the document's is.
+TEST_F(DocumentMessages, RecordsAreReadInTheirOrder)
+{
+    QByteArray DocumentPieces::*const records[] = {
+        &DocumentPieces::ellipsoid, &DocumentPieces::projection, &DocumentPieces::datum,
+        &DocumentPieces::plane, &DocumentPieces::fitting};
+    const char *const names[] = {"Ellpsoid", "Projection", "Ellipsoid_Transform", "Plane_Transform",
+                                 "Elevation_Fitting"};
+    for (std::size_t first = 0; first < std::size(records); ++first) {
+        DocumentPieces pieces;
+        for (std::size_t missing = first; missing < std::size(records); ++missing)
+            (pieces.*records[missing]).clear();
+        Coord coord;
+        QString error;
+        EXPECT_FALSE(read(pieces.bytes(), coord, &error));
+        EXPECT_EQ(error, QStringLiteral("Format error, element [%1] not found.")
+                             .arg(QLatin1String(names[first])));
+    }
+}
+
 TEST_F(DocumentMessages, BothPhrasesAreTranslated)
 {
     const TwoTexts german(QString::fromUtf8("Formfehler, für Element"), QStringLiteral("fehlt"));
@@ -169,13 +189,22 @@ TEST_F(DocumentMessages, FileThatCannotBeWrittenGivesItsText)
     writeFile(path(QStringLiteral("plain")), "x");
     QDir().mkdir(path(QStringLiteral("folder")));
     const QStringList before = entries();
-    for (const QString &fileName :
-         {path(QStringLiteral("no/such/folder.xml")), path(QStringLiteral("folder")),
-          path(QStringLiteral("plain/inside.xml")), path(QString(300, QLatin1Char('n')))}) {
-        SCOPED_TRACE(fileName.toStdString());
+    struct
+    {
+        QString fileName;
+        const char *text;
+    } const rows[] = {
+        {QStringLiteral("no/such/folder.xml"), "No such file or directory"},
+        {QStringLiteral("folder"), "Filename refers to a directory"},
+        {QStringLiteral("plain/inside.xml"), "Not a directory"},
+        {QString(300, QLatin1Char('n')), "File name too long"},
+    };
+    for (const auto &row : rows) {
+        const QString fileName = path(row.fileName);
+        SCOPED_TRACE(row.text);
         QString error;
         EXPECT_FALSE(Coord_IO::xml_write(completeSystem(), fileName, &error));
-        EXPECT_FALSE(error.isEmpty());
+        EXPECT_EQ(error, QString::fromLatin1(row.text));
         EXPECT_FALSE(Coord_IO::xml_write(completeSystem(), fileName, nullptr));
         EXPECT_EQ(entries(), before);
     }

@@ -122,6 +122,15 @@ TEST_F(DocumentRead, OrderOfTheRecordsIsFree)
     EXPECT_EQ(coord.geoidModel.modelFileName, QStringLiteral("g"));
 }
 
+TEST_F(DocumentRead, NamesMayHaveReferencesToAnyCharacter)
+{
+    DocumentPieces pieces;
+    pieces.rootAttributes = R"(ver="1" coord_name="&#x1F30D; &#134071;&amp;&apos;&quot;")";
+    Coord coord;
+    ASSERT_TRUE(read(pieces.bytes(), coord));
+    EXPECT_EQ(coord.coord_name, QString::fromUtf8("\xF0\x9F\x8C\x8D \xF0\xA0\xAE\xB7&'\""));
+}
+
 /// What a parameter whose value was 7 reads from this content.
 class FirstChild : public DocumentTest
 {
@@ -143,6 +152,26 @@ TEST_F(FirstChild, TextIsTheValue)
     EXPECT_EQ(valueAfter("8<other/>9"), QStringLiteral("8"));
     EXPECT_EQ(valueAfter("8<!-- note -->9"), QStringLiteral("8"));
     EXPECT_EQ(valueAfter("&lt;8&#x38;&gt;"), QStringLiteral("<88>"));
+}
+
+/// The parser keeps no text of blanks only.
+TEST_F(FirstChild, BlanksAreNoText)
+{
+    for (const char *blanks : {" ", "\t", "\n", " \n ", "&#32;"})
+        EXPECT_EQ(valueAfter(blanks), QStringLiteral("former"));
+    EXPECT_EQ(valueAfter("<![CDATA[ ]]>"), QStringLiteral(" "));
+}
+
+TEST_F(FirstChild, ReferencesMayStandForAnyCharacter)
+{
+    EXPECT_EQ(valueAfter("a&#x1F30D;b&#134071;&#x10ffff;c&#65536;"),
+              QString::fromUtf8("a\xF0\x9F\x8C\x8D"
+                                "b\xF0\xA0\xAE\xB7\xF4\x8F\xBF\xBF"
+                                "c\xF0\x90\x80\x80"));
+    EXPECT_EQ(valueAfter("&#x10031;"), QString::fromUtf8("\xF0\x90\x80\xB1")); // and no "1"
+    EXPECT_EQ(valueAfter("&#xD83C;&#57101;"), QString::fromUtf8("\xF0\x9F\x8C\x8D"));
+    EXPECT_EQ(valueAfter("&#xFFFD;&#65533;"), QString(2, QChar(0xFFFD)));
+    EXPECT_EQ(valueAfter("<![CDATA[&#x1F30D;]]>"), QStringLiteral("&#x1F30D;"));
 }
 
 TEST_F(FirstChild, SectionOfCharactersIsText)

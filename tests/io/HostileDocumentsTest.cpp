@@ -197,6 +197,74 @@ TEST_F(HostileDocuments, EntitiesThatOpenElementsWithoutClosingThemAreRefused)
     expectRefused(pieces.bytes());
 }
 
+/// Qt's parser drops them, and a number ends where one stood.
+TEST_F(HostileDocuments, EntitiesThatNobodyDeclaredAreRefused)
+{
+    DocumentPieces pieces;
+    for (const char *reference :
+         {"&nbsp;", "&x;", "&AMP;", "&#;", "&#x;", "&#x110000;", "&#1114112;", "&#xFFFE;",
+          "&#65535;", "&#xD83C;", "&#xDF0D;", "&#xDF0D;&#xD83C;", "&#xD83C;&#x41;",
+          "&#99999999999999999999;", "&#12", "&", "& ", "&;", "&#x1G;"}) {
+        SCOPED_TRACE(reference);
+        const QByteArray text = QByteArray("12") + reference + "345.5";
+        pieces.rootAttributes = "ver=\"1\" coord_name=\"" + text + '"';
+        pieces.datum = R"(<Ellipsoid_Transform ver="1"/>)";
+        expectRefused(pieces.bytes());
+        pieces.rootAttributes = R"(ver="1" coord_name="site")";
+        pieces.datum = R"(<Ellipsoid_Transform ver="1"><x_translate ver="1" unit="Meter" )"
+                       R"(valType="Distance" isDictionary="false">)"
+                       + text + "</x_translate></Ellipsoid_Transform>";
+        expectRefused(pieces.bytes());
+    }
+}
+
+TEST_F(HostileDocuments, WhatLooksLikeAnEntityButIsNoneIsAccepted)
+{
+    DocumentPieces pieces;
+    pieces.declaration += "<?other &nbsp; &?><!-- &nbsp; & -->";
+    pieces.more = "<x><![CDATA[&nbsp; & &#x110000;]]></x>";
+    Coord coord;
+    EXPECT_TRUE(read(pieces.bytes(), coord));
+}
+
+/// The first says version 2, and the last would count.
+TEST_F(HostileDocuments, TagsWithAnAttributeTwiceAreRefused)
+{
+    for (const char *attributes :
+         {"ver='2' ver='1' coord_name='a'", "ver=\"1\" coord_name=\"a\" coord_name=\"a\"",
+          "ver = '1' coord_name='a' ver= '1'", "ver='1' a='=' b='>' a =\n'x'"}) {
+        SCOPED_TRACE(attributes);
+        DocumentPieces pieces;
+        pieces.rootAttributes = attributes;
+        expectRefused(pieces.bytes());
+    }
+    DocumentPieces pieces;
+    pieces.ellipsoid = "<Ellpsoid ver='1' biggerHalfAxle='1' reciprocal='2' biggerHalfAxle='3'/>";
+    expectRefused(pieces.bytes());
+}
+
+TEST_F(HostileDocuments, AttributesThatOnlyLookAlikeAreAccepted)
+{
+    DocumentPieces pieces;
+    pieces.rootAttributes =
+        R"(ver="1" coord_name="ver='2' coord_name='b'" Ver="2" x:ver="3" verver="4")";
+    Coord coord;
+    EXPECT_TRUE(read(pieces.bytes(), coord));
+    EXPECT_EQ(coord.coord_name, QStringLiteral("ver='2' coord_name='b'"));
+}
+
+TEST_F(HostileDocuments, ManyAttributesAndReferencesAreReadQuickly)
+{
+    QElapsedTimer timer;
+    timer.start();
+    DocumentPieces pieces;
+    for (int i = 0; i < 200000; ++i)
+        pieces.rootAttributes += " a" + QByteArray::number(i) + "='&#x1F30D;'";
+    Coord coord;
+    EXPECT_TRUE(read(pieces.bytes(), coord));
+    EXPECT_LT(timer.elapsed(), quickly);
+}
+
 TEST_F(HostileDocuments, DocumentTypeDoesNotFetchFiles)
 {
     writeFile(path(QStringLiteral("secret.txt")), "secret");
@@ -238,6 +306,33 @@ TEST_F(HostileDocuments, AttributeOfTensOfMegabytesIsRead)
     EXPECT_LT(timer.elapsed(), 6 * quickly);
     EXPECT_EQ(coord.coord_name.size(), size);
     EXPECT_EQ(coord.coord_name.count(QLatin1Char('n')), size);
+}
+
+/// Qt cannot hold a text of 2^30 characters. A hole in a file takes no room on the disk.
+TEST_F(HostileDocuments, FilesLargerThanAnyDocumentAreRefused)
+{
+    constexpr qint64 mebibyte = 1 << 20;
+    for (const qint64 size : {64 * mebibyte + 1, 1100 * mebibyte, 3000 * mebibyte}) {
+        SCOPED_TRACE(size);
+        QFile file(path());
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        ASSERT_TRUE(file.resize(size));
+        QElapsedTimer timer;
+        timer.start();
+        Coord coord = completeSystem();
+        QString error = QStringLiteral("untouched");
+        EXPECT_FALSE(Coord_IO::xml_read(path(), coord, &error));
+        EXPECT_EQ(error, QStringLiteral("untouched"));
+        expectSameSystem(coord, completeSystem());
+        EXPECT_LT(timer.elapsed(), quickly);
+    }
+}
+
+TEST_F(HostileDocuments, DevicesWithoutAnEndAreRefused)
+{
+    Coord coord = completeSystem();
+    EXPECT_FALSE(Coord_IO::xml_read(QStringLiteral("/dev/zero"), coord, nullptr));
+    expectSameSystem(coord, completeSystem());
 }
 
 TEST_F(HostileDocuments, AttributeThatNeverEndsIsRefused)

@@ -5,7 +5,9 @@
 
 #include <QtCore/QSet>
 
+#include <algorithm>
 #include <csignal>
+#include <iterator>
 #include <random>
 
 #include <sys/wait.h>
@@ -146,8 +148,14 @@ TEST_F(KilledWriter, LeavesEveryFileWhole)
     std::mt19937 random(20240506);
     std::uniform_int_distribution<useconds_t> delay(0, 20000);
     QMap<QByteArray, QSet<int>> seen; // which content of each file
-    for (int i = 0; i < kills; ++i) {
-        ASSERT_NO_FATAL_FAILURE(killWriterAfter(delay(random), i));
+    const auto allSeen = [&seen] {
+        return std::all_of(std::begin(files), std::end(files),
+                           [&seen](const char *file) { return seen[file].size() == 2; });
+    };
+    // A machine that is busy with other tests gives a writer less time than it is told here.
+    for (int i = 0; i < kills || (i < 2 * kills && !allSeen()); ++i) {
+        const useconds_t patience = i < kills ? 1 : 10;
+        ASSERT_NO_FATAL_FAILURE(killWriterAfter(patience * delay(random), i));
         for (const char *file : files) {
             const int content = m_contents[file].indexOf(readFile(path(file)));
             ASSERT_GE(content, 0) << file << " after kill " << i;
@@ -155,8 +163,7 @@ TEST_F(KilledWriter, LeavesEveryFileWhole)
         }
     }
     // The moments were such that the writer was at work.
-    for (const char *file : files)
-        EXPECT_EQ(seen[file].size(), 2) << file;
+    EXPECT_TRUE(allSeen());
 
     library().loadLibrary();
     QMap<QString, const Ellipsoid *> ellipsoids;
