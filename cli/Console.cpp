@@ -1,5 +1,6 @@
 #include <cli/Console.h>
 
+#include <cli/ShownText.h>
 #include <cli/StandardStreams.h>
 
 namespace KelStd::cli {
@@ -21,7 +22,7 @@ Console::~Console()
 
 void Console::print(const QString &line)
 {
-    write(line.toUtf8() + '\n');
+    write(shownLines(line).toUtf8() + '\n');
 }
 
 void Console::write(const QByteArray &lines)
@@ -37,7 +38,7 @@ void Console::report(const QString &message)
 {
     // Where both streams end in one place, what was printed before the message stands before it.
     flush();
-    const QByteArray line = "kelstd: " + message.toUtf8() + '\n';
+    const QByteArray line = "kelstd: " + shownLines(message).toUtf8() + '\n';
     const QByteArray status = m_status.toUtf8();
     streams::writeAll(streams::standardError,
                       m_status.isEmpty() ? line : eraseLine + line + status);

@@ -18,13 +18,13 @@ public:
     Console(const Console &) = delete;
     Console &operator=(const Console &) = delete;
 
-    /// A line of standard output, without its end.
+    /// A line of standard output, without its end. Its control characters are shown as texts.
     void print(const QString &line);
 
-    /// Whole lines of standard output, in UTF-8.
+    /// Whole lines of standard output, in UTF-8, as they are.
     void write(const QByteArray &lines);
 
-    /// A line of standard error, under the program's name.
+    /// A line of standard error, under the program's name, with its control characters as texts.
     void report(const QString &message);
 
     /// Shows a text in the last line of the terminal of standard error, in place of the one before;

@@ -6,9 +6,14 @@
 #include <cli/Console.h>
 #include <cli/LibraryDocument.h>
 #include <cli/LibraryEntry.h>
+#include <cli/LibraryLock.h>
 #include <cli/LibraryOptions.h>
+#include <cli/RecordLoss.h>
+#include <cli/ShownText.h>
 
 #include <QtCore/QFileInfo>
+
+#include <memory>
 
 namespace KelStd::cli {
 
@@ -71,7 +76,7 @@ std::optional<Record> recordFrom(const QString &fileName, RecordKind kind, Conso
     if (records->size() != 1) {
         QStringList names;
         for (const Record &record : *records)
-            names += QLatin1Char('"') + nameOf(record) + QLatin1Char('"');
+            names += inQuotes(nameOf(record));
         console.report(QStringLiteral("%1 holds %2 records of this kind%3; one is needed")
                            .arg(fileName)
                            .arg(records->size())
@@ -81,6 +86,45 @@ std::optional<Record> recordFrom(const QString &fileName, RecordKind kind, Conso
         return std::nullopt;
     }
     return records->constFirst();
+}
+
+/// Nothing when a document keeps all of the record; otherwise the status after a report.
+std::optional<ExitStatus> refuseLoss(const Record &record, const QString &fileName,
+                                     const char *change, Console &console)
+{
+    const LossCheck check = checkLoss(record);
+    if (!check.failure.isEmpty())
+        return fail(check.failure, ExitStatus::Environment, console);
+    if (check.loss.isEmpty())
+        return std::nullopt;
+    return fail(
+        QStringLiteral("cannot %1 %2: %3").arg(QString::fromLatin1(change), fileName, check.loss),
+        ExitStatus::SomeFailed, console);
+}
+
+/// A library that no other program changes meanwhile, and which is loaded.
+struct LockedLibrary
+{
+    LibraryDirectory directory;
+    std::unique_ptr<LibraryLock> lock;
+};
+
+/// Nothing after a report.
+std::optional<LockedLibrary> openForChange(const CommandLine &line, Missing missing,
+                                           Console &console)
+{
+    const auto library = openLibrary(line, missing, console);
+    if (!library)
+        return std::nullopt;
+    auto lock = std::make_unique<LibraryLock>(*library);
+    QString reason;
+    if (!lock->acquire(reason)) {
+        console.report(reason);
+        return std::nullopt;
+    }
+    if (!loadRecords(*library, console))
+        return std::nullopt;
+    return LockedLibrary{*library, std::move(lock)};
 }
 
 ExitStatus notWritten(const QString &fileName, Console &console)
@@ -96,7 +140,7 @@ ExitStatus addTo(const LibraryDirectory &library, RecordKind kind, const Record 
     const QString file = recordFile(library, kind, name);
     const QString taken = takenBy(kind, name);
     if (!taken.isEmpty()) {
-        return fail(QStringLiteral("the name \"%1\" is taken by %2").arg(name, taken),
+        return fail(QStringLiteral("the name %1 is taken by %2").arg(inQuotes(name), taken),
                     ExitStatus::SomeFailed, console);
     }
     // The registry would replace it.
@@ -113,22 +157,19 @@ ExitStatus addTo(const LibraryDirectory &library, RecordKind kind, const Record 
     }
     if (!addRecord(name, record))
         return notWritten(file, console);
-    console.print(QStringLiteral("added the %1 \"%2\": %3").arg(titleOf(kind), name, file));
+    console.print(QStringLiteral("added the %1 %2: %3").arg(titleOf(kind), inQuotes(name), file));
     return ExitStatus::Success;
 }
 
-ExitStatus replaceIn(const LibraryDirectory &library, RecordKind kind, const QString &name,
-                     Record record, Console &console)
+ExitStatus replaceIn(const LibraryDirectory &library, RecordKind kind, const Record &record,
+                     Console &console)
 {
-    if (nameOf(record) != name) {
-        console.report(QStringLiteral("note: the file's \"%1\" is kept under the name \"%2\"")
-                           .arg(nameOf(record), name));
-        rename(record, name);
-    }
+    const QString name = nameOf(record);
     const QString file = recordFile(library, kind, name);
     if (!replaceRecord(name, record))
         return notWritten(file, console);
-    console.print(QStringLiteral("replaced the %1 \"%2\": %3").arg(titleOf(kind), name, file));
+    console.print(
+        QStringLiteral("replaced the %1 %2: %3").arg(titleOf(kind), inQuotes(name), file));
     return ExitStatus::Success;
 }
 
@@ -145,8 +186,8 @@ bool isChangeable(const LibraryDirectory &library, RecordKind kind, const QStrin
         reason = nameFault(name);
     if (reason.isEmpty())
         return true;
-    console.report(QStringLiteral("cannot %1 the %2 \"%3\": %4")
-                       .arg(QString::fromLatin1(change), titleOf(kind), name, reason));
+    console.report(QStringLiteral("cannot %1 the %2 %3: %4")
+                       .arg(QString::fromLatin1(change), titleOf(kind), inQuotes(name), reason));
     return false;
 }
 
@@ -188,17 +229,14 @@ ExitStatus runLibraryAdd(const QStringList &arguments, Console &console)
         return fail(QStringLiteral("%1; give it another one with --as").arg(fault),
                     ExitStatus::SomeFailed, console);
     }
-    const QString loss = lossFault(*record);
-    if (!loss.isEmpty())
-        return fail(QStringLiteral("cannot add %1: %2").arg(fileName, loss), ExitStatus::SomeFailed,
-                    console);
+    if (const auto status = refuseLoss(*record, fileName, "add", console))
+        return *status;
 
-    const auto library = openLibrary(
+    const auto library = openForChange(
         line, line.isSet(createOption) ? Missing::IsCreated : Missing::IsAnError, console);
     if (!library)
         return ExitStatus::Environment;
-    loadRecords(*library);
-    return addTo(*library, *kind, *record, console);
+    return addTo(library->directory, *kind, *record, console);
 }
 
 ExitStatus runLibraryReplace(const QStringList &arguments, Console &console)
@@ -222,26 +260,29 @@ ExitStatus runLibraryReplace(const QStringList &arguments, Console &console)
     if (!kind)
         return line.refuse(mistake, console);
 
-    const auto record = recordFrom(fileName, *kind, console);
+    auto record = recordFrom(fileName, *kind, console);
     if (!record)
         return ExitStatus::Environment;
-    const QString loss = lossFault(*record);
-    if (!loss.isEmpty())
-        return fail(QStringLiteral("cannot take %1: %2").arg(fileName, loss),
-                    ExitStatus::SomeFailed, console);
-    const auto library = openLibrary(line, Missing::IsAnError, console);
+    const QString givenName = nameOf(*record);
+    rename(*record, name);
+    if (const auto status = refuseLoss(*record, fileName, "take", console))
+        return *status;
+    const auto library = openForChange(line, Missing::IsAnError, console);
     if (!library)
         return ExitStatus::Environment;
-    loadRecords(*library);
     QList<RecordKind> kinds = {*kind};
     if (*kind == RecordKind::Custom)
         kinds += RecordKind::Standard;
     const auto holding = kindsHolding(name, kinds);
     if (holding.isEmpty())
         return fail(unknownName(name, kinds), ExitStatus::SomeFailed, console);
-    if (!isChangeable(*library, holding.constFirst(), name, "replace", console))
+    if (!isChangeable(library->directory, holding.constFirst(), name, "replace", console))
         return ExitStatus::SomeFailed;
-    return replaceIn(*library, *kind, name, *record, console);
+    if (givenName != name) {
+        console.report(QStringLiteral("note: the file's %1 is kept under the name %2")
+                           .arg(inQuotes(givenName), inQuotes(name)));
+    }
+    return replaceIn(library->directory, *kind, *record, console);
 }
 
 ExitStatus runLibraryRemove(const QStringList &arguments, Console &console)
@@ -261,10 +302,9 @@ ExitStatus runLibraryRemove(const QStringList &arguments, Console &console)
     if (line.positionals().isEmpty())
         return line.refuse(QStringLiteral("the NAME is missing"), console);
     const QString name = line.positionals().constFirst();
-    const auto library = openLibrary(line, Missing::IsAnError, console);
+    const auto library = openForChange(line, Missing::IsAnError, console);
     if (!library)
         return ExitStatus::Environment;
-    loadRecords(*library);
 
     auto holding = kindsHolding(name, kinds);
     if (holding.isEmpty())
@@ -272,21 +312,22 @@ ExitStatus runLibraryRemove(const QStringList &arguments, Console &console)
     if (holding.size() > 1 && holding.contains(RecordKind::Custom))
         holding.removeAll(RecordKind::Standard);
     if (holding.size() > 1) {
-        return line.refuse(QStringLiteral("\"%1\" is %2 and %3; say which with --kind")
-                               .arg(name, withArticle(holding.at(0)), withArticle(holding.at(1))),
-                           console);
+        return line.refuse(
+            QStringLiteral("%1 is %2 and %3; say which with --kind")
+                .arg(inQuotes(name), withArticle(holding.at(0)), withArticle(holding.at(1))),
+            console);
     }
     const RecordKind kind = holding.constFirst();
-    if (!isChangeable(*library, kind, name, "remove", console))
+    if (!isChangeable(library->directory, kind, name, "remove", console))
         return ExitStatus::SomeFailed;
-    const QString file = recordFile(*library, kind, name);
+    const QString file = recordFile(library->directory, kind, name);
     if (!removeRecord(kind, name)) {
         return fail(QStringLiteral("cannot remove %1: it is not there any more, or its directory "
                                    "cannot be written")
                         .arg(file),
                     ExitStatus::Environment, console);
     }
-    console.print(QStringLiteral("removed the %1 \"%2\": %3").arg(titleOf(kind), name, file));
+    console.print(QStringLiteral("removed the %1 %2: %3").arg(titleOf(kind), inQuotes(name), file));
     return ExitStatus::Success;
 }
 

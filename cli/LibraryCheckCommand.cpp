@@ -6,6 +6,7 @@
 #include <cli/LibraryDocument.h>
 #include <cli/LibraryEntry.h>
 #include <cli/ProjEnvironment.h>
+#include <cli/ShownText.h>
 #include <cli/SystemFile.h>
 
 #include <QtCore/QFileInfo>
@@ -19,11 +20,6 @@ namespace KelStd::cli {
 namespace {
 
 const QString documentSuffix = QStringLiteral(".xml");
-
-QString quoted(const QString &text)
-{
-    return QLatin1Char('"') + text + QLatin1Char('"');
-}
 
 /// What was found in one place, printed below the place's own line.
 class Findings
@@ -60,7 +56,7 @@ public:
         QString last;
         for (const auto &[what, text] : m_pending) {
             if (what != last)
-                m_console.print(QLatin1String("  ") + what);
+                m_console.print(QLatin1String("  ") + shown(what));
             last = what;
             printWrapped(text);
         }
@@ -87,7 +83,7 @@ private:
         constexpr int lineWidth = 80;
         const QString indent(4, QLatin1Char(' '));
         QString line = indent;
-        for (const QString &word : text.split(QLatin1Char(' '))) {
+        for (const QString &word : shown(text).split(QLatin1Char(' '))) {
             if (line.size() + 1 + word.size() > lineWidth && line != indent) {
                 m_console.print(line);
                 line = indent + QLatin1String("  ");
@@ -110,8 +106,8 @@ class DirectoryCheck
 public:
     DirectoryCheck(const LibraryDirectory &library, RecordKind kind, bool hasProj,
                    Findings &findings)
-        : m_directory(library.path(placeOf(kind))), m_kind(kind), m_hasProj(hasProj),
-          m_findings(findings)
+        : m_library(library), m_directory(library.path(placeOf(kind))), m_kind(kind),
+          m_hasProj(hasProj), m_findings(findings)
     {}
 
     /// Returns the names that loading finds.
@@ -122,9 +118,12 @@ public:
             m_findings.print(place, QStringLiteral("there is no such directory"));
             return {};
         }
-        const QStringList documents =
-            m_directory.entryList({QLatin1Char('*') + documentSuffix},
-                                  QDir::Files | QDir::NoDotAndDotDot, QDir::Unsorted);
+        if (!isListable(m_directory.absolutePath())) {
+            m_findings.skipped(place, QStringLiteral("the directory cannot be read"));
+            m_findings.print(place, QStringLiteral("not read"));
+            return {};
+        }
+        const QStringList documents = documentsOf(m_library, m_kind);
         passOverOthers(documents);
         int read = 0;
         for (const QString &fileName : documents)
@@ -165,20 +164,20 @@ private:
             m_findings.skipped(fileName, reason);
             return false;
         }
-        const QStringList names = outlineOf(path, m_kind).names;
-        if (names.isEmpty())
+        if (records->isEmpty())
             m_findings.note(fileName, QStringLiteral("it holds no %1").arg(titleOf(m_kind)));
         QSet<QString> seen;
-        for (const QString &name : names) {
+        for (const Record &record : *records) {
+            const QString name = nameOf(record);
             if (seen.contains(name)) {
                 m_findings.skipped(fileName, QStringLiteral("of several records called %1 the last "
                                                             "one stays")
-                                                 .arg(quoted(name)));
+                                                 .arg(inQuotes(name)));
+            } else {
+                take(name, fileName, records->size() > 1);
             }
             seen.insert(name);
         }
-        for (const Record &record : *records)
-            take(nameOf(record), fileName, names.size() > 1);
         if (m_hasProj && !records->isEmpty()
             && std::holds_alternative<Coord>(records->constFirst()))
             tryDefinitions(fileName, std::get<Coord>(records->constFirst()));
@@ -191,7 +190,7 @@ private:
         if (!before.isEmpty()) {
             m_findings.skipped(before, QStringLiteral("%1 holds %2, too, and is listed after it by "
                                                       "the file system, which may change")
-                                           .arg(fileName, quoted(name)));
+                                           .arg(fileName, inQuotes(name)));
         }
         m_fileOf.insert(name, fileName);
         if (hasOthers)
@@ -223,10 +222,11 @@ private:
         } else if (fileName != name + documentSuffix) {
             m_findings.note(fileName, QStringLiteral("it holds %1: replacing or removing that "
                                                      "looks for another file name and fails")
-                                          .arg(quoted(name)));
+                                          .arg(inQuotes(name)));
         }
     }
 
+    const LibraryDirectory &m_library;
     QDir m_directory;
     RecordKind m_kind;
     bool m_hasProj;
@@ -250,8 +250,24 @@ void checkBase(const LibraryDirectory &library, Findings &findings)
     if (!records)
         findings.skipped(place, reason);
     findings.print(place,
-                   records ? QStringLiteral("read: %1").arg(quoted(nameOf(records->constFirst())))
+                   records ? QStringLiteral("read: %1").arg(inQuotes(nameOf(records->constFirst())))
                            : QStringLiteral("not read; the base system stays as it is"));
+}
+
+/// A document of which the walk doesn't know what loading makes of it.
+void checkDoubtfulOffered(const LibraryDirectory &library, const QString &fault, Findings &findings)
+{
+    const QString place = placeName(LibraryPlace::Offered);
+    QString reason;
+    const bool isLoaded = loadPlaces(
+        library, {LibraryPlace::Custom, LibraryPlace::Standard, LibraryPlace::Offered}, reason);
+    const int known = isLoaded ? offeredNames().size() : 0;
+    if (known == 0)
+        findings.skipped(place, fault);
+    else
+        findings.note(place, QStringLiteral("names of other systems are not told: ") + fault);
+    findings.print(place, known == 0 ? QStringLiteral("not read")
+                                     : QStringLiteral("%1 names are systems").arg(known));
 }
 
 void checkOffered(const LibraryDirectory &library, const QSet<QString> &systems, Findings &findings)
@@ -264,8 +280,7 @@ void checkOffered(const LibraryDirectory &library, const QSet<QString> &systems,
     }
     const DocumentOutline outline = outlineOf(path, std::nullopt);
     if (!outline.fault.isEmpty()) {
-        findings.skipped(place, outline.fault);
-        findings.print(place, QStringLiteral("not read"));
+        checkDoubtfulOffered(library, outline.fault, findings);
         return;
     }
     int known = 0;
@@ -273,8 +288,8 @@ void checkOffered(const LibraryDirectory &library, const QSet<QString> &systems,
         if (systems.contains(name))
             ++known;
         else
-            findings.skipped(quoted(name), QStringLiteral("it is offered, but the library has no "
-                                                          "such system"));
+            findings.skipped(inQuotes(name), QStringLiteral("it is offered, but the library has no "
+                                                            "such system"));
     }
     findings.print(
         place, QStringLiteral("%1 of %2 names are systems").arg(known).arg(outline.offered.size()));

@@ -81,6 +81,11 @@ bool layOut(const LibraryDirectory &library, const QString &delivered, QString &
     return false;
 }
 
+QString notListable(const QString &directory)
+{
+    return QStringLiteral("cannot read the directory %1: Permission denied").arg(directory);
+}
+
 std::optional<LibraryDirectory> refuse(const QString &reason, Console &console)
 {
     console.report(reason);
@@ -133,6 +138,8 @@ std::optional<LibraryDirectory> openHomeLibrary(Console &console)
     const LibraryDirectory library = LibraryDirectory::ofHome();
     if (library.holdsLibrary())
         return library;
+    if (!isListable(library.path()))
+        return refuse(notListable(library.path()), console);
     if (QFileInfo::exists(library.path()) && (!library.exists() || !QDir(library.path()).isEmpty()))
         return refuse(QStringLiteral("%1 holds no library").arg(library.path()), console);
     const QString delivered = AppConfig::getInstance().binDir().absoluteFilePath(directoryName);
@@ -160,6 +167,8 @@ std::optional<LibraryDirectory> openLibrary(const CommandLine &line, Missing mis
     const LibraryDirectory library(given);
     if (library.holdsLibrary())
         return library;
+    if (!isListable(library.path()))
+        return refuse(notListable(library.path()), console);
     if (missing == Missing::IsCreated)
         return openCreated(library, console);
     if (!library.exists())
@@ -171,17 +180,31 @@ std::optional<LibraryDirectory> openLibrary(const CommandLine &line, Missing mis
                   console);
 }
 
-void loadPlaces(const LibraryDirectory &library, std::initializer_list<LibraryPlace> places)
+bool isListable(const QString &directory)
 {
+    const QFileInfo info(directory);
+    // What may not be searched shows names, but nothing of what they are.
+    return !info.isDir() || (info.isReadable() && info.isExecutable());
+}
+
+bool loadPlaces(const LibraryDirectory &library, std::initializer_list<LibraryPlace> places,
+                QString &reason)
+{
+    for (const LibraryPlace place : places) {
+        if (!isListable(library.path(place))) {
+            reason = notListable(library.path(place));
+            return false;
+        }
+    }
     StandardLibrary &registry = StandardLibrary::getInstance();
     for (const PlaceRow &row : placeRows) {
-        const bool isLoaded =
-            row.isDirectory && std::find(places.begin(), places.end(), row.place) != places.end();
-        (registry.*row.setPath)(isLoaded          ? library.path(row.place)
-                                : row.isDirectory ? nowhere
-                                                  : QString());
+        const QString path = library.path(row.place);
+        const bool isLoaded = std::find(places.begin(), places.end(), row.place) != places.end()
+                              && (row.isDirectory || QFileInfo::exists(path));
+        (registry.*row.setPath)(isLoaded ? path : row.isDirectory ? nowhere : QString());
     }
     registry.loadLibrary();
+    return true;
 }
 
 } // namespace KelStd::cli

@@ -64,9 +64,17 @@ std::optional<LibraryDirectory> openLibrary(const CommandLine &line, Missing mis
 /// The library of the home directory, as above.
 std::optional<LibraryDirectory> openHomeLibrary(Console &console);
 
-/// Loads the records of these places into the registry, and nothing else: the other directories are
-/// nowhere, and the files are left out, above all the display configuration, which would reach the
-/// PROJ definitions of spelled-out ellipsoids.
-void loadPlaces(const LibraryDirectory &library, std::initializer_list<LibraryPlace> places);
+/// Whether nothing keeps loading from seeing what a directory holds. One that isn't there holds
+/// nothing.
+bool isListable(const QString &directory);
+
+/// Loads these places into the registry, and nothing else: the other directories are nowhere, and
+/// the other files are left out, above all the display configuration, which would reach the PROJ
+/// definitions of spelled-out ellipsoids. No file is created.
+///
+/// False with the reason, and the registry as it was, when one of the directories cannot be listed:
+/// loading would take it for an empty one.
+bool loadPlaces(const LibraryDirectory &library, std::initializer_list<LibraryPlace> places,
+                QString &reason);
 
 } // namespace KelStd::cli

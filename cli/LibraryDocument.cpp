@@ -1,20 +1,19 @@
 #include <cli/LibraryDocument.h>
 
 #include <KelStd/io/Coord_IO.h>
+#include <KelStd/io/ListDocuments.h>
 
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
-#include <QtCore/QTemporaryDir>
 #include <QtCore/QXmlStreamReader>
-
-#include <algorithm>
 
 namespace KelStd::cli {
 
 namespace {
 
 constexpr int readVersion = 1;
-constexpr int deepestNesting = 256; // of a document that the library reads
+constexpr int deepestNesting = 256;                          // of a document that the library reads
+constexpr qint64 largestDocument = qint64{64} * 1024 * 1024; // [bytes]
 constexpr int rootDepth = 1;
 constexpr int recordDepth = 2;
 
@@ -30,13 +29,6 @@ QString recordElement(DocumentKind kind)
 {
     return kind == RecordKind::Ellipsoid ? Coord_IO::xml_segName_ellipsoid
                                          : Coord_IO::xml_segName_projection;
-}
-
-QString nameAttribute(DocumentKind kind)
-{
-    return kind == RecordKind::Ellipsoid    ? Coord_IO::xml_attrName_ellipsoidName
-           : kind == RecordKind::Projection ? Coord_IO::xml_attrName_projectionName
-                                            : Coord_IO::xml_attrName_rootName;
 }
 
 /// Goes through a document element by element.
@@ -80,9 +72,6 @@ private:
             m_outline.rootName = name;
         if (needsVersion(name))
             checkVersion(name);
-        if (m_depth == (isList(m_kind) ? recordDepth : rootDepth)
-            && (!isList(m_kind) || name == recordElement(m_kind)))
-            m_outline.names += attribute(nameAttribute(m_kind));
         if (m_depth == recordDepth && name == Coord_IO::xml_segName_root)
             m_outline.offered += attribute(Coord_IO::xml_attrName_rootName);
     }
@@ -149,28 +138,19 @@ std::optional<QList<Record>> systemIn(const QString &fileName, RecordKind kind, 
     return std::nullopt;
 }
 
-/// The registry reads directories: it is given one that holds nothing but this document.
-std::optional<QList<Record>> listIn(const QString &fileName, RecordKind kind, QString &reason)
+template <typename Found>
+std::optional<QList<Record>> listIn(bool (*read)(const QString &, QList<Found> &, QString *),
+                                    const QString &fileName, RecordKind kind, QString &reason)
 {
-    const QTemporaryDir directory;
-    const LibraryDirectory alone(directory.path());
-    const QString place = alone.path(placeOf(kind));
-    if (!directory.isValid() || !QDir().mkpath(place)
-        || !QFile::link(QFileInfo(fileName).absoluteFilePath(),
-                        QDir(place).filePath(QStringLiteral("document.xml")))) {
-        reason = QStringLiteral("no temporary directory can be made for reading it");
-        return std::nullopt;
+    QList<Found> found;
+    if (read(fileName, found, &reason)) {
+        QList<Record> records;
+        for (const Found &each : found)
+            records += each;
+        return records;
     }
-    loadPlaces(alone, {placeOf(kind)});
-    QList<Record> records;
-    for (const QString &name : namesOf(kind))
-        records += *find(kind, name);
-    if (!records.isEmpty())
-        return records;
-    const DocumentOutline outline = outlineOf(fileName, kind);
-    if (outline.fault.isEmpty() && outline.names.isEmpty())
-        return records;
-    reason = faultOf(fileName, kind);
+    if (reason.isEmpty())
+        reason = faultOf(fileName, kind);
     return std::nullopt;
 }
 
@@ -191,6 +171,10 @@ DocumentOutline outlineOf(const QString &fileName, std::optional<RecordKind> kin
     }
     if (file.size() == 0) {
         outline.fault = QStringLiteral("the file is empty");
+        return outline;
+    }
+    if (file.size() > largestDocument) {
+        outline.fault = QStringLiteral("the file is larger than 64 MiB");
         return outline;
     }
     return Walk(file, kind).run();
@@ -221,7 +205,13 @@ std::optional<QList<Record>> recordsIn(const QString &fileName, RecordKind kind,
         reason = file.errorString();
         return std::nullopt;
     }
-    return isList(kind) ? listIn(fileName, kind, reason) : systemIn(fileName, kind, reason);
+    switch (kind) {
+    case RecordKind::Ellipsoid: return listIn(&io::readEllipsoidList, fileName, kind, reason);
+    case RecordKind::Projection: return listIn(&io::readProjectionList, fileName, kind, reason);
+    case RecordKind::Custom:
+    case RecordKind::Standard: break;
+    }
+    return systemIn(fileName, kind, reason);
 }
 
 } // namespace KelStd::cli

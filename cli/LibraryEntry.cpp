@@ -1,8 +1,7 @@
 #include <cli/LibraryEntry.h>
 
 #include <cli/LibraryDocument.h>
-
-#include <KelStd/coord/Param.h>
+#include <cli/ShownText.h>
 
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
@@ -16,31 +15,53 @@ namespace {
 
 const QString suffix = QStringLiteral(".xml");
 
-QString quoted(const QString &text)
+/// Control characters, and those that Unicode keeps free, of which a document cannot hold all.
+bool isNoText(QChar c)
 {
-    return QLatin1Char('"') + text + QLatin1Char('"');
+    return c.category() == QChar::Other_Control || QChar::isNonCharacter(c.unicode());
 }
 
-bool isControl(QChar c)
+/// A document that holds a record, and how many it holds in all.
+struct Holder
 {
-    return c.category() == QChar::Other_Control;
+    QString fileName;
+    int records;
+};
+
+/// The documents that loading finds a record in.
+QList<Holder> holdersOf(const LibraryDirectory &library, RecordKind kind, const QString &name)
+{
+    const QDir directory(library.path(placeOf(kind)));
+    QList<Holder> holders;
+    for (const QString &fileName : documentsOf(library, kind)) {
+        QString reason;
+        const auto records = recordsIn(directory.filePath(fileName), kind, reason);
+        if (records && std::any_of(records->begin(), records->end(), [&name](const Record &record) {
+                return nameOf(record) == name;
+            }))
+            holders.append({fileName, records->size()});
+    }
+    return holders;
 }
 
-/// The documents of a kind, as loading lists them.
+QString severalFault(const QString &place, const QList<Holder> &holders)
+{
+    QStringList files;
+    for (const Holder &holder : holders)
+        files += inQuotes(holder.fileName);
+    files.sort();
+    return QStringLiteral("%1 files of %2 hold it: %3; delete all but one first")
+        .arg(files.size())
+        .arg(place, files.join(QLatin1String(", ")));
+}
+
+} // namespace
+
 QStringList documentsOf(const LibraryDirectory &library, RecordKind kind)
 {
     return QDir(library.path(placeOf(kind)))
         .entryList({QLatin1Char('*') + suffix}, QDir::Files | QDir::NoDotAndDotDot, QDir::Unsorted);
 }
-
-const Projection *projectionOf(const Record &record)
-{
-    if (const auto *coord = std::get_if<Coord>(&record))
-        return &coord->projection;
-    return std::get_if<Projection>(&record);
-}
-
-} // namespace
 
 QString nameFault(const QString &name)
 {
@@ -48,16 +69,16 @@ QString nameFault(const QString &name)
     if (name.trimmed().isEmpty())
         return QStringLiteral("a name must not be empty or blank");
     if (name.contains(QLatin1Char('/')) || name.contains(QLatin1Char('\\'))) {
-        return QStringLiteral("the name \"%1\" has a path separator, which no file name can hold")
-            .arg(name);
+        return QStringLiteral("the name %1 has a path separator, which no file name can hold")
+            .arg(inQuotes(name));
     }
     if (name.startsWith(QLatin1Char('.'))) {
-        return QStringLiteral("the name \"%1\" begins with a dot: its file would be hidden and "
+        return QStringLiteral("the name %1 begins with a dot: its file would be hidden and "
                               "never loaded")
-            .arg(name);
+            .arg(inQuotes(name));
     }
-    if (std::any_of(name.cbegin(), name.cend(), isControl))
-        return QStringLiteral("the name has a control character");
+    if (std::any_of(name.cbegin(), name.cend(), isNoText))
+        return QStringLiteral("the name has a control character, or one that stands for none");
     const int bytes = QFile::encodeName(name + suffix).size();
     if (bytes > longestFileName) {
         return QStringLiteral("the name is too long: its file's name would have %1 bytes, and file "
@@ -73,32 +94,31 @@ QString recordFile(const LibraryDirectory &library, RecordKind kind, const QStri
     return library.path(placeOf(kind)) + QLatin1Char('/') + name + suffix;
 }
 
+QString ambiguity(const LibraryDirectory &library, RecordKind kind, const QString &name)
+{
+    const bool isSystem = kind == RecordKind::Custom || kind == RecordKind::Standard;
+    if (isSystem && namesOf(kind).size() == documentsOf(library, kind).size())
+        return {}; // each document has one, and each has its own name
+    const auto holders = holdersOf(library, kind, name);
+    return holders.size() > 1 ? severalFault(library.path(placeOf(kind)), holders) : QString();
+}
+
 QString ownershipFault(const LibraryDirectory &library, RecordKind kind, const QString &name)
 {
     const QString own = name + suffix;
-    const QDir directory(library.path(placeOf(kind)));
-    QStringList holding;
-    bool isAlone = true;
-    for (const QString &fileName : documentsOf(library, kind)) {
-        const QStringList names = outlineOf(directory.filePath(fileName), kind).names;
-        if (!names.contains(name))
-            continue;
-        holding += quoted(fileName);
-        isAlone = isAlone && names.size() == 1;
-    }
-    holding.sort();
-    const QString place = directory.absolutePath();
-    if (holding.size() > 1) {
-        return QStringLiteral("%1 files of %2 hold it: %3; delete all but one first")
-            .arg(holding.size())
-            .arg(place, holding.join(QLatin1String(", ")));
-    }
-    if (!holding.isEmpty() && holding.first() != quoted(own)) {
+    const QString place = library.path(placeOf(kind));
+    const auto holders = holdersOf(library, kind, name);
+    if (holders.size() > 1)
+        return severalFault(place, holders);
+    if (holders.isEmpty())
+        return {};
+    const Holder &holder = holders.constFirst();
+    if (holder.fileName != own) {
         return QStringLiteral("it came from the file %1 of %2, not from %3; rename or edit that "
                               "file")
-            .arg(holding.first(), place, quoted(own));
+            .arg(inQuotes(holder.fileName), place, inQuotes(own));
     }
-    if (!isAlone)
+    if (holder.records > 1)
         return QStringLiteral("its file in %1 holds other records, too; edit that file").arg(place);
     return {};
 }
@@ -113,7 +133,7 @@ QString takenBy(RecordKind kind, const QString &name)
         for (const QString &present : namesOf(each)) {
             if (QString::compare(present, name, Qt::CaseInsensitive) == 0
                 || QString::compare(present, trimmed, Qt::CaseInsensitive) == 0)
-                return QStringLiteral("the %1 %2").arg(titleOf(each), quoted(present));
+                return QStringLiteral("the %1 %2").arg(titleOf(each), inQuotes(present));
         }
     }
     return {};
@@ -129,28 +149,6 @@ QString writeFault(const QString &fileName)
         return file.errorString();
     file.cancelWriting();
     return QStringLiteral("the disk may be full");
-}
-
-QString lossFault(const Record &record)
-{
-    const Projection *projection = projectionOf(record);
-    if (projection == nullptr)
-        return {};
-    const auto &params = projection->param;
-    for (auto param = params.constBegin(); param != params.constEnd(); ++param) {
-        const bool isText =
-            param->valType == ValueType_String && !param->value.toString().isEmpty();
-        // Its word is read back as one of the hemisphere's.
-        const bool isAxes = param->valType == ValueType_EllipsoidDirection;
-        if (isText || isAxes) {
-            return QStringLiteral("the value of its parameter %1 is %2, which a document that the "
-                                  "library writes does not keep; copy the file into the library's "
-                                  "directory instead")
-                .arg(quoted(param.key()),
-                     isText ? QStringLiteral("a text") : QStringLiteral("a direction of axes"));
-        }
-    }
-    return {};
 }
 
 QList<RecordKind> kindsHolding(const QString &name, const QList<RecordKind> &kinds)
@@ -175,9 +173,9 @@ QString unknownName(const QString &name, const QList<RecordKind> &kinds)
                                             : QStringLiteral("entry");
     QStringList near;
     for (const QString &each : nearNames(name, known))
-        near += quoted(each);
+        near += inQuotes(each);
     return QStringLiteral("the library has no %1 %2; %3'kelstd library list' lists them")
-        .arg(title, quoted(name),
+        .arg(title, inQuotes(name),
              near.isEmpty()
                  ? QString()
                  : QStringLiteral("did you mean %1? ").arg(near.join(QLatin1String(" or "))));

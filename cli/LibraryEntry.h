@@ -8,11 +8,19 @@
 
 namespace KelStd::cli {
 
+/// The file names of a kind's documents, in the order in which loading reads them.
+QStringList documentsOf(const LibraryDirectory &library, RecordKind kind);
+
 /// Why no file of the library can be called after `name`; empty when one can.
 QString nameFault(const QString &name);
 
 /// The file of a record that the library writes.
 QString recordFile(const LibraryDirectory &library, RecordKind kind, const QString &name);
+
+/// "2 files of D hold it: ...": why nobody can tell which record of a name was loaded into the
+/// registry, which takes that of the file that the directory happens to list last. Empty when one
+/// file holds it. The documents are read again only where a name may have hidden another.
+QString ambiguity(const LibraryDirectory &library, RecordKind kind, const QString &name);
 
 /// Why a record of the loaded registry cannot be replaced or removed without harm: its file has
 /// another name, holds other records, too, or is not the only one. Empty when it can.
@@ -24,9 +32,6 @@ QString takenBy(RecordKind kind, const QString &name);
 
 /// Why a file cannot be written.
 QString writeFault(const QString &fileName);
-
-/// What of a record its document would not keep; empty when all is kept.
-QString lossFault(const Record &record);
 
 /// The kinds among `kinds` in which the loaded registry has an entry of exactly this name.
 QList<RecordKind> kindsHolding(const QString &name, const QList<RecordKind> &kinds);

@@ -4,6 +4,7 @@
 #include <cli/Console.h>
 #include <cli/LibraryOptions.h>
 #include <cli/LibraryRecord.h>
+#include <cli/ShownText.h>
 
 #include <KelStd/platform/Toolkits.h>
 #include <KelStd/text/CoordStringHelper.h>
@@ -55,11 +56,11 @@ void printTable(const QList<RecordKind> &kinds, Console &console)
         const QStringList names = namesOf(kind);
         int nameWidth = 0;
         for (const QString &name : names)
-            nameWidth = std::max(nameWidth, name.size());
+            nameWidth = std::max(nameWidth, shown(name).size());
         for (const QString &name : names) {
             QString line = wordOf(kind).leftJustified(kindWidth) + gap
-                           + name.leftJustified(nameWidth) + gap
-                           + std::visit(Description{}, *find(kind, name));
+                           + shown(name).leftJustified(nameWidth) + gap
+                           + shown(std::visit(Description{}, *find(kind, name)));
             while (line.endsWith(QLatin1Char(' ')))
                 line.chop(1);
             console.print(line);
@@ -88,16 +89,15 @@ ExitStatus runLibraryList(const QStringList &arguments, Console &console)
     if (kinds.isEmpty())
         return line.refuse(mistake, console);
     const auto library = openLibrary(line, Missing::IsAnError, console);
-    if (!library)
+    if (!library || !loadRecords(*library, console))
         return ExitStatus::Environment;
-    loadRecords(*library);
     if (!line.isSet(QStringLiteral("names"))) {
         printTable(kinds, console);
         return ExitStatus::Success;
     }
     for (const RecordKind kind : kinds) {
         for (const QString &name : namesOf(kind))
-            console.print(name);
+            console.print(shown(name));
     }
     return ExitStatus::Success;
 }

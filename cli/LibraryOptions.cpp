@@ -1,6 +1,7 @@
 #include <cli/LibraryOptions.h>
 
 #include <cli/CommandLine.h>
+#include <cli/Console.h>
 
 namespace KelStd::cli {
 
@@ -32,10 +33,16 @@ QList<RecordKind> kindsFrom(const CommandLine &line, QString &mistake)
     return kinds;
 }
 
-void loadRecords(const LibraryDirectory &library)
+bool loadRecords(const LibraryDirectory &library, Console &console)
 {
-    loadPlaces(library, {LibraryPlace::Custom, LibraryPlace::Standard, LibraryPlace::Ellipsoids,
-                         LibraryPlace::Projections});
+    QString reason;
+    if (loadPlaces(library,
+                   {LibraryPlace::Custom, LibraryPlace::Standard, LibraryPlace::Ellipsoids,
+                    LibraryPlace::Projections},
+                   reason))
+        return true;
+    console.report(reason);
+    return false;
 }
 
 } // namespace KelStd::cli

@@ -8,6 +8,7 @@
 namespace KelStd::cli {
 
 class CommandLine;
+class Console;
 
 /// Adds the option --kind.
 void addKindOption(CommandLine &line);
@@ -15,7 +16,7 @@ void addKindOption(CommandLine &line);
 /// The kinds that --kind names, all without it; none and the `mistake` when it names none.
 QList<RecordKind> kindsFrom(const CommandLine &line, QString &mistake);
 
-/// Loads all records into the registry.
-void loadRecords(const LibraryDirectory &library);
+/// Loads all records into the registry; false after a report.
+bool loadRecords(const LibraryDirectory &library, Console &console);
 
 } // namespace KelStd::cli

@@ -163,6 +163,16 @@ std::optional<Record> find(RecordKind kind, const QString &name)
     return rowOf(kind).find(name);
 }
 
+QStringList offeredNames()
+{
+    QList<QPair<QString, QString>> offered;
+    registry().getShowInCreateProjectCoords(offered);
+    QStringList names;
+    for (const auto &pair : offered)
+        names += pair.first;
+    return names;
+}
+
 bool addRecord(const QString &name, const Record &record)
 {
     return apply(&StandardLibrary::addCoordToCustomLibrary, &StandardLibrary::addEllipsoidToLibrary,

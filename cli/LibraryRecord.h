@@ -50,6 +50,9 @@ void rename(Record &record, const QString &name);
 QStringList namesOf(RecordKind kind);
 std::optional<Record> find(RecordKind kind, const QString &name);
 
+/// The systems that are offered when a project is created.
+QStringList offeredNames();
+
 /// The registry's own operations. None is there for standard systems.
 bool addRecord(const QString &name, const Record &record);
 bool replaceRecord(const QString &name, const Record &record);

@@ -39,9 +39,8 @@ ExitStatus runLibraryShow(const QStringList &arguments, Console &console)
         return line.refuse(QStringLiteral("the NAME is missing"), console);
     const QString name = line.positionals().constFirst();
     const auto library = openLibrary(line, Missing::IsAnError, console);
-    if (!library)
+    if (!library || !loadRecords(*library, console))
         return ExitStatus::Environment;
-    loadRecords(*library);
 
     const auto holding = kindsHolding(name, kinds);
     if (holding.isEmpty()) {
@@ -52,6 +51,9 @@ ExitStatus runLibraryShow(const QStringList &arguments, Console &console)
         console.report(QStringLiteral("note: shown is the %1; the library has %2 of this name, too")
                            .arg(titleOf(holding.constFirst()), withArticle(other)));
     }
+    const QString several = ambiguity(*library, holding.constFirst(), name);
+    if (!several.isEmpty())
+        console.report(QStringLiteral("note: shown is one of several: ") + several);
     std::visit(Show{console}, *find(holding.constFirst(), name));
     return ExitStatus::Success;
 }

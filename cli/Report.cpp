@@ -1,6 +1,7 @@
 #include <cli/Report.h>
 
 #include <cli/Console.h>
+#include <cli/ShownText.h>
 
 namespace KelStd::cli {
 
@@ -25,12 +26,12 @@ void Report::value(const QString &label, const QString &text)
 
 void Report::line(const QString &text)
 {
-    m_console.print(QLatin1String("  ") + text);
+    m_console.print(QLatin1String("  ") + shown(text));
 }
 
 void Report::labelled(const QString &label, const QString &text)
 {
-    m_console.print(text.isEmpty() ? label : label.leftJustified(labelWidth) + text);
+    m_console.print(text.isEmpty() ? label : label.leftJustified(labelWidth) + shown(text));
 }
 
 } // namespace KelStd::cli

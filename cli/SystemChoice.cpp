@@ -10,12 +10,19 @@ namespace KelStd::cli {
 
 namespace {
 
+/// The custom systems hide standard ones of their name, and are few.
+const QList<RecordKind> systemKinds = {RecordKind::Custom, RecordKind::Standard};
+
+/// Whether a file keeps a name from meaning a system of the library.
+bool isFile(const QString &given)
+{
+    return QFileInfo::exists(given) && !QFileInfo(given).isDir();
+}
+
 /// Slashes say nothing: the names of systems are full of them ("WGS 84 / UTM zone 31N").
 bool meansFile(const QString &given)
 {
-    const QFileInfo info(given);
-    return (info.exists() && !info.isDir())
-           || given.endsWith(QLatin1String(".xml"), Qt::CaseInsensitive)
+    return isFile(given) || given.endsWith(QLatin1String(".xml"), Qt::CaseInsensitive)
            || QDir::isAbsolutePath(given) || given.startsWith(QLatin1String("./"))
            || given.startsWith(QLatin1String("../"));
 }
@@ -26,39 +33,94 @@ bool cannotRead(const QString &given, const QString &reason, Console &console)
     return false;
 }
 
+enum class Lookup
+{
+    Found,
+    Missing,
+    Failed ///< after a report
+};
+
+/// Looks for the system of a name, which is then in the registry.
+Lookup lookUp(const LibraryDirectory &library, const QString &name, Coord &coord, Console &console)
+{
+    const auto fail = [&](const QString &reason) {
+        cannotRead(name, reason, console);
+        return Lookup::Failed;
+    };
+    QString reason;
+    for (const RecordKind kind : systemKinds) {
+        if (!loadPlaces(library, {placeOf(kind)}, reason))
+            return fail(reason);
+        const auto record = find(kind, name);
+        if (!record)
+            continue;
+        const QString several = ambiguity(library, kind, name);
+        if (!several.isEmpty())
+            return fail(several);
+        coord = std::get<Coord>(*record);
+        return Lookup::Found;
+    }
+    return Lookup::Missing;
+}
+
+/// What to say of a system of the library that a file of the same name hides; empty for none.
+QString hiddenBy(const QString &fileName, const LibraryDirectory &library)
+{
+    QString reason;
+    const bool isHidden =
+        loadPlaces(library, {LibraryPlace::Custom, LibraryPlace::Standard}, reason)
+        && !kindsHolding(fileName, systemKinds).isEmpty();
+    return isHidden
+               ? QStringLiteral("; the library has a system of this name, which the file hides")
+               : QString();
+}
+
+/// Reads what looks like a file. A mistyped one makes no library, but a system of the library that
+/// is there may be called like a file.
+bool readFile(const QString &given, Coord &coord, Console &console)
+{
+    QString reason;
+    if (readSystem(given, coord, reason))
+        return true;
+    const LibraryDirectory library = LibraryDirectory::ofHome();
+    if (!library.holdsLibrary())
+        return cannotRead(given, reason, console);
+    if (isFile(given))
+        return cannotRead(given, reason + hiddenBy(given, library), console);
+    const Lookup lookup = lookUp(library, given, coord, console);
+    return lookup == Lookup::Found
+           || (lookup == Lookup::Missing && cannotRead(given, reason, console));
+}
+
 } // namespace
 
 QString systemChoiceHelp()
 {
     return QStringLiteral("FILE.xml is a coordinate system's document. NAME is a system of the "
                           "library in\nthe home directory, by its exact name, custom before "
-                          "standard; 'kelstd library\nlist' lists them.");
+                          "standard; 'kelstd library\nlist' lists them. A file that exists comes "
+                          "before a system of its name.");
 }
 
 bool readChosenSystem(const QString &given, Coord &coord, Console &console)
 {
-    QString reason;
     if (meansFile(given))
-        return readSystem(given, coord, reason) || cannotRead(given, reason, console);
+        return readFile(given, coord, console);
 
     const auto library = openHomeLibrary(console);
     if (!library)
         return cannotRead(given,
                           QStringLiteral("there is no such file, and no library to look it up in"),
                           console);
-    // The custom systems hide standard ones of their name, and are few.
-    for (const RecordKind kind : {RecordKind::Custom, RecordKind::Standard}) {
-        loadPlaces(*library, {placeOf(kind)});
-        if (const auto record = find(kind, given)) {
-            coord = std::get<Coord>(*record);
-            return true;
-        }
-    }
+    const Lookup lookup = lookUp(*library, given, coord, console);
+    if (lookup != Lookup::Missing)
+        return lookup == Lookup::Found;
     if (QFileInfo(given).isDir())
         return cannotRead(given, QStringLiteral("it is a directory"), console);
-    loadPlaces(*library, {LibraryPlace::Custom, LibraryPlace::Standard}); // for names like it
+    QString reason;
+    loadPlaces(*library, {LibraryPlace::Custom, LibraryPlace::Standard}, reason); // for the hint
     console.report(QStringLiteral("there is no file %1, and ").arg(given)
-                   + unknownName(given, {RecordKind::Custom, RecordKind::Standard}));
+                   + unknownName(given, systemKinds));
     return false;
 }
 

@@ -56,6 +56,33 @@ TEST_F(ConvertByName, ACustomSystemGoesBeforeAStandardOne)
     EXPECT_FALSE(a.value(text("local_longitude_deg")).isEmpty());
 }
 
+// Which of them is loaded depends on the order in which the file system lists them.
+TEST_F(ConvertByName, ASystemOfSeveralFilesIsRefused)
+{
+    putHome("custom/One.xml", system("A"));
+    putHome("custom/two.xml",
+            test::editedSystem(text("rd_new.xml"), {{text("Amersfoort / RD New"), text("A")},
+                                                    {text("155000"), text("255000")}}));
+    putHome("custom/b.xml", system("B"));
+    putHome("custom/skipped.xml", "<Coord ver=\"1\" coord_name=\"B\"/>");
+    const QString several =
+        text("kelstd: cannot read the coordinate system A: 2 files of ")
+        + m_program.home().path(text("library/custom"))
+        + text(" hold it: \"One.xml\", \"two.xml\"; delete all but one first\n");
+    for (const auto &result : {convert(text("A"), "5,52,10\n"),
+                               m_program.run({text("system"), text("show"), text("A")})}) {
+        EXPECT_EQ(result.status, 3);
+        EXPECT_EQ(result.out, QString());
+        EXPECT_EQ(result.err, several);
+    }
+    EXPECT_EQ(convert(text("B"), "5,52,10\n").err, QString());
+    const auto shown = m_program.run({text("library"), text("show"), text("A")});
+    EXPECT_EQ(shown.status, 0);
+    EXPECT_THAT(shown.err, Mentions("kelstd: note: shown is one of several: 2 files of "));
+    EXPECT_EQ(shown.errLines().size(), 1);
+    EXPECT_EQ(m_program.run({text("library"), text("show"), text("B")}).err, QString());
+}
+
 TEST_F(ConvertByName, UnknownNamesGetNearOnesAndAHint)
 {
     putHome("standard/a.xml", system("City / Old"));
@@ -82,6 +109,30 @@ TEST_F(ConvertByName, WhatMeansAFileNeedsNoLibrary)
     const QString file = given("a system", system("A"));
     EXPECT_EQ(convert(file, "5,52,10\n").status, 0);
     EXPECT_FALSE(QFileInfo::exists(m_program.home().path(text("library"))));
+}
+
+TEST_F(ConvertByName, ASystemMayBeCalledLikeAFile)
+{
+    const QString name = text("convert by name test.xml");
+    putHome("custom/x.xml", system("convert by name test.xml"));
+    putHome("custom/y.xml", system("/no/such"));
+    EXPECT_EQ(convert(name, "5,52,10\n").status, 0);
+    EXPECT_EQ(convert(text("/no/such"), "5,52,10\n").status, 0);
+    EXPECT_THAT(convert(text("no-such.xml"), "5,52,10\n").err,
+                Mentions("no-such.xml: No such file or directory\n"));
+}
+
+TEST_F(ConvertByName, AFileThatHidesASystemIsSaidTo)
+{
+    const QString file = given("hiding.xml", "no document");
+    putHome("custom/x.xml", system(file.toUtf8().constData()));
+    const auto hidden = convert(file, "5,52,10\n");
+    EXPECT_EQ(hidden.status, 3);
+    EXPECT_THAT(hidden.err,
+                Mentions("; the library has a system of this name, which the file hides\n"));
+    const auto other = convert(given("other.xml", "no document"), "5,52,10\n");
+    EXPECT_EQ(other.status, 3);
+    EXPECT_FALSE(other.err.contains(text("hides")));
 }
 
 TEST_F(ConvertByName, SystemShowTakesANameToo)

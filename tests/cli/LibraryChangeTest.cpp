@@ -5,6 +5,7 @@
 #include <QtCore/QDir>
 
 #include <sys/resource.h>
+#include <sys/stat.h>
 
 #include <csignal>
 
@@ -53,6 +54,7 @@ TEST_F(LibraryChange, NamesThatNoFileShouldHaveAreRefused)
     const QString file = given("s.xml", system("S"));
     for (const QString &name :
          {text(""), text("  "), text("a/b"), text("a\\b"), text("../x"), text(".x"), text("a\nb"),
+          text("a\xEF\xBF\xBE"), // U+FFFE
           QString(252, QLatin1Char('a')), QString(126, QChar(0xE4))}) {
         const auto result = library({text("add"), file, text("--as"), name});
         EXPECT_EQ(result.status, 2) << name;
@@ -89,6 +91,30 @@ TEST_F(LibraryChange, AFileOfAnotherRecordIsNotLost)
     EXPECT_EQ(readFile(path("custom/C.xml")), QByteArray("not a system"));
 }
 
+TEST_F(LibraryChange, WhatIsNoFileIsNeitherReplacedNorWaitedFor)
+{
+    ASSERT_EQ(mkfifo(path("custom/Fifo.xml").toUtf8().constData(), 0600), 0);
+    QDir().mkpath(path("custom/Folder.xml"));
+    ASSERT_TRUE(QFile::link(path("nothing"), path("custom/Link.xml")));
+    for (const char *name : {"Fifo", "Folder", "Link"}) {
+        const auto result = library({text("add"), given("s.xml", system(name))});
+        EXPECT_EQ(result.status, 1) << name;
+        EXPECT_THAT(result.err,
+                    Mentions((QByteArray(name) + ".xml exists and is kept").constData()));
+    }
+    EXPECT_FALSE(has("nothing"));
+    EXPECT_TRUE(QFileInfo(path("custom/Link.xml")).isSymLink());
+    EXPECT_TRUE(QFileInfo(path("custom/Folder.xml")).isDir());
+    const QString fifo = path("custom/Fifo.xml");
+    put("custom/A.xml", system("A"));
+    for (const auto &result :
+         {library({text("add"), fifo}), library({text("replace"), text("A"), fifo}),
+          library({text("add"), text("--kind"), text("ellipsoid"), fifo})}) {
+        EXPECT_EQ(result.status, 3);
+        EXPECT_THAT(result.err, Mentions("it is no regular file"));
+    }
+}
+
 TEST_F(LibraryChange, AddMakesALibraryOnlyWhenTold)
 {
     const QString elsewhere = m_program.home().path(text("new/lib"));
@@ -110,20 +136,11 @@ TEST_F(LibraryChange, WhatCannotBeReadIsNotAdded)
         library({text("add"), given("e.xml", ellipsoids(ellipsoid("A") + ellipsoid("B")))});
     EXPECT_EQ(two.status, 3);
     EXPECT_THAT(two.err, Mentions("holds 2 records of this kind (\"A\", \"B\"); one is needed"));
-}
-
-// A document is written without the text of such a parameter: the system would be another one.
-TEST_F(LibraryChange, ASystemThatItsDocumentWouldNotKeepIsRefused)
-{
-    const QByteArray document = test::editedSystem(
-        text("rd_new.xml"),
-        {{text("Amersfoort / RD New"), text("T")},
-         {text("unit=\"None\" valType=\"Double\" isDictionary=\"false\">0.9999079"),
-          text("unit=\"None\" valType=\"String\" isDictionary=\"false\">0.9999079")}});
-    const auto result = library({text("add"), given("t.xml", document)});
-    EXPECT_EQ(result.status, 1);
-    EXPECT_THAT(result.err, Mentions("parameter \"k_0\" is a text"));
-    EXPECT_FALSE(has("custom/T.xml"));
+    const auto equal = library(
+        {text("add"), given("e.xml", ellipsoids(ellipsoid("A", "1") + ellipsoid("A", "2")))});
+    EXPECT_EQ(equal.status, 3);
+    EXPECT_THAT(equal.err, Mentions("holds 2 records of this kind (\"A\", \"A\"); one is needed"));
+    EXPECT_FALSE(has("ellipsoids/A.xml"));
 }
 
 TEST_F(LibraryChange, ReplacesACustomSystem)
@@ -201,6 +218,39 @@ TEST_F(LibraryChange, ARecordWhoseFileIsNotItsOwnStays)
     EXPECT_FALSE(has("custom/B.xml"));
     EXPECT_TRUE(has("custom/C.xml") && has("custom/c2.xml"));
     EXPECT_EQ(names("ellipsoids"), (QStringList{text("E"), text("F")}));
+}
+
+// Loading passes over a byte that is no UTF-8, and over an encoding that it does not know.
+TEST_F(LibraryChange, NoRecordIsLostInADocumentThatOnlyLoadingReads)
+{
+    const QByteArray both = ellipsoids(ellipsoid("A") + ellipsoid("C"));
+    for (const QByteArray &document :
+         {QByteArray("<!-- M\xFCller -->") + both,
+          QByteArray("<?xml version=\"1.0\" encoding=\"x-none\"?>") + both}) {
+        put("ellipsoids/A.xml", document);
+        ASSERT_EQ(names("ellipsoids"), (QStringList{text("A"), text("C")}));
+        for (const auto &result :
+             {library({text("replace"), text("A"), given("a.xml", ellipsoids(ellipsoid("A")))}),
+              library({text("remove"), text("A")})}) {
+            EXPECT_EQ(result.status, 1);
+            EXPECT_THAT(result.err, Mentions("holds other records, too"));
+        }
+        EXPECT_EQ(readFile(path("ellipsoids/A.xml")), document);
+    }
+}
+
+TEST_F(LibraryChange, AFileThatLoadingSkipsHoldsNothing)
+{
+    put("custom/A.xml", system("A"));
+    put("custom/b.xml", "<Coord ver=\"1\" coord_name=\"A\"/>");
+    put("ellipsoids/E.xml", ellipsoids(ellipsoid("E")));
+    put("ellipsoids/f.xml", ellipsoids(ellipsoid("E") + "<Ellpsoid ellipsoid_name=\"F\"/>"));
+    for (const auto &result :
+         {library({text("replace"), text("A"), given("a.xml", system("A"))}),
+          library({text("remove"), text("A")}), library({text("remove"), text("E")})})
+        EXPECT_EQ(result.err, QString());
+    EXPECT_FALSE(has("custom/A.xml") || has("ellipsoids/E.xml"));
+    EXPECT_TRUE(has("custom/b.xml") && has("ellipsoids/f.xml"));
 }
 
 TEST_F(LibraryChange, AFullDiskLeavesTheOldFile)

@@ -147,6 +147,35 @@ TEST_F(LibraryCheck, OfferedNamesThatNoSystemHas)
     EXPECT_THAT(saidOf(check(), "offered.xml"), Mentions("skipped: no well-formed XML"));
 }
 
+// What loading reads is found in all the places alike, whatever another parser says of it.
+TEST_F(LibraryCheck, ABadByteInACommentIsNoFault)
+{
+    const QByteArray comment = "<!-- M\xFCller -->";
+    put("custom/A.xml", system("A") + comment);
+    put("ellipsoids/E.xml", comment + ellipsoids(ellipsoid("E") + ellipsoid("F")));
+    put("offered.xml", comment + "<root><Coord coord_name=\"A\"/><Coord coord_name=\"b\"/></root>");
+    const auto result = check();
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(saidOf(result, "A.xml"), QString());
+    EXPECT_THAT(saidOf(result, "E.xml"), Mentions("note: it holds several records"));
+    EXPECT_THAT(result.out, Mentions("offered.xml  1 names are systems\n"));
+    EXPECT_THAT(saidOf(result, "offered.xml"),
+                Mentions("note: names of other systems are not told: no well-formed XML (line 1"));
+    EXPECT_THAT(result.out, Mentions("skipped: 0, problems: 0, notes: 2\n"));
+}
+
+TEST_F(LibraryCheck, LargerDocumentsThanLoadingReads)
+{
+    for (const char *file : {"custom/large.xml", "offered.xml"}) {
+        put(file, system("A"));
+        ASSERT_TRUE(QFile::resize(path(file), 64 * 1024 * 1024 + 1));
+    }
+    const auto result = check();
+    EXPECT_EQ(result.status, 1);
+    for (const char *file : {"large.xml", "offered.xml"})
+        EXPECT_EQ(saidOf(result, file), text("skipped: the file is larger than 64 MiB"));
+}
+
 TEST_F(LibraryCheck, DisplayConfigurationsThatAreOthersOrCutShort)
 {
     put("custom/A.xml", system("A"));

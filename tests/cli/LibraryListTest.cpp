@@ -110,6 +110,40 @@ TEST_F(LibraryList, ShowSaysWhichOfSeveralItShows)
               text("Ellipsoid                 X"));
 }
 
+TEST_F(LibraryList, ShowTellsOfOtherFilesWithTheName)
+{
+    put("ellipsoids/one.xml", ellipsoids(ellipsoid("E", "6378001") + ellipsoid("F")));
+    put("ellipsoids/two.xml", ellipsoids(ellipsoid("E", "6378002")));
+    const auto result = library({text("show"), text("E")});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.err,
+              text("kelstd: note: shown is one of several: 2 files of ") + path("ellipsoids")
+                  + text(" hold it: \"one.xml\", \"two.xml\"; delete all but one first\n"));
+    EXPECT_EQ(library({text("show"), text("F")}).err, QString());
+}
+
+// A terminal would obey them, and a script would take one name for two.
+TEST_F(LibraryList, ControlCharactersOfNamesAreShownAsTexts)
+{
+    put("custom/a.xml", system("A\x1B[31m&#10;B\xC2\x9B\x7F\xC3\xA9"));
+    put("ellipsoids/e.xml", ellipsoids(ellipsoid("E&#10;F") + ellipsoid("G")));
+    const QString name = text("A\\x1B[31m\\x0AB\\x9B\\x7F\xC3\xA9");
+    EXPECT_EQ(library({text("list"), text("--names"), text("--kind"), text("custom")}).out,
+              name + QLatin1Char('\n'));
+    EXPECT_EQ(library({text("list")}).out, text("custom      ") + name
+                                               + text("  sterea, Bessel 1841\n"
+                                                      "ellipsoid   E\\x0AF  6378137 m, 1/298.25\n"
+                                                      "ellipsoid   G       6378137 m, 1/298.25\n"));
+    const QString given = QString::fromUtf8("A\x1B[31m\nB\xC2\x9B\x7F\xC3\xA9");
+    EXPECT_EQ(library({text("show"), given}).outLines().value(0),
+              text("Coordinate system         ") + name);
+    for (const auto &result : {library({text("remove"), given}), library({text("check")}),
+                               library({text("show"), text("31")})}) {
+        EXPECT_THAT(result.out + result.err, Mentions(name.toUtf8().constData()));
+        EXPECT_FALSE((result.out + result.err).contains(QChar(0x1B)));
+    }
+}
+
 class HomeLibrary : public LibraryRun
 {
 protected:

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <cli/LibraryDirectory.h>
+
+#include <QtCore/QLockFile>
+#include <QtCore/QString>
+
+namespace KelStd::cli {
+
+/// Keeps other programs from changing a library while this one does, from loading to writing: each
+/// of two that add a name at once would find it free. Gone with the object.
+///
+/// Where no lock file can be made nothing is locked: whether a change can be written is for the
+/// change to tell.
+class LibraryLock
+{
+public:
+    explicit LibraryLock(const LibraryDirectory &library);
+
+    /// Waits for other programs; false with the reason when one of them takes too long.
+    bool acquire(QString &reason);
+
+private:
+    QString m_fileName;
+    QLockFile m_file;
+};
+
+} // namespace KelStd::cli
