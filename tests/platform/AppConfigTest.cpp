@@ -6,6 +6,7 @@
 #include <QtCore/QCoreApplication>
 #include <QtCore/QFile>
 #include <QtCore/QProcess>
+#include <QtCore/QProcessEnvironment>
 #include <QtCore/QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -133,6 +134,11 @@ TEST(AppConfig, TheSameProgramBesideAnArchiveTakesThatOne)
     test::writeFile(place.filePath(QStringLiteral("proj/proj.zip")), "an archive");
 
     QProcess program;
+    // It runs its one test whatever share of the tests this process was dealt.
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    for (const char *dealt : {"GTEST_TOTAL_SHARDS", "GTEST_SHARD_INDEX", "GTEST_BRIEF"})
+        environment.remove(QString::fromLatin1(dealt));
+    program.setProcessEnvironment(environment);
     program.setProcessChannelMode(QProcess::MergedChannels);
     program.start(copy,
                   {QStringLiteral("--gtest_filter=AppConfigUnset."
