@@ -132,7 +132,9 @@ private:
     {
         for (++m_at; m_at != m_end; ++m_at) {
             const QChar c = *m_at;
-            if (c == QLatin1Char('"') || c == QLatin1Char('\'')) {
+            if (c > QLatin1Char('>')) { // most are letters, and what else is sought is below
+                see(c);
+            } else if (c == QLatin1Char('"') || c == QLatin1Char('\'')) {
                 m_at = std::find(m_at + 1, m_end, c);
                 if (m_at == m_end)
                     return;
@@ -157,19 +159,23 @@ private:
     bool skipTag()
     {
         const QChar *const before = m_at;
-        QChar last;
         m_attributes.clear();
-        skipQuoted([this, &last](QChar c) {
-            last = c;
+        skipQuoted([this](QChar c) {
             if (c == QLatin1Char('='))
                 m_attributes.push_back(nameBefore(m_at));
         });
-        std::sort(m_attributes.begin(), m_attributes.end());
-        m_isSafe =
-            m_isSafe
-            && std::adjacent_find(m_attributes.begin(), m_attributes.end()) == m_attributes.end();
+        m_isSafe = m_isSafe && !hasOneTwice(m_attributes);
         judgeReferences(before);
-        return last == QLatin1Char('/');
+        return m_at - before > 2 && m_at[-2] == QLatin1Char('/');
+    }
+
+    static bool hasOneTwice(std::vector<QStringView> &names)
+    {
+        // In any order that puts the same ones side by side; lengths are quickest to compare.
+        std::sort(names.begin(), names.end(), [](QStringView a, QStringView b) {
+            return a.size() != b.size() ? a.size() < b.size() : a < b;
+        });
+        return std::adjacent_find(names.begin(), names.end()) != names.end();
     }
 
     /// The name that ends before `at`, which may have blanks behind it.

@@ -186,9 +186,9 @@ TEST_F(GgfModel, IsWholeForProcessesThatAskAtTheSameTime)
                 const QString found = query();
                 QFile file(found);
                 good = !found.isEmpty() && file.open(QIODevice::ReadWrite)
-                    && file.readAll() == expected
-                    // Makes the conversion due again, also for the others.
-                    && file.setFileTime(past, QFileDevice::FileModificationTime);
+                       && file.readAll() == expected
+                       // Makes the conversion due again, also for the others.
+                       && file.setFileTime(past, QFileDevice::FileModificationTime);
             }
             _exit(good ? 0 : 1);
         }
