@@ -75,9 +75,9 @@ DisplayFile readDisplayFile(const QString &fileName)
     return result;
 }
 
-std::optional<stShowConfig> configuredDisplay(QString &warning)
+std::optional<stShowConfig> configuredDisplay(const LibraryDirectory &library, QString &warning)
 {
-    const QString fileName = LibraryDirectory::ofHome().path(LibraryPlace::Display);
+    const QString fileName = library.path(LibraryPlace::Display);
     if (!QFileInfo::exists(fileName))
         return std::nullopt;
     const DisplayFile file = readDisplayFile(fileName);

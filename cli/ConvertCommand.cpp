@@ -9,6 +9,7 @@
 #include <cli/DisplayOptions.h>
 #include <cli/GeoidModel.h>
 #include <cli/JsonWriter.h>
+#include <cli/LibraryDirectory.h>
 #include <cli/PositionRun.h>
 #include <cli/ProjEnvironment.h>
 #include <cli/StandardStreams.h>
@@ -86,9 +87,9 @@ QString details()
         "A table has degrees, minutes and seconds with %1 decimals and metres with up to\n"
         "%2; --angle degree has %3 decimals. CSV has plain numbers, degrees with %4\n"
         "decimals and metres with %5, unless --format or --angle is given. Units stand in\n"
-        "the headings. A display configuration in the library (\"library/display.bin\" in\n"
-        "the home directory) changes units, styles and decimals of a table and of\n"
-        "--format configured; options go before it. JSON has the names of the CSV's\n"
+        "the headings. A display configuration in the library (its \"display.bin\") changes\n"
+        "units, styles and decimals of a table and of --format configured; options go\n"
+        "before it. JSON has the names of the CSV's\n"
         "columns, with numbers as they stand there; angles in another style are texts.\n"
         "GeoJSON has WGS84 longitude, latitude and height for coordinates.\n"
         "\n"
@@ -144,6 +145,7 @@ CommandLine makeCommandLine()
                     QStringLiteral("The coordinate system: its document, or its\n"
                                    "name in the library (see below)."),
                     QStringLiteral("FILE.xml|NAME")});
+    addDirectoryOption(line);
     line.addOption(
         {QStringLiteral("from"),
          QStringLiteral("The frame of the input:\n%1.\nDefault: %2.")
@@ -350,7 +352,7 @@ ExitStatus runConvert(const QStringList &arguments, Console &console)
     }
 
     Coord coord;
-    if (!readChosenSystem(systemFile, coord, console))
+    if (!readChosenSystem(systemFile, line, coord, console))
         return ExitStatus::Environment;
     const ProjEnvironment environment;
     if (!environment.isReady()) {
@@ -372,7 +374,7 @@ ExitStatus runConvert(const QStringList &arguments, Console &console)
 
     reason.clear();
     if (output == Output::Table || display->form == DisplayOptions::Form::Configured)
-        display->configured = configuredDisplay(reason);
+        display->configured = configuredDisplay(chosenDirectory(line), reason);
     if (!reason.isEmpty())
         console.report(reason);
 

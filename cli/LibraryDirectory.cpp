@@ -92,6 +92,30 @@ std::optional<LibraryDirectory> refuse(const QString &reason, Console &console)
     return std::nullopt;
 }
 
+/// The library of the home directory, which is laid out when there is none.
+std::optional<LibraryDirectory> openHomeLibrary(Console &console)
+{
+    const LibraryDirectory library = LibraryDirectory::ofHome();
+    if (library.holdsLibrary())
+        return library;
+    if (!isListable(library.path()))
+        return refuse(notListable(library.path()), console);
+    if (QFileInfo::exists(library.path()) && (!library.exists() || !QDir(library.path()).isEmpty()))
+        return refuse(QStringLiteral("%1 holds no library").arg(library.path()), console);
+    const QString delivered = AppConfig::getInstance().binDir().absoluteFilePath(directoryName);
+    if (!LibraryDirectory(delivered).holdsLibrary()) {
+        return refuse(QStringLiteral("there is no library in %1, and none is delivered in %2")
+                          .arg(library.path(), delivered),
+                      console);
+    }
+    QString reason;
+    if (!layOut(library, delivered, reason))
+        return refuse(reason, console);
+    console.report(QStringLiteral("note: the library %1 is new, laid out from %2")
+                       .arg(library.path(), delivered));
+    return library;
+}
+
 std::optional<LibraryDirectory> openCreated(const LibraryDirectory &library, Console &console)
 {
     QString reason;
@@ -133,33 +157,21 @@ void addDirectoryOption(CommandLine &line)
                     QStringLiteral("D")});
 }
 
-std::optional<LibraryDirectory> openHomeLibrary(Console &console)
+bool namesLibrary(const CommandLine &line)
 {
-    const LibraryDirectory library = LibraryDirectory::ofHome();
-    if (library.holdsLibrary())
-        return library;
-    if (!isListable(library.path()))
-        return refuse(notListable(library.path()), console);
-    if (QFileInfo::exists(library.path()) && (!library.exists() || !QDir(library.path()).isEmpty()))
-        return refuse(QStringLiteral("%1 holds no library").arg(library.path()), console);
-    const QString delivered = AppConfig::getInstance().binDir().absoluteFilePath(directoryName);
-    if (!LibraryDirectory(delivered).holdsLibrary()) {
-        return refuse(QStringLiteral("there is no library in %1, and none is delivered in %2")
-                          .arg(library.path(), delivered),
-                      console);
-    }
-    QString reason;
-    if (!layOut(library, delivered, reason))
-        return refuse(reason, console);
-    console.report(QStringLiteral("note: the library %1 is new, laid out from %2")
-                       .arg(library.path(), delivered));
-    return library;
+    return line.isSet(dirOption);
+}
+
+LibraryDirectory chosenDirectory(const CommandLine &line)
+{
+    return namesLibrary(line) ? LibraryDirectory(line.value(dirOption))
+                              : LibraryDirectory::ofHome();
 }
 
 std::optional<LibraryDirectory> openLibrary(const CommandLine &line, Missing missing,
                                             Console &console)
 {
-    if (!line.isSet(dirOption))
+    if (!namesLibrary(line))
         return openHomeLibrary(console);
     const QString given = line.value(dirOption);
     if (given.isEmpty())

@@ -49,6 +49,12 @@ QString placeName(LibraryPlace place);
 /// Adds the option --dir.
 void addDirectoryOption(CommandLine &line);
 
+/// Whether --dir names a library.
+bool namesLibrary(const CommandLine &line);
+
+/// The directory of --dir, or that of the home directory, whatever it holds.
+LibraryDirectory chosenDirectory(const CommandLine &line);
+
 enum class Missing
 {
     IsAnError,
@@ -60,9 +66,6 @@ enum class Missing
 /// same. Nothing after a report of what is wrong.
 std::optional<LibraryDirectory> openLibrary(const CommandLine &line, Missing missing,
                                             Console &console);
-
-/// The library of the home directory, as above.
-std::optional<LibraryDirectory> openHomeLibrary(Console &console);
 
 /// Whether nothing keeps loading from seeing what a directory holds. One that isn't there holds
 /// nothing.

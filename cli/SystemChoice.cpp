@@ -77,12 +77,11 @@ QString hiddenBy(const QString &fileName, const LibraryDirectory &library)
 
 /// Reads what looks like a file. A mistyped one makes no library, but a system of the library that
 /// is there may be called like a file.
-bool readFile(const QString &given, Coord &coord, Console &console)
+bool readFile(const QString &given, const LibraryDirectory &library, Coord &coord, Console &console)
 {
     QString reason;
     if (readSystem(given, coord, reason))
         return true;
-    const LibraryDirectory library = LibraryDirectory::ofHome();
     if (!library.holdsLibrary())
         return cannotRead(given, reason, console);
     if (isFile(given))
@@ -97,17 +96,20 @@ bool readFile(const QString &given, Coord &coord, Console &console)
 QString systemChoiceHelp()
 {
     return QStringLiteral("FILE.xml is a coordinate system's document. NAME is a system of the "
-                          "library in\nthe home directory, by its exact name, custom before "
-                          "standard; 'kelstd library\nlist' lists them. A file that exists comes "
+                          "library,\nby its exact name, custom before standard; 'kelstd library "
+                          "list' lists them.\nA file that exists comes "
                           "before a system of its name.");
 }
 
-bool readChosenSystem(const QString &given, Coord &coord, Console &console)
+bool readChosenSystem(const QString &given, const CommandLine &line, Coord &coord, Console &console)
 {
+    // One that is named must be there, also where a file is read.
+    if (namesLibrary(line) && !openLibrary(line, Missing::IsAnError, console))
+        return false;
     if (meansFile(given))
-        return readFile(given, coord, console);
+        return readFile(given, chosenDirectory(line), coord, console);
 
-    const auto library = openHomeLibrary(console);
+    const auto library = openLibrary(line, Missing::IsAnError, console);
     if (!library)
         return cannotRead(given,
                           QStringLiteral("there is no such file, and no library to look it up in"),

@@ -2,6 +2,7 @@
 
 #include <cli/CommandLine.h>
 #include <cli/Console.h>
+#include <cli/LibraryDirectory.h>
 #include <cli/SystemChoice.h>
 #include <cli/SystemReport.h>
 
@@ -9,11 +10,12 @@ namespace KelStd::cli {
 
 ExitStatus runSystemShow(const QStringList &arguments, Console &console)
 {
-    CommandLine line(QStringLiteral("FILE.xml|NAME"),
+    CommandLine line(QStringLiteral("[OPTIONS] FILE.xml|NAME"),
                      QStringLiteral("Shows a coordinate system as a surveyor reads it: its "
                                     "records, the PROJ\ndefinitions made of them, and what has "
                                     "to be known before its numbers are\ntrusted."),
                      systemChoiceHelp());
+    addDirectoryOption(line);
     if (const auto status = line.parse(arguments, console, 1))
         return *status;
     const QString given = line.positionals().value(0);
@@ -21,7 +23,7 @@ ExitStatus runSystemShow(const QStringList &arguments, Console &console)
         return line.refuse(QStringLiteral("the coordinate system's FILE.xml is missing"), console);
 
     Coord coord;
-    if (!readChosenSystem(given, coord, console))
+    if (!readChosenSystem(given, line, coord, console))
         return ExitStatus::Environment;
     showSystem(coord, console);
     return ExitStatus::Success;

@@ -144,6 +144,48 @@ TEST_F(ConvertByName, SystemShowTakesANameToo)
     EXPECT_EQ(m_program.run({text("system"), text("show"), text("a")}).status, 3);
 }
 
+TEST_F(ConvertByName, TheLibraryMayLieElsewhere)
+{
+    put("custom/A.xml", system("A"));
+    const QStringList there = {text("--dir"), directory()};
+    const auto result = convert(text("A"), "5,52,10\n", there);
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.err, QString());
+    EXPECT_EQ(result.out, convert(path("custom/A.xml"), "5,52,10\n").out);
+    const auto shown = m_program.run(QStringList{text("system"), text("show"), text("A")} + there);
+    EXPECT_EQ(shown.status, 0);
+    EXPECT_EQ(shown.outLines().value(0), text("Coordinate system         A"));
+    EXPECT_FALSE(QFileInfo::exists(m_program.home().path(text("library"))));
+
+    putHome("custom/B.xml", system("B"));
+    EXPECT_EQ(convert(text("B"), "5,52,10\n").status, 0);
+    const auto elsewhere = convert(text("B"), "5,52,10\n", there);
+    EXPECT_EQ(elsewhere.status, 3);
+    EXPECT_THAT(elsewhere.err, Mentions("there is no file B, and the library has no system \"B\""));
+}
+
+TEST_F(ConvertByName, ALibraryThatIsNamedMustBeThere)
+{
+    QDir().mkpath(m_program.home().path(text("empty")));
+    const QString file = given("a.xml", system("A"));
+    putHome("custom/A.xml", system("A"));
+    const std::pair<QString, QString> cases[] = {
+        {QString(), text("kelstd: --dir is empty\n")},
+        {text("/no/such"), text("kelstd: there is no directory /no/such\n")},
+        {m_program.home().path(text("empty")),
+         text("kelstd: ") + m_program.home().path(text("empty"))
+             + text(" holds no library: nothing in it is called base.xml, ellipsoids, projections, "
+                    "custom, standard, offered.xml or display.bin\n")}};
+    for (const auto &[directory, error] : cases) {
+        for (const QString &chosen : {text("A"), file}) {
+            const auto result = convert(chosen, "5,52,10\n", {text("--dir"), directory});
+            EXPECT_EQ(result.status, 3);
+            EXPECT_EQ(result.out, QString());
+            EXPECT_EQ(result.err, error);
+        }
+    }
+}
+
 /// The bytes of a display configuration, field by field as its file has them.
 QByteArray displayBytes(const char *angleStyle, const char *distance, const char *plane)
 {
@@ -197,6 +239,23 @@ TEST_F(ConvertByName, ATableIsShownAsTheLibraryIsConfigured)
     EXPECT_NEAR(words.value(10).toDouble(), metres.toDouble() * 1000, 0.6);
     // Columns stay below their headings.
     EXPECT_EQ(result.outLines().value(3).size(), result.outLines().value(2).size());
+}
+
+TEST_F(ConvertByName, ATableIsShownAsTheNamedLibraryIsConfigured)
+{
+    put("custom/A.xml", system("A"));
+    put("display.bin", displayBytes(degrees4, feet1, millimetres0));
+    const QByteArray point = "A,5.5,52.25,304.8\n";
+    const QString file = path("custom/A.xml");
+    const QStringList table = {text("--table")};
+    const QStringList there = table + QStringList{text("--dir"), directory()};
+    EXPECT_THAT(convert(text("A"), point, there).out, Mentions(" 005.5000\xC2\xB0"));
+    EXPECT_EQ(convert(file, point, there).out, convert(text("A"), point, there).out);
+    EXPECT_THAT(convert(file, point, table).out, Mentions(" 005\xC2\xB0"));
+    putHome("custom/A.xml", system("A"));
+    putHome("display.bin", displayBytes(degrees4, feet1, millimetres0));
+    QFile::remove(path("display.bin"));
+    EXPECT_THAT(convert(text("A"), point, there).out, Mentions(" 005\xC2\xB0"));
 }
 
 TEST_F(ConvertByName, OptionsGoBeforeTheConfiguration)
