@@ -16,6 +16,7 @@
 #include <KelStd/coord/stPlaneTransform.h>
 #include <KelStd/coord/uPos.h>
 #include <KelStd/io/Coord_IO.h>
+#include <KelStd/io/DocumentLimits.h>
 #include <KelStd/io/ListDocuments.h>
 #include <KelStd/io/RecordParamNames.h>
 #include <KelStd/library/StandardLibrary.h>

@@ -21,8 +21,8 @@ struct DisplayFile
 /// definitions of spelled-out ellipsoids, and what is computed must not depend on how it is shown.
 DisplayFile readDisplayFile(const QString &fileName);
 
-/// The configuration of a library. Nothing when there is none, and with a
-/// `warning` when it is not to be trusted or cannot show locations.
+/// The configuration of a library. Nothing when there is none, and with a `warning` when it is not
+/// to be trusted or cannot show locations.
 std::optional<stShowConfig> configuredDisplay(const LibraryDirectory &library, QString &warning);
 
 } // namespace KelStd::cli

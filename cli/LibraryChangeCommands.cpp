@@ -275,7 +275,7 @@ ExitStatus runLibraryReplace(const QStringList &arguments, Console &console)
         kinds += RecordKind::Standard;
     const auto holding = kindsHolding(name, kinds);
     if (holding.isEmpty())
-        return fail(unknownName(name, kinds), ExitStatus::SomeFailed, console);
+        return fail(unknownName(name, kinds, line), ExitStatus::SomeFailed, console);
     if (!isChangeable(library->directory, holding.constFirst(), name, "replace", console))
         return ExitStatus::SomeFailed;
     if (givenName != name) {
@@ -308,7 +308,7 @@ ExitStatus runLibraryRemove(const QStringList &arguments, Console &console)
 
     auto holding = kindsHolding(name, kinds);
     if (holding.isEmpty())
-        return fail(unknownName(name, kinds), ExitStatus::SomeFailed, console);
+        return fail(unknownName(name, kinds, line), ExitStatus::SomeFailed, console);
     if (holding.size() > 1 && holding.contains(RecordKind::Custom))
         holding.removeAll(RecordKind::Standard);
     if (holding.size() > 1) {

@@ -1,6 +1,7 @@
 #include <cli/LibraryDocument.h>
 
 #include <KelStd/io/Coord_IO.h>
+#include <KelStd/io/DocumentLimits.h>
 #include <KelStd/io/ListDocuments.h>
 
 #include <QtCore/QFile>
@@ -12,8 +13,6 @@ namespace KelStd::cli {
 namespace {
 
 constexpr int readVersion = 1;
-constexpr int deepestNesting = 256;                          // of a document that the library reads
-constexpr qint64 largestDocument = qint64{64} * 1024 * 1024; // [bytes]
 constexpr int rootDepth = 1;
 constexpr int recordDepth = 2;
 
@@ -42,7 +41,7 @@ public:
 
     DocumentOutline run()
     {
-        while (!m_reader.atEnd() && m_depth <= deepestNesting) {
+        while (!m_reader.atEnd() && m_depth <= io::deepestNesting) {
             switch (m_reader.readNext()) {
             case QXmlStreamReader::StartElement: enter(); break;
             case QXmlStreamReader::EndElement: --m_depth; break;
@@ -65,8 +64,8 @@ private:
     void enter()
     {
         ++m_depth;
-        if (m_depth > deepestNesting)
-            fault(QStringLiteral("its elements are nested deeper than %1").arg(deepestNesting));
+        if (m_depth > io::deepestNesting)
+            fault(QStringLiteral("its elements are nested deeper than %1").arg(io::deepestNesting));
         const QString name = m_reader.qualifiedName().toString();
         if (m_depth == rootDepth)
             m_outline.rootName = name;
@@ -173,8 +172,9 @@ DocumentOutline outlineOf(const QString &fileName, std::optional<RecordKind> kin
         outline.fault = QStringLiteral("the file is empty");
         return outline;
     }
-    if (file.size() > largestDocument) {
-        outline.fault = QStringLiteral("the file is larger than 64 MiB");
+    if (file.size() > io::largestDocument) {
+        outline.fault = QStringLiteral("the file is larger than %1 MiB")
+                            .arg(io::largestDocument / (1024 * 1024));
         return outline;
     }
     return Walk(file, kind).run();

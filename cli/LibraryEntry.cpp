@@ -161,7 +161,7 @@ QList<RecordKind> kindsHolding(const QString &name, const QList<RecordKind> &kin
     return holding;
 }
 
-QString unknownName(const QString &name, const QList<RecordKind> &kinds)
+QString unknownName(const QString &name, const QList<RecordKind> &kinds, const CommandLine &line)
 {
     QStringList known;
     for (const RecordKind kind : kinds)
@@ -174,11 +174,12 @@ QString unknownName(const QString &name, const QList<RecordKind> &kinds)
     QStringList near;
     for (const QString &each : nearNames(name, known))
         near += inQuotes(each);
-    return QStringLiteral("the library has no %1 %2; %3'kelstd library list' lists them")
+    return QStringLiteral("the library has no %1 %2; %3'kelstd library list'%4 lists them")
         .arg(title, inQuotes(name),
              near.isEmpty()
                  ? QString()
-                 : QStringLiteral("did you mean %1? ").arg(near.join(QLatin1String(" or "))));
+                 : QStringLiteral("did you mean %1? ").arg(near.join(QLatin1String(" or "))),
+             namesLibrary(line) ? QStringLiteral(" with the same --dir") : QString());
 }
 
 } // namespace KelStd::cli

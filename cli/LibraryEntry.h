@@ -8,6 +8,8 @@
 
 namespace KelStd::cli {
 
+class CommandLine;
+
 /// The file names of a kind's documents, in the order in which loading reads them.
 QStringList documentsOf(const LibraryDirectory &library, RecordKind kind);
 
@@ -37,7 +39,7 @@ QString writeFault(const QString &fileName);
 QList<RecordKind> kindsHolding(const QString &name, const QList<RecordKind> &kinds);
 
 /// "there is no custom system \"harbour\"; did you mean ...?", with the names of the loaded
-/// registry.
-QString unknownName(const QString &name, const QList<RecordKind> &kinds);
+/// registry, and how the command `line` could have listed them.
+QString unknownName(const QString &name, const QList<RecordKind> &kinds, const CommandLine &line);
 
 } // namespace KelStd::cli

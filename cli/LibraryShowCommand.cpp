@@ -44,7 +44,7 @@ ExitStatus runLibraryShow(const QStringList &arguments, Console &console)
 
     const auto holding = kindsHolding(name, kinds);
     if (holding.isEmpty()) {
-        console.report(unknownName(name, kinds));
+        console.report(unknownName(name, kinds, line));
         return ExitStatus::SomeFailed;
     }
     for (const RecordKind other : holding.mid(1)) {

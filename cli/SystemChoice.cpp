@@ -122,7 +122,7 @@ bool readChosenSystem(const QString &given, const CommandLine &line, Coord &coor
     QString reason;
     loadPlaces(*library, {LibraryPlace::Custom, LibraryPlace::Standard}, reason); // for the hint
     console.report(QStringLiteral("there is no file %1, and ").arg(given)
-                   + unknownName(given, systemKinds));
+                   + unknownName(given, systemKinds, line));
     return false;
 }
 

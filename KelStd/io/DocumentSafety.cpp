@@ -132,7 +132,7 @@ private:
     {
         for (++m_at; m_at != m_end; ++m_at) {
             const QChar c = *m_at;
-            if (c > QLatin1Char('>')) { // most are letters, and what else is sought is below
+            if (c > QLatin1Char('>')) { // as most are, and no quote or end is
                 see(c);
             } else if (c == QLatin1Char('"') || c == QLatin1Char('\'')) {
                 m_at = std::find(m_at + 1, m_end, c);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <KelStd/io/DocumentLimits.h>
 #include <KelStd/io/FileAccess.h>
 
 #include <QtCore/QString>
@@ -9,14 +10,6 @@
 
 /// XML files read and written whole.
 namespace KelStd::io {
-
-/// Elements nested deeper than this are refused. A coordinate system nests four deep; a document
-/// tree of some fifty thousand levels would exhaust the stack when it is destroyed.
-inline constexpr int deepestNesting = 256;
-
-/// Documents of more bytes are refused. A coordinate system has some four thousand; Qt cannot hold
-/// a text of some thousand million at all, and raises `std::bad_alloc`.
-inline constexpr qint64 largestDocument = qint64{64} * 1024 * 1024;
 
 /// False for a text with U+FFFE or U+FFFF, which XML leaves out (XML 1.0, section 2.2), or with
 /// half a surrogate pair, which no encoding has.

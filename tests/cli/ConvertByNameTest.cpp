@@ -19,6 +19,13 @@ protected:
         test::writeFile(m_program.home().path(text("library/") + text(file)), bytes);
     }
 
+    /// "A", with another false easting than `system` has.
+    static QByteArray shiftedSystem()
+    {
+        return test::editedSystem(text("rd_new.xml"), {{text("Amersfoort / RD New"), text("A")},
+                                                       {text("155000"), text("255000")}});
+    }
+
     test::ProgramResult convert(const QString &system, const QByteArray &point,
                                 const QStringList &options = {}) const
     {
@@ -44,9 +51,7 @@ TEST_F(ConvertByName, ADeliveredSystemIsAtHand)
 TEST_F(ConvertByName, ACustomSystemGoesBeforeAStandardOne)
 {
     putHome("standard/A.xml", system("A"));
-    putHome("custom/any.xml",
-            test::editedSystem(text("rd_new.xml"), {{text("Amersfoort / RD New"), text("A")},
-                                                    {text("155000"), text("255000")}}));
+    putHome("custom/any.xml", shiftedSystem());
     putHome("standard/B.xml", system("B"));
     // The origin of the grid, so that its eastings are the false easting.
     const QStringList local = {text("--from"), text("local-neh")};
@@ -60,9 +65,7 @@ TEST_F(ConvertByName, ACustomSystemGoesBeforeAStandardOne)
 TEST_F(ConvertByName, ASystemOfSeveralFilesIsRefused)
 {
     putHome("custom/One.xml", system("A"));
-    putHome("custom/two.xml",
-            test::editedSystem(text("rd_new.xml"), {{text("Amersfoort / RD New"), text("A")},
-                                                    {text("155000"), text("255000")}}));
+    putHome("custom/two.xml", shiftedSystem());
     putHome("custom/b.xml", system("B"));
     putHome("custom/skipped.xml", "<Coord ver=\"1\" coord_name=\"B\"/>");
     const QString several =

@@ -92,8 +92,9 @@ TEST_F(LibraryList, ShowReadsAsASurveyorReads)
                 Mentions("  PROJ name               utm\n"));
     const auto none = library({text("show"), text("harbour"), text("--kind"), text("systems")});
     EXPECT_EQ(none.status, 1);
-    EXPECT_EQ(none.err, text("kelstd: the library has no system \"harbour\"; did you mean "
-                             "\"Harbour\"? 'kelstd library list' lists them\n"));
+    EXPECT_EQ(none.err,
+              text("kelstd: the library has no system \"harbour\"; did you mean "
+                   "\"Harbour\"? 'kelstd library list' with the same --dir lists them\n"));
 }
 
 TEST_F(LibraryList, ShowSaysWhichOfSeveralItShows)

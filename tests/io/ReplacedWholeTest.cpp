@@ -22,6 +22,16 @@ namespace {
 class ReplacedWhole : public DocumentTest
 {
 protected:
+    void expectRefused(const Coord &coord, const char *message) const
+    {
+        writeFile(path(), "old content");
+        QString error;
+        EXPECT_FALSE(Coord_IO::xml_write(coord, path(), &error));
+        EXPECT_EQ(error, message);
+        EXPECT_EQ(readFile(path()), QByteArray("old content"));
+        EXPECT_EQ(entries(), onlyTheFile);
+    }
+
     const QStringList onlyTheFile{QStringLiteral("system.xml")};
 };
 
@@ -119,14 +129,9 @@ TEST_F(ReplacedWhole, TextThatNoDocumentCanHoldLeavesTheOldOne)
     for (const PlaceOfAText &place : textPlaces) {
         for (const QString &text : texts) {
             SCOPED_TRACE(testing::Message() << place.name << ' ' << text.at(0).unicode());
-            writeFile(path(), "old content");
             Coord coord = completeSystem();
             place.put(coord, text);
-            QString error;
-            EXPECT_FALSE(Coord_IO::xml_write(coord, path(), &error));
-            EXPECT_EQ(error, "A text has a character that no XML document can hold");
-            EXPECT_EQ(readFile(path()), QByteArray("old content"));
-            EXPECT_EQ(entries(), onlyTheFile);
+            expectRefused(coord, "A text has a character that no XML document can hold");
         }
     }
 }
@@ -134,14 +139,9 @@ TEST_F(ReplacedWhole, TextThatNoDocumentCanHoldLeavesTheOldOne)
 /// Reading refuses more than 64 MiB.
 TEST_F(ReplacedWhole, DocumentTooLargeToBeReadLeavesTheOldOne)
 {
-    writeFile(path(), "old content");
     Coord coord = completeSystem();
     coord.coord_name = QString(64 * 1024 * 1024, QLatin1Char('n'));
-    QString error;
-    EXPECT_FALSE(Coord_IO::xml_write(coord, path(), &error));
-    EXPECT_EQ(error, "The document would be too large to be read");
-    EXPECT_EQ(readFile(path()), QByteArray("old content"));
-    EXPECT_EQ(entries(), onlyTheFile);
+    expectRefused(coord, "The document would be too large to be read");
 }
 
 TEST_F(ReplacedWhole, EveryOtherCharacterComesBack)
