@@ -15,6 +15,7 @@
 #include <KelStd/coord/stGeoidModel.h>
 #include <KelStd/coord/stPlaneTransform.h>
 #include <KelStd/coord/uPos.h>
+#include <KelStd/files/FileLock.h>
 #include <KelStd/io/Coord_IO.h>
 #include <KelStd/io/DocumentLimits.h>
 #include <KelStd/io/ListDocuments.h>
