@@ -32,11 +32,12 @@ public:
     /// only `target` has stay. An existing file is replaced whole, or left when `overwrite` is
     /// false. Links to files are copied as files, links to directories are not followed. Returns
     /// false when `source` is no directory, when `target` lies in it, or when anything could not be
-    /// copied; what could be copied is there.
+    /// copied; what could be copied is there. What is new is never for all others to write.
     static bool CopyDirectory(const QString &source, const QString &target, bool overwrite);
 
     /// Removes everything below `directory`; the directory itself stays. Symbolic links are
-    /// removed, not followed. Returns false when anything remains.
+    /// removed, not followed; nothing is removed through a `directory` that is one itself. Returns
+    /// false when anything remains.
     static bool ClearDirectory(const QString &directory);
 };
 

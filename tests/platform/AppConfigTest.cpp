@@ -1,4 +1,5 @@
 #include "support/Printers.h"
+#include "support/ScopedMask.h"
 #include "support/TemporaryHome.h"
 
 #include <KelStd/platform/AppConfig.h>
@@ -93,6 +94,26 @@ TEST_F(AppConfigUnset, HomeIsOtherwiseTheApplicationDataDirectoryWhichIsCreated)
                 seen = defaultHomeBelow(base.path());
             }
             exitWhetherEqual(seen, QStringLiteral("surveying exists"));
+        },
+        testing::ExitedWithCode(0), "");
+}
+
+TEST_F(AppConfigUnset, TheHomeThatIsCreatedIsNotForAllToWrite)
+{
+    EXPECT_EXIT(
+        {
+            QTemporaryDir base;
+            const test::ScopedMask nothing(0);
+            defaultHomeBelow(base.filePath(QStringLiteral("share")));
+            const auto mode = [&base](const QString &name) {
+                struct stat status = {};
+                stat(QFile::encodeName(base.filePath(name)).constData(), &status);
+                return QString::number(status.st_mode & 0777U, 8);
+            };
+            const QString modes =
+                mode(QStringLiteral("share")) + mode(QStringLiteral("share/surveying"));
+            base.remove();
+            exitWhetherEqual(modes, QStringLiteral("775775"));
         },
         testing::ExitedWithCode(0), "");
 }

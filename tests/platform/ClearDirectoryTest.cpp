@@ -68,6 +68,22 @@ TEST_F(ClearDirectory, RemovesLinksWithoutFollowingThem)
     EXPECT_EQ(test::readFile(path(QStringLiteral("outside/kept.txt"))), "kept");
 }
 
+TEST_F(ClearDirectory, RemovesNothingThroughALinkToADirectory)
+{
+    test::writeFile(path(QStringLiteral("outside/kept.txt")), "kept");
+    ASSERT_TRUE(QFile::link(path(QStringLiteral("outside")), path(QStringLiteral("link"))));
+    for (const char *end : {"", "/", "//", "/.", "/../link"}) {
+        SCOPED_TRACE(end);
+        EXPECT_FALSE(
+            tk::Toolkits::ClearDirectory(path(QStringLiteral("link")) + QString::fromLatin1(end)));
+        EXPECT_EQ(test::readFile(path(QStringLiteral("outside/kept.txt"))), "kept");
+    }
+    // A link further up is a way like any other.
+    test::writeFile(path(QStringLiteral("outside/inner/gone.txt")), "gone");
+    EXPECT_TRUE(tk::Toolkits::ClearDirectory(path(QStringLiteral("link/inner"))));
+    EXPECT_EQ(entries(QStringLiteral("outside/inner")), QStringList());
+}
+
 TEST_F(ClearDirectory, RemovesAPipeWithoutOpeningIt)
 {
     ASSERT_TRUE(QDir(place.path()).mkpath(QStringLiteral("full")));

@@ -1,5 +1,6 @@
 #include "support/FileSizeLimit.h"
 #include "support/Printers.h"
+#include "support/ScopedMask.h"
 #include "support/TemporaryHome.h"
 
 #include <KelStd/platform/Toolkits.h>
@@ -230,6 +231,33 @@ TEST_F(CopyDirectory, ATargetWhoseNameBeginsLikeTheSourceIsNotInside)
     EXPECT_TRUE(tk::Toolkits::CopyDirectory(path(QStringLiteral("source")),
                                             path(QStringLiteral("source2")), true));
     EXPECT_EQ(read("source2/a.gtx"), "a");
+}
+
+/// A user's mask may leave everything to everybody.
+TEST_F(CopyDirectory, WhatIsNewIsNotForAllToWrite)
+{
+    write("source/a.gtx", "a");
+    write("source/sub/b.gtx", "b");
+    write("target/a.gtx", "the user's");
+    const auto modeOf = [this](const char *relative) {
+        struct stat status = {};
+        EXPECT_EQ(stat(QFile::encodeName(path(QString::fromUtf8(relative))).constData(), &status),
+                  0);
+        return status.st_mode & 0777U;
+    };
+    const mode_t before = modeOf("target/a.gtx");
+    {
+        const test::ScopedMask nothing(0);
+        EXPECT_TRUE(copy());
+        EXPECT_TRUE(tk::Toolkits::CopyDirectory(path(QStringLiteral("source")),
+                                                path(QStringLiteral("new/target")), true));
+    }
+    EXPECT_EQ(modeOf("target/a.gtx"), before) << "what is replaced keeps its own";
+    EXPECT_EQ(modeOf("target/sub"), 0775U);
+    EXPECT_EQ(modeOf("target/sub/b.gtx"), 0664U);
+    EXPECT_EQ(modeOf("new"), 0775U);
+    EXPECT_EQ(modeOf("new/target"), 0775U);
+    EXPECT_EQ(modeOf("new/target/sub"), 0775U);
 }
 
 TEST_F(CopyDirectory, NamesMayHoldBlanksQuotesAndOtherScripts)

@@ -1,6 +1,7 @@
 #include <KelStd/platform/AppConfig.h>
 #include <KelStd/platform/LogLibrary.h>
 #include <KelStd/platform/ResourceQuery.h>
+#include <KelStd/platform/default/Creation.h>
 #include <KelStd/platform/default/LibraryLocation.h>
 
 #include <QtCore/QCoreApplication>
@@ -35,7 +36,7 @@ QDir userDataDir()
 {
     const QString path = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
     // Nobody chose this place, so nobody else will create it.
-    QDir().mkpath(path);
+    kelstd_platform::createDirectory(path);
     return QDir(path);
 }
 

@@ -1,4 +1,5 @@
 #include <KelStd/platform/Toolkits.h>
+#include <KelStd/platform/default/Creation.h>
 
 #include <QtCore/QDir>
 #include <QtCore/QFile>
@@ -18,9 +19,12 @@ bool copyFile(const QString &source, const QString &target)
     QFile in(source);
     if (!in.open(QIODevice::ReadOnly))
         return false;
+    const bool isNew = !QFileInfo::exists(target);
     QSaveFile out(target);
     if (!out.open(QIODevice::WriteOnly))
         return false;
+    if (isNew)
+        out.setPermissions(kelstd_platform::withoutOthersWriting(out.permissions()));
     while (!in.atEnd()) {
         const QByteArray piece = in.read(pieceSize);
         if (piece.isEmpty() || out.write(piece) != piece.size())
@@ -42,6 +46,12 @@ bool liesIn(const QDir &directory, const QString &path)
            || inner.startsWith(outer + QLatin1Char('/'));
 }
 
+/// Whether the path itself is a symbolic link, also with a "/" behind it.
+bool isLink(const QString &path)
+{
+    return QFileInfo(QDir::cleanPath(path)).isSymLink();
+}
+
 bool removeEntry(const QFileInfo &entry)
 {
     if (entry.isDir() && !entry.isSymLink())
@@ -60,7 +70,7 @@ bool Toolkits::CopyDirectory(const QString &source, const QString &target, bool 
         return false;
     if (liesIn(sourceDir, target))
         return false; // the copy would copy itself without end
-    if (!QDir().mkpath(target))
+    if (!kelstd_platform::createDirectory(target))
         return false;
 
     const QDir targetDir(target);
@@ -82,7 +92,7 @@ bool Toolkits::CopyDirectory(const QString &source, const QString &target, bool 
 bool Toolkits::ClearDirectory(const QString &directory)
 {
     const QDir dir(directory);
-    if (directory.isEmpty() || !dir.exists())
+    if (directory.isEmpty() || !dir.exists() || isLink(directory))
         return false;
 
     bool complete = true;
