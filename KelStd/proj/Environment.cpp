@@ -1,12 +1,15 @@
 #include <KelStd/proj/ProjLib.h>
 
 #include <KelStd/platform/AppConfig.h>
+#include <KelStd/proj/FilePermissions.h>
 #include <KelStd/proj/Installation.h>
 #include <KelStd/proj/LoadedProj.h>
 #include <KelStd/proj/PrivateDirectory.h>
+#include <KelStd/proj/TransformationResult.h>
 #include <KelStd/proj/WorkingDirectoryScope.h>
 
 #include <QtCore/QDir>
+#include <QtCore/QObject>
 
 #include <cmath>
 
@@ -16,18 +19,37 @@ using proj::defaultContext;
 using proj::LoadedProj;
 using proj::WorkingDirectoryScope;
 
+namespace {
+
+/// Whether the code in the library file may run in this process; logs why not. Without a file only
+/// the home is looked at.
+bool isTrusted(const QDir &home, const QString &libraryFile)
+{
+    const QString reason = proj::distrustOf(home, libraryFile);
+    if (reason.isEmpty())
+        return true;
+    proj::logFailure(QObject::tr("The proj library is not loaded: %1").arg(reason), LogType_Error);
+    return false;
+}
+
+} // namespace
+
 bool ProjLib::___InitializeEnviroment()
 {
     ___unloadEnviroment();
 
     const QDir home = AppConfig::getInstance().homeDir();
-    if (!home.exists() || !proj::ensureInstalled(home, AppConfig::getInstance().binDir()))
+    if (!home.exists() || !isTrusted(home, {})
+        || !proj::ensureInstalled(home, AppConfig::getInstance().binDir()))
         return false;
 
     const QDir privateDir(home.absoluteFilePath(proj::privateDirectoryName()));
+    const QString libraryFile = privateDir.absoluteFilePath(proj::libraryFileName());
+    if (!isTrusted(home, libraryFile))
+        return false;
     const WorkingDirectoryScope scope;
     LoadedProj &loaded = LoadedProj::instance();
-    if (!loaded.load(privateDir.absoluteFilePath(proj::libraryFileName())))
+    if (!loaded.load(libraryFile))
         return false;
     if (!loaded.setSearchPath(privateDir.absoluteFilePath(proj::resourceDirectoryName()))) {
         // PROJ without its resource files would compute, and compute something else.

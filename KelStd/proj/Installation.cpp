@@ -1,18 +1,27 @@
 #include <KelStd/proj/Installation.h>
 
+#include <KelStd/files/FileLock.h>
 #include <KelStd/platform/Toolkits.h>
+#include <KelStd/proj/FilePermissions.h>
 #include <KelStd/proj/PrivateDirectory.h>
+#include <KelStd/proj/TransformationResult.h>
+#include <KelStd/proj/Unpacker.h>
 
 #include <QtCore/QDataStream>
 #include <QtCore/QFile>
-#include <QtCore/QLockFile>
-#include <QtCore/QProcess>
+#include <QtCore/QFileInfo>
+#include <QtCore/QObject>
 #include <QtCore/QSaveFile>
-#include <QtCore/QStringList>
+#include <QtCore/QTemporaryDir>
+
+#include <algorithm>
 
 namespace KelStd::proj {
 
 namespace {
+
+constexpr QDir::Filters everything =
+    QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden | QDir::System;
 
 enum class State
 {
@@ -34,36 +43,99 @@ State markerState(const QDir &privateDir)
     return version == environmentVersion ? State::Installed : State::Missing;
 }
 
-/// The state of the private directory, which is empty and entered when it has to be installed.
-State preparePrivateDirectory(const QDir &home, QDir &privateDir)
+/// The state of the private directory. One that is not there is made, empty.
+State preparePrivateDirectory(const QDir &home)
 {
-    const QString name = privateDirectoryName();
-    privateDir = home;
-    if (!home.exists(name)) {
-        const bool entered = home.mkdir(name) && privateDir.cd(name);
-        return entered ? State::Missing : State::Unusable;
-    }
-    if (!privateDir.cd(name))
+    const QString path = home.absoluteFilePath(privateDirectoryName());
+    if (!home.exists(privateDirectoryName()))
+        return home.mkdir(privateDirectoryName()) ? State::Missing : State::Unusable;
+    QDir privateDir = home;
+    if (!privateDir.cd(privateDirectoryName()))
         return State::Unusable;
     const State state = markerState(privateDir);
-    if (state == State::Missing)
-        tk::Toolkits::ClearDirectory(privateDir.absolutePath());
-    return state;
+    if (state != State::Missing || !QFileInfo(path).isSymLink())
+        return state;
+    // What the link leads to may be anything.
+    logFailure(QObject::tr("%1 is a symbolic link and is not replaced; remove the link").arg(path),
+               LogType_Error);
+    return State::Unusable;
 }
 
-bool unpack(const QString &archive, const QString &target)
+/// What the directory holds in which PROJ is prepared.
+const QString newPart = QStringLiteral("new");
+const QString oldPart = QStringLiteral("old");
+
+bool isWorkshop(const QFileInfo &entry)
 {
-    QProcess unpacker;
-    // The list of what it unpacks is no output of the program that uses this library.
-    unpacker.setStandardInputFile(QProcess::nullDevice());
-    unpacker.setStandardOutputFile(QProcess::nullDevice());
-    unpacker.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    unpacker.start(unpackerName(), {QStringLiteral("-o"), QDir::fromNativeSeparators(archive),
-                                    QStringLiteral("-d"), QDir::fromNativeSeparators(target)});
-    constexpr int noTimeout = -1;
-    return unpacker.waitForFinished(noTimeout) && unpacker.exitStatus() == QProcess::NormalExit
-           && unpacker.exitCode() == 0;
+    if (entry.isSymLink() || !entry.isDir())
+        return false;
+    const QStringList parts = QDir(entry.filePath()).entryList(everything);
+    return std::all_of(parts.begin(), parts.end(),
+                       [](const QString &part) { return part == newPart || part == oldPart; });
 }
+
+/// Removes the directories in which killed processes prepared PROJ. Only for who holds the lock:
+/// nobody else has one.
+void removeLeftWorkshops(const QDir &home)
+{
+    QString pattern = workshopPattern();
+    pattern.replace(QLatin1Char('X'), QLatin1Char('?'));
+    for (const QFileInfo &entry : home.entryInfoList({pattern}, everything)) {
+        if (isWorkshop(entry))
+            QDir(entry.filePath()).removeRecursively();
+    }
+}
+
+/// The new private directory, made beside the old one and gone with the object unless it was put in
+/// its place.
+class Workshop
+{
+public:
+    explicit Workshop(const QDir &home)
+        : m_home(home), m_dir(home.absoluteFilePath(workshopPattern()))
+    {}
+
+    /// Unpacks the archive and looks at what came out of it.
+    bool make(const QString &archive, const FileLock &lock) const
+    {
+        const QString unpacker = findUnpacker();
+        if (unpacker.isEmpty() || !m_dir.isValid() || !QDir().mkpath(newPrivateDirectory()))
+            return false;
+        // What the user's mask lets a new directory have.
+        const QFile::Permissions allowed = QFileInfo(newPrivateDirectory()).permissions();
+        if (!unpack(unpacker, archive, unpacked(), lock))
+            return false;
+        restrictPermissions(unpacked(), allowed);
+        return QDir(newPrivateDirectory()).exists(libraryFileName());
+    }
+
+    /// Lets the new private directory take the old one's place.
+    bool moveIntoPlace() const
+    {
+        const QString place = m_home.absoluteFilePath(privateDirectoryName());
+        const QString old = m_dir.filePath(oldPart);
+        if (!QDir().rename(place, old))
+            return false;
+        if (!QDir().rename(newPrivateDirectory(), place)) {
+            QDir().rename(old, place);
+            return false;
+        }
+        tk::Toolkits::ClearDirectory(old);
+        // What the archive has beside its top folder "proj" belongs into the home directory, too.
+        return QDir(unpacked()).isEmpty(everything)
+               || tk::Toolkits::CopyDirectory(unpacked(), m_home.absolutePath(), true);
+    }
+
+private:
+    QString unpacked() const { return m_dir.filePath(newPart); }
+    QString newPrivateDirectory() const
+    {
+        return QDir(unpacked()).filePath(privateDirectoryName());
+    }
+
+    QDir m_home;
+    QTemporaryDir m_dir;
+};
 
 bool writeMarker(const QString &path)
 {
@@ -71,6 +143,7 @@ bool writeMarker(const QString &path)
     QFile fresh(path);
     if (!fresh.open(QIODevice::WriteOnly | QIODevice::NewOnly))
         return false;
+    fresh.setPermissions(fresh.permissions() & ~QFile::Permissions(QFile::WriteOther));
     fresh.close();
 
     QSaveFile marker(path);
@@ -83,26 +156,31 @@ bool writeMarker(const QString &path)
 }
 
 /// Installs what is missing; by one process at a time.
-bool install(const QDir &home, const QDir &programDir)
+bool install(const QDir &home, const QDir &programDir, const FileLock &lock)
 {
-    QDir privateDir;
-    switch (preparePrivateDirectory(home, privateDir)) {
+    switch (preparePrivateDirectory(home)) {
     case State::Installed: return true;
     case State::Unusable: return false;
     case State::Missing: break;
     }
+    if (lock.isTaken())
+        removeLeftWorkshops(home);
 
     const QDir archiveDir(programDir.absoluteFilePath(privateDirectoryName()));
-    // The archive has the top folder "proj" in it: it is unpacked into the home directory itself.
-    if (!unpack(archiveDir.absoluteFilePath(archiveFileName()), home.absolutePath())
-        || !privateDir.exists(libraryFileName())
-        || !writeMarker(privateDir.absoluteFilePath(markerFileName())))
+    const QString archive = archiveDir.absoluteFilePath(archiveFileName());
+    {
+        const Workshop workshop(home);
+        if (!workshop.make(archive, lock) || !workshop.moveIntoPlace())
+            return false;
+    }
+    const QString marker =
+        QDir(home.absoluteFilePath(privateDirectoryName())).absoluteFilePath(markerFileName());
+    if (QFileInfo::exists(marker))
         return false;
-
     // Without geoid models everything but heights above the geoid still works.
     tk::Toolkits::CopyDirectory(programDir.absoluteFilePath(geoidDirectoryName()),
                                 home.absoluteFilePath(geoidDirectoryName()), true);
-    return true;
+    return writeMarker(marker);
 }
 
 bool isInstalled(const QDir &home)
@@ -115,16 +193,18 @@ bool isInstalled(const QDir &home)
 
 bool ensureInstalled(const QDir &home, const QDir &programDir)
 {
-    // Programs that start at the same moment must not unpack over each other. Geoid models come
-    // after the marker: who finds it waits for them, too.
-    const QString lockFile = home.absoluteFilePath(privateDirectoryName() + QLatin1String(".lock"));
-    if (isInstalled(home) && !QFile::exists(lockFile))
+    const QString lockFile = home.absoluteFilePath(installLockName());
+    FileLock lock(lockFile);
+    if (isInstalled(home)) {
+        // Left by a process that was killed after its last step; taking it removes it.
+        if (QFile::exists(lockFile))
+            lock.take(0);
         return true;
-    QLockFile lock(lockFile);
-    constexpr int longestInstallation = 60000; // [ms], after which its process counts as dead
-    lock.setStaleLockTime(longestInstallation);
-    lock.lock(); // fails where nothing can be installed either
-    return install(home, programDir);
+    }
+    // Programs that start at the same moment must not unpack over each other. Where no lock can be
+    // had nothing can be installed either.
+    lock.take(FileLock::forEver);
+    return install(home, programDir, lock);
 }
 
 } // namespace KelStd::proj

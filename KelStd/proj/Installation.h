@@ -4,10 +4,16 @@
 
 namespace KelStd::proj {
 
-/// Makes sure that the private PROJ directory below `home` is prepared: when its marker is missing
-/// or has another version, empties it, unpacks the archive below `programDir` and writes the
-/// marker. Returns false when any step fails; the marker is there only after a whole unpacking.
-/// Processes that share a home directory wait for each other here.
+/// Makes sure that the private PROJ directory below `home` is prepared. When its marker is missing
+/// or has another version, the archive below `programDir` is unpacked beside it, and what was
+/// unpacked takes its place in one step; until then nothing of the earlier one is touched. The
+/// marker is written last, after the geoid models: who finds it finds everything.
+///
+/// Returns false when any step fails. A private directory that is a symbolic link is used but not
+/// replaced: that failure is logged with what to do.
+///
+/// With a valid marker nothing is locked and nothing written. Otherwise processes that share a home
+/// directory wait for each other here, and remove what killed ones have left.
 bool ensureInstalled(const QDir &home, const QDir &programDir);
 
 } // namespace KelStd::proj

@@ -40,6 +40,19 @@ inline QString libraryFileName()
     return QStringLiteral(KELSTD_PROJ_LIBRARY_NAME);
 }
 
+/// What the private directory is called while it is being made: a directory in the home directory,
+/// with six characters in place of the last ones.
+inline QString workshopPattern()
+{
+    return QStringLiteral(".proj-XXXXXX");
+}
+
+/// In the home directory, held by the process that installs.
+inline QString installLockName()
+{
+    return QStringLiteral("proj.lock");
+}
+
 /// The platform's unpacking program, found on the search path; the build names it, too.
 inline QString unpackerName()
 {

@@ -39,9 +39,18 @@ public:
     /// PROJ from it and points PROJ at its resource files. Unloads first when something is loaded.
     /// Returns true when PROJ is ready; on any failure false, with nothing loaded.
     ///
-    /// Preparing empties the private directory, unpacks "proj/proj.zip" of the program directory
-    /// into the home directory with the system's unzip program, and copies "geoid_model_list" over
-    /// to the home directory (adding and overwriting, removing nothing).
+    /// Preparing unpacks "proj/proj.zip" of the program directory into the home directory with the
+    /// unzip program of the search path, whose relative entries are not followed. The private
+    /// directory is emptied, whatever it holds, but only when what takes its place has been
+    /// unpacked; until then nothing of it is lost. Then "geoid_model_list" is copied over to the
+    /// home directory (adding and overwriting, removing nothing). What is made is never for other
+    /// users to write.
+    ///
+    /// Where code could be another user's, nothing is loaded: the home directory, the private one
+    /// and the library file have to belong to the user or to root, and must not be writable for
+    /// all (on Unix). That, and a private directory that would have to be replaced and is a
+    /// symbolic link, are logged under "app_log" as `LogType_Error`, with what to do; other
+    /// failures are not logged.
     static bool ___InitializeEnviroment();
 
     /// Releases PROJ; does nothing when it is not loaded. No file is touched.

@@ -86,20 +86,25 @@ TEST_F(Installation, NextStartOnlyLoads)
     EXPECT_TRUE(QFile::exists(home.path("proj/share/added.txt")));
 }
 
-TEST_F(Installation, UnpackerIsGivenOverwriteArchiveAndHome)
+TEST_F(Installation, UnpackerIsGivenOverwriteArchiveAndADirectoryInHome)
 {
     const TemporaryHome home;
     const ProgramDirectory program;
     const test::FakeProjHome prepared;
     home.use();
     AppConfig::setBinDir(QDir(program.path("")));
-    // The fourth argument is the home directory itself: the archive brings the folder "proj".
+    // The fourth argument is where "proj" is made: the archive brings the folder.
     const FakeUnpacker unpacker("cp '" + QFile::encodeName(prepared.libraryFile())
                                 + "' \"$4/proj/\"");
     ASSERT_TRUE(ProjLib::___InitializeEnviroment());
 
-    const QStringList arguments{"-o", program.archiveFile(), "-d", home.path()};
-    EXPECT_EQ(unpacker.runs(), QList<QStringList>{arguments});
+    ASSERT_EQ(unpacker.runs().size(), 1);
+    const QStringList arguments = unpacker.runs().constFirst();
+    EXPECT_EQ(arguments.mid(0, 3), (QStringList{"-o", program.archiveFile(), "-d"}));
+    // On the same file system as what it replaces.
+    EXPECT_EQ(arguments.size(), 4);
+    EXPECT_TRUE(arguments.value(3).startsWith(home.path() + "/.proj-")) << arguments.value(3);
+    EXPECT_FALSE(QFile::exists(arguments.value(3)));
     EXPECT_EQ(readFile(home.path("proj/proj_enviroment")).toHex(), "00000003");
 }
 
@@ -120,7 +125,7 @@ TEST_P(FailingUnpacker, FailsAlthoughTheLibraryIsThere)
 
     expectFailure();
     EXPECT_EQ(unpacker.runs().size(), 1);
-    EXPECT_TRUE(QFile::exists(home.path("proj/") + libraryName));
+    EXPECT_FALSE(QFile::exists(home.path("proj/") + libraryName));
     EXPECT_FALSE(QFile::exists(home.path("proj/proj_enviroment")));
     EXPECT_FALSE(QFile::exists(home.path("geoid_model_list")));
 }

@@ -78,14 +78,18 @@ TEST_P(OutdatedMarker, EmptiesAndInstallsAnew)
     EXPECT_EQ(readFile(home.path("geoid_model_list/own.gtx")), "the user's");
 }
 
-TEST_P(OutdatedMarker, WithoutAnArchiveLeavesNoMarker)
+TEST_P(OutdatedMarker, WithoutAnArchiveLosesNothing)
 {
     ASSERT_TRUE(QFile::remove(program.archiveFile()));
     const test::LogCapture log;
     EXPECT_FALSE(ProjLib::___InitializeEnviroment());
     EXPECT_TRUE(log.entries().isEmpty());
     EXPECT_TRUE(test::projIsMissing());
-    EXPECT_FALSE(QFile::exists(marker));
+    ASSERT_EQ(QFile::exists(marker), GetParam().hex.has_value());
+    EXPECT_EQ(GetParam().hex ? readFile(marker).toHex() : QByteArray(),
+              GetParam().hex.value_or(QByteArray()));
+    EXPECT_EQ(readFile(home.path("proj/stale.txt")), "from an older release");
+    EXPECT_EQ(readFile(home.libraryFile()), test::fakeProjBytes());
     EXPECT_FALSE(QFile::exists(home.path("geoid_model_list/model.gtx")));
 
     // The next start finds the archive in its place and makes good.

@@ -49,8 +49,8 @@ void putCommonFields(QByteArray &bytes, const ZipEntry &entry)
 QByteArray storedZip(const QList<ZipEntry> &entries)
 {
     constexpr quint32 unixSystem = 3;
-    constexpr quint32 folderMode = 0040755;
-    constexpr quint32 fileMode = 0100644;
+    constexpr quint32 folder = 0040000;
+    constexpr quint32 file = 0100000;
 
     QByteArray archive;
     QByteArray directory;
@@ -61,7 +61,9 @@ QByteArray storedZip(const QList<ZipEntry> &entries)
         put16(directory, 0); // no comment
         put16(directory, 0); // disk
         put16(directory, 0); // internal attributes
-        put32(directory, (entry.name.endsWith('/') ? folderMode : fileMode) << 16);
+        const bool isFolder = entry.name.endsWith('/');
+        const quint32 mode = entry.mode != 0 ? entry.mode : isFolder ? 0755 : 0644;
+        put32(directory, ((isFolder ? folder : file) | mode) << 16);
         put32(directory, static_cast<quint32>(archive.size()));
         directory += entry.name;
 

@@ -1,0 +1,93 @@
+#include <KelStd/proj/FilePermissions.h>
+
+#include <QtCore/QFileInfo>
+#include <QtCore/QObject>
+#include <QtCore/QStringList>
+
+#if defined(Q_OS_UNIX)
+#    include <unistd.h>
+#endif
+
+namespace KelStd::proj {
+
+namespace {
+
+constexpr QDir::Filters everything =
+    QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden | QDir::System;
+
+/// The permissions as they stand in the file system. The "user" ones are what this process may do.
+constexpr QFile::Permissions storedPermissions =
+    QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner | QFile::ReadGroup | QFile::WriteGroup
+    | QFile::ExeGroup | QFile::ReadOther | QFile::WriteOther | QFile::ExeOther;
+
+void restrictEntry(const QString &path, QFile::Permissions allowed, QFile::Permissions needed)
+{
+    // Set also where they stay the same: the set-user and set-group bits go with it.
+    const QFile::Permissions found = QFileInfo(path).permissions() & storedPermissions;
+    QFile::setPermissions(path,
+                          (found & allowed & ~QFile::Permissions(QFile::WriteOther)) | needed);
+}
+
+#if defined(Q_OS_UNIX)
+
+QString distrustOfEntry(const QString &path)
+{
+    const QFileInfo info(path);
+    if (!info.exists())
+        return {};
+    constexpr uint system = 0;
+    if (info.ownerId() != system && info.ownerId() != ::geteuid()) {
+        return QObject::tr("%1 belongs to another user; change its owner, or use another home "
+                           "directory")
+            .arg(path);
+    }
+    if (info.permissions().testFlag(QFile::WriteOther)) {
+        return QObject::tr("%1 can be changed by every user; take that away with 'chmod o-w'")
+            .arg(path);
+    }
+    return {};
+}
+
+#endif
+
+} // namespace
+
+void restrictPermissions(const QString &directory, QFile::Permissions allowed)
+{
+    restrictEntry(directory, allowed, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    for (const QFileInfo &entry : QDir(directory).entryInfoList(everything)) {
+        if (entry.isSymLink())
+            continue;
+        if (entry.isDir())
+            restrictPermissions(entry.filePath(), allowed);
+        else
+            restrictEntry(entry.filePath(), allowed, QFile::ReadOwner | QFile::WriteOwner);
+    }
+}
+
+QString distrustOf(const QDir &home, const QString &libraryFile)
+{
+#if defined(Q_OS_UNIX)
+    QStringList paths = {home.absolutePath()};
+    if (!libraryFile.isEmpty()) {
+        paths += QFileInfo(libraryFile).absolutePath();
+        // The library may be a link; what it leads to is what runs.
+        const QFileInfo library(libraryFile);
+        const QString loaded = library.isSymLink() ? library.canonicalFilePath() : libraryFile;
+        if (library.isSymLink() && library.exists())
+            paths += QFileInfo(loaded).absolutePath();
+        paths += loaded;
+    }
+    for (const QString &path : paths) {
+        const QString reason = distrustOfEntry(path);
+        if (!reason.isEmpty())
+            return reason;
+    }
+#else
+    Q_UNUSED(home)
+    Q_UNUSED(libraryFile)
+#endif
+    return {};
+}
+
+} // namespace KelStd::proj
