@@ -356,7 +356,7 @@ ExitStatus runConvert(const QStringList &arguments, Console &console)
         return ExitStatus::Environment;
     const ProjEnvironment environment;
     if (!environment.isReady()) {
-        console.report(QStringLiteral("PROJ is not ready; 'kelstd doctor' tells why"));
+        console.report(environment.failure());
         return ExitStatus::Environment;
     }
     const auto definitions = definitionsOf(coord, reason);

@@ -45,7 +45,12 @@ QString sizeOf(const QString &file)
 class Examination
 {
 public:
-    explicit Examination(const ProjPlaces &places) : m_places(places) {}
+    /// With `isAnew` PROJ is to be unpacked even where it is.
+    Examination(const ProjPlaces &places, bool isAnew)
+        : m_places(places), m_before(inspectMarker(places.marker())),
+          m_isUnpacked(isAnew || m_before == MarkerState::Missing
+                       || m_before == MarkerState::OtherVersion)
+    {}
 
     /// What has to be there before PROJ can be unpacked. Changes nothing.
     void examineSupplies()
@@ -54,17 +59,20 @@ public:
         examineProgramDirectory();
         examineUnpacker();
         examineArchive();
+        examineWhatIsReplaced();
     }
 
     /// True when PROJ can be unpacked anew.
     bool canInstall() const { return problems() == 0; }
 
+    /// Whether the next step unpacks PROJ, as far as it can.
+    bool isUnpacked() const { return m_isUnpacked && canInstall(); }
+
     /// Makes PROJ ready, unpacking it when that was not done, and looks at the result.
     void examineInstallation()
     {
-        const MarkerState before = inspectMarker(m_places.marker());
-        const bool isReady = ProjLib::___InitializeEnviroment();
-        m_wasPrepared = isReady && before != MarkerState::Current;
+        const bool isReady = !m_isKept && ProjLib::___InitializeEnviroment();
+        m_wasPrepared = isReady && m_isUnpacked;
         examinePrivateDirectory();
         examineMarker();
         examineLibraryFile();
@@ -119,11 +127,15 @@ private:
             QStringLiteral("%1 (%2)").arg(path, qEnvironmentVariableIsEmpty("KELSTD_HOME_DIR")
                                                     ? QStringLiteral("the user's application data")
                                                     : QStringLiteral("from KELSTD_HOME_DIR"));
-        if (QFileInfo(path).isDir()) {
-            ok("home directory", text);
-        } else {
+        const auto fault = accessFault(path);
+        if (!QFileInfo(path).isDir()) {
             problem("home directory", text + QStringLiteral(" is no directory"),
                     QStringLiteral("create it, or set KELSTD_HOME_DIR to another one"));
+        } else if (fault) {
+            problem("home directory", fault->text, fault->advice);
+            m_isDistrusted = true;
+        } else {
+            ok("home directory", text);
         }
     }
 
@@ -178,13 +190,35 @@ private:
         problem(label, file + QStringLiteral(" is damaged"), installAgain);
     }
 
+    /// What would have to go for PROJ and may not.
+    void examineWhatIsReplaced()
+    {
+        const char *label = "private PROJ directory";
+        const QString path = m_places.privateDirectory();
+        m_isKept = true;
+        if (holdsSomethingElse(m_places)) {
+            problem(label, path + QStringLiteral(" holds something else and is not emptied"),
+                    makeRoomAdvice());
+        } else if (m_isUnpacked && QFileInfo(path).isSymLink()) {
+            problem(label, path + QStringLiteral(" is a symbolic link and is not replaced"),
+                    QStringLiteral("remove the link, then run 'kelstd doctor'"));
+        } else {
+            m_isKept = false;
+        }
+    }
+
     void examinePrivateDirectory()
     {
         const char *label = "private PROJ directory";
         const QString path = m_places.privateDirectory();
         const QFileInfo info(path);
         m_hasDirectory = info.isDir();
-        if (m_hasDirectory) {
+        if (m_isKept)
+            return;
+        if (const auto fault = accessFault(path)) {
+            problem(label, fault->text, fault->advice);
+            m_isDistrusted = true;
+        } else if (m_hasDirectory) {
             ok(label, m_wasPrepared ? path + QStringLiteral(" (prepared just now)") : path);
         } else if (info.exists() || info.isSymLink()) {
             problem(label, path + QStringLiteral(" is no directory"),
@@ -234,13 +268,29 @@ private:
             problem(label, file + QStringLiteral(" is missing"), reinstall);
     }
 
-    void examineLibraryFile() { examineFile("PROJ library", m_places.libraryFile()); }
+    void examineLibraryFile()
+    {
+        const char *label = "PROJ library";
+        const QString file = m_places.libraryFile();
+        // A link is judged by what it leads to.
+        const QFileInfo loaded(QFileInfo(file).canonicalFilePath());
+        for (const QString &path : {loaded.absoluteFilePath(), loaded.absolutePath()}) {
+            const auto fault = accessFault(path);
+            if (m_isInstalled && !m_isDistrusted && loaded.exists() && fault) {
+                m_isDistrusted = true;
+                problem(label, fault->text, fault->advice);
+                return;
+            }
+        }
+        examineFile(label, file);
+    }
     void examineResources() { examineFile("PROJ database", m_places.resources()); }
 
     void examineRelease(bool isReady)
     {
         const char *label = "PROJ release";
-        if (!m_isInstalled || !QFileInfo(m_places.libraryFile()).isFile()) {
+        // Code that the library does not trust is not run here either.
+        if (!m_isInstalled || m_isDistrusted || !QFileInfo(m_places.libraryFile()).isFile()) {
             waiting(label);
             return;
         }
@@ -277,12 +327,61 @@ private:
     }
 
     ProjPlaces m_places;
+    MarkerState m_before;
+    bool m_isUnpacked;
     QList<Finding> m_findings;
     QString m_unpacker;
+    bool m_isKept = false;       ///< the private directory is left as it is
+    bool m_isDistrusted = false; ///< others could have written what would run
     bool m_hasDirectory = false;
     bool m_isInstalled = false;
     bool m_wasPrepared = false;
 };
+
+/// The marker of a private directory that is to be made anew: without one the library does it.
+class SetAsideMarker
+{
+public:
+    explicit SetAsideMarker(const QString &fileName) : m_file(fileName) {}
+
+    /// False with a failure when it is there and stays.
+    bool setAside()
+    {
+        if (m_file.open(QIODevice::ReadOnly)) {
+            m_bytes = m_file.readAll();
+            m_file.close();
+        }
+        return !m_file.exists() || m_file.remove();
+    }
+
+    QString failure() const
+    {
+        return QStringLiteral("cannot remove %1: %2").arg(m_file.fileName(), m_file.errorString());
+    }
+
+    /// Writes it again where nothing has taken the old directory's place; true when it did.
+    bool putBack()
+    {
+        return !m_bytes.isEmpty() && m_file.open(QIODevice::WriteOnly | QIODevice::NewOnly)
+               && m_file.write(m_bytes) == m_bytes.size() && m_file.flush();
+    }
+
+private:
+    QFile m_file;
+    QByteArray m_bytes;
+};
+
+/// Says, before it happens, which models of the user installing overwrites.
+void announceReplacedModels(const ProjPlaces &places, Console &console)
+{
+    for (const QString &name : replacedModels(places)) {
+        console.print(QStringLiteral("overwriting the geoid model %1: it differs from the "
+                                     "delivered one of that name, %2")
+                          .arg(QDir(places.geoidModels()).filePath(name),
+                               QDir(places.deliveredGeoidModels()).filePath(name)));
+    }
+    console.flush();
+}
 
 } // namespace
 
@@ -296,29 +395,32 @@ ExitStatus runDoctor(const QStringList &arguments, Console &console)
                        "The environment variables KELSTD_HOME_DIR and KELSTD_BIN_DIR choose other\n"
                        "directories."));
     line.addOption({QStringLiteral("reinstall"),
-                    QStringLiteral("Unpack PROJ anew. The user's geoid models stay.")});
+                    QStringLiteral("Unpack PROJ anew. Geoid models with the name of a delivered\n"
+                                   "one are overwritten by it; the user's other ones stay.")});
     if (const auto status = line.parse(arguments, console, 0))
         return *status;
 
     const ProjPlaces places = ProjPlaces::current();
-    Examination examination(places);
+    const bool isAnew = line.isSet(QStringLiteral("reinstall"));
+    Examination examination(places, isAnew);
     examination.examineSupplies();
-    if (line.isSet(QStringLiteral("reinstall"))) {
-        // What works is not given up before it can be replaced.
-        if (!examination.canInstall()) {
-            examination.print(console);
-            console.print(QStringLiteral("PROJ cannot be unpacked anew; nothing was changed."));
-            return ExitStatus::Environment;
-        }
-        QFile marker(places.marker());
-        if (marker.exists() && !marker.remove()) {
-            console.report(QStringLiteral("cannot remove %1: %2")
-                               .arg(marker.fileName(), marker.errorString()));
-            return ExitStatus::Environment;
-        }
+    // What works is not given up before it can be replaced.
+    if (isAnew && !examination.canInstall()) {
+        examination.print(console);
+        console.print(QStringLiteral("PROJ cannot be unpacked anew; nothing was changed."));
+        return ExitStatus::Environment;
+    }
+    if (examination.isUnpacked())
+        announceReplacedModels(places, console);
+    SetAsideMarker marker(places.marker());
+    if (isAnew && !marker.setAside()) {
+        console.report(marker.failure());
+        return ExitStatus::Environment;
     }
     examination.examineInstallation();
     examination.print(console);
+    if (marker.putBack())
+        console.print(QStringLiteral("PROJ was not unpacked anew; what was there is kept."));
 
     const int problems = examination.problems();
     console.print(problems == 0 ? QStringLiteral("All is well.")

@@ -216,7 +216,7 @@ ExitStatus runGeoidHeight(const QStringList &arguments, Console &console)
     }
     const ProjEnvironment environment;
     if (!environment.isReady()) {
-        console.report(QStringLiteral("PROJ is not ready; 'kelstd doctor' tells why"));
+        console.report(environment.failure());
         return ExitStatus::Environment;
     }
     ChosenGrid grid;

@@ -3,6 +3,7 @@
 #include <cli/CommandLine.h>
 #include <cli/Console.h>
 
+#include <KelStd/files/FileLock.h>
 #include <KelStd/library/StandardLibrary.h>
 #include <KelStd/platform/AppConfig.h>
 #include <KelStd/platform/Toolkits.h>
@@ -36,6 +37,7 @@ constexpr PlaceRow placeRows[] = {
 };
 
 const QString directoryName = QStringLiteral("library");
+const QString workshopPattern = QStringLiteral(".library-XXXXXX");
 const QString dirOption = QStringLiteral("dir");
 
 /// A directory that never exists: an empty path would be the current one.
@@ -52,6 +54,50 @@ bool createPlaces(const LibraryDirectory &library, QString &reason)
     return true;
 }
 
+/// The lock that is held while a library is laid out in this home directory.
+QString layingOutLock(const QDir &home)
+{
+    return home.absoluteFilePath(QStringLiteral(".library.lock"));
+}
+
+/// The directories beside the library in which killed programs were laying one out.
+QStringList leftWorkshops(const QDir &home)
+{
+    constexpr QDir::Filters everything =
+        QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden | QDir::System;
+    QString pattern = workshopPattern;
+    pattern.replace(QLatin1Char('X'), QLatin1Char('?'));
+    QStringList left;
+    for (const QFileInfo &entry : home.entryInfoList({pattern}, everything)) {
+        if (!entry.isDir() || entry.isSymLink())
+            continue;
+        const QStringList parts = QDir(entry.filePath()).entryList(everything);
+        if (parts.isEmpty() || parts == QStringList{directoryName})
+            left += entry.filePath();
+    }
+    return left;
+}
+
+/// Removes them; for who holds the lock, or nobody knows who uses them.
+void removeLeftWorkshops(const QDir &home, const FileLock &lock)
+{
+    if (!lock.isTaken())
+        return;
+    for (const QString &directory : leftWorkshops(home))
+        QDir(directory).removeRecursively();
+}
+
+/// Removes what programs have left that were killed while they laid out the library.
+void removeLeftovers(const LibraryDirectory &library)
+{
+    const QDir home = QFileInfo(library.path()).dir();
+    if (!QFileInfo::exists(layingOutLock(home)) && leftWorkshops(home).isEmpty())
+        return;
+    FileLock lock(layingOutLock(home));
+    lock.take(0);
+    removeLeftWorkshops(home, lock);
+}
+
 /// Makes the library beside its place and moves it there in one step: who finds a library finds a
 /// whole one, and of two processes that do this at once one moves and the other finds.
 bool layOut(const LibraryDirectory &library, const QString &delivered, QString &reason)
@@ -61,7 +107,11 @@ bool layOut(const LibraryDirectory &library, const QString &delivered, QString &
         reason = QStringLiteral("cannot create the home directory %1").arg(home.absolutePath());
         return false;
     }
-    const QTemporaryDir workshop(home.absoluteFilePath(QStringLiteral(".library-XXXXXX")));
+    constexpr int patience = 10000; // [ms], and without the lock it is done all the same
+    FileLock lock(layingOutLock(home));
+    lock.take(patience);
+    removeLeftWorkshops(home, lock);
+    const QTemporaryDir workshop(home.absoluteFilePath(workshopPattern));
     if (!workshop.isValid()) {
         reason =
             QStringLiteral("cannot write %1: %2").arg(home.absolutePath(), workshop.errorString());
@@ -96,8 +146,10 @@ std::optional<LibraryDirectory> refuse(const QString &reason, Console &console)
 std::optional<LibraryDirectory> openHomeLibrary(Console &console)
 {
     const LibraryDirectory library = LibraryDirectory::ofHome();
-    if (library.holdsLibrary())
+    if (library.holdsLibrary()) {
+        removeLeftovers(library);
         return library;
+    }
     if (!isListable(library.path()))
         return refuse(notListable(library.path()), console);
     if (QFileInfo::exists(library.path()) && (!library.exists() || !QDir(library.path()).isEmpty()))

@@ -2,13 +2,15 @@
 
 #include <cli/LibraryDirectory.h>
 
-#include <QtCore/QLockFile>
+#include <KelStd/files/FileLock.h>
+
 #include <QtCore/QString>
 
 namespace KelStd::cli {
 
 /// Keeps other programs from changing a library while this one does, from loading to writing: each
-/// of two that add a name at once would find it free. Gone with the object.
+/// of two that add a name at once would find it free. Gone with the object. A lock that a killed
+/// program has left is taken over at once.
 ///
 /// Where no lock file can be made nothing is locked: whether a change can be written is for the
 /// change to tell.
@@ -22,7 +24,7 @@ public:
 
 private:
     QString m_fileName;
-    QLockFile m_file;
+    FileLock m_lock;
 };
 
 } // namespace KelStd::cli

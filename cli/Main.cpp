@@ -5,10 +5,19 @@
 
 #include <QtCore/QCoreApplication>
 
+#if defined(Q_OS_UNIX)
+#    include <sys/stat.h>
+#endif
+
 int main(int argc, char **argv)
 {
     namespace cli = KelStd::cli;
     cli::streams::prepare();
+
+#if defined(Q_OS_UNIX)
+    // What the program creates, and the programs that it starts, is never for all others to write.
+    ::umask(::umask(0) | S_IWOTH);
+#endif
 
     // PROJ writes notes of its own on standard error, among the program's messages about the same
     // positions. It reads this when it is loaded; who sets the variable wants to see them.

@@ -2,22 +2,31 @@
 
 #include <KelStd/proj/ProjLib.h>
 
+#include <QtCore/QString>
+
 namespace KelStd::cli {
 
 /// PROJ, ready while this lives. Preparing it for the first time also copies the delivered geoid
 /// models into the home directory.
+///
+/// What is in the private PROJ directory and is not PROJ's stays: then nothing is prepared, while
+/// the library would empty it.
 class ProjEnvironment
 {
 public:
-    ProjEnvironment() : m_isReady(ProjLib::___InitializeEnviroment()) {}
-    ~ProjEnvironment() { ProjLib::___unloadEnviroment(); }
+    ProjEnvironment();
+    ~ProjEnvironment();
     ProjEnvironment(const ProjEnvironment &) = delete;
     ProjEnvironment &operator=(const ProjEnvironment &) = delete;
 
     bool isReady() const { return m_isReady; }
 
+    /// What to report when it is not.
+    QString failure() const { return m_failure; }
+
 private:
-    bool m_isReady;
+    bool m_isReady = false;
+    QString m_failure;
 };
 
 } // namespace KelStd::cli

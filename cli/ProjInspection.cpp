@@ -6,6 +6,7 @@
 #include <KelStd/platform/AppConfig.h>
 
 #include <QtCore/QDataStream>
+#include <QtCore/QDirIterator>
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 #include <QtCore/QLibrary>
@@ -14,13 +15,45 @@
 
 #include <cmath>
 
+#if defined(Q_OS_UNIX)
+#    include <unistd.h>
+#endif
+
 namespace KelStd::cli {
 
 namespace {
 
 const QString privateDirectoryName = QStringLiteral("proj");
 const QString libraryName = QStringLiteral(KELSTD_PROJ_LIBRARY_NAME);
+const QString markerName = QStringLiteral("proj_enviroment");
+const QString resourceDirectoryName = QStringLiteral("share");
+const QString geoidDirectoryName = QStringLiteral("geoid_model_list");
 const QString databaseName = QStringLiteral("share/proj.db");
+
+/// Files of PROJ's own among its resources. An earlier release unpacked into the private directory
+/// itself, and whichever of them came first shows that a killed one was at work.
+constexpr const char *resourceNames[] = {"proj.db",  "proj.ini", "projjson.schema.json",
+                                         "ITRF2000", "ITRF2008", "ITRF2014",
+                                         "nad.lst",  "nad27",    "nad83",
+                                         "GL27",     "world",    "other.extra"};
+
+constexpr QDir::Filters everything =
+    QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden | QDir::System;
+
+bool haveSameBytes(const QString &one, const QString &other)
+{
+    constexpr qint64 pieceSize = 1 << 20;
+    QFile a(one);
+    QFile b(other);
+    if (a.size() != b.size() || !a.open(QIODevice::ReadOnly) || !b.open(QIODevice::ReadOnly))
+        return false;
+    while (!a.atEnd()) {
+        const QByteArray piece = a.read(pieceSize);
+        if (piece.isEmpty() || b.read(pieceSize) != piece)
+            return false;
+    }
+    return true;
+}
 
 /// What PROJ's `proj_info` returns. The program does not see PROJ's header.
 struct ProjInfo
@@ -68,7 +101,7 @@ QString ProjPlaces::privateDirectory() const
 
 QString ProjPlaces::marker() const
 {
-    return QDir(privateDirectory()).filePath(QStringLiteral("proj_enviroment"));
+    return QDir(privateDirectory()).filePath(markerName);
 }
 
 QString ProjPlaces::libraryFile() const
@@ -81,9 +114,91 @@ QString ProjPlaces::resources() const
     return QDir(privateDirectory()).filePath(databaseName);
 }
 
+QString ProjPlaces::geoidModels() const
+{
+    return home.filePath(geoidDirectoryName);
+}
+
+QString ProjPlaces::deliveredGeoidModels() const
+{
+    return programDir.filePath(geoidDirectoryName);
+}
+
+bool holdsSomethingElse(const ProjPlaces &places)
+{
+    const QDir directory(places.privateDirectory());
+    const auto isThere = [&directory](const QString &name) {
+        const QFileInfo entry(directory.filePath(name));
+        return entry.exists() || entry.isSymLink();
+    };
+    if (isThere(markerName) || isThere(libraryName))
+        return false;
+    const QDir share(directory.filePath(resourceDirectoryName));
+    for (const char *name : resourceNames) {
+        if (share.exists(QString::fromLatin1(name)))
+            return false;
+    }
+    const QStringList entries = directory.entryList(everything);
+    const bool isBegun =
+        entries == QStringList{resourceDirectoryName} && share.entryList(everything).isEmpty();
+    return !entries.isEmpty() && !isBegun;
+}
+
+QString makeRoomAdvice()
+{
+    return QStringLiteral("move it away, or set KELSTD_HOME_DIR to another directory");
+}
+
+std::optional<AccessFault> accessFault(const QString &path)
+{
+#if defined(Q_OS_UNIX)
+    const QFileInfo info(path);
+    if (!info.exists())
+        return std::nullopt;
+    constexpr uint root = 0;
+    if (info.ownerId() != root && info.ownerId() != ::geteuid()) {
+        return AccessFault{QStringLiteral("%1 belongs to another user").arg(path),
+                           QStringLiteral("change its owner, or set KELSTD_HOME_DIR to a "
+                                          "directory of your own")};
+    }
+    if (info.permissions().testFlag(QFile::WriteOther)) {
+        return AccessFault{QStringLiteral("%1 can be changed by every user").arg(path),
+                           QStringLiteral("run 'chmod o-w %1'").arg(path)};
+    }
+#else
+    Q_UNUSED(path)
+#endif
+    return std::nullopt;
+}
+
+QStringList replacedModels(const ProjPlaces &places)
+{
+    const QDir delivered(places.deliveredGeoidModels());
+    const QDir models(places.geoidModels());
+    QStringList names;
+    QDirIterator files(delivered.path(), QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
+    while (files.hasNext()) {
+        const QString file = files.next();
+        const QString name = delivered.relativeFilePath(file);
+        if (models.exists(name) && !haveSameBytes(file, models.filePath(name)))
+            names += name;
+    }
+    names.sort();
+    return names;
+}
+
 QString findUnpacker()
 {
-    return QStandardPaths::findExecutable(QStringLiteral(KELSTD_UNPACKER_NAME));
+    QStringList directories;
+    const QStringList entries = qEnvironmentVariable("PATH", QStringLiteral("/usr/bin:/bin"))
+                                    .split(QDir::listSeparator(), Qt::SkipEmptyParts);
+    for (const QString &entry : entries) {
+        if (QDir::isAbsolutePath(entry))
+            directories += entry;
+    }
+    return directories.isEmpty()
+               ? QString()
+               : QStandardPaths::findExecutable(QStringLiteral(KELSTD_UNPACKER_NAME), directories);
 }
 
 ArchiveState inspectArchive(const QString &archive, const QString &unpacker)

@@ -2,6 +2,9 @@
 
 #include <QtCore/QDir>
 #include <QtCore/QString>
+#include <QtCore/QStringList>
+
+#include <optional>
 
 /// Looks at the pieces of the PROJ environment without changing any of them.
 namespace KelStd::cli {
@@ -20,9 +23,33 @@ struct ProjPlaces
     QString marker() const;
     QString libraryFile() const;
     QString resources() const; ///< PROJ's database
+    QString geoidModels() const;
+    QString deliveredGeoidModels() const;
 };
 
-/// The unpacking program on the search path; empty when there is none.
+/// Whether the private PROJ directory holds something, none of which shows that it is PROJ's: no
+/// marker, no library file, no resource file. A half-unpacked one shows it.
+bool holdsSomethingElse(const ProjPlaces &places);
+
+/// What to do about it.
+QString makeRoomAdvice();
+
+/// Why the library loads no code from a file or directory: it belongs to somebody else than the
+/// user or root, or all others may write it. With what to do; nothing when that is not so, when
+/// there is no such file, and where files have no owners.
+struct AccessFault
+{
+    QString text;
+    QString advice;
+};
+std::optional<AccessFault> accessFault(const QString &path);
+
+/// The geoid models of the home directory that installing replaces by others: those that have a
+/// delivered one's name and differ from it. Their names in the folder of the geoid models.
+QStringList replacedModels(const ProjPlaces &places);
+
+/// The unpacking program, which the library looks for in the absolute entries of the search path
+/// alone; empty when there is none.
 QString findUnpacker();
 
 enum class ArchiveState
