@@ -23,9 +23,13 @@ add_custom_command(
             "${archive_stage}/proj/share"
     COMMAND ${CMAKE_COMMAND} -E copy_if_different "${KELSTD_EGM96_GRID}"
             "${archive_stage}/proj/share/egm96_15.gtx"
+    # The archive's modes do not depend on whoever builds it.
+    COMMAND ${CMAKE_COMMAND} -D "directory=${archive_stage}/proj"
+            -P "${CMAKE_CURRENT_LIST_DIR}/KelStdArchiveModes.cmake"
     COMMAND ${CMAKE_COMMAND} -E chdir "${archive_stage}"
             ${CMAKE_COMMAND} -E tar cf "${archive_file}" --format=zip proj
     DEPENDS "${proj_library_file}" "${KELSTD_PROJ_RESOURCES}/proj.db" "${KELSTD_EGM96_GRID}"
+            "${CMAKE_CURRENT_LIST_DIR}/KelStdArchiveModes.cmake"
     COMMENT "Packing PROJ and its resource files into proj.zip"
     VERBATIM)
 add_custom_command(

@@ -2,6 +2,8 @@
 
 #include "cli/LibraryRun.h"
 
+#include <KelStd/files/FileLock.h>
+
 #include <QtCore/QDir>
 #include <QtCore/QDirIterator>
 #include <QtCore/QThread>
@@ -251,6 +253,39 @@ TEST_F(HomeLibrary, IsWholeOrMissingWhereverItsMakingIsKilled)
     EXPECT_GT(killed, 0);
     EXPECT_EQ(m_program.run({text("library"), text("list"), text("--names")}).outLines().size(),
               140 + 18 + 19);
+}
+
+/// What a killed program has left goes with the next start; what only looks so stays.
+TEST_F(HomeLibrary, LeftoversOfItsMakingAreRemoved)
+{
+    const QString home = m_program.home().path();
+    const auto left = [&home] {
+        return QDir(home).entryList(
+            {text(".library*")},
+            QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden | QDir::System, QDir::Name);
+    };
+    for (const bool isLaidOut : {false, true}) {
+        SCOPED_TRACE(isLaidOut);
+        test::writeFile(home + text("/.library-abcDEF/library/custom/half.xml"), "<Coord");
+        ASSERT_TRUE(QDir(home).mkpath(text(".library-empty1")));
+        test::writeFile(home + text("/.library-backup/notes"), "the user's");
+        test::writeFile(home + text("/.library-linked/notes"), "the user's");
+        test::writeFile(home + text("/.library.lock"), "");
+        EXPECT_EQ(m_program.run({text("library"), text("list")}).status, 0);
+        EXPECT_EQ(left(), (QStringList{text(".library-backup"), text(".library-linked")}));
+    }
+}
+
+TEST_F(HomeLibrary, WhatALivingProgramIsMakingIsKept)
+{
+    ASSERT_EQ(m_program.run({text("library"), text("list")}).status, 0);
+    const QString home = m_program.home().path();
+    FileLock maker(home + text("/.library.lock"));
+    ASSERT_EQ(maker.take(0), FileLock::Outcome::Taken);
+    const QString file = home + text("/.library-abcDEF/library/custom/half.xml");
+    test::writeFile(file, "<Coord");
+    EXPECT_EQ(m_program.run({text("library"), text("list")}).status, 0);
+    EXPECT_TRUE(QFileInfo::exists(file));
 }
 
 TEST_F(HomeLibrary, WithoutADeliveredOneIsAnError)

@@ -3,6 +3,7 @@
 #include "cli/LibraryRun.h"
 
 #include <QtCore/QDir>
+#include <QtCore/QElapsedTimer>
 #include <QtCore/QLockFile>
 
 #include <memory>
@@ -80,6 +81,23 @@ TEST_F(LibraryTogether, TheLockOfADeadProgramIsNone)
     test::writeFile(lockFile(), number + "\nkelstd\n\n");
     const auto result = library({text("add"), given("s.xml", system("Harbour"))});
     EXPECT_EQ(result.status, 0) << result.err;
+}
+
+/// A full disk, or a kill at the wrong moment, leaves an empty one.
+TEST_F(LibraryTogether, ALockThatNobodyHoldsIsTakenOverAtOnce)
+{
+    int number = 0;
+    for (const char *content : {"", "1\ninit\n\n", "99\nkelstd\nanother-host\n"}) {
+        SCOPED_TRACE(content);
+        test::writeFile(lockFile(), content);
+        const QByteArray name = "Harbour " + QByteArray::number(++number);
+        QElapsedTimer clock;
+        clock.start();
+        const auto result = library({text("add"), given("s.xml", system(name.constData()))});
+        EXPECT_EQ(result.status, 0) << result.err;
+        EXPECT_LT(clock.elapsed(), 8000) << "less than the patience with a living program";
+        EXPECT_FALSE(QFileInfo::exists(lockFile()));
+    }
 }
 
 } // namespace
