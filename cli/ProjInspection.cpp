@@ -1,5 +1,6 @@
 #include <cli/ProjInspection.h>
 
+#include <cli/LibraryDirectory.h>
 #include <cli/SystemFile.h>
 
 #include <KelStd/coord/Coord.h>
@@ -127,6 +128,8 @@ QString ProjPlaces::deliveredGeoidModels() const
 bool holdsSomethingElse(const ProjPlaces &places)
 {
     const QDir directory(places.privateDirectory());
+    if (directory.exists() && !isListable(directory.path()))
+        return true; // for all that one can see
     const auto isThere = [&directory](const QString &name) {
         const QFileInfo entry(directory.filePath(name));
         return entry.exists() || entry.isSymLink();
