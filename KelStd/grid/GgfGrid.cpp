@@ -1,5 +1,7 @@
 #include <KelStd/grid/GgfGrid.h>
 
+#include <KelStd/grid/GgfLayout.h>
+
 #include <QtCore/QByteArray>
 #include <QtCore/QDateTime>
 #include <QtCore/QFile>
@@ -14,23 +16,11 @@ namespace kelstd_grid {
 
 namespace {
 
-/// The GGF header is read in these pieces, whose bytes follow each other.
+using namespace ggf;
+
+/// The header is read in these pieces, whose bytes follow each other.
 constexpr qint64 headerPieces[] = {48, 56, 42};
-constexpr qint64 headerSize = 48 + 56 + 42;
-
-// Where its fields begin. All numbers are little-endian.
-constexpr int originLatitudeAt = 48;
-constexpr int originLongitudeAt = 64;
-constexpr int latitudeSpacingAt = 80;
-constexpr int longitudeSpacingAt = 88;
-constexpr int rowsAt = 96;
-constexpr int columnsAt = 100;
-constexpr int rowOrderAt = 142;
-
-/// The row order of a file whose rows stand as GTX has them. Every other one is the reverse.
-constexpr char outputOrder = 1;
-
-constexpr qint64 valueSize = 4;
+static_assert(headerPieces[0] + headerPieces[1] + headerPieces[2] == headerSize);
 
 struct GgfHeader
 {

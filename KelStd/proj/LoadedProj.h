@@ -8,6 +8,7 @@
 #include <memory>
 #include <mutex>
 #include <set>
+#include <string_view>
 
 class QLibrary;
 
@@ -48,6 +49,16 @@ public:
     /// Tells PROJ's default context where its resource files are. A library without that function
     /// is left as it is. False when the path does not fit what PROJ is given.
     bool setSearchPath(const QString &directory);
+
+    /// Where PROJ looks for files without a place in their names, as PROJ is given it; empty when
+    /// PROJ was told nothing.
+    std::string_view searchPath() const
+    {
+        return m_setSearchPaths == nullptr
+                   ? std::string_view()
+                   : std::string_view(m_searchPath.constData(),
+                                      static_cast<std::size_t>(m_searchPath.size()));
+    }
 
     /// A new context that looks for resource files where the default one does; null when PROJ has
     /// none to give. The caller destroys it.

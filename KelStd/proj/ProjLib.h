@@ -83,8 +83,8 @@ public:
     /// At the first position that PROJ cannot transform it returns false: positions before it stay
     /// converted, it and those after it keep their values. `error` (when given) says "No proj
     /// library.", "Error format." (PROJ refuses a definition or the pair; definitions are limited
-    /// to 999 bytes) or PROJ's own text for the position. An infinite or undefined result is a
-    /// failure, never written back.
+    /// to 999 bytes; a GTX or NTv2 grid that one names is not what its header says) or PROJ's own
+    /// text for the position. An infinite or undefined result is a failure, never written back.
     ///
     /// Creating the transformation costs some five hundred times what a position costs: convert
     /// many positions in one call.
@@ -110,9 +110,10 @@ public:
     ///
     /// On failure returns false and leaves `diff` untouched; `error` (when given) says "No proj
     /// library.", "Geoid model file is empty." (no path), "Create proj geoid model failed." (PROJ
-    /// cannot read the file; or the path holds a double quotation mark, or is longer than some 480
-    /// bytes of UTF-8), or PROJ's own text where the grid has no value for the point. Failures are
-    /// logged under "app_log" as `LogType_Warning`.
+    /// cannot read the file; its GTX header and its size do not fit each other, or the header gives
+    /// no places on the earth; or the path holds a double quotation mark, or is longer than some
+    /// 480 bytes of UTF-8), or PROJ's own text where the grid has no value for the point. Failures
+    /// are logged under "app_log" as `LogType_Warning`.
     ///
     /// Nearly all of the cost is PROJ's opening of the file, once a call.
     static bool Calc_geoid_diff(double latitude, double longitude, double height,

@@ -1,6 +1,7 @@
 #include <KelStd/proj/Transformation.h>
 
 #include <KelStd/proj/FixedBuffer.h>
+#include <KelStd/proj/GridFileCheck.h>
 
 #include <QtCore/QByteArray>
 
@@ -15,6 +16,8 @@ ProjObject createConversion(PJ_CONTEXT *context, const QString &from, const QStr
     char target[definitionSize] = {};
     if (!copyToBuffer(from, source, sizeof source) || !copyToBuffer(to, target, sizeof target))
         return nullptr;
+    if (!areGridsOfDefinitionWhole(source) || !areGridsOfDefinitionWhole(target))
+        return nullptr;
     return ProjObject(LoadedProj::instance().functions().proj_create_crs_to_crs(context, source,
                                                                                 target, nullptr));
 }
@@ -28,6 +31,8 @@ ProjObject createShift(PJ_CONTEXT *context, const QString &gridFile, ShiftDirect
     // A quotation mark would end the path, and what follows it would be PROJ parameters.
     if (path.contains('"') || path.contains('\0')
         || head.size() + length + tail.size() >= geoidDefinitionSize)
+        return nullptr;
+    if (!areGridsWhole({path.constData(), length}))
         return nullptr;
 
     // Put together without a detour by texts: creating the shift is cheap enough to notice them.

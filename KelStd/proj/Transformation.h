@@ -19,10 +19,12 @@ enum class ShiftDirection
     ToEllipsoid ///< the inverse
 };
 
-/// The transformation between two definitions, or null when PROJ refuses them or one does not fit.
+/// The transformation between two definitions, or null when PROJ refuses them, when one does not
+/// fit, or when a grid file that one names is not what its header says.
 ProjObject createConversion(PJ_CONTEXT *context, const QString &from, const QString &to);
 
-/// The vertical shift by a geoid model's grid, or null when PROJ cannot use the file.
+/// The vertical shift by a geoid model's grid, or null when PROJ cannot use the file, or the file
+/// is not what its header says.
 ProjObject createShift(PJ_CONTEXT *context, const QString &gridFile, ShiftDirection direction);
 
 /// A position at no time as PROJ takes it. PROJ reads it by pairs at once, and the processor would
