@@ -27,16 +27,6 @@ CommandLine makeCommandLine()
     return line;
 }
 
-/// Why a conversion failed, which the library does not say.
-QString failureOf(const QString &source, const QString &target)
-{
-    GridFile grid;
-    QString reason;
-    if (!grid.open(source, reason) || !grid.isComplete(reason))
-        return QStringLiteral("cannot convert %1: %2").arg(source, reason);
-    return QStringLiteral("cannot write %1").arg(target);
-}
-
 } // namespace
 
 ExitStatus runGeoidConvert(const QStringList &arguments, Console &console)
@@ -59,8 +49,15 @@ ExitStatus runGeoidConvert(const QStringList &arguments, Console &console)
         console.report(QStringLiteral("%1 exists; --force replaces it").arg(target));
         return ExitStatus::Usage;
     }
+    // The library converts whatever numbers a header has, also those that are no places.
+    GridFile grid;
+    QString reason;
+    if (!grid.open(source, reason) || !grid.isComplete(reason)) {
+        console.report(QStringLiteral("cannot convert %1: %2").arg(source, reason));
+        return ExitStatus::Environment;
+    }
     if (!ProjLib::ConvertGeoidModelFile_GGF(source, target)) {
-        console.report(failureOf(source, target));
+        console.report(QStringLiteral("cannot write %1").arg(target));
         return ExitStatus::Environment;
     }
     console.print(QStringLiteral("Wrote %1").arg(target));

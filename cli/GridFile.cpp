@@ -32,6 +32,20 @@ Number ggfNumber(const QByteArray &header, int at)
     return number;
 }
 
+/// Whether the last of `count` nodes, so far apart, stays below the bound [deg]. One spacing is
+/// forgiven, though not more than a degree: a grid may have a node on both sides of its seam, or
+/// half a cell beyond a pole.
+bool endsBelow(double first, double spacing, qint64 count, double bound)
+{
+    return spacing <= 360.0
+           && first + static_cast<double>(count - 1) * spacing <= bound + std::min(spacing, 1.0);
+}
+
+bool isSpacing(double degrees)
+{
+    return degrees > 0.0 && std::isfinite(degrees);
+}
+
 bool isMissing(double value)
 {
     return value == static_cast<double>(gtxMissing) || !(std::abs(value) <= largestSeparation);
@@ -86,9 +100,10 @@ bool GridFile::open(const QString &name, QString &reason)
         m_rows = rows;
         m_columns = columns;
     }
+    // A number that is none fails each comparison.
     if (m_rows < 1 || m_columns < 1 || !(std::abs(m_latitude) <= 90.0)
-        || !(std::abs(m_longitude) <= 360.0) || !(m_latitudeSpacing > 0.0)
-        || !(m_longitudeSpacing > 0.0)) {
+        || !(std::abs(m_longitude) <= 360.0) || !isSpacing(m_latitudeSpacing)
+        || !isSpacing(m_longitudeSpacing)) {
         reason = QStringLiteral("it is no %1 grid: its header has no rows, columns, spacing or "
                                 "place on the earth")
                      .arg(formatName(m_format));
@@ -110,12 +125,36 @@ double GridFile::longitudeOf(qint64 column) const
 bool GridFile::isComplete(QString &reason) const
 {
     const qint64 there = (m_file.size() - m_headerSize) / valueSize;
-    if (there >= m_rows * m_columns)
-        return true;
-    reason = QStringLiteral("it is cut short: of %1 values only %2 are there")
-                 .arg(m_rows * m_columns)
-                 .arg(there);
-    return false;
+    const qint64 promised = m_rows * m_columns;
+    if (there < promised) {
+        reason = QStringLiteral("it is cut short: of %1 values only %2 are there")
+                     .arg(promised)
+                     .arg(there);
+        return false;
+    }
+    // What stands behind the last value of a GGF grid is not read. A GTX file has nothing there:
+    // one that is longer has values of another size, or other rows and columns than it says.
+    if (m_format == Format::Gtx && m_file.size() != m_headerSize + promised * valueSize) {
+        reason = QStringLiteral("it has %1 bytes, but %2 rows of %3 values take %4")
+                     .arg(m_file.size())
+                     .arg(m_rows)
+                     .arg(m_columns)
+                     .arg(m_headerSize + promised * valueSize);
+        return false;
+    }
+    if (!endsBelow(m_latitude, m_latitudeSpacing, m_rows, 90.0)
+        || !endsBelow(0.0, m_longitudeSpacing, m_columns, 360.0)) {
+        reason =
+            QStringLiteral("its header leads beyond the pole or around the earth: %1 rows every "
+                           "%2 deg from latitude %3, %4 columns every %5 deg")
+                .arg(m_rows)
+                .arg(m_latitudeSpacing)
+                .arg(m_latitude)
+                .arg(m_columns)
+                .arg(m_longitudeSpacing);
+        return false;
+    }
+    return true;
 }
 
 void GridFile::take(double value, qint64 index, Values &values) const

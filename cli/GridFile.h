@@ -31,7 +31,8 @@ public:
     double latitudeOf(qint64 row) const;
     double longitudeOf(qint64 column) const;
 
-    /// Whether the file has all the values that its header promises; otherwise the reason.
+    /// Whether the file has the values that its header promises, where it is GTX nothing else, and
+    /// every node a place on the earth; otherwise the reason.
     bool isComplete(QString &reason) const;
 
     /// One value and where it is.

@@ -14,15 +14,40 @@ constexpr long long msPerDay = 86400 * msPerSecond;
 constexpr long long secondsFrom1900To1970 = 2208988800; // the list's times begin in 1900
 constexpr int taiMinusGps = 19;                         // [s], always
 
-/// A time of the list. Negative ones and those beyond the year 9999 are none.
+/// A whole number of digits alone, at most `max`.
+std::optional<long long> readNumber(const QByteArray &word, long long max)
+{
+    long long number = 0;
+    for (const char c : word) {
+        if (c < '0' || c > '9')
+            return std::nullopt;
+        number = number * 10 + (c - '0');
+        if (number > max)
+            return std::nullopt;
+    }
+    return word.isEmpty() ? std::nullopt : std::optional(number);
+}
+
+/// A time of the list. Those beyond the year 9999 are none.
 std::optional<TimeUtc> readTime(const QByteArray &word)
 {
     constexpr long long last = 255611289599; // 9999-12-31 23:59:59
-    bool isNumber = false;
-    const long long seconds = word.toLongLong(&isNumber);
-    if (!isNumber || seconds < 0 || seconds > last)
+    const auto seconds = readNumber(word, last);
+    if (!seconds)
         return std::nullopt;
-    return TimeUtc((seconds - secondsFrom1900To1970) * msPerSecond);
+    return TimeUtc((*seconds - secondsFrom1900To1970) * msPerSecond);
+}
+
+/// A row: a time, a count, and behind them nothing but a note.
+std::optional<LeapSecondRow> readRow(const QByteArray &line)
+{
+    constexpr long long largestCount = 1000; // [s], some centuries away
+    const QList<QByteArray> words = line.split(' ');
+    const auto from = readTime(words.value(0));
+    const auto taiMinusUtc = readNumber(words.value(1), largestCount);
+    if (!from || !taiMinusUtc || (words.size() > 2 && !words.at(2).startsWith('#')))
+        return std::nullopt;
+    return LeapSecondRow{*from, static_cast<int>(*taiMinusUtc) - taiMinusGps};
 }
 
 int countAt(const TimeUtc &utc)
@@ -54,19 +79,21 @@ std::optional<LeapSecondList> LeapSecondList::parse(const QByteArray &bytes, QSt
     for (const QByteArray &raw : bytes.split('\n')) {
         ++number;
         const QByteArray line = raw.simplified();
-        if (line.startsWith("#@"))
+        if (line.startsWith("#@")) {
             list.expiry = readTime(line.mid(2).trimmed());
+            if (!list.expiry) {
+                reason = QStringLiteral("line %1 does not say until when it is valid").arg(number);
+                return std::nullopt;
+            }
+        }
         if (line.isEmpty() || line.startsWith('#'))
             continue;
-        const QList<QByteArray> words = line.split(' ');
-        const auto from = readTime(words.first());
-        bool isNumber = false;
-        const int taiMinusUtc = words.value(1).toInt(&isNumber);
-        if (!from || !isNumber || (!list.rows.isEmpty() && !(list.rows.last().from < *from))) {
+        const auto row = readRow(line);
+        if (!row || (!list.rows.isEmpty() && !(list.rows.last().from < row->from))) {
             reason = QStringLiteral("line %1 is no leap second").arg(number);
             return std::nullopt;
         }
-        list.rows += LeapSecondRow{*from, taiMinusUtc - taiMinusGps};
+        list.rows += *row;
     }
     if (list.rows.isEmpty()) {
         reason = QStringLiteral("it has no leap seconds");

@@ -16,7 +16,7 @@ namespace KelStd::cli {
 namespace {
 
 constexpr long long msPerDay = 86400000;
-constexpr qint64 mostListBytes = 1 << 20;
+constexpr qint64 maxListBytes = 1 << 20;
 const QString usualList = QStringLiteral("/usr/share/zoneinfo/leap-seconds.list");
 
 /// What is known of the table and of the list.
@@ -44,8 +44,10 @@ Comparison compare(const QString &fileName)
         result.problem = QStringLiteral("it is a directory");
     else if (!file.open(QIODevice::ReadOnly))
         result.problem = file.errorString();
+    else if (const QByteArray bytes = file.read(maxListBytes + 1); bytes.size() > maxListBytes)
+        result.problem = QStringLiteral("it is longer than a list of leap seconds can be");
     else
-        result.list = LeapSecondList::parse(file.read(mostListBytes), result.problem);
+        result.list = LeapSecondList::parse(bytes, result.problem);
     if (result.list)
         result.differences = differences(result.table, result.list->rows);
     return result;

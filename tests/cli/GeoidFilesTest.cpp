@@ -12,6 +12,7 @@
 namespace KelStd {
 namespace {
 
+using test::Grid;
 using test::Mentions;
 using test::ProgramResult;
 using test::ProgramRun;
@@ -104,6 +105,17 @@ TEST(GeoidInfo, OfAGridThatIsCutShortShowsTheHeaderAndSaysSo)
     EXPECT_THAT(result.out, Mentions("latitudes"));
     EXPECT_FALSE(result.out.contains("lowest"));
     EXPECT_THAT(result.err, Mentions("it is cut short: of 25 values only 24 are there"));
+}
+
+/// PROJ would read four bytes for each value of eight, and give heights.
+TEST(GeoidInfo, OfAGridThatIsLongerThanItsHeaderSays)
+{
+    const ProgramRun program;
+    const QByteArray longer = test::gtxBytes(slopingGrid()) + QByteArray(25 * 4, '\0');
+    const auto result = info(program, program.file("a.gtx", longer));
+    EXPECT_EQ(result.status, 3);
+    EXPECT_THAT(result.err, Mentions("it has 240 bytes, but 5 rows of 5 values take 140"));
+    EXPECT_FALSE(result.out.contains("lowest"));
 }
 
 TEST(GeoidInfo, OfWhatIsNoGridSaysWhy)
@@ -259,6 +271,40 @@ TEST(GeoidFileConversion, SaysWhatIsWrong)
         EXPECT_EQ(result.out, QString());
     }
     EXPECT_FALSE(QFileInfo::exists(target));
+}
+
+/// Such a grid would be converted, found by its name, and give heights that look right.
+TEST(GeoidFileConversion, RefusesAHeaderWithoutPlaces)
+{
+    const ProgramRun program;
+    const QString target = program.home().path("out.gtx");
+    constexpr double nan = std::numeric_limits<double>::quiet_NaN();
+    constexpr double infinity = std::numeric_limits<double>::infinity();
+    const struct
+    {
+        double Grid::*field;
+        QList<double> values;
+    } rows[] = {
+        {&Grid::latitude, {nan, infinity, -infinity, 90.5, -1e300}},
+        {&Grid::longitude, {nan, infinity, -infinity, 361.0}},
+        {&Grid::latitudeSpacing, {nan, infinity, -infinity, 0.0, -1.0, 1000.0, 1e300}},
+        {&Grid::longitudeSpacing, {nan, infinity, -infinity, 0.0, -1.0, 1000.0, 1e300}},
+    };
+    for (const auto &row : rows) {
+        for (const double value : row.values) {
+            SCOPED_TRACE(value);
+            Grid grid = slopingGrid();
+            grid.*row.field = value;
+            const QString source =
+                program.file("in.ggf", test::ggfBytes(grid, RowOrder::OutputOrder));
+            const auto result = program.run({"geoid", "convert", source, target});
+            EXPECT_EQ(result.status, 3);
+            EXPECT_THAT(result.err, Mentions("cannot convert "));
+            EXPECT_THAT(result.err, Mentions("header"));
+            EXPECT_EQ(result.out, QString());
+            EXPECT_FALSE(QFileInfo::exists(target));
+        }
+    }
 }
 
 } // namespace

@@ -142,6 +142,18 @@ TEST(LeapSecondsCommand, AFileThatIsNoListIsRefused)
     expectRefused(compareWith("-5 10\n"), "line 1 is no leap second");
     expectRefused(compareWith("99999999999999 10\n"), "line 1 is no leap second");
     expectRefused(compareWith("2287785600 11\n2272060800 10\n"), "line 2 is no leap second");
+    // Of a row nothing is left out, and no number is guessed.
+    expectRefused(compareWith(QByteArray("2272060800\0junk 10\n", 19)), "line 1 is no leap second");
+    expectRefused(compareWith(QByteArray("2272060800 10\0junk\n", 19)), "line 1 is no leap second");
+    for (const char *row :
+         {"2272060800 10 11", "2272060800 10x", "+2272060800 10", "2272060800 +10",
+          "2272060800 -2147483648", "2272060800 1001", "2272060800 10.0"})
+        expectRefused(compareWith(row), "line 1 is no leap second");
+    expectRefused(compareWith("2272060800 10\n#@ soon\n"),
+                  "line 2 does not say until when it is valid");
+    // The rows beyond what is read might be the ones that differ.
+    expectRefused(compareWith(listEndingWith("#" + QByteArray(1 << 20, ' ') + "\n3692217600 36\n")),
+                  "it is longer than a list of leap seconds can be");
     expectRefused(leapSeconds({QStringLiteral("--list"), QStringLiteral("/no/such/list")}),
                   "No such file or directory");
     expectRefused(leapSeconds({QStringLiteral("--list"), QStringLiteral("/")}),
