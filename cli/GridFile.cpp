@@ -41,9 +41,10 @@ bool endsBelow(double first, double spacing, qint64 count, double bound)
            && first + static_cast<double>(count - 1) * spacing <= bound + std::min(spacing, 1.0);
 }
 
+/// Below a decimetre on the ground PROJ cannot tell nodes apart.
 bool isSpacing(double degrees)
 {
-    return degrees > 0.0 && std::isfinite(degrees);
+    return degrees >= 1e-6 && std::isfinite(degrees);
 }
 
 bool isMissing(double value)

@@ -22,6 +22,10 @@ namespace {
 constexpr int gtxHeaderSize = 40;
 constexpr qint64 gtxValueSize = 4;
 
+/// A decimetre on the ground [deg]. Where nodes are so close that rounding a longitude moves it
+/// across a cell, PROJ looks for a node beside its grid and ends the process.
+constexpr double smallestSpacing = 1e-6;
+
 /// Where the nodes of a grid are [deg].
 struct Nodes
 {
@@ -70,7 +74,7 @@ bool areOnTheEarth(const Nodes &nodes)
     // A grid may have a node on both sides of its seam, or half a cell beyond a pole: a spacing is
     // forgiven, though not more than a degree. A number that is none fails each comparison.
     const auto endsBelow = [](double first, double spacing, qint64 count, double bound) {
-        return spacing > 0.0 && spacing <= 360.0
+        return spacing >= smallestSpacing && spacing <= 360.0
                && first + static_cast<double>(count - 1) * spacing
                       <= bound + std::min(spacing, 1.0);
     };
@@ -179,6 +183,19 @@ qint64 ntv2Number(const Ntv2Header &header, int record, bool isBigEndian)
     return isBigEndian ? qFromBigEndian<qint32>(value) : qFromLittleEndian<qint32>(value);
 }
 
+/// Whether PROJ can tell the nodes of one of the grids apart: by a spacing in a file's unit, which
+/// is the second of arc or a larger one. A number that is none is not one of them.
+bool hasSpacings(const Ntv2Header &header, bool isBigEndian)
+{
+    constexpr int spacingsAt[] = {8, 9}; // in records
+    constexpr double largest = 360.0 * 3600.0;
+    return std::all_of(std::begin(spacingsAt), std::end(spacingsAt), [&](int record) {
+        const char *value = header.data() + record * ntv2RecordSize + 8;
+        const double spacing = isBigEndian ? bigEndianDouble(value) : littleEndianDouble(value);
+        return spacing >= smallestSpacing && spacing <= largest;
+    });
+}
+
 bool isNtv2(const Ntv2Header &header)
 {
     const std::string_view text(header.data(), header.size());
@@ -199,7 +216,7 @@ bool isWholeNtv2(GridBytes &bytes, const Ntv2Header &fileHeader)
             return false;
         const qint64 nodes = ntv2Number(header, countOfNodesAt, isBigEndian);
         at += ntv2HeaderSize + nodes * ntv2NodeSize;
-        if (nodes < 0 || at > bytes.size())
+        if (nodes < 0 || at > bytes.size() || !hasSpacings(header, isBigEndian))
             return false;
     }
     return true;

@@ -287,8 +287,8 @@ TEST(GeoidFileConversion, RefusesAHeaderWithoutPlaces)
     } rows[] = {
         {&Grid::latitude, {nan, infinity, -infinity, 90.5, -1e300}},
         {&Grid::longitude, {nan, infinity, -infinity, 361.0}},
-        {&Grid::latitudeSpacing, {nan, infinity, -infinity, 0.0, -1.0, 1000.0, 1e300}},
-        {&Grid::longitudeSpacing, {nan, infinity, -infinity, 0.0, -1.0, 1000.0, 1e300}},
+        {&Grid::latitudeSpacing, {nan, infinity, -infinity, 0.0, 1e-15, -1.0, 1000.0, 1e300}},
+        {&Grid::longitudeSpacing, {nan, infinity, -infinity, 0.0, 1e-15, -1.0, 1000.0, 1e300}},
     };
     for (const auto &row : rows) {
         for (const double value : row.values) {

@@ -147,6 +147,8 @@ QList<BadGtx> badGtxFiles()
              grid.latitudeSpacing = std::numeric_limits<double>::infinity();
          })},
         {"no spacing", gtxWith([](Grid &grid) { grid.latitudeSpacing = 0.0; })},
+        {"a spacing so small that PROJ gives up the process",
+         gtxWith([](Grid &grid) { grid.latitudeSpacing = 3.7e-15; })},
         {"a spacing backwards", gtxWith([](Grid &grid) { grid.latitudeSpacing = -1.0; })},
         {"nodes far beyond the pole", gtxWith([](Grid &grid) { grid.latitudeSpacing = 1000.0; })},
         {"nodes more than once around the earth",
@@ -310,7 +312,9 @@ TEST_F(GridHeader, OfAnNtv2FileThatDoesNotFitItIsRefused)
     moreGrids.grids = largest;
     Ntv2 negative;
     negative.announced = -25;
-    for (const Ntv2 &bad : {hugeRows, cut, moreGrids, negative}) {
+    Ntv2 noNumber;
+    noNumber.longitudeSpacing = std::nan("");
+    for (const Ntv2 &bad : {hugeRows, cut, moreGrids, negative, noNumber}) {
         const QString path = file("bad.gsb", bad.bytes());
         for (const QString &grids : {path, "@" + path, "\"" + path + "\""}) {
             SCOPED_TRACE(grids.toStdString());
