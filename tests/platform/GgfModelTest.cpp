@@ -13,6 +13,7 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
 #include <vector>
 
 #include <sys/wait.h>
@@ -102,26 +103,74 @@ TEST_F(GgfModel, IsConvertedOnce)
 {
     writeModel(50.0);
     ASSERT_NE(query(), QString());
-    writeFile(path("model.ggf.gtx"), "converted");
+    // Another grid of the same nodes shows that nothing writes over it.
+    test::Grid other = grid(50.0);
+    other.values[0] = 99.0F;
+    const QDateTime time = QFileInfo(path("model.ggf")).lastModified();
+    writeFile(path("model.ggf.gtx"), test::gtxBytes(other));
+    setModified(path("model.ggf.gtx"), time);
     EXPECT_EQ(query(), path("model.ggf.gtx"));
-    EXPECT_EQ(readFile(path("model.ggf.gtx")), "converted");
+    EXPECT_EQ(readFile(path("model.ggf.gtx")), test::gtxBytes(other));
 }
 
-TEST_F(GgfModel, IsConvertedAgainWhenTheSourceIsNewer)
+TEST_F(GgfModel, IsConvertedAgainWhenTheTimeOfTheSourceIsAnother)
 {
     writeModel(50.0);
     ASSERT_NE(query(), QString());
-    writeModel(60.0);
-    setModified(path("model.ggf"), QDateTime::currentDateTime().addSecs(10));
-    EXPECT_EQ(query(), path("model.ggf.gtx"));
-    EXPECT_EQ(readFile(path("model.ggf.gtx")), gtx(60.0));
+    const QDateTime now = QDateTime::currentDateTime();
+    double latitude = 50.0;
+    // Later, earlier (an older model is put back, with its own time) and in the same second.
+    for (const qint64 difference : {10'000LL, -86'400'000LL, -86'399'999LL, -86'399'000LL}) {
+        SCOPED_TRACE(difference);
+        latitude += 1.0;
+        writeModel(latitude);
+        setModified(path("model.ggf"), now.addMSecs(difference));
+        EXPECT_EQ(query(), path("model.ggf.gtx"));
+        EXPECT_EQ(readFile(path("model.ggf.gtx")), gtx(latitude));
+        EXPECT_EQ(QFileInfo(path("model.ggf.gtx")).lastModified(),
+                  QFileInfo(path("model.ggf")).lastModified());
+    }
+}
 
-    // And then not again, though the clock has not reached the source's time.
-    const QDateTime converted = QFileInfo(path("model.ggf.gtx")).lastModified();
-    EXPECT_EQ(converted, QFileInfo(path("model.ggf")).lastModified());
-    setModified(path("model.ggf.gtx"), converted.addSecs(1));
-    EXPECT_EQ(query(), path("model.ggf.gtx"));
-    EXPECT_EQ(QFileInfo(path("model.ggf.gtx")).lastModified(), converted.addSecs(1));
+/// As file systems keep times that know whole seconds, or two of them, only.
+TEST_F(GgfModel, IsNotConvertedAgainWhereTimesAreKeptBySeconds)
+{
+    writeModel(50.0);
+    setModified(path("model.ggf"), QDateTime::fromMSecsSinceEpoch(1'600'000'001'123));
+    ASSERT_NE(query(), QString());
+    test::Grid other = grid(50.0);
+    other.values[0] = 99.0F;
+    for (const qint64 kept : {1'600'000'001'000, 1'600'000'000'000}) {
+        writeFile(path("model.ggf.gtx"), test::gtxBytes(other));
+        setModified(path("model.ggf.gtx"), QDateTime::fromMSecsSinceEpoch(kept));
+        ASSERT_NE(query(), QString());
+        EXPECT_EQ(readFile(path("model.ggf.gtx")), test::gtxBytes(other));
+    }
+}
+
+/// The file of a conversion that was spoilt, or that belongs to another grid, is not believed.
+TEST_F(GgfModel, IsConvertedAgainWhenTheGtxFileIsNotItsOwn)
+{
+    writeModel(50.0);
+    ASSERT_NE(query(), QString());
+    const QDateTime time = QFileInfo(path("model.ggf")).lastModified();
+    for (const QByteArray &bytes :
+         {QByteArray(), QByteArray("converted"), gtx(50.0).chopped(1), gtx(60.0)}) {
+        writeFile(path("model.ggf.gtx"), bytes);
+        setModified(path("model.ggf.gtx"), time);
+        EXPECT_EQ(query(), path("model.ggf.gtx"));
+        EXPECT_EQ(readFile(path("model.ggf.gtx")), gtx(50.0));
+    }
+}
+
+/// Its heights would be of no place.
+TEST_F(GgfModel, WithoutPlacesIsNotAvailable)
+{
+    writeModel(std::numeric_limits<double>::quiet_NaN());
+    EXPECT_EQ(query(), QString());
+    writeModel(std::numeric_limits<double>::infinity());
+    EXPECT_EQ(query(), QString());
+    EXPECT_EQ(files(), QStringList{"model.ggf"});
 }
 
 /// A source that is written while it is converted must not be taken for converted: the GTX file

@@ -18,7 +18,7 @@ class ResourceQueryTest : public testing::Test
 protected:
     ResourceQueryTest()
     {
-        test::writeFile(home.path(QStringLiteral("geoid_model_list/egm96_15.gtx")), "grid");
+        test::writeFile(home.path(QStringLiteral("geoid_model_list/mine.gtx")), "grid");
         test::writeFile(home.path(QStringLiteral("secret.gtx")), "not a model");
     }
 
@@ -34,8 +34,8 @@ protected:
 
 TEST_F(ResourceQueryTest, AModelOfTheFolderIsGivenAsAnAbsolutePath)
 {
-    const QString path = query(QStringLiteral("egm96_15.gtx"));
-    EXPECT_EQ(path, home.path(QStringLiteral("geoid_model_list/egm96_15.gtx")));
+    const QString path = query(QStringLiteral("mine.gtx"));
+    EXPECT_EQ(path, home.path(QStringLiteral("geoid_model_list/mine.gtx")));
     EXPECT_TRUE(QDir::isAbsolutePath(path));
     EXPECT_EQ(test::readFile(path), "grid");
 }
@@ -89,22 +89,22 @@ TEST_F(ResourceQueryTest, NoNameLeadsOutOfTheFolder)
 /// To PROJ a comma separates the paths of two grids: the first piece might be another model.
 TEST_F(ResourceQueryTest, ANameThatProjReadsAsTwoIsNotAvailable)
 {
-    test::writeFile(home.path(QStringLiteral("geoid_model_list/egm96_15.gtx,@b.gtx")), "grid");
-    EXPECT_EQ(query(QStringLiteral("egm96_15.gtx,@b.gtx")), QString());
+    test::writeFile(home.path(QStringLiteral("geoid_model_list/mine.gtx,@b.gtx")), "grid");
+    EXPECT_EQ(query(QStringLiteral("mine.gtx,@b.gtx")), QString());
 }
 
 TEST_F(ResourceQueryTest, AZeroCharacterDoesNotCutTheName)
 {
-    const QString name = QStringLiteral("egm96_15.gtx") + QChar(0) + QStringLiteral(".txt");
+    const QString name = QStringLiteral("mine.gtx") + QChar(0) + QStringLiteral(".txt");
     EXPECT_EQ(query(name), QString());
 }
 
 TEST_F(ResourceQueryTest, TheHomeDirectoryOfTheMomentCounts)
 {
     const test::TemporaryHome other;
-    EXPECT_EQ(query(QStringLiteral("egm96_15.gtx")), QString());
+    EXPECT_EQ(query(QStringLiteral("mine.gtx")), QString());
     home.use();
-    EXPECT_NE(query(QStringLiteral("egm96_15.gtx")), QString());
+    EXPECT_NE(query(QStringLiteral("mine.gtx")), QString());
 }
 
 } // namespace

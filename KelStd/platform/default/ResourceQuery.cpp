@@ -1,6 +1,7 @@
 #include <KelStd/platform/ResourceQuery.h>
 
 #include <KelStd/grid/GgfGrid.h>
+#include <KelStd/grid/GridHeader.h>
 #include <KelStd/platform/AppConfig.h>
 
 #include <QtCore/QDateTime>
@@ -23,26 +24,77 @@ bool isReadAsOneGrid(const QString &name)
     return !name.contains(QLatin1Char(','));
 }
 
-bool isGgf(const QFileInfo &file)
+bool hasSuffix(const QFileInfo &file, const char *suffix)
 {
-    return file.suffix().compare(QLatin1String("ggf"), Qt::CaseInsensitive) == 0;
+    return file.suffix().compare(QLatin1String(suffix), Qt::CaseInsensitive) == 0;
 }
 
-/// The GTX file of a GGF grid, made when there is none that is up to date; empty when it cannot be
-/// made. Several processes may make it at once: each puts a whole file in its place.
+bool isGgf(const QFileInfo &file)
+{
+    return hasSuffix(file, "ggf");
+}
+
+/// False for what a copy that was interrupted leaves, and for other files that are not what they
+/// say. Of layouts that are not known here nothing can be said.
+bool isWhole(const QFileInfo &file)
+{
+    if (isGgf(file))
+        return kelstd_grid::isWholeGgf(file.filePath());
+    if (hasSuffix(file, "gtx"))
+        return kelstd_grid::isWholeGtx(file.filePath());
+    return file.size() > 0;
+}
+
+/// The model of that name in a folder: an absolute path, because PROJ looks for a relative name in
+/// its search paths.
+QFileInfo modelIn(const QDir &directory, const QString &name)
+{
+    const QDir folder(directory.absoluteFilePath(QStringLiteral("geoid_model_list")));
+    return QFileInfo(QDir::cleanPath(folder.absoluteFilePath(QDir::fromNativeSeparators(name))));
+}
+
+/// Whether a time is that of the source, as the file system of the target can keep it: some do so
+/// by whole seconds, some by two of them.
+bool isTimeOf(const QDateTime &source, const QDateTime &target)
+{
+    const qint64 exact = source.toMSecsSinceEpoch();
+    const qint64 kept = target.toMSecsSinceEpoch();
+    return kept == exact || kept == exact / 1000 * 1000 || kept == exact / 2000 * 2000;
+}
+
+/// Whether the GTX file is what the GGF grid was converted to, and not what another one was.
+bool isConversionOf(const QFileInfo &ggf, const QFileInfo &gtx)
+{
+    return gtx.isFile() && isTimeOf(ggf.lastModified(), gtx.lastModified())
+           && kelstd_grid::haveTheSameNodes(gtx.filePath(), ggf.filePath());
+}
+
+/// Several processes may do this at once: each puts a whole file in its place.
+bool convert(const QFileInfo &ggf, const QFileInfo &gtx)
+{
+    return kelstd_grid::convertGgfToGtx(ggf.filePath(), gtx.filePath(),
+                                        kelstd_grid::Stamp::AsSource);
+}
+
+/// The GTX file of a GGF grid, made when there is none of this source; empty when it cannot be
+/// made. It lies beside the source or, where nothing can be written there, in `otherwise`.
 ///
 /// It is called "model.ggf.gtx", so that it does not take the place of a "model.gtx" that the user
 /// has, too.
-QString gtxOf(const QFileInfo &ggf)
+QString gtxOf(const QFileInfo &ggf, const QFileInfo &otherwise)
 {
-    const QFileInfo gtx(ggf.filePath() + QLatin1String(".gtx"));
-    const bool isCurrent = gtx.isFile() && ggf.lastModified() <= gtx.lastModified();
-    // One that is older is of another model: without a new one there is none.
-    if (!isCurrent
-        && !kelstd_grid::convertGgfToGtx(ggf.filePath(), gtx.filePath(),
-                                         kelstd_grid::Stamp::AsSource))
-        return {};
-    return gtx.filePath();
+    const QString suffix = QStringLiteral(".gtx");
+    const QFileInfo beside(ggf.filePath() + suffix);
+    const QFileInfo elsewhere(otherwise.filePath() + suffix);
+    for (const QFileInfo &gtx : {beside, elsewhere}) {
+        if (isConversionOf(ggf, gtx))
+            return gtx.filePath();
+    }
+    if (convert(ggf, beside))
+        return beside.filePath();
+    const bool isElsewhere = elsewhere.filePath() != beside.filePath()
+                             && QDir().mkpath(elsewhere.absolutePath()) && convert(ggf, elsewhere);
+    return isElsewhere ? elsewhere.filePath() : QString();
 }
 
 } // namespace
@@ -51,12 +103,17 @@ QString ResourceQuery::makeAndQuery_gnss_geoid_model_relativeFilepath(const QStr
 {
     if (!staysInsideFolder(modelName) || !isReadAsOneGrid(modelName))
         return {};
-    const QDir folder(
-        AppConfig::getInstance().homeDir().absoluteFilePath(QStringLiteral("geoid_model_list")));
-    // Absolute, because PROJ looks for a relative name in its search paths.
-    const QFileInfo file(
-        QDir::cleanPath(folder.absoluteFilePath(QDir::fromNativeSeparators(modelName))));
+    const AppConfig &config = AppConfig::getInstance();
+    const QFileInfo own = modelIn(config.homeDir(), modelName);
+    const QFileInfo delivered = modelIn(config.binDir(), modelName);
+    // The delivered models are copied to the user's at the first start, which may have been ended
+    // before that, or in the middle of it.
+    const bool isDelivered =
+        !own.isFile() || (!isWhole(own) && delivered.isFile() && isWhole(delivered));
+    const QFileInfo &file = isDelivered ? delivered : own;
     if (!file.isFile())
         return {};
-    return isGgf(file) ? gtxOf(file) : file.filePath();
+    if (!isGgf(file))
+        return file.filePath();
+    return isWhole(file) ? gtxOf(file, own) : QString();
 }
