@@ -2,6 +2,7 @@
 
 #include <cli/CommandLine.h>
 #include <cli/Console.h>
+#include <cli/DoctorGeoidModels.h>
 #include <cli/ProjInspection.h>
 
 #include <KelStd/proj/ProjLib.h>
@@ -79,6 +80,7 @@ public:
         examineResources();
         examineRelease(isReady);
         examineConversion(isReady);
+        examineModels(isReady);
         ProjLib::___unloadEnviroment();
     }
 
@@ -324,6 +326,16 @@ private:
             ok(label, QStringLiteral("right"));
         else
             problem(label, reason, reinstall);
+    }
+
+    void examineModels(bool isReady)
+    {
+        for (const GeoidModelFinding &finding : examineGeoidModels(isReady)) {
+            if (finding.isProblem())
+                problem("geoid model", finding.text, finding.advice);
+            else
+                ok("geoid models", finding.text);
+        }
     }
 
     ProjPlaces m_places;

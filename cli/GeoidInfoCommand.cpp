@@ -52,7 +52,8 @@ ExitStatus runGeoidInfo(const QStringList &arguments, Console &console)
 
     GridFile grid;
     QString reason;
-    const QString file = modelFile(name).value_or(name);
+    const QList<GeoidModelFile> models = filesOfModel(name);
+    const QString file = models.isEmpty() ? name : models.first().path;
     if (!grid.open(file, reason)) {
         console.report(QStringLiteral("cannot read the geoid grid %1: %2").arg(name, reason));
         return ExitStatus::Environment;

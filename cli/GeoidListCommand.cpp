@@ -6,70 +6,68 @@
 #include <cli/GridText.h>
 #include <cli/ProjEnvironment.h>
 
-#include <QtCore/QDirIterator>
-
 #include <algorithm>
 
 namespace KelStd::cli {
 
 namespace {
 
-/// The names of the models: the grid files of the folder and of those below it.
-QStringList modelNames(const QDir &folder)
+QString contentOf(const GeoidModelFile &file)
 {
-    QStringList names;
-    QDirIterator files(folder.absolutePath(), QDir::Files, QDirIterator::Subdirectories);
-    while (files.hasNext()) {
-        const QString name = folder.relativeFilePath(files.next());
-        if (isGgfName(name) || name.endsWith(QLatin1String(".gtx"), Qt::CaseInsensitive))
-            names += name;
-    }
-    names.sort();
-    // What a GGF grid was converted to is not another model.
-    const QStringList all = names;
-    names.erase(std::remove_if(names.begin(), names.end(),
-                               [&all](const QString &name) {
-                                   const QString source = name.left(name.lastIndexOf(u'.'));
-                                   return isGgfName(source) && all.contains(source);
-                               }),
-                names.end());
-    return names;
-}
-
-QString description(const QString &path)
-{
+    if (!file.fault.isEmpty())
+        return QStringLiteral("not usable: ") + file.fault;
     GridFile grid;
     QString reason;
-    if (!grid.open(path, reason) || !grid.isComplete(reason))
+    if (!grid.open(file.path, reason))
         return QStringLiteral("not usable: ") + reason;
     return QStringLiteral("%1, latitudes %2, longitudes %3, every %4")
         .arg(formatName(grid.format()), latitudesText(grid), longitudesText(grid),
              spacingText(grid));
 }
 
+/// What is in the file that is used, where it lies, and why another of its name is not used.
+QString description(const QList<GeoidModelFile> &files)
+{
+    const GeoidModelFile &used = files.first();
+    QString text = QStringLiteral("%1; %2").arg(contentOf(used), used.folder.title);
+    for (const GeoidModelFile &other : files.mid(1)) {
+        if (!other.fault.isEmpty())
+            text += QStringLiteral(" (that of the %1 is not usable: %2)")
+                        .arg(other.folder.title, other.fault);
+    }
+    return text;
+}
+
 } // namespace
 
 ExitStatus runGeoidList(const QStringList &arguments, Console &console)
 {
-    CommandLine line(QStringLiteral("[OPTIONS]"),
-                     QStringLiteral("Lists the geoid models that a coordinate system can name."),
-                     QStringLiteral("They are the GTX and GGF grids in \"geoid_model_list\" of the "
-                                    "home directory;\ncopy a grid there to add a model."));
+    CommandLine line(
+        QStringLiteral("[OPTIONS]"),
+        QStringLiteral("Lists the geoid models that a coordinate system can name."),
+        QStringLiteral("They are the GTX and GGF grids in \"geoid_model_list\" of the "
+                       "home directory;\ncopy a grid there to add a model. Where there "
+                       "is none of a name, or one that is\ncut short, that of the "
+                       "program directory is used."));
     if (const auto status = line.parse(arguments, console, 0))
         return *status;
 
     // Copies the delivered models when nothing did so before. Without PROJ there is still a list.
     const ProjEnvironment environment;
-    const QDir folder = geoidModelDirectory();
-    const QStringList names = modelNames(folder);
-    if (names.isEmpty())
-        console.report(QStringLiteral("there is no geoid model in %1").arg(folder.absolutePath()));
+    const QStringList names = geoidModelNames();
+    if (names.isEmpty()) {
+        const QList<GeoidFolder> folders = geoidFolders();
+        console.report(QStringLiteral("there is no geoid model in %1 or %2")
+                           .arg(folders.first().directory.absolutePath(),
+                                folders.last().directory.absolutePath()));
+    }
     int width = 0;
     for (const QString &name : names)
         width = std::max(width, name.size());
     for (const QString &name : names) {
-        console.print(name.leftJustified(width) + QLatin1String("  ")
-                      + description(folder.absoluteFilePath(name)));
+        const QList<GeoidModelFile> files = filesOfModel(name);
+        if (!files.isEmpty())
+            console.print(name.leftJustified(width) + QLatin1String("  ") + description(files));
     }
     return ExitStatus::Success;
 }

@@ -6,7 +6,10 @@
 #include <KelStd/platform/ResourceQuery.h>
 #include <KelStd/proj/ProjLib.h>
 
+#include <QtCore/QDirIterator>
 #include <QtCore/QFileInfo>
+
+#include <algorithm>
 
 namespace KelStd::cli {
 
@@ -27,47 +30,115 @@ bool saysWhere(const QString &name)
     return name.startsWith(QLatin1String("./")) || name.startsWith(QLatin1String("../"));
 }
 
-/// Why a model that there is has no grid file for PROJ.
-QString whyNotConverted(const QString &ggf)
+bool isGtxName(const QString &name)
 {
+    return name.endsWith(QLatin1String(".gtx"), Qt::CaseInsensitive);
+}
+
+/// Why a grid file cannot be used, as far as that can be seen without PROJ.
+QString faultOf(const QString &path)
+{
+    if (path.contains(QLatin1Char(',')))
+        return QStringLiteral("its name has a comma, at which PROJ begins to read another one");
     GridFile grid;
     QString reason;
-    if (!grid.open(ggf, reason) || !grid.isComplete(reason))
-        return reason;
-    return QStringLiteral("it cannot be converted to GTX beside it");
+    if (isGgfName(path) || isGtxName(path)) {
+        if (!grid.open(path, reason) || !grid.isComplete(reason))
+            return reason;
+    } else if (QFileInfo(path).size() == 0) {
+        return QStringLiteral("it is empty");
+    }
+    return {};
+}
+
+QString unreadable(const QString &path, const QString &fault)
+{
+    return QStringLiteral("PROJ does not read %1%2 ('kelstd geoid info' tells what is in it)")
+        .arg(path, fault.isEmpty() ? QString() : QLatin1String(": ") + fault);
+}
+
+bool leadsOut(const QString &name)
+{
+    return QDir::isAbsolutePath(name)
+           || QDir::fromNativeSeparators(name)
+                  .split(QLatin1Char('/'))
+                  .contains(QStringLiteral(".."));
 }
 
 } // namespace
 
-QDir geoidModelDirectory()
+QList<GeoidFolder> geoidFolders()
 {
-    return QDir(AppConfig::getInstance().homeDir().absoluteFilePath(folderName));
+    const AppConfig &config = AppConfig::getInstance();
+    return {
+        {QDir(config.homeDir().absoluteFilePath(folderName)), QStringLiteral("home directory")},
+        {QDir(config.binDir().absoluteFilePath(folderName)), QStringLiteral("program directory")}};
+}
+
+QStringList geoidModelNames()
+{
+    QStringList names;
+    for (const GeoidFolder &folder : geoidFolders()) {
+        QDirIterator files(folder.directory.absolutePath(), QDir::Files,
+                           QDirIterator::Subdirectories);
+        while (files.hasNext()) {
+            const QString name = folder.directory.relativeFilePath(files.next());
+            if (isGgfName(name) || isGtxName(name))
+                names += name;
+        }
+    }
+    names.removeDuplicates();
+    names.sort();
+    const QStringList all = names;
+    names.erase(std::remove_if(names.begin(), names.end(),
+                               [&all](const QString &name) {
+                                   const QString source = name.left(name.lastIndexOf(u'.'));
+                                   return isGgfName(source) && all.contains(source);
+                               }),
+                names.end());
+    return names;
+}
+
+QList<GeoidModelFile> filesOfModel(const QString &name)
+{
+    QList<GeoidModelFile> files;
+    if (name.isEmpty() || saysWhere(name) || leadsOut(name))
+        return files;
+    for (const GeoidFolder &folder : geoidFolders()) {
+        const QString path = folder.directory.absoluteFilePath(name);
+        const bool isKnown = std::any_of(files.cbegin(), files.cend(), [&](const auto &file) {
+            return file.path == path; // both folders may be one
+        });
+        if (!isKnown && QFileInfo(path).isFile())
+            files += {path, folder, faultOf(path)};
+    }
+    std::stable_partition(files.begin(), files.end(),
+                          [](const auto &file) { return file.fault.isEmpty(); });
+    return files;
 }
 
 std::optional<QString> findGeoidModel(const QString &name, QString &reason)
 {
     const QString path = pathOfModel(name);
-    if (!path.isEmpty())
-        return path;
-
-    const QDir folder = geoidModelDirectory();
-    reason = QStringLiteral("it is not in %1").arg(folder.absolutePath());
-    if (QDir::isAbsolutePath(name))
+    if (!path.isEmpty()) {
+        const QString fault = faultOf(path);
+        if (fault.isEmpty())
+            return path;
+        reason = unreadable(path, fault);
         return std::nullopt;
-    const QDir delivered(AppConfig::getInstance().binDir().absoluteFilePath(folderName));
-    if (isGgfName(name) && QFileInfo(folder.absoluteFilePath(name)).isFile())
-        reason = whyNotConverted(folder.absoluteFilePath(name));
-    else if (QFileInfo(delivered.absoluteFilePath(name)).isFile())
-        reason += QStringLiteral("; 'kelstd doctor --reinstall' copies it there");
+    }
+    const QList<GeoidModelFile> files = filesOfModel(name);
+    if (files.isEmpty()) {
+        const QList<GeoidFolder> folders = geoidFolders();
+        reason = QStringLiteral("it is not in %1 or %2")
+                     .arg(folders.first().directory.absolutePath(),
+                          folders.last().directory.absolutePath());
+    } else if (!files.first().fault.isEmpty()) {
+        reason = files.first().fault;
+    } else {
+        reason = QStringLiteral("it cannot be converted to GTX beside it");
+    }
     return std::nullopt;
-}
-
-std::optional<QString> modelFile(const QString &name)
-{
-    if (saysWhere(name))
-        return std::nullopt;
-    const QFileInfo file(geoidModelDirectory().absoluteFilePath(name));
-    return !name.isEmpty() && file.isFile() ? std::optional(file.absoluteFilePath()) : std::nullopt;
 }
 
 bool geoidGridIsReadable(const QString &path, QString &reason)
@@ -79,8 +150,7 @@ bool geoidGridIsReadable(const QString &path, QString &reason)
     QString error;
     if (ProjLib::Calc_geoid_diff(0.0, 0.0, 0.0, path, diff, &error) || error != refused)
         return true;
-    reason =
-        QStringLiteral("PROJ does not read %1 ('kelstd geoid info' tells what is in it)").arg(path);
+    reason = unreadable(path, faultOf(path));
     return false;
 }
 
@@ -110,13 +180,14 @@ bool ChosenGrid::choose(const QString &nameOrFile, QString &reason)
 
 bool ChosenGrid::convertForTheRun(const QString &ggf, QString &reason)
 {
+    reason = faultOf(ggf);
+    if (!reason.isEmpty())
+        return false;
     m_converted.emplace();
     m_path = m_converted->filePath(QStringLiteral("model.gtx"));
     if (m_converted->isValid() && ProjLib::ConvertGeoidModelFile_GGF(ggf, m_path))
         return true;
-    GridFile grid;
-    if (grid.open(ggf, reason) && grid.isComplete(reason))
-        reason = QStringLiteral("its conversion cannot be written to %1").arg(m_path);
+    reason = QStringLiteral("its conversion cannot be written to %1").arg(m_path);
     return false;
 }
 

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <QtCore/QDir>
+#include <QtCore/QList>
 #include <QtCore/QString>
+#include <QtCore/QStringList>
 #include <QtCore/QTemporaryDir>
 
 #include <optional>
@@ -9,15 +11,32 @@
 /// Geoid models by their names and by their files.
 namespace KelStd::cli {
 
-/// Where the models lie that have names.
-QDir geoidModelDirectory();
+/// A folder of models. A name is looked up in the user's first.
+struct GeoidFolder
+{
+    QDir directory;
+    QString title; ///< whose it is: "home directory"
+};
+
+QList<GeoidFolder> geoidFolders();
+
+/// The names of all models, in order. What a GGF grid was converted to is not another model.
+QStringList geoidModelNames();
+
+/// A file of a model, as it was put into its folder.
+struct GeoidModelFile
+{
+    QString path;
+    GeoidFolder folder;
+    QString fault; ///< why the grid cannot be used; empty for a whole one
+};
+
+/// The files of that name, the one that is used first. Empty for "./NAME", which is always a file,
+/// and for a name that leads out of the folders.
+QList<GeoidModelFile> filesOfModel(const QString &name);
 
 /// The grid file of the model of that name, or nothing and the reason.
 std::optional<QString> findGeoidModel(const QString &name, QString &reason);
-
-/// The file of the model that the user has of that name, as it was put there. Nothing for "./NAME",
-/// which is always a file.
-std::optional<QString> modelFile(const QString &name);
 
 /// Whether the loaded PROJ reads the grid file; otherwise the reason.
 bool geoidGridIsReadable(const QString &path, QString &reason);

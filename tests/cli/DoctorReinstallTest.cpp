@@ -1,4 +1,5 @@
 #include "cli/DoctorRun.h"
+#include "support/GridFiles.h"
 #include "support/Printers.h"
 
 #include <QtCore/QDir>
@@ -49,9 +50,10 @@ TEST_F(DoctorReinstall, PreparesANewHome)
 
 TEST_F(DoctorReinstall, KeepsTheUsersGeoidModels)
 {
-    const QString own = m_program.file(QStringLiteral("geoid_model_list/own.gtx"), "mine");
+    const QByteArray mine = test::gtxBytes(test::slopingGrid());
+    const QString own = m_program.file(QStringLiteral("geoid_model_list/own.gtx"), mine);
     EXPECT_EQ(doctor(reinstall).status, 0);
-    EXPECT_EQ(test::readFile(own), QByteArray("mine"));
+    EXPECT_EQ(test::readFile(own), mine);
     EXPECT_TRUE(
         QFileInfo(m_program.home().path(QStringLiteral("geoid_model_list/egm96_15.gtx"))).isFile());
 }

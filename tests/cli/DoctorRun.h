@@ -51,10 +51,16 @@ protected:
     ProgramRun m_program;
 };
 
-inline constexpr const char *examined[] = {"home directory",         "program directory",
-                                           "unpacking program",      "PROJ archive",
-                                           "private PROJ directory", "marker",
-                                           "PROJ library",           "PROJ database",
-                                           "PROJ release",           "test conversion"};
+inline constexpr const char *examined[] = {"home directory",
+                                           "program directory",
+                                           "unpacking program",
+                                           "PROJ archive",
+                                           "private PROJ directory",
+                                           "marker",
+                                           "PROJ library",
+                                           "PROJ database",
+                                           "PROJ release",
+                                           "test conversion",
+                                           "geoid models"};
 
 } // namespace KelStd::test

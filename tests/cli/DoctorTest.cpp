@@ -25,7 +25,7 @@ TEST_F(Doctor, AllIsWell)
     EXPECT_EQ(result.err, QString());
     for (const char *label : examined)
         EXPECT_EQ(markOf(result, label), QStringLiteral("ok")) << label;
-    EXPECT_EQ(result.outLines().size(), 11) << "one line each, and the summary";
+    EXPECT_EQ(result.outLines().size(), 12) << "one line each, and the summary";
     EXPECT_EQ(result.outLines().last(), QStringLiteral("All is well."));
 }
 

@@ -113,10 +113,12 @@ TEST_F(GeoidConvert, AModelThatCannotBeUsedIsWarnedOfOnceARun)
     program.file(QStringLiteral("geoid_model_list/text.gtx"), QByteArray(500, 'x'));
     program.file(QStringLiteral("geoid_model_list/cut.ggf"), QByteArray(500, 'x'));
     program.file(QStringLiteral("beside.gtx"), test::gtxBytes(slopingGrid()));
+    program.file(QStringLiteral("geoid_model_list/short.gtx"),
+                 test::gtxBytes(slopingGrid()).chopped(1));
     for (const UnusableModel &row :
          {UnusableModel{"missing.gtx", "it is not in "},
           UnusableModel{"../beside.gtx", "it is not in "},
-          UnusableModel{"egm96_15.gtx", "'kelstd doctor --reinstall' copies it there"},
+          UnusableModel{"short.gtx", "it is cut short: of 25 values only 24 are there"},
           UnusableModel{"text.gtx", "PROJ does not read "},
           UnusableModel{"cut.ggf", "it is no GGF grid"}}) {
         SCOPED_TRACE(row.name);
@@ -131,6 +133,24 @@ TEST_F(GeoidConvert, AModelThatCannotBeUsedIsWarnedOfOnceARun)
             EXPECT_EQ(point.value(reference), "ellipsoid");
             EXPECT_EQ(point.value("local_height_m"), point.value("local_ellipsoidal_height_m"));
         }
+    }
+}
+
+/// A first start that was ended after the marker was written copied no model, or a part of one.
+TEST_F(GeoidConvert, ADeliveredModelThatWasNotCopiedIsUsedAllTheSame)
+{
+    const QByteArray delivered = test::readFile(test::egm96Path());
+    const double separation = test::GridReader(delivered).separation(52.5, 3.5);
+    for (const int copied : {-1, 0, 1000, delivered.size() - 1}) {
+        SCOPED_TRACE(copied);
+        if (copied >= 0)
+            program.file(QStringLiteral("geoid_model_list/egm96_15.gtx"), delivered.left(copied));
+        const auto result = convert("egm96_15.gtx", "3.5,52.5,100\n");
+        EXPECT_EQ(result.status, 0);
+        EXPECT_EQ(result.err, QString());
+        const auto row = test::csvRows(result.out).value(0);
+        EXPECT_EQ(row.value(reference), "geoid egm96_15.gtx");
+        EXPECT_NEAR(numberIn(row, "local_height_m"), 100.0 - separation, 1e-5);
     }
 }
 

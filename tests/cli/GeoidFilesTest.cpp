@@ -181,13 +181,46 @@ TEST(GeoidList, HasEveryModelByTheNameThatASystemGives)
     const auto result = program.run({"geoid", "list"});
     EXPECT_EQ(result.status, 0) << result.err;
     EXPECT_EQ(result.err, QString());
-    EXPECT_EQ(simplifiedLines(result.out),
-              (QStringList{
-                  "a.ggf GGF, latitudes 50 to 54 deg, longitudes 3 to 7 deg, every 1 deg",
-                  "b.gtx GTX, latitudes 50 to 54 deg, longitudes 3 to 7 deg, every 1 deg",
-                  "broken.gtx not usable: its 7 bytes are too short for a GTX header",
-                  "europe/de.GTX GTX, latitudes 50 to 54 deg, longitudes 3 to 7 deg, every 1 deg",
-                  QString()}));
+    const QString sloping = "latitudes 50 to 54 deg, longitudes 3 to 7 deg, every 1 deg";
+    EXPECT_EQ(
+        simplifiedLines(result.out),
+        (QStringList{"a.ggf GGF, " + sloping + "; home directory",
+                     "b.gtx GTX, " + sloping + "; home directory",
+                     "broken.gtx not usable: its 7 bytes are too short for a GTX header; home "
+                     "directory",
+                     "egm96_15.gtx GTX, latitudes -90 to 90 deg, longitudes -180 to 179.75 "
+                     "deg, every 0.25 deg; program directory",
+                     "europe/de.GTX GTX, " + sloping + "; home directory", QString()}));
+}
+
+/// Where a model is found that both folders have.
+TEST(GeoidList, SaysWhichOfTwoModelsIsUsed)
+{
+    ProgramRun program;
+    program.setVariable("KELSTD_BIN_DIR", program.home().path("program"));
+    const QByteArray model = test::gtxBytes(slopingGrid());
+    program.file("program/geoid_model_list/a.gtx", model);
+    program.file("program/geoid_model_list/b.gtx", model);
+    program.file("program/geoid_model_list/c.gtx", model.chopped(1));
+    program.file("geoid_model_list/a.gtx", model.chopped(1));
+    program.file("geoid_model_list/b.gtx", model);
+    program.file("geoid_model_list/c.gtx", model.chopped(5));
+    program.file("geoid_model_list/d,e.gtx", model);
+    const QString content = "GTX, latitudes 50 to 54 deg, longitudes 3 to 7 deg, every 1 deg; ";
+    EXPECT_EQ(
+        simplifiedLines(program.run({"geoid", "list"}).out),
+        (QStringList{"a.gtx " + content
+                         + "program directory (that of the home directory is not usable: it "
+                           "is cut short: of 25 values only 24 are there)",
+                     "b.gtx " + content + "home directory",
+                     "c.gtx not usable: it is cut short: of 25 values only 23 are there; home "
+                     "directory (that of the program directory is not usable: it is cut "
+                     "short: of 25 values only 24 are there)",
+                     "d,e.gtx not usable: its name has a comma, at which PROJ begins to read "
+                     "another one; home directory",
+                     QString()}));
+    EXPECT_THAT(program.run({"geoid", "info", "a.gtx"}).out,
+                Mentions("/program/geoid_model_list/a.gtx"));
 }
 
 /// At the very first start the delivered models are not in the home directory yet.
@@ -204,12 +237,14 @@ TEST(GeoidList, HasTheDeliveredModelAtTheFirstStart)
 
 TEST(GeoidList, WithoutModelsSaysWhereTheyWouldBe)
 {
-    const ProgramRun program;
+    ProgramRun program;
+    program.setVariable("KELSTD_BIN_DIR", program.home().path("program"));
     const auto result = program.run({"geoid", "list"});
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.out, QString());
     EXPECT_EQ(result.err, "kelstd: there is no geoid model in "
-                              + program.home().path("geoid_model_list") + '\n');
+                              + program.home().path("geoid_model_list") + " or "
+                              + program.home().path("program/geoid_model_list") + '\n');
 }
 
 // --- convert ------------------------------------------------------------------------------------
