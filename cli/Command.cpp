@@ -74,6 +74,8 @@ QString programHelp()
         "  2  the command line, the input's header line or a time was not understood\n"
         "  3  no PROJ ('kelstd doctor' tells why), no usable coordinate system, geoid\n"
         "     model or library, or output that cannot be written\n"
+        "  4  the change was made, but standard output cannot be written to say so;\n"
+        "     standard error does\n"
         "\n"
         "Environment:\n"
         "  KELSTD_HOME_DIR  Directory of the user's own files, with the library; PROJ is\n"
@@ -219,8 +221,11 @@ ExitStatus runProgram(const QStringList &arguments)
 {
     Console console;
     const ExitStatus status = dispatch(arguments.mid(1), console);
-    if (!console.flush())
-        return ExitStatus::Environment;
+    if (!console.flush()) {
+        // Whoever runs the command again because of its status would be refused, or change twice.
+        const bool isDone = status == ExitStatus::Success && console.hasUnreportedChange();
+        return isDone ? ExitStatus::Unreported : ExitStatus::Environment;
+    }
     if (status == ExitStatus::Stopped)
         streams::endAsTold();
     return status;

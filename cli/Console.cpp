@@ -25,6 +25,29 @@ void Console::print(const QString &line)
     write(shownLines(line).toUtf8() + '\n');
 }
 
+void Console::printChange(const QString &line)
+{
+    noteChange(line);
+    print(line);
+}
+
+void Console::noteChange(const QString &text)
+{
+    m_changes += text;
+    if (!m_canPrint)
+        reportChanges();
+}
+
+void Console::reportChanges()
+{
+    const QStringList changes = m_changes;
+    m_changes.clear();
+    for (const QString &change : changes) {
+        m_hasUnreportedChange = true;
+        report(QStringLiteral("done all the same: %1").arg(change));
+    }
+}
+
 void Console::write(const QByteArray &lines)
 {
     if (!m_canPrint)
@@ -58,8 +81,12 @@ bool Console::flush()
         m_canPrint = streams::writeAll(streams::standardOutput, m_pending);
         const QString reason = m_canPrint ? QString() : streams::lastErrorText();
         m_pending.clear();
-        if (!m_canPrint)
+        if (m_canPrint) {
+            m_changes.clear();
+        } else {
             report(QStringLiteral("cannot write standard output: %1").arg(reason));
+            reportChanges();
+        }
     }
     return m_canPrint;
 }

@@ -2,6 +2,7 @@
 
 #include <QtCore/QByteArray>
 #include <QtCore/QString>
+#include <QtCore/QStringList>
 
 namespace KelStd::cli {
 
@@ -21,6 +22,14 @@ public:
     /// A line of standard output, without its end. Its control characters are shown as texts.
     void print(const QString &line);
 
+    /// The same of a line that tells of a change that was made. Where it cannot be written,
+    /// standard error tells of the change.
+    void printChange(const QString &line);
+
+    /// A change of which the lines that are printed next tell by the way: where they cannot be
+    /// written, standard error tells of it in these words.
+    void noteChange(const QString &text);
+
     /// Whole lines of standard output, in UTF-8, as they are.
     void write(const QByteArray &lines);
 
@@ -33,6 +42,9 @@ public:
 
     /// False once standard output cannot be written.
     bool canPrint() const { return m_canPrint; }
+
+    /// True when a change was made of which standard output could not tell.
+    bool hasUnreportedChange() const { return m_hasUnreportedChange; }
 
     /// Writes what is pending; false when any write failed.
     bool flush();
@@ -47,10 +59,14 @@ public:
     bool isTerminal() const { return m_isTerminal; }
 
 private:
+    void reportChanges();
+
     QByteArray m_pending;
+    QStringList m_changes; ///< of which what is pending tells
     QString m_status;
     bool m_isTerminal;
     bool m_canPrint = true;
+    bool m_hasUnreportedChange = false;
 };
 
 } // namespace KelStd::cli

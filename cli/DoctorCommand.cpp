@@ -84,6 +84,8 @@ public:
         ProjLib::___unloadEnviroment();
     }
 
+    bool wasPrepared() const { return m_wasPrepared; }
+
     int problems() const
     {
         int count = 0;
@@ -403,7 +405,8 @@ ExitStatus runDoctor(const QStringList &arguments, Console &console)
         QStringLiteral("[OPTIONS]"),
         QStringLiteral("Looks at everything that a conversion needs, makes PROJ ready, and "
                        "says for each\nthing that is wrong what to do about it."),
-        QStringLiteral("Exit status: 0 all is well, 2 usage, 3 something is wrong.\n"
+        QStringLiteral("Exit status: 0 all is well, 2 usage, 3 something is wrong, 4 PROJ was\n"
+                       "unpacked and all is well, but standard output cannot be written.\n"
                        "The environment variables KELSTD_HOME_DIR and KELSTD_BIN_DIR choose other\n"
                        "directories."));
     line.addOption({QStringLiteral("reinstall"),
@@ -430,6 +433,8 @@ ExitStatus runDoctor(const QStringList &arguments, Console &console)
         return ExitStatus::Environment;
     }
     examination.examineInstallation();
+    if (examination.wasPrepared())
+        console.noteChange(QStringLiteral("PROJ was unpacked anew"));
     examination.print(console);
     if (marker.putBack())
         console.print(QStringLiteral("PROJ was not unpacked anew; what was there is kept."));

@@ -22,7 +22,7 @@ CommandLine makeCommandLine()
             "works as it is. OUT.gtx is written whole or not at all.\n"
             "\n"
             "Exit status: 0 converted, 2 usage, 3 the input is no whole GGF grid, or the\n"
-            "output cannot be written."));
+            "output cannot be written, 4 converted, but standard output cannot be written."));
     line.addOption({QStringLiteral("force"), QStringLiteral("Replace a file that exists.")});
     return line;
 }
@@ -60,7 +60,7 @@ ExitStatus runGeoidConvert(const QStringList &arguments, Console &console)
         console.report(QStringLiteral("cannot write %1").arg(target));
         return ExitStatus::Environment;
     }
-    console.print(QStringLiteral("Wrote %1").arg(target));
+    console.printChange(QStringLiteral("Wrote %1").arg(target));
     return ExitStatus::Success;
 }
 

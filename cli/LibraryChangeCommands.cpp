@@ -26,7 +26,8 @@ const QString asOption = QStringLiteral("as");
 QString exitStatusHelp()
 {
     return QStringLiteral("\n\nExit status: 0 done, 1 refused, 2 usage, 3 the library or the file "
-                          "cannot be\nread, or a file cannot be written.");
+                          "cannot be\nread, or a file cannot be written, 4 done, but standard "
+                          "output cannot be\nwritten.");
 }
 
 ExitStatus fail(const QString &reason, ExitStatus status, Console &console)
@@ -157,7 +158,8 @@ ExitStatus addTo(const LibraryDirectory &library, RecordKind kind, const Record 
     }
     if (!addRecord(name, record))
         return notWritten(file, console);
-    console.print(QStringLiteral("added the %1 %2: %3").arg(titleOf(kind), inQuotes(name), file));
+    console.printChange(
+        QStringLiteral("added the %1 %2: %3").arg(titleOf(kind), inQuotes(name), file));
     return ExitStatus::Success;
 }
 
@@ -168,7 +170,7 @@ ExitStatus replaceIn(const LibraryDirectory &library, RecordKind kind, const Rec
     const QString file = recordFile(library, kind, name);
     if (!replaceRecord(name, record))
         return notWritten(file, console);
-    console.print(
+    console.printChange(
         QStringLiteral("replaced the %1 %2: %3").arg(titleOf(kind), inQuotes(name), file));
     return ExitStatus::Success;
 }
@@ -327,7 +329,8 @@ ExitStatus runLibraryRemove(const QStringList &arguments, Console &console)
                         .arg(file),
                     ExitStatus::Environment, console);
     }
-    console.print(QStringLiteral("removed the %1 %2: %3").arg(titleOf(kind), inQuotes(name), file));
+    console.printChange(
+        QStringLiteral("removed the %1 %2: %3").arg(titleOf(kind), inQuotes(name), file));
     return ExitStatus::Success;
 }
 

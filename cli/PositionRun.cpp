@@ -131,7 +131,7 @@ void PositionRun::printHeading()
 ExitStatus PositionRun::finish(State state)
 {
     switch (state) {
-    case State::OutputFailed: return ExitStatus::Environment;
+    case State::OutputFailed: return outputFailed();
     case State::BadHeader: return ExitStatus::Usage;
     case State::InputFailed:
         if (m_hasHeading)
@@ -158,8 +158,18 @@ ExitStatus PositionRun::finish(State state)
     return finishRejects(ExitStatus::SomeFailed);
 }
 
+/// An earlier file of rejected lines is not given up for those of a run that has to be repeated.
+ExitStatus PositionRun::outputFailed()
+{
+    if (m_rejects != nullptr)
+        m_console.report(QStringLiteral("the rejected lines are not kept"));
+    return ExitStatus::Environment;
+}
+
 ExitStatus PositionRun::finishRejects(ExitStatus status)
 {
+    if (!m_console.flush())
+        return outputFailed();
     QString error;
     if (m_rejects == nullptr || m_rejects->finish(error))
         return status;

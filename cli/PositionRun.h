@@ -59,6 +59,7 @@ private:
     void print(const char *bytes, int size);
     void printHeading();
     ExitStatus finish(State state);
+    ExitStatus outputFailed();
     ExitStatus finishRejects(ExitStatus status);
 
     Input &m_input;

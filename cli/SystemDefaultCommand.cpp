@@ -115,7 +115,11 @@ CommandLine makeCommandLine()
                      QStringLiteral("Writes a transverse Mercator system on the WGS84 ellipsoid, "
                                     "without datum shift."),
                      QStringLiteral("With --central-meridian alone the scale is 1, the false "
-                                    "easting and northing 0."));
+                                    "easting and northing 0.\n"
+                                    "\n"
+                                    "Exit status: 0 written, 2 usage or a file that exists, 3 it "
+                                    "cannot be written,\n4 written, but standard output cannot be "
+                                    "written."));
     line.addOption({QStringLiteral("utm-zone"),
                     QStringLiteral("A UTM zone, 1 to 60, with N or S after it; N if\n"
                                    "neither stands there. It sets the meridian, the\n"
@@ -195,7 +199,7 @@ ExitStatus runSystemDefault(const QStringList &arguments, Console &console)
         console.report(QStringLiteral("cannot write %1: %2").arg(fileName, reason));
         return ExitStatus::Environment;
     }
-    console.print(QStringLiteral("Wrote %1: %2").arg(fileName, coord.coord_name));
+    console.printChange(QStringLiteral("Wrote %1: %2").arg(fileName, coord.coord_name));
     return ExitStatus::Success;
 }
 
