@@ -43,7 +43,8 @@ ExitStatus runGeoidInfo(const QStringList &arguments, Console &console)
             "layout otherwise. A value of -88.8888 marks a node without one, and PROJ takes\n"
             "every value beyond 1000 m for such a mark.\n"
             "\n"
-            "Exit status: 0 shown, 2 usage, 3 no grid, or one that is cut short."));
+            "Exit status: 0 shown, 2 usage, 3 no grid, or one that is not what its\n"
+            "header says."));
     if (const auto status = line.parse(arguments, console, 1))
         return *status;
     const QString name = line.positionals().value(0);

@@ -8,6 +8,8 @@
 #include <QtCore/QDir>
 #include <QtCore/QFile>
 
+#include <limits>
+
 namespace KelStd {
 namespace {
 
@@ -173,10 +175,27 @@ TEST_F(GeoidHeight, AModelThatCannotBeUsedIsAnEnvironmentError)
     program.file(QStringLiteral("geoid_model_list/text.gtx"), QByteArray(500, 'x'));
     program.file(QStringLiteral("geoid_model_list/cut.ggf"),
                  test::ggfBytes(slopingGrid(), test::RowOrder::Reversed).left(200));
+    // Six kilobytes that announce a row of eight gigabytes.
+    test::Grid lie = slopingGrid();
+    lie.columns = std::numeric_limits<qint32>::max();
+    lie.rows = 2;
+    lie.longitudeSpacing = 1e-5;
+    program.file(QStringLiteral("geoid_model_list/lie.gtx"),
+                 test::gtxBytes(lie) + QByteArray(6000, '\0'));
+    const QString lieFile = program.home().path(QStringLiteral("geoid_model_list/lie.gtx"));
+    test::Grid nowhere = slopingGrid();
+    nowhere.latitudeSpacing = std::numeric_limits<double>::infinity();
+    const QString nowhereFile = program.file(QStringLiteral("nowhere.ggf"),
+                                             test::ggfBytes(nowhere, test::RowOrder::Reversed));
+    const QByteArray lieName = lieFile.toUtf8();
+    const QByteArray nowhereName = nowhereFile.toUtf8();
     for (const BadModel &row :
          {BadModel{"missing.gtx", "it is not in "}, BadModel{"missing.gtx", "nor is there a file"},
           BadModel{"../proj/proj_enviroment", "it is not in "},
           BadModel{"text.gtx", "PROJ does not read "},
+          BadModel{"lie.gtx", "it is cut short: of 4294967294 values only 1525 are there"},
+          BadModel{lieName.constData(), "it is cut short"},
+          BadModel{nowhereName.constData(), "it is no GGF grid"},
           BadModel{"cut.ggf", "of 25 values only 13 are there"}, BadModel{"/", "it is no file"}}) {
         SCOPED_TRACE(row.name);
         const auto result = heights("3.5,52.5,100\n", {}, QString::fromUtf8(row.name));
