@@ -251,8 +251,11 @@ bool haveTheSameNodes(const QString &gtx, const QString &ggf)
 bool isForProj(const std::filesystem::path &file)
 {
     std::error_code error;
-    if (!std::filesystem::exists(file, error))
+    const std::filesystem::file_status status = std::filesystem::status(file, error);
+    if (!std::filesystem::exists(status))
         return true;
+    if (!std::filesystem::is_regular_file(status))
+        return false;
     if (isGtxToProj(file))
         return wholeGtx(file).has_value();
     GridBytes bytes(file);

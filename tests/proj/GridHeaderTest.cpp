@@ -106,6 +106,18 @@ protected:
     long memoryBefore = 0;
 };
 
+const QString plain = QStringLiteral("+proj=longlat +datum=WGS84 +axis=enu");
+
+bool convert(const QString &from, const QString &to, Pos &pos, QString *error = nullptr)
+{
+    return ProjLib::ConvertPosList(from, to, pos, ProjLib::WGS84XYZ_to_LocalLatLongH, error);
+}
+
+QString shifted(const QString &grids)
+{
+    return QStringLiteral("+proj=longlat +ellps=WGS84 +axis=enu +nadgrids=") + grids;
+}
+
 /// The sloping grid with another header.
 QByteArray gtxWith(void (*change)(Grid &))
 {
@@ -228,9 +240,13 @@ TEST_F(GridHeader, IsReadAgainOfAFileThatWasReplaced)
 
 TEST_F(GridHeader, OfWhatIsNoRegularFileIsNotWaitedFor)
 {
-    const QString pipe = home.path("pipe.gtx");
-    ASSERT_EQ(mkfifo(pipe.toUtf8().constData(), 0600), 0);
-    expectRefused(pipe);
+    for (const char *name : {"pipe.gtx", "pipe.tif"}) {
+        const QString pipe = home.path(name);
+        ASSERT_EQ(mkfifo(pipe.toUtf8().constData(), 0600), 0);
+        expectRefused(pipe);
+        Pos pos = Pos::fromLongLatH(5.0, 52.0, 10.0);
+        EXPECT_FALSE(convert(shifted(pipe), plain, pos));
+    }
     expectRefused(home.path("proj"));
 }
 
@@ -287,18 +303,6 @@ private:
         return littleEndian<quint32>(value) + QByteArray(4, '\0');
     }
 };
-
-const QString plain = QStringLiteral("+proj=longlat +datum=WGS84 +axis=enu");
-
-bool convert(const QString &from, const QString &to, Pos &pos, QString *error = nullptr)
-{
-    return ProjLib::ConvertPosList(from, to, pos, ProjLib::WGS84XYZ_to_LocalLatLongH, error);
-}
-
-QString shifted(const QString &grids)
-{
-    return QStringLiteral("+proj=longlat +ellps=WGS84 +axis=enu +nadgrids=") + grids;
-}
 
 TEST_F(GridHeader, OfAnNtv2FileThatDoesNotFitItIsRefused)
 {
