@@ -6,7 +6,6 @@
 #include <QtCore/QtGlobal>
 
 #include <algorithm>
-#include <array>
 #include <cstdlib>
 #include <cstring>
 #include <string>
@@ -90,7 +89,7 @@ bool stateOf(const char *file, FileState &state)
 /// object that may still ask.
 struct LastWholeFile
 {
-    std::array<char, 1024> name;
+    char name[1024];
     std::size_t length;
     FileState state;
 };
@@ -98,18 +97,21 @@ struct LastWholeFile
 bool isWhole(std::string_view file)
 {
     thread_local LastWholeFile last = {};
-    std::array<char, sizeof last.name> name{};
-    FileState state{};
-    if (file.size() >= name.size())
+    char name[sizeof last.name]; // with a zero at its end
+    FileState state;
+    if (file.size() >= sizeof name)
         return kelstd_grid::isForProj(std::filesystem::u8path(file));
-    std::memcpy(name.data(), file.data(), file.size());
-    if (!stateOf(name.data(), state))
+    std::memcpy(name, file.data(), file.size());
+    name[file.size()] = '\0';
+    if (!stateOf(name, state))
         return true; // there is none
-    if (last.length == file.size() && last.name == name && last.state == state)
+    if (std::string_view(last.name, last.length) == file && last.state == state)
         return true;
     if (!kelstd_grid::isForProj(std::filesystem::u8path(file)))
         return false;
-    last = {name, file.size(), state};
+    std::memcpy(last.name, name, file.size());
+    last.length = file.size();
+    last.state = state;
     return true;
 }
 
