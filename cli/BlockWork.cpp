@@ -21,11 +21,21 @@ BlockResult BlockWork::operator()(const LineBlock &block)
         case PositionParser::Result::BadLine: fail(result, cursor, m_parser.reason()); break;
         case PositionParser::Result::BadHeader:
             result.messages.push_back(
-                {result.output.size(), cursor.lineNumber(), m_parser.reason()});
+                {result.output.size(), m_parser.reasonLine(), m_parser.reason()});
             result.hasBadHeader = true;
             break;
         }
     }
+    return result;
+}
+
+BlockResult BlockWork::finish()
+{
+    BlockResult result;
+    result.hasBadHeader = !m_parser.finish();
+    if (result.hasBadHeader)
+        result.messages.push_back({0, m_parser.reasonLine(), m_parser.reason()});
+    m_heading = m_job.begin({m_parser.hasNames(), m_parser.carriedHeadings()});
     return result;
 }
 

@@ -44,6 +44,9 @@ public:
 
     BlockResult operator()(const LineBlock &block);
 
+    /// At the end of an input of which no line has decided the order of the fields.
+    BlockResult finish();
+
     const PositionParser &parser() const { return m_parser; }
 
     /// What is printed above the first position: known with the order.

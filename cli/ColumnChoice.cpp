@@ -1,6 +1,9 @@
 #include <cli/ColumnChoice.h>
 
+#include <cli/Headings.h>
 #include <cli/TypedNumber.h>
+
+#include <algorithm>
 
 namespace KelStd::cli {
 
@@ -43,6 +46,44 @@ int fieldHeaded(const QString &column, const QStringList &headings, QString &mis
     return -1;
 }
 
+/// "x" may be the northing or the easting of the plane, which only the user knows.
+bool isForTheUserToKnow(const Heading &heading, Frame frame)
+{
+    return frame == Frame::LocalNEH && heading.frame.isEmpty()
+           && (heading.word == QLatin1String("x") || heading.word == QLatin1String("y")
+               || heading.word == QLatin1String("z"));
+}
+
+/// Why a column that is headed so does not hold the component; empty when it may.
+QString contradiction(const Heading &heading, const InputForm &form, int component)
+{
+    const QString label = QString::fromLatin1(columnOf(form.frame, component).label);
+    const int meant = componentHeaded(form, heading);
+    if (meant >= 0 && meant != component) {
+        return QStringLiteral("--columns picks the column %1 as %2; the order is %3")
+            .arg(quoted(heading.text), label, labelsOf(form.frame));
+    }
+    if (meant < 0 && !isForTheUserToKnow(heading, form.frame)) {
+        const QString other = otherMeaning(form, heading);
+        if (!other.isEmpty()) {
+            return QStringLiteral(
+                       "--columns picks the column %1 as the %2 of %3; its heading names "
+                       "%4")
+                .arg(quoted(heading.text), label, QLatin1String(rowOf(form.frame).option), other);
+        }
+    }
+    if (!hasInputUnit(form, component, heading))
+        return QLatin1String("--columns: ") + unitMistake(form, component, heading);
+    return {};
+}
+
+/// Whether a column that is not picked holds the minutes or seconds of the component.
+bool isRestOf(const Heading &heading, const InputForm &form, int component)
+{
+    return heading.unit != nullptr && heading.unit->isPartOfDegree
+           && isAngle(columnOf(form.frame, component)) && isNamedBy(form, component, heading);
+}
+
 } // namespace
 
 std::optional<ColumnChoice> ColumnChoice::from(const QString &list, QString &mistake)
@@ -76,11 +117,25 @@ bool ColumnChoice::hasHeadings() const
                        [](const QString &column) { return !isNumber(column); });
 }
 
-bool ColumnChoice::apply(const QStringList &headings, int fields, Frame frame, FieldOrder &order,
-                         QString &mistake) const
+int ColumnChoice::countIn(const QStringList &headings) const
+{
+    QStringList compared = headings;
+    for (QString &heading : compared)
+        heading = normalisedHeading(heading);
+    return static_cast<int>(
+        std::count_if(m_columns.cbegin(), m_columns.cend(), [&](const QString &column) {
+            return !isNumber(column)
+                   && (headings.contains(column) || compared.contains(normalisedHeading(column)));
+        }));
+}
+
+bool ColumnChoice::apply(const QStringList &headings, int fields, const InputForm &form,
+                         FieldOrder &order, QString &mistake) const
 {
     order = {};
     order.fields = fields;
+    order.hasHeadings = !headings.isEmpty();
+    mistake.clear();
     QVector<int> picked;
     for (const QString &column : m_columns) {
         const int field =
@@ -104,18 +159,25 @@ bool ColumnChoice::apply(const QStringList &headings, int fields, Frame frame, F
     order.name = first > 0 ? picked.first() : -1;
     for (int i = 0; i < componentsPerFrame; ++i) {
         const int field = picked.at(first + i);
-        const int meant = headings.isEmpty() ? -1 : componentHeaded(headings.at(field), frame);
-        if (meant >= 0 && meant != i) {
-            mistake = QStringLiteral("--columns picks the column %1 as %2; the order is %3")
-                          .arg(quoted(headings.at(field)),
-                               QString::fromLatin1(columnOf(frame, i).label), labelsOf(frame));
+        if (!headings.isEmpty())
+            mistake = contradiction(headingOf(headings.at(field)), form, i);
+        if (!mistake.isEmpty())
             return false;
-        }
         order.components[static_cast<std::size_t>(i)] = field;
     }
     for (int field = 0; field < fields; ++field) {
         if (picked.contains(field))
             continue;
+        const Heading heading = headings.isEmpty() ? Heading() : headingOf(headings.at(field));
+        for (int i = 0; i < componentsPerFrame; ++i) {
+            if (isRestOf(heading, form, i)) {
+                mistake =
+                    QStringLiteral("--columns: %1 is the heading of minutes or seconds, which "
+                                   "are not read in a column of their own")
+                        .arg(quoted(heading.text));
+                return false;
+            }
+        }
         order.carried.push_back(field);
         order.carriedHeadings +=
             headings.isEmpty() ? QStringLiteral("column_%1").arg(field + 1) : headings.at(field);

@@ -21,10 +21,15 @@ public:
     /// Whether a column is picked by its heading, so that the first line must be a header.
     bool hasHeadings() const;
 
+    /// How many of the picked headings are there.
+    int countIn(const QStringList &headings) const;
+
     /// The order of lines of `fields` fields. `headings` are those of the header line, or empty
     /// where there is none. False with the `mistake` when a column is not there, when a heading
-    /// fits several, and when one says that it holds another component of the frame.
-    bool apply(const QStringList &headings, int fields, Frame frame, FieldOrder &order,
+    /// fits several, and when one says that it holds another component than the one it is picked
+    /// for, that of another frame, or one in another unit. A heading that says nothing known is
+    /// the user's to know; x, y and z may be any of the plane.
+    bool apply(const QStringList &headings, int fields, const InputForm &form, FieldOrder &order,
                QString &mistake) const;
 
 private:

@@ -12,6 +12,7 @@
 #include <cli/LibraryDirectory.h>
 #include <cli/PositionRun.h>
 #include <cli/ProjEnvironment.h>
+#include <cli/SkipOption.h>
 #include <cli/StandardStreams.h>
 #include <cli/SystemChoice.h>
 #include <cli/SystemFile.h>
@@ -29,15 +30,24 @@ namespace KelStd::cli {
 
 namespace {
 
-QString componentLabels(const FrameRow &frame)
+QString componentLabels(const InputForm &form)
 {
     QStringList labels;
     for (int i = 0; i < componentsPerFrame; ++i) {
-        const Column &column = columnOf(frame.frame, i);
-        labels += QStringLiteral("%1 [%2]").arg(QString::fromLatin1(column.label),
-                                                QString::fromLatin1(column.quantity->unit));
+        const Column &column = columnOf(form.frame, i);
+        const QString unit = isAngle(column) ? QString::fromLatin1(column.quantity->unit)
+                                             : unitSymbol(form.lengthUnit);
+        labels += QStringLiteral("%1 [%2]").arg(QString::fromLatin1(column.label), unit);
     }
     return labels.join(QLatin1String(", "));
+}
+
+/// What the lines of the input hold. Lengths of the plane are in the unit of --length-unit, as they
+/// are printed; of the other frames only the output is, whose heights stand beside degrees.
+InputForm inputForm(Frame frame, const DisplayOptions &display)
+{
+    const bool hasUnit = frame == Frame::LocalNEH && display.lengthUnit != nullptr;
+    return {frame, InputHeight::OfFrame, hasUnit ? display.lengthUnit->unit : Unit_Meter};
 }
 
 QString frameNames(const QString &separator)
@@ -60,13 +70,17 @@ QString details()
     for (const FrameRow &row : frames()) {
         text += QStringLiteral("  %1  %2\n")
                     .arg(QString::fromLatin1(row.option), -9)
-                    .arg(componentLabels(row));
+                    .arg(componentLabels(row.frame));
     }
     text += QStringLiteral(
-        "unless a first line without numbers names the columns, in any order, such as\n"
+        "unless a line of headings before them names the columns, in any order, such as\n"
         "  point,easting,northing,height     or     name;lat;lon;h\n"
+        "Headings may stand behind a # and below a title. Further down they may be\n"
+        "repeated; others end the run, and so does a first line that is neither headings\n"
+        "nor a position: --skip N passes over it. A heading in another unit or of another\n"
+        "frame is refused.\n"
         "Every line has as many fields as the first. With --columns the fields may stand\n"
-        "anywhere and have any headings:\n"
+        "anywhere and have any headings that do not say otherwise:\n"
         "  --columns 2,3,4     --columns \"station id,east,north,7\"\n"
         "picks those of the components, in the order above, after that of the point name\n"
         "if there is one. The other fields are carried through, behind the frames.\n"
@@ -75,9 +89,9 @@ QString details()
         "52d30'15.5\", 52°30.25', 52:30:15.5, with a sign before the whole angle or N, S,\n"
         "E or W before or behind it. Degree signs are ° º ˚ d, minute signs ′ ' ’, second\n"
         "signs ″ \" ” ''. Where blanks separate the fields, an angle holds none. Lengths\n"
-        "are metres. Decimals stand behind a point, whatever the locale, or behind a\n"
-        "comma where semicolons or tabulators separate the fields. A line that can be\n"
-        "read in two ways is refused.\n"
+        "are metres; those of local-neh are in the unit of --length-unit. Decimals stand\n"
+        "behind a point, whatever the locale, or behind a comma where semicolons or\n"
+        "tabulators separate the fields. A line that can be read in two ways is refused.\n"
         "\n"
         "The output has the name and all four frames: WGS84 longitude, latitude, height;\n"
         "WGS84 X, Y, Z; local longitude, latitude, height; northing, easting, height.\n"
@@ -157,6 +171,7 @@ CommandLine makeCommandLine()
                                    "them, of the point name if there is one: headings\n"
                                    "or numbers. The others are carried through."),
                     QStringLiteral("LIST")});
+    addSkipOption(line);
     for (const OutputRow &row : outputs)
         line.addOption({QString::fromLatin1(row.option), QString::fromLatin1(row.description)});
     line.addOption({QStringLiteral("no-header"),
@@ -337,6 +352,10 @@ ExitStatus runConvert(const QStringList &arguments, Console &console)
     const auto threads = threadsOf(line, reason);
     if (!threads)
         return line.refuse(reason, console);
+    const auto skipped = skippedLines(line, reason);
+    if (!skipped)
+        return line.refuse(reason, console);
+    const InputForm form = inputForm(frame->frame, *display);
     std::optional<ColumnChoice> choice;
     if (line.isSet(QStringLiteral("columns"))) {
         choice = ColumnChoice::from(line.value(QStringLiteral("columns")), reason);
@@ -369,7 +388,7 @@ ExitStatus runConvert(const QStringList &arguments, Console &console)
         console.report(QStringLiteral("note: %1").arg(note));
     if (input.isTerminal()) {
         console.report(QStringLiteral("type positions, one a line (%1); the end-of-file key ends")
-                           .arg(componentLabels(*frame)));
+                           .arg(componentLabels(form)));
     }
 
     reason.clear();
@@ -387,8 +406,9 @@ ExitStatus runConvert(const QStringList &arguments, Console &console)
     const QString geoidModel = usableGeoidModel(coord, console);
     const auto writer = makeWriter(*output, hasHeader, *display, geoidModel, console);
     Conversion conversion(coord, geoidModel, *frame, *writer);
-    PositionRun run(input, PositionParser(frame->frame, InputHeight::OfFrame, choice), conversion,
-                    console);
+    PositionParser parser(form, choice);
+    parser.setSkippedLines(*skipped);
+    PositionRun run(input, std::move(parser), conversion, console);
     run.setThreads(*threads);
     if (rejects.isOpen())
         run.setRejects(rejects);

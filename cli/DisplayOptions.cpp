@@ -107,6 +107,11 @@ const AngleStyle *findAngleStyle(EFormat format)
     return found != std::end(angleStyles) ? found : nullptr;
 }
 
+const LengthUnit *findLengthUnit(const QString &option)
+{
+    return findIn(lengthUnits, option);
+}
+
 QString unitSymbol(EUnit unit)
 {
     for (const LengthUnit &row : lengthUnits) {

@@ -36,6 +36,9 @@ struct LengthUnit
     EUnit unit;
 };
 
+/// The unit of that name on the command line, or null.
+const LengthUnit *findLengthUnit(const QString &option);
+
 /// A unit of lengths in headings: "m", "us-ft", "mm". Empty for what is none that can be shown.
 QString unitSymbol(EUnit unit);
 

@@ -8,6 +8,7 @@
 #include <cli/PlainNumbers.h>
 #include <cli/PositionRun.h>
 #include <cli/ProjEnvironment.h>
+#include <cli/SkipOption.h>
 
 namespace KelStd::cli {
 
@@ -164,8 +165,8 @@ CommandLine makeCommandLine()
         QStringLiteral(
             "INPUT is a file, or - for standard input, which is the default. It holds one\n"
             "position a line: longitude [deg], latitude [deg], height [m], after a point\n"
-            "name if there is one, as 'kelstd convert' reads them; a first line without\n"
-            "numbers names the columns.\n"
+            "name if there is one, as 'kelstd convert' reads them; a line of headings\n"
+            "before them, also behind a #, names the columns.\n"
             "\n"
             "The separation is how far the geoid lies above the ellipsoid:\n"
             "  height above the geoid = ellipsoidal height - separation\n"
@@ -185,6 +186,7 @@ CommandLine makeCommandLine()
     line.addOption({QStringLiteral("inverse"),
                     QStringLiteral("The input's heights are above the geoid; wanted are the\n"
                                    "ellipsoidal ones.")});
+    addSkipOption(line);
     line.addOption({QStringLiteral("table"),
                     QStringLiteral("Print an aligned table, the default on a terminal.")});
     line.addOption({QStringLiteral("csv"),
@@ -206,9 +208,12 @@ ExitStatus runGeoidHeight(const QStringList &arguments, Console &console)
     const bool asksForCsv = line.isSet(QStringLiteral("csv"));
     if (asksForTable && asksForCsv)
         return line.refuse(QStringLiteral("--table and --csv exclude each other"), console);
+    QString reason;
+    const auto skipped = skippedLines(line, reason);
+    if (!skipped)
+        return line.refuse(reason, console);
 
     Input input;
-    QString reason;
     const QString inputName = line.positionals().value(0, QStringLiteral("-"));
     if (!input.open(inputName, reason)) {
         console.report(QStringLiteral("cannot open %1: %2").arg(inputName, reason));
@@ -233,8 +238,9 @@ ExitStatus runGeoidHeight(const QStringList &arguments, Console &console)
     }
     Separations separations(grid.path(), inverse,
                             asksForTable || (console.isTerminal() && !asksForCsv));
-    const PositionParser parser(Frame::Wgs84LLH,
-                                inverse ? InputHeight::AboveGeoid : InputHeight::AboveEllipsoid);
+    PositionParser parser(Frame::Wgs84LLH,
+                          inverse ? InputHeight::AboveGeoid : InputHeight::AboveEllipsoid);
+    parser.setSkippedLines(*skipped);
     // On one thread: these separations are calculated in the working directory.
     return PositionRun(input, parser, separations, console).run();
 }

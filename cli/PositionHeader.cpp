@@ -1,5 +1,13 @@
 #include <cli/PositionHeader.h>
 
+#include <cli/Headings.h>
+#include <cli/TypedNumber.h>
+
+#include <QtCore/QVector>
+
+#include <algorithm>
+#include <array>
+
 namespace KelStd::cli {
 
 namespace {
@@ -13,68 +21,49 @@ const QStringList &nameWords()
     return words;
 }
 
-QStringList wordsOf(const Column &column)
+QVector<Heading> headingsOf(const QStringList &fields)
 {
-    return QString::fromLatin1(column.headerWords).split(QLatin1Char(' '))
-           + QStringList(QString::fromLatin1(column.csvName));
+    QVector<Heading> headings;
+    for (const QString &field : fields)
+        headings += headingOf(field);
+    return headings;
 }
 
-/// True when the heading names the column, with or without the unit that the program reads. Another
-/// unit makes another word, which no column has.
-bool isNamedBy(const Column &column, const QString &heading)
+/// The fields that name the component, with a unit that is read or with another.
+QVector<int> fieldsNaming(const InputForm &form, int component, const QVector<Heading> &headings,
+                          bool inItsUnit)
 {
-    const QString unit = QLatin1Char('_') + QLatin1String(column.quantity->unit);
-    for (const QString &word : wordsOf(column)) {
-        if (heading == word || heading == word + unit)
-            return true;
-    }
-    return false;
-}
-
-/// The fields that name the column.
-QList<int> fieldsNaming(const Column &column, const QStringList &headings)
-{
-    QList<int> found;
+    QVector<int> found;
     for (int i = 0; i < headings.size(); ++i) {
-        if (isNamedBy(column, headings.at(i)))
+        if (isNamedBy(form, component, headings.at(i))
+            && hasInputUnit(form, component, headings.at(i)) == inItsUnit)
             found += i;
     }
     return found;
 }
 
-/// The column that a component is read as.
-Column inputColumn(Frame frame, int component, InputHeight height)
+QString acceptedWords(const InputForm &form)
 {
-    Column column = columnOf(frame, component);
-    if (height == InputHeight::AboveGeoid && component == componentsPerFrame - 1) {
-        column.csvName = "height_above_geoid";
-        column.headerWords = "height h orthometric_height";
+    QStringList accepted;
+    for (int i = 0; i < componentsPerFrame; ++i) {
+        const Column column = inputColumn(form, i);
+        accepted += QStringLiteral("%1 (%2)").arg(QString::fromLatin1(column.label),
+                                                  wordsFor(form, i).join(QLatin1String(", ")));
     }
-    return column;
+    return accepted.join(QLatin1String("; "));
 }
 
-QString acceptedWords(Frame frame, InputHeight height)
-{
-    QStringList columns;
-    for (int i = 0; i < componentsPerFrame; ++i) {
-        const Column column = inputColumn(frame, i, height);
-        columns += QStringLiteral("%1 (%2)").arg(QString::fromLatin1(column.label),
-                                                 wordsOf(column).join(QLatin1String(", ")));
-    }
-    return columns.join(QLatin1String("; "));
-}
-
-bool fits(Frame frame, const QStringList &headings)
+bool fits(const InputForm &form, const QVector<Heading> &headings)
 {
     for (int i = 0; i < componentsPerFrame; ++i) {
-        if (fieldsNaming(columnOf(frame, i), headings).size() != 1)
+        if (fieldsNaming(form, i, headings, true).size() != 1)
             return false;
     }
     return true;
 }
 
 /// "; these headings fit --from local-neh", or nothing.
-QString otherFrames(const QStringList &headings)
+QString otherFrames(const QVector<Heading> &headings)
 {
     QStringList fitting;
     for (const FrameRow &row : frames()) {
@@ -86,30 +75,51 @@ QString otherFrames(const QStringList &headings)
                                    .arg(fitting.join(QLatin1String(" and ")));
 }
 
-} // namespace
-
-QString normalisedHeading(const QString &heading)
+QString missing(const InputForm &form, int component, const QVector<Heading> &headings)
 {
-    QString word;
-    for (const QChar c : heading.toLower()) {
-        if (c.isLetterOrNumber())
-            word += c;
-        else if (!word.isEmpty() && !word.endsWith(QLatin1Char('_')))
-            word += QLatin1Char('_');
-    }
-    if (word.endsWith(QLatin1Char('_')))
-        word.chop(1);
-    return word;
+    const bool isChosen = form.height == InputHeight::OfFrame;
+    QString text =
+        QStringLiteral("the line holds no number, so it is a header; it names no %1. Accepted%2: "
+                       "%3%4")
+            .arg(QString::fromLatin1(inputColumn(form, component).label),
+                 isChosen ? QLatin1String(" for --from ") + QLatin1String(rowOf(form.frame).option)
+                          : QString(),
+                 acceptedWords(form), isChosen ? otherFrames(headings) : QString());
+    const QVector<int> otherUnit = fieldsNaming(form, component, headings, false);
+    if (!otherUnit.isEmpty())
+        text += QLatin1String("; ") + unitMistake(form, component, headings.at(otherUnit.first()));
+    return text;
 }
 
-int componentHeaded(const QString &heading, Frame frame)
+/// Degrees in one column and their minutes in another: the degrees alone are another angle.
+QString partsOfAngles(const InputForm &form, const QVector<Heading> &headings)
 {
     for (int i = 0; i < componentsPerFrame; ++i) {
-        if (isNamedBy(columnOf(frame, i), normalisedHeading(heading)))
-            return i;
+        if (!isAngle(inputColumn(form, i)))
+            continue;
+        for (const int field : fieldsNaming(form, i, headings, false)) {
+            if (headings.at(field).unit->isPartOfDegree) {
+                return QStringLiteral("%1 is the heading of minutes or seconds, which are not read "
+                                      "in a column of their own")
+                    .arg(quoted(headings.at(field).text));
+            }
+        }
     }
-    return -1;
+    return {};
 }
+
+int distinctNamed(const InputForm &form, const QVector<Heading> &headings)
+{
+    std::array<bool, componentsPerFrame> isNamed{};
+    for (const Heading &heading : headings) {
+        const int component = componentHeaded(form, heading);
+        if (component >= 0)
+            isNamed[static_cast<std::size_t>(component)] = true;
+    }
+    return static_cast<int>(std::count(isNamed.begin(), isNamed.end(), true));
+}
+
+} // namespace
 
 QString labelsOf(Frame frame)
 {
@@ -123,6 +133,7 @@ FieldOrder plainOrder(int fields)
 {
     FieldOrder order;
     order.fields = fields;
+    order.isPlain = true;
     const int first = fields - componentsPerFrame;
     order.name = first > 0 ? 0 : -1;
     for (int i = 0; i < componentsPerFrame; ++i)
@@ -133,52 +144,100 @@ FieldOrder plainOrder(int fields)
 QStringList joinUnits(const QStringList &fields)
 {
     QStringList joined;
+    bool isOpen = false; // "(US survey feet)"
     for (const QString &field : fields) {
         const bool isUnit =
             field.startsWith(QLatin1Char('[')) || field.startsWith(QLatin1Char('('));
-        if (isUnit && !joined.isEmpty())
+        if ((isUnit || isOpen) && !joined.isEmpty())
             joined.last() += QLatin1Char(' ') + field;
         else
             joined += field;
+        if (isUnit)
+            isOpen = true;
+        if (field.endsWith(QLatin1Char(']')) || field.endsWith(QLatin1Char(')')))
+            isOpen = false;
     }
     return joined;
 }
 
-bool readHeader(const QStringList &fields, Frame frame, FieldOrder &order, QString &mistake,
-                InputHeight height)
+bool readHeader(const QStringList &fields, const InputForm &form, FieldOrder &order,
+                QString &mistake)
 {
-    QStringList headings;
-    for (const QString &field : fields)
-        headings += normalisedHeading(field);
-
+    const QVector<Heading> headings = headingsOf(fields);
     order = {};
     order.fields = fields.size();
+    order.hasHeadings = true;
     for (int i = 0; i < componentsPerFrame; ++i) {
-        const Column column = inputColumn(frame, i, height);
-        const QList<int> found = fieldsNaming(column, headings);
+        const QVector<int> found = fieldsNaming(form, i, headings, true);
         if (found.size() != 1) {
-            const QString label = QString::fromLatin1(column.label);
-            const bool isChosen = height == InputHeight::OfFrame;
             mistake = found.isEmpty()
-                          ? QStringLiteral("the line holds no number, so it is a header; it names "
-                                           "no %1. Accepted%2: %3%4")
-                                .arg(label,
-                                     isChosen ? QLatin1String(" for --from ")
-                                                    + QLatin1String(rowOf(frame).option)
-                                              : QString(),
-                                     acceptedWords(frame, height),
-                                     isChosen ? otherFrames(headings) : QString())
+                          ? missing(form, i, headings)
                           : QStringLiteral("the header names the %1 twice: \"%2\" and \"%3\"")
-                                .arg(label, fields.at(found.at(0)), fields.at(found.at(1)));
+                                .arg(QString::fromLatin1(inputColumn(form, i).label),
+                                     fields.at(found.at(0)), fields.at(found.at(1)));
             return false;
         }
         order.components[static_cast<std::size_t>(i)] = found.first();
     }
+    mistake = partsOfAngles(form, headings);
+    if (!mistake.isEmpty())
+        return false;
     for (const QString &word : nameWords()) {
-        if (order.name < 0)
-            order.name = headings.indexOf(word);
+        for (int i = 0; i < fields.size() && order.name < 0; ++i) {
+            if (normalisedHeading(fields.at(i)) == word)
+                order.name = i;
+        }
     }
     return true;
+}
+
+int countKnown(const QStringList &fields)
+{
+    return static_cast<int>(std::count_if(fields.cbegin(), fields.cend(), [](const QString &field) {
+        return isKnown(headingOf(field));
+    }));
+}
+
+bool lookLikeHeadings(const QStringList &fields, const InputForm &form)
+{
+    QVector<Heading> headings;
+    for (const QString &field : fields) {
+        const Heading heading = headingOf(field);
+        if (isKnown(heading))
+            headings += heading;
+    }
+    if (headings.size() < 2)
+        return false;
+    return distinctNamed(form, headings) > 1
+           || std::any_of(frames().begin(), frames().end(), [&headings](const FrameRow &row) {
+                  return distinctNamed(row.frame, headings) > 1;
+              });
+}
+
+bool agree(const FieldOrder &one, const FieldOrder &other)
+{
+    const bool haveNames = one.name >= 0 && other.name >= 0;
+    const bool haveHeadings = one.hasHeadings && other.hasHeadings;
+    return one.fields == other.fields && one.components == other.components
+           && (!haveNames || one.name == other.name) && one.carried == other.carried
+           && (!haveHeadings || one.carriedHeadings == other.carriedHeadings);
+}
+
+QVector<int> componentsMentioned(const QStringList &words, bool areHeadings, const InputForm &form)
+{
+    static const QStringList longer = {QStringLiteral("latitude"),  QStringLiteral("lat"),
+                                       QStringLiteral("longitude"), QStringLiteral("lon"),
+                                       QStringLiteral("lng"),       QStringLiteral("northing"),
+                                       QStringLiteral("easting")};
+    QVector<int> mentioned;
+    for (const QString &word : words) {
+        if (!areHeadings && !longer.contains(word))
+            continue;
+        const int component = componentHeaded(form, headingOf(word));
+        if (component >= 0 && !mentioned.contains(component))
+            mentioned += component;
+    }
+    return mentioned;
 }
 
 } // namespace KelStd::cli

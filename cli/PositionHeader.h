@@ -1,9 +1,10 @@
 #pragma once
 
-#include <cli/Columns.h>
+#include <cli/InputForm.h>
 
 #include <QtCore/QString>
 #include <QtCore/QStringList>
+#include <QtCore/QVector>
 
 #include <array>
 #include <vector>
@@ -18,31 +19,33 @@ struct FieldOrder
     std::array<int, componentsPerFrame> components{};
     std::vector<int> carried;    ///< the fields that go into the output as they are
     QStringList carriedHeadings; ///< one for each
-};
-
-/// What the height of the input is. No heading of a height above the ellipsoid is taken for one of
-/// a height above the geoid, nor the other way round.
-enum class InputHeight
-{
-    OfFrame,        ///< that of the frame which --from names
-    AboveEllipsoid, ///< of geographic positions, without a choice of frames
-    AboveGeoid      ///< the same
+    bool isPlain = false;        ///< neither headings nor a choice of columns gave it
+    bool hasHeadings = false;    ///< headings gave it
 };
 
 /// The order of a line of `fields` fields where no header names them: the documented order of the
 /// frame, after a point name when there is one field more.
 FieldOrder plainOrder(int fields);
 
-/// Reads the header `fields` for positions of `frame`. Columns that are not needed may be there; a
-/// needed one that is missing or there twice is a `mistake`.
-bool readHeader(const QStringList &fields, Frame frame, FieldOrder &order, QString &mistake,
-                InputHeight height = InputHeight::OfFrame);
+/// Reads the header `fields` for positions of `form`. Columns that are not needed may be there; a
+/// needed one that is missing, there twice or in another unit is a `mistake`.
+bool readHeader(const QStringList &fields, const InputForm &form, FieldOrder &order,
+                QString &mistake);
 
-/// A heading as it is compared: "Longitude [deg]" is "longitude_deg".
-QString normalisedHeading(const QString &heading);
+/// Whether the fields are headings of positions, of this form or of another: two of them or more
+/// name different components of one frame, whatever their units.
+bool lookLikeHeadings(const QStringList &fields, const InputForm &form);
 
-/// The component of the frame that a heading names, 0 to 2; -1 when it names none of them.
-int componentHeaded(const QString &heading, Frame frame);
+/// Whether the two orders find the same components in lines of as many fields, and the same name
+/// and carried fields where both know of them.
+bool agree(const FieldOrder &one, const FieldOrder &other);
+
+/// How many of the fields are words of headings of any form.
+int countKnown(const QStringList &fields);
+
+/// The components that the words name, each where it is first named. In a sentence only the longer
+/// words count: "E" and "north" may be anything there.
+QVector<int> componentsMentioned(const QStringList &words, bool areHeadings, const InputForm &form);
 
 /// "longitude, latitude, height": the frame's components in their order.
 QString labelsOf(Frame frame);

@@ -2,7 +2,11 @@
 
 #include <cli/LineBlocks.h>
 #include <cli/LineDoubts.h>
+#include <cli/OrderDoubts.h>
+#include <cli/PlainNumbers.h>
 #include <cli/TypedAngle.h>
+
+#include <KelStd/text/CoordStringHelper.h>
 
 #include <QtCore/QRegularExpression>
 #include <QtCore/QTextCodec>
@@ -16,46 +20,63 @@ namespace {
 
 constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
 
-bool isNumber(const QString &field)
-{
-    bool ok = false;
-    field.toDouble(&ok);
-    return ok;
-}
-
 /// A control character other than the tabulator; `last` is the highest of those that count.
-bool holdsControl(const QString &text, char16_t last)
+bool isControl(QChar c, char16_t last)
 {
-    return std::any_of(text.cbegin(), text.cend(), [last](QChar c) {
-        return c.category() == QChar::Other_Control && c != QLatin1Char('\t') && c <= QChar(last);
-    });
+    return c.category() == QChar::Other_Control && c != QLatin1Char('\t') && c <= QChar(last);
 }
 
 struct DecodedLine
 {
-    QString text; ///< of a line that is not UTF-8 what can be made out of it
-    bool isUtf8;
-    bool isText; ///< no control characters, which only data of another kind and mischief have
+    QString text; ///< what can be made out, with blanks in place of control characters
+    QString flaw; ///< why the line cannot be read; empty when it can
+    bool isText =
+        true; ///< no control characters, which only data of another kind and mischief have
 };
 
 DecodedLine decoded(const QByteArray &bytes)
 {
-    QTextCodec::ConverterState state;
-    const QString text =
-        QTextCodec::codecForName("UTF-8")->toUnicode(bytes.constData(), bytes.size(), &state);
-    if (state.invalidChars == 0 && state.remainingChars == 0)
-        return {text, true, !holdsControl(text, u'\u009F')};
     // Characters of the Windows code pages have the numbers of the upper control characters.
-    const QString latin = QString::fromLatin1(bytes);
-    return {latin, false, !holdsControl(latin, u'\u007F')};
+    constexpr char16_t lastOfLatin1 = u'\u007F';
+    constexpr char16_t last = u'\u009F';
+    QTextCodec::ConverterState state;
+    DecodedLine line;
+    line.text =
+        QTextCodec::codecForName("UTF-8")->toUnicode(bytes.constData(), bytes.size(), &state);
+    const bool isUtf8 = state.invalidChars == 0 && state.remainingChars == 0;
+    if (!isUtf8) {
+        line.text = QString::fromLatin1(bytes);
+        line.flaw = QStringLiteral("the line is not UTF-8 text");
+    }
+    const auto isStranger = [isUtf8](QChar c) {
+        return isControl(c, isUtf8 ? last : lastOfLatin1);
+    };
+    if (std::any_of(line.text.cbegin(), line.text.cend(), isStranger)) {
+        line.flaw = QStringLiteral("the line holds control characters: it is not text");
+        line.isText = false;
+        line.text.remove(QChar(QChar::Null));
+        std::replace_if(line.text.begin(), line.text.end(), isStranger, QLatin1Char(' '));
+    }
+    return line;
 }
 
-bool holdsNumber(const SplitLine &line, const QString &text)
+/// The fields of a line whose quotation marks are broken, which hide the separators behind them.
+SplitLine splitAnywhere(const QString &text)
 {
-    // A broken quotation hides the separators that follow it.
     static const QRegularExpression anySeparator(QStringLiteral("[\\s,;\"]+"));
-    const QStringList fields = line.mistake.isEmpty() ? line.fields : text.split(anySeparator);
-    return std::any_of(fields.cbegin(), fields.cend(), isNumber);
+    SplitLine line;
+    line.separator = QLatin1Char(',');
+    line.fields = text.split(anySeparator, Qt::SkipEmptyParts);
+    return line;
+}
+
+bool holdsNumber(const SplitLine &line)
+{
+    return std::any_of(line.fields.cbegin(), line.fields.cend(), [](const QString &field) {
+        bool ok = false;
+        field.toDouble(&ok);
+        return ok;
+    });
 }
 
 /// True when a field begins with a digit or its sign and is a number with a decimal comma or an
@@ -64,14 +85,18 @@ bool holdsTypedValue(const SplitLine &line)
 {
     static const QRegularExpression beginsAsNumber(QStringLiteral("\\A[-+]?[0-9]"));
     return std::any_of(line.fields.cbegin(), line.fields.cend(), [](const QString &field) {
-        return beginsAsNumber.match(field).hasMatch()
-               && (hasAngleSigns(field) || isNumber(withDecimalPoint(field, DecimalMark::Comma)));
+        bool isNumber = false;
+        withDecimalPoint(field, DecimalMark::Comma).toDouble(&isNumber);
+        return beginsAsNumber.match(field).hasMatch() && (hasAngleSigns(field) || isNumber);
     });
 }
 
-QStringList headingsOf(const SplitLine &line)
+/// Whether the line has values where the order has components, so that it is a position, if one
+/// that cannot be read.
+bool isAttempt(const SplitLine &line, const FieldOrder &order)
 {
-    return line.byBlanks ? joinUnits(line.fields) : line.fields;
+    return std::all_of(order.components.begin(), order.components.end(),
+                       [&line](int field) { return isValue(line.fields.at(field)); });
 }
 
 QString fieldCount(int count)
@@ -79,7 +104,48 @@ QString fieldCount(int count)
     return count == 1 ? QStringLiteral("1 field") : QStringLiteral("%1 fields").arg(count);
 }
 
+/// Whether the line holds nothing but numbers and angles, though not as many as a position has, or
+/// enough of them where columns are picked by their numbers. One number alone may be anything.
+bool isPositionOfAnotherLength(const SplitLine &line, const std::optional<ColumnChoice> &choice)
+{
+    static const QRegularExpression letter(QStringLiteral("\\A[-+NSEWnsew]\\z"));
+    const auto values =
+        std::count_if(line.fields.cbegin(), line.fields.cend(), [](const QString &field) {
+            return isValue(field) || letter.match(field).hasMatch();
+        });
+    if (choice)
+        return !choice->hasHeadings() && values >= componentsPerFrame;
+    return values > 1 && values == line.fields.size();
+}
+
+/// Why a first line that holds numbers is none of those that are read.
+QString noPosition(const QString &reason)
+{
+    return QStringLiteral("the line is neither headings nor a position: %1").arg(reason);
+}
+
+QByteArray copyOf(std::string_view bytes)
+{
+    return {bytes.data(), static_cast<int>(bytes.size())};
+}
+
+/// The remark behind the # of a comment.
+QString remarkOf(const QString &comment)
+{
+    int start = 0;
+    while (start < comment.size()
+           && (comment.at(start) == QLatin1Char('#') || comment.at(start).isSpace()))
+        ++start;
+    return comment.mid(start);
+}
+
 } // namespace
+
+PositionParser::PositionParser(const InputForm &form, std::optional<ColumnChoice> choice)
+    : m_form(form),
+      m_metresPerUnit(CoordStringHelper::ConvertUnit_Length(1.0, form.lengthUnit, Unit_Meter)),
+      m_choice(std::move(choice)), m_search(m_form, m_choice)
+{}
 
 PositionParser::Result PositionParser::bad(const QString &reason)
 {
@@ -87,9 +153,10 @@ PositionParser::Result PositionParser::bad(const QString &reason)
     return Result::BadLine;
 }
 
-PositionParser::Result PositionParser::badHeader(const QString &reason)
+PositionParser::Result PositionParser::badHeader(const LineMistake &mistake)
 {
-    m_reason = reason;
+    m_reason = mistake.reason;
+    m_reasonLine = mistake.line;
     return Result::BadHeader;
 }
 
@@ -101,125 +168,254 @@ PositionParser::Result PositionParser::parse(std::string_view line, qint64 lineN
 PositionParser::Result PositionParser::parseWithCare(std::string_view bytes, qint64 lineNumber)
 {
     m_lineNumber = lineNumber;
+    m_reasonLine = lineNumber;
     m_reason.clear();
-    if (bytes.size() > mostBytesOfLine)
-        return bad(QStringLiteral("the line is longer than %1 bytes").arg(mostBytesOfLine));
+    if (lineNumber <= m_skippedLines)
+        return Result::Nothing;
+    if (bytes.size() > mostBytesOfLine) {
+        const QString mistake =
+            QStringLiteral("the line is longer than %1 bytes").arg(mostBytesOfLine);
+        return m_order ? bad(mistake)
+                       : badHeader({lineNumber,
+                                    OrderSearch::withSkipHint(noPosition(mistake), lineNumber)});
+    }
     if (lineNumber == 1 && bytes.substr(0, byteOrderMark.size()) == byteOrderMark)
         bytes.remove_prefix(byteOrderMark.size());
 
     const DecodedLine line =
         decoded(QByteArray::fromRawData(bytes.data(), static_cast<int>(bytes.size())));
-    if (!line.isText)
-        return bad(QStringLiteral("the line holds control characters: it is not text"));
     const QString content = line.text.trimmed();
-    if (content.isEmpty() || content.startsWith(QLatin1Char('#')))
+    if (content.isEmpty() && line.flaw.isEmpty())
         return Result::Nothing;
+    if (content.startsWith(QLatin1Char('#')))
+        return takeComment(content, line.isText ? QString() : line.flaw, bytes);
 
     const SplitLine split = splitLine(line.text);
-    const QString mistake =
-        line.isUtf8 ? split.mistake : QStringLiteral("the line is not UTF-8 text");
-    const bool isFirst = !m_sawContent;
-    m_sawContent = true;
-    if (!isFirst || !isHeader(split, line.text))
-        return mistake.isEmpty() ? readFields(split) : bad(mistake);
-
-    // Without its header the lines that follow could be read in a wrong order.
+    const QString &mistake = line.flaw.isEmpty() ? split.mistake : line.flaw;
     if (!mistake.isEmpty())
-        return badHeader(QStringLiteral("the header cannot be read: %1").arg(mistake));
-    return takeHeader(split, bytes) ? Result::Nothing : Result::BadHeader;
+        return takeUnreadable(split.mistake.isEmpty() ? split : splitAnywhere(line.text), mistake,
+                              split.mistake.isEmpty(), bytes);
+    if (!m_order)
+        return takeOpening(split, bytes);
+    const Result result = readFields(split, *m_order);
+    return result == Result::Position ? result
+                                      : takeHeadings(m_search.headingsIn(split, false), result);
 }
 
-/// Of the first line. A line of headings that the frame knows is a header whatever else it holds,
-/// and so is the first one where columns are picked by their headings.
-bool PositionParser::isHeader(const SplitLine &line, const QString &text) const
+/// A later line that is no position: headings that agree are passed over.
+PositionParser::Result PositionParser::takeHeadings(const HeadingsFound &found, Result otherwise)
 {
-    if (m_choice && m_choice->hasHeadings())
-        return true;
-    if (holdsNumber(line, text))
-        return false;
-    FieldOrder order;
-    QString mistake;
-    return !holdsTypedValue(line)
-           || (!m_choice && readHeader(headingsOf(line), m_frame, order, mistake));
-}
-
-bool PositionParser::takeHeader(const SplitLine &line, std::string_view bytes)
-{
-    const QStringList headings = headingsOf(line);
-    FieldOrder order;
-    const bool isUnderstood =
-        m_choice ? m_choice->apply(headings, headings.size(), m_frame, order, m_reason)
-                 : readHeader(headings, m_frame, order, m_reason, m_height);
-    if (!isUnderstood)
-        return false;
-    m_order = order;
-    m_orderLine = m_lineNumber;
-    m_headerLine = QByteArray(bytes.data(), static_cast<int>(bytes.size()));
-    return true;
-}
-
-/// The order of the fields of a first line that is no header; false with the reason.
-bool PositionParser::takeFirst(int fields, const SplitLine &line)
-{
-    FieldOrder order;
-    if (m_choice) {
-        if (!m_choice->apply({}, fields, m_frame, order, m_reason))
-            return false;
-    } else {
-        if (fields != componentsPerFrame && fields != componentsPerFrame + 1) {
-            m_reason = QStringLiteral("%1 found; expected are %2, after a point name if there is "
-                                      "one")
-                           .arg(fieldCount(fields), labelsOf(m_frame))
-                       + hintOnPieces(line);
-            return false;
-        }
-        order = plainOrder(fields);
+    switch (found.kind) {
+    case HeadingsFound::Kind::None: return otherwise;
+    case HeadingsFound::Kind::Mistake: return badHeader({m_lineNumber, found.mistake});
+    case HeadingsFound::Kind::Order: break;
     }
+    if (agree(*m_order, found.order)) {
+        m_reason.clear();
+        return Result::Nothing;
+    }
+    return badHeader(
+        {m_lineNumber, QStringLiteral("these headings give another order than line %1: %2 stand "
+                                      "elsewhere, or other columns beside them")
+                           .arg(m_orderLine)
+                           .arg(labelsOf(m_form.frame))});
+}
+
+/// A remark is passed over, unless it is a line of headings.
+PositionParser::Result PositionParser::takeComment(const QString &content, const QString &flaw,
+                                                   std::string_view bytes)
+{
+    const QString remark = remarkOf(content);
+    SplitLine split = splitLine(remark);
+    if (!split.mistake.isEmpty())
+        split = splitAnywhere(remark);
+    const HeadingsFound found = m_search.headingsIn(split, true);
+    if (found.kind == HeadingsFound::Kind::Mistake)
+        return badHeader({m_lineNumber, found.mistake});
+    if (m_order) {
+        if (found.kind == HeadingsFound::Kind::Order)
+            return takeHeadings(found, Result::Nothing);
+        if (m_search.contradictsAsHeadings(remark, split, *m_order)) {
+            return badHeader(
+                {m_lineNumber, QStringLiteral("these headings do not give the order of line %1")
+                                   .arg(m_orderLine)});
+        }
+    } else if (found.kind == HeadingsFound::Kind::Order) {
+        LineMistake mistake;
+        if (!m_search.keepHeadings({found.order, m_lineNumber, copyOf(bytes), true}, mistake))
+            return badHeader(mistake);
+        return Result::Nothing;
+    } else {
+        m_search.keepRemark(remark, split, m_lineNumber);
+    }
+    return flaw.isEmpty() ? Result::Nothing : bad(flaw);
+}
+
+/// A line that is no text, or has broken quotation marks. It may be a header all the same.
+PositionParser::Result PositionParser::takeUnreadable(const SplitLine &line, const QString &mistake,
+                                                      bool isSplit, std::string_view bytes)
+{
+    const HeadingsFound found = m_search.headingsIn(line, false);
+    const bool isHeadings = found.kind != HeadingsFound::Kind::None;
+    // Columns that are carried through keep their headings, which are damaged.
+    if (isSplit && !m_choice && found.kind == HeadingsFound::Kind::Order)
+        return m_order ? takeHeadings(found, Result::Nothing)
+                       : takeSureHeadings(found.order, bytes);
+    if (m_order && !isHeadings)
+        return bad(mistake);
+    const QString reason = isHeadings || !holdsNumber(line)
+                               ? QStringLiteral("the header cannot be read: %1").arg(mistake)
+                               : noPosition(mistake);
+    return badHeader(
+        {m_lineNumber, m_order ? reason : OrderSearch::withSkipHint(reason, m_lineNumber)});
+}
+
+/// A line in front of all positions.
+PositionParser::Result PositionParser::takeOpening(const SplitLine &line, std::string_view bytes)
+{
+    const HeadingsFound found = m_search.headingsIn(line, false);
+    if (found.kind == HeadingsFound::Kind::Mistake)
+        return badHeader({m_lineNumber, found.mistake});
+    if (found.kind == HeadingsFound::Kind::Order)
+        return takeSureHeadings(found.order, bytes);
+
+    const bool isWords = !holdsNumber(line) && !holdsTypedValue(line);
+    QString reason = found.mistake;
+    if (isWords && m_choice && !m_choice->hasHeadings()) {
+        const QStringList headings = headingFields(line);
+        FieldOrder order;
+        LineMistake mistake;
+        if (m_choice->apply(headings, headings.size(), m_form, order, reason)) {
+            m_search.keepHeadings({order, m_lineNumber, copyOf(bytes), false}, mistake);
+            return Result::Nothing;
+        }
+    } else if (!isWords) {
+        const auto order = m_search.orderFor(line, reason);
+        if (order) {
+            const Result result = takeFirstPosition(line, *order);
+            if (result != Result::Nothing)
+                return result;
+            reason = m_reason;
+        } else if (m_search.headings() && m_search.headings()->isSure) {
+            return badHeader({m_lineNumber, reason});
+        } else if (isPositionOfAnotherLength(line, m_choice)) {
+            const LineMistake mistake = m_search.otherLines();
+            return mistake.isThere() ? badHeader(mistake) : bad(reason);
+        }
+        if (!m_choice || !m_choice->hasHeadings())
+            reason = noPosition(reason);
+    }
+    m_reason.clear();
+    return m_search.keepOther({m_lineNumber, reason}) ? Result::Nothing
+                                                      : badHeader(m_search.otherLines());
+}
+
+/// The first position, in an order that is not yet decided; Nothing, with the reason, when the line
+/// is none.
+PositionParser::Result PositionParser::takeFirstPosition(const SplitLine &line,
+                                                         const FieldOrder &order)
+{
+    Result result = readFields(line, order);
+    if (result == Result::BadLine && !isAttempt(line, order))
+        return Result::Nothing;
+    const LineMistake mistake = m_search.mistakeOf(order);
+    if (mistake.isThere())
+        return badHeader(mistake);
+    if (result == Result::Position && order.isPlain) {
+        const QString doubt = orderDoubt(line, order, m_form.frame);
+        if (!doubt.isEmpty())
+            result = bad(doubt);
+        const qint64 failed = m_search.numberedFailure();
+        if (failed > 0 && order.fields == componentsPerFrame)
+            result = bad(QStringLiteral("%1 found; line %2, which cannot be read, has %3")
+                             .arg(fieldCount(order.fields))
+                             .arg(failed)
+                             .arg(order.fields + 1));
+    }
+    if (result == Result::BadLine) {
+        m_search.keepFailed(line, m_lineNumber);
+        return result;
+    }
+    const auto &headings = m_search.headings();
+    if (headings)
+        decide(headings->order, headings->line, headings->bytes);
+    else
+        decide(order, m_lineNumber, {});
+    return result;
+}
+
+PositionParser::Result PositionParser::takeSureHeadings(const FieldOrder &order,
+                                                        std::string_view bytes)
+{
+    LineMistake mistake;
+    if (!m_search.keepHeadings({order, m_lineNumber, copyOf(bytes), true}, mistake))
+        return badHeader(mistake);
+    decide(order, m_lineNumber, copyOf(bytes));
+    return Result::Nothing;
+}
+
+void PositionParser::decide(const FieldOrder &order, qint64 line, const QByteArray &headerLine)
+{
     m_order = order;
-    m_orderLine = m_lineNumber;
+    m_orderLine = line;
+    m_headerLine = headerLine;
+}
+
+bool PositionParser::finish()
+{
+    if (m_order)
+        return true;
+    const LineMistake mistake = m_search.otherLines();
+    if (mistake.isThere()) {
+        badHeader(mistake);
+        return false;
+    }
+    if (const auto &headings = m_search.headings())
+        decide(headings->order, headings->line, headings->bytes);
     return true;
 }
 
-PositionParser::Result PositionParser::readFields(const SplitLine &line)
+PositionParser::Result PositionParser::readFields(const SplitLine &line, const FieldOrder &order)
 {
     const int count = line.fields.size();
-    if (!m_order && !takeFirst(count, line))
-        return Result::BadLine;
-    if (count != m_order->fields) {
+    if (count != order.fields) {
         return bad(QStringLiteral("%1 found; line %2 has %3")
                        .arg(fieldCount(count))
                        .arg(m_orderLine)
-                       .arg(m_order->fields)
+                       .arg(order.fields)
                    + hintOnPieces(line));
     }
 
-    QString mistake = tornAngle(line, *m_order, m_frame);
+    QString mistake = tornAngle(line, order, m_form.frame);
     if (!mistake.isEmpty())
         return bad(mistake);
-    const auto mark = decimalMarkOf(line, *m_order, m_frame, mistake);
+    const auto mark = decimalMarkOf(line, order, m_form.frame, mistake);
     if (!mark)
         return bad(mistake);
 
     std::array<double, componentsPerFrame> components{};
     for (int i = 0; i < componentsPerFrame; ++i) {
         const auto index = static_cast<std::size_t>(i);
-        const QString &field = line.fields.at(m_order->components[index]);
+        const QString &field = line.fields.at(order.components[index]);
         const QString reason = readComponent(i, field, *mark, components[index]);
         if (!reason.isEmpty()) {
-            return bad(QString::fromLatin1(columnOf(m_frame, i).label) + QLatin1Char(' ') + reason);
+            return bad(QString::fromLatin1(columnOf(m_form.frame, i).label) + QLatin1Char(' ')
+                       + reason);
         }
     }
-    keepTexts(line);
-    m_position = rowOf(m_frame).position(components[0], components[1], components[2]);
+    if (!mayBeHeight(components.back(), m_form.frame, order))
+        return bad(heightDoubt(line.fields.at(order.components.back())));
+    keepTexts(line, order);
+    m_position = rowOf(m_form.frame).position(components[0], components[1], components[2]);
     return Result::Position;
 }
 
 /// The name and the carried fields of a line that was read with care.
-void PositionParser::keepTexts(const SplitLine &line)
+void PositionParser::keepTexts(const SplitLine &line, const FieldOrder &order)
 {
     m_texts.clear();
-    m_texts.push_back(m_order->name >= 0 ? line.fields.at(m_order->name).toUtf8() : QByteArray());
-    for (const int field : m_order->carried)
+    m_texts.push_back(order.name >= 0 ? line.fields.at(order.name).toUtf8() : QByteArray());
+    for (const int field : order.carried)
         m_texts.push_back(line.fields.at(field).toUtf8());
     const auto view = [this](std::size_t i) {
         return std::string_view(m_texts[i].constData(),
@@ -236,16 +432,25 @@ bool PositionParser::readPlain(std::string_view line)
 {
     if (line.size() > mostBytesOfLine || !m_plain.read(line, *m_order))
         return false;
+    std::array<double, componentsPerFrame> components{};
     for (int i = 0; i < componentsPerFrame; ++i) {
-        if (!(std::abs(m_plain.component(i)) <= columnOf(m_frame, i).quantity->limit))
+        const Column &column = columnOf(m_form.frame, i);
+        double &value = components[static_cast<std::size_t>(i)];
+        value = m_plain.component(i);
+        if (!isAngle(column))
+            value *= m_metresPerUnit;
+        else if (hasDoubtfulZeros(m_plain.field(m_order->components[static_cast<std::size_t>(i)])))
+            return false;
+        if (!(std::abs(value) <= column.quantity->limit))
             return false;
     }
+    if (!mayBeHeight(components.back(), m_form.frame, *m_order))
+        return false;
     m_name = m_order->name >= 0 ? m_plain.field(m_order->name) : std::string_view();
     m_carried.clear();
     for (const int field : m_order->carried)
         m_carried.push_back(m_plain.field(field));
-    m_position =
-        rowOf(m_frame).position(m_plain.component(0), m_plain.component(1), m_plain.component(2));
+    m_position = rowOf(m_form.frame).position(components[0], components[1], components[2]);
     return true;
 }
 
@@ -253,7 +458,7 @@ bool PositionParser::readPlain(std::string_view line)
 QString PositionParser::readComponent(int component, const QString &field, DecimalMark mark,
                                       double &value) const
 {
-    const Column &column = columnOf(m_frame, component);
+    const Column &column = columnOf(m_form.frame, component);
     QString reason;
     const auto number = isAngle(column) ? readTypedAngle(field,
                                                          valueTypeOf(column) == ValueType_Longitude
@@ -264,9 +469,10 @@ QString PositionParser::readComponent(int component, const QString &field, Decim
     if (!number)
         return reason;
     const double limit = column.quantity->limit;
-    if (!(std::abs(*number) <= limit))
+    const double inMetresOrDegrees = isAngle(column) ? *number : *number * m_metresPerUnit;
+    if (!(std::abs(inMetresOrDegrees) <= limit))
         return QStringLiteral("%1 is not between -%2 and %2").arg(field).arg(limit);
-    value = *number;
+    value = inMetresOrDegrees;
     return {};
 }
 

@@ -1,8 +1,8 @@
 #pragma once
 
 #include <cli/ColumnChoice.h>
-#include <cli/Columns.h>
 #include <cli/LineSplitter.h>
+#include <cli/OrderSearch.h>
 #include <cli/PlainLine.h>
 #include <cli/PositionHeader.h>
 #include <cli/TypedNumber.h>
@@ -20,11 +20,13 @@ namespace KelStd::cli {
 
 /// Reads positions of one frame, one a line.
 ///
-/// Blank lines and lines that begin with # are skipped. A first line without any number is a header
-/// and says in which field each component stands. Without one the components stand in the order of
-/// the frame's columns, after a point name when the first line has four fields; every later line
-/// must have as many: a line that lost its height must not be read as one that lost its name.
-/// A choice of columns goes before both.
+/// Blank lines and lines that begin with # are skipped, but a line of headings counts also behind
+/// a #. Headings say in which field each component stands; they may follow on lines of a title.
+/// Without any the components stand in the order of the frame's columns, after a point name when
+/// the first line has four fields; every later line must have as many: a line that lost its height
+/// must not be read as one that lost its name. A choice of columns goes before both. Headings
+/// further down must say the same: others end the run, and so does a first line that is neither
+/// headings nor a position (`OrderSearch`).
 ///
 /// Longitudes and latitudes may be typed in any form of `readTypedAngle`; lengths are plain
 /// numbers.
@@ -38,13 +40,18 @@ public:
         Nothing, ///< no position was to be expected: a header, a comment, a blank line
         Position,
         BadLine,  ///< `reason` says what is wrong with this line; the next one may be right
-        BadHeader ///< no line can be read; `reason` says why
+        BadHeader ///< no further line can be read; `reason` says why, `reasonLine` where
     };
 
+    explicit PositionParser(const InputForm &form,
+                            std::optional<ColumnChoice> choice = std::nullopt);
     explicit PositionParser(Frame frame, InputHeight height = InputHeight::OfFrame,
                             std::optional<ColumnChoice> choice = std::nullopt)
-        : m_frame(frame), m_height(height), m_choice(std::move(choice))
+        : PositionParser(InputForm(frame, height), std::move(choice))
     {}
+
+    /// Passes over so many lines at the beginning of the input, whatever they hold.
+    void setSkippedLines(qint64 count) { m_skippedLines = count; }
 
     /// Reads a line without its end. What is read holds until the next one is.
     Result parse(std::string_view line, qint64 lineNumber);
@@ -52,7 +59,14 @@ public:
     /// The same, without the short way for plain lines.
     Result parseWithCare(std::string_view line, qint64 lineNumber);
 
+    /// At the end of an input of which no line decided the order: false with the reason when it
+    /// had lines that are neither headings nor positions.
+    bool finish();
+
     QString reason() const { return m_reason; }
+
+    /// The line that the reason is about.
+    qint64 reasonLine() const { return m_reasonLine; }
 
     const Pos &position() const { return m_position; }
 
@@ -76,26 +90,33 @@ public:
     QByteArray headerLine() const { return m_headerLine; }
 
 private:
-    bool isHeader(const SplitLine &line, const QString &text) const;
-    bool takeHeader(const SplitLine &line, std::string_view bytes);
-    bool takeFirst(int fields, const SplitLine &line);
-    Result readFields(const SplitLine &line);
+    Result takeComment(const QString &content, const QString &flaw, std::string_view bytes);
+    Result takeUnreadable(const SplitLine &line, const QString &mistake, bool isSplit,
+                          std::string_view bytes);
+    Result takeOpening(const SplitLine &line, std::string_view bytes);
+    Result takeFirstPosition(const SplitLine &line, const FieldOrder &order);
+    Result takeSureHeadings(const FieldOrder &order, std::string_view bytes);
+    Result takeHeadings(const HeadingsFound &found, Result otherwise);
+    void decide(const FieldOrder &order, qint64 line, const QByteArray &headerLine);
+    Result readFields(const SplitLine &line, const FieldOrder &order);
     bool readPlain(std::string_view line);
-    void keepTexts(const SplitLine &line);
+    void keepTexts(const SplitLine &line, const FieldOrder &order);
     QString readComponent(int component, const QString &field, DecimalMark mark,
                           double &value) const;
     Result bad(const QString &reason);
-    Result badHeader(const QString &reason);
+    Result badHeader(const LineMistake &mistake);
 
-    Frame m_frame;
-    InputHeight m_height;
+    InputForm m_form;
+    double m_metresPerUnit;
     std::optional<ColumnChoice> m_choice;
+    OrderSearch m_search;
     std::optional<FieldOrder> m_order;
+    qint64 m_skippedLines = 0;
     qint64 m_lineNumber = 0;
     qint64 m_orderLine = 0; ///< the line that decided the order
     QByteArray m_headerLine;
-    bool m_sawContent = false;
     QString m_reason;
+    qint64 m_reasonLine = 0;
     PlainLine m_plain;
     std::vector<QByteArray>
         m_texts; ///< what `m_name` and `m_carried` look at unless it is the line

@@ -18,7 +18,9 @@ ExitStatus PositionRun::run()
 
     BlockWork first(m_parser, m_job, m_rejects != nullptr);
     State state = readOrder(first);
-    if (!first.parser().knowsOrder())
+    if (state == State::AtEnd && !first.parser().knowsOrder())
+        state = takeEnd(first);
+    else if (!first.parser().knowsOrder())
         m_heading = m_job.begin({});
     if (state == State::GoesOn)
         state = readRest(first.parser());
@@ -45,6 +47,17 @@ PositionRun::State PositionRun::readOrder(BlockWork &work)
         state = take(result);
     }
     return state;
+}
+
+/// What became of lines that wait for headings or a position, when none came.
+PositionRun::State PositionRun::takeEnd(BlockWork &work)
+{
+    BlockResult result = work.finish();
+    m_heading = work.heading();
+    m_headerLine = work.parser().headerLine();
+    result.lastLine = m_lastLine;
+    const State state = take(result);
+    return state == State::GoesOn ? State::AtEnd : state;
 }
 
 PositionRun::State PositionRun::readRest(const PositionParser &parser)
@@ -132,7 +145,16 @@ ExitStatus PositionRun::finish(State state)
 {
     switch (state) {
     case State::OutputFailed: return outputFailed();
-    case State::BadHeader: return ExitStatus::Usage;
+    case State::BadHeader:
+        if (m_hasHeading)
+            m_console.write(m_job.ending());
+        // Where no line was taken, the rejected lines of an earlier run are kept.
+        if (m_taken + m_failed == 0)
+            return ExitStatus::Usage;
+        m_console.report(QStringLiteral("the run ended there: %1 of %2 positions before it failed")
+                             .arg(m_failed)
+                             .arg(m_taken + m_failed));
+        return finishRejects(ExitStatus::Usage);
     case State::InputFailed:
         if (m_hasHeading)
             m_console.write(m_job.ending());

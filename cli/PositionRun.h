@@ -53,6 +53,7 @@ private:
     };
 
     State readOrder(BlockWork &work);
+    State takeEnd(BlockWork &work);
     State readRest(const PositionParser &parser);
     State next(LineBlock &block);
     State take(const BlockResult &result);

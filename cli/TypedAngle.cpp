@@ -105,6 +105,33 @@ bool isBlankSeparated(const QString &text)
            });
 }
 
+/// "5E1", which is 50, or 5 degrees east and something behind it. With a sign, "5E+1" is an
+/// exponent alone.
+bool hasDoubtfulExponent(const QString &text, AngleSense sense)
+{
+    if (sense == AngleSense::Plain)
+        return false;
+    const int position = text.indexOf(QLatin1Char('e'), 0, Qt::CaseInsensitive);
+    return position > 0 && position + 1 < text.size() && isNumberCharacter(text.at(position - 1))
+           && isDigit(text.at(position + 1));
+}
+
+/// "00030.25": degrees have three digits at most, so that the zeros may be the first digits of
+/// degrees and minutes in one, dddmm.mm.
+bool hasDoubtfulZeros(const QString &number)
+{
+    constexpr int mostDigits = 3;
+    const QString whole = number.section(QLatin1Char('.'), 0, 0);
+    return whole.size() > mostDigits && whole.startsWith(QLatin1Char('0'))
+           && std::all_of(whole.cbegin(), whole.cend(), isDigit);
+}
+
+QString zerosDoubt()
+{
+    return QStringLiteral("may be degrees, or degrees and minutes in one; write 0°30.25' or "
+                          "no more than three digits before the point");
+}
+
 struct Part
 {
     QString number;
@@ -248,7 +275,7 @@ private:
         if (colons > 0)
             return checkColons(colons);
         if (m_parts.size() == 1 && m_parts.first().sign == Sign::None)
-            return {};
+            return hasDoubtfulZeros(m_parts.first().number) ? zerosDoubt() : QString();
         constexpr Sign order[] = {Sign::Degree, Sign::Minute, Sign::Second};
         constexpr const char *names[] = {"degrees", "minutes", "seconds"};
         constexpr int places = 3;
@@ -352,8 +379,19 @@ std::optional<double> readTypedAngle(const QString &text, AngleSense sense, Deci
     const QString trimmed = withDecimalPoint(text.trimmed(), mark);
     QString numberReason;
     const auto number = readNumber(trimmed, numberReason);
-    if (number)
-        return number;
+    if (number) {
+        const bool isSigned =
+            trimmed.startsWith(QLatin1Char('-')) || trimmed.startsWith(QLatin1Char('+'));
+        const QString doubt = hasDoubtfulExponent(trimmed, sense) ? QStringLiteral(
+                                  "may have an exponent or an E for east; write the number without "
+                                  "the E, or the E behind it")
+                              : hasDoubtfulZeros(isSigned ? trimmed.mid(1) : trimmed) ? zerosDoubt()
+                                                                                      : QString();
+        if (doubt.isEmpty())
+            return number;
+        reason = quoted(text.trimmed()) + blank + doubt;
+        return std::nullopt;
+    }
     if (trimmed.isEmpty() || !looksLikeAngle(trimmed)) {
         readNumber(text.trimmed(), mark, reason);
         if (isBlankSeparated(trimmed))

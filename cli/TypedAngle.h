@@ -28,7 +28,9 @@ enum class AngleSense
 /// behind; W and S make the angle negative. A letter and a sign exclude each other.
 ///
 /// Nothing is guessed: a part without its sign, minutes without degrees and seconds without minutes
-/// are refused, because they can be pieces of an angle that was torn apart at its blanks.
+/// are refused, because they can be pieces of an angle that was torn apart at its blanks. So are
+/// 5E1, which has an exponent or an E for east, where hemisphere letters may stand, and 00030.25,
+/// which may be degrees and minutes in one.
 std::optional<double> readTypedAngle(const QString &text, AngleSense sense, DecimalMark mark,
                                      QString &reason);
 

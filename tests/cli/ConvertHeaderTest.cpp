@@ -153,12 +153,13 @@ INSTANTIATE_TEST_SUITE_P(
         RefusedHeader{"OneWord", "wgs84-llh", "positions", "names no longitude"}),
     [](const auto &row) { return row.param.testName; });
 
-TEST(ConvertHeader, IsOnlyTheFirstLine)
+TEST(ConvertHeader, AnotherOrderFurtherDownEndsTheRun)
 {
     const auto result = ProgramRun().convert(system, "5.25,52.5,40\nlat,lon,h\n5.5,52.25,41\n");
-    EXPECT_EQ(result.status, 1);
-    EXPECT_EQ(csvRows(result.out).size(), 2);
-    EXPECT_THAT(result.err, Mentions("<stdin>:2: longitude \"lat\" is not a number"));
+    EXPECT_EQ(result.status, 2);
+    EXPECT_EQ(csvRows(result.out).size(), 1);
+    EXPECT_THAT(result.err, Mentions("<stdin>:2: these headings give another order than line 1"));
+    EXPECT_THAT(result.err, Mentions("the run ended there: 0 of 1 positions before it failed"));
 }
 
 } // namespace

@@ -109,14 +109,22 @@ TEST(ConvertLineErrors, WithoutHeaderOrModelAWrongNumberOfFieldsSaysWhatIsExpect
                              "height, after a point name if there is one"));
 }
 
-TEST(ConvertLineErrors, ABadFirstLineDoesNotStopTheOthers)
+/// Who knows what such a line says of the others.
+TEST(ConvertLineErrors, AFirstLineThatIsNeitherHeadingsNorAPositionEndsTheRunUnlessItIsSkipped)
 {
     for (const QByteArray &first :
          {QByteArray("5.25,x,1"), QByteArray("\x01\x02\xFF"), QByteArray(100000, 'x'),
           QByteArray("P\xFC,5.25,52.5,1"), QByteArray("\"P,5.25,52.5,1")}) {
-        const auto result = ProgramRun().convert(system, first + "\n5.25,52.5,1\n");
-        EXPECT_EQ(result.status, 1) << first.left(20).toStdString();
-        EXPECT_EQ(csvRows(result.out).size(), 1);
+        SCOPED_TRACE(first.left(20).toStdString());
+        const QByteArray input = first + "\n5.25,52.5,1\n";
+        const auto result = ProgramRun().convert(system, input);
+        EXPECT_EQ(result.status, 2);
+        EXPECT_EQ(result.out, QString());
+        EXPECT_THAT(result.err, Mentions("<stdin>:1: "));
+        EXPECT_THAT(result.err, Mentions("; --skip 1 passes over the line"));
+        const auto skipped = ProgramRun().convert(system, input, {QStringLiteral("--skip=1")});
+        EXPECT_EQ(skipped.status, 0) << skipped.err;
+        EXPECT_EQ(csvRows(skipped.out).size(), 1);
     }
 }
 

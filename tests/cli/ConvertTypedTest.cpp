@@ -193,7 +193,8 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST(ConvertTyped, AFirstLineOfTypedValuesIsNoHeader)
 {
-    for (const char *line : {"A;5:15;52:30;7,0", "A;5,25E;52:30;7,0", "A,5\u00B015',52d30',x"}) {
+    for (const char *line :
+         {"A;5:15;52:30;7,0", "A;5,25E;52:30;7,0", "A,5\u00B015',52d30',7\u00B0"}) {
         const auto result = ProgramRun().convert(system, QByteArray(line) + "\nB,5.5,52.25,2\n");
         EXPECT_NE(result.status, 2) << result.err;
         EXPECT_FALSE(csvRows(result.out).isEmpty()) << line;

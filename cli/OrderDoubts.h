@@ -1,0 +1,32 @@
+#pragma once
+
+#include <cli/InputForm.h>
+#include <cli/LineSplitter.h>
+#include <cli/PositionHeader.h>
+
+#include <QtCore/QString>
+
+#include <array>
+
+/// Whether the fields of lines without headings may stand in another order than the documented one.
+namespace KelStd::cli {
+
+/// Higher than any height of the plane [m]: a northing or an easting can be such a number.
+inline constexpr double mostPlaneHeight = 20000.0;
+
+/// Whether the height can be one. Where neither headings nor a choice say that it is the height,
+/// one of the plane cannot be higher than `mostPlaneHeight`.
+inline bool mayBeHeight(double metres, Frame frame, const FieldOrder &order)
+{
+    return !order.isPlain || frame != Frame::LocalNEH
+           || (metres <= mostPlaneHeight && metres >= -mostPlaneHeight);
+}
+
+/// Why that height is none, and what to add.
+QString heightDoubt(const QString &field);
+
+/// Of a line that would decide the order for all others: empty, or what else it may mean and what
+/// to add. The later lines have as many fields as it, so that the doubt does not come back.
+QString orderDoubt(const SplitLine &line, const FieldOrder &order, Frame frame);
+
+} // namespace KelStd::cli

@@ -1,0 +1,214 @@
+#include <cli/OrderSearch.h>
+
+#include <cli/Headings.h>
+#include <cli/LineDoubts.h>
+
+#include <QtCore/QRegularExpression>
+
+#include <algorithm>
+
+namespace KelStd::cli {
+
+namespace {
+
+/// Lines of a title and other lines in front of headings.
+constexpr int mostOtherLines = 20;
+
+bool isNumber(const QString &field)
+{
+    bool ok = false;
+    field.toDouble(&ok);
+    return ok;
+}
+
+QString fieldCount(int count)
+{
+    return count == 1 ? QStringLiteral("1 field") : QStringLiteral("%1 fields").arg(count);
+}
+
+/// Whether the line is a sentence in which some words happen to be headings.
+bool isProse(const SplitLine &line)
+{
+    static const QStringList particles = {
+        QStringLiteral("and"), QStringLiteral("or"),  QStringLiteral("in"),
+        QStringLiteral("of"),  QStringLiteral("the"), QStringLiteral("is"),
+        QStringLiteral("are"), QStringLiteral("by"),  QStringLiteral("with")};
+    if (!line.byBlanks)
+        return false;
+    const QStringList fields = headingFields(line);
+    const bool hasParticle = std::any_of(fields.cbegin(), fields.cend(), [](const QString &field) {
+        return particles.contains(field.toLower());
+    });
+    return hasParticle || 2 * countKnown(fields) <= fields.size();
+}
+
+} // namespace
+
+QStringList headingFields(const SplitLine &line)
+{
+    return line.byBlanks ? joinUnits(line.fields) : line.fields;
+}
+
+bool isValue(const QString &field)
+{
+    static const QRegularExpression value(
+        QStringLiteral("\\A[-+NSEWnsew]?\\s*[0-9.][0-9.,\\s:'\"dD\u00B0\u00BA\u02DA\u2032\u2019"
+                       "\u2033\u201D]*([eE][-+]?[0-9]+)?[NSEWnsew]?\\z"));
+    return value.match(field).hasMatch();
+}
+
+HeadingsFound OrderSearch::headingsIn(const SplitLine &line, bool isRemark) const
+{
+    using Kind = HeadingsFound::Kind;
+    HeadingsFound found;
+    const QStringList fields = headingFields(line);
+    FieldOrder usual;
+    const bool isComplete =
+        !(isRemark && isProse(line)) && readHeader(fields, m_form, usual, found.mistake);
+    const bool isIncomplete = !isRemark && !isComplete
+                              && std::none_of(fields.cbegin(), fields.cend(), isNumber)
+                              && lookLikeHeadings(fields, m_form);
+    if (!m_choice) {
+        found.order = usual;
+        found.kind = isComplete ? Kind::Order : isIncomplete ? Kind::Mistake : Kind::None;
+        return found;
+    }
+    // One picked heading may be a word of a title.
+    const int picked = m_choice->countIn(fields);
+    const bool isMeant = isComplete || isIncomplete || picked > 1;
+    if (m_choice->hasHeadings() || isMeant) {
+        const bool isApplied =
+            m_choice->apply(fields, fields.size(), m_form, found.order, found.mistake);
+        if (isApplied && (isMeant || picked > 0))
+            found.kind = Kind::Order;
+        else if (isMeant && (!isRemark || isComplete))
+            found.kind = Kind::Mistake;
+    }
+    return found;
+}
+
+bool OrderSearch::contradicts(const QString &remark, const SplitLine &line,
+                              const FieldOrder &order) const
+{
+    const QStringList fields = headingFields(line);
+    const bool areHeadings = !isProse(line) && lookLikeHeadings(fields, m_form);
+    const QVector<int> mentioned = componentsMentioned(
+        areHeadings ? fields : normalisedHeading(remark).split(QLatin1Char('_')), areHeadings,
+        m_form);
+    const auto fieldOf = [&order](int component) {
+        return order.components[static_cast<std::size_t>(component)];
+    };
+    const bool isInOrder =
+        std::is_sorted(mentioned.cbegin(), mentioned.cend(),
+                       [&](int one, int other) { return fieldOf(one) < fieldOf(other); });
+    if (!isInOrder || !areHeadings)
+        return !isInOrder;
+    // Headings of another frame or in another unit.
+    FieldOrder own;
+    QString mistake;
+    return mentioned.size() < 2
+           || (mentioned.size() == componentsPerFrame && !readHeader(fields, m_form, own, mistake));
+}
+
+bool OrderSearch::contradictsAsHeadings(const QString &remark, const SplitLine &line,
+                                        const FieldOrder &order) const
+{
+    return !m_choice && !isProse(line) && lookLikeHeadings(headingFields(line), m_form)
+           && contradicts(remark, line, order);
+}
+
+void OrderSearch::keepRemark(const QString &remark, const SplitLine &line, qint64 lineNumber)
+{
+    if (m_choice || m_remark.isThere()
+        || !contradicts(remark, line, plainOrder(componentsPerFrame)))
+        return;
+    m_remark = {lineNumber,
+                QStringLiteral("this remark does not name %1 in this order and this unit, and no "
+                               "headings follow; give the lines headings, or say --columns")
+                    .arg(labelsOf(m_form.frame))};
+}
+
+bool OrderSearch::keepHeadings(const HeadingsLine &headings, LineMistake &mistake)
+{
+    if (m_headings && m_headings->isSure) {
+        if (!headings.isSure || agree(m_headings->order, headings.order))
+            return true;
+        mistake = {headings.line,
+                   QStringLiteral("these headings give another order than those of line %1")
+                       .arg(m_headings->line)};
+        return false;
+    }
+    m_headings = headings;
+    m_other = {};
+    m_others = 0;
+    return true;
+}
+
+bool OrderSearch::keepOther(const LineMistake &line)
+{
+    if (!m_other.isThere())
+        m_other = line;
+    m_lastOther = line.line;
+    return ++m_others <= mostOtherLines;
+}
+
+void OrderSearch::keepFailed(const SplitLine &line, qint64 lineNumber)
+{
+    if (line.fields.size() > componentsPerFrame && isNumber(line.fields.first())
+        && m_numberedFailure == 0)
+        m_numberedFailure = lineNumber;
+}
+
+std::optional<FieldOrder> OrderSearch::orderFor(const SplitLine &line, QString &reason) const
+{
+    const int count = line.fields.size();
+    if (m_headings) {
+        if (count == m_headings->order.fields)
+            return m_headings->order;
+        reason = QStringLiteral("%1 found; line %2 has %3 headings")
+                     .arg(fieldCount(count))
+                     .arg(m_headings->line)
+                     .arg(m_headings->order.fields)
+                 + hintOnPieces(line);
+        return std::nullopt;
+    }
+    FieldOrder order;
+    if (m_choice) {
+        const QStringList headings = m_choice->hasHeadings() ? headingFields(line) : QStringList();
+        if (m_choice->hasHeadings()) {
+            m_choice->apply(headings, count, m_form, order, reason);
+            return std::nullopt; // a position is no line of headings
+        }
+        return m_choice->apply({}, count, m_form, order, reason) ? std::optional(order)
+                                                                 : std::nullopt;
+    }
+    if (count != componentsPerFrame && count != componentsPerFrame + 1) {
+        reason = QStringLiteral("%1 found; expected are %2, after a point name if there is one")
+                     .arg(fieldCount(count), labelsOf(m_form.frame))
+                 + hintOnPieces(line);
+        return std::nullopt;
+    }
+    return plainOrder(count);
+}
+
+LineMistake OrderSearch::mistakeOf(const FieldOrder &order) const
+{
+    if (m_other.isThere())
+        return otherLines();
+    return order.isPlain ? m_remark : LineMistake();
+}
+
+LineMistake OrderSearch::otherLines() const
+{
+    return m_other.isThere() ? LineMistake{m_other.line, withSkipHint(m_other.reason, m_lastOther)}
+                             : LineMistake();
+}
+
+QString OrderSearch::withSkipHint(const QString &reason, qint64 lines)
+{
+    return reason
+           + (lines == 1 ? QStringLiteral("; --skip 1 passes over the line")
+                         : QStringLiteral("; --skip %1 passes over the lines to here").arg(lines));
+}
+
+} // namespace KelStd::cli

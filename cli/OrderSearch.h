@@ -1,0 +1,119 @@
+#pragma once
+
+#include <cli/ColumnChoice.h>
+#include <cli/InputForm.h>
+#include <cli/LineSplitter.h>
+#include <cli/PositionHeader.h>
+
+#include <QtCore/QByteArray>
+#include <QtCore/QString>
+#include <QtCore/QStringList>
+
+#include <optional>
+
+namespace KelStd::cli {
+
+/// What is wrong with a line of the input.
+struct LineMistake
+{
+    qint64 line = 0;
+    QString reason;
+
+    bool isThere() const { return line > 0; }
+};
+
+/// What a line is as headings.
+struct HeadingsFound
+{
+    enum class Kind
+    {
+        None,   ///< no headings; `mistake` says why it cannot be
+        Order,  ///< headings that give the `order`
+        Mistake ///< headings, and no position can be read by them
+    };
+
+    Kind kind = Kind::None;
+    FieldOrder order;
+    QString mistake;
+};
+
+/// Headings that give an order, and where they stand.
+struct HeadingsLine
+{
+    FieldOrder order;
+    qint64 line = 0;
+    QByteArray bytes;
+    bool isSure = false; ///< they name the components; words alone may be a title
+};
+
+/// Tells headings from titles, remarks and positions, and keeps what the first lines of an input
+/// say about the order of its fields until one of them decides it. Longitude and latitude are
+/// never taken in the usual order where a line has said another one.
+class OrderSearch
+{
+public:
+    OrderSearch(const InputForm &form, const std::optional<ColumnChoice> &choice)
+        : m_form(form), m_choice(choice)
+    {}
+
+    /// The fields of a line as headings. A remark behind a # counts only when it names all the
+    /// components, or all that were picked.
+    HeadingsFound headingsIn(const SplitLine &line, bool isRemark) const;
+
+    /// Whether the remark names components in another order, as far as it names them.
+    bool contradicts(const QString &remark, const SplitLine &line, const FieldOrder &order) const;
+
+    /// The same of a remark that is a line of headings, though an incomplete one.
+    bool contradictsAsHeadings(const QString &remark, const SplitLine &line,
+                               const FieldOrder &order) const;
+
+    /// Keeps what a remark says against the usual order.
+    void keepRemark(const QString &remark, const SplitLine &line, qint64 lineNumber);
+
+    /// Keeps headings behind a #, or words that may be headings. False with the mistake when they
+    /// contradict those before.
+    bool keepHeadings(const HeadingsLine &headings, LineMistake &mistake);
+
+    /// Keeps a line of another kind, such as a title, in front of headings: false when there are
+    /// too many of them.
+    bool keepOther(const LineMistake &line);
+
+    /// Keeps that a line of so many fields was a position that cannot be read.
+    void keepFailed(const SplitLine &line, qint64 lineNumber);
+
+    /// The first such line with a number for a name; 0 when there is none. What follows with a
+    /// field less may have lost its height.
+    qint64 numberedFailure() const { return m_numberedFailure; }
+
+    const std::optional<HeadingsLine> &headings() const { return m_headings; }
+
+    /// The order for a line that is to be a position; nothing with the reason when there is none.
+    std::optional<FieldOrder> orderFor(const SplitLine &line, QString &reason) const;
+
+    /// Why no line can be read in that order, after what was kept.
+    LineMistake mistakeOf(const FieldOrder &order) const;
+
+    /// Why lines that are neither headings nor positions are not passed over.
+    LineMistake otherLines() const;
+
+    /// "...; --skip 3 passes over the first lines"
+    static QString withSkipHint(const QString &reason, qint64 lines);
+
+private:
+    InputForm m_form;
+    std::optional<ColumnChoice> m_choice;
+    std::optional<HeadingsLine> m_headings;
+    LineMistake m_remark; ///< that contradicts the usual order
+    LineMistake m_other;  ///< the first line of another kind
+    qint64 m_lastOther = 0;
+    int m_others = 0;
+    qint64 m_numberedFailure = 0; ///< a line with a number for a name that failed
+};
+
+/// The fields as headings stand in them: a unit in brackets may have been split off.
+QStringList headingFields(const SplitLine &line);
+
+/// Whether a field is, or was meant to be, a number or an angle.
+bool isValue(const QString &field);
+
+} // namespace KelStd::cli

@@ -1,0 +1,381 @@
+// Headings are found wherever they stand, and no other line decides the order in their place.
+
+#include "cli/ParsedInput.h"
+#include "cli/ProgramRun.h"
+#include "support/GridFiles.h"
+#include "support/Printers.h"
+
+#include <ostream>
+
+namespace KelStd {
+namespace {
+
+using cli::Frame;
+using cli::InputForm;
+using cli::InputHeight;
+using test::Mentions;
+using test::parsed;
+using test::ParsedInput;
+using test::parserFor;
+using test::ProgramRun;
+
+/// Headings with latitude first, among the first lines; the data line means 5.25, 52.5, 40.
+struct Found
+{
+    const char *testName;
+    QByteArray lines; ///< before "A,52.5,5.25,40"
+};
+
+void PrintTo(const Found &row, std::ostream *out)
+{
+    *out << row.testName;
+}
+
+class FoundHeadings : public testing::TestWithParam<Found>
+{};
+
+TEST_P(FoundHeadings, GiveTheOrder)
+{
+    for (const Frame frame : {Frame::Wgs84LLH, Frame::LocalLLH}) {
+        const ParsedInput all = parsed(parserFor(frame), GetParam().lines + "\nA,52.5,5.25,40\n");
+        EXPECT_EQ(all.end, QString());
+        EXPECT_TRUE(all.failures.empty()) << all.failures.front();
+        ASSERT_EQ(all.positions.size(), 1U);
+        EXPECT_EQ(all.positions.front(), Pos::fromLongLatH(5.25, 52.5, 40));
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Places, FoundHeadings,
+    testing::Values(
+        Found{"First", "name,lat,lon,h"},
+        Found{"BelowATitle", "Survey 2024 site B\nname,lat,lon,h"},
+        Found{"BelowATitleWithoutNumbers", "Survey of the northern site\nname,lat,lon,h"},
+        Found{"BelowATitleOfOneNumber", "2024\nname,lat,lon,h"},
+        Found{"BelowATitleInOtherHeadings", "Punkt;Breite;L\xC3\xA4nge\nname,lat,lon,h"},
+        Found{"BelowTwentyLines", QByteArray("Job 7 of ten\n").repeated(20) + "name,lat,lon,h"},
+        Found{"BelowBlankLines", "\n  \n\t\r\nname,lat,lon,h"},
+        Found{"BelowRemarks", "# a\n# measured with care\n#\n# 4 points\n#! x\nname,lat,lon,h"},
+        Found{"BehindASign", "# name,lat,lon,h"}, Found{"BehindSigns", "## name, lat, lon, h"},
+        Found{"BehindASignAndBlanks", "   #name lat lon h"},
+        Found{"BehindASignBelowATitle", "Survey 2024 site B\n# name,lat,lon,h"},
+        Found{"BehindASignBelowRemarks", "# today\n# by hand\n#name;lat;lon;h\n# in Leeds"},
+        Found{"BehindASignAndAgain", "# name,lat,lon,h\nname,lat,lon,h\n# name,lat,lon,h"},
+        Found{"Quoted", "\"name\",\"lat\",\"lon\",\"h\""},
+        Found{"ByteOrderMark", "\xEF\xBB\xBFname,lat,lon,h"},
+        Found{"ByteOrderMarkAndSign", "\xEF\xBB\xBF# name,lat,lon,h"},
+        Found{"ByteOrderMarkOfASecondFile", "# today\n\xEF\xBB\xBFname,lat,lon,h"},
+        Found{"FormFeed", "\x0Cname,lat,lon,h"},
+        Found{"ZeroByte", QByteArray("name,lat\0,lon,h", 15)},
+        Found{"Latin1InAnotherColumn", "n\xFAmero,lat,lon,h"},
+        Found{"ZeroByteBehindASign", QByteArray("# name,lat\0,lon,h", 17)},
+        Found{"Capitals", "NAME,LAT,LON,H"},
+        Found{"Units", "Name,Latitude (deg),Longitude (deg),Height [m]"},
+        Found{"DecimalDegrees", "name,lat_dd,Longitude (decimal degrees),height in m"},
+        Found{"Points", "Name.,Lat.,Lon.,H."}, Found{"ANumberAmongThem", "2024,lat,lon,h"},
+        Found{"BelowAPositionThatIsRefused", "Lat. 1\nname,lat,lon,h"}),
+    [](const auto &row) { return row.param.testName; });
+
+TEST(HeadingSearch, KnowsTheFramesOfHeadings)
+{
+    const ParsedInput wgs84 = parsed(parserFor(Frame::Wgs84LLH),
+                                     "name,lat_wgs84,WGS84 lon,WGS 84 height\nA,52.5,5.25,40\n");
+    EXPECT_EQ(wgs84.end, QString());
+    ASSERT_EQ(wgs84.positions.size(), 1U);
+    EXPECT_EQ(wgs84.positions.front(), Pos::fromLongLatH(5.25, 52.5, 40));
+    const ParsedInput local =
+        parsed(parserFor(Frame::LocalLLH), "name,lat_wgs84,lon_wgs84,h\nA,52.5,5.25,40\n");
+    EXPECT_THAT(local.end, Mentions("names no longitude"));
+    EXPECT_TRUE(local.positions.empty());
+}
+
+TEST(HeadingSearch, FindsEastBeforeNorthBehindASign)
+{
+    for (const char *headings : {"# name,E [m],N [m],H [m]\n", "#Point Easting Northing Height\n",
+                                 "Job 12\n# name;e;n;h\n"}) {
+        const ParsedInput all =
+            parsed(parserFor(Frame::LocalNEH), QByteArray(headings) + "A;155000;463000;40\n");
+        EXPECT_EQ(all.end, QString()) << headings;
+        ASSERT_EQ(all.positions.size(), 1U);
+        EXPECT_EQ(all.positions.front(), Pos::fromENU(155000, 463000, 40));
+    }
+}
+
+/// Inputs in which something says that the order may not be the usual one: nothing is read.
+struct Ended
+{
+    const char *testName;
+    QByteArray input;
+    const char *end;
+    std::size_t positions = 0; ///< before the end
+};
+
+void PrintTo(const Ended &row, std::ostream *out)
+{
+    *out << row.testName;
+}
+
+class EndedRuns : public testing::TestWithParam<Ended>
+{};
+
+TEST_P(EndedRuns, SayWhichLineAndWhy)
+{
+    const ParsedInput all = parsed(parserFor(Frame::Wgs84LLH), GetParam().input);
+    EXPECT_TRUE(all.end.startsWith(QString::fromUtf8(GetParam().end))) << all.end;
+    EXPECT_EQ(all.positions.size(), GetParam().positions);
+    EXPECT_TRUE(all.failures.empty());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Inputs, EndedRuns,
+    testing::Values(
+        Ended{"Title", "Survey 2024 site B\nA,5.25,52.5,40\n",
+              "1: the line is neither headings nor a position: "},
+        Ended{"TitleAndNothingElse", "Survey 2024 site B\n",
+              "1: the line is neither headings nor a position: "},
+        Ended{"TitleWithoutNumbers", "positions\nA,5.25,52.5,40\n",
+              "1: the line holds no number, so it is a header; it names no longitude"},
+        Ended{"TitleAndADoubtfulLine", "positions\n5 30 52 10\n", "1: the line holds no number"},
+        Ended{"TitleOfOneNumber", "2024\n5.25,52.5,40\n",
+              "1: the line is neither headings nor a position: 1 field found"},
+        Ended{"TooManyLinesOfATitle",
+              QByteArray("Job 7 of ten\n").repeated(21) + "name,lat,lon,h\nA,52.5,5.25,40\n",
+              "1: the line is neither headings nor a position: "},
+        Ended{"UnknownHeadings", "Punkt,Breite,L\xC3\xA4nge,H\xC3\xB6he\nA,52.5,5.25,40\n",
+              "1: the line holds no number, so it is a header; it names no longitude"},
+        Ended{"Latin1AndUnknown", "Punkt,lat,lon,H\xF6he\nA,52.5,5.25,40\n",
+              "1: the header cannot be read: the line is not UTF-8 text"},
+        Ended{"BehindASignWithoutHeight", "# name,lat,lon,alt\nA,52.5,5.25,40\n",
+              "1: this remark does not name longitude, latitude, height in this order"},
+        Ended{"BehindASignInRadians", "# name,lon_rad,lat_rad,h\nA,0.09,0.91,40\n",
+              "1: this remark does not name"},
+        Ended{"BehindASignOfThePlane", "# name,easting,northing,height\nA,52.5,5.25,40\n",
+              "1: this remark does not name"},
+        Ended{"RemarkOfTheOrder",
+              "# latitude and longitude in degrees, heights above the "
+              "ellipsoid\nA,52.5,5.25,40\n",
+              "1: this remark does not name"},
+        Ended{"RemarkOfAnOrderOfThree", "# order: lat lon h\n52.5,5.25,40\n",
+              "2: 3 fields found; line 1 has 4 headings"},
+        Ended{"BehindASignWithAnotherNumber", "# id,name,lat,lon,h\nA,52.5,5.25,40\n",
+              "2: 4 fields found; line 1 has 5 headings"},
+        Ended{"TwoOrdersBehindSigns", "# lat,lon,h\n# lon,lat,h\n5.25,52.5,40\n",
+              "2: these headings give another order than those of line 1"},
+        Ended{"TwoOrders", "# lat,lon,h\nlon,lat,h\n5.25,52.5,40\n",
+              "2: these headings give another order than those of line 1"},
+        Ended{"FurtherDown", "lon,lat,h\n5.25,52.5,40\nlat,lon,h\n52.5,5.25,40\n",
+              "3: these headings give another order than line 1", 1},
+        Ended{"FurtherDownBehindASign", "5.25,52.5,40\n# lat,lon,h\n52.5,5.25,40\n",
+              "2: these headings give another order than line 1", 1},
+        Ended{"FurtherDownWithAColumnMore", "lon,lat,h\n5.25,52.5,40\nname,lon,lat,h\n",
+              "3: these headings give another order than line 1", 1},
+        Ended{"FurtherDownOfAnotherFrame", "lon,lat,h\n5.25,52.5,40\neasting,northing,h\n",
+              "3: the line holds no number, so it is a header", 1},
+        Ended{"FurtherDownInAnotherUnit", "lon,lat,h\n5.25,52.5,40\nlon,lat,h_ft\n",
+              "3: the line holds no number, so it is a header; it names no height", 1},
+        Ended{"FurtherDownIncompleteBehindASign", "5.25,52.5,40\n# lat,lon,alt\n52.5,5.25,40\n",
+              "2: these headings do not give the order of line 1", 1},
+        Ended{"FurtherDownWithAZeroByte",
+              QByteArray("5.25,52.5,40\nlat,lon\0,h\n52.5,5.25,40\n", 37),
+              "2: these headings give another order than line 1", 1},
+        Ended{"FurtherDownWithoutAQuote", "5.25,52.5,40\n\"lat,lon,h\n52.5,5.25,40\n",
+              "2: the header cannot be read: a quotation mark is not closed", 1},
+        Ended{"MinutesInColumnsOfTheirOwn", "lat_deg,lat_min,lon_deg,lon_min,h\n52,30,5,15,40\n",
+              "1: \"lon_min\" is the heading of minutes or seconds"}),
+    [](const auto &row) { return row.param.testName; });
+
+/// What must not be taken for headings, and headings that say the same again.
+TEST(HeadingSearch, RemarksAndRepetitionsArePassedOver)
+{
+    for (const char *input :
+         {"# Survey by E. N. Smith\n5.25,52.5,40\n", "# lon, lat\n5.25,52.5,40\n",
+          "# WGS84 longitude and latitude in degrees, ellipsoidal height in metres.\n5.25,52.5,40",
+          "# lon,lat,h\n5.25,52.5,40\n", "lon,lat,h\n# latitude and longitude\n5.25,52.5,40\n",
+          "# x y z of the antenna are in the other file\n5.25,52.5,40\n",
+          "# the lat of it, \"so\n5.25,52.5,40\n", "# h\xF6her als sonst\n5.25,52.5,40\n"}) {
+        SCOPED_TRACE(input);
+        const ParsedInput all = parsed(parserFor(Frame::Wgs84LLH), input);
+        EXPECT_EQ(all.end, QString());
+        EXPECT_TRUE(all.failures.empty());
+        ASSERT_EQ(all.positions.size(), 1U);
+        EXPECT_EQ(all.positions.front(), Pos::fromLongLatH(5.25, 52.5, 40));
+    }
+    const ParsedInput again =
+        parsed(parserFor(Frame::Wgs84LLH), "name,lat,lon,h\nA,52.5,5.25,40\n# name,lat,lon,h\n"
+                                           "B,52.5,5.25,40\nNAME;Lat;Lon;H [m]\nC,52.5,5.25,40\n");
+    EXPECT_EQ(again.end, QString());
+    EXPECT_EQ(again.names, (std::vector<std::string>{"A", "B", "C"}));
+}
+
+TEST(HeadingSearch, ALineThatFailsFixesNoOrder)
+{
+    for (const char *first : {"A,5.25,95,40\n", "5.25,95,40\n", "5 30 52 10\n", "5,52\n"}) {
+        SCOPED_TRACE(first);
+        const ParsedInput all = parsed(parserFor(Frame::Wgs84LLH),
+                                       QByteArray(first) + "name,lat,lon,h\nB,52.5,5.25,40\n");
+        EXPECT_EQ(all.end, QString());
+        EXPECT_EQ(all.failures.size(), 1U);
+        ASSERT_EQ(all.positions.size(), 1U);
+        EXPECT_EQ(all.positions.front(), Pos::fromLongLatH(5.25, 52.5, 40));
+    }
+    const ParsedInput plain =
+        parsed(parserFor(Frame::Wgs84LLH), "A,5.25,95,40\n5.25,52.5,40\nB,5.25,52.5,40\n");
+    EXPECT_EQ(plain.positions.size(), 1U);
+    EXPECT_EQ(plain.failures.size(), 2U);
+}
+
+/// The second line may be the point 102, which lost its height.
+TEST(HeadingSearch, BehindANumberedLineThatFailsAFieldLessIsNoPosition)
+{
+    const ParsedInput all =
+        parsed(parserFor(Frame::Wgs84LLH), "101,5.25,95,40\n102.5,5.25,52.5\n103,5.5,52.5,40\n");
+    ASSERT_EQ(all.failures.size(), 2U);
+    EXPECT_EQ(all.failures.at(1),
+              QStringLiteral("2: 3 fields found; line 1, which cannot be read, has 4"));
+    EXPECT_EQ(all.names, (std::vector<std::string>{"103"}));
+}
+
+TEST(HeadingSearch, SkippedLinesSayNothing)
+{
+    const QByteArray input = "lat,lon,h\n\xFF\x01 2024\n5.25,52.5,40\n";
+    const ParsedInput all = parsed(parserFor(Frame::Wgs84LLH, "", 2), input);
+    EXPECT_EQ(all.end, QString());
+    ASSERT_EQ(all.positions.size(), 1U);
+    EXPECT_EQ(all.positions.front(), Pos::fromLongLatH(5.25, 52.5, 40));
+    EXPECT_TRUE(parsed(parserFor(Frame::Wgs84LLH, "", 1), input).positions.empty());
+    EXPECT_TRUE(parsed(parserFor(Frame::Wgs84LLH, "", 100), input).positions.empty());
+    EXPECT_EQ(
+        parsed(parserFor(Frame::Wgs84LLH, "", 1), "\xEF\xBB\xBFtitle\nlat,lon,h\n52.5,5.25,40\n")
+            .positions,
+        (std::vector<Pos>{Pos::fromLongLatH(5.25, 52.5, 40)}));
+}
+
+TEST(HeadingSearch, PickedHeadingsAreFoundBelowTitlesAndBehindSigns)
+{
+    for (const char *before :
+         {"Survey 2024 site B\nwo,hoch,rechts,oben\n", "# wo,hoch,rechts,oben\n",
+          "# heute\n\nVermessung\nwo,hoch,rechts,oben\n", "an oben 7\n# wo;hoch;rechts;oben\n"}) {
+        SCOPED_TRACE(before);
+        const ParsedInput all = parsed(parserFor(Frame::Wgs84LLH, "wo,rechts,hoch,oben"),
+                                       QByteArray(before) + "A,52.5,5.25,40\n");
+        EXPECT_EQ(all.end, QString());
+        ASSERT_EQ(all.positions.size(), 1U);
+        EXPECT_EQ(all.positions.front(), Pos::fromLongLatH(5.25, 52.5, 40));
+    }
+    // Picked by number, but the headings behind the sign say otherwise.
+    EXPECT_THAT(parsed(parserFor(Frame::Wgs84LLH, "2,3,4"), "# id,lat,lon,h\nA,52.5,5.25,40\n").end,
+                Mentions("1: --columns picks the column \"lat\" as longitude"));
+    EXPECT_THAT(
+        parsed(parserFor(Frame::Wgs84LLH, "2,3,4"), "A,5.25,52.5,40\nid,lat,lon,h\nB,5,52,1\n").end,
+        Mentions("2: --columns picks the column \"lat\" as longitude"));
+    const ParsedInput same =
+        parsed(parserFor(Frame::Wgs84LLH, "2,3,4"), "A,5.25,52.5,40\nid,lon,lat,h\nB,5,52,1\n");
+    EXPECT_EQ(same.end, QString());
+    EXPECT_EQ(same.positions.size(), 2U);
+    // The words nearest to the positions are their headings.
+    EXPECT_EQ(parsed(parserFor(Frame::Wgs84LLH, "1,3,2"),
+                     "Vermessung im alten Ort\nhoch rechts oben\n5.25,40,52.5\n")
+                  .positions,
+              (std::vector<Pos>{Pos::fromLongLatH(5.25, 52.5, 40)}));
+}
+
+TEST(HeadingSearch, HeadingsOfOtherColumnsFurtherDownEndARunThatCarriesThem)
+{
+    const ParsedInput all = parsed(parserFor(Frame::Wgs84LLH, "lon,lat,h"),
+                                   "lon,lat,h,code\n5,52,1,T1\nlon,lat,h,date\n5,52,1,2024\n");
+    EXPECT_EQ(all.positions.size(), 1U);
+    EXPECT_THAT(all.end, Mentions("3: these headings give another order than line 1"));
+}
+
+/// As other programs save "Unicode".
+TEST(HeadingSearch, NothingIsReadOfTextInSixteenBits)
+{
+    QByteArray input;
+    for (const char c : QByteArray("lat,lon,h\n52.5,5.25,40\n"))
+        input += QByteArray(1, c) + QByteArray(1, '\0');
+    const ParsedInput all = parsed(parserFor(Frame::Wgs84LLH), "\xFF\xFE" + input);
+    EXPECT_TRUE(all.positions.empty());
+    EXPECT_TRUE(!all.failures.empty() || !all.end.isEmpty());
+}
+
+/// Data whose texts happen to be words of headings.
+TEST(HeadingSearch, PositionsWithWordsAreNoHeadings)
+{
+    const ParsedInput all =
+        parsed(parserFor(Frame::LocalNEH),
+               "n;e;h;code;note\n463000;155000;40;n;e\n\"463000\";155000;40;n;h\n");
+    EXPECT_EQ(all.end, QString());
+    EXPECT_EQ(all.positions.size(), 2U);
+}
+
+const QString system = QStringLiteral("rd_new.xml");
+
+/// Far behind the first lines, on any number of threads, in the input's order.
+TEST(HeadingSearch, HeadingsInALaterBlockEndTheRunThere)
+{
+    const ProgramRun program;
+    const QByteArray line = "A,5.25,52.5,40\n";
+    const QByteArray same = "# name,lon,lat,h\n";
+    const QByteArray start = line.repeated(30000) + same + line.repeated(30000);
+    const QString file =
+        program.file(QStringLiteral("two.csv"), start + "name,lat,lon,h\n" + line.repeated(30000));
+    for (const char *threads : {"--threads=1", "--threads=4"}) {
+        const auto result = program.convert(system, {}, {QString::fromLatin1(threads), file});
+        EXPECT_EQ(result.status, 2);
+        EXPECT_EQ(result.outLines().size(), 60001);
+        EXPECT_THAT(result.err, Mentions(":60002: these headings give another order than line 1"));
+        EXPECT_EQ(result.errLines().size(), 2);
+    }
+    const auto json = program.convert(system, {}, {QStringLiteral("--geojson"), file});
+    EXPECT_TRUE(json.out.endsWith(QLatin1String("]}\n"))) << json.out.right(100);
+}
+
+TEST(HeadingSearch, TheProgramHasAnOptionToSkip)
+{
+    const QByteArray input = "Survey 2024 site B\n5.25,52.5,40\n";
+    EXPECT_EQ(ProgramRun().convert(system, input).status, 2);
+    EXPECT_EQ(ProgramRun().convert(system, input, {QStringLiteral("--skip=1")}).status, 0);
+    for (const char *skip : {"--skip=x", "--skip=-1", "--skip=1.5", "--skip="}) {
+        const auto result = ProgramRun().convert(system, input, {QString::fromLatin1(skip)});
+        EXPECT_EQ(result.status, 2) << skip;
+        EXPECT_THAT(result.err, Mentions("is no number of lines"));
+    }
+}
+
+TEST(HeadingSearch, RejectsHaveTheHeadingsBehindASign)
+{
+    const ProgramRun program;
+    const QString rejects = program.home().path(QStringLiteral("rejects.csv"));
+    const auto result = program.convert(system, "# name,lat,lon,h\nA,52.5,5.25,40\nB,x,5.25,40\n",
+                                        {QStringLiteral("--rejects"), rejects});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(test::readFile(rejects), QByteArray("# name,lat,lon,h\nB,x,5.25,40\n"));
+}
+
+/// The grid of 50 to 54 N and 3 to 7 E, which longitude and latitude exchanged would miss.
+TEST(HeadingSearch, GeoidHeightsFindThemLikewise)
+{
+    const ProgramRun program;
+    program.file(QStringLiteral("geoid_model_list/small.gtx"), test::gtxBytes(test::slopingGrid()));
+    const auto heights = [&program](const QByteArray &input, const QStringList &options = {}) {
+        return program.run(QStringList{QStringLiteral("geoid"), QStringLiteral("height"),
+                                       QStringLiteral("--model"), QStringLiteral("small.gtx")}
+                               + options,
+                           input);
+    };
+    for (const char *headings : {"# name,lat,lon,h\n", "Survey 2024 site B\nname,lat,lon,h\n"}) {
+        const auto result = heights(QByteArray(headings) + "A,52.5,3.5,100\n");
+        EXPECT_EQ(result.status, 0) << result.err;
+        EXPECT_EQ(result.outLines().value(1),
+                  QStringLiteral("A,3.50000000000,52.50000000000,100.00000,42.55000,57.45000"));
+    }
+    EXPECT_EQ(heights("Survey 2024 site B\nA,3.5,52.5,100\n").status, 2);
+    EXPECT_EQ(heights("Survey 2024 site B\nA,3.5,52.5,100\n", {QStringLiteral("--skip=1")}).status,
+              0);
+    EXPECT_EQ(heights("A,3.5,52.5,100\nname,lat,lon,h\n").status, 2);
+    EXPECT_EQ(heights("# lat,lon,ellipsoidal_height\n52.5,3.5,100\n", {"--inverse"}).status, 2);
+    EXPECT_EQ(heights("5 30 52 10\n").status, 1);
+}
+
+} // namespace
+} // namespace KelStd
