@@ -27,7 +27,8 @@ struct InputForm
     EUnit lengthUnit;
 };
 
-/// The column that a component is read as.
+/// A copy of the column that a component is read as, with the words of the height that is meant. It
+/// is none of `columns`: ask those for the kind of its values.
 Column inputColumn(const InputForm &form, int component);
 
 /// The unit in which the component is read.

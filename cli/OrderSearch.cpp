@@ -27,19 +27,22 @@ QString fieldCount(int count)
 }
 
 /// Whether the line is a sentence in which some words happen to be headings.
-bool isProse(const SplitLine &line)
+bool isSentence(const SplitLine &line)
 {
     static const QStringList particles = {
         QStringLiteral("and"), QStringLiteral("or"),  QStringLiteral("in"),
         QStringLiteral("of"),  QStringLiteral("the"), QStringLiteral("is"),
         QStringLiteral("are"), QStringLiteral("by"),  QStringLiteral("with")};
-    if (!line.byBlanks)
-        return false;
+    return line.byBlanks
+           && std::any_of(line.fields.cbegin(), line.fields.cend(),
+                          [](const QString &field) { return particles.contains(field.toLower()); });
+}
+
+/// The same of a remark, where some words more make a sentence.
+bool isSentenceOfRemark(const SplitLine &line)
+{
     const QStringList fields = headingFields(line);
-    const bool hasParticle = std::any_of(fields.cbegin(), fields.cend(), [](const QString &field) {
-        return particles.contains(field.toLower());
-    });
-    return hasParticle || 2 * countKnown(fields) <= fields.size();
+    return isSentence(line) || (line.byBlanks && 2 * countKnown(fields) <= fields.size());
 }
 
 } // namespace
@@ -63,27 +66,29 @@ HeadingsFound OrderSearch::headingsIn(const SplitLine &line, bool isRemark) cons
     HeadingsFound found;
     const QStringList fields = headingFields(line);
     FieldOrder usual;
-    const bool isComplete =
-        !(isRemark && isProse(line)) && readHeader(fields, m_form, usual, found.mistake);
-    const bool isIncomplete = !isRemark && !isComplete
-                              && std::none_of(fields.cbegin(), fields.cend(), isNumber)
+    const bool isText = isRemark ? isSentenceOfRemark(line) : isSentence(line);
+    const bool isComplete = readHeader(fields, m_form, usual, found.mistake) && !isText;
+    const bool isIncomplete = !isRemark && !isComplete && !isText
+                              && std::none_of(fields.cbegin(), fields.cend(), isValue)
                               && lookLikeHeadings(fields, m_form);
     if (!m_choice) {
         found.order = usual;
         found.kind = isComplete ? Kind::Order : isIncomplete ? Kind::Mistake : Kind::None;
         return found;
     }
-    // One picked heading may be a word of a title.
+    // One picked heading may be a word of a title, and two known ones may stand in a remark.
     const int picked = m_choice->countIn(fields);
-    const bool isMeant = isComplete || isIncomplete || picked > 1;
-    if (m_choice->hasHeadings() || isMeant) {
-        const bool isApplied =
-            m_choice->apply(fields, fields.size(), m_form, found.order, found.mistake);
-        if (isApplied && (isMeant || picked > 0))
-            found.kind = Kind::Order;
-        else if (isMeant && (!isRemark || isComplete))
-            found.kind = Kind::Mistake;
-    }
+    const bool isRemarkOfHeadings = isRemark && !isText && countKnown(fields) >= componentsPerFrame
+                                    && lookLikeHeadings(fields, m_form);
+    const bool isMeant = isComplete || isIncomplete || isRemarkOfHeadings || picked > 1;
+    if (!m_choice->hasHeadings() && !isMeant)
+        return found;
+    const bool isApplied =
+        m_choice->apply(fields, fields.size(), m_form, found.order, found.mistake);
+    if (isApplied && (isMeant || picked > 0))
+        found.kind = Kind::Order;
+    else if (isMeant && (!isRemark || !m_choice->hasHeadings() || picked > 1))
+        found.kind = Kind::Mistake;
     return found;
 }
 
@@ -91,7 +96,7 @@ bool OrderSearch::contradicts(const QString &remark, const SplitLine &line,
                               const FieldOrder &order) const
 {
     const QStringList fields = headingFields(line);
-    const bool areHeadings = !isProse(line) && lookLikeHeadings(fields, m_form);
+    const bool areHeadings = !isSentenceOfRemark(line) && lookLikeHeadings(fields, m_form);
     const QVector<int> mentioned = componentsMentioned(
         areHeadings ? fields : normalisedHeading(remark).split(QLatin1Char('_')), areHeadings,
         m_form);
@@ -113,7 +118,7 @@ bool OrderSearch::contradicts(const QString &remark, const SplitLine &line,
 bool OrderSearch::contradictsAsHeadings(const QString &remark, const SplitLine &line,
                                         const FieldOrder &order) const
 {
-    return !m_choice && !isProse(line) && lookLikeHeadings(headingFields(line), m_form)
+    return !m_choice && !isSentenceOfRemark(line) && lookLikeHeadings(headingFields(line), m_form)
            && contradicts(remark, line, order);
 }
 
@@ -208,7 +213,7 @@ QString OrderSearch::withSkipHint(const QString &reason, qint64 lines)
 {
     return reason
            + (lines == 1 ? QStringLiteral("; --skip 1 passes over the line")
-                         : QStringLiteral("; --skip %1 passes over the lines to here").arg(lines));
+                         : QStringLiteral("; --skip %1 passes over the first %1 lines").arg(lines));
 }
 
 } // namespace KelStd::cli

@@ -95,7 +95,7 @@ QString missing(const InputForm &form, int component, const QVector<Heading> &he
 QString partsOfAngles(const InputForm &form, const QVector<Heading> &headings)
 {
     for (int i = 0; i < componentsPerFrame; ++i) {
-        if (!isAngle(inputColumn(form, i)))
+        if (!isAngle(columnOf(form.frame, i)))
             continue;
         for (const int field : fieldsNaming(form, i, headings, false)) {
             if (headings.at(field).unit->isPartOfDegree) {

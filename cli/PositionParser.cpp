@@ -295,6 +295,8 @@ PositionParser::Result PositionParser::takeOpening(const SplitLine &line, std::s
             const Result result = takeFirstPosition(line, *order);
             if (result != Result::Nothing)
                 return result;
+            if (m_search.headings())
+                return bad(m_reason);
             reason = m_reason;
         } else if (m_search.headings() && m_search.headings()->isSure) {
             return badHeader({m_lineNumber, reason});

@@ -87,7 +87,11 @@ public:
     }
 
     /// The header line, empty when there is none.
-    QByteArray headerLine() const { return m_headerLine; }
+    QByteArray headerLine() const
+    {
+        const auto &headings = m_search.headings();
+        return !m_order && headings ? headings->bytes : m_headerLine;
+    }
 
 private:
     Result takeComment(const QString &content, const QString &flaw, std::string_view bytes);

@@ -51,6 +51,8 @@ INSTANTIATE_TEST_SUITE_P(
         Found{"First", "name,lat,lon,h"},
         Found{"BelowATitle", "Survey 2024 site B\nname,lat,lon,h"},
         Found{"BelowATitleWithoutNumbers", "Survey of the northern site\nname,lat,lon,h"},
+        Found{"BelowASentence", "The lat and lon of the points\nname,lat,lon,h"},
+        Found{"BelowASentenceOfAll", "lat lon and h of the points\nname,lat,lon,h"},
         Found{"BelowATitleOfOneNumber", "2024\nname,lat,lon,h"},
         Found{"BelowATitleInOtherHeadings", "Punkt;Breite;L\xC3\xA4nge\nname,lat,lon,h"},
         Found{"BelowTwentyLines", QByteArray("Job 7 of ten\n").repeated(20) + "name,lat,lon,h"},
@@ -138,6 +140,11 @@ INSTANTIATE_TEST_SUITE_P(
         Ended{"TitleAndADoubtfulLine", "positions\n5 30 52 10\n", "1: the line holds no number"},
         Ended{"TitleOfOneNumber", "2024\n5.25,52.5,40\n",
               "1: the line is neither headings nor a position: 1 field found"},
+        Ended{"TitleOfTwoLines", "Survey\nof 2024 in B\nA,5.25,52.5,40\n",
+              "1: the line holds no number, so it is a header; it names no longitude. Accepted for "
+              "--from wgs84-llh: longitude (longitude, lon, long, lng, wgs84_longitude); latitude "
+              "(latitude, lat, wgs84_latitude); height (height, h, ellipsoidal_height, "
+              "wgs84_height); --skip 2 passes over the first 2 lines"},
         Ended{"TooManyLinesOfATitle",
               QByteArray("Job 7 of ten\n").repeated(21) + "name,lat,lon,h\nA,52.5,5.25,40\n",
               "1: the line is neither headings nor a position: "},
@@ -233,6 +240,15 @@ TEST(HeadingSearch, BehindANumberedLineThatFailsAFieldLessIsNoPosition)
     EXPECT_EQ(all.failures.at(1),
               QStringLiteral("2: 3 fields found; line 1, which cannot be read, has 4"));
     EXPECT_EQ(all.names, (std::vector<std::string>{"103"}));
+}
+
+TEST(HeadingSearch, ALineOfAnglesWithoutItsHeightIsNoHeadings)
+{
+    const ParsedInput all =
+        parsed(parserFor(Frame::Wgs84LLH), "5.25 52.5 7\n5:15 E 52:30 N\n5.5 52.5 8\n");
+    EXPECT_EQ(all.end, QString());
+    EXPECT_EQ(all.failures.size(), 1U);
+    EXPECT_EQ(all.positions.size(), 2U);
 }
 
 TEST(HeadingSearch, SkippedLinesSayNothing)
@@ -349,6 +365,10 @@ TEST(HeadingSearch, RejectsHaveTheHeadingsBehindASign)
     const auto result = program.convert(system, "# name,lat,lon,h\nA,52.5,5.25,40\nB,x,5.25,40\n",
                                         {QStringLiteral("--rejects"), rejects});
     EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(test::readFile(rejects), QByteArray("# name,lat,lon,h\nB,x,5.25,40\n"));
+    const auto allBad = program.convert(system, "# name,lat,lon,h\nB,x,5.25,40\n",
+                                        {QStringLiteral("--rejects"), rejects});
+    EXPECT_EQ(allBad.status, 1);
     EXPECT_EQ(test::readFile(rejects), QByteArray("# name,lat,lon,h\nB,x,5.25,40\n"));
 }
 

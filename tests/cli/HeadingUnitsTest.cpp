@@ -1,0 +1,217 @@
+// Components, frames and units that headings name: what docs/values.md says of each.
+
+#include "cli/ParsedInput.h"
+#include "cli/ProgramRun.h"
+#include "support/Printers.h"
+
+#include <cli/DisplayOptions.h>
+
+#include <gtest/gtest.h>
+
+#include <ostream>
+
+namespace KelStd {
+namespace {
+
+using cli::Frame;
+using cli::InputForm;
+using cli::InputHeight;
+using test::csvRows;
+using test::Mentions;
+using test::numberIn;
+using test::parsed;
+using test::ParsedInput;
+using test::parserFor;
+using test::ProgramRun;
+
+/// The cells of a row of a table of the page, without their code marks.
+QStringList cellsOf(const QString &row)
+{
+    QStringList cells = row.split(QLatin1Char('|'));
+    cells = cells.mid(1, cells.size() - 2);
+    for (QString &cell : cells)
+        cell = cell.remove(QLatin1Char('`')).trimmed();
+    return cells;
+}
+
+/// The rows of the page's table with that heading line.
+QList<QStringList> tableOf(const QString &headings)
+{
+    const QString page =
+        QString::fromUtf8(test::readFile(QStringLiteral(KELSTD_TEST_SOURCE_DIR "/docs/values.md")));
+    const QStringList lines =
+        page.section(headings + QLatin1Char('\n'), 1).split(QLatin1Char('\n'));
+    QList<QStringList> rows;
+    for (const QString &line : lines.mid(1)) {
+        if (!line.startsWith(QLatin1Char('|')))
+            break;
+        rows += cellsOf(line);
+    }
+    return rows;
+}
+
+cli::PositionParser parserOf(const QString &from, const QString &options)
+{
+    InputForm form(cli::findFrame(from)->frame);
+    QByteArray columns;
+    qint64 skipped = 0;
+    const QStringList words = options.split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    for (int i = 0; i + 1 < words.size(); i += 2) {
+        const QString &value = words.at(i + 1);
+        if (words.at(i) == QLatin1String("--columns"))
+            columns = value.toUtf8();
+        else if (words.at(i) == QLatin1String("--skip"))
+            skipped = value.toInt();
+        else if (words.at(i) != QLatin1String("--length-unit"))
+            ADD_FAILURE() << "unknown option " << words.at(i);
+        else if (form.frame == Frame::LocalNEH)
+            form.lengthUnit = cli::findLengthUnit(value)->unit;
+    }
+    return parserFor(form, columns.constData(), skipped);
+}
+
+TEST(HeadingUnits, AreReadOrRefusedAsThePageOnValuesSays)
+{
+    const QList<QStringList> rows =
+        tableOf(QStringLiteral("| `--from` | options | headings | a line | read as |"));
+    EXPECT_GT(rows.size(), 40);
+    const QString refused = QStringLiteral("refused: ");
+    for (const QStringList &row : rows) {
+        SCOPED_TRACE(row.join(QLatin1String(" | ")).toStdString());
+        ASSERT_EQ(row.size(), 5);
+        const QString headings = row.at(2).isEmpty() ? QString() : row.at(2) + QLatin1Char('\n');
+        const ParsedInput all = parsed(parserOf(row.at(0), row.at(1)),
+                                       (headings + row.at(3) + QLatin1Char('\n')).toUtf8());
+        if (row.at(4).startsWith(refused)) {
+            EXPECT_TRUE(all.positions.empty());
+            EXPECT_TRUE(all.end.startsWith(QLatin1String("1: "))) << all.end;
+            EXPECT_THAT(all.end, Mentions(row.at(4).mid(refused.size()).toUtf8()));
+            continue;
+        }
+        EXPECT_EQ(all.end, QString());
+        ASSERT_EQ(all.positions.size(), 1U);
+        const stXYZ &read = all.positions.front().getXYZ();
+        const bool isPlane = row.at(0) == QLatin1String("local-neh");
+        const QStringList numbers = row.at(4).split(QLatin1String(", "));
+        ASSERT_EQ(numbers.size(), 3);
+        EXPECT_NEAR(isPlane ? read.y : read.x, numbers.at(0).toDouble(), 1e-9);
+        EXPECT_NEAR(isPlane ? read.x : read.y, numbers.at(1).toDouble(), 1e-9);
+        EXPECT_NEAR(read.z, numbers.at(2).toDouble(), 1e-9);
+    }
+}
+
+struct UnitWord
+{
+    const char *heading;
+    const char *shown;
+};
+
+TEST(HeadingUnits, OtherUnitsThanMetresAreKnownInTheirSpellings)
+{
+    const UnitWord rows[] = {
+        {"height_ft", "ft"},
+        {"height [ft]", "ft"},
+        {"Height (feet)", "ft"},
+        {"h_foot", "ft"},
+        {"heightft", "ft"},
+        {"h_us_ft", "us-ft"},
+        {"h (US survey foot)", "us-ft"},
+        {"H US FT", "us-ft"},
+        {"h [ftUS]", "us-ft"},
+        {"h_usft", "us-ft"},
+        {"height in cm", "cm"},
+        {"h_mm", "mm"},
+        {"h_km", "km"},
+        {"h_dm", "dm"},
+        {"h_yd", "yd"},
+        {"h (inches)", "in"},
+        {"h_link", "links"},
+        {"h_chains", "chains"},
+        {"h_fathoms", "fathoms"},
+        {"h_mile", "mi"},
+        {"h_deg", "deg"},
+    };
+    for (const UnitWord &row : rows) {
+        for (const char *columns : {"", "n,e,3"}) {
+            SCOPED_TRACE(row.heading);
+            const ParsedInput all =
+                parsed(parserFor(Frame::LocalNEH, columns),
+                       "n;e;" + QByteArray(row.heading) + "\n463000;155000;40\n");
+            EXPECT_TRUE(all.positions.empty());
+            EXPECT_THAT(all.end,
+                        Mentions(QByteArray("is in ") + row.shown + ", but height is read in m"));
+        }
+    }
+    for (const char *heading : {"lat_rad", "lat [gon]", "lat (grad)", "latrad", "lat_dms",
+                                "lat_arcsec", "Latitude (radians)", "lat_mas"}) {
+        for (const char *columns : {"", "2,1,3"}) {
+            SCOPED_TRACE(heading);
+            const ParsedInput all = parsed(parserFor(Frame::Wgs84LLH, columns),
+                                           QByteArray(heading) + ";lon;h\n0.9;0.1;40\n");
+            EXPECT_TRUE(all.positions.empty());
+            EXPECT_THAT(all.end, Mentions("but latitude is read in deg"));
+        }
+    }
+}
+
+const QString system = QStringLiteral("rd_new.xml");
+
+QStringList plane(const QStringList &more)
+{
+    return QStringList{QStringLiteral("--from=local-neh")} + more;
+}
+
+/// 3937 US survey feet are 1200 m, 10000 feet 3048 m.
+TEST(LengthUnitOfThePlane, IsThatOfTheInputAndOfTheOutput)
+{
+    const ProgramRun program;
+    const auto metres =
+        program.convert(system, "465600,183600,12\n", plane({QStringLiteral("--csv")}));
+    ASSERT_EQ(metres.status, 0) << metres.err;
+    const auto expected = csvRows(metres.out).value(0);
+    struct Row
+    {
+        const char *unit;
+        const char *suffix;
+        QByteArray line;
+    };
+    const Row rows[] = {{"us-ft", "us_ft", "1527556,602361,39.37\n"},
+                        {"ft", "ft", "1527559.0551181102,602362.2047244095,39.37007874015748\n"}};
+    for (const Row &row : rows) {
+        const QString unit = QStringLiteral("--length-unit=") + QString::fromLatin1(row.unit);
+        const auto feet = program.convert(system, row.line, plane({unit}));
+        ASSERT_EQ(feet.status, 0) << feet.err;
+        const auto values = csvRows(feet.out).value(0);
+        for (const char *angle : {"wgs84_longitude_deg", "wgs84_latitude_deg"}) {
+            EXPECT_NEAR(numberIn(values, QString::fromLatin1(angle)),
+                        numberIn(expected, QString::fromLatin1(angle)), 2e-11);
+        }
+        const QString northing =
+            QStringLiteral("local_northing_") + QString::fromLatin1(row.suffix);
+        EXPECT_NEAR(numberIn(values, northing), row.line.split(',').first().toDouble(), 1e-5);
+        // What is printed so is read so.
+        const auto again = program.convert(system, feet.out.toUtf8(), plane({unit}));
+        ASSERT_EQ(again.status, 0) << again.err;
+        EXPECT_NEAR(numberIn(csvRows(again.out).value(0), northing),
+                    row.line.split(',').first().toDouble(), 2e-5);
+        EXPECT_EQ(program.convert(system, feet.out.toUtf8(), plane({})).status, 2);
+        // A unit of the output alone, as ever.
+        EXPECT_EQ(program.convert(system, feet.out.toUtf8(), {unit}).status, 2);
+        const auto typed = program.convert(system, "5.25,52.5,304.8\n", {unit});
+        EXPECT_NEAR(numberIn(csvRows(typed.out).value(0),
+                             QStringLiteral("wgs84_height_") + QString::fromLatin1(row.suffix)),
+                    1000.0, 0.003); // US survey feet are 2 millionths longer
+    }
+}
+
+TEST(LengthUnitOfThePlane, HasTheLimitOfHeightsInMetres)
+{
+    const InputForm feet(Frame::LocalNEH, InputHeight::OfFrame, Unit_Foot);
+    // 65616 ft are 19999.8 m, 65617 ft 20000.06 m.
+    EXPECT_EQ(parsed(parserFor(feet), "1527559,602362,65616\n").positions.size(), 1U);
+    EXPECT_THAT(parsed(parserFor(feet), "1527559,602362,65617\n").failures.at(0),
+                Mentions("height 65617 is beyond 20000 m"));
+}
+
+} // namespace
+} // namespace KelStd
