@@ -32,6 +32,7 @@ struct Beginning
     const char *columns;                  ///< as for --columns; empty for none
     std::map<Frame, const char *> header; ///< the first line, of each frame
     int fields;
+    EUnit lengthUnit = Unit_Meter;
 };
 
 const std::map<Frame, const char *> threeNumbers = {{Frame::Wgs84LLH, "5,52,1"},
@@ -49,7 +50,9 @@ const std::map<Frame, const char *> fiveFields = {{Frame::Wgs84LLH, "a,5,b,52,1"
 
 const Beginning beginnings[] = {
     {"ThreeFields", "", threeNumbers, 3},
+    {"ThreeFieldsInFeet", "", threeNumbers, 3, Unit_USFoot},
     {"NameAndThreeFields", "", nameAndNumbers, 4},
+    {"NameAndThreeFieldsInFeet", "", nameAndNumbers, 4, Unit_Foot},
     {"Header",
      "",
      {{Frame::Wgs84LLH, "h;note;lat;id;lon"},
@@ -108,7 +111,8 @@ PositionParser parserOf(const Beginning &beginning, Frame frame)
     std::optional<ColumnChoice> choice;
     if (*beginning.columns != '\0')
         choice = ColumnChoice::from(QString::fromLatin1(beginning.columns), mistake);
-    PositionParser parser(frame, cli::InputHeight::OfFrame, choice);
+    PositionParser parser(cli::InputForm(frame, cli::InputHeight::OfFrame, beginning.lengthUnit),
+                          choice);
     const Result result = parser.parse(beginning.header.at(frame), 1);
     EXPECT_TRUE(result == Result::Nothing || result == Result::Position) << parser.reason();
     EXPECT_TRUE(parser.knowsOrder());
@@ -210,6 +214,14 @@ private:
                                     "-0",
                                     "-0.000",
                                     "00005.5",
+                                    "00030.25",
+                                    "-0030.25",
+                                    "000.25",
+                                    "5E1",
+                                    "5e+1",
+                                    "19999.5",
+                                    "20000.5",
+                                    "-65618",
                                     "5 30",
                                     "5'",
                                     "abc",

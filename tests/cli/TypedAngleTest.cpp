@@ -2,6 +2,7 @@
 
 #include "support/Printers.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -254,6 +255,33 @@ TEST(TypedAngle, IsTheNearestDoubleOfAnyAngle)
                 .arg(seconds);
         ASSERT_EQ(angleOf(text), -expected) << text;
     }
+}
+
+/// 5E1 is 50, or 5 degrees east; 00030.25 is 30.25, or 0 degrees and 30.25 minutes.
+TEST(TypedAngle, TwoReadingsAreNone)
+{
+    for (const char *text : {"5E1", "5e1", "-5E1", "5.25E0", "5.E1", "52E1"}) {
+        SCOPED_TRACE(text);
+        EXPECT_THAT(reasonAgainst(text, AngleSense::Longitude).toStdString(),
+                    testing::HasSubstr("may have an exponent or an E for east"));
+        EXPECT_NE(reasonAgainst(text, AngleSense::Latitude), QString());
+        EXPECT_FALSE(std::isnan(angleOf(text))); // of an angle that has no hemisphere
+    }
+    EXPECT_EQ(angleOf("5E+1", AngleSense::Longitude), 50.0);
+    EXPECT_EQ(angleOf("525e-2", AngleSense::Longitude), 5.25);
+    EXPECT_EQ(angleOf("5E", AngleSense::Longitude), 5.0);
+    EXPECT_EQ(angleOf("E5", AngleSense::Longitude), 5.0);
+    for (const char *text : {"00030.25", "-00030.25", "+00030.25", "0030.25", "00130", "00030.25E",
+                             "E00030.25", "W 00030.25"}) {
+        SCOPED_TRACE(text);
+        EXPECT_THAT(reasonAgainst(text, AngleSense::Longitude).toStdString(),
+                    testing::HasSubstr("may be degrees, or degrees and minutes in one"));
+    }
+    EXPECT_EQ(angleOf("005.25", AngleSense::Longitude), 5.25);
+    EXPECT_EQ(angleOf("-005.25", AngleSense::Longitude), -5.25);
+    EXPECT_EQ(angleOf("0.00030", AngleSense::Longitude), 0.0003);
+    EXPECT_EQ(angleOf("00030.25\u00B0", AngleSense::Longitude), 30.25);
+    EXPECT_EQ(angleOf("000:30.25", AngleSense::Longitude), 30.25 / 60);
 }
 
 } // namespace

@@ -1,0 +1,185 @@
+// Lines whose fields could stand in another order: without headings and --columns they are refused.
+
+#include "cli/ParsedInput.h"
+#include "cli/ProgramRun.h"
+#include "support/Printers.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <ostream>
+
+namespace KelStd {
+namespace {
+
+using cli::Frame;
+using test::parsed;
+using test::ParsedInput;
+using test::parserFor;
+
+struct Doubt
+{
+    Frame frame;
+    const char *line;
+    const char *reason; ///< its beginning
+};
+
+constexpr Frame llh = Frame::Wgs84LLH;
+constexpr Frame localLlh = Frame::LocalLLH;
+constexpr Frame xyz = Frame::Wgs84XYZ;
+constexpr Frame neh = Frame::LocalNEH;
+
+TEST(OrderDoubts, AreRefusedWithTheReasonAndWhatToAdd)
+{
+    const Doubt rows[] = {
+        {neh, "101,465682.96,183928.88", "height 183928.88 is beyond 20000 m"},
+        {neh, "101 465682.96 183928.88", "height 183928.88 is beyond 20000 m"},
+        {neh, "465682.96;183928.88;-20000.5", "height -20000.5 is beyond 20000 m"},
+        {neh, "P1,1,465682.96,183928.88", "height 183928.88 is beyond 20000 m"},
+        {neh, "101,4656.96,1839.88", "101 may be a point's number before northing and easting"},
+        {llh, "101,5.81,52.17", "101 may be a point's number before longitude and latitude"},
+        {llh, "101;-5.81;52.17", "101 may be a point's number"},
+        {localLlh, "7 5.81 52.17", "7 may be a point's number"},
+        {neh, "465 682.96 183928.88 47.5", "\"465\" and \"682.96\" may be one number"},
+        {neh, "465 682 183928.88 47.5", "\"465\" and \"682\" may be one number"},
+        {neh, "465,682.96,183928.88,47.5", "\"465\" and \"682.96\" may be one number"},
+        {neh, "465 682.96 183 928.88", "\"465\" and \"682.96\" may be one number"},
+        {neh, "1 465 682.96 1839.88", "\"1\" and \"465\" may be one number"},
+        {neh, "465682.96 183 928.88 47.5", "\"183\" and \"928.88\" may be one number"},
+        {xyz, "3 899 209.1 3967.2", "\"3\" and \"899\" may be one number"},
+        {llh, "5 30 52 10", "the numbers may be degrees and minutes"},
+        {llh, "5;30;52;10", "the numbers may be degrees and minutes"},
+        {llh, "5\t30\t52\t10", "the numbers may be degrees and minutes"},
+        {llh, "101 5 52 70", "the numbers may be degrees and minutes"},
+        {llh, "5 30.5 52 10.25", "the numbers may be degrees and minutes"},
+        {localLlh, "5,30.5,52,10.25", "the numbers may be degrees and minutes"},
+        {llh, "5,52,5,10", "four whole numbers"},
+        {neh, "5,52,5,10", "four whole numbers"},
+        {neh, "465682,96,183928,88", "four whole numbers"},
+        {xyz, "5,52,5,10", "four whole numbers"},
+        {llh, "5.81,52.17,47.5,0.02", "\"5.81\" may be the longitude or a point's name"},
+        {neh, "465682.96,183928.88,47.5,0.02", "\"465682.96\" may be the northing"},
+        {xyz, "-3899209.1,396765.2,5015080.6,0.02", "\"-3899209.1\" may be the X"},
+    };
+    for (const Doubt &row : rows) {
+        SCOPED_TRACE(row.line);
+        const ParsedInput all = parsed(parserFor(row.frame), QByteArray(row.line) + '\n');
+        EXPECT_EQ(all.end, QString());
+        EXPECT_TRUE(all.positions.empty());
+        ASSERT_EQ(all.failures.size(), 1U);
+        EXPECT_TRUE(
+            all.failures.front().startsWith(QLatin1String("1: ") + QString::fromUtf8(row.reason)))
+            << all.failures.front();
+        EXPECT_TRUE(all.failures.front().contains(
+            QLatin1String("say it with a line of headings or --columns")))
+            << all.failures.front();
+    }
+}
+
+struct Plain
+{
+    Frame frame;
+    const char *line;
+    Pos position;
+};
+
+TEST(OrderDoubts, AreNotThereWhereALineHasOneReading)
+{
+    const Plain rows[] = {
+        {llh, "1,5.81,52.17,90", Pos::fromLongLatH(5.81, 52.17, 90)},
+        {neh, "465.682;183.928;47", Pos::fromENU(183.928, 465.682, 47)},
+        {llh, "5,52,10", Pos::fromLongLatH(5, 52, 10)},
+        {llh, "101 5.25 52.5 -4.125", Pos::fromLongLatH(5.25, 52.5, -4.125)},
+        {llh, "5.0,52.5,40.5", Pos::fromLongLatH(5, 52.5, 40.5)},
+        {llh, "-5,52.5,40.5", Pos::fromLongLatH(-5, 52.5, 40.5)},
+        {llh, "5,52.5,1000.5", Pos::fromLongLatH(5, 52.5, 1000.5)},
+        {llh, "5,52.5,40", Pos::fromLongLatH(5, 52.5, 40)},
+        {llh, "P1,5,52,10", Pos::fromLongLatH(5, 52, 10)},
+        {llh, "\"5.81\",52.17,47.5,0.02", Pos::fromLongLatH(52.17, 47.5, 0.02)},
+        {llh, "\"5\" 30 52 10", Pos::fromLongLatH(30, 52, 10)},
+        {llh, "5.25,52.5,20200000", Pos::fromLongLatH(5.25, 52.5, 20200000)},
+        {neh, "1 465682 183928 47", Pos::fromENU(183928, 465682, 47)},
+        {neh, "1;465682;183928;47", Pos::fromENU(183928, 465682, 47)},
+        {neh, "101 1682.96 1839.88 47.5", Pos::fromENU(1839.88, 1682.96, 47.5)},
+        {neh, "465682.96,183928.88,20000", Pos::fromENU(183928.88, 465682.96, 20000)},
+        {neh, "P1 682.96 839.88 47.5", Pos::fromENU(839.88, 682.96, 47.5)},
+        {neh, "1465 682.96 839.88 47.5", Pos::fromENU(839.88, 682.96, 47.5)},
+        {xyz, "3899209,396765.257,5015080.603", Pos::fromXYZ(3899209, 396765.257, 5015080.603)},
+    };
+    for (const Plain &row : rows) {
+        SCOPED_TRACE(row.line);
+        const ParsedInput all = parsed(parserFor(row.frame), QByteArray(row.line) + '\n');
+        EXPECT_EQ(all.end, QString());
+        EXPECT_TRUE(all.failures.empty()) << all.failures.front();
+        ASSERT_EQ(all.positions.size(), 1U);
+        EXPECT_EQ(all.positions.front(), row.position);
+    }
+}
+
+TEST(OrderDoubts, HeadingsAndPickedColumnsRemoveThem)
+{
+    const Plain rows[] = {
+        {neh, "101,465682.96,183928.88", Pos::fromENU(465682.96, 101, 183928.88)},
+        {llh, "7,5.81,52.17", Pos::fromLongLatH(7, 5.81, 52.17)},
+    };
+    for (const Plain &row : rows) {
+        const char *const headings = row.frame == neh ? "n,e,h\n" : "lon,lat,h\n";
+        for (const char *columns : {"", "1,2,3"}) {
+            const ParsedInput all =
+                parsed(parserFor(row.frame, columns),
+                       QByteArray(*columns == '\0' ? headings : "") + row.line + '\n');
+            ASSERT_EQ(all.positions.size(), 1U) << row.line;
+            EXPECT_EQ(all.positions.front(), row.position);
+        }
+    }
+    EXPECT_EQ(parsed(parserFor(llh), "lon,lat,h,q\n5,30,52,10\n").positions.size(), 1U);
+    EXPECT_EQ(parsed(parserFor(neh), "name n e h\n465 682.96 839.88 47.5\n").positions.size(), 1U);
+    EXPECT_EQ(parsed(parserFor(llh, "1,2,3"), "5.81,52.17,47.5,0.02\n").positions.size(), 1U);
+}
+
+/// A line that settles what the first field is settles it for all: a longitude of 6 among 5.75 and
+/// 6.25, the point 101 behind the point P1.
+TEST(OrderDoubts, AreSettledByTheFirstPosition)
+{
+    const ParsedInput grid =
+        parsed(parserFor(llh), "5.75,52.5,40.1\n6,52.5,40.2\n6.25,52.5,40.3\n");
+    EXPECT_TRUE(grid.failures.empty());
+    EXPECT_EQ(grid.positions.size(), 3U);
+    const ParsedInput named =
+        parsed(parserFor(neh), "P1 682.96 839.88 47.5\n101 682.96 839.88 47.5\n");
+    EXPECT_EQ(named.positions.size(), 2U);
+    // A height is never so high.
+    const ParsedInput high =
+        parsed(parserFor(neh), "465682.96,183928.88,47.5\n101,465682.96,183928.88\n");
+    EXPECT_EQ(high.positions.size(), 1U);
+    EXPECT_EQ(high.failures.size(), 1U);
+    // Refused lines settle nothing.
+    const ParsedInput later =
+        parsed(parserFor(llh), "5 30 52 10\n6 31 52 11\n5 30.5 52.5 10\n6 31 52 11\n");
+    EXPECT_EQ(later.failures.size(), 2U);
+    EXPECT_EQ(later.positions.size(), 2U);
+}
+
+TEST(OrderDoubts, AreThoseOfThePageOnValues)
+{
+    const QString page =
+        QString::fromUtf8(test::readFile(QStringLiteral(KELSTD_TEST_SOURCE_DIR "/docs/values.md")));
+    const QStringList rows =
+        page.section(QLatin1String("| line | `--from` | why |\n|---|---|---|\n"), 1)
+            .section(QLatin1String("\n\n"), 0, 0)
+            .split(QLatin1Char('\n'));
+    EXPECT_EQ(rows.size(), 7);
+    for (const QString &row : rows) {
+        const QString line = row.section(QLatin1Char('`'), 1, 1);
+        const auto frame = cli::findFrame(row.section(QLatin1Char('`'), 3, 3));
+        const bool isOfAny = row.section(QLatin1Char('|'), 2, 2).trimmed() == QLatin1String("any");
+        ASSERT_TRUE(isOfAny || frame != nullptr) << row;
+        const ParsedInput all =
+            parsed(parserFor(isOfAny ? llh : frame->frame), line.toUtf8() + '\n');
+        EXPECT_EQ(all.failures.size(), 1U) << row;
+        EXPECT_TRUE(all.positions.empty()) << row;
+    }
+}
+
+} // namespace
+} // namespace KelStd
