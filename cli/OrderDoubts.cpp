@@ -21,17 +21,33 @@ bool isWhole(const QString &field)
     });
 }
 
-/// A plain number that is not whole: with a sign or decimals.
-bool isOtherNumber(const QString &field)
+double numberOf(const QString &field)
 {
     bool ok = false;
-    field.toDouble(&ok);
-    return ok && !isWhole(field);
+    const double value = field.toDouble(&ok);
+    return ok ? value : std::nan("");
+}
+
+/// A number that is not whole: with a sign or decimals.
+bool isOtherNumber(const QString &field)
+{
+    return std::isfinite(numberOf(field)) && !isWhole(field);
 }
 
 bool hasDecimals(const QString &field)
 {
     return isOtherNumber(field) && field.contains(QLatin1Char('.'));
+}
+
+/// The fields with decimal points.
+QStringList fieldsOf(const SplitLine &line)
+{
+    QStringList fields;
+    for (const QString &field : line.fields) {
+        fields += line.separator == QLatin1Char(',') ? field
+                                                     : withDecimalPoint(field, DecimalMark::Comma);
+    }
+    return fields;
 }
 
 /// "465" and "682.96": one number whose thousands were set apart.
@@ -48,18 +64,17 @@ QString whatToAdd()
 }
 
 /// "101,465682.96,183928.88": a whole number before two others with decimals.
-QString missingHeight(const SplitLine &line, Frame frame)
+QString missingHeight(const QStringList &fields, Frame frame)
 {
-    const QStringList &fields = line.fields;
-    const bool looksNumbered = isWhole(fields.at(0)) && hasDecimals(fields.at(1))
-                               && hasDecimals(fields.at(2)) && !line.isQuoted.at(0);
+    const bool looksNumbered =
+        isWhole(fields.at(0)) && hasDecimals(fields.at(1)) && hasDecimals(fields.at(2));
     if (!looksNumbered || frame == Frame::Wgs84XYZ)
         return {};
-    // Longitudes and latitudes have their range, and a greater height is one for sure.
     const bool isGeographic = frame != Frame::LocalNEH;
+    // A number beyond the range of angles is a height for sure.
     if (isGeographic
-        && !(std::abs(fields.at(1).toDouble()) <= fullCircle
-             && std::abs(fields.at(2).toDouble()) <= fullCircle))
+        && !(std::abs(numberOf(fields.at(1))) <= fullCircle
+             && std::abs(numberOf(fields.at(2))) <= fullCircle))
         return {};
     return QStringLiteral("%1 may be a point's number before %2 without a height, or the %3%4, or "
                           "with decimals: %1.0")
@@ -70,32 +85,29 @@ QString missingHeight(const SplitLine &line, Frame frame)
 }
 
 /// "5 30 52 10" and "5,52,5,10": pairs of numbers that may be one each.
-QString pairs(const SplitLine &line, Frame frame)
+QString pairs(const QStringList &fields, bool byCommas, Frame frame)
 {
-    const QStringList &fields = line.fields;
-    const bool allWhole = std::all_of(fields.cbegin(), fields.cend(), isWhole);
     const bool isGeographic = frame == Frame::Wgs84LLH || frame == Frame::LocalLLH;
-    if (allWhole && line.separator == QLatin1Char(',')) {
+    const auto mayBeDegrees = [isGeographic](const QString &field) {
+        return isWhole(field) && (!isGeographic || numberOf(field) <= fullCircle);
+    };
+    const auto mayBeMinutes = [](const QString &field) {
+        return numberOf(field) >= 0 && numberOf(field) < minutesPerDegree;
+    };
+    if (!mayBeDegrees(fields.at(0)) || !mayBeDegrees(fields.at(2)))
+        return {};
+    if (byCommas && isWhole(fields.at(1)) && isWhole(fields.at(3))) {
         return QStringLiteral("four whole numbers: the first may be a point's, and the commas may "
                               "mark decimals%1")
                    .arg(isGeographic ? QStringLiteral(", and degrees may stand before minutes")
                                      : QString())
                + whatToAdd();
     }
-    const auto mayBeMinutes = [](const QString &field) {
-        bool ok = false;
-        const double value = field.toDouble(&ok);
-        return ok && value >= 0 && value < minutesPerDegree;
-    };
-    if (isGeographic
-        && (allWhole
-            || (isWhole(fields.at(0)) && mayBeMinutes(fields.at(1)) && isWhole(fields.at(2))
-                && mayBeMinutes(fields.at(3))))) {
-        return QStringLiteral("the numbers may be degrees and minutes, or %1 is the point's%2, or "
-                              "write angles as 5\u00B030'")
-            .arg(fields.at(0), whatToAdd());
-    }
-    return {};
+    if (!isGeographic || !mayBeMinutes(fields.at(1)) || !mayBeMinutes(fields.at(3)))
+        return {};
+    return QStringLiteral("the numbers may be degrees and minutes, or %1 is the point's%2, or "
+                          "write angles as 5\u00B030'")
+        .arg(fields.at(0), whatToAdd());
 }
 
 } // namespace
@@ -111,30 +123,27 @@ QString heightDoubt(const QString &field)
 
 QString orderDoubt(const SplitLine &line, const FieldOrder &order, Frame frame)
 {
-    if (!order.isPlain)
+    if (!order.isPlain || line.isQuoted.at(0))
         return {};
+    const QStringList fields = fieldsOf(line);
     if (order.fields == componentsPerFrame)
-        return missingHeight(line, frame);
+        return missingHeight(fields, frame);
 
-    const QString &name = line.fields.at(0);
-    if (line.isQuoted.at(0))
-        return {};
+    const bool byCommas = line.separator == QLatin1Char(',');
     const bool areLengths = frame == Frame::Wgs84XYZ || frame == Frame::LocalNEH;
-    if ((line.byBlanks || line.separator == QLatin1Char(',')) && areLengths) {
-        for (int i = 0; i + 1 < line.fields.size(); ++i) {
-            if (mayBeGroups(line.fields.at(i), line.fields.at(i + 1))) {
-                return QStringLiteral("%1 and %2 may be one number, with its thousands set apart%3")
-                    .arg(quoted(line.fields.at(i)), quoted(line.fields.at(i + 1)), whatToAdd());
-            }
+    for (int i = 0; areLengths && (byCommas || line.byBlanks) && i + 1 < fields.size(); ++i) {
+        if (mayBeGroups(fields.at(i), fields.at(i + 1))) {
+            return QStringLiteral("%1 and %2 may be one number, with its thousands set apart%3")
+                .arg(quoted(fields.at(i)), quoted(fields.at(i + 1)), whatToAdd());
         }
     }
-    const QString doubt = pairs(line, frame);
+    const QString doubt = pairs(fields, byCommas, frame);
     if (!doubt.isEmpty())
         return doubt;
-    if (isOtherNumber(name)) {
+    if (isOtherNumber(fields.at(0))) {
         return QStringLiteral("%1 may be the %2 or a point's name%3, or set a name in quotation "
                               "marks")
-            .arg(quoted(name), QLatin1String(columnOf(frame, 0).label), whatToAdd());
+            .arg(quoted(fields.at(0)), QLatin1String(columnOf(frame, 0).label), whatToAdd());
     }
     return {};
 }

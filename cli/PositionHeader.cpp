@@ -88,6 +88,8 @@ QString missing(const InputForm &form, int component, const QVector<Heading> &he
     const QVector<int> otherUnit = fieldsNaming(form, component, headings, false);
     if (!otherUnit.isEmpty())
         text += QLatin1String("; ") + unitMistake(form, component, headings.at(otherUnit.first()));
+    if (isChosen)
+        text += QStringLiteral("; --columns picks columns with other headings");
     return text;
 }
 

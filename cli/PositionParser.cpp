@@ -175,9 +175,7 @@ PositionParser::Result PositionParser::parseWithCare(std::string_view bytes, qin
     if (bytes.size() > mostBytesOfLine) {
         const QString mistake =
             QStringLiteral("the line is longer than %1 bytes").arg(mostBytesOfLine);
-        return m_order ? bad(mistake)
-                       : badHeader({lineNumber,
-                                    OrderSearch::withSkipHint(noPosition(mistake), lineNumber)});
+        return m_order ? bad(mistake) : takeOther(noPosition(mistake));
     }
     if (lineNumber == 1 && bytes.substr(0, byteOrderMark.size()) == byteOrderMark)
         bytes.remove_prefix(byteOrderMark.size());
@@ -266,8 +264,15 @@ PositionParser::Result PositionParser::takeUnreadable(const SplitLine &line, con
     const QString reason = isHeadings || !holdsNumber(line)
                                ? QStringLiteral("the header cannot be read: %1").arg(mistake)
                                : noPosition(mistake);
-    return badHeader(
-        {m_lineNumber, m_order ? reason : OrderSearch::withSkipHint(reason, m_lineNumber)});
+    return isHeadings ? badHeader({m_lineNumber, reason}) : takeOther(reason);
+}
+
+/// A line in front of all positions that is neither headings nor one of them: a title, perhaps.
+PositionParser::Result PositionParser::takeOther(const QString &reason)
+{
+    m_reason.clear();
+    return m_search.keepOther({m_lineNumber, reason}) ? Result::Nothing
+                                                      : badHeader(m_search.otherLines());
 }
 
 /// A line in front of all positions.
@@ -307,9 +312,7 @@ PositionParser::Result PositionParser::takeOpening(const SplitLine &line, std::s
         if (!m_choice || !m_choice->hasHeadings())
             reason = noPosition(reason);
     }
-    m_reason.clear();
-    return m_search.keepOther({m_lineNumber, reason}) ? Result::Nothing
-                                                      : badHeader(m_search.otherLines());
+    return takeOther(reason);
 }
 
 /// The first position, in an order that is not yet decided; Nothing, with the reason, when the line

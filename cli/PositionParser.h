@@ -97,6 +97,7 @@ private:
     Result takeComment(const QString &content, const QString &flaw, std::string_view bytes);
     Result takeUnreadable(const SplitLine &line, const QString &mistake, bool isSplit,
                           std::string_view bytes);
+    Result takeOther(const QString &reason);
     Result takeOpening(const SplitLine &line, std::string_view bytes);
     Result takeFirstPosition(const SplitLine &line, const FieldOrder &order);
     Result takeSureHeadings(const FieldOrder &order, std::string_view bytes);

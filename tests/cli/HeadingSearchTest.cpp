@@ -51,6 +51,9 @@ INSTANTIATE_TEST_SUITE_P(
         Found{"First", "name,lat,lon,h"},
         Found{"BelowATitle", "Survey 2024 site B\nname,lat,lon,h"},
         Found{"BelowATitleWithoutNumbers", "Survey of the northern site\nname,lat,lon,h"},
+        Found{"BelowATitleInLatin1", "Vermessung M\xFCller\nname,lat,lon,h"},
+        Found{"BelowATitleWithAQuote", "\"Survey 2024\nname,lat,lon,h"},
+        Found{"BelowALongTitle", QByteArray(5000, '=') + "\nname,lat,lon,h"},
         Found{"BelowASentence", "The lat and lon of the points\nname,lat,lon,h"},
         Found{"BelowASentenceOfAll", "lat lon and h of the points\nname,lat,lon,h"},
         Found{"BelowATitleOfOneNumber", "2024\nname,lat,lon,h"},
@@ -144,7 +147,8 @@ INSTANTIATE_TEST_SUITE_P(
               "1: the line holds no number, so it is a header; it names no longitude. Accepted for "
               "--from wgs84-llh: longitude (longitude, lon, long, lng, wgs84_longitude); latitude "
               "(latitude, lat, wgs84_latitude); height (height, h, ellipsoidal_height, "
-              "wgs84_height); --skip 2 passes over the first 2 lines"},
+              "wgs84_height); --columns picks columns with other headings; --skip 2 passes over "
+              "the first 2 lines"},
         Ended{"TooManyLinesOfATitle",
               QByteArray("Job 7 of ten\n").repeated(21) + "name,lat,lon,h\nA,52.5,5.25,40\n",
               "1: the line is neither headings nor a position: "},
