@@ -72,7 +72,7 @@ void readAngle(const QString &text, AngleSense sense, DecimalMark mark)
     if (!angle)
         return;
     const QString printed = QString::number(*angle, 'f', QLocale::FloatingPointShortest);
-    requireSame(angle, read(printed, sense, DecimalMark::Point), "a printed angle reads back");
+    require(read(printed, sense, DecimalMark::Point) == angle, "a printed angle reads back");
     const QString bare = text.trimmed();
     if (!isFreeOfSigns(bare))
         return;
