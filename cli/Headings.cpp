@@ -162,6 +162,12 @@ EUnit inputUnit(const InputForm &form, int component)
     return isAngle(columnOf(form.frame, component)) ? Unit_Degree : form.lengthUnit;
 }
 
+QString waysToSayOrder(const InputForm &form)
+{
+    return form.height == InputHeight::OfFrame ? QStringLiteral("a line of headings or --columns")
+                                               : QStringLiteral("a line of headings");
+}
+
 QString normalisedHeading(const QString &heading)
 {
     QString word;

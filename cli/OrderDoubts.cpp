@@ -58,14 +58,15 @@ bool mayBeGroups(const QString &first, const QString &second)
     return start.match(first).hasMatch() && group.match(second).hasMatch();
 }
 
-QString whatToAdd()
+QString whatToAdd(const InputForm &form)
 {
-    return QStringLiteral("; say it with a line of headings or --columns");
+    return QStringLiteral("; say it with %1").arg(waysToSayOrder(form));
 }
 
 /// "101,465682.96,183928.88": a whole number before two others with decimals.
-QString missingHeight(const QStringList &fields, Frame frame)
+QString missingHeight(const QStringList &fields, const InputForm &form)
 {
+    const Frame frame = form.frame;
     const bool looksNumbered =
         isWhole(fields.at(0)) && hasDecimals(fields.at(1)) && hasDecimals(fields.at(2));
     if (!looksNumbered || frame == Frame::Wgs84XYZ)
@@ -81,12 +82,13 @@ QString missingHeight(const QStringList &fields, Frame frame)
         .arg(fields.at(0),
              isGeographic ? QStringLiteral("longitude and latitude")
                           : QStringLiteral("northing and easting"),
-             QLatin1String(columnOf(frame, 0).label), whatToAdd());
+             QLatin1String(columnOf(frame, 0).label), whatToAdd(form));
 }
 
 /// "5 30 52 10" and "5,52,5,10": pairs of numbers that may be one each.
-QString pairs(const QStringList &fields, bool byCommas, Frame frame)
+QString pairs(const QStringList &fields, bool byCommas, const InputForm &form)
 {
+    const Frame frame = form.frame;
     const bool isGeographic = frame == Frame::Wgs84LLH || frame == Frame::LocalLLH;
     const auto mayBeDegrees = [isGeographic](const QString &field) {
         return isWhole(field) && (!isGeographic || numberOf(field) <= fullCircle);
@@ -101,49 +103,50 @@ QString pairs(const QStringList &fields, bool byCommas, Frame frame)
                               "mark decimals%1")
                    .arg(isGeographic ? QStringLiteral(", and degrees may stand before minutes")
                                      : QString())
-               + whatToAdd();
+               + whatToAdd(form);
     }
     if (!isGeographic || !mayBeMinutes(fields.at(1)) || !mayBeMinutes(fields.at(3)))
         return {};
     return QStringLiteral("the numbers may be degrees and minutes, or %1 is the point's%2, or "
                           "write angles as 5\u00B030'")
-        .arg(fields.at(0), whatToAdd());
+        .arg(fields.at(0), whatToAdd(form));
 }
 
 } // namespace
 
 QString heightDoubt(const QString &field)
 {
-    return QStringLiteral("height %1 is beyond %2 m: is it an easting, behind a point's number and "
-                          "the northing?")
+    return QStringLiteral("height %1 is beyond %2 m: it may be an easting, behind a point's number "
+                          "and the northing")
                .arg(field)
                .arg(mostPlaneHeight)
-           + whatToAdd();
+           + whatToAdd(Frame::LocalNEH);
 }
 
-QString orderDoubt(const SplitLine &line, const FieldOrder &order, Frame frame)
+QString orderDoubt(const SplitLine &line, const FieldOrder &order, const InputForm &form)
 {
+    const Frame frame = form.frame;
     if (!order.isPlain || line.isQuoted.at(0))
         return {};
     const QStringList fields = fieldsOf(line);
     if (order.fields == componentsPerFrame)
-        return missingHeight(fields, frame);
+        return missingHeight(fields, form);
 
     const bool byCommas = line.separator == QLatin1Char(',');
     const bool areLengths = frame == Frame::Wgs84XYZ || frame == Frame::LocalNEH;
     for (int i = 0; areLengths && (byCommas || line.byBlanks) && i + 1 < fields.size(); ++i) {
         if (mayBeGroups(fields.at(i), fields.at(i + 1))) {
             return QStringLiteral("%1 and %2 may be one number, with its thousands set apart%3")
-                .arg(quoted(fields.at(i)), quoted(fields.at(i + 1)), whatToAdd());
+                .arg(quoted(fields.at(i)), quoted(fields.at(i + 1)), whatToAdd(form));
         }
     }
-    const QString doubt = pairs(fields, byCommas, frame);
+    const QString doubt = pairs(fields, byCommas, form);
     if (!doubt.isEmpty())
         return doubt;
     if (isOtherNumber(fields.at(0))) {
         return QStringLiteral("%1 may be the %2 or a point's name%3, or set a name in quotation "
                               "marks")
-            .arg(quoted(fields.at(0)), QLatin1String(columnOf(frame, 0).label), whatToAdd());
+            .arg(quoted(fields.at(0)), QLatin1String(columnOf(frame, 0).label), whatToAdd(form));
     }
     return {};
 }

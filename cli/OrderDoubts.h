@@ -27,6 +27,6 @@ QString heightDoubt(const QString &field);
 
 /// Of a line that would decide the order for all others: empty, or what else it may mean and what
 /// to add. The later lines have as many fields as it, so that the doubt does not come back.
-QString orderDoubt(const SplitLine &line, const FieldOrder &order, Frame frame);
+QString orderDoubt(const SplitLine &line, const FieldOrder &order, const InputForm &form);
 
 } // namespace KelStd::cli

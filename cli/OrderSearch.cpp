@@ -128,9 +128,9 @@ void OrderSearch::keepRemark(const QString &remark, const SplitLine &line, qint6
         || !contradicts(remark, line, plainOrder(componentsPerFrame)))
         return;
     m_remark = {lineNumber,
-                QStringLiteral("this remark does not name %1 in this order and this unit, and no "
-                               "headings follow; give the lines headings, or say --columns")
-                    .arg(labelsOf(m_form.frame))};
+                QStringLiteral("this remark names other columns or units than %1, or in another "
+                               "order, and no headings follow; say the order with %2")
+                    .arg(labelsOf(m_form.frame), waysToSayOrder(m_form))};
 }
 
 bool OrderSearch::keepHeadings(const HeadingsLine &headings, LineMistake &mistake)

@@ -327,7 +327,7 @@ PositionParser::Result PositionParser::takeFirstPosition(const SplitLine &line,
     if (mistake.isThere())
         return badHeader(mistake);
     if (result == Result::Position && order.isPlain) {
-        const QString doubt = orderDoubt(line, order, m_form.frame);
+        const QString doubt = orderDoubt(line, order, m_form);
         if (!doubt.isEmpty())
             result = bad(doubt);
         const qint64 failed = m_search.numberedFailure();

@@ -128,8 +128,8 @@ bool hasDoubtfulZeros(const QString &number)
 
 QString zerosDoubt()
 {
-    return QStringLiteral("may be degrees, or degrees and minutes in one; write 0°30.25' or "
-                          "no more than three digits before the point");
+    return QStringLiteral("may be degrees, or degrees and minutes in one; write degrees with at "
+                          "most three digits before the point, and minutes as in 0\u00B030.25'");
 }
 
 struct Part

@@ -157,15 +157,15 @@ INSTANTIATE_TEST_SUITE_P(
         Ended{"Latin1AndUnknown", "Punkt,lat,lon,H\xF6he\nA,52.5,5.25,40\n",
               "1: the header cannot be read: the line is not UTF-8 text"},
         Ended{"BehindASignWithoutHeight", "# name,lat,lon,alt\nA,52.5,5.25,40\n",
-              "1: this remark does not name longitude, latitude, height in this order"},
+              "1: this remark names other columns or units than longitude, latitude, height"},
         Ended{"BehindASignInRadians", "# name,lon_rad,lat_rad,h\nA,0.09,0.91,40\n",
-              "1: this remark does not name"},
+              "1: this remark names other columns or units"},
         Ended{"BehindASignOfThePlane", "# name,easting,northing,height\nA,52.5,5.25,40\n",
-              "1: this remark does not name"},
+              "1: this remark names other columns or units"},
         Ended{"RemarkOfTheOrder",
               "# latitude and longitude in degrees, heights above the "
               "ellipsoid\nA,52.5,5.25,40\n",
-              "1: this remark does not name"},
+              "1: this remark names other columns or units"},
         Ended{"RemarkOfAnOrderOfThree", "# order: lat lon h\n52.5,5.25,40\n",
               "2: 3 fields found; line 1 has 4 headings"},
         Ended{"BehindASignWithAnotherNumber", "# id,name,lat,lon,h\nA,52.5,5.25,40\n",
@@ -398,7 +398,9 @@ TEST(HeadingSearch, GeoidHeightsFindThemLikewise)
               0);
     EXPECT_EQ(heights("A,3.5,52.5,100\nname,lat,lon,h\n").status, 2);
     EXPECT_EQ(heights("# lat,lon,ellipsoidal_height\n52.5,3.5,100\n", {"--inverse"}).status, 2);
-    EXPECT_EQ(heights("5 30 52 10\n").status, 1);
+    const auto doubtful = heights("5 30 52 10\n");
+    EXPECT_EQ(doubtful.status, 1);
+    EXPECT_THAT(doubtful.err, Mentions("; say it with a line of headings, or write angles"));
 }
 
 } // namespace
