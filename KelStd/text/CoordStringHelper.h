@@ -208,8 +208,9 @@ public:
     /// minus before the degrees does not reach them, as above), `Format_Degree` and `Format_Second`
     /// their own one; what follows it is ignored.
     ///
-    /// \return false, with `degrees` untouched, for anything else; with `Format_Degree` a text that
-    /// has the symbol but no number before it sets `degrees` to 0, deliberately.
+    /// \return false, with `degrees` untouched, for anything else. With `Format_Degree` a text that
+    /// has the symbol always sets `degrees`, deliberately, to what `QString::toDouble` makes of what
+    /// stands before it: 0 where that is no number, an infinity where no double is so large.
     static bool GetAngleValue(const QString &text, EFormat format, double &degrees);
 
 private:

@@ -203,9 +203,10 @@ bool CoordStringHelper::GetAngleValue(const QString &text, EFormat format, doubl
     case Format_Degree: {
         if (symbols.degree < 0)
             return false;
-        const std::optional<double> number = numberBefore(text, -1, symbols.degree);
-        degrees = number.value_or(0.0); // written in any case, deliberately
-        return number.has_value();
+        // Written in any case, deliberately: an infinity for a number that no double holds.
+        bool ok = false;
+        degrees = text.left(symbols.degree).toDouble(&ok);
+        return ok;
     }
     case Format_Second: {
         const std::optional<double> number = numberBefore(text, -1, symbols.second);

@@ -153,6 +153,28 @@ TEST(StyledAngle, InDegreesIsWrittenEvenWhenTheNumberCannotBeRead)
     }
 }
 
+/// `QString::toDouble` is documented to return 0.0 for what cannot be converted and an infinity for
+/// what overflows; both are failures.
+TEST(StyledAngle, InDegreesIsWrittenAsTheConversionGaveItWhereItOverflows)
+{
+    constexpr double infinity = std::numeric_limits<double>::infinity();
+    struct Row
+    {
+        const char *typed;
+        double degrees;
+    };
+    const Row rows[] = {
+        {"1e999°", infinity}, {"-1e999°W", -infinity}, {"-1e999°15′36″", -infinity}};
+    for (const Row &row : rows) {
+        const Read result = read(row.typed, Format_Degree);
+        EXPECT_FALSE(result.success) << row.typed;
+        EXPECT_EQ(result.degrees, row.degrees) << row.typed;
+    }
+    // The other styles write nothing.
+    expectRefused("1e999″", Format_Second);
+    expectRefused("1e999°0′0″", Format_DegreeMinuteSecond);
+}
+
 TEST(StyledAngle, InSecondsIsTheNumberBeforeTheSecondSign)
 {
     const auto expectDegrees = [](const char *typed, double degrees) {
