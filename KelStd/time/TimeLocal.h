@@ -38,6 +38,16 @@ public:
     /// Back to the default.
     void clear();
 
+    // The fields of the instant, in UTC like those that the constructors take; `local_time` has the
+    // ones that a clock at the offset shows.
+    unsigned short year() const { return m_utc.year(); }
+    unsigned char month() const { return m_utc.month(); }                  ///< 1 to 12
+    unsigned char day() const { return m_utc.day(); }                      ///< 1 to 31
+    unsigned char hour() const { return m_utc.hour(); }                    ///< 0 to 23
+    unsigned char minute() const { return m_utc.minute(); }                ///< 0 to 59
+    unsigned char second() const { return m_utc.second(); }                ///< 0 to 59
+    unsigned short millionSecond() const { return m_utc.millionSecond(); } ///< [ms], 0 to 999
+
     int timeZoneSeconds() const { return m_timeZoneSeconds; } ///< [s], east positive
 
     /// What a clock at the offset shows; a null pointer asks for nothing. Invalid fields come as

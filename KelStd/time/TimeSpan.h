@@ -53,6 +53,10 @@ public:
     /// negative; hours times 3600 and minutes times 60 wrap around in 32 bits.
     static long long fromTimeSpanString(const QString &text);
 
+    /// By the milliseconds, sign included.
+    bool operator==(const TimeSpan &other) const { return m_timeSpan == other.m_timeSpan; }
+    bool operator!=(const TimeSpan &other) const { return !(*this == other); }
+
     void save(QDataStream &stream) const;
     /// False when the version is not 1; the interval is then 0. The stream's status is not checked.
     bool load(QDataStream &stream);

@@ -35,6 +35,30 @@ TEST(TimeLocal, BeginsAtTheOriginWithoutOffset)
     EXPECT_EQ(cleared.timeZoneSeconds(), 0);
 }
 
+TEST(TimeLocal, GivesTheFieldsOfItsInstantInUtc)
+{
+    // 01:30 at an offset of two hours: another year, month, day and hour than the clock shows.
+    const TimeLocal time(2023, 12, 31, 23, 30, 45, 678, 7200);
+    EXPECT_EQ(time.year(), 2023);
+    EXPECT_EQ(time.month(), 12);
+    EXPECT_EQ(time.day(), 31);
+    EXPECT_EQ(time.hour(), 23);
+    EXPECT_EQ(time.minute(), 30);
+    EXPECT_EQ(time.second(), 45);
+    EXPECT_EQ(time.millionSecond(), 678);
+    EXPECT_EQ(time.toString(true), QStringLiteral("2024-01-01 01:30:45.678"));
+
+    // As they were given, also where they form no date.
+    const TimeLocal invalid(65535, 13, 32, 25, 61, 62, 1000, -3600);
+    EXPECT_EQ(invalid.year(), 65535);
+    EXPECT_EQ(invalid.month(), 13);
+    EXPECT_EQ(invalid.day(), 32);
+    EXPECT_EQ(invalid.hour(), 25);
+    EXPECT_EQ(invalid.minute(), 61);
+    EXPECT_EQ(invalid.second(), 62);
+    EXPECT_EQ(invalid.millionSecond(), 1000);
+}
+
 TEST(TimeLocal, ShowsTheInstantAtItsOffset)
 {
     const TimeLocal time(utc(2024, 1, 1), 28800);

@@ -30,6 +30,19 @@ TEST(TimeSpan, BeginsAtZero)
     EXPECT_EQ(span.time_span(), 0);
 }
 
+TEST(TimeSpan, AreEqualWhenTheirMillisecondsAre)
+{
+    EXPECT_TRUE(TimeSpan(1500) == TimeSpan(1500));
+    EXPECT_FALSE(TimeSpan(1500) != TimeSpan(1500));
+    EXPECT_TRUE(TimeSpan() == TimeSpan(0));
+    for (const long long other : {-1500LL, 1501LL, 0LL, 1500LL + (1LL << 32)}) {
+        EXPECT_FALSE(TimeSpan(1500) == TimeSpan(other)) << other;
+        EXPECT_TRUE(TimeSpan(1500) != TimeSpan(other)) << other;
+    }
+    EXPECT_TRUE(TimeSpan(lowest) == TimeSpan(lowest));
+    EXPECT_TRUE(TimeSpan(lowest) != TimeSpan(highest));
+}
+
 TEST(TimeSpan, WholeUnitsAreTruncatedTowardZero)
 {
     EXPECT_EQ(TimeSpan(-1500).toSeconds(), -1);
