@@ -41,7 +41,9 @@ class KELSTD_EXPORT StandardLibrary : public QObject
 
 public:
     /// The one object, created by the first call; concurrent first calls are safe. It has no
-    /// places, no records and the constructor defaults of `stShowConfig`, and reads no file.
+    /// places, no records and the constructor defaults of `stShowConfig`, and reads no file. It is
+    /// destroyed at the end of the process: a static object of the host that uses it in its
+    /// destructor must have called this in its constructor.
     static StandardLibrary &getInstance();
 
     ~StandardLibrary() override;

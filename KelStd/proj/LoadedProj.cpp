@@ -32,7 +32,8 @@ LoadedProj::~LoadedProj() = default;
 
 LoadedProj &LoadedProj::instance()
 {
-    static LoadedProj loaded;
+    // Never destroyed: a host's static objects may hold a `LocationBuilder`.
+    static LoadedProj &loaded = *new LoadedProj;
     return loaded;
 }
 

@@ -10,29 +10,35 @@ namespace KelStd {
 
 namespace {
 
-template <typename Enumeration, typename Row, std::size_t count>
-QMap<Enumeration, QString> fileWords(const Row (&rows)[count])
+/// The words of an enumeration in both directions.
+template <typename Enumeration>
+struct Words
 {
-    QMap<Enumeration, QString> words;
-    for (const Row &row : rows) {
-        if (row.fileWord != nullptr)
-            words.insert(row.value, QString::fromLatin1(row.fileWord));
-    }
-    return words;
-}
+    QMap<Enumeration, QString> byEnumerator;
+    QHash<QString, Enumeration> byWord; ///< the lowest where several rows should have the same
+};
 
-/// The enumerator of each word, the lowest where several rows should have the same.
 template <typename Enumeration, typename Row, std::size_t count>
-QHash<QString, Enumeration> enumerators(const Row (&rows)[count])
+Words<Enumeration> makeWords(const Row (&rows)[count])
 {
-    QHash<QString, Enumeration> byWord;
+    Words<Enumeration> words;
     for (const Row &row : rows) {
         if (row.fileWord == nullptr)
             continue;
         const QString word = QString::fromLatin1(row.fileWord);
-        byWord.insert(word, std::min(row.value, byWord.value(word, row.value)));
+        words.byEnumerator.insert(row.value, word);
+        words.byWord.insert(word, std::min(row.value, words.byWord.value(word, row.value)));
     }
-    return byWord;
+    return words;
+}
+
+/// Made at the first use and never destroyed: a host's static objects may look words up in their
+/// destructors, when the static objects of this library are gone.
+template <typename Enumeration, const auto &rows>
+const Words<Enumeration> &wordsOf()
+{
+    static const Words<Enumeration> &words = *new Words<Enumeration>(makeWords<Enumeration>(rows));
+    return words;
 }
 
 } // namespace
@@ -42,17 +48,16 @@ QHash<QString, Enumeration> enumerators(const Row (&rows)[count])
 #define KELSTD_FILE_WORDS(Enumeration, toWord, fromWordName, table, make, rows)                    \
     QMap<Enumeration, QString> CoordStringHelper::make()                                           \
     {                                                                                              \
-        return fileWords<Enumeration>(rows);                                                       \
+        return wordsOf<Enumeration, rows>().byEnumerator;                                          \
     }                                                                                              \
     const QMap<Enumeration, QString> CoordStringHelper::table = CoordStringHelper::make();         \
     QString CoordStringHelper::toWord(Enumeration value)                                           \
     {                                                                                              \
-        return table.value(value);                                                                 \
+        return wordsOf<Enumeration, rows>().byEnumerator.value(value);                             \
     }                                                                                              \
     Enumeration CoordStringHelper::fromWordName(const QString &word)                               \
     {                                                                                              \
-        static const QHash<QString, Enumeration> byWord = enumerators<Enumeration>(rows);          \
-        return byWord.value(word, static_cast<Enumeration>(0));                                    \
+        return wordsOf<Enumeration, rows>().byWord.value(word, static_cast<Enumeration>(0));       \
     }
 
 KELSTD_FILE_WORDS(EValueType, ForCoordIO_ValueType_to_AsciiString,

@@ -6,11 +6,13 @@
 
 namespace KelStd {
 
-const QString CoordStringHelper::s_specialSymbol_degree = QString::fromUtf8("\u00B0");
-const QString CoordStringHelper::s_specialSymbol_Minute = QString::fromUtf8("\u2032");
-const QString CoordStringHelper::s_specialSymbol_Second = QString::fromUtf8("\u2033");
-const QString CoordStringHelper::s_specialSymbol_Celsius = QString::fromUtf8("\u00B0C");
-const QString CoordStringHelper::s_specialSymbol_Fahrenheit = QString::fromUtf8("\u00B0F");
+// UTF-16 literals: their text does not depend on the character set that a compiler is told, and
+// needs no memory that is gone when a host's static objects are destroyed.
+const QString CoordStringHelper::s_specialSymbol_degree = QStringLiteral("\u00B0");
+const QString CoordStringHelper::s_specialSymbol_Minute = QStringLiteral("\u2032");
+const QString CoordStringHelper::s_specialSymbol_Second = QStringLiteral("\u2033");
+const QString CoordStringHelper::s_specialSymbol_Celsius = QStringLiteral("\u00B0C");
+const QString CoordStringHelper::s_specialSymbol_Fahrenheit = QStringLiteral("\u00B0F");
 
 namespace {
 

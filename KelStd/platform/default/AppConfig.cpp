@@ -20,7 +20,8 @@ struct Places
 
 Places &places()
 {
-    static Places instance;
+    // Never destroyed: static objects may ask for the places in their destructors.
+    static Places &instance = *new Places;
     return instance;
 }
 

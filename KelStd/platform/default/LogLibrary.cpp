@@ -21,7 +21,8 @@ void toQtMessageHandler(const QString &module, const QString &text, ELogType typ
 
 LogLibrary::Sink &currentSink()
 {
-    static LogLibrary::Sink sink = toQtMessageHandler;
+    // Never destroyed: static objects may log in their destructors.
+    static LogLibrary::Sink &sink = *new LogLibrary::Sink(toQtMessageHandler);
     return sink;
 }
 
