@@ -32,7 +32,7 @@ void StandardLibrary::setShowConfig(const stShowConfig &config)
         return;
     showConfig = config;
     writeConfig(showConfigFilePath, showConfig);
-    emit sgShowConfigChanged();
+    Q_EMIT sgShowConfigChanged();
 }
 
 void StandardLibrary::loadShowConfig()

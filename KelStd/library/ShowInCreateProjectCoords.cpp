@@ -45,7 +45,7 @@ void StandardLibrary::setShowInCreateProjectCoords(const QList<QPair<QString, QS
     }
     showInCreateProjectCoords = known;
     saveShowInProjectCoordNamesFile();
-    emit sgShowInCreateProjectCoordsChanged();
+    Q_EMIT sgShowInCreateProjectCoordsChanged();
 }
 
 void StandardLibrary::createEmptyShowInProjectCoordNamesFile()

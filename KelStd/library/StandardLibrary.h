@@ -145,7 +145,7 @@ public:
     /// `sgShowInCreateProjectCoordsChanged`, whether or not they could be written.
     void setShowInCreateProjectCoords(const QList<QPair<QString, QString>> &list);
 
-signals:
+Q_SIGNALS:
     void sgShowConfigChanged();
     void sgShowInCreateProjectCoordsChanged();
 

@@ -41,6 +41,16 @@ TEST(PublicHeaders, DoNotShowProj)
         EXPECT_FALSE(test::sourceText(header).contains(proj)) << header;
 }
 
+/// That they compile without the keywords is shown by the target `public_headers_alone`.
+TEST(PublicHeaders, UseNoKeywordsOfQt)
+{
+    const QRegularExpression keyword(
+        QStringLiteral("^\\s*((signals|slots|(public|protected|private)\\s+slots)\\s*:|emit\\b)"),
+        QRegularExpression::MultilineOption);
+    for (const QString &header : installedHeaders())
+        EXPECT_FALSE(test::sourceText(header).contains(keyword)) << header;
+}
+
 TEST(PublicHeaders, AllStandUnderTheUmbrella)
 {
     const QStringList umbrella =
