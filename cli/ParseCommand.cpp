@@ -31,9 +31,11 @@ CommandLine makeCommandLine()
         valueTypeAndUnitHelp()
             + QStringLiteral(
                 "With -, texts are read from standard input, one a line. The library adds the\n"
-                "parts of an angle with their own signs, -30°15′ being -29.75. With --typed the\n"
+                "parts of an angle with their own signs, -30\u00B015\u2032 being -29.75. With "
+                "--typed the\n"
                 "sign counts for the whole angle, -30.25, and the forms are those that\n"
-                "'kelstd convert' reads: 52°30′15.5″, 52d30'15.5\", 52:30:15.5, N, S, E or W\n"
+                "'kelstd convert' reads: 52\u00B030\u203215.5\u2033, 52d30'15.5\", 52:30:15.5, N, "
+                "S, E or W\n"
                 "before or behind, and decimals behind a point or a comma.\n"
                 "\n"
                 "Exit status: 0 all read, 1 some texts are no such values (standard error says\n"

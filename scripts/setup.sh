@@ -10,6 +10,7 @@ packages=(
     unzip                            # unpacks PROJ at run time
     libgtest-dev libgmock-dev        # the tests
     proj-bin zip tzdata              # the tests' independent peers
+    qttools5-dev-tools               # lupdate, which the tests extract texts with
 )
 case "${1:-}" in
 benchmark) packages+=(libbenchmark-dev python3-pyproj python3-numpy) ;;

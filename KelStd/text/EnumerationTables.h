@@ -56,38 +56,50 @@ struct UnitRow : WordRow<EUnit>
 };
 
 // The rows themselves, in ascending order of the numbers.
+//
+// Each text that is translated stands in a QT_TRANSLATE_NOOP of its own: Qt's lupdate, which
+// extracts the texts for the translators, does not look behind other macros.
 
-/// A text that is translated.
-#define KELSTD_TEXT(text) QT_TRANSLATE_NOOP("QObject", text)
-/// A file word that is its own description.
-#define KELSTD_WORD(text) text, KELSTD_TEXT(text)
+/// The row of a file word that is its own description.
+template <typename Enumeration>
+constexpr WordRow<Enumeration> sameWord(Enumeration value, const char *text)
+{
+    return {value, text, text};
+}
 
 inline constexpr ValueTypeRow valueTypeRows[] = {
-    {{ValueType_None, KELSTD_WORD("None")}, ValueKind::AsVariant},
-    {{ValueType_String, KELSTD_WORD("String")}, ValueKind::Text},
-    {{ValueType_Int32, KELSTD_WORD("Int32")}, ValueKind::Int32},
-    {{ValueType_Int64, KELSTD_WORD("Int64")}, ValueKind::Int64},
-    {{ValueType_Double, KELSTD_WORD("Double")}, ValueKind::Number},
-    {{ValueType_Boolean, KELSTD_WORD("Boolean")}, ValueKind::Boolean},
-    {{ValueType_Distance, KELSTD_WORD("Distance")}, ValueKind::Length},
-    {{ValueType_Height, KELSTD_WORD("Height")}, ValueKind::Length},
-    {{ValueType_Angle, KELSTD_WORD("Angle")}, ValueKind::Angle},
+    {sameWord(ValueType_None, QT_TRANSLATE_NOOP("QObject", "None")), ValueKind::AsVariant},
+    {sameWord(ValueType_String, QT_TRANSLATE_NOOP("QObject", "String")), ValueKind::Text},
+    {sameWord(ValueType_Int32, QT_TRANSLATE_NOOP("QObject", "Int32")), ValueKind::Int32},
+    {sameWord(ValueType_Int64, QT_TRANSLATE_NOOP("QObject", "Int64")), ValueKind::Int64},
+    {sameWord(ValueType_Double, QT_TRANSLATE_NOOP("QObject", "Double")), ValueKind::Number},
+    {sameWord(ValueType_Boolean, QT_TRANSLATE_NOOP("QObject", "Boolean")), ValueKind::Boolean},
+    {sameWord(ValueType_Distance, QT_TRANSLATE_NOOP("QObject", "Distance")), ValueKind::Length},
+    {sameWord(ValueType_Height, QT_TRANSLATE_NOOP("QObject", "Height")), ValueKind::Length},
+    {sameWord(ValueType_Angle, QT_TRANSLATE_NOOP("QObject", "Angle")), ValueKind::Angle},
     // The interval has a file word and the instant has none; describing either is refused.
     {{ValueType_Time, nullptr, nullptr}, ValueKind::Time},
     {{ValueType_TimeSpan, "TimeSpan", nullptr}, ValueKind::TimeSpan},
-    {{ValueType_Pressure, KELSTD_WORD("Pressure")}, ValueKind::Pressure},
-    {{ValueType_Temprature, KELSTD_WORD("Temprature")}, ValueKind::Temperature},
-    {{ValueType_Longitude, KELSTD_WORD("Longitude")}, ValueKind::Longitude},
-    {{ValueType_Latitude, KELSTD_WORD("Latitude")}, ValueKind::Latitude},
-    {{ValueType_EarthHeight, KELSTD_WORD("EarthHeight")}, ValueKind::Length},
-    {{ValueType_X, KELSTD_WORD("X")}, ValueKind::Length},
-    {{ValueType_Y, KELSTD_WORD("Y")}, ValueKind::Length},
-    {{ValueType_ElevationHeight, KELSTD_WORD("ElevationHeight")}, ValueKind::Length},
-    {{ValueType_LocationZeroType, KELSTD_WORD("LocationZeroType")}, ValueKind::LocationZeroType},
-    {{ValueType_WhichHalfEarth, KELSTD_WORD("WhichHalfEarth")}, ValueKind::WhichHalfEarth},
-    {{ValueType_EllipsoidDirection, KELSTD_WORD("EllipsoidDirection")},
+    {sameWord(ValueType_Pressure, QT_TRANSLATE_NOOP("QObject", "Pressure")), ValueKind::Pressure},
+    {sameWord(ValueType_Temprature, QT_TRANSLATE_NOOP("QObject", "Temprature")),
+     ValueKind::Temperature},
+    {sameWord(ValueType_Longitude, QT_TRANSLATE_NOOP("QObject", "Longitude")),
+     ValueKind::Longitude},
+    {sameWord(ValueType_Latitude, QT_TRANSLATE_NOOP("QObject", "Latitude")), ValueKind::Latitude},
+    {sameWord(ValueType_EarthHeight, QT_TRANSLATE_NOOP("QObject", "EarthHeight")),
+     ValueKind::Length},
+    {sameWord(ValueType_X, QT_TRANSLATE_NOOP("QObject", "X")), ValueKind::Length},
+    {sameWord(ValueType_Y, QT_TRANSLATE_NOOP("QObject", "Y")), ValueKind::Length},
+    {sameWord(ValueType_ElevationHeight, QT_TRANSLATE_NOOP("QObject", "ElevationHeight")),
+     ValueKind::Length},
+    {sameWord(ValueType_LocationZeroType, QT_TRANSLATE_NOOP("QObject", "LocationZeroType")),
+     ValueKind::LocationZeroType},
+    {sameWord(ValueType_WhichHalfEarth, QT_TRANSLATE_NOOP("QObject", "WhichHalfEarth")),
+     ValueKind::WhichHalfEarth},
+    {sameWord(ValueType_EllipsoidDirection, QT_TRANSLATE_NOOP("QObject", "EllipsoidDirection")),
      ValueKind::EllipsoidDirection},
-    {{ValueType_Proj4_Param_Bool, KELSTD_WORD("Proj4_Param_Bool")}, ValueKind::ProjFlag},
+    {sameWord(ValueType_Proj4_Param_Bool, QT_TRANSLATE_NOOP("QObject", "Proj4_Param_Bool")),
+     ValueKind::ProjFlag},
 };
 
 /// The US survey foot is 1200/3937 m; international units as fixed in 1959. "par", "in" and
@@ -95,92 +107,107 @@ inline constexpr ValueTypeRow valueTypeRows[] = {
 /// one: see `CoordStringHelper::Unit_to_String`.
 inline constexpr UnitRow unitRows[] = {
     {{Unit_None, "None", nullptr}, nullptr, nullptr, 0.0},
-    {{Unit_Meter, "Meter", KELSTD_TEXT("meter")}, KELSTD_TEXT("m"), "m", 1.0},
-    {{Unit_MilliMeter, "Milli Meter", KELSTD_TEXT("milli meter")},
-     KELSTD_TEXT("mm"),
+    {{Unit_Meter, "Meter", QT_TRANSLATE_NOOP("QObject", "meter")},
+     QT_TRANSLATE_NOOP("QObject", "m"),
+     "m",
+     1.0},
+    {{Unit_MilliMeter, "Milli Meter", QT_TRANSLATE_NOOP("QObject", "milli meter")},
+     QT_TRANSLATE_NOOP("QObject", "mm"),
      nullptr,
      0.001},
-    {{Unit_Foot, "Foot", KELSTD_TEXT("Foot")}, KELSTD_TEXT("ft"), "in", 0.3048},
+    {sameWord(Unit_Foot, QT_TRANSLATE_NOOP("QObject", "Foot")), QT_TRANSLATE_NOOP("QObject", "ft"),
+     "in", 0.3048},
     {{Unit_Yard, nullptr, nullptr}, nullptr, nullptr, 0.9144},
     {{Unit_Inch, nullptr, nullptr}, nullptr, nullptr, 0.0254},
     {{Unit_Mile, nullptr, nullptr}, nullptr, nullptr, 1609.344},
-    {{Unit_USFoot, "US Foot", KELSTD_TEXT("US Foot")},
-     KELSTD_TEXT("U.S ft"),
-     "us-in",
-     0.3048006096012192},
-    {{Unit_Bar, "bar", KELSTD_TEXT("bar")}, KELSTD_TEXT("bar"), nullptr, 0.0},
-    {{Unit_Pascal, "Pa", KELSTD_TEXT("Pascal")}, KELSTD_TEXT("par"), nullptr, 0.0},
-    {{Unit_MilliBar, "mbar", KELSTD_TEXT("milli bar")}, KELSTD_TEXT("mbar"), nullptr, 0.0},
-    {{Unit_MmHg, "mmHg", KELSTD_TEXT("mm Hg")}, KELSTD_TEXT("mmHg"), nullptr, 0.0},
-    {{Unit_InHg, "inHg", KELSTD_TEXT("inch Hg")}, KELSTD_TEXT("inHg"), nullptr, 0.0},
-    {{Unit_Celsius, "Celsius", KELSTD_TEXT("Celsius")}, nullptr, nullptr, 0.0},
-    {{Unit_Fahrenheit, "Fahrenheit", KELSTD_TEXT("Fahrenheit")}, nullptr, nullptr, 0.0},
-    {{Unit_Kelvin, "Kelvin", KELSTD_TEXT("Kelvin")}, KELSTD_TEXT("K"), nullptr, 0.0},
-    {{Unit_Degree, "Degree", KELSTD_TEXT("Degree")}, nullptr, nullptr, 0.0},
-    {{Unit_Second, "Second", KELSTD_TEXT("Second")}, nullptr, nullptr, 0.0},
+    {sameWord(Unit_USFoot, QT_TRANSLATE_NOOP("QObject", "US Foot")),
+     QT_TRANSLATE_NOOP("QObject", "U.S ft"), "us-in", 0.3048006096012192},
+    {sameWord(Unit_Bar, QT_TRANSLATE_NOOP("QObject", "bar")), QT_TRANSLATE_NOOP("QObject", "bar"),
+     nullptr, 0.0},
+    {{Unit_Pascal, "Pa", QT_TRANSLATE_NOOP("QObject", "Pascal")},
+     QT_TRANSLATE_NOOP("QObject", "par"),
+     nullptr,
+     0.0},
+    {{Unit_MilliBar, "mbar", QT_TRANSLATE_NOOP("QObject", "milli bar")},
+     QT_TRANSLATE_NOOP("QObject", "mbar"),
+     nullptr,
+     0.0},
+    {{Unit_MmHg, "mmHg", QT_TRANSLATE_NOOP("QObject", "mm Hg")},
+     QT_TRANSLATE_NOOP("QObject", "mmHg"),
+     nullptr,
+     0.0},
+    {{Unit_InHg, "inHg", QT_TRANSLATE_NOOP("QObject", "inch Hg")},
+     QT_TRANSLATE_NOOP("QObject", "inHg"),
+     nullptr,
+     0.0},
+    {sameWord(Unit_Celsius, QT_TRANSLATE_NOOP("QObject", "Celsius")), nullptr, nullptr, 0.0},
+    {sameWord(Unit_Fahrenheit, QT_TRANSLATE_NOOP("QObject", "Fahrenheit")), nullptr, nullptr, 0.0},
+    {sameWord(Unit_Kelvin, QT_TRANSLATE_NOOP("QObject", "Kelvin")),
+     QT_TRANSLATE_NOOP("QObject", "K"), nullptr, 0.0},
+    {sameWord(Unit_Degree, QT_TRANSLATE_NOOP("QObject", "Degree")), nullptr, nullptr, 0.0},
+    {sameWord(Unit_Second, QT_TRANSLATE_NOOP("QObject", "Second")), nullptr, nullptr, 0.0},
 };
 
 inline constexpr WordRow<EFormat> formatRows[] = {
     {Format_None, "None", nullptr},
-    {Format_NorthEastHeight, KELSTD_WORD("North East Height")},
-    {Format_EastNorthHeight, KELSTD_WORD("East North Height")},
-    {Format_DegreeMinuteSecond, KELSTD_WORD("Degree Minute Second")},
-    {Format_Degree, KELSTD_WORD("Degree")},
-    {Format_Second, KELSTD_WORD("Second")},
-    {Format_Radian, KELSTD_WORD("Radian")},
-    {Format_UTC, KELSTD_WORD("UTC")},
-    {Format_Local, KELSTD_WORD("Local")},
-    {Format_GPST, KELSTD_WORD("GPST")},
-    {Format_GPSW, KELSTD_WORD("GPSW")},
+    sameWord(Format_NorthEastHeight, QT_TRANSLATE_NOOP("QObject", "North East Height")),
+    sameWord(Format_EastNorthHeight, QT_TRANSLATE_NOOP("QObject", "East North Height")),
+    sameWord(Format_DegreeMinuteSecond, QT_TRANSLATE_NOOP("QObject", "Degree Minute Second")),
+    sameWord(Format_Degree, QT_TRANSLATE_NOOP("QObject", "Degree")),
+    sameWord(Format_Second, QT_TRANSLATE_NOOP("QObject", "Second")),
+    sameWord(Format_Radian, QT_TRANSLATE_NOOP("QObject", "Radian")),
+    sameWord(Format_UTC, QT_TRANSLATE_NOOP("QObject", "UTC")),
+    sameWord(Format_Local, QT_TRANSLATE_NOOP("QObject", "Local")),
+    sameWord(Format_GPST, QT_TRANSLATE_NOOP("QObject", "GPST")),
+    sameWord(Format_GPSW, QT_TRANSLATE_NOOP("QObject", "GPSW")),
 };
 
 inline constexpr WordRow<ELocationType> locationTypeRows[] = {
-    {LocationType_X_Y_ElevationHeight, KELSTD_WORD("X_Y_ElevationHeight")},
-    {LocationType_Lat_Long_EarthHeight, KELSTD_WORD("Lat_Long_EarthHeight")},
+    sameWord(LocationType_X_Y_ElevationHeight, QT_TRANSLATE_NOOP("QObject", "X_Y_ElevationHeight")),
+    sameWord(LocationType_Lat_Long_EarthHeight,
+             QT_TRANSLATE_NOOP("QObject", "Lat_Long_EarthHeight")),
 };
 
 inline constexpr WordRow<ELocationZeroType> locationZeroTypeRows[] = {
-    {LocationZeroType_Equator_Zero, KELSTD_WORD("Equator_Zero")},
-    {LocationZeroType_Central_Meridian_Zero, KELSTD_WORD("Central_Meridian_Zero")},
+    sameWord(LocationZeroType_Equator_Zero, QT_TRANSLATE_NOOP("QObject", "Equator_Zero")),
+    sameWord(LocationZeroType_Central_Meridian_Zero,
+             QT_TRANSLATE_NOOP("QObject", "Central_Meridian_Zero")),
 };
 
 inline constexpr WordRow<EWhichHalfEarth> whichHalfEarthRows[] = {
-    {WhichHalfEarth_North, KELSTD_WORD("N")},
-    {WhichHalfEarth_South, KELSTD_WORD("S")},
+    sameWord(WhichHalfEarth_North, QT_TRANSLATE_NOOP("QObject", "N")),
+    sameWord(WhichHalfEarth_South, QT_TRANSLATE_NOOP("QObject", "S")),
 };
 
 inline constexpr WordRow<EEllipsoidDirection> ellipsoidDirectionRows[] = {
-    {EllipsoidDirection_ENU, KELSTD_WORD("ENU")},
-    {EllipsoidDirection_WSU, KELSTD_WORD("WSU")},
-    {EllipsoidDirection_ESU, KELSTD_WORD("ESU")},
-    {EllipsoidDirection_WNU, KELSTD_WORD("WNU")},
+    sameWord(EllipsoidDirection_ENU, QT_TRANSLATE_NOOP("QObject", "ENU")),
+    sameWord(EllipsoidDirection_WSU, QT_TRANSLATE_NOOP("QObject", "WSU")),
+    sameWord(EllipsoidDirection_ESU, QT_TRANSLATE_NOOP("QObject", "ESU")),
+    sameWord(EllipsoidDirection_WNU, QT_TRANSLATE_NOOP("QObject", "WNU")),
 };
 
 inline constexpr WordRow<EEllipsoinTransformFunction> ellipsoinTransformFunctionRows[] = {
-    {EllipsoinTransformFunction_None, KELSTD_WORD("None")},
-    {EllipsoinTransformFunction_Three, KELSTD_WORD("Three")},
-    {EllipsoinTransformFunction_Seven, KELSTD_WORD("Seven")},
+    sameWord(EllipsoinTransformFunction_None, QT_TRANSLATE_NOOP("QObject", "None")),
+    sameWord(EllipsoinTransformFunction_Three, QT_TRANSLATE_NOOP("QObject", "Three")),
+    sameWord(EllipsoinTransformFunction_Seven, QT_TRANSLATE_NOOP("QObject", "Seven")),
 };
 
 inline constexpr WordRow<EEllipsoinTransition> ellipsoinTransitionRows[] = {
-    {EllipsoinTransition_XYZ, KELSTD_WORD("XYZ")},
-    {EllipsoinTransition_BLH, KELSTD_WORD("BLH")},
+    sameWord(EllipsoinTransition_XYZ, QT_TRANSLATE_NOOP("QObject", "XYZ")),
+    sameWord(EllipsoinTransition_BLH, QT_TRANSLATE_NOOP("QObject", "BLH")),
 };
 
 inline constexpr WordRow<EPlaneTransformFunction> planeTransformFunctionRows[] = {
-    {PlaneTransformFunction_None, KELSTD_WORD("None")},
-    {PlaneTransformFunction_Four, KELSTD_WORD("Four")},
+    sameWord(PlaneTransformFunction_None, QT_TRANSLATE_NOOP("QObject", "None")),
+    sameWord(PlaneTransformFunction_Four, QT_TRANSLATE_NOOP("QObject", "Four")),
 };
 
 inline constexpr WordRow<EElevationFittingFunction> elevationFittingFunctionRows[] = {
-    {ElevationFittingFunction_None, KELSTD_WORD("None")},
-    {ElevationFittingFunction_Fixed, KELSTD_WORD("Fixed")},
-    {ElevationFittingFunction_Plane, KELSTD_WORD("Plane")},
-    {ElevationFittingFunction_Curve, KELSTD_WORD("Curve")},
+    sameWord(ElevationFittingFunction_None, QT_TRANSLATE_NOOP("QObject", "None")),
+    sameWord(ElevationFittingFunction_Fixed, QT_TRANSLATE_NOOP("QObject", "Fixed")),
+    sameWord(ElevationFittingFunction_Plane, QT_TRANSLATE_NOOP("QObject", "Plane")),
+    sameWord(ElevationFittingFunction_Curve, QT_TRANSLATE_NOOP("QObject", "Curve")),
 };
-
-#undef KELSTD_WORD
-#undef KELSTD_TEXT
 
 /// The row of `value`, or null for a number that is not listed.
 template <typename Row, std::size_t count, typename Enumeration>

@@ -16,13 +16,12 @@ QString sourceText(const QString &relativePath)
     return QString::fromUtf8(file.readAll());
 }
 
-QStringList librarySources()
+QStringList sourcesUnder(const QString &folder)
 {
     const QDir root(QStringLiteral(KELSTD_TEST_SOURCE_DIR));
     QStringList files;
-    QDirIterator walk(root.filePath(QStringLiteral("KelStd")),
-                      {QStringLiteral("*.h"), QStringLiteral("*.cpp")}, QDir::Files,
-                      QDirIterator::Subdirectories);
+    QDirIterator walk(root.filePath(folder), {QStringLiteral("*.h"), QStringLiteral("*.cpp")},
+                      QDir::Files, QDirIterator::Subdirectories);
     while (walk.hasNext())
         files << root.relativeFilePath(walk.next());
     files.sort();
@@ -44,7 +43,7 @@ QStringList ownIncludes(const QString &text)
 QMap<QString, QStringList> includeGraph()
 {
     QMap<QString, QStringList> graph;
-    for (const QString &file : librarySources())
+    for (const QString &file : sourcesUnder(QStringLiteral("KelStd")))
         graph.insert(file, ownIncludes(sourceText(file)));
     return graph;
 }

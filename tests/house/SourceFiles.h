@@ -4,14 +4,14 @@
 #include <QtCore/QString>
 #include <QtCore/QStringList>
 
-/// The library's own sources, read as texts.
+/// The sources of the library and the program, read as texts.
 namespace KelStd::test {
 
 /// The text of a file of the source tree.
 QString sourceText(const QString &relativePath);
 
-/// Every header and source below KelStd/, relative to the source tree ("KelStd/coord/Pos.h").
-QStringList librarySources();
+/// Every header and source below a folder, relative to the source tree ("KelStd/coord/Pos.h").
+QStringList sourcesUnder(const QString &folder);
 
 /// The files of ours that a text includes ("KelStd/coord/Pos.h"), in order.
 QStringList ownIncludes(const QString &text);
