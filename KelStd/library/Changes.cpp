@@ -3,6 +3,7 @@
 #include <KelStd/io/Coord_IO.h>
 #include <KelStd/io/ListDocuments.h>
 #include <KelStd/library/LibraryFiles.h>
+#include <KelStd/library/RecordNames.h>
 #include <KelStd/library/StandardLibrary.h>
 
 namespace KelStd {
@@ -69,7 +70,8 @@ public:
     bool remove(const QString &name)
     {
         const auto found = m_records.find(name);
-        if (found == m_records.end() || !QDir(m_directory).remove(library::recordFileName(name)))
+        if (found == m_records.end() || library::leadsOut(m_directory, name)
+            || !QDir(m_directory).remove(library::recordFileName(name)))
             return false;
         m_records.erase(found);
         return true;
@@ -78,6 +80,8 @@ public:
 private:
     bool write(const QString &name, const Record &record) const
     {
+        if (library::leadsOut(m_directory, name))
+            return false;
         const QString path = library::pathIn(m_directory, library::recordFileName(name));
         return library::canBeWritten(path) && writeDocument(record, path);
     }

@@ -5,14 +5,8 @@
 #include <QtCore/QString>
 #include <QtCore/QStringList>
 
-/// Where records lie in a directory. An empty directory is the current one.
+/// The files of a directory of records. An empty directory is the current one.
 namespace KelStd::library {
-
-/// The name of the file of the record called `name`, which is used as it stands.
-inline QString recordFileName(const QString &name)
-{
-    return QStringLiteral("%1.xml").arg(name);
-}
 
 inline QString pathIn(const QDir &directory, const QString &fileName)
 {
@@ -25,8 +19,10 @@ inline QStringList documentsIn(const QDir &directory)
     QStringList paths;
     const QStringList fileNames = directory.entryList(
         {QStringLiteral("*.xml")}, QDir::Files | QDir::NoDotAndDotDot, QDir::Unsorted);
+    // What is listed is in the directory, also a name that Qt would take for a path of another
+    // kind.
     for (const QString &fileName : fileNames)
-        paths << pathIn(directory, fileName);
+        paths << QDir::fromNativeSeparators(directory.absolutePath() + QLatin1Char('/') + fileName);
     return paths;
 }
 

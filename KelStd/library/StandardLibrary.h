@@ -112,10 +112,13 @@ public:
     // Each returns true when the change is in its file and in memory; otherwise both are as they
     // were. Removing changes no list of offered systems.
     //
-    // The file is named after `name` as it stands: a name with path separators leads elsewhere, and
-    // one that the file system refuses gives false. A file of that name is replaced, whatever it
-    // holds. A parameter of kind `ValueType_Time`, which no document can hold, raises what
-    // `Coord_IO::xml_write` raises, with file and memory as they were.
+    // The file is named after `name` as it stands: "zone 3/A" is "A.xml" in the folder "zone 3",
+    // which must be there. All nine refuse a name that leads out of the directory: one that begins
+    // with a separator, a drive ("C:/"), a colon or a tilde, that goes up on its way ("../A"), or
+    // that passes a link to a folder elsewhere. A name that the file system refuses gives false. A
+    // file of that name is replaced, whatever it holds. A parameter of kind `ValueType_Time`, which
+    // no document can hold, raises what `Coord_IO::xml_write` raises, with file and memory as they
+    // were.
 
     /// Adds a copy under `name`, which must not be empty nor, with or without the blanks around it,
     /// equal a present name in all but case. A custom system may not take a standard one's name

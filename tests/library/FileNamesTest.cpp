@@ -37,9 +37,10 @@ TYPED_TEST_SUITE(FileNames, RecordKinds);
 TYPED_TEST(FileNames, MayHoldAnythingThatTheFileSystemTakes)
 {
     for (const char *name :
-         {"a b", " a",    "a ",  "%1",   "%1 %2 %L3", "%%",  "Düne",  "北京 54",   "Москва",
-          "🌍",   "a.xml", ".a",  "..",   "a\"b",      "a'b", "a\\b",  "a:b*c?d|e", "$HOME",
-          "~",   "-rf",   "[a]", "a\tb", "CON",       "#a",  "a&lt;b"}) {
+         {"a b",     " a",     "a ",        "%1",     "%1 %2 %L3",  "%%",  "Düne",
+          "北京 54", "Москва", "🌍",         "a.xml",  ".a",         "..",  "a\"b",
+          "a'b",     "a\\b",   "a:b*c?d|e", "$HOME",  "a~",         "-rf", "[a]",
+          "a\tb",    "CON",    "#a",        "a&lt;b", "EPSG:28992", "..a", "5:a"}) {
         SCOPED_TRACE(name);
         this->expectUsable(this->name(name));
     }
@@ -78,15 +79,114 @@ TYPED_TEST(FileNames, ThatFilesCannotExpressAreRefused)
     EXPECT_FALSE(QFileInfo::exists(this->path("a.xml")));
 }
 
-TYPED_TEST(FileNames, WithSeparatorsLeadElsewhere)
+/// A name and where it would lead: "%1" stands for the directory of the test's library.
+const char *const namesThatLeadOut[] = {
+    "../standard/a",
+    "../../victim",
+    "b/../../standard/a",
+    "b/../a", // back into the directory, but nobody needs it
+    ".. /standard/a",
+    "..\\standard\\a",
+    "b\\..\\..\\standard\\a",
+    "b\\../../standard/a",
+    "%1/standard/a",
+    "/a",
+    "//host/share/a",
+    "\\\\host\\share\\a",
+    "\\a",
+    "C:\\a",
+    "c:/a",
+    "z:\\",
+    ":a",
+    ":/a",
+    "::",
+    ":",
+    "~",
+    "~a",
+    "~/a",
+    "link/a",
+    "b/link/a",
+};
+
+TYPED_TEST(FileNames, InAFolderOfTheDirectoryStayThere)
 {
     this->expectRefused(this->name("no such folder/a"));
-    EXPECT_TRUE(this->addNew(this->name("../standard/a"), 1));
-    EXPECT_EQ(this->entries("standard"), QStringList(QStringLiteral("a.xml")));
-    EXPECT_TRUE(this->addNew(this->path("standard/absolute"), 1));
-    EXPECT_EQ(this->entries("standard"),
-              (QStringList{QStringLiteral("a.xml"), QStringLiteral("absolute.xml")}));
-    EXPECT_TRUE(this->files().isEmpty());
+    ASSERT_TRUE(QDir().mkpath(this->file("b/c")));
+    ASSERT_TRUE(QFile::link(this->file("b"), this->file("inner")));
+    for (const char *name : {"b/a", "b/c/..a", "./a", "b//a", "inner/c/a", "b/c/.."}) {
+        SCOPED_TRACE(name);
+        const QString fileName = this->name(name) + QLatin1String(".xml");
+        EXPECT_TRUE(this->addNew(this->name(name), 1));
+        EXPECT_TRUE(this->replace(this->name(name), 2));
+        this->expectDocument(fileName, TypeParam::document(this->name(name), 2));
+        EXPECT_TRUE(this->remove(this->name(name)));
+        EXPECT_FALSE(QFileInfo::exists(this->file(fileName)));
+    }
+}
+
+/// A directory that is itself a link is where the host keeps its records.
+TYPED_TEST(FileNames, InADirectoryThatIsALinkStayThere)
+{
+    ASSERT_TRUE(QDir().mkpath(this->path("elsewhere/b")));
+    ASSERT_TRUE(QFile::link(this->path("elsewhere"), this->path("linked")));
+    (this->library().*TypeParam::setPath)(this->path("linked"));
+    EXPECT_TRUE(this->addNew(this->name("b/a"), 1));
+    EXPECT_TRUE(QFileInfo::exists(this->path("elsewhere/b/a.xml")));
+    EXPECT_TRUE(this->remove(this->name("b/a")));
+}
+
+TYPED_TEST(FileNames, ThatLeadOutOfTheDirectoryAreNotAdded)
+{
+    ASSERT_TRUE(QDir().mkpath(this->file("b")));
+    ASSERT_TRUE(QFile::link(this->path("standard"), this->file("link")));
+    ASSERT_TRUE(QFile::link(this->path("standard"), this->file("b/link")));
+    const ScopedCurrentDirectory current(this->path("standard"));
+    const QStringList before = this->entries(".");
+    for (const char *row : namesThatLeadOut) {
+        SCOPED_TRACE(row);
+        this->expectRefused(this->name(row).replace(QLatin1String("%1"), this->path("")));
+    }
+    EXPECT_TRUE(this->entries("standard").isEmpty());
+    EXPECT_EQ(this->entries("."), before);
+}
+
+/// A document may have any name in it, and is known under that.
+TYPED_TEST(FileNames, ThatLeadOutOfTheDirectoryAreNeitherReplacedNorRemoved)
+{
+    ASSERT_TRUE(QDir().mkpath(this->file("b")));
+    ASSERT_TRUE(QFile::link(this->path("standard"), this->file("link")));
+    ASSERT_TRUE(QFile::link(this->path("standard"), this->file("b/link")));
+    const ScopedCurrentDirectory current(this->path("standard"));
+    const char *const victims[] = {"standard/a.xml", "standard/:a.xml", "standard/:.xml",
+                                   "standard/~.xml", "standard/~a.xml", "victim.xml",
+                                   "b/a.xml"};
+    for (const char *row : namesThatLeadOut) {
+        SCOPED_TRACE(row);
+        const QString name = this->name(row).replace(QLatin1String("%1"), this->path(""));
+        writeFile(this->file("evil.xml"), TypeParam::document(name, 1));
+        for (const char *victim : victims)
+            this->write(victim, "a stranger's");
+        // What the name leads to from the directory itself.
+        writeFile(this->file("b/a.xml"), "a stranger's");
+        this->library().loadLibrary();
+        ASSERT_EQ(this->value(name), 1);
+
+        EXPECT_FALSE(this->replace(name, 2));
+        EXPECT_FALSE(this->remove(name));
+        EXPECT_EQ(this->value(name), 1);
+        for (const char *victim : victims)
+            EXPECT_EQ(readFile(this->path(victim)), "a stranger's") << victim;
+        EXPECT_EQ(readFile(this->file("b/a.xml")), "a stranger's");
+        this->expectDocument(QStringLiteral("evil.xml"), TypeParam::document(name, 1));
+    }
+}
+
+/// To Qt such a name, given to it alone, is one of its resources.
+TYPED_TEST(FileNames, ThatBeginWithAColonAreReadFromTheDirectory)
+{
+    writeFile(this->file(":a.xml"), TypeParam::document(this->name("A"), 1));
+    this->library().loadLibrary();
+    EXPECT_EQ(this->value(this->name("A")), 1);
 }
 
 TYPED_TEST(FileNames, ThatAreLinksStayLinks)

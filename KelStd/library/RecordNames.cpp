@@ -1,0 +1,84 @@
+#include <KelStd/library/RecordNames.h>
+
+#include <QtCore/QFileInfo>
+
+namespace KelStd::library {
+
+namespace {
+
+bool isSeparator(QChar c)
+{
+    return c == QLatin1Char('/') || c == QLatin1Char('\\');
+}
+
+/// Latin letters alone: a drive has no other.
+bool isLetter(QChar c)
+{
+    return (c >= QLatin1Char('A') && c <= QLatin1Char('Z'))
+           || (c >= QLatin1Char('a') && c <= QLatin1Char('z'));
+}
+
+/// "C:/". Where there are drives, "C:" without a separator leads to that drive's own current
+/// directory; elsewhere it is a name like another.
+bool beginsWithDrive(const QString &name)
+{
+#ifdef Q_OS_WIN
+    constexpr bool needsSeparator = false;
+#else
+    constexpr bool needsSeparator = true;
+#endif
+    return name.size() > 1 && isLetter(name.at(0)) && name.at(1) == QLatin1Char(':')
+           && (!needsSeparator || (name.size() > 2 && isSeparator(name.at(2))));
+}
+
+bool beginsElsewhere(const QString &name)
+{
+    if (name.isEmpty())
+        return false;
+    const QChar first = name.at(0);
+    return beginsWithDrive(name) || isSeparator(first) || first == QLatin1Char(':')
+           || first == QLatin1Char('~');
+}
+
+/// The last piece, which becomes a file's name, cannot: "..", too, is called "...xml" then.
+bool goesUp(const QString &name)
+{
+    int begin = 0;
+    for (int i = 0; i < name.size(); ++i) {
+        if (!isSeparator(name.at(i)))
+            continue;
+        if (name.midRef(begin, i - begin).trimmed() == QLatin1String(".."))
+            return true;
+        begin = i + 1;
+    }
+    return false;
+}
+
+/// A folder that is not there leads nowhere: no file can be written to it.
+bool isLinkedElsewhere(const QDir &directory, const QString &name)
+{
+    if (!name.contains(QLatin1Char('/')))
+        return false;
+    const QString folder =
+        QFileInfo(directory.absoluteFilePath(recordFileName(name))).dir().canonicalPath();
+    QString root = directory.canonicalPath();
+    if (folder.isEmpty() || folder == root)
+        return false;
+    if (!root.endsWith(QLatin1Char('/')))
+        root += QLatin1Char('/');
+    return !folder.startsWith(root);
+}
+
+} // namespace
+
+QString recordFileName(const QString &name)
+{
+    return QStringLiteral("%1.xml").arg(name);
+}
+
+bool leadsOut(const QDir &directory, const QString &name)
+{
+    return beginsElsewhere(name) || goesUp(name) || isLinkedElsewhere(directory, name);
+}
+
+} // namespace KelStd::library
