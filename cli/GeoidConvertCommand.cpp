@@ -2,6 +2,7 @@
 
 #include <cli/CommandLine.h>
 #include <cli/Console.h>
+#include <cli/FilePath.h>
 #include <cli/GridFile.h>
 
 #include <KelStd/proj/ProjLib.h>
@@ -36,8 +37,8 @@ ExitStatus runGeoidConvert(const QStringList &arguments, Console &console)
         return *status;
     if (line.positionals().size() < 2)
         return line.refuse(QStringLiteral("IN.ggf and OUT.gtx are needed"), console);
-    const QString source = line.positionals().at(0);
-    const QString target = line.positionals().at(1);
+    const QString source = onDisk(line.positionals().at(0));
+    const QString target = onDisk(line.positionals().at(1));
     if (!isGgfName(source))
         return line.refuse(QStringLiteral("%1 is no GGF file by its name").arg(source), console);
     if (!target.endsWith(QLatin1String(".gtx"))) {

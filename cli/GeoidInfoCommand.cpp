@@ -2,6 +2,7 @@
 
 #include <cli/CommandLine.h>
 #include <cli/Console.h>
+#include <cli/FilePath.h>
 #include <cli/GeoidModel.h>
 #include <cli/GridText.h>
 #include <cli/Report.h>
@@ -54,7 +55,7 @@ ExitStatus runGeoidInfo(const QStringList &arguments, Console &console)
     GridFile grid;
     QString reason;
     const QList<GeoidModelFile> models = filesOfModel(name);
-    const QString file = models.isEmpty() ? name : models.first().path;
+    const QString file = models.isEmpty() ? onDisk(name) : models.first().path;
     if (!grid.open(file, reason)) {
         console.report(QStringLiteral("cannot read the geoid grid %1: %2").arg(name, reason));
         return ExitStatus::Environment;

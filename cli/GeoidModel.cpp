@@ -1,5 +1,6 @@
 #include <cli/GeoidModel.h>
 
+#include <cli/FilePath.h>
 #include <cli/GridFile.h>
 
 #include <KelStd/platform/AppConfig.h>
@@ -161,7 +162,7 @@ bool ChosenGrid::choose(const QString &nameOrFile, QString &reason)
         m_path = *model;
         return true;
     }
-    const QFileInfo file(nameOrFile);
+    const QFileInfo file(onDisk(nameOrFile));
     if (!file.exists()) {
         reason += QStringLiteral("; nor is there a file of that name ('kelstd geoid list' lists "
                                  "the models)");

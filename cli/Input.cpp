@@ -1,5 +1,6 @@
 #include <cli/Input.h>
 
+#include <cli/FilePath.h>
 #include <cli/StandardStreams.h>
 
 #include <QtCore/QFileInfo>
@@ -14,8 +15,8 @@ bool Input::open(const QString &name, QString &error)
         return true;
     }
     m_displayName = name;
-    m_file.setFileName(name);
-    if (QFileInfo(name).isDir()) {
+    m_file.setFileName(onDisk(name));
+    if (QFileInfo(m_file).isDir()) {
         error = QStringLiteral("it is a directory");
         return false;
     }

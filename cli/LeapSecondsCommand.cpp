@@ -2,6 +2,7 @@
 
 #include <cli/CommandLine.h>
 #include <cli/Console.h>
+#include <cli/FilePath.h>
 #include <cli/LeapSecondList.h>
 #include <cli/Report.h>
 
@@ -119,7 +120,7 @@ ExitStatus runLeapSeconds(const QStringList &arguments, Console &console)
 
     const bool isChosen = line.isSet(QStringLiteral("list"));
     const Comparison comparison =
-        compare(isChosen ? line.value(QStringLiteral("list")) : usualList);
+        compare(isChosen ? onDisk(line.value(QStringLiteral("list"))) : usualList);
     if (isChosen && !comparison.list) {
         console.report(
             QStringLiteral("cannot read the list %1: %2").arg(comparison.file, comparison.problem));

@@ -4,6 +4,7 @@
 
 #include <cli/CommandLine.h>
 #include <cli/Console.h>
+#include <cli/FilePath.h>
 #include <cli/LibraryDocument.h>
 #include <cli/LibraryEntry.h>
 #include <cli/LibraryLock.h>
@@ -86,7 +87,9 @@ std::optional<Record> recordFrom(const QString &fileName, RecordKind kind, Conso
                                                     names.join(QLatin1String(", ")))));
         return std::nullopt;
     }
-    return records->constFirst();
+    Record record = records->constFirst();
+    rename(record, withoutMarks(nameOf(record)));
+    return record;
 }
 
 /// Nothing when a document keeps all of the record; otherwise the status after a report.
@@ -182,6 +185,9 @@ bool isChangeable(const LibraryDirectory &library, RecordKind kind, const QStrin
     QString reason;
     if (kind == RecordKind::Standard)
         reason = QStringLiteral("it is a standard system, and only custom ones are changed");
+    else if (keyOf(kind, name) != name)
+        reason = QStringLiteral("its file's name for it has a byte order mark, which nobody sees; "
+                                "edit that file");
     else
         reason = ownershipFault(library, kind, name);
     if (reason.isEmpty())
@@ -213,9 +219,10 @@ ExitStatus runLibraryAdd(const QStringList &arguments, Console &console)
         return *status;
     if (line.positionals().isEmpty())
         return line.refuse(QStringLiteral("the FILE.xml is missing"), console);
-    const QString fileName = line.positionals().constFirst();
-    if (line.isSet(asOption) && !nameFault(line.value(asOption)).isEmpty())
-        return line.refuse(nameFault(line.value(asOption)), console);
+    const QString fileName = onDisk(line.positionals().constFirst());
+    const QString newName = withoutMarks(line.value(asOption));
+    if (line.isSet(asOption) && !nameFault(newName).isEmpty())
+        return line.refuse(nameFault(newName), console);
     QString mistake;
     const auto kind = kindOfFile(line, fileName, mistake);
     if (!kind)
@@ -225,7 +232,7 @@ ExitStatus runLibraryAdd(const QStringList &arguments, Console &console)
     if (!record)
         return ExitStatus::Environment;
     if (line.isSet(asOption))
-        rename(*record, line.value(asOption));
+        rename(*record, newName);
     const QString fault = nameFault(nameOf(*record));
     if (!fault.isEmpty()) {
         return fail(QStringLiteral("%1; give it another one with --as").arg(fault),
@@ -255,8 +262,8 @@ ExitStatus runLibraryReplace(const QStringList &arguments, Console &console)
         return *status;
     if (line.positionals().size() < 2)
         return line.refuse(QStringLiteral("NAME and FILE.xml are needed"), console);
-    const QString name = line.positionals().at(0);
-    const QString fileName = line.positionals().at(1);
+    const QString name = withoutMarks(line.positionals().at(0));
+    const QString fileName = onDisk(line.positionals().at(1));
     QString mistake;
     const auto kind = kindOfFile(line, fileName, mistake);
     if (!kind)
@@ -303,7 +310,7 @@ ExitStatus runLibraryRemove(const QStringList &arguments, Console &console)
         return line.refuse(mistake, console);
     if (line.positionals().isEmpty())
         return line.refuse(QStringLiteral("the NAME is missing"), console);
-    const QString name = line.positionals().constFirst();
+    const QString name = withoutMarks(line.positionals().constFirst());
     const auto library = openForChange(line, Missing::IsAnError, console);
     if (!library)
         return ExitStatus::Environment;

@@ -144,7 +144,7 @@ private:
         for (const QString &entry : entries) {
             if (documents.contains(entry))
                 continue;
-            const QFileInfo info(m_directory.filePath(entry));
+            const QFileInfo info(m_directory.absolutePath() + QLatin1Char('/') + entry);
             m_findings.skipped(entry, info.isDir() ? QStringLiteral("it is a directory")
                                       : info.isSymLink() && !info.exists()
                                           ? QStringLiteral("it is a link to nothing")
@@ -157,7 +157,7 @@ private:
 
     bool readDocument(const QString &fileName)
     {
-        const QString path = m_directory.filePath(fileName);
+        const QString path = documentPath(m_library, m_kind, fileName);
         QString reason;
         const auto records = recordsIn(path, m_kind, reason);
         if (!records) {

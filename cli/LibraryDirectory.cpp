@@ -2,6 +2,7 @@
 
 #include <cli/CommandLine.h>
 #include <cli/Console.h>
+#include <cli/FilePath.h>
 
 #include <KelStd/files/FileLock.h>
 #include <KelStd/library/StandardLibrary.h>
@@ -216,7 +217,7 @@ bool namesLibrary(const CommandLine &line)
 
 LibraryDirectory chosenDirectory(const CommandLine &line)
 {
-    return namesLibrary(line) ? LibraryDirectory(line.value(dirOption))
+    return namesLibrary(line) ? LibraryDirectory(onDisk(line.value(dirOption)))
                               : LibraryDirectory::ofHome();
 }
 
@@ -228,7 +229,7 @@ std::optional<LibraryDirectory> openLibrary(const CommandLine &line, Missing mis
     const QString given = line.value(dirOption);
     if (given.isEmpty())
         return refuse(QStringLiteral("--dir is empty"), console);
-    const LibraryDirectory library(given);
+    const LibraryDirectory library(onDisk(given));
     if (library.holdsLibrary())
         return library;
     if (!isListable(library.path()))

@@ -6,6 +6,7 @@
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 #include <QtCore/QSaveFile>
+#include <QtCore/QSet>
 
 #include <algorithm>
 
@@ -14,6 +15,19 @@ namespace KelStd::cli {
 namespace {
 
 const QString suffix = QStringLiteral(".xml");
+
+/// The kinds of beginnings that make a name mean something other than a file in the library.
+struct BeginningRow
+{
+    QLatin1Char character;
+    const char *meaning;
+};
+
+const BeginningRow beginnings[] = {
+    {QLatin1Char(':'), "a colon, which Qt takes for a resource of the program"},
+    {QLatin1Char('~'), "a tilde, which a shell takes for a home directory"},
+    {QLatin1Char('.'), "a dot: its file would be hidden and never loaded"},
+};
 
 /// Control characters, and those that Unicode keeps free, of which a document cannot hold all.
 bool isNoText(QChar c)
@@ -31,13 +45,13 @@ struct Holder
 /// The documents that loading finds a record in.
 QList<Holder> holdersOf(const LibraryDirectory &library, RecordKind kind, const QString &name)
 {
-    const QDir directory(library.path(placeOf(kind)));
+    const QString wanted = withoutMarks(name);
     QList<Holder> holders;
     for (const QString &fileName : documentsOf(library, kind)) {
         QString reason;
-        const auto records = recordsIn(directory.filePath(fileName), kind, reason);
-        if (records && std::any_of(records->begin(), records->end(), [&name](const Record &record) {
-                return nameOf(record) == name;
+        const auto records = recordsIn(documentPath(library, kind, fileName), kind, reason);
+        if (records && std::any_of(records->begin(), records->end(), [&](const Record &record) {
+                return withoutMarks(nameOf(record)) == wanted;
             }))
             holders.append({fileName, records->size()});
     }
@@ -72,10 +86,11 @@ QString nameFault(const QString &name)
         return QStringLiteral("the name %1 has a path separator, which no file name can hold")
             .arg(inQuotes(name));
     }
-    if (name.startsWith(QLatin1Char('.'))) {
-        return QStringLiteral("the name %1 begins with a dot: its file would be hidden and "
-                              "never loaded")
-            .arg(inQuotes(name));
+    for (const BeginningRow &row : beginnings) {
+        if (name.startsWith(row.character)) {
+            return QStringLiteral("the name %1 begins with %2")
+                .arg(inQuotes(name), QString::fromLatin1(row.meaning));
+        }
     }
     if (std::any_of(name.cbegin(), name.cend(), isNoText))
         return QStringLiteral("the name has a control character, or one that stands for none");
@@ -89,15 +104,23 @@ QString nameFault(const QString &name)
     return {};
 }
 
+QString documentPath(const LibraryDirectory &library, RecordKind kind, const QString &fileName)
+{
+    return library.path(placeOf(kind)) + QLatin1Char('/') + fileName;
+}
+
 QString recordFile(const LibraryDirectory &library, RecordKind kind, const QString &name)
 {
-    return library.path(placeOf(kind)) + QLatin1Char('/') + name + suffix;
+    return documentPath(library, kind, name + suffix);
 }
 
 QString ambiguity(const LibraryDirectory &library, RecordKind kind, const QString &name)
 {
     const bool isSystem = kind == RecordKind::Custom || kind == RecordKind::Standard;
-    if (isSystem && namesOf(kind).size() == documentsOf(library, kind).size())
+    QSet<QString> visible;
+    for (const QString &each : namesOf(kind))
+        visible.insert(withoutMarks(each));
+    if (isSystem && visible.size() == documentsOf(library, kind).size())
         return {}; // each document has one, and each has its own name
     const auto holders = holdersOf(library, kind, name);
     return holders.size() > 1 ? severalFault(library.path(placeOf(kind)), holders) : QString();
@@ -131,8 +154,9 @@ QString takenBy(RecordKind kind, const QString &name)
         kinds += RecordKind::Standard;
     for (const RecordKind each : kinds) {
         for (const QString &present : namesOf(each)) {
-            if (QString::compare(present, name, Qt::CaseInsensitive) == 0
-                || QString::compare(present, trimmed, Qt::CaseInsensitive) == 0)
+            const QString seen = withoutMarks(present);
+            if (QString::compare(seen, name, Qt::CaseInsensitive) == 0
+                || QString::compare(seen, trimmed, Qt::CaseInsensitive) == 0)
                 return QStringLiteral("the %1 %2").arg(titleOf(each), inQuotes(present));
         }
     }

@@ -16,6 +16,10 @@ QStringList documentsOf(const LibraryDirectory &library, RecordKind kind);
 /// Why no file of the library can be called after `name`; empty when one can.
 QString nameFault(const QString &name);
 
+/// The path of a document. It is put together from its pieces: Qt would take a name that begins
+/// with a colon for one elsewhere.
+QString documentPath(const LibraryDirectory &library, RecordKind kind, const QString &fileName);
+
 /// The file of a record that the library writes.
 QString recordFile(const LibraryDirectory &library, RecordKind kind, const QString &name);
 

@@ -142,6 +142,11 @@ QList<RecordKind> kindsNamed(const QString &word)
     return {};
 }
 
+QString withoutMarks(const QString &name)
+{
+    return QString(name).remove(QChar(QChar::ByteOrderMark));
+}
+
 QString nameOf(const Record &record)
 {
     Record copy = record;
@@ -160,7 +165,22 @@ QStringList namesOf(RecordKind kind)
 
 std::optional<Record> find(RecordKind kind, const QString &name)
 {
-    return rowOf(kind).find(name);
+    if (auto record = rowOf(kind).find(name))
+        return record;
+    const QString key = keyOf(kind, name);
+    return key.isNull() ? std::nullopt : rowOf(kind).find(key);
+}
+
+QString keyOf(RecordKind kind, const QString &name)
+{
+    const QStringList names = namesOf(kind);
+    if (names.contains(name))
+        return name;
+    const QString wanted = withoutMarks(name);
+    const auto found = std::find_if(names.begin(), names.end(), [&wanted](const QString &present) {
+        return withoutMarks(present) == wanted;
+    });
+    return found != names.end() ? *found : QString();
 }
 
 QStringList offeredNames()

@@ -42,13 +42,21 @@ LibraryPlace placeOf(RecordKind kind);
 /// plural; empty for another word.
 QList<RecordKind> kindsNamed(const QString &word);
 
+/// `name` without byte order marks, which a text that was copied from a file may begin with and
+/// nobody sees: they are no part of it.
+QString withoutMarks(const QString &name);
+
 QString nameOf(const Record &record);
 void rename(Record &record, const QString &name);
 
 // --- The registry as it is loaded ----------------------------------------------------------------
 
 QStringList namesOf(RecordKind kind);
+/// The entry of this name, whatever byte order marks it has in its document; one that has none goes
+/// before.
 std::optional<Record> find(RecordKind kind, const QString &name);
+/// The name under which the registry has that entry; null for none.
+QString keyOf(RecordKind kind, const QString &name);
 
 /// The systems that are offered when a project is created.
 QStringList offeredNames();

@@ -37,7 +37,7 @@ ExitStatus runLibraryShow(const QStringList &arguments, Console &console)
         return line.refuse(mistake, console);
     if (line.positionals().isEmpty())
         return line.refuse(QStringLiteral("the NAME is missing"), console);
-    const QString name = line.positionals().constFirst();
+    const QString name = withoutMarks(line.positionals().constFirst());
     const auto library = openLibrary(line, Missing::IsAnError, console);
     if (!library || !loadRecords(*library, console))
         return ExitStatus::Environment;

@@ -1,5 +1,6 @@
 #include <cli/RejectsFile.h>
 
+#include <cli/FilePath.h>
 #include <cli/Input.h>
 #include <cli/StandardStreams.h>
 
@@ -19,10 +20,10 @@ bool RejectsFile::open(const QString &name, const Input &input, QString &error)
             return false;
         }
     }
-    const QFileInfo info(name);
+    const QFileInfo info(onDisk(name));
     std::unique_ptr<QFileDevice> device;
     if (info.exists() && !info.isFile()) {
-        device = std::make_unique<QFile>(name);
+        device = std::make_unique<QFile>(info.filePath());
     } else {
         // PROJ's transformations are created in another directory.
         auto replacing = std::make_unique<QSaveFile>(info.absoluteFilePath());

@@ -1,6 +1,7 @@
 #include <cli/SystemChoice.h>
 
 #include <cli/Console.h>
+#include <cli/FilePath.h>
 #include <cli/LibraryEntry.h>
 #include <cli/SystemFile.h>
 
@@ -16,14 +17,14 @@ const QList<RecordKind> systemKinds = {RecordKind::Custom, RecordKind::Standard}
 /// Whether a file keeps a name from meaning a system of the library.
 bool isFile(const QString &given)
 {
-    return QFileInfo::exists(given) && !QFileInfo(given).isDir();
+    return QFileInfo(onDisk(given)).exists() && !QFileInfo(onDisk(given)).isDir();
 }
 
 /// Slashes say nothing: the names of systems are full of them ("WGS 84 / UTM zone 31N").
 bool meansFile(const QString &given)
 {
     return isFile(given) || given.endsWith(QLatin1String(".xml"), Qt::CaseInsensitive)
-           || QDir::isAbsolutePath(given) || given.startsWith(QLatin1String("./"))
+           || QDir::isAbsolutePath(onDisk(given)) || given.startsWith(QLatin1String("./"))
            || given.startsWith(QLatin1String("../"));
 }
 
@@ -41,8 +42,9 @@ enum class Lookup
 };
 
 /// Looks for the system of a name, which is then in the registry.
-Lookup lookUp(const LibraryDirectory &library, const QString &name, Coord &coord, Console &console)
+Lookup lookUp(const LibraryDirectory &library, const QString &given, Coord &coord, Console &console)
 {
+    const QString name = withoutMarks(given);
     const auto fail = [&](const QString &reason) {
         cannotRead(name, reason, console);
         return Lookup::Failed;
@@ -80,7 +82,7 @@ QString hiddenBy(const QString &fileName, const LibraryDirectory &library)
 bool readFile(const QString &given, const LibraryDirectory &library, Coord &coord, Console &console)
 {
     QString reason;
-    if (readSystem(given, coord, reason))
+    if (readSystem(onDisk(given), coord, reason))
         return true;
     if (!library.holdsLibrary())
         return cannotRead(given, reason, console);
@@ -117,7 +119,7 @@ bool readChosenSystem(const QString &given, const CommandLine &line, Coord &coor
     const Lookup lookup = lookUp(*library, given, coord, console);
     if (lookup != Lookup::Missing)
         return lookup == Lookup::Found;
-    if (QFileInfo(given).isDir())
+    if (QFileInfo(onDisk(given)).isDir())
         return cannotRead(given, QStringLiteral("it is a directory"), console);
     QString reason;
     loadPlaces(*library, {LibraryPlace::Custom, LibraryPlace::Standard}, reason); // for the hint

@@ -2,6 +2,7 @@
 
 #include <cli/CommandLine.h>
 #include <cli/Console.h>
+#include <cli/FilePath.h>
 #include <cli/SystemFile.h>
 #include <cli/TypedNumber.h>
 
@@ -180,7 +181,7 @@ ExitStatus runSystemDefault(const QStringList &arguments, Console &console)
     QString mistake;
     if (!choose(line, choice, mistake))
         return line.refuse(mistake, console);
-    const QString fileName = line.value(QStringLiteral("output"));
+    const QString fileName = onDisk(line.value(QStringLiteral("output")));
     if (fileName.isEmpty())
         return line.refuse(QStringLiteral("-o FILE is missing"), console);
     if (fileName == QLatin1String("-"))

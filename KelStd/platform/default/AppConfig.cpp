@@ -30,7 +30,8 @@ std::optional<QDir> fromEnvironment(const char *variable)
     const QString path = qEnvironmentVariable(variable);
     if (path.isEmpty())
         return std::nullopt;
-    return QDir(path);
+    // A name that begins with a colon is a directory like another here, and no resource of Qt's.
+    return QDir(path.startsWith(QLatin1Char(':')) ? QLatin1String("./") + path : path);
 }
 
 QDir userDataDir()
