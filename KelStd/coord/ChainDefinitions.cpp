@@ -3,12 +3,17 @@
 #include <KelStd/coord/Coord.h>
 #include <KelStd/platform/AppConfig.h>
 #include <KelStd/platform/ResourceQuery.h>
+#include <KelStd/proj/ConfiguredAxis.h>
 #include <KelStd/proj/FixedBuffer.h>
 
 namespace KelStd {
 
 ChainDefinitions::ChainDefinitions(const Coord *coord)
 {
+    if (coord != nullptr)
+        problem = proj::axisProblem(coord->ellipsoid);
+    if (!problem.isEmpty())
+        return;
     char geographicText[proj::chainDefinitionSize] = {};
     char cartesianText[proj::chainDefinitionSize] = {};
     char localGeographicText[proj::chainDefinitionSize] = {};

@@ -63,8 +63,9 @@ public:
     /// This and the next three operations fill all four frames of `location` and return true. On
     /// failure they return false, leave `location` untouched, and `error` (when given) says why:
     /// "No proj library.", "Error format." (PROJ refuses a definition of the system, or one does
-    /// not fit its buffer) or PROJ's own text. `ignoredCoord` is not used. The plane
-    /// transformation and the height fitting of `coord` are not applied.
+    /// not fit its buffer), PROJ's own text, or that the display configuration shows the
+    /// ellipsoid's axis in a unit that is no length (docs/display-configuration.md). `ignoredCoord`
+    /// is not used. The plane transformation and the height fitting of `coord` are not applied.
     ///
     /// The projected height is the local ellipsoidal one, unless `coord` names a geoid model: then
     /// it is the height above the geoid (WGS84 ellipsoidal height and separation). Where the host's

@@ -3,6 +3,8 @@
 #include <KelStd/coord/ChainDefinitions.h>
 #include <KelStd/coord/Coord.h>
 #include <KelStd/coord/LocationSteps.h>
+#include <KelStd/proj/LoadedProj.h>
+#include <KelStd/proj/Messages.h>
 #include <KelStd/proj/PreparedTransformations.h>
 
 #include <type_traits>
@@ -20,6 +22,9 @@ public:
     template <typename Steps>
     bool make(Steps steps, const Pos &position, Location &location, QString *error)
     {
+        // Where PROJ is not loaded the first stage says so.
+        if (!m_problem.isEmpty() && proj::LoadedProj::instance().isLoaded())
+            return proj::fail(error, m_problem);
         const Pos given = position; // which may be part of `location`
         const Location before = location;
         m_error = error;
@@ -87,7 +92,7 @@ private:
           m_projectedToLocal(m_prepared.addConversion(chain.localProjected, chain.localGeographic)),
           m_toGeoid(m_prepared.addShift(gridFile, proj::ShiftDirection::ToGeoid)),
           m_toEllipsoid(m_prepared.addShift(gridFile, proj::ShiftDirection::ToEllipsoid)),
-          m_hasGeoid(!gridFile.isEmpty())
+          m_hasGeoid(!gridFile.isEmpty()), m_problem(chain.problem)
     {}
 
     proj::PreparedTransformations m_prepared; // before the numbers that it gives out
@@ -100,6 +105,7 @@ private:
     Index m_toGeoid;
     Index m_toEllipsoid;
     bool m_hasGeoid;
+    QString m_problem;          ///< what keeps every location from being made, or empty
     QString *m_error = nullptr; ///< where the stages of a position put their reasons
 };
 

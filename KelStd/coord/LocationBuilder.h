@@ -31,7 +31,8 @@ class Coord;
 /// of its own. Creating a transformation changes the process's current directory for that moment,
 /// and threads wait for each other there. `ProjLib::___unloadEnviroment` may be called only while
 /// no builder works; a builder then fails with "No proj library." until PROJ is loaded again.
-/// Unlike the operations of `Coord`, a builder does not log.
+/// Unlike the operations of `Coord`, a builder does not log failures; creating one may log the
+/// warning of the display configuration, as they do.
 class KELSTD_EXPORT LocationBuilder
 {
 public:

@@ -2,7 +2,10 @@
 
 #include <KelStd/coord/ChainDefinitions.h>
 #include <KelStd/coord/LocationSteps.h>
+#include <KelStd/proj/LoadedProj.h>
+#include <KelStd/proj/Messages.h>
 #include <KelStd/proj/ProjLib.h>
+#include <KelStd/proj/TransformationResult.h>
 #include <KelStd/proj/WorkingDirectoryScope.h>
 
 namespace KelStd {
@@ -69,6 +72,16 @@ public:
                                                    m_gridFile, diff, m_error);
     }
 
+    /// Where PROJ is not loaded the first stage says so.
+    bool areDefined() const
+    {
+        const QString &problem = m_definitions.problem;
+        if (problem.isEmpty() || !proj::LoadedProj::instance().isLoaded())
+            return true;
+        proj::logFailure(problem, LogType_Error);
+        return proj::fail(m_error, problem);
+    }
+
 private:
     bool convert(const QString &source, const QString &target, ProjLib::EConvertType type,
                  const Pos &from, Pos &to) const
@@ -90,7 +103,8 @@ bool makeLocation(Steps steps, const Pos &pos, Location &location, const Coord *
                   QString *error)
 {
     Location result;
-    if (!steps(FreshStages(coord, error), pos, result))
+    const FreshStages stages(coord, error);
+    if (!stages.areDefined() || !steps(stages, pos, result))
         return false;
     location = result;
     return true;

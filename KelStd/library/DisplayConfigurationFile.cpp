@@ -44,7 +44,8 @@ void StandardLibrary::loadShowConfig()
         return;
     stShowConfig config;
     QDataStream stream(&file);
-    if (config.load(stream))
+    // `load` itself is content with zeros for what a file cut short does not have.
+    if (config.load(stream) && stream.status() == QDataStream::Ok)
         showConfig = config;
 }
 

@@ -79,7 +79,8 @@ public:
     /// Every record is known by its own name, whatever its file is called; of several records of
     /// one name the one read last stays, in the order in which the file system lists the files. A
     /// file that cannot be read is skipped as a whole, and so is everything that is no regular
-    /// file. Base system and display configuration stay as they are unless their file can be read.
+    /// file. Base system and display configuration stay as they are unless their file can be read
+    /// whole.
     /// Offered systems that are neither custom nor standard are dropped. A missing file of the
     /// offered systems is created, with none in it.
     void loadLibrary();

@@ -96,7 +96,8 @@ public:
     bool angleKeepZero;
 
     /// Also the unit and decimals in which a spelled-out semi-major axis reaches PROJ: keep metres
-    /// and at least 3 decimals while converting (docs/display-configuration.md).
+    /// and at least 3 decimals while converting (docs/display-configuration.md). Anything else is
+    /// warned of in the host's log.
     EUnit distanceUnit;
     unsigned char distancePrecision;
     bool distanceKeepZero;

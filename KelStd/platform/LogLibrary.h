@@ -6,8 +6,9 @@
 
 #include <functional>
 
-/// The level of a log entry. The library logs failed point conversions as `LogType_Error` and
-/// failed geoid computations as `LogType_Warning`.
+/// The level of a log entry. The library logs failed point conversions as `LogType_Error`, failed
+/// geoid computations as `LogType_Warning`, and so it does the display configuration's reach into
+/// PROJ definitions (docs/display-configuration.md).
 enum ELogType : qint32
 {
     LogType_Message = 0,

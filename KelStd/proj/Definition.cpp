@@ -1,6 +1,7 @@
 #include <KelStd/proj/Definition.h>
 
 #include <KelStd/platform/Toolkits.h>
+#include <KelStd/proj/ConfiguredAxis.h>
 #include <KelStd/text/CoordStringHelper.h>
 
 #include <QtCore/QStringList>
@@ -31,6 +32,7 @@ QString semiMajorAxis(const Param &axis)
     QString text = CoordStringHelper::GetFormatString(axis);
     if (axis.unit != Unit_Meter)
         text += CoordStringHelper::Unit_to_Proj4String(axis.unit);
+    warnOfConfiguredAxis(axis);
     return text;
 }
 

@@ -43,15 +43,16 @@ bool ProjLib::GetProjectionString_proj4(const Projection *projection, const Elli
 {
     if (!proj::LoadedProj::instance().isLoaded())
         return proj::fail(error, proj::noLibraryText());
-    const proj::WorkingDirectoryScope scope;
     if (projection == nullptr)
         return false;
 
-    // The whole text, also when it does not fit the buffer that PROJ is given.
+    // The whole text, also when it does not fit the buffer that PROJ is given. The host's log may
+    // be told of it: outside of the scope.
     out = projectionDefinition(*projection, ellipsoid);
-
     char buffer[proj::definitionSize] = {};
-    __ProjectionToProjString(projection, ellipsoid, buffer);
+    proj::copyToBuffer(out, buffer, proj::definitionSize);
+
+    const proj::WorkingDirectoryScope scope;
     const proj::ProjObject accepted(
         buffer[0] == '\0'
             ? nullptr

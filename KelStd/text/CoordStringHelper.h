@@ -209,8 +209,8 @@ public:
     /// their own one; what follows it is ignored.
     ///
     /// \return false, with `degrees` untouched, for anything else. With `Format_Degree` a text that
-    /// has the symbol always sets `degrees`, deliberately, to what `QString::toDouble` makes of what
-    /// stands before it: 0 where that is no number, an infinity where no double is so large.
+    /// has the symbol always sets `degrees`, deliberately, to what `QString::toDouble` makes of
+    /// what stands before it: 0 where that is no number, an infinity where no double is so large.
     static bool GetAngleValue(const QString &text, EFormat format, double &degrees);
 
 private:

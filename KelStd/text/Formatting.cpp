@@ -4,6 +4,7 @@
 #include <KelStd/coord/Pos.h>
 #include <KelStd/library/ShowConfigRows.h>
 #include <KelStd/library/StandardLibrary.h>
+#include <KelStd/text/ConfiguredStyle.h>
 #include <KelStd/text/EnumerationTables.h>
 #include <KelStd/text/EnumerationValueText.h>
 #include <KelStd/text/NumberText.h>
@@ -40,6 +41,16 @@ QString withHemisphere(double value, EFormat format, text::NumberStyle style, co
 }
 
 } // namespace
+
+std::optional<text::ConfiguredStyle> text::configuredStyle(EValueType type)
+{
+    const ShowConfigRow *row = findShowConfigRow(type);
+    if (row == nullptr || row->precision == nullptr)
+        return std::nullopt;
+    const stShowConfig &config = *StandardLibrary::getInstance().getShowConfig();
+    const auto unit = row->unit != nullptr ? std::optional(config.*row->unit) : std::nullopt;
+    return ConfiguredStyle{unit, config.*row->precision};
+}
 
 QString CoordStringHelper::GetFormatString(EValueType type, const QVariant &value, EUnit fromUnit,
                                            EUnit toUnit, EFormat format, unsigned char precision,
