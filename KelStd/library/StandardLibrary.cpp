@@ -1,8 +1,10 @@
 #include <KelStd/library/StandardLibrary.h>
 
+#include <KelStd/library/ShowConfigInUse.h>
+
 namespace KelStd {
 
-StandardLibrary::StandardLibrary() = default;
+StandardLibrary::StandardLibrary() : showConfig(library::showConfigInUse()) {}
 
 StandardLibrary::~StandardLibrary() = default;
 

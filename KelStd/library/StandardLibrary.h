@@ -182,7 +182,7 @@ private:
     QMap<QString, Coord> standardCoordLibrary;
     QList<QPair<QString, QString>> showInCreateProjectCoords;
     QString showConfigFilePath;
-    stShowConfig showConfig;
+    stShowConfig &showConfig; ///< which outlives the registry
 };
 
 } // namespace KelStd

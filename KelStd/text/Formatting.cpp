@@ -2,8 +2,8 @@
 
 #include <KelStd/coord/Coord.h>
 #include <KelStd/coord/Pos.h>
+#include <KelStd/library/ShowConfigInUse.h>
 #include <KelStd/library/ShowConfigRows.h>
-#include <KelStd/library/StandardLibrary.h>
 #include <KelStd/text/ConfiguredStyle.h>
 #include <KelStd/text/EnumerationTables.h>
 #include <KelStd/text/EnumerationValueText.h>
@@ -47,7 +47,7 @@ std::optional<text::ConfiguredStyle> text::configuredStyle(EValueType type)
     const ShowConfigRow *row = findShowConfigRow(type);
     if (row == nullptr || row->precision == nullptr)
         return std::nullopt;
-    const stShowConfig &config = *StandardLibrary::getInstance().getShowConfig();
+    const stShowConfig &config = library::showConfigInUse();
     const auto unit = row->unit != nullptr ? std::optional(config.*row->unit) : std::nullopt;
     return ConfiguredStyle{unit, config.*row->precision};
 }
@@ -113,7 +113,7 @@ QString CoordStringHelper::GetFormatString(EValueType type, const QVariant &valu
     const ShowConfigRow *row = findShowConfigRow(type);
     if (row == nullptr)
         return {};
-    const stShowConfig &config = *StandardLibrary::getInstance().getShowConfig();
+    const stShowConfig &config = library::showConfigInUse();
     return GetFormatString(type, value, unit, row->unitIn(config, unit), row->formatIn(config),
                            row->precisionIn(config), row->erasesTailZero(config), unitText);
 }

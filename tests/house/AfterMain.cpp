@@ -78,6 +78,8 @@ void printAndParse()
                                         Format_Degree, 1, false)
                 == latin("30.5") + QChar(0x00B0));
     EXPECT_HERE(TimeGpsW(2300, 345600).toString() == latin("2300week 345600sec"));
+    // As the display configuration has it, when the registry is gone.
+    EXPECT_HERE(Helper::GetFormatString(ValueType_Distance, 1.5, Unit_Meter) == latin("1.5"));
     QVariant value;
     EXPECT_HERE(Helper::GetValueFromString(
         ValueType_Angle, Unit_Degree, latin("30") + QChar(0x00B0) + latin("15") + QChar(0x2032),

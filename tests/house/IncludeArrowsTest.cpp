@@ -46,7 +46,7 @@ const QList<Part> &parts()
         {"KelStd/time/", "time", {"export", "enumerations"}},
         {"KelStd/text/Formatting.cpp",
          "formatting",
-         {"export", "enumerations", "values", "text", "platform", "registry", "showConfig"}},
+         {"export", "enumerations", "values", "text", "platform", "showConfig"}},
         {"KelStd/text/", "text", {"export", "enumerations", "values", "platform"}},
         {"KelStd/library/stShowConfig",
          "showConfig",
