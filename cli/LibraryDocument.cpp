@@ -177,6 +177,12 @@ DocumentOutline outlineOf(const QString &fileName, std::optional<RecordKind> kin
                             .arg(io::largestDocument / (1024 * 1024));
         return outline;
     }
+    if (!io::isWithinLimits(fileName)) {
+        outline.fault = QStringLiteral("it has more tags and attributes than the library reads "
+                                       "(%1), or is no XML")
+                            .arg(io::maxMarkup);
+        return outline;
+    }
     return Walk(file, kind).run();
 }
 

@@ -36,9 +36,9 @@ public:
     /// Returns true when a complete system was read. On failure `coord` may be partly updated.
     /// `errorMessage` (when given) is written when the file cannot be opened and when a required
     /// element is missing; a document that is no XML, is larger than 64 MiB, is nested deeper than
-    /// 256 elements, declares entities or anything else in its document type, or carries another
-    /// version fails without a message. Bytes that are no text in the document's encoding are read
-    /// as U+FFFD.
+    /// 256 elements, has more than 400,000 tags and attributes, declares entities or anything else
+    /// in its document type, or carries another version fails without a message. Bytes that are no
+    /// text in the document's encoding are read as U+FFFD.
     static bool xml_read(const QString &fileName, Coord &coord, QString *errorMessage = nullptr);
 
     // --- Element names -------------------------------------------------------------------------

@@ -26,15 +26,17 @@ struct WideReference
 class MarkupWalker
 {
 public:
-    explicit MarkupWalker(const QString &text)
+    MarkupWalker(const QString &text, int maxAttributes)
         : m_begin(text.constData()), m_at(m_begin), m_end(m_begin + text.size()),
-          m_hasReferences(text.contains(QLatin1Char('&')))
+          m_hasReferences(text.contains(QLatin1Char('&'))), m_maxAttributes(maxAttributes)
     {}
 
     bool isSafe()
     {
         int depth = 0;
         while (moveToTag()) {
+            if (++m_markup > maxMarkup)
+                return false;
             switch (second().unicode()) {
             case '/':
                 --depth;
@@ -161,10 +163,12 @@ private:
         const QChar *const before = m_at;
         m_attributes.clear();
         skipQuoted([this](QChar c) {
-            if (c == QLatin1Char('='))
+            if (c == QLatin1Char('=') && ++m_markup <= maxMarkup)
                 m_attributes.push_back(nameBefore(m_at));
         });
-        m_isSafe = m_isSafe && !hasOneTwice(m_attributes);
+        m_isSafe = m_isSafe && m_markup <= maxMarkup
+                   && m_attributes.size() <= std::size_t(m_maxAttributes)
+                   && !hasOneTwice(m_attributes);
         judgeReferences(before);
         return m_at - before > 2 && m_at[-2] == QLatin1Char('/');
     }
@@ -196,7 +200,9 @@ private:
     const QChar *m_at;
     const QChar *const m_end;
     const bool m_hasReferences;
+    const int m_maxAttributes;
     bool m_isSafe = true;
+    int m_markup = 0; ///< tags, comments, instructions and attributes so far
     std::vector<WideReference> m_wide;
     std::vector<QStringView> m_attributes; ///< names of the present tag
 };
@@ -233,9 +239,9 @@ bool isXmlText(const QString &text)
            });
 }
 
-bool makeSafeToParse(QString &text)
+bool makeSafeToParse(QString &text, int maxAttributes)
 {
-    MarkupWalker walker(text);
+    MarkupWalker walker(text, maxAttributes);
     if (!walker.isSafe())
         return false;
     if (!walker.wideReferences().empty())

@@ -24,12 +24,20 @@ QTextCodec *declaredCodec(const QByteArray &bytes)
 }
 
 /// A byte order mark decides, then the declaration, then UTF-8.
-QString decoded(const QByteArray &bytes)
+QTextCodec *codecOf(const QByteArray &bytes)
 {
-    QTextCodec *codec = QTextCodec::codecForUtfText(bytes, declaredCodec(bytes));
-    if (codec == nullptr)
-        codec = QTextCodec::codecForName(encoding);
-    return codec->toUnicode(bytes);
+    QTextCodec *const codec = QTextCodec::codecForUtfText(bytes, declaredCodec(bytes));
+    return codec != nullptr ? codec : QTextCodec::codecForName(encoding);
+}
+
+/// A text may well have U+FFFD itself.
+Damage damageOf(const QByteArray &bytes, const QString &text)
+{
+    if (!text.contains(QChar(QChar::ReplacementCharacter)))
+        return Damage::None;
+    QTextCodec::ConverterState state;
+    codecOf(bytes)->toUnicode(bytes.constData(), bytes.size(), &state);
+    return state.invalidChars > 0 || state.remainingChars > 0 ? Damage::Some : Damage::None;
 }
 
 /// Reads to the end. False for more than a document may have, of which the rest stays unread.
@@ -51,6 +59,28 @@ bool readBytes(QFile &file, QByteArray &bytes)
     return false;
 }
 
+/// The text of a file. Its bytes, as large as half of the text, are not kept.
+bool readText(const QString &fileName, Source source, QString &text, Damage *damage, QString *error)
+{
+    QFile file;
+    if (!openForReading(file, fileName, source, error))
+        return false;
+    QByteArray bytes;
+    if (!readBytes(file, bytes))
+        return false;
+    text = codecOf(bytes)->toUnicode(bytes);
+    if (damage != nullptr)
+        *damage = damageOf(bytes, text);
+    return true;
+}
+
+bool parse(QString &text, LineEnds lineEnds, QDomDocument &document)
+{
+    if (lineEnds == LineEnds::WithoutReturns)
+        text.remove(QLatin1Char('\r'));
+    return makeSafeToParse(text) && document.setContent(text);
+}
+
 /// What the file holds, before it is encoded.
 QString textOf(const QDomDocument &document)
 {
@@ -66,16 +96,31 @@ QString textOf(const QDomDocument &document)
 bool readDocument(const QString &fileName, Source source, QDomDocument &document, QString *error,
                   LineEnds lineEnds)
 {
+    QString text;
+    return readText(fileName, source, text, nullptr, error) && parse(text, lineEnds, document);
+}
+
+bool readDocument(const QString &fileName, Source source, QDomDocument &document, Damage &damage,
+                  QString *error)
+{
+    QString text;
+    return readText(fileName, source, text, &damage, error)
+           && parse(text, LineEnds::AsTheyAre, document);
+}
+
+bool isWithinLimits(const QString &fileName)
+{
+    constexpr int harmless = 20000; // signs of markup; a coordinate system has some six hundred
+    constexpr int maxAttributes = 1000;
     QFile file;
-    if (!openForReading(file, fileName, source, error))
-        return false;
     QByteArray bytes;
-    if (!readBytes(file, bytes))
+    if (!openForReading(file, fileName, Source::RegularFile, nullptr) || !readBytes(file, bytes))
         return false;
-    QString text = decoded(bytes);
-    if (lineEnds == LineEnds::WithoutReturns)
-        text.remove(QLatin1Char('\r'));
-    return makeSafeToParse(text) && document.setContent(text);
+    if (bytes.count('<') + bytes.count('=') <= harmless)
+        return true;
+    QString text = codecOf(bytes)->toUnicode(bytes);
+    bytes.clear();
+    return makeSafeToParse(text, maxAttributes);
 }
 
 QDomDocument documentFrame()

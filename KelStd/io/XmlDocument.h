@@ -19,12 +19,13 @@ bool isXmlText(const QString &text);
 /// else. Whether the text is well-formed otherwise is left to the parser.
 ///
 /// False for a text that is none for `isXmlText`, that nests elements deeper than `deepestNesting`,
-/// that has declarations of its own in a document type (an entity declared there could hold
-/// elements that nest anew at each mention), that mentions entities which are not XML's own (they
-/// would vanish, and a number end there), or in which a tag has an attribute twice. References to
-/// characters beyond U+FFFF, of which the parser would keep sixteen bits, become the characters,
-/// and so do references to the two halves of one.
-bool makeSafeToParse(QString &text);
+/// that has more markup than `maxMarkup` or a tag with more than `maxAttributes`, that has
+/// declarations of its own in a document type (an entity declared there could hold elements that
+/// nest anew at each mention), that mentions entities which are not XML's own (they would vanish,
+/// and a number end there), or in which a tag has an attribute twice. References to characters
+/// beyond U+FFFF, of which the parser would keep sixteen bits, become the characters, and so do
+/// references to the two halves of one.
+bool makeSafeToParse(QString &text, int maxAttributes = maxMarkup);
 
 /// What becomes of carriage returns.
 enum class LineEnds
@@ -38,6 +39,17 @@ enum class LineEnds
 /// that is safe to parse.
 bool readDocument(const QString &fileName, Source source, QDomDocument &document, QString *error,
                   LineEnds lineEnds = LineEnds::AsTheyAre);
+
+/// Whether a document may have bytes that are no text in its encoding. They are read as U+FFFD.
+enum class Damage
+{
+    None,
+    Some
+};
+
+/// As above, and tells of `damage` in a document that was read.
+bool readDocument(const QString &fileName, Source source, QDomDocument &document, Damage &damage,
+                  QString *error);
 
 /// A document that holds nothing but the processing instruction with which every file begins.
 QDomDocument documentFrame();

@@ -165,6 +165,30 @@ TEST_F(HostileDocuments, ManyElementsSideBySideAreAccepted)
     EXPECT_TRUE(read(pieces.bytes(), coord));
 }
 
+// Qt's tree takes several hundred bytes for each of them.
+TEST_F(HostileDocuments, MoreMarkupThanFitsIntoMemoryIsRefused)
+{
+    const QByteArray frame = DocumentPieces().bytes();
+    const int own = frame.count('<') + frame.count('=');
+    constexpr int limit = 400000;
+    for (const char *piece : {"<a/>", "<!---->", "<?a?>", "<a></a>", "<a b='1'/>"}) {
+        SCOPED_TRACE(piece);
+        const int each = QByteArray(piece).count('<') + QByteArray(piece).count('=');
+        DocumentPieces pieces;
+        pieces.more = QByteArray(piece).repeated((limit - own) / each);
+        Coord coord;
+        EXPECT_TRUE(read(pieces.bytes(), coord));
+        pieces.more += QByteArray(piece).repeated(2 + own / each);
+        expectRefused(pieces.bytes());
+    }
+    QByteArray tag = "<a";
+    for (int i = 0; i <= limit; ++i)
+        tag += " a" + QByteArray::number(i) + "=''";
+    DocumentPieces pieces;
+    pieces.more = tag + "/>";
+    expectRefused(pieces.bytes());
+}
+
 TEST_F(HostileDocuments, EntityBombIsRefusedQuickly)
 {
     QByteArray entities = "<!ENTITY e0 \"lol\">\n";
