@@ -18,6 +18,7 @@
 #include <KelStd/files/FileLock.h>
 #include <KelStd/io/Coord_IO.h>
 #include <KelStd/io/DocumentLimits.h>
+#include <KelStd/io/DocumentReview.h>
 #include <KelStd/io/ListDocuments.h>
 #include <KelStd/io/RecordParamNames.h>
 #include <KelStd/library/StandardLibrary.h>

@@ -43,11 +43,14 @@ namespace io {
 
 bool readCoord(const QString &fileName, Source source, Coord &coord, QString *error)
 {
-    using Names = Coord_IO;
     QDomDocument document;
-    if (!readDocument(fileName, source, document, error))
-        return false;
-    const QDomElement root = document.documentElement();
+    return readDocument(fileName, source, document, error)
+           && readCoord(document.documentElement(), coord, error);
+}
+
+bool readCoord(const QDomElement &root, Coord &coord, QString *error)
+{
+    using Names = Coord_IO;
     if (!hasReadableVersion(root))
         return false;
     coord.coord_name = root.attribute(Names::xml_attrName_rootName);

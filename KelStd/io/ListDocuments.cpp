@@ -31,16 +31,7 @@ bool readList(const ListForm<Record> &form, const QString &fileName, QList<Recor
     QDomDocument document;
     if (!readDocument(fileName, Source::RegularFile, document, error))
         return false;
-    const QDomElement root = document.documentElement();
-    if (!hasReadableVersion(root))
-        return false;
-    return readEach(root, form.recordName, [&form, &records](const QDomElement &element) {
-        Record record;
-        if (!form.read(element, record))
-            return false;
-        records << record;
-        return true;
-    });
+    return readRecords(document.documentElement(), form.recordName, form.read, records);
 }
 
 template <typename Record>

@@ -29,6 +29,24 @@ QVariant ownValue(const QDomElement &element, EValueType type)
     return first.isText() ? fromValueText(type, first.nodeValue()) : QVariant();
 }
 
+/// Reads the parameters that the element has. One that cannot be read is left as it is.
+template <typename Record, std::size_t count>
+void readParams(const QDomElement &element, Record &record, const NamedParam<Record> (&rows)[count])
+{
+    for (const auto &row : rows) {
+        const QDomElement child = element.firstChildElement(QString::fromLatin1(row.name));
+        if (!child.isNull())
+            readParam(child, record.*row.member);
+    }
+}
+
+} // namespace
+
+bool hasReadableVersion(const QDomElement &element)
+{
+    return element.attribute(Names::xml_attrName_ver).toInt() == documentVersion;
+}
+
 bool readParam(const QDomElement &element, Param &param)
 {
     if (!hasReadableVersion(element))
@@ -55,24 +73,6 @@ bool readParam(const QDomElement &element, Param &param)
     if (value.isValid())
         param.value = value;
     return true;
-}
-
-/// Reads the parameters that the element has. One that cannot be read is left as it is.
-template <typename Record, std::size_t count>
-void readParams(const QDomElement &element, Record &record, const NamedParam<Record> (&rows)[count])
-{
-    for (const auto &row : rows) {
-        const QDomElement child = element.firstChildElement(QString::fromLatin1(row.name));
-        if (!child.isNull())
-            readParam(child, record.*row.member);
-    }
-}
-
-} // namespace
-
-bool hasReadableVersion(const QDomElement &element)
-{
-    return element.attribute(Names::xml_attrName_ver).toInt() == documentVersion;
 }
 
 bool readEllipsoid(const QDomElement &element, Ellipsoid &ellipsoid)

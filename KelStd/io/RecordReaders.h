@@ -2,6 +2,7 @@
 
 #include <KelStd/coord/Coord.h>
 
+#include <QtCore/QList>
 #include <QtXml/QDomElement>
 
 /// Records from their elements. Each reader returns false when the element's version is not the
@@ -22,6 +23,23 @@ bool readEach(const QDomElement &element, const QString &name, Read read)
 
 bool hasReadableVersion(const QDomElement &element);
 
+/// The records of a list document, whose elements are called `name`; those before one that is not
+/// read are appended all the same.
+template <typename Record>
+bool readRecords(const QDomElement &root, const QString &name,
+                 bool (*read)(const QDomElement &, Record &), QList<Record> &records)
+{
+    return hasReadableVersion(root)
+           && readEach(root, name, [read, &records](const QDomElement &element) {
+                  Record record;
+                  if (!read(element, record))
+                      return false;
+                  records << record;
+                  return true;
+              });
+}
+
+bool readParam(const QDomElement &element, Param &param);
 bool readEllipsoid(const QDomElement &element, Ellipsoid &ellipsoid);
 bool readProjection(const QDomElement &element, Projection &projection);
 bool readEllipsoidTransform(const QDomElement &element, stEllipsoinTransform &record);

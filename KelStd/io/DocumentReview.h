@@ -1,0 +1,89 @@
+#pragma once
+
+#include <KelStd/Export.h>
+#include <KelStd/coord/Coord.h>
+
+#include <QtCore/QList>
+#include <QtCore/QString>
+
+/// What a document says and its reader does not understand so.
+///
+/// Reading is forgiving, as files of many years ask for it: a number that is none reads as 0, a
+/// misspelt word as the first of its kind, a misspelt attribute as nothing, and a unit that PROJ is
+/// not told of changes nothing. The operations below read exactly as `Coord_IO::xml_read` and the
+/// readers of lists do, and list beside it everything that was not taken over as it stands, that
+/// the definitions made of the record will not use, or that no system of this earth has. Before a
+/// system's numbers are trusted, or written anew, the list should be empty.
+///
+///     QList<io::DocumentFinding> findings;
+///     if (io::reviewCoord(fileName, coord, findings, &error) && findings.isEmpty())
+///         use(coord);
+namespace KelStd::io {
+
+enum class FindingKind
+{
+    // --- What was not taken over as it stands -------------------------------------------------
+    UnknownElement,   ///< no such element is read in this place
+    UnknownAttribute, ///< no such attribute is read in this place
+    StrayText,        ///< a text where none is read
+    Repeated,         ///< one of several that mean the same thing, of which one is taken
+    WrongVersion,     ///< "ver" is missing or another than 1, so that the element is passed over
+    MissingAttribute, ///< one without which the element does not mean what it should
+    MissingValue,     ///< a parameter that is used has no value
+    UnknownWord,      ///< a word in none of the format's spellings: case counts, and so do blanks
+    NotANumber,       ///< also an infinite number, and one that its type cannot hold
+    SplitText,        ///< something within a text, of which the part before it is taken at most
+    DamagedText,      ///< bytes that are no text in the document's encoding
+
+    // --- What the definitions will not use ----------------------------------------------------
+    NotUsed,       ///< a value that no definition has, or that it has otherwise
+    UnitNotUsed,   ///< a unit other than the one in which the definition takes the number
+    Contradiction, ///< numbers of an ellipsoid beside the PROJ name of another one
+
+    // --- What cannot be meant -----------------------------------------------------------------
+    Implausible, ///< an axis, flattening, scale, angle or shift that none on this earth is
+};
+
+/// One place of a document.
+struct DocumentFinding
+{
+    FindingKind kind;
+    QString element;    ///< from the root: "Coord/Projection/param[FalseEast]"
+    int line;           ///< the line, from 1, in which the element's first tag ends
+    QString written;    ///< a text, or an attribute as in fuction="seven"
+    QString understood; ///< what reading, or the definition, makes of it; empty for nothing
+};
+
+/// Findings beyond so many are not listed.
+inline constexpr int maxFindings = 1000;
+
+/// Reads what `Coord_IO::xml_read` reads, with its result, its effect on `coord` and its message,
+/// and appends what there is to say of the document to `findings`, in the order of the format.
+/// The file is read once, so that both are about the same bytes.
+///
+/// A document that is no XML, or is not safe to parse, is refused without a finding. One that is
+/// refused for what it holds has findings as far as it was understood.
+///
+/// No findings are: blanks around a number or in its place, digits beyond those of a double,
+/// comments that split nothing, attributes of XML itself ("xml:lang", "xmlns"), a missing attribute
+/// whose absence means what it would say, and what a record's own word leaves out.
+///
+/// What `Coord_IO::xml_write` writes of a system that can be computed has none, except for the
+/// losses that are part of the format: a text among the parameters of a projection, the value
+/// beside a dictionary, a direction of axes as a parameter.
+KELSTD_EXPORT bool reviewCoord(const QString &fileName, Coord &coord,
+                               QList<DocumentFinding> &findings, QString *error = nullptr);
+
+/// As `reviewCoord`, of `readEllipsoidList`.
+KELSTD_EXPORT bool reviewEllipsoidList(const QString &fileName, QList<Ellipsoid> &ellipsoids,
+                                       QList<DocumentFinding> &findings, QString *error = nullptr);
+
+/// As `reviewCoord`, of `readProjectionList`.
+KELSTD_EXPORT bool reviewProjectionList(const QString &fileName, QList<Projection> &projections,
+                                        QList<DocumentFinding> &findings, QString *error = nullptr);
+
+/// A finding in words, translated: "line 12, Coord/Ellipsoid_Transform: fuction="seven" is none of
+/// the format's words; it was understood as "None"". Long texts are shortened.
+KELSTD_EXPORT QString describedFinding(const DocumentFinding &finding);
+
+} // namespace KelStd::io

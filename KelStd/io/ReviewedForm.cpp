@@ -1,0 +1,525 @@
+#include <KelStd/io/ReviewedForm.h>
+
+#include <KelStd/io/Coord_IO.h>
+#include <KelStd/io/RecordParamNames.h>
+#include <KelStd/io/RecordReaders.h>
+#include <KelStd/io/ValueText.h>
+#include <KelStd/text/CoordStringHelper.h>
+#include <KelStd/text/EnumerationTables.h>
+
+#include <QtCore/QObject>
+#include <QtCore/QSet>
+#include <QtCore/QStringList>
+
+#include <algorithm>
+#include <cmath>
+#include <optional>
+
+namespace KelStd::io {
+
+namespace {
+
+using Names = Coord_IO;
+using Words = CoordStringHelper;
+
+/// What an element has in the format.
+struct Shape
+{
+    QStringList attributes;
+    QStringList single;   ///< children of which one is read
+    QStringList repeated; ///< children of which each is read
+    bool hasText = false;
+};
+
+bool isOfXmlItself(const QString &attribute)
+{
+    return attribute == QLatin1String("xmlns") || attribute.startsWith(QLatin1String("xmlns:"))
+           || attribute.startsWith(QLatin1String("xml:"))
+           || attribute.startsWith(QLatin1String("xsi:"));
+}
+
+QString asElement(const QDomElement &element)
+{
+    return QStringLiteral("<%1>").arg(element.tagName());
+}
+
+/// The names of the attributes in their alphabet's order, as a document has them in none. Of very
+/// many only some: Qt finds the last of them by passing over all the others.
+QStringList attributeNames(const QDomElement &element)
+{
+    constexpr int maxNames = 64; // more than any element of the format has
+    const QDomNamedNodeMap attributes = element.attributes();
+    QStringList names;
+    for (int i = 0; i < std::min(attributes.size(), maxNames); ++i)
+        names += attributes.item(i).nodeName();
+    names.sort();
+    return names;
+}
+
+/// Compares an element with its shape: attributes and children that are none of it, second ones,
+/// texts where none is read.
+void reviewShape(const QDomElement &element, const Shape &shape, ReviewFindings &findings)
+{
+    for (const QString &name : attributeNames(element)) {
+        if (!shape.attributes.contains(name) && !isOfXmlItself(name))
+            findings.addAttribute(FindingKind::UnknownAttribute, element, name);
+    }
+    QSet<QString> seen;
+    for (QDomElement child = element.firstChildElement(); !child.isNull();
+         child = child.nextSiblingElement()) {
+        const QString name = child.tagName();
+        if (shape.repeated.contains(name))
+            continue;
+        if (!shape.single.contains(name)) {
+            findings.add(FindingKind::UnknownElement, child, asElement(child));
+            continue;
+        }
+        if (seen.contains(name)) {
+            findings.add(FindingKind::Repeated, child, asElement(child),
+                         QObject::tr("the first one"));
+        }
+        seen += name;
+    }
+    if (!shape.hasText) {
+        const QString text = wholeText(element).trimmed();
+        if (!text.isEmpty())
+            findings.add(FindingKind::StrayText, element, text);
+    }
+}
+
+/// Without an attribute nothing is read, and an empty one is none.
+template <typename Enumeration>
+void reviewWord(const QDomElement &element, const QString &attribute,
+                Enumeration (*fromWord)(const QString &), QString (*toWord)(Enumeration),
+                ReviewFindings &findings)
+{
+    const QString word = element.attribute(attribute);
+    if (word.isEmpty())
+        return;
+    const QString understood = toWord(fromWord(word));
+    // The first release's word for the axes that every unknown word is read as, too.
+    const bool meansTheSame = word == QLatin1String("EEllipsoidHeadDirection_ENU");
+    if (understood != word && !meansTheSame)
+        findings.addAttribute(FindingKind::UnknownWord, element, attribute, understood);
+}
+
+bool isBooleanWord(const QString &word)
+{
+    return word.compare(QLatin1String("true"), Qt::CaseInsensitive) == 0
+           || word.compare(QLatin1String("false"), Qt::CaseInsensitive) == 0;
+}
+
+/// How a text is misread as a value of a kind.
+struct Misreading
+{
+    FindingKind kind;
+    QString understood;
+};
+
+template <typename Enumeration>
+std::optional<Misreading> misreadWord(const QString &text, int value,
+                                      QString (*toWord)(Enumeration))
+{
+    const QString understood = toWord(static_cast<Enumeration>(value));
+    if (text == understood)
+        return std::nullopt;
+    return Misreading{FindingKind::UnknownWord, understood};
+}
+
+std::optional<Misreading> misreadDirection(const QString &text, int value)
+{
+    // Directions are read by the words of the hemispheres, which are taken as they stand.
+    const bool isHemisphere =
+        Words::ForCoordIO_EWhichHalfEarth_to_AsciiString(static_cast<EWhichHalfEarth>(value))
+        == text;
+    if (isHemisphere)
+        return std::nullopt;
+    return misreadWord(text, value, &Words::ForCoordIO_EEllipsoidDirection_to_AsciiString);
+}
+
+/// Nothing when the text is read as it stands.
+std::optional<Misreading> misread(EValueType type, const QString &text)
+{
+    const QVariant value = fromValueText(type, text);
+    bool isWhole = false;
+    switch (kindOf(type)) {
+    case ValueKind::Boolean:
+    case ValueKind::ProjFlag:
+        if (isBooleanWord(text))
+            return std::nullopt;
+        return Misreading{FindingKind::UnknownWord, toValueText(type, value)};
+    case ValueKind::Int32:
+        text.toInt(&isWhole);
+        if (isWhole)
+            return std::nullopt;
+        return Misreading{FindingKind::NotANumber, toValueText(type, value)};
+    case ValueKind::Int64:
+    case ValueKind::TimeSpan:
+        text.toLongLong(&isWhole);
+        if (isWhole)
+            return std::nullopt;
+        return Misreading{FindingKind::NotANumber, toValueText(type, value)};
+    case ValueKind::Number:
+    case ValueKind::Length:
+    case ValueKind::Angle:
+    case ValueKind::Longitude:
+    case ValueKind::Latitude:
+    case ValueKind::Pressure:
+    case ValueKind::Temperature:
+        if (isReadAsNumber(text))
+            return std::nullopt;
+        return Misreading{FindingKind::NotANumber, asNumber(value.toDouble())};
+    case ValueKind::LocationZeroType:
+        return misreadWord(text, value.toInt(),
+                           &Words::ForCoordIO_ELocationZeroType_to_AsciiString);
+    case ValueKind::WhichHalfEarth:
+        return misreadWord(text, value.toInt(), &Words::ForCoordIO_EWhichHalfEarth_to_AsciiString);
+    case ValueKind::EllipsoidDirection: return misreadDirection(text, value.toInt());
+    case ValueKind::Time:
+    case ValueKind::Text:
+    case ValueKind::AsVariant: break;
+    }
+    return std::nullopt;
+}
+
+/// The text of a parameter or of an entry of its dictionary.
+void reviewValue(const QDomElement &element, EValueType type, ReviewFindings &findings)
+{
+    const QString whole = wholeText(element);
+    const QDomNode first = element.firstChild();
+    const QString taken = first.isText() ? first.nodeValue() : QString();
+    if (whole.size() != taken.size() && whole.trimmed() != taken.trimmed()) {
+        findings.add(FindingKind::SplitText, element, whole,
+                     taken.isEmpty() ? QObject::tr("nothing")
+                                     : toValueText(type, fromValueText(type, taken)));
+        return;
+    }
+    if (!first.isText())
+        return;
+    if (const auto misreading = misread(type, taken))
+        findings.add(misreading->kind, element, taken, misreading->understood);
+}
+
+/// The version of an element that is passed over, or refused, without it.
+bool reviewVersion(const QDomElement &element, ReviewFindings &findings)
+{
+    if (hasReadableVersion(element))
+        return true;
+    const QString version = element.attribute(Names::xml_attrName_ver);
+    findings.add(FindingKind::WrongVersion, element,
+                 version.isEmpty() ? asElement(element)
+                                   : asAttribute(Names::xml_attrName_ver, version),
+                 QObject::tr("nothing"));
+    return false;
+}
+
+/// An attribute whose absence leaves a parameter without what it needs.
+void reviewPresence(const QDomElement &element, const QString &attribute, const QString &understood,
+                    ReviewFindings &findings)
+{
+    if (element.attribute(attribute).isEmpty())
+        findings.addAttribute(FindingKind::MissingAttribute, element, attribute, understood);
+}
+
+bool hasUnit(EValueType type)
+{
+    switch (kindOf(type)) {
+    case ValueKind::Length:
+    case ValueKind::Angle:
+    case ValueKind::Longitude:
+    case ValueKind::Latitude:
+    case ValueKind::Pressure:
+    case ValueKind::Temperature: return true;
+    default: return false;
+    }
+}
+
+void reviewDictionary(const QDomElement &element, EValueType type, ReviewFindings &findings)
+{
+    static const Shape shape = {
+        {Names::xml_attrName_keyName, Names::xml_attrName_ver}, {}, {}, true};
+    QSet<QString> seen;
+    readEach(element, Names::xml_segName_dictionaryKey, [&](const QDomElement &key) {
+        reviewShape(key, shape, findings);
+        const QString name = key.attribute(Names::xml_attrName_keyName);
+        if (!key.hasAttribute(Names::xml_attrName_keyName))
+            findings.addAttribute(FindingKind::MissingAttribute, key, Names::xml_attrName_keyName);
+        else if (seen.contains(name))
+            findings.add(FindingKind::Repeated, key, name, QObject::tr("the last one"));
+        seen += name;
+        reviewValue(key, type, findings);
+        return true;
+    });
+}
+
+/// A parameter of a record or, with a name, of a projection.
+void reviewParam(const QDomElement &element, bool hasName, ReviewFindings &findings)
+{
+    const bool isDictionary = Words::ForCoordIO_Boolean_from_AsciiString(
+        element.attribute(Names::xml_attrName_isDictionary));
+    Shape shape = {{Names::xml_attrName_ver, Names::xml_attrName_unit, Names::xml_attrName_valType,
+                    Names::xml_attrName_isDictionary},
+                   {},
+                   {},
+                   true};
+    if (hasName)
+        shape.attributes += Names::xml_attrName_name;
+    for (const QString &name :
+         {Names::xml_attrName_dictionarySelKey, Names::xml_attrName_dictionaryBindParamName}) {
+        if (isDictionary || element.attribute(name).isEmpty())
+            shape.attributes += name;
+    }
+    if (isDictionary)
+        shape.repeated += Names::xml_segName_dictionaryKey;
+    reviewShape(element, shape, findings);
+    if (!reviewVersion(element, findings))
+        return;
+
+    Param param;
+    readParam(element, param);
+    if (hasName)
+        reviewPresence(element, Names::xml_attrName_name, {}, findings);
+    const QString noType = Words::ForCoordIO_ValueType_to_AsciiString(ValueType_None);
+    const QString noUnit = Words::ForCoordIO_Unit_to_DescriptionAsciiString(Unit_None);
+    reviewPresence(element, Names::xml_attrName_valType, noType, findings);
+    if (hasUnit(param.valType))
+        reviewPresence(element, Names::xml_attrName_unit, noUnit, findings);
+    reviewWord(element, Names::xml_attrName_valType, &Words::ForCoordIO_ValueType_from_AsciiString,
+               &Words::ForCoordIO_ValueType_to_AsciiString, findings);
+    reviewWord(element, Names::xml_attrName_unit,
+               &Words::ForCoordIO_Unit_from_DescriptionAsciiString,
+               &Words::ForCoordIO_Unit_to_DescriptionAsciiString, findings);
+    const QString dictionaryWord = element.attribute(Names::xml_attrName_isDictionary);
+    if (!dictionaryWord.isEmpty() && !isBooleanWord(dictionaryWord)) {
+        findings.addAttribute(FindingKind::UnknownWord, element, Names::xml_attrName_isDictionary,
+                              Words::ForCoordIO_Boolean_to_AsciiString(false));
+    }
+    if (isDictionary)
+        reviewDictionary(element, param.valType, findings);
+    reviewValue(element, param.valType, findings);
+}
+
+/// A number that stands in an attribute.
+void reviewNumber(const QDomElement &element, const QString &attribute, ReviewFindings &findings)
+{
+    const QString text = element.attribute(attribute);
+    if (!text.isEmpty() && !isReadAsNumber(text)) {
+        findings.addAttribute(FindingKind::NotANumber, element, attribute,
+                              asNumber(text.toDouble()));
+    }
+}
+
+void reviewEllipsoidForm(const QDomElement &element, ReviewFindings &findings)
+{
+    static const Shape shape = {{Names::xml_attrName_ver, Names::xml_attrName_ellipsoidName,
+                                 Names::xml_attrName_biggerHalfAxle, Names::xml_attrName_reciprocal,
+                                 Names::xml_attrName_positiveDir,
+                                 Names::xml_attrName_proj4EllpsName},
+                                {},
+                                {},
+                                false};
+    reviewShape(element, shape, findings);
+    reviewVersion(element, findings);
+    reviewNumber(element, Names::xml_attrName_biggerHalfAxle, findings);
+    reviewNumber(element, Names::xml_attrName_reciprocal, findings);
+    reviewWord(element, Names::xml_attrName_positiveDir,
+               &Words::ForCoordIO_EEllipsoidDirection_from_AsciiString,
+               &Words::ForCoordIO_EEllipsoidDirection_to_AsciiString, findings);
+}
+
+/// Of the children called `childName` the last of each name counts.
+void reviewRepeatedNames(const QDomElement &element, const QString &childName,
+                         ReviewFindings &findings)
+{
+    QSet<QString> seen;
+    readEach(element, childName, [&](const QDomElement &child) {
+        const QString name = child.attribute(Names::xml_attrName_name);
+        if (seen.contains(name)) {
+            findings.addAttribute(FindingKind::Repeated, child, Names::xml_attrName_name,
+                                  QObject::tr("the last one"));
+        }
+        seen += name;
+        return true;
+    });
+}
+
+void reviewProjectionForm(const QDomElement &element, ReviewFindings &findings)
+{
+    static const Shape shape = {{Names::xml_attrName_ver, Names::xml_attrName_projectionName,
+                                 Names::xml_attrName_proj4Projection,
+                                 Names::xml_attrName_locationType,
+                                 Names::xml_attrName_locOrHeightUnit},
+                                {},
+                                {Names::xml_segName_param, Names::xml_segName_paramProj4},
+                                false};
+    static const Shape nameShape = {
+        {Names::xml_attrName_name, Names::xml_attrName_proj4Param, Names::xml_attrName_ver},
+        {},
+        {},
+        false};
+    reviewShape(element, shape, findings);
+    reviewVersion(element, findings);
+    reviewWord(element, Names::xml_attrName_locationType,
+               &Words::ForCoordIO_ELocationType_from_AsciiString,
+               &Words::ForCoordIO_ELocationType_to_AsciiString, findings);
+    reviewWord(element, Names::xml_attrName_locOrHeightUnit,
+               &Words::ForCoordIO_Unit_from_DescriptionAsciiString,
+               &Words::ForCoordIO_Unit_to_DescriptionAsciiString, findings);
+    readEach(element, Names::xml_segName_param, [&findings](const QDomElement &child) {
+        reviewParam(child, true, findings);
+        return true;
+    });
+    readEach(element, Names::xml_segName_paramProj4, [&findings](const QDomElement &child) {
+        reviewShape(child, nameShape, findings);
+        reviewPresence(child, Names::xml_attrName_name, {}, findings);
+        reviewPresence(child, Names::xml_attrName_proj4Param, {}, findings);
+        return true;
+    });
+    reviewRepeatedNames(element, Names::xml_segName_param, findings);
+    reviewRepeatedNames(element, Names::xml_segName_paramProj4, findings);
+}
+
+/// A record with words of its own and the parameters of `rows`.
+template <typename Record, std::size_t count>
+void reviewRecordForm(const QDomElement &element, const QStringList &words,
+                      const NamedParam<Record> (&rows)[count], ReviewFindings &findings)
+{
+    Shape shape = {QStringList{Names::xml_attrName_ver} + words, {}, {}, false};
+    for (const auto &row : rows)
+        shape.single += QString::fromLatin1(row.name);
+    reviewShape(element, shape, findings);
+    reviewVersion(element, findings);
+    for (const QString &name : shape.single) {
+        const QDomElement child = element.firstChildElement(name);
+        if (!child.isNull())
+            reviewParam(child, false, findings);
+    }
+}
+
+void reviewTransformForm(const QDomElement &element, ReviewFindings &findings)
+{
+    reviewRecordForm(element, {Names::xml_attrName_fuction, Names::xml_attrName_nofuctionTranstion},
+                     ellipsoidTransformParams, findings);
+    reviewWord(element, Names::xml_attrName_fuction,
+               &Words::ForCoordIO_EEllipsoinTransformFunction_from_AsciiString,
+               &Words::ForCoordIO_EEllipsoinTransformFunction_to_AsciiString, findings);
+    reviewWord(element, Names::xml_attrName_nofuctionTranstion,
+               &Words::ForCoordIO_EEllipsoinTransition_from_AsciiString,
+               &Words::ForCoordIO_EEllipsoinTransition_to_AsciiString, findings);
+}
+
+void reviewPlaneForm(const QDomElement &element, ReviewFindings &findings)
+{
+    reviewRecordForm(element, {Names::xml_attrName_fuction}, planeTransformParams, findings);
+    reviewWord(element, Names::xml_attrName_fuction,
+               &Words::ForCoordIO_EPlaneTransformFunction_from_AsciiString,
+               &Words::ForCoordIO_EPlaneTransformFunction_to_AsciiString, findings);
+}
+
+void reviewFittingForm(const QDomElement &element, ReviewFindings &findings)
+{
+    reviewRecordForm(element, {Names::xml_attrName_function}, elevationFittingParams, findings);
+    reviewWord(element, Names::xml_attrName_function,
+               &Words::ForCoordIO_EElevationFittingFunction_from_AsciiString,
+               &Words::ForCoordIO_EElevationFittingFunction_to_AsciiString, findings);
+}
+
+void reviewGeoidForm(const QDomElement &element, ReviewFindings &findings)
+{
+    static const Shape shape = {
+        {Names::xml_attrName_ver, Names::xml_attrName_modelFileName}, {}, {}, false};
+    reviewShape(element, shape, findings);
+    reviewVersion(element, findings);
+}
+
+struct RecordRow
+{
+    const QString &name;
+    void (*review)(const QDomElement &, ReviewFindings &);
+};
+
+const RecordRow recordRows[] = {
+    {Names::xml_segName_ellipsoid, &reviewEllipsoidForm},
+    {Names::xml_segName_projection, &reviewProjectionForm},
+    {Names::xml_segName_ellipsoidTransform, &reviewTransformForm},
+    {Names::xml_segName_planeTransform, &reviewPlaneForm},
+    {Names::xml_segName_elevationFitting, &reviewFittingForm},
+    {Names::xml_segName_geoidModel, &reviewGeoidForm},
+};
+
+} // namespace
+
+QString wholeText(const QDomElement &element)
+{
+    QString text;
+    for (QDomNode child = element.firstChild(); !child.isNull(); child = child.nextSibling()) {
+        if (child.isText())
+            text += child.nodeValue(); // an only one is shared, however long
+    }
+    return text;
+}
+
+bool isReadAsNumber(const QString &text)
+{
+    bool isNumber = false;
+    const double value = text.toDouble(&isNumber);
+    if (!isNumber || !std::isfinite(value))
+        return false;
+    if (value != 0.0)
+        return true;
+    // A zero of other digits is one that a double is too coarse for.
+    for (const QChar c : text) {
+        if (c == QLatin1Char('e') || c == QLatin1Char('E'))
+            break;
+        if (c.isDigit() && c.digitValue() != 0)
+            return false;
+    }
+    return true;
+}
+
+void reviewCoordForm(const QDomElement &root, ReviewFindings &findings)
+{
+    Shape shape = {{Names::xml_attrName_ver, Names::xml_attrName_rootName}, {}, {}, false};
+    for (const RecordRow &row : recordRows)
+        shape.single += row.name;
+    reviewVersion(root, findings);
+    reviewShape(root, shape, findings);
+    for (const RecordRow &row : recordRows) {
+        const QDomElement record = root.firstChildElement(row.name);
+        if (!record.isNull())
+            row.review(record, findings);
+    }
+}
+
+void reviewListForm(const QDomElement &root, const QString &recordName, ReviewFindings &findings)
+{
+    reviewVersion(root, findings);
+    reviewShape(root, {{Names::xml_attrName_ver}, {}, {recordName}, false}, findings);
+    for (const RecordRow &row : recordRows) {
+        if (row.name == recordName) {
+            readEach(root, recordName, [&](const QDomElement &record) {
+                row.review(record, findings);
+                return true;
+            });
+        }
+    }
+}
+
+void reviewDamage(const QDomElement &element, ReviewFindings &findings)
+{
+    const auto isDamaged = [](const QString &text) {
+        return text.contains(QChar(QChar::ReplacementCharacter));
+    };
+    for (const QString &name : attributeNames(element)) {
+        if (isDamaged(element.attribute(name)))
+            findings.addAttribute(FindingKind::DamagedText, element, name);
+    }
+    const QString text = wholeText(element);
+    if (isDamaged(text))
+        findings.add(FindingKind::DamagedText, element, text);
+    for (QDomElement child = element.firstChildElement(); !child.isNull();
+         child = child.nextSiblingElement())
+        reviewDamage(child, findings);
+}
+
+} // namespace KelStd::io
