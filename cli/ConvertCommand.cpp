@@ -60,7 +60,7 @@ QString frameNames(const QString &separator)
 
 QString details()
 {
-    QString text = systemChoiceHelp();
+    QString text = systemChoiceHelp() + QStringLiteral("\n\n") + reviewHelp();
     text += QStringLiteral(
         "\n\n"
         "INPUT is a file, or - for standard input, which is the default. It holds one\n"
@@ -163,6 +163,7 @@ CommandLine makeCommandLine()
                                    "name in the library (see below)."),
                     QStringLiteral("FILE.xml|NAME")});
     addDirectoryOption(line);
+    addLenientOption(line);
     line.addOption(
         {QStringLiteral("from"),
          QStringLiteral("The frame of the input:\n%1.\nDefault: %2.")
@@ -373,15 +374,19 @@ ExitStatus runConvert(const QStringList &arguments, Console &console)
         return ExitStatus::Usage;
     }
 
-    Coord coord;
-    if (!readChosenSystem(systemFile, line, coord, console))
+    const auto chosen = readChosenSystem(systemFile, line, console);
+    if (!chosen)
         return ExitStatus::Environment;
+    const Coord &coord = chosen->coord;
     const ProjEnvironment environment;
     if (!environment.isReady()) {
         console.report(environment.failure());
         return ExitStatus::Environment;
     }
     const auto definitions = definitionsOf(coord, reason);
+    // What nothing can be converted with is said alone.
+    if (definitions && !mayBeUsed(chosen->review, line, console))
+        return ExitStatus::Environment;
     if (!definitions || !acceptedByProj(*definitions, reason)) {
         console.report(
             QStringLiteral("cannot use the coordinate system %1: %2").arg(systemFile, reason));

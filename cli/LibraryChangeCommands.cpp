@@ -10,6 +10,7 @@
 #include <cli/LibraryLock.h>
 #include <cli/LibraryOptions.h>
 #include <cli/RecordLoss.h>
+#include <cli/RecordReview.h>
 #include <cli/ShownText.h>
 
 #include <QtCore/QFileInfo>
@@ -27,8 +28,8 @@ const QString asOption = QStringLiteral("as");
 QString exitStatusHelp()
 {
     return QStringLiteral("\n\nExit status: 0 done, 1 refused, 2 usage, 3 the library or the file "
-                          "cannot be\nread, or a file cannot be written, 4 done, but standard "
-                          "output cannot be\nwritten.");
+                          "cannot be\nread or is not understood as it is written, or a file cannot "
+                          "be written,\n4 done, but standard output cannot be written.");
 }
 
 ExitStatus fail(const QString &reason, ExitStatus status, Console &console)
@@ -65,11 +66,12 @@ std::optional<RecordKind> kindOfFile(const CommandLine &line, const QString &fil
     return std::nullopt;
 }
 
-/// The one record of a file that can be written as it is; nothing after a report.
+/// The one record of a file, which is understood as it is written; nothing after a report.
 std::optional<Record> recordFrom(const QString &fileName, RecordKind kind, Console &console)
 {
     QString reason;
-    const auto records = recordsIn(fileName, kind, reason);
+    RecordReview review = {fileName, {}};
+    const auto records = reviewedRecordsIn(fileName, kind, review.findings, reason);
     if (!records) {
         console.report(
             QStringLiteral("cannot read the %1 %2: %3").arg(titleOf(kind), fileName, reason));
@@ -87,6 +89,8 @@ std::optional<Record> recordFrom(const QString &fileName, RecordKind kind, Conso
                                                     names.join(QLatin1String(", ")))));
         return std::nullopt;
     }
+    if (!mayBeWritten(review, console))
+        return std::nullopt;
     Record record = records->constFirst();
     rename(record, withoutMarks(nameOf(record)));
     return record;

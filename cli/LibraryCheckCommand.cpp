@@ -39,6 +39,12 @@ public:
         add(what, QStringLiteral("problem: ") + reason);
         ++m_problems;
     }
+    /// Reading takes it otherwise than it is written.
+    void misunderstood(const QString &what, const QList<io::DocumentFinding> &found)
+    {
+        for (const io::DocumentFinding &each : found)
+            problem(what, io::describedFinding(each));
+    }
     /// Nothing is wrong, but worth knowing.
     void note(const QString &what, const QString &text)
     {
@@ -159,11 +165,13 @@ private:
     {
         const QString path = documentPath(m_library, m_kind, fileName);
         QString reason;
-        const auto records = recordsIn(path, m_kind, reason);
+        QList<io::DocumentFinding> found;
+        const auto records = reviewedRecordsIn(path, m_kind, found, reason);
         if (!records) {
             m_findings.skipped(fileName, reason);
             return false;
         }
+        m_findings.misunderstood(fileName, found);
         if (records->isEmpty())
             m_findings.note(fileName, QStringLiteral("it holds no %1").arg(titleOf(m_kind)));
         QSet<QString> seen;
@@ -246,8 +254,11 @@ void checkBase(const LibraryDirectory &library, Findings &findings)
         return;
     }
     QString reason;
-    const auto records = recordsIn(path, RecordKind::Custom, reason);
-    if (!records)
+    QList<io::DocumentFinding> found;
+    const auto records = reviewedRecordsIn(path, RecordKind::Custom, found, reason);
+    if (records)
+        findings.misunderstood(place, found);
+    else
         findings.skipped(place, reason);
     findings.print(place,
                    records ? QStringLiteral("read: %1").arg(inQuotes(nameOf(records->constFirst())))

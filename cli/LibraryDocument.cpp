@@ -2,7 +2,6 @@
 
 #include <KelStd/io/Coord_IO.h>
 #include <KelStd/io/DocumentLimits.h>
-#include <KelStd/io/ListDocuments.h>
 
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
@@ -127,10 +126,11 @@ QString faultOf(const QString &fileName, RecordKind kind)
     return fault.isEmpty() ? QStringLiteral("it is no XML document that the library takes") : fault;
 }
 
-std::optional<QList<Record>> systemIn(const QString &fileName, RecordKind kind, QString &reason)
+std::optional<QList<Record>> systemIn(const QString &fileName, RecordKind kind,
+                                      QList<io::DocumentFinding> &findings, QString &reason)
 {
     Coord coord;
-    if (Coord_IO::xml_read(fileName, coord, &reason))
+    if (io::reviewCoord(fileName, coord, findings, &reason))
         return QList<Record>{coord};
     if (reason.isEmpty())
         reason = faultOf(fileName, kind);
@@ -138,11 +138,13 @@ std::optional<QList<Record>> systemIn(const QString &fileName, RecordKind kind, 
 }
 
 template <typename Found>
-std::optional<QList<Record>> listIn(bool (*read)(const QString &, QList<Found> &, QString *),
-                                    const QString &fileName, RecordKind kind, QString &reason)
+std::optional<QList<Record>> listIn(bool (*read)(const QString &, QList<Found> &,
+                                                 QList<io::DocumentFinding> &, QString *),
+                                    const QString &fileName, RecordKind kind,
+                                    QList<io::DocumentFinding> &findings, QString &reason)
 {
     QList<Found> found;
-    if (read(fileName, found, &reason)) {
+    if (read(fileName, found, findings, &reason)) {
         QList<Record> records;
         for (const Found &each : found)
             records += each;
@@ -199,6 +201,14 @@ std::optional<RecordKind> kindOfRoot(const QString &rootName)
 
 std::optional<QList<Record>> recordsIn(const QString &fileName, RecordKind kind, QString &reason)
 {
+    QList<io::DocumentFinding> findings;
+    return reviewedRecordsIn(fileName, kind, findings, reason);
+}
+
+std::optional<QList<Record>> reviewedRecordsIn(const QString &fileName, RecordKind kind,
+                                               QList<io::DocumentFinding> &findings,
+                                               QString &reason)
+{
     reason.clear();
     if (QFileInfo::exists(fileName) && !QFileInfo(fileName).isFile()) {
         reason = QFileInfo(fileName).isDir() ? QStringLiteral("it is a directory")
@@ -212,12 +222,14 @@ std::optional<QList<Record>> recordsIn(const QString &fileName, RecordKind kind,
         return std::nullopt;
     }
     switch (kind) {
-    case RecordKind::Ellipsoid: return listIn(&io::readEllipsoidList, fileName, kind, reason);
-    case RecordKind::Projection: return listIn(&io::readProjectionList, fileName, kind, reason);
+    case RecordKind::Ellipsoid:
+        return listIn(&io::reviewEllipsoidList, fileName, kind, findings, reason);
+    case RecordKind::Projection:
+        return listIn(&io::reviewProjectionList, fileName, kind, findings, reason);
     case RecordKind::Custom:
     case RecordKind::Standard: break;
     }
-    return systemIn(fileName, kind, reason);
+    return systemIn(fileName, kind, findings, reason);
 }
 
 } // namespace KelStd::cli

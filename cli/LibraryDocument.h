@@ -2,6 +2,8 @@
 
 #include <cli/LibraryRecord.h>
 
+#include <KelStd/io/DocumentReview.h>
+
 #include <QtCore/QList>
 #include <QtCore/QString>
 #include <QtCore/QStringList>
@@ -29,5 +31,10 @@ std::optional<RecordKind> kindOfRoot(const QString &rootName);
 /// The records of a document as the library reads them, all of them in their order, those of equal
 /// names, too; nothing and the reason when it refuses the document.
 std::optional<QList<Record>> recordsIn(const QString &fileName, RecordKind kind, QString &reason);
+
+/// As above, and lists what of the document is not understood as it is written.
+std::optional<QList<Record>> reviewedRecordsIn(const QString &fileName, RecordKind kind,
+                                               QList<io::DocumentFinding> &findings,
+                                               QString &reason);
 
 } // namespace KelStd::cli

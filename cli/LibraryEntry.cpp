@@ -9,6 +9,7 @@
 #include <QtCore/QSet>
 
 #include <algorithm>
+#include <optional>
 
 namespace KelStd::cli {
 
@@ -42,20 +43,49 @@ struct Holder
     int records;
 };
 
+/// How many records the document holds, when one of them has the name.
+std::optional<int> countWith(const QString &path, RecordKind kind, const QString &name)
+{
+    const QString wanted = withoutMarks(name);
+    QString reason;
+    const auto records = recordsIn(path, kind, reason);
+    if (records && std::any_of(records->begin(), records->end(), [&wanted](const Record &record) {
+            return withoutMarks(nameOf(record)) == wanted;
+        }))
+        return records->size();
+    return std::nullopt;
+}
+
 /// The documents that loading finds a record in.
 QList<Holder> holdersOf(const LibraryDirectory &library, RecordKind kind, const QString &name)
 {
-    const QString wanted = withoutMarks(name);
     QList<Holder> holders;
     for (const QString &fileName : documentsOf(library, kind)) {
-        QString reason;
-        const auto records = recordsIn(documentPath(library, kind, fileName), kind, reason);
-        if (records && std::any_of(records->begin(), records->end(), [&](const Record &record) {
-                return withoutMarks(nameOf(record)) == wanted;
-            }))
-            holders.append({fileName, records->size()});
+        if (const auto records = countWith(documentPath(library, kind, fileName), kind, name))
+            holders.append({fileName, *records});
     }
     return holders;
+}
+
+/// Whether each document has one record, and each record its own name.
+bool haveOwnNames(const LibraryDirectory &library, RecordKind kind)
+{
+    const bool isSystem = kind == RecordKind::Custom || kind == RecordKind::Standard;
+    QSet<QString> visible;
+    for (const QString &each : namesOf(kind))
+        visible.insert(withoutMarks(each));
+    return isSystem && visible.size() == documentsOf(library, kind).size();
+}
+
+/// Letters and digits, which a file's name has of the name of its record.
+QString lettersOf(const QString &name)
+{
+    QString letters;
+    for (const QChar c : name) {
+        if (c.isLetterOrNumber())
+            letters += c.toLower();
+    }
+    return letters;
 }
 
 QString severalFault(const QString &place, const QList<Holder> &holders)
@@ -114,14 +144,32 @@ QString recordFile(const LibraryDirectory &library, RecordKind kind, const QStri
     return documentPath(library, kind, name + suffix);
 }
 
+QStringList documentsHolding(const LibraryDirectory &library, RecordKind kind, const QString &name)
+{
+    QStringList files;
+    if (!haveOwnNames(library, kind)) {
+        for (const Holder &holder : holdersOf(library, kind, name))
+            files += documentPath(library, kind, holder.fileName);
+        return files;
+    }
+    // The one that is called after it is likely to hold it.
+    QStringList documents = documentsOf(library, kind);
+    const QString letters = lettersOf(name + suffix);
+    std::stable_partition(documents.begin(), documents.end(), [&letters](const QString &fileName) {
+        return lettersOf(fileName) == letters;
+    });
+    for (const QString &fileName : documents) {
+        const QString path = documentPath(library, kind, fileName);
+        if (countWith(path, kind, name))
+            return {path};
+    }
+    return files;
+}
+
 QString ambiguity(const LibraryDirectory &library, RecordKind kind, const QString &name)
 {
-    const bool isSystem = kind == RecordKind::Custom || kind == RecordKind::Standard;
-    QSet<QString> visible;
-    for (const QString &each : namesOf(kind))
-        visible.insert(withoutMarks(each));
-    if (isSystem && visible.size() == documentsOf(library, kind).size())
-        return {}; // each document has one, and each has its own name
+    if (haveOwnNames(library, kind))
+        return {};
     const auto holders = holdersOf(library, kind, name);
     return holders.size() > 1 ? severalFault(library.path(placeOf(kind)), holders) : QString();
 }

@@ -23,6 +23,9 @@ QString documentPath(const LibraryDirectory &library, RecordKind kind, const QSt
 /// The file of a record that the library writes.
 QString recordFile(const LibraryDirectory &library, RecordKind kind, const QString &name);
 
+/// The documents that hold a record of the loaded registry: one, unless several have it.
+QStringList documentsHolding(const LibraryDirectory &library, RecordKind kind, const QString &name);
+
 /// "2 files of D hold it: ...": why nobody can tell which record of a name was loaded into the
 /// registry, which takes that of the file that the directory happens to list last. Empty when one
 /// file holds it. The documents are read again only where a name may have hidden another.

@@ -2,8 +2,10 @@
 
 #include <cli/CommandLine.h>
 #include <cli/Console.h>
+#include <cli/LibraryDocument.h>
 #include <cli/LibraryEntry.h>
 #include <cli/LibraryOptions.h>
+#include <cli/RecordReview.h>
 #include <cli/SystemReport.h>
 
 namespace KelStd::cli {
@@ -19,6 +21,20 @@ struct Show
     void operator()(const Projection &projection) const { showProjection(projection, console); }
 };
 
+/// What there is to say of the documents that hold a record.
+bool mayBeShown(const LibraryDirectory &library, RecordKind kind, const QString &name,
+                const CommandLine &line, Console &console)
+{
+    bool may = true;
+    for (const QString &file : documentsHolding(library, kind, name)) {
+        RecordReview review = {file, {}};
+        QString reason;
+        reviewedRecordsIn(file, kind, review.findings, reason);
+        may = mayBeUsed(review, line, console) && may;
+    }
+    return may;
+}
+
 } // namespace
 
 ExitStatus runLibraryShow(const QStringList &arguments, Console &console)
@@ -26,9 +42,11 @@ ExitStatus runLibraryShow(const QStringList &arguments, Console &console)
     CommandLine line(QStringLiteral("[OPTIONS] NAME"),
                      QStringLiteral("Shows an entry of a library as a surveyor reads it."),
                      QStringLiteral("A name of several kinds is that of the first: custom system, "
-                                    "standard system,\nellipsoid, projection."));
+                                    "standard system,\nellipsoid, projection.\n\n")
+                         + reviewHelp());
     addDirectoryOption(line);
     addKindOption(line);
+    addLenientOption(line);
     if (const auto status = line.parse(arguments, console, 1))
         return *status;
     QString mistake;
@@ -54,6 +72,8 @@ ExitStatus runLibraryShow(const QStringList &arguments, Console &console)
     const QString several = ambiguity(*library, holding.constFirst(), name);
     if (!several.isEmpty())
         console.report(QStringLiteral("note: shown is one of several: ") + several);
+    if (!mayBeShown(*library, holding.constFirst(), name, line, console))
+        return ExitStatus::Environment;
     std::visit(Show{console}, *find(holding.constFirst(), name));
     return ExitStatus::Success;
 }

@@ -2,6 +2,7 @@
 
 #include <cli/Console.h>
 #include <cli/FilePath.h>
+#include <cli/LibraryDocument.h>
 #include <cli/LibraryEntry.h>
 #include <cli/SystemFile.h>
 
@@ -41,8 +42,10 @@ enum class Lookup
     Failed ///< after a report
 };
 
-/// Looks for the system of a name, which is then in the registry.
-Lookup lookUp(const LibraryDirectory &library, const QString &given, Coord &coord, Console &console)
+/// Looks for the system of a name, which is then in the registry, and reads the file that it came
+/// from.
+Lookup lookUp(const LibraryDirectory &library, const QString &given, ChosenSystem &chosen,
+              Console &console)
 {
     const QString name = withoutMarks(given);
     const auto fail = [&](const QString &reason) {
@@ -53,13 +56,17 @@ Lookup lookUp(const LibraryDirectory &library, const QString &given, Coord &coor
     for (const RecordKind kind : systemKinds) {
         if (!loadPlaces(library, {placeOf(kind)}, reason))
             return fail(reason);
-        const auto record = find(kind, name);
-        if (!record)
+        if (!find(kind, name))
             continue;
         const QString several = ambiguity(library, kind, name);
         if (!several.isEmpty())
             return fail(several);
-        coord = std::get<Coord>(*record);
+        chosen.review.file = documentsHolding(library, kind, name).value(0);
+        const auto records =
+            reviewedRecordsIn(chosen.review.file, kind, chosen.review.findings, reason);
+        if (!records)
+            return fail(reason); // another program has changed it since
+        chosen.coord = std::get<Coord>(records->constFirst());
         return Lookup::Found;
     }
     return Lookup::Missing;
@@ -79,18 +86,46 @@ QString hiddenBy(const QString &fileName, const LibraryDirectory &library)
 
 /// Reads what looks like a file. A mistyped one makes no library, but a system of the library that
 /// is there may be called like a file.
-bool readFile(const QString &given, const LibraryDirectory &library, Coord &coord, Console &console)
+bool readFile(const QString &given, const LibraryDirectory &library, ChosenSystem &chosen,
+              Console &console)
 {
     QString reason;
-    if (readSystem(onDisk(given), coord, reason))
+    chosen.review.file = given;
+    if (readSystem(onDisk(given), chosen.coord, chosen.review.findings, reason))
         return true;
+    chosen = {};
     if (!library.holdsLibrary())
         return cannotRead(given, reason, console);
     if (isFile(given))
         return cannotRead(given, reason + hiddenBy(given, library), console);
-    const Lookup lookup = lookUp(library, given, coord, console);
+    const Lookup lookup = lookUp(library, given, chosen, console);
     return lookup == Lookup::Found
            || (lookup == Lookup::Missing && cannotRead(given, reason, console));
+}
+
+bool choose(const QString &given, const CommandLine &line, ChosenSystem &chosen, Console &console)
+{
+    // One that is named must be there, also where a file is read.
+    if (namesLibrary(line) && !openLibrary(line, Missing::IsAnError, console))
+        return false;
+    if (meansFile(given))
+        return readFile(given, chosenDirectory(line), chosen, console);
+
+    const auto library = openLibrary(line, Missing::IsAnError, console);
+    if (!library)
+        return cannotRead(given,
+                          QStringLiteral("there is no such file, and no library to look it up in"),
+                          console);
+    const Lookup lookup = lookUp(*library, given, chosen, console);
+    if (lookup != Lookup::Missing)
+        return lookup == Lookup::Found;
+    if (QFileInfo(onDisk(given)).isDir())
+        return cannotRead(given, QStringLiteral("it is a directory"), console);
+    QString reason;
+    loadPlaces(*library, {LibraryPlace::Custom, LibraryPlace::Standard}, reason); // for the hint
+    console.report(QStringLiteral("there is no file %1, and ").arg(given)
+                   + unknownName(given, systemKinds, line));
+    return false;
 }
 
 } // namespace
@@ -103,29 +138,13 @@ QString systemChoiceHelp()
                           "before a system of its name.");
 }
 
-bool readChosenSystem(const QString &given, const CommandLine &line, Coord &coord, Console &console)
+std::optional<ChosenSystem> readChosenSystem(const QString &given, const CommandLine &line,
+                                             Console &console)
 {
-    // One that is named must be there, also where a file is read.
-    if (namesLibrary(line) && !openLibrary(line, Missing::IsAnError, console))
-        return false;
-    if (meansFile(given))
-        return readFile(given, chosenDirectory(line), coord, console);
-
-    const auto library = openLibrary(line, Missing::IsAnError, console);
-    if (!library)
-        return cannotRead(given,
-                          QStringLiteral("there is no such file, and no library to look it up in"),
-                          console);
-    const Lookup lookup = lookUp(*library, given, coord, console);
-    if (lookup != Lookup::Missing)
-        return lookup == Lookup::Found;
-    if (QFileInfo(onDisk(given)).isDir())
-        return cannotRead(given, QStringLiteral("it is a directory"), console);
-    QString reason;
-    loadPlaces(*library, {LibraryPlace::Custom, LibraryPlace::Standard}, reason); // for the hint
-    console.report(QStringLiteral("there is no file %1, and ").arg(given)
-                   + unknownName(given, systemKinds, line));
-    return false;
+    ChosenSystem chosen;
+    if (!choose(given, line, chosen, console))
+        return std::nullopt;
+    return chosen;
 }
 
 } // namespace KelStd::cli

@@ -1,6 +1,5 @@
 #include <cli/SystemFile.h>
 
-#include <KelStd/io/Coord_IO.h>
 #include <KelStd/proj/ProjLib.h>
 
 #include <QtCore/QFileInfo>
@@ -8,15 +7,16 @@
 
 namespace KelStd::cli {
 
-bool readSystem(const QString &fileName, Coord &coord, QString &reason)
+bool readSystem(const QString &fileName, Coord &coord, QList<io::DocumentFinding> &findings,
+                QString &reason)
 {
     if (QFileInfo(fileName).isDir()) {
         reason = QStringLiteral("it is a directory");
         return false;
     }
     bool complete = false;
-    if (withoutRaising([&] { complete = Coord_IO::xml_read(fileName, coord, &reason); }, reason)
-        && complete)
+    const auto read = [&] { complete = io::reviewCoord(fileName, coord, findings, &reason); };
+    if (withoutRaising(read, reason) && complete)
         return true;
     if (reason.isEmpty()) {
         reason = QFileInfo(fileName).size() == 0

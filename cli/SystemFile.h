@@ -1,7 +1,9 @@
 #pragma once
 
 #include <KelStd/coord/Coord.h>
+#include <KelStd/io/DocumentReview.h>
 
+#include <QtCore/QList>
 #include <QtCore/QString>
 
 #include <exception>
@@ -30,8 +32,10 @@ bool withoutRaising(Action action, QString &reason)
     return false;
 }
 
-/// Reads a coordinate system from its document; false with the reason.
-bool readSystem(const QString &fileName, Coord &coord, QString &reason);
+/// Reads a coordinate system from its document, and lists what is not understood as it is written;
+/// false with the reason.
+bool readSystem(const QString &fileName, Coord &coord, QList<io::DocumentFinding> &findings,
+                QString &reason);
 
 /// The four PROJ definitions of a system.
 struct SystemDefinitions

@@ -14,18 +14,19 @@ ExitStatus runSystemShow(const QStringList &arguments, Console &console)
                      QStringLiteral("Shows a coordinate system as a surveyor reads it: its "
                                     "records, the PROJ\ndefinitions made of them, and what has "
                                     "to be known before its numbers are\ntrusted."),
-                     systemChoiceHelp());
+                     systemChoiceHelp() + QStringLiteral("\n\n") + reviewHelp());
     addDirectoryOption(line);
+    addLenientOption(line);
     if (const auto status = line.parse(arguments, console, 1))
         return *status;
     const QString given = line.positionals().value(0);
     if (given.isEmpty())
         return line.refuse(QStringLiteral("the coordinate system's FILE.xml is missing"), console);
 
-    Coord coord;
-    if (!readChosenSystem(given, line, coord, console))
+    const auto chosen = readChosenSystem(given, line, console);
+    if (!chosen || !mayBeUsed(chosen->review, line, console))
         return ExitStatus::Environment;
-    showSystem(coord, console);
+    showSystem(chosen->coord, console);
     return ExitStatus::Success;
 }
 

@@ -66,7 +66,8 @@ inline constexpr int maxFindings = 1000;
 ///
 /// No findings are: blanks around a number or in its place, digits beyond those of a double,
 /// comments that split nothing, attributes of XML itself ("xml:lang", "xmlns"), a missing attribute
-/// whose absence means what it would say, and what a record's own word leaves out.
+/// whose absence means what it would say, dictionaries and texts that no definition needs, and the
+/// planar transformation and the height fitting, which are kept for applications.
 ///
 /// What `Coord_IO::xml_write` writes of a system that can be computed has none, except for the
 /// losses that are part of the format: a text among the parameters of a projection, the value

@@ -390,9 +390,9 @@ void reviewProjectionUse(const QDomElement &element, const Projection &projectio
     readEach(element, Names::xml_segName_param, [&](const QDomElement &child) {
         const QString key = child.attribute(Names::xml_attrName_name);
         const Param param = projection.param.value(key);
-        // A dictionary is for editors of systems; others are there to be used.
-        if (!projection.paramProj4.contains(key) && !param.isDictionary && !isNothing(param)
-            && !findings.isDoubted(child))
+        // Dictionaries and texts are for editors of systems; numbers are there to be used.
+        if (!projection.paramProj4.contains(key) && !param.isDictionary && !isText(param)
+            && !isNothing(param) && !findings.isDoubted(child))
             findings.add(FindingKind::NotUsed, child, writtenValue(child));
         return true;
     });

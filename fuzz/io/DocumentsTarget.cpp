@@ -1,12 +1,15 @@
-// Coordinate-system documents, as `Coord_IO::xml_read` finds them in a file.
+// Coordinate-system documents, as `Coord_IO::xml_read` and the review of documents find them in a
+// file.
 
 #include "FuzzTarget.h"
 
 #include <KelStd/io/Coord_IO.h>
+#include <KelStd/io/DocumentReview.h>
 
 #include <QtCore/QFile>
 #include <QtCore/QTemporaryDir>
 
+#include <algorithm>
 #include <exception>
 #include <memory>
 
@@ -14,6 +17,7 @@ namespace {
 
 using KelStd::Coord;
 using KelStd::Coord_IO;
+namespace io = KelStd::io;
 using KelStd::fuzz::require;
 
 /// False when `coord` holds a parameter that has no form in a document.
@@ -36,14 +40,58 @@ QByteArray content(const QString &fileName)
     return file.readAll();
 }
 
+/// Whether it says that a document was not taken over as it stands. The rest is about the values of
+/// a system, which a document of it has, too.
+bool isAboutReading(const io::DocumentFinding &finding)
+{
+    switch (finding.kind) {
+    case io::FindingKind::NotANumber:   // a number that is none is written as "nan" or "inf"
+    case io::FindingKind::MissingValue: // texts, and values beside dictionaries, are not written
+    case io::FindingKind::Repeated:     // of parameters that PROJ takes for the same
+    case io::FindingKind::MissingAttribute:
+    case io::FindingKind::NotUsed:
+    case io::FindingKind::UnitNotUsed:
+    case io::FindingKind::Contradiction:
+    case io::FindingKind::Implausible: return false;
+    default: return true;
+    }
+}
+
+/// Reads as the reader does, with the same system.
+void review(const QString &fileName, bool isRead, const Coord &coord)
+{
+    Coord reviewed;
+    QList<io::DocumentFinding> findings;
+    QString error;
+    require(io::reviewCoord(fileName, reviewed, findings, &error) == isRead,
+            "a review takes what reading takes");
+    require(findings.size() <= io::maxFindings, "findings have a bound");
+    require(!isRead || reviewed.coord_name == coord.coord_name, "a review reads the same");
+    for (const io::DocumentFinding &finding : findings)
+        require(!io::describedFinding(finding).isEmpty(), "a finding has a text");
+}
+
+/// What is written is read as it is written.
+void reviewWritten(const QString &fileName)
+{
+    Coord coord;
+    QList<io::DocumentFinding> findings;
+    require(io::reviewCoord(fileName, coord, findings), "what was written can be reviewed");
+    require(std::none_of(findings.cbegin(), findings.cend(), isAboutReading),
+            "what was written is understood");
+}
+
 /// What was read can be written, and reads as the document of itself. The first writing may round a
 /// number, and the second, too, by a last digit; so the third is the same as the second.
 void readAndWrite(const QString &fileName, const QString &copyName)
 {
     Coord coord;
     QString error;
-    if (!Coord_IO::xml_read(fileName, coord, &error) || !written(coord, copyName))
+    const bool isRead = Coord_IO::xml_read(fileName, coord, &error);
+    review(fileName, isRead, coord);
+    if (!isRead || !written(coord, copyName))
         return;
+    reviewWritten(copyName);
     Coord copy;
     require(Coord_IO::xml_read(copyName, copy, &error), "what was written can be read");
     require(copy.coord_name == coord.coord_name, "the name comes back");

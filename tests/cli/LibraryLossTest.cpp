@@ -36,6 +36,7 @@ protected:
 
 constexpr const char *translation =
     "valType=\"Distance\" isDictionary=\"false\">-565.04</x_translate>";
+constexpr const char *rotation = "valType=\"Angle\" isDictionary=\"false\">0</rotate_angle>";
 constexpr const char *scale = "valType=\"Double\" isDictionary=\"false\">0.9999079</param>";
 
 struct Lossy
@@ -51,25 +52,24 @@ const Lossy lossyRows[] = {
      "the value of its parameter \"k_0\" is a text"},
     {translation, "valType=\"String\" isDictionary=\"false\">-565.04</x_translate>",
      "the value of its parameter \"x_translate\" is a text"},
-    {"valType=\"Angle\" isDictionary=\"false\">0</rotate_angle>",
-     "valType=\"String\" isDictionary=\"false\">7</rotate_angle>",
+    {rotation, "valType=\"String\" isDictionary=\"false\">7</rotate_angle>",
      "the value of its parameter \"rotate_angle\" is a text"},
     {"valType=\"Y\" isDictionary=\"false\">0</east_zero_y0>",
      "valType=\"String\" isDictionary=\"false\">7</east_zero_y0>",
      "the value of its parameter \"east_zero_y0\" is a text"},
     // "S" reads as 1, which is written as a word that reads as 0.
-    {scale, "valType=\"EllipsoidDirection\" isDictionary=\"false\">S</param>",
-     "the value of its parameter \"k_0\" is a direction of axes"},
+    {rotation, "valType=\"EllipsoidDirection\" isDictionary=\"false\">S</rotate_angle>",
+     "the value of its parameter \"rotate_angle\" is a direction of axes"},
     {translation, "valType=\"Distance\" isDictionary=\"true\">-565.04</x_translate>",
      "the value of its parameter \"x_translate\" is one beside a dictionary"},
     {scale,
      "valType=\"Double\" isDictionary=\"true\" dictionarySelKey=\"one\">0.9999079"
      "<key key_name=\"one\">0.9999079</key></param>",
      "the value of its parameter \"k_0\" is one beside a dictionary"},
-    {scale,
+    {rotation,
      "valType=\"String\" isDictionary=\"true\" dictionarySelKey=\"one\">"
-     "<key key_name=\"one\">0.9999079</key></param>",
-     "the entry \"one\" of its parameter \"k_0\" is a text"},
+     "<key key_name=\"one\">7</key></rotate_angle>",
+     "the entry \"one\" of its parameter \"rotate_angle\" is a text"},
 };
 
 TEST_F(LibraryLoss, IsTheReasonWhyASystemIsNotAdded)
@@ -116,15 +116,15 @@ TEST_F(LibraryLoss, IsNoneWhereNothingIsToBeWritten)
         const char *part;
         const char *other;
     } rows[] = {
-        {scale, "valType=\"String\" isDictionary=\"false\"></param>"},
-        {scale, "valType=\"EllipsoidDirection\" isDictionary=\"false\">ENU</param>"},
-        {translation, "valType=\"String\" isDictionary=\"false\"/>"},
-        {scale, "valType=\"Double\" isDictionary=\"true\" dictionarySelKey=\"one\">"
-                "<key key_name=\"one\">0.9999079</key></param>"},
+        {rotation, "valType=\"String\" isDictionary=\"false\"></rotate_angle>"},
+        {rotation, "valType=\"EllipsoidDirection\" isDictionary=\"false\">ENU</rotate_angle>"},
+        {rotation, "valType=\"String\" isDictionary=\"false\"/>"},
+        {rotation, "valType=\"Double\" isDictionary=\"true\" dictionarySelKey=\"one\">"
+                   "<key key_name=\"one\">7</key></rotate_angle>"},
         // A document has 15 digits of these 17.
         {scale, "valType=\"Double\" isDictionary=\"false\">0.99990790000000003</param>"},
-        // No word of the table: the value is a text of no kind, which is written.
-        {scale, "valType=\"double\" isDictionary=\"false\">0.9999079</param>"},
+        // The value is a text of no kind, which is written.
+        {scale, "valType=\"None\" isDictionary=\"false\">0.9999079</param>"},
     };
     for (const auto &row : rows) {
         EXPECT_EQ(add(changed(row.part, row.other)).err, QString()) << row.other;

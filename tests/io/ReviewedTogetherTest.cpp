@@ -250,6 +250,22 @@ TEST_F(ReviewedTogether, ADictionaryInPlaceOfAValue)
     EXPECT_EQ(findings.first().element, QStringLiteral("Coord/Projection/param[k_0]/key[two]"));
 }
 
+// A text or a dictionary is for whoever edits the system.
+TEST_F(ReviewedTogether, WhatIsNotForADefinitionNeedsNoPlaceInIt)
+{
+    const QByteArray place = "        <paramProj4 name=\"k_0\" proj4Param=\"k_0\"/>\n";
+    for (const char *param :
+         {"valType=\"String\" isDictionary=\"false\">zone 3</param>",
+          "valType=\"Double\" isDictionary=\"true\" dictionarySelKey=\"a\"><key "
+          "key_name=\"a\">0.9996</key></param>",
+          "valType=\"Double\" isDictionary=\"false\">0</param>"}) {
+        QByteArray document = dutchGridWith(place, "");
+        document.replace("valType=\"Double\" isDictionary=\"false\">0.9999079</param>", param);
+        const auto findings = reviewed(document);
+        EXPECT_TRUE(findings.isEmpty()) << testing::PrintToString(findings);
+    }
+}
+
 TEST_F(ReviewedTogether, AnEllipsoidOfItsOwnNumbersMayBeAny)
 {
     for (const char *name : {"", "besel", "my_own"}) {
