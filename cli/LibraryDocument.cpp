@@ -2,6 +2,7 @@
 
 #include <KelStd/io/Coord_IO.h>
 #include <KelStd/io/DocumentLimits.h>
+#include <KelStd/io/ListDocuments.h>
 
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
@@ -126,33 +127,79 @@ QString faultOf(const QString &fileName, RecordKind kind)
     return fault.isEmpty() ? QStringLiteral("it is no XML document that the library takes") : fault;
 }
 
-std::optional<QList<Record>> systemIn(const QString &fileName, RecordKind kind,
-                                      QList<io::DocumentFinding> &findings, QString &reason)
+using Findings = QList<io::DocumentFinding>;
+
+/// How a kind of documents is read, with a review and without.
+template <typename Found>
+struct Reading
 {
-    Coord coord;
-    if (io::reviewCoord(fileName, coord, findings, &reason))
-        return QList<Record>{coord};
+    bool (*read)(const QString &, Found &, QString *);
+    bool (*review)(const QString &, Found &, Findings &, QString *);
+
+    /// Without `findings` nothing is reviewed.
+    bool operator()(const QString &fileName, Found &found, Findings *findings,
+                    QString &reason) const
+    {
+        return findings != nullptr ? review(fileName, found, *findings, &reason)
+                                   : read(fileName, found, &reason);
+    }
+};
+
+constexpr Reading<Coord> systems = {&Coord_IO::xml_read, &io::reviewCoord};
+constexpr Reading<QList<Ellipsoid>> ellipsoidLists = {&io::readEllipsoidList,
+                                                      &io::reviewEllipsoidList};
+constexpr Reading<QList<Projection>> projectionLists = {&io::readProjectionList,
+                                                        &io::reviewProjectionList};
+
+QList<Record> asRecords(const Coord &coord)
+{
+    return {coord};
+}
+
+template <typename Found>
+QList<Record> asRecords(const QList<Found> &found)
+{
+    QList<Record> records;
+    for (const Found &each : found)
+        records += each;
+    return records;
+}
+
+template <typename Found>
+std::optional<QList<Record>> recordsOf(const Reading<Found> &reading, const QString &fileName,
+                                       RecordKind kind, Findings *findings, QString &reason)
+{
+    Found found;
+    if (reading(fileName, found, findings, reason))
+        return asRecords(found);
     if (reason.isEmpty())
         reason = faultOf(fileName, kind);
     return std::nullopt;
 }
 
-template <typename Found>
-std::optional<QList<Record>> listIn(bool (*read)(const QString &, QList<Found> &,
-                                                 QList<io::DocumentFinding> &, QString *),
-                                    const QString &fileName, RecordKind kind,
-                                    QList<io::DocumentFinding> &findings, QString &reason)
+std::optional<QList<Record>> readRecords(const QString &fileName, RecordKind kind,
+                                         Findings *findings, QString &reason)
 {
-    QList<Found> found;
-    if (read(fileName, found, findings, &reason)) {
-        QList<Record> records;
-        for (const Found &each : found)
-            records += each;
-        return records;
+    reason.clear();
+    if (QFileInfo::exists(fileName) && !QFileInfo(fileName).isFile()) {
+        reason = QFileInfo(fileName).isDir() ? QStringLiteral("it is a directory")
+                                             : QStringLiteral("it is no regular file");
+        return std::nullopt;
     }
-    if (reason.isEmpty())
-        reason = faultOf(fileName, kind);
-    return std::nullopt;
+    if (!QFileInfo::exists(fileName)) {
+        QFile file(fileName);
+        file.open(QIODevice::ReadOnly);
+        reason = file.errorString();
+        return std::nullopt;
+    }
+    switch (kind) {
+    case RecordKind::Ellipsoid: return recordsOf(ellipsoidLists, fileName, kind, findings, reason);
+    case RecordKind::Projection:
+        return recordsOf(projectionLists, fileName, kind, findings, reason);
+    case RecordKind::Custom:
+    case RecordKind::Standard: break;
+    }
+    return recordsOf(systems, fileName, kind, findings, reason);
 }
 
 } // namespace
@@ -201,35 +248,14 @@ std::optional<RecordKind> kindOfRoot(const QString &rootName)
 
 std::optional<QList<Record>> recordsIn(const QString &fileName, RecordKind kind, QString &reason)
 {
-    QList<io::DocumentFinding> findings;
-    return reviewedRecordsIn(fileName, kind, findings, reason);
+    return readRecords(fileName, kind, nullptr, reason);
 }
 
 std::optional<QList<Record>> reviewedRecordsIn(const QString &fileName, RecordKind kind,
                                                QList<io::DocumentFinding> &findings,
                                                QString &reason)
 {
-    reason.clear();
-    if (QFileInfo::exists(fileName) && !QFileInfo(fileName).isFile()) {
-        reason = QFileInfo(fileName).isDir() ? QStringLiteral("it is a directory")
-                                             : QStringLiteral("it is no regular file");
-        return std::nullopt;
-    }
-    if (!QFileInfo::exists(fileName)) {
-        QFile file(fileName);
-        file.open(QIODevice::ReadOnly);
-        reason = file.errorString();
-        return std::nullopt;
-    }
-    switch (kind) {
-    case RecordKind::Ellipsoid:
-        return listIn(&io::reviewEllipsoidList, fileName, kind, findings, reason);
-    case RecordKind::Projection:
-        return listIn(&io::reviewProjectionList, fileName, kind, findings, reason);
-    case RecordKind::Custom:
-    case RecordKind::Standard: break;
-    }
-    return systemIn(fileName, kind, findings, reason);
+    return readRecords(fileName, kind, &findings, reason);
 }
 
 } // namespace KelStd::cli

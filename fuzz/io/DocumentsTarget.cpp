@@ -53,6 +53,9 @@ bool isAboutReading(const io::DocumentFinding &finding)
     case io::FindingKind::UnitNotUsed:
     case io::FindingKind::Contradiction:
     case io::FindingKind::Implausible: return false;
+    case io::FindingKind::UnknownWord: // a direction as a parameter, which only "N" and "S" are
+                                       // read
+        return finding.written != QLatin1String("WSU");
     default: return true;
     }
 }
