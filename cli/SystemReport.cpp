@@ -15,6 +15,9 @@ namespace KelStd::cli {
 
 namespace {
 
+/// No path of Linux is longer. A name of megabytes would be shown several times.
+constexpr int maxPathLength = 4096;
+
 /// The shortest number that reads back as `value`.
 QString exactNumber(double value)
 {
@@ -167,7 +170,7 @@ void reportCorrections(const Coord &coord, Report &report)
     const stElevationFitting &fitting = coord.elevationFitting;
     const bool hasPlane = plane.fuction != PlaneTransformFunction_None;
     const bool hasFitting = fitting.function != ElevationFittingFunction_None;
-    const QString geoid = coord.geoidModel.modelFileName;
+    const QString geoid = coord.geoidModel.modelFileName.left(maxPathLength);
 
     report.section(QStringLiteral("Corrections"));
     report.value(
@@ -226,7 +229,7 @@ void showSystem(const Coord &coord, Console &console)
 
     QString reason;
     QStringList notes = notesOn(coord);
-    const QString geoid = coord.geoidModel.modelFileName;
+    const QString geoid = coord.geoidModel.modelFileName.left(maxPathLength);
     if (!geoid.isEmpty() && !findGeoidModel(geoid, reason)) {
         notes += QStringLiteral("The geoid model \"%1\" cannot be used: %2. Heights are "
                                 "ellipsoidal.")
