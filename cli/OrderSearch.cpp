@@ -108,11 +108,18 @@ bool OrderSearch::contradicts(const QString &remark, const SplitLine &line,
                        [&](int one, int other) { return fieldOf(one) < fieldOf(other); });
     if (!isInOrder || !areHeadings)
         return !isInOrder;
-    // Headings of another frame or in another unit.
-    FieldOrder own;
-    QString mistake;
-    return mentioned.size() < 2
-           || (mentioned.size() == componentsPerFrame && !readHeader(fields, m_form, own, mistake));
+    if (mentioned.size() < 2)
+        return true; // headings of another frame
+    for (int i = 0; i < fields.size(); ++i) {
+        const Heading heading = headingOf(fields.at(i));
+        const int component = componentHeaded(m_form, heading);
+        if (component < 0)
+            continue;
+        const bool isElsewhere = fields.size() == order.fields && fieldOf(component) != i;
+        if (isElsewhere || !hasInputUnit(m_form, component, heading))
+            return true;
+    }
+    return false;
 }
 
 bool OrderSearch::contradictsAsHeadings(const QString &remark, const SplitLine &line,
@@ -124,8 +131,12 @@ bool OrderSearch::contradictsAsHeadings(const QString &remark, const SplitLine &
 
 void OrderSearch::keepRemark(const QString &remark, const SplitLine &line, qint64 lineNumber)
 {
-    if (m_choice || m_remark.isThere()
-        || !contradicts(remark, line, plainOrder(componentsPerFrame)))
+    const int fields = headingFields(line).size();
+    const bool hasName = fields > componentsPerFrame;
+    const FieldOrder usual = plainOrder(componentsPerFrame + (hasName ? 1 : 0));
+    const bool hasMoreColumns = fields > usual.fields && !isSentenceOfRemark(line)
+                                && lookLikeHeadings(headingFields(line), m_form);
+    if (m_choice || m_remark.isThere() || !(hasMoreColumns || contradicts(remark, line, usual)))
         return;
     m_remark = {lineNumber,
                 QStringLiteral("this remark names other columns or units than %1, or in another "

@@ -1,5 +1,6 @@
 #include <cli/PositionParser.h>
 
+#include <cli/DecodedLine.h>
 #include <cli/LineBlocks.h>
 #include <cli/LineDoubts.h>
 #include <cli/OrderDoubts.h>
@@ -9,7 +10,6 @@
 #include <KelStd/text/CoordStringHelper.h>
 
 #include <QtCore/QRegularExpression>
-#include <QtCore/QTextCodec>
 
 #include <algorithm>
 #include <cmath>
@@ -19,56 +19,6 @@ namespace KelStd::cli {
 namespace {
 
 constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
-
-/// A control character other than the tabulator; `last` is the highest of those that count.
-bool isControl(QChar c, char16_t last)
-{
-    return c.category() == QChar::Other_Control && c != QLatin1Char('\t') && c <= QChar(last);
-}
-
-struct DecodedLine
-{
-    QString text; ///< what can be made out, with blanks in place of control characters
-    QString flaw; ///< why the line cannot be read; empty when it can
-    bool isText =
-        true; ///< no control characters, which only data of another kind and mischief have
-};
-
-DecodedLine decoded(const QByteArray &bytes)
-{
-    // Characters of the Windows code pages have the numbers of the upper control characters.
-    constexpr char16_t lastOfLatin1 = u'\u007F';
-    constexpr char16_t last = u'\u009F';
-    QTextCodec::ConverterState state;
-    DecodedLine line;
-    line.text =
-        QTextCodec::codecForName("UTF-8")->toUnicode(bytes.constData(), bytes.size(), &state);
-    const bool isUtf8 = state.invalidChars == 0 && state.remainingChars == 0;
-    if (!isUtf8) {
-        line.text = QString::fromLatin1(bytes);
-        line.flaw = QStringLiteral("the line is not UTF-8 text");
-    }
-    const auto isStranger = [isUtf8](QChar c) {
-        return isControl(c, isUtf8 ? last : lastOfLatin1);
-    };
-    if (std::any_of(line.text.cbegin(), line.text.cend(), isStranger)) {
-        line.flaw = QStringLiteral("the line holds control characters: it is not text");
-        line.isText = false;
-        line.text.remove(QChar(QChar::Null));
-        std::replace_if(line.text.begin(), line.text.end(), isStranger, QLatin1Char(' '));
-    }
-    return line;
-}
-
-/// The fields of a line whose quotation marks are broken, which hide the separators behind them.
-SplitLine splitAnywhere(const QString &text)
-{
-    static const QRegularExpression anySeparator(QStringLiteral("[\\s,;\"]+"));
-    SplitLine line;
-    line.separator = QLatin1Char(',');
-    line.fields = text.split(anySeparator, Qt::SkipEmptyParts);
-    return line;
-}
 
 bool holdsNumber(const SplitLine &line)
 {
@@ -127,16 +77,6 @@ QString noPosition(const QString &reason)
 QByteArray copyOf(std::string_view bytes)
 {
     return {bytes.data(), static_cast<int>(bytes.size())};
-}
-
-/// The remark behind the # of a comment.
-QString remarkOf(const QString &comment)
-{
-    int start = 0;
-    while (start < comment.size()
-           && (comment.at(start) == QLatin1Char('#') || comment.at(start).isSpace()))
-        ++start;
-    return comment.mid(start);
 }
 
 } // namespace

@@ -160,6 +160,12 @@ INSTANTIATE_TEST_SUITE_P(
               "1: this remark names other columns or units than longitude, latitude, height"},
         Ended{"BehindASignInRadians", "# name,lon_rad,lat_rad,h\nA,0.09,0.91,40\n",
               "1: this remark names other columns or units"},
+        Ended{"TwoBehindASignInRadians", "# lon_rad, lat_rad\n0.09,0.91,40\n",
+              "1: this remark names other columns or units"},
+        Ended{"BehindASignWithAnotherColumnBetween", "# lon,code,lat,alt\n5,7.5,52.5,40\n",
+              "1: this remark names other columns or units"},
+        Ended{"BehindASignWithMoreColumns", "# id,date,lon,lat,alt\nA,5.25,52.5,40\n",
+              "1: this remark names other columns or units"},
         Ended{"BehindASignOfThePlane", "# name,easting,northing,height\nA,52.5,5.25,40\n",
               "1: this remark names other columns or units"},
         Ended{"RemarkOfTheOrder",
@@ -201,7 +207,8 @@ TEST(HeadingSearch, RemarksAndRepetitionsArePassedOver)
     for (const char *input :
          {"# Survey by E. N. Smith\n5.25,52.5,40\n", "# lon, lat\n5.25,52.5,40\n",
           "# WGS84 longitude and latitude in degrees, ellipsoidal height in metres.\n5.25,52.5,40",
-          "# lon,lat,h\n5.25,52.5,40\n", "lon,lat,h\n# latitude and longitude\n5.25,52.5,40\n",
+          "# lon,lat,h\n5.25,52.5,40\n", "# lon,lat,alt\n5.25,52.5,40\n",
+          "lon,lat,h\n# latitude and longitude\n5.25,52.5,40\n",
           "# x y z of the antenna are in the other file\n5.25,52.5,40\n",
           "# the lat of it, \"so\n5.25,52.5,40\n", "# h\xF6her als sonst\n5.25,52.5,40\n"}) {
         SCOPED_TRACE(input);
