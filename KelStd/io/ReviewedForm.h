@@ -14,11 +14,4 @@ void reviewListForm(const QDomElement &root, const QString &recordName, ReviewFi
 /// Texts and attributes with U+FFFD, for a document of which bytes were read so.
 void reviewDamage(const QDomElement &element, ReviewFindings &findings);
 
-/// The texts of an element taken together, whatever stands between them.
-QString wholeText(const QDomElement &element);
-
-/// False for what no number is read from, and for what is read as another one: an infinite number,
-/// or zero where it only is too small.
-bool isReadAsNumber(const QString &text);
-
 } // namespace KelStd::io

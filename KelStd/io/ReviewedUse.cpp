@@ -4,7 +4,7 @@
 #include <KelStd/io/NamedEllipsoids.h>
 #include <KelStd/io/RecordParamNames.h>
 #include <KelStd/io/RecordReaders.h>
-#include <KelStd/io/ReviewedForm.h>
+#include <KelStd/io/ReviewedValue.h>
 #include <KelStd/text/CoordStringHelper.h>
 #include <KelStd/text/EnumerationTables.h>
 
