@@ -49,6 +49,10 @@ protected:
     KilledProgram()
     {
         std::cout << "KELSTD_TEST_KILLS=" << allKills() << " KELSTD_TEST_SEED=" << m_seed << '\n';
+        // What a killed program leaves among the system's temporary files goes with the test.
+        const QString temporary = program.home().path(QStringLiteral("tmp"));
+        EXPECT_TRUE(QDir().mkpath(temporary));
+        program.setVariable(QStringLiteral("TMPDIR"), temporary);
     }
 
     /// Runs the program to its end, which has to be good, and learns how long that takes.

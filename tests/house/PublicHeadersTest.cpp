@@ -14,7 +14,8 @@ QStringList installedHeaders()
     static const QRegularExpression header(QStringLiteral("^\\s+([A-Za-z]+/\\w+\\.h)"),
                                            QRegularExpression::MultilineOption);
     QStringList headers{QStringLiteral("KelStd/KelStd.h"), QStringLiteral("KelStd/Export.h")};
-    for (const char *folder : {"platform", "files", "coord", "time", "text", "io", "proj", "library"}) {
+    for (const char *folder :
+         {"platform", "files", "coord", "time", "text", "io", "proj", "library"}) {
         const QString text =
             test::sourceText(QStringLiteral("KelStd/%1/CMakeLists.txt").arg(QLatin1String(folder)));
         auto matches = header.globalMatch(text);
