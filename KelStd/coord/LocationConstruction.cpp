@@ -6,7 +6,6 @@
 #include <KelStd/proj/Messages.h>
 #include <KelStd/proj/ProjLib.h>
 #include <KelStd/proj/TransformationResult.h>
-#include <KelStd/proj/WorkingDirectoryScope.h>
 
 namespace KelStd {
 
@@ -17,7 +16,7 @@ class FreshStages
 {
 public:
     FreshStages(const Coord *coord, QString *error)
-        : m_gridFile(geoidGridFile(coord)), m_definitions(coord), m_error(error)
+        : m_coord(coord), m_definitions(coord), m_error(error)
     {}
 
     bool geographicToCartesian(const Pos &from, Pos &to) const
@@ -58,18 +57,12 @@ public:
 
     bool toGeoid(const Pos &wgs84, double &diff) const
     {
-        const stLongLatH &point = wgs84.getLongLatH();
-        return !m_gridFile.isEmpty()
-               && ProjLib::Calc_geoid_diff(point.latitude, point.longitude, point.height,
-                                           m_gridFile, diff, m_error);
+        return separation(&ProjLib::Calc_geoid_diff, wgs84, diff);
     }
 
     bool toEllipsoid(const Pos &wgs84, double &diff) const
     {
-        const stLongLatH &point = wgs84.getLongLatH();
-        return !m_gridFile.isEmpty()
-               && ProjLib::Calc_geoid_diff_inverse(point.latitude, point.longitude, point.height,
-                                                   m_gridFile, diff, m_error);
+        return separation(&ProjLib::Calc_geoid_diff_inverse, wgs84, diff);
     }
 
     /// Where PROJ is not loaded the first stage says so.
@@ -90,8 +83,19 @@ private:
         return ProjLib::ConvertPosList(source, target, to, type, m_error);
     }
 
-    const QString m_gridFile; ///< found before the scope begins: the host sees its own directory
-    const proj::WorkingDirectoryScope m_scope; ///< one for all stages
+    using Separation = bool (*)(double latitude, double longitude, double height,
+                                const QString &gridFile, double &diff, QString *error);
+
+    /// The host is asked for the model only here: where a conversion fails, it is not asked at all.
+    bool separation(Separation calculate, const Pos &wgs84, double &diff) const
+    {
+        const QString gridFile = geoidGridFile(m_coord);
+        const stLongLatH &point = wgs84.getLongLatH();
+        return !gridFile.isEmpty()
+               && calculate(point.latitude, point.longitude, point.height, gridFile, diff, m_error);
+    }
+
+    const Coord *const m_coord;
     const ChainDefinitions m_definitions;
     QString *const m_error;
 };

@@ -18,7 +18,35 @@ bool isFrameStep(ProjLib::EConvertType type)
     return type >= ProjLib::WGS84LatLongH_to_WGS84XYZ && type <= ProjLib::LocalNEH_to_LocalLatLongH;
 }
 
+enum class Result
+{
+    Converted,
+    Refused, ///< there is no transformation
+    Failed   ///< at a position, with the `error`
+};
+
 /// Transforms the positions of a range in place until one fails.
+template <typename Iterator>
+Result convertInPrivateDirectory(const QString &from, const QString &to, Iterator first,
+                                 Iterator last, ProjLib::EConvertType type, QString *error)
+{
+    const proj::WorkingDirectoryScope scope;
+    const proj::ProjObject conversion = proj::createConversion(proj::defaultContext, from, to);
+    if (conversion == nullptr)
+        return Result::Refused;
+    if (!isFrameStep(type))
+        return Result::Converted;
+
+    const proj::ProjFunctions &functions = LoadedProj::instance().functions();
+    for (; first != last; ++first) {
+        if (!proj::transform(functions, conversion.get(), *first, *first)) {
+            fail(error, proj::failureText(conversion.get()));
+            return Result::Failed;
+        }
+    }
+    return Result::Converted;
+}
+
 template <typename Iterator>
 bool convert(const QString &from, const QString &to, Iterator first, Iterator last,
              ProjLib::EConvertType type, QString *error)
@@ -27,26 +55,15 @@ bool convert(const QString &from, const QString &to, Iterator first, Iterator la
         proj::logFailure(proj::noLibraryLogText(), LogType_Error);
         return fail(error, proj::noLibraryText());
     }
-
-    const proj::WorkingDirectoryScope scope;
-    const proj::ProjObject conversion = proj::createConversion(proj::defaultContext, from, to);
-    if (conversion == nullptr) {
-        proj::logFailure(QObject::tr("Convert point by proj library failed, create project failed")
-                             + QLatin1String(":\n") + QObject::tr("From") + QLatin1Char('[') + from
-                             + QLatin1String("]\n") + QObject::tr("To") + QLatin1Char('[') + to
-                             + QLatin1Char(']'),
-                         LogType_Error);
-        return fail(error, proj::errorFormatText());
-    }
-    if (!isFrameStep(type))
-        return true;
-
-    const proj::ProjFunctions &functions = LoadedProj::instance().functions();
-    for (; first != last; ++first) {
-        if (!proj::transform(functions, conversion.get(), *first, *first))
-            return fail(error, proj::failureText(conversion.get()));
-    }
-    return true;
+    const Result result = convertInPrivateDirectory(from, to, first, last, type, error);
+    if (result != Result::Refused)
+        return result == Result::Converted;
+    proj::logFailure(QObject::tr("Convert point by proj library failed, create project failed")
+                         + QLatin1String(":\n") + QObject::tr("From") + QLatin1Char('[') + from
+                         + QLatin1String("]\n") + QObject::tr("To") + QLatin1Char('[') + to
+                         + QLatin1Char(']'),
+                     LogType_Error);
+    return fail(error, proj::errorFormatText());
 }
 
 } // namespace

@@ -6,10 +6,6 @@
 #include <KelStd/proj/TransformationResult.h>
 #include <KelStd/proj/WorkingDirectoryScope.h>
 
-#include <QtCore/QDir>
-
-#include <optional>
-
 namespace KelStd {
 
 namespace {
@@ -19,38 +15,49 @@ using proj::ShiftDirection;
 
 /// Geoid computations are logged less severely than point conversions: without a model a height
 /// above the ellipsoid is left.
-bool failWith(const QString &text, QString *error)
+bool failWith(const QString &logged, const QString &text, QString *error)
 {
-    proj::logFailure(text, LogType_Warning);
+    proj::logFailure(logged, LogType_Warning);
     return proj::fail(error, text);
+}
+
+enum class Result
+{
+    Calculated,
+    NoGrid, ///< PROJ cannot use the file
+    NoValue ///< for the point, with PROJ's `text`
+};
+
+Result calculateInPrivateDirectory(const stLongLatH &point, const QString &gridFile,
+                                   ShiftDirection direction, double &diff, QString &text)
+{
+    const proj::WorkingDirectoryScope scope;
+    const proj::ProjObject shift = proj::createShift(proj::defaultContext, gridFile, direction);
+    if (shift == nullptr)
+        return Result::NoGrid;
+    if (proj::separation(LoadedProj::instance().functions(), shift.get(), point, diff))
+        return Result::Calculated;
+    text = proj::failureText(shift.get());
+    return Result::NoValue;
 }
 
 bool calculate(double latitude, double longitude, double height, const QString &gridFile,
                ShiftDirection direction, double &diff, QString *error)
 {
-    if (!LoadedProj::instance().isLoaded()) {
-        proj::logFailure(proj::noLibraryLogText(), LogType_Warning);
-        return proj::fail(error, proj::noLibraryText());
-    }
+    if (!LoadedProj::instance().isLoaded())
+        return failWith(proj::noLibraryLogText(), proj::noLibraryText(), error);
     if (gridFile.isEmpty())
-        return failWith(proj::noGridFileText(), error);
+        return failWith(proj::noGridFileText(), proj::noGridFileText(), error);
 
-    // The private directory is where a relative name is found. An absolute path needs no current
-    // directory, and changing it there and back costs a tenth of all that PROJ does here.
-    std::optional<proj::WorkingDirectoryScope> scope;
-    if (QDir::isRelativePath(gridFile))
-        scope.emplace();
-    const proj::ProjObject shift = proj::createShift(proj::defaultContext, gridFile, direction);
-    if (shift == nullptr)
-        return failWith(proj::geoidModelFailedText(), error);
-    if (!proj::separation(LoadedProj::instance().functions(), shift.get(),
-                          {longitude, latitude, height}, diff)) {
-        const QString text = proj::failureText(shift.get());
-        proj::logFailure(QObject::tr("Calc geoid failed") + QLatin1String(": ") + text,
-                         LogType_Warning);
-        return proj::fail(error, text);
+    QString text;
+    switch (calculateInPrivateDirectory({longitude, latitude, height}, gridFile, direction, diff,
+                                        text)) {
+    case Result::Calculated: return true;
+    case Result::NoGrid:
+        return failWith(proj::geoidModelFailedText(), proj::geoidModelFailedText(), error);
+    case Result::NoValue: break;
     }
-    return true;
+    return failWith(QObject::tr("Calc geoid failed") + QLatin1String(": ") + text, text, error);
 }
 
 } // namespace

@@ -3,40 +3,42 @@
 #include <KelStd/platform/AppConfig.h>
 #include <KelStd/proj/PrivateDirectory.h>
 
-#include <QtCore/QDir>
-
 namespace KelStd::proj {
 
 namespace {
 
 /// The current directory is the process's: one thread at a time may change it.
-std::recursive_mutex &directoryMutex()
+std::mutex &directoryMutex()
 {
-    static std::recursive_mutex mutex;
+    static std::mutex mutex;
     return mutex;
 }
 
-/// How many scopes are open on the thread that holds the mutex.
-int openScopes = 0;
+/// The private directory of a home. Nearly every call has the home of the one before it; only who
+/// holds the mutex may ask.
+const CurrentDirectory::Name &privateDirectoryOf(const QDir &home)
+{
+    struct Known
+    {
+        QString home;
+        CurrentDirectory::Name directory;
+    };
+    static Known known;
+    const QString path = home.path();
+    if (known.directory.isEmpty() || known.home != path)
+        known = {path, CurrentDirectory::nameOf(home.filePath(privateDirectoryName()))};
+    return known.directory;
+}
 
 } // namespace
 
-WorkingDirectoryScope::WorkingDirectoryScope() : m_lock(directoryMutex())
-{
-    if (openScopes++ > 0)
-        return;
-    const QString previous = QDir::currentPath();
-    const QString privateDirectory =
-        AppConfig::getInstance().homeDir().absoluteFilePath(privateDirectoryName());
-    if (QDir::setCurrent(QDir::fromNativeSeparators(privateDirectory)))
-        m_previous = previous;
-}
+// The host is asked before the lock is taken.
+WorkingDirectoryScope::WorkingDirectoryScope()
+    : WorkingDirectoryScope(AppConfig::getInstance().homeDir())
+{}
 
-WorkingDirectoryScope::~WorkingDirectoryScope()
-{
-    --openScopes;
-    if (!m_previous.isEmpty())
-        QDir::setCurrent(m_previous);
-}
+WorkingDirectoryScope::WorkingDirectoryScope(const QDir &home)
+    : m_lock(directoryMutex()), m_directory(privateDirectoryOf(home))
+{}
 
 } // namespace KelStd::proj

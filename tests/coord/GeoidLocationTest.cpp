@@ -8,10 +8,12 @@
 
 #include <KelStd/io/Coord_IO.h>
 #include <KelStd/platform/AppConfig.h>
+#include <KelStd/platform/LogLibrary.h>
 #include <KelStd/proj/ProjLib.h>
 
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
+#include <QtCore/QStringList>
 
 #include <gtest/gtest.h>
 
@@ -264,6 +266,71 @@ TEST_F(GeoidLocation, FailureOfAConversionLeavesTheLocation)
         EXPECT_EQ(error, "Error format.");
         EXPECT_TRUE(location == before);
     }
+}
+
+/// The host turns a GGF model into a GTX file when it is first asked for it.
+TEST_F(GeoidLocation, HostIsNotAskedForTheModelWhereAConversionFails)
+{
+    const QString asked = modelPath("small.ggf.gtx");
+    test::writeFile(modelPath("small.ggf"),
+                    test::ggfBytes(test::slopingGrid(), test::RowOrder::Reversed));
+    const test::LogCapture log;
+    Location location;
+    QString error;
+
+    Coord refused = withModel("small.ggf");
+    refused.projection.proj4Projection = "no_such";
+    for (const LocationOperation &operation : locationOperations) {
+        SCOPED_TRACE(operation.name);
+        EXPECT_FALSE(operation.make(startOf(operation), location, nullptr, &refused, &error));
+        EXPECT_FALSE(QFileInfo::exists(asked));
+    }
+
+    const Coord coord = withModel("small.ggf");
+    for (const LocationOperation &operation : locationOperations) {
+        SCOPED_TRACE(operation.name);
+        const Pos nowhere = Pos::fromXYZ(std::nan(""), 0.0, 0.0);
+        EXPECT_FALSE(operation.make(nowhere, location, nullptr, &coord, &error));
+        EXPECT_FALSE(QFileInfo::exists(asked));
+    }
+
+    ProjLib::___unloadEnviroment();
+    for (const LocationOperation &operation : locationOperations) {
+        SCOPED_TRACE(operation.name);
+        EXPECT_FALSE(operation.make(Pos(), location, nullptr, &coord, &error));
+        EXPECT_FALSE(QFileInfo::exists(asked));
+    }
+
+    ASSERT_TRUE(ProjLib::___InitializeEnviroment());
+    make(locationOperations[0], Pos::fromLongLatH(3.5, 52.5, 100.0), coord);
+    EXPECT_TRUE(QFileInfo::exists(asked));
+}
+
+/// A log of the host's, too, sees its own current directory, whatever fails.
+TEST_F(GeoidLocation, FailuresAreLoggedInTheCallersDirectory)
+{
+    const QString before = QDir::currentPath();
+    QStringList directories;
+    LogLibrary::setSink([&](const QString &, const QString &, ELogType, bool) {
+        directories << QDir::currentPath();
+    });
+    test::writeFile(modelPath("broken.gtx"), QByteArray(1000, 'x'));
+    Coord refused = plain;
+    refused.projection.proj4Projection = "no_such";
+    const Coord broken = withModel("broken.gtx");
+    Location location;
+    for (const LocationOperation &operation : locationOperations) {
+        EXPECT_FALSE(operation.make(startOf(operation), location, nullptr, &refused, nullptr));
+        EXPECT_TRUE(operation.make(startOf(operation), location, nullptr, &broken, nullptr));
+    }
+    ProjLib::___unloadEnviroment();
+    for (const LocationOperation &operation : locationOperations)
+        EXPECT_FALSE(operation.make(Pos(), location, nullptr, &plain, nullptr));
+    LogLibrary::setSink({});
+    ASSERT_TRUE(ProjLib::___InitializeEnviroment());
+    EXPECT_GE(directories.size(), 12); // three failures of four operations
+    for (const QString &directory : directories)
+        EXPECT_EQ(directory, before);
 }
 
 /// The host is asked for the model while its own current directory is current, not PROJ's.

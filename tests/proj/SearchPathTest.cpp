@@ -1,4 +1,5 @@
 #include "proj/FakeProjHome.h"
+#include "support/GridFiles.h"
 #include "support/Printers.h"
 #include "support/ProjTest.h"
 
@@ -181,6 +182,27 @@ TEST_F(FoundGrid, InThePrivateDirectoryByItsRelativeName)
     test::writeFile(home.path("proj/models/deeper_20m.gtx"), constantGrid(20.0F));
     EXPECT_DOUBLE_EQ(heightAboveGrid("./private_30m.gtx"), 70.0);
     EXPECT_DOUBLE_EQ(heightAboveGrid("./models/deeper_20m.gtx"), 80.0);
+}
+
+/// A list of an absolute and a relative path, in either order: the relative one is found from the
+/// private directory.
+TEST_F(FoundGrid, OfAListThatBeginsWithAnAbsolutePath)
+{
+    const TemporaryHome elsewhere;
+    home.use();
+    const QString small = elsewhere.path("small.gtx");
+    test::writeFile(small, test::gtxBytes(test::slopingGrid())); // 50 to 54 N, 3 to 7 E
+    test::writeFile(home.path("proj/whole_30m.gtx"), constantGrid(30.0F));
+    for (const QString &list : {small + ",./whole_30m.gtx", "./whole_30m.gtx," + small}) {
+        SCOPED_TRACE(list.toStdString());
+        double diff = 0.0;
+        QString error;
+        EXPECT_TRUE(ProjLib::Calc_geoid_diff(10.0, 20.0, 100.0, list, diff, &error)) << error;
+        EXPECT_DOUBLE_EQ(diff, -30.0);
+        EXPECT_TRUE(ProjLib::Calc_geoid_diff_inverse(10.0, 20.0, 100.0, list, diff, &error))
+            << error;
+        EXPECT_DOUBLE_EQ(diff, 30.0);
+    }
 }
 
 } // namespace

@@ -4,17 +4,22 @@
 #include "support/Raised.h"
 
 #include <KelStd/platform/AppConfig.h>
+#include <KelStd/platform/LogLibrary.h>
 #include <KelStd/proj/ProjLib.h>
 
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
+#include <QtCore/QStringList>
 #include <QtCore/QTemporaryDir>
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <cmath>
 #include <functional>
+#include <future>
 #include <string>
+#include <vector>
 
 namespace KelStd {
 namespace {
@@ -204,6 +209,67 @@ TEST_F(WorkingDirectory, ThatIsGoneIsNotRestored)
     expectCallsIn(privateDirectory());
     EXPECT_EQ(QDir::currentPath().toStdString(), privateDirectory());
     ASSERT_TRUE(QDir::setCurrent(current()));
+}
+
+// --- What the host's log sees --------------------------------------------------------------------
+
+/// A log of the host's that does something while it is called.
+class DoingLog
+{
+public:
+    explicit DoingLog(const std::function<void()> &work)
+    {
+        LogLibrary::setSink([work](const QString &, const QString &, ELogType, bool) { work(); });
+    }
+    ~DoingLog() { LogLibrary::setSink({}); }
+    DoingLog(const DoingLog &) = delete;
+    DoingLog &operator=(const DoingLog &) = delete;
+};
+
+/// Everything that is logged of conversions and separations, one call each.
+void failInEveryWay(test::FakeProj &fake)
+{
+    const QString grid = QStringLiteral("./a.gtx");
+    double diff = 0.0;
+    fake.refusesDefinitions = true;
+    EXPECT_FALSE(convertOne());
+    EXPECT_FALSE(ProjLib::Calc_geoid_diff(1.0, 2.0, 3.0, grid, diff));
+    fake.refusesDefinitions = false;
+    fake.results = {PJ_COORD{{HUGE_VAL, HUGE_VAL, HUGE_VAL, HUGE_VAL}}};
+    EXPECT_FALSE(ProjLib::Calc_geoid_diff_inverse(1.0, 2.0, 3.0, grid, diff));
+    EXPECT_FALSE(ProjLib::Calc_geoid_diff(1.0, 2.0, 3.0, QString(), diff));
+    fake.results.clear();
+
+    ProjLib::___unloadEnviroment();
+    EXPECT_FALSE(convertOne());
+    EXPECT_FALSE(ProjLib::Calc_geoid_diff(1.0, 2.0, 3.0, grid, diff));
+    EXPECT_TRUE(ProjLib::___InitializeEnviroment());
+}
+
+constexpr int logEntries = 6; // of `failInEveryWay`
+
+TEST_F(WorkingDirectory, IsTheCallersWhileTheHostsLogIsCalled)
+{
+    QStringList directories;
+    const DoingLog log([&] { directories << QDir::currentPath(); });
+    failInEveryWay(fake());
+    EXPECT_EQ(directories.size(), logEntries);
+    for (const QString &directory : directories)
+        EXPECT_EQ(directory, current());
+}
+
+/// A log may hand its entries to another thread and wait for it, and that thread may convert.
+TEST_F(WorkingDirectory, IsNobodysWhileTheHostsLogWaitsForAnotherThread)
+{
+    std::vector<std::future<void>> others; // outlive the wait where it is in vain
+    int waitedFor = 0;
+    const DoingLog log([&] {
+        others.push_back(std::async(std::launch::async, [] { ProjLib::test(); }));
+        constexpr std::chrono::seconds patience(10);
+        waitedFor += others.back().wait_for(patience) == std::future_status::ready ? 1 : 0;
+    });
+    failInEveryWay(fake());
+    EXPECT_EQ(waitedFor, logEntries);
 }
 
 } // namespace
