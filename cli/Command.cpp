@@ -83,8 +83,8 @@ QString programHelp()
         "                   Default: the user's application-data directory.\n"
         "  KELSTD_BIN_DIR   Directory of the program's files, with proj/proj.zip.\n"
         "                   Default: the program's own.\n"
-        "  PROJ_DEBUG       Set to 1, 2 or 3, it lets PROJ write notes of its own on\n"
-        "                   standard error.");
+        "  PROJ_DEBUG       Set to 1, 2 or 3, it lets PROJ's notes on the coordinate\n"
+        "                   systems through to standard error.");
     return help;
 }
 

@@ -19,18 +19,17 @@ int main(int argc, char **argv)
     ::umask(::umask(0) | S_IWOTH);
 #endif
 
-    // PROJ writes notes of its own on standard error, among the program's messages about the same
-    // positions. It reads this when it is loaded; who sets the variable wants to see them.
-    constexpr const char *projDebug = "PROJ_DEBUG";
-    if (!qEnvironmentVariableIsSet(projDebug))
-        qputenv(projDebug, "0");
-
     const QCoreApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("kelstd"));
     QCoreApplication::setApplicationVersion(QStringLiteral(KELSTD_VERSION));
 
-    // Every failure that the library logs is also returned, and reported with its line.
-    LogLibrary::setSink([](const QString &, const QString &, ELogType, bool) {});
+    // Every failure that the library logs is also returned, and reported with its line. What PROJ
+    // adds of its own is for who sets PROJ's variable.
+    const bool showsProj = qEnvironmentVariableIsSet("PROJ_DEBUG");
+    LogLibrary::setSink([showsProj](const QString &module, const QString &text, ELogType, bool) {
+        if (showsProj && module == QLatin1String("proj"))
+            cli::streams::writeAll(cli::streams::standardError, text.toLocal8Bit() + '\n');
+    });
 
     return static_cast<int>(cli::runProgram(QCoreApplication::arguments()));
 }

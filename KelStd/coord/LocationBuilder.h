@@ -28,11 +28,11 @@ class Coord;
 ///                  locations.data(), outcomes.data());
 ///
 /// Builders on different threads may work at the same time, one a thread: each has a PROJ context
-/// of its own. Creating a transformation changes the process's current directory for that moment,
-/// and threads wait for each other there. `ProjLib::___unloadEnviroment` may be called only while
-/// no builder works; a builder then fails with "No proj library." until PROJ is loaded again.
-/// Unlike the operations of `Coord`, a builder does not log failures; creating one may log the
-/// warning of the display configuration, as they do.
+/// of its own, and neither do they wait for each other nor touch the process's current directory.
+/// `ProjLib::___unloadEnviroment` may be called only while no builder works; a builder then fails
+/// with "No proj library." until PROJ is loaded again. Unlike the operations of `Coord`, a builder
+/// logs only what PROJ says when a transformation is created, once and not for each position, and
+/// the warning of the display configuration.
 class KELSTD_EXPORT LocationBuilder
 {
 public:

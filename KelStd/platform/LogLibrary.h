@@ -6,9 +6,7 @@
 
 #include <functional>
 
-/// The level of a log entry. The library logs failed point conversions as `LogType_Error`, failed
-/// geoid computations as `LogType_Warning`, and so it does the display configuration's reach into
-/// PROJ definitions (docs/display-configuration.md).
+/// The level of a log entry.
 enum ELogType : qint32
 {
     LogType_Message = 0,
@@ -16,7 +14,25 @@ enum ELogType : qint32
     LogType_Error = 2
 };
 
-/// The host's log.
+/// The host's log. The library logs these, always with the flag false:
+///
+/// | module    | level             | what                                                        |
+/// |-----------|-------------------|-------------------------------------------------------------|
+/// | "app_log" | `LogType_Error`   | `ProjLib::ConvertPosList`, and `Coord::MakeLocation_by...`   |
+/// |           |                   | by it: PROJ is not loaded, or refuses a definition           |
+/// | "app_log" | `LogType_Warning` | `ProjLib::Calc_geoid_diff`, its inverse, and the same        |
+/// |           |                   | operations: every failure                                    |
+/// | "proj"    | `LogType_Warning` | what PROJ itself says is wrong while a transformation is     |
+/// |           |                   | created, behind the operation's own entry                    |
+/// | "proj"    | `LogType_Message` | the notes that PROJ adds where the environment variable      |
+/// |           |                   | PROJ_DEBUG is 2 or 3                                         |
+///
+/// A position that cannot be converted is not logged, nor what PROJ says about it: the operation
+/// returns the reason, and a million of them would say no more. PROJ writes nothing to standard
+/// error. The texts of "app_log" are translated, PROJ's are not.
+///
+/// While it is called the current directory is the caller's and nothing is locked: it may wait for
+/// other threads, and they may convert. Entries of a `LocationBuilder` come on its thread.
 class KELSTD_PLATFORM_EXPORT LogLibrary
 {
 public:

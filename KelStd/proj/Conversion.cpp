@@ -28,10 +28,12 @@ enum class Result
 /// Transforms the positions of a range in place until one fails.
 template <typename Iterator>
 Result convertInPrivateDirectory(const QString &from, const QString &to, Iterator first,
-                                 Iterator last, ProjLib::EConvertType type, QString *error)
+                                 Iterator last, ProjLib::EConvertType type,
+                                 proj::ProjMessages &messages, QString *error)
 {
     const proj::WorkingDirectoryScope scope;
-    const proj::ProjObject conversion = proj::createConversion(proj::defaultContext, from, to);
+    const proj::ProjObject conversion =
+        proj::createConversion(proj::defaultContext, from, to, messages);
     if (conversion == nullptr)
         return Result::Refused;
     if (!isFrameStep(type))
@@ -55,15 +57,18 @@ bool convert(const QString &from, const QString &to, Iterator first, Iterator la
         proj::logFailure(proj::noLibraryLogText(), LogType_Error);
         return fail(error, proj::noLibraryText());
     }
-    const Result result = convertInPrivateDirectory(from, to, first, last, type, error);
-    if (result != Result::Refused)
-        return result == Result::Converted;
-    proj::logFailure(QObject::tr("Convert point by proj library failed, create project failed")
-                         + QLatin1String(":\n") + QObject::tr("From") + QLatin1Char('[') + from
-                         + QLatin1String("]\n") + QObject::tr("To") + QLatin1Char('[') + to
-                         + QLatin1Char(']'),
-                     LogType_Error);
-    return fail(error, proj::errorFormatText());
+    proj::ProjMessages messages;
+    const Result result = convertInPrivateDirectory(from, to, first, last, type, messages, error);
+    if (result == Result::Refused) {
+        proj::logFailure(QObject::tr("Convert point by proj library failed, create project failed")
+                             + QLatin1String(":\n") + QObject::tr("From") + QLatin1Char('[') + from
+                             + QLatin1String("]\n") + QObject::tr("To") + QLatin1Char('[') + to
+                             + QLatin1Char(']'),
+                         LogType_Error);
+        fail(error, proj::errorFormatText());
+    }
+    messages.log();
+    return result == Result::Converted;
 }
 
 } // namespace

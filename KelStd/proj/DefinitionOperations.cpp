@@ -4,6 +4,7 @@
 #include <KelStd/proj/FixedBuffer.h>
 #include <KelStd/proj/LoadedProj.h>
 #include <KelStd/proj/Messages.h>
+#include <KelStd/proj/ProjMessages.h>
 #include <KelStd/proj/WorkingDirectoryScope.h>
 
 namespace KelStd {
@@ -30,6 +31,15 @@ QString coordDefinition(const Coord &coord, const QString &projectionName)
            + QLatin1String(" +no_defs");
 }
 
+bool isAcceptedByProj(const char *definition, proj::ProjMessages &messages)
+{
+    const proj::WorkingDirectoryScope scope;
+    const proj::ProjMessages::Listener listener(messages);
+    const proj::ProjObject object(
+        proj::LoadedProj::instance().functions().proj_create(proj::defaultContext, definition));
+    return object != nullptr;
+}
+
 } // namespace
 
 void ProjLib::__ProjectionToProjString(const Projection *projection, const Ellipsoid *ellipsoid,
@@ -52,12 +62,10 @@ bool ProjLib::GetProjectionString_proj4(const Projection *projection, const Elli
     char buffer[proj::definitionSize] = {};
     proj::copyToBuffer(out, buffer, proj::definitionSize);
 
-    const proj::WorkingDirectoryScope scope;
-    const proj::ProjObject accepted(
-        buffer[0] == '\0'
-            ? nullptr
-            : proj::LoadedProj::instance().functions().proj_create(proj::defaultContext, buffer));
-    return accepted != nullptr || proj::fail(error, proj::errorFormatText());
+    proj::ProjMessages messages;
+    const bool isAccepted = buffer[0] != '\0' && isAcceptedByProj(buffer, messages);
+    messages.log();
+    return isAccepted || proj::fail(error, proj::errorFormatText());
 }
 
 void ProjLib::CoordToProjString(const Coord *coord, char *buffer, const QString &projectionName)

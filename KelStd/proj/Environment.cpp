@@ -51,7 +51,7 @@ bool ProjLib::___InitializeEnviroment()
     LoadedProj &loaded = LoadedProj::instance();
     if (!loaded.load(libraryFile))
         return false;
-    if (!loaded.setSearchPath(privateDir.absoluteFilePath(proj::resourceDirectoryName()))) {
+    if (!loaded.setPrivateDirectory(privateDir.absolutePath())) {
         // PROJ without its resource files would compute, and compute something else.
         loaded.unload();
         return false;

@@ -29,10 +29,12 @@ enum class Result
 };
 
 Result calculateInPrivateDirectory(const stLongLatH &point, const QString &gridFile,
-                                   ShiftDirection direction, double &diff, QString &text)
+                                   ShiftDirection direction, double &diff,
+                                   proj::ProjMessages &messages, QString &text)
 {
     const proj::WorkingDirectoryScope scope;
-    const proj::ProjObject shift = proj::createShift(proj::defaultContext, gridFile, direction);
+    const proj::ProjObject shift =
+        proj::createShift(proj::defaultContext, gridFile, direction, messages);
     if (shift == nullptr)
         return Result::NoGrid;
     if (proj::separation(LoadedProj::instance().functions(), shift.get(), point, diff))
@@ -50,14 +52,15 @@ bool calculate(double latitude, double longitude, double height, const QString &
         return failWith(proj::noGridFileText(), proj::noGridFileText(), error);
 
     QString text;
-    switch (calculateInPrivateDirectory({longitude, latitude, height}, gridFile, direction, diff,
-                                        text)) {
-    case Result::Calculated: return true;
-    case Result::NoGrid:
-        return failWith(proj::geoidModelFailedText(), proj::geoidModelFailedText(), error);
-    case Result::NoValue: break;
-    }
-    return failWith(QObject::tr("Calc geoid failed") + QLatin1String(": ") + text, text, error);
+    proj::ProjMessages messages;
+    const Result result = calculateInPrivateDirectory({longitude, latitude, height}, gridFile,
+                                                      direction, diff, messages, text);
+    if (result == Result::NoGrid)
+        failWith(proj::geoidModelFailedText(), proj::geoidModelFailedText(), error);
+    else if (result == Result::NoValue)
+        failWith(QObject::tr("Calc geoid failed") + QLatin1String(": ") + text, text, error);
+    messages.log();
+    return result == Result::Calculated;
 }
 
 } // namespace

@@ -35,19 +35,26 @@ bool saysWhere(std::string_view name)
            || beginsWith(name, "\\") || beginsWith(name, ".\\") || beginsWith(name, "..\\");
 }
 
+std::string fileIn(const QByteArray &directory, std::string_view name)
+{
+    return directory.isEmpty() ? std::string(name)
+                               : directory.toStdString() + '/' + std::string(name);
+}
+
 /// The file that PROJ opens for a name, or nothing where it is none on this machine.
 std::string fileOf(std::string_view name)
 {
+    const LoadedProj &loaded = LoadedProj::instance();
     if (saysWhere(name))
-        return std::string(name);
+        return fileIn(name.front() == '.' ? loaded.privateDirectory() : QByteArray(), name);
     if (beginsWith(name, "http://") || beginsWith(name, "https://"))
         return {};
     if (beginsWith(name, "~/")) {
         const char *home = std::getenv("HOME");
         return home == nullptr ? std::string() : std::string(home) + '/' + std::string(name);
     }
-    const std::string_view searchPath = LoadedProj::instance().searchPath();
-    return searchPath.empty() ? std::string() : std::string(searchPath) + '/' + std::string(name);
+    const QByteArray searchPath = loaded.searchPath();
+    return searchPath.isEmpty() ? std::string() : fileIn(searchPath, name);
 }
 
 #if defined(Q_OS_UNIX)
@@ -131,8 +138,8 @@ bool isGridWhole(std::string_view name)
         name.remove_prefix(1);
     if (name.empty() || name == "null"sv)
         return true;
-    if (saysWhere(name))
-        return isWhole(name);
+    if (saysWhere(name) && name.front() != '.')
+        return isWhole(name); // as nearly all are named
     const std::string file = fileOf(name);
     return file.empty() || isWhole(file);
 }

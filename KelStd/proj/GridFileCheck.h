@@ -7,7 +7,7 @@
 namespace KelStd::proj {
 
 /// Whether PROJ can be given these grids, as "grids=" has them: names after each other with commas.
-/// Names are looked up as PROJ does it, relative ones from the current directory. A file that PROJ
+/// Names are looked up as PROJ does it, relative ones from the private directory. A file that PROJ
 /// will not find is PROJ's to refuse: true.
 bool areGridsWhole(std::string_view names);
 

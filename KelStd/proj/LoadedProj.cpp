@@ -1,5 +1,9 @@
 #include <KelStd/proj/LoadedProj.h>
 
+#include <KelStd/proj/DirectoryFiles.h>
+#include <KelStd/proj/PrivateDirectory.h>
+#include <KelStd/proj/ProjMessages.h>
+
 #include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QLibrary>
@@ -52,12 +56,20 @@ bool LoadedProj::load(const QString &libraryFile)
     complete = complete && m_functions.name != nullptr;
         KELSTD_PROJ_FUNCTIONS(KELSTD_RESOLVE)
 #undef KELSTD_RESOLVE
+#define KELSTD_RESOLVE(name) m_functions.name = resolve<decltype(m_functions.name)>(#name);
+        KELSTD_OPTIONAL_PROJ_FUNCTIONS(KELSTD_RESOLVE)
+#undef KELSTD_RESOLVE
     }
     if (!complete) {
         m_functions = {};
         m_library.reset();
+        return false;
     }
-    return complete;
+    if (m_functions.proj_log_func != nullptr)
+        m_functions.proj_log_func(defaultContext, nullptr, &ProjMessages::take);
+    if (m_functions.proj_context_clone != nullptr)
+        m_untouchedContext = m_functions.proj_context_create();
+    return true;
 }
 
 void LoadedProj::unload()
@@ -69,38 +81,57 @@ void LoadedProj::unload()
         for (UnloadListener *listener : m_listeners)
             listener->beforeUnload();
     }
+    if (m_untouchedContext != nullptr)
+        m_functions.proj_context_destroy(m_untouchedContext);
+    m_untouchedContext = nullptr;
     m_functions.proj_cleanup();
     m_functions = {};
-    m_setSearchPaths = nullptr;
     m_library.reset();
 }
 
-bool LoadedProj::setSearchPath(const QString &directory)
+bool LoadedProj::setPrivateDirectory(const QString &directory)
 {
-    m_setSearchPaths =
-        resolve<decltype(&::proj_context_set_search_paths)>("proj_context_set_search_paths");
-    if (m_setSearchPaths == nullptr)
+    const QDir resources(QDir(directory).absoluteFilePath(resourceDirectoryName()));
+    const QString database = resources.absoluteFilePath(databaseFileName());
+    const auto encoded = [](const QString &path) {
+        return QFile::encodeName(QDir::toNativeSeparators(path));
+    };
+    m_privateDirectory = encoded(directory);
+    m_searchPath = encoded(resources.absolutePath());
+    m_database = QFile::exists(database) ? encoded(database) : QByteArray();
+    if (m_functions.proj_context_set_search_paths == nullptr)
         return true;
-    m_searchPath = QFile::encodeName(QDir::toNativeSeparators(directory));
     if (m_searchPath.size() >= searchPathSize)
         return false;
-    applySearchPath(defaultContext);
+    setSearchPath(defaultContext);
     return true;
 }
 
-void LoadedProj::applySearchPath(PJ_CONTEXT *context) const
+void LoadedProj::setSearchPath(PJ_CONTEXT *context) const
 {
-    if (m_setSearchPaths == nullptr)
-        return;
     const char *const paths[] = {m_searchPath.constData()};
-    m_setSearchPaths(context, 1, paths);
+    if (m_functions.proj_context_set_search_paths != nullptr)
+        m_functions.proj_context_set_search_paths(context, 1, paths);
 }
 
-PJ_CONTEXT *LoadedProj::createContext() const
+PJ_CONTEXT *LoadedProj::createContext()
 {
-    PJ_CONTEXT *context = m_functions.proj_context_create();
-    if (context != nullptr)
-        applySearchPath(context);
+    // Copied from the default context, as PROJ creates one, it would be copied while another thread
+    // changes that.
+    PJ_CONTEXT *const context = m_untouchedContext != nullptr
+                                    ? m_functions.proj_context_clone(m_untouchedContext)
+                                    : m_functions.proj_context_create();
+    if (context == nullptr)
+        return nullptr;
+    if (m_functions.proj_log_func != nullptr)
+        m_functions.proj_log_func(context, nullptr, &ProjMessages::take);
+    setSearchPath(context);
+    if (m_functions.proj_context_set_fileapi != nullptr)
+        m_functions.proj_context_set_fileapi(context, &directoryFiles(), &m_privateDirectory);
+    if (m_functions.proj_context_set_database_path != nullptr && !m_database.isEmpty()) {
+        m_functions.proj_context_set_database_path(context, m_database.constData(), nullptr,
+                                                   nullptr);
+    }
     return context;
 }
 

@@ -46,23 +46,28 @@ public:
 
     bool isLoaded() const { return m_library != nullptr; }
 
-    /// Tells PROJ's default context where its resource files are. A library without that function
-    /// is left as it is. False when the path does not fit what PROJ is given.
-    bool setSearchPath(const QString &directory);
+    /// Tells PROJ's default context where its resource files are, in the private directory. A
+    /// library without that function is left as it is. False when their path does not fit what PROJ
+    /// is given.
+    bool setPrivateDirectory(const QString &directory);
 
-    /// Where PROJ looks for files without a place in their names, as PROJ is given it; empty when
-    /// PROJ was told nothing.
-    std::string_view searchPath() const
+    /// The private directory; relative names of files are looked up there. Paths are in the file
+    /// system's encoding, and empty before `setPrivateDirectory`.
+    const QByteArray &privateDirectory() const { return m_privateDirectory; }
+
+    /// Where PROJ looks for files without a place in their names; empty for a library that cannot
+    /// be told so.
+    QByteArray searchPath() const
     {
-        return m_setSearchPaths == nullptr
-                   ? std::string_view()
-                   : std::string_view(m_searchPath.constData(),
-                                      static_cast<std::size_t>(m_searchPath.size()));
+        return m_functions.proj_context_set_search_paths == nullptr ? QByteArray() : m_searchPath;
     }
 
-    /// A new context that looks for resource files where the default one does; null when PROJ has
-    /// none to give. The caller destroys it.
-    PJ_CONTEXT *createContext() const;
+    /// A new context, which the caller destroys; null when PROJ has none to give. It finds PROJ's
+    /// resource files and database where the default one does, and the files of relative names
+    /// below the private directory whatever directory is the current one.
+    ///
+    /// It has nothing in common with the default context, with which another thread may convert.
+    PJ_CONTEXT *createContext();
 
     /// A function that is resolved where it is used; null when the library has none of that name.
     template <typename Function>
@@ -80,16 +85,18 @@ private:
     LoadedProj();
     ~LoadedProj();
 
-    void applySearchPath(PJ_CONTEXT *context) const;
+    void setSearchPath(PJ_CONTEXT *context) const;
 
     using Address = void (*)();
     Address resolveAddress(const char *name) const;
 
     std::unique_ptr<QLibrary> m_library;
     ProjFunctions m_functions;
-    /// Null for a library without it.
-    decltype(&::proj_context_set_search_paths) m_setSearchPaths = nullptr;
-    QByteArray m_searchPath; ///< as PROJ is given it
+    /// As it was before any use, for others to be copied from; null for a library that cannot.
+    PJ_CONTEXT *m_untouchedContext = nullptr;
+    QByteArray m_privateDirectory; ///< paths are in the file system's encoding
+    QByteArray m_searchPath;
+    QByteArray m_database; ///< empty when there is none
 
     std::mutex m_listenersMutex;
     std::set<UnloadListener *> m_listeners;

@@ -2,7 +2,6 @@
 
 #include <KelStd/proj/Messages.h>
 #include <KelStd/proj/TransformationResult.h>
-#include <KelStd/proj/WorkingDirectoryScope.h>
 
 namespace KelStd::proj {
 
@@ -30,8 +29,8 @@ bool PreparedTransformations::prepareAnd(Use use, Transformation &transformation
 {
     if (PJ *const object = transformation.object.get()) {
         // Where PROJ does not know the reason of a failure, it would tell an earlier one's.
-        if (m_resetError != nullptr)
-            m_resetError(object);
+        if (m_functions.proj_errno_reset != nullptr)
+            m_functions.proj_errno_reset(object);
         m_hasError = false;
         return use(object) || failAt(object, error);
     }
@@ -42,8 +41,6 @@ bool PreparedTransformations::prepareAnd(Use use, Transformation &transformation
     if (transformation.isShift && transformation.from.isEmpty())
         return fail(error, noGridFileText);
 
-    // The first position, too, is transformed within the scope: PROJ opens grids with it.
-    const WorkingDirectoryScope scope;
     create(transformation);
     PJ *const object = transformation.object.get();
     if (object == nullptr)
@@ -72,24 +69,30 @@ void PreparedTransformations::beforeUnload()
         transformation.isRefused = false;
     }
     m_context.reset();
-    m_resetError = nullptr;
     m_hasError = false;
 }
 
 void PreparedTransformations::create(Transformation &transformation)
 {
+    ProjMessages messages;
+    createWith(transformation, messages);
+    messages.log();
+}
+
+void PreparedTransformations::createWith(Transformation &transformation, ProjMessages &messages)
+{
     if (m_context == nullptr) {
-        const LoadedProj &loaded = LoadedProj::instance();
-        m_context.reset(loaded.createContext());
-        m_resetError = loaded.resolve<ResetError>("proj_errno_reset");
+        const ProjMessages::Listener listener(messages);
+        m_context.reset(LoadedProj::instance().createContext());
     }
     // Without a context of its own PROJ would take the default one, which is another thread's.
     if (m_context == nullptr)
         return;
+    PJ_CONTEXT *const context = m_context.get();
     transformation.object =
         transformation.isShift
-            ? createShift(m_context.get(), transformation.from, transformation.direction)
-            : createConversion(m_context.get(), transformation.from, transformation.to);
+            ? createShift(context, transformation.from, transformation.direction, messages)
+            : createConversion(context, transformation.from, transformation.to, messages);
 }
 
 bool PreparedTransformations::refuse(Transformation &transformation, QString *error)

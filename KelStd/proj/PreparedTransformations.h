@@ -7,11 +7,12 @@
 namespace KelStd::proj {
 
 /// Transformations that are created once, each when it is first needed, and then serve any number
-/// of positions without touching a file, the current directory or the heap.
+/// of positions without touching a file or the heap.
 ///
 /// They live in a PROJ context of their own: objects of this class may be used on different threads
-/// at the same time, one a thread. They end with the loaded library and are created anew when it is
-/// loaded again. Nothing is logged.
+/// at the same time, one a thread, and neither wait for each other nor touch the current directory.
+/// They end with the loaded library and are created anew when it is loaded again. Only what PROJ
+/// says when it creates one is logged.
 class PreparedTransformations final : private UnloadListener
 {
 public:
@@ -58,8 +59,6 @@ private:
         bool isRefused;    ///< PROJ was asked and has none
     };
 
-    using ResetError = decltype(&::proj_errno_reset);
-
     void beforeUnload() override;
     /// An object that is there belongs to the library that is loaded.
     bool isReady(const Transformation &transformation) const
@@ -73,14 +72,14 @@ private:
     template <typename Use>
     bool prepareAnd(Use use, Transformation &transformation, QString *error);
     void create(Transformation &transformation);
+    void createWith(Transformation &transformation, ProjMessages &messages);
     bool refuse(Transformation &transformation, QString *error);
     bool failAt(const PJ *transformation, QString *error);
 
     const ProjFunctions &m_functions; ///< those of whatever library is loaded
     std::vector<Transformation> m_transformations;
     ProjContext m_context;
-    ResetError m_resetError = nullptr; ///< null for a library without it
-    bool m_hasError = false;           ///< PROJ's context holds that of an earlier failure
+    bool m_hasError = false; ///< PROJ's context holds that of an earlier failure
 };
 
 } // namespace KelStd::proj

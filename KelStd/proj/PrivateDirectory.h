@@ -29,6 +29,12 @@ inline QString resourceDirectoryName()
     return QStringLiteral("share");
 }
 
+/// In the resource directory.
+inline QString databaseFileName()
+{
+    return QStringLiteral("proj.db");
+}
+
 inline QString geoidDirectoryName()
 {
     return QStringLiteral("geoid_model_list");

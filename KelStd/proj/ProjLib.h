@@ -15,8 +15,9 @@ namespace KelStd {
 ///
 /// Every operation but `CoordToProjString` and `ConvertGeoidModelFile_GGF` needs
 /// `___InitializeEnviroment` to have succeeded, and makes the private PROJ directory the process's
-/// current directory while it runs; it is restored on every exit. All of them therefore belong on
-/// one thread. Message texts are translated in the context "QObject".
+/// current directory while PROJ works; it is restored on every exit, and before anything is logged.
+/// All of them therefore belong on one thread. Message texts are translated in the context
+/// "QObject"; `LogLibrary` says what is logged.
 class KELSTD_EXPORT ProjLib
 {
 public:

@@ -20,10 +20,20 @@ namespace KelStd::proj {
     FUNCTION(proj_errno_string)                                                                    \
     FUNCTION(proj_torad)
 
+/// The functions that a library may lack, which is then left as it is.
+#define KELSTD_OPTIONAL_PROJ_FUNCTIONS(FUNCTION)                                                   \
+    FUNCTION(proj_context_clone)                                                                   \
+    FUNCTION(proj_context_set_database_path)                                                       \
+    FUNCTION(proj_context_set_fileapi)                                                             \
+    FUNCTION(proj_context_set_search_paths)                                                        \
+    FUNCTION(proj_errno_reset)                                                                     \
+    FUNCTION(proj_log_func)
+
 struct ProjFunctions
 {
 #define KELSTD_DECLARE(name) decltype(&::name) name = nullptr;
     KELSTD_PROJ_FUNCTIONS(KELSTD_DECLARE)
+    KELSTD_OPTIONAL_PROJ_FUNCTIONS(KELSTD_DECLARE) // null for a library without it
 #undef KELSTD_DECLARE
 };
 

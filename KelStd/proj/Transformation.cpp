@@ -10,7 +10,8 @@
 
 namespace KelStd::proj {
 
-ProjObject createConversion(PJ_CONTEXT *context, const QString &from, const QString &to)
+ProjObject createConversion(PJ_CONTEXT *context, const QString &from, const QString &to,
+                            ProjMessages &messages)
 {
     char source[definitionSize] = {};
     char target[definitionSize] = {};
@@ -18,11 +19,13 @@ ProjObject createConversion(PJ_CONTEXT *context, const QString &from, const QStr
         return nullptr;
     if (!areGridsOfDefinitionWhole(source) || !areGridsOfDefinitionWhole(target))
         return nullptr;
+    const ProjMessages::Listener listener(messages);
     return ProjObject(LoadedProj::instance().functions().proj_create_crs_to_crs(context, source,
                                                                                 target, nullptr));
 }
 
-ProjObject createShift(PJ_CONTEXT *context, const QString &gridFile, ShiftDirection direction)
+ProjObject createShift(PJ_CONTEXT *context, const QString &gridFile, ShiftDirection direction,
+                       ProjMessages &messages)
 {
     constexpr std::string_view head = "+proj=vgridshift +grids=\"";
     const std::string_view tail = direction == ShiftDirection::ToGeoid ? "\"" : "\" +inv";
@@ -40,6 +43,7 @@ ProjObject createShift(PJ_CONTEXT *context, const QString &gridFile, ShiftDirect
     char *end = std::copy(head.cbegin(), head.cend(), definition);
     end = std::copy(path.cbegin(), path.cend(), end);
     std::copy(tail.cbegin(), tail.cend(), end);
+    const ProjMessages::Listener listener(messages);
     return ProjObject(LoadedProj::instance().functions().proj_create(context, definition));
 }
 

@@ -2,6 +2,7 @@
 
 #include <KelStd/coord/Pos.h>
 #include <KelStd/proj/LoadedProj.h>
+#include <KelStd/proj/ProjMessages.h>
 #include <KelStd/proj/TransformationResult.h>
 
 #include <QtCore/QString>
@@ -20,12 +21,15 @@ enum class ShiftDirection
 };
 
 /// The transformation between two definitions, or null when PROJ refuses them, when one does not
-/// fit, or when a grid file that one names is not what its header says.
-ProjObject createConversion(PJ_CONTEXT *context, const QString &from, const QString &to);
+/// fit, or when a grid file that one names is not what its header says. What PROJ says of it is
+/// added to `messages`.
+ProjObject createConversion(PJ_CONTEXT *context, const QString &from, const QString &to,
+                            ProjMessages &messages);
 
 /// The vertical shift by a geoid model's grid, or null when PROJ cannot use the file, or the file
 /// is not what its header says.
-ProjObject createShift(PJ_CONTEXT *context, const QString &gridFile, ShiftDirection direction);
+ProjObject createShift(PJ_CONTEXT *context, const QString &gridFile, ShiftDirection direction,
+                       ProjMessages &messages);
 
 /// A position at no time as PROJ takes it. PROJ reads it by pairs at once, and the processor would
 /// wait for the halves of a pair that were written one by one: some hundredth of the arithmetic.

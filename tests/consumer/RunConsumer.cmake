@@ -38,7 +38,6 @@ step("${CMAKE_COMMAND}" --build "${work}/build")
 # Nothing points into the build tree any more: the program finds what the package installed.
 set(ENV{KELSTD_HOME_DIR} "${work}/home")
 unset(ENV{KELSTD_BIN_DIR})
-set(ENV{PROJ_DEBUG} 0)
 if(KIND STREQUAL "host")
     step("${work}/build/${PROGRAM}" "${work}/home" "${prefix}/bin" "${SYSTEM}")
 else()

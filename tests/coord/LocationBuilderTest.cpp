@@ -1,6 +1,7 @@
 #include "coord/LocationOperations.h"
 #include "coord/PointsOfSystem.h"
 #include "support/GridFiles.h"
+#include "support/LogCapture.h"
 #include "support/Printers.h"
 #include "support/ProjTest.h"
 
@@ -146,6 +147,7 @@ bool sameBits(const Location &a, const Location &b)
 
 TEST_P(LocationBuilderTest, GivesBitForBitWhatTheSinglePositionOperationsGive)
 {
+    const test::LogCapture log; // some systems are refused, each time
     const Coord coord = makeSystem(GetParam());
     const std::vector<Location> locations = locationsOf(GetParam(), pointsPerFrame);
     LocationBuilder builder(coord);

@@ -275,8 +275,9 @@ TEST_F(LocationConstruction, UnitThatRaisesLeavesTheDirectoryAsItWas)
     refused.projection.proj4Projection = QStringLiteral("no_such");
 
     QStringList loggedIn;
-    LogLibrary::setSink([&loggedIn](const QString &, const QString &, ELogType, bool) {
-        loggedIn << QDir::currentPath();
+    LogLibrary::setSink([&loggedIn](const QString &module, const QString &, ELogType, bool) {
+        if (module == QLatin1String("app_log"))
+            loggedIn << QDir::currentPath();
     });
     for (const LocationOperation &operation : locationOperations) {
         SCOPED_TRACE(operation.name);

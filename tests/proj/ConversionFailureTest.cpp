@@ -27,13 +27,16 @@ QString refusedLog(const QString &from, const QString &to)
            + to + "]";
 }
 
+/// What PROJ itself says of it stands beside it, under another module.
 void expectOneError(const test::LogCapture &log, const QString &text)
 {
-    ASSERT_EQ(log.entries().size(), 1);
-    EXPECT_EQ(log.entries()[0].module, "app_log");
-    EXPECT_EQ(log.entries()[0].text, text);
-    EXPECT_EQ(static_cast<int>(log.entries()[0].type), 2);
-    EXPECT_FALSE(log.entries()[0].flag);
+    const QString module = QStringLiteral("app_log");
+    const QList<test::LogCapture::Entry> entries = log.entriesOf(module);
+    ASSERT_EQ(entries.size(), 1);
+    EXPECT_EQ(entries[0].text, text);
+    EXPECT_EQ(static_cast<int>(entries[0].type), 2);
+    EXPECT_FALSE(entries[0].flag);
+    EXPECT_EQ(log.entries().first().module, module);
 }
 
 // --- PROJ is not loaded --------------------------------------------------------------------------

@@ -1,6 +1,9 @@
 #include "FakeProj.h"
 
 #include <climits>
+#include <cstdio>
+#include <deque>
+#include <map>
 #include <stdexcept>
 
 #include <unistd.h>
@@ -22,12 +25,36 @@ void recordCall(const char *function, const PJ_CONTEXT *context = nullptr)
     fake().calls.push_back({function, known != nullptr ? known : "", context});
 }
 
+/// What a context was given to say something with.
+std::map<const PJ_CONTEXT *, PJ_LOG_FUNCTION> &logs()
+{
+    static std::map<const PJ_CONTEXT *, PJ_LOG_FUNCTION> functions;
+    return functions;
+}
+
+/// As PROJ does, to standard error where nobody listens.
+void say(const PJ_CONTEXT *context, const char *message)
+{
+    if (message == nullptr)
+        return;
+    const auto log = logs().find(context);
+    if (log != logs().end())
+        log->second(nullptr, fake().messageLevel, message);
+    else
+        std::fprintf(stderr, "%s\n", message);
+}
+
 /// Something to point to: nobody looks inside a PROJ object.
 char object;
 char area;
 
-PJ *newObject()
+/// The context that the last object was created in.
+const PJ_CONTEXT *lastContext = nullptr;
+
+PJ *newObject(const PJ_CONTEXT *context)
 {
+    lastContext = context;
+    say(context, fake().messageOfCreation);
     if (fake().refusesDefinitions)
         return nullptr;
     ++fake().livingObjects;
@@ -41,11 +68,60 @@ FakeProj *kelstdFakeProj()
     return &fake();
 }
 
+#ifdef KELSTD_FAKE_PROJ_IS_WHOLE
+
+namespace {
+
+/// Contexts that can be told apart.
+PJ_CONTEXT *newContext()
+{
+    static std::deque<char> contexts;
+    return reinterpret_cast<PJ_CONTEXT *>(&contexts.emplace_back());
+}
+
+} // namespace
+
+PJ_CONTEXT *proj_context_create()
+{
+    recordCall("proj_context_create");
+    return newContext();
+}
+
+PJ_CONTEXT *proj_context_clone(PJ_CONTEXT *context)
+{
+    recordCall("proj_context_clone", context);
+    return newContext();
+}
+
+int proj_context_set_database_path(PJ_CONTEXT *context, const char *path, const char *const *,
+                                   const char *const *)
+{
+    recordCall("proj_context_set_database_path", context);
+    fake().databases.emplace_back(path);
+    return 1;
+}
+
+int proj_context_set_fileapi(PJ_CONTEXT *context, const PROJ_FILE_API *, void *)
+{
+    recordCall("proj_context_set_fileapi", context);
+    return 1;
+}
+
+void proj_log_func(PJ_CONTEXT *context, void *, PJ_LOG_FUNCTION log)
+{
+    recordCall("proj_log_func", context);
+    logs()[context] = log;
+}
+
+#else
+
 PJ_CONTEXT *proj_context_create()
 {
     recordCall("proj_context_create");
     return nullptr;
 }
+
+#endif
 
 PJ_CONTEXT *proj_context_destroy(PJ_CONTEXT *context)
 {
@@ -80,7 +156,7 @@ PJ *proj_create(PJ_CONTEXT *context, const char *definition)
 {
     recordCall("proj_create", context);
     fake().definitions.emplace_back(definition);
-    return newObject();
+    return newObject(context);
 }
 
 PJ *proj_create_crs_to_crs(PJ_CONTEXT *context, const char *source, const char *target,
@@ -90,7 +166,7 @@ PJ *proj_create_crs_to_crs(PJ_CONTEXT *context, const char *source, const char *
     fake().definitions.emplace_back(source);
     fake().definitions.emplace_back(target);
     fake().areas.push_back(where);
-    return newObject();
+    return newObject(context);
 }
 
 PJ *proj_destroy(PJ *)
@@ -105,6 +181,9 @@ PJ_COORD proj_trans(PJ *, PJ_DIRECTION direction, PJ_COORD position)
     recordCall("proj_trans");
     fake().positions.push_back(position);
     fake().directions.push_back(direction);
+    say(lastContext, fake().messageOfPosition);
+    if (fake().duringTransformation)
+        fake().duringTransformation();
     if (fake().raises)
         throw std::runtime_error("raised inside PROJ");
     std::vector<PJ_COORD> &results = fake().results;

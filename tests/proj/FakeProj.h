@@ -2,6 +2,7 @@
 
 #include <proj.h>
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -22,6 +23,12 @@ struct FakeProj
     bool refusesDefinitions = false;
     /// `proj_trans` raises a `std::runtime_error`.
     bool raises = false;
+    /// Called by `proj_trans`, when there is one.
+    std::function<void()> duringTransformation;
+    /// What it says when it creates something, and of each position; null for nothing.
+    const char *messageOfCreation = nullptr;
+    const char *messageOfPosition = nullptr;
+    int messageLevel = PJ_LOG_ERROR;
 
     // --- What it was asked ------------------------------------------------------------------
 
@@ -36,6 +43,7 @@ struct FakeProj
     std::vector<std::string> definitions; ///< handed to the creating functions, source then target
     std::vector<const PJ_AREA *> areas;   ///< handed to `proj_create_crs_to_crs`
     std::vector<std::vector<std::string>> searchPaths; ///< one list for each call
+    std::vector<std::string> databases;                ///< handed to each call
     std::vector<PJ_COORD> positions;                   ///< handed to `proj_trans`
     std::vector<PJ_DIRECTION> directions;
     std::vector<int> explainedNumbers; ///< handed to `proj_errno_string`

@@ -15,4 +15,14 @@ LogCapture::~LogCapture()
     LogLibrary::setSink({});
 }
 
+QList<LogCapture::Entry> LogCapture::entriesOf(const QString &module) const
+{
+    QList<Entry> of;
+    for (const Entry &entry : m_entries) {
+        if (entry.module == module)
+            of << entry;
+    }
+    return of;
+}
+
 } // namespace KelStd::test

@@ -25,6 +25,8 @@ public:
     LogCapture &operator=(const LogCapture &) = delete;
 
     const QList<Entry> &entries() const { return m_entries; }
+    /// Those under a module name alone.
+    QList<Entry> entriesOf(const QString &module) const;
 
 private:
     QList<Entry> m_entries;
