@@ -268,7 +268,9 @@ public:
     LocationTaker(const Coord &coord, const QString &geoidModel, LocationBuilder::Frame frame,
                   const PositionWriter &writer)
         : m_builder(coord), m_geoidModel(geoidModel), m_frame(frame), m_writer(writer)
-    {}
+    {
+        m_builder.requireOneToOne();
+    }
 
     bool take(const PositionParser &read, QByteArray &bytes, QString &reason) override
     {

@@ -3,19 +3,39 @@
 #include <KelStd/coord/ChainDefinitions.h>
 #include <KelStd/coord/Coord.h>
 #include <KelStd/coord/LocationSteps.h>
+#include <KelStd/coord/OneToOne.h>
 #include <KelStd/proj/LoadedProj.h>
 #include <KelStd/proj/Messages.h>
 #include <KelStd/proj/PreparedTransformations.h>
 
+#include <algorithm>
+#include <cmath>
+#include <iterator>
 #include <type_traits>
 
 namespace KelStd {
+
+namespace {
+
+/// By PROJ's names for no projection at all.
+bool isGeographic(const QString &projection)
+{
+    constexpr const char *names[] = {"longlat", "latlong", "lonlat", "latlon"};
+    return std::any_of(std::begin(names), std::end(names), [&](const char *name) {
+        return projection.trimmed() == QLatin1String(name);
+    });
+}
+
+} // namespace
 
 /// The stages of many locations, on transformations that are created once.
 class LocationBuilder::Stages
 {
 public:
-    explicit Stages(const Coord &coord) : Stages(ChainDefinitions(&coord), geoidGridFile(&coord)) {}
+    explicit Stages(const Coord &coord)
+        : Stages(ChainDefinitions(&coord), geoidGridFile(&coord),
+                 isGeographic(coord.projection.proj4Projection))
+    {}
 
     /// `location` is as it was when one of the steps fails. They write it in place: a copy at the
     /// end would wait for what was written last.
@@ -64,6 +84,26 @@ public:
         return m_prepared.convert(m_projectedToLocal, from, to, m_error);
     }
 
+    bool isPosition(const Pos &wgs84)
+    {
+        return !m_isOneToOneRequired || one_to_one::isPosition(wgs84.getLongLatH()) || refuse();
+    }
+
+    bool leadsBackToLocal(const Pos &local, const Pos &plane)
+    {
+        if (!m_isOneToOneRequired)
+            return true;
+        Pos back;
+        return (m_prepared.convert(m_projectedToLocal, plane, back, nullptr)
+                && one_to_one::isSamePlace(local.getLongLatH(), back.getLongLatH()))
+               || refuse();
+    }
+
+    bool leadsBackToPlane(const Pos &plane, const Pos &local)
+    {
+        return !m_isOneToOneRequired || leadsBack(plane, local) || refuse();
+    }
+
     bool toGeoid(const Pos &wgs84, double &diff)
     {
         return m_hasGeoid && separation(Height::Ellipsoidal, wgs84, diff, m_error);
@@ -80,10 +120,32 @@ public:
                                 wgs84.getLongLatH(), diff, error);
     }
 
+    void requireOneToOne(bool isRequired) { m_isOneToOneRequired = isRequired; }
+
 private:
     using Index = proj::PreparedTransformations::Index;
 
-    Stages(const ChainDefinitions &chain, const QString &gridFile)
+    bool refuse() { return proj::fail(m_error, proj::notOneToOneText); }
+
+    bool leadsBack(const Pos &given, const Pos &local)
+    {
+        const auto project = [this](const Pos &from, Pos &to) {
+            return m_prepared.convert(m_localToProjected, from, to, nullptr);
+        };
+        Pos back;
+        if (!project(local, back))
+            return false;
+        if (m_hasGeographicPlane)
+            return one_to_one::isSamePlace(given.getLongLatH(), back.getLongLatH());
+        // Less than the tolerance in any unit of length.
+        constexpr double negligible = 1e-6;
+        const stENU &a = given.getENU();
+        const stENU &b = back.getENU();
+        return (std::abs(a.e - b.e) <= negligible && std::abs(a.n - b.n) <= negligible)
+               || one_to_one::isSamePointOfPlane(given, back, local, project);
+    }
+
+    Stages(const ChainDefinitions &chain, const QString &gridFile, bool hasGeographicPlane)
         : m_geographicToCartesian(m_prepared.addConversion(chain.geographic, chain.cartesian)),
           m_cartesianToGeographic(m_prepared.addConversion(chain.cartesian, chain.geographic)),
           m_cartesianToLocal(m_prepared.addConversion(chain.cartesian, chain.localGeographic)),
@@ -92,7 +154,8 @@ private:
           m_projectedToLocal(m_prepared.addConversion(chain.localProjected, chain.localGeographic)),
           m_toGeoid(m_prepared.addShift(gridFile, proj::ShiftDirection::ToGeoid)),
           m_toEllipsoid(m_prepared.addShift(gridFile, proj::ShiftDirection::ToEllipsoid)),
-          m_hasGeoid(!gridFile.isEmpty()), m_problem(chain.problem)
+          m_hasGeoid(!gridFile.isEmpty()), m_hasGeographicPlane(hasGeographicPlane),
+          m_problem(chain.problem)
     {}
 
     proj::PreparedTransformations m_prepared; // before the numbers that it gives out
@@ -105,7 +168,9 @@ private:
     Index m_toGeoid;
     Index m_toEllipsoid;
     bool m_hasGeoid;
-    QString m_problem;          ///< what keeps every location from being made, or empty
+    bool m_hasGeographicPlane; ///< the "projection" leaves longitude and latitude as they are
+    QString m_problem;         ///< what keeps every location from being made, or empty
+    bool m_isOneToOneRequired = false;
     QString *m_error = nullptr; ///< where the stages of a position put their reasons
 };
 
@@ -154,6 +219,11 @@ LocationBuilder::LocationBuilder(const Coord &coord) : m_stages(std::make_unique
 LocationBuilder::~LocationBuilder() = default;
 LocationBuilder::LocationBuilder(LocationBuilder &&other) noexcept = default;
 LocationBuilder &LocationBuilder::operator=(LocationBuilder &&other) noexcept = default;
+
+void LocationBuilder::requireOneToOne(bool isRequired)
+{
+    m_stages->requireOneToOne(isRequired);
+}
 
 bool LocationBuilder::make(Frame from, const Pos &position, Location &location, QString *error)
 {

@@ -15,11 +15,11 @@ class Coord;
 /// Makes many locations of one coordinate system.
 ///
 /// The results are, bit for bit, those of `Coord::MakeLocation_by...`, failures and their texts
-/// included. Those operations create their PROJ transformations anew for each position, which takes
-/// some five hundred times as long as the arithmetic; a builder creates each one once, when it is
-/// first needed, and touches no file, no current directory and no heap for the positions after it.
-/// (Two exceptions: PROJ reads a row of a geoid's grid when a position first needs it, and keeps
-/// it; and the reason of a failure is a text.)
+/// included; `requireOneToOne` adds failures. Those operations create their PROJ transformations
+/// anew for each position, which takes some five hundred times as long as the arithmetic; a builder
+/// creates each one once, when it is first needed, and touches no file, no current directory and no
+/// heap for the positions after it. (Two exceptions: PROJ reads a row of a geoid's grid when a
+/// position first needs it, and keeps it; and the reason of a failure is a text.)
 ///
 ///     LocationBuilder builder(system);
 ///     std::vector<Location> locations(positions.size());
@@ -62,6 +62,20 @@ public:
 
     LocationBuilder(LocationBuilder &&other) noexcept;
     LocationBuilder &operator=(LocationBuilder &&other) noexcept;
+
+    /// Whether locations are made only where the projection is one-to-one. At first they are made
+    /// everywhere, as by `Coord::MakeLocation_by...`.
+    ///
+    /// Far outside the area that it is made for a projection folds over itself, or its series run
+    /// away: PROJ still gives coordinates, which are those of another place. When this is required,
+    /// the projection's other direction is taken as well. Where that misses the local geographic
+    /// position (from `Frame::LocalProjected`: the given point of the plane) by more than 1 mm on
+    /// the ground, the position fails with "outside where the projection is one-to-one". So does
+    /// one that lies more than 20 km below the WGS84 ellipsoid, such as X = Y = Z = 0: there
+    /// longitude and latitude lose their meaning.
+    ///
+    /// What is made is the same, bit for bit. It costs about a fifth more, all of it PROJ's arithmetic.
+    void requireOneToOne(bool isRequired = true);
 
     /// Makes one location. On failure returns false, `location` is untouched and `error` (when
     /// given) says why; it may also be written by a success, as `Outcome::reason` has it.

@@ -55,6 +55,11 @@ public:
                        ProjLib::LocalNEH_to_LocalLatLongH, from, to);
     }
 
+    // None of them is this operation's.
+    bool isPosition(const Pos & /*wgs84*/) const { return true; }
+    bool leadsBackToLocal(const Pos & /*local*/, const Pos & /*plane*/) const { return true; }
+    bool leadsBackToPlane(const Pos & /*plane*/, const Pos & /*local*/) const { return true; }
+
     bool toGeoid(const Pos &wgs84, double &diff) const
     {
         return separation(&ProjLib::Calc_geoid_diff, wgs84, diff);

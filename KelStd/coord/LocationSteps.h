@@ -14,6 +14,11 @@
 /// WGS84 ellipsoidal height to get the one above the geoid [m]; and `toEllipsoid`, the same for the
 /// opposite way. A conversion's failure is the location's. One of the geoid is not: there is no
 /// model, or it has nothing for the point.
+///
+/// It also has three checks, which are true where there are none: `bool isPosition(const Pos
+/// &wgs84)` of a geographic position; and of the two frames that the projection lies between,
+/// whether it leads back from the one to the other, `bool leadsBackToLocal(const Pos &local, const
+/// Pos &plane)` and `leadsBackToPlane(plane, local)`.
 namespace KelStd::steps {
 
 /// Makes the projected height one above the geoid. Where the geoid is not known it stays the local
@@ -30,9 +35,10 @@ template <typename Stages>
 bool fromWgs84Cartesian(Stages &stages, const Pos &pos, Location &result)
 {
     result.wgs84XYZ = pos;
-    if (!stages.cartesianToGeographic(pos, result.wgs84LLH)
+    if (!stages.cartesianToGeographic(pos, result.wgs84LLH) || !stages.isPosition(result.wgs84LLH)
         || !stages.cartesianToLocal(pos, result.localLLH)
-        || !stages.localToProjected(result.localLLH, result.localNEH))
+        || !stages.localToProjected(result.localLLH, result.localNEH)
+        || !stages.leadsBackToLocal(result.localLLH, result.localNEH))
         return false;
     referToGeoid(stages, result);
     return true;
@@ -42,9 +48,10 @@ template <typename Stages>
 bool fromWgs84Geographic(Stages &stages, const Pos &pos, Location &result)
 {
     result.wgs84LLH = pos;
-    if (!stages.geographicToCartesian(pos, result.wgs84XYZ)
+    if (!stages.isPosition(pos) || !stages.geographicToCartesian(pos, result.wgs84XYZ)
         || !stages.cartesianToLocal(result.wgs84XYZ, result.localLLH)
-        || !stages.localToProjected(result.localLLH, result.localNEH))
+        || !stages.localToProjected(result.localLLH, result.localNEH)
+        || !stages.leadsBackToLocal(result.localLLH, result.localNEH))
         return false;
     referToGeoid(stages, result);
     return true;
@@ -56,7 +63,8 @@ bool fromLocalGeographic(Stages &stages, const Pos &pos, Location &result)
     result.localLLH = pos;
     if (!stages.localToCartesian(pos, result.wgs84XYZ)
         || !stages.cartesianToGeographic(result.wgs84XYZ, result.wgs84LLH)
-        || !stages.localToProjected(pos, result.localNEH))
+        || !stages.isPosition(result.wgs84LLH) || !stages.localToProjected(pos, result.localNEH)
+        || !stages.leadsBackToLocal(pos, result.localNEH))
         return false;
     referToGeoid(stages, result);
     return true;
@@ -68,7 +76,8 @@ bool fromLocalProjected(Stages &stages, const Pos &pos, Location &result)
     result.localNEH = pos;
     if (!stages.projectedToLocal(pos, result.localLLH)
         || !stages.localToCartesian(result.localLLH, result.wgs84XYZ)
-        || !stages.cartesianToGeographic(result.wgs84XYZ, result.wgs84LLH))
+        || !stages.cartesianToGeographic(result.wgs84XYZ, result.wgs84LLH)
+        || !stages.isPosition(result.wgs84LLH) || !stages.leadsBackToPlane(pos, result.localLLH))
         return false;
 
     // So far the given height was taken as ellipsoidal. That moves the point by some millimetres

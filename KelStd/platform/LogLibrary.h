@@ -22,6 +22,10 @@ enum ELogType : qint32
 /// |           |                   | by it: PROJ is not loaded, or refuses a definition           |
 /// | "app_log" | `LogType_Warning` | `ProjLib::Calc_geoid_diff`, its inverse, and the same        |
 /// |           |                   | operations: every failure                                    |
+/// | "app_log" | `LogType_Error`   | `ProjLib::___InitializeEnviroment`: whose files keep PROJ     |
+/// |           |                   | from being prepared or loaded                                |
+/// | "app_log" | `LogType_Warning` | the display configuration reaches a definition, once for a   |
+/// |           |                   | setting (docs/display-configuration.md)                      |
 /// | "proj"    | `LogType_Warning` | what PROJ itself says is wrong while a transformation is     |
 /// |           |                   | created, behind the operation's own entry                    |
 /// | "proj"    | `LogType_Message` | the notes that PROJ adds where the environment variable      |

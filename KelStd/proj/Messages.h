@@ -32,6 +32,11 @@ inline QString geoidModelFailedText()
     return QObject::tr("Create proj geoid model failed.");
 }
 
+inline QString notOneToOneText()
+{
+    return QObject::tr("outside where the projection is one-to-one");
+}
+
 /// Puts `text` into `error`, when given, and is false.
 inline bool fail(QString *error, const QString &text)
 {

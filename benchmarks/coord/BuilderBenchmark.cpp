@@ -83,6 +83,41 @@ void buildLocations(benchmark::State &state)
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }
 
+/// The array call where the projection must be one-to-one.
+void buildLocationsOneToOne(benchmark::State &state)
+{
+    const auto points = static_cast<std::size_t>(state.range(0));
+    LocationBuilder builder(benchmarkSystem());
+    builder.requireOneToOne();
+    for (auto _ : state) {
+        if (builder.make(LocationBuilder::Frame::Wgs84Geographic, positions().data(), points,
+                         locations().data())
+            != points)
+            state.SkipWithError("some positions cannot be converted");
+    }
+    state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+
+/// The array call from the plane, with and without.
+void buildFromPlane(benchmark::State &state)
+{
+    const auto points = static_cast<std::size_t>(state.range(0));
+    LocationBuilder builder(benchmarkSystem());
+    builder.make(LocationBuilder::Frame::Wgs84Geographic, positions().data(), points,
+                 locations().data());
+    std::vector<Pos> starts;
+    for (std::size_t i = 0; i < points; ++i)
+        starts.push_back(locations()[i].localNEH);
+    builder.requireOneToOne(state.range(1) != 0);
+    for (auto _ : state) {
+        if (builder.make(LocationBuilder::Frame::LocalProjected, starts.data(), points,
+                         locations().data())
+            != points)
+            state.SkipWithError("some positions cannot be converted");
+    }
+    state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+
 /// A transformation, destroyed with this.
 class BareStage
 {
@@ -194,6 +229,17 @@ BENCHMARK(buildLocations)
     ->Args({1'000'000, 1})
     ->Args({1'000'000, 2})
     ->Args({10'000'000, 1})
+    ->UseRealTime()
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK(buildLocationsOneToOne)
+    ->ArgName("points")
+    ->Arg(1'000'000)
+    ->UseRealTime()
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK(buildFromPlane)
+    ->ArgNames({"points", "checked"})
+    ->Args({1'000'000, 0})
+    ->Args({1'000'000, 1})
     ->UseRealTime()
     ->Unit(benchmark::kMillisecond);
 BENCHMARK(buildLocationsBare)
