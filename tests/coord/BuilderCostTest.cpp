@@ -179,6 +179,23 @@ TEST_P(BuilderCost, IsOnlyTimeForThePositionsAfterTheFirst)
     }
 }
 
+TEST_P(BuilderCost, OfTheWayBackIsOnlyTime)
+{
+    const std::vector<Location> known = locations();
+    LocationBuilder builder(coord());
+    builder.requireOneToOne();
+    std::vector<Location> made(pointCount);
+    for (const FrameRow &row : frameRows) {
+        SCOPED_TRACE(row.name);
+        const std::vector<Pos> positions = positionsIn(row, known);
+        ASSERT_TRUE(warmUp(builder, row, known));
+        std::size_t count = 0;
+        expectNothing(test::callsOf(
+            [&] { count = builder.make(row.frame, positions.data(), pointCount, made.data()); }));
+        EXPECT_EQ(count, pointCount);
+    }
+}
+
 TEST_P(BuilderCost, OfAFailureIsAtMostItsText)
 {
     const std::vector<Location> known = locations();

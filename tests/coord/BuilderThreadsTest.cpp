@@ -165,5 +165,37 @@ TEST_F(BuilderThreads, EachWithItsBuilderMakeWhatOneMakes)
     }
 }
 
+/// The operations of `Coord` belong on one thread, which need not be one of the builders'.
+TEST_F(BuilderThreads, AreCreatedWhileAnotherThreadConvertsOneByOne)
+{
+    Coord coord;
+    ASSERT_TRUE(
+        Coord_IO::xml_read(QStringLiteral(KELSTD_TEST_DATA_DIR "/systems/rd_new.xml"), coord));
+    const Pos start = Pos::fromLongLatH(5.81, 52.18, 90.0);
+    Location expected;
+    ASSERT_TRUE(Coord::MakeLocation_byWGS84LatLongH(start, expected, nullptr, &coord));
+
+    constexpr int rounds = 30;
+    std::atomic<int> right{0};
+    std::vector<std::thread> running;
+    for (std::size_t i = 1; i < threads; ++i) {
+        running.emplace_back([&] {
+            for (int round = 0; round < rounds; ++round) {
+                LocationBuilder builder(coord);
+                Location made;
+                right += builder.make(Frame::Wgs84Geographic, start, made) && made == expected;
+            }
+        });
+    }
+    for (int round = 0; round < rounds; ++round) {
+        Location made;
+        right +=
+            Coord::MakeLocation_byWGS84LatLongH(start, made, nullptr, &coord) && made == expected;
+    }
+    for (std::thread &thread : running)
+        thread.join();
+    EXPECT_EQ(right, rounds * static_cast<int>(threads));
+}
+
 } // namespace
 } // namespace KelStd
