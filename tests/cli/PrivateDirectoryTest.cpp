@@ -1,6 +1,7 @@
 // What the program does with a private PROJ directory that is not its own, or not only its own.
 
 #include "cli/DoctorRun.h"
+#include "support/GridFiles.h"
 #include "support/Printers.h"
 #include "support/ScopedMask.h"
 
@@ -226,7 +227,8 @@ protected:
 TEST_F(Reinstalling, SaysWhichModelsItOverwritesAndWhy)
 {
     test::writeFile(model("egm96_15.gtx"), "a better one");
-    test::writeFile(model("own.gtx"), "mine");
+    const QByteArray mine = test::gtxBytes(test::slopingGrid());
+    test::writeFile(model("own.gtx"), mine);
     const auto result = reinstall();
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.outLines().value(0),
@@ -235,7 +237,7 @@ TEST_F(Reinstalling, SaysWhichModelsItOverwritesAndWhy)
                   .arg(model("egm96_15.gtx"),
                        QStringLiteral(KELSTD_TEST_BIN_DIR "/geoid_model_list/egm96_15.gtx")));
     EXPECT_EQ(result.out.count(QStringLiteral("overwriting")), 1);
-    EXPECT_EQ(test::readFile(model("own.gtx")), "mine");
+    EXPECT_EQ(test::readFile(model("own.gtx")), mine);
     // Now they are the same.
     EXPECT_FALSE(reinstall().out.contains(QStringLiteral("overwriting")));
 }

@@ -302,6 +302,11 @@ TEST_F(WarningOfTheAxis, IsLoggedWhileNothingIsLocked)
 {
     QString text;
     const std::function<void()> operations[] = {
+        [&] {
+            Location location;
+            Coord::MakeLocation_byWGS84LatLongH(Pos::fromLongLatH(3.0, 0.0, 0.0), location, nullptr,
+                                                &m_coord, nullptr);
+        },
         [&] { const LocationBuilder builder(m_coord); },
         [&] { ProjLib::GetProjectionString_proj4(&m_coord.projection, &m_coord.ellipsoid, text); },
     };
