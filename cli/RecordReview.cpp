@@ -23,8 +23,9 @@ void reportFindings(const RecordReview &review, const QString &before, Console &
 
 void addLenientOption(CommandLine &line)
 {
-    line.addOption({lenientOption, QStringLiteral("Use also what is not understood as it is\n"
-                                                  "written; that becomes a list of warnings.")});
+    line.addOption(
+        {lenientOption, QStringLiteral("Use a document that is not understood as it is\n"
+                                       "written all the same, after a list of warnings.")});
 }
 
 QString reviewHelp()

@@ -23,7 +23,8 @@ const CurrentDirectory::Name &privateDirectoryOf(const QDir &home)
         QString home;
         CurrentDirectory::Name directory;
     };
-    static Known known;
+    // Never destroyed: static objects of a host may convert in their destructors.
+    static Known &known = *new Known;
     const QString path = home.path();
     if (known.directory.isEmpty() || known.home != path)
         known = {path, CurrentDirectory::nameOf(home.filePath(privateDirectoryName()))};
