@@ -5,6 +5,7 @@
 #include <cli/FilePath.h>
 
 #include <KelStd/files/FileLock.h>
+#include <KelStd/files/WorkshopMark.h>
 #include <KelStd/library/StandardLibrary.h>
 #include <KelStd/platform/AppConfig.h>
 #include <KelStd/platform/Toolkits.h>
@@ -70,10 +71,7 @@ QStringList leftWorkshops(const QDir &home)
     pattern.replace(QLatin1Char('X'), QLatin1Char('?'));
     QStringList left;
     for (const QFileInfo &entry : home.entryInfoList({pattern}, everything)) {
-        if (!entry.isDir() || entry.isSymLink())
-            continue;
-        const QStringList parts = QDir(entry.filePath()).entryList(everything);
-        if (parts.isEmpty() || parts == QStringList{directoryName})
+        if (workshop::mayBeRemoved(entry, {directoryName}))
             left += entry.filePath();
     }
     return left;
@@ -85,7 +83,7 @@ void removeLeftWorkshops(const QDir &home, const FileLock &lock)
     if (!lock.isTaken())
         return;
     for (const QString &directory : leftWorkshops(home))
-        QDir(directory).removeRecursively();
+        workshop::remove(directory, {directoryName});
 }
 
 /// Removes what programs have left that were killed while they laid out the library.
@@ -112,13 +110,17 @@ bool layOut(const LibraryDirectory &library, const QString &delivered, QString &
     FileLock lock(layingOutLock(home));
     lock.take(patience);
     removeLeftWorkshops(home, lock);
-    const QTemporaryDir workshop(home.absoluteFilePath(workshopPattern));
-    if (!workshop.isValid()) {
+    const QTemporaryDir place(home.absoluteFilePath(workshopPattern));
+    if (!place.isValid()) {
         reason =
-            QStringLiteral("cannot write %1: %2").arg(home.absolutePath(), workshop.errorString());
+            QStringLiteral("cannot write %1: %2").arg(home.absolutePath(), place.errorString());
         return false;
     }
-    const LibraryDirectory made(workshop.filePath(directoryName));
+    if (!workshop::mark(place.path())) {
+        reason = QStringLiteral("cannot write into %1").arg(home.absolutePath());
+        return false;
+    }
+    const LibraryDirectory made(place.filePath(directoryName));
     if (!tk::Toolkits::CopyDirectory(delivered, made.path(), true)) {
         reason = QStringLiteral("cannot copy %1 into %2").arg(delivered, home.absolutePath());
         return false;

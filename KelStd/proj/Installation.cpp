@@ -1,6 +1,7 @@
 #include <KelStd/proj/Installation.h>
 
 #include <KelStd/files/FileLock.h>
+#include <KelStd/files/WorkshopMark.h>
 #include <KelStd/platform/Toolkits.h>
 #include <KelStd/proj/FilePermissions.h>
 #include <KelStd/proj/PrivateDirectory.h>
@@ -13,8 +14,6 @@
 #include <QtCore/QObject>
 #include <QtCore/QSaveFile>
 #include <QtCore/QTemporaryDir>
-
-#include <algorithm>
 
 namespace KelStd::proj {
 
@@ -65,13 +64,9 @@ State preparePrivateDirectory(const QDir &home)
 const QString newPart = QStringLiteral("new");
 const QString oldPart = QStringLiteral("old");
 
-bool isWorkshop(const QFileInfo &entry)
+QStringList workshopParts()
 {
-    if (entry.isSymLink() || !entry.isDir())
-        return false;
-    const QStringList parts = QDir(entry.filePath()).entryList(everything);
-    return std::all_of(parts.begin(), parts.end(),
-                       [](const QString &part) { return part == newPart || part == oldPart; });
+    return {newPart, oldPart};
 }
 
 /// Removes the directories in which killed processes prepared PROJ. Only for who holds the lock:
@@ -81,8 +76,8 @@ void removeLeftWorkshops(const QDir &home)
     QString pattern = workshopPattern();
     pattern.replace(QLatin1Char('X'), QLatin1Char('?'));
     for (const QFileInfo &entry : home.entryInfoList({pattern}, everything)) {
-        if (isWorkshop(entry))
-            QDir(entry.filePath()).removeRecursively();
+        if (workshop::mayBeRemoved(entry, workshopParts()))
+            workshop::remove(entry.filePath(), workshopParts());
     }
 }
 
@@ -92,14 +87,22 @@ class Workshop
 {
 public:
     explicit Workshop(const QDir &home)
-        : m_home(home), m_dir(home.absoluteFilePath(workshopPattern()))
+        : m_home(home), m_dir(home.absoluteFilePath(workshopPattern())),
+          m_isMarked(m_dir.isValid() && workshop::mark(m_dir.path()))
     {}
+    ~Workshop()
+    {
+        if (m_dir.isValid())
+            workshop::remove(m_dir.path(), workshopParts());
+    }
+    Workshop(const Workshop &) = delete;
+    Workshop &operator=(const Workshop &) = delete;
 
     /// Unpacks the archive and looks at what came out of it.
     bool make(const QString &archive, const FileLock &lock) const
     {
         const QString unpacker = findUnpacker();
-        if (unpacker.isEmpty() || !m_dir.isValid() || !QDir().mkpath(newPrivateDirectory()))
+        if (unpacker.isEmpty() || !m_isMarked || !QDir().mkpath(newPrivateDirectory()))
             return false;
         // What the user's mask lets a new directory have.
         const QFile::Permissions allowed = QFileInfo(newPrivateDirectory()).permissions();
@@ -135,6 +138,7 @@ private:
 
     QDir m_home;
     QTemporaryDir m_dir;
+    bool m_isMarked;
 };
 
 bool writeMarker(const QString &path)

@@ -266,6 +266,8 @@ TEST_F(HomeLibrary, LeftoversOfItsMakingAreRemoved)
     };
     for (const bool isLaidOut : {false, true}) {
         SCOPED_TRACE(isLaidOut);
+        test::writeFile(home + text("/.library-abcDEF/.kelstd-workshop"),
+                        "KelStd prepares something here, and removes this directory.\n");
         test::writeFile(home + text("/.library-abcDEF/library/custom/half.xml"), "<Coord");
         ASSERT_TRUE(QDir(home).mkpath(text(".library-empty1")));
         test::writeFile(home + text("/.library-backup/notes"), "the user's");
@@ -273,6 +275,20 @@ TEST_F(HomeLibrary, LeftoversOfItsMakingAreRemoved)
         test::writeFile(home + text("/.library.lock"), "");
         EXPECT_EQ(m_program.run({text("library"), text("list")}).status, 0);
         EXPECT_EQ(left(), (QStringList{text(".library-backup"), text(".library-linked")}));
+    }
+}
+
+/// "backup" has six letters, as what a temporary directory's name ends in.
+TEST_F(HomeLibrary, ABackupOfTheUsersStays)
+{
+    const QString home = m_program.home().path();
+    const QString file = home + text("/.library-backup/library/custom/mine.xml");
+    test::writeFile(file, "years of work");
+    for (const bool isLaidOut : {false, true}) {
+        SCOPED_TRACE(isLaidOut);
+        test::writeFile(home + text("/.library.lock"), "");
+        EXPECT_EQ(m_program.run({text("library"), text("list")}).status, 0);
+        EXPECT_EQ(test::readFile(file), "years of work");
     }
 }
 

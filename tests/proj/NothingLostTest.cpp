@@ -56,6 +56,10 @@ QStringList entriesOf(const QString &directory)
         QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden | QDir::System, QDir::Name);
 }
 
+/// By what a directory in which something is prepared is known.
+constexpr const char *workshopMark =
+    "KelStd prepares something here, and removes this directory.\n";
+
 /// A prepared home whose marker is of another release.
 class OldHome : public testing::Test
 {
@@ -270,7 +274,10 @@ TEST_F(OldHome, WhatKilledStartsHaveLeftIsRemoved)
 {
     program.writeArchive(test::smallArchive());
     writeFile(home.path("elsewhere/grid.gtx"), "the user's");
+    for (const char *name : {".proj-abc123", ".proj-XYZxyz", ".proj-marked"})
+        writeFile(home.path(name) + "/.kelstd-workshop", workshopMark);
     writeFile(home.path(".proj-abc123/new/proj/share/proj.db"), "half of it");
+    ASSERT_TRUE(QDir().mkdir(home.path(".proj-empty1")));
     writeFile(home.path(".proj-XYZxyz/old/proj/proj_enviroment"), test::markerBytes(3));
     ASSERT_TRUE(QFile::link(home.path("elsewhere"), home.path(".proj-abc123/new/linked")));
     // What only looks so is not of ours.
@@ -282,6 +289,37 @@ TEST_F(OldHome, WhatKilledStartsHaveLeftIsRemoved)
     EXPECT_EQ(entriesOf(home.path()), (QStringList{".proj-backup", ".proj-file_1", ".proj-linked",
                                                    ".proj-settings", "elsewhere", "proj"}));
     EXPECT_EQ(readFile(home.path("elsewhere/grid.gtx")), "the user's");
+}
+
+/// "backup" has six letters, as what a temporary directory's name ends in.
+TEST_F(OldHome, WhatTheUserKeepsUnderSuchANameStays)
+{
+    program.writeArchive(test::smallArchive());
+    const QStringList files = {".proj-backup/old/proj/share/own.gsb",
+                               ".proj-backup/new/notes",
+                               ".proj-oldone/old/notes",
+                               ".proj-newone/new/notes",
+                               ".proj-beside/keep/notes",
+                               ".proj-others/new/notes"};
+    for (const QString &file : files)
+        writeFile(home.path(file), "the user's");
+    // Not all is this system's own, or the mark is another's.
+    writeFile(home.path(".proj-beside/.kelstd-workshop"), workshopMark);
+    writeFile(home.path(".proj-others/.kelstd-workshop"), "something else\n");
+    ASSERT_TRUE(ProjLib::___InitializeEnviroment());
+    for (const QString &file : files)
+        EXPECT_EQ(readFile(home.path(file)), "the user's") << file;
+}
+
+TEST_F(OldHome, WhatIsBeingMadeBearsTheMarkFirst)
+{
+    program.writeArchive(test::smallArchive());
+    const test::FakeUnpacker unpacker("cat '" + QFile::encodeName(home.path())
+                                      + "'/.proj-[!.]*/.kelstd-workshop > '"
+                                      + QFile::encodeName(home.path("seen")) + "'; exit 9\n");
+    EXPECT_FALSE(ProjLib::___InitializeEnviroment());
+    EXPECT_EQ(readFile(home.path("seen")), workshopMark);
+    EXPECT_EQ(entriesOf(home.path()), (QStringList{"proj", "seen"}));
 }
 
 } // namespace
