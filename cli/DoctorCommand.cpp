@@ -200,12 +200,12 @@ private:
         const char *label = "private PROJ directory";
         const QString path = m_places.privateDirectory();
         m_isKept = true;
-        if (holdsSomethingElse(m_places)) {
-            problem(label, path + QStringLiteral(" holds something else and is not emptied"),
-                    makeRoomAdvice());
-        } else if (m_isUnpacked && QFileInfo(path).isSymLink()) {
+        if (m_isUnpacked && QFileInfo(path).isSymLink()) {
             problem(label, path + QStringLiteral(" is a symbolic link and is not replaced"),
                     QStringLiteral("remove the link, then run 'kelstd doctor'"));
+        } else if (m_isUnpacked && holdsSomethingElse(m_places)) {
+            problem(label, path + QStringLiteral(" holds something else and is not emptied"),
+                    makeRoomAdvice());
         } else {
             m_isKept = false;
         }

@@ -7,7 +7,8 @@ namespace KelStd::cli {
 ProjEnvironment::ProjEnvironment()
 {
     const ProjPlaces places = ProjPlaces::current();
-    if (holdsSomethingElse(places)) {
+    // With a valid marker nothing is emptied.
+    if (inspectMarker(places.marker()) != MarkerState::Current && holdsSomethingElse(places)) {
         m_failure = QStringLiteral("PROJ is not ready: %1 holds something else and is not "
                                    "emptied; %2")
                         .arg(places.privateDirectory(), makeRoomAdvice());

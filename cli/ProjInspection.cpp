@@ -15,6 +15,7 @@
 #include <QtCore/QStandardPaths>
 
 #include <cmath>
+#include <algorithm>
 
 #if defined(Q_OS_UNIX)
 #    include <unistd.h>
@@ -139,9 +140,13 @@ bool holdsSomethingElse(const ProjPlaces &places)
     const QDir share(directory.filePath(resourceDirectoryName));
     for (const char *name : resourceNames) {
         if (share.exists(QString::fromLatin1(name)))
+    const QStringList entries = directory.entryList(everything);
+    const QStringList ours = {markerName, libraryName, resourceDirectoryName};
+    if (std::any_of(entries.begin(), entries.end(),
+                    [&ours](const QString &entry) { return !ours.contains(entry); }))
+        return true;
             return false;
     }
-    const QStringList entries = directory.entryList(everything);
     const bool isBegun =
         entries == QStringList{resourceDirectoryName} && share.entryList(everything).isEmpty();
     return !entries.isEmpty() && !isBegun;

@@ -27,8 +27,9 @@ struct ProjPlaces
     QString deliveredGeoidModels() const;
 };
 
-/// Whether the private PROJ directory holds something, none of which shows that it is PROJ's: no
-/// marker, no library file, no resource file. A half-unpacked one shows it.
+/// Whether the private PROJ directory holds something that neither this program nor its archive
+/// puts there, or nothing that shows that it is PROJ's: no marker, no library file, no resource
+/// file. A half-unpacked one shows it. Who would empty it would lose what is not PROJ's.
 bool holdsSomethingElse(const ProjPlaces &places);
 
 /// What to do about it.

@@ -77,6 +77,43 @@ TEST_F(PrivateDirectory, OfSomethingElseIsNotEmptied)
               QStringList{QStringLiteral("proj")});
 }
 
+/// What is called like something of PROJ's beside years of work.
+TEST_F(PrivateDirectory, OfSomethingElseIsNotEmptiedForACommonName)
+{
+    for (const char *name :
+         {"proj/share/world", "proj/share/nad83", "proj/share/proj.ini",
+          "proj/" KELSTD_PROJ_LIBRARY_NAME, "proj/proj_enviroment", "proj/share/proj.db"}) {
+        SCOPED_TRACE(name);
+        QDir(path("proj")).removeRecursively();
+        put("proj/src/thesis.tex", "years of work");
+        put(name, "the user's");
+        const auto converted = convert();
+        EXPECT_EQ(converted.status, 3);
+        EXPECT_THAT(converted.err, Mentions("/proj holds something else and is not emptied"));
+        for (const QStringList &options :
+             {QStringList(), QStringList{QStringLiteral("--reinstall")}}) {
+            const auto result = doctor(options);
+            EXPECT_EQ(result.status, 3);
+            EXPECT_EQ(adviceOn(result, "private PROJ directory"), m_advice);
+        }
+        EXPECT_EQ(test::readFile(path("proj/src/thesis.tex")), "years of work");
+        EXPECT_EQ(test::readFile(path(name)), "the user's");
+    }
+}
+
+/// In one that is prepared it hinders nothing but preparing it anew.
+TEST_F(PrivateDirectory, WithANoteBesideProjWorksAndIsNotReplaced)
+{
+    ASSERT_EQ(convert().status, 0);
+    put("proj/notes.txt", "the user's");
+    EXPECT_EQ(convert().status, 0);
+    EXPECT_EQ(doctor().status, 0);
+    const auto result = doctor({QStringLiteral("--reinstall")});
+    EXPECT_EQ(result.status, 3);
+    EXPECT_EQ(adviceOn(result, "private PROJ directory"), m_advice);
+    EXPECT_EQ(test::readFile(path("proj/notes.txt")), "the user's");
+}
+
 struct Trace
 {
     const char *name;
