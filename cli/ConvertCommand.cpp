@@ -409,7 +409,7 @@ ExitStatus runConvert(const QStringList &arguments, Console &console)
 
     RejectsFile rejects;
     const QString rejectsName = line.value(QStringLiteral("rejects"));
-    if (!rejectsName.isEmpty() && !rejects.open(rejectsName, input, reason)) {
+    if (!rejectsName.isEmpty() && !rejects.open(rejectsName, input, systemFile, reason)) {
         console.report(QStringLiteral("cannot write %1: %2").arg(rejectsName, reason));
         return ExitStatus::Environment;
     }

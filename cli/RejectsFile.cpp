@@ -8,10 +8,15 @@
 
 namespace KelStd::cli {
 
-bool RejectsFile::open(const QString &name, const Input &input, QString &error)
+bool RejectsFile::open(const QString &name, const Input &input, const QString &systemFile,
+                       QString &error)
 {
     if (input.isFile(name)) {
         error = QStringLiteral("it is the input");
+        return false;
+    }
+    if (streams::areSameFile(systemFile, name)) {
+        error = QStringLiteral("it is the coordinate system");
         return false;
     }
     for (const int stream : {streams::standardOutput, streams::standardError}) {

@@ -17,9 +17,9 @@ class Input;
 class RejectsFile
 {
 public:
-    /// Neither the `input` nor what the standard streams go to is overwritten. False with the
-    /// reason.
-    bool open(const QString &name, const Input &input, QString &error);
+    /// Neither the `input` nor the coordinate system's document nor what the standard streams go to
+    /// is overwritten, by whatever name. False with the reason.
+    bool open(const QString &name, const Input &input, const QString &systemFile, QString &error);
     bool isOpen() const { return m_device != nullptr; }
 
     /// The header line of the input stands above the first line.

@@ -1,7 +1,10 @@
 #include <cli/StandardStreams.h>
 
+#include <cli/FilePath.h>
+
 #include <QtCore/QByteArray>
 #include <QtCore/QFile>
+#include <QtCore/QFileInfo>
 
 #include <cerrno>
 #include <system_error>
@@ -42,6 +45,12 @@ std::optional<qint64> bytesToCome(int /*descriptor*/)
 bool isFile(int /*descriptor*/, const QString & /*name*/)
 {
     return false;
+}
+
+bool areSameFile(const QString &one, const QString &other)
+{
+    const QString file = QFileInfo(onDisk(one)).canonicalFilePath();
+    return !file.isEmpty() && file == QFileInfo(onDisk(other)).canonicalFilePath();
 }
 
 bool isReady(int /*descriptor*/)
@@ -118,6 +127,15 @@ bool isFile(int descriptor, const QString &name)
     return fstat(descriptor, &open) == 0 && S_ISREG(open.st_mode)
            && stat(QFile::encodeName(name).constData(), &named) == 0 && open.st_dev == named.st_dev
            && open.st_ino == named.st_ino;
+}
+
+bool areSameFile(const QString &one, const QString &other)
+{
+    struct stat first = {};
+    struct stat second = {};
+    return stat(QFile::encodeName(one).constData(), &first) == 0
+           && stat(QFile::encodeName(other).constData(), &second) == 0 && S_ISREG(first.st_mode)
+           && first.st_dev == second.st_dev && first.st_ino == second.st_ino;
 }
 
 bool isReady(int descriptor)

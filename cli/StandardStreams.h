@@ -28,6 +28,9 @@ std::optional<qint64> bytesToCome(int descriptor);
 /// Whether the descriptor is of the regular file of that name.
 bool isFile(int descriptor, const QString &name);
 
+/// Whether two names are of the same regular file, also by a link or a hard link.
+bool areSameFile(const QString &one, const QString &other);
+
 /// Whether reading does not have to wait.
 bool isReady(int descriptor);
 

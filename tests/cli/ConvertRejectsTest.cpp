@@ -10,6 +10,8 @@
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 
+#include <unistd.h>
+
 namespace KelStd {
 namespace {
 
@@ -177,6 +179,32 @@ TEST_F(ConvertRejects, TheInputIsNotOverwritten)
                     Mentions(("cannot write " + names.first() + ": it is the input").toUtf8()));
         EXPECT_EQ(readFile(file), input);
         EXPECT_TRUE(QFileInfo(link).isSymLink());
+    }
+}
+
+TEST_F(ConvertRejects, TheCoordinateSystemIsNotOverwritten)
+{
+    const QByteArray document = readFile(test::systemPath(system));
+    const QString site = program.file(QStringLiteral("site.xml"), document);
+    const QString soft = path(QStringLiteral("soft.xml"));
+    const QString hard = path(QStringLiteral("hard.xml"));
+    ASSERT_TRUE(QFile::link(site, soft));
+    ASSERT_EQ(::link(QFile::encodeName(site).constData(), QFile::encodeName(hard).constData()), 0);
+    for (const QString &name : {site, soft, hard, path(QStringLiteral("proj/../site.xml"))}) {
+        for (const QString &used : {site, soft, hard}) {
+            const auto result =
+                program.run(QStringList{QStringLiteral("convert"), QStringLiteral("--system"), used}
+                                + into(name),
+                            "C,x,52,1\n");
+            EXPECT_EQ(result.status, 3);
+            EXPECT_EQ(result.out, QString());
+            EXPECT_EQ(result.err, QStringLiteral("kelstd: cannot write %1: it is the coordinate "
+                                                 "system\n")
+                                      .arg(name));
+            EXPECT_EQ(readFile(site), document);
+            EXPECT_EQ(readFile(hard), document);
+            EXPECT_TRUE(QFileInfo(soft).isSymLink());
+        }
     }
 }
 
