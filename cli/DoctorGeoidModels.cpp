@@ -32,6 +32,11 @@ GeoidModelFinding tryOut(const QString &name, const GeoidModelFile &used, bool i
 {
     QString reason;
     const auto path = findGeoidModel(name, reason);
+    const QString conversion = used.path + QStringLiteral(".gtx");
+    if (!path && QFileInfo(conversion).isSymLink()) {
+        return {QStringLiteral("%1: %2").arg(used.path, reason),
+                QStringLiteral("remove the link %1, which is not written through").arg(conversion)};
+    }
     if (!path) {
         return {QStringLiteral("%1: %2").arg(used.path, reason),
                 QStringLiteral("make %1 writable, and see that the disk has room")

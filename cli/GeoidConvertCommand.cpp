@@ -4,6 +4,7 @@
 #include <cli/Console.h>
 #include <cli/FilePath.h>
 #include <cli/GridFile.h>
+#include <cli/StandardStreams.h>
 
 #include <KelStd/proj/ProjLib.h>
 
@@ -49,6 +50,10 @@ ExitStatus runGeoidConvert(const QStringList &arguments, Console &console)
     if (QFileInfo::exists(target) && !line.isSet(QStringLiteral("force"))) {
         console.report(QStringLiteral("%1 exists; --force replaces it").arg(target));
         return ExitStatus::Usage;
+    }
+    if (streams::areSameFile(source, target)) {
+        console.report(QStringLiteral("cannot write %1: it is the input").arg(target));
+        return ExitStatus::Environment;
     }
     // The library converts whatever numbers a header has, also those that are no places.
     GridFile grid;

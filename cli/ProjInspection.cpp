@@ -188,7 +188,11 @@ QStringList replacedModels(const ProjPlaces &places)
     while (files.hasNext()) {
         const QString file = files.next();
         const QString name = delivered.relativeFilePath(file);
-        if (models.exists(name) && !haveSameBytes(file, models.filePath(name)))
+        // What a link leads to is not replaced.
+        const bool isOwn = QFileInfo(models.filePath(name)).canonicalFilePath()
+                           == QDir(places.home.canonicalPath())
+                                  .filePath(geoidDirectoryName + QLatin1Char('/') + name);
+        if (isOwn && !haveSameBytes(file, models.filePath(name)))
             names += name;
     }
     names.sort();

@@ -181,9 +181,11 @@ bool install(const QDir &home, const QDir &programDir, const FileLock &lock)
         QDir(home.absoluteFilePath(privateDirectoryName())).absoluteFilePath(markerFileName());
     if (QFileInfo::exists(marker))
         return false;
-    // Without geoid models everything but heights above the geoid still works.
-    tk::Toolkits::CopyDirectory(programDir.absoluteFilePath(geoidDirectoryName()),
-                                home.absoluteFilePath(geoidDirectoryName()), true);
+    // Without geoid models everything but heights above the geoid still works. What a link leads to
+    // is not this system's own: nothing is overwritten there.
+    const QString models = home.absoluteFilePath(geoidDirectoryName());
+    tk::Toolkits::CopyDirectory(programDir.absoluteFilePath(geoidDirectoryName()), models,
+                                !QFileInfo(models).isSymLink());
     return writeMarker(marker);
 }
 

@@ -9,6 +9,8 @@
 
 #include <limits>
 
+#include <unistd.h>
+
 namespace KelStd {
 namespace {
 
@@ -273,6 +275,25 @@ TEST(GeoidFileConversion, ReplacesAFileOnlyByForce)
     EXPECT_EQ(test::readFile(target), "precious");
     EXPECT_EQ(program.run({"geoid", "convert", "--force", source, target}).status, 0);
     EXPECT_EQ(test::readFile(target), test::gtxBytes(slopingGrid()));
+}
+
+TEST(GeoidFileConversion, DoesNotOverwriteItsInput)
+{
+    const ProgramRun program;
+    const QByteArray bytes = test::ggfBytes(slopingGrid(), RowOrder::OutputOrder);
+    const QString source = program.file("in.ggf", bytes);
+    const QString soft = program.home().path("soft.gtx");
+    const QString hard = program.home().path("hard.gtx");
+    ASSERT_TRUE(QFile::link(source, soft));
+    ASSERT_EQ(::link(QFile::encodeName(source).constData(), QFile::encodeName(hard).constData()),
+              0);
+    for (const QString &target : {soft, hard}) {
+        const auto result = program.run({"geoid", "convert", "--force", source, target});
+        EXPECT_EQ(result.status, 3);
+        EXPECT_EQ(result.err, "kelstd: cannot write " + target + ": it is the input\n");
+        EXPECT_EQ(test::readFile(source), bytes);
+        EXPECT_EQ(test::readFile(target), bytes);
+    }
 }
 
 TEST(GeoidFileConversion, SaysWhatIsWrong)

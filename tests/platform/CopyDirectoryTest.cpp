@@ -153,6 +153,28 @@ TEST_F(CopyDirectory, ALinkToAFileIsCopiedAsAFile)
     EXPECT_EQ(read("target/l.gtx"), "content");
 }
 
+TEST_F(CopyDirectory, NothingIsWrittenThroughALinkInTheTarget)
+{
+    write("source/a.gtx", "new");
+    write("source/b.gtx", "new");
+    write("source/gone.gtx", "new");
+    write("source/sub/c.gtx", "new");
+    write("outside/file", "the user's");
+    write("outside/folder/c.gtx", "the user's");
+    write("target/b.gtx", "old");
+    const auto link = [this](const char *to, const char *name) {
+        return QFile::link(path(QString::fromUtf8(to)), path(QString::fromUtf8(name)));
+    };
+    ASSERT_TRUE(link("outside/file", "target/a.gtx"));
+    ASSERT_TRUE(link("outside/nothing", "target/gone.gtx"));
+    ASSERT_TRUE(link("outside/folder", "target/sub"));
+    EXPECT_FALSE(copy());
+    EXPECT_EQ(read("outside/file"), "the user's");
+    EXPECT_EQ(read("outside/folder/c.gtx"), "the user's");
+    EXPECT_EQ(entries("outside"), (QStringList{"file", "folder"}));
+    EXPECT_EQ(read("target/b.gtx"), "new");
+}
+
 TEST_F(CopyDirectory, LinksToDirectoriesAreNotFollowed)
 {
     write("source/a.gtx", "a");

@@ -81,6 +81,27 @@ TEST_F(GgfModel, IsGivenAsTheGtxFileBesideIt)
     EXPECT_EQ(files(), (QStringList{"model.ggf", "model.ggf.gtx"}));
 }
 
+TEST_F(GgfModel, IsNotWrittenThroughALink)
+{
+    writeModel(50.0);
+    writeFile(home.path("thesis.tex"), "years of work");
+    ASSERT_TRUE(QFile::link(home.path("thesis.tex"), path("model.ggf.gtx")));
+    EXPECT_EQ(query(), QString());
+    EXPECT_EQ(readFile(home.path("thesis.tex")), "years of work");
+}
+
+TEST_F(GgfModel, InALinkedFolderIsConvertedButOverwritesNothing)
+{
+    writeFile(home.path("elsewhere/model.ggf"), test::ggfBytes(grid(50.0), RowOrder::Reversed));
+    writeFile(home.path("elsewhere/other.ggf"), test::ggfBytes(grid(50.0), RowOrder::Reversed));
+    writeFile(home.path("elsewhere/other.ggf.gtx"), "the user's");
+    QDir(home.path("geoid_model_list")).removeRecursively();
+    ASSERT_TRUE(QFile::link(home.path("elsewhere"), home.path("geoid_model_list")));
+    EXPECT_EQ(readFile(query()), gtx(50.0));
+    EXPECT_EQ(query(QStringLiteral("other.ggf")), QString());
+    EXPECT_EQ(readFile(home.path("elsewhere/other.ggf.gtx")), "the user's");
+}
+
 TEST_F(GgfModel, IsKnownByItsEndingInAnyCaseAndInASubfolder)
 {
     writeModel(50.0, "MODEL.GGF");

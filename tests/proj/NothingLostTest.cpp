@@ -268,6 +268,31 @@ TEST_F(OldHome, WithAValidMarkerNothingIsWritten)
     ASSERT_EQ(chmod(QFile::encodeName(home.path()).constData(), 0700), 0);
 }
 
+// --- Geoid models --------------------------------------------------------------------------------
+
+TEST_F(OldHome, GeoidModelsAreNotWrittenThroughLinks)
+{
+    program.writeArchive(test::smallArchive());
+    program.writeGeoidModel("egm96_15.gtx", "delivered");
+    writeFile(home.path("elsewhere/egm96_15.gtx"), "the user's");
+    for (const bool isFolder : {true, false}) {
+        SCOPED_TRACE(isFolder);
+        writeFile(marker(), test::markerBytes(2));
+        const QString folder = home.path("geoid_model_list");
+        QFile::remove(folder);
+        QDir(folder).removeRecursively();
+        if (isFolder) {
+            ASSERT_TRUE(QFile::link("elsewhere", folder));
+        } else {
+            ASSERT_TRUE(QDir().mkdir(folder));
+            ASSERT_TRUE(QFile::link("../elsewhere/egm96_15.gtx", folder + "/egm96_15.gtx"));
+        }
+        EXPECT_TRUE(ProjLib::___InitializeEnviroment());
+        EXPECT_EQ(readFile(marker()), test::markerBytes(3));
+        EXPECT_EQ(readFile(home.path("elsewhere/egm96_15.gtx")), "the user's");
+    }
+}
+
 // --- Leftovers -----------------------------------------------------------------------------------
 
 TEST_F(OldHome, WhatKilledStartsHaveLeftIsRemoved)

@@ -45,11 +45,13 @@ bool isWhole(const QFileInfo &file)
     return file.size() > 0;
 }
 
+const QString folderName = QStringLiteral("geoid_model_list");
+
 /// The model of that name in a folder: an absolute path, because PROJ looks for a relative name in
 /// its search paths.
 QFileInfo modelIn(const QDir &directory, const QString &name)
 {
-    const QDir folder(directory.absoluteFilePath(QStringLiteral("geoid_model_list")));
+    const QDir folder(directory.absoluteFilePath(folderName));
     return QFileInfo(QDir::cleanPath(folder.absoluteFilePath(QDir::fromNativeSeparators(name))));
 }
 
@@ -69,11 +71,29 @@ bool isConversionOf(const QFileInfo &ggf, const QFileInfo &gtx)
            && kelstd_grid::haveTheSameNodes(gtx.filePath(), ggf.filePath());
 }
 
+bool liesInFolderOf(const QDir &directory, const QFileInfo &file)
+{
+    const QString folder = QDir(directory.canonicalPath()).filePath(folderName) + QLatin1Char('/');
+    return (QFileInfo(file.absolutePath()).canonicalFilePath() + QLatin1Char('/'))
+        .startsWith(folder);
+}
+
+/// Whether writing this file would change one outside the folders of the models, to which a link
+/// leads: that is not this system's own, whatever its name.
+bool wouldOverwriteAnothers(const QFileInfo &gtx)
+{
+    const AppConfig &config = AppConfig::getInstance();
+    return gtx.isSymLink()
+           || (gtx.exists() && !liesInFolderOf(config.homeDir(), gtx)
+               && !liesInFolderOf(config.binDir(), gtx));
+}
+
 /// Several processes may do this at once: each puts a whole file in its place.
 bool convert(const QFileInfo &ggf, const QFileInfo &gtx)
 {
-    return kelstd_grid::convertGgfToGtx(ggf.filePath(), gtx.filePath(),
-                                        kelstd_grid::Stamp::AsSource);
+    return !wouldOverwriteAnothers(gtx)
+           && kelstd_grid::convertGgfToGtx(ggf.filePath(), gtx.filePath(),
+                                           kelstd_grid::Stamp::AsSource);
 }
 
 /// The GTX file of a GGF grid, made when there is none of this source; empty when it cannot be

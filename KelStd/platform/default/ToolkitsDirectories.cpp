@@ -77,7 +77,9 @@ bool Toolkits::CopyDirectory(const QString &source, const QString &target, bool 
     bool complete = true;
     for (const QFileInfo &entry : sourceDir.entryInfoList(everything)) {
         const QString destination = targetDir.absoluteFilePath(entry.fileName());
-        if (entry.isDir() && !entry.isSymLink()) { // a link could lead round in a circle
+        if (isLink(destination))
+            complete = false; // what it leads to, outside the target, is nobody's to overwrite
+        else if (entry.isDir() && !entry.isSymLink()) { // a link could lead round in a circle
             complete = CopyDirectory(entry.filePath(), destination, overwrite) && complete;
         } else if (entry.isFile()) {
             if (overwrite || !QFileInfo::exists(destination))
