@@ -12,10 +12,11 @@
 #include <QtCore/QFileInfo>
 #include <QtCore/QLibrary>
 #include <QtCore/QProcess>
+#include <QtCore/QProcessEnvironment>
 #include <QtCore/QStandardPaths>
 
-#include <cmath>
 #include <algorithm>
+#include <cmath>
 
 #if defined(Q_OS_UNIX)
 #    include <unistd.h>
@@ -74,6 +75,10 @@ struct ProjInfo
 bool testArchive(const QString &unpacker, const QString &archive, const QStringList &members)
 {
     QProcess process;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    for (const char *name : {"UNZIP", "UNZIPOPT", "ZIPINFO", "ZIPINFOOPT"})
+        environment.remove(QString::fromLatin1(name)); // they would add options
+    process.setProcessEnvironment(environment);
     process.setProcessChannelMode(QProcess::MergedChannels);
     process.setStandardInputFile(QProcess::nullDevice());
     process.setStandardOutputFile(QProcess::nullDevice());
@@ -135,16 +140,16 @@ bool holdsSomethingElse(const ProjPlaces &places)
         const QFileInfo entry(directory.filePath(name));
         return entry.exists() || entry.isSymLink();
     };
-    if (isThere(markerName) || isThere(libraryName))
-        return false;
-    const QDir share(directory.filePath(resourceDirectoryName));
-    for (const char *name : resourceNames) {
-        if (share.exists(QString::fromLatin1(name)))
     const QStringList entries = directory.entryList(everything);
     const QStringList ours = {markerName, libraryName, resourceDirectoryName};
     if (std::any_of(entries.begin(), entries.end(),
                     [&ours](const QString &entry) { return !ours.contains(entry); }))
         return true;
+    if (isThere(markerName) || isThere(libraryName))
+        return false;
+    const QDir share(directory.filePath(resourceDirectoryName));
+    for (const char *name : resourceNames) {
+        if (share.exists(QString::fromLatin1(name)))
             return false;
     }
     const bool isBegun =
@@ -199,18 +204,36 @@ QStringList replacedModels(const ProjPlaces &places)
     return names;
 }
 
+namespace {
+
+/// Whether nobody else may change the program, itself or in the directories that lead to it.
+bool isTrustedProgram(const QString &directory, const QString &program)
+{
+    const QString run = QFileInfo(program).canonicalFilePath();
+    for (const QString &path : {directory, QFileInfo(run).absolutePath(), run}) {
+        if (accessFault(path))
+            return false;
+    }
+    return true;
+}
+
+} // namespace
+
 QString findUnpacker()
 {
-    QStringList directories;
     const QStringList entries = qEnvironmentVariable("PATH", QStringLiteral("/usr/bin:/bin"))
                                     .split(QDir::listSeparator(), Qt::SkipEmptyParts);
     for (const QString &entry : entries) {
-        if (QDir::isAbsolutePath(entry))
-            directories += entry;
+        const bool isOfProcesses =
+            (QDir::cleanPath(entry) + QLatin1Char('/')).startsWith(QLatin1String("/proc/"));
+        if (!QDir::isAbsolutePath(entry) || isOfProcesses)
+            continue;
+        const QString found =
+            QStandardPaths::findExecutable(QStringLiteral(KELSTD_UNPACKER_NAME), {entry});
+        if (!found.isEmpty() && isTrustedProgram(entry, found))
+            return found;
     }
-    return directories.isEmpty()
-               ? QString()
-               : QStandardPaths::findExecutable(QStringLiteral(KELSTD_UNPACKER_NAME), directories);
+    return {};
 }
 
 ArchiveState inspectArchive(const QString &archive, const QString &unpacker)

@@ -50,7 +50,7 @@ std::optional<AccessFault> accessFault(const QString &path);
 QStringList replacedModels(const ProjPlaces &places);
 
 /// The unpacking program, which the library looks for in the absolute entries of the search path
-/// alone; empty when there is none.
+/// alone, and takes where nobody else may change it; empty when there is none.
 QString findUnpacker();
 
 enum class ArchiveState

@@ -1,10 +1,12 @@
 #include <KelStd/proj/Unpacker.h>
 
 #include <KelStd/files/FileLock.h>
+#include <KelStd/proj/FilePermissions.h>
 #include <KelStd/proj/PrivateDirectory.h>
 
 #include <QtCore/QDir>
 #include <QtCore/QProcess>
+#include <QtCore/QProcessEnvironment>
 #include <QtCore/QStandardPaths>
 #include <QtCore/QStringList>
 
@@ -24,20 +26,35 @@ private:
     const FileLock &m_lock;
 };
 
+/// The user's environment without what would add options to the unpacker's.
+QProcessEnvironment unpackerEnvironment()
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    for (const char *name : {"UNZIP", "UNZIPOPT", "ZIPINFO", "ZIPINFOOPT"})
+        environment.remove(QString::fromLatin1(name));
+    return environment;
+}
+
+/// A directory of processes: what it holds is what somebody's process has.
+bool isOfProcesses(const QString &directory)
+{
+    return (QDir::cleanPath(directory) + QLatin1Char('/')).startsWith(QLatin1String("/proc/"));
+}
+
 } // namespace
 
 QString findUnpacker()
 {
-    QStringList directories;
     const QStringList entries = qEnvironmentVariable("PATH", QStringLiteral("/usr/bin:/bin"))
                                     .split(QDir::listSeparator(), Qt::SkipEmptyParts);
     for (const QString &entry : entries) {
-        if (QDir::isAbsolutePath(entry))
-            directories += entry;
+        if (!QDir::isAbsolutePath(entry) || isOfProcesses(entry))
+            continue;
+        const QString found = QStandardPaths::findExecutable(unpackerName(), {entry});
+        if (!found.isEmpty() && distrustOf(QDir(entry), found).isEmpty())
+            return found;
     }
-    // Without directories Qt would look through the whole search path after all.
-    return directories.isEmpty() ? QString()
-                                 : QStandardPaths::findExecutable(unpackerName(), directories);
+    return {};
 }
 
 bool unpack(const QString &unpacker, const QString &archive, const QString &target,
@@ -45,6 +62,7 @@ bool unpack(const QString &unpacker, const QString &archive, const QString &targ
 {
     LockKeepingProcess process(lock);
     // The list of what it unpacks is no output of the program that uses this library.
+    process.setProcessEnvironment(unpackerEnvironment());
     process.setStandardInputFile(QProcess::nullDevice());
     process.setStandardOutputFile(QProcess::nullDevice());
     process.setProcessChannelMode(QProcess::ForwardedErrorChannel);

@@ -10,12 +10,14 @@ namespace KelStd::proj {
 
 /// The unpacking program: the first of the platform's name in the absolute directories of the
 /// search path, empty when there is none. An entry that is empty, "." or relative names a place
-/// that depends on where the host was started, and where anybody may have put a program.
+/// that depends on where the host was started, and where anybody may have put a program. One that
+/// somebody else may change, itself or in its directory, is passed over, as are the directories of
+/// processes.
 QString findUnpacker();
 
 /// Unpacks `archive` into the directory `target`, overwriting; false when the program ends in any
-/// other way than with success. `lock` stays held until the program has ended, also when this
-/// process is killed before.
+/// other way than with success. Options that the environment has for it are not passed on. `lock`
+/// stays held until the program has ended, also when this process is killed before.
 bool unpack(const QString &unpacker, const QString &archive, const QString &target,
             const FileLock &lock);
 

@@ -200,6 +200,49 @@ TEST_F(Unpackers, WhereAllEntriesAreRelativeThereIsNone)
     }
 }
 
+TEST_F(Unpackers, ThatAnotherUserMayChangeAreNotTaken)
+{
+    const QString directory = home.path("here");
+    const QString file = directory + "/unzip";
+    const QByteArray entry = QFile::encodeName(directory);
+    const test::ScopedSearchPath path(entry + ':' + qgetenv("PATH"));
+    for (const QString &place : {directory, file}) {
+        SCOPED_TRACE(place.toStdString());
+        QDir(home.path("proj")).removeRecursively();
+        const mode_t before = modeOf(place);
+        setMode(place, 0757);
+        EXPECT_TRUE(ProjLib::___InitializeEnviroment());
+        setMode(place, before);
+        if (geteuid() != 0)
+            continue; // only root can give a file away
+        QDir(home.path("proj")).removeRecursively();
+        constexpr uid_t another = 12345;
+        ASSERT_EQ(chown(QFile::encodeName(place).constData(), another, another), 0);
+        EXPECT_TRUE(ProjLib::___InitializeEnviroment());
+        ASSERT_EQ(chown(QFile::encodeName(place).constData(), 0, 0), 0);
+    }
+}
+
+TEST_F(Unpackers, AreNotTakenFromADirectoryOfProcesses)
+{
+    const test::ScopedSearchPath path("/proc/self/cwd:/proc/self/cwd/sub:" + qgetenv("PATH"));
+    EXPECT_TRUE(ProjLib::___InitializeEnviroment());
+}
+
+TEST_F(Unpackers, AreGivenNoOptionsByTheEnvironment)
+{
+    // As the real one would: it takes them for options.
+    const test::FakeUnpacker unpacker("env | grep -E '^(UNZIP|UNZIPOPT|ZIPINFO|ZIPINFOOPT)=' > '"
+                                      + QFile::encodeName(home.path("options")) + "'; exit 9\n");
+    for (const char *name : {"UNZIP", "UNZIPOPT", "ZIPINFO", "ZIPINFOOPT"})
+        qputenv(name, "-x *");
+    EXPECT_FALSE(ProjLib::___InitializeEnviroment());
+    for (const char *name : {"UNZIP", "UNZIPOPT", "ZIPINFO", "ZIPINFOOPT"})
+        qunsetenv(name);
+    EXPECT_EQ(unpacker.runs().size(), 1);
+    EXPECT_EQ(test::readFile(home.path("options")), "");
+}
+
 // --- What is created -----------------------------------------------------------------------------
 
 class Created : public testing::TestWithParam<mode_t>
