@@ -209,8 +209,13 @@ bool ensureInstalled(const QDir &home, const QDir &programDir)
     }
     // Programs that start at the same moment must not unpack over each other. Where no lock can be
     // had nothing can be installed either.
-    lock.take(FileLock::forEver);
-    return install(home, programDir, lock);
+    if (lock.take(FileLock::forEver) != FileLock::Outcome::Unavailable)
+        return install(home, programDir, lock);
+    // What has the lock's name is something else, and whoever starts finds the same.
+    FileLock second(home.absoluteFilePath(secondInstallLockName()));
+    second.take(FileLock::forEver);
+    // Without any lock another process may have been in the way because it was faster.
+    return install(home, programDir, second) || isInstalled(home);
 }
 
 } // namespace KelStd::proj

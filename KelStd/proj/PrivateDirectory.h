@@ -59,6 +59,12 @@ inline QString installLockName()
     return QStringLiteral("proj.lock");
 }
 
+/// In the home directory, held instead where something else has the name of the lock.
+inline QString secondInstallLockName()
+{
+    return QStringLiteral(".proj.install.lock");
+}
+
 /// The platform's unpacking program, found on the search path; the build names it, too.
 inline QString unpackerName()
 {

@@ -245,6 +245,46 @@ TEST_F(OldHome, ALivingHolderIsWaitedFor)
     EXPECT_EQ(readFile(marker()), test::markerBytes(3));
 }
 
+/// What has the lock's name is the user's: others that start at the same moment are waited for all
+/// the same, and what has the name stays.
+TEST_F(OldHome, WhereTheLockIsSomethingElseAHolderIsWaitedForToo)
+{
+    program.writeArchive(test::smallArchive());
+    for (const bool isFolder : {true, false}) {
+        SCOPED_TRACE(isFolder);
+        QFile::remove(lockFile());
+        QDir(lockFile()).removeRecursively();
+        const QString notes = isFolder ? lockFile() + "/notes" : lockFile();
+        writeFile(notes, "the user's");
+        writeFile(marker(), test::markerBytes(2));
+        FileLock lock(home.path(".proj.install.lock"));
+        ASSERT_EQ(lock.take(0), FileLock::Outcome::Taken);
+        bool wasKept = false;
+        std::thread holder([&] {
+            std::this_thread::sleep_for(std::chrono::milliseconds(200));
+            wasKept = readFile(marker()) == test::markerBytes(2);
+            lock.release();
+        });
+        EXPECT_TRUE(ProjLib::___InitializeEnviroment());
+        holder.join();
+        EXPECT_TRUE(wasKept);
+        EXPECT_EQ(readFile(marker()), test::markerBytes(3));
+        EXPECT_EQ(readFile(notes), "the user's");
+        EXPECT_FALSE(QFile::exists(home.path(".proj.install.lock")));
+        ProjLib::___unloadEnviroment();
+    }
+}
+
+TEST_F(OldHome, WhatAnotherProcessInstalledMeanwhileIsSuccess)
+{
+    program.writeArchive(test::smallArchive());
+    for (const char *name : {"proj.lock", ".proj.install.lock"})
+        ASSERT_TRUE(QDir().mkdir(home.path(name)));
+    const test::FakeUnpacker unpacker("printf '\\000\\000\\000\\003' > '"
+                                      + QFile::encodeName(marker()) + "'; exit 9\n");
+    EXPECT_TRUE(ProjLib::___InitializeEnviroment());
+}
+
 TEST_F(OldHome, WithAValidMarkerAHolderIsNotWaitedFor)
 {
     writeFile(marker(), test::markerBytes(3));
