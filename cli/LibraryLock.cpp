@@ -19,7 +19,8 @@ bool LibraryLock::acquire(QString &reason)
     constexpr int patience = 10000; // [ms]
     if (m_lock.take(patience) != FileLock::Outcome::HeldByAnother)
         return true;
-    reason = QStringLiteral("another program is changing the library; if there is none, delete %1")
+    reason = QStringLiteral("another program is changing the library and holds %1; try again when "
+                            "it has ended")
                  .arg(m_fileName);
     return false;
 }

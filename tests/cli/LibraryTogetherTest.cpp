@@ -62,9 +62,8 @@ TEST_F(LibraryTogether, AProgramThatNeverEndsIsNotWaitedForForever)
     ASSERT_TRUE(lock.lock());
     const auto result = library({text("remove"), text("Harbour")});
     EXPECT_EQ(result.status, 3);
-    EXPECT_EQ(result.err, text("kelstd: another program is changing the library; if there is none, "
-                               "delete ")
-                              + lockFile() + text("\n"));
+    EXPECT_EQ(result.err, text("kelstd: another program is changing the library and holds ")
+                              + lockFile() + text("; try again when it has ended\n"));
     EXPECT_TRUE(has("custom/Harbour.xml"));
     // Reading is not disturbed.
     EXPECT_EQ(names("custom"), QStringList{text("Harbour")});
