@@ -36,9 +36,11 @@ enum class FindingKind
     DamagedText,      ///< bytes that are no text in the document's encoding
 
     // --- What the definitions will not use ----------------------------------------------------
-    NotUsed,       ///< a value that no definition has, or that it has otherwise
-    UnitNotUsed,   ///< a unit other than the one in which the definition takes the number
-    Contradiction, ///< numbers of an ellipsoid beside the PROJ name of another one
+    NotUsed,        ///< a value that no definition has, or that it has otherwise
+    UnitNotUsed,    ///< a unit other than the one in which the definition takes the number
+    Contradiction,  ///< numbers of an ellipsoid beside the PROJ name of another one
+    UnusedProjName, ///< a parameter that PROJ, or its projection, does not have
+    NotOneProjName, ///< a PROJ name with blanks or signs that make several of it
 
     // --- What cannot be meant -----------------------------------------------------------------
     Implausible, ///< an axis, flattening, scale, angle or shift that none on this earth is

@@ -38,6 +38,9 @@ constexpr KindRow kindRows[] = {
     {FindingKind::UnitNotUsed, QT_TRANSLATE_NOOP("QObject", "%1 is not converted")},
     {FindingKind::Contradiction,
      QT_TRANSLATE_NOOP("QObject", "%1 is not that of the ellipsoid whose PROJ name is given")},
+    {FindingKind::UnusedProjName,
+     QT_TRANSLATE_NOOP("QObject", "%1 is no parameter that PROJ uses for this projection")},
+    {FindingKind::NotOneProjName, QT_TRANSLATE_NOOP("QObject", "%1 is not one name of PROJ")},
     {FindingKind::Implausible, QT_TRANSLATE_NOOP("QObject", "%1 cannot be meant")},
 };
 

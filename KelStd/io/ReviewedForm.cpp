@@ -1,6 +1,7 @@
 #include <KelStd/io/ReviewedForm.h>
 
 #include <KelStd/io/Coord_IO.h>
+#include <KelStd/io/ProjNames.h>
 #include <KelStd/io/RecordParamNames.h>
 #include <KelStd/io/RecordReaders.h>
 #include <KelStd/io/ReviewedValue.h>
@@ -210,6 +211,14 @@ void reviewNumber(const QDomElement &element, const QString &attribute, ReviewFi
     }
 }
 
+/// A name of PROJ, which stands in a definition as it is written.
+void reviewProjName(const QDomElement &element, const QString &attribute, const QString &name,
+                    ReviewFindings &findings)
+{
+    if (!isOneProjName(name))
+        findings.addAttribute(FindingKind::NotOneProjName, element, attribute);
+}
+
 void reviewEllipsoidForm(const QDomElement &element, ReviewFindings &findings)
 {
     static const Shape shape = {{Names::xml_attrName_ver, Names::xml_attrName_ellipsoidName,
@@ -226,6 +235,9 @@ void reviewEllipsoidForm(const QDomElement &element, ReviewFindings &findings)
     reviewWord(element, Names::xml_attrName_positiveDir,
                &Words::ForCoordIO_EEllipsoidDirection_from_AsciiString,
                &Words::ForCoordIO_EEllipsoidDirection_to_AsciiString, findings);
+    // Blanks around it are left out of the definition.
+    reviewProjName(element, Names::xml_attrName_proj4EllpsName,
+                   element.attribute(Names::xml_attrName_proj4EllpsName).trimmed(), findings);
 }
 
 /// Of the children called `childName` the last of each name counts.
@@ -266,6 +278,8 @@ void reviewProjectionForm(const QDomElement &element, ReviewFindings &findings)
     reviewWord(element, Names::xml_attrName_locOrHeightUnit,
                &Words::ForCoordIO_Unit_from_DescriptionAsciiString,
                &Words::ForCoordIO_Unit_to_DescriptionAsciiString, findings);
+    reviewProjName(element, Names::xml_attrName_proj4Projection,
+                   element.attribute(Names::xml_attrName_proj4Projection), findings);
     readEach(element, Names::xml_segName_param, [&findings](const QDomElement &child) {
         reviewParam(child, true, findings);
         return true;
@@ -274,6 +288,8 @@ void reviewProjectionForm(const QDomElement &element, ReviewFindings &findings)
         reviewShape(child, nameShape, findings);
         reviewPresence(child, Names::xml_attrName_name, {}, findings);
         reviewPresence(child, Names::xml_attrName_proj4Param, {}, findings);
+        reviewProjName(child, Names::xml_attrName_proj4Param,
+                       child.attribute(Names::xml_attrName_proj4Param), findings);
         return true;
     });
     reviewRepeatedNames(element, Names::xml_segName_param, findings);

@@ -2,6 +2,7 @@
 
 #include <KelStd/io/Coord_IO.h>
 #include <KelStd/io/NamedEllipsoids.h>
+#include <KelStd/io/ProjNames.h>
 #include <KelStd/io/RecordParamNames.h>
 #include <KelStd/io/RecordReaders.h>
 #include <KelStd/io/ReviewedValue.h>
@@ -215,6 +216,27 @@ QString withoutAliases(const QString &projName)
     return projName == QLatin1String("k") ? QStringLiteral("k_0") : projName;
 }
 
+/// Whether a parameter may stand in a definition whose projection does not take it: what it says
+/// is so without it. Many systems state each parameter of their family.
+bool saysNothing(const Param &param, const QString &projName)
+{
+    return isNothing(param)
+           || (withoutAliases(projName) == QLatin1String("k_0") && param.value.toDouble() == 1.0);
+}
+
+/// A parameter that PROJ passes over; true when it is a finding.
+bool reviewProjName(const QDomElement &element, const Projection &projection, const Param &param,
+                    const QString &projName, ReviewFindings &findings)
+{
+    if (findings.isDoubted(element, Names::xml_attrName_proj4Param))
+        return true;
+    if (isProjParameterOf(projection.proj4Projection, projName)
+        || (isProjParameter(projName) && saysNothing(param, projName)))
+        return false;
+    findings.addAttribute(FindingKind::UnusedProjName, element, Names::xml_attrName_proj4Param);
+    return true;
+}
+
 /// Of equal parameters PROJ takes the first.
 void reviewRepeatedProjNames(const QHash<QString, QDomElement> &elements,
                              const Projection &projection, ReviewFindings &findings)
@@ -401,6 +423,10 @@ void reviewProjectionUse(const QDomElement &element, const Projection &projectio
     const auto &names = projection.paramProj4;
     for (auto entry = names.constBegin(); entry != names.constEnd(); ++entry) {
         const QString &key = entry.key();
+        if (projNames.contains(key)
+            && reviewProjName(projNames.value(key), projection, projection.param.value(key),
+                              entry.value(), findings))
+            continue;
         if (params.contains(key)) {
             GivenParameter(params.value(key), projection.param.value(key), entry.value(), findings)
                 .review();

@@ -79,6 +79,12 @@ const Misread misreadRows[] = {
      "x_0=155000 (Meter)\n"},
     {"<x_rotate ver=\"1\" unit=\"Second\"", "<x_rotate ver=\"1\" unit=\"Radian\"",
      "x_rotate: unit=\"Radian\" is none of the format's words; understood: None\n"},
+    {"proj4Param=\"lat_0\"", "proj4Param=\"lat0\"",
+     "line 13, Coord/Projection/paramProj4[lat_0]: proj4Param=\"lat0\" is no parameter that PROJ "
+     "uses for this projection\n"},
+    {"proj4Param=\"k_0\"", "proj4Param=\"to_meter\"", "proj4Param=\"to_meter\" is no parameter"},
+    {"proj4Projection=\"sterea\"", "proj4Projection=\"sterea +lat_0=0\"",
+     "line 4, Coord/Projection: proj4Projection=\"sterea +lat_0=0\" is not one name of PROJ\n"},
     {"biggerHalfAxle=\"6377397.155\"", "biggerHalfAxle=\"6377\"",
      "line 3, Coord/Ellpsoid: biggerHalfAxle=\"6377\" cannot be meant"},
     {"reciprocal=\"299.1528128\" positiveDir=\"ENU\" proj4EllpsName=\"bessel\"",

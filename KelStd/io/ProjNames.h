@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QtCore/QString>
+
+/// The names of PROJ's parameters. PROJ passes over one that it does not know, or that the
+/// projection does not take, without a word.
+namespace KelStd::io {
+
+/// Whether PROJ's projection takes a parameter of this name. Of a projection that is not known
+/// here: whether any projection does.
+bool isProjParameterOf(const QString &projection, const QString &name);
+
+/// Whether any projection of PROJ takes a parameter of this name.
+bool isProjParameter(const QString &name);
+
+/// False for a text that puts more into a definition than one name: one with a blank, or with a
+/// character that separates parameters from each other or from their values.
+bool isOneProjName(const QString &text);
+
+} // namespace KelStd::io
