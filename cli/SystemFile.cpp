@@ -4,8 +4,25 @@
 
 #include <QtCore/QFileInfo>
 #include <QtCore/QList>
+#include <QtCore/QStringList>
 
 namespace KelStd::cli {
+
+namespace {
+
+/// Which elements lack the version without which they are not read, or nothing.
+QString missingVersions(const QList<io::DocumentFinding> &findings)
+{
+    constexpr int maxNamed = 8;
+    QStringList named;
+    for (const io::DocumentFinding &finding : findings) {
+        if (finding.kind == io::FindingKind::WrongVersion && named.size() < maxNamed)
+            named += io::describedFinding(finding);
+    }
+    return named.join(QStringLiteral("; "));
+}
+
+} // namespace
 
 bool readSystem(const QString &fileName, Coord &coord, QList<io::DocumentFinding> &findings,
                 QString &reason)
@@ -19,6 +36,12 @@ bool readSystem(const QString &fileName, Coord &coord, QList<io::DocumentFinding
     if (withoutRaising(read, reason) && complete)
         return true;
     if (reason.isEmpty()) {
+        const QString versions = missingVersions(findings);
+        if (!versions.isEmpty()) {
+            reason = QStringLiteral("it is no coordinate-system document of version 1 (%1)")
+                         .arg(versions);
+            return false;
+        }
         reason = QFileInfo(fileName).size() == 0
                      ? QStringLiteral("the file is empty")
                      : QStringLiteral("it is no coordinate-system document of version 1 (no "

@@ -105,6 +105,30 @@ TEST_F(MisreadDocuments, AreNotConvertedWith)
     }
 }
 
+// They are not read at all, so that nothing makes them acceptable.
+TEST_F(MisreadDocuments, WithoutAVersionAreRefusedWithElementAndLine)
+{
+    const Misread rows[] = {
+        {"<Ellpsoid ver=\"1\"", "<Ellpsoid", "line 3, Coord/Ellpsoid: <Ellpsoid> "},
+        {"<Projection ver=\"1\"", "<Projection", "line 4, Coord/Projection: <Projection> "},
+        {"<param name=\"k_0\" ver=\"1\"", "<param name=\"k_0\"",
+         "line 7, Coord/Projection/param[k_0]: <param> "},
+        {"<Ellipsoid_Transform ver=\"1\"", "<Ellipsoid_Transform ver=\"2\"",
+         "line 16, Coord/Ellipsoid_Transform: ver=\"2\" "},
+    };
+    for (const Misread &row : rows) {
+        SCOPED_TRACE(row.to);
+        const QString file = given("t.xml", changed(row.from, row.to));
+        for (const auto &result : {convert(file), convert(file, {text("--lenient")}),
+                                   m_program.run({text("system"), text("show"), file})}) {
+            EXPECT_EQ(result.status, 3);
+            EXPECT_EQ(result.out, QString());
+            EXPECT_THAT(result.err, Mentions(row.finding));
+            EXPECT_THAT(result.err, Mentions("where ver=\"1\" is needed"));
+        }
+    }
+}
+
 TEST_F(MisreadDocuments, AreConvertedWithAllTheSameWhenTold)
 {
     const auto result = convert(given("t.xml", misread()), {text("--lenient")});
