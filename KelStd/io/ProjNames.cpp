@@ -77,7 +77,11 @@ constexpr const char *otherParameters =
 // definition has units already, which PROJ prefers.
 constexpr const char *commonParameters =
     "a b ellps R rf f es e R_A R_V R_a R_g R_h R_lat_a R_lat_g datum towgs84 nadgrids geoidgrids "
-    "geoid_crs pm axis units vunits over lon_wrap geoc no_defs wktext type title";
+    "geoid_crs pm axis units vunits over lon_wrap geoc no_defs wktext";
+
+constexpr const char *flags =
+    "south approx over geoc no_uoff no_off no_rot no_cut ns guam czech hyperbolic "
+    "rescale no_defs wktext R_A R_V R_a R_g R_h";
 
 QStringList wordsOf(const char *words)
 {
@@ -120,6 +124,11 @@ bool isProjParameterOf(const QString &projection, const QString &name)
             return hasWord(row.parameters, name) || hasWord(commonParameters, name);
     }
     return true;
+}
+
+bool isProjFlag(const QString &name)
+{
+    return hasWord(flags, name);
 }
 
 bool isOneProjName(const QString &text)

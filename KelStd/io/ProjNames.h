@@ -13,6 +13,10 @@ bool isProjParameterOf(const QString &projection, const QString &name);
 /// Whether any projection of PROJ takes a parameter of this name.
 bool isProjParameter(const QString &name);
 
+/// Whether PROJ takes the parameter without a value, as "+south", or with a word for true or false:
+/// +south=1 means north.
+bool isProjFlag(const QString &name);
+
 /// False for a text that puts more into a definition than one name: one with a blank, or with a
 /// character that separates parameters from each other or from their values.
 bool isOneProjName(const QString &text);

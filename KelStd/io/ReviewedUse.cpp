@@ -224,13 +224,26 @@ bool saysNothing(const Param &param, const QString &projName)
            || (withoutAliases(projName) == QLatin1String("k_0") && param.value.toDouble() == 1.0);
 }
 
+/// Whether a flag is given as one, and nothing else is: +south=1 is north, +lat_0 is 0.
+bool isGivenAsTaken(const Param &param, const QString &projName)
+{
+    const bool isFlag = isProjFlag(projName);
+    if (param.valType == ValueType_Proj4_Param_Bool)
+        return isFlag;
+    if (!isFlag)
+        return true;
+    const QString text = CoordStringHelper::GetNoFormatString(param);
+    return text.startsWith(QLatin1Char('t'), Qt::CaseInsensitive)
+           || text.startsWith(QLatin1Char('f'), Qt::CaseInsensitive);
+}
+
 /// A parameter that PROJ passes over; true when it is a finding.
 bool reviewProjName(const QDomElement &element, const Projection &projection, const Param &param,
                     const QString &projName, ReviewFindings &findings)
 {
     if (findings.isDoubted(element, Names::xml_attrName_proj4Param))
         return true;
-    if (isProjParameterOf(projection.proj4Projection, projName)
+    if ((isProjParameterOf(projection.proj4Projection, projName) && isGivenAsTaken(param, projName))
         || (isProjParameter(projName) && saysNothing(param, projName)))
         return false;
     findings.addAttribute(FindingKind::UnusedProjName, element, Names::xml_attrName_proj4Param);

@@ -68,6 +68,8 @@ TEST_F(ReviewedProjNames, OfTheProjectionHaveNoFinding)
         {"omerc", "no_uoff", "Proj4_Param_Bool", "true"},
         {"utm", "zone", "Int32", "31"},
         {"utm", "south", "Proj4_Param_Bool", "true"},
+        {"utm", "south", "String", "T"},
+        {"utm", "south", "Int32", "0"},
         {"ups", "south", "Proj4_Param_Bool", "true"},
         {"tmerc", "approx", "Proj4_Param_Bool", "true"},
         {"krovak", "czech", "Proj4_Param_Bool", "true"},
@@ -111,6 +113,10 @@ TEST_F(ReviewedProjNames, OfOtherProjectionsAreFound)
         {"laea", "k_0", "Double", "0.9996"},
         {"bonne", "lat_0", "Double", "40"},
         {"omerc", "lon_0", "Double", "115"},
+        // `proj` takes +south=1 for north, and +lat_0 without a value for 0.
+        {"utm", "south", "Int32", "1"},
+        {"tmerc", "over", "Double", "155000"},
+        {"tmerc", "lat_0", "Proj4_Param_Bool", "true"},
         // What no projection has is a misspelling whatever its value.
         {"tmerc", "lat0", "Double", "0"},
         {"tmerc", "aprox", "Proj4_Param_Bool", "false"},
