@@ -28,11 +28,14 @@ double numberOf(const QString &field)
     return ok ? value : std::nan("");
 }
 
-/// A number that is not whole: with a sign or decimals.
+} // namespace
+
 bool isOtherNumber(const QString &field)
 {
     return std::isfinite(numberOf(field)) && !isWhole(field);
 }
+
+namespace {
 
 bool hasDecimals(const QString &field)
 {

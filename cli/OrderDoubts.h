@@ -22,6 +22,9 @@ inline bool mayBeHeight(double metres, Frame frame, const FieldOrder &order)
            || (metres <= mostPlaneHeight && metres >= -mostPlaneHeight);
 }
 
+/// A number that is not whole: with a sign or decimals.
+bool isOtherNumber(const QString &field);
+
 /// Why that height is none, and what to add.
 QString heightDoubt(const QString &field);
 

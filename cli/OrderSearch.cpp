@@ -45,11 +45,34 @@ bool isSentenceOfRemark(const SplitLine &line)
     return isSentence(line) || (line.byBlanks && 2 * countKnown(fields) <= fields.size());
 }
 
+/// Whether the first field announces headings and is none: "%", "--", "order:" or "fields".
+bool announcesHeadings(const SplitLine &line)
+{
+    static const QStringList words = {
+        QStringLiteral("order"),   QStringLiteral("format"),   QStringLiteral("column"),
+        QStringLiteral("columns"), QStringLiteral("field"),    QStringLiteral("fields"),
+        QStringLiteral("header"),  QStringLiteral("headings"), QStringLiteral("heading")};
+    const bool isApart = line.byBlanks || line.separator == QLatin1Char('\t');
+    if (!isApart || line.fields.size() <= componentsPerFrame || line.isQuoted.value(0))
+        return false;
+    const QString &first = line.fields.first();
+    const QString word = normalisedHeading(first);
+    if (word.isEmpty()) // but "No" in one sign heads the numbers of points
+        return !first.isEmpty() && !first.contains(QChar(0x2116));
+    const auto colons = std::count_if(line.fields.cbegin(), line.fields.cend(),
+                                      [](const auto &f) { return f.endsWith(QLatin1Char(':')); });
+    const bool endsInColon = colons == 1 && first.endsWith(QLatin1Char(':'));
+    return words.contains(word) || (endsInColon && !isNameWord(word) && !isKnown(headingOf(first)));
+}
+
 } // namespace
 
 QStringList headingFields(const SplitLine &line)
 {
-    return line.byBlanks ? joinUnits(line.fields) : line.fields;
+    QStringList fields = line.fields;
+    if (announcesHeadings(line))
+        fields.removeFirst();
+    return line.byBlanks ? joinUnits(fields) : fields;
 }
 
 bool isValue(const QString &field)
@@ -73,6 +96,10 @@ HeadingsFound OrderSearch::headingsIn(const SplitLine &line, bool isRemark) cons
                               && lookLikeHeadings(fields, m_form);
     if (!m_choice) {
         found.order = usual;
+        const auto &components = usual.components;
+        if (isComplete && isRemark && line.byBlanks && usual.name != 0
+            && std::find(components.begin(), components.end(), 0) == components.end())
+            found.order.doubtfulFirst = fields.first();
         found.kind = isComplete ? Kind::Order : isIncomplete ? Kind::Mistake : Kind::None;
         return found;
     }

@@ -110,7 +110,8 @@ private:
     qint64 m_numberedFailure = 0; ///< a line with a number for a name that failed
 };
 
-/// The fields as headings stand in them: a unit in brackets may have been split off.
+/// The fields as headings stand in them: a unit in brackets may have been split off, and a remark's
+/// sign or a word such as "order:" in front of them heads no column.
 QStringList headingFields(const SplitLine &line);
 
 /// Whether a field is, or was meant to be, a number or an angle.

@@ -193,6 +193,11 @@ bool readHeader(const QStringList &fields, const InputForm &form, FieldOrder &or
     return true;
 }
 
+bool isNameWord(const QString &word)
+{
+    return nameWords().contains(word);
+}
+
 int countKnown(const QStringList &fields)
 {
     return static_cast<int>(std::count_if(fields.cbegin(), fields.cend(), [](const QString &field) {

@@ -21,6 +21,7 @@ struct FieldOrder
     QStringList carriedHeadings; ///< one for each
     bool isPlain = false;        ///< neither headings nor a choice of columns gave it
     bool hasHeadings = false;    ///< headings gave it
+    QString doubtfulFirst; ///< the first of these headings if it may be a word of a remark instead
 };
 
 /// The order of a line of `fields` fields where no header names them: the documented order of the
@@ -35,6 +36,9 @@ bool readHeader(const QStringList &fields, const InputForm &form, FieldOrder &or
 /// Whether the fields are headings of positions, of this form or of another: two of them or more
 /// name different components of one frame, whatever their units.
 bool lookLikeHeadings(const QStringList &fields, const InputForm &form);
+
+/// Whether the heading, as `normalisedHeading` writes it, is that of points' names.
+bool isNameWord(const QString &word);
 
 /// Whether the two orders find the same components in lines of as many fields, and the same name
 /// and carried fields where both know of them.

@@ -266,6 +266,17 @@ PositionParser::Result PositionParser::takeFirstPosition(const SplitLine &line,
     const LineMistake mistake = m_search.mistakeOf(order);
     if (mistake.isThere())
         return badHeader(mistake);
+    // Numbers of points are whole ones.
+    if (result == Result::Position && !order.doubtfulFirst.isEmpty()
+        && isOtherNumber(line.fields.first())) {
+        return badHeader(
+            {m_lineNumber,
+             QStringLiteral("%1 stands where line %2 has %3, which may be a word of the remark and "
+                            "head no column; say the order with a line of headings")
+                 .arg(quoted(line.fields.first()))
+                 .arg(m_search.headings()->line)
+                 .arg(quoted(order.doubtfulFirst))});
+    }
     if (result == Result::Position && order.isPlain) {
         const QString doubt = orderDoubt(line, order, m_form);
         if (!doubt.isEmpty())

@@ -172,8 +172,13 @@ INSTANTIATE_TEST_SUITE_P(
               "# latitude and longitude in degrees, heights above the "
               "ellipsoid\nA,52.5,5.25,40\n",
               "1: this remark names other columns or units"},
-        Ended{"RemarkOfAnOrderOfThree", "# order: lat lon h\n52.5,5.25,40\n",
-              "2: 3 fields found; line 1 has 4 headings"},
+        Ended{"RemarkOfAnOrderOfThree", "# order: lat lon h\n52.5 5.25 40 1\n",
+              "2: 4 fields found; line 1 has 3 headings"},
+        Ended{"RemarkOfFieldsWithoutAColon", "# fields lat lon h\n52.5 5.25 40 1\n",
+              "2: 4 fields found; line 1 has 3 headings"},
+        Ended{"UnknownWordBehindASignBeforeANumberWithDecimals",
+              "# given lat lon h\n52.5 5.25 40 1\n",
+              "2: \"52.5\" stands where line 1 has \"given\""},
         Ended{"BehindASignWithAnotherNumber", "# id,name,lat,lon,h\nA,52.5,5.25,40\n",
               "2: 4 fields found; line 1 has 5 headings"},
         Ended{"TwoOrdersBehindSigns", "# lat,lon,h\n# lon,lat,h\n5.25,52.5,40\n",
@@ -200,6 +205,49 @@ INSTANTIATE_TEST_SUITE_P(
         Ended{"MinutesInColumnsOfTheirOwn", "lat_deg,lat_min,lon_deg,lon_min,h\n52,30,5,15,40\n",
               "1: \"lon_min\" is the heading of minutes or seconds"}),
     [](const auto &row) { return row.param.testName; });
+
+/// Signs of remarks other than # head no column.
+TEST(HeadingSearch, SignsAndWordsBeforeHeadingsHeadNoColumn)
+{
+    for (const char *before :
+         {"%", "!", "*", "@", "--", "//", "order:", "Format:", "Columns:", "fields:", "%\t",
+          "# order:", "# Format:", "# %", "# fields", "units:"}) {
+        SCOPED_TRACE(before);
+        const bool isTabbed = QByteArray(before).endsWith('\t');
+        const QByteArray headings =
+            before + QByteArray(isTabbed ? "lat\tlon\th\n" : " lat lon h\n");
+        const ParsedInput plain = parsed(parserFor(Frame::Wgs84LLH), headings + "52.5 5.25 40\n");
+        EXPECT_EQ(plain.end, QString());
+        EXPECT_EQ(plain.positions, (std::vector<Pos>{Pos::fromLongLatH(5.25, 52.5, 40)}));
+        const ParsedInput longer =
+            parsed(parserFor(Frame::Wgs84LLH), headings + "52.5 5.25 40 0.02\n");
+        EXPECT_TRUE(longer.positions.empty());
+        EXPECT_TRUE(!longer.failures.empty() || !longer.end.isEmpty());
+    }
+    EXPECT_TRUE(
+        parsed(parserFor(Frame::Wgs84LLH), "; lat lon h\n52.5 5.25 40\n").positions.empty());
+    for (const char *input : {"Format: N E H\n465682.96 183928.88 47.5 12\n",
+                              "* name N E H\nP1 465682.96 183928.88 47.5 12\n"}) {
+        const ParsedInput all = parsed(parserFor(Frame::LocalNEH), input);
+        EXPECT_TRUE(all.positions.empty()) << input;
+    }
+    EXPECT_TRUE(parsed(parserFor(Frame::Wgs84XYZ), "@ X Y Z\n3899209.1 396765.2 5015080.6 1\n")
+                    .positions.empty());
+}
+
+TEST(HeadingSearch, OtherFirstWordsHeadTheirColumn)
+{
+    for (const char *headings :
+         {"name lat lon h\n", "name: lat: lon: h:\n", "site lat lon h\n", "# site lat lon h\n",
+          "# nr lat lon h\n", "\xE2\x84\x96 lat lon h\n", "point: lat lon h\n",
+          "\"\" \"lat\" \"lon\" \"h\"\n", "%,lat,lon,h\n", "% name lat lon h\n"}) {
+        SCOPED_TRACE(headings);
+        const ParsedInput all =
+            parsed(parserFor(Frame::Wgs84LLH), QByteArray(headings) + "7 52.5 5.25 40\n");
+        EXPECT_EQ(all.end, QString());
+        EXPECT_EQ(all.positions, (std::vector<Pos>{Pos::fromLongLatH(5.25, 52.5, 40)}));
+    }
+}
 
 /// What must not be taken for headings, and headings that say the same again.
 TEST(HeadingSearch, RemarksAndRepetitionsArePassedOver)
