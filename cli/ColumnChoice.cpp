@@ -170,11 +170,10 @@ bool ColumnChoice::apply(const QStringList &headings, int fields, const InputFor
             continue;
         const Heading heading = headings.isEmpty() ? Heading() : headingOf(headings.at(field));
         for (int i = 0; i < componentsPerFrame; ++i) {
-            if (isRestOf(heading, form, i)) {
-                mistake =
-                    QStringLiteral("--columns: %1 is the heading of minutes or seconds, which "
-                                   "are not read in a column of their own")
-                        .arg(quoted(heading.text));
+            const bool isBehind = field == order.components[static_cast<std::size_t>(i)] + 1
+                                  && isAngle(columnOf(form.frame, i));
+            if (isRestOf(heading, form, i) || (isBehind && isPartOfAngleBefore(heading))) {
+                mistake = QLatin1String("--columns: ") + partOfAngleMistake(heading);
                 return false;
             }
         }

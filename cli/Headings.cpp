@@ -4,6 +4,7 @@
 #include <cli/TypedNumber.h>
 
 #include <QtCore/QHash>
+#include <QtCore/QRegularExpression>
 #include <QtCore/QSet>
 #include <QtCore/QVector>
 
@@ -42,11 +43,13 @@ constexpr HeadingUnit unitRows[] = {
     {"min minute minutes arcmin arcminute arcminutes", "minutes", Unit_None, true},
     {"sec second seconds arcsec arcsecond arcseconds", "seconds", Unit_None, true},
     {"mas", "mas", Unit_None, true},
+    {"' \u2032 \u2019", "minutes or feet", Unit_None, true},
+    {"'' \" \u2033 \u201D \u2032\u2032 \u2019\u2019", "seconds or inches", Unit_None, true},
 };
 
 QStringList wordsIn(const char *words)
 {
-    return QString::fromLatin1(words).split(QLatin1Char(' '));
+    return QString::fromUtf8(words).split(QLatin1Char(' '));
 }
 
 const HeadingUnit *unitNamed(const QString &word)
@@ -105,6 +108,19 @@ const HeadingUnit *takeUnit(QString &words)
         }
     }
     return nullptr;
+}
+
+/// The unit of "lat (')" and "h [\u2033]". Beside a degree sign it stands for how an angle is
+/// typed, and a heading may stand between two of them.
+const HeadingUnit *unitBySign(const QString &text)
+{
+    static const QRegularExpression sign(
+        QStringLiteral("(['\"\u2032\u2033\u2019\u201D]{1,2})\\s*[\\])]?\\s*\\z"));
+    const QRegularExpressionMatch match = sign.match(text);
+    if (!match.hasMatch() || text.contains(QChar(0xB0)) || text.contains(QChar(0xBA)))
+        return nullptr;
+    const QString found = match.captured(1);
+    return text.size() > found.size() && text.startsWith(found) ? nullptr : unitNamed(found);
 }
 
 /// Takes "wgs84" or "local" from either end of "wgs84_latitude" and "latitude_wgs84".
@@ -191,9 +207,37 @@ Heading headingOf(const QString &text)
         return heading;
     heading.whole = normalisedHeading(text);
     heading.unit = takeUnit(heading.whole);
+    if (heading.unit == nullptr)
+        heading.unit = unitBySign(text);
     heading.word = heading.whole;
     heading.frame = takeFrame(heading.word);
     return heading;
+}
+
+bool isPartOfAngleBefore(const Heading &heading)
+{
+    static const QStringList parts =
+        wordsIn("m s min mins minute minutes minuten minuta minuto minutos minuti arcmin arcminute "
+                "arcminutes sec secs second seconds sek sekunde sekunden seg segundo segundos "
+                "seconde secondes secondi arcsec arcsecond arcseconds mm ss");
+    static const QStringList angles = wordsIn("lat latitude lon long lng longitude of");
+    const QStringList words = normalisedHeading(heading.text).split(underscore, Qt::SkipEmptyParts);
+    if (words.isEmpty())
+        return heading.unit != nullptr && heading.unit->isPartOfDegree;
+    const auto isIn = [](const QStringList &list) {
+        return [&list](const QString &word) { return list.contains(word); };
+    };
+    return std::any_of(words.begin(), words.end(), isIn(parts))
+           && std::all_of(words.begin(), words.end(), [&](const QString &word) {
+                  return isIn(parts)(word) || isIn(angles)(word);
+              });
+}
+
+QString partOfAngleMistake(const Heading &heading)
+{
+    return QStringLiteral("%1 is the heading of minutes or seconds, which are not read in a column "
+                          "of their own; write each angle in one field")
+        .arg(quoted(heading.text));
 }
 
 bool isKnown(const Heading &heading)

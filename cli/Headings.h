@@ -32,6 +32,13 @@ QString normalisedHeading(const QString &heading);
 
 Heading headingOf(const QString &text);
 
+/// Whether the heading, directly behind that of an angle, is that of its minutes or seconds: "min",
+/// "s" or "'".
+bool isPartOfAngleBefore(const Heading &heading);
+
+/// Why a column of minutes or seconds is refused.
+QString partOfAngleMistake(const Heading &heading);
+
 /// Whether the heading may name a component of any form: most words do not.
 bool isKnown(const Heading &heading);
 

@@ -94,18 +94,19 @@ QString missing(const InputForm &form, int component, const QVector<Heading> &he
 }
 
 /// Degrees in one column and their minutes in another: the degrees alone are another angle.
-QString partsOfAngles(const InputForm &form, const QVector<Heading> &headings)
+QString partsOfAngles(const InputForm &form, const QVector<Heading> &headings,
+                      const FieldOrder &order)
 {
     for (int i = 0; i < componentsPerFrame; ++i) {
         if (!isAngle(columnOf(form.frame, i)))
             continue;
         for (const int field : fieldsNaming(form, i, headings, false)) {
-            if (headings.at(field).unit->isPartOfDegree) {
-                return QStringLiteral("%1 is the heading of minutes or seconds, which are not read "
-                                      "in a column of their own")
-                    .arg(quoted(headings.at(field).text));
-            }
+            if (headings.at(field).unit->isPartOfDegree)
+                return partOfAngleMistake(headings.at(field));
         }
+        const int next = order.components[static_cast<std::size_t>(i)] + 1;
+        if (next < headings.size() && isPartOfAngleBefore(headings.at(next)))
+            return partOfAngleMistake(headings.at(next));
     }
     return {};
 }
@@ -181,7 +182,7 @@ bool readHeader(const QStringList &fields, const InputForm &form, FieldOrder &or
         }
         order.components[static_cast<std::size_t>(i)] = found.first();
     }
-    mistake = partsOfAngles(form, headings);
+    mistake = partsOfAngles(form, headings, order);
     if (!mistake.isEmpty())
         return false;
     for (const QString &word : nameWords()) {

@@ -154,6 +154,58 @@ TEST(HeadingUnits, OtherUnitsThanMetresAreKnownInTheirSpellings)
     }
 }
 
+/// 52°30′ in two columns would be read as 52°.
+TEST(HeadingUnits, MinutesAndSecondsBehindAnAngleAreRefused)
+{
+    const UnitWord rows[] = {
+        {"lat,min,lon,min,h", "3,1,5"},
+        {"lat_deg,min,lon_deg,min,h", "3,1,5"},
+        {"lat,Minutes,lon,Minutes,h", "3,1,5"},
+        {"lat,m,lon,m,h", "3,1,5"},
+        {"lat,',lon,',h", "3,1,5"},
+        {"lat,\u2032,lon,\u2032,h", "3,1,5"},
+        {"lat,(min),lon,(min),h", "3,1,5"},
+        {"lat,minutes of lat,lon,b,h", "3,1,5"},
+        {"lat;minuten;lon;minuten;h", "3,1,5"},
+        {"lat,lat ('),lon,lon ('),h", "3,1,5"},
+        {"lat (deg),lat (min),lon (deg),lon (min),h", "3,1,5"},
+        {"lat,min,sec,lon,min,sec,h", "4,1,7"},
+        {"lat,m,s,lon,m,s,h", "4,1,7"},
+        {"lat ('),lon ('),h", "2,1,3"},
+        {"lat (\"),lon (\"),h", "2,1,3"},
+        {"lat [\u2032],lon [\u2032],h", "2,1,3"},
+        {"lat,lon,h (')", "2,1,3"},
+    };
+    for (const UnitWord &row : rows) {
+        const QByteArray headings = row.heading;
+        const QByteArray numbers =
+            headings.count(',') + headings.count(';') == 6   ? "52,30,0,5,15,0,40\n"
+            : headings.count(',') + headings.count(';') == 4 ? "52,30,5,15,40\n"
+                                                             : "52.5,5.25,40\n";
+        for (const char *columns : {"", row.shown}) {
+            SCOPED_TRACE(testing::Message() << row.heading << " by " << columns);
+            const ParsedInput all =
+                parsed(parserFor(Frame::Wgs84LLH, columns), headings + '\n' + numbers);
+            EXPECT_TRUE(all.positions.empty());
+            EXPECT_TRUE(all.end.startsWith(QLatin1String("1: "))) << all.end;
+        }
+    }
+}
+
+TEST(HeadingUnits, OtherColumnsBesideAnglesAndSignsOfDegreesAreNoMinutes)
+{
+    for (const char *headings :
+         {"lat,lon,h,min", "lat,lon,h,m", "lat,lon,h,s", "lat,lon,h,'", "lat,lon,h,min_sats",
+          "lat (\u00B0),lon (\u00B0),h,x", "lat (\u00B0 ' \"),lon (\u00B0 ' \"),h (m),x",
+          "'lat','lon','h','q'", "\"lat\",\"lon\",\"h\",\"q\""}) {
+        SCOPED_TRACE(headings);
+        const ParsedInput all =
+            parsed(parserFor(Frame::Wgs84LLH), QByteArray(headings) + "\n52.5,5.25,40,7\n");
+        EXPECT_EQ(all.end, QString());
+        EXPECT_EQ(all.positions, (std::vector<Pos>{Pos::fromLongLatH(5.25, 52.5, 40)}));
+    }
+}
+
 const QString system = QStringLiteral("rd_new.xml");
 
 QStringList plane(const QStringList &more)
