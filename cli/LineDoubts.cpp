@@ -118,6 +118,27 @@ QString hintOnPieces(const SplitLine &line)
                       : QString();
 }
 
+QString loneHemisphere(const SplitLine &line, const FieldOrder &order, Frame frame)
+{
+    static const QRegularExpression any(QStringLiteral("\\A([NSEW]|north|south|east|west)\\z"),
+                                        QRegularExpression::CaseInsensitiveOption);
+    const auto isExtra = [&](int field) {
+        const auto &components = order.components;
+        return field >= 0 && field < line.fields.size() && field != order.name
+               && std::find(components.begin(), components.end(), field) == components.end();
+    };
+    for (int i = 0; i < componentsPerFrame; ++i) {
+        const int field = order.components[static_cast<std::size_t>(i)];
+        if (!isAngle(frame, i) || !isExtra(field + 1)
+            || !any.match(line.fields.at(field + 1)).hasMatch())
+            continue;
+        return QStringLiteral("a hemisphere in a column of its own is not read: %1 behind %2; "
+                              "write both in one field")
+            .arg(quoted(line.fields.at(field + 1)), quoted(line.fields.at(field)));
+    }
+    return {};
+}
+
 QString tornAngle(const SplitLine &line, const FieldOrder &order, Frame frame)
 {
     if (!line.byBlanks)

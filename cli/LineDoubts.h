@@ -25,6 +25,10 @@ std::optional<DecimalMark> decimalMarkOf(const SplitLine &line, const FieldOrder
 /// then what remains of it could pass for the whole. Empty when it was not.
 QString tornAngle(const SplitLine &line, const FieldOrder &order, Frame frame);
 
+/// Why the line is refused that has a hemisphere in a column of its own beside an angle: without it
+/// the point lies elsewhere. Empty when there is none.
+QString loneHemisphere(const SplitLine &line, const FieldOrder &order, Frame frame);
+
 /// What may be wrong with a line of too many fields, to be put behind a message about it: blanks
 /// inside its angles. Empty when there are no pieces of angles.
 QString hintOnPieces(const SplitLine &line);

@@ -55,6 +55,15 @@ bool mayBePiece(std::string_view field)
     return field.find_first_of(signs) != std::string_view::npos || (hasLetter && field.size() == 1);
 }
 
+/// Whether a field behind a component begins as a hemisphere does, in a letter or a word.
+bool mayBeHemisphere(std::string_view field)
+{
+    constexpr std::string_view letters = "NSEWnsew";
+    constexpr std::size_t longest = 5; // "north"
+    return !field.empty() && field.size() <= longest
+           && letters.find(field.front()) != std::string_view::npos;
+}
+
 } // namespace
 
 void PlainLine::split(std::string_view line, char separator)
@@ -88,6 +97,12 @@ bool PlainLine::read(std::string_view line, const FieldOrder &order)
         return false;
     for (std::size_t i = 0; i < m_components.size(); ++i) {
         if (!readPlainNumber(field(order.components[i]), m_components[i]))
+            return false;
+    }
+    const bool hasOthers = order.fields > componentsPerFrame + (order.name >= 0 ? 1 : 0);
+    for (std::size_t i = 0; hasOthers && i < m_components.size(); ++i) {
+        const int next = order.components[i] + 1;
+        if (next < order.fields && next != order.name && mayBeHemisphere(field(next)))
             return false;
     }
     if (separator != blank)

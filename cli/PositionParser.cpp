@@ -343,6 +343,8 @@ PositionParser::Result PositionParser::readFields(const SplitLine &line, const F
     }
 
     QString mistake = tornAngle(line, order, m_form.frame);
+    if (mistake.isEmpty())
+        mistake = loneHemisphere(line, order, m_form.frame);
     if (!mistake.isEmpty())
         return bad(mistake);
     const auto mark = decimalMarkOf(line, order, m_form.frame, mistake);

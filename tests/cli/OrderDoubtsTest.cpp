@@ -143,6 +143,65 @@ TEST(OrderDoubts, HeadingsAndPickedColumnsRemoveThem)
     EXPECT_EQ(parsed(parserFor(llh, "1,2,3"), "5.81,52.17,47.5,0.02\n").positions.size(), 1U);
 }
 
+/// Without its letter 33.9 S would be read as 33.9 N: on the first line and on every other one.
+TEST(LoneHemispheres, BesideAnglesAreRefused)
+{
+    struct Row
+    {
+        const char *headings;
+        const char *columns;
+        const char *line;
+        const char *plain; ///< with something else in the letters' columns
+    };
+    const Row rows[] = {
+        {"lat,NS,lon,EW,h\n", "", "33.9,S,151.2,E,40\n", "33.9,,151.2,x,40\n"},
+        {"lat,N/S,lon,E/W,h\n", "", "33.9,s,151.2,e,40\n", "33.9,1,151.2,1,40\n"},
+        {"lat;hem;lon;hem;h\n", "", "33.9;S;151.2;E;40\n", "33.9;-;151.2;-;40\n"},
+        {"lat,lat_ref,lon,lon_ref,h\n", "", "33.9,N,151.2,W,40\n", "33.9,?,151.2,?,40\n"},
+        {"lat,lat_dir,lon,lon_dir,h\n", "", "33.9,\"S\",151.2,\"E\",40\n", "33.9,a,151.2,b,40\n"},
+        {"lat,GPSLatitudeRef,lon,GPSLongitudeRef,h\n", "", "33.9,South,151.2,East,40\n",
+         "33.9,Sydney,151.2,Stone,40\n"},
+        {"lat,,lon,,h\n", "", "33.9,S,151.2,E,40\n", "33.9,S1,151.2,E2,40\n"},
+        {"lat,NS,lon,EW,h\n", "lon,lat,h", "33.9,S,151.2,E,40\n", "33.9,,151.2,,40\n"},
+        {"lat,NS,lon,EW,h\n", "3,1,5", "33.9,S,151.2,E,40\n", "33.9,,151.2,,40\n"},
+        {"", "3,1,5", "33.9,S,151.2,E,40\n", "33.9,,151.2,,40\n"},
+        {"", "3,1,5", "33.9\tS\t151.2\tE\t40\n", "33.9\t\t151.2\t\t40\n"},
+        {"lat NS lon EW h\n", "", "33.9 S 151.2 E 40\n", "33.9 ? 151.2 ? 40\n"},
+    };
+    for (const Row &row : rows) {
+        SCOPED_TRACE(testing::Message() << row.headings << row.columns << ' ' << row.line);
+        const QByteArray headings = row.headings;
+        const ParsedInput first = parsed(parserFor(llh, row.columns), headings + row.line);
+        EXPECT_TRUE(first.positions.empty());
+        EXPECT_TRUE(!first.failures.empty() || !first.end.isEmpty());
+        const ParsedInput later = parsed(parserFor(llh, row.columns),
+                                         headings + row.plain + row.line + row.plain + row.line);
+        EXPECT_EQ(later.end, QString());
+        EXPECT_EQ(later.failures.size(), 2U);
+        EXPECT_EQ(later.positions, (std::vector<Pos>(2, Pos::fromLongLatH(151.2, 33.9, 40))));
+    }
+}
+
+TEST(LoneHemispheres, AreLettersBehindAnglesOnly)
+{
+    const Plain rows[] = {
+        {llh, "lat,lon,h,code\n52.5,5.25,40,N\n", Pos::fromLongLatH(5.25, 52.5, 40)},
+        {llh, "lat,lon,name,h\n52.5,5.25,E,40\n", Pos::fromLongLatH(5.25, 52.5, 40)},
+        {llh, "lat,lon,code,h\n52.5,5.25,East 1,40\n", Pos::fromLongLatH(5.25, 52.5, 40)},
+        {llh, "lat,lon,h\n52.5N,5.25E,40\n", Pos::fromLongLatH(5.25, 52.5, 40)},
+        {llh, "N,5.25,52.5,40\n", Pos::fromLongLatH(5.25, 52.5, 40)},
+        {neh, "n;code;e;h\n463000;S;155000;40\n", Pos::fromENU(155000, 463000, 40)},
+        {xyz, "x;y;code;z\n3899209;396765;W;5015080\n", Pos::fromXYZ(3899209, 396765, 5015080)},
+    };
+    for (const Plain &row : rows) {
+        SCOPED_TRACE(row.line);
+        const ParsedInput all = parsed(parserFor(row.frame), row.line);
+        EXPECT_EQ(all.end, QString());
+        EXPECT_TRUE(all.failures.empty()) << all.failures.front();
+        EXPECT_EQ(all.positions, (std::vector<Pos>{row.position}));
+    }
+}
+
 /// A line that settles what the first field is settles it for all: a longitude of 6 among 5.75 and
 /// 6.25, the point 101 behind the point P1.
 TEST(OrderDoubts, AreSettledByTheFirstPosition)
