@@ -136,8 +136,48 @@ PositionParser::Result PositionParser::parseWithCare(std::string_view bytes, qin
     if (!m_order)
         return takeOpening(split, bytes);
     const Result result = readFields(split, *m_order);
-    return result == Result::Position ? result
-                                      : takeHeadings(m_search.headingsIn(split, false), result);
+    if (result == Result::Position)
+        return result;
+    const HeadingsFound found = m_search.headingsIn(split, false);
+    if (found.kind == HeadingsFound::Kind::None && mayBeOtherHeadings(split)
+        && bytes
+               != std::string_view(m_headerLine.constData(),
+                                   static_cast<std::size_t>(m_headerLine.size())))
+        return takeOtherHeadings();
+    return takeHeadings(found, result);
+}
+
+/// Whether a later line may be headings in words that are not known: different words where the
+/// positions have their components. One mark for all that is missing, such as "n/a", is none.
+bool PositionParser::mayBeOtherHeadings(const SplitLine &line) const
+{
+    if (!m_order || line.fields.size() != m_order->fields)
+        return false;
+    QStringList words;
+    for (const int field : m_order->components) {
+        const QString word = line.fields.at(field).toLower();
+        bool isNumber = false; // "nan" and "inf"
+        word.toDouble(&isNumber);
+        const bool hasLetter =
+            std::any_of(word.cbegin(), word.cend(), [](QChar c) { return c.isLetter(); });
+        const bool hasDigit =
+            std::any_of(word.cbegin(), word.cend(), [](QChar c) { return c.isDigit(); });
+        if (isNumber || !hasLetter || hasDigit || words.contains(word))
+            return false;
+        words += word;
+    }
+    return true;
+}
+
+PositionParser::Result PositionParser::takeOtherHeadings()
+{
+    return badHeader(
+        {m_lineNumber,
+         QStringLiteral("words stand in place of %1: these may be headings that give "
+                        "another order than line %2; put the files through one by one, "
+                        "or a # before a line that is none")
+             .arg(labelsOf(m_form.frame))
+             .arg(m_orderLine)});
 }
 
 /// A later line that is no position: headings that agree are passed over.
@@ -200,7 +240,7 @@ PositionParser::Result PositionParser::takeUnreadable(const SplitLine &line, con
         return m_order ? takeHeadings(found, Result::Nothing)
                        : takeSureHeadings(found.order, bytes);
     if (m_order && !isHeadings)
-        return bad(mistake);
+        return isSplit && mayBeOtherHeadings(line) ? takeOtherHeadings() : bad(mistake);
     const QString reason = isHeadings || !holdsNumber(line)
                                ? QStringLiteral("the header cannot be read: %1").arg(mistake)
                                : noPosition(mistake);

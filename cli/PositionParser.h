@@ -102,6 +102,8 @@ private:
     Result takeFirstPosition(const SplitLine &line, const FieldOrder &order);
     Result takeSureHeadings(const FieldOrder &order, std::string_view bytes);
     Result takeHeadings(const HeadingsFound &found, Result otherwise);
+    bool mayBeOtherHeadings(const SplitLine &line) const;
+    Result takeOtherHeadings();
     void decide(const FieldOrder &order, qint64 line, const QByteArray &headerLine);
     Result readFields(const SplitLine &line, const FieldOrder &order);
     bool readPlain(std::string_view line);

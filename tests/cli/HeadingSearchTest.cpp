@@ -249,6 +249,49 @@ TEST(HeadingSearch, OtherFirstWordsHeadTheirColumn)
     }
 }
 
+/// As where files are put together: behind such a line longitude and latitude may be exchanged.
+TEST(HeadingSearch, HeadingsInUnknownWordsFurtherDownEndTheRun)
+{
+    for (const char *words :
+         {"Name;L\xC3\xA4nge;Breite;H\xC3\xB6he\n", "Name;L\xE4nge;Breite;H\xF6he\n",
+          "Name;Rechts;Hoch;H\xC3\xB6he\n", "name,lon (deg E),lat (deg N),h\n", "x,b,a,c\n"}) {
+        SCOPED_TRACE(words);
+        const ParsedInput all =
+            parsed(parserFor(Frame::Wgs84LLH),
+                   QByteArray("name;lat;lon;h\nA;52.5;5.25;40\n") + words + "B;5.25;52.5;40\n");
+        EXPECT_TRUE(all.end.startsWith(QLatin1String("3: "))) << all.end;
+        EXPECT_EQ(all.names, (std::vector<std::string>{"A"}));
+        EXPECT_TRUE(all.failures.empty());
+    }
+    for (const char *words : {"b,a,c\n", "hoch,rechts,oben\n"}) {
+        const ParsedInput all = parsed(parserFor(Frame::LocalNEH),
+                                       QByteArray("463000,155000,40\n") + words + "1,2,3\n");
+        EXPECT_THAT(all.end, Mentions("2: words stand in place of northing, easting, height"));
+        EXPECT_EQ(all.positions.size(), 1U);
+    }
+}
+
+TEST(HeadingSearch, OtherLinesWithoutNumbersFailAlone)
+{
+    for (const char *line :
+         {"B,n/a,n/a,n/a\n", "B,,,\n", "B,nan,inf,x\n", "B,-,-,-\n", "B,x,52.5,y\n", "B,p,q,\n",
+          "end,of,it\n", "B,P1,a,b\n", "no position\n", "B,\xE4,5,6\n"}) {
+        SCOPED_TRACE(line);
+        const ParsedInput all =
+            parsed(parserFor(Frame::Wgs84LLH),
+                   QByteArray("name,lat,lon,h\nA,52.5,5.25,40\n") + line + "C,52.5,5.25,40\n");
+        EXPECT_EQ(all.end, QString());
+        EXPECT_EQ(all.failures.size(), 1U);
+        EXPECT_EQ(all.names, (std::vector<std::string>{"A", "C"}));
+    }
+    // The same headings again.
+    const ParsedInput again = parsed(parserFor(Frame::Wgs84LLH, "2,1,3"),
+                                     "hoch,rechts,oben\n52.5,5.25,40\nhoch,rechts,oben\n"
+                                     "52.5,5.25,40\n");
+    EXPECT_EQ(again.end, QString());
+    EXPECT_EQ(again.positions.size(), 2U);
+}
+
 /// What must not be taken for headings, and headings that say the same again.
 TEST(HeadingSearch, RemarksAndRepetitionsArePassedOver)
 {
