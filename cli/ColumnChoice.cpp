@@ -54,6 +54,21 @@ bool isForTheUserToKnow(const Heading &heading, Frame frame)
                || heading.word == QLatin1String("z"));
 }
 
+/// Whether a heading that speaks of the direction may head the component: east is where longitudes
+/// and eastings grow, and a height may be that of the north wall.
+bool mayHold(const InputForm &form, int component, const QString &direction)
+{
+    if (direction.isEmpty() || direction == QLatin1String(columnOf(form.frame, component).label))
+        return true;
+    const bool isNorth = direction == QLatin1String("north");
+    if (!isNorth && direction != QLatin1String("east"))
+        return false;
+    if (form.frame == Frame::Wgs84XYZ)
+        return false;
+    const int northward = form.frame == Frame::LocalNEH ? 0 : 1;
+    return component == componentsPerFrame - 1 || (component == northward) == isNorth;
+}
+
 /// Why a column that is headed so does not hold the component; empty when it may.
 QString contradiction(const Heading &heading, const InputForm &form, int component)
 {
@@ -71,6 +86,12 @@ QString contradiction(const Heading &heading, const InputForm &form, int compone
                        "%4")
                 .arg(quoted(heading.text), label, QLatin1String(rowOf(form.frame).option), other);
         }
+    }
+    const QString direction = meant < 0 ? directionIn(heading) : QString();
+    if (!mayHold(form, component, direction)) {
+        return QStringLiteral("--columns picks the column %1 as %2, but its heading says %3; "
+                              "--skip passes over headings that are wrong")
+            .arg(quoted(heading.text), label, direction);
     }
     if (!hasInputUnit(form, component, heading))
         return QLatin1String("--columns: ") + unitMistake(form, component, heading);

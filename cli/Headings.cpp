@@ -299,6 +299,40 @@ int componentHeaded(const InputForm &form, const Heading &heading)
     return -1;
 }
 
+QString directionIn(const Heading &heading)
+{
+    static const QHash<QString, QString> labels = {
+        {QStringLiteral("latitude"), QStringLiteral("latitude")},
+        {QStringLiteral("lat"), QStringLiteral("latitude")},
+        {QStringLiteral("longitude"), QStringLiteral("longitude")},
+        {QStringLiteral("lon"), QStringLiteral("longitude")},
+        {QStringLiteral("long"), QStringLiteral("longitude")},
+        {QStringLiteral("lng"), QStringLiteral("longitude")},
+        {QStringLiteral("northing"), QStringLiteral("northing")},
+        {QStringLiteral("north"), QStringLiteral("north")},
+        {QStringLiteral("easting"), QStringLiteral("easting")},
+        {QStringLiteral("east"), QStringLiteral("east")}};
+    static const QHash<QString, QString> letters = {{QStringLiteral("n"), QStringLiteral("north")},
+                                                    {QStringLiteral("e"), QStringLiteral("east")}};
+    static const QRegularExpression camelCase(QStringLiteral("(?<=[a-z])(?=[A-Z])"));
+    QString text = heading.text;
+    const QStringList words = normalisedHeading(text.replace(camelCase, QStringLiteral("_")))
+                                  .split(underscore, Qt::SkipEmptyParts);
+    QSet<QString> found;
+    for (const QString &word : words) {
+        if (labels.contains(word))
+            found.insert(labels.value(word));
+    }
+    // "lon (deg E)": a longer word says more than a letter.
+    if (found.isEmpty() && words.size() == 2) {
+        for (const QString &word : words) {
+            if (letters.contains(word))
+                found.insert(letters.value(word));
+        }
+    }
+    return found.size() == 1 ? *found.begin() : QString();
+}
+
 QString otherMeaning(const InputForm &form, const Heading &heading)
 {
     QString label;

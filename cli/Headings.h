@@ -57,6 +57,11 @@ QStringList wordsFor(const InputForm &form, int component);
 /// The component of the form that a heading names, 0 to 2; -1 when it names none of them.
 int componentHeaded(const InputForm &form, const Heading &heading);
 
+/// The one of "longitude", "latitude", "northing", "easting", "north" and "east" that a longer
+/// heading speaks of: "GPS Latitude", "decimalLatitude", "Grid Easting", "E_RD". Empty when it
+/// speaks of none, or of two.
+QString directionIn(const Heading &heading);
+
 /// "the latitude of wgs84-llh and local-llh": which components of other frames a heading names.
 /// Empty when it names none.
 QString otherMeaning(const InputForm &form, const Heading &heading);

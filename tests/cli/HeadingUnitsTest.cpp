@@ -154,6 +154,52 @@ TEST(HeadingUnits, OtherUnitsThanMetresAreKnownInTheirSpellings)
     }
 }
 
+/// A choice by numbers, against what longer headings say.
+TEST(HeadingUnits, ColumnsArePickedAgainstNoDirectionInTheirHeadings)
+{
+    struct Row
+    {
+        Frame frame;
+        const char *headings;
+        const char *wrong; ///< columns
+        const char *right;
+    };
+    const Row rows[] = {
+        {Frame::Wgs84LLH, "GPS Latitude,GPS Longitude,h", "1,2,3", "2,1,3"},
+        {Frame::Wgs84LLH, "Latitude WGS,Longitude WGS,h", "1,2,3", "2,1,3"},
+        {Frame::Wgs84LLH, "Lat_WGS,Lon_WGS,alt", "1,2,3", "2,1,3"},
+        {Frame::Wgs84LLH, "decimalLatitude,decimalLongitude,alt", "1,2,3", "2,1,3"},
+        {Frame::Wgs84LLH, "Y (lat),X (lon),alt", "1,2,3", "2,1,3"},
+        {Frame::Wgs84LLH, "Grid Easting,Grid Northing,alt", "1,2,3", ""},
+        {Frame::LocalNEH, "Easting(X),Northing(Y),H", "1,2,3", "2,1,3"},
+        {Frame::LocalNEH, "Grid Easting,Grid Northing,H", "1,2,3", "2,1,3"},
+        {Frame::LocalNEH, "UTM_E,UTM_N,H", "1,2,3", "2,1,3"},
+        {Frame::LocalNEH, "E_RD,N_RD,H", "1,2,3", "2,1,3"},
+        {Frame::LocalNEH, "GPS Latitude,GPS Longitude,H", "1,2,3", ""},
+        {Frame::Wgs84LLH, "a,b,Latitude WGS", "1,2,3", ""},
+        {Frame::LocalNEH, "hoch,rechts,oben", "", "1,2,3"},
+        {Frame::LocalNEH, "Y_RD,X_RD,NAP", "", "1,2,3"},
+        {Frame::LocalNEH, "n of the point,e of the point,h (e)", "", "1,2,3"},
+        {Frame::Wgs84LLH, "deg east,deg north,alt", "", "1,2,3"},
+        {Frame::Wgs84LLH, "x_e,y_n,alt", "", "1,2,3"},
+    };
+    for (const Row &row : rows) {
+        SCOPED_TRACE(row.headings);
+        const QByteArray input = row.headings + QByteArray("\n52.5,5.25,40\n");
+        if (*row.wrong != '\0') {
+            const ParsedInput wrong = parsed(parserFor(row.frame, row.wrong), input);
+            EXPECT_TRUE(wrong.positions.empty());
+            EXPECT_TRUE(wrong.end.startsWith(QLatin1String("1: --columns picks the column")))
+                << wrong.end;
+        }
+        if (*row.right != '\0') {
+            const ParsedInput right = parsed(parserFor(row.frame, row.right), input);
+            EXPECT_EQ(right.end, QString());
+            EXPECT_EQ(right.positions.size(), 1U);
+        }
+    }
+}
+
 /// 52°30′ in two columns would be read as 52°.
 TEST(HeadingUnits, MinutesAndSecondsBehindAnAngleAreRefused)
 {
