@@ -126,6 +126,12 @@ QString heightDoubt(const QString &field)
            + whatToAdd(Frame::LocalNEH);
 }
 
+QString nameDoubt(const QString &name, const InputForm &form)
+{
+    return QStringLiteral("%1 may be the %2 or a point's name%3, or set a name in quotation marks")
+        .arg(quoted(name), QLatin1String(columnOf(form.frame, 0).label), whatToAdd(form));
+}
+
 QString orderDoubt(const SplitLine &line, const FieldOrder &order, const InputForm &form)
 {
     const Frame frame = form.frame;
@@ -146,11 +152,8 @@ QString orderDoubt(const SplitLine &line, const FieldOrder &order, const InputFo
     const QString doubt = pairs(fields, byCommas, form);
     if (!doubt.isEmpty())
         return doubt;
-    if (isOtherNumber(fields.at(0))) {
-        return QStringLiteral("%1 may be the %2 or a point's name%3, or set a name in quotation "
-                              "marks")
-            .arg(quoted(fields.at(0)), QLatin1String(columnOf(frame, 0).label), whatToAdd(form));
-    }
+    if (isOtherNumber(fields.at(0)))
+        return nameDoubt(fields.at(0), form);
     return {};
 }
 

@@ -7,6 +7,7 @@
 #include <QtCore/QString>
 
 #include <array>
+#include <string_view>
 
 /// Whether the fields of lines without headings may stand in another order than the documented one.
 namespace KelStd::cli {
@@ -24,6 +25,17 @@ inline bool mayBeHeight(double metres, Frame frame, const FieldOrder &order)
 
 /// A number that is not whole: with a sign or decimals.
 bool isOtherNumber(const QString &field);
+
+/// Whether the name may be the first component instead: a number with decimals. Seen in the text
+/// alone, so that the short way may ask.
+inline bool mayBeDecimalNumber(std::string_view name)
+{
+    return name.find('.') != std::string_view::npos
+           && name.find_first_not_of("+-.0123456789") == std::string_view::npos;
+}
+
+/// Why that name is refused, and what to add.
+QString nameDoubt(const QString &name, const InputForm &form);
 
 /// Why that height is none, and what to add.
 QString heightDoubt(const QString &field);

@@ -403,6 +403,13 @@ PositionParser::Result PositionParser::readFields(const SplitLine &line, const F
     }
     if (!mayBeHeight(components.back(), m_form.frame, order))
         return bad(heightDoubt(line.fields.at(order.components.back())));
+    if (m_order && order.isPlain && order.name == 0 && !line.isQuoted.at(0)) {
+        const QString name = line.separator == QLatin1Char(',')
+                                 ? line.fields.at(0)
+                                 : withDecimalPoint(line.fields.at(0), DecimalMark::Comma);
+        if (mayBeDecimalNumber(name.toStdString()) && isOtherNumber(name))
+            return bad(nameDoubt(name, m_form));
+    }
     keepTexts(line, order);
     m_position = rowOf(m_form.frame).position(components[0], components[1], components[2]);
     return Result::Position;
@@ -445,6 +452,8 @@ bool PositionParser::readPlain(std::string_view line)
     if (!mayBeHeight(components.back(), m_form.frame, *m_order))
         return false;
     m_name = m_order->name >= 0 ? m_plain.field(m_order->name) : std::string_view();
+    if (m_order->isPlain && mayBeDecimalNumber(m_name))
+        return false;
     m_carried.clear();
     for (const int field : m_order->carried)
         m_carried.push_back(m_plain.field(field));

@@ -225,6 +225,29 @@ TEST(OrderDoubts, AreSettledByTheFirstPosition)
     EXPECT_EQ(later.positions.size(), 2U);
 }
 
+/// A line of another file may have its quality where the others have their height.
+TEST(OrderDoubts, ADecimalNumberForANameIsRefusedOnEveryLine)
+{
+    const Plain rows[] = {
+        {neh, "P1,463000,155000,40\n465682.96,183928.88,47.5,0.1\n", {}},
+        {neh, "P1;463000;155000;40\n465682,96;183928,88;47,5;0,1\n", {}},
+        {llh, "P1 5.5 52.5 40\n5.81 52.17 47.5 0.02\n", {}},
+    };
+    for (const Plain &row : rows) {
+        SCOPED_TRACE(row.line);
+        const ParsedInput all = parsed(parserFor(row.frame), QByteArray(row.line));
+        EXPECT_EQ(all.positions.size(), 1U);
+        ASSERT_EQ(all.failures.size(), 1U);
+        EXPECT_TRUE(all.failures.front().contains(QLatin1String("or a point's name")));
+    }
+    for (const char *name : {"\"5.81\"", "101", "1.2.3", "P1.5", "1.5a", "."}) {
+        const ParsedInput all =
+            parsed(parserFor(llh), QByteArray("P1,5.5,52.5,40\n") + name + ",5.5,52.5,40\n");
+        EXPECT_EQ(all.positions.size(), 2U) << name;
+    }
+    EXPECT_EQ(parsed(parserFor(llh), "name,lon,lat,h\n5.81,5.5,52.5,40\n").positions.size(), 1U);
+}
+
 TEST(OrderDoubts, AreThoseOfThePageOnValues)
 {
     const QString page =
