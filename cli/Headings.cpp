@@ -17,39 +17,44 @@ namespace {
 constexpr QChar underscore = QLatin1Char('_');
 
 constexpr HeadingUnit unitRows[] = {
-    {"m meter meters metre metres", "m", Unit_Meter},
-    {"ft feet foot intl_ft intl_feet international_feet international_foot", "ft", Unit_Foot},
-    {"us_ft us_feet us_foot us_survey_ft us_survey_feet us_survey_foot us_sft usft ussft ftus "
-     "ft_us "
-     "sft survey_ft survey_feet survey_foot",
+    {u"m meter meters metre metres", "m", Unit_Meter},
+    {u"ft feet foot intl_ft intl_feet international_feet international_foot", "ft", Unit_Foot},
+    {u"us_ft us_feet us_foot us_survey_ft us_survey_feet us_survey_foot us_sft usft ussft ftus "
+     u"ft_us "
+     u"sft survey_ft survey_feet survey_foot",
      "us-ft", Unit_USFoot},
-    {"mm millimeter millimeters millimetre millimetres", "mm", Unit_None},
-    {"cm centimeter centimeters centimetre centimetres", "cm", Unit_None},
-    {"dm decimeter decimeters decimetre decimetres", "dm", Unit_None},
-    {"km kilometer kilometers kilometre kilometres", "km", Unit_None},
-    {"in inch inches", "in", Unit_None},
-    {"yd yard yards", "yd", Unit_None},
-    {"mi mile miles", "mi", Unit_None},
-    {"link links lk", "links", Unit_None},
-    {"chain chains ch", "chains", Unit_None},
-    {"fathom fathoms", "fathoms", Unit_None},
-    {"deg degree degrees dd decimal_degree decimal_degrees degree_north degree_east degrees_north "
-     "degrees_east",
+    {u"mm millimeter millimeters millimetre millimetres", "mm", Unit_None},
+    {u"cm centimeter centimeters centimetre centimetres", "cm", Unit_None},
+    {u"dm decimeter decimeters decimetre decimetres", "dm", Unit_None},
+    {u"km kilometer kilometers kilometre kilometres", "km", Unit_None},
+    {u"in inch inches", "in", Unit_None},
+    {u"yd yard yards", "yd", Unit_None},
+    {u"mi mile miles", "mi", Unit_None},
+    {u"link links lk", "links", Unit_None},
+    {u"chain chains ch", "chains", Unit_None},
+    {u"fathom fathoms", "fathoms", Unit_None},
+    {u"deg degree degrees dd decimal_degree decimal_degrees degree_north degree_east degrees_north "
+     u"degrees_east",
      "deg", Unit_Degree},
-    {"rad radian radians", "rad", Unit_None},
-    {"gon gons grad grads grade grades", "gon", Unit_None},
-    {"dms deg_min_sec ddmmss", "dms", Unit_None},
-    {"dm_m ddmm ddm", "degrees and minutes", Unit_None},
-    {"min minute minutes arcmin arcminute arcminutes", "minutes", Unit_None, true},
-    {"sec second seconds arcsec arcsecond arcseconds", "seconds", Unit_None, true},
-    {"mas", "mas", Unit_None, true},
-    {"' \u2032 \u2019", "minutes or feet", Unit_None, true},
-    {"'' \" \u2033 \u201D \u2032\u2032 \u2019\u2019", "seconds or inches", Unit_None, true},
+    {u"rad radian radians", "rad", Unit_None},
+    {u"gon gons grad grads grade grades", "gon", Unit_None},
+    {u"dms deg_min_sec ddmmss", "dms", Unit_None},
+    {u"dm_m ddmm ddm", "degrees and minutes", Unit_None},
+    {u"min minute minutes arcmin arcminute arcminutes", "minutes", Unit_None, true},
+    {u"sec second seconds arcsec arcsecond arcseconds", "seconds", Unit_None, true},
+    {u"mas", "mas", Unit_None, true},
+    {u"' \u2032 \u2019", "minutes or feet", Unit_None, true},
+    {u"'' \" \u2033 \u201D \u2032\u2032 \u2019\u2019", "seconds or inches", Unit_None, true},
 };
+
+QStringList wordsIn(const QString &words)
+{
+    return words.split(QLatin1Char(' '));
+}
 
 QStringList wordsIn(const char *words)
 {
-    return QString::fromUtf8(words).split(QLatin1Char(' '));
+    return wordsIn(QString::fromLatin1(words));
 }
 
 const HeadingUnit *unitNamed(const QString &word)
@@ -57,7 +62,7 @@ const HeadingUnit *unitNamed(const QString &word)
     static const QHash<QString, const HeadingUnit *> units = [] {
         QHash<QString, const HeadingUnit *> all;
         for (const HeadingUnit &row : unitRows) {
-            for (const QString &name : wordsIn(row.words))
+            for (const QString &name : wordsIn(QString::fromUtf16(row.words)))
                 all.insert(name, &row);
         }
         return all;

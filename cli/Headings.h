@@ -10,7 +10,7 @@ namespace KelStd::cli {
 /// A unit as headings name it. A new one is a row in Headings.cpp.
 struct HeadingUnit
 {
-    const char *words;           ///< blank-separated, as `normalisedHeading` writes them
+    const char16_t *words;       ///< blank-separated, as `normalisedHeading` writes them
     const char *shown;           ///< in messages
     EUnit unit;                  ///< Unit_None: no input is read in it
     bool isPartOfDegree = false; ///< minutes and seconds, which stand beside degrees
