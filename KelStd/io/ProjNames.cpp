@@ -15,9 +15,9 @@ struct ProjectionRow
     const char *parameters; ///< beside the common ones
 };
 
-// From the pages of the projections in PROJ 9.1's documentation and `proj -lP`, each compared with
-// what changes the results of PROJ 9.1's `proj`. Parameters of which PROJ has constants of its own
-// (nzmg, alpha of krovak) are listed where published definitions state them.
+// From `proj -lP` and from what changes the results of PROJ 9.1.1's `proj`, each projection tried
+// with every parameter. Parameters of which PROJ has constants of its own (nzmg, alpha of krovak)
+// are listed where published definitions state them.
 constexpr ProjectionRow projectionRows[] = {
     {"longlat latlong lonlat latlon", "lon_0"},
     {"tmerc", "x_0 y_0 lon_0 lat_0 k_0 k approx algo"},
