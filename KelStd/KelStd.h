@@ -2,11 +2,11 @@
 
 /// Every public header of KelStd.
 
+#include <KelStd/Failure.h>
 #include <KelStd/coord/Coord.h>
 #include <KelStd/coord/Ellipsoid.h>
 #include <KelStd/coord/Enumerations.h>
 #include <KelStd/coord/Location.h>
-#include <KelStd/coord/LocationBuilder.h>
 #include <KelStd/coord/Param.h>
 #include <KelStd/coord/Pos.h>
 #include <KelStd/coord/Projection.h>
@@ -15,6 +15,7 @@
 #include <KelStd/coord/stGeoidModel.h>
 #include <KelStd/coord/stPlaneTransform.h>
 #include <KelStd/coord/uPos.h>
+#include <KelStd/display/stShowConfig.h>
 #include <KelStd/files/FileLock.h>
 #include <KelStd/io/Coord_IO.h>
 #include <KelStd/io/DocumentLimits.h>
@@ -22,7 +23,7 @@
 #include <KelStd/io/ListDocuments.h>
 #include <KelStd/io/RecordParamNames.h>
 #include <KelStd/library/StandardLibrary.h>
-#include <KelStd/library/stShowConfig.h>
+#include <KelStd/location/LocationBuilder.h>
 #include <KelStd/platform/AppConfig.h>
 #include <KelStd/platform/LogLibrary.h>
 #include <KelStd/platform/ResourceQuery.h>

@@ -2,8 +2,8 @@
 
 #include <KelStd/coord/Enumerations.h>
 #include <KelStd/coord/Location.h>
-#include <KelStd/coord/LocationBuilder.h>
 #include <KelStd/coord/Pos.h>
+#include <KelStd/location/LocationBuilder.h>
 
 #include <QtCore/QString>
 

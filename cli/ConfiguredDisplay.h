@@ -1,6 +1,6 @@
 #pragma once
 
-#include <KelStd/library/stShowConfig.h>
+#include <KelStd/display/stShowConfig.h>
 
 #include <QtCore/QString>
 

@@ -20,7 +20,7 @@
 #include <cli/TableWriter.h>
 #include <cli/ValuePrinter.h>
 
-#include <KelStd/coord/LocationBuilder.h>
+#include <KelStd/location/LocationBuilder.h>
 
 #include <algorithm>
 #include <memory>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <KelStd/coord/Enumerations.h>
-#include <KelStd/library/stShowConfig.h>
+#include <KelStd/display/stShowConfig.h>
 
 #include <QtCore/QString>
 

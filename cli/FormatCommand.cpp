@@ -8,7 +8,7 @@
 #include <cli/ValueArguments.h>
 #include <cli/ValueWords.h>
 
-#include <KelStd/library/stShowConfig.h>
+#include <KelStd/display/stShowConfig.h>
 #include <KelStd/text/CoordStringHelper.h>
 
 #include <limits>

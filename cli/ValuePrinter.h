@@ -4,7 +4,7 @@
 #include <cli/DisplayOptions.h>
 
 #include <KelStd/coord/Location.h>
-#include <KelStd/library/stShowConfig.h>
+#include <KelStd/display/stShowConfig.h>
 
 #include <QtCore/QByteArray>
 #include <QtCore/QString>

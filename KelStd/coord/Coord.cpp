@@ -1,6 +1,6 @@
 #include <KelStd/coord/Coord.h>
 
-#include <KelStd/coord/BlockVersion.h>
+#include <KelStd/stream/BlockVersion.h>
 
 namespace KelStd {
 

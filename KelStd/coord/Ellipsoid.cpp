@@ -1,6 +1,6 @@
 #include <KelStd/coord/Ellipsoid.h>
 
-#include <KelStd/coord/BlockVersion.h>
+#include <KelStd/stream/BlockVersion.h>
 
 namespace KelStd {
 

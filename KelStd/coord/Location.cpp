@@ -1,6 +1,6 @@
 #include <KelStd/coord/Location.h>
 
-#include <KelStd/coord/BlockVersion.h>
+#include <KelStd/stream/BlockVersion.h>
 
 #include <algorithm>
 #include <iterator>

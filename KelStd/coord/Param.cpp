@@ -1,8 +1,8 @@
 #include <KelStd/coord/Param.h>
 
-#include <KelStd/coord/BlockVersion.h>
 #include <KelStd/coord/MapEquality.h>
-#include <KelStd/coord/VariantReader.h>
+#include <KelStd/stream/BlockVersion.h>
+#include <KelStd/stream/VariantReader.h>
 
 namespace KelStd {
 

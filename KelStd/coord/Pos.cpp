@@ -1,6 +1,6 @@
 #include <KelStd/coord/Pos.h>
 
-#include <KelStd/coord/BlockVersion.h>
+#include <KelStd/stream/BlockVersion.h>
 
 #include <cmath>
 #include <cstddef>

@@ -1,7 +1,7 @@
 #include <KelStd/coord/Projection.h>
 
-#include <KelStd/coord/BlockVersion.h>
 #include <KelStd/coord/MapEquality.h>
+#include <KelStd/stream/BlockVersion.h>
 
 #include <algorithm>
 

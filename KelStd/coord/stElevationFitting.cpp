@@ -1,7 +1,7 @@
 #include <KelStd/coord/stElevationFitting.h>
 
-#include <KelStd/coord/BlockVersion.h>
 #include <KelStd/coord/RecordParams.h>
+#include <KelStd/stream/BlockVersion.h>
 
 namespace KelStd {
 

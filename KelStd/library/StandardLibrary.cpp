@@ -1,10 +1,10 @@
 #include <KelStd/library/StandardLibrary.h>
 
-#include <KelStd/library/ShowConfigInUse.h>
+#include <KelStd/display/ShowConfigInUse.h>
 
 namespace KelStd {
 
-StandardLibrary::StandardLibrary() : showConfig(library::showConfigInUse()) {}
+StandardLibrary::StandardLibrary() : showConfig(display::showConfigInUse()) {}
 
 StandardLibrary::~StandardLibrary() = default;
 

@@ -4,7 +4,7 @@
 #include <KelStd/coord/Coord.h>
 #include <KelStd/coord/Ellipsoid.h>
 #include <KelStd/coord/Projection.h>
-#include <KelStd/library/stShowConfig.h>
+#include <KelStd/display/stShowConfig.h>
 
 #include <QtCore/QList>
 #include <QtCore/QMap>

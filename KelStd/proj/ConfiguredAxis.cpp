@@ -1,7 +1,7 @@
 #include <KelStd/proj/ConfiguredAxis.h>
 
+#include <KelStd/display/ConfiguredStyle.h>
 #include <KelStd/proj/TransformationResult.h>
-#include <KelStd/text/ConfiguredStyle.h>
 #include <KelStd/text/CoordStringHelper.h>
 #include <KelStd/text/EnumerationTables.h>
 
@@ -22,19 +22,19 @@ bool isLength(EUnit unit)
     return row != nullptr && row->metresPerUnit != 0.0;
 }
 
-bool isHarmless(const text::ConfiguredStyle &style)
+bool isHarmless(const display::ConfiguredStyle &style)
 {
     return style.unit.value_or(Unit_Meter) == Unit_Meter && style.precision >= leastDecimals;
 }
 
 /// A number for each setting; 0 for none.
-quint64 numberOf(const text::ConfiguredStyle &style)
+quint64 numberOf(const display::ConfiguredStyle &style)
 {
     const auto unit = static_cast<quint32>(style.unit.value_or(Unit_Meter));
     return (quint64{1} << 40) + (quint64{unit} << 8) + style.precision;
 }
 
-QString unitText(const text::ConfiguredStyle &style)
+QString unitText(const display::ConfiguredStyle &style)
 {
     const EUnit unit = style.unit.value_or(Unit_Meter);
     const QString word = CoordStringHelper::Unit_to_DescriptionString(unit);
@@ -48,7 +48,7 @@ QString axisProblem(const Ellipsoid &ellipsoid)
     if (!ellipsoid.proj4EllpsName.trimmed().isEmpty())
         return {};
     const Param &axis = ellipsoid.biggerHalfAxle;
-    const auto style = text::configuredStyle(axis.valType);
+    const auto style = display::configuredStyle(axis.valType);
     // A unit that is shown in itself is not converted.
     if (!style || !style->unit || *style->unit == axis.unit || isLength(*style->unit))
         return {};
@@ -60,7 +60,7 @@ QString axisProblem(const Ellipsoid &ellipsoid)
 void warnOfConfiguredAxis(const Param &axis)
 {
     static std::atomic<quint64> lastTold{0};
-    const auto style = text::configuredStyle(axis.valType);
+    const auto style = display::configuredStyle(axis.valType);
     if (!style || isHarmless(*style))
         return;
     const quint64 setting = numberOf(*style);

@@ -10,7 +10,7 @@
 #include "support/BareProj.h"
 #include "support/Environment.h"
 
-#include <KelStd/coord/LocationBuilder.h>
+#include <KelStd/location/LocationBuilder.h>
 
 #include <QtCore/QFile>
 

@@ -2,7 +2,7 @@
 // cannot do without: one for a length, three for an angle in degrees, minutes and seconds.
 
 #include <KelStd/coord/Param.h>
-#include <KelStd/library/stShowConfig.h>
+#include <KelStd/display/stShowConfig.h>
 #include <KelStd/text/CoordStringHelper.h>
 
 #include <benchmark/benchmark.h>

@@ -1,7 +1,7 @@
 // What `kelstd convert` needs besides positions: a system, and PROJ.
 
 #include "cli/ProgramRun.h"
-#include "coord/PublishedFigures.h"
+#include "location/PublishedFigures.h"
 #include "support/Printers.h"
 
 #include <QtCore/QDir>

@@ -1,7 +1,7 @@
 // What `kelstd convert` computes, and in which order it reads and prints it.
 
 #include "cli/ProgramRun.h"
-#include "coord/PublishedFigures.h"
+#include "location/PublishedFigures.h"
 #include "support/Printers.h"
 
 #include <cmath>

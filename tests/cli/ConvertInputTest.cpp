@@ -1,7 +1,7 @@
 // The forms in which a line may hold a position.
 
 #include "cli/ProgramRun.h"
-#include "coord/PublishedFigures.h"
+#include "location/PublishedFigures.h"
 #include "support/Printers.h"
 
 #include <ostream>

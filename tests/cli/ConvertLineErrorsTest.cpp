@@ -1,7 +1,7 @@
 // A line that cannot be read or converted is reported, and the run goes on.
 
 #include "cli/ProgramRun.h"
-#include "coord/PublishedFigures.h"
+#include "location/PublishedFigures.h"
 #include "support/Printers.h"
 
 #include <ostream>

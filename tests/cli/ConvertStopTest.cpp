@@ -2,7 +2,7 @@
 
 #include "cli/ProgramRun.h"
 #include "cli/RunningProgram.h"
-#include "coord/PublishedFigures.h"
+#include "location/PublishedFigures.h"
 #include "support/Printers.h"
 
 #include <QtCore/QElapsedTimer>

@@ -5,7 +5,7 @@
 // number of the random moments.
 
 #include "cli/ProgramRun.h"
-#include "coord/PublishedFigures.h"
+#include "location/PublishedFigures.h"
 #include "support/GridFiles.h"
 #include "support/Printers.h"
 

@@ -1,6 +1,6 @@
 #include "cli/ProgramRun.h"
 #include "cli/Terminal.h"
-#include "coord/PublishedFigures.h"
+#include "location/PublishedFigures.h"
 #include "support/Printers.h"
 
 namespace KelStd {

@@ -2,7 +2,7 @@
 // failure, after which one would try again, nor that of a success that was told.
 
 #include "cli/LibraryRun.h"
-#include "coord/PublishedFigures.h"
+#include "location/PublishedFigures.h"
 #include "support/GridFiles.h"
 #include "support/Printers.h"
 

@@ -1,7 +1,7 @@
 // Output that cannot be written is an error, never a quiet loss.
 
 #include "cli/ProgramRun.h"
-#include "coord/PublishedFigures.h"
+#include "location/PublishedFigures.h"
 #include "support/Printers.h"
 
 #include <unistd.h>

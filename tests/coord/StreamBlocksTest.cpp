@@ -1,7 +1,7 @@
 // The blocks byte for byte. The hex is written from the format, not by this library.
 
 #include "coord/RecordExpectations.h"
-#include "coord/StreamBytes.h"
+#include "stream/StreamBytes.h"
 #include "support/Printers.h"
 
 #include <KelStd/coord/Coord.h>

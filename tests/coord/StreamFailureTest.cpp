@@ -1,7 +1,7 @@
 // Other versions, short streams and counts that lie.
 
 #include "coord/RecordExpectations.h"
-#include "coord/StreamBytes.h"
+#include "stream/StreamBytes.h"
 #include "support/Printers.h"
 
 #include <KelStd/coord/Coord.h>

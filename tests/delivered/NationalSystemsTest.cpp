@@ -1,6 +1,6 @@
-#include "coord/LocationOperations.h"
 #include "delivered/DeliveredDocuments.h"
 #include "delivered/EpsgReference.h"
+#include "location/LocationOperations.h"
 #include "support/Printers.h"
 #include "support/ProjTest.h"
 

@@ -97,7 +97,7 @@ TEST(ExtractedTexts, AreThoseOfUnitsEnumerationsFlagsAndTimes)
     const QStringList expected = textsOfValues();
     ASSERT_EQ(expected.size(), 80);
     const Extracted extracted =
-        extractedFrom({QStringLiteral("KelStd/text"), QStringLiteral("KelStd/library"),
+        extractedFrom({QStringLiteral("KelStd/text"), QStringLiteral("KelStd/display"),
                        QStringLiteral("KelStd/time")});
     EXPECT_EQ(extracted.texts, expected);
     EXPECT_EQ(extracted.contexts, QStringList{QStringLiteral("QObject")});

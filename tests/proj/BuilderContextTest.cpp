@@ -5,7 +5,7 @@
 #include "support/Printers.h"
 
 #include <KelStd/coord/Coord.h>
-#include <KelStd/coord/LocationBuilder.h>
+#include <KelStd/location/LocationBuilder.h>
 #include <KelStd/platform/AppConfig.h>
 #include <KelStd/proj/ProjLib.h>
 

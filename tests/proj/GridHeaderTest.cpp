@@ -9,7 +9,7 @@
 
 #include <KelStd/coord/Coord.h>
 #include <KelStd/coord/Location.h>
-#include <KelStd/coord/LocationBuilder.h>
+#include <KelStd/location/LocationBuilder.h>
 #include <KelStd/proj/ProjLib.h>
 
 #include <QtCore/QDir>

@@ -6,7 +6,7 @@
 #include "support/ProjTest.h"
 
 #include <KelStd/coord/Coord.h>
-#include <KelStd/coord/LocationBuilder.h>
+#include <KelStd/location/LocationBuilder.h>
 #include <KelStd/proj/ProjLib.h>
 
 #include <gmock/gmock.h>

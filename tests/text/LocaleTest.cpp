@@ -4,7 +4,7 @@
 
 #include <KelStd/coord/Coord.h>
 #include <KelStd/coord/Pos.h>
-#include <KelStd/library/stShowConfig.h>
+#include <KelStd/display/stShowConfig.h>
 #include <KelStd/text/CoordStringHelper.h>
 
 #include <QtCore/QLocale>

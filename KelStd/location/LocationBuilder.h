@@ -1,0 +1,114 @@
+#pragma once
+
+#include <KelStd/Export.h>
+#include <KelStd/coord/Location.h>
+
+#include <QtCore/QString>
+
+#include <cstddef>
+#include <memory>
+
+namespace KelStd {
+
+class Coord;
+
+/// Makes many locations of one coordinate system.
+///
+/// The results are, bit for bit, those of `Coord::MakeLocation_by...`, failures and their texts
+/// included; `requireOneToOne` adds failures. Those operations create their PROJ transformations
+/// anew for each position, which takes some five hundred times as long as the arithmetic; a builder
+/// creates each one once, when it is first needed, and touches no file, no current directory and no
+/// heap for the positions after it. (Two exceptions: PROJ reads a row of a geoid's grid when a
+/// position first needs it, and keeps it; and the reason of a failure is a text.)
+///
+///     LocationBuilder builder(system);
+///     std::vector<Location> locations(positions.size());
+///     std::vector<LocationBuilder::Outcome> outcomes(positions.size());
+///     builder.make(LocationBuilder::Frame::Wgs84Geographic, positions.data(), positions.size(),
+///                  locations.data(), outcomes.data());
+///
+/// Builders on different threads may work at the same time, one a thread: each has a PROJ context
+/// of its own, and neither do they wait for each other nor touch the process's current directory.
+/// `ProjLib::___unloadEnviroment` may be called only while no builder works; a builder then fails
+/// with "No proj library." until PROJ is loaded again. Unlike the operations of `Coord`, a builder
+/// logs only what PROJ says when a transformation is created, once and not for each position, and
+/// the warning of the display configuration.
+class KELSTD_EXPORT LocationBuilder
+{
+public:
+    /// The frame of a position that is given; units as in `Location`.
+    enum class Frame
+    {
+        Wgs84Geographic, ///< as `Coord::MakeLocation_byWGS84LatLongH`
+        Wgs84Cartesian,  ///< as `Coord::MakeLocation_byWGS84XYZ`
+        LocalGeographic, ///< as `Coord::MakeLocation_byLocalLatLongH`
+        LocalProjected   ///< as `Coord::MakeLocation_byLocalNEH`
+    };
+
+    /// What became of one position.
+    struct Outcome
+    {
+        bool isMade = false;
+        /// Why not; also the geoid's reason where a location was made without the geoid model that
+        /// the system names. Empty otherwise.
+        QString reason;
+    };
+
+    /// Writes the definitions of `coord` and finds the file of its geoid model, once: later changes
+    /// of `coord`, of the display configuration and of `Coord::s_invertParamsFunctionSwitch` have
+    /// no effect. Raises what `Coord::MakeLocation_by...` raises.
+    explicit LocationBuilder(const Coord &coord);
+    ~LocationBuilder();
+
+    LocationBuilder(LocationBuilder &&other) noexcept;
+    LocationBuilder &operator=(LocationBuilder &&other) noexcept;
+
+    /// Whether locations are made only where the projection is one-to-one. At first they are made
+    /// everywhere, as by `Coord::MakeLocation_by...`.
+    ///
+    /// Far outside the area that it is made for a projection folds over itself, or its series run
+    /// away: PROJ still gives coordinates, which are those of another place. When this is required,
+    /// the projection's other direction is taken as well. Where that misses the local geographic
+    /// position (from `Frame::LocalProjected`: the given point of the plane) by more than 1 mm on
+    /// the ground, the position fails with "outside where the projection is one-to-one". So does
+    /// one that lies more than 20 km below the WGS84 ellipsoid, such as X = Y = Z = 0: there
+    /// longitude and latitude lose their meaning.
+    ///
+    /// What is made is the same, bit for bit. It costs about a fifth more, all of it PROJ's
+    /// arithmetic.
+    void requireOneToOne(bool isRequired = true);
+
+    /// Makes one location. On failure returns false, `location` is untouched and `error` (when
+    /// given) says why; it may also be written by a success, as `Outcome::reason` has it.
+    bool make(Frame from, const Pos &position, Location &location, QString *error = nullptr);
+
+    /// Makes `count` locations. A position that fails leaves its element of `locations` untouched
+    /// and costs the others nothing. `outcomes` has `count` elements, or is null where the reasons
+    /// do not matter.
+    /// \return how many were made.
+    std::size_t make(Frame from, const Pos *positions, std::size_t count, Location *locations,
+                     Outcome *outcomes = nullptr);
+
+    /// Which height a separation is added to.
+    enum class Height
+    {
+        Ellipsoidal, ///< gives one above the geoid, as `ProjLib::Calc_geoid_diff`
+        AboveGeoid   ///< gives an ellipsoidal one, as `ProjLib::Calc_geoid_diff_inverse`
+    };
+
+    /// What to add [m] to the height of `position` (WGS84 longitude, latitude [deg], height [m]) by
+    /// the geoid model of the system. False, with `diff` untouched, where there is none: the system
+    /// names no model, the host does not have it, or it has nothing for the point.
+    bool geoidSeparation(Height given, const Pos &position, double &diff, QString *error = nullptr);
+
+    /// The same for `count` positions; where it fails, `diffs` is left untouched.
+    /// \return how many are known.
+    std::size_t geoidSeparations(Height given, const Pos *positions, std::size_t count,
+                                 double *diffs, Outcome *outcomes = nullptr);
+
+private:
+    class Stages;
+    std::unique_ptr<Stages> m_stages;
+};
+
+} // namespace KelStd
