@@ -28,6 +28,7 @@
 #include <KelStd/platform/LogLibrary.h>
 #include <KelStd/platform/ResourceQuery.h>
 #include <KelStd/platform/Toolkits.h>
+#include <KelStd/proj/ConversionFailure.h>
 #include <KelStd/proj/ProjLib.h>
 #include <KelStd/text/CoordStringHelper.h>
 #include <KelStd/time/TimeFromVariant.h>

@@ -275,16 +275,15 @@ public:
     bool take(const PositionParser &read, QByteArray &bytes, QString &reason) override
     {
         Location location;
-        if (!m_builder.make(m_frame, read.position(), location, &reason))
+        if (!m_builder.make(m_frame, read.position(), location, m_outcome)) {
+            reason = m_outcome.reason;
             return false;
-        // A model that has no value for the point is no failure; its text is all that tells.
-        const bool isAboveGeoid = !m_geoidModel.isEmpty() && reason.isEmpty();
-        if (m_geoidModel.isEmpty()) {
-            reason.clear();
-        } else if (!isAboveGeoid) {
+        }
+        const bool isAboveGeoid = m_outcome.projectedHeight == LocationBuilder::Height::AboveGeoid;
+        if (!isAboveGeoid && !m_geoidModel.isEmpty()) {
             reason = QStringLiteral("warning: the geoid model \"%1\" has no value for the point "
                                     "(%2): its projected height is ellipsoidal")
-                         .arg(m_geoidModel, reason);
+                         .arg(m_geoidModel, m_outcome.reason);
         }
         const QString &model = isAboveGeoid ? m_geoidModel : m_noModel;
         m_writer.write(bytes, {read.name(), location, model, read.carried()});
@@ -293,6 +292,7 @@ public:
 
 private:
     LocationBuilder m_builder;
+    LocationBuilder::Outcome m_outcome;
     const QString &m_geoidModel; ///< the one in use; empty for none
     const QString m_noModel;
     LocationBuilder::Frame m_frame;

@@ -12,6 +12,7 @@
 #include <cmath>
 #include <iterator>
 #include <type_traits>
+#include <utility>
 
 namespace KelStd {
 
@@ -40,14 +41,15 @@ public:
     /// `location` is as it was when one of the steps fails. They write it in place: a copy at the
     /// end would wait for what was written last.
     template <typename Steps>
-    bool make(Steps steps, const Pos &position, Location &location, QString *error)
+    bool make(Steps steps, const Pos &position, Location &location, ConversionFailure *failure)
     {
+        m_failure = failure;
         // Where PROJ is not loaded the first stage says so.
         if (!m_problem.isEmpty() && proj::LoadedProj::instance().isLoaded())
-            return proj::fail(error, m_problem);
+            return failBySystem();
         const Pos given = position; // which may be part of `location`
         const Location before = location;
-        m_error = error;
+        m_projectedHeight = Height::Ellipsoidal;
         if (steps(*this, given, location))
             return true;
         location = before;
@@ -56,37 +58,38 @@ public:
 
     bool geographicToCartesian(const Pos &from, Pos &to)
     {
-        return m_prepared.convert(m_geographicToCartesian, from, to, m_error);
+        return m_prepared.convert(m_geographicToCartesian, from, to, m_failure);
     }
 
     bool cartesianToGeographic(const Pos &from, Pos &to)
     {
-        return m_prepared.convert(m_cartesianToGeographic, from, to, m_error);
+        return m_prepared.convert(m_cartesianToGeographic, from, to, m_failure);
     }
 
     bool cartesianToLocal(const Pos &from, Pos &to)
     {
-        return m_prepared.convert(m_cartesianToLocal, from, to, m_error);
+        return m_prepared.convert(m_cartesianToLocal, from, to, m_failure);
     }
 
     bool localToCartesian(const Pos &from, Pos &to)
     {
-        return m_prepared.convert(m_localToCartesian, from, to, m_error);
+        return m_prepared.convert(m_localToCartesian, from, to, m_failure);
     }
 
     bool localToProjected(const Pos &from, Pos &to)
     {
-        return m_prepared.convert(m_localToProjected, from, to, m_error);
+        return m_prepared.convert(m_localToProjected, from, to, m_failure);
     }
 
     bool projectedToLocal(const Pos &from, Pos &to)
     {
-        return m_prepared.convert(m_projectedToLocal, from, to, m_error);
+        return m_prepared.convert(m_projectedToLocal, from, to, m_failure);
     }
 
     bool isPosition(const Pos &wgs84)
     {
-        return !m_isOneToOneRequired || one_to_one::isPosition(wgs84.getLongLatH()) || refuse();
+        return !m_isOneToOneRequired || one_to_one::isPosition(wgs84.getLongLatH())
+               || refuseAsNotOneToOne();
     }
 
     bool leadsBackToLocal(const Pos &local, const Pos &plane)
@@ -96,36 +99,56 @@ public:
         Pos back;
         return (m_prepared.convert(m_projectedToLocal, plane, back, nullptr)
                 && one_to_one::isSamePlace(local.getLongLatH(), back.getLongLatH()))
-               || refuse();
+               || refuseAsNotOneToOne();
     }
 
     bool leadsBackToPlane(const Pos &plane, const Pos &local)
     {
-        return !m_isOneToOneRequired || leadsBack(plane, local) || refuse();
+        return !m_isOneToOneRequired || leadsBack(plane, local) || refuseAsNotOneToOne();
     }
 
     bool toGeoid(const Pos &wgs84, double &diff)
     {
-        return m_hasGeoid && separation(Height::Ellipsoidal, wgs84, diff, m_error);
+        return m_hasGeoid && reachesGeoid(separation(Height::Ellipsoidal, wgs84, diff, m_failure));
     }
 
     bool toEllipsoid(const Pos &wgs84, double &diff)
     {
-        return m_hasGeoid && separation(Height::AboveGeoid, wgs84, diff, m_error);
+        return m_hasGeoid && reachesGeoid(separation(Height::AboveGeoid, wgs84, diff, m_failure));
     }
 
-    bool separation(Height given, const Pos &wgs84, double &diff, QString *error)
+    bool separation(Height given, const Pos &wgs84, double &diff, ConversionFailure *failure)
     {
         return m_prepared.shift(given == Height::Ellipsoidal ? m_toGeoid : m_toEllipsoid,
-                                wgs84.getLongLatH(), diff, error);
+                                wgs84.getLongLatH(), diff, failure);
     }
 
     void requireOneToOne(bool isRequired) { m_isOneToOneRequired = isRequired; }
 
+    /// Of the location that was made last.
+    Height projectedHeight() const { return m_projectedHeight; }
+
 private:
+    using Kind = ConversionFailureKind;
     using Index = proj::PreparedTransformations::Index;
 
-    bool refuse() { return proj::fail(m_error, proj::notOneToOneText); }
+    bool refuseAsNotOneToOne()
+    {
+        return proj::fail(m_failure, Kind::NotOneToOne, proj::notOneToOneText);
+    }
+
+    bool failBySystem()
+    {
+        if (m_failure != nullptr)
+            *m_failure = {Kind::BadSystem, m_problem};
+        return false;
+    }
+
+    bool reachesGeoid(bool isSeparated)
+    {
+        m_projectedHeight = isSeparated ? Height::AboveGeoid : Height::Ellipsoidal;
+        return isSeparated;
+    }
 
     bool leadsBack(const Pos &given, const Pos &local)
     {
@@ -171,26 +194,42 @@ private:
     bool m_hasGeographicPlane; ///< the "projection" leaves longitude and latitude as they are
     QString m_problem;         ///< what keeps every location from being made, or empty
     bool m_isOneToOneRequired = false;
-    QString *m_error = nullptr; ///< where the stages of a position put their reasons
+    Height m_projectedHeight = Height::Ellipsoidal;
+    ConversionFailure *m_failure = nullptr; ///< where the stages of a position put their failures
 };
 
 namespace {
 
-/// Calls `makeOne(index, reason)` for each position and keeps what became of it.
+/// Keeps what became of a position, of which `failure` tells.
+void keep(LocationBuilder::Outcome &outcome, bool isMade, ConversionFailure &failure)
+{
+    outcome.isMade = isMade;
+    outcome.failure = failure.kind;
+    outcome.reason = std::move(failure.text);
+}
+
+/// Calls `makeOne(index, failure)` for each position and keeps what became of it.
 template <typename MakeOne>
 std::size_t makeEach(std::size_t count, LocationBuilder::Outcome *outcomes, MakeOne makeOne)
 {
     std::size_t made = 0;
     for (std::size_t i = 0; i < count; ++i) {
-        LocationBuilder::Outcome *const outcome = outcomes != nullptr ? outcomes + i : nullptr;
-        if (outcome != nullptr)
-            *outcome = {};
-        const bool isMade = makeOne(i, outcome != nullptr ? &outcome->reason : nullptr);
-        if (outcome != nullptr)
-            outcome->isMade = isMade;
+        ConversionFailure failure;
+        if (outcomes != nullptr)
+            outcomes[i].projectedHeight = LocationBuilder::Height::Ellipsoidal;
+        const bool isMade = makeOne(i, outcomes != nullptr ? &failure : nullptr);
+        if (outcomes != nullptr)
+            keep(outcomes[i], isMade, failure);
         made += isMade ? 1 : 0;
     }
     return made;
+}
+
+/// As an operation tells it that has nothing but a text.
+void flatten(const ConversionFailure &failure, QString *error)
+{
+    if (failure && error != nullptr)
+        *error = failure.text;
 }
 
 /// What `use` gives for the steps from a frame; nothing made for a number that is no frame. The
@@ -227,8 +266,17 @@ void LocationBuilder::requireOneToOne(bool isRequired)
 
 bool LocationBuilder::make(Frame from, const Pos &position, Location &location, QString *error)
 {
-    return withStepsFrom<Stages>(
-        from, [&](auto steps) { return m_stages->make(steps, position, location, error); });
+    ConversionFailure failure;
+    const bool isMade = withStepsFrom<Stages>(from, [&](auto steps) {
+        return m_stages->make(steps, position, location, error != nullptr ? &failure : nullptr);
+    });
+    flatten(failure, error);
+    return isMade;
+}
+
+bool LocationBuilder::make(Frame from, const Pos &position, Location &location, Outcome &outcome)
+{
+    return make(from, &position, 1, &location, &outcome) == 1;
 }
 
 std::size_t LocationBuilder::make(Frame from, const Pos *positions, std::size_t count,
@@ -236,8 +284,11 @@ std::size_t LocationBuilder::make(Frame from, const Pos *positions, std::size_t 
 {
     Stages &stages = *m_stages;
     return withStepsFrom<Stages>(from, [&](auto steps) {
-        return makeEach(count, outcomes, [&](std::size_t i, QString *reason) {
-            return stages.make(steps, positions[i], locations[i], reason);
+        return makeEach(count, outcomes, [&](std::size_t i, ConversionFailure *failure) {
+            const bool isMade = stages.make(steps, positions[i], locations[i], failure);
+            if (isMade && outcomes != nullptr)
+                outcomes[i].projectedHeight = stages.projectedHeight();
+            return isMade;
         });
     });
 }
@@ -245,15 +296,19 @@ std::size_t LocationBuilder::make(Frame from, const Pos *positions, std::size_t 
 bool LocationBuilder::geoidSeparation(Height given, const Pos &position, double &diff,
                                       QString *error)
 {
-    return m_stages->separation(given, position, diff, error);
+    ConversionFailure failure;
+    const bool isKnown =
+        m_stages->separation(given, position, diff, error != nullptr ? &failure : nullptr);
+    flatten(failure, error);
+    return isKnown;
 }
 
 std::size_t LocationBuilder::geoidSeparations(Height given, const Pos *positions, std::size_t count,
                                               double *diffs, Outcome *outcomes)
 {
     Stages &stages = *m_stages;
-    return makeEach(count, outcomes, [&](std::size_t i, QString *reason) {
-        return stages.separation(given, positions[i], diffs[i], reason);
+    return makeEach(count, outcomes, [&](std::size_t i, ConversionFailure *failure) {
+        return stages.separation(given, positions[i], diffs[i], failure);
     });
 }
 

@@ -2,6 +2,7 @@
 
 #include <KelStd/Export.h>
 #include <KelStd/coord/Location.h>
+#include <KelStd/proj/ConversionFailure.h>
 
 #include <QtCore/QString>
 
@@ -45,13 +46,23 @@ public:
         LocalProjected   ///< as `Coord::MakeLocation_byLocalNEH`
     };
 
+    /// What a height is measured from.
+    enum class Height
+    {
+        Ellipsoidal, ///< the ellipsoid of its frame
+        AboveGeoid   ///< the geoid, by the system's geoid model
+    };
+
     /// What became of one position.
     struct Outcome
     {
         bool isMade = false;
-        /// Why not; also the geoid's reason where a location was made without the geoid model that
-        /// the system names. Empty otherwise.
-        QString reason;
+        /// What the height of the projected frame is measured from, in a location that was made.
+        Height projectedHeight = Height::Ellipsoidal;
+        /// Why none was made; also why a location was made without the geoid model that the system
+        /// names. `None` otherwise, and where the host does not have the model.
+        ConversionFailureKind failure = ConversionFailureKind::None;
+        QString reason; ///< the failure's text, empty without one
     };
 
     /// Writes the definitions of `coord` and finds the file of its geoid model, once: later changes
@@ -82,6 +93,9 @@ public:
     /// given) says why; it may also be written by a success, as `Outcome::reason` has it.
     bool make(Frame from, const Pos &position, Location &location, QString *error = nullptr);
 
+    /// The same, with all that is to be said of it. The former `outcome` is overwritten.
+    bool make(Frame from, const Pos &position, Location &location, Outcome &outcome);
+
     /// Makes `count` locations. A position that fails leaves its element of `locations` untouched
     /// and costs the others nothing. `outcomes` has `count` elements, or is null where the reasons
     /// do not matter.
@@ -89,16 +103,11 @@ public:
     std::size_t make(Frame from, const Pos *positions, std::size_t count, Location *locations,
                      Outcome *outcomes = nullptr);
 
-    /// Which height a separation is added to.
-    enum class Height
-    {
-        Ellipsoidal, ///< gives one above the geoid, as `ProjLib::Calc_geoid_diff`
-        AboveGeoid   ///< gives an ellipsoidal one, as `ProjLib::Calc_geoid_diff_inverse`
-    };
-
     /// What to add [m] to the height of `position` (WGS84 longitude, latitude [deg], height [m]) by
-    /// the geoid model of the system. False, with `diff` untouched, where there is none: the system
-    /// names no model, the host does not have it, or it has nothing for the point.
+    /// the geoid model of the system, to get the other height: to an ellipsoidal one as
+    /// `ProjLib::Calc_geoid_diff`, to one above the geoid as `ProjLib::Calc_geoid_diff_inverse`.
+    /// False, with `diff` untouched, where there is none: the system names no model, the host does
+    /// not have it, or it has nothing for the point.
     bool geoidSeparation(Height given, const Pos &position, double &diff, QString *error = nullptr);
 
     /// The same for `count` positions; where it fails, `diffs` is left untouched.

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <KelStd/proj/ConversionFailure.h>
+
 #include <QtCore/QObject>
 #include <QtCore/QString>
 
@@ -45,10 +47,13 @@ inline bool fail(QString *error, const QString &text)
     return false;
 }
 
-/// The same with a text that is made only where it is wanted.
-inline bool fail(QString *error, QString (*text)())
+/// Puts kind and text into `failure`, when given, and is false. The text is made only where it is
+/// wanted.
+inline bool fail(ConversionFailure *failure, ConversionFailureKind kind, QString (*text)())
 {
-    return error != nullptr && fail(error, text());
+    if (failure != nullptr)
+        *failure = {kind, text()};
+    return false;
 }
 
 } // namespace KelStd::proj

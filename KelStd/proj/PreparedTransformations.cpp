@@ -5,6 +5,8 @@
 
 namespace KelStd::proj {
 
+using Kind = ConversionFailureKind;
+
 PreparedTransformations::~PreparedTransformations()
 {
     beforeUnload();
@@ -25,41 +27,43 @@ PreparedTransformations::Index PreparedTransformations::addShift(const QString &
 }
 
 template <typename Use>
-bool PreparedTransformations::prepareAnd(Use use, Transformation &transformation, QString *error)
+bool PreparedTransformations::prepareAnd(Use use, Transformation &transformation,
+                                         ConversionFailure *failure)
 {
     if (PJ *const object = transformation.object.get()) {
         // Where PROJ does not know the reason of a failure, it would tell an earlier one's.
         if (m_functions.proj_errno_reset != nullptr)
             m_functions.proj_errno_reset(object);
         m_hasError = false;
-        return use(object) || failAt(object, error);
+        return use(object) || failAt(object, failure);
     }
     if (transformation.isRefused)
-        return refuse(transformation, error);
+        return refuse(transformation, failure);
     if (!LoadedProj::instance().isLoaded())
-        return fail(error, noLibraryText);
+        return fail(failure, Kind::NotLoaded, noLibraryText);
     if (transformation.isShift && transformation.from.isEmpty())
-        return fail(error, noGridFileText);
+        return fail(failure, Kind::NoGeoidModel, noGridFileText);
 
     create(transformation);
     PJ *const object = transformation.object.get();
     if (object == nullptr)
-        return refuse(transformation, error);
-    return use(object) || failAt(object, error);
+        return refuse(transformation, failure);
+    return use(object) || failAt(object, failure);
 }
 
 bool PreparedTransformations::prepareAndConvert(Transformation &transformation, const Pos &from,
-                                                Pos &to, QString *error)
+                                                Pos &to, ConversionFailure *failure)
 {
     return prepareAnd([&](PJ *object) { return transform(m_functions, object, from, to); },
-                      transformation, error);
+                      transformation, failure);
 }
 
 bool PreparedTransformations::prepareAndShift(Transformation &transformation,
-                                              const stLongLatH &point, double &diff, QString *error)
+                                              const stLongLatH &point, double &diff,
+                                              ConversionFailure *failure)
 {
     return prepareAnd([&](PJ *object) { return separation(m_functions, object, point, diff); },
-                      transformation, error);
+                      transformation, failure);
 }
 
 void PreparedTransformations::beforeUnload()
@@ -95,18 +99,19 @@ void PreparedTransformations::createWith(Transformation &transformation, ProjMes
             : createConversion(context, transformation.from, transformation.to, messages);
 }
 
-bool PreparedTransformations::refuse(Transformation &transformation, QString *error)
+bool PreparedTransformations::refuse(Transformation &transformation, ConversionFailure *failure)
 {
     transformation.isRefused = true;
     m_hasError = true;
-    return fail(error, transformation.isShift ? geoidModelFailedText : errorFormatText);
+    return transformation.isShift ? fail(failure, Kind::BadGeoidModel, geoidModelFailedText)
+                                  : fail(failure, Kind::RefusedDefinition, errorFormatText);
 }
 
-bool PreparedTransformations::failAt(const PJ *transformation, QString *error)
+bool PreparedTransformations::failAt(const PJ *transformation, ConversionFailure *failure)
 {
     m_hasError = true;
-    if (error != nullptr)
-        *error = failureText(transformation);
+    if (failure != nullptr)
+        *failure = {Kind::NoResult, failureText(transformation)};
     return false;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <KelStd/proj/ConversionFailure.h>
 #include <KelStd/proj/Transformation.h>
 
 #include <vector>
@@ -28,24 +29,24 @@ public:
     Index addShift(const QString &gridFile, ShiftDirection direction);
 
     /// As `ProjLib::ConvertPosList` for one position: the same result and the same text. `to`,
-    /// which may be `from`, is untouched by a failure, `error` (which may be null) by a success.
-    bool convert(Index conversion, const Pos &from, Pos &to, QString *error)
+    /// which may be `from`, is untouched by a failure, `failure` (which may be null) by a success.
+    bool convert(Index conversion, const Pos &from, Pos &to, ConversionFailure *failure)
     {
         Transformation &transformation = m_transformations[conversion];
         if (!isReady(transformation))
-            return prepareAndConvert(transformation, from, to, error);
+            return prepareAndConvert(transformation, from, to, failure);
         PJ *const object = transformation.object.get();
-        return transform(m_functions, object, from, to) || failAt(object, error);
+        return transform(m_functions, object, from, to) || failAt(object, failure);
     }
 
     /// As `ProjLib::Calc_geoid_diff` and its inverse; a failure leaves `diff` untouched.
-    bool shift(Index shift, const stLongLatH &point, double &diff, QString *error)
+    bool shift(Index shift, const stLongLatH &point, double &diff, ConversionFailure *failure)
     {
         Transformation &transformation = m_transformations[shift];
         if (!isReady(transformation))
-            return prepareAndShift(transformation, point, diff, error);
+            return prepareAndShift(transformation, point, diff, failure);
         PJ *const object = transformation.object.get();
-        return separation(m_functions, object, point, diff) || failAt(object, error);
+        return separation(m_functions, object, point, diff) || failAt(object, failure);
     }
 
 private:
@@ -66,15 +67,15 @@ private:
         return transformation.object != nullptr && !m_hasError;
     }
     bool prepareAndConvert(Transformation &transformation, const Pos &from, Pos &to,
-                           QString *error);
+                           ConversionFailure *failure);
     bool prepareAndShift(Transformation &transformation, const stLongLatH &point, double &diff,
-                         QString *error);
+                         ConversionFailure *failure);
     template <typename Use>
-    bool prepareAnd(Use use, Transformation &transformation, QString *error);
+    bool prepareAnd(Use use, Transformation &transformation, ConversionFailure *failure);
     void create(Transformation &transformation);
     void createWith(Transformation &transformation, ProjMessages &messages);
-    bool refuse(Transformation &transformation, QString *error);
-    bool failAt(const PJ *transformation, QString *error);
+    bool refuse(Transformation &transformation, ConversionFailure *failure);
+    bool failAt(const PJ *transformation, ConversionFailure *failure);
 
     const ProjFunctions &m_functions; ///< those of whatever library is loaded
     std::vector<Transformation> m_transformations;

@@ -108,6 +108,7 @@ TEST_F(ConfiguredAxis, InAUnitThatIsNoLengthFailsABuilderWithTheSameText)
         builder.make(LocationBuilder::Frame::Wgs84Geographic, &m_position, 1, &location, &outcome),
         0u);
     EXPECT_FALSE(outcome.isMade);
+    EXPECT_EQ(outcome.failure, ConversionFailureKind::BadSystem);
     EXPECT_EQ(outcome.reason, noLength);
 }
 

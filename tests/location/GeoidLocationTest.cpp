@@ -7,6 +7,7 @@
 #include "support/TemporaryHome.h"
 
 #include <KelStd/io/Coord_IO.h>
+#include <KelStd/location/LocationBuilder.h>
 #include <KelStd/platform/AppConfig.h>
 #include <KelStd/platform/LogLibrary.h>
 #include <KelStd/proj/ProjLib.h>
@@ -344,6 +345,68 @@ TEST_F(GeoidLocation, ModelIsFoundInAHomeThatIsGivenRelatively)
         make(locationOperations[0], Pos::fromLongLatH(3.5, 52.0, 45.0), withModel("egm96_15.gtx"));
     EXPECT_NEAR(location.get_NEH_H(), 45.0 - separationAt(location), micrometre);
     QDir::setCurrent(before);
+}
+
+/// What a builder tells of a position: which height it has, and by a kind why not another.
+struct ToldOutcome
+{
+    const char *name;
+    const char *model;
+    const char *projection; ///< null: the system's own
+    double longitude;
+    bool isMade;
+    LocationBuilder::Height height;
+    ConversionFailureKind failure;
+    double givenHeight = 45.0;
+};
+
+constexpr ToldOutcome toldOutcomes[] = {
+    {"no model is named", "", nullptr, 3.5, true, LocationBuilder::Height::Ellipsoidal,
+     ConversionFailureKind::None},
+    {"the host does not have the model", "absent.gtx", nullptr, 3.5, true,
+     LocationBuilder::Height::Ellipsoidal, ConversionFailureKind::None},
+    {"the model has a value", "small.gtx", nullptr, 3.5, true, LocationBuilder::Height::AboveGeoid,
+     ConversionFailureKind::None},
+    {"the point is off the grid", "small.gtx", nullptr, 9.5, true,
+     LocationBuilder::Height::Ellipsoidal, ConversionFailureKind::NoResult},
+    {"the model is no grid", "broken.gtx", nullptr, 3.5, true, LocationBuilder::Height::Ellipsoidal,
+     ConversionFailureKind::BadGeoidModel},
+    {"the point lies deep below", "", nullptr, 3.5, false, LocationBuilder::Height::Ellipsoidal,
+     ConversionFailureKind::NotOneToOne, -30000.0},
+    {"there is no such projection", "", "nosuch", 3.5, false, LocationBuilder::Height::Ellipsoidal,
+     ConversionFailureKind::RefusedDefinition},
+};
+
+TEST_F(GeoidLocation, BuilderTellsItsHeightAndTheKindOfAFailure)
+{
+    test::writeFile(modelPath("broken.gtx"), QByteArray(1000, 'x'));
+    test::writeFile(modelPath("small.gtx"), test::gtxBytes(test::slopingGrid())); // 50-54 N, 3-7 E
+    for (const ToldOutcome &row : toldOutcomes) {
+        SCOPED_TRACE(row.name);
+        Coord coord = withModel(QString::fromLatin1(row.model));
+        if (row.projection != nullptr)
+            coord.projection.proj4Projection = QString::fromLatin1(row.projection);
+        LocationBuilder builder(coord);
+        builder.requireOneToOne();
+        Location location;
+        LocationBuilder::Outcome outcome;
+        // Another position's outcome is overwritten.
+        builder.make(LocationBuilder::Frame::Wgs84Cartesian, Pos(), location, outcome);
+        EXPECT_EQ(builder.make(LocationBuilder::Frame::Wgs84Geographic,
+                               Pos::fromLongLatH(row.longitude, 52.0, row.givenHeight), location,
+                               outcome),
+                  row.isMade);
+        EXPECT_EQ(outcome.isMade, row.isMade);
+        EXPECT_EQ(outcome.projectedHeight, row.height);
+        EXPECT_EQ(outcome.failure, row.failure) << outcome.reason;
+        EXPECT_EQ(outcome.reason.isEmpty(), row.failure == ConversionFailureKind::None);
+    }
+    LocationBuilder builder(plain);
+    ProjLib::___unloadEnviroment();
+    Location location;
+    LocationBuilder::Outcome outcome;
+    EXPECT_FALSE(builder.make(LocationBuilder::Frame::LocalProjected, Pos(), location, outcome));
+    EXPECT_EQ(outcome.failure, ConversionFailureKind::NotLoaded);
 }
 
 } // namespace
