@@ -185,7 +185,10 @@ bool ColumnChoice::apply(const QStringList &headings, int fields, const InputFor
         if (!mistake.isEmpty())
             return false;
         order.components[static_cast<std::size_t>(i)] = field;
+        order.hasUnit[static_cast<std::size_t>(i)] =
+            !headings.isEmpty() && headingOf(headings.at(field)).unit != nullptr;
     }
+    order.units = fieldsOfUnits(headings);
     for (int field = 0; field < fields; ++field) {
         if (picked.contains(field))
             continue;

@@ -16,35 +16,41 @@ namespace {
 
 constexpr QChar underscore = QLatin1Char('_');
 
+constexpr UnitKind length = UnitKind::Length;
+constexpr UnitKind angle = UnitKind::Angle;
+constexpr UnitKind typedAngle = UnitKind::TypedAngle;
+
 constexpr HeadingUnit unitRows[] = {
-    {u"m meter meters metre metres", "m", Unit_Meter},
-    {u"ft feet foot intl_ft intl_feet international_feet international_foot", "ft", Unit_Foot},
+    {u"m meter meters metre metres", "m", Unit_Meter, length},
+    {u"ft feet foot intl_ft intl_feet international_feet international_foot", "ft", Unit_Foot,
+     length},
     {u"us_ft us_feet us_foot us_survey_ft us_survey_feet us_survey_foot us_sft usft ussft ftus "
      u"ft_us "
      u"sft survey_ft survey_feet survey_foot",
-     "us-ft", Unit_USFoot},
-    {u"mm millimeter millimeters millimetre millimetres", "mm", Unit_None},
-    {u"cm centimeter centimeters centimetre centimetres", "cm", Unit_None},
-    {u"dm decimeter decimeters decimetre decimetres", "dm", Unit_None},
-    {u"km kilometer kilometers kilometre kilometres", "km", Unit_None},
-    {u"in inch inches", "in", Unit_None},
-    {u"yd yard yards", "yd", Unit_None},
-    {u"mi mile miles", "mi", Unit_None},
-    {u"link links lk", "links", Unit_None},
-    {u"chain chains ch", "chains", Unit_None},
-    {u"fathom fathoms", "fathoms", Unit_None},
+     "us-ft", Unit_USFoot, length},
+    {u"mm millimeter millimeters millimetre millimetres", "mm", Unit_None, length},
+    {u"cm centimeter centimeters centimetre centimetres", "cm", Unit_None, length},
+    {u"dm decimeter decimeters decimetre decimetres", "dm", Unit_None, length},
+    {u"km kilometer kilometers kilometre kilometres", "km", Unit_None, length},
+    {u"in inch inches", "in", Unit_None, length},
+    {u"yd yard yards", "yd", Unit_None, length},
+    {u"mi mile miles", "mi", Unit_None, length},
+    {u"link links lk", "links", Unit_None, length},
+    {u"chain chains ch", "chains", Unit_None, length},
+    {u"fathom fathoms", "fathoms", Unit_None, length},
     {u"deg degree degrees dd decimal_degree decimal_degrees degree_north degree_east degrees_north "
      u"degrees_east",
-     "deg", Unit_Degree},
-    {u"rad radian radians", "rad", Unit_None},
-    {u"gon gons grad grads grade grades", "gon", Unit_None},
-    {u"dms deg_min_sec ddmmss", "dms", Unit_None},
-    {u"dm_m ddmm ddm", "degrees and minutes", Unit_None},
-    {u"min minute minutes arcmin arcminute arcminutes", "minutes", Unit_None, true},
-    {u"sec second seconds arcsec arcsecond arcseconds", "seconds", Unit_None, true},
-    {u"mas", "mas", Unit_None, true},
-    {u"' \u2032 \u2019", "minutes or feet", Unit_None, true},
-    {u"'' \" \u2033 \u201D \u2032\u2032 \u2019\u2019", "seconds or inches", Unit_None, true},
+     "deg", Unit_Degree, angle},
+    {u"rad radian radians", "rad", Unit_None, angle},
+    {u"gon gons grad grads grade grades", "gon", Unit_None, angle},
+    {u"dms deg_min_sec ddmmss", "dms", Unit_None, typedAngle},
+    {u"dm_m ddmm ddm", "degrees and minutes", Unit_None, typedAngle},
+    {u"min minute minutes arcmin arcminute arcminutes", "minutes", Unit_None, typedAngle, true},
+    {u"sec second seconds arcsec arcsecond arcseconds", "seconds", Unit_None, typedAngle, true},
+    {u"mas", "mas", Unit_None, typedAngle, true},
+    {u"' \u2032 \u2019", "minutes or feet", Unit_None, typedAngle, true},
+    {u"'' \" \u2033 \u201D \u2032\u2032 \u2019\u2019", "seconds or inches", Unit_None, typedAngle,
+     true},
 };
 
 QStringList wordsIn(const QString &words)
@@ -56,6 +62,8 @@ QStringList wordsIn(const char *words)
 {
     return wordsIn(QString::fromLatin1(words));
 }
+
+} // namespace
 
 const HeadingUnit *unitNamed(const QString &word)
 {
@@ -69,6 +77,8 @@ const HeadingUnit *unitNamed(const QString &word)
     }();
     return units.value(word);
 }
+
+namespace {
 
 /// The words of headings that are long enough to be found at the beginning of another word.
 const QStringList &longWords()
@@ -271,22 +281,32 @@ bool isNamedBy(const InputForm &form, int component, const Heading &heading)
            && wordsIn(column.headerWords).contains(heading.word);
 }
 
+bool isInputUnit(const InputForm &form, int component, const HeadingUnit &unit)
+{
+    return unit.unit == inputUnit(form, component);
+}
+
 bool hasInputUnit(const InputForm &form, int component, const Heading &heading)
 {
-    return heading.unit == nullptr || heading.unit->unit == inputUnit(form, component);
+    return heading.unit == nullptr || isInputUnit(form, component, *heading.unit);
+}
+
+QString lengthUnitHint(const InputForm &form, const HeadingUnit &unit)
+{
+    const QString symbol = unitSymbol(unit.unit);
+    return form.frame == Frame::LocalNEH && findLengthUnit(symbol) != nullptr
+               ? QStringLiteral("; --length-unit %1 reads and prints lengths in it").arg(symbol)
+               : QString();
 }
 
 QString unitMistake(const InputForm &form, int component, const Heading &heading)
 {
     const bool isLength = !isAngle(columnOf(form.frame, component));
     const QString unit = isLength ? unitSymbol(form.lengthUnit) : QStringLiteral("deg");
-    QString text = QStringLiteral("%1 is in %2, but %3 is read in %4")
-                       .arg(quoted(heading.text), QLatin1String(heading.unit->shown),
-                            QLatin1String(columnOf(form.frame, component).label), unit);
-    const QString symbol = unitSymbol(heading.unit->unit);
-    if (isLength && form.frame == Frame::LocalNEH && findLengthUnit(symbol) != nullptr)
-        text += QStringLiteral("; --length-unit %1 reads and prints lengths in it").arg(symbol);
-    return text;
+    return QStringLiteral("%1 is in %2, but %3 is read in %4%5")
+        .arg(quoted(heading.text), QLatin1String(heading.unit->shown),
+             QLatin1String(columnOf(form.frame, component).label), unit,
+             isLength ? lengthUnitHint(form, *heading.unit) : QString());
 }
 
 QStringList wordsFor(const InputForm &form, int component)

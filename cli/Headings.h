@@ -7,12 +7,21 @@
 
 namespace KelStd::cli {
 
+/// What a unit of headings measures.
+enum class UnitKind
+{
+    Length,
+    Angle,      ///< of an angle in one number
+    TypedAngle, ///< degrees with minutes and seconds
+};
+
 /// A unit as headings name it. A new one is a row in Headings.cpp.
 struct HeadingUnit
 {
     const char16_t *words;       ///< blank-separated, as `normalisedHeading` writes them
     const char *shown;           ///< in messages
     EUnit unit;                  ///< Unit_None: no input is read in it
+    UnitKind kind;               ///< what it measures
     bool isPartOfDegree = false; ///< minutes and seconds, which stand beside degrees
 };
 
@@ -32,6 +41,9 @@ QString normalisedHeading(const QString &heading);
 
 Heading headingOf(const QString &text);
 
+/// The unit of that name, as `normalisedHeading` writes it; null when there is none.
+const HeadingUnit *unitNamed(const QString &word);
+
 /// Whether the heading, directly behind that of an angle, is that of its minutes or seconds: "min",
 /// "s" or "'".
 bool isPartOfAngleBefore(const Heading &heading);
@@ -44,6 +56,12 @@ bool isKnown(const Heading &heading);
 
 /// Whether the heading names the component, whatever unit it names.
 bool isNamedBy(const InputForm &form, int component, const Heading &heading);
+
+/// Whether the component is read in the unit.
+bool isInputUnit(const InputForm &form, int component, const HeadingUnit &unit);
+
+/// "; --length-unit us-ft reads and prints lengths in it", where that option is there for the unit.
+QString lengthUnitHint(const InputForm &form, const HeadingUnit &unit);
 
 /// Whether the heading names no unit, or the one in which the component is read.
 bool hasInputUnit(const InputForm &form, int component, const Heading &heading);

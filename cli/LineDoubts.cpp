@@ -17,6 +17,11 @@ bool isAngle(Frame frame, int component)
     return isAngle(columnOf(frame, component));
 }
 
+bool isLongitude(Frame frame, int component)
+{
+    return valueTypeOf(columnOf(frame, component)) == ValueType_Longitude;
+}
+
 /// "12,345" and "12,345,678", which have thousands in groups or, the former, three decimals. A
 /// leading zero is never that of a group.
 bool mayHaveGroups(const QString &field)
@@ -122,6 +127,10 @@ QString loneHemisphere(const SplitLine &line, const FieldOrder &order, Frame fra
 {
     static const QRegularExpression any(QStringLiteral("\\A([NSEW]|north|south|east|west)\\z"),
                                         QRegularExpression::CaseInsensitiveOption);
+    static const QRegularExpression northOrSouth(QStringLiteral("\\A([NS]|north|south)\\z"),
+                                                 QRegularExpression::CaseInsensitiveOption);
+    static const QRegularExpression eastOrWest(QStringLiteral("\\A([EW]|east|west)\\z"),
+                                               QRegularExpression::CaseInsensitiveOption);
     const auto isExtra = [&](int field) {
         const auto &components = order.components;
         return field >= 0 && field < line.fields.size() && field != order.name
@@ -129,12 +138,18 @@ QString loneHemisphere(const SplitLine &line, const FieldOrder &order, Frame fra
     };
     for (int i = 0; i < componentsPerFrame; ++i) {
         const int field = order.components[static_cast<std::size_t>(i)];
-        if (!isAngle(frame, i) || !isExtra(field + 1)
-            || !any.match(line.fields.at(field + 1)).hasMatch())
+        if (!isAngle(frame, i))
             continue;
-        return QStringLiteral("a hemisphere in a column of its own is not read: %1 behind %2; "
+        const bool isBehind = isExtra(field + 1) && any.match(line.fields.at(field + 1)).hasMatch();
+        // In front of an angle a letter of the other direction is a code.
+        const auto &own = isLongitude(frame, i) ? eastOrWest : northOrSouth;
+        if (!isBehind && !(isExtra(field - 1) && own.match(line.fields.at(field - 1)).hasMatch()))
+            continue;
+        return QStringLiteral("a hemisphere in a column of its own is not read: %1 %2 %3; "
                               "write both in one field")
-            .arg(quoted(line.fields.at(field + 1)), quoted(line.fields.at(field)));
+            .arg(quoted(line.fields.at(isBehind ? field + 1 : field - 1)),
+                 isBehind ? QStringLiteral("behind") : QStringLiteral("before"),
+                 quoted(line.fields.at(field)));
     }
     return {};
 }

@@ -132,6 +132,18 @@ QString nameDoubt(const QString &name, const InputForm &form)
         .arg(quoted(name), QLatin1String(columnOf(form.frame, 0).label), whatToAdd(form));
 }
 
+QString laterPairsDoubt(const SplitLine &line, const InputForm &form)
+{
+    const QStringList fields = fieldsOf(line);
+    const bool byCommas = line.separator == QLatin1Char(',');
+    // A northing of six digits is none of decimals.
+    constexpr int maxDecimals = 3;
+    if (byCommas && isWhole(fields.at(1)) && isWhole(fields.at(3))
+        && (fields.at(1).size() > maxDecimals || fields.at(3).size() > maxDecimals))
+        return {};
+    return pairs(fields, byCommas, form);
+}
+
 QString orderDoubt(const SplitLine &line, const FieldOrder &order, const InputForm &form)
 {
     const Frame frame = form.frame;

@@ -34,6 +34,16 @@ inline bool mayBeDecimalNumber(std::string_view name)
            && name.find_first_not_of("+-.0123456789") == std::string_view::npos;
 }
 
+/// Whether the text is a whole number without a sign.
+inline bool isWhole(std::string_view text)
+{
+    return !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
+}
+
+/// Of a later line whose name is a whole number behind other names: empty, or why its four numbers
+/// may be two pairs.
+QString laterPairsDoubt(const SplitLine &line, const InputForm &form);
+
 /// Why that name is refused, and what to add.
 QString nameDoubt(const QString &name, const InputForm &form);
 

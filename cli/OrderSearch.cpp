@@ -2,6 +2,8 @@
 
 #include <cli/Headings.h>
 #include <cli/LineDoubts.h>
+#include <cli/OtherHeadings.h>
+#include <cli/UnitDoubts.h>
 
 #include <QtCore/QRegularExpression>
 
@@ -13,6 +15,9 @@ namespace {
 
 /// Lines of a title and other lines in front of headings.
 constexpr int mostOtherLines = 20;
+
+/// Lines of each kind that are kept; behind them the same is said again.
+constexpr int maxKeptLines = 100;
 
 bool isNumber(const QString &field)
 {
@@ -45,6 +50,13 @@ bool isSentenceOfRemark(const SplitLine &line)
     return isSentence(line) || (line.byBlanks && 2 * countKnown(fields) <= fields.size());
 }
 
+/// A sign with which other programs begin remarks. A "-" may head a column.
+bool isSignOfRemark(const QString &field)
+{
+    static const QRegularExpression sign(QStringLiteral("\\A([%!*@$;]+|//+|--+)\\z"));
+    return sign.match(field).hasMatch();
+}
+
 /// Whether the first field announces headings and is none: "%", "--", "order:" or "fields".
 bool announcesHeadings(const SplitLine &line)
 {
@@ -53,7 +65,8 @@ bool announcesHeadings(const SplitLine &line)
         QStringLiteral("columns"), QStringLiteral("field"),    QStringLiteral("fields"),
         QStringLiteral("header"),  QStringLiteral("headings"), QStringLiteral("heading")};
     const bool isApart = line.byBlanks || line.separator == QLatin1Char('\t');
-    if (!isApart || line.fields.size() <= componentsPerFrame || line.isQuoted.value(0))
+    if (line.fields.isEmpty() || (!isApart && !isSignOfRemark(line.fields.first()))
+        || line.fields.size() <= componentsPerFrame || line.isQuoted.value(0))
         return false;
     const QString &first = line.fields.first();
     const QString word = normalisedHeading(first);
@@ -161,14 +174,56 @@ void OrderSearch::keepRemark(const QString &remark, const SplitLine &line, qint6
     const int fields = headingFields(line).size();
     const bool hasName = fields > componentsPerFrame;
     const FieldOrder usual = plainOrder(componentsPerFrame + (hasName ? 1 : 0));
+    const bool isForeign = areHeadingsOfAnyLanguage(line) && !isSentence(line)
+                           && !lookLikeHeadings(headingFields(line), m_form);
+    if (isForeign && m_words.size() < maxKeptLines)
+        m_words += line.fields;
     const bool hasMoreColumns = fields > usual.fields && !isSentenceOfRemark(line)
                                 && lookLikeHeadings(headingFields(line), m_form);
-    if (m_choice || m_remark.isThere() || !(hasMoreColumns || contradicts(remark, line, usual)))
+    if (m_choice || m_remark.isThere()
+        || !(isForeign || hasMoreColumns || contradicts(remark, line, usual)))
         return;
     m_remark = {lineNumber,
                 QStringLiteral("this remark names other columns or units than %1, or in another "
                                "order, and no headings follow; say the order with %2")
                     .arg(labelsOf(m_form.frame), waysToSayOrder(m_form))};
+}
+
+bool OrderSearch::keepUnits(const QString &text, const SplitLine &line, qint64 lineNumber)
+{
+    const QStringList units = unitsOfLine(line);
+    const bool isNew = std::none_of(m_units.cbegin(), m_units.cend(), [&](const NamedUnits &kept) {
+        return kept.text == text && kept.units == units;
+    });
+    if (isNew && m_units.size() < maxKeptLines && (!units.isEmpty() || saysUnits(text)))
+        m_units += {lineNumber, text, units};
+    return !units.isEmpty();
+}
+
+QString OrderSearch::unitsAgainst(const QString &text, const SplitLine &line,
+                                  const FieldOrder &order, bool &isUnits) const
+{
+    const QStringList units = unitsOfLine(line);
+    isUnits = !units.isEmpty();
+    return isUnits ? unitsMistake(units, order, m_form) : saidUnitMistake(text, order, m_form);
+}
+
+LineMistake OrderSearch::unitsMistakeOf(const FieldOrder &order) const
+{
+    for (const NamedUnits &kept : m_units) {
+        if (!kept.units.isEmpty()) {
+            const QString mistake = unitsMistake(kept.units, order, m_form);
+            if (!mistake.isEmpty())
+                return {kept.line, mistake};
+            continue;
+        }
+        const QString mistake = saidUnitMistake(kept.text, order, m_form);
+        // Headings that stand before the line would be passed over with it.
+        const bool maySkip = !order.hasHeadings || !m_headings || m_headings->line > kept.line;
+        if (!mistake.isEmpty())
+            return {kept.line, maySkip ? withSkipHint(mistake, kept.line) : mistake};
+    }
+    return {};
 }
 
 bool OrderSearch::keepHeadings(const HeadingsLine &headings, LineMistake &mistake)
@@ -238,7 +293,8 @@ LineMistake OrderSearch::mistakeOf(const FieldOrder &order) const
 {
     if (m_other.isThere())
         return otherLines();
-    return order.isPlain ? m_remark : LineMistake();
+    const LineMistake units = unitsMistakeOf(order);
+    return units.isThere() ? units : order.isPlain ? m_remark : LineMistake();
 }
 
 LineMistake OrderSearch::otherLines() const

@@ -8,6 +8,7 @@
 #include <QtCore/QByteArray>
 #include <QtCore/QString>
 #include <QtCore/QStringList>
+#include <QtCore/QVector>
 
 #include <optional>
 
@@ -70,6 +71,18 @@ public:
     /// Keeps what a remark says against the usual order.
     void keepRemark(const QString &remark, const SplitLine &line, qint64 lineNumber);
 
+    /// Keeps the units that a line in front of the positions names, for the order to come: a line
+    /// of units, or else a title or remark. True when it is a line of units.
+    bool keepUnits(const QString &text, const SplitLine &line, qint64 lineNumber);
+
+    /// Why such a line, behind which the order is known, does not go with it; empty when it does or
+    /// names none. `isUnits`: it is a line of units.
+    QString unitsAgainst(const QString &text, const SplitLine &line, const FieldOrder &order,
+                         bool &isUnits) const;
+
+    /// Whether a remark with these fields, in words of another language, was kept.
+    bool hasWords(const QStringList &fields) const { return m_words.contains(fields); }
+
     /// Keeps headings behind a #, or words that may be headings. False with the mistake when they
     /// contradict those before.
     bool keepHeadings(const HeadingsLine &headings, LineMistake &mistake);
@@ -93,6 +106,9 @@ public:
     /// Why no line can be read in that order, after what was kept.
     LineMistake mistakeOf(const FieldOrder &order) const;
 
+    /// The first line that was kept with units in which that order is not read.
+    LineMistake unitsMistakeOf(const FieldOrder &order) const;
+
     /// Why lines that are neither headings nor positions are not passed over.
     LineMistake otherLines() const;
 
@@ -100,11 +116,21 @@ public:
     static QString withSkipHint(const QString &reason, qint64 lines);
 
 private:
+    /// A line that names units.
+    struct NamedUnits
+    {
+        qint64 line = 0;
+        QString text;      ///< of a title or remark
+        QStringList units; ///< of a line of units
+    };
+
     InputForm m_form;
     std::optional<ColumnChoice> m_choice;
     std::optional<HeadingsLine> m_headings;
-    LineMistake m_remark; ///< that contradicts the usual order
-    LineMistake m_other;  ///< the first line of another kind
+    QVector<NamedUnits> m_units;
+    QVector<QStringList> m_words; ///< remarks that may be headings in another language
+    LineMistake m_remark;         ///< that contradicts the usual order
+    LineMistake m_other;          ///< the first line of another kind
     qint64 m_lastOther = 0;
     int m_others = 0;
     qint64 m_numberedFailure = 0; ///< a line with a number for a name that failed

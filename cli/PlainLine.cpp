@@ -55,7 +55,7 @@ bool mayBePiece(std::string_view field)
     return field.find_first_of(signs) != std::string_view::npos || (hasLetter && field.size() == 1);
 }
 
-/// Whether a field behind a component begins as a hemisphere does, in a letter or a word.
+/// Whether a field beside a component begins as a hemisphere does, in a letter or a word.
 bool mayBeHemisphere(std::string_view field)
 {
     constexpr std::string_view letters = "NSEWnsew";
@@ -101,9 +101,11 @@ bool PlainLine::read(std::string_view line, const FieldOrder &order)
     }
     const bool hasOthers = order.fields > componentsPerFrame + (order.name >= 0 ? 1 : 0);
     for (std::size_t i = 0; hasOthers && i < m_components.size(); ++i) {
-        const int next = order.components[i] + 1;
-        if (next < order.fields && next != order.name && mayBeHemisphere(field(next)))
-            return false;
+        for (const int beside : {order.components[i] - 1, order.components[i] + 1}) {
+            if (beside >= 0 && beside < order.fields && beside != order.name
+                && mayBeHemisphere(field(beside)))
+                return false;
+        }
     }
     if (separator != blank)
         return true;

@@ -3,6 +3,7 @@
 #include <cli/Headings.h>
 #include <cli/TypedNumber.h>
 
+#include <QtCore/QRegularExpression>
 #include <QtCore/QVector>
 
 #include <algorithm>
@@ -181,7 +182,9 @@ bool readHeader(const QStringList &fields, const InputForm &form, FieldOrder &or
             return false;
         }
         order.components[static_cast<std::size_t>(i)] = found.first();
+        order.hasUnit[static_cast<std::size_t>(i)] = headings.at(found.first()).unit != nullptr;
     }
+    order.units = fieldsOfUnits(fields);
     mistake = partsOfAngles(form, headings, order);
     if (!mistake.isEmpty())
         return false;
@@ -192,6 +195,19 @@ bool readHeader(const QStringList &fields, const InputForm &form, FieldOrder &or
         }
     }
     return true;
+}
+
+std::vector<int> fieldsOfUnits(const QStringList &headings)
+{
+    static const QRegularExpression unit(
+        QStringLiteral("\\A((h|heights?|lengths?|linear|elevations?|coord|coordinates?|angles?|"
+                       "angular|xyz|horizontal|vertical)_)?(units?|uom)\\z"));
+    std::vector<int> fields;
+    for (int i = 0; i < headings.size(); ++i) {
+        if (unit.match(normalisedHeading(headings.at(i))).hasMatch())
+            fields.push_back(i);
+    }
+    return fields;
 }
 
 bool isNameWord(const QString &word)

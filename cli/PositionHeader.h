@@ -21,6 +21,8 @@ struct FieldOrder
     QStringList carriedHeadings; ///< one for each
     bool isPlain = false;        ///< neither headings nor a choice of columns gave it
     bool hasHeadings = false;    ///< headings gave it
+    std::array<bool, componentsPerFrame> hasUnit{}; ///< whether the heading names its unit
+    std::vector<int> units;                         ///< the fields that hold a unit of the line
     QString doubtfulFirst; ///< the first of these headings if it may be a word of a remark instead
 };
 
@@ -32,6 +34,9 @@ FieldOrder plainOrder(int fields);
 /// needed one that is missing, there twice or in another unit is a `mistake`.
 bool readHeader(const QStringList &fields, const InputForm &form, FieldOrder &order,
                 QString &mistake);
+
+/// The fields that are headed as those of units: "unit", "height_unit".
+std::vector<int> fieldsOfUnits(const QStringList &headings);
 
 /// Whether the fields are headings of positions, of this form or of another: two of them or more
 /// name different components of one frame, whatever their units.

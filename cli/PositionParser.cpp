@@ -4,8 +4,10 @@
 #include <cli/LineBlocks.h>
 #include <cli/LineDoubts.h>
 #include <cli/OrderDoubts.h>
+#include <cli/OtherHeadings.h>
 #include <cli/PlainNumbers.h>
 #include <cli/TypedAngle.h>
+#include <cli/UnitDoubts.h>
 
 #include <KelStd/text/CoordStringHelper.h>
 
@@ -128,6 +130,7 @@ PositionParser::Result PositionParser::parseWithCare(std::string_view bytes, qin
     if (content.startsWith(QLatin1Char('#')))
         return takeComment(content, line.isText ? QString() : line.flaw, bytes);
 
+    m_text = line.text;
     const SplitLine split = splitLine(line.text);
     const QString &mistake = line.flaw.isEmpty() ? split.mistake : line.flaw;
     if (!mistake.isEmpty())
@@ -139,6 +142,10 @@ PositionParser::Result PositionParser::parseWithCare(std::string_view bytes, qin
     if (result == Result::Position)
         return result;
     const HeadingsFound found = m_search.headingsIn(split, false);
+    if (found.kind == HeadingsFound::Kind::None) {
+        if (const auto units = takeUnits(split, QString()))
+            return *units;
+    }
     if (found.kind == HeadingsFound::Kind::None && mayBeOtherHeadings(split)
         && bytes
                != std::string_view(m_headerLine.constData(),
@@ -147,26 +154,23 @@ PositionParser::Result PositionParser::parseWithCare(std::string_view bytes, qin
     return takeHeadings(found, result);
 }
 
-/// Whether a later line may be headings in words that are not known: different words where the
-/// positions have their components. One mark for all that is missing, such as "n/a", is none.
+/// Whether a later line may be headings in words that are not known.
 bool PositionParser::mayBeOtherHeadings(const SplitLine &line) const
 {
-    if (!m_order || line.fields.size() != m_order->fields)
+    if (!m_order)
         return false;
-    QStringList words;
-    for (const int field : m_order->components) {
-        const QString word = line.fields.at(field).toLower();
-        bool isNumber = false; // "nan" and "inf"
-        word.toDouble(&isNumber);
-        const bool hasLetter =
-            std::any_of(word.cbegin(), word.cend(), [](QChar c) { return c.isLetter(); });
-        const bool hasDigit =
-            std::any_of(word.cbegin(), word.cend(), [](QChar c) { return c.isDigit(); });
-        if (isNumber || !hasLetter || hasDigit || words.contains(word))
-            return false;
-        words += word;
-    }
-    return true;
+    return standInPlaceOfComponents(line, *m_order)
+           || (line.fields.size() != m_order->fields && areHeadingsOfAnyLanguage(line));
+}
+
+/// The same of a remark, which may say again what stood in front of the positions.
+bool PositionParser::isRemarkOfOtherOrder(const QString &remark, const SplitLine &line) const
+{
+    if (!isRemarkOfOtherHeadings(remark, line, *m_order) || m_search.hasWords(line.fields)
+        || lookLikeHeadings(headingFields(line), m_form))
+        return false;
+    const DecodedLine headings = decoded(m_headerLine);
+    return splitLine(remarkOf(headings.text.trimmed())).fields != line.fields;
 }
 
 PositionParser::Result PositionParser::takeOtherHeadings()
@@ -175,9 +179,27 @@ PositionParser::Result PositionParser::takeOtherHeadings()
         {m_lineNumber,
          QStringLiteral("words stand in place of %1: these may be headings that give "
                         "another order than line %2; put the files through one by one, "
-                        "or a # before a line that is none")
+                        "or take out a line that is none")
              .arg(labelsOf(m_form.frame))
              .arg(m_orderLine)});
+}
+
+/// A line of units is passed over when they are those that are read, and so is a remark `text`.
+/// Nothing where the line is none of units and no remark that contradicts.
+std::optional<PositionParser::Result> PositionParser::takeUnits(const SplitLine &line,
+                                                                const QString &text)
+{
+    if (!m_order)
+        return m_search.keepUnits(text, line, m_lineNumber) ? std::optional(Result::Nothing)
+                                                            : std::nullopt;
+    bool isUnits = false;
+    const QString mistake = m_search.unitsAgainst(text, line, *m_order, isUnits);
+    if (mistake.isEmpty() && !isUnits)
+        return std::nullopt;
+    if (!mistake.isEmpty())
+        return badHeader({m_lineNumber, mistake});
+    m_reason.clear();
+    return Result::Nothing;
 }
 
 /// A later line that is no position: headings that agree are passed over.
@@ -210,6 +232,10 @@ PositionParser::Result PositionParser::takeComment(const QString &content, const
     const HeadingsFound found = m_search.headingsIn(split, true);
     if (found.kind == HeadingsFound::Kind::Mistake)
         return badHeader({m_lineNumber, found.mistake});
+    if (found.kind == HeadingsFound::Kind::None) {
+        if (const auto units = takeUnits(split, remark))
+            return *units;
+    }
     if (m_order) {
         if (found.kind == HeadingsFound::Kind::Order)
             return takeHeadings(found, Result::Nothing);
@@ -218,6 +244,8 @@ PositionParser::Result PositionParser::takeComment(const QString &content, const
                 {m_lineNumber, QStringLiteral("these headings do not give the order of line %1")
                                    .arg(m_orderLine)});
         }
+        if (found.kind == HeadingsFound::Kind::None && isRemarkOfOtherOrder(remark, split))
+            return takeOtherHeadings();
     } else if (found.kind == HeadingsFound::Kind::Order) {
         LineMistake mistake;
         if (!m_search.keepHeadings({found.order, m_lineNumber, copyOf(bytes), true}, mistake))
@@ -235,6 +263,10 @@ PositionParser::Result PositionParser::takeUnreadable(const SplitLine &line, con
 {
     const HeadingsFound found = m_search.headingsIn(line, false);
     const bool isHeadings = found.kind != HeadingsFound::Kind::None;
+    if (isSplit && !isHeadings) {
+        if (const auto units = takeUnits(line, QString()))
+            return *units;
+    }
     // Columns that are carried through keep their headings, which are damaged.
     if (isSplit && !m_choice && found.kind == HeadingsFound::Kind::Order)
         return m_order ? takeHeadings(found, Result::Nothing)
@@ -244,7 +276,7 @@ PositionParser::Result PositionParser::takeUnreadable(const SplitLine &line, con
     const QString reason = isHeadings || !holdsNumber(line)
                                ? QStringLiteral("the header cannot be read: %1").arg(mistake)
                                : noPosition(mistake);
-    return isHeadings ? badHeader({m_lineNumber, reason}) : takeOther(reason);
+    return isHeadings ? badHeader({m_lineNumber, reason}) : takeOther(line, reason);
 }
 
 /// A line in front of all positions that is neither headings nor one of them: a title, perhaps.
@@ -255,6 +287,13 @@ PositionParser::Result PositionParser::takeOther(const QString &reason)
                                                       : badHeader(m_search.otherLines());
 }
 
+/// The same of a line that may say in which units the positions are.
+PositionParser::Result PositionParser::takeOther(const SplitLine &line, const QString &reason)
+{
+    m_search.keepUnits(m_text, line, m_lineNumber);
+    return takeOther(reason);
+}
+
 /// A line in front of all positions.
 PositionParser::Result PositionParser::takeOpening(const SplitLine &line, std::string_view bytes)
 {
@@ -263,6 +302,8 @@ PositionParser::Result PositionParser::takeOpening(const SplitLine &line, std::s
         return badHeader({m_lineNumber, found.mistake});
     if (found.kind == HeadingsFound::Kind::Order)
         return takeSureHeadings(found.order, bytes);
+    if (const auto units = takeUnits(line, QString()))
+        return *units;
 
     const bool isWords = !holdsNumber(line) && !holdsTypedValue(line);
     QString reason = found.mistake;
@@ -292,7 +333,7 @@ PositionParser::Result PositionParser::takeOpening(const SplitLine &line, std::s
         if (!m_choice || !m_choice->hasHeadings())
             reason = noPosition(reason);
     }
-    return takeOther(reason);
+    return takeOther(line, reason);
 }
 
 /// The first position, in an order that is not yet decided; Nothing, with the reason, when the line
@@ -337,6 +378,7 @@ PositionParser::Result PositionParser::takeFirstPosition(const SplitLine &line,
         decide(headings->order, headings->line, headings->bytes);
     else
         decide(order, m_lineNumber, {});
+    m_hasWordsForNames = m_order->isPlain && m_order->name >= 0 && !isWhole(m_name);
     return result;
 }
 
@@ -345,6 +387,9 @@ PositionParser::Result PositionParser::takeSureHeadings(const FieldOrder &order,
 {
     LineMistake mistake;
     if (!m_search.keepHeadings({order, m_lineNumber, copyOf(bytes), true}, mistake))
+        return badHeader(mistake);
+    mistake = m_search.unitsMistakeOf(order);
+    if (mistake.isThere())
         return badHeader(mistake);
     decide(order, m_lineNumber, copyOf(bytes));
     return Result::Nothing;
@@ -355,6 +400,13 @@ void PositionParser::decide(const FieldOrder &order, qint64 line, const QByteArr
     m_order = order;
     m_orderLine = line;
     m_headerLine = headerLine;
+}
+
+/// Whether a name that is a whole number would be unlike that of the line that decided the order:
+/// then it may be the first number of a pair.
+bool PositionParser::mayBePair(std::string_view name) const
+{
+    return m_hasWordsForNames && isWhole(name);
 }
 
 bool PositionParser::finish()
@@ -385,6 +437,8 @@ PositionParser::Result PositionParser::readFields(const SplitLine &line, const F
     QString mistake = tornAngle(line, order, m_form.frame);
     if (mistake.isEmpty())
         mistake = loneHemisphere(line, order, m_form.frame);
+    if (mistake.isEmpty())
+        mistake = unitFieldMistake(line, order, m_form);
     if (!mistake.isEmpty())
         return bad(mistake);
     const auto mark = decimalMarkOf(line, order, m_form.frame, mistake);
@@ -409,6 +463,11 @@ PositionParser::Result PositionParser::readFields(const SplitLine &line, const F
                                  : withDecimalPoint(line.fields.at(0), DecimalMark::Comma);
         if (mayBeDecimalNumber(name.toStdString()) && isOtherNumber(name))
             return bad(nameDoubt(name, m_form));
+        if (mayBePair(line.fields.at(0).toStdString())) {
+            const QString doubt = laterPairsDoubt(line, m_form);
+            if (!doubt.isEmpty())
+                return bad(doubt);
+        }
     }
     keepTexts(line, order);
     m_position = rowOf(m_form.frame).position(components[0], components[1], components[2]);
@@ -452,8 +511,12 @@ bool PositionParser::readPlain(std::string_view line)
     if (!mayBeHeight(components.back(), m_form.frame, *m_order))
         return false;
     m_name = m_order->name >= 0 ? m_plain.field(m_order->name) : std::string_view();
-    if (m_order->isPlain && mayBeDecimalNumber(m_name))
+    if (m_order->isPlain && (mayBeDecimalNumber(m_name) || mayBePair(m_name)))
         return false;
+    for (const int field : m_order->units) {
+        if (m_plain.field(field) != "m" || m_form.lengthUnit != Unit_Meter)
+            return false;
+    }
     m_carried.clear();
     for (const int field : m_order->carried)
         m_carried.push_back(m_plain.field(field));

@@ -98,11 +98,15 @@ private:
     Result takeUnreadable(const SplitLine &line, const QString &mistake, bool isSplit,
                           std::string_view bytes);
     Result takeOther(const QString &reason);
+    Result takeOther(const SplitLine &line, const QString &reason);
     Result takeOpening(const SplitLine &line, std::string_view bytes);
+    std::optional<Result> takeUnits(const SplitLine &line, const QString &text);
     Result takeFirstPosition(const SplitLine &line, const FieldOrder &order);
     Result takeSureHeadings(const FieldOrder &order, std::string_view bytes);
     Result takeHeadings(const HeadingsFound &found, Result otherwise);
     bool mayBeOtherHeadings(const SplitLine &line) const;
+    bool isRemarkOfOtherOrder(const QString &remark, const SplitLine &line) const;
+    bool mayBePair(std::string_view name) const;
     Result takeOtherHeadings();
     void decide(const FieldOrder &order, qint64 line, const QByteArray &headerLine);
     Result readFields(const SplitLine &line, const FieldOrder &order);
@@ -120,10 +124,12 @@ private:
     std::optional<FieldOrder> m_order;
     qint64 m_skippedLines = 0;
     qint64 m_lineNumber = 0;
-    qint64 m_orderLine = 0; ///< the line that decided the order
+    qint64 m_orderLine = 0;          ///< the line that decided the order
+    bool m_hasWordsForNames = false; ///< the line that decided the plain order has no number
     QByteArray m_headerLine;
     QString m_reason;
     qint64 m_reasonLine = 0;
+    QString m_text; ///< of the line that is read with care
     PlainLine m_plain;
     std::vector<QByteArray>
         m_texts; ///< what `m_name` and `m_carried` look at unless it is the line

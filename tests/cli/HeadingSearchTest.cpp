@@ -210,12 +210,16 @@ INSTANTIATE_TEST_SUITE_P(
 TEST(HeadingSearch, SignsAndWordsBeforeHeadingsHeadNoColumn)
 {
     for (const char *before :
-         {"%", "!", "*", "@", "--", "//", "order:", "Format:", "Columns:", "fields:", "%\t",
-          "# order:", "# Format:", "# %", "# fields", "units:"}) {
+         {"%",        "!",        "*",       "@",   "--",       "//",        "order:",
+          "Format:",  "Columns:", "fields:", "%\t", "# order:", "# Format:", "# %",
+          "# fields", "units:",   "%,",      "!;",  "# %,",     "//;",       "*,"}) {
         SCOPED_TRACE(before);
-        const bool isTabbed = QByteArray(before).endsWith('\t');
-        const QByteArray headings =
-            before + QByteArray(isTabbed ? "lat\tlon\th\n" : " lat lon h\n");
+        const char last = QByteArray(before).back();
+        const QByteArray headings = before
+                                    + QByteArray(last == '\t'  ? "lat\tlon\th\n"
+                                                 : last == ',' ? "lat,lon,h\n"
+                                                 : last == ';' ? "lat;lon;h\n"
+                                                               : " lat lon h\n");
         const ParsedInput plain = parsed(parserFor(Frame::Wgs84LLH), headings + "52.5 5.25 40\n");
         EXPECT_EQ(plain.end, QString());
         EXPECT_EQ(plain.positions, (std::vector<Pos>{Pos::fromLongLatH(5.25, 52.5, 40)}));
@@ -240,7 +244,8 @@ TEST(HeadingSearch, OtherFirstWordsHeadTheirColumn)
     for (const char *headings :
          {"name lat lon h\n", "name: lat: lon: h:\n", "site lat lon h\n", "# site lat lon h\n",
           "# nr lat lon h\n", "\xE2\x84\x96 lat lon h\n", "point: lat lon h\n",
-          "\"\" \"lat\" \"lon\" \"h\"\n", "%,lat,lon,h\n", "% name lat lon h\n"}) {
+          "\"\" \"lat\" \"lon\" \"h\"\n", "% name lat lon h\n", "%,name,lat,lon,h\n",
+          "-,lat,lon,h\n", "#,lat,lon,h\n"}) {
         SCOPED_TRACE(headings);
         const ParsedInput all =
             parsed(parserFor(Frame::Wgs84LLH), QByteArray(headings) + "7 52.5 5.25 40\n");
@@ -290,6 +295,65 @@ TEST(HeadingSearch, OtherLinesWithoutNumbersFailAlone)
                                      "52.5,5.25,40\n");
     EXPECT_EQ(again.end, QString());
     EXPECT_EQ(again.positions.size(), 2U);
+}
+
+/// As where a file in another language, whose headings are remarks, stands behind one.
+TEST(HeadingSearch, RemarksInWordsOfHeadingsOfAnyLanguageEndTheRun)
+{
+    for (const char *words :
+         {"# rechtswert,hochwert,hoehe\n", "# Punkt;Rechts;Hoch;H\xC3\xB6he;Code\n",
+          "# Pkt Ost Nord H\xC3\xB6he\n", "#Punkt\tBreite [m]\tL\xC3\xA4nge [m]\n",
+          "Pkt;Rechts;Hoch;H\xC3\xB6he;Code\n", "# nom,est,nord,altitude\n"}) {
+        SCOPED_TRACE(words);
+        const QByteArray line = "A,463000,155000,40\n";
+        const ParsedInput later = parsed(parserFor(Frame::LocalNEH), line + words + line);
+        EXPECT_TRUE(later.end.startsWith(QLatin1String("2: words stand in place of northing")))
+            << later.end;
+        EXPECT_EQ(later.positions.size(), 1U);
+        EXPECT_TRUE(later.failures.empty());
+        const ParsedInput first = parsed(parserFor(Frame::LocalNEH), words + line);
+        EXPECT_TRUE(first.end.startsWith(QLatin1String("1: "))) << first.end;
+        EXPECT_TRUE(first.positions.empty());
+    }
+    // In as many words as there are fields, whatever they are.
+    EXPECT_THAT(
+        parsed(parserFor(Frame::LocalNEH), "463000,155000,40\n#b,a,c\n155000,463000,40\n").end,
+        Mentions("2: words stand in place of northing, easting, height"));
+    // Known from the first lines, or from --columns.
+    for (const char *columns : {"2,3,4", "1,2,3,4"}) {
+        const ParsedInput again =
+            parsed(parserFor(Frame::LocalNEH, columns),
+                   "# Pkt,Hoch,Rechts,Z\nA,463000,155000,40\n# Pkt,Hoch,Rechts,Z\n"
+                   "B,463000,155000,41\n");
+        EXPECT_EQ(again.end, QString());
+        EXPECT_EQ(again.positions.size(), 2U);
+    }
+    const ParsedInput picked = parsed(parserFor(Frame::LocalNEH, "1,2,3"),
+                                      "hoch,rechts,oben\n463000,155000,40\n# hoch,rechts,oben\n"
+                                      "463000,155000,41\n");
+    EXPECT_EQ(picked.end, QString());
+    EXPECT_EQ(picked.positions.size(), 2U);
+}
+
+TEST(HeadingSearch, SentencesFurtherDownArePassedOver)
+{
+    for (const char *remark :
+         {"# second session, after lunch\n", "# cloudy, windy, cold\n", "# north\n",
+          "# north, then east\n", "# from the north wall to the east wall\n", "# b a c\n",
+          "# h\xC3\xB6her als sonst\n", "# est il tard\n", "# a,b\n", "# Leica,TPS,1200\n",
+          "# n/a,n/a,n/a\n", "#------\n", "#\n", "# P2 was moved, y is old, x is new\n",
+          "# checked; Miller; Monday\n", "# nord ost, von der Mauer\n"}) {
+        SCOPED_TRACE(remark);
+        const ParsedInput all =
+            parsed(parserFor(Frame::LocalNEH),
+                   QByteArray("463000,155000,40\n") + remark + "463000,155000,41\n");
+        EXPECT_EQ(all.end, QString());
+        EXPECT_EQ(all.positions.size(), 2U);
+        const ParsedInput first =
+            parsed(parserFor(Frame::LocalNEH), QByteArray(remark) + "463000,155000,41\n");
+        EXPECT_EQ(first.end, QString());
+        EXPECT_EQ(first.positions.size(), 1U);
+    }
 }
 
 /// What must not be taken for headings, and headings that say the same again.

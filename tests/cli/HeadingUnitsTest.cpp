@@ -252,6 +252,194 @@ TEST(HeadingUnits, OtherColumnsBesideAnglesAndSignsOfDegreesAreNoMinutes)
     }
 }
 
+struct Said
+{
+    Frame frame;
+    const char *columns;
+    QByteArray input;
+    const char *end; ///< empty: one position is read
+};
+
+void expectSaid(const Said &row)
+{
+    SCOPED_TRACE(row.input.toStdString() + row.columns);
+    const ParsedInput all = parsed(parserFor(row.frame, row.columns), row.input);
+    if (*row.end == '\0') {
+        EXPECT_EQ(all.end, QString());
+        EXPECT_TRUE(all.failures.empty()) << all.failures.front();
+        EXPECT_EQ(all.positions.size(), 1U);
+        return;
+    }
+    EXPECT_TRUE(all.positions.empty());
+    EXPECT_TRUE(all.failures.empty()) << all.failures.front();
+    EXPECT_TRUE(all.end.startsWith(QString::fromUtf8(row.end))) << all.end;
+}
+
+/// 50 gon are 45 degrees: read as degrees the point would lie elsewhere, without a word.
+TEST(HeadingUnits, OfALineOfTheirOwnAreThoseOfItsColumns)
+{
+    constexpr Frame llh = Frame::Wgs84LLH;
+    constexpr Frame neh = Frame::LocalNEH;
+    const Said rows[] = {
+        {llh, "", "lat,lon,h\n[gon],[gon],[m]\n58,6,40\n",
+         "2: \"[gon]\" is in gon, but longitude is read in deg"},
+        {llh, "", "lat,lon,h\n# [deg],[deg],[ft]\n58,6,40\n",
+         "2: \"[ft]\" is in ft, but height is read in m"},
+        {llh, "", "lat lon h\n(deg) (deg) (US survey feet)\n58 6 40\n",
+         "2: \"(US survey feet)\" is in us-ft, but height is read in m"},
+        {llh, "", "lat,lon,h\ndeg,deg,ft\n58,6,40\n", "2: \"ft\" is in ft"},
+        {llh, "", "name;lat;lon;h\n;deg;deg;ft\nA;58;6;40\n", "2: \"ft\" is in ft"},
+        {llh, "", "# [deg],[deg],[ft]\nlat,lon,h\n58,6,40\n", "1: \"[ft]\" is in ft"},
+        {llh, "", "# units: deg deg ft\n58 6 40\n", "1: \"ft\" is in ft"},
+        {llh, "", "[rad],[rad],[m]\n0.9,0.1,40\n", "1: \"[rad]\" is in rad"},
+        {llh, "", "# (rad) (rad) (m)\nA 0.9 0.1 40\n", "1: \"(rad)\" is in rad"},
+        {llh, "", "# lat,lon,h\n[gon],[gon],[m]\n58,6,40\n", "2: \"[gon]\" is in gon"},
+        {llh, "2,1,3", "[gon],[gon],[m]\n58,6,40\n", "1: \"[gon]\" is in gon"},
+        {llh, "2,1,3", "hoch,rechts,oben\n[deg],[deg],[ft]\n58,6,40\n", "2: \"[ft]\" is in ft"},
+        {llh, "b,a,c", "a;b;c;d\ndeg;deg;ft;m\n58;6;40;7\n", "2: \"ft\" is in ft"},
+        {neh, "", "n,e,h\nm,m,ft\n465682.96,183928.88,40\n",
+         "2: \"ft\" is in ft, but height is read in m; --length-unit ft reads"},
+        {neh, "", "n,e,h\n[km],[km],[m]\n465.6,183.9,40\n", "2: \"[km]\" is in km"},
+        {neh, "", "# ft,ft\nn,e,h\n465682.96,183928.88,40\n", "1: \"ft\" is in ft"},
+        {llh, "", "lat,lon,h\n[deg],[deg],[m]\n58,6,40\n", ""},
+        {llh, "", "lat,lon,h\n# [\xC2\xB0],[\xC2\xB0],[m]\n58,6,40\n", ""},
+        {llh, "", "lat lon h\n(deg) (decimal degrees) (m)\n58 6 40\n", ""},
+        {llh, "", "deg,deg,m\n58,6,40\n", ""},
+        {llh, "", "id,lat,lon,h,dist\n-,deg,deg,m,km\nA,58,6,40,7\n", ""},
+        {llh, "", "# units: degrees, degrees, metres\nA,58,6,40\n", ""},
+        {llh, "2,1,3", "hoch,rechts,oben\n[deg],[deg],[m]\n58,6,40\n", ""},
+        {neh, "", "n,e,h\n[m],[m],[m]\n465682.96,183928.88,40\n", ""},
+        {neh, "", "# in m\n465682.96,183928.88,40\n", ""},
+    };
+    for (const Said &row : rows)
+        expectSaid(row);
+    const ParsedInput again =
+        parsed(parserFor(llh), "lon,lat,h\n[deg],[deg],[m]\n5,52,1\n[deg],[deg],[m]\n5,53,1\n"
+                               "# [gon],[gon],[m]\n5,54,1\n");
+    EXPECT_EQ(again.positions.size(), 2U);
+    EXPECT_TRUE(again.failures.empty());
+    EXPECT_TRUE(again.end.startsWith(QLatin1String("6: \"[gon]\" is in gon"))) << again.end;
+}
+
+TEST(HeadingUnits, InTitlesAndRemarksAreNotPassedOver)
+{
+    constexpr Frame llh = Frame::Wgs84LLH;
+    constexpr Frame xyz = Frame::Wgs84XYZ;
+    constexpr Frame neh = Frame::LocalNEH;
+    struct Text
+    {
+        Frame frame;
+        const char *text;
+        const char *mistake; ///< empty: none
+    };
+    const Text rows[] = {
+        {neh, "All lengths in feet", "says \"lengths in feet\", but northing is read in m"},
+        {neh, "Units: US survey feet", "--length-unit us-ft reads and prints lengths in it"},
+        {neh, "Job 12, linear units = ft", "says \"units ft\""},
+        {neh, "coordinates in km", "says \"coordinates in km\""},
+        {neh, "Northing and easting are given in cm.", "but northing is read in m"},
+        {neh, "US survey feet", "says \"US survey feet\""},
+        {neh, "in feet", "says \"in feet\""},
+        {neh, "ALL COORDINATES IN FEET ABOVE DATUM", "says \"COORDINATES IN FEET\""},
+        {xyz, "positions, units mm", "but X is read in m"},
+        {llh, "coordinates in gon", "says \"coordinates in gon\", but longitude is read in deg"},
+        {llh, "Latitude and longitude in radians, height in m", "longitude is read in deg"},
+        {llh, "angular units: grad", "longitude is read in deg"},
+        {llh, "Ellipsoidal heights in ft", "but height is read in m"},
+        {llh, "lat/lon in decimal degrees; heights above the ellipsoid in feet (surveyed)",
+         "but height is read in m"},
+        {llh, "height unit: foot", "but height is read in m"},
+        {llh, "Site in Foot Lane", ""},
+        {llh, "Heights in Foot Lane", ""},
+        {llh, "Longitude and latitude in degrees, heights in metres", ""},
+        {llh, "Units: degrees and metres", ""},
+        {llh, "antenna heights in mm", ""},
+        {llh, "the height of the wall is three feet", ""},
+        {llh, "set up on foot, at two chains from the gate", ""},
+        {llh, "the unit of Mr Grad", ""},
+        {llh, "Coordinates in decimal degrees", ""},
+        {llh, "latitudes as degrees minutes seconds", ""},
+        {llh, "links", ""},
+        {neh, "all units: metres", ""},
+        {neh, "angles in gon, coordinates in metres", ""},
+        {neh, "in", ""},
+    };
+    for (const Text &row : rows) {
+        const QByteArray headings = row.frame == llh   ? "lon,lat,h\n"
+                                    : row.frame == xyz ? "x,y,z\n"
+                                                       : "n,e,h\n";
+        const QByteArray text = row.text + QByteArray("\n");
+        for (const QByteArray &lines : {text + headings, "# " + text + headings,
+                                        headings + "# " + text, "# " + text, "# b\n## " + text}) {
+            SCOPED_TRACE(lines.toStdString());
+            const ParsedInput all = parsed(parserFor(row.frame), lines + "5,52,40\n");
+            if (*row.mistake == '\0') {
+                EXPECT_EQ(all.end, QString());
+                EXPECT_EQ(all.positions.size(), 1U);
+                continue;
+            }
+            EXPECT_TRUE(all.positions.empty());
+            EXPECT_THAT(all.end, Mentions("the line says "));
+            EXPECT_THAT(all.end, Mentions(row.mistake));
+        }
+    }
+    // Passed over with --skip, unless the headings stand in front of it.
+    EXPECT_THAT(parsed(parserFor(llh), "# b\n# heights in ft\nlat,lon,h\n52,5,40\n").end,
+                Mentions("2: the line says \"heights in ft\", but height is read in m; --skip 2 "));
+    EXPECT_FALSE(parsed(parserFor(llh), "# lat,lon,h\n# heights in ft\n52,5,40\n")
+                     .end.contains(QLatin1String("--skip")));
+    EXPECT_EQ(parsed(parserFor(llh, "", 1), "# heights in ft\n5,52,40\n").positions.size(), 1U);
+    // Headings say more than a title.
+    EXPECT_EQ(parsed(parserFor(llh), "Heights in feet\nlat,lon,h_m,h_ft\n52,5,40,131\n").end,
+              QString());
+    EXPECT_EQ(parsed(parserFor(InputForm(neh, InputHeight::OfFrame, Unit_USFoot)),
+                     "# Units: US survey feet\n3937,7874,39.37\n")
+                  .positions.size(),
+              1U);
+    EXPECT_THAT(parsed(parserFor(InputForm(neh, InputHeight::OfFrame, Unit_USFoot)),
+                       "# lengths in metres\n3937,7874,39.37\n")
+                    .end,
+                Mentions("but northing is read in us-ft"));
+}
+
+TEST(HeadingUnits, AColumnOfUnitsIsHeldAgainstTheOneThatIsRead)
+{
+    constexpr Frame llh = Frame::Wgs84LLH;
+    struct Row
+    {
+        InputForm form;
+        const char *columns;
+        const char *headings;
+        const char *good;
+        const char *bad;
+    };
+    const Row rows[] = {
+        {llh, "", "lon,lat,h,unit\n", "5,52,40,m\n", "5,52,40,ft\n"},
+        {llh, "", "lon,lat,h,UNITS\n", "5,52,40,metres\n", "5,52,40,US ft\n"},
+        {llh, "", "uom;lon;lat;h\n", ";5;52;40\n", "mm;5;52;40\n"},
+        {llh, "", "lon,lat,h,height_unit\n", "5,52,40,pcs\n", "5,52,40,[ft]\n"},
+        {llh, "", "lon lat h angle_unit\n", "5 52 40 deg\n", "5 52 40 gon\n"},
+        {llh, "lon,lat,h", "lon,lat,h,unit\n", "5,52,40,m\n", "5,52,40,ft\n"},
+        {llh, "1,2,3", "lon,lat,h,unit\n", "5,52,40,m\n", "5,52,40,\"ft\"\n"},
+        {{Frame::LocalNEH, InputHeight::OfFrame, Unit_Foot},
+         "",
+         "n,e,h,unit\n",
+         "5,52,40,ft\n",
+         "5,52,40,m\n"},
+        {Frame::Wgs84XYZ, "", "x,y,z,unit\n", "5,52,40,m\n", "5,52,40,km\n"},
+    };
+    for (const Row &row : rows) {
+        SCOPED_TRACE(testing::Message() << row.headings << row.columns);
+        const ParsedInput all = parsed(parserFor(row.form, row.columns),
+                                       QByteArray(row.headings) + row.good + row.bad + row.good);
+        EXPECT_EQ(all.end, QString());
+        EXPECT_EQ(all.positions.size(), 2U);
+        ASSERT_EQ(all.failures.size(), 1U);
+        EXPECT_THAT(all.failures.front(), Mentions("3: the line's unit is "));
+    }
+    EXPECT_EQ(parsed(parserFor(llh), "lon,lat,h,unit_price\n5,52,40,ft\n").positions.size(), 1U);
+}
+
 const QString system = QStringLiteral("rd_new.xml");
 
 QStringList plane(const QStringList &more)

@@ -166,6 +166,12 @@ TEST(LoneHemispheres, BesideAnglesAreRefused)
         {"lat,NS,lon,EW,h\n", "3,1,5", "33.9,S,151.2,E,40\n", "33.9,,151.2,,40\n"},
         {"", "3,1,5", "33.9,S,151.2,E,40\n", "33.9,,151.2,,40\n"},
         {"", "3,1,5", "33.9\tS\t151.2\tE\t40\n", "33.9\t\t151.2\t\t40\n"},
+        {"NS,lat,EW,lon,h\n", "", "S,33.9,E,151.2,40\n", ",33.9,x,151.2,40\n"},
+        {"N/S;lat;h;E/W;lon\n", "", "n;33.9;40;\"East\";151.2\n", "E;33.9;40;N;151.2\n"},
+        {"NS,lat,EW,lon,h\n", "lon,lat,h", "S,33.9,E,151.2,40\n", "1,33.9,1,151.2,40\n"},
+        {"", "4,2,5", "S,33.9,E,151.2,40\n", ",33.9,,151.2,40\n"},
+        {"", "4,2,5", "S;33.9;E;151.2;40\n", ";33.9;;151.2;40\n"},
+        {"NS lat EW lon h\n", "", "S 33.9 E 151.2 40\n", "? 33.9 ? 151.2 40\n"},
         {"lat NS lon EW h\n", "", "33.9 S 151.2 E 40\n", "33.9 ? 151.2 ? 40\n"},
     };
     for (const Row &row : rows) {
@@ -190,6 +196,8 @@ TEST(LoneHemispheres, AreLettersBehindAnglesOnly)
         {llh, "lat,lon,code,h\n52.5,5.25,East 1,40\n", Pos::fromLongLatH(5.25, 52.5, 40)},
         {llh, "lat,lon,h\n52.5N,5.25E,40\n", Pos::fromLongLatH(5.25, 52.5, 40)},
         {llh, "N,5.25,52.5,40\n", Pos::fromLongLatH(5.25, 52.5, 40)},
+        {llh, "name,lat,lon,h\nN,52.5,5.25,40\n", Pos::fromLongLatH(5.25, 52.5, 40)},
+        {llh, "code,lat,lon,h\nE,52.5,5.25,40\n", Pos::fromLongLatH(5.25, 52.5, 40)},
         {neh, "n;code;e;h\n463000;S;155000;40\n", Pos::fromENU(155000, 463000, 40)},
         {xyz, "x;y;code;z\n3899209;396765;W;5015080\n", Pos::fromXYZ(3899209, 396765, 5015080)},
     };
@@ -246,6 +254,42 @@ TEST(OrderDoubts, ADecimalNumberForANameIsRefusedOnEveryLine)
         EXPECT_EQ(all.positions.size(), 2U) << name;
     }
     EXPECT_EQ(parsed(parserFor(llh), "name,lon,lat,h\n5.81,5.5,52.5,40\n").positions.size(), 1U);
+}
+
+/// As where a file of degrees and minutes stands behind one of named points.
+TEST(OrderDoubts, PairsAreRefusedBehindNamesThatAreNoNumbers)
+{
+    const Plain refused[] = {
+        {llh, "P1 5.5 52.25 10\n5 30 52 10\n", {}},
+        {llh, "P1;5.5;52.25;10\n5;30,5;52;10,25\n", {}},
+        {llh, "P1,5.5,52.25,10\n5,52,5,10\n", {}},
+        {llh, "P1,5.5,52.25,10\n5,70,52,80\n", {}},
+        {localLlh, "P1\t5.5\t52.25\t10\n5\t30.5\t52\t10\n", {}},
+        {neh, "P1,463000,155000,40\n465682,96,183928,88\n", {}},
+    };
+    for (const Plain &row : refused) {
+        SCOPED_TRACE(row.line);
+        const ParsedInput all = parsed(parserFor(row.frame), row.line);
+        EXPECT_EQ(all.end, QString());
+        EXPECT_EQ(all.positions.size(), 1U);
+        ASSERT_EQ(all.failures.size(), 1U);
+        EXPECT_TRUE(all.failures.front().contains(QLatin1String("; say it with"))) << row.line;
+    }
+    for (const Plain &row : {
+             Plain{llh, "P1 5.5 52.25 10\n101 5.25 52.5 10\n", {}},
+             Plain{llh, "P1 5.5 52.25 10\n1001 5 52 10\n", {}},
+             Plain{llh, "P1,5.5,52.25,10\n101,5.25,52.5,40\n", {}},
+             Plain{llh, "P1 5.5 52.25 10\n\"5\" 30 52 10\n", {}},
+             Plain{llh, "name lon lat h\nP1 5.5 52.25 10\n5 30 52 10\n", {}},
+             Plain{llh, "101 5.5 52.25 10.5\n5 30 52 10\n", {}},
+             Plain{neh, "P1,463000,155000,40\n101,463000,155000,47\n", {}},
+             Plain{neh, "P1 463000 155000 40\n101 463000 155000 47\n", {}},
+         }) {
+        SCOPED_TRACE(row.line);
+        const ParsedInput all = parsed(parserFor(row.frame), row.line);
+        EXPECT_TRUE(all.failures.empty()) << all.failures.front();
+        EXPECT_GE(all.positions.size(), 2U);
+    }
 }
 
 TEST(OrderDoubts, AreThoseOfThePageOnValues)

@@ -67,6 +67,13 @@ const Beginning beginnings[] = {
       {Frame::LocalLLH, "lat;lon;code;h"},
       {Frame::LocalNEH, "e;n;code;h"}},
      4},
+    {"HeaderWithUnits",
+     "",
+     {{Frame::Wgs84LLH, "h;unit;lat;id;lon"},
+      {Frame::Wgs84XYZ, "z;unit;y;id;x"},
+      {Frame::LocalLLH, "h;unit;lat;id;lon"},
+      {Frame::LocalNEH, "h;unit;e;id;n"}},
+     5},
     {"ColumnsByNumber", "2,4,5", fiveFields, 5},
     {"ColumnsAndNameByNumber", "3,2,5,4", fiveFields, 5},
     {"ColumnsByHeading",
@@ -277,6 +284,9 @@ private:
                                     "\"",
                                     "\xC2\x85",
                                     "x,y",
+                                    "m",
+                                    "ft",
+                                    "5",
                                     "x;y"};
         return rows[oneOf(static_cast<int>(std::size(rows)))];
     }
