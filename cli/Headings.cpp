@@ -272,6 +272,13 @@ bool isKnown(const Heading &heading)
     return words.contains(heading.word) || words.contains(heading.whole);
 }
 
+bool isOfOutput(const Heading &heading)
+{
+    static const QStringList others = wordsIn("local_height_reference geoid_separation "
+                                              "height_above_geoid");
+    return isNameOfAColumn(heading.whole) || others.contains(heading.whole);
+}
+
 bool isNamedBy(const InputForm &form, int component, const Heading &heading)
 {
     const Column column = inputColumn(form, component);

@@ -54,6 +54,9 @@ QString partOfAngleMistake(const Heading &heading);
 /// Whether the heading may name a component of any form: most words do not.
 bool isKnown(const Heading &heading);
 
+/// Whether the heading is one of those that the program prints itself.
+bool isOfOutput(const Heading &heading);
+
 /// Whether the heading names the component, whatever unit it names.
 bool isNamedBy(const InputForm &form, int component, const Heading &heading);
 

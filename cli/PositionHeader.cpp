@@ -13,12 +13,15 @@ namespace KelStd::cli {
 
 namespace {
 
+/// The best first: of several columns one is that of the names.
 const QStringList &nameWords()
 {
-    static const QStringList words = {
-        QStringLiteral("point"),      QStringLiteral("name"),   QStringLiteral("id"),
-        QStringLiteral("point_name"), QStringLiteral("pt"),     QStringLiteral("station"),
-        QStringLiteral("no"),         QStringLiteral("number"), QStringLiteral("point_id")};
+    static const QStringList words =
+        QStringLiteral("point name id point_name pt station no number point_id "
+                       "pointname pointid pt_name pt_id ptid point_no point_number pt_no "
+                       "station_name station_id label nr nummer pkt punkt punktname punktnummer "
+                       "punktnr punkt_nr pktnr pkt_nr bezeichnung")
+            .split(QLatin1Char(' '));
     return words;
 }
 
@@ -112,6 +115,23 @@ QString partsOfAngles(const InputForm &form, const QVector<Heading> &headings,
     return {};
 }
 
+/// The headings of what neither is read nor stands in the program's own output.
+QStringList headingsNotTaken(const QVector<Heading> &headings, const FieldOrder &order)
+{
+    QStringList found;
+    const auto &components = order.components;
+    for (int i = 0; i < headings.size(); ++i) {
+        const Heading &heading = headings.at(i);
+        const bool isTaken =
+            i == order.name
+            || std::find(components.begin(), components.end(), i) != components.end()
+            || std::find(order.units.begin(), order.units.end(), i) != order.units.end();
+        if (!isTaken && !heading.text.isEmpty() && !isOfOutput(heading))
+            found += heading.text;
+    }
+    return found;
+}
+
 int distinctNamed(const InputForm &form, const QVector<Heading> &headings)
 {
     std::array<bool, componentsPerFrame> isNamed{};
@@ -194,6 +214,7 @@ bool readHeader(const QStringList &fields, const InputForm &form, FieldOrder &or
                 order.name = i;
         }
     }
+    order.notTaken = headingsNotTaken(headings, order);
     return true;
 }
 

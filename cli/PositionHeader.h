@@ -19,6 +19,7 @@ struct FieldOrder
     std::array<int, componentsPerFrame> components{};
     std::vector<int> carried;    ///< the fields that go into the output as they are
     QStringList carriedHeadings; ///< one for each
+    QStringList notTaken;        ///< headings of fields that go nowhere
     bool isPlain = false;        ///< neither headings nor a choice of columns gave it
     bool hasHeadings = false;    ///< headings gave it
     std::array<bool, componentsPerFrame> hasUnit{}; ///< whether the heading names its unit

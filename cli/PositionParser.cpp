@@ -378,7 +378,12 @@ PositionParser::Result PositionParser::takeFirstPosition(const SplitLine &line,
         decide(headings->order, headings->line, headings->bytes);
     else
         decide(order, m_lineNumber, {});
-    m_hasWordsForNames = m_order->isPlain && m_order->name >= 0 && !isWhole(m_name);
+    const auto &components = m_order->components;
+    m_isUnlikeWholeNumbers =
+        m_order->isPlain && m_order->name >= 0 && !isWhole(m_name)
+        && std::any_of(components.begin(), components.end(), [&line](int field) {
+               return !isWhole(line.fields.at(field).toStdString());
+           });
     return result;
 }
 
@@ -402,11 +407,35 @@ void PositionParser::decide(const FieldOrder &order, qint64 line, const QByteArr
     m_headerLine = headerLine;
 }
 
-/// Whether a name that is a whole number would be unlike that of the line that decided the order:
-/// then it may be the first number of a pair.
+/// Whether the name is a whole number and that of the line that decided the order is not: then it
+/// may be the first number of a pair.
 bool PositionParser::mayBePair(std::string_view name) const
 {
-    return m_hasWordsForNames && isWhole(name);
+    return m_isUnlikeWholeNumbers && isWhole(name);
+}
+
+QString PositionParser::noteOnColumns() const
+{
+    constexpr int maxShown = 8;
+    if (!m_order || m_order->notTaken.isEmpty())
+        return {};
+    QStringList columns;
+    for (const QString &heading : m_order->notTaken.mid(0, maxShown))
+        columns += quoted(heading);
+    if (m_order->notTaken.size() > maxShown)
+        columns += QStringLiteral("%1 more").arg(m_order->notTaken.size() - maxShown);
+    QString note = QStringLiteral("columns that are not in the output: %1")
+                       .arg(columns.join(QLatin1String(", ")));
+    if (m_form.height != InputHeight::OfFrame)
+        return note; // a command without --columns
+    QStringList numbers;
+    if (m_order->name >= 0)
+        numbers += QString::number(m_order->name + 1);
+    for (const int field : m_order->components)
+        numbers += QString::number(field + 1);
+    return note
+           + QStringLiteral("; --columns %1 carries them through")
+                 .arg(numbers.join(QLatin1Char(',')));
 }
 
 bool PositionParser::finish()

@@ -86,6 +86,10 @@ public:
         return m_order ? m_order->carriedHeadings : QStringList();
     }
 
+    /// What is to be said once the order is known: which columns the headings name that go nowhere.
+    /// Empty when there are none.
+    QString noteOnColumns() const;
+
     /// The header line, empty when there is none.
     QByteArray headerLine() const
     {
@@ -124,8 +128,10 @@ private:
     std::optional<FieldOrder> m_order;
     qint64 m_skippedLines = 0;
     qint64 m_lineNumber = 0;
-    qint64 m_orderLine = 0;          ///< the line that decided the order
-    bool m_hasWordsForNames = false; ///< the line that decided the plain order has no number
+    qint64 m_orderLine = 0; ///< the line that decided the order
+    /// The line that decided the plain order has a name and components that are not all whole
+    /// numbers.
+    bool m_isUnlikeWholeNumbers = false;
     QByteArray m_headerLine;
     QString m_reason;
     qint64 m_reasonLine = 0;

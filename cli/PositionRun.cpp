@@ -44,6 +44,9 @@ PositionRun::State PositionRun::readOrder(BlockWork &work)
         const BlockResult result = work(block);
         m_heading = work.heading();
         m_headerLine = work.parser().headerLine();
+        const QString note = work.parser().noteOnColumns();
+        if (!note.isEmpty())
+            m_console.report(QStringLiteral("note: ") + note);
         state = take(result);
     }
     return state;

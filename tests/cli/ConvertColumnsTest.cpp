@@ -279,6 +279,53 @@ TEST(CarriedFields, ThereAreNoneWithoutPickedColumns)
     ASSERT_EQ(result.status, 0) << result.err;
     EXPECT_FALSE(result.out.contains(QLatin1String("T1")));
     EXPECT_FALSE(result.out.contains(QLatin1String("code")));
+    EXPECT_EQ(result.errLines(),
+              (QStringList{QStringLiteral("kelstd: note: columns that are not in the output: "
+                                          "\"code\", \"a remark\"; --columns 1,2,3,4 carries them "
+                                          "through")}));
+    EXPECT_EQ(convert("1,2,3,4", carryingInput).err, QString());
+}
+
+TEST(CarriedFields, OfHeadingsThatAreNotReadANoteTells)
+{
+    struct Row
+    {
+        const char *input;
+        const char *note; ///< empty: none
+    };
+    const Row rows[] = {
+        {"lat;Nr.;lon;h;code\n52.5;A;5.25;1;T1\n", "\"code\"; --columns 2,3,1,4 carries"},
+        {"# code lat lon h\nT1 52.5 5.25 1\n", "\"code\"; --columns 3,2,4 carries"},
+        {"code,a,b,c,d,e,f,g,i,j,lat,lon,h\n,,,,,,,,,,52.5,5.25,1\n",
+         "\"g\", 2 more; --columns 12,11,13 carries"},
+        {"lat;lon;h;\n52.5;5.25;1;\n", ""},
+        {"lat,lon,h,unit\n52.5,5.25,1,m\n", ""},
+        {"A,5.25,52.5,1\n", ""},
+        {"point,longitude,latitude,height\nA,5.25,52.5,1\n", ""},
+    };
+    for (const Row &row : rows) {
+        const auto result = ProgramRun().convert(system, row.input);
+        EXPECT_EQ(result.status, 0) << result.err;
+        if (*row.note == '\0')
+            EXPECT_EQ(result.err, QString()) << row.input;
+        else
+            EXPECT_THAT(result.err, Mentions(row.note));
+        // The program's own output is none to be noted.
+        EXPECT_EQ(ProgramRun().convert(system, result.out.toUtf8()).err, QString());
+    }
+}
+
+TEST(CarriedFields, NamesAreFoundUnderTheirHeadings)
+{
+    for (const char *heading :
+         {"Station Name", "Nr", "Nr.", "Punkt", "Punktnummer", "Pkt", "Pt", "Station", "Number",
+          "Nummer", "Bezeichnung", "Label", "Point_No", "PtID"}) {
+        const auto result =
+            ProgramRun().convert(system, heading + QByteArray(";lat;lon;h\nA;52.5;5.25;1\n"));
+        EXPECT_EQ(result.err, QString()) << heading;
+        EXPECT_EQ(csvRows(result.out).value(0).value(QStringLiteral("point")), QStringLiteral("A"))
+            << heading;
+    }
 }
 
 } // namespace

@@ -555,6 +555,10 @@ TEST(HeadingSearch, GeoidHeightsFindThemLikewise)
         EXPECT_EQ(result.outLines().value(1),
                   QStringLiteral("A,3.50000000000,52.50000000000,100.00000,42.55000,57.45000"));
     }
+    const auto noted = heights("name,code,lat,lon,h\nA,T,52.5,3.5,100\n");
+    EXPECT_EQ(noted.status, 0);
+    EXPECT_EQ(noted.err,
+              QStringLiteral("kelstd: note: columns that are not in the output: \"code\"\n"));
     EXPECT_EQ(heights("Survey 2024 site B\nA,3.5,52.5,100\n").status, 2);
     EXPECT_EQ(heights("Survey 2024 site B\nA,3.5,52.5,100\n", {QStringLiteral("--skip=1")}).status,
               0);

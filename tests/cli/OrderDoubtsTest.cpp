@@ -265,7 +265,7 @@ TEST(OrderDoubts, PairsAreRefusedBehindNamesThatAreNoNumbers)
         {llh, "P1,5.5,52.25,10\n5,52,5,10\n", {}},
         {llh, "P1,5.5,52.25,10\n5,70,52,80\n", {}},
         {localLlh, "P1\t5.5\t52.25\t10\n5\t30.5\t52\t10\n", {}},
-        {neh, "P1,463000,155000,40\n465682,96,183928,88\n", {}},
+        {neh, "P1,463000.5,155000.5,40\n465682,96,183928,88\n", {}},
     };
     for (const Plain &row : refused) {
         SCOPED_TRACE(row.line);
@@ -280,6 +280,7 @@ TEST(OrderDoubts, PairsAreRefusedBehindNamesThatAreNoNumbers)
              Plain{llh, "P1 5.5 52.25 10\n1001 5 52 10\n", {}},
              Plain{llh, "P1,5.5,52.25,10\n101,5.25,52.5,40\n", {}},
              Plain{llh, "P1 5.5 52.25 10\n\"5\" 30 52 10\n", {}},
+             Plain{llh, "P1 5 52 10\n101 5 52 10\n", {}},
              Plain{llh, "name lon lat h\nP1 5.5 52.25 10\n5 30 52 10\n", {}},
              Plain{llh, "101 5.5 52.25 10.5\n5 30 52 10\n", {}},
              Plain{neh, "P1,463000,155000,40\n101,463000,155000,47\n", {}},
