@@ -43,6 +43,24 @@ DecodedLine decoded(const QByteArray &bytes)
     return line;
 }
 
+bool isUtf16(std::string_view bytes, bool isBeginning)
+{
+    constexpr std::size_t fewest = 4; // bytes that tell
+    const std::string_view mark = bytes.substr(0, 2);
+    if (isBeginning && (mark == "\xFF\xFE" || mark == "\xFE\xFF"))
+        return true;
+    if (bytes.size() < fewest)
+        return false;
+    for (const std::size_t first : {0U, 1U}) {
+        bool hasOnlyZeros = true;
+        for (std::size_t i = first; i < bytes.size() && hasOnlyZeros; i += 2)
+            hasOnlyZeros = bytes[i] == '\0';
+        if (hasOnlyZeros && bytes[1 - first] != '\0')
+            return true;
+    }
+    return false;
+}
+
 SplitLine splitAnywhere(const QString &text)
 {
     static const QRegularExpression anySeparator(QStringLiteral("[\\s,;\"]+"));

@@ -5,6 +5,8 @@
 #include <QtCore/QByteArray>
 #include <QtCore/QString>
 
+#include <string_view>
+
 namespace KelStd::cli {
 
 /// The bytes of a line as text.
@@ -18,6 +20,10 @@ struct DecodedLine
 
 /// Reads UTF-8, and what is none as Latin-1, with a flaw.
 DecodedLine decoded(const QByteArray &bytes);
+
+/// Whether the bytes are text in UTF-16: at the beginning of an input by its byte-order mark,
+/// anywhere by zeros in every second byte.
+bool isUtf16(std::string_view bytes, bool isBeginning);
 
 /// The fields of a line whose quotation marks are broken, which hide the separators behind them.
 SplitLine splitAnywhere(const QString &text);

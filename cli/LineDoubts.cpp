@@ -42,6 +42,16 @@ bool mayBePiece(const QString &field)
            || (start.match(field).hasMatch() && hasAngleSigns(field));
 }
 
+/// A time of day, which beside angles looks like one; with its date it is none of a piece.
+bool isTime(const QString &field, bool needsDate)
+{
+    static const QRegularExpression time(QStringLiteral(
+        "\\A([0-9]{4}[-/.][0-9]{1,2}[-/.][0-9]{1,2}[T_])?[0-9]{1,2}:[0-9]{2}(:[0-9]{2}"
+        "([.,][0-9]*)?)?(Z|[-+][0-9:]+)?\\z"));
+    const QRegularExpressionMatch match = time.match(field);
+    return match.hasMatch() && (!needsDate || match.capturedLength(1) > 0);
+}
+
 /// "52°" and "52°30'", to which minutes or seconds may belong that the next field holds.
 bool mayGoOn(const QString &field)
 {
@@ -119,7 +129,8 @@ QString hintOnPieces(const SplitLine &line)
 {
     const bool holdsPiece =
         line.byBlanks && std::any_of(line.fields.cbegin(), line.fields.cend(), mayBePiece);
-    return holdsPiece ? QStringLiteral("; where blanks separate the fields, an angle holds none")
+    return holdsPiece ? QStringLiteral("; where blanks separate the fields, an angle holds none: "
+                                       "write it without, or semicolons between the fields")
                       : QString();
 }
 
@@ -168,6 +179,11 @@ QString tornAngle(const SplitLine &line, const FieldOrder &order, Frame frame)
                               "the fields by semicolons")
             .arg(quoted(line.fields.at(first)), quoted(line.fields.at(first + 1)));
     };
+    // Where headings or numbers say what a field is, times stand in fields of their own.
+    const auto mayBePieceAt = [&](int field) {
+        const QString &text = line.fields.at(field);
+        return mayBePiece(text) && !isTime(text, order.isPlain || field == order.name);
+    };
     for (int i = 0; i + 1 < line.fields.size(); ++i) {
         if (line.isQuoted.at(i) || line.isQuoted.at(i + 1))
             continue;
@@ -175,9 +191,9 @@ QString tornAngle(const SplitLine &line, const FieldOrder &order, Frame frame)
         const int right = componentAt(i + 1);
         const bool leftIsAngle = left >= 0 && isAngle(frame, left);
         const bool rightIsAngle = right >= 0 && isAngle(frame, right);
-        if (rightIsAngle && left < 0 && mayBePiece(line.fields.at(i)))
+        if (rightIsAngle && left < 0 && mayBePieceAt(i))
             return doubt(i);
-        if (leftIsAngle && right < 0 && mayBePiece(line.fields.at(i + 1)))
+        if (leftIsAngle && right < 0 && mayBePieceAt(i + 1))
             return doubt(i);
         if (leftIsAngle && rightIsAngle && mayGoOn(line.fields.at(i))
             && isPlainNumber(line.fields.at(i + 1)))

@@ -153,6 +153,19 @@ private:
 
 } // namespace
 
+bool endsEmpty(const SplitLine &line)
+{
+    return !line.byBlanks && line.fields.size() > 1 && line.fields.last().isEmpty()
+           && !line.isQuoted.last();
+}
+
+bool isEmptyRow(const SplitLine &line)
+{
+    return line.mistake.isEmpty() && !line.isQuoted.contains(true)
+           && std::all_of(line.fields.cbegin(), line.fields.cend(),
+                          [](const QString &field) { return field.isEmpty(); });
+}
+
 SplitLine splitLine(const QString &line)
 {
     return FieldScanner(line, separatorOf(line)).scan();

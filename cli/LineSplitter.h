@@ -16,6 +16,12 @@ struct SplitLine
     QString mistake; ///< why there are no fields; empty when there are
 };
 
+/// Whether a separator without a field ends the line.
+bool endsEmpty(const SplitLine &line);
+
+/// Whether there is nothing but separators, as spreadsheets write rows without text.
+bool isEmptyRow(const SplitLine &line);
+
 /// Splits at semicolons, or else commas, or else tabulators, or else runs of blanks; the first of
 /// these that the line has outside quotation marks separates all its fields. Blanks around a field
 /// do not count. A field may stand in double quotation marks, a doubled one in it being one; in a

@@ -132,6 +132,26 @@ QString nameDoubt(const QString &name, const InputForm &form)
         .arg(quoted(name), QLatin1String(columnOf(form.frame, 0).label), whatToAdd(form));
 }
 
+QString latitudeFirst(const SplitLine &line, const FieldOrder &order, const InputForm &form)
+{
+    static const QRegularExpression northOrSouth(
+        QStringLiteral("\\A([NS]\\s*[0-9].*|[0-9].*[NS])\\z"),
+        QRegularExpression::CaseInsensitiveOption);
+    static const QRegularExpression eastOrWest(
+        QStringLiteral("\\A([EW]\\s*[0-9].*|[0-9].*[EW])\\z"),
+        QRegularExpression::CaseInsensitiveOption);
+    if (!order.isPlain || !isAngle(columnOf(form.frame, 0)))
+        return {};
+    const QString &first = line.fields.at(order.components[0]);
+    const QString &second = line.fields.at(order.components[1]);
+    if (!northOrSouth.match(first).hasMatch() || !eastOrWest.match(second).hasMatch())
+        return {};
+    return QStringLiteral("the latitude %1 stands before the longitude %2; say the order with %3 "
+                          "(%4lat,lon,h)")
+        .arg(quoted(first), quoted(second), waysToSayOrder(form),
+             order.name >= 0 ? QStringLiteral("name,") : QString());
+}
+
 QString laterPairsDoubt(const SplitLine &line, const InputForm &form)
 {
     const QStringList fields = fieldsOf(line);
@@ -150,7 +170,7 @@ QString orderDoubt(const SplitLine &line, const FieldOrder &order, const InputFo
     if (!order.isPlain || line.isQuoted.at(0))
         return {};
     const QStringList fields = fieldsOf(line);
-    if (order.fields == componentsPerFrame)
+    if (order.name < 0)
         return missingHeight(fields, form);
 
     const bool byCommas = line.separator == QLatin1Char(',');

@@ -40,6 +40,10 @@ inline bool isWhole(std::string_view text)
     return !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
 }
 
+/// Why a line in the usual order is refused whose letters say that its latitude stands first; empty
+/// where they do not.
+QString latitudeFirst(const SplitLine &line, const FieldOrder &order, const InputForm &form);
+
 /// Of a later line whose name is a whole number behind other names: empty, or why its four numbers
 /// may be two pairs.
 QString laterPairsDoubt(const SplitLine &line, const InputForm &form);

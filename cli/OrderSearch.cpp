@@ -2,7 +2,9 @@
 
 #include <cli/Headings.h>
 #include <cli/LineDoubts.h>
+#include <cli/OrderDoubts.h>
 #include <cli/OtherHeadings.h>
+#include <cli/TypedAngle.h>
 #include <cli/UnitDoubts.h>
 
 #include <QtCore/QRegularExpression>
@@ -55,6 +57,36 @@ bool isSignOfRemark(const QString &field)
 {
     static const QRegularExpression sign(QStringLiteral("\\A([%!*@$;]+|//+|--+)\\z"));
     return sign.match(field).hasMatch();
+}
+
+/// Whether the first field is a number that is no name, or an angle with its signs.
+bool beginsAsPosition(const SplitLine &line)
+{
+    const QString first = line.separator == QLatin1Char(',')
+                              ? line.fields.first()
+                              : withDecimalPoint(line.fields.first(), DecimalMark::Comma);
+    return !line.isQuoted.first()
+           && (isOtherNumber(first) || (isValue(first) && hasAngleSigns(first)));
+}
+
+/// "; --columns 1,2,3,4 picks ...", for a line with other fields beside three numbers.
+QString hintOnColumns(const SplitLine &line, const InputForm &form)
+{
+    const auto &fields = line.fields;
+    const bool hasOthers = !std::all_of(fields.cbegin(), fields.cend(), isValue);
+    if (form.height != InputHeight::OfFrame || !hasOthers)
+        return {};
+    for (int i = 0; i + componentsPerFrame <= fields.size(); ++i) {
+        const QStringList three = fields.mid(i, componentsPerFrame);
+        if (!std::all_of(three.cbegin(), three.cend(), isValue)
+            || std::count_if(three.cbegin(), three.cend(), isOtherNumber) < 2)
+            continue;
+        QString columns = i > 0 ? QStringLiteral("1,") : QString();
+        columns += QStringLiteral("%1,%2,%3").arg(i + 1).arg(i + 2).arg(i + 3);
+        return QStringLiteral("; where %1, %2 and %3 are these, --columns %4 picks them")
+            .arg(three.at(0), three.at(1), three.at(2), columns);
+    }
+    return {};
 }
 
 /// Whether the first field announces headings and is none: "%", "--", "order:" or "fields".
@@ -261,7 +293,8 @@ std::optional<FieldOrder> OrderSearch::orderFor(const SplitLine &line, QString &
 {
     const int count = line.fields.size();
     if (m_headings) {
-        if (count == m_headings->order.fields)
+        if (count == m_headings->order.fields
+            || (endsEmpty(line) && count == m_headings->order.fields + 1))
             return m_headings->order;
         reason = QStringLiteral("%1 found; line %2 has %3 headings")
                      .arg(fieldCount(count))
@@ -280,10 +313,19 @@ std::optional<FieldOrder> OrderSearch::orderFor(const SplitLine &line, QString &
         return m_choice->apply({}, count, m_form, order, reason) ? std::optional(order)
                                                                  : std::nullopt;
     }
+    const int filled = endsEmpty(line) ? count - 1 : count;
+    const bool isNamed = filled == componentsPerFrame + 1;
+    // "5;52;40;" may be the point 5 without its height.
+    if (filled < count && (isNamed || (filled == componentsPerFrame && beginsAsPosition(line)))) {
+        order = plainOrder(filled);
+        order.fields = count;
+        order.endsEmpty = true;
+        return order;
+    }
     if (count != componentsPerFrame && count != componentsPerFrame + 1) {
         reason = QStringLiteral("%1 found; expected are %2, after a point name if there is one")
                      .arg(fieldCount(count), labelsOf(m_form.frame))
-                 + hintOnPieces(line);
+                 + hintOnPieces(line) + hintOnColumns(line, m_form);
         return std::nullopt;
     }
     return plainOrder(count);

@@ -93,7 +93,11 @@ bool PlainLine::read(std::string_view line, const FieldOrder &order)
     if (separator == noSeparator || content.empty() || content.front() == '#')
         return false;
     split(line, separator);
-    if (m_fields.size() != static_cast<std::size_t>(order.fields))
+    const auto expected = static_cast<std::size_t>(order.fields);
+    if (order.hasHeadings && separator != blank && m_fields.size() == expected + 1
+        && m_fields.back().empty())
+        m_fields.pop_back();
+    if (m_fields.size() != expected || (order.endsEmpty && !m_fields.back().empty()))
         return false;
     for (std::size_t i = 0; i < m_components.size(); ++i) {
         if (!readPlainNumber(field(order.components[i]), m_components[i]))

@@ -20,6 +20,7 @@ struct FieldOrder
     std::vector<int> carried;    ///< the fields that go into the output as they are
     QStringList carriedHeadings; ///< one for each
     QStringList notTaken;        ///< headings of fields that go nowhere
+    bool endsEmpty = false;      ///< a separator without a field ends each line
     bool isPlain = false;        ///< neither headings nor a choice of columns gave it
     bool hasHeadings = false;    ///< headings gave it
     std::array<bool, componentsPerFrame> hasUnit{}; ///< whether the heading names its unit

@@ -76,6 +76,30 @@ QString noPosition(const QString &reason)
     return QStringLiteral("the line is neither headings nor a position: %1").arg(reason);
 }
 
+bool isSplitByBars(const QString &text)
+{
+    return text.count(QLatin1Char('|')) + 1 >= componentsPerFrame;
+}
+
+QString otherSeparator()
+{
+    return QStringLiteral(
+        "fields are separated by commas, semicolons, tabulators or blanks, not by "
+        "|");
+}
+
+/// Why a line without numbers is no line of headings: its fields are separated by another sign, or
+/// were meant to be numbers. Empty when it may be headings or a title.
+QString noFields(const QString &text, const SplitLine &line)
+{
+    static const QRegularExpression beginsAsNumber(QStringLiteral("\\A[-+]?[0-9]"));
+    if (isSplitByBars(text))
+        return otherSeparator();
+    const QStringList numbers = line.fields.filter(beginsAsNumber);
+    return numbers.size() > 1 ? QStringLiteral("%1 is not a number").arg(quoted(numbers.first()))
+                              : QString();
+}
+
 QByteArray copyOf(std::string_view bytes)
 {
     return {bytes.data(), static_cast<int>(bytes.size())};
@@ -122,6 +146,9 @@ PositionParser::Result PositionParser::parseWithCare(std::string_view bytes, qin
     if (lineNumber == 1 && bytes.substr(0, byteOrderMark.size()) == byteOrderMark)
         bytes.remove_prefix(byteOrderMark.size());
 
+    if (!m_order && isUtf16(bytes, lineNumber == 1))
+        return badHeader({lineNumber, QStringLiteral("the input is UTF-16 text; convert it to "
+                                                     "UTF-8")});
     const DecodedLine line =
         decoded(QByteArray::fromRawData(bytes.data(), static_cast<int>(bytes.size())));
     const QString content = line.text.trimmed();
@@ -133,6 +160,8 @@ PositionParser::Result PositionParser::parseWithCare(std::string_view bytes, qin
     m_text = line.text;
     const SplitLine split = splitLine(line.text);
     const QString &mistake = line.flaw.isEmpty() ? split.mistake : line.flaw;
+    if (mistake.isEmpty() && isEmptyRow(split))
+        return Result::Nothing;
     if (!mistake.isEmpty())
         return takeUnreadable(split.mistake.isEmpty() ? split : splitAnywhere(line.text), mistake,
                               split.mistake.isEmpty(), bytes);
@@ -315,6 +344,10 @@ PositionParser::Result PositionParser::takeOpening(const SplitLine &line, std::s
             m_search.keepHeadings({order, m_lineNumber, copyOf(bytes), false}, mistake);
             return Result::Nothing;
         }
+    } else if (isWords && !m_choice) {
+        const QString wrong = noFields(m_text, line);
+        if (!wrong.isEmpty())
+            reason = noPosition(wrong);
     } else if (!isWords) {
         const auto order = m_search.orderFor(line, reason);
         if (order) {
@@ -330,7 +363,9 @@ PositionParser::Result PositionParser::takeOpening(const SplitLine &line, std::s
             const LineMistake mistake = m_search.otherLines();
             return mistake.isThere() ? badHeader(mistake) : bad(reason);
         }
-        if (!m_choice || !m_choice->hasHeadings())
+        if (isSplitByBars(m_text))
+            reason = noPosition(otherSeparator());
+        else if (!m_choice || !m_choice->hasHeadings())
             reason = noPosition(reason);
     }
     return takeOther(line, reason);
@@ -363,7 +398,7 @@ PositionParser::Result PositionParser::takeFirstPosition(const SplitLine &line,
         if (!doubt.isEmpty())
             result = bad(doubt);
         const qint64 failed = m_search.numberedFailure();
-        if (failed > 0 && order.fields == componentsPerFrame)
+        if (failed > 0 && order.name < 0)
             result = bad(QStringLiteral("%1 found; line %2, which cannot be read, has %3")
                              .arg(fieldCount(order.fields))
                              .arg(failed)
@@ -455,6 +490,12 @@ bool PositionParser::finish()
 PositionParser::Result PositionParser::readFields(const SplitLine &line, const FieldOrder &order)
 {
     const int count = line.fields.size();
+    if (order.hasHeadings && endsEmpty(line) && count == order.fields + 1) {
+        SplitLine shorter = line;
+        shorter.fields.removeLast();
+        shorter.isQuoted.removeLast();
+        return readFields(shorter, order);
+    }
     if (count != order.fields) {
         return bad(QStringLiteral("%1 found; line %2 has %3")
                        .arg(fieldCount(count))
@@ -463,7 +504,15 @@ PositionParser::Result PositionParser::readFields(const SplitLine &line, const F
                    + hintOnPieces(line));
     }
 
+    if (order.endsEmpty && !endsEmpty(line)) {
+        return bad(QStringLiteral("%1 stands where line %2 has an empty field")
+                       .arg(quoted(line.fields.last()))
+                       .arg(m_orderLine));
+    }
+
     QString mistake = tornAngle(line, order, m_form.frame);
+    if (mistake.isEmpty())
+        mistake = latitudeFirst(line, order, m_form);
     if (mistake.isEmpty())
         mistake = loneHemisphere(line, order, m_form.frame);
     if (mistake.isEmpty())

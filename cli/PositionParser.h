@@ -53,6 +53,8 @@ public:
     /// Passes over so many lines at the beginning of the input, whatever they hold.
     void setSkippedLines(qint64 count) { m_skippedLines = count; }
 
+    qint64 skippedLines() const { return m_skippedLines; }
+
     /// Reads a line without its end. What is read holds until the next one is.
     Result parse(std::string_view line, qint64 lineNumber);
 

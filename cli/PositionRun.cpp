@@ -176,6 +176,13 @@ ExitStatus PositionRun::finish(State state)
                              .arg(m_input.displayName()));
         return finishRejects(ExitStatus::Stopped);
     }
+    if (m_parser.skippedLines() > 0 && m_lastLine <= m_parser.skippedLines()) {
+        m_console.report(
+            QStringLiteral("warning: --skip %1 passes over all of %2: line %3 is its last")
+                .arg(m_parser.skippedLines())
+                .arg(m_input.displayName())
+                .arg(m_lastLine));
+    }
     if (m_failed == 0)
         return finishRejects(ExitStatus::Success);
     m_console.report(

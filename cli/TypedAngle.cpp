@@ -167,6 +167,10 @@ private:
     {
         const LetterRow *leading = letterOf(m_rest.at(0));
         const LetterRow *trailing = letterOf(m_rest.at(m_rest.size() - 1));
+        const int minutes = m_rest.indexOf(QLatin1Char('m'), 0, Qt::CaseInsensitive);
+        if (trailing != nullptr && minutes > 0
+            && m_rest.endsWith(QLatin1Char('s'), Qt::CaseInsensitive))
+            return strangerAt(minutes); // "5d15m00s"
         if (leading != nullptr && trailing != nullptr)
             return QStringLiteral("has two hemisphere letters");
         m_letter = leading != nullptr ? leading : trailing;

@@ -149,6 +149,30 @@ INSTANTIATE_TEST_SUITE_P(
               "(latitude, lat, wgs84_latitude); height (height, h, ellipsoidal_height, "
               "wgs84_height); --columns picks columns with other headings; --skip 2 passes over "
               "the first 2 lines"},
+        Ended{"FiveFields", "P1,5.682,52.88,47.5,CODE\n",
+              "1: the line is neither headings nor a position: 5 fields found; expected are "
+              "longitude, latitude, height, after a point name if there is one; where 5.682, 52.88 "
+              "and 47.5 are these, --columns 1,2,3,4 picks them; --skip 1"},
+        Ended{"FiveFieldsWithoutAName", "5.682 52.88 47.5 T 7\n",
+              "1: the line is neither headings nor a position: 5 fields found; expected are "
+              "longitude, latitude, height, after a point name if there is one; where 5.682, 52.88 "
+              "and 47.5 are these, --columns 1,2,3 picks them; --skip 1"},
+        Ended{"SixFieldsOfDegreesAndMinutes", "P1,52,30,5,15,40\n",
+              "1: the line is neither headings nor a position: 6 fields found; expected are "
+              "longitude, latitude, height, after a point name if there is one; --skip 1"},
+        Ended{"Bars", "5.25|52.5|40\n",
+              "1: the line is neither headings nor a position: fields are separated by commas, "
+              "semicolons, tabulators or blanks, not by |; --skip 1"},
+        Ended{"BarsAndBlanks", "P1 | 5.25 | 52.5 | 40\n",
+              "1: the line is neither headings nor a position: fields are separated by commas"},
+        Ended{"BarsBetweenHeadings", "lon|lat|h\n5.25|52.5|40\n",
+              "1: the line is neither headings nor a position: fields are separated by commas"},
+        Ended{
+            "NumbersWithUnits", "5.25E 52.5N 40m\n",
+            "1: the line is neither headings nor a position: \"5.25E\" is not a number; --skip 1"},
+        Ended{"LettersForMinutes", "5d15m00s,52d30m00s,40\n",
+              "1: the line is neither headings nor a position: longitude \"5d15m00s\" has the "
+              "letter m in it; write ' for minutes and \" for seconds"},
         Ended{"TooManyLinesOfATitle",
               QByteArray("Job 7 of ten\n").repeated(21) + "name,lat,lon,h\nA,52.5,5.25,40\n",
               "1: the line is neither headings nor a position: "},
@@ -478,6 +502,16 @@ TEST(HeadingSearch, NothingIsReadOfTextInSixteenBits)
     const ParsedInput all = parsed(parserFor(Frame::Wgs84LLH), "\xFF\xFE" + input);
     EXPECT_TRUE(all.positions.empty());
     EXPECT_TRUE(!all.failures.empty() || !all.end.isEmpty());
+    // The other order of bytes, without a mark, and behind lines that are passed over.
+    const QByteArray other = '\0' + input.chopped(1);
+    for (const QByteArray &bytes : {"\xFF\xFE" + input, "\xFE\xFF" + other, input, other}) {
+        for (const int skipped : {0, 1}) {
+            const ParsedInput any = parsed(parserFor(Frame::Wgs84LLH, "", skipped), bytes);
+            EXPECT_EQ(any.end, QStringLiteral("%1: the input is UTF-16 text; convert it to UTF-8")
+                                   .arg(1 + skipped));
+            EXPECT_TRUE(any.failures.empty());
+        }
+    }
 }
 
 /// Data whose texts happen to be words of headings.
@@ -522,6 +556,18 @@ TEST(HeadingSearch, TheProgramHasAnOptionToSkip)
         EXPECT_EQ(result.status, 2) << skip;
         EXPECT_THAT(result.err, Mentions("is no number of lines"));
     }
+}
+
+TEST(HeadingSearch, TheProgramSaysThatNothingIsLeftBehindTheSkippedLines)
+{
+    const auto result =
+        ProgramRun().convert(system, "5.25,52.5,40\n5.25,52.5,40\n", {QStringLiteral("--skip=2")});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.errLines(),
+              (QStringList{QStringLiteral(
+                  "kelstd: warning: --skip 2 passes over all of <stdin>: line 2 is its last")}));
+    EXPECT_EQ(ProgramRun().convert(system, "a\nlon,lat,h\n", {QStringLiteral("--skip=1")}).err,
+              QString());
 }
 
 TEST(HeadingSearch, RejectsHaveTheHeadingsBehindASign)

@@ -256,6 +256,102 @@ TEST(OrderDoubts, ADecimalNumberForANameIsRefusedOnEveryLine)
     EXPECT_EQ(parsed(parserFor(llh), "name,lon,lat,h\n5.81,5.5,52.5,40\n").positions.size(), 1U);
 }
 
+/// As spreadsheets end their lines. What stands behind the last separator belongs to no line alone.
+TEST(TrailingSeparators, EndLinesOfOneReading)
+{
+    const Pos position = Pos::fromLongLatH(5.25, 52.5, 40);
+    for (const char *input :
+         {"5.25;52.5;40;\n", "5,25;52,5;40;\n", "5.25,52.5,40,\n", "5.25\t52.5\t40\t\n",
+          "P1;5.25;52.5;40;\n", "101,5.25,52.5,40,\n",
+          "5\xC2\xB0"
+          "15';52\xC2\xB0"
+          "30';40;\n",
+          "lon;lat;h;\n5.25;52.5;40;\n", "lon;lat;h\n5.25;52.5;40;\n",
+          "# name,lon,lat,h\nA,5.25,52.5,40,\n", "name;lat;lon;h\nA;52,5;5,25;40;\n"}) {
+        SCOPED_TRACE(input);
+        const QByteArray bytes = input;
+        const QByteArray last = bytes.mid(bytes.lastIndexOf('\n', bytes.size() - 2) + 1);
+        const ParsedInput all = parsed(parserFor(llh), bytes + last);
+        EXPECT_EQ(all.end, QString());
+        EXPECT_TRUE(all.failures.empty()) << all.failures.front();
+        EXPECT_EQ(all.positions, (std::vector<Pos>{position, position}));
+    }
+    // The point 5 without its height?
+    for (const char *input : {"5;52.5;40;\n", "101;5.25;52.5;\n", "P1;5.25;52.5;\n", "5.25;52.5;\n",
+                              "E5;52.5;40;\n", "P1;5.25;52.5;;\n", "5.25;52.5;40;;;\n"}) {
+        EXPECT_TRUE(parsed(parserFor(llh), input).positions.empty()) << input;
+    }
+    for (const char *later : {"101;5.25;52.5;40\n", "5.25;52.5;40;x\n", "5.25;52.5;;\n",
+                              "5.25;52.5;\n", "5.25 52.5 40 7\n", "5.25;52.5;40;\"\"\n"}) {
+        const ParsedInput all = parsed(parserFor(llh), QByteArray("5.25;52.5;40;\n") + later);
+        EXPECT_EQ(all.positions.size(), 1U) << later;
+        EXPECT_EQ(all.failures.size(), 1U) << later;
+    }
+    for (const char *later : {"A;5.25;52.5;40;x\n", "A;5.25;52.5;40;;\n", "A;5.25;52.5;\n"}) {
+        const ParsedInput all =
+            parsed(parserFor(llh), QByteArray("name;lon;lat;h\nA;5.25;52.5;40;\n") + later);
+        EXPECT_EQ(all.positions.size(), 1U) << later;
+        EXPECT_EQ(all.failures.size(), 1U) << later;
+    }
+}
+
+TEST(TrailingSeparators, AloneInALineAreNothing)
+{
+    for (const char *row : {",,\n", ";;;\n", " , , ,\n", ";\n", "\t;\t;\n"}) {
+        for (const char *columns : {"", "1,2,3", "lon,lat,h"}) {
+            SCOPED_TRACE(testing::Message() << row << columns);
+            const QByteArray first = QByteArray(columns) == "1,2,3" ? "" : "lon,lat,h\n";
+            const ParsedInput all =
+                parsed(parserFor(llh, columns), row + first + row + "5.25,52.5,40\n" + row);
+            EXPECT_EQ(all.end, QString());
+            EXPECT_TRUE(all.failures.empty());
+            EXPECT_EQ(all.positions.size(), 1U);
+        }
+    }
+    EXPECT_EQ(parsed(parserFor(llh), "5.25,52.5,40\n\"\",,\n").failures.size(), 1U);
+}
+
+TEST(OrderDoubts, LettersThatSayThatLatitudeStandsFirstAreRefused)
+{
+    for (const char *line : {"52.5N,5.25E,40\n", "P;N52.5;E 5.25;40\n", "52:30s 5:15w 40\n"}) {
+        const ParsedInput all = parsed(parserFor(llh), QByteArray(line) + line);
+        EXPECT_TRUE(all.positions.empty());
+        ASSERT_EQ(all.failures.size(), 2U) << line << all.end.toStdString();
+        EXPECT_TRUE(all.failures.back().contains(
+            QLatin1String("say the order with a line of headings or --columns (")))
+            << all.failures.back();
+    }
+}
+
+/// The time of a position is none of its angles.
+TEST(OrderDoubts, TimesBesideAnglesAreNoPieces)
+{
+    const Pos position = Pos::fromLongLatH(5.25, 52.5, 40);
+    struct Row
+    {
+        const char *columns;
+        const char *input;
+    };
+    for (const Row &row : {
+             Row{"4,3,5", "2024/01/01 10:00:00.000 52.5 5.25 40 1 2\n"},
+             Row{"3,2,4", "10:00 52.5 5.25 40\n"},
+             Row{"3,2,4", "2024-01-01T10:00:00Z 52.5 5.25 40\n"},
+             Row{"1,2,4", "5.25 52.5 10:00:00 40\n"},
+             Row{"", "date time lat lon h\n2024/01/01 10:00:00 52.5 5.25 40\n"},
+             Row{"", "2024-01-01T10:00:00 5.25 52.5 40\n"},
+         }) {
+        SCOPED_TRACE(row.input);
+        const ParsedInput all = parsed(parserFor(llh, row.columns), row.input);
+        EXPECT_TRUE(all.failures.empty()) << all.failures.front();
+        EXPECT_EQ(all.positions, (std::vector<Pos>{position}));
+    }
+    for (const Row &row : {Row{"3,2,4", "5d 52.5 5.25 40\n"}, Row{"3,2,4", "S 52.5 5.25 40\n"},
+                           Row{"3,2,4", "52:30' 15 5.25 40\n"}, Row{"", "10:00 5.25 52.5 40\n"},
+                           Row{"1,3,2,4", "10:00 52.5 5.25 40\n"}}) {
+        EXPECT_TRUE(parsed(parserFor(llh, row.columns), row.input).positions.empty()) << row.input;
+    }
+}
+
 /// As where a file of degrees and minutes stands behind one of named points.
 TEST(OrderDoubts, PairsAreRefusedBehindNamesThatAreNoNumbers)
 {
