@@ -41,6 +41,7 @@ enum class FindingKind
     Contradiction,  ///< numbers of an ellipsoid beside the PROJ name of another one
     UnusedProjName, ///< a parameter that PROJ, or its projection, does not have
     NotOneProjName, ///< a PROJ name with blanks or signs that make several of it
+    Overruling,     ///< a parameter of a projection that would change what is for others to say
 
     // --- What cannot be meant -----------------------------------------------------------------
     Implausible, ///< an axis, flattening, scale, angle or shift that none on this earth is

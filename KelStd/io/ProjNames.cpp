@@ -22,7 +22,7 @@ constexpr ProjectionRow projectionRows[] = {
     {"longlat latlong lonlat latlon", "lon_0"},
     {"tmerc", "x_0 y_0 lon_0 lat_0 k_0 k approx algo"},
     {"etmerc gstmerc lcca rouss somerc sterea tcea", "x_0 y_0 lon_0 lat_0 k_0 k"},
-    {"utm", "zone south lon_0 approx algo"},
+    {"utm", "zone south approx algo"},
     {"ups", "south"},
     {"merc cea", "x_0 y_0 lon_0 lat_ts k_0 k"},
     {"tobmerc", "x_0 y_0 lon_0 k_0 k"},
@@ -73,11 +73,12 @@ constexpr const char *otherParameters =
     "orient mode aperture resolution rescale UVtoST shape scrollx scrolly o_proj o_lat_p o_lon_p "
     "o_alpha o_lon_c o_lat_c o_lon_1 o_lat_1 o_lon_2 o_lat_2 plat_0 plon_0 phdg_0";
 
-// Ellipsoid, datum, axes and bookkeeping go with every projection. to_meter is none of them: the
-// definition has units already, which PROJ prefers.
+// Ellipsoid, datum, axes and bookkeeping go with every projection (some change what other records
+// say, see OverrulingParameter.cpp). to_meter is none of them: the definition has units already,
+// which PROJ prefers.
 constexpr const char *commonParameters =
     "a b ellps R rf f es e R_A R_V R_a R_g R_h R_lat_a R_lat_g datum towgs84 nadgrids geoidgrids "
-    "geoid_crs pm axis units vunits over lon_wrap geoc no_defs wktext";
+    "geoid_crs pm axis units vunits vto_meter over lon_wrap geoc no_defs wktext";
 
 constexpr const char *flags =
     "south approx over geoc no_uoff no_off no_rot no_cut ns guam czech hyperbolic "

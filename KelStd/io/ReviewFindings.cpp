@@ -41,6 +41,8 @@ constexpr KindRow kindRows[] = {
     {FindingKind::UnusedProjName,
      QT_TRANSLATE_NOOP("QObject", "%1 is no parameter that PROJ uses for this projection")},
     {FindingKind::NotOneProjName, QT_TRANSLATE_NOOP("QObject", "%1 is not one name of PROJ")},
+    {FindingKind::Overruling,
+     QT_TRANSLATE_NOOP("QObject", "%1 is not for a projection to say, it overrules the rest")},
     {FindingKind::Implausible, QT_TRANSLATE_NOOP("QObject", "%1 cannot be meant")},
 };
 

@@ -2,6 +2,7 @@
 
 #include <KelStd/io/Coord_IO.h>
 #include <KelStd/io/NamedEllipsoids.h>
+#include <KelStd/io/OverrulingParameter.h>
 #include <KelStd/io/ProjNames.h>
 #include <KelStd/io/RecordParamNames.h>
 #include <KelStd/io/RecordReaders.h>
@@ -237,15 +238,41 @@ bool isGivenAsTaken(const Param &param, const QString &projName)
            || text.startsWith(QLatin1Char('f'), Qt::CaseInsensitive);
 }
 
-/// A parameter that PROJ passes over; true when it is a finding.
+/// Whether a central meridian is that of the zone beside it. PROJ takes the zone alone.
+bool isMeridianOfZone(const Projection &projection, const Param &meridian)
+{
+    const int zone =
+        projection.param.value(projection.paramProj4.key(QStringLiteral("zone"))).value.toInt();
+    return projection.proj4Projection == QLatin1String("utm") && zones.holds(zone)
+           && meridian.value.toDouble() == 6.0 * zone - 183.0;
+}
+
+/// What a parameter overrules with the value that PROJ is given; empty for nothing.
+QString whatIsOverruledBy(const QString &projName, const Param &param)
+{
+    const ValueKind kind = kindOf(param.valType);
+    const bool isGiven = kind == ValueKind::ProjFlag ? param.value.toBool()
+                                                     : !param.value.toString().trimmed().isEmpty();
+    if (!isGiven || kind == ValueKind::Time || kind == ValueKind::TimeSpan)
+        return {};
+    return whatIsOverruled(projName, CoordStringHelper::GetNoFormatString(param));
+}
+
+/// A parameter that PROJ passes over, or that it should not be given; true when it is a finding.
 bool reviewProjName(const QDomElement &element, const Projection &projection, const Param &param,
                     const QString &projName, ReviewFindings &findings)
 {
     if (findings.isDoubted(element, Names::xml_attrName_proj4Param))
         return true;
     if ((isProjParameterOf(projection.proj4Projection, projName) && isGivenAsTaken(param, projName))
-        || (isProjParameter(projName) && saysNothing(param, projName)))
-        return false;
+        || (isProjParameter(projName) && saysNothing(param, projName))
+        || (projName == QLatin1String("lon_0") && isMeridianOfZone(projection, param))) {
+        const QString overruled = whatIsOverruledBy(projName, param);
+        if (!overruled.isEmpty())
+            findings.addAttribute(FindingKind::Overruling, element, Names::xml_attrName_proj4Param,
+                                  overruled);
+        return !overruled.isEmpty();
+    }
     findings.addAttribute(FindingKind::UnusedProjName, element, Names::xml_attrName_proj4Param);
     return true;
 }

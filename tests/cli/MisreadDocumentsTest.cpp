@@ -85,6 +85,13 @@ const Misread misreadRows[] = {
     {"proj4Param=\"k_0\"", "proj4Param=\"to_meter\"", "proj4Param=\"to_meter\" is no parameter"},
     {"proj4Projection=\"sterea\"", "proj4Projection=\"sterea +lat_0=0\"",
      "line 4, Coord/Projection: proj4Projection=\"sterea +lat_0=0\" is not one name of PROJ\n"},
+    {"<paramProj4 name=\"FalseEast\"",
+     "<param name=\"grid\" ver=\"1\" unit=\"None\" valType=\"String\">egm96_15.gtx</param>"
+     "<paramProj4 name=\"grid\" proj4Param=\"geoidgrids\"/><paramProj4 name=\"FalseEast\"",
+     "line 10, Coord/Projection/paramProj4[grid]: proj4Param=\"geoidgrids\" is not for a "
+     "projection "
+     "to say, it overrules the rest; understood: the geoid model: heights would be above this "
+     "grid\n"},
     {"biggerHalfAxle=\"6377397.155\"", "biggerHalfAxle=\"6377\"",
      "line 3, Coord/Ellpsoid: biggerHalfAxle=\"6377\" cannot be meant"},
     {"reciprocal=\"299.1528128\" positiveDir=\"ENU\" proj4EllpsName=\"bessel\"",

@@ -37,8 +37,9 @@ TEST(SystemNotes, ThereAreNoneOnAPlainSystem)
 
 TEST(SystemNotes, AParameterThatOverrulesTheSystem)
 {
-    for (const char *name : {"units", "to_meter", "axis", "towgs84", "nadgrids", "datum", "ellps",
-                             "a", "b", "rf", "f", "R", "pm"}) {
+    for (const char *name :
+         {"units", "to_meter", "axis", "towgs84", "nadgrids", "datum", "ellps", "a", "b", "rf", "f",
+          "R", "pm", "geoidgrids", "geoid_crs", "vunits", "vto_meter", "geoc"}) {
         Coord coord = plainSystem();
         addParameter(coord, name, Param(ValueType_Double, Unit_None, 1.0));
         EXPECT_TRUE(noteOn(coord).startsWith(

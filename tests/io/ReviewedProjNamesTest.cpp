@@ -84,6 +84,7 @@ TEST_F(ReviewedProjNames, OfTheProjectionHaveNoFinding)
         {"merc", "lat_0", "Double", "0"},
         {"poly", "k_0", "Double", "1"},
         {"utm", "x_0", "Double", "0"},
+        {"utm", "lon_0", "Double", "0"},
         {"tmerc", "south", "Proj4_Param_Bool", "false"},
         // Of a projection that is not known, only what none has is found.
         {"new_one", "lat_1", "Double", "52"},
@@ -105,6 +106,7 @@ TEST_F(ReviewedProjNames, OfOtherProjectionsAreFound)
         {"merc", "lat_0", "Double", "10"},
         {"poly", "k_0", "Double", "0.9996"},
         {"utm", "x_0", "Double", "200000"},
+        {"utm", "lon_0", "Double", "9"},
         {"utm", "k_0", "Double", "0.9999"},
         {"tmerc", "south", "Proj4_Param_Bool", "true"},
         {"tmerc", "zone", "Int32", "31"},
@@ -126,6 +128,89 @@ TEST_F(ReviewedProjNames, OfOtherProjectionsAreFound)
         const auto findings = reviewedParameter(row.projection, row.name, row.type, row.value);
         ASSERT_EQ(findings.size(), 1) << row.projection << ' ' << row.name;
         EXPECT_EQ(findings.first().kind, Kind::UnusedProjName) << row.projection << row.name;
+    }
+}
+
+// `cs2cs +proj=utm +zone=31 +lon_0=9` gives what +zone=31 alone does, whose meridian is 3.
+TEST_F(ReviewedProjNames, AMeridianBesideAZoneIsFoundWhereItIsAnother)
+{
+    const auto beside = [this](const char *zone, const char *meridian) {
+        return reviewedProjections(
+            QByteArray("<Projection_List ver=\"1\"><Projection ver=\"1\" projection_name=\"P\" "
+                       "proj4Projection=\"utm\">"
+                       "<param name=\"Zone\" ver=\"1\" unit=\"None\" valType=\"Int32\">")
+            + zone
+            + "</param><param name=\"Meridian\" ver=\"1\" unit=\"Degree\" valType=\"Longitude\">"
+            + meridian
+            + "</param><paramProj4 name=\"Zone\" proj4Param=\"zone\"/>"
+              "<paramProj4 name=\"Meridian\" proj4Param=\"lon_0\"/>"
+              "</Projection></Projection_List>");
+    };
+    EXPECT_TRUE(beside("31", "3").isEmpty());
+    EXPECT_TRUE(beside("1", "-177").isEmpty());
+    EXPECT_TRUE(beside("60", "177").isEmpty());
+    for (const auto &findings : {beside("31", "9"), beside("30", "3"), beside("31", "3.5")}) {
+        ASSERT_EQ(findings.size(), 1) << testing::PrintToString(findings);
+        EXPECT_EQ(findings.first().kind, Kind::UnusedProjName);
+        EXPECT_EQ(findings.first().written, QStringLiteral("proj4Param=\"lon_0\""));
+    }
+}
+
+// What `cs2cs` of PROJ 9.1 makes of a system with one of these: heights of 328.0833 and 50 instead
+// of 100 m, a northing of 463 km, northing and easting exchanged, heights above a grid, another
+// datum.
+TEST_F(ReviewedProjNames, ThatOverruleTheRestOfTheSystemAreFound)
+{
+    struct Row
+    {
+        const char *name, *type, *value;
+        const char *overruled;
+    };
+    const Row rows[] = {
+        {"geoidgrids", "String", "egm96_15.gtx",
+         "the geoid model: heights would be above this grid"},
+        {"geoid_crs", "String", "EPSG:4979", "the geoid model: heights would be above a grid"},
+        {"vunits", "String", "us-ft", "the metre of heights"},
+        {"vunits", "String", "0.3048", "the metre of heights"},
+        {"vto_meter", "Double", "2", "the metre of all heights"},
+        {"vto_meter", "String", "1/3", "the metre of all heights"},
+        {"units", "String", "km", "the metre of northings and eastings"},
+        {"units", "String", "us-ft", "the metre of northings and eastings"},
+        {"axis", "String", "neu", "the order of easting, northing, height"},
+        {"axis", "String", "swu", "the order of easting, northing, height"},
+        {"axis", "String", "end", "the order of easting, northing, height"},
+        {"towgs84", "String", "600,0,0", "the datum shift"},
+        {"nadgrids", "String", "@null", "the datum shift: this grid would stand in its place"},
+        {"geoc", "Proj4_Param_Bool", "true", "the datum shift: there would be none"},
+    };
+    for (const Row &row : rows) {
+        SCOPED_TRACE(std::string(row.name) + '=' + row.value);
+        const auto findings = reviewedParameter("tmerc", row.name, row.type, row.value);
+        ASSERT_EQ(findings.size(), 1) << testing::PrintToString(findings);
+        EXPECT_EQ(findings.first().kind, Kind::Overruling);
+        EXPECT_EQ(findings.first().written, QString::fromUtf8(place(row.name)));
+        EXPECT_EQ(findings.first().understood, QString::fromLatin1(row.overruled));
+    }
+}
+
+TEST_F(ReviewedProjNames, ThatOverruleNothingHaveNoFinding)
+{
+    struct Row
+    {
+        const char *name, *type, *value;
+    };
+    const Row rows[] = {
+        {"vunits", "String", "m"},     {"vto_meter", "Double", "1"},
+        {"units", "String", "m"},      {"axis", "String", "enu"},
+        {"axis", "String", "wsu"},     {"pm", "String", "ferro"},
+        {"ellps", "String", "intl"},   {"geoc", "Proj4_Param_Bool", "false"},
+        {"geoc", "String", "F"},       {"over", "Proj4_Param_Bool", "true"},
+        {"lon_wrap", "Double", "180"},
+    };
+    for (const Row &row : rows) {
+        const auto findings = reviewedParameter("tmerc", row.name, row.type, row.value);
+        EXPECT_TRUE(findings.isEmpty())
+            << row.name << '=' << row.value << testing::PrintToString(findings);
     }
 }
 
