@@ -97,14 +97,16 @@ public:
         if (!m_isOneToOneRequired)
             return true;
         Pos back;
-        return (m_prepared.convert(m_projectedToLocal, plane, back, nullptr)
+        return (one_to_one::isInPlane(plane)
+                && m_prepared.convert(m_projectedToLocal, plane, back, nullptr)
                 && one_to_one::isSamePlace(local.getLongLatH(), back.getLongLatH()))
                || refuseAsNotOneToOne();
     }
 
     bool leadsBackToPlane(const Pos &plane, const Pos &local)
     {
-        return !m_isOneToOneRequired || leadsBack(plane, local) || refuseAsNotOneToOne();
+        return !m_isOneToOneRequired || (one_to_one::isInPlane(plane) && leadsBack(plane, local))
+               || refuseAsNotOneToOne();
     }
 
     bool toGeoid(const Pos &wgs84, double &diff)

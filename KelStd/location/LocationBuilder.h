@@ -82,8 +82,10 @@ public:
     /// the projection's other direction is taken as well. Where that misses the local geographic
     /// position (from `Frame::LocalProjected`: the given point of the plane) by more than 1 mm on
     /// the ground, the position fails with "outside where the projection is one-to-one". So does
-    /// one that lies more than 20 km below the WGS84 ellipsoid, such as X = Y = Z = 0: there
-    /// longitude and latitude lose their meaning.
+    /// one that lies more than 20 km below the WGS84 ellipsoid, such as X = Y = Z = 0, where
+    /// longitude and latitude lose their meaning; one more than 50,000 km above it, beyond every
+    /// satellite of navigation, such as X, Y, Z in centimetres; and one whose northing or easting
+    /// is beyond 100,000,000 m, more than twice around the Earth.
     ///
     /// What is made is the same, bit for bit. It costs about a fifth more, all of it PROJ's
     /// arithmetic.

@@ -24,9 +24,24 @@ inline constexpr double metresPerDegree = 111'320.0;
 /// their meaning, and PROJ gives some all the same.
 inline constexpr double maxDepth = 20'000.0;
 
+/// How high [m] above the ellipsoid there are positions: geostationary satellites are at 35,786 km,
+/// those of satellite navigation at most a little higher. Cartesian coordinates in centimetres or
+/// millimetres lie beyond.
+inline constexpr double maxHeight = 50'000'000.0;
+
 inline bool isPosition(const stLongLatH &wgs84)
 {
-    return wgs84.height >= -maxDepth;
+    return wgs84.height >= -maxDepth && wgs84.height <= maxHeight;
+}
+
+/// How far from its origin [m] a plane has places: more than twice around the Earth (40,075 km),
+/// and beyond the eastings with the number of their zone before them, which end at 60,900 km. A
+/// pole that a projection has at infinity gets a number, too, and the way back from it leads there.
+inline constexpr double maxPlane = 100'000'000.0;
+
+inline bool isInPlane(const Pos &plane)
+{
+    return std::abs(plane.getENU().e) <= maxPlane && std::abs(plane.getENU().n) <= maxPlane;
 }
 
 /// Whether the way back [deg] from a plane misses; longitudes a whole turn apart are the same, and

@@ -81,6 +81,9 @@ INSTANTIATE_TEST_SUITE_P(Lines, ConvertFar,
                                          FarLine{"NewZealandsSeriesInEurope", newZealand,
                                                  "wgs84-llh", "10.5,50.5,0", "172.5,-41.25,10.5"},
                                          FarLine{"MiddleOfTheEarth", utm31, "wgs84-xyz", "0,0,0",
+                                                 "3904046.1,368161.3,5013449.4"},
+                                         FarLine{"Centimetres", utm31, "wgs84-xyz",
+                                                 "390404610,36816130,501344940",
                                                  "3904046.1,368161.3,5013449.4"}),
                          [](const auto &row) { return std::string(row.param.name); });
 
