@@ -146,7 +146,9 @@ bool isReady(int descriptor)
 
 namespace {
 
-constexpr int stopSignals[] = {SIGINT, SIGTERM};
+// The interrupt key, a request to end, and a terminal that is closed; under nohup the last one is
+// ignored from the start.
+constexpr int stopSignals[] = {SIGINT, SIGTERM, SIGHUP};
 std::atomic<int> toldBy{0};
 static_assert(std::atomic<int>::is_always_lock_free, "a signal may write it");
 

@@ -44,8 +44,8 @@ bool writeAll(int descriptor, const QByteArray &bytes);
 /// The operating system's text for what failed last.
 QString lastErrorText();
 
-/// While this lives, the interrupt key and a request to end do not end the program where it stands:
-/// `isToldToStop`. The next one does.
+/// While this lives, the interrupt key, a request to end and a terminal that is closed do not end the
+/// program where it stands: `isToldToStop`. The next one does.
 class StopRequests
 {
 public:

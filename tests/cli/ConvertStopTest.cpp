@@ -5,6 +5,7 @@
 #include "location/PublishedFigures.h"
 #include "support/Printers.h"
 
+#include <QtCore/QDir>
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QJsonArray>
 #include <QtCore/QJsonDocument>
@@ -26,7 +27,14 @@ using test::ProgramRun;
 using test::RunningProgram;
 
 constexpr int patience = 60000; // [ms]
-constexpr int stopSignals[] = {SIGINT, SIGTERM};
+constexpr int stopSignals[] = {SIGINT, SIGTERM, SIGHUP};
+
+/// As a terminal's shell leaves them.
+void setDefaultActions()
+{
+    for (const int signal : stopSignals)
+        std::signal(signal, SIG_DFL);
+}
 
 QStringList convertArguments(const QStringList &more = {})
 {
@@ -35,18 +43,11 @@ QStringList convertArguments(const QStringList &more = {})
            + more;
 }
 
-/// The program with both signals as a terminal's shell leaves them: what runs the tests may have
-/// had them ignored.
+/// The program with all signals at their defaults: what runs the tests may have had them ignored.
 class Interruptible : public ProgramRun
 {
 public:
-    Interruptible()
-    {
-        beforeStart([] {
-            std::signal(SIGINT, SIG_DFL);
-            std::signal(SIGTERM, SIG_DFL);
-        });
-    }
+    Interruptible() { beforeStart(setDefaultActions); }
 };
 
 /// N of "kelstd: stopped behind line N of <stdin>", the last report; -1 when it is none.
@@ -152,37 +153,46 @@ TEST(ConvertStop, AGeoJsonDocumentIsStillOne)
 
 TEST(ConvertStop, TheRejectedLinesAreInTheirFile)
 {
-    const Interruptible program;
-    const QString rejects = program.home().path(QStringLiteral("rejects.csv"));
-    RunningProgram running(program, convertArguments({QStringLiteral("--rejects"), rejects}));
-    running.send("A,5,52,1\nB,x,52,2\nC,5,52,3\nD,y,5");
-    EXPECT_TRUE(running.waitForOutput("\nC,5.0"));
-    running.signal(SIGINT);
-    ASSERT_TRUE(running.waitForEnd());
-    EXPECT_EQ(running.endedBy(), SIGINT);
-    EXPECT_EQ(stoppedBehind(running), 3) << running.err().constData();
-    EXPECT_EQ(test::readFile(rejects), QByteArray("B,x,52,2\n"));
+    for (const int signal : stopSignals) {
+        SCOPED_TRACE(signal);
+        const Interruptible program;
+        const QString rejects = program.home().path(QStringLiteral("rejects.csv"));
+        RunningProgram running(program, convertArguments({QStringLiteral("--rejects"), rejects}));
+        running.send("A,5,52,1\nB,x,52,2\nC,5,52,3\nD,y,5");
+        EXPECT_TRUE(running.waitForOutput("\nC,5.0"));
+        running.signal(signal);
+        ASSERT_TRUE(running.waitForEnd());
+        EXPECT_EQ(running.endedBy(), signal);
+        EXPECT_EQ(stoppedBehind(running), 3) << running.err().constData();
+        EXPECT_EQ(test::readFile(rejects), QByteArray("B,x,52,2\n"));
+        EXPECT_EQ(
+            QDir(program.home().path()).entryList({QStringLiteral("rejects*")}, QDir::AllEntries),
+            QStringList(QStringLiteral("rejects.csv")));
+    }
 }
 
 /// As under nohup, or in the background of a script.
 TEST(ConvertStop, ASignalThatIsIgnoredAtTheStartStaysIgnored)
 {
-    ProgramRun program;
-    program.beforeStart([] {
-        std::signal(SIGINT, SIG_IGN);
-        std::signal(SIGTERM, SIG_DFL);
-    });
-    RunningProgram running(program, convertArguments());
-    running.send("A,5,52,1\n");
-    EXPECT_TRUE(running.waitForOutput("\nA,5.0"));
-    running.signal(SIGINT);
-    running.send("B,5,52,2\n");
-    EXPECT_TRUE(running.waitForOutput("\nB,5.0"));
-    running.signal(SIGINT);
-    running.closeInput();
-    ASSERT_TRUE(running.waitForEnd());
-    EXPECT_EQ(running.status(), 0);
-    EXPECT_EQ(running.err(), QByteArray());
+    for (const int signal : {SIGINT, SIGHUP}) {
+        SCOPED_TRACE(signal);
+        ProgramRun program;
+        program.beforeStart([signal] {
+            setDefaultActions();
+            std::signal(signal, SIG_IGN);
+        });
+        RunningProgram running(program, convertArguments());
+        running.send("A,5,52,1\n");
+        EXPECT_TRUE(running.waitForOutput("\nA,5.0"));
+        running.signal(signal);
+        running.send("B,5,52,2\n");
+        EXPECT_TRUE(running.waitForOutput("\nB,5.0"));
+        running.signal(signal);
+        running.closeInput();
+        ASSERT_TRUE(running.waitForEnd());
+        EXPECT_EQ(running.status(), 0);
+        EXPECT_EQ(running.err(), QByteArray());
+    }
 }
 
 /// The program with a pipe for its standard output that nobody reads yet.
@@ -209,8 +219,7 @@ public:
     void start(const QByteArray &input)
     {
         m_program.beforeStart([end = m_ends[1]] {
-            std::signal(SIGINT, SIG_DFL);
-            std::signal(SIGTERM, SIG_DFL);
+            setDefaultActions();
             dup2(end, STDOUT_FILENO);
         });
         m_process = m_program.process(
