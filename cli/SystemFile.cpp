@@ -1,5 +1,6 @@
 #include <cli/SystemFile.h>
 
+#include <KelStd/io/DocumentLimits.h>
 #include <KelStd/proj/ProjLib.h>
 
 #include <QtCore/QFileInfo>
@@ -42,10 +43,12 @@ bool readSystem(const QString &fileName, Coord &coord, QList<io::DocumentFinding
                          .arg(versions);
             return false;
         }
-        reason = QFileInfo(fileName).size() == 0
-                     ? QStringLiteral("the file is empty")
-                     : QStringLiteral("it is no coordinate-system document of version 1 (no "
-                                      "well-formed XML, nested too deeply, or another version)");
+        reason = QFileInfo(fileName).size() == 0 ? QStringLiteral("the file is empty")
+                                                 : io::exceededLimit(fileName);
+        if (reason.isEmpty()) {
+            reason = QStringLiteral("it is no coordinate-system document of version 1 (no "
+                                    "well-formed XML, or another version)");
+        }
     }
     return false;
 }

@@ -27,4 +27,9 @@ inline constexpr int maxMarkup = 400000;
 /// false when the file cannot be read.
 KELSTD_EXPORT bool isWithinLimits(const QString &fileName);
 
+/// Which of the three bounds above a document exceeds, in words, translated: "its 70000000 bytes
+/// are more than the 67108864 that are read". Empty for one that exceeds none, and where that
+/// cannot be told: the file cannot be read, or is a pipe.
+KELSTD_EXPORT QString exceededLimit(const QString &fileName);
+
 } // namespace KelStd::io

@@ -36,7 +36,7 @@ public:
         int depth = 0;
         while (moveToTag()) {
             if (++m_markup > maxMarkup)
-                return false;
+                return exceed(Bound::Markup);
             switch (second().unicode()) {
             case '/':
                 --depth;
@@ -49,7 +49,7 @@ public:
                 break;
             default:
                 if (depth + 1 > deepestNesting)
-                    return false;
+                    return exceed(Bound::Nesting);
                 if (!skipTag())
                     ++depth;
             }
@@ -59,7 +59,16 @@ public:
 
     const std::vector<WideReference> &wideReferences() const { return m_wide; }
 
+    /// Of a text that is not safe.
+    Bound exceeded() const { return m_markup > maxMarkup ? Bound::Markup : m_exceeded; }
+
 private:
+    bool exceed(Bound bound)
+    {
+        m_exceeded = bound;
+        return false;
+    }
+
     bool moveToTag()
     {
         const QChar *const before = m_at;
@@ -202,6 +211,7 @@ private:
     const bool m_hasReferences;
     const int m_maxAttributes;
     bool m_isSafe = true;
+    Bound m_exceeded = Bound::None;
     int m_markup = 0; ///< tags, comments, instructions and attributes so far
     std::vector<WideReference> m_wide;
     std::vector<QStringView> m_attributes; ///< names of the present tag
@@ -239,10 +249,13 @@ bool isXmlText(const QString &text)
            });
 }
 
-bool makeSafeToParse(QString &text, int maxAttributes)
+bool makeSafeToParse(QString &text, int maxAttributes, Bound *exceeded)
 {
     MarkupWalker walker(text, maxAttributes);
-    if (!walker.isSafe())
+    const bool isSafe = walker.isSafe();
+    if (exceeded != nullptr)
+        *exceeded = walker.exceeded();
+    if (!isSafe)
         return false;
     if (!walker.wideReferences().empty())
         text = withCharacters(text, walker.wideReferences());

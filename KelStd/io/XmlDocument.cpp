@@ -91,6 +91,15 @@ QString textOf(const QDomDocument &document)
     return text;
 }
 
+/// Why a document of this text could not be read back; empty when it can.
+QString faultOf(const QString &text, qint64 size)
+{
+    if (!isXmlText(text))
+        return QObject::tr("A text has a character that no XML document can hold");
+    return size > largestDocument ? QObject::tr("The document would be too large to be read")
+                                  : QString();
+}
+
 } // namespace
 
 bool readDocument(const QString &fileName, Source source, QDomDocument &document, QString *error,
@@ -123,6 +132,33 @@ bool isWithinLimits(const QString &fileName)
     return makeSafeToParse(text, maxAttributes);
 }
 
+QString exceededLimit(const QString &fileName)
+{
+    QFile file;
+    if (!openForReading(file, fileName, Source::RegularFile, nullptr))
+        return {};
+    QByteArray bytes;
+    if (!readBytes(file, bytes)) {
+        return QObject::tr("its %1 bytes are more than the %2 that are read")
+            .arg(file.size())
+            .arg(largestDocument);
+    }
+    QString text = codecOf(bytes)->toUnicode(bytes);
+    bytes.clear();
+    Bound exceeded = Bound::None;
+    makeSafeToParse(text, maxMarkup, &exceeded);
+    switch (exceeded) {
+    case Bound::Nesting:
+        return QObject::tr("its elements are nested deeper than the %1 levels that are read")
+            .arg(deepestNesting);
+    case Bound::Markup:
+        return QObject::tr("its tags and attributes are more than the %1 that are read")
+            .arg(maxMarkup);
+    case Bound::None: break;
+    }
+    return {};
+}
+
 QDomDocument documentFrame()
 {
     QDomDocument document;
@@ -138,10 +174,7 @@ bool writeDocument(const QString &fileName, const std::function<QDomDocument()> 
     const auto write = [&makeDocument, &fault](QIODevice &file) {
         const QString text = textOf(makeDocument());
         const QByteArray bytes = text.toUtf8();
-        if (!isXmlText(text))
-            fault = QObject::tr("A text has a character that no XML document can hold");
-        else if (bytes.size() > largestDocument)
-            fault = QObject::tr("The document would be too large to be read");
+        fault = faultOf(text, bytes.size());
         return fault.isEmpty() && writeAll(file, bytes);
     };
     if (replaceFile(fileName, QIODevice::Text, write, error))
@@ -149,6 +182,15 @@ bool writeDocument(const QString &fileName, const std::function<QDomDocument()> 
     if (!fault.isEmpty() && error != nullptr)
         *error = fault;
     return false;
+}
+
+bool reparse(const QDomDocument &document, QDomDocument &parsed, QString *error)
+{
+    QString text = textOf(document);
+    const QString fault = faultOf(text, text.toUtf8().size());
+    if (!fault.isEmpty() && error != nullptr)
+        *error = fault;
+    return fault.isEmpty() && parse(text, LineEnds::AsTheyAre, parsed);
 }
 
 } // namespace KelStd::io

@@ -15,6 +15,14 @@ namespace KelStd::io {
 /// half a surrogate pair, which no encoding has.
 bool isXmlText(const QString &text);
 
+/// What there is too much of in a text.
+enum class Bound
+{
+    None,
+    Nesting,
+    Markup ///< tags and attributes
+};
+
 /// Readies a text for Qt's parser, which takes more than XML is and reads some of it as something
 /// else. Whether the text is well-formed otherwise is left to the parser.
 ///
@@ -25,7 +33,9 @@ bool isXmlText(const QString &text);
 /// and a number end there), or in which a tag has an attribute twice. References to characters
 /// beyond U+FFFF, of which the parser would keep sixteen bits, become the characters, and so do
 /// references to the two halves of one.
-bool makeSafeToParse(QString &text, int maxAttributes = maxMarkup);
+///
+/// `exceeded` (when given) is the bound that the text exceeds.
+bool makeSafeToParse(QString &text, int maxAttributes = maxMarkup, Bound *exceeded = nullptr);
 
 /// What becomes of carriage returns.
 enum class LineEnds
@@ -61,5 +71,9 @@ QDomDocument documentFrame();
 /// surrogate pair in a text.
 bool writeDocument(const QString &fileName, const std::function<QDomDocument()> &makeDocument,
                    QString *error);
+
+/// Makes `parsed` what `readDocument` would make of what `writeDocument` would write, without a
+/// file. False as they are.
+bool reparse(const QDomDocument &document, QDomDocument &parsed, QString *error);
 
 } // namespace KelStd::io

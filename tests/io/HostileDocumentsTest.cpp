@@ -1,6 +1,8 @@
 #include "io/CompleteSystem.h"
 #include "io/DocumentTest.h"
 
+#include <KelStd/io/DocumentLimits.h>
+
 #include <QtCore/QElapsedTimer>
 
 #include <random>
@@ -187,6 +189,34 @@ TEST_F(HostileDocuments, MoreMarkupThanFitsIntoMemoryIsRefused)
     DocumentPieces pieces;
     pieces.more = tag + "/>";
     expectRefused(pieces.bytes());
+}
+
+TEST_F(HostileDocuments, TheBoundThatIsExceededIsTold)
+{
+    const auto exceeded = [this](const QByteArray &document) {
+        writeFile(path(), document);
+        return io::exceededLimit(path());
+    };
+    EXPECT_EQ(exceeded(nested(256)), QString());
+    EXPECT_EQ(exceeded(nested(257)),
+              QStringLiteral("its elements are nested deeper than the 256 levels that are read"));
+    const QString tooMuchMarkup =
+        QStringLiteral("its tags and attributes are more than the 400000 that are read");
+    EXPECT_EQ(exceeded("<Coord>" + QByteArray("<a/>").repeated(400000) + "</Coord>"),
+              tooMuchMarkup);
+    QByteArray tag = "<Coord";
+    for (int i = 0; i <= 400000; ++i)
+        tag += " a" + QByteArray::number(i) + "=''";
+    EXPECT_EQ(exceeded(tag + "/>"), tooMuchMarkup);
+    // What is refused for another reason exceeds none.
+    for (const char *document : {"", "<Coord", "<Coord a='' a=''/>", "<Coord>&e;</Coord>"})
+        EXPECT_EQ(exceeded(document), QString()) << document;
+    EXPECT_EQ(io::exceededLimit(path() + ".missing"), QString());
+
+    QFile file(path());
+    ASSERT_TRUE(file.resize(qint64{64} * 1024 * 1024 + 1));
+    EXPECT_EQ(io::exceededLimit(path()),
+              QStringLiteral("its 67108865 bytes are more than the 67108864 that are read"));
 }
 
 TEST_F(HostileDocuments, EntityBombIsRefusedQuickly)
