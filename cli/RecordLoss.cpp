@@ -1,13 +1,11 @@
 #include <cli/RecordLoss.h>
 
-#include <cli/LibraryDocument.h>
 #include <cli/ShownText.h>
 
-#include <KelStd/io/Coord_IO.h>
+#include <KelStd/io/DocumentReview.h>
 #include <KelStd/io/RecordParamNames.h>
 
 #include <QtCore/QPair>
-#include <QtCore/QTemporaryDir>
 
 namespace KelStd::cli {
 
@@ -137,21 +135,16 @@ QString lossBetween(Coord given, Coord read)
 
 LossCheck checkLoss(const Record &record)
 {
-    const QTemporaryDir directory;
-    if (!directory.isValid()) {
-        return {
-            {},
-            QStringLiteral("cannot write a temporary directory: %1").arg(directory.errorString())};
-    }
     const Coord given = std::visit(AsSystem{}, record);
-    const QString file = directory.filePath(QStringLiteral("document.xml"));
+    Coord read;
     QString reason;
-    if (!Coord_IO::xml_write(given, file, &reason))
-        return {{}, QStringLiteral("cannot write the temporary file %1: %2").arg(file, reason)};
-    const auto read = recordsIn(file, RecordKind::Custom, reason);
-    if (!read)
-        return {{}, QStringLiteral("cannot read the temporary file %1: %2").arg(file, reason)};
-    return {lossBetween(given, std::get<Coord>(read->constFirst())), {}};
+    if (!io::readBackFromMemory(given, read, &reason)) {
+        return {{},
+                reason.isEmpty() ? QStringLiteral("the document that the library would write of it "
+                                                  "could not be read back")
+                                 : reason};
+    }
+    return {lossBetween(given, read), {}};
 }
 
 } // namespace KelStd::cli

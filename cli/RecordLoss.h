@@ -10,10 +10,10 @@ namespace KelStd::cli {
 struct LossCheck
 {
     QString loss;    ///< the first thing that the document would not keep; empty when all is kept
-    QString failure; ///< why that cannot be told, as no document can be written for a trial
+    QString failure; ///< why that cannot be told: a document of it could not be read
 };
 
-/// Writes a record into a temporary document and reads it back. Numbers that agree in the 15 digits
+/// Makes a document of a record, in memory, and reads it back. Numbers that agree in the 15 digits
 /// that a document has are the same.
 LossCheck checkLoss(const Record &record);
 

@@ -1,6 +1,7 @@
 #include <KelStd/io/Coord_IO.h>
 
 #include <KelStd/io/CoordDocument.h>
+#include <KelStd/io/DocumentReview.h>
 #include <KelStd/io/RecordReaders.h>
 #include <KelStd/io/RecordWriters.h>
 #include <KelStd/io/XmlDocument.h>
@@ -46,6 +47,13 @@ bool readCoord(const QString &fileName, Source source, Coord &coord, QString *er
     QDomDocument document;
     return readDocument(fileName, source, document, error)
            && readCoord(document.documentElement(), coord, error);
+}
+
+bool readBackFromMemory(const Coord &given, Coord &read, QString *error)
+{
+    QDomDocument document;
+    return reparse(coordDocument(given), document, error)
+           && readCoord(document.documentElement(), read, error);
 }
 
 bool readCoord(const QDomElement &root, Coord &coord, QString *error)

@@ -86,6 +86,12 @@ KELSTD_EXPORT bool reviewEllipsoidList(const QString &fileName, QList<Ellipsoid>
 KELSTD_EXPORT bool reviewProjectionList(const QString &fileName, QList<Projection> &projections,
                                         QList<DocumentFinding> &findings, QString *error = nullptr);
 
+/// Makes `read` what `Coord_IO::xml_read` would make of the document that `Coord_IO::xml_write`
+/// would write of `given`, without a file: what differs is what the document does not keep. False
+/// where the document could not be written or read, with a text in `error` (when given) if
+/// `xml_write` has one; raises what it raises.
+KELSTD_EXPORT bool readBackFromMemory(const Coord &given, Coord &read, QString *error = nullptr);
+
 /// A finding in words, translated: "line 12, Coord/Ellipsoid_Transform: fuction="seven" is none of
 /// the format's words; it was understood as "None"". Long texts are shortened.
 KELSTD_EXPORT QString describedFinding(const DocumentFinding &finding);

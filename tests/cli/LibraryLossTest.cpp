@@ -132,13 +132,13 @@ TEST_F(LibraryLoss, IsNoneWhereNothingIsToBeWritten)
     }
 }
 
-TEST_F(LibraryLoss, CannotBeToldWithoutATemporaryFile)
+// A program that is killed would leave it behind.
+TEST_F(LibraryLoss, IsToldWithoutATemporaryFile)
 {
     m_program.setVariable(text("TMPDIR"), given("no directory", {}));
     const auto result = add(system("T"));
-    EXPECT_EQ(result.status, 3);
-    EXPECT_THAT(result.err, Mentions("cannot write a temporary directory: "));
-    EXPECT_FALSE(has("custom/T.xml"));
+    EXPECT_EQ(result.status, 0) << result.err;
+    EXPECT_TRUE(has("custom/T.xml"));
 }
 
 QStringList systemDocuments()
