@@ -17,6 +17,7 @@
 #include <KelStd/coord/uPos.h>
 #include <KelStd/display/stShowConfig.h>
 #include <KelStd/files/FileLock.h>
+#include <KelStd/files/WorkshopMark.h>
 #include <KelStd/io/Coord_IO.h>
 #include <KelStd/io/DocumentLimits.h>
 #include <KelStd/io/DocumentReview.h>

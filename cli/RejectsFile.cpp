@@ -30,7 +30,7 @@ bool RejectsFile::open(const QString &name, const Input &input, const QString &s
     if (info.exists() && !info.isFile()) {
         device = std::make_unique<QFile>(info.filePath());
     } else {
-        // PROJ's transformations are created in another directory.
+        // The same file at the end of the run, whatever the current directory is then.
         auto replacing = std::make_unique<QSaveFile>(info.absoluteFilePath());
         m_replacing = replacing.get();
         device = std::move(replacing);

@@ -27,6 +27,17 @@ TEST(PublicHeaders, IncludeOnlyPublicHeaders)
     }
 }
 
+TEST(PublicHeaders, AreAllThatTheProgramIncludes)
+{
+    const QStringList headers = installedHeaders();
+    const QStringList sources = test::sourcesUnder(QStringLiteral("cli"));
+    ASSERT_GT(sources.size(), 100);
+    for (const QString &source : sources) {
+        for (const QString &included : test::ownIncludes(test::sourceText(source)))
+            EXPECT_TRUE(headers.contains(included)) << source << " includes " << included;
+    }
+}
+
 TEST(PublicHeaders, DoNotShowProj)
 {
     const QRegularExpression proj(QStringLiteral("#\\s*include\\s*[<\"]proj"));
