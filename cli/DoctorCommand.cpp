@@ -288,7 +288,23 @@ private:
         }
         examineFile(label, file);
     }
-    void examineResources() { examineFile("PROJ database", m_places.resources()); }
+    void examineResources()
+    {
+        const char *label = "PROJ database";
+        const QString file = m_places.resources();
+        // A link is judged by what it leads to, too.
+        const QFileInfo used(QFileInfo(file).canonicalFilePath());
+        for (const QString &path :
+             {QFileInfo(file).absolutePath(), used.absolutePath(), used.absoluteFilePath()}) {
+            const auto fault = accessFault(path);
+            if (m_isInstalled && !m_isDistrusted && used.exists() && fault) {
+                m_isDistrusted = true;
+                problem(label, fault->text, fault->advice);
+                return;
+            }
+        }
+        examineFile(label, file);
+    }
 
     void examineRelease(bool isReady)
     {

@@ -1,5 +1,7 @@
 #include <KelStd/proj/FilePermissions.h>
 
+#include <KelStd/proj/PrivateDirectory.h>
+
 #include <QtCore/QFileInfo>
 #include <QtCore/QObject>
 #include <QtCore/QStringList>
@@ -48,6 +50,19 @@ QString distrustOfEntry(const QString &path)
     return {};
 }
 
+/// Where somebody could put another file in the place of this one, and the file itself. Where it is
+/// a link, what that leads to counts as well.
+QStringList placesOf(const QString &file)
+{
+    const QFileInfo info(file);
+    if (!info.isSymLink())
+        return {info.absolutePath(), file};
+    const QString target = info.canonicalFilePath();
+    return target.isEmpty()
+               ? QStringList{info.absolutePath()}
+               : QStringList{info.absolutePath(), QFileInfo(target).absolutePath(), target};
+}
+
 #endif
 
 } // namespace
@@ -70,13 +85,10 @@ QString distrustOf(const QDir &home, const QString &libraryFile)
 #if defined(Q_OS_UNIX)
     QStringList paths = {home.absolutePath()};
     if (!libraryFile.isEmpty()) {
-        paths += QFileInfo(libraryFile).absolutePath();
-        // The library may be a link; what it leads to is what runs.
-        const QFileInfo library(libraryFile);
-        const QString loaded = library.isSymLink() ? library.canonicalFilePath() : libraryFile;
-        if (library.isSymLink() && library.exists())
-            paths += QFileInfo(loaded).absolutePath();
-        paths += loaded;
+        paths += placesOf(libraryFile);
+        // Who may change the database decides what PROJ computes.
+        const QDir resources(QFileInfo(libraryFile).dir().filePath(resourceDirectoryName()));
+        paths += placesOf(resources.filePath(databaseFileName()));
     }
     for (const QString &path : paths) {
         const QString reason = distrustOfEntry(path);

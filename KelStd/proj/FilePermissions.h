@@ -13,8 +13,8 @@ namespace KelStd::proj {
 void restrictPermissions(const QString &directory, QFile::Permissions allowed);
 
 /// Why the PROJ library is not to be loaded from this home directory, with what to do about it:
-/// the file, its directory, the home or what a link among them leads to belongs to somebody else
-/// than the user or the system, or all others may write there. Empty when nothing speaks against
+/// the file, its directory, the home, PROJ's resources and their database, or what a link among them
+/// leads to belongs to somebody else than the user or the system, or all others may write there. Empty when nothing speaks against
 /// it; what is missing does not. `libraryFile` may be empty: then only the home is looked at.
 ///
 /// A group that may write is the user's own affair: many systems give each user a group.

@@ -178,13 +178,19 @@ TEST_F(WhoseCode, APlaceThatAllCanWriteIsAProblem)
     const QString library = privateFile(KELSTD_PROJ_LIBRARY_NAME);
     const QString original = QFileInfo(library).canonicalFilePath();
     ASSERT_TRUE(QFile::remove(library) && QFile::copy(original, library));
+    // So are the resources.
+    const QString database = QFileInfo(privateFile("share/proj.db")).canonicalFilePath();
+    ASSERT_TRUE(QFile::remove(privateFile("share")) && QDir().mkdir(privateFile("share"))
+                && QFile::copy(database, privateFile("share/proj.db")));
     const struct
     {
         const char *label;
         QString path;
     } places[] = {{"home directory", m_program.home().path()},
                   {"private PROJ directory", m_program.home().path(QStringLiteral("proj"))},
-                  {"PROJ library", library}};
+                  {"PROJ library", library},
+                  {"PROJ database", privateFile("share")},
+                  {"PROJ database", privateFile("share/proj.db")}};
     for (const auto &place : places) {
         SCOPED_TRACE(place.label);
         setMode(place.path, 0757);

@@ -76,6 +76,7 @@ void PrintTo(const Place &row, std::ostream *out)
 class Places : public testing::TestWithParam<Place>
 {
 protected:
+    Places() { writeFile(home.path("proj/share/proj.db"), "a database"); }
     ~Places() override { ProjLib::___unloadEnviroment(); }
 
     QString place() const
@@ -120,6 +121,8 @@ TEST_P(Places, OfAnotherUserAreNotTrusted)
 
 INSTANTIATE_TEST_SUITE_P(Paths, Places,
                          testing::Values(Place{"Home", "."}, Place{"PrivateDirectory", "proj"},
+                                         Place{"Resources", "proj/share"},
+                                         Place{"Database", "proj/share/proj.db"},
                                          Place{"LibraryFile", "proj/" KELSTD_PROJ_LIBRARY_NAME}),
                          [](const auto &row) { return std::string(row.param.name); });
 
@@ -134,6 +137,22 @@ TEST(LinkedLibrary, IsTrustedByWhatItLeadsTo)
     setMode(elsewhere, 0777);
     expectRefusal(elsewhere, writableForAll);
     setMode(elsewhere, 0755);
+    setMode(target, 0646);
+    expectRefusal(target, writableForAll);
+    setMode(target, 0644);
+    EXPECT_TRUE(ProjLib::___InitializeEnviroment());
+    ProjLib::___unloadEnviroment();
+}
+
+TEST(LinkedDatabase, IsTrustedByWhatItLeadsTo)
+{
+    const FakeProjHome home;
+    const QString target = home.path("elsewhere/real.db");
+    writeFile(target, "a database");
+    ASSERT_TRUE(QFile::link(target, home.path("proj/share/proj.db")));
+    setMode(home.path("elsewhere"), 0777);
+    expectRefusal(home.path("elsewhere"), writableForAll);
+    setMode(home.path("elsewhere"), 0755);
     setMode(target, 0646);
     expectRefusal(target, writableForAll);
     setMode(target, 0644);
