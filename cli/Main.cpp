@@ -1,5 +1,5 @@
-#include <cli/Command.h>
-#include <cli/StandardStreams.h>
+#include <cli/commands/Command.h>
+#include <cli/terminal/StandardStreams.h>
 
 #include <KelStd/platform/LogLibrary.h>
 

@@ -3,10 +3,10 @@
 
 #include "FuzzTarget.h"
 
-#include <cli/DisplayOptions.h>
-#include <cli/LineBlocks.h>
-#include <cli/OrderDoubts.h>
-#include <cli/PositionParser.h>
+#include <cli/positions/OrderDoubts.h>
+#include <cli/positions/PositionParser.h>
+#include <cli/run/LineBlocks.h>
+#include <cli/values/DisplayOptions.h>
 
 #include <cmath>
 #include <cstring>

@@ -2,7 +2,7 @@
 
 #include "grid/GridFiles.h"
 
-#include <cli/GridFile.h>
+#include <cli/geoids/GridFile.h>
 
 #include <KelStd/platform/AppConfig.h>
 #include <KelStd/platform/LogLibrary.h>

@@ -6,7 +6,7 @@
 #include "support/Printers.h"
 
 #include <cli/TypedAngle.h>
-#include <cli/ValuePrinter.h>
+#include <cli/positions/ValuePrinter.h>
 
 #include <cmath>
 #include <ostream>

@@ -4,7 +4,7 @@
 #include "cli/ProgramRun.h"
 #include "support/Printers.h"
 
-#include <cli/DisplayOptions.h>
+#include <cli/values/DisplayOptions.h>
 
 #include <gtest/gtest.h>
 

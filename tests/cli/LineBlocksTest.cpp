@@ -1,5 +1,5 @@
-#include <cli/Input.h>
-#include <cli/LineBlocks.h>
+#include <cli/run/Input.h>
+#include <cli/run/LineBlocks.h>
 
 #include "support/Printers.h"
 #include "support/TemporaryHome.h"
@@ -17,7 +17,7 @@ using cli::Input;
 using cli::LineBlock;
 using cli::LineBlocks;
 using cli::LineCursor;
-using cli::mostBytesOfLine;
+using cli::maxLineBytes;
 using Result = LineBlocks::Result;
 
 constexpr int pieceSize = 1 << 16; // what is read at once
@@ -116,7 +116,7 @@ QList<Line> linesOf(const QList<LineBlock> &blocks)
                                          : QByteArray(line.data(), static_cast<int>(line.size())),
                       cursor.lineNumber()};
             if (cursor.isTooLong()) {
-                EXPECT_GT(line.size(), mostBytesOfLine);
+                EXPECT_GT(line.size(), maxLineBytes);
             }
         }
     }
@@ -131,7 +131,7 @@ QList<Line> expectedLines(const QByteArray &bytes)
         texts.removeLast();
     QList<Line> lines;
     for (QByteArray &text : texts) {
-        if (text.size() > mostBytesOfLine)
+        if (text.size() > maxLineBytes)
             text = "TOO LONG";
         else if (text.endsWith('\r'))
             text.chop(1);
@@ -236,7 +236,7 @@ TEST(LineBlocks, AFileWithoutLineEndsIsNotReadIntoMemory)
 {
     const QList<LineBlock> blocks = blocksOfFile(QByteArray(10 * pieceSize, 'x'));
     ASSERT_EQ(blocks.size(), 1);
-    EXPECT_LE(blocks.first().bytes.size(), mostBytesOfLine + 1);
+    EXPECT_LE(blocks.first().bytes.size(), maxLineBytes + 1);
 }
 
 TEST(LineBlocks, APipeThatDeliversByteByByteGivesTheSameLines)
@@ -314,7 +314,7 @@ TEST(LineBlocks, AskingWhetherTheyAreReadyReadsOnePieceAtMost)
     QByteArray together;
     LineBlock block;
     while (reader.isReady() && reader.next(block) == Result::Block) {
-        EXPECT_LE(block.bytes.size(), pieceSize + mostBytesOfLine);
+        EXPECT_LE(block.bytes.size(), pieceSize + maxLineBytes);
         together += block.bytes;
     }
     EXPECT_TRUE(together == bytes);

@@ -1,4 +1,4 @@
-#include <cli/LineSplitter.h>
+#include <cli/positions/LineSplitter.h>
 
 #include "support/Printers.h"
 

@@ -1,4 +1,4 @@
-#include <cli/OrderedWorkers.h>
+#include <cli/run/OrderedWorkers.h>
 
 #include <gtest/gtest.h>
 

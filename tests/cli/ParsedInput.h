@@ -1,6 +1,6 @@
 #pragma once
 
-#include <cli/PositionParser.h>
+#include <cli/positions/PositionParser.h>
 
 #include <QtCore/QByteArray>
 #include <QtCore/QString>

@@ -1,7 +1,7 @@
 // The short way of reading a line says nothing that the careful way does not say.
 
-#include <cli/LineSplitter.h>
-#include <cli/PositionParser.h>
+#include <cli/positions/LineSplitter.h>
+#include <cli/positions/PositionParser.h>
 
 #include "support/AngleSamples.h"
 #include "support/Printers.h"

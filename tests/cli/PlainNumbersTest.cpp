@@ -1,6 +1,6 @@
-#include <cli/CsvWriter.h>
-#include <cli/PlainNumbers.h>
 #include <cli/TypedNumber.h>
+#include <cli/positions/CsvWriter.h>
+#include <cli/positions/PlainNumbers.h>
 
 #include "support/AngleSamples.h"
 #include "support/Printers.h"

@@ -1,4 +1,4 @@
-#include <cli/SystemNotes.h>
+#include <cli/systems/SystemNotes.h>
 
 #include "support/Printers.h"
 

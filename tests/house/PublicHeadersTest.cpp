@@ -34,7 +34,8 @@ TEST(PublicHeaders, AreAllThatTheProgramIncludes)
     ASSERT_GT(sources.size(), 100);
     for (const QString &source : sources) {
         for (const QString &included : test::ownIncludes(test::sourceText(source)))
-            EXPECT_TRUE(headers.contains(included)) << source << " includes " << included;
+            EXPECT_TRUE(included.startsWith(QLatin1String("cli/")) || headers.contains(included))
+                << source << " includes " << included;
     }
 }
 

@@ -31,7 +31,7 @@ QStringList sourcesUnder(const QString &folder)
 QStringList ownIncludes(const QString &text)
 {
     static const QRegularExpression include(
-        QStringLiteral("^\\s*#\\s*include\\s*[<\"](KelStd/[^>\"]+)[>\"]"),
+        QStringLiteral("^\\s*#\\s*include\\s*[<\"]((?:KelStd|cli)/[^>\"]+)[>\"]"),
         QRegularExpression::MultilineOption);
     QStringList found;
     auto matches = include.globalMatch(text);
@@ -40,10 +40,10 @@ QStringList ownIncludes(const QString &text)
     return found;
 }
 
-QMap<QString, QStringList> includeGraph()
+QMap<QString, QStringList> includeGraph(const QString &folder)
 {
     QMap<QString, QStringList> graph;
-    for (const QString &file : sourcesUnder(QStringLiteral("KelStd")))
+    for (const QString &file : sourcesUnder(folder))
         graph.insert(file, ownIncludes(sourceText(file)));
     return graph;
 }

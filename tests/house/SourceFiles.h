@@ -13,10 +13,10 @@ QString sourceText(const QString &relativePath);
 /// Every header and source below a folder, relative to the source tree ("KelStd/coord/Pos.h").
 QStringList sourcesUnder(const QString &folder);
 
-/// The files of ours that a text includes ("KelStd/coord/Pos.h"), in order.
+/// The files of ours that a text includes ("KelStd/coord/Pos.h", "cli/run/Input.h"), in order.
 QStringList ownIncludes(const QString &text);
 
-/// Every file of the library with what it includes of ours.
-QMap<QString, QStringList> includeGraph();
+/// Every file below "KelStd" or "cli" with what it includes of ours.
+QMap<QString, QStringList> includeGraph(const QString &folder);
 
 } // namespace KelStd::test

@@ -39,13 +39,13 @@ int main(int argc, char **argv)
 
     if (!KelStd::ProjLib::___InitializeEnviroment())
         return complain("PROJ could not be prepared");
-    if (!KelStd::Coord_IO::xml_read(arguments.value(3), coord, &error) ||
-        !KelStd::Coord::MakeLocation_byLocalLatLongH(KelStd::Pos::fromLongLatH(6.0, 53.0, 0.0),
-                                                     location, nullptr, &coord, &error))
+    if (!KelStd::Coord_IO::xml_read(arguments.value(3), coord, &error)
+        || !KelStd::Coord::MakeLocation_byLocalLatLongH(KelStd::Pos::fromLongLatH(6.0, 53.0, 0.0),
+                                                        location, nullptr, &coord, &error))
         return complain("not converted:", error);
     // EPSG Guidance Note 7-2, Amersfoort / RD New: 196105.283, 557057.739.
-    if (std::abs(location.get_NEH_E() - 196105.283) > 0.0005 ||
-        std::abs(location.get_NEH_N() - 557057.739) > 0.0005)
+    if (std::abs(location.get_NEH_E() - 196105.283) > 0.0005
+        || std::abs(location.get_NEH_N() - 557057.739) > 0.0005)
         return complain("a wrong position");
     if (platform.numberTexts == 0)
         return complain("the host's toolkit was not used");

@@ -1,0 +1,84 @@
+#include <cli/commands/Command.h>
+
+#include <cli/geoids/GeoidModel.h>
+#include <cli/geoids/GridText.h>
+#include <cli/terminal/CommandLine.h>
+#include <cli/terminal/Console.h>
+#include <cli/terminal/FilePath.h>
+#include <cli/terminal/Report.h>
+
+namespace KelStd::cli {
+
+namespace {
+
+QString nodeText(const GridFile &grid, const GridFile::Node &node)
+{
+    if (node.row < 0)
+        return QStringLiteral("none");
+    return QStringLiteral("%1 m at latitude %2, longitude %3")
+        .arg(node.value, 0, 'f', 3)
+        .arg(degreesText(grid.latitudeOf(node.row)), degreesText(grid.longitudeOf(node.column)));
+}
+
+QString missingText(const GridFile &grid, qint64 missing)
+{
+    const qint64 all = grid.rows() * grid.columns();
+    return QStringLiteral("%1 of %2 (%3 %)")
+        .arg(missing)
+        .arg(all)
+        .arg(100.0 * static_cast<double>(missing) / static_cast<double>(all), 0, 'f', 2);
+}
+
+} // namespace
+
+ExitStatus runGeoidInfo(const QStringList &arguments, Console &console)
+{
+    CommandLine line(
+        QStringLiteral("NAME|FILE"),
+        QStringLiteral("Shows what is in a geoid grid: its extent and its values."),
+        QStringLiteral(
+            "NAME is a model that 'kelstd geoid list' lists and goes before a file's name;\n"
+            "./FILE is always a file.\n"
+            "\n"
+            "A file is a grid in the GGF layout when its name ends in .ggf, and in the GTX\n"
+            "layout otherwise. A value of -88.8888 marks a node without one, and PROJ takes\n"
+            "every value beyond 1000 m for such a mark.\n"
+            "\n"
+            "Exit status: 0 shown, 2 usage, 3 no grid, or one that is not what its\n"
+            "header says."));
+    if (const auto status = line.parse(arguments, console, 1))
+        return *status;
+    const QString name = line.positionals().value(0);
+    if (name.isEmpty())
+        return line.refuse(QStringLiteral("NAME|FILE is missing"), console);
+
+    GridFile grid;
+    QString reason;
+    const QList<GeoidModelFile> models = filesOfModel(name);
+    const QString file = models.isEmpty() ? onDisk(name) : models.first().path;
+    if (!grid.open(file, reason)) {
+        console.report(QStringLiteral("cannot read the geoid grid %1: %2").arg(name, reason));
+        return ExitStatus::Environment;
+    }
+    GridFile::Values values;
+    const bool isWhole = grid.readValues(values, reason);
+
+    Report report(console);
+    report.section(QStringLiteral("Geoid grid"), file);
+    report.value(QStringLiteral("format"), formatName(grid.format()));
+    report.value(QStringLiteral("latitudes"), latitudesText(grid));
+    report.value(QStringLiteral("longitudes"), longitudesText(grid));
+    report.value(QStringLiteral("spacing"), spacingText(grid));
+    report.value(QStringLiteral("rows, columns"),
+                 QStringLiteral("%1, %2").arg(grid.rows()).arg(grid.columns()));
+    if (!isWhole) {
+        console.report(QStringLiteral("cannot use the geoid grid %1: %2").arg(name, reason));
+        return ExitStatus::Environment;
+    }
+    report.value(QStringLiteral("lowest value"), nodeText(grid, values.lowest));
+    report.value(QStringLiteral("highest value"), nodeText(grid, values.highest));
+    report.value(QStringLiteral("missing values"), missingText(grid, values.missing));
+    return ExitStatus::Success;
+}
+
+} // namespace KelStd::cli

@@ -1,0 +1,81 @@
+#include <cli/commands/Command.h>
+
+#include <cli/library/LibraryDocument.h>
+#include <cli/library/LibraryEntry.h>
+#include <cli/library/LibraryOptions.h>
+#include <cli/systems/RecordReview.h>
+#include <cli/systems/SystemReport.h>
+#include <cli/terminal/CommandLine.h>
+#include <cli/terminal/Console.h>
+
+namespace KelStd::cli {
+
+namespace {
+
+struct Show
+{
+    Console &console;
+
+    void operator()(const Coord &coord) const { showSystem(coord, console); }
+    void operator()(const Ellipsoid &ellipsoid) const { showEllipsoid(ellipsoid, console); }
+    void operator()(const Projection &projection) const { showProjection(projection, console); }
+};
+
+/// What there is to say of the documents that hold a record.
+bool mayBeShown(const LibraryDirectory &library, RecordKind kind, const QString &name,
+                const CommandLine &line, Console &console)
+{
+    bool may = true;
+    for (const QString &file : documentsHolding(library, kind, name)) {
+        RecordReview review = {file, {}};
+        QString reason;
+        reviewedRecordsIn(file, kind, review.findings, reason);
+        may = mayBeUsed(review, line, console) && may;
+    }
+    return may;
+}
+
+} // namespace
+
+ExitStatus runLibraryShow(const QStringList &arguments, Console &console)
+{
+    CommandLine line(QStringLiteral("[OPTIONS] NAME"),
+                     QStringLiteral("Shows an entry of a library as a surveyor reads it."),
+                     QStringLiteral("A name of several kinds is that of the first: custom system, "
+                                    "standard system,\nellipsoid, projection.\n\n")
+                         + reviewHelp());
+    addDirectoryOption(line);
+    addKindOption(line);
+    addLenientOption(line);
+    if (const auto status = line.parse(arguments, console, 1))
+        return *status;
+    QString mistake;
+    const auto kinds = kindsFrom(line, mistake);
+    if (kinds.isEmpty())
+        return line.refuse(mistake, console);
+    if (line.positionals().isEmpty())
+        return line.refuse(QStringLiteral("the NAME is missing"), console);
+    const QString name = withoutMarks(line.positionals().constFirst());
+    const auto library = openLibrary(line, Missing::IsAnError, console);
+    if (!library || !loadRecords(*library, console))
+        return ExitStatus::Environment;
+
+    const auto holding = kindsHolding(name, kinds);
+    if (holding.isEmpty()) {
+        console.report(unknownName(name, kinds, line));
+        return ExitStatus::SomeFailed;
+    }
+    for (const RecordKind other : holding.mid(1)) {
+        console.report(QStringLiteral("note: shown is the %1; the library has %2 of this name, too")
+                           .arg(titleOf(holding.constFirst()), withArticle(other)));
+    }
+    const QString several = ambiguity(*library, holding.constFirst(), name);
+    if (!several.isEmpty())
+        console.report(QStringLiteral("note: shown is one of several: ") + several);
+    if (!mayBeShown(*library, holding.constFirst(), name, line, console))
+        return ExitStatus::Environment;
+    std::visit(Show{console}, *find(holding.constFirst(), name));
+    return ExitStatus::Success;
+}
+
+} // namespace KelStd::cli

@@ -1,0 +1,33 @@
+#include <cli/commands/Command.h>
+
+#include <cli/library/LibraryDirectory.h>
+#include <cli/systems/SystemChoice.h>
+#include <cli/systems/SystemReport.h>
+#include <cli/terminal/CommandLine.h>
+#include <cli/terminal/Console.h>
+
+namespace KelStd::cli {
+
+ExitStatus runSystemShow(const QStringList &arguments, Console &console)
+{
+    CommandLine line(QStringLiteral("[OPTIONS] FILE.xml|NAME"),
+                     QStringLiteral("Shows a coordinate system as a surveyor reads it: its "
+                                    "records, the PROJ\ndefinitions made of them, and what has "
+                                    "to be known before its numbers are\ntrusted."),
+                     systemChoiceHelp() + QStringLiteral("\n\n") + reviewHelp());
+    addDirectoryOption(line);
+    addLenientOption(line);
+    if (const auto status = line.parse(arguments, console, 1))
+        return *status;
+    const QString given = line.positionals().value(0);
+    if (given.isEmpty())
+        return line.refuse(QStringLiteral("the coordinate system's FILE.xml is missing"), console);
+
+    const auto chosen = readChosenSystem(given, line, console);
+    if (!chosen || !mayBeUsed(chosen->review, line, console))
+        return ExitStatus::Environment;
+    showSystem(chosen->coord, console);
+    return ExitStatus::Success;
+}
+
+} // namespace KelStd::cli

@@ -1,0 +1,195 @@
+#include <cli/geoids/GeoidModel.h>
+
+#include <cli/geoids/GridFile.h>
+#include <cli/terminal/FilePath.h>
+
+#include <KelStd/platform/AppConfig.h>
+#include <KelStd/platform/ResourceQuery.h>
+#include <KelStd/proj/ProjLib.h>
+
+#include <QtCore/QDirIterator>
+#include <QtCore/QFileInfo>
+
+#include <algorithm>
+
+namespace KelStd::cli {
+
+namespace {
+
+const QString folderName = QStringLiteral("geoid_model_list");
+
+QString pathOfModel(const QString &name)
+{
+    return AppConfig::getInstance()
+        .module_resourceQuery()
+        ->makeAndQuery_gnss_geoid_model_relativeFilepath(name);
+}
+
+/// Whether a user means a file, whatever models there are.
+bool saysWhere(const QString &name)
+{
+    return name.startsWith(QLatin1String("./")) || name.startsWith(QLatin1String("../"));
+}
+
+bool isGtxName(const QString &name)
+{
+    return name.endsWith(QLatin1String(".gtx"), Qt::CaseInsensitive);
+}
+
+/// Why a grid file cannot be used, as far as that can be seen without PROJ.
+QString faultOf(const QString &path)
+{
+    if (path.contains(QLatin1Char(',')))
+        return QStringLiteral("its name has a comma, at which PROJ begins to read another one");
+    GridFile grid;
+    QString reason;
+    if (isGgfName(path) || isGtxName(path)) {
+        if (!grid.open(path, reason) || !grid.isComplete(reason))
+            return reason;
+    } else if (QFileInfo(path).size() == 0) {
+        return QStringLiteral("it is empty");
+    }
+    return {};
+}
+
+QString unreadable(const QString &path, const QString &fault)
+{
+    return QStringLiteral("PROJ does not read %1%2 ('kelstd geoid info' tells what is in it)")
+        .arg(path, fault.isEmpty() ? QString() : QLatin1String(": ") + fault);
+}
+
+bool leadsOut(const QString &name)
+{
+    return QDir::isAbsolutePath(name)
+           || QDir::fromNativeSeparators(name)
+                  .split(QLatin1Char('/'))
+                  .contains(QStringLiteral(".."));
+}
+
+} // namespace
+
+QList<GeoidFolder> geoidFolders()
+{
+    const AppConfig &config = AppConfig::getInstance();
+    return {
+        {QDir(config.homeDir().absoluteFilePath(folderName)), QStringLiteral("home directory")},
+        {QDir(config.binDir().absoluteFilePath(folderName)), QStringLiteral("program directory")}};
+}
+
+QStringList geoidModelNames()
+{
+    QStringList names;
+    for (const GeoidFolder &folder : geoidFolders()) {
+        QDirIterator files(folder.directory.absolutePath(), QDir::Files,
+                           QDirIterator::Subdirectories);
+        while (files.hasNext()) {
+            const QString name = folder.directory.relativeFilePath(files.next());
+            if (isGgfName(name) || isGtxName(name))
+                names += name;
+        }
+    }
+    names.removeDuplicates();
+    names.sort();
+    const QStringList all = names;
+    names.erase(std::remove_if(names.begin(), names.end(),
+                               [&all](const QString &name) {
+                                   const QString source = name.left(name.lastIndexOf(u'.'));
+                                   return isGgfName(source) && all.contains(source);
+                               }),
+                names.end());
+    return names;
+}
+
+QList<GeoidModelFile> filesOfModel(const QString &name)
+{
+    QList<GeoidModelFile> files;
+    if (name.isEmpty() || saysWhere(name) || leadsOut(name))
+        return files;
+    for (const GeoidFolder &folder : geoidFolders()) {
+        const QString path = folder.directory.absoluteFilePath(name);
+        const bool isKnown = std::any_of(files.cbegin(), files.cend(), [&](const auto &file) {
+            return file.path == path; // both folders may be one
+        });
+        if (!isKnown && QFileInfo(path).isFile())
+            files += {path, folder, faultOf(path)};
+    }
+    std::stable_partition(files.begin(), files.end(),
+                          [](const auto &file) { return file.fault.isEmpty(); });
+    return files;
+}
+
+std::optional<QString> findGeoidModel(const QString &name, QString &reason)
+{
+    const QString path = pathOfModel(name);
+    if (!path.isEmpty()) {
+        const QString fault = faultOf(path);
+        if (fault.isEmpty())
+            return path;
+        reason = unreadable(path, fault);
+        return std::nullopt;
+    }
+    const QList<GeoidModelFile> files = filesOfModel(name);
+    if (files.isEmpty()) {
+        const QList<GeoidFolder> folders = geoidFolders();
+        reason = QStringLiteral("it is not in %1 or %2")
+                     .arg(folders.first().directory.absolutePath(),
+                          folders.last().directory.absolutePath());
+    } else if (!files.first().fault.isEmpty()) {
+        reason = files.first().fault;
+    } else {
+        reason = QStringLiteral("it cannot be converted to GTX beside it");
+    }
+    return std::nullopt;
+}
+
+bool geoidGridIsReadable(const QString &path, QString &reason)
+{
+    // The library's text for a file of which PROJ makes nothing; a point outside the grid has
+    // another one. It is not translated: this program has no translator.
+    const QString refused = QStringLiteral("Create proj geoid model failed.");
+    double diff = 0.0;
+    QString error;
+    if (ProjLib::Calc_geoid_diff(0.0, 0.0, 0.0, path, diff, &error) || error != refused)
+        return true;
+    reason = unreadable(path, faultOf(path));
+    return false;
+}
+
+bool ChosenGrid::choose(const QString &nameOrFile, QString &reason)
+{
+    const auto model = findGeoidModel(nameOrFile, reason);
+    if (model && !saysWhere(nameOrFile)) {
+        m_path = *model;
+        return true;
+    }
+    const QFileInfo file(onDisk(nameOrFile));
+    if (!file.exists()) {
+        reason += QStringLiteral("; nor is there a file of that name ('kelstd geoid list' lists "
+                                 "the models)");
+        return false;
+    }
+    if (!file.isFile()) {
+        reason = QStringLiteral("it is no file");
+        return false;
+    }
+    if (isGgfName(nameOrFile))
+        return convertForTheRun(file.absoluteFilePath(), reason);
+    // PROJ looks for a relative path in places of its own.
+    m_path = file.absoluteFilePath();
+    return true;
+}
+
+bool ChosenGrid::convertForTheRun(const QString &ggf, QString &reason)
+{
+    reason = faultOf(ggf);
+    if (!reason.isEmpty())
+        return false;
+    m_converted.emplace();
+    m_path = m_converted->filePath(QStringLiteral("model.gtx"));
+    if (m_converted->isValid() && ProjLib::ConvertGeoidModelFile_GGF(ggf, m_path))
+        return true;
+    reason = QStringLiteral("its conversion cannot be written to %1").arg(m_path);
+    return false;
+}
+
+} // namespace KelStd::cli

@@ -1,0 +1,41 @@
+#include <cli/geoids/GridText.h>
+
+#include <KelStd/platform/Toolkits.h>
+
+namespace KelStd::cli {
+
+namespace {
+
+QString range(double first, double last)
+{
+    return QStringLiteral("%1 to %2 deg").arg(degreesText(first), degreesText(last));
+}
+
+} // namespace
+
+QString degreesText(double degrees)
+{
+    constexpr int decimals = 9; // a tenth of a millimetre on the ground
+    return tk::Toolkits::DoubleToString(degrees, decimals);
+}
+
+QString latitudesText(const GridFile &grid)
+{
+    return range(grid.latitudeOf(0), grid.latitudeOf(grid.rows() - 1));
+}
+
+QString longitudesText(const GridFile &grid)
+{
+    return range(grid.longitudeOf(0), grid.longitudeOf(grid.columns() - 1));
+}
+
+QString spacingText(const GridFile &grid)
+{
+    const QString latitude = degreesText(grid.latitudeSpacing());
+    const QString longitude = degreesText(grid.longitudeSpacing());
+    return latitude == longitude
+               ? latitude + QLatin1String(" deg")
+               : QStringLiteral("%1 deg in latitude, %2 deg in longitude").arg(latitude, longitude);
+}
+
+} // namespace KelStd::cli

@@ -1,0 +1,48 @@
+#include <cli/library/LibraryOptions.h>
+
+#include <cli/terminal/CommandLine.h>
+#include <cli/terminal/Console.h>
+
+namespace KelStd::cli {
+
+namespace {
+
+const QString kindOption = QStringLiteral("kind");
+
+} // namespace
+
+void addKindOption(CommandLine &line)
+{
+    line.addOption({kindOption,
+                    QStringLiteral("One kind only: systems (custom and standard),\n"
+                                   "custom, standard, ellipsoids or projections."),
+                    QStringLiteral("KIND")});
+}
+
+QList<RecordKind> kindsFrom(const CommandLine &line, QString &mistake)
+{
+    if (!line.isSet(kindOption))
+        return {std::begin(recordKinds), std::end(recordKinds)};
+    const QString word = line.value(kindOption);
+    const auto kinds = kindsNamed(word);
+    if (kinds.isEmpty()) {
+        mistake = QStringLiteral("--kind '%1' is no kind; there are systems, custom, standard, "
+                                 "ellipsoids, projections")
+                      .arg(word);
+    }
+    return kinds;
+}
+
+bool loadRecords(const LibraryDirectory &library, Console &console)
+{
+    QString reason;
+    if (loadPlaces(library,
+                   {LibraryPlace::Custom, LibraryPlace::Standard, LibraryPlace::Ellipsoids,
+                    LibraryPlace::Projections},
+                   reason))
+        return true;
+    console.report(reason);
+    return false;
+}
+
+} // namespace KelStd::cli

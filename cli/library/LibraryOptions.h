@@ -1,0 +1,22 @@
+#pragma once
+
+#include <cli/library/LibraryRecord.h>
+
+#include <QtCore/QList>
+#include <QtCore/QString>
+
+namespace KelStd::cli {
+
+class CommandLine;
+class Console;
+
+/// Adds the option --kind.
+void addKindOption(CommandLine &line);
+
+/// The kinds that --kind names, all without it; none and the `mistake` when it names none.
+QList<RecordKind> kindsFrom(const CommandLine &line, QString &mistake);
+
+/// Loads all records into the registry; false after a report.
+bool loadRecords(const LibraryDirectory &library, Console &console);
+
+} // namespace KelStd::cli

@@ -1,0 +1,229 @@
+#include <cli/library/LibraryRecord.h>
+
+#include <KelStd/library/StandardLibrary.h>
+
+#include <algorithm>
+
+namespace KelStd::cli {
+
+namespace {
+
+StandardLibrary &registry()
+{
+    return StandardLibrary::getInstance();
+}
+
+template <typename Found>
+QStringList keysOf(void (StandardLibrary::*get)(QMap<QString, const Found *> &) const)
+{
+    QMap<QString, const Found *> records;
+    (registry().*get)(records);
+    return records.keys();
+}
+
+template <typename Found>
+std::optional<Record> copied(const Found *record)
+{
+    return record != nullptr ? std::optional<Record>(*record) : std::nullopt;
+}
+
+struct KindRow
+{
+    RecordKind kind;
+    const char *word;
+    const char *title;
+    LibraryPlace place;
+    QStringList (*names)();
+    std::optional<Record> (*find)(const QString &);
+    bool (*remove)(const QString &); ///< null where nothing is removed
+};
+
+const KindRow kindRows[] = {
+    {RecordKind::Custom, "custom", "custom system", LibraryPlace::Custom,
+     [] { return keysOf(&StandardLibrary::getCustomCoordLibrary); },
+     [](const QString &name) { return copied(registry().getCoordFromCustomLibrary(name)); },
+     [](const QString &name) { return registry().removeCoordFromCustomLibrary(name); }},
+    {RecordKind::Standard, "standard", "standard system", LibraryPlace::Standard,
+     [] { return keysOf(&StandardLibrary::getStandardCoordLibrary); },
+     [](const QString &name) { return copied(registry().getCoordFromStandardLibrary(name)); },
+     nullptr},
+    {RecordKind::Ellipsoid, "ellipsoid", "ellipsoid", LibraryPlace::Ellipsoids,
+     [] { return keysOf(&StandardLibrary::getEllipsoidLibrary); },
+     [](const QString &name) { return copied(registry().getEllipsoidFromLibrary(name)); },
+     [](const QString &name) { return registry().removeEllipsoidFromLibrary(name); }},
+    {RecordKind::Projection, "projection", "projection", LibraryPlace::Projections,
+     [] { return keysOf(&StandardLibrary::getProjectionLibrary); },
+     [](const QString &name) { return copied(registry().getProjectionFromLibrary(name)); },
+     [](const QString &name) { return registry().removeProjectionFromLibrary(name); }},
+};
+
+const KindRow &rowOf(RecordKind kind)
+{
+    return *std::find_if(std::begin(kindRows), std::end(kindRows),
+                         [kind](const KindRow &row) { return row.kind == kind; });
+}
+
+/// One operation of each kind of record.
+template <typename OfCoord, typename OfEllipsoid, typename OfProjection>
+struct Operations
+{
+    OfCoord ofCoord;
+    OfEllipsoid ofEllipsoid;
+    OfProjection ofProjection;
+    const QString &name;
+
+    bool operator()(const Coord &record) const { return (registry().*ofCoord)(name, &record); }
+    bool operator()(const Ellipsoid &record) const
+    {
+        return (registry().*ofEllipsoid)(name, &record);
+    }
+    bool operator()(const Projection &record) const
+    {
+        return (registry().*ofProjection)(name, &record);
+    }
+};
+
+template <typename OfCoord, typename OfEllipsoid, typename OfProjection>
+bool apply(OfCoord ofCoord, OfEllipsoid ofEllipsoid, OfProjection ofProjection, const QString &name,
+           const Record &record)
+{
+    return std::visit(
+        Operations<OfCoord, OfEllipsoid, OfProjection>{ofCoord, ofEllipsoid, ofProjection, name},
+        record);
+}
+
+QString &ownName(Coord &record)
+{
+    return record.coord_name;
+}
+
+QString &ownName(Ellipsoid &record)
+{
+    return record.ellipsoid_name;
+}
+
+QString &ownName(Projection &record)
+{
+    return record.projection_name;
+}
+
+} // namespace
+
+QString titleOf(RecordKind kind)
+{
+    return QString::fromLatin1(rowOf(kind).title);
+}
+
+QString wordOf(RecordKind kind)
+{
+    return QString::fromLatin1(rowOf(kind).word);
+}
+
+QString withArticle(RecordKind kind)
+{
+    return (kind == RecordKind::Ellipsoid ? QStringLiteral("an ") : QStringLiteral("a "))
+           + titleOf(kind);
+}
+
+LibraryPlace placeOf(RecordKind kind)
+{
+    return rowOf(kind).place;
+}
+
+QList<RecordKind> kindsNamed(const QString &word)
+{
+    const QString singular = word.endsWith(QLatin1Char('s')) ? word.chopped(1) : word;
+    if (singular == QLatin1String("system"))
+        return {RecordKind::Custom, RecordKind::Standard};
+    for (const KindRow &row : kindRows) {
+        if (singular == QLatin1String(row.word))
+            return {row.kind};
+    }
+    return {};
+}
+
+QString withoutMarks(const QString &name)
+{
+    return QString(name).remove(QChar(QChar::ByteOrderMark));
+}
+
+QString nameOf(const Record &record)
+{
+    Record copy = record;
+    return std::visit([](auto &named) { return ownName(named); }, copy);
+}
+
+void rename(Record &record, const QString &name)
+{
+    std::visit([&name](auto &named) { ownName(named) = name; }, record);
+}
+
+QStringList namesOf(RecordKind kind)
+{
+    return rowOf(kind).names();
+}
+
+std::optional<Record> find(RecordKind kind, const QString &name)
+{
+    if (auto record = rowOf(kind).find(name))
+        return record;
+    const QString key = keyOf(kind, name);
+    return key.isNull() ? std::nullopt : rowOf(kind).find(key);
+}
+
+QString keyOf(RecordKind kind, const QString &name)
+{
+    const QStringList names = namesOf(kind);
+    if (names.contains(name))
+        return name;
+    const QString wanted = withoutMarks(name);
+    const auto found = std::find_if(names.begin(), names.end(), [&wanted](const QString &present) {
+        return withoutMarks(present) == wanted;
+    });
+    return found != names.end() ? *found : QString();
+}
+
+QStringList offeredNames()
+{
+    QList<QPair<QString, QString>> offered;
+    registry().getShowInCreateProjectCoords(offered);
+    QStringList names;
+    for (const auto &pair : offered)
+        names += pair.first;
+    return names;
+}
+
+bool addRecord(const QString &name, const Record &record)
+{
+    return apply(&StandardLibrary::addCoordToCustomLibrary, &StandardLibrary::addEllipsoidToLibrary,
+                 &StandardLibrary::addProjectionToLibrary, name, record);
+}
+
+bool replaceRecord(const QString &name, const Record &record)
+{
+    return apply(&StandardLibrary::setCoordInCustomLibrary, &StandardLibrary::setEllipsoidInLibrary,
+                 &StandardLibrary::setProjectionInLibrary, name, record);
+}
+
+bool removeRecord(RecordKind kind, const QString &name)
+{
+    const auto remove = rowOf(kind).remove;
+    return remove != nullptr && remove(name);
+}
+
+QStringList nearNames(const QString &name, const QStringList &names)
+{
+    constexpr int most = 5;
+    const QString wanted = name.simplified();
+    QStringList equal;
+    QStringList containing;
+    for (const QString &candidate : names) {
+        if (QString::compare(candidate.simplified(), wanted, Qt::CaseInsensitive) == 0)
+            equal += candidate;
+        else if (!wanted.isEmpty() && candidate.contains(wanted, Qt::CaseInsensitive))
+            containing += candidate;
+    }
+    return (equal + containing).mid(0, most);
+}
+
+} // namespace KelStd::cli

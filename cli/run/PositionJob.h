@@ -1,0 +1,44 @@
+#pragma once
+
+#include <cli/positions/PositionParser.h>
+#include <cli/positions/PositionWriter.h>
+
+#include <memory>
+
+namespace KelStd::cli {
+
+/// Does something with positions, one after the other.
+class PositionTaker
+{
+public:
+    PositionTaker() = default;
+    virtual ~PositionTaker() = default;
+    PositionTaker(const PositionTaker &) = delete;
+    PositionTaker &operator=(const PositionTaker &) = delete;
+
+    /// Takes the position that was read and appends to `bytes` what is printed of it: whole lines.
+    /// False when it fails, with the reason. A reason of one that was taken is a warning.
+    virtual bool take(const PositionParser &read, QByteArray &bytes, QString &reason) = 0;
+};
+
+/// What a command does with the positions of an input.
+class PositionJob
+{
+public:
+    PositionJob() = default;
+    virtual ~PositionJob() = default;
+    PositionJob(const PositionJob &) = delete;
+    PositionJob &operator=(const PositionJob &) = delete;
+
+    /// Before any position is taken. Returns what is printed above the first one.
+    virtual QByteArray begin(const InputColumns &columns) = 0;
+
+    /// What is printed between two positions, and below the last one.
+    virtual QByteArray separator() const { return {}; }
+    virtual QByteArray ending() const { return {}; }
+
+    /// A taker for one thread; called on that thread.
+    virtual std::unique_ptr<PositionTaker> makeTaker() const = 0;
+};
+
+} // namespace KelStd::cli

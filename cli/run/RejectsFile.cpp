@@ -1,0 +1,71 @@
+#include <cli/run/RejectsFile.h>
+
+#include <cli/run/Input.h>
+#include <cli/terminal/FilePath.h>
+#include <cli/terminal/StandardStreams.h>
+
+#include <QtCore/QFileInfo>
+
+namespace KelStd::cli {
+
+bool RejectsFile::open(const QString &name, const Input &input, const QString &systemFile,
+                       QString &error)
+{
+    if (input.isFile(name)) {
+        error = QStringLiteral("it is the input");
+        return false;
+    }
+    if (streams::areSameFile(systemFile, name)) {
+        error = QStringLiteral("it is the coordinate system");
+        return false;
+    }
+    for (const int stream : {streams::standardOutput, streams::standardError}) {
+        if (streams::isFile(stream, name)) {
+            error = QStringLiteral("it is the output");
+            return false;
+        }
+    }
+    const QFileInfo info(onDisk(name));
+    std::unique_ptr<QFileDevice> device;
+    if (info.exists() && !info.isFile()) {
+        device = std::make_unique<QFile>(info.filePath());
+    } else {
+        // The same file at the end of the run, whatever the current directory is then.
+        auto replacing = std::make_unique<QSaveFile>(info.absoluteFilePath());
+        m_replacing = replacing.get();
+        device = std::move(replacing);
+    }
+    if (!device->open(QIODevice::WriteOnly)) {
+        error = device->errorString();
+        return false;
+    }
+    m_device = std::move(device);
+    return true;
+}
+
+void RejectsFile::write(const QByteArray &headerLine, const QByteArray &lines)
+{
+    if (!isOpen() || lines.isEmpty())
+        return;
+    if (m_isEmpty && !headerLine.isEmpty())
+        m_isComplete = m_device->write(headerLine + '\n') > 0 && m_isComplete;
+    m_isComplete = m_device->write(lines) == lines.size() && m_isComplete;
+    m_isEmpty = false;
+}
+
+bool RejectsFile::finish(QString &error)
+{
+    if (!isOpen())
+        return true;
+    // A file that replaces another does not say that its last bytes could not be written. When some
+    // of them could, only the next attempt tells why the others could not.
+    const bool isFlushed = m_device->flush() || m_device->flush();
+    m_isComplete = isFlushed && m_isComplete;
+    if (m_isComplete && m_replacing != nullptr)
+        m_isComplete = m_replacing->commit();
+    error = m_device->errorString();
+    m_device.reset();
+    return m_isComplete;
+}
+
+} // namespace KelStd::cli

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <cli/systems/RecordReview.h>
+
+#include <KelStd/coord/Coord.h>
+
+#include <QtCore/QString>
+
+#include <optional>
+
+namespace KelStd::cli {
+
+class CommandLine;
+class Console;
+
+/// What the help of a command says about FILE.xml|NAME.
+QString systemChoiceHelp();
+
+/// A system, and what of its document is not understood as it is written.
+struct ChosenSystem
+{
+    Coord coord;
+    RecordReview review;
+};
+
+/// Reads the system that `given` means: a file that exists, or else the system of exactly this name
+/// in the library that --dir of the line names, or that of the home directory, custom before
+/// standard. What is named like a file makes no library where there is none. Nothing after a
+/// report. Whether it may be used is for `mayBeUsed` to say.
+std::optional<ChosenSystem> readChosenSystem(const QString &given, const CommandLine &line,
+                                             Console &console);
+
+} // namespace KelStd::cli

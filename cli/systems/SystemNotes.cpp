@@ -1,0 +1,143 @@
+#include <cli/systems/SystemNotes.h>
+
+#include <KelStd/text/CoordStringHelper.h>
+
+#include <algorithm>
+
+namespace KelStd::cli {
+
+namespace {
+
+/// PROJ parameters that the system's own records write. Of two equal keys PROJ takes the first, and
+/// the projection's parameters come first.
+struct TakenKey
+{
+    const char *name;
+    const char *instead; ///< what of the system is overruled
+};
+
+constexpr TakenKey takenKeys[] = {
+    {"units", "the metre in which this program reads and prints"},
+    {"to_meter", "the metre in which this program reads and prints"},
+    {"vunits", "the metre in which this program reads and prints heights"},
+    {"vto_meter", "the metre in which this program reads and prints heights"},
+    {"geoidgrids", "the geoid model: heights are those above this grid, whatever is said of them"},
+    {"geoid_crs", "the geoid model: heights may be above a grid, whatever is said of them"},
+    {"axis", "the axis directions of the ellipsoid"},
+    {"towgs84", "the datum shift"},
+    {"nadgrids", "the datum shift"},
+    {"geoc", "the datum shift"},
+    {"datum", "the ellipsoid and the datum shift"},
+    {"ellps", "the ellipsoid"},
+    {"a", "the semi-major axis"},
+    {"b", "the flattening"},
+    {"rf", "the flattening"},
+    {"f", "the flattening"},
+    {"R", "the ellipsoid"},
+    {"pm", "the prime meridian of Greenwich"},
+};
+
+QString lengthUnitName(EUnit unit)
+{
+    const QString name = CoordStringHelper::Unit_to_DescriptionString(unit);
+    return name.isEmpty() ? QStringLiteral("a unit without a name") : name;
+}
+
+void noteTakenKeys(const Coord &coord, QStringList &notes)
+{
+    const auto &names = coord.projection.paramProj4;
+    for (auto entry = names.constBegin(); entry != names.constEnd(); ++entry) {
+        for (const TakenKey &taken : takenKeys) {
+            if (entry.value() == QLatin1String(taken.name)) {
+                notes += QStringLiteral("The parameter \"%1\" is PROJ's \"%2\": it comes first and "
+                                        "wins over %3.")
+                             .arg(entry.key(), entry.value(), QString::fromLatin1(taken.instead));
+            }
+        }
+    }
+}
+
+void noteParametersWithoutValue(const Projection &projection, QStringList &notes)
+{
+    const auto &names = projection.paramProj4;
+    for (auto entry = names.constBegin(); entry != names.constEnd(); ++entry) {
+        const auto param = projection.param.constFind(entry.key());
+        if (param == projection.param.constEnd()) {
+            notes += QStringLiteral("The parameter \"%1\" has no value: PROJ is given %2=0.")
+                         .arg(entry.key(), entry.value());
+        } else if (param->valType == ValueType_String) {
+            notes +=
+                QStringLiteral("The parameter \"%1\" is a text, which coordinate-system "
+                               "documents do not carry: PROJ is given %2=%3.")
+                    .arg(entry.key(), entry.value(), CoordStringHelper::GetNoFormatString(*param));
+        }
+    }
+}
+
+void noteDatumShift(const stEllipsoinTransform &shift, QStringList &notes)
+{
+    if (shift.fuction == EllipsoinTransformFunction_Three
+        && shift.z_translate.unit != shift.y_translate.unit) {
+        notes += QStringLiteral("The z translation is stored in %1, but a three-parameter shift "
+                                "reads it in the unit of y, %2.")
+                     .arg(lengthUnitName(shift.z_translate.unit),
+                          lengthUnitName(shift.y_translate.unit));
+    }
+}
+
+void noteUnits(const Coord &coord, QStringList &notes)
+{
+    if (coord.ellipsoid.proj4EllpsName.trimmed().isEmpty()
+        && coord.ellipsoid.biggerHalfAxle.unit != Unit_Meter) {
+        notes +=
+            QStringLiteral("The semi-major axis is stored in %1, and PROJ does not read it so.")
+                .arg(lengthUnitName(coord.ellipsoid.biggerHalfAxle.unit));
+    }
+    if (coord.projection.loc_or_height_unit != Unit_Meter) {
+        notes +=
+            QStringLiteral("The system's own unit is %1; this program reads and prints metres.")
+                .arg(lengthUnitName(coord.projection.loc_or_height_unit));
+    }
+}
+
+void noteWhatIsNotApplied(const Coord &coord, QStringList &notes)
+{
+    if (coord.planeTransform.fuction != PlaneTransformFunction_None) {
+        notes += QStringLiteral("The planar transformation is kept but not applied: northing and "
+                                "easting are those of the projection.");
+    }
+    if (coord.elevationFitting.function != ElevationFittingFunction_None) {
+        notes += QStringLiteral("The height fitting is kept but not applied: heights are not "
+                                "fitted.");
+    }
+}
+
+} // namespace
+
+QString unusualAxes(const Ellipsoid &ellipsoid)
+{
+    switch (static_cast<int>(ellipsoid.positiveDir)) {
+    case EllipsoidDirection_WSU: return QStringLiteral("west and south");
+    case EllipsoidDirection_ESU: return QStringLiteral("east and south");
+    case EllipsoidDirection_WNU: return QStringLiteral("west and north");
+    default: return {};
+    }
+}
+
+QStringList notesOn(const Coord &coord)
+{
+    QStringList notes;
+    if (!unusualAxes(coord.ellipsoid).isEmpty()) {
+        notes += QStringLiteral("The axes of this system point %1: its longitudes, latitudes, "
+                                "northings and eastings count positive that way.")
+                     .arg(unusualAxes(coord.ellipsoid));
+    }
+    noteUnits(coord, notes);
+    noteTakenKeys(coord, notes);
+    noteParametersWithoutValue(coord.projection, notes);
+    noteDatumShift(coord.ellipsoidTransform, notes);
+    noteWhatIsNotApplied(coord, notes);
+    return notes;
+}
+
+} // namespace KelStd::cli

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <cli/terminal/ExitStatus.h>
+
+#include <QtCore/QCommandLineOption>
+#include <QtCore/QCommandLineParser>
+#include <QtCore/QList>
+#include <QtCore/QStringList>
+
+#include <memory>
+#include <optional>
+
+namespace KelStd::cli {
+
+class Console;
+
+/// What a command accepts, its help text and what it was given.
+class CommandLine
+{
+public:
+    /// `usage`: the words after the command's name. `summary` and `details` stand before and after
+    /// the list of options in the help.
+    CommandLine(const QString &usage, const QString &summary, const QString &details);
+
+    /// A description may have several lines.
+    void addOption(const QCommandLineOption &option);
+
+    /// Nothing when the command goes on. Otherwise the help was shown or a mistake was reported,
+    /// and this is how the program ends. A word that begins as a negative number is a value, not an
+    /// option.
+    std::optional<ExitStatus> parse(const QStringList &arguments, Console &console,
+                                    int mostPositionals);
+
+    bool isSet(const QString &option) const { return m_parser->isSet(option); }
+    /// Empty when the option was not given.
+    QString value(const QString &option) const { return m_parser->value(option); }
+    QStringList positionals() const { return m_parser->positionalArguments(); }
+
+    /// Reports a mistake on the command line.
+    ExitStatus refuse(const QString &mistake, Console &console) const;
+
+private:
+    QString mistake(int mostPositionals) const;
+    QStringList withValuesLast(const QStringList &arguments) const;
+    bool takesValue(const QString &word) const;
+    QString help() const;
+
+    QString m_name;
+    QString m_usage;
+    QString m_summary;
+    QString m_details;
+    QList<QCommandLineOption> m_options;
+    std::unique_ptr<QCommandLineParser> m_parser; ///< a parser itself cannot be moved
+};
+
+} // namespace KelStd::cli
