@@ -165,9 +165,11 @@ INSTANTIATE_TEST_SUITE_P(
         DoubtfulLine{"KeyboardDegreesAsName", llh, "5d 12 52.5 7",
                      "\"5d\" and \"12\" may be one angle; write it without blanks, or separate "
                      "the fields by semicolons"},
-        DoubtfulLine{"LettersApart", llh, "5.25 E 52.5 N 7",
-                     "5 fields found; expected are longitude, latitude, height, after a point name "
-                     "if there is one; where blanks separate the fields, an angle holds none"},
+        DoubtfulLine{
+            "LettersApart", llh, "5.25 E 52.5 N 7",
+            "5 fields found; expected are longitude, latitude, height, after a point name "
+            "if there is one; where blanks separate the fields, an angle holds none: write "
+            "it without, or semicolons between the fields"},
         DoubtfulLine{"MinutesAsLatitude", llh, "P1 5\u00B0 12' 7",
                      "latitude \"12'\" has no degrees"},
         DoubtfulLine{"SecondsAsLatitude", llh, "5\u00B012' 30\" 7",
@@ -179,6 +181,9 @@ INSTANTIATE_TEST_SUITE_P(
                      "longitude \"5\u00B012'13\" lacks a sign behind 13; write \u00B0 or d for "
                      "degrees, ' for minutes, \" for seconds"},
         DoubtfulLine{"LongitudeAndLatitudeExchanged", llh, "52d30'N,5d12'E,7",
+                     "the latitude \"52d30'N\" stands before the longitude \"5d12'E\"; say the "
+                     "order with a line of headings or --columns (lat,lon,h)"},
+        DoubtfulLine{"LetterOfALatitude", llh, "52d30'N,5d12',7",
                      "longitude \"52d30'N\" has the letter N of a latitude; a longitude has E or "
                      "W"},
         DoubtfulLine{"SignedTwice", llh, "5d12'E,-52d30'S,7",
