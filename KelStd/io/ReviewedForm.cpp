@@ -5,6 +5,7 @@
 #include <KelStd/io/RecordParamNames.h>
 #include <KelStd/io/RecordReaders.h>
 #include <KelStd/io/ReviewedValue.h>
+#include <KelStd/io/ValueText.h>
 #include <KelStd/text/CoordStringHelper.h>
 #include <KelStd/text/EnumerationTables.h>
 

@@ -13,6 +13,21 @@
 namespace KelStd::io {
 
 QString toValueText(EValueType type, const QVariant &value);
-QVariant fromValueText(EValueType type, const QString &text);
+/// How the text of a value is taken.
+enum class Taken
+{
+    AsItStands,
+    AsAnotherWord,  ///< it is none of the words for such a value
+    AsAnotherNumber ///< it is no number that such a value can have
+};
+
+/// `taken` (when given) says how the text is taken.
+QVariant fromValueText(EValueType type, const QString &text, Taken *taken = nullptr);
+
+bool isBooleanWord(const QString &word);
+
+/// False for what no number is read from, and for what is read as another one: an infinite number,
+/// or zero where it only is too small.
+bool isReadAsNumber(const QString &text);
 
 } // namespace KelStd::io
