@@ -28,13 +28,14 @@ struct Finding
     {
         Ok,
         Problem,
+        Doubt,  ///< it works, and may be another thing than is meant
         Waiting ///< cannot be right before another problem is solved
     };
 
     QString label;
     State state;
     QString text;
-    QString advice; ///< of a problem: what to do about it
+    QString advice; ///< of a problem or doubt: what to do about it
 };
 
 QString sizeOf(const QString &file)
@@ -86,19 +87,15 @@ public:
 
     bool wasPrepared() const { return m_wasPrepared; }
 
-    int problems() const
-    {
-        int count = 0;
-        for (const Finding &finding : m_findings)
-            count += finding.state == Finding::Problem ? 1 : 0;
-        return count;
-    }
+    int problems() const { return count(Finding::Problem); }
+    int doubts() const { return count(Finding::Doubt); }
 
     void print(Console &console) const
     {
         for (const Finding &finding : m_findings) {
             const QString mark = finding.state == Finding::Ok        ? QStringLiteral("ok")
                                  : finding.state == Finding::Problem ? QStringLiteral("problem")
+                                 : finding.state == Finding::Doubt   ? QStringLiteral("doubt")
                                                                      : QStringLiteral("-");
             console.print(QStringLiteral("%1  %2  %3")
                               .arg(mark, -7)
@@ -110,6 +107,14 @@ public:
     }
 
 private:
+    int count(Finding::State state) const
+    {
+        int found = 0;
+        for (const Finding &finding : m_findings)
+            found += finding.state == state ? 1 : 0;
+        return found;
+    }
+
     void ok(const char *label, const QString &text) { add(label, Finding::Ok, text, {}); }
     void problem(const char *label, const QString &text, const QString &advice)
     {
@@ -349,10 +354,15 @@ private:
     void examineModels(bool isReady)
     {
         for (const GeoidModelFinding &finding : examineGeoidModels(isReady)) {
-            if (finding.isProblem())
+            switch (finding.kind) {
+            case GeoidModelFinding::Problem:
                 problem("geoid model", finding.text, finding.advice);
-            else
-                ok("geoid models", finding.text);
+                break;
+            case GeoidModelFinding::Doubt:
+                add("geoid model", Finding::Doubt, finding.text, finding.advice);
+                break;
+            case GeoidModelFinding::InOrder: ok("geoid models", finding.text); break;
+            }
         }
     }
 
@@ -404,7 +414,13 @@ private:
 /// Says, before it happens, which models of the user installing overwrites.
 void announceReplacedModels(const ProjPlaces &places, Console &console)
 {
-    for (const QString &name : replacedModels(places)) {
+    const DeliveredModels models = comparedModels(places);
+    for (const QString &name : models.blocked) {
+        console.print(QStringLiteral("not copying the delivered geoid model %1: %2 is a directory")
+                          .arg(QDir(places.deliveredGeoidModels()).filePath(name),
+                               QDir(places.geoidModels()).filePath(name)));
+    }
+    for (const QString &name : models.different) {
         console.print(QStringLiteral("overwriting the geoid model %1: it differs from the "
                                      "delivered one of that name, %2")
                           .arg(QDir(places.geoidModels()).filePath(name),
@@ -421,10 +437,12 @@ ExitStatus runDoctor(const QStringList &arguments, Console &console)
         QStringLiteral("[OPTIONS]"),
         QStringLiteral("Looks at everything that a conversion needs, makes PROJ ready, and "
                        "says for each\nthing that is wrong what to do about it."),
-        QStringLiteral("Exit status: 0 all is well, 2 usage, 3 something is wrong, 4 PROJ was\n"
-                       "unpacked and all is well, but standard output cannot be written.\n"
-                       "The environment variables KELSTD_HOME_DIR and KELSTD_BIN_DIR choose other\n"
-                       "directories."));
+        QStringLiteral(
+            "Exit status: 0 all is well, 2 usage, 3 something is wrong, 4 PROJ was\n"
+            "unpacked and all is well, but standard output cannot be written. A doubt is\n"
+            "about something that works and may be meant so; it changes no status.\n"
+            "The environment variables KELSTD_HOME_DIR and KELSTD_BIN_DIR choose other\n"
+            "directories."));
     line.addOption({QStringLiteral("reinstall"),
                     QStringLiteral("Unpack PROJ anew. Geoid models with the name of a delivered\n"
                                    "one are overwritten by it; the user's other ones stay.")});
@@ -456,8 +474,10 @@ ExitStatus runDoctor(const QStringList &arguments, Console &console)
         console.print(QStringLiteral("PROJ was not unpacked anew; what was there is kept."));
 
     const int problems = examination.problems();
-    console.print(problems == 0 ? QStringLiteral("All is well.")
-                                : QStringLiteral("Problems: %1").arg(problems));
+    console.print(problems > 0 ? QStringLiteral("Problems: %1").arg(problems)
+                  : examination.doubts() > 0
+                      ? QStringLiteral("No problems; doubts: %1").arg(examination.doubts())
+                      : QStringLiteral("All is well."));
     return problems == 0 ? ExitStatus::Success : ExitStatus::Environment;
 }
 

@@ -78,6 +78,8 @@ ExitStatus runGeoidInfo(const QStringList &arguments, Console &console)
     report.value(QStringLiteral("lowest value"), nodeText(grid, values.lowest));
     report.value(QStringLiteral("highest value"), nodeText(grid, values.highest));
     report.value(QStringLiteral("missing values"), missingText(grid, values.missing));
+    if (grid.endsInZeros())
+        report.value(QStringLiteral("doubtful"), zerosText());
     return ExitStatus::Success;
 }
 

@@ -20,9 +20,10 @@ QString contentOf(const GeoidModelFile &file)
     QString reason;
     if (!grid.open(file.path, reason))
         return QStringLiteral("not usable: ") + reason;
-    return QStringLiteral("%1, latitudes %2, longitudes %3, every %4")
-        .arg(formatName(grid.format()), latitudesText(grid), longitudesText(grid),
-             spacingText(grid));
+    const QString text = QStringLiteral("%1, latitudes %2, longitudes %3, every %4")
+                             .arg(formatName(grid.format()), latitudesText(grid),
+                                  longitudesText(grid), spacingText(grid));
+    return file.doubt.isEmpty() ? text : text + QStringLiteral("; doubtful: ") + file.doubt;
 }
 
 /// What is in the file that is used, where it lies, and why another of its name is not used.

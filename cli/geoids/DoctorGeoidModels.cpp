@@ -2,6 +2,7 @@
 
 #include <cli/geoids/GeoidModel.h>
 #include <cli/geoids/GridFile.h>
+#include <cli/proj/ProjInspection.h>
 
 #include <QtCore/QFileInfo>
 #include <QtCore/QStringList>
@@ -32,18 +33,51 @@ GeoidModelFinding tryOut(const QString &name, const GeoidModelFile &used, bool i
 {
     QString reason;
     const auto path = findGeoidModel(name, reason);
-    const QString conversion = used.path + QStringLiteral(".gtx");
-    if (!path && QFileInfo(conversion).isSymLink()) {
-        return {QStringLiteral("%1: %2").arg(used.path, reason),
-                QStringLiteral("remove the link %1, which is not written through").arg(conversion)};
+    const QFileInfo conversion(conversionOf(used.path));
+    if (!path && conversion.isSymLink()) {
+        return {GeoidModelFinding::Problem, QStringLiteral("%1: %2").arg(used.path, reason),
+                QStringLiteral("remove the link %1, which is not written through")
+                    .arg(conversion.filePath())};
+    }
+    if (!path && conversion.exists() && !conversion.isFile()) {
+        return {GeoidModelFinding::Problem, QStringLiteral("%1: %2").arg(used.path, reason),
+                QStringLiteral("remove or rename %1").arg(conversion.filePath())};
     }
     if (!path) {
-        return {QStringLiteral("%1: %2").arg(used.path, reason),
+        return {GeoidModelFinding::Problem, QStringLiteral("%1: %2").arg(used.path, reason),
                 QStringLiteral("make %1 writable, and see that the disk has room")
                     .arg(QFileInfo(used.path).absolutePath())};
     }
     if (isProjReady && !geoidGridIsReadable(*path, reason))
-        return {reason, QStringLiteral("copy the model there again, or remove the file")};
+        return {GeoidModelFinding::Problem, reason,
+                QStringLiteral("copy the model there again, or remove the file")};
+    return {};
+}
+
+/// What looks wrong about a whole file; in order when nothing does. One that differs from the
+/// delivered model of its name may be a better edition, but not when it ends in zeros.
+GeoidModelFinding doubtOf(const GeoidModelFile &file, const QString &name,
+                          const QStringList &different)
+{
+    if (isDelivered(file) && !file.doubt.isEmpty()) {
+        return {GeoidModelFinding::Doubt, QStringLiteral("%1: %2").arg(file.path, file.doubt),
+                QStringLiteral("nothing, if the model is meant so; else install KelStd again")};
+    }
+    const QString reinstall =
+        QStringLiteral("'kelstd doctor --reinstall' copies the delivered one over it");
+    if (!isDelivered(file) && different.contains(name)) {
+        const QString text =
+            QStringLiteral("%1 differs from the delivered one of that name").arg(file.path);
+        if (!file.doubt.isEmpty())
+            return {GeoidModelFinding::Problem, QStringLiteral("%1: %2").arg(text, file.doubt),
+                    reinstall};
+        return {GeoidModelFinding::Doubt, text,
+                QStringLiteral("nothing, if it is meant so; else %1").arg(reinstall)};
+    }
+    if (!file.doubt.isEmpty()) {
+        return {GeoidModelFinding::Doubt, QStringLiteral("%1: %2").arg(file.path, file.doubt),
+                QStringLiteral("nothing, if the model is meant so; else copy it there again")};
+    }
     return {};
 }
 
@@ -51,19 +85,24 @@ GeoidModelFinding tryOut(const QString &name, const GeoidModelFile &used, bool i
 
 QList<GeoidModelFinding> examineGeoidModels(bool isProjReady)
 {
+    const QStringList different = comparedModels(ProjPlaces::current()).different;
     QStringList usable;
     QList<GeoidModelFinding> problems;
     for (const QString &name : geoidModelNames()) {
         const QList<GeoidModelFile> files = filesOfModel(name);
         for (const GeoidModelFile &file : files) {
+            const GeoidModelFinding doubt = doubtOf(file, name, different);
             if (!file.fault.isEmpty())
-                problems += {QStringLiteral("%1: %2").arg(file.path, file.fault),
+                problems += {GeoidModelFinding::Problem,
+                             QStringLiteral("%1: %2").arg(file.path, file.fault),
                              adviceOn(file, files.first())};
+            else if (doubt.kind != GeoidModelFinding::InOrder)
+                problems += doubt;
         }
         if (files.isEmpty() || !files.first().fault.isEmpty())
             continue;
         const GeoidModelFinding finding = tryOut(name, files.first(), isProjReady);
-        if (finding.isProblem()) {
+        if (finding.kind == GeoidModelFinding::Problem) {
             problems += finding;
             continue;
         }
@@ -73,7 +112,7 @@ QList<GeoidModelFinding> examineGeoidModels(bool isProjReady)
     }
     const QString text =
         usable.isEmpty() ? QStringLiteral("none") : usable.join(QLatin1String(", "));
-    return QList<GeoidModelFinding>{{text, {}}} + problems;
+    return QList<GeoidModelFinding>{{GeoidModelFinding::InOrder, text, {}}} + problems;
 }
 
 } // namespace KelStd::cli

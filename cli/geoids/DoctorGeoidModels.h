@@ -6,19 +6,24 @@
 /// What `kelstd doctor` says of the geoid models.
 namespace KelStd::cli {
 
-/// A model's file that heights cannot be taken from, and what to do about it; or, without advice,
-/// all models that are in order.
+/// Something that was found out about models.
 struct GeoidModelFinding
 {
-    QString text;
-    QString advice;
+    enum Kind
+    {
+        InOrder, ///< all models that are in order
+        Doubt,   ///< a file that heights are taken from, and which may be another one than is meant
+        Problem  ///< a file that heights cannot be taken from
+    };
 
-    bool isProblem() const { return !advice.isEmpty(); }
+    Kind kind = InOrder;
+    QString text;
+    QString advice; ///< of a doubt or a problem: what to do about it
 };
 
-/// Holds every model's files against their headers, lets GGF grids be converted, and lets the
-/// loaded PROJ open what it would be given, where there is one. The line of those in order comes
-/// first.
+/// Holds every model's files against their headers and against the delivered ones of their names,
+/// lets GGF grids be converted, and lets the loaded PROJ open what it would be given, where there
+/// is one. The line of those in order comes first.
 QList<GeoidModelFinding> examineGeoidModels(bool isProjReady);
 
 } // namespace KelStd::cli

@@ -1,6 +1,7 @@
 #include <cli/geoids/GeoidModel.h>
 
 #include <cli/geoids/GridFile.h>
+#include <cli/proj/ProjInspection.h>
 #include <cli/terminal/FilePath.h>
 
 #include <KelStd/platform/AppConfig.h>
@@ -36,11 +37,43 @@ bool isGtxName(const QString &name)
     return name.endsWith(QLatin1String(".gtx"), Qt::CaseInsensitive);
 }
 
+/// What PROJ does not take for a part of a path.
+struct PathSign
+{
+    char sign;
+    const char *effect;
+};
+
+constexpr PathSign pathSigns[] = {
+    {',', "a comma, at which PROJ begins to read another one"},
+    {'"', "a quotation mark, with which a path ends for PROJ"},
+    {'#', "a \"#\", with which a comment begins for PROJ"},
+    {';', "a semicolon, which PROJ takes for a blank"},
+};
+
+/// What of a path keeps PROJ from reading the file. The library tells PROJ the way from the private
+/// directory where the home directory's own path has such a sign.
+QString signFault(const QString &path)
+{
+    const QString told = QDir(ProjPlaces::current().privateDirectory()).relativeFilePath(path);
+    for (const PathSign &row : pathSigns) {
+        const QLatin1Char sign(row.sign);
+        if (path.contains(sign) && told.contains(sign)) {
+            return QStringLiteral("its %1 has %2")
+                .arg(QFileInfo(path).fileName().contains(sign) ? QStringLiteral("name")
+                                                               : QStringLiteral("path"),
+                     QLatin1String(row.effect));
+        }
+    }
+    return {};
+}
+
 /// Why a grid file cannot be used, as far as that can be seen without PROJ.
 QString faultOf(const QString &path)
 {
-    if (path.contains(QLatin1Char(',')))
-        return QStringLiteral("its name has a comma, at which PROJ begins to read another one");
+    const QString fault = signFault(path);
+    if (!fault.isEmpty())
+        return fault;
     GridFile grid;
     QString reason;
     if (isGgfName(path) || isGtxName(path)) {
@@ -52,10 +85,34 @@ QString faultOf(const QString &path)
     return {};
 }
 
+/// What looks wrong about a grid that can be used.
+QString doubtOf(const QString &path)
+{
+    GridFile grid;
+    QString reason;
+    const bool isKnown = isGgfName(path) || isGtxName(path);
+    return isKnown && grid.open(path, reason) && grid.endsInZeros() ? zerosText() : QString();
+}
+
 QString unreadable(const QString &path, const QString &fault)
 {
     return QStringLiteral("PROJ does not read %1%2 ('kelstd geoid info' tells what is in it)")
         .arg(path, fault.isEmpty() ? QString() : QLatin1String(": ") + fault);
+}
+
+/// Why a whole GGF grid is not converted; what stands in the place of its conversion is not
+/// replaced unless it is a file.
+QString conversionFault(const QString &ggf)
+{
+    const QString text = QStringLiteral("it cannot be converted to GTX beside it");
+    const QFileInfo gtx(conversionOf(ggf));
+    if (gtx.isSymLink())
+        return QStringLiteral("%1: %2 is a symbolic link").arg(text, gtx.filePath());
+    if (gtx.isDir())
+        return QStringLiteral("%1: %2 is a directory").arg(text, gtx.filePath());
+    if (gtx.exists() && !gtx.isFile())
+        return QStringLiteral("%1: %2 is no regular file").arg(text, gtx.filePath());
+    return text;
 }
 
 bool leadsOut(const QString &name)
@@ -67,6 +124,11 @@ bool leadsOut(const QString &name)
 }
 
 } // namespace
+
+QString conversionOf(const QString &ggf)
+{
+    return ggf + QStringLiteral(".gtx");
+}
 
 QList<GeoidFolder> geoidFolders()
 {
@@ -110,8 +172,10 @@ QList<GeoidModelFile> filesOfModel(const QString &name)
         const bool isKnown = std::any_of(files.cbegin(), files.cend(), [&](const auto &file) {
             return file.path == path; // both folders may be one
         });
-        if (!isKnown && QFileInfo(path).isFile())
-            files += {path, folder, faultOf(path)};
+        if (isKnown || !QFileInfo(path).isFile())
+            continue;
+        const QString fault = faultOf(path);
+        files += {path, folder, fault, fault.isEmpty() ? doubtOf(path) : QString()};
     }
     std::stable_partition(files.begin(), files.end(),
                           [](const auto &file) { return file.fault.isEmpty(); });
@@ -137,7 +201,7 @@ std::optional<QString> findGeoidModel(const QString &name, QString &reason)
     } else if (!files.first().fault.isEmpty()) {
         reason = files.first().fault;
     } else {
-        reason = QStringLiteral("it cannot be converted to GTX beside it");
+        reason = conversionFault(files.first().path);
     }
     return std::nullopt;
 }

@@ -29,6 +29,7 @@ struct GeoidModelFile
     QString path;
     GeoidFolder folder;
     QString fault; ///< why the grid cannot be used; empty for a whole one
+    QString doubt; ///< what of a whole one looks as if something were wrong; empty for nothing
 };
 
 /// The files of that name, the one that is used first. Empty for "./NAME", which is always a file,
@@ -37,6 +38,9 @@ QList<GeoidModelFile> filesOfModel(const QString &name);
 
 /// The grid file of the model of that name, or nothing and the reason.
 std::optional<QString> findGeoidModel(const QString &name, QString &reason);
+
+/// Where the GTX conversion of a GGF model's file stands, or is to.
+QString conversionOf(const QString &ggf);
 
 /// Whether the loaded PROJ reads the grid file; otherwise the reason.
 bool geoidGridIsReadable(const QString &path, QString &reason);

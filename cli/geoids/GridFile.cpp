@@ -59,6 +59,12 @@ bool isGgfName(const QString &name)
     return QFileInfo(name).suffix().compare(QLatin1String("ggf"), Qt::CaseInsensitive) == 0;
 }
 
+QString zerosText()
+{
+    return QStringLiteral("the last quarter of its values is nothing but zeros, as where a file's "
+                          "end was never written");
+}
+
 QString formatName(GridFile::Format format)
 {
     return format == GridFile::Format::Ggf ? QStringLiteral("GGF") : QStringLiteral("GTX");
@@ -154,6 +160,23 @@ bool GridFile::isComplete(QString &reason) const
                 .arg(m_columns)
                 .arg(m_longitudeSpacing);
         return false;
+    }
+    return true;
+}
+
+bool GridFile::endsInZeros()
+{
+    constexpr qint64 smallestBlock = 512; // of a disk
+    constexpr qint64 pieceSize = 1 << 16;
+    const qint64 size = m_rows * m_columns * valueSize;
+    qint64 left = m_rows * m_columns / 4 * valueSize;
+    if (left < smallestBlock || !m_file.seek(m_headerSize + size - left))
+        return false;
+    while (left > 0) {
+        const QByteArray piece = m_file.read(std::min(pieceSize, left));
+        if (piece.isEmpty() || piece.count('\0') != piece.size())
+            return false;
+        left -= piece.size();
     }
     return true;
 }

@@ -35,6 +35,11 @@ public:
     /// every node a place on the earth; otherwise the reason.
     bool isComplete(QString &reason) const;
 
+    /// Whether the last quarter of the values is nothing but bytes of zero, as in a file whose end
+    /// was never written: the disk was full, or a copy was interrupted. A quarter smaller than the
+    /// smallest block of a disk says nothing. Reads no further than to the first other byte.
+    bool endsInZeros();
+
     /// One value and where it is.
     struct Node
     {
@@ -67,6 +72,9 @@ private:
     double m_latitudeSpacing = 0.0;
     double m_longitudeSpacing = 0.0;
 };
+
+/// What is to be said of one that ends in zeros.
+QString zerosText();
 
 /// "GTX" or "GGF".
 QString formatName(GridFile::Format format);

@@ -184,11 +184,11 @@ std::optional<AccessFault> accessFault(const QString &path)
     return std::nullopt;
 }
 
-QStringList replacedModels(const ProjPlaces &places)
+DeliveredModels comparedModels(const ProjPlaces &places)
 {
     const QDir delivered(places.deliveredGeoidModels());
     const QDir models(places.geoidModels());
-    QStringList names;
+    DeliveredModels names;
     QDirIterator files(delivered.path(), QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
     while (files.hasNext()) {
         const QString file = files.next();
@@ -197,10 +197,15 @@ QStringList replacedModels(const ProjPlaces &places)
         const bool isOwn = QFileInfo(models.filePath(name)).canonicalFilePath()
                            == QDir(places.home.canonicalPath())
                                   .filePath(geoidDirectoryName + QLatin1Char('/') + name);
-        if (isOwn && !haveSameBytes(file, models.filePath(name)))
-            names += name;
+        if (!isOwn)
+            continue;
+        if (QFileInfo(models.filePath(name)).isDir())
+            names.blocked += name;
+        else if (!haveSameBytes(file, models.filePath(name)))
+            names.different += name;
     }
-    names.sort();
+    names.different.sort();
+    names.blocked.sort();
     return names;
 }
 

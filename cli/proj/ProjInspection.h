@@ -45,9 +45,14 @@ struct AccessFault
 };
 std::optional<AccessFault> accessFault(const QString &path);
 
-/// The geoid models of the home directory that installing replaces by others: those that have a
-/// delivered one's name and differ from it. Their names in the folder of the geoid models.
-QStringList replacedModels(const ProjPlaces &places);
+/// What the home directory has under the names of delivered geoid models: their names in the folder
+/// of the geoid models, in order.
+struct DeliveredModels
+{
+    QStringList different; ///< files that differ, which installing replaces
+    QStringList blocked;   ///< directories, in whose place nothing is copied
+};
+DeliveredModels comparedModels(const ProjPlaces &places);
 
 /// The unpacking program, which the library looks for in the absolute entries of the search path
 /// alone, and takes where nobody else may change it; empty when there is none.

@@ -285,6 +285,18 @@ TEST_F(Reinstalling, SaysWhichModelsItOverwritesAndWhy)
     EXPECT_FALSE(reinstall().out.contains(QStringLiteral("overwriting")));
 }
 
+TEST_F(Reinstalling, OverwritesNoDirectory)
+{
+    ASSERT_TRUE(QDir().mkpath(model("egm96_15.gtx")));
+    const auto result = reinstall();
+    EXPECT_EQ(result.outLines().value(0),
+              QStringLiteral("not copying the delivered geoid model %1: %2 is a directory")
+                  .arg(QStringLiteral(KELSTD_TEST_BIN_DIR "/geoid_model_list/egm96_15.gtx"),
+                       model("egm96_15.gtx")));
+    EXPECT_FALSE(result.out.contains(QStringLiteral("overwriting")));
+    EXPECT_TRUE(QFileInfo(model("egm96_15.gtx")).isDir());
+}
+
 TEST_F(Reinstalling, SaysSoBeforeItDoes)
 {
     // An unpacker that stops the whole program: what was said by then was said before.

@@ -409,5 +409,30 @@ TEST_F(GeoidLocation, BuilderTellsItsHeightAndTheKindOfAFailure)
     EXPECT_EQ(outcome.failure, ConversionFailureKind::NotLoaded);
 }
 
+// PROJ takes these signs for something else than a part of a path: a list of grids, the path's end,
+// a comment, a blank.
+TEST_F(GeoidLocation, ModelIsFoundWhateverSignsTheHomesPathHas)
+{
+    for (const char *name : {"a,b", "a\"b", "a#b", "a;b", "a b"}) {
+        SCOPED_TRACE(name);
+        const QDir own(home.path(QString::fromLatin1(name)));
+        ASSERT_TRUE(QDir().mkpath(own.filePath("proj")) && own.mkdir("geoid_model_list"));
+        for (const QFileInfo &piece :
+             QDir(home.path("proj")).entryInfoList(QDir::AllEntries | QDir::NoDotAndDotDot))
+            ASSERT_TRUE(QFile::link(piece.filePath(), own.filePath("proj/" + piece.fileName())));
+        ASSERT_TRUE(QFile::link(test::egm96Path(), own.filePath("geoid_model_list/egm96_15.gtx")));
+        AppConfig::setHomeDir(own);
+        ASSERT_TRUE(ProjLib::___InitializeEnviroment());
+        const Coord coord = withModel("egm96_15.gtx");
+        const Pos start = Pos::fromLongLatH(3.5, 52.0, 45.0);
+        const Location location = make(locationOperations[0], start, coord);
+        EXPECT_NEAR(location.get_NEH_H(), 45.0 - separationAt(location), micrometre);
+        LocationBuilder builder(coord);
+        Location built;
+        ASSERT_TRUE(builder.make(LocationBuilder::Frame::Wgs84Geographic, start, built));
+        EXPECT_TRUE(built == location);
+    }
+}
+
 } // namespace
 } // namespace KelStd
