@@ -6,6 +6,7 @@
 
 #include <QtCore/QString>
 
+#include <algorithm>
 #include <array>
 #include <string_view>
 
@@ -38,6 +39,16 @@ inline bool mayBeDecimalNumber(std::string_view name)
 inline bool isWhole(std::string_view text)
 {
     return !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
+}
+
+/// Whether an empty field behind the fields that headings name is none that was lost. A whole
+/// number in front, where a component stands, may be that of a point without its height.
+inline bool mayEndEmpty(std::string_view first, const FieldOrder &order)
+{
+    const auto &components = order.components;
+    const bool beginsInComponent =
+        std::find(components.begin(), components.end(), 0) != components.end();
+    return order.hasHeadings && !(beginsInComponent && isWhole(first));
 }
 
 /// Why a line in the usual order is refused whose letters say that its latitude stands first; empty

@@ -294,7 +294,8 @@ std::optional<FieldOrder> OrderSearch::orderFor(const SplitLine &line, QString &
     const int count = line.fields.size();
     if (m_headings) {
         if (count == m_headings->order.fields
-            || (endsEmpty(line) && count == m_headings->order.fields + 1))
+            || (count == m_headings->order.fields + 1 && endsEmpty(line)
+                && mayEndEmpty(line.fields.first().toStdString(), m_headings->order)))
             return m_headings->order;
         reason = QStringLiteral("%1 found; line %2 has %3 headings")
                      .arg(fieldCount(count))

@@ -1,5 +1,6 @@
 #include <cli/positions/PlainLine.h>
 
+#include <cli/positions/OrderDoubts.h>
 #include <cli/positions/PlainNumbers.h>
 
 #include <algorithm>
@@ -94,8 +95,8 @@ bool PlainLine::read(std::string_view line, const FieldOrder &order)
         return false;
     split(line, separator);
     const auto expected = static_cast<std::size_t>(order.fields);
-    if (order.hasHeadings && separator != blank && m_fields.size() == expected + 1
-        && m_fields.back().empty())
+    if (m_fields.size() == expected + 1 && separator != blank && m_fields.back().empty()
+        && mayEndEmpty(m_fields.front(), order))
         m_fields.pop_back();
     if (m_fields.size() != expected || (order.endsEmpty && !m_fields.back().empty()))
         return false;

@@ -490,7 +490,8 @@ bool PositionParser::finish()
 PositionParser::Result PositionParser::readFields(const SplitLine &line, const FieldOrder &order)
 {
     const int count = line.fields.size();
-    if (order.hasHeadings && endsEmpty(line) && count == order.fields + 1) {
+    if (count == order.fields + 1 && endsEmpty(line)
+        && mayEndEmpty(line.fields.first().toStdString(), order)) {
         SplitLine shorter = line;
         shorter.fields.removeLast();
         shorter.isQuoted.removeLast();
@@ -589,7 +590,10 @@ bool PositionParser::readPlain(std::string_view line)
     if (!mayBeHeight(components.back(), m_form.frame, *m_order))
         return false;
     m_name = m_order->name >= 0 ? m_plain.field(m_order->name) : std::string_view();
-    if (m_order->isPlain && (mayBeDecimalNumber(m_name) || mayBePair(m_name)))
+    // Of two pairs the second one begins in a whole number, too.
+    if (m_order->isPlain
+        && (mayBeDecimalNumber(m_name)
+            || (mayBePair(m_name) && isWhole(m_plain.field(m_order->components[1])))))
         return false;
     for (const int field : m_order->units) {
         if (m_plain.field(field) != "m" || m_form.lengthUnit != Unit_Meter)

@@ -15,11 +15,13 @@ namespace KelStd::cli {
 
 namespace {
 
-/// A word of a text, and whether a sign such as a full stop or a colon stands before it.
+/// A word of a text, and whether a sign such as a full stop or a colon, or a bracket, stands before
+/// it.
 struct Word
 {
     QString text;
     bool isBehindSign = false;
+    bool isBehindBracket = false;
 
     QString lower() const { return text.toLower(); }
 };
@@ -40,26 +42,27 @@ struct SaidUnit
     QString words; ///< as they stand
 };
 
-QVector<Word> wordsOf(const QString &text)
+QVector<Word> wordsOf(QString text)
 {
+    text.replace(QLatin1String("U.S."), QLatin1String("US"));
     QVector<Word> words;
-    bool isBehindSign = false;
-    QString word;
+    Word word;
     const auto end = [&] {
-        if (!word.isEmpty()) {
-            words += {word, isBehindSign};
-            isBehindSign = false;
-        }
-        word.clear();
+        if (word.text.isEmpty())
+            return;
+        words += word;
+        word = {};
     };
     for (const QChar c : text) {
         if (c.isLetterOrNumber()) {
-            word += c;
+            word.text += c;
             continue;
         }
         end();
+        const bool isBracket = c == QLatin1Char('(') || c == QLatin1Char('[');
         const bool isHyphen = c == QLatin1Char('-') || c == QLatin1Char('_');
-        isBehindSign = isBehindSign || !(c.isSpace() || isHyphen);
+        word.isBehindBracket = word.isBehindBracket || isBracket;
+        word.isBehindSign = word.isBehindSign || !(c.isSpace() || isHyphen);
     }
     end();
     return words;
@@ -144,7 +147,7 @@ const HeadingUnit *unitBehind(const QVector<Word> &words, int subject, int &next
     bool isIn = isUnitsWord(words.at(subject).lower());
     for (int i = subject + 1; i < words.size() && i <= subject + mostFillers; ++i) {
         const QString word = words.at(i).lower();
-        if (isIn) {
+        if (isIn || (i == subject + 1 && words.at(i).isBehindBracket)) {
             if (const HeadingUnit *unit = unitAt(words, i, next))
                 return isNameAt(words, next) ? nullptr : unit;
         }
@@ -168,9 +171,14 @@ QVector<SaidUnit> saidUnits(const QString &text)
     constexpr int mostCharacters = 400; // of a title that is read
     const QVector<Word> words = wordsOf(text.left(mostCharacters));
     QVector<SaidUnit> said;
+    int next = 0;
+    bool hasUnit = false;
+    for (int i = 0; i < words.size() && !hasUnit; ++i)
+        hasUnit = unitAt(words, i, next) != nullptr;
+    if (!hasUnit)
+        return said;
     // Nothing but a unit: "US survey feet", "in feet".
     const bool beginsIn = !words.isEmpty() && words.first().lower() == QLatin1String("in");
-    int next = 0;
     const HeadingUnit *whole = unitAt(words, beginsIn ? 1 : 0, next);
     const bool isOften =
         whole != nullptr && !isAmong(QLatin1String(whole->shown), "in yd mi links chains fathoms");
@@ -212,6 +220,14 @@ bool measures(const HeadingUnit &unit, const InputForm &form, int component)
     return (unit.kind == UnitKind::Length) != isAngle(columnOf(form.frame, component));
 }
 
+/// Whether a text that says the unit may mean the one in which the component is read: "feet" may be
+/// US survey feet.
+bool mayBeInputUnit(const HeadingUnit &unit, const InputForm &form, int component)
+{
+    return isInputUnit(form, component, unit)
+           || (unit.unit == Unit_Foot && inputUnit(form, component) == Unit_USFoot);
+}
+
 /// The unit in which the component is read, as messages name it.
 QString readUnit(const InputForm &form, int component)
 {
@@ -231,7 +247,11 @@ QString withoutBrackets(const QString &field)
 
 const HeadingUnit *unitOfField(const QString &field)
 {
-    const QString text = withoutBrackets(field);
+    static const QRegularExpression direction(QStringLiteral("\\s*\\b(N|S|E|W|north|east)\\z"),
+                                              QRegularExpression::CaseInsensitiveOption);
+    QString text = withoutBrackets(field);
+    if (text.size() > 1)
+        text.remove(direction); // "deg N"
     static const QStringList degreeSigns = {QStringLiteral("\u00B0"), QStringLiteral("\u00BA"),
                                             QStringLiteral("\u02DA")};
     if (degreeSigns.contains(text))
@@ -339,7 +359,7 @@ QString saidUnitMistake(const QString &text, const FieldOrder &order, const Inpu
     for (const SaidUnit &said : saidUnits(text)) {
         for (int i = 0; i < componentsPerFrame; ++i) {
             if (order.hasUnit[static_cast<std::size_t>(i)] || !isAbout(said.said, form, i)
-                || !measures(*said.unit, form, i) || isInputUnit(form, i, *said.unit))
+                || !measures(*said.unit, form, i) || mayBeInputUnit(*said.unit, form, i))
                 continue;
             return QStringLiteral("the line says %1, but %2 is read in %3%4")
                 .arg(quoted(said.words), QLatin1String(columnOf(form.frame, i).label),

@@ -304,6 +304,8 @@ TEST(HeadingUnits, OfALineOfTheirOwnAreThoseOfItsColumns)
         {llh, "", "lat,lon,h\n[deg],[deg],[m]\n58,6,40\n", ""},
         {llh, "", "lat,lon,h\n# [\xC2\xB0],[\xC2\xB0],[m]\n58,6,40\n", ""},
         {llh, "", "lat lon h\n(deg) (decimal degrees) (m)\n58 6 40\n", ""},
+        {llh, "", "lat,lon,h\ndeg N,deg E,m\n58,6,40\n", ""},
+        {llh, "", "lat;lon;h\n[gon N];[gon E];[m]\n58;6;40\n", "2: \"[gon E]\" is in gon"},
         {llh, "", "deg,deg,m\n58,6,40\n", ""},
         {llh, "", "id,lat,lon,h,dist\n-,deg,deg,m,km\nA,58,6,40,7\n", ""},
         {llh, "", "# units: degrees, degrees, metres\nA,58,6,40\n", ""},
@@ -338,6 +340,8 @@ TEST(HeadingUnits, InTitlesAndRemarksAreNotPassedOver)
         {neh, "Job 12, linear units = ft", "says \"units ft\""},
         {neh, "coordinates in km", "says \"coordinates in km\""},
         {neh, "Northing and easting are given in cm.", "but northing is read in m"},
+        {neh, "coordinates (ft)", "says \"coordinates ft\""},
+        {neh, "Units: U.S. Survey Feet", "--length-unit us-ft reads"},
         {neh, "US survey feet", "says \"US survey feet\""},
         {neh, "in feet", "says \"in feet\""},
         {neh, "ALL COORDINATES IN FEET ABOVE DATUM", "says \"COORDINATES IN FEET\""},
@@ -396,6 +400,14 @@ TEST(HeadingUnits, InTitlesAndRemarksAreNotPassedOver)
                      "# Units: US survey feet\n3937,7874,39.37\n")
                   .positions.size(),
               1U);
+    EXPECT_EQ(parsed(parserFor(InputForm(neh, InputHeight::OfFrame, Unit_USFoot)),
+                     "# all heights in feet\n3937,7874,39.37\n")
+                  .positions.size(),
+              1U);
+    EXPECT_THAT(parsed(parserFor(InputForm(neh, InputHeight::OfFrame, Unit_Foot)),
+                       "# all heights in US feet\n3937,7874,39.37\n")
+                    .end,
+                Mentions("but height is read in ft"));
     EXPECT_THAT(parsed(parserFor(InputForm(neh, InputHeight::OfFrame, Unit_USFoot)),
                        "# lengths in metres\n3937,7874,39.37\n")
                     .end,

@@ -287,6 +287,8 @@ TEST(TrailingSeparators, EndLinesOfOneReading)
         EXPECT_EQ(all.positions.size(), 1U) << later;
         EXPECT_EQ(all.failures.size(), 1U) << later;
     }
+    EXPECT_TRUE(parsed(parserFor(llh), "lat;lon;h\n51;5.25;52.5;\n").positions.empty());
+    EXPECT_TRUE(parsed(parserFor(llh), "# lat;lon;h\n51;5.25;52.5;\n").positions.empty());
     for (const char *later : {"A;5.25;52.5;40;x\n", "A;5.25;52.5;40;;\n", "A;5.25;52.5;\n"}) {
         const ParsedInput all =
             parsed(parserFor(llh), QByteArray("name;lon;lat;h\nA;5.25;52.5;40;\n") + later);
