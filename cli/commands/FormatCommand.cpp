@@ -4,6 +4,7 @@
 #include <cli/systems/SystemFile.h>
 #include <cli/terminal/CommandLine.h>
 #include <cli/terminal/Console.h>
+#include <cli/terminal/WithoutRaising.h>
 #include <cli/values/DisplayOptions.h>
 #include <cli/values/ValueArguments.h>
 #include <cli/values/ValueWords.h>

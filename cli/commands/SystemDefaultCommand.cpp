@@ -5,6 +5,7 @@
 #include <cli/terminal/CommandLine.h>
 #include <cli/terminal/Console.h>
 #include <cli/terminal/FilePath.h>
+#include <cli/terminal/WithoutRaising.h>
 
 #include <KelStd/io/Coord_IO.h>
 #include <KelStd/platform/Toolkits.h>

@@ -1,7 +1,7 @@
 #include <cli/proj/ProjInspection.h>
 
 #include <cli/library/LibraryDirectory.h>
-#include <cli/systems/SystemFile.h>
+#include <cli/terminal/WithoutRaising.h>
 
 #include <KelStd/coord/Coord.h>
 #include <KelStd/platform/AppConfig.h>

@@ -1,5 +1,7 @@
 #include <cli/systems/SystemFile.h>
 
+#include <cli/terminal/WithoutRaising.h>
+
 #include <KelStd/io/DocumentLimits.h>
 #include <KelStd/proj/ProjLib.h>
 

@@ -5,6 +5,7 @@
 #include <cli/systems/SystemNotes.h>
 #include <cli/terminal/Console.h>
 #include <cli/terminal/Report.h>
+#include <cli/terminal/WithoutRaising.h>
 
 #include <KelStd/platform/Toolkits.h>
 #include <KelStd/text/CoordStringHelper.h>
