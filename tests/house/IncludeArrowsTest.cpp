@@ -50,11 +50,13 @@ const QList<Room> &programRooms()
         {"cli/run/", {"terminal", "positions"}},
         {"cli/values/", {"terminal", "run"}},
         {"cli/library/", {"terminal"}},
-        {"cli/geoids/", {"terminal", "proj"}},
+        {"cli/geoids/", {"terminal", "proj", "run", "positions"}},
+        {"cli/conversion/", {"run", "positions", "values"}},
         {"cli/systems/", {"terminal", "values", "library", "geoids"}},
         {"cli/proj/", {"terminal", "library"}},
         {"cli/commands/",
-         {"cli", "terminal", "values", "positions", "run", "library", "geoids", "systems", "proj"}},
+         {"cli", "terminal", "values", "positions", "run", "library", "geoids", "systems", "proj",
+          "conversion"}},
         {"cli/", {"commands", "terminal"}},
     };
     return rows;
