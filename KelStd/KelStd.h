@@ -30,6 +30,9 @@
 #include <KelStd/platform/Toolkits.h>
 #include <KelStd/proj/ProjLib.h>
 #include <KelStd/text/CoordStringHelper.h>
+#include <KelStd/time/Epoch.h>
+#include <KelStd/time/LeapSecondList.h>
+#include <KelStd/time/LeapSecondTable.h>
 #include <KelStd/time/TimeFromVariant.h>
 #include <KelStd/time/TimeGpsT.h>
 #include <KelStd/time/TimeGpsW.h>
