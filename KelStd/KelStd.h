@@ -29,7 +29,10 @@
 #include <KelStd/platform/ResourceQuery.h>
 #include <KelStd/platform/Toolkits.h>
 #include <KelStd/proj/ProjLib.h>
+#include <KelStd/text/AngleSigns.h>
 #include <KelStd/text/CoordStringHelper.h>
+#include <KelStd/text/TypedAngle.h>
+#include <KelStd/text/TypedNumber.h>
 #include <KelStd/time/Epoch.h>
 #include <KelStd/time/LeapSecondList.h>
 #include <KelStd/time/LeapSecondTable.h>

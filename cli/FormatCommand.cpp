@@ -4,12 +4,12 @@
 #include <cli/Console.h>
 #include <cli/DisplayOptions.h>
 #include <cli/SystemFile.h>
-#include <cli/TypedNumber.h>
 #include <cli/ValueArguments.h>
 #include <cli/ValueWords.h>
 
 #include <KelStd/display/stShowConfig.h>
 #include <KelStd/text/CoordStringHelper.h>
+#include <KelStd/text/TypedNumber.h>
 
 #include <limits>
 

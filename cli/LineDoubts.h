@@ -3,7 +3,8 @@
 #include <cli/Columns.h>
 #include <cli/LineSplitter.h>
 #include <cli/PositionHeader.h>
-#include <cli/TypedNumber.h>
+
+#include <KelStd/text/TypedNumber.h>
 
 #include <QtCore/QString>
 

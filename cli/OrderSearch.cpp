@@ -3,6 +3,8 @@
 #include <cli/Headings.h>
 #include <cli/LineDoubts.h>
 
+#include <KelStd/text/AngleSigns.h>
+
 #include <QtCore/QRegularExpression>
 
 #include <algorithm>
@@ -78,8 +80,8 @@ QStringList headingFields(const SplitLine &line)
 bool isValue(const QString &field)
 {
     static const QRegularExpression value(
-        QStringLiteral("\\A[-+NSEWnsew]?\\s*[0-9.][0-9.,\\s:'\"dD\u00B0\u00BA\u02DA\u2032\u2019"
-                       "\u2033\u201D]*([eE][-+]?[0-9]+)?[NSEWnsew]?\\z"));
+        QStringLiteral("\\A[-+NSEWnsew]?\\s*[0-9.][0-9.,\\s%1]*([eE][-+]?[0-9]+)?[NSEWnsew]?\\z")
+            .arg(angleSigns()));
     return value.match(field).hasMatch();
 }
 

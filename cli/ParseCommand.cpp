@@ -3,11 +3,11 @@
 #include <cli/CommandLine.h>
 #include <cli/Console.h>
 #include <cli/DisplayOptions.h>
-#include <cli/TypedAngle.h>
 #include <cli/ValueArguments.h>
 #include <cli/ValueWords.h>
 
 #include <KelStd/text/CoordStringHelper.h>
+#include <KelStd/text/TypedAngle.h>
 
 #include <QtCore/QLocale>
 #include <QtCore/QVariant>

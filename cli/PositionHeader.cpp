@@ -1,7 +1,8 @@
 #include <cli/PositionHeader.h>
 
 #include <cli/Headings.h>
-#include <cli/TypedNumber.h>
+
+#include <KelStd/text/TypedNumber.h>
 
 #include <QtCore/QVector>
 

@@ -5,9 +5,9 @@
 #include <cli/LineDoubts.h>
 #include <cli/OrderDoubts.h>
 #include <cli/PlainNumbers.h>
-#include <cli/TypedAngle.h>
 
 #include <KelStd/text/CoordStringHelper.h>
+#include <KelStd/text/TypedAngle.h>
 
 #include <QtCore/QRegularExpression>
 

@@ -5,9 +5,9 @@
 #include <cli/OrderSearch.h>
 #include <cli/PlainLine.h>
 #include <cli/PositionHeader.h>
-#include <cli/TypedNumber.h>
 
 #include <KelStd/coord/Pos.h>
+#include <KelStd/text/TypedNumber.h>
 
 #include <QtCore/QByteArray>
 #include <QtCore/QString>

@@ -4,10 +4,10 @@
 #include <cli/Console.h>
 #include <cli/FilePath.h>
 #include <cli/SystemFile.h>
-#include <cli/TypedNumber.h>
 
 #include <KelStd/io/Coord_IO.h>
 #include <KelStd/platform/Toolkits.h>
+#include <KelStd/text/TypedNumber.h>
 
 #include <QtCore/QFileInfo>
 #include <QtCore/QRegularExpression>
