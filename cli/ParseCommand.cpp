@@ -128,7 +128,7 @@ QVariant valueOf(const ParseOptions &options, const QString &text, QString &reas
         if (CoordStringHelper::GetAngleValue(text, options.style->format, degrees))
             return degrees;
         reason = QStringLiteral("%1 is no angle in the style %2")
-                     .arg(quoted(text), QString::fromLatin1(options.style->option));
+                     .arg(quoted(text), QString::fromLatin1(options.style->name));
         return {};
     }
     QVariant value;

@@ -4,7 +4,7 @@
 #include "cli/ProgramRun.h"
 #include "support/Printers.h"
 
-#include <cli/DisplayOptions.h>
+#include <KelStd/text/UnitWords.h>
 
 #include <gtest/gtest.h>
 
@@ -65,7 +65,7 @@ cli::PositionParser parserOf(const QString &from, const QString &options)
         else if (words.at(i) != QLatin1String("--length-unit"))
             ADD_FAILURE() << "unknown option " << words.at(i);
         else if (form.frame == Frame::LocalNEH)
-            form.lengthUnit = cli::findLengthUnit(value)->unit;
+            form.lengthUnit = findLengthUnit(value)->unit;
     }
     return parserFor(form, columns.constData(), skipped);
 }
