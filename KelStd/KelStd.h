@@ -31,7 +31,14 @@
 #include <KelStd/platform/Toolkits.h>
 #include <KelStd/proj/ConversionFailure.h>
 #include <KelStd/proj/ProjLib.h>
+#include <KelStd/text/AngleSigns.h>
 #include <KelStd/text/CoordStringHelper.h>
+#include <KelStd/text/TypedAngle.h>
+#include <KelStd/text/TypedNumber.h>
+#include <KelStd/text/UnitWords.h>
+#include <KelStd/time/Epoch.h>
+#include <KelStd/time/LeapSecondList.h>
+#include <KelStd/time/LeapSecondTable.h>
 #include <KelStd/time/TimeFromVariant.h>
 #include <KelStd/time/TimeGpsT.h>
 #include <KelStd/time/TimeGpsW.h>

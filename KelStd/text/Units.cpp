@@ -1,5 +1,6 @@
 #include <KelStd/text/CoordStringHelper.h>
 
+#include <KelStd/text/AngleSigns.h>
 #include <KelStd/text/EnumerationTables.h>
 #include <KelStd/text/RaisedException.h>
 #include <KelStd/text/Translation.h>
@@ -13,6 +14,11 @@ const QString CoordStringHelper::s_specialSymbol_Minute = QStringLiteral("\u2032
 const QString CoordStringHelper::s_specialSymbol_Second = QStringLiteral("\u2033");
 const QString CoordStringHelper::s_specialSymbol_Celsius = QStringLiteral("\u00B0C");
 const QString CoordStringHelper::s_specialSymbol_Fahrenheit = QStringLiteral("\u00B0F");
+
+static_assert(printedAngleSign(AngleSign::Degree) == u'\u00B0'
+                  && printedAngleSign(AngleSign::Minute) == u'\u2032'
+                  && printedAngleSign(AngleSign::Second) == u'\u2033',
+              "the symbols above are the first signs of their kinds");
 
 namespace {
 

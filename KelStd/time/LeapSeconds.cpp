@@ -1,6 +1,7 @@
 #include <KelStd/time/LeapSeconds.h>
 
 #include <KelStd/time/Calendar.h>
+#include <KelStd/time/LeapSecondTable.h>
 
 #include <array>
 
@@ -17,7 +18,7 @@ struct Row
     int gpsMinusUtc; ///< [s]
 };
 
-// IERS Bulletin C and its predecessors (TAI-UTC, less the 19 s that GPS is behind TAI). A leap
+// IERS Bulletin C and its predecessors (TAI-UTC, minus the 19 s that GPS is behind TAI). A leap
 // second that is announced is a row here, a row in tests/time/LeapSecondRows.h, and nothing else.
 constexpr Row rows[] = {
     {1972, 1, 1, -9}, {1972, 7, 1, -8}, {1973, 1, 1, -7}, {1974, 1, 1, -6}, {1975, 1, 1, -5},
@@ -27,6 +28,9 @@ constexpr Row rows[] = {
     {1996, 1, 1, 11}, {1997, 7, 1, 12}, {1999, 1, 1, 13}, {2006, 1, 1, 14}, {2009, 1, 1, 15},
     {2012, 7, 1, 16}, {2015, 7, 1, 17}, {2017, 1, 1, 18},
 };
+
+/// The validity of what IERS Bulletin C 70 of 2025-07-07 says: no leap second before it.
+constexpr int knownUntil[] = {2026, 6, 28}; // year, month, day
 
 constexpr std::size_t rowCount = sizeof rows / sizeof *rows;
 
@@ -59,14 +63,14 @@ constexpr std::array<qint64, rowCount> makeInstants()
 constexpr std::array<qint64, rowCount> instants = makeInstants();
 constexpr const Row &lastRow = rows[rowCount - 1];
 
-qint64 less(qint64 instant, int seconds)
+qint64 minusSeconds(qint64 instant, int seconds)
 {
     return calendar::difference(instant, seconds * calendar::msPerSecond);
 }
 
-bool isBeyondTable(qint64 utc, int offered)
+bool isBeyondTable(qint64 utc, int suppliedCount)
 {
-    return utc > instants.back() && offered > lastRow.gpsMinusUtc;
+    return utc > instants.back() && suppliedCount > lastRow.gpsMinusUtc;
 }
 
 } // namespace
@@ -82,17 +86,36 @@ int atUtc(qint64 utc)
 
 int atGps(qint64 gps)
 {
-    return atUtc(less(gps, atUtc(gps)));
+    return atUtc(minusSeconds(gps, atUtc(gps)));
 }
 
-int judged(qint64 gps, int offered)
+int judged(qint64 gps, int suppliedCount)
 {
-    return isBeyondTable(less(gps, offered), offered) ? offered : atGps(gps);
+    return isBeyondTable(minusSeconds(gps, suppliedCount), suppliedCount) ? suppliedCount
+                                                                          : atGps(gps);
 }
 
-int judgedAtUtc(qint64 utc, int offered)
+int judgedAtUtc(qint64 utc, int suppliedCount)
 {
-    return isBeyondTable(utc, offered) ? offered : atUtc(utc);
+    return isBeyondTable(utc, suppliedCount) ? suppliedCount : atUtc(utc);
 }
 
 } // namespace KelStd::leapSeconds
+
+namespace KelStd {
+
+QList<LeapSecondRow> leapSecondTable()
+{
+    QList<LeapSecondRow> table;
+    for (std::size_t i = 0; i < leapSeconds::rowCount; ++i)
+        table += LeapSecondRow{TimeUtc(leapSeconds::instants[i]), leapSeconds::rows[i].gpsMinusUtc};
+    return table;
+}
+
+TimeUtc leapSecondTableKnownUntil()
+{
+    const auto &[year, month, day] = leapSeconds::knownUntil;
+    return TimeUtc(calendar::daysSince1970(year, month, day) * calendar::msPerDay);
+}
+
+} // namespace KelStd

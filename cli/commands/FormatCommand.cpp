@@ -1,6 +1,5 @@
 #include <cli/commands/Command.h>
 
-#include <cli/TypedNumber.h>
 #include <cli/systems/SystemFile.h>
 #include <cli/terminal/CommandLine.h>
 #include <cli/terminal/Console.h>
@@ -11,6 +10,7 @@
 
 #include <KelStd/display/stShowConfig.h>
 #include <KelStd/text/CoordStringHelper.h>
+#include <KelStd/text/TypedNumber.h>
 
 #include <limits>
 

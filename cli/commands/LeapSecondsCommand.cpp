@@ -1,10 +1,12 @@
 #include <cli/commands/Command.h>
 
-#include <cli/LeapSecondList.h>
 #include <cli/terminal/CommandLine.h>
 #include <cli/terminal/Console.h>
 #include <cli/terminal/FilePath.h>
 #include <cli/terminal/Report.h>
+
+#include <KelStd/time/LeapSecondList.h>
+#include <KelStd/time/LeapSecondTable.h>
 
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
@@ -30,6 +32,27 @@ struct Comparison
     QStringList differences;
 };
 
+/// The date of an instant.
+QString dateText(const TimeUtc &time)
+{
+    return time.toString().left(10);
+}
+
+/// Every difference between the library's table and a list, a line each.
+QStringList differenceTexts(const QList<LeapSecondRow> &table, const QList<LeapSecondRow> &list)
+{
+    const auto text = [](const std::optional<int> &count) {
+        return count ? QString::number(*count) : QStringLiteral("no row");
+    };
+    QStringList texts;
+    for (const LeapSecondDifference &difference : leapSecondDifferences(table, list)) {
+        texts += QStringLiteral("%1: %2 here, %3 in the list")
+                     .arg(difference.from.toString(), text(difference.firstCount),
+                          text(difference.otherCount));
+    }
+    return texts;
+}
+
 QString daysFromNow(const TimeUtc &time)
 {
     const long long days = (time - TimeUtc::makeCurrent()) / msPerDay;
@@ -39,7 +62,8 @@ QString daysFromNow(const TimeUtc &time)
 
 Comparison compare(const QString &fileName)
 {
-    Comparison result{libraryLeapSeconds(), fileName, {}, {}, {}};
+    Comparison result{leapSecondTable(), fileName, {}, {}, {}};
+    LeapSecondListFailure failure;
     QFile file(fileName);
     if (QFileInfo(fileName).isDir())
         result.problem = QStringLiteral("it is a directory");
@@ -47,10 +71,10 @@ Comparison compare(const QString &fileName)
         result.problem = file.errorString();
     else if (const QByteArray bytes = file.read(maxListBytes + 1); bytes.size() > maxListBytes)
         result.problem = QStringLiteral("it is longer than a list of leap seconds can be");
-    else
-        result.list = LeapSecondList::parse(bytes, result.problem);
+    else if (result.list = LeapSecondList::parse(bytes, &failure); !result.list)
+        result.problem = failure.text;
     if (result.list)
-        result.differences = differences(result.table, result.list->rows);
+        result.differences = differenceTexts(result.table, result.list->rows);
     return result;
 }
 

@@ -1,6 +1,5 @@
 #include <cli/commands/Command.h>
 
-#include <cli/TypedAngle.h>
 #include <cli/terminal/CommandLine.h>
 #include <cli/terminal/Console.h>
 #include <cli/values/DisplayOptions.h>
@@ -8,6 +7,7 @@
 #include <cli/values/ValueWords.h>
 
 #include <KelStd/text/CoordStringHelper.h>
+#include <KelStd/text/TypedAngle.h>
 
 #include <QtCore/QLocale>
 #include <QtCore/QVariant>
@@ -128,7 +128,7 @@ QVariant valueOf(const ParseOptions &options, const QString &text, QString &reas
         if (CoordStringHelper::GetAngleValue(text, options.style->format, degrees))
             return degrees;
         reason = QStringLiteral("%1 is no angle in the style %2")
-                     .arg(quoted(text), QString::fromLatin1(options.style->option));
+                     .arg(quoted(text), QString::fromLatin1(options.style->name));
         return {};
     }
     QVariant value;

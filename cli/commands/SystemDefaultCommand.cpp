@@ -1,6 +1,5 @@
 #include <cli/commands/Command.h>
 
-#include <cli/TypedNumber.h>
 #include <cli/systems/SystemFile.h>
 #include <cli/terminal/CommandLine.h>
 #include <cli/terminal/Console.h>
@@ -9,6 +8,7 @@
 
 #include <KelStd/io/Coord_IO.h>
 #include <KelStd/platform/Toolkits.h>
+#include <KelStd/text/TypedNumber.h>
 
 #include <QtCore/QFileInfo>
 #include <QtCore/QRegularExpression>

@@ -1,10 +1,11 @@
 #include <cli/commands/Command.h>
 
-#include <cli/Epoch.h>
 #include <cli/terminal/CommandLine.h>
 #include <cli/terminal/Console.h>
 #include <cli/terminal/Report.h>
 #include <cli/values/ValueArguments.h>
+
+#include <KelStd/time/Epoch.h>
 
 #include <QtCore/QJsonDocument>
 #include <QtCore/QJsonObject>
@@ -15,6 +16,26 @@
 namespace KelStd::cli {
 
 namespace {
+
+QString timeScaleNames(const QString &separator)
+{
+    QStringList names;
+    for (const TimeScaleRow &row : timeScales())
+        names += QString::fromLatin1(row.name);
+    return names.join(separator);
+}
+
+/// The scales, a line each with the accepted forms.
+QString timeScaleForms()
+{
+    QString text;
+    for (const TimeScaleRow &row : timeScales()) {
+        text += QStringLiteral("  %1  %2\n")
+                    .arg(QString::fromLatin1(row.name), -5)
+                    .arg(QString::fromLatin1(row.forms));
+    }
+    return text;
+}
 
 CommandLine makeCommandLine()
 {
@@ -70,14 +91,14 @@ public:
             show(value, Epoch::current(m_offset));
             return;
         }
-        QString reason;
-        if (const auto epoch = Epoch::read(value, m_scale.scale, m_offset, reason)) {
+        EpochFailure failure;
+        if (const auto epoch = Epoch::read(value, m_scale.scale, m_offset, &failure)) {
             show(value, *epoch);
             return;
         }
         m_console.report(QStringLiteral("%1\"%2\" is no %3 (%4); write %5")
                              .arg(place, value.left(mostShown), QString::fromLatin1(m_scale.label),
-                                  reason, QString::fromLatin1(m_scale.forms)));
+                                  failure.text, QString::fromLatin1(m_scale.forms)));
         m_status = ExitStatus::Usage;
     }
 

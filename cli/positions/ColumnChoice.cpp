@@ -1,7 +1,8 @@
 #include <cli/positions/ColumnChoice.h>
 
-#include <cli/TypedNumber.h>
 #include <cli/positions/Headings.h>
+
+#include <KelStd/text/TypedNumber.h>
 
 #include <algorithm>
 

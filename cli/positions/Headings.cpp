@@ -1,7 +1,9 @@
 #include <cli/positions/Headings.h>
 
-#include <cli/TypedNumber.h>
 #include <cli/values/DisplayOptions.h>
+
+#include <KelStd/text/AngleSigns.h>
+#include <KelStd/text/TypedNumber.h>
 
 #include <QtCore/QHash>
 #include <QtCore/QRegularExpression>
@@ -130,7 +132,8 @@ const HeadingUnit *takeUnit(QString &words)
 const HeadingUnit *unitBySign(const QString &text)
 {
     static const QRegularExpression sign(
-        QStringLiteral("(['\"\u2032\u2033\u2019\u201D]{1,2})\\s*[\\])]?\\s*\\z"));
+        QStringLiteral("([%1%2]{1,2})\\s*[\\])]?\\s*\\z")
+            .arg(angleSigns(AngleSign::Minute), angleSigns(AngleSign::Second)));
     const QRegularExpressionMatch match = sign.match(text);
     if (!match.hasMatch() || text.contains(QChar(0xB0)) || text.contains(QChar(0xBA)))
         return nullptr;

@@ -1,6 +1,7 @@
 #include <cli/positions/LineDoubts.h>
 
-#include <cli/TypedAngle.h>
+#include <KelStd/text/AngleSigns.h>
+#include <KelStd/text/TypedAngle.h>
 
 #include <QtCore/QRegularExpression>
 
@@ -56,7 +57,8 @@ bool isTime(const QString &field, bool needsDate)
 bool mayGoOn(const QString &field)
 {
     static const QRegularExpression whole(
-        QStringLiteral("\\A[^.,]*[0-9][\u00B0\u00BA\u02DAdD\u2032'\u2019]\\z"));
+        QStringLiteral("\\A[^.,]*[0-9][%1%2]\\z")
+            .arg(angleSigns(AngleSign::Degree), angleSigns(AngleSign::Minute)));
     return whole.match(field).hasMatch();
 }
 

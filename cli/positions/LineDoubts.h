@@ -1,9 +1,10 @@
 #pragma once
 
-#include <cli/TypedNumber.h>
 #include <cli/positions/Columns.h>
 #include <cli/positions/LineSplitter.h>
 #include <cli/positions/PositionHeader.h>
+
+#include <KelStd/text/TypedNumber.h>
 
 #include <QtCore/QString>
 

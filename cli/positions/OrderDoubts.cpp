@@ -1,6 +1,6 @@
 #include <cli/positions/OrderDoubts.h>
 
-#include <cli/TypedNumber.h>
+#include <KelStd/text/TypedNumber.h>
 
 #include <QtCore/QRegularExpression>
 

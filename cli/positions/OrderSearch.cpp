@@ -1,11 +1,13 @@
 #include <cli/positions/OrderSearch.h>
 
-#include <cli/TypedAngle.h>
 #include <cli/positions/Headings.h>
 #include <cli/positions/LineDoubts.h>
 #include <cli/positions/OrderDoubts.h>
 #include <cli/positions/OtherHeadings.h>
 #include <cli/positions/UnitDoubts.h>
+
+#include <KelStd/text/AngleSigns.h>
+#include <KelStd/text/TypedAngle.h>
 
 #include <QtCore/QRegularExpression>
 
@@ -123,8 +125,8 @@ QStringList headingFields(const SplitLine &line)
 bool isValue(const QString &field)
 {
     static const QRegularExpression value(
-        QStringLiteral("\\A[-+NSEWnsew]?\\s*[0-9.][0-9.,\\s:'\"dD\u00B0\u00BA\u02DA\u2032\u2019"
-                       "\u2033\u201D]*([eE][-+]?[0-9]+)?[NSEWnsew]?\\z"));
+        QStringLiteral("\\A[-+NSEWnsew]?\\s*[0-9.][0-9.,\\s%1]*([eE][-+]?[0-9]+)?[NSEWnsew]?\\z")
+            .arg(angleSigns()));
     return value.match(field).hasMatch();
 }
 

@@ -1,7 +1,8 @@
 #include <cli/positions/PositionHeader.h>
 
-#include <cli/TypedNumber.h>
 #include <cli/positions/Headings.h>
+
+#include <KelStd/text/TypedNumber.h>
 
 #include <QtCore/QRegularExpression>
 #include <QtCore/QVector>

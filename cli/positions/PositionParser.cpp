@@ -1,6 +1,5 @@
 #include <cli/positions/PositionParser.h>
 
-#include <cli/TypedAngle.h>
 #include <cli/positions/DecodedLine.h>
 #include <cli/positions/LineDoubts.h>
 #include <cli/positions/LineLimit.h>
@@ -10,6 +9,7 @@
 #include <cli/positions/UnitDoubts.h>
 
 #include <KelStd/text/CoordStringHelper.h>
+#include <KelStd/text/TypedAngle.h>
 
 #include <QtCore/QRegularExpression>
 

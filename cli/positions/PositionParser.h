@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cli/TypedNumber.h>
 #include <cli/positions/ColumnChoice.h>
 #include <cli/positions/LineSplitter.h>
 #include <cli/positions/OrderSearch.h>
@@ -8,6 +7,7 @@
 #include <cli/positions/PositionHeader.h>
 
 #include <KelStd/coord/Pos.h>
+#include <KelStd/text/TypedNumber.h>
 
 #include <QtCore/QByteArray>
 #include <QtCore/QString>

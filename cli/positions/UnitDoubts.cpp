@@ -1,8 +1,9 @@
 #include <cli/positions/UnitDoubts.h>
 
-#include <cli/TypedNumber.h>
 #include <cli/positions/Headings.h>
 #include <cli/values/DisplayOptions.h>
+
+#include <KelStd/text/TypedNumber.h>
 
 #include <QtCore/QRegularExpression>
 #include <QtCore/QVector>

@@ -32,7 +32,7 @@ bool canShowLocations(const stShowConfig &config)
     for (const int decimals :
          {config.latLongPrecision, config.distancePrecision, config.xyPrecision,
           config.earthHeightPrecision, config.elevationHeightPrecision}) {
-        if (decimals > DisplayOptions::mostDecimals)
+        if (decimals > DisplayOptions::maxDecimals)
             return false;
     }
     return findAngleStyle(config.latLongFormat) != nullptr;

@@ -9,18 +9,11 @@ namespace KelStd::cli {
 
 namespace {
 
-constexpr AngleStyle angleStyles[] = {
-    {"dms", Format_DegreeMinuteSecond, "dms", 6},
-    {"degree", Format_Degree, "deg", 10},
-    {"second", Format_Second, "arcsec", 6},
-    {"radian", Format_Radian, "rad", 12},
-};
-
-constexpr LengthUnit lengthUnits[] = {
-    {"m", Unit_Meter},
-    {"ft", Unit_Foot},
-    {"us-ft", Unit_USFoot},
-};
+/// An application's configuration may have the millimetre, and nobody asks for it here.
+bool isOffered(const LengthUnit &unit)
+{
+    return unit.unit != Unit_MilliMeter;
+}
 
 struct FormRow
 {
@@ -38,38 +31,46 @@ const QString precisionOption = QStringLiteral("precision");
 const QString angleOption = QStringLiteral("angle");
 const QString lengthUnitOption = QStringLiteral("length-unit");
 
-template <typename Rows>
-QString namesOf(const Rows &rows, const QString &separator)
+const FormRow *findForm(const QString &option)
+{
+    const auto found = std::find_if(std::begin(forms), std::end(forms), [&](const FormRow &row) {
+        return QLatin1String(row.option) == option;
+    });
+    return found != std::end(forms) ? found : nullptr;
+}
+
+QString formNames(const QString &separator)
 {
     QStringList names;
-    for (const auto &row : rows)
+    for (const FormRow &row : forms)
         names += QString::fromLatin1(row.option);
     return names.join(separator);
 }
 
-template <typename Rows>
-auto findIn(const Rows &rows, const QString &option) -> decltype(std::begin(rows))
+QString lengthUnitNames(const QString &separator)
 {
-    const auto found = std::find_if(std::begin(rows), std::end(rows), [&](const auto &row) {
-        return QLatin1String(row.option) == option;
-    });
-    return found != std::end(rows) ? found : nullptr;
+    QStringList names;
+    for (const LengthUnit &row : lengthUnits()) {
+        if (isOffered(row))
+            names += QString::fromLatin1(row.symbol);
+    }
+    return names.join(separator);
 }
 
 /// The row that an option names; null when it is not given, and with a `mistake` when it names
 /// none.
-template <typename Rows>
-auto rowFrom(const CommandLine &line, const QString &option, const Rows &rows, const char *kind,
-             QString &mistake) -> decltype(std::begin(rows))
+template <typename Row>
+const Row *rowFrom(const CommandLine &line, const QString &option,
+                   const Row *(*find)(const QString &), QString (*names)(const QString &),
+                   const char *kind, QString &mistake)
 {
     if (!line.isSet(option))
         return nullptr;
     const QString name = line.value(option);
-    const auto row = findIn(rows, name);
+    const Row *row = find(name);
     if (row == nullptr && mistake.isEmpty()) {
-        mistake =
-            QStringLiteral("--%1 '%2' is no %3; there are %4")
-                .arg(option, name, QString::fromLatin1(kind), namesOf(rows, QStringLiteral(", ")));
+        mistake = QStringLiteral("--%1 '%2' is no %3; there are %4")
+                      .arg(option, name, QString::fromLatin1(kind), names(QStringLiteral(", ")));
     }
     return row;
 }
@@ -84,7 +85,7 @@ bool readPrecision(const QString &text, DisplayOptions &options)
     for (int i = 0; i < numbers.size(); ++i) {
         bool ok = false;
         decimals[i] = numbers.at(i).toInt(&ok);
-        if (!ok || decimals[i] < 0 || decimals[i] > DisplayOptions::mostDecimals)
+        if (!ok || decimals[i] < 0 || decimals[i] > DisplayOptions::maxDecimals)
             return false;
     }
     options.lengthDecimals = decimals[0];
@@ -94,47 +95,30 @@ bool readPrecision(const QString &text, DisplayOptions &options)
 
 } // namespace
 
-const AngleStyle *findAngleStyle(const QString &option)
-{
-    return findIn(angleStyles, option);
-}
-
-const AngleStyle *findAngleStyle(EFormat format)
-{
-    const auto found =
-        std::find_if(std::begin(angleStyles), std::end(angleStyles),
-                     [format](const AngleStyle &style) { return style.format == format; });
-    return found != std::end(angleStyles) ? found : nullptr;
-}
-
-const LengthUnit *findLengthUnit(const QString &option)
-{
-    return findIn(lengthUnits, option);
-}
-
-QString unitSymbol(EUnit unit)
-{
-    for (const LengthUnit &row : lengthUnits) {
-        if (row.unit == unit)
-            return QString::fromLatin1(row.option);
-    }
-    // Nobody asks for it on the command line, but an application's configuration may have it.
-    return unit == Unit_MilliMeter ? QStringLiteral("mm") : QString();
-}
-
 QString angleStyleNames(const QString &separator)
 {
-    return namesOf(angleStyles, separator);
+    QStringList names;
+    for (const AngleStyle &row : angleStyles())
+        names += QString::fromLatin1(row.name);
+    return names.join(separator);
+}
+
+const LengthUnit *findOfferedLengthUnit(const QString &option)
+{
+    const LengthUnit *unit = findLengthUnit(option);
+    return unit != nullptr && isOffered(*unit) ? unit : nullptr;
 }
 
 const AngleStyle &defaultAngleStyle()
 {
-    return angleStyles[0];
+    static const AngleStyle &style = *findAngleStyle(Format_DegreeMinuteSecond);
+    return style;
 }
 
 const LengthUnit &defaultLengthUnit()
 {
-    return lengthUnits[0];
+    static const LengthUnit &unit = *findLengthUnit(QStringLiteral("m"));
+    return unit;
 }
 
 void DisplayOptions::addTo(CommandLine &line)
@@ -143,11 +127,11 @@ void DisplayOptions::addTo(CommandLine &line)
                     QStringLiteral("How numbers are printed: configured, as the library\n"
                                    "shows values in tables, or exact, decimal degrees\n"
                                    "and metres that read back to the same numbers."),
-                    namesOf(forms, QStringLiteral("|"))});
+                    formNames(QStringLiteral("|"))});
     line.addOption({precisionOption,
                     QStringLiteral("Decimals, 0 to %1; N,M when angles (M) have others\n"
                                    "than lengths.")
-                        .arg(mostDecimals),
+                        .arg(maxDecimals),
                     QStringLiteral("N[,M]")});
     line.addOption({angleOption,
                     QStringLiteral("The style of longitudes and latitudes:\n%1.")
@@ -162,16 +146,18 @@ void DisplayOptions::addTo(CommandLine &line)
 std::optional<DisplayOptions> DisplayOptions::from(const CommandLine &line, QString &mistake)
 {
     DisplayOptions options;
-    if (const auto row = rowFrom(line, formatOption, forms, "format", mistake))
+    if (const auto row = rowFrom(line, formatOption, &findForm, &formNames, "format", mistake))
         options.form = row->form;
-    options.angleStyle = rowFrom(line, angleOption, angleStyles, "style of angles", mistake);
-    options.lengthUnit = rowFrom(line, lengthUnitOption, lengthUnits, "unit of lengths", mistake);
+    options.angleStyle = rowFrom<AngleStyle>(line, angleOption, &findAngleStyle, &angleStyleNames,
+                                             "style of angles", mistake);
+    options.lengthUnit = rowFrom(line, lengthUnitOption, &findOfferedLengthUnit, &lengthUnitNames,
+                                 "unit of lengths", mistake);
     const bool hasPrecision = line.isSet(precisionOption);
     const QString precision = line.value(precisionOption);
     if (hasPrecision && mistake.isEmpty() && !readPrecision(precision, options)) {
         mistake = QStringLiteral("--precision '%1' is not N or N,M with numbers from 0 to %2")
                       .arg(precision)
-                      .arg(mostDecimals);
+                      .arg(maxDecimals);
     }
     if (mistake.isEmpty() && options.form == Form::Exact
         && (hasPrecision || options.angleStyle != nullptr || options.lengthUnit != nullptr)) {

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <KelStd/coord/Enumerations.h>
 #include <KelStd/display/stShowConfig.h>
+#include <KelStd/text/UnitWords.h>
 
 #include <QtCore/QString>
 
@@ -11,36 +11,11 @@ namespace KelStd::cli {
 
 class CommandLine;
 
-/// A style of angles by its name on the command line. A new one is a row in DisplayOptions.cpp.
-struct AngleStyle
-{
-    const char *option;
-    EFormat format;
-    const char *unit; ///< in headings and column names
-    int decimals;     ///< as many as show 0.000001 of an arc second
-};
-
-/// The style of that name, or null.
-const AngleStyle *findAngleStyle(const QString &option);
-
-/// The style of that format, or null.
-const AngleStyle *findAngleStyle(EFormat format);
-
 /// "dms|degree|..."
 QString angleStyleNames(const QString &separator);
 
-/// A unit of lengths by its name on the command line, which is also that in headings.
-struct LengthUnit
-{
-    const char *option;
-    EUnit unit;
-};
-
-/// The unit of that name on the command line, or null.
-const LengthUnit *findLengthUnit(const QString &option);
-
-/// A unit of lengths in headings: "m", "us-ft", "mm". Empty for what is none that can be shown.
-QString unitSymbol(EUnit unit);
+/// The unit of that name on the command line; null for one that is not offered there.
+const LengthUnit *findOfferedLengthUnit(const QString &option);
 
 /// How the numbers of locations are to be printed, as the options of a command say it.
 struct DisplayOptions
@@ -51,7 +26,7 @@ struct DisplayOptions
         Exact       ///< decimal degrees and metres with all the digits of a double
     };
 
-    static constexpr int mostDecimals = 17;
+    static constexpr int maxDecimals = 17;
 
     /// What was not given is what the output has for a default.
     std::optional<Form> form;

@@ -38,7 +38,7 @@ Setting settingOf(const QString &line)
         QString mistake;
         if (const FrameRow *row = findFrame(word))
             setting.form.frame = row->frame;
-        else if (const LengthUnit *unit = findLengthUnit(word))
+        else if (const LengthUnit *unit = findOfferedLengthUnit(word))
             setting.form.lengthUnit = unit->unit;
         else if (word == QLatin1String("--inverse"))
             setting.form.height = InputHeight::AboveGeoid;

@@ -5,8 +5,9 @@
 #include "location/PublishedFigures.h"
 #include "support/Printers.h"
 
-#include <cli/TypedAngle.h>
 #include <cli/positions/ValuePrinter.h>
+
+#include <KelStd/text/TypedAngle.h>
 
 #include <cmath>
 #include <ostream>
@@ -351,9 +352,8 @@ TEST(ConvertDisplay, NoOptionChangesWhatIsComputed)
     }
     const auto dms = csvRows(convert(options({"--angle", "dms", "--precision", "9"}))).value(0);
     QString reason;
-    const auto latitude =
-        cli::readTypedAngle(dms.value(QStringLiteral("local_latitude_dms")),
-                            cli::AngleSense::Latitude, cli::DecimalMark::Point, reason);
+    const auto latitude = readTypedAngle(dms.value(QStringLiteral("local_latitude_dms")),
+                                         AngleSense::Latitude, DecimalMark::Point, reason);
     ASSERT_TRUE(latitude.has_value()) << reason;
     EXPECT_NEAR(*latitude, test::numberIn(exact, QStringLiteral("local_latitude_deg")),
                 0.5e-9 / 3600 + 1e-14);

@@ -6,6 +6,8 @@
 
 #include <cli/values/DisplayOptions.h>
 
+#include <KelStd/text/UnitWords.h>
+
 #include <gtest/gtest.h>
 
 #include <ostream>
@@ -65,7 +67,7 @@ cli::PositionParser parserOf(const QString &from, const QString &options)
         else if (words.at(i) != QLatin1String("--length-unit"))
             ADD_FAILURE() << "unknown option " << words.at(i);
         else if (form.frame == Frame::LocalNEH)
-            form.lengthUnit = cli::findLengthUnit(value)->unit;
+            form.lengthUnit = findLengthUnit(value)->unit;
     }
     return parserFor(form, columns.constData(), skipped);
 }

@@ -1,9 +1,10 @@
-#include <cli/TypedNumber.h>
+#include "support/AngleSamples.h"
+#include "support/Printers.h"
+
 #include <cli/positions/CsvWriter.h>
 #include <cli/positions/PlainNumbers.h>
 
-#include "support/AngleSamples.h"
-#include "support/Printers.h"
+#include <KelStd/text/TypedNumber.h>
 
 #include <gtest/gtest.h>
 
@@ -12,9 +13,8 @@
 #include <cstdlib>
 #include <cstring>
 #include <limits>
-#include <random>
-
 #include <locale.h>
+#include <random>
 
 namespace KelStd {
 namespace {
@@ -255,11 +255,11 @@ TEST(ReadPlainNumber, LeavesEverythingElseToMoreCare)
 TEST(ReadNumber, SaysWhyATextIsNone)
 {
     QString reason;
-    EXPECT_EQ(cli::readNumber(QStringLiteral("-5.25"), reason), -5.25);
+    EXPECT_EQ(readNumber(QStringLiteral("-5.25"), reason), -5.25);
     for (const char *text : {"", " ", "5.25m", "1 2", "0x10", "1,5", "--1", "1e", "e5", "nan",
                              "inf", "-infinity", "1e400"}) {
         reason.clear();
-        EXPECT_EQ(cli::readNumber(QString::fromLatin1(text), reason), std::nullopt) << text;
+        EXPECT_EQ(readNumber(QString::fromLatin1(text), reason), std::nullopt) << text;
         EXPECT_FALSE(reason.isEmpty()) << text;
     }
 }

@@ -46,60 +46,36 @@ TEST(TimeCommand, ShowsAnInstantInAllFourScales)
                            QStringLiteral("  leap seconds            18 (GPS minus UTC)")}));
 }
 
-/// One epoch, 2024-02-29 12:34:56 UTC, in each scale. Week 2303 began on 2024-02-25, four days and
-/// 12:35:14 earlier.
-struct Written
+/// One epoch, 2024-02-29 12:34:56 UTC, where the system's offset is 5:30. Week 2303 began on
+/// 2024-02-25, four days and 12:35:14 earlier.
+TEST(TimeCommand, ShowsTheSameEpochFromEveryScale)
 {
-    const char *testName;
-    QList<const char *> arguments;
-};
-
-class TimeInput : public testing::TestWithParam<Written>
-{};
-
-TEST_P(TimeInput, IsTheSameEpoch)
-{
-    const QJsonObject shown = object(runTime(QList<const char *>{"--json"} + GetParam().arguments));
-    EXPECT_EQ(shown.value(QStringLiteral("utc")).toString(),
-              QStringLiteral("2024-02-29T12:34:56.000Z"));
-    EXPECT_EQ(shown.value(QStringLiteral("gpst")).toString(),
-              QStringLiteral("2024-02-29T12:35:14.000"));
-    EXPECT_EQ(shown.value(QStringLiteral("gps_week")).toInt(), 2303);
-    EXPECT_EQ(shown.value(QStringLiteral("gps_seconds")).toInt(), 390914);
-    EXPECT_EQ(shown.value(QStringLiteral("leap_seconds")).toInt(), 18);
-    EXPECT_FALSE(shown.value(QStringLiteral("is_leap_second")).toBool(true));
-    // date -u -d '2024-02-29 12:34:56' +%s
-    EXPECT_EQ(shown.value(QStringLiteral("milliseconds_since_1970")).toDouble(), 1709210096000.0);
-    const int offset = GetParam().arguments.contains("--offset") ? -18000 : 19800;
-    EXPECT_EQ(shown.value(QStringLiteral("offset")).toInt(), offset);
-    EXPECT_EQ(shown.value(QStringLiteral("local")).toString(),
-              offset == 19800 ? QStringLiteral("2024-02-29T18:04:56.000")
-                              : QStringLiteral("2024-02-29T07:34:56.000"));
-}
-
-const char *const offsetOption = "--offset";
-
-INSTANTIATE_TEST_SUITE_P(
-    Forms, TimeInput,
-    testing::Values(Written{"Utc", {"2024-02-29 12:34:56"}},
-                    Written{"UtcWithT", {"2024-02-29T12:34:56"}},
-                    Written{"UtcWithZ", {"2024-02-29T12:34:56Z"}},
-                    Written{"UtcWithDecimals", {"2024-02-29 12:34:56.0"}},
-                    Written{"UtcNamed", {"--from", "utc", "2024-02-29 12:34:56"}},
-                    Written{"GpsTime", {"--from", "gpst", "2024-02-29 12:35:14"}},
-                    Written{"WeekAndColon", {"--from", "gpsw", "2303:390914"}},
-                    Written{"WeekAndBlank", {"--from", "gpsw", "2303 390914"}},
-                    Written{"WeekAndComma", {"--from", "gpsw", "2303, 390914"}},
-                    Written{"WeekAsTheLibraryWritesIt", {"--from", "gpsw", "2303week 390914sec"}},
-                    Written{"Local", {"--from", "local", "2024-02-29 18:04:56"}},
-                    Written{"LocalWithOffset",
-                            {"--from", "local", offsetOption, "-18000", "2024-02-29 07:34:56"}}),
-    [](const auto &row) { return row.param.testName; });
-
-TEST(TimeCommand, DecimalsAreFractionsOfASecond)
-{
-    EXPECT_THAT(runTime({"2024-01-01 00:00:00.5"}).out, Mentions("2024-01-01 00:00:00.500\n"));
-    EXPECT_THAT(runTime({"2024-01-01 00:00:00.05"}).out, Mentions("2024-01-01 00:00:00.050\n"));
+    for (const auto &arguments : QList<QList<const char *>>{
+             {"2024-02-29 12:34:56"},
+             {"--from", "utc", "2024-02-29T12:34:56Z"},
+             {"--from", "gpsw", "2303 390914"},
+             {"--from", "local", "2024-02-29 18:04:56"},
+             {"--from", "local", "--offset", "-18000", "2024-02-29 07:34:56"},
+         }) {
+        SCOPED_TRACE(arguments.last());
+        const QJsonObject shown = object(runTime(QList<const char *>{"--json"} + arguments));
+        EXPECT_EQ(shown.value(QStringLiteral("utc")).toString(),
+                  QStringLiteral("2024-02-29T12:34:56.000Z"));
+        EXPECT_EQ(shown.value(QStringLiteral("gpst")).toString(),
+                  QStringLiteral("2024-02-29T12:35:14.000"));
+        EXPECT_EQ(shown.value(QStringLiteral("gps_week")).toInt(), 2303);
+        EXPECT_EQ(shown.value(QStringLiteral("gps_seconds")).toInt(), 390914);
+        EXPECT_EQ(shown.value(QStringLiteral("leap_seconds")).toInt(), 18);
+        EXPECT_FALSE(shown.value(QStringLiteral("is_leap_second")).toBool(true));
+        // date -u -d '2024-02-29 12:34:56' +%s
+        EXPECT_EQ(shown.value(QStringLiteral("milliseconds_since_1970")).toDouble(),
+                  1709210096000.0);
+        const bool isWest = arguments.size() > 3;
+        EXPECT_EQ(shown.value(QStringLiteral("offset")).toInt(), isWest ? -18000 : 19800);
+        EXPECT_EQ(shown.value(QStringLiteral("local")).toString(),
+                  isWest ? QStringLiteral("2024-02-29T07:34:56.000")
+                         : QStringLiteral("2024-02-29T18:04:56.000"));
+    }
 }
 
 TEST(TimeCommand, BothSidesOfALeapSecondAndTheSecondItself)
@@ -182,26 +158,11 @@ TEST(TimeCommand, AValueThatCannotBeReadIsShownTheForms)
 {
     for (const BadValue &row : QList<BadValue>{
              {"utc", "bad", "it is not written as one"},
-             {"utc", "", "it is not written as one"},
-             {"utc", "2024-01-01", "it is not written as one"},
-             {"utc", "2024-1-1 00:00:00", "it is not written as one"},
-             {"utc", "2024-01-01 00:00:00.1234", "it is not written as one"},
-             {"utc", "2024-01-01 00:00:00,5", "it is not written as one"},
-             {"utc", "12024-01-01 00:00:00", "it is not written as one"},
-             {"utc", "\xD9\xA2\xD9\xA0\xD9\xA2\xD9\xA4-01-01 00:00:00", "it is not written as one"},
-             {"utc", "2024-02-30 00:00:00", "there is no such date or time of day"},
-             {"utc", "2024-01-01 24:00:00", "there is no such date or time of day"},
-             {"utc", "0000-01-01 00:00:00", "there is no such date or time of day"},
              {"utc", "2016-12-31 23:59:60", "a leap second has no UTC here; give its GPS time"},
-             {"utc", "0001-01-01 00:00:00", "not between the years 1 and 9999"},
              {"utc", "9999-12-31 23:59:59", "not between the years 1 and 9999"},
-             {"gpst", "2024-01-01T00:00:00Z", "it is not written as one"},
              {"gpst", "2016-12-31 23:59:60", "there is no such date or time of day"},
              {"local", "2024-01-01T00:00:00Z", "it is not written as one"},
-             {"gpsw", "2300", "it is not written as one"},
-             {"gpsw", "2300:1.5", "it is not written as one"},
-             {"gpsw", "65536:0", "weeks are 0 to 65535"},
-             {"gpsw", "2300:604800", "seconds 0 to 604799"},
+             {"gpsw", "65536:0", "weeks are 0 to 65535, seconds 0 to 604799"},
          }) {
         SCOPED_TRACE(row.value);
         const auto result = runTime({"--from", row.scale, row.value});
@@ -214,13 +175,8 @@ TEST(TimeCommand, AValueThatCannotBeReadIsShownTheForms)
     }
 }
 
-TEST(TimeCommand, AnOffsetCannotLeadOutOfTheYears)
+TEST(TimeCommand, ShowsTheSecondsOfAnOffset)
 {
-    const auto result = runTime({"--offset", "2147483647", "9990-01-01 00:00:00"});
-    EXPECT_EQ(result.status, 2);
-    EXPECT_THAT(result.err, Mentions("not between the years 1 and 9999"));
-    EXPECT_THAT(runTime({"--offset", "2147483647", "2024-01-01 00:00:00"}).out,
-                Mentions("2092-01-19 03:14:07.000"));
     EXPECT_THAT(runTime({"--offset", "-12345", "2024-01-01 00:00:00"}).out,
                 Mentions("2023-12-31 20:34:15.000 (UTC-03:25:45)"));
 }

@@ -46,7 +46,7 @@ const QList<Room> &programRooms()
 {
     static const QList<Room> rows = {
         {"cli/terminal/", {}},
-        {"cli/positions/", {"cli", "values"}},
+        {"cli/positions/", {"values"}},
         {"cli/run/", {"terminal", "positions"}},
         {"cli/values/", {"terminal", "run"}},
         {"cli/library/", {"terminal"}},
@@ -55,7 +55,7 @@ const QList<Room> &programRooms()
         {"cli/systems/", {"terminal", "values", "library", "geoids"}},
         {"cli/proj/", {"terminal", "library"}},
         {"cli/commands/",
-         {"cli", "terminal", "values", "positions", "run", "library", "geoids", "systems", "proj",
+         {"terminal", "values", "positions", "run", "library", "geoids", "systems", "proj",
           "conversion"}},
         {"cli/", {"commands", "terminal"}},
     };

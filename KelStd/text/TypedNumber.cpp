@@ -1,8 +1,8 @@
-#include <cli/TypedNumber.h>
+#include <KelStd/text/TypedNumber.h>
 
 #include <cmath>
 
-namespace KelStd::cli {
+namespace KelStd {
 
 namespace {
 
@@ -29,10 +29,10 @@ QString hintOn(const QString &field)
 
 QString quoted(const QString &field)
 {
-    constexpr int mostCharacters = 40;
+    constexpr int maxCharacters = 40;
     return QLatin1Char('"')
-           + (field.size() > mostCharacters ? field.left(mostCharacters) + QLatin1String("...")
-                                            : field)
+           + (field.size() > maxCharacters ? field.left(maxCharacters) + QLatin1String("...")
+                                           : field)
            + QLatin1Char('"');
 }
 
@@ -62,4 +62,4 @@ std::optional<double> readNumber(const QString &field, DecimalMark mark, QString
     return std::nullopt;
 }
 
-} // namespace KelStd::cli
+} // namespace KelStd

@@ -1,55 +1,24 @@
-#include <cli/TypedAngle.h>
+#include <KelStd/text/TypedAngle.h>
+
+#include <KelStd/text/AngleSigns.h>
 
 #include <QtCore/QVector>
 
 #include <algorithm>
 #include <cmath>
 
-namespace KelStd::cli {
+namespace KelStd {
 
 namespace {
 
 constexpr QChar blank = QLatin1Char(' ');
 constexpr int unitsPerPart = 60; // minutes in a degree, seconds in a minute
 
-/// What stands behind a number.
-enum class Sign
-{
-    None,
-    Degree,
-    Minute,
-    Second,
-    Colon
-};
-
-struct SignRow
-{
-    char16_t character;
-    Sign sign;
-};
-
-constexpr SignRow signRows[] = {
-    {u'\u00B0', Sign::Degree}, // degree sign
-    {u'\u00BA', Sign::Degree}, // masculine ordinal indicator, a key of some keyboards
-    {u'\u02DA', Sign::Degree}, // ring above
-    {u'd', Sign::Degree},      //
-    {u'D', Sign::Degree},      //
-    {u'\u2032', Sign::Minute}, // prime
-    {u'\'', Sign::Minute},     //
-    {u'\u2019', Sign::Minute}, // what word processors make of an apostrophe
-    {u'\u2033', Sign::Second}, // double prime
-    {u'"', Sign::Second},      //
-    {u'\u201D', Sign::Second}, // what word processors make of a quotation mark
-    {u':', Sign::Colon},
-};
+using Sign = AngleSign;
 
 Sign signOf(QChar c)
 {
-    for (const SignRow &row : signRows) {
-        if (c == QChar(row.character))
-            return row.sign;
-    }
-    return Sign::None;
+    return angleSignOf(c.unicode());
 }
 
 bool isDigit(QChar c)
@@ -120,9 +89,9 @@ bool hasDoubtfulExponent(const QString &text, AngleSense sense)
 /// degrees and minutes in one, dddmm.mm.
 bool hasDoubtfulZeros(const QString &number)
 {
-    constexpr int mostDigits = 3;
+    constexpr int maxDigits = 3;
     const QString whole = number.section(QLatin1Char('.'), 0, 0);
-    return whole.size() > mostDigits && whole.startsWith(QLatin1Char('0'))
+    return whole.size() > maxDigits && whole.startsWith(QLatin1Char('0'))
            && std::all_of(whole.cbegin(), whole.cend(), isDigit);
 }
 
@@ -373,7 +342,9 @@ bool hasAngleSigns(const QString &text)
 {
     const bool hasDigit = std::any_of(text.cbegin(), text.cend(), isDigit);
     return hasDigit && std::any_of(text.cbegin(), text.cend(), [](QChar c) {
-               return !c.isLetter() && signOf(c) != Sign::None;
+               // The ordinal indicator is a letter to Qt, and a sign here.
+               const bool isWordLetter = c == QLatin1Char('d') || c == QLatin1Char('D');
+               return !isWordLetter && signOf(c) != Sign::None;
            });
 }
 
@@ -412,4 +383,4 @@ std::optional<double> readTypedAngle(const QString &text, AngleSense sense, Deci
     return std::nullopt;
 }
 
-} // namespace KelStd::cli
+} // namespace KelStd

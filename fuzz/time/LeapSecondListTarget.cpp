@@ -2,7 +2,7 @@
 
 #include "FuzzTarget.h"
 
-#include <cli/LeapSecondList.h>
+#include <KelStd/time/LeapSecondList.h>
 
 #include <string_view>
 #include <vector>
@@ -48,7 +48,7 @@ std::vector<std::vector<std::string_view>> rowsOf(std::string_view text)
     return rows;
 }
 
-void checkRows(const QList<cli::LeapSecondRow> &rows, std::string_view text)
+void checkRows(const QList<LeapSecondRow> &rows, std::string_view text)
 {
     constexpr long long secondsFrom1900 = 2208988800;
     const auto lines = rowsOf(text);
@@ -70,16 +70,18 @@ void checkRows(const QList<cli::LeapSecondRow> &rows, std::string_view text)
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
     const QByteArray bytes(reinterpret_cast<const char *>(data), static_cast<int>(size));
-    QString reason;
-    const auto list = cli::LeapSecondList::parse(bytes, reason);
-    require(list || !reason.isEmpty(), "a refusal has a reason");
+    LeapSecondListFailure failure;
+    const auto list = LeapSecondList::parse(bytes, &failure);
+    require(list.has_value() == !failure, "there is a list or a failure");
+    require(list || !failure.text.isEmpty(), "a failure has a text");
+    require(failure.line >= 0 && failure.line <= bytes.count('\n') + 1, "it is about a line");
     if (!list)
         return 0;
     require(!list->rows.isEmpty(), "a list has leap seconds");
     checkRows(list->rows, {reinterpret_cast<const char *>(data), size});
-    require(cli::differences(list->rows, list->rows).isEmpty(), "a list agrees with itself");
-    static const auto table = cli::libraryLeapSeconds();
-    for (const QString &difference : cli::differences(table, list->rows))
-        require(!difference.isEmpty(), "a difference is told");
+    require(leapSecondDifferences(list->rows, list->rows).isEmpty(), "a list agrees with itself");
+    static const auto table = leapSecondTable();
+    for (const auto &difference : leapSecondDifferences(table, list->rows))
+        require(difference.firstCount != difference.otherCount, "a difference is one");
     return 0;
 }

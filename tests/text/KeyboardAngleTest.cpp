@@ -1,4 +1,4 @@
-#include <cli/TypedAngle.h>
+#include <KelStd/text/TypedAngle.h>
 
 #include "support/Printers.h"
 
@@ -11,15 +11,12 @@
 namespace KelStd {
 namespace {
 
-using cli::AngleSense;
-using cli::DecimalMark;
-
 /// The angle of a text; NaN when there is none.
 double angleOf(const QString &text, AngleSense sense = AngleSense::Plain,
                DecimalMark mark = DecimalMark::Point)
 {
     QString reason;
-    const auto angle = cli::readTypedAngle(text, sense, mark, reason);
+    const auto angle = readTypedAngle(text, sense, mark, reason);
     EXPECT_EQ(angle.has_value(), reason.isEmpty()) << reason;
     return angle.value_or(std::nan(""));
 }
@@ -32,8 +29,7 @@ double angleOf(const char *text, AngleSense sense = AngleSense::Plain)
 QString reasonAgainst(const char *text, AngleSense sense, DecimalMark mark = DecimalMark::Point)
 {
     QString reason;
-    EXPECT_EQ(cli::readTypedAngle(QString::fromUtf8(text), sense, mark, reason), std::nullopt)
-        << text;
+    EXPECT_EQ(readTypedAngle(QString::fromUtf8(text), sense, mark, reason), std::nullopt) << text;
     return reason;
 }
 
@@ -44,7 +40,7 @@ struct Form
 };
 
 // 52 + 30/60 + 15.5/3600 and the others, computed as fractions of whole numbers and rounded once.
-TEST(TypedAngle, HasTheFormsOfPaperAndKeyboard)
+TEST(KeyboardAngle, HasTheFormsOfPaperAndKeyboard)
 {
     const Form rows[] = {
         {"52.5", 52.5},
@@ -78,7 +74,7 @@ TEST(TypedAngle, HasTheFormsOfPaperAndKeyboard)
         EXPECT_EQ(angleOf(row.text), row.degrees) << row.text;
 }
 
-TEST(TypedAngle, ASignCountsForTheWholeAngle)
+TEST(KeyboardAngle, ASignCountsForTheWholeAngle)
 {
     const Form rows[] = {
         {"-0\u00B030\u2032", -0.5},   {"-30\u00B015\u2032", -30.25},
@@ -89,7 +85,7 @@ TEST(TypedAngle, ASignCountsForTheWholeAngle)
         EXPECT_EQ(angleOf(row.text), row.degrees) << row.text;
 }
 
-TEST(TypedAngle, AHemisphereLetterIsItsSign)
+TEST(KeyboardAngle, AHemisphereLetterIsItsSign)
 {
     const Form latitudes[] = {
         {"52.5N", 52.5},   {"52.5 n", 52.5},          {"N52.5", 52.5},
@@ -113,7 +109,7 @@ TEST(TypedAngle, AHemisphereLetterIsItsSign)
         EXPECT_EQ(angleOf(row.text, AngleSense::Longitude), row.degrees) << row.text;
 }
 
-TEST(TypedAngle, ADecimalCommaIsReadWhereItIsOne)
+TEST(KeyboardAngle, ADecimalCommaIsReadWhereItIsOne)
 {
     const auto withComma = [](const char *text) {
         return angleOf(QString::fromUtf8(text), AngleSense::Latitude, DecimalMark::Comma);
@@ -131,7 +127,7 @@ struct Refusal
     const char *reason; ///< behind the quoted text
 };
 
-TEST(TypedAngle, WhatIsNoneIsRefusedWithItsReason)
+TEST(KeyboardAngle, WhatIsNoneIsRefusedWithItsReason)
 {
     constexpr auto plain = AngleSense::Plain;
     constexpr auto longitude = AngleSense::Longitude;
@@ -221,7 +217,7 @@ TEST(TypedAngle, WhatIsNoneIsRefusedWithItsReason)
               QStringLiteral("\"1.234,5\" is not a number"));
 }
 
-TEST(TypedAngle, DegreesWithoutEndAreRefused)
+TEST(KeyboardAngle, DegreesWithoutEndAreRefused)
 {
     const QByteArray digits(2000, '9');
     for (const QByteArray &text : {digits + "\u00B0", digits + ":0:0"}) {
@@ -235,7 +231,7 @@ TEST(TypedAngle, DegreesWithoutEndAreRefused)
 
 /// Whole thousandths of a second: the nearest double is a quotient of two whole numbers, which a
 /// division of doubles rounds once.
-TEST(TypedAngle, IsTheNearestDoubleOfAnyAngle)
+TEST(KeyboardAngle, IsTheNearestDoubleOfAnyAngle)
 {
     std::mt19937_64 random(20240229);
     std::uniform_int_distribution<qint64> thousandths(0, 180LL * 3600 * 1000);
@@ -258,7 +254,7 @@ TEST(TypedAngle, IsTheNearestDoubleOfAnyAngle)
 }
 
 /// 5E1 is 50, or 5 degrees east; 00030.25 is 30.25, or 0 degrees and 30.25 minutes.
-TEST(TypedAngle, TwoReadingsAreNone)
+TEST(KeyboardAngle, TwoReadingsAreNone)
 {
     for (const char *text : {"5E1", "5e1", "-5E1", "5.25E0", "5.E1", "52E1"}) {
         SCOPED_TRACE(text);

@@ -3,7 +3,7 @@
 
 #include "FuzzTarget.h"
 
-#include <cli/TypedAngle.h>
+#include <KelStd/text/TypedAngle.h>
 
 #include <QtCore/QLocale>
 
@@ -13,7 +13,7 @@
 
 namespace {
 
-using namespace KelStd::cli;
+using namespace KelStd;
 using KelStd::fuzz::require;
 
 AngleSense senseOf(QChar kind)

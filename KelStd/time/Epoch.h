@@ -1,0 +1,89 @@
+#pragma once
+
+#include <KelStd/Export.h>
+#include <KelStd/Failure.h>
+#include <KelStd/time/TimeGpsT.h>
+#include <KelStd/time/TimeGpsW.h>
+#include <KelStd/time/TimeLocal.h>
+#include <KelStd/time/TimeUtc.h>
+
+#include <QtCore/QString>
+#include <QtCore/QVector>
+
+#include <optional>
+
+namespace KelStd {
+
+/// A scale in which instants are written.
+enum class TimeScale
+{
+    Utc,
+    GpsT, ///< GPS time as calendar fields
+    GpsW, ///< GPS week and whole seconds of the week
+    Local ///< what a clock at an offset from UTC shows
+};
+
+/// A time scale in words. A new scale is an enumerator, a row in Epoch.cpp and its reading there.
+struct TimeScaleRow
+{
+    TimeScale scale;
+    const char *name;  ///< short and without blanks, as for an option
+    const char *label; ///< for people
+    const char *forms; ///< examples of what `Epoch::read` accepts, with commas between them
+};
+
+/// The rows of all scales, in the order of the enumerators. May be called on any thread.
+KELSTD_EXPORT QVector<TimeScaleRow> timeScales();
+
+/// The row of that name, which is valid as long as the library is loaded; null when there is none.
+/// May be called on any thread.
+KELSTD_EXPORT const TimeScaleRow *findTimeScale(const QString &name);
+
+/// Why a text is no epoch.
+enum class EpochMistake
+{
+    None,
+    WrongForm,       ///< it is not written as a value of the scale
+    NoSuchTime,      ///< there is no such date or time of day
+    LeapSecondInUtc, ///< 23:59:60, which UTC fields do not hold; GPS time does
+    WeekOutOfRange,  ///< weeks are 0 to 65535, seconds 0 to 604799
+    YearOutOfRange   ///< in one of the scales it is not between the years 1 and 9999
+};
+
+using EpochFailure = Failure<EpochMistake>;
+
+/// One instant in every scale.
+///
+/// In a leap second UTC repeats a calendar time, which the GPS scale tells apart. So the GPS time
+/// is what an epoch is made of, and UTC follows from it.
+///
+///     Epoch::read("2303:390914", TimeScale::GpsW, 0)->utc.toString() == "2024-02-29 12:34:56"
+struct KELSTD_EXPORT Epoch
+{
+    TimeGpsT gpsT;
+    TimeGpsW gpsW; ///< without the milliseconds
+    TimeUtc utc;
+    TimeLocal local;
+
+    /// Reads a value of `scale`: "2024-02-29 12:34:56" with a blank or a T between date and time of
+    /// day and up to three decimals of the second (UTC with or without a Z behind it), and of GPS
+    /// weeks "2303:390914", "2303 390914", "2303, 390914" or what `TimeGpsW::toString` writes
+    /// untranslated. Digits are Latin whatever the locale; blanks around the value are refused. May
+    /// be called on any thread.
+    ///
+    /// \param offset that of local times from UTC [s], east positive; without one, the system's of
+    ///        this moment
+    /// \param failure (when given) why there is no epoch; no failure where there is one
+    /// \return nothing for a text that is no value of the scale
+    static std::optional<Epoch> read(const QString &text, TimeScale scale,
+                                     std::optional<int> offset, EpochFailure *failure = nullptr);
+
+    /// The system's time; `offset` as for `read`. May be called on any thread.
+    static Epoch current(std::optional<int> offset);
+
+    /// Whether this is in the second that UTC inserts: its calendar time is also that of a
+    /// neighbouring second.
+    bool isLeapSecond() const;
+};
+
+} // namespace KelStd
