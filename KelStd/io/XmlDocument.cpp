@@ -1,5 +1,7 @@
 #include <KelStd/io/XmlDocument.h>
 
+#include <KelStd/io/DocumentLimits.h>
+
 #include <QtCore/QObject>
 #include <QtCore/QRegularExpression>
 #include <QtCore/QTextCodec>
@@ -59,26 +61,43 @@ bool readBytes(QFile &file, QByteArray &bytes)
     return false;
 }
 
+DocumentFailure tooLarge()
+{
+    return {DocumentFault::TooLarge,
+            QStringLiteral("the file is larger than %1 MiB").arg(largestDocument / (1024 * 1024)),
+            0};
+}
+
 /// The text of a file. Its bytes, as large as half of the text, are not kept.
-bool readText(const QString &fileName, Source source, QString &text, Damage *damage, QString *error)
+DocumentFailure readText(const QString &fileName, Source source, QString &text, Damage *damage)
 {
     QFile file;
-    if (!openForReading(file, fileName, source, error))
-        return false;
+    QString error;
+    if (!openForReading(file, fileName, source, &error))
+        return {DocumentFault::CannotBeOpened, error, 0};
     QByteArray bytes;
     if (!readBytes(file, bytes))
-        return false;
+        return tooLarge();
+    if (bytes.isEmpty())
+        return {DocumentFault::Empty, QStringLiteral("the file is empty"), 0};
     text = codecOf(bytes)->toUnicode(bytes);
     if (damage != nullptr)
         *damage = damageOf(bytes, text);
-    return true;
+    return {};
 }
 
-bool parse(QString &text, LineEnds lineEnds, QDomDocument &document)
+DocumentFailure parse(QString &text, LineEnds lineEnds, QDomDocument &document)
 {
     if (lineEnds == LineEnds::WithoutReturns)
         text.remove(QLatin1Char('\r'));
-    return makeSafeToParse(text) && document.setContent(text);
+    DocumentFailure failure = makeSafeToParse(text);
+    QString reason;
+    int line = 0;
+    if (!failure && !document.setContent(text, &reason, &line)) {
+        failure = {DocumentFault::NotWellFormed,
+                   QStringLiteral("no well-formed XML: %1").arg(reason), line};
+    }
+    return failure;
 }
 
 /// What the file holds, before it is encoded.
@@ -93,34 +112,29 @@ QString textOf(const QDomDocument &document)
 
 } // namespace
 
-bool readDocument(const QString &fileName, Source source, QDomDocument &document, QString *error,
-                  LineEnds lineEnds)
+DocumentFailure readDocument(const QString &fileName, Source source, QDomDocument &document,
+                             LineEnds lineEnds)
 {
     QString text;
-    return readText(fileName, source, text, nullptr, error) && parse(text, lineEnds, document);
+    const DocumentFailure failure = readText(fileName, source, text, nullptr);
+    return failure ? failure : parse(text, lineEnds, document);
 }
 
-bool readDocument(const QString &fileName, Source source, QDomDocument &document, Damage &damage,
-                  QString *error)
+DocumentFailure readDocument(const QString &fileName, Source source, QDomDocument &document,
+                             Damage &damage)
 {
     QString text;
-    return readText(fileName, source, text, &damage, error)
-           && parse(text, LineEnds::AsTheyAre, document);
+    const DocumentFailure failure = readText(fileName, source, text, &damage);
+    return failure ? failure : parse(text, LineEnds::AsTheyAre, document);
 }
 
-bool isWithinLimits(const QString &fileName)
+bool reportedAsContract(const DocumentFailure &failure, QString *error)
 {
-    constexpr int harmless = 20000; // signs of markup; a coordinate system has some six hundred
-    constexpr int maxAttributes = 1000;
-    QFile file;
-    QByteArray bytes;
-    if (!openForReading(file, fileName, Source::RegularFile, nullptr) || !readBytes(file, bytes))
-        return false;
-    if (bytes.count('<') + bytes.count('=') <= harmless)
-        return true;
-    QString text = codecOf(bytes)->toUnicode(bytes);
-    bytes.clear();
-    return makeSafeToParse(text, maxAttributes);
+    if (error != nullptr
+        && (failure.kind == DocumentFault::CannotBeOpened
+            || failure.kind == DocumentFault::MissingElement))
+        *error = failure.text;
+    return !failure;
 }
 
 QDomDocument documentFrame()
@@ -131,24 +145,35 @@ QDomDocument documentFrame()
     return document;
 }
 
+DocumentFailure writeDocument(const QString &fileName,
+                              const std::function<QDomDocument()> &makeDocument)
+{
+    DocumentFailure failure; // of what would make a file, but none that comes back
+    const auto write = [&makeDocument, &failure](QIODevice &file) {
+        const QString text = textOf(makeDocument());
+        const QByteArray bytes = text.toUtf8();
+        if (!isXmlText(text)) {
+            failure = {DocumentFault::ForeignText,
+                       QObject::tr("A text has a character that no XML document can hold"), 0};
+        } else if (bytes.size() > largestDocument) {
+            failure = {DocumentFault::TooLarge,
+                       QObject::tr("The document would be too large to be read"), 0};
+        }
+        return !failure && writeAll(file, bytes);
+    };
+    QString error;
+    if (!replaceFile(fileName, QIODevice::Text, write, &error) && !failure)
+        failure = {DocumentFault::CannotBeWritten, error, 0};
+    return failure;
+}
+
 bool writeDocument(const QString &fileName, const std::function<QDomDocument()> &makeDocument,
                    QString *error)
 {
-    QString fault; // what would make it a file, but none that comes back
-    const auto write = [&makeDocument, &fault](QIODevice &file) {
-        const QString text = textOf(makeDocument());
-        const QByteArray bytes = text.toUtf8();
-        if (!isXmlText(text))
-            fault = QObject::tr("A text has a character that no XML document can hold");
-        else if (bytes.size() > largestDocument)
-            fault = QObject::tr("The document would be too large to be read");
-        return fault.isEmpty() && writeAll(file, bytes);
-    };
-    if (replaceFile(fileName, QIODevice::Text, write, error))
-        return true;
-    if (!fault.isEmpty() && error != nullptr)
-        *error = fault;
-    return false;
+    const DocumentFailure failure = writeDocument(fileName, makeDocument);
+    if (failure && error != nullptr)
+        *error = failure.text;
+    return !failure;
 }
 
 } // namespace KelStd::io
