@@ -19,10 +19,13 @@
 #include <KelStd/files/FileLock.h>
 #include <KelStd/files/WorkshopMark.h>
 #include <KelStd/io/Coord_IO.h>
+#include <KelStd/io/DocumentFailure.h>
+#include <KelStd/io/DocumentKind.h>
 #include <KelStd/io/DocumentLimits.h>
 #include <KelStd/io/DocumentReview.h>
 #include <KelStd/io/ListDocuments.h>
 #include <KelStd/io/RecordParamNames.h>
+#include <KelStd/library/OfferedNames.h>
 #include <KelStd/library/StandardLibrary.h>
 #include <KelStd/location/LocationBuilder.h>
 #include <KelStd/platform/AppConfig.h>

@@ -2,6 +2,7 @@
 
 #include <KelStd/io/XmlDocument.h>
 #include <KelStd/library/LibraryFiles.h>
+#include <KelStd/library/OfferedNames.h>
 #include <KelStd/library/StandardLibrary.h>
 
 namespace KelStd {
@@ -36,6 +37,28 @@ void writeNames(const QString &path, const Names &names)
 
 } // namespace
 
+namespace library {
+
+bool readOfferedNames(const QString &fileName, QList<QPair<QString, QString>> &names,
+                      io::DocumentFailure &failure)
+{
+    QDomDocument document;
+    failure =
+        io::readDocument(fileName, io::Source::RegularFile, document, io::LineEnds::WithoutReturns);
+    if (failure)
+        return false;
+    const QDomElement root = document.documentElement();
+    for (QDomElement pair = root.firstChildElement(pairName); !pair.isNull();
+         pair = pair.nextSiblingElement(pairName)) {
+        const QString name = pair.attribute(nameAttribute);
+        const QString showName = pair.attribute(showNameAttribute);
+        names.append({name, showName.isEmpty() ? name : showName});
+    }
+    return true;
+}
+
+} // namespace library
+
 void StandardLibrary::setShowInCreateProjectCoords(const QList<QPair<QString, QString>> &list)
 {
     Names known;
@@ -60,17 +83,12 @@ void StandardLibrary::loadShowInProjectCoordNamesFile()
     if (showInCreateProjectCoordsFilePath.isEmpty())
         return;
     createEmptyShowInProjectCoordNamesFile();
-    QDomDocument document;
-    if (!io::readDocument(showInCreateProjectCoordsFilePath, io::Source::RegularFile, document,
-                          nullptr, io::LineEnds::WithoutReturns))
-        return;
-    const QDomElement root = document.documentElement();
-    for (QDomElement pair = root.firstChildElement(pairName); !pair.isNull();
-         pair = pair.nextSiblingElement(pairName)) {
-        const QString name = pair.attribute(nameAttribute);
-        const QString showName = pair.attribute(showNameAttribute);
+    Names names;
+    io::DocumentFailure failure;
+    library::readOfferedNames(showInCreateProjectCoordsFilePath, names, failure);
+    for (const auto &[name, showName] : names) {
         if (hasCoord(name))
-            showInCreateProjectCoords.append({name, showName.isEmpty() ? name : showName});
+            showInCreateProjectCoords.append({name, showName});
     }
 }
 

@@ -50,10 +50,8 @@ void addOwnKindOption(CommandLine &line, const QString &without)
 std::optional<RecordKind> kindOfFile(const CommandLine &line, const QString &fileName,
                                      QString &mistake)
 {
-    if (!line.isSet(kindOption)) {
-        const QString root = outlineOf(fileName, RecordKind::Custom).rootName;
-        return kindOfRoot(root).value_or(RecordKind::Custom);
-    }
+    if (!line.isSet(kindOption))
+        return kindOfDocument(fileName);
     const QString word = line.value(kindOption);
     const auto kinds = kindsNamed(word);
     if (!kinds.isEmpty() && kinds.constFirst() != RecordKind::Standard)

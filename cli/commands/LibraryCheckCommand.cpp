@@ -9,6 +9,8 @@
 #include <cli/terminal/Console.h>
 #include <cli/terminal/ShownText.h>
 
+#include <KelStd/library/OfferedNames.h>
+
 #include <QtCore/QFileInfo>
 #include <QtCore/QMap>
 #include <QtCore/QSet>
@@ -265,22 +267,6 @@ void checkBase(const LibraryDirectory &library, Findings &findings)
                            : QStringLiteral("not read; the base system stays as it is"));
 }
 
-/// A document of which the walk doesn't know what loading makes of it.
-void checkDoubtfulOffered(const LibraryDirectory &library, const QString &fault, Findings &findings)
-{
-    const QString place = placeName(LibraryPlace::Offered);
-    QString reason;
-    const bool isLoaded = loadPlaces(
-        library, {LibraryPlace::Custom, LibraryPlace::Standard, LibraryPlace::Offered}, reason);
-    const int known = isLoaded ? offeredNames().size() : 0;
-    if (known == 0)
-        findings.skipped(place, fault);
-    else
-        findings.note(place, QStringLiteral("names of other systems are not told: ") + fault);
-    findings.print(place, known == 0 ? QStringLiteral("not read")
-                                     : QStringLiteral("%1 names are systems").arg(known));
-}
-
 void checkOffered(const LibraryDirectory &library, const QSet<QString> &systems, Findings &findings)
 {
     const QString place = placeName(LibraryPlace::Offered);
@@ -289,21 +275,26 @@ void checkOffered(const LibraryDirectory &library, const QSet<QString> &systems,
         findings.print(place, QStringLiteral("there is no such file; no system is offered"));
         return;
     }
-    const DocumentOutline outline = outlineOf(path, std::nullopt);
-    if (!outline.fault.isEmpty()) {
-        checkDoubtfulOffered(library, outline.fault, findings);
+    QString fault = noFileFault(path);
+    QList<QPair<QString, QString>> names;
+    io::DocumentFailure failure;
+    if (fault.isEmpty() && !library::readOfferedNames(path, names, failure))
+        fault = io::describedFailure(failure);
+    if (!fault.isEmpty()) {
+        findings.skipped(place, fault);
+        findings.print(place, QStringLiteral("not read"));
         return;
     }
     int known = 0;
-    for (const QString &name : outline.offered) {
+    for (const auto &[name, shownName] : names) {
         if (systems.contains(name))
             ++known;
         else
             findings.skipped(inQuotes(name), QStringLiteral("it is offered, but the library has no "
                                                             "such system"));
     }
-    findings.print(
-        place, QStringLiteral("%1 of %2 names are systems").arg(known).arg(outline.offered.size()));
+    findings.print(place,
+                   QStringLiteral("%1 of %2 names are systems").arg(known).arg(names.size()));
 }
 
 void checkDisplay(const LibraryDirectory &library, Findings &findings)

@@ -25,6 +25,25 @@ QString missingVersions(const QList<io::DocumentFinding> &findings)
     return named.join(QStringLiteral("; "));
 }
 
+QString reasonOf(const io::DocumentFailure &failure, const QList<io::DocumentFinding> &findings)
+{
+    QString described = io::describedFailure(failure);
+    switch (failure.kind) {
+    case io::DocumentFault::CannotBeOpened:
+    case io::DocumentFault::Empty:
+    case io::DocumentFault::TooLarge:
+    case io::DocumentFault::MissingElement: return described;
+    case io::DocumentFault::OtherVersion: {
+        const QString versions = missingVersions(findings);
+        if (!versions.isEmpty())
+            described = versions;
+        break;
+    }
+    default: break;
+    }
+    return QStringLiteral("it is no coordinate-system document of version 1 (%1)").arg(described);
+}
+
 } // namespace
 
 bool readSystem(const QString &fileName, Coord &coord, QList<io::DocumentFinding> &findings,
@@ -34,25 +53,12 @@ bool readSystem(const QString &fileName, Coord &coord, QList<io::DocumentFinding
         reason = QStringLiteral("it is a directory");
         return false;
     }
-    bool complete = false;
-    const auto read = [&] { complete = io::reviewCoord(fileName, coord, findings, &reason); };
-    if (withoutRaising(read, reason) && complete)
-        return true;
-    if (reason.isEmpty()) {
-        const QString versions = missingVersions(findings);
-        if (!versions.isEmpty()) {
-            reason = QStringLiteral("it is no coordinate-system document of version 1 (%1)")
-                         .arg(versions);
-            return false;
-        }
-        reason = QFileInfo(fileName).size() == 0 ? QStringLiteral("the file is empty")
-                                                 : io::exceededLimit(fileName);
-        if (reason.isEmpty()) {
-            reason = QStringLiteral("it is no coordinate-system document of version 1 (no "
-                                    "well-formed XML, or another version)");
-        }
-    }
-    return false;
+    io::DocumentFailure failure;
+    if (!withoutRaising([&] { io::reviewCoord(fileName, coord, findings, failure); }, reason))
+        return false;
+    if (failure)
+        reason = reasonOf(failure, findings);
+    return !failure;
 }
 
 std::optional<SystemDefinitions> definitionsOf(const Coord &coord, QString &reason)
