@@ -37,8 +37,9 @@ enum class DocumentFault
 
 /// The line is where the document is at fault; where an element is, that in which its first tag
 /// ends. It is 0 for what concerns the file, and for a document that was not written. The text is
-/// English, for people, never empty for a failure, and shortens what it quotes; those of
-/// `CannotBeOpened`, `CannotBeWritten` and `MissingElement` are translated by whom they come from.
+/// for people, never empty for a failure, and shortens what it quotes. It is English; translated
+/// are those of `CannotBeOpened`, of `MissingElement` and of writing, which the contract's
+/// functions say.
 using DocumentFailure = Failure<DocumentFault>;
 
 /// The failure in one line: "line 3: no well-formed XML: tag mismatch". Empty without a failure.
