@@ -2,12 +2,6 @@
 
 #include <cli/geoids/GeoidModel.h>
 #include <cli/library/LibraryDirectory.h>
-#include <cli/positions/ColumnChoice.h>
-#include <cli/positions/Columns.h>
-#include <cli/positions/CsvWriter.h>
-#include <cli/positions/JsonWriter.h>
-#include <cli/positions/TableWriter.h>
-#include <cli/positions/ValuePrinter.h>
 #include <cli/proj/ProjEnvironment.h>
 #include <cli/run/PositionRun.h>
 #include <cli/run/SkipOption.h>
@@ -19,8 +13,14 @@
 #include <cli/terminal/Console.h>
 #include <cli/terminal/StandardStreams.h>
 #include <cli/values/DisplayOptions.h>
+#include <cli/values/TableWriter.h>
 
 #include <KelStd/location/LocationBuilder.h>
+#include <KelStd/positions/ColumnChoice.h>
+#include <KelStd/positions/Columns.h>
+#include <KelStd/positions/CsvWriter.h>
+#include <KelStd/positions/JsonWriter.h>
+#include <KelStd/positions/ValuePrinter.h>
 
 #include <algorithm>
 #include <memory>
@@ -30,13 +30,13 @@ namespace KelStd::cli {
 
 namespace {
 
-QString componentLabels(const InputForm &form)
+QString componentLabels(const positions::InputForm &form)
 {
     QStringList labels;
-    for (int i = 0; i < componentsPerFrame; ++i) {
-        const Column &column = columnOf(form.frame, i);
-        const QString unit = isAngle(column) ? QString::fromLatin1(column.quantity->unit)
-                                             : unitSymbol(form.lengthUnit);
+    for (int i = 0; i < positions::componentsPerFrame; ++i) {
+        const positions::Column &column = positions::columnOf(form.frame, i);
+        const QString unit = positions::isAngle(column) ? QString::fromLatin1(column.unit)
+                                                        : unitSymbol(form.lengthUnit);
         labels += QStringLiteral("%1 [%2]").arg(QString::fromLatin1(column.label), unit);
     }
     return labels.join(QLatin1String(", "));
@@ -44,16 +44,17 @@ QString componentLabels(const InputForm &form)
 
 /// What the lines of the input hold. Lengths of the plane are in the unit of --length-unit, as they
 /// are printed; of the other frames only the output is, whose heights stand beside degrees.
-InputForm inputForm(Frame frame, const DisplayOptions &display)
+positions::InputForm inputForm(positions::Frame frame, const DisplayOptions &display)
 {
-    const bool hasUnit = frame == Frame::LocalNEH && display.lengthUnit != nullptr;
-    return {frame, InputHeight::OfFrame, hasUnit ? display.lengthUnit->unit : Unit_Meter};
+    const bool hasUnit = frame == positions::Frame::LocalProjected && display.lengthUnit != nullptr;
+    return {frame, positions::InputHeight::OfFrame,
+            hasUnit ? display.lengthUnit->unit : Unit_Meter};
 }
 
 QString frameNames(const QString &separator)
 {
     QStringList names;
-    for (const FrameRow &row : frames())
+    for (const positions::FrameRow &row : positions::frames())
         names += QString::fromLatin1(row.option);
     return names.join(separator);
 }
@@ -67,7 +68,7 @@ QString details()
         "position a line, separated by commas, semicolons, tabulators or blanks, after a\n"
         "point name if the first line has one. Blank lines and lines that begin with #\n"
         "are skipped. The order is\n");
-    for (const FrameRow &row : frames()) {
+    for (const positions::FrameRow &row : positions::frames()) {
         text += QStringLiteral("  %1  %2\n")
                     .arg(QString::fromLatin1(row.option), -9)
                     .arg(componentLabels(row.frame));
@@ -122,11 +123,11 @@ QString details()
         "\n"
         "Exit status: 0 all converted, 1 some failed, 2 usage, 3 no PROJ, no usable\n"
         "system, or output that cannot be written.");
-    return text.arg(defaultAngleStyle().decimals)
+    return text.arg(positions::defaultAngleStyle().decimals)
         .arg(stShowConfig().xyPrecision)
         .arg(findAngleStyle(QStringLiteral("degree"))->decimals)
-        .arg(csvAngleDecimals)
-        .arg(csvLengthDecimals);
+        .arg(positions::csvAngleDecimals)
+        .arg(positions::csvLengthDecimals);
 }
 
 /// The forms of output, of which an option picks one.
@@ -164,11 +165,12 @@ CommandLine makeCommandLine()
                     QStringLiteral("FILE.xml|NAME")});
     addDirectoryOption(line);
     addLenientOption(line);
-    line.addOption(
-        {QStringLiteral("from"),
-         QStringLiteral("The frame of the input:\n%1.\nDefault: %2.")
-             .arg(frameNames(QStringLiteral(", ")), QString::fromLatin1(frames().front().option)),
-         QStringLiteral("FRAME"), QString::fromLatin1(frames().front().option)});
+    line.addOption({QStringLiteral("from"),
+                    QStringLiteral("The frame of the input:\n%1.\nDefault: %2.")
+                        .arg(frameNames(QStringLiteral(", ")),
+                             QString::fromLatin1(positions::frames().front().option)),
+                    QStringLiteral("FRAME"),
+                    QString::fromLatin1(positions::frames().front().option)});
     line.addOption({QStringLiteral("columns"),
                     QStringLiteral("The columns of longitude, latitude, height (or\n"
                                    "those of the frame, in its order) and, before\n"
@@ -227,16 +229,18 @@ std::optional<Output> outputOf(const CommandLine &line, const Console &console, 
     return console.isTerminal() ? Output::Table : Output::Csv;
 }
 
-std::unique_ptr<PositionWriter> makeWriter(Output output, bool hasHeader,
-                                           const DisplayOptions &display, const QString &geoidModel,
-                                           const Console &console)
+std::unique_ptr<positions::PositionWriter> makeWriter(Output output, bool hasHeader,
+                                                      const DisplayOptions &display,
+                                                      const QString &geoidModel,
+                                                      const Console &console)
 {
-    const ValuePrinter printer(display, output == Output::Table ? ValuePrinter::Output::Table
-                                                                : ValuePrinter::Output::Csv);
+    const positions::ValuePrinter printer(display, output == Output::Table
+                                                       ? positions::ValuePrinter::Output::Table
+                                                       : positions::ValuePrinter::Output::Csv);
     switch (output) {
-    case Output::Csv: return std::make_unique<CsvWriter>(printer, hasHeader);
-    case Output::Json: return std::make_unique<JsonWriter>(printer);
-    case Output::GeoJson: return std::make_unique<GeoJsonWriter>(printer);
+    case Output::Csv: return std::make_unique<positions::CsvWriter>(printer, hasHeader);
+    case Output::Json: return std::make_unique<positions::JsonWriter>(printer);
+    case Output::GeoJson: return std::make_unique<positions::GeoJsonWriter>(printer);
     case Output::Table: break;
     }
     const int width = console.isTerminal() ? streams::terminalWidth(streams::standardOutput) : 0;
@@ -266,13 +270,13 @@ class LocationTaker : public PositionTaker
 {
 public:
     LocationTaker(const Coord &coord, const QString &geoidModel, LocationBuilder::Frame frame,
-                  const PositionWriter &writer)
+                  const positions::PositionWriter &writer)
         : m_builder(coord), m_geoidModel(geoidModel), m_frame(frame), m_writer(writer)
     {
         m_builder.requireOneToOne();
     }
 
-    bool take(const PositionParser &read, QByteArray &bytes, QString &reason) override
+    bool take(const positions::PositionParser &read, QByteArray &bytes, QString &reason) override
     {
         Location location;
         if (!m_builder.make(m_frame, read.position(), location, m_outcome)) {
@@ -296,32 +300,34 @@ private:
     const QString &m_geoidModel; ///< the one in use; empty for none
     const QString m_noModel;
     LocationBuilder::Frame m_frame;
-    const PositionWriter &m_writer;
+    const positions::PositionWriter &m_writer;
 };
 
 class Conversion : public PositionJob
 {
 public:
-    Conversion(const Coord &coord, const QString &geoidModel, const FrameRow &frame,
-               PositionWriter &writer)
+    Conversion(const Coord &coord, const QString &geoidModel, const positions::FrameRow &frame,
+               positions::PositionWriter &writer)
         : m_coord(coord), m_geoidModel(geoidModel), m_frame(frame), m_writer(writer)
     {}
 
-    QByteArray begin(const InputColumns &columns) override { return m_writer.begin(columns); }
+    QByteArray begin(const positions::InputColumns &columns) override
+    {
+        return m_writer.begin(columns);
+    }
     QByteArray separator() const override { return m_writer.separator(); }
     QByteArray ending() const override { return m_writer.ending(); }
 
     std::unique_ptr<PositionTaker> makeTaker() const override
     {
-        return std::make_unique<LocationTaker>(m_coord, m_geoidModel, m_frame.builderFrame,
-                                               m_writer);
+        return std::make_unique<LocationTaker>(m_coord, m_geoidModel, m_frame.frame, m_writer);
     }
 
 private:
     const Coord &m_coord;
     const QString &m_geoidModel;
-    const FrameRow &m_frame;
-    PositionWriter &m_writer;
+    const positions::FrameRow &m_frame;
+    positions::PositionWriter &m_writer;
 };
 
 } // namespace
@@ -335,7 +341,7 @@ ExitStatus runConvert(const QStringList &arguments, Console &console)
     if (systemFile.isEmpty())
         return line.refuse(QStringLiteral("--system FILE.xml is missing"), console);
     const QString from = line.value(QStringLiteral("from"));
-    const FrameRow *frame = findFrame(from);
+    const positions::FrameRow *frame = positions::findFrame(from);
     if (frame == nullptr) {
         return line.refuse(QStringLiteral("--from '%1' is no frame; there are %2")
                                .arg(from, frameNames(QStringLiteral(", "))),
@@ -361,10 +367,10 @@ ExitStatus runConvert(const QStringList &arguments, Console &console)
     const auto skipped = skippedLines(line, reason);
     if (!skipped)
         return line.refuse(reason, console);
-    const InputForm form = inputForm(frame->frame, *display);
-    std::optional<ColumnChoice> choice;
+    const positions::InputForm form = inputForm(frame->frame, *display);
+    std::optional<positions::ColumnChoice> choice;
     if (line.isSet(QStringLiteral("columns"))) {
-        choice = ColumnChoice::from(line.value(QStringLiteral("columns")), reason);
+        choice = positions::ColumnChoice::from(line.value(QStringLiteral("columns")), reason);
         if (!choice)
             return line.refuse(reason, console);
     }
@@ -416,7 +422,7 @@ ExitStatus runConvert(const QStringList &arguments, Console &console)
     const QString geoidModel = usableGeoidModel(coord, console);
     const auto writer = makeWriter(*output, hasHeader, *display, geoidModel, console);
     Conversion conversion(coord, geoidModel, *frame, *writer);
-    PositionParser parser(form, choice);
+    positions::PositionParser parser(form, choice);
     parser.setSkippedLines(*skipped);
     PositionRun run(input, std::move(parser), conversion, console);
     run.setThreads(*threads);

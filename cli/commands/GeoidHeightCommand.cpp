@@ -1,14 +1,15 @@
 #include <cli/commands/Command.h>
 
 #include <cli/geoids/GeoidModel.h>
-#include <cli/positions/Columns.h>
-#include <cli/positions/CsvWriter.h>
-#include <cli/positions/PlainNumbers.h>
 #include <cli/proj/ProjEnvironment.h>
 #include <cli/run/PositionRun.h>
 #include <cli/run/SkipOption.h>
 #include <cli/terminal/CommandLine.h>
 #include <cli/terminal/Console.h>
+
+#include <KelStd/positions/Columns.h>
+#include <KelStd/positions/CsvWriter.h>
+#include <KelStd/positions/PlainNumbers.h>
 
 namespace KelStd::cli {
 
@@ -71,10 +72,10 @@ public:
     void write(QByteArray &bytes, std::string_view name, const GeoidPoint &point) const
     {
         if (!m_isTable) {
-            appendCsvField(bytes, name);
+            positions::appendCsvField(bytes, name);
             for (const GeoidColumn &column : geoidColumns) {
                 bytes += ',';
-                appendNumber(bytes, point.*column.value, column.csvDecimals);
+                positions::appendNumber(bytes, point.*column.value, column.csvDecimals);
             }
             bytes += '\n';
             return;
@@ -86,7 +87,7 @@ public:
             bytes += shown.toUtf8() + '\n';
         bytes += nameCell(isLong ? QString() : shown);
         for (const GeoidColumn &column : geoidColumns)
-            bytes += cell(numberText(point.*column.value, column.tableDecimals), column);
+            bytes += cell(positions::numberText(point.*column.value, column.tableDecimals), column);
         bytes += '\n';
     }
 
@@ -113,7 +114,7 @@ public:
         : m_gridFile(gridFile), m_inverse(inverse), m_writer(writer)
     {}
 
-    bool take(const PositionParser &read, QByteArray &bytes, QString &reason) override
+    bool take(const positions::PositionParser &read, QByteArray &bytes, QString &reason) override
     {
         const stLongLatH &in = read.position().getLongLatH();
         const auto calculate =
@@ -141,7 +142,7 @@ public:
         : m_gridFile(gridFile), m_inverse(inverse), m_writer(isTable)
     {}
 
-    QByteArray begin(const InputColumns &columns) override
+    QByteArray begin(const positions::InputColumns &columns) override
     {
         return m_writer.begin(columns.hasNames);
     }
@@ -238,8 +239,9 @@ ExitStatus runGeoidHeight(const QStringList &arguments, Console &console)
     }
     Separations separations(grid.path(), inverse,
                             asksForTable || (console.isTerminal() && !asksForCsv));
-    PositionParser parser(Frame::Wgs84LLH,
-                          inverse ? InputHeight::AboveGeoid : InputHeight::AboveEllipsoid);
+    positions::PositionParser parser(positions::Frame::Wgs84Geographic,
+                                     inverse ? positions::InputHeight::AboveGeoid
+                                             : positions::InputHeight::AboveEllipsoid);
     parser.setSkippedLines(*skipped);
     // On one thread: these separations are calculated in the working directory.
     return PositionRun(input, parser, separations, console).run();
