@@ -32,6 +32,16 @@
 #include <KelStd/platform/LogLibrary.h>
 #include <KelStd/platform/ResourceQuery.h>
 #include <KelStd/platform/Toolkits.h>
+#include <KelStd/positions/ColumnChoice.h>
+#include <KelStd/positions/Columns.h>
+#include <KelStd/positions/CsvWriter.h>
+#include <KelStd/positions/InputForm.h>
+#include <KelStd/positions/JsonWriter.h>
+#include <KelStd/positions/PlainNumbers.h>
+#include <KelStd/positions/PositionParser.h>
+#include <KelStd/positions/PositionWriter.h>
+#include <KelStd/positions/PrintOptions.h>
+#include <KelStd/positions/ValuePrinter.h>
 #include <KelStd/proj/ConversionFailure.h>
 #include <KelStd/proj/ProjLib.h>
 #include <KelStd/text/AngleSigns.h>

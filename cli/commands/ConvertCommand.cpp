@@ -5,7 +5,6 @@
 #include <cli/conversion/LocationJob.h>
 #include <cli/geoids/GeoidModel.h>
 #include <cli/library/LibraryDirectory.h>
-#include <cli/positions/Columns.h>
 #include <cli/proj/ProjEnvironment.h>
 #include <cli/run/PositionInput.h>
 #include <cli/run/PositionRun.h>
@@ -17,6 +16,8 @@
 #include <cli/terminal/StandardStreams.h>
 #include <cli/values/DisplayOptions.h>
 
+#include <KelStd/positions/Columns.h>
+
 #include <algorithm>
 #include <optional>
 #include <thread>
@@ -27,10 +28,11 @@ namespace {
 
 /// What the lines of the input hold. Lengths of the plane are in the unit of --length-unit, as they
 /// are printed; of the other frames only the output is, whose heights stand beside degrees.
-InputForm inputForm(Frame frame, const DisplayOptions &display)
+positions::InputForm inputForm(positions::Frame frame, const DisplayOptions &display)
 {
-    const bool hasUnit = frame == Frame::LocalNEH && display.lengthUnit != nullptr;
-    return {frame, InputHeight::OfFrame, hasUnit ? display.lengthUnit->unit : Unit_Meter};
+    const bool hasUnit = frame == positions::Frame::LocalProjected && display.lengthUnit != nullptr;
+    return {frame, positions::InputHeight::OfFrame,
+            hasUnit ? display.lengthUnit->unit : Unit_Meter};
 }
 
 /// The geoid model that the system names, as far as it can be used. Empty when it names none, and
@@ -70,7 +72,7 @@ std::optional<std::size_t> threadsOf(const CommandLine &line, QString &mistake)
 struct ConvertOptions
 {
     QString system;
-    const FrameRow *frame = nullptr;
+    const positions::FrameRow *frame = nullptr;
     const LocationForm *form = nullptr;
     bool hasHeader = true;
     DisplayOptions display;
@@ -89,7 +91,7 @@ std::optional<ConvertOptions> optionsOf(const CommandLine &line, PositionInput &
         return std::nullopt;
     }
     const QString from = line.value(QStringLiteral("from"));
-    options.frame = findFrame(from);
+    options.frame = positions::findFrame(from);
     if (options.frame == nullptr) {
         mistake = QStringLiteral("--from '%1' is no frame; there are %2")
                       .arg(from, frameNames(QStringLiteral(", ")));
@@ -172,7 +174,7 @@ ExitStatus runConvert(const QStringList &arguments, Console &console)
         return ExitStatus::Environment;
     for (const QString &note : notesOn(coord))
         console.report(QStringLiteral("note: %1").arg(note));
-    const InputForm form = inputForm(options->frame->frame, options->display);
+    const positions::InputForm form = inputForm(options->frame->frame, options->display);
     input.promptFor(componentLabels(form), console);
     configure(*options, line, console);
 

@@ -2,11 +2,12 @@
 
 #include <cli/conversion/LocationForms.h>
 #include <cli/library/LibraryDirectory.h>
-#include <cli/positions/Columns.h>
-#include <cli/positions/ValuePrinter.h>
 #include <cli/run/PositionInput.h>
 #include <cli/systems/SystemChoice.h>
 #include <cli/values/DisplayOptions.h>
+
+#include <KelStd/positions/Columns.h>
+#include <KelStd/positions/ValuePrinter.h>
 
 namespace KelStd::cli {
 
@@ -21,7 +22,7 @@ QString details()
         "position a line, separated by commas, semicolons, tabulators or blanks, after a\n"
         "point name if the first line has one. Blank lines and lines that begin with #\n"
         "are skipped. The order is\n");
-    for (const FrameRow &row : frames()) {
+    for (const positions::FrameRow &row : positions::frames()) {
         text += QStringLiteral("  %1  %2\n")
                     .arg(QString::fromLatin1(row.option), -9)
                     .arg(componentLabels(row.frame));
@@ -76,11 +77,11 @@ QString details()
         "\n"
         "Exit status: 0 all converted, 1 some failed, 2 usage, 3 no PROJ, no usable\n"
         "system, or output that cannot be written.");
-    return text.arg(defaultAngleStyle().decimals)
+    return text.arg(positions::defaultAngleStyle().decimals)
         .arg(stShowConfig().xyPrecision)
         .arg(findAngleStyle(QStringLiteral("degree"))->decimals)
-        .arg(csvAngleDecimals)
-        .arg(csvLengthDecimals);
+        .arg(positions::csvAngleDecimals)
+        .arg(positions::csvLengthDecimals);
 }
 
 } // namespace
@@ -88,18 +89,18 @@ QString details()
 QString frameNames(const QString &separator)
 {
     QStringList names;
-    for (const FrameRow &row : frames())
+    for (const positions::FrameRow &row : positions::frames())
         names += QString::fromLatin1(row.option);
     return names.join(separator);
 }
 
-QString componentLabels(const InputForm &form)
+QString componentLabels(const positions::InputForm &form)
 {
     QStringList labels;
-    for (int i = 0; i < componentsPerFrame; ++i) {
-        const Column &column = columnOf(form.frame, i);
-        const QString unit = isAngle(column) ? QString::fromLatin1(column.quantity->unit)
-                                             : unitSymbol(form.lengthUnit);
+    for (int i = 0; i < positions::componentsPerFrame; ++i) {
+        const positions::Column &column = positions::columnOf(form.frame, i);
+        const QString unit = positions::isAngle(column) ? QString::fromLatin1(column.unit)
+                                                        : unitSymbol(form.lengthUnit);
         labels += QStringLiteral("%1 [%2]").arg(QString::fromLatin1(column.label), unit);
     }
     return labels.join(QLatin1String(", "));
@@ -117,11 +118,12 @@ CommandLine convertCommandLine()
                     QStringLiteral("FILE.xml|NAME")});
     addDirectoryOption(line);
     addLenientOption(line);
-    line.addOption(
-        {QStringLiteral("from"),
-         QStringLiteral("The frame of the input:\n%1.\nDefault: %2.")
-             .arg(frameNames(QStringLiteral(", ")), QString::fromLatin1(frames().front().option)),
-         QStringLiteral("FRAME"), QString::fromLatin1(frames().front().option)});
+    line.addOption({QStringLiteral("from"),
+                    QStringLiteral("The frame of the input:\n%1.\nDefault: %2.")
+                        .arg(frameNames(QStringLiteral(", ")),
+                             QString::fromLatin1(positions::frames().front().option)),
+                    QStringLiteral("FRAME"),
+                    QString::fromLatin1(positions::frames().front().option)});
     PositionInput::addColumnsOption(
         line, QStringLiteral("The columns of longitude, latitude, height (or\n"
                              "those of the frame, in its order) and, before\n"

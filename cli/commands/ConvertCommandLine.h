@@ -1,7 +1,8 @@
 #pragma once
 
-#include <cli/positions/InputForm.h>
 #include <cli/terminal/CommandLine.h>
+
+#include <KelStd/positions/InputForm.h>
 
 #include <QtCore/QString>
 
@@ -14,6 +15,6 @@ CommandLine convertCommandLine();
 QString frameNames(const QString &separator);
 
 /// "longitude [deg], latitude [deg], height [m]"
-QString componentLabels(const InputForm &form);
+QString componentLabels(const positions::InputForm &form);
 
 } // namespace KelStd::cli

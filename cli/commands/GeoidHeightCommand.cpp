@@ -85,8 +85,9 @@ ExitStatus runGeoidHeight(const QStringList &arguments, Console &console)
                         .arg(inverse ? QStringLiteral("geoid") : QStringLiteral("ellipsoid")),
                     console);
     SeparationJob job(grid.path(), inverse, *form == table);
-    const InputForm lines(Frame::Wgs84LLH,
-                          inverse ? InputHeight::AboveGeoid : InputHeight::AboveEllipsoid);
+    const positions::InputForm lines(positions::Frame::Wgs84Geographic,
+                                     inverse ? positions::InputHeight::AboveGeoid
+                                             : positions::InputHeight::AboveEllipsoid);
     return PositionRun(input.input(), input.parser(lines), job, console).run();
 }
 

@@ -1,41 +1,42 @@
 #include <cli/conversion/LocationForms.h>
 
-#include <cli/positions/CsvWriter.h>
-#include <cli/positions/JsonWriter.h>
-#include <cli/positions/TableWriter.h>
-#include <cli/positions/ValuePrinter.h>
+#include <cli/values/TableWriter.h>
+
+#include <KelStd/positions/CsvWriter.h>
+#include <KelStd/positions/JsonWriter.h>
+#include <KelStd/positions/ValuePrinter.h>
 
 namespace KelStd::cli {
 
 namespace {
 
-ValuePrinter plainPrinter(const LocationOutput &output)
+positions::ValuePrinter plainPrinter(const LocationOutput &output)
 {
-    return {output.display, ValuePrinter::Output::Csv};
+    return {output.display, positions::ValuePrinter::Output::Csv};
 }
 
-std::unique_ptr<PositionWriter> makeTable(const LocationOutput &output)
+std::unique_ptr<positions::PositionWriter> makeTable(const LocationOutput &output)
 {
-    const ValuePrinter printer(output.display, ValuePrinter::Output::Table);
+    const positions::ValuePrinter printer(output.display, positions::ValuePrinter::Output::Table);
     const bool fits =
         output.width == 0 || output.width >= TableWriter::wideWidth(printer, output.geoidModel);
     return std::make_unique<TableWriter>(
         printer, fits ? TableWriter::Layout::Wide : TableWriter::Layout::Narrow, output.geoidModel);
 }
 
-std::unique_ptr<PositionWriter> makeCsv(const LocationOutput &output)
+std::unique_ptr<positions::PositionWriter> makeCsv(const LocationOutput &output)
 {
-    return std::make_unique<CsvWriter>(plainPrinter(output), output.hasHeader);
+    return std::make_unique<positions::CsvWriter>(plainPrinter(output), output.hasHeader);
 }
 
-std::unique_ptr<PositionWriter> makeJson(const LocationOutput &output)
+std::unique_ptr<positions::PositionWriter> makeJson(const LocationOutput &output)
 {
-    return std::make_unique<JsonWriter>(plainPrinter(output));
+    return std::make_unique<positions::JsonWriter>(plainPrinter(output));
 }
 
-std::unique_ptr<PositionWriter> makeGeoJson(const LocationOutput &output)
+std::unique_ptr<positions::PositionWriter> makeGeoJson(const LocationOutput &output)
 {
-    return std::make_unique<GeoJsonWriter>(plainPrinter(output));
+    return std::make_unique<positions::GeoJsonWriter>(plainPrinter(output));
 }
 
 } // namespace

@@ -1,8 +1,9 @@
 #pragma once
 
-#include <cli/positions/PositionWriter.h>
 #include <cli/run/OutputForm.h>
 #include <cli/values/DisplayOptions.h>
+
+#include <KelStd/positions/PositionWriter.h>
 
 #include <QtCore/QString>
 
@@ -25,7 +26,7 @@ struct LocationForm
     OutputForm form;
     bool mayLackHeader; ///< whether --no-header has a meaning
     bool isConfigured;  ///< whether the library's display configuration is its default
-    std::unique_ptr<PositionWriter> (*makeWriter)(const LocationOutput &output);
+    std::unique_ptr<positions::PositionWriter> (*makeWriter)(const LocationOutput &output);
 };
 
 /// In the order of `OutputForms`.

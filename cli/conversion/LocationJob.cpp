@@ -9,13 +9,13 @@ class LocationTaker : public PositionTaker
 {
 public:
     LocationTaker(const Coord &coord, const QString &geoidModel, LocationBuilder::Frame frame,
-                  const PositionWriter &writer)
+                  const positions::PositionWriter &writer)
         : m_builder(coord), m_geoidModel(geoidModel), m_frame(frame), m_writer(writer)
     {
         m_builder.requireOneToOne();
     }
 
-    bool take(const PositionParser &read, QByteArray &bytes, QString &reason) override
+    bool take(const positions::PositionParser &read, QByteArray &bytes, QString &reason) override
     {
         Location location;
         if (!m_builder.make(m_frame, read.position(), location, m_outcome)) {
@@ -39,14 +39,14 @@ private:
     const QString &m_geoidModel;
     const QString m_noModel;
     LocationBuilder::Frame m_frame;
-    const PositionWriter &m_writer;
+    const positions::PositionWriter &m_writer;
 };
 
 } // namespace
 
 std::unique_ptr<PositionTaker> LocationJob::makeTaker() const
 {
-    return std::make_unique<LocationTaker>(m_coord, m_geoidModel, m_frame.builderFrame, m_writer);
+    return std::make_unique<LocationTaker>(m_coord, m_geoidModel, m_frame.frame, m_writer);
 }
 
 } // namespace KelStd::cli

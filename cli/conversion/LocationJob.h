@@ -1,11 +1,11 @@
 #pragma once
 
-#include <cli/positions/Columns.h>
-#include <cli/positions/PositionWriter.h>
 #include <cli/run/PositionJob.h>
 
 #include <KelStd/coord/Coord.h>
 #include <KelStd/location/LocationBuilder.h>
+#include <KelStd/positions/Columns.h>
+#include <KelStd/positions/PositionWriter.h>
 
 #include <QtCore/QString>
 
@@ -19,12 +19,15 @@ class LocationJob : public PositionJob
 {
 public:
     /// `geoidModel`: the one in use, empty for none. `frame`: that of the positions.
-    LocationJob(const Coord &coord, const QString &geoidModel, const FrameRow &frame,
-                PositionWriter &writer)
+    LocationJob(const Coord &coord, const QString &geoidModel, const positions::FrameRow &frame,
+                positions::PositionWriter &writer)
         : m_coord(coord), m_geoidModel(geoidModel), m_frame(frame), m_writer(writer)
     {}
 
-    QByteArray begin(const InputColumns &columns) override { return m_writer.begin(columns); }
+    QByteArray begin(const positions::InputColumns &columns) override
+    {
+        return m_writer.begin(columns);
+    }
     QByteArray separator() const override { return m_writer.separator(); }
     QByteArray ending() const override { return m_writer.ending(); }
     std::unique_ptr<PositionTaker> makeTaker() const override;
@@ -32,8 +35,8 @@ public:
 private:
     const Coord &m_coord;
     const QString &m_geoidModel;
-    const FrameRow &m_frame;
-    PositionWriter &m_writer;
+    const positions::FrameRow &m_frame;
+    positions::PositionWriter &m_writer;
 };
 
 } // namespace KelStd::cli

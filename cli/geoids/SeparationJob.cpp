@@ -1,8 +1,7 @@
 #include <cli/geoids/SeparationJob.h>
 
-#include <cli/positions/CsvWriter.h>
-#include <cli/positions/PlainNumbers.h>
-
+#include <KelStd/positions/CsvWriter.h>
+#include <KelStd/positions/PlainNumbers.h>
 #include <KelStd/proj/ProjLib.h>
 
 namespace KelStd::cli {
@@ -68,10 +67,10 @@ public:
     void write(QByteArray &bytes, std::string_view name, const GeoidPoint &point) const
     {
         if (!m_isTable) {
-            appendCsvField(bytes, name);
+            positions::appendCsvField(bytes, name);
             for (const GeoidColumn &column : geoidColumns) {
                 bytes += ',';
-                appendNumber(bytes, point.*column.value, column.csvDecimals);
+                positions::appendNumber(bytes, point.*column.value, column.csvDecimals);
             }
             bytes += '\n';
             return;
@@ -83,7 +82,7 @@ public:
             bytes += shown.toUtf8() + '\n';
         bytes += nameCell(isLong ? QString() : shown);
         for (const GeoidColumn &column : geoidColumns)
-            bytes += cell(numberText(point.*column.value, column.tableDecimals), column);
+            bytes += cell(positions::numberText(point.*column.value, column.tableDecimals), column);
         bytes += '\n';
     }
 
@@ -112,7 +111,7 @@ public:
         : m_gridFile(gridFile), m_inverse(inverse), m_writer(writer)
     {}
 
-    bool take(const PositionParser &read, QByteArray &bytes, QString &reason) override
+    bool take(const positions::PositionParser &read, QByteArray &bytes, QString &reason) override
     {
         const stLongLatH &in = read.position().getLongLatH();
         const auto calculate =
@@ -142,7 +141,7 @@ SeparationJob::SeparationJob(const QString &gridFile, bool inverse, bool isTable
 
 SeparationJob::~SeparationJob() = default;
 
-QByteArray SeparationJob::begin(const InputColumns &columns)
+QByteArray SeparationJob::begin(const positions::InputColumns &columns)
 {
     return m_writer->begin(columns.hasNames);
 }

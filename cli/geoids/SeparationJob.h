@@ -20,7 +20,7 @@ public:
     SeparationJob(const QString &gridFile, bool inverse, bool isTable);
     ~SeparationJob() override;
 
-    QByteArray begin(const InputColumns &columns) override;
+    QByteArray begin(const positions::InputColumns &columns) override;
     std::unique_ptr<PositionTaker> makeTaker() const override;
 
 private:

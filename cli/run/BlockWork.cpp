@@ -12,14 +12,17 @@ BlockResult BlockWork::operator()(const LineBlock &block)
     while (!result.hasBadHeader && cursor.next()) {
         result.lastLine = cursor.lineNumber();
         const bool knewOrder = m_parser.knowsOrder();
-        const PositionParser::Result read = m_parser.parse(cursor.line(), cursor.lineNumber());
+        const positions::PositionParser::Result read =
+            m_parser.parse(cursor.line(), cursor.lineNumber());
         if (!knewOrder && m_parser.knowsOrder())
             m_heading = m_job.begin({m_parser.hasNames(), m_parser.carriedHeadings()});
         switch (read) {
-        case PositionParser::Result::Nothing: break;
-        case PositionParser::Result::Position: take(result, cursor); break;
-        case PositionParser::Result::BadLine: fail(result, cursor, m_parser.reason()); break;
-        case PositionParser::Result::BadHeader:
+        case positions::PositionParser::Result::Nothing: break;
+        case positions::PositionParser::Result::Position: take(result, cursor); break;
+        case positions::PositionParser::Result::BadLine:
+            fail(result, cursor, m_parser.reason());
+            break;
+        case positions::PositionParser::Result::BadHeader:
             result.messages.push_back(
                 {result.output.size(), m_parser.reasonLine(), m_parser.reason()});
             result.hasBadHeader = true;

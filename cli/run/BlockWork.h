@@ -37,7 +37,7 @@ class BlockWork
 public:
     /// A `parser` that does not yet know the order of the fields learns it from the first lines;
     /// only one thread can have such a one.
-    BlockWork(PositionParser parser, PositionJob &job, bool keepsRejects)
+    BlockWork(positions::PositionParser parser, PositionJob &job, bool keepsRejects)
         : m_parser(std::move(parser)), m_job(job), m_keepsRejects(keepsRejects),
           m_taker(job.makeTaker()), m_separator(job.separator())
     {}
@@ -47,7 +47,7 @@ public:
     /// At the end of an input of which no line has decided the order of the fields.
     BlockResult finish();
 
-    const PositionParser &parser() const { return m_parser; }
+    const positions::PositionParser &parser() const { return m_parser; }
 
     /// What is printed above the first position: known with the order.
     QByteArray heading() const { return m_heading; }
@@ -56,7 +56,7 @@ private:
     void take(BlockResult &result, const LineCursor &cursor);
     void fail(BlockResult &result, const LineCursor &cursor, const QString &reason);
 
-    PositionParser m_parser;
+    positions::PositionParser m_parser;
     PositionJob &m_job;
     bool m_keepsRejects;
     std::unique_ptr<PositionTaker> m_taker;

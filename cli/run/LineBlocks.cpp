@@ -34,8 +34,8 @@ void LineBlocks::read()
         m_isSkipping = end < 0;
         m_rest.remove(old, (m_isSkipping ? m_rest.size() : end) - old);
     }
-    if (m_rest.size() > maxLineBytes && !hasLine()) {
-        m_rest.truncate(maxLineBytes + 1);
+    if (m_rest.size() > positions::maxLineBytes && !hasLine()) {
+        m_rest.truncate(positions::maxLineBytes + 1);
         m_isSkipping = true;
     }
 }
@@ -83,7 +83,7 @@ bool LineCursor::next()
     const std::size_t end = std::min(m_rest.find(lineEnd), m_rest.size());
     m_line = m_rest.substr(0, end);
     m_rest.remove_prefix(std::min(end + 1, m_rest.size()));
-    m_isTooLong = m_line.size() > maxLineBytes;
+    m_isTooLong = m_line.size() > positions::maxLineBytes;
     if (!m_isTooLong && !m_line.empty() && m_line.back() == '\r')
         m_line.remove_suffix(1);
     return true;

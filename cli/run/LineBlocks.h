@@ -1,6 +1,6 @@
 #pragma once
 
-#include <cli/positions/LineLimit.h>
+#include <KelStd/positions/PositionParser.h>
 
 #include <QtCore/QByteArray>
 #include <QtCore/QString>

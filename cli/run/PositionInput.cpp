@@ -47,7 +47,7 @@ bool PositionInput::takeOptions(const CommandLine &line, QString &mistake)
         return false;
     m_skippedLines = *skipped;
     if (m_columns == Columns::MayBePicked && line.isSet(columnsOption)) {
-        m_choice = ColumnChoice::from(line.value(columnsOption), mistake);
+        m_choice = positions::ColumnChoice::from(line.value(columnsOption), mistake);
         return m_choice.has_value();
     }
     return true;
@@ -71,9 +71,9 @@ void PositionInput::promptFor(const QString &components, Console &console) const
     }
 }
 
-PositionParser PositionInput::parser(const InputForm &form) const
+positions::PositionParser PositionInput::parser(const positions::InputForm &form) const
 {
-    PositionParser parser(form, m_choice);
+    positions::PositionParser parser(form, m_choice);
     parser.setSkippedLines(m_skippedLines);
     return parser;
 }

@@ -1,9 +1,10 @@
 #pragma once
 
-#include <cli/positions/ColumnChoice.h>
-#include <cli/positions/InputForm.h>
-#include <cli/positions/PositionParser.h>
 #include <cli/run/Input.h>
+
+#include <KelStd/positions/ColumnChoice.h>
+#include <KelStd/positions/InputForm.h>
+#include <KelStd/positions/PositionParser.h>
 
 #include <QtCore/QString>
 #include <QtCore/QtGlobal>
@@ -46,12 +47,12 @@ public:
     Input &input() { return m_input; }
 
     /// A parser of its lines.
-    PositionParser parser(const InputForm &form) const;
+    positions::PositionParser parser(const positions::InputForm &form) const;
 
 private:
     Columns m_columns;
     Input m_input;
-    std::optional<ColumnChoice> m_choice;
+    std::optional<positions::ColumnChoice> m_choice;
     qint64 m_skippedLines = 0;
 };
 

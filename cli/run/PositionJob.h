@@ -1,7 +1,7 @@
 #pragma once
 
-#include <cli/positions/PositionParser.h>
-#include <cli/positions/PositionWriter.h>
+#include <KelStd/positions/PositionParser.h>
+#include <KelStd/positions/PositionWriter.h>
 
 #include <memory>
 
@@ -18,7 +18,8 @@ public:
 
     /// Takes the position that was read and appends to `bytes` what is printed of it: whole lines.
     /// False when it fails, with the reason. A reason of one that was taken is a warning.
-    virtual bool take(const PositionParser &read, QByteArray &bytes, QString &reason) = 0;
+    virtual bool take(const positions::PositionParser &read, QByteArray &bytes,
+                      QString &reason) = 0;
 };
 
 /// What a command does with the positions of an input.
@@ -31,7 +32,7 @@ public:
     PositionJob &operator=(const PositionJob &) = delete;
 
     /// Before any position is taken. Returns what is printed above the first one.
-    virtual QByteArray begin(const InputColumns &columns) = 0;
+    virtual QByteArray begin(const positions::InputColumns &columns) = 0;
 
     /// What is printed between two positions, and below the last one.
     virtual QByteArray separator() const { return {}; }

@@ -65,7 +65,7 @@ PositionRun::State PositionRun::takeEnd(BlockWork &work)
     return state == State::GoesOn ? State::AtEnd : state;
 }
 
-PositionRun::State PositionRun::readRest(const PositionParser &parser)
+PositionRun::State PositionRun::readRest(const positions::PositionParser &parser)
 {
     OrderedWorkers<LineBlock, BlockResult> workers(m_threads, [&] {
         const auto work = std::make_shared<BlockWork>(parser, m_job, m_rejects != nullptr);

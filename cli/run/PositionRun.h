@@ -1,12 +1,13 @@
 #pragma once
 
-#include <cli/positions/PositionParser.h>
 #include <cli/run/BlockWork.h>
 #include <cli/run/Input.h>
 #include <cli/run/LineBlocks.h>
 #include <cli/run/PositionJob.h>
 #include <cli/run/RejectsFile.h>
 #include <cli/terminal/ExitStatus.h>
+
+#include <KelStd/positions/PositionParser.h>
 
 #include <QtCore/QByteArray>
 #include <QtCore/QString>
@@ -27,7 +28,7 @@ class ProgressBar;
 class PositionRun
 {
 public:
-    PositionRun(Input &input, PositionParser parser, PositionJob &job, Console &console)
+    PositionRun(Input &input, positions::PositionParser parser, PositionJob &job, Console &console)
         : m_input(input), m_blocks(input), m_job(job), m_console(console),
           m_parser(std::move(parser))
     {}
@@ -54,7 +55,7 @@ private:
 
     State readOrder(BlockWork &work);
     State takeEnd(BlockWork &work);
-    State readRest(const PositionParser &parser);
+    State readRest(const positions::PositionParser &parser);
     State next(LineBlock &block);
     State take(const BlockResult &result);
     void print(const char *bytes, int size);
@@ -67,7 +68,7 @@ private:
     LineBlocks m_blocks;
     PositionJob &m_job;
     Console &m_console;
-    PositionParser m_parser;
+    positions::PositionParser m_parser;
     std::size_t m_threads = 1;
     RejectsFile *m_rejects = nullptr;
     ProgressBar *m_progress = nullptr;

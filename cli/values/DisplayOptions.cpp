@@ -109,18 +109,6 @@ const LengthUnit *findOfferedLengthUnit(const QString &option)
     return unit != nullptr && isOffered(*unit) ? unit : nullptr;
 }
 
-const AngleStyle &defaultAngleStyle()
-{
-    static const AngleStyle &style = *findAngleStyle(Format_DegreeMinuteSecond);
-    return style;
-}
-
-const LengthUnit &defaultLengthUnit()
-{
-    static const LengthUnit &unit = *findLengthUnit(QStringLiteral("m"));
-    return unit;
-}
-
 void DisplayOptions::addTo(CommandLine &line)
 {
     line.addOption({formatOption,

@@ -5,8 +5,7 @@
 #include "location/PublishedFigures.h"
 #include "support/Printers.h"
 
-#include <cli/positions/ValuePrinter.h>
-
+#include <KelStd/positions/ValuePrinter.h>
 #include <KelStd/text/TypedAngle.h>
 
 #include <cmath>

@@ -17,7 +17,7 @@ using cli::Input;
 using cli::LineBlock;
 using cli::LineBlocks;
 using cli::LineCursor;
-using cli::maxLineBytes;
+using positions::maxLineBytes;
 using Result = LineBlocks::Result;
 
 constexpr int pieceSize = 1 << 16; // what is read at once

@@ -58,7 +58,7 @@ TEST(LineReader, LinesMayCrossTheEndOfItsBuffer)
 
 TEST(LineReader, ALineOfTheGreatestLengthIsReadAndALongerOneSkipped)
 {
-    const QByteArray greatest(cli::maxLineBytes, 'x');
+    const QByteArray greatest(positions::maxLineBytes, 'x');
     EXPECT_EQ(linesOf("a\n" + greatest + "\nb\n"), (QList<QByteArray>{"a", greatest, "b"}));
     EXPECT_EQ(linesOf("a\n" + greatest + "x\nb\n"), (QList<QByteArray>{"a", "TOO LONG", "b"}));
     EXPECT_EQ(linesOf(QByteArray(1000000, 'x') + "\nb"), (QList<QByteArray>{"TOO LONG", "b"}));

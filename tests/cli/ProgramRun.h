@@ -1,5 +1,6 @@
 #pragma once
 
+#include "support/Mentions.h"
 #include "support/TemporaryHome.h"
 
 #include <QtCore/QDir>
@@ -66,10 +67,5 @@ QList<QMap<QString, QString>> csvRows(const QString &csv);
 
 /// The number in a column of a row.
 double numberIn(const QMap<QString, QString> &row, const QString &column);
-
-MATCHER_P(Mentions, text, "")
-{
-    return QString(arg).contains(QString::fromUtf8(text));
-}
 
 } // namespace KelStd::test

@@ -35,6 +35,7 @@ const QList<Room> &rooms()
         {"KelStd/io/", {"coord", "text"}},
         {"KelStd/proj/", {"coord", "text", "display", "platform", "grid", "files"}},
         {"KelStd/location/", {"coord", "proj", "platform"}},
+        {"KelStd/positions/", {"coord", "display", "text", "location"}},
         {"KelStd/library/", {"coord", "display", "io"}},
     };
     return rows;
@@ -46,17 +47,15 @@ const QList<Room> &programRooms()
 {
     static const QList<Room> rows = {
         {"cli/terminal/", {}},
-        {"cli/positions/", {"values"}},
-        {"cli/run/", {"terminal", "positions"}},
+        {"cli/run/", {"terminal"}},
         {"cli/values/", {"terminal", "run"}},
         {"cli/library/", {"terminal"}},
-        {"cli/geoids/", {"terminal", "proj", "run", "positions"}},
-        {"cli/conversion/", {"run", "positions", "values"}},
+        {"cli/geoids/", {"terminal", "proj", "run"}},
+        {"cli/conversion/", {"run", "values"}},
         {"cli/systems/", {"terminal", "values", "library", "geoids"}},
         {"cli/proj/", {"terminal", "library"}},
         {"cli/commands/",
-         {"terminal", "values", "positions", "run", "library", "geoids", "systems", "proj",
-          "conversion"}},
+         {"terminal", "values", "run", "library", "geoids", "systems", "proj", "conversion"}},
         {"cli/", {"commands", "terminal"}},
     };
     return rows;

@@ -1,0 +1,41 @@
+#include <KelStd/positions/ColumnChoice.h>
+
+#include <KelStd/positions/Columns.h>
+#include <KelStd/positions/PickedColumns.h>
+
+#include <algorithm>
+
+namespace KelStd::positions {
+
+std::optional<ColumnChoice> ColumnChoice::from(const QString &list, QString &mistake)
+{
+    ColumnChoice choice;
+    for (const QString &column : list.split(QLatin1Char(',')))
+        choice.m_columns += column.trimmed();
+    const int count = choice.m_columns.size();
+    if (count != componentsPerFrame && count != componentsPerFrame + 1) {
+        mistake =
+            QStringLiteral("--columns '%1' has %2 columns; there are three, or four with that "
+                           "of the point name first")
+                .arg(list)
+                .arg(count);
+        return std::nullopt;
+    }
+    for (const QString &column : choice.m_columns) {
+        if (column.isEmpty() || (isColumnNumber(column) && columnNumber(column) < 0)) {
+            mistake = QStringLiteral("--columns '%1': '%2' is no column; they are headings and "
+                                     "numbers from 1")
+                          .arg(list, column);
+            return std::nullopt;
+        }
+    }
+    return choice;
+}
+
+bool ColumnChoice::hasHeadings() const
+{
+    return std::any_of(m_columns.cbegin(), m_columns.cend(),
+                       [](const QString &column) { return !isColumnNumber(column); });
+}
+
+} // namespace KelStd::positions

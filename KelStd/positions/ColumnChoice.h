@@ -1,0 +1,34 @@
+#pragma once
+
+#include <KelStd/Export.h>
+
+#include <QtCore/QString>
+#include <QtCore/QStringList>
+
+#include <optional>
+
+namespace KelStd::positions {
+
+/// Which columns of an input are read: those of the three components of the frame in its order,
+/// after that of the point name when there are four. Each is a heading of the input or the number
+/// of a column, from 1. The other columns are carried through.
+class KELSTD_EXPORT ColumnChoice
+{
+public:
+    /// "2,3,4", "id,easting,northing,7": columns between commas, blanks around them passed over.
+    ///
+    /// \param mistake without a choice, why; untouched where there is one
+    /// \return nothing for a text that is no such list
+    static std::optional<ColumnChoice> from(const QString &list, QString &mistake);
+
+    /// The picked columns as they were written.
+    const QStringList &columns() const { return m_columns; }
+
+    /// Whether a column is picked by its heading, so that the first line must be a header.
+    bool hasHeadings() const;
+
+private:
+    QStringList m_columns;
+};
+
+} // namespace KelStd::positions

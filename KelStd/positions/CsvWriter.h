@@ -1,0 +1,36 @@
+#pragma once
+
+#include <KelStd/Export.h>
+#include <KelStd/positions/PositionWriter.h>
+#include <KelStd/positions/ValuePrinter.h>
+
+namespace KelStd::positions {
+
+/// Comma-separated values: a header line whose names carry the units, then a line for each
+/// location. Always the same columns, the first one being the name, and behind them what is carried
+/// through. Unless the printer is told otherwise, numbers have so many decimals that nothing is
+/// lost which a survey can measure.
+class KELSTD_EXPORT CsvWriter : public PositionWriter
+{
+public:
+    CsvWriter(const ValuePrinter &printer, bool hasHeader)
+        : m_printer(printer), m_hasHeader(hasHeader)
+    {}
+
+    QByteArray begin(const InputColumns &columns) override;
+    void write(QByteArray &bytes, const PrintedPosition &position) const override;
+
+private:
+    ValuePrinter m_printer;
+    bool m_hasHeader;
+    QByteArray m_ellipsoid = heightReference({}).toUtf8(); ///< what most heights are above
+};
+
+/// The names of all columns for other programs, each of them once: a heading of the input that is
+/// taken has a number behind it.
+KELSTD_EXPORT QStringList columnNames(const ValuePrinter &printer, const InputColumns &columns);
+
+/// Appends a UTF-8 text as a field of a line: in quotation marks when it has to be.
+KELSTD_EXPORT void appendCsvField(QByteArray &bytes, std::string_view text);
+
+} // namespace KelStd::positions

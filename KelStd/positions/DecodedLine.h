@@ -1,0 +1,34 @@
+#pragma once
+
+#include <KelStd/positions/LineSplitter.h>
+
+#include <QtCore/QByteArray>
+#include <QtCore/QString>
+
+#include <string_view>
+
+namespace KelStd::positions {
+
+/// The bytes of a line as text.
+struct DecodedLine
+{
+    QString text; ///< what can be made out, with blanks in place of control characters
+    QString flaw; ///< why the line cannot be read; empty when it can
+    bool isText =
+        true; ///< no control characters, which only data of another kind and mischief have
+};
+
+/// Reads UTF-8, and what is none as Latin-1, with a flaw.
+DecodedLine decoded(const QByteArray &bytes);
+
+/// Whether the bytes are text in UTF-16: at the beginning of an input by its byte-order mark,
+/// anywhere by zeros in every second byte.
+bool isUtf16(std::string_view bytes, bool isBeginning);
+
+/// The fields of a line whose quotation marks are broken, which hide the separators behind them.
+SplitLine splitAnywhere(const QString &text);
+
+/// The remark behind the # of a comment.
+QString remarkOf(const QString &comment);
+
+} // namespace KelStd::positions

@@ -1,0 +1,371 @@
+#include <KelStd/positions/Headings.h>
+
+#include <KelStd/positions/ReadComponents.h>
+#include <KelStd/text/AngleSigns.h>
+#include <KelStd/text/TypedNumber.h>
+#include <KelStd/text/UnitWords.h>
+
+#include <QtCore/QHash>
+#include <QtCore/QRegularExpression>
+#include <QtCore/QSet>
+#include <QtCore/QVector>
+
+#include <algorithm>
+
+namespace KelStd::positions {
+
+namespace {
+
+constexpr QChar underscore = QLatin1Char('_');
+
+constexpr UnitKind length = UnitKind::Length;
+constexpr UnitKind angle = UnitKind::Angle;
+constexpr UnitKind typedAngle = UnitKind::TypedAngle;
+
+constexpr HeadingUnit unitRows[] = {
+    {u"m meter meters metre metres", "m", Unit_Meter, length},
+    {u"ft feet foot intl_ft intl_feet international_feet international_foot", "ft", Unit_Foot,
+     length},
+    {u"us_ft us_feet us_foot us_survey_ft us_survey_feet us_survey_foot us_sft usft ussft ftus "
+     u"ft_us "
+     u"sft survey_ft survey_feet survey_foot",
+     "us-ft", Unit_USFoot, length},
+    {u"mm millimeter millimeters millimetre millimetres", "mm", Unit_None, length},
+    {u"cm centimeter centimeters centimetre centimetres", "cm", Unit_None, length},
+    {u"dm decimeter decimeters decimetre decimetres", "dm", Unit_None, length},
+    {u"km kilometer kilometers kilometre kilometres", "km", Unit_None, length},
+    {u"in inch inches", "in", Unit_None, length},
+    {u"yd yard yards", "yd", Unit_None, length},
+    {u"mi mile miles", "mi", Unit_None, length},
+    {u"link links lk", "links", Unit_None, length},
+    {u"chain chains ch", "chains", Unit_None, length},
+    {u"fathom fathoms", "fathoms", Unit_None, length},
+    {u"deg degree degrees dd decimal_degree decimal_degrees degree_north degree_east degrees_north "
+     u"degrees_east",
+     "deg", Unit_Degree, angle},
+    {u"rad radian radians", "rad", Unit_None, angle},
+    {u"gon gons grad grads grade grades", "gon", Unit_None, angle},
+    {u"dms deg_min_sec ddmmss", "dms", Unit_None, typedAngle},
+    {u"dm_m ddmm ddm", "degrees and minutes", Unit_None, typedAngle},
+    {u"min minute minutes arcmin arcminute arcminutes", "minutes", Unit_None, typedAngle, true},
+    {u"sec second seconds arcsec arcsecond arcseconds", "seconds", Unit_None, typedAngle, true},
+    {u"mas", "mas", Unit_None, typedAngle, true},
+    {u"' \u2032 \u2019", "minutes or feet", Unit_None, typedAngle, true},
+    {u"'' \" \u2033 \u201D \u2032\u2032 \u2019\u2019", "seconds or inches", Unit_None, typedAngle,
+     true},
+};
+
+QStringList wordsIn(const QString &words)
+{
+    return words.split(QLatin1Char(' '));
+}
+
+QStringList wordsIn(const char *words)
+{
+    return wordsIn(QString::fromLatin1(words));
+}
+
+} // namespace
+
+const HeadingUnit *unitNamed(const QString &word)
+{
+    static const QHash<QString, const HeadingUnit *> units = [] {
+        QHash<QString, const HeadingUnit *> all;
+        for (const HeadingUnit &row : unitRows) {
+            for (const QString &name : wordsIn(QString::fromUtf16(row.words)))
+                all.insert(name, &row);
+        }
+        return all;
+    }();
+    return units.value(word);
+}
+
+namespace {
+
+/// The words of headings that are long enough to be found at the beginning of another word.
+const QStringList &longWords()
+{
+    static const QStringList words = [] {
+        QStringList all;
+        for (const Column &column : columns()) {
+            for (const QString &word : wordsIn(column.headerWords)) {
+                if (word.size() > 2)
+                    all += word;
+            }
+        }
+        return all;
+    }();
+    return words;
+}
+
+/// Takes the unit from the end of "northing_us_ft", "northing_in_us_ft" and "northingft".
+const HeadingUnit *takeUnit(QString &words)
+{
+    constexpr int mostWords = 3; // "us survey feet"
+    QVector<int> starts;
+    for (int i = words.size() - 1; i > 0 && starts.size() < mostWords; --i) {
+        if (words.at(i) == underscore)
+            starts.prepend(i);
+    }
+    for (const int position : starts) {
+        const HeadingUnit *unit = unitNamed(words.mid(position + 1));
+        if (unit == nullptr)
+            continue;
+        words.truncate(position);
+        if (words.endsWith(QLatin1String("_in")))
+            words.chop(3);
+        return unit;
+    }
+    for (const QString &word : longWords()) {
+        if (!words.startsWith(word) || words.size() == word.size() + 1)
+            continue;
+        if (const HeadingUnit *unit = unitNamed(words.mid(word.size()))) {
+            words = word;
+            return unit;
+        }
+    }
+    return nullptr;
+}
+
+/// The unit of "lat (')" and "h [\u2033]". Beside a degree sign it stands for how an angle is
+/// typed, and a heading may stand between two of them.
+const HeadingUnit *unitBySign(const QString &text)
+{
+    static const QRegularExpression sign(
+        QStringLiteral("([%1%2]{1,2})\\s*[\\])]?\\s*\\z")
+            .arg(angleSigns(AngleSign::Minute), angleSigns(AngleSign::Second)));
+    const QRegularExpressionMatch match = sign.match(text);
+    if (!match.hasMatch() || text.contains(QChar(0xB0)) || text.contains(QChar(0xBA)))
+        return nullptr;
+    const QString found = match.captured(1);
+    return text.size() > found.size() && text.startsWith(found) ? nullptr : unitNamed(found);
+}
+
+/// Takes "wgs84" or "local" from either end of "wgs84_latitude" and "latitude_wgs84".
+QString takeFrame(QString &words)
+{
+    words.replace(QLatin1String("wgs_84"), QLatin1String("wgs84"));
+    for (const char *name : {"wgs84", "local"}) {
+        const QString frame = QString::fromLatin1(name);
+        if (words.startsWith(frame + underscore)) {
+            words.remove(0, frame.size() + 1);
+            return frame;
+        }
+        if (words.endsWith(underscore + frame)) {
+            words.chop(frame.size() + 1);
+            return frame;
+        }
+    }
+    return {};
+}
+
+bool isNameOfAColumn(const QString &name)
+{
+    return std::any_of(columns().begin(), columns().end(), [&name](const Column &column) {
+        return QLatin1String(column.csvName) == name;
+    });
+}
+
+/// Whether "wgs84_..." or "local_..." may name the component. Of the local heights there are two,
+/// and a height above the geoid is none of WGS84's.
+bool isOfFrame(const InputForm &form, int component, const QString &frame)
+{
+    if (frame.isEmpty())
+        return true;
+    const bool isHeight = component == componentsPerFrame - 1;
+    const bool hasOneHeight =
+        frame == QLatin1String("wgs84") && form.height != InputHeight::AboveGeoid;
+    return QString::fromLatin1(rowOf(form.frame).option).startsWith(frame + QLatin1Char('-'))
+           && (!isHeight || hasOneHeight);
+}
+
+} // namespace
+
+QString normalisedHeading(const QString &heading)
+{
+    QString word;
+    for (const QChar c : heading.toLower()) {
+        if (c.isLetterOrNumber())
+            word += c;
+        else if (!word.isEmpty() && !word.endsWith(underscore))
+            word += underscore;
+    }
+    if (word.endsWith(underscore))
+        word.chop(1);
+    return word;
+}
+
+Heading headingOf(const QString &text)
+{
+    constexpr int mostCharacters = 80; // longer ones name nothing
+    Heading heading;
+    heading.text = text;
+    if (text.size() > mostCharacters)
+        return heading;
+    heading.whole = normalisedHeading(text);
+    heading.unit = takeUnit(heading.whole);
+    if (heading.unit == nullptr)
+        heading.unit = unitBySign(text);
+    heading.word = heading.whole;
+    heading.frame = takeFrame(heading.word);
+    return heading;
+}
+
+bool isPartOfAngleBefore(const Heading &heading)
+{
+    static const QStringList parts =
+        wordsIn("m s min mins minute minutes minuten minuta minuto minutos minuti arcmin arcminute "
+                "arcminutes sec secs second seconds sek sekunde sekunden seg segundo segundos "
+                "seconde secondes secondi arcsec arcsecond arcseconds mm ss");
+    static const QStringList angles = wordsIn("lat latitude lon long lng longitude of");
+    const QStringList words = normalisedHeading(heading.text).split(underscore, Qt::SkipEmptyParts);
+    if (words.isEmpty())
+        return heading.unit != nullptr && heading.unit->isPartOfDegree;
+    const auto isIn = [](const QStringList &list) {
+        return [&list](const QString &word) { return list.contains(word); };
+    };
+    return std::any_of(words.begin(), words.end(), isIn(parts))
+           && std::all_of(words.begin(), words.end(), [&](const QString &word) {
+                  return isIn(parts)(word) || isIn(angles)(word);
+              });
+}
+
+QString partOfAngleMistake(const Heading &heading)
+{
+    return QStringLiteral("%1 is the heading of minutes or seconds, which are not read in a column "
+                          "of their own; write each angle in one field")
+        .arg(quoted(heading.text));
+}
+
+bool isKnown(const Heading &heading)
+{
+    static const QSet<QString> words = [] {
+        QSet<QString> all;
+        for (const FrameRow &row : frames()) {
+            for (const InputHeight height : {InputHeight::OfFrame, InputHeight::AboveGeoid}) {
+                for (int i = 0; i < componentsPerFrame; ++i) {
+                    for (const QString &word : wordsFor({row.frame, height}, i))
+                        all.insert(word);
+                }
+            }
+        }
+        return all;
+    }();
+    return words.contains(heading.word) || words.contains(heading.whole);
+}
+
+bool isOfOutput(const Heading &heading)
+{
+    static const QStringList others = wordsIn("local_height_reference geoid_separation "
+                                              "height_above_geoid");
+    return isNameOfAColumn(heading.whole) || others.contains(heading.whole);
+}
+
+bool isNamedBy(const InputForm &form, int component, const Heading &heading)
+{
+    const Column column = inputColumn(form, component);
+    if (heading.whole == QLatin1String(column.csvName))
+        return true;
+    return !isNameOfAColumn(heading.whole) && isOfFrame(form, component, heading.frame)
+           && wordsIn(column.headerWords).contains(heading.word);
+}
+
+bool isInputUnit(const InputForm &form, int component, const HeadingUnit &unit)
+{
+    return unit.unit == inputUnit(form, component);
+}
+
+bool hasInputUnit(const InputForm &form, int component, const Heading &heading)
+{
+    return heading.unit == nullptr || isInputUnit(form, component, *heading.unit);
+}
+
+QString lengthUnitHint(const InputForm &form, const HeadingUnit &unit)
+{
+    const QString symbol = unitSymbol(unit.unit);
+    return form.frame == Frame::LocalProjected && findLengthUnit(symbol) != nullptr
+               ? QStringLiteral("; --length-unit %1 reads and prints lengths in it").arg(symbol)
+               : QString();
+}
+
+QString unitMistake(const InputForm &form, int component, const Heading &heading)
+{
+    const bool isLength = !isAngle(columnOf(form.frame, component));
+    const QString unit = isLength ? unitSymbol(form.lengthUnit) : QStringLiteral("deg");
+    return QStringLiteral("%1 is in %2, but %3 is read in %4%5")
+        .arg(quoted(heading.text), QLatin1String(heading.unit->shown),
+             QLatin1String(columnOf(form.frame, component).label), unit,
+             isLength ? lengthUnitHint(form, *heading.unit) : QString());
+}
+
+QStringList wordsFor(const InputForm &form, int component)
+{
+    const Column column = inputColumn(form, component);
+    return wordsIn(column.headerWords) + QStringList(QString::fromLatin1(column.csvName));
+}
+
+int componentHeaded(const InputForm &form, const Heading &heading)
+{
+    for (int i = 0; i < componentsPerFrame; ++i) {
+        if (isNamedBy(form, i, heading))
+            return i;
+    }
+    return -1;
+}
+
+QString directionIn(const Heading &heading)
+{
+    static const QHash<QString, QString> labels = {
+        {QStringLiteral("latitude"), QStringLiteral("latitude")},
+        {QStringLiteral("lat"), QStringLiteral("latitude")},
+        {QStringLiteral("longitude"), QStringLiteral("longitude")},
+        {QStringLiteral("lon"), QStringLiteral("longitude")},
+        {QStringLiteral("long"), QStringLiteral("longitude")},
+        {QStringLiteral("lng"), QStringLiteral("longitude")},
+        {QStringLiteral("northing"), QStringLiteral("northing")},
+        {QStringLiteral("north"), QStringLiteral("north")},
+        {QStringLiteral("easting"), QStringLiteral("easting")},
+        {QStringLiteral("east"), QStringLiteral("east")}};
+    static const QHash<QString, QString> letters = {{QStringLiteral("n"), QStringLiteral("north")},
+                                                    {QStringLiteral("e"), QStringLiteral("east")}};
+    static const QRegularExpression camelCase(QStringLiteral("(?<=[a-z])(?=[A-Z])"));
+    QString text = heading.text;
+    const QStringList words = normalisedHeading(text.replace(camelCase, QStringLiteral("_")))
+                                  .split(underscore, Qt::SkipEmptyParts);
+    QSet<QString> found;
+    for (const QString &word : words) {
+        if (labels.contains(word))
+            found.insert(labels.value(word));
+    }
+    // "lon (deg E)": a longer word says more than a letter.
+    if (found.isEmpty() && words.size() == 2) {
+        for (const QString &word : words) {
+            if (letters.contains(word))
+                found.insert(letters.value(word));
+        }
+    }
+    return found.size() == 1 ? *found.begin() : QString();
+}
+
+QString otherMeaning(const InputForm &form, const Heading &heading)
+{
+    QString label;
+    QStringList frameNames;
+    for (const FrameRow &row : frames()) {
+        const int component = row.frame == form.frame ? -1 : componentHeaded(row.frame, heading);
+        if (component < 0)
+            continue;
+        label = QString::fromLatin1(columnOf(row.frame, component).label);
+        frameNames += QString::fromLatin1(row.option);
+    }
+    if (frameNames.isEmpty()) {
+        const InputForm aboveGeoid(Frame::Wgs84Geographic, InputHeight::AboveGeoid);
+        const bool isOther = form.frame != Frame::LocalProjected
+                             && form.height != InputHeight::AboveGeoid
+                             && isNamedBy(aboveGeoid, componentsPerFrame - 1, heading);
+        return isOther ? QStringLiteral("the height above the geoid") : QString();
+    }
+    return QStringLiteral("the %1 of %2").arg(label, frameNames.join(QLatin1String(" and ")));
+}
+
+} // namespace KelStd::positions

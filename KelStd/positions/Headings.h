@@ -1,0 +1,91 @@
+#pragma once
+
+#include <KelStd/Export.h>
+#include <KelStd/positions/InputForm.h>
+
+#include <QtCore/QString>
+#include <QtCore/QStringList>
+
+namespace KelStd::positions {
+
+/// What a unit of headings measures.
+enum class UnitKind
+{
+    Length,
+    Angle,      ///< of an angle in one number
+    TypedAngle, ///< degrees with minutes and seconds
+};
+
+/// A unit as headings name it. A new one is a row in Headings.cpp.
+struct HeadingUnit
+{
+    const char16_t *words;       ///< blank-separated, as `normalisedHeading` writes them
+    const char *shown;           ///< in messages
+    EUnit unit;                  ///< Unit_None: no input is read in it
+    UnitKind kind;               ///< what it measures
+    bool isPartOfDegree = false; ///< minutes and seconds, which stand beside degrees
+};
+
+/// What a heading says: "WGS84 latitude [rad]" is the word "latitude", the frame "wgs84" and the
+/// unit radian.
+struct Heading
+{
+    QString text;                      ///< as it stands
+    QString whole;                     ///< without the unit: "wgs84_latitude"
+    QString word;                      ///< without frame and unit: "latitude"
+    QString frame;                     ///< "wgs84", "local" or empty
+    const HeadingUnit *unit = nullptr; ///< null: it names none
+};
+
+/// A heading as it is compared: "Longitude [deg]" is "longitude_deg".
+QString normalisedHeading(const QString &heading);
+
+KELSTD_EXPORT Heading headingOf(const QString &text);
+
+/// The unit of that name, as `normalisedHeading` writes it; null when there is none.
+const HeadingUnit *unitNamed(const QString &word);
+
+/// Whether the heading, directly behind that of an angle, is that of its minutes or seconds: "min",
+/// "s" or "'".
+bool isPartOfAngleBefore(const Heading &heading);
+
+/// Why a column of minutes or seconds is refused.
+QString partOfAngleMistake(const Heading &heading);
+
+/// Whether the heading may name a component of any form: most words do not.
+bool isKnown(const Heading &heading);
+
+/// Whether the heading is one of those that the program prints itself.
+bool isOfOutput(const Heading &heading);
+
+/// Whether the heading names the component, whatever unit it names.
+bool isNamedBy(const InputForm &form, int component, const Heading &heading);
+
+/// Whether the component is read in the unit.
+bool isInputUnit(const InputForm &form, int component, const HeadingUnit &unit);
+
+/// "; --length-unit us-ft reads and prints lengths in it", where that option is there for the unit.
+QString lengthUnitHint(const InputForm &form, const HeadingUnit &unit);
+
+/// Whether the heading names no unit, or the one in which the component is read.
+bool hasInputUnit(const InputForm &form, int component, const Heading &heading);
+
+/// "\"h_ft\" is in ft, and heights are read in m": of a heading without that unit.
+QString unitMistake(const InputForm &form, int component, const Heading &heading);
+
+/// The words for a component, without units, the best first.
+QStringList wordsFor(const InputForm &form, int component);
+
+/// The component of the form that a heading names, 0 to 2; -1 when it names none of them.
+int componentHeaded(const InputForm &form, const Heading &heading);
+
+/// The one of "longitude", "latitude", "northing", "easting", "north" and "east" that a longer
+/// heading speaks of: "GPS Latitude", "decimalLatitude", "Grid Easting", "E_RD". Empty when it
+/// speaks of none, or of two.
+QString directionIn(const Heading &heading);
+
+/// "the latitude of wgs84-llh and local-llh": which components of other frames a heading names.
+/// Empty when it names none.
+QString otherMeaning(const InputForm &form, const Heading &heading);
+
+} // namespace KelStd::positions

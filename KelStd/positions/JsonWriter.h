@@ -1,0 +1,46 @@
+#pragma once
+
+#include <KelStd/Export.h>
+#include <KelStd/positions/PositionWriter.h>
+#include <KelStd/positions/ValuePrinter.h>
+
+#include <vector>
+
+namespace KelStd::positions {
+
+/// A JSON object (RFC 8259) in a line for each location, with the names of the columns for keys.
+/// Plain decimals are numbers; angles in another style, names and carried fields are texts. Without
+/// names in the input there is no "point".
+class KELSTD_EXPORT JsonWriter : public PositionWriter
+{
+public:
+    explicit JsonWriter(const ValuePrinter &printer) : m_printer(printer) {}
+
+    QByteArray begin(const InputColumns &columns) override;
+    void write(QByteArray &bytes, const PrintedPosition &position) const override;
+
+protected:
+    /// Appends the object.
+    void append(QByteArray &bytes, const PrintedPosition &position) const;
+
+private:
+    ValuePrinter m_printer;
+    bool m_hasNames = false;
+    std::vector<QByteArray> m_keys; ///< with quotation marks and colon
+};
+
+/// A GeoJSON FeatureCollection (RFC 7946), a feature in a line: points at WGS84 longitude, latitude
+/// [deg] and ellipsoidal height [m], whose properties are the object of `JsonWriter`. The comma
+/// between two features begins a line, so that each one is whole before the next is known.
+class KELSTD_EXPORT GeoJsonWriter : public JsonWriter
+{
+public:
+    using JsonWriter::JsonWriter;
+
+    QByteArray begin(const InputColumns &columns) override;
+    QByteArray separator() const override;
+    QByteArray ending() const override;
+    void write(QByteArray &bytes, const PrintedPosition &position) const override;
+};
+
+} // namespace KelStd::positions

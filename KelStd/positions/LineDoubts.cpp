@@ -1,0 +1,207 @@
+#include <KelStd/positions/LineDoubts.h>
+
+#include <KelStd/text/AngleSigns.h>
+#include <KelStd/text/TypedAngle.h>
+
+#include <QtCore/QRegularExpression>
+
+#include <algorithm>
+
+namespace KelStd::positions {
+
+namespace {
+
+constexpr QChar comma = QLatin1Char(',');
+
+bool isAngle(Frame frame, int component)
+{
+    return isAngle(columnOf(frame, component));
+}
+
+bool isLongitude(Frame frame, int component)
+{
+    return columnOf(frame, component).valueType == ValueType_Longitude;
+}
+
+/// "12,345" and "12,345,678", which have thousands in groups or, the former, three decimals. A
+/// leading zero is never that of a group.
+bool mayHaveGroups(const QString &field)
+{
+    static const QRegularExpression groups(
+        QStringLiteral("\\A[-+]?[1-9][0-9]{0,2}(,[0-9]{3})+\\z"));
+    return groups.match(field).hasMatch();
+}
+
+/// A field that may be a piece of the angle beside it: a hemisphere letter, a minus, or an angle
+/// with its signs.
+bool mayBePiece(const QString &field)
+{
+    static const QRegularExpression lone(QStringLiteral("\\A[-+NSEWnsew]\\z"));
+    static const QRegularExpression degrees(QStringLiteral("\\A[-+NSEWnsew]?[0-9.]+[dD]\\z"));
+    static const QRegularExpression start(QStringLiteral("\\A[-+NSEWnsew]?[0-9]"));
+    return lone.match(field).hasMatch() || degrees.match(field).hasMatch()
+           || (start.match(field).hasMatch() && hasAngleSigns(field));
+}
+
+/// A time of day, which beside angles looks like one; with its date it is none of a piece.
+bool isTime(const QString &field, bool needsDate)
+{
+    static const QRegularExpression time(QStringLiteral(
+        "\\A([0-9]{4}[-/.][0-9]{1,2}[-/.][0-9]{1,2}[T_])?[0-9]{1,2}:[0-9]{2}(:[0-9]{2}"
+        "([.,][0-9]*)?)?(Z|[-+][0-9:]+)?\\z"));
+    const QRegularExpressionMatch match = time.match(field);
+    return match.hasMatch() && (!needsDate || match.capturedLength(1) > 0);
+}
+
+/// "52°" and "52°30'", to which minutes or seconds may belong that the next field holds.
+bool mayGoOn(const QString &field)
+{
+    static const QRegularExpression whole(
+        QStringLiteral("\\A[^.,]*[0-9][%1%2]\\z")
+            .arg(angleSigns(AngleSign::Degree), angleSigns(AngleSign::Minute)));
+    return whole.match(field).hasMatch();
+}
+
+/// What is wrong with "5,5 52,1 3,0", where the commas separate, but not what they should.
+QString commasBesideBlanks(const SplitLine &line, const FieldOrder &order)
+{
+    static const QRegularExpression twoNumbers(QStringLiteral("\\A[-+0-9.]+\\s+[-+0-9.]+\\z"));
+    QStringList found;
+    for (const int field : order.components) {
+        if (twoNumbers.match(line.fields.at(field)).hasMatch())
+            found += line.fields.at(field);
+    }
+    if (found.size() < 2)
+        return {};
+    return QStringLiteral("the commas separate the fields, and %1 is not a number; where commas "
+                          "mark decimals, write semicolons between the fields")
+        .arg(quoted(found.first()));
+}
+
+bool isPlainNumber(const QString &field)
+{
+    bool ok = false;
+    field.toDouble(&ok);
+    return ok;
+}
+
+} // namespace
+
+std::optional<DecimalMark> decimalMarkOf(const SplitLine &line, const FieldOrder &order,
+                                         Frame frame, QString &mistake)
+{
+    if (line.separator == comma) {
+        mistake = commasBesideBlanks(line, order);
+        return mistake.isEmpty() ? std::optional(DecimalMark::Point) : std::nullopt;
+    }
+    if (line.separator != QLatin1Char(';') && line.separator != QLatin1Char('\t'))
+        return DecimalMark::Point;
+
+    const QString *withComma = nullptr;
+    const QString *withPoint = nullptr;
+    bool isSure = false;
+    for (int i = 0; i < componentsPerFrame; ++i) {
+        const QString &field = line.fields.at(order.components[static_cast<std::size_t>(i)]);
+        if (field.contains(QLatin1Char('.')))
+            withPoint = &field;
+        if (!field.contains(comma))
+            continue;
+        withComma = &field;
+        // Grouped thousands of degrees there are none.
+        isSure = isSure || isAngle(frame, i) || !mayHaveGroups(field);
+    }
+    if (withComma == nullptr)
+        return DecimalMark::Point;
+    if (withPoint != nullptr) {
+        mistake = QStringLiteral("%1 has a comma and %2 a point; write every number with a decimal "
+                                 "point, or every one with a decimal comma")
+                      .arg(quoted(*withComma), quoted(*withPoint));
+        return std::nullopt;
+    }
+    if (!isSure) {
+        mistake = QStringLiteral("the comma of %1 may stand before decimals or thousands; write a "
+                                 "decimal point")
+                      .arg(quoted(*withComma));
+        return std::nullopt;
+    }
+    return DecimalMark::Comma;
+}
+
+QString hintOnPieces(const SplitLine &line)
+{
+    const bool holdsPiece =
+        line.byBlanks && std::any_of(line.fields.cbegin(), line.fields.cend(), mayBePiece);
+    return holdsPiece ? QStringLiteral("; where blanks separate the fields, an angle holds none: "
+                                       "write it without, or semicolons between the fields")
+                      : QString();
+}
+
+QString loneHemisphere(const SplitLine &line, const FieldOrder &order, Frame frame)
+{
+    static const QRegularExpression any(QStringLiteral("\\A([NSEW]|north|south|east|west)\\z"),
+                                        QRegularExpression::CaseInsensitiveOption);
+    static const QRegularExpression northOrSouth(QStringLiteral("\\A([NS]|north|south)\\z"),
+                                                 QRegularExpression::CaseInsensitiveOption);
+    static const QRegularExpression eastOrWest(QStringLiteral("\\A([EW]|east|west)\\z"),
+                                               QRegularExpression::CaseInsensitiveOption);
+    const auto isExtra = [&](int field) {
+        const auto &components = order.components;
+        return field >= 0 && field < line.fields.size() && field != order.name
+               && std::find(components.begin(), components.end(), field) == components.end();
+    };
+    for (int i = 0; i < componentsPerFrame; ++i) {
+        const int field = order.components[static_cast<std::size_t>(i)];
+        if (!isAngle(frame, i))
+            continue;
+        const bool isBehind = isExtra(field + 1) && any.match(line.fields.at(field + 1)).hasMatch();
+        // In front of an angle a letter of the other direction is a code.
+        const auto &own = isLongitude(frame, i) ? eastOrWest : northOrSouth;
+        if (!isBehind && !(isExtra(field - 1) && own.match(line.fields.at(field - 1)).hasMatch()))
+            continue;
+        return QStringLiteral("a hemisphere in a column of its own is not read: %1 %2 %3; "
+                              "write both in one field")
+            .arg(quoted(line.fields.at(isBehind ? field + 1 : field - 1)),
+                 isBehind ? QStringLiteral("behind") : QStringLiteral("before"),
+                 quoted(line.fields.at(field)));
+    }
+    return {};
+}
+
+QString tornAngle(const SplitLine &line, const FieldOrder &order, Frame frame)
+{
+    if (!line.byBlanks)
+        return {};
+    const auto componentAt = [&order](int field) {
+        const auto &components = order.components;
+        const auto found = std::find(components.begin(), components.end(), field);
+        return found != components.end() ? static_cast<int>(found - components.begin()) : -1;
+    };
+    const auto doubt = [&line](int first) {
+        return QStringLiteral("%1 and %2 may be one angle; write it without blanks, or separate "
+                              "the fields by semicolons")
+            .arg(quoted(line.fields.at(first)), quoted(line.fields.at(first + 1)));
+    };
+    // Where headings or numbers say what a field is, times stand in fields of their own.
+    const auto mayBePieceAt = [&](int field) {
+        const QString &text = line.fields.at(field);
+        return mayBePiece(text) && !isTime(text, order.isPlain || field == order.name);
+    };
+    for (int i = 0; i + 1 < line.fields.size(); ++i) {
+        if (line.isQuoted.at(i) || line.isQuoted.at(i + 1))
+            continue;
+        const int left = componentAt(i);
+        const int right = componentAt(i + 1);
+        const bool leftIsAngle = left >= 0 && isAngle(frame, left);
+        const bool rightIsAngle = right >= 0 && isAngle(frame, right);
+        if (rightIsAngle && left < 0 && mayBePieceAt(i))
+            return doubt(i);
+        if (leftIsAngle && right < 0 && mayBePieceAt(i + 1))
+            return doubt(i);
+        if (leftIsAngle && rightIsAngle && mayGoOn(line.fields.at(i))
+            && isPlainNumber(line.fields.at(i + 1)))
+            return doubt(i);
+    }
+    return {};
+}
+
+} // namespace KelStd::positions

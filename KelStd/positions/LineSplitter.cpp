@@ -1,0 +1,174 @@
+#include <KelStd/positions/LineSplitter.h>
+
+#include <algorithm>
+
+namespace KelStd::positions {
+
+namespace {
+
+constexpr QChar quote = QLatin1Char('"');
+constexpr QChar blank = QLatin1Char(' ');
+constexpr QChar comma = QLatin1Char(',');
+constexpr QChar tabulator = QLatin1Char('\t');
+
+bool isBlank(QChar c)
+{
+    return c == blank || c == tabulator;
+}
+
+bool isDigit(QChar c)
+{
+    return c >= QLatin1Char('0') && c <= QLatin1Char('9');
+}
+
+/// True when the line's commas can only be decimal commas between tabulators. `separators`: where
+/// its commas and tabulators outside quotation marks stand.
+bool hasOnlyDecimalCommas(const QString &line, const QVector<int> &separators)
+{
+    bool hasTabulator = false;
+    bool fieldHasComma = false;
+    for (const int position : separators) {
+        if (line.at(position) == tabulator) {
+            // Those at the line's ends separate nothing.
+            hasTabulator = hasTabulator
+                           || (!line.left(position).trimmed().isEmpty()
+                               && !line.mid(position).trimmed().isEmpty());
+            fieldHasComma = false;
+            continue;
+        }
+        const bool isBetweenDigits = position > 0 && position + 1 < line.size()
+                                     && isDigit(line.at(position - 1))
+                                     && isDigit(line.at(position + 1));
+        if (!isBetweenDigits || fieldHasComma)
+            return false;
+        fieldHasComma = true;
+    }
+    return hasTabulator;
+}
+
+/// The separator of `line`; a blank when it has none of the others.
+QChar separatorOf(const QString &line)
+{
+    const QString candidates = QStringLiteral(";,\t");
+    int best = candidates.size();
+    bool quoted = false;
+    bool atFieldStart = true;
+    QVector<int> positions;
+    for (int i = 0; i < line.size(); ++i) {
+        const QChar c = line.at(i);
+        const int rank = candidates.indexOf(c);
+        if (c == quote && (quoted || atFieldStart)) {
+            quoted = !quoted;
+        } else if (!quoted && rank >= 0) {
+            best = std::min(best, rank);
+            positions += i;
+        }
+        atFieldStart = isBlank(c) || rank >= 0;
+    }
+    if (best == candidates.size())
+        return blank;
+    const QChar separator = candidates.at(best);
+    return separator == comma && hasOnlyDecimalCommas(line, positions) ? tabulator : separator;
+}
+
+/// Reads one field after the other of a line.
+class FieldScanner
+{
+public:
+    FieldScanner(const QString &line, QChar separator) : m_line(line), m_separator(separator) {}
+
+    SplitLine scan()
+    {
+        SplitLine result;
+        result.separator = m_separator;
+        result.byBlanks = m_separator == blank;
+        bool more = true;
+        while (more && result.mistake.isEmpty()) {
+            skipBlanks();
+            if (result.byBlanks && atEnd())
+                break;
+            const bool isQuoted = !atEnd() && m_line.at(m_position) == quote;
+            result.isQuoted += isQuoted;
+            result.fields += isQuoted ? quotedField(result.mistake) : plainField();
+            more = !atEnd();
+            ++m_position; // the separator
+        }
+        if (!result.mistake.isEmpty()) {
+            result.fields.clear();
+            result.isQuoted.clear();
+        }
+        return result;
+    }
+
+private:
+    bool atEnd() const { return m_position >= m_line.size(); }
+    bool atSeparator() const
+    {
+        const QChar c = m_line.at(m_position);
+        return c == m_separator || (m_separator == blank && isBlank(c));
+    }
+
+    void skipBlanks()
+    {
+        while (!atEnd() && isBlank(m_line.at(m_position)) && m_line.at(m_position) != m_separator)
+            ++m_position;
+        while (m_separator == blank && !atEnd() && isBlank(m_line.at(m_position)))
+            ++m_position;
+    }
+
+    QString plainField()
+    {
+        const int start = m_position;
+        while (!atEnd() && !atSeparator())
+            ++m_position;
+        return m_line.mid(start, m_position - start).trimmed();
+    }
+
+    QString quotedField(QString &mistake)
+    {
+        QString field;
+        for (++m_position; !atEnd(); ++m_position) {
+            if (m_line.at(m_position) != quote) {
+                field += m_line.at(m_position);
+            } else if (m_line.mid(m_position + 1, 1) == QString(quote)) {
+                field += quote;
+                ++m_position;
+            } else {
+                ++m_position;
+                if (m_separator != blank)
+                    skipBlanks();
+                if (!atEnd() && !atSeparator())
+                    mistake = QStringLiteral("text follows a closing quotation mark");
+                return field;
+            }
+        }
+        mistake = QStringLiteral("a quotation mark is not closed");
+        return field;
+    }
+
+    const QString &m_line;
+    QChar m_separator;
+    int m_position = 0;
+};
+
+} // namespace
+
+bool endsEmpty(const SplitLine &line)
+{
+    return !line.byBlanks && line.fields.size() > 1 && line.fields.last().isEmpty()
+           && !line.isQuoted.last();
+}
+
+bool isEmptyRow(const SplitLine &line)
+{
+    return line.mistake.isEmpty() && !line.isQuoted.contains(true)
+           && std::all_of(line.fields.cbegin(), line.fields.cend(),
+                          [](const QString &field) { return field.isEmpty(); });
+}
+
+SplitLine splitLine(const QString &line)
+{
+    return FieldScanner(line, separatorOf(line)).scan();
+}
+
+} // namespace KelStd::positions

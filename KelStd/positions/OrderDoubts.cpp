@@ -1,0 +1,193 @@
+#include <KelStd/positions/OrderDoubts.h>
+
+#include <KelStd/positions/ReadComponents.h>
+#include <KelStd/text/TypedNumber.h>
+
+#include <QtCore/QRegularExpression>
+
+#include <algorithm>
+#include <cmath>
+
+namespace KelStd::positions {
+
+namespace {
+
+constexpr double fullCircle = 360.0;
+constexpr double minutesPerDegree = 60.0;
+
+bool isWhole(const QString &field)
+{
+    return !field.isEmpty() && std::all_of(field.cbegin(), field.cend(), [](QChar c) {
+        return c >= QLatin1Char('0') && c <= QLatin1Char('9');
+    });
+}
+
+double numberOf(const QString &field)
+{
+    bool ok = false;
+    const double value = field.toDouble(&ok);
+    return ok ? value : std::nan("");
+}
+
+} // namespace
+
+bool isOtherNumber(const QString &field)
+{
+    return std::isfinite(numberOf(field)) && !isWhole(field);
+}
+
+namespace {
+
+bool hasDecimals(const QString &field)
+{
+    return isOtherNumber(field) && field.contains(QLatin1Char('.'));
+}
+
+/// The fields with decimal points.
+QStringList fieldsOf(const SplitLine &line)
+{
+    QStringList fields;
+    for (const QString &field : line.fields) {
+        fields += line.separator == QLatin1Char(',') ? field
+                                                     : withDecimalPoint(field, DecimalMark::Comma);
+    }
+    return fields;
+}
+
+/// "465" and "682.96": one number whose thousands were set apart.
+bool mayBeGroups(const QString &first, const QString &second)
+{
+    static const QRegularExpression start(QStringLiteral("\\A[1-9][0-9]{0,2}\\z"));
+    static const QRegularExpression group(QStringLiteral("\\A[0-9]{3}(\\.[0-9]*)?\\z"));
+    return start.match(first).hasMatch() && group.match(second).hasMatch();
+}
+
+QString whatToAdd(const InputForm &form)
+{
+    return QStringLiteral("; say it with %1").arg(waysToSayOrder(form));
+}
+
+/// "101,465682.96,183928.88": a whole number before two others with decimals.
+QString missingHeight(const QStringList &fields, const InputForm &form)
+{
+    const Frame frame = form.frame;
+    const bool looksNumbered =
+        isWhole(fields.at(0)) && hasDecimals(fields.at(1)) && hasDecimals(fields.at(2));
+    if (!looksNumbered || frame == Frame::Wgs84Cartesian)
+        return {};
+    const bool isGeographic = frame != Frame::LocalProjected;
+    // A number beyond the range of angles is a height for sure.
+    if (isGeographic
+        && !(std::abs(numberOf(fields.at(1))) <= fullCircle
+             && std::abs(numberOf(fields.at(2))) <= fullCircle))
+        return {};
+    return QStringLiteral("%1 may be a point's number before %2 without a height, or the %3%4, or "
+                          "with decimals: %1.0")
+        .arg(fields.at(0),
+             isGeographic ? QStringLiteral("longitude and latitude")
+                          : QStringLiteral("northing and easting"),
+             QLatin1String(columnOf(frame, 0).label), whatToAdd(form));
+}
+
+/// "5 30 52 10" and "5,52,5,10": pairs of numbers that may be one each.
+QString pairs(const QStringList &fields, bool byCommas, const InputForm &form)
+{
+    const Frame frame = form.frame;
+    const bool isGeographic = frame == Frame::Wgs84Geographic || frame == Frame::LocalGeographic;
+    const auto mayBeDegrees = [isGeographic](const QString &field) {
+        return isWhole(field) && (!isGeographic || numberOf(field) <= fullCircle);
+    };
+    const auto mayBeMinutes = [](const QString &field) {
+        return numberOf(field) >= 0 && numberOf(field) < minutesPerDegree;
+    };
+    if (!mayBeDegrees(fields.at(0)) || !mayBeDegrees(fields.at(2)))
+        return {};
+    if (byCommas && isWhole(fields.at(1)) && isWhole(fields.at(3))) {
+        return QStringLiteral("four whole numbers: the first may be a point's, and the commas may "
+                              "mark decimals%1")
+                   .arg(isGeographic ? QStringLiteral(", and degrees may stand before minutes")
+                                     : QString())
+               + whatToAdd(form);
+    }
+    if (!isGeographic || !mayBeMinutes(fields.at(1)) || !mayBeMinutes(fields.at(3)))
+        return {};
+    return QStringLiteral("the numbers may be degrees and minutes, or %1 is the point's%2, or "
+                          "write angles as 5\u00B030'")
+        .arg(fields.at(0), whatToAdd(form));
+}
+
+} // namespace
+
+QString heightDoubt(const QString &field)
+{
+    return QStringLiteral("height %1 is beyond %2 m: it may be an easting, behind a point's number "
+                          "and the northing")
+               .arg(field)
+               .arg(mostPlaneHeight)
+           + whatToAdd(Frame::LocalProjected);
+}
+
+QString nameDoubt(const QString &name, const InputForm &form)
+{
+    return QStringLiteral("%1 may be the %2 or a point's name%3, or set a name in quotation marks")
+        .arg(quoted(name), QLatin1String(columnOf(form.frame, 0).label), whatToAdd(form));
+}
+
+QString latitudeFirst(const SplitLine &line, const FieldOrder &order, const InputForm &form)
+{
+    static const QRegularExpression northOrSouth(
+        QStringLiteral("\\A([NS]\\s*[0-9].*|[0-9].*[NS])\\z"),
+        QRegularExpression::CaseInsensitiveOption);
+    static const QRegularExpression eastOrWest(
+        QStringLiteral("\\A([EW]\\s*[0-9].*|[0-9].*[EW])\\z"),
+        QRegularExpression::CaseInsensitiveOption);
+    if (!order.isPlain || !isAngle(columnOf(form.frame, 0)))
+        return {};
+    const QString &first = line.fields.at(order.components[0]);
+    const QString &second = line.fields.at(order.components[1]);
+    if (!northOrSouth.match(first).hasMatch() || !eastOrWest.match(second).hasMatch())
+        return {};
+    return QStringLiteral("the latitude %1 stands before the longitude %2; say the order with %3 "
+                          "(%4lat,lon,h)")
+        .arg(quoted(first), quoted(second), waysToSayOrder(form),
+             order.name >= 0 ? QStringLiteral("name,") : QString());
+}
+
+QString laterPairsDoubt(const SplitLine &line, const InputForm &form)
+{
+    const QStringList fields = fieldsOf(line);
+    const bool byCommas = line.separator == QLatin1Char(',');
+    // A northing of six digits is none of decimals.
+    constexpr int maxDecimals = 3;
+    if (byCommas && isWhole(fields.at(1)) && isWhole(fields.at(3))
+        && (fields.at(1).size() > maxDecimals || fields.at(3).size() > maxDecimals))
+        return {};
+    return pairs(fields, byCommas, form);
+}
+
+QString orderDoubt(const SplitLine &line, const FieldOrder &order, const InputForm &form)
+{
+    const Frame frame = form.frame;
+    if (!order.isPlain || line.isQuoted.at(0))
+        return {};
+    const QStringList fields = fieldsOf(line);
+    if (order.name < 0)
+        return missingHeight(fields, form);
+
+    const bool byCommas = line.separator == QLatin1Char(',');
+    const bool areLengths = frame == Frame::Wgs84Cartesian || frame == Frame::LocalProjected;
+    for (int i = 0; areLengths && (byCommas || line.byBlanks) && i + 1 < fields.size(); ++i) {
+        if (mayBeGroups(fields.at(i), fields.at(i + 1))) {
+            return QStringLiteral("%1 and %2 may be one number, with its thousands set apart%3")
+                .arg(quoted(fields.at(i)), quoted(fields.at(i + 1)), whatToAdd(form));
+        }
+    }
+    const QString doubt = pairs(fields, byCommas, form);
+    if (!doubt.isEmpty())
+        return doubt;
+    if (isOtherNumber(fields.at(0)))
+        return nameDoubt(fields.at(0), form);
+    return {};
+}
+
+} // namespace KelStd::positions

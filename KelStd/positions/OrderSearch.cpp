@@ -1,0 +1,359 @@
+#include <KelStd/positions/OrderSearch.h>
+
+#include <KelStd/positions/Headings.h>
+#include <KelStd/positions/LineDoubts.h>
+#include <KelStd/positions/OrderDoubts.h>
+#include <KelStd/positions/OtherHeadings.h>
+#include <KelStd/positions/PickedColumns.h>
+#include <KelStd/positions/ReadComponents.h>
+#include <KelStd/positions/UnitDoubts.h>
+#include <KelStd/text/AngleSigns.h>
+#include <KelStd/text/TypedAngle.h>
+
+#include <QtCore/QRegularExpression>
+
+#include <algorithm>
+
+namespace KelStd::positions {
+
+namespace {
+
+/// Lines of a title and other lines in front of headings.
+constexpr int mostOtherLines = 20;
+
+/// Lines of each kind that are kept; behind them the same is said again.
+constexpr int maxKeptLines = 100;
+
+bool isNumber(const QString &field)
+{
+    bool ok = false;
+    field.toDouble(&ok);
+    return ok;
+}
+
+QString fieldCount(int count)
+{
+    return count == 1 ? QStringLiteral("1 field") : QStringLiteral("%1 fields").arg(count);
+}
+
+/// Whether the line is a sentence in which some words happen to be headings.
+bool isSentence(const SplitLine &line)
+{
+    static const QStringList particles = {
+        QStringLiteral("and"), QStringLiteral("or"),  QStringLiteral("in"),
+        QStringLiteral("of"),  QStringLiteral("the"), QStringLiteral("is"),
+        QStringLiteral("are"), QStringLiteral("by"),  QStringLiteral("with")};
+    return line.byBlanks
+           && std::any_of(line.fields.cbegin(), line.fields.cend(),
+                          [](const QString &field) { return particles.contains(field.toLower()); });
+}
+
+/// The same of a remark, where some words more make a sentence.
+bool isSentenceOfRemark(const SplitLine &line)
+{
+    const QStringList fields = headingFields(line);
+    return isSentence(line) || (line.byBlanks && 2 * countKnown(fields) <= fields.size());
+}
+
+/// A sign with which other programs begin remarks. A "-" may head a column.
+bool isSignOfRemark(const QString &field)
+{
+    static const QRegularExpression sign(QStringLiteral("\\A([%!*@$;]+|//+|--+)\\z"));
+    return sign.match(field).hasMatch();
+}
+
+/// Whether the first field is a number that is no name, or an angle with its signs.
+bool beginsAsPosition(const SplitLine &line)
+{
+    const QString first = line.separator == QLatin1Char(',')
+                              ? line.fields.first()
+                              : withDecimalPoint(line.fields.first(), DecimalMark::Comma);
+    return !line.isQuoted.first()
+           && (isOtherNumber(first) || (isValue(first) && hasAngleSigns(first)));
+}
+
+/// "; --columns 1,2,3,4 picks ...", for a line with other fields beside three numbers.
+QString hintOnColumns(const SplitLine &line, const InputForm &form)
+{
+    const auto &fields = line.fields;
+    const bool hasOthers = !std::all_of(fields.cbegin(), fields.cend(), isValue);
+    if (form.height != InputHeight::OfFrame || !hasOthers)
+        return {};
+    for (int i = 0; i + componentsPerFrame <= fields.size(); ++i) {
+        const QStringList three = fields.mid(i, componentsPerFrame);
+        if (!std::all_of(three.cbegin(), three.cend(), isValue)
+            || std::count_if(three.cbegin(), three.cend(), isOtherNumber) < 2)
+            continue;
+        QString columns = i > 0 ? QStringLiteral("1,") : QString();
+        columns += QStringLiteral("%1,%2,%3").arg(i + 1).arg(i + 2).arg(i + 3);
+        return QStringLiteral("; where %1, %2 and %3 are these, --columns %4 picks them")
+            .arg(three.at(0), three.at(1), three.at(2), columns);
+    }
+    return {};
+}
+
+/// Whether the first field announces headings and is none: "%", "--", "order:" or "fields".
+bool announcesHeadings(const SplitLine &line)
+{
+    static const QStringList words = {
+        QStringLiteral("order"),   QStringLiteral("format"),   QStringLiteral("column"),
+        QStringLiteral("columns"), QStringLiteral("field"),    QStringLiteral("fields"),
+        QStringLiteral("header"),  QStringLiteral("headings"), QStringLiteral("heading")};
+    const bool isApart = line.byBlanks || line.separator == QLatin1Char('\t');
+    if (line.fields.isEmpty() || (!isApart && !isSignOfRemark(line.fields.first()))
+        || line.fields.size() <= componentsPerFrame || line.isQuoted.value(0))
+        return false;
+    const QString &first = line.fields.first();
+    const QString word = normalisedHeading(first);
+    if (word.isEmpty()) // but "No" in one sign heads the numbers of points
+        return !first.isEmpty() && !first.contains(QChar(0x2116));
+    const auto colons = std::count_if(line.fields.cbegin(), line.fields.cend(),
+                                      [](const auto &f) { return f.endsWith(QLatin1Char(':')); });
+    const bool endsInColon = colons == 1 && first.endsWith(QLatin1Char(':'));
+    return words.contains(word) || (endsInColon && !isNameWord(word) && !isKnown(headingOf(first)));
+}
+
+} // namespace
+
+QStringList headingFields(const SplitLine &line)
+{
+    QStringList fields = line.fields;
+    if (announcesHeadings(line))
+        fields.removeFirst();
+    return line.byBlanks ? joinUnits(fields) : fields;
+}
+
+bool isValue(const QString &field)
+{
+    static const QRegularExpression value(
+        QStringLiteral("\\A[-+NSEWnsew]?\\s*[0-9.][0-9.,\\s%1]*([eE][-+]?[0-9]+)?[NSEWnsew]?\\z")
+            .arg(angleSigns()));
+    return value.match(field).hasMatch();
+}
+
+HeadingsFound OrderSearch::headingsIn(const SplitLine &line, bool isRemark) const
+{
+    using Kind = HeadingsFound::Kind;
+    HeadingsFound found;
+    const QStringList fields = headingFields(line);
+    FieldOrder usual;
+    const bool isText = isRemark ? isSentenceOfRemark(line) : isSentence(line);
+    const bool isComplete = readHeader(fields, m_form, usual, found.mistake) && !isText;
+    const bool isIncomplete = !isRemark && !isComplete && !isText
+                              && std::none_of(fields.cbegin(), fields.cend(), isValue)
+                              && lookLikeHeadings(fields, m_form);
+    if (!m_choice) {
+        found.order = usual;
+        const auto &components = usual.components;
+        if (isComplete && isRemark && line.byBlanks && usual.name != 0
+            && std::find(components.begin(), components.end(), 0) == components.end())
+            found.order.doubtfulFirst = fields.first();
+        found.kind = isComplete ? Kind::Order : isIncomplete ? Kind::Mistake : Kind::None;
+        return found;
+    }
+    // One picked heading may be a word of a title, and two known ones may stand in a remark.
+    const int picked = countPicked(*m_choice, fields);
+    const bool isRemarkOfHeadings = isRemark && !isText && countKnown(fields) >= componentsPerFrame
+                                    && lookLikeHeadings(fields, m_form);
+    const bool isMeant = isComplete || isIncomplete || isRemarkOfHeadings || picked > 1;
+    if (!m_choice->hasHeadings() && !isMeant)
+        return found;
+    const bool isApplied =
+        orderPicked(*m_choice, fields, fields.size(), m_form, found.order, found.mistake);
+    if (isApplied && (isMeant || picked > 0))
+        found.kind = Kind::Order;
+    else if (isMeant && (!isRemark || !m_choice->hasHeadings() || picked > 1))
+        found.kind = Kind::Mistake;
+    return found;
+}
+
+bool OrderSearch::contradicts(const QString &remark, const SplitLine &line,
+                              const FieldOrder &order) const
+{
+    const QStringList fields = headingFields(line);
+    const bool areHeadings = !isSentenceOfRemark(line) && lookLikeHeadings(fields, m_form);
+    const QVector<int> mentioned = componentsMentioned(
+        areHeadings ? fields : normalisedHeading(remark).split(QLatin1Char('_')), areHeadings,
+        m_form);
+    const auto fieldOf = [&order](int component) {
+        return order.components[static_cast<std::size_t>(component)];
+    };
+    const bool isInOrder =
+        std::is_sorted(mentioned.cbegin(), mentioned.cend(),
+                       [&](int one, int other) { return fieldOf(one) < fieldOf(other); });
+    if (!isInOrder || !areHeadings)
+        return !isInOrder;
+    if (mentioned.size() < 2)
+        return true; // headings of another frame
+    for (int i = 0; i < fields.size(); ++i) {
+        const Heading heading = headingOf(fields.at(i));
+        const int component = componentHeaded(m_form, heading);
+        if (component < 0)
+            continue;
+        const bool isElsewhere = fields.size() == order.fields && fieldOf(component) != i;
+        if (isElsewhere || !hasInputUnit(m_form, component, heading))
+            return true;
+    }
+    return false;
+}
+
+bool OrderSearch::contradictsAsHeadings(const QString &remark, const SplitLine &line,
+                                        const FieldOrder &order) const
+{
+    return !m_choice && !isSentenceOfRemark(line) && lookLikeHeadings(headingFields(line), m_form)
+           && contradicts(remark, line, order);
+}
+
+void OrderSearch::keepRemark(const QString &remark, const SplitLine &line, qint64 lineNumber)
+{
+    const int fields = headingFields(line).size();
+    const bool hasName = fields > componentsPerFrame;
+    const FieldOrder usual = plainOrder(componentsPerFrame + (hasName ? 1 : 0));
+    const bool isForeign = areHeadingsOfAnyLanguage(line) && !isSentence(line)
+                           && !lookLikeHeadings(headingFields(line), m_form);
+    if (isForeign && m_words.size() < maxKeptLines)
+        m_words += line.fields;
+    const bool hasMoreColumns = fields > usual.fields && !isSentenceOfRemark(line)
+                                && lookLikeHeadings(headingFields(line), m_form);
+    if (m_choice || m_remark.isThere()
+        || !(isForeign || hasMoreColumns || contradicts(remark, line, usual)))
+        return;
+    m_remark = {lineNumber,
+                QStringLiteral("this remark names other columns or units than %1, or in another "
+                               "order, and no headings follow; say the order with %2")
+                    .arg(labelsOf(m_form.frame), waysToSayOrder(m_form))};
+}
+
+bool OrderSearch::keepUnits(const QString &text, const SplitLine &line, qint64 lineNumber)
+{
+    const QStringList units = unitsOfLine(line);
+    const bool isNew = std::none_of(m_units.cbegin(), m_units.cend(), [&](const NamedUnits &kept) {
+        return kept.text == text && kept.units == units;
+    });
+    if (isNew && m_units.size() < maxKeptLines && (!units.isEmpty() || saysUnits(text)))
+        m_units += {lineNumber, text, units};
+    return !units.isEmpty();
+}
+
+QString OrderSearch::unitsAgainst(const QString &text, const SplitLine &line,
+                                  const FieldOrder &order, bool &isUnits) const
+{
+    const QStringList units = unitsOfLine(line);
+    isUnits = !units.isEmpty();
+    return isUnits ? unitsMistake(units, order, m_form) : saidUnitMistake(text, order, m_form);
+}
+
+LineMistake OrderSearch::unitsMistakeOf(const FieldOrder &order) const
+{
+    for (const NamedUnits &kept : m_units) {
+        if (!kept.units.isEmpty()) {
+            const QString mistake = unitsMistake(kept.units, order, m_form);
+            if (!mistake.isEmpty())
+                return {kept.line, mistake};
+            continue;
+        }
+        const QString mistake = saidUnitMistake(kept.text, order, m_form);
+        // Headings that stand before the line would be passed over with it.
+        const bool maySkip = !order.hasHeadings || !m_headings || m_headings->line > kept.line;
+        if (!mistake.isEmpty())
+            return {kept.line, maySkip ? withSkipHint(mistake, kept.line) : mistake};
+    }
+    return {};
+}
+
+bool OrderSearch::keepHeadings(const HeadingsLine &headings, LineMistake &mistake)
+{
+    if (m_headings && m_headings->isSure) {
+        if (!headings.isSure || agree(m_headings->order, headings.order))
+            return true;
+        mistake = {headings.line,
+                   QStringLiteral("these headings give another order than those of line %1")
+                       .arg(m_headings->line)};
+        return false;
+    }
+    m_headings = headings;
+    m_other = {};
+    m_others = 0;
+    return true;
+}
+
+bool OrderSearch::keepOther(const LineMistake &line)
+{
+    if (!m_other.isThere())
+        m_other = line;
+    m_lastOther = line.line;
+    return ++m_others <= mostOtherLines;
+}
+
+void OrderSearch::keepFailed(const SplitLine &line, qint64 lineNumber)
+{
+    if (line.fields.size() > componentsPerFrame && isNumber(line.fields.first())
+        && m_numberedFailure == 0)
+        m_numberedFailure = lineNumber;
+}
+
+std::optional<FieldOrder> OrderSearch::orderFor(const SplitLine &line, QString &reason) const
+{
+    const int count = line.fields.size();
+    if (m_headings) {
+        if (count == m_headings->order.fields
+            || (count == m_headings->order.fields + 1 && endsEmpty(line)
+                && mayEndEmpty(line.fields.first().toStdString(), m_headings->order)))
+            return m_headings->order;
+        reason = QStringLiteral("%1 found; line %2 has %3 headings")
+                     .arg(fieldCount(count))
+                     .arg(m_headings->line)
+                     .arg(m_headings->order.fields)
+                 + hintOnPieces(line);
+        return std::nullopt;
+    }
+    FieldOrder order;
+    if (m_choice) {
+        const QStringList headings = m_choice->hasHeadings() ? headingFields(line) : QStringList();
+        if (m_choice->hasHeadings()) {
+            orderPicked(*m_choice, headings, count, m_form, order, reason);
+            return std::nullopt; // a position is no line of headings
+        }
+        return orderPicked(*m_choice, {}, count, m_form, order, reason) ? std::optional(order)
+                                                                        : std::nullopt;
+    }
+    const int filled = endsEmpty(line) ? count - 1 : count;
+    const bool isNamed = filled == componentsPerFrame + 1;
+    // "5;52;40;" may be the point 5 without its height.
+    if (filled < count && (isNamed || (filled == componentsPerFrame && beginsAsPosition(line)))) {
+        order = plainOrder(filled);
+        order.fields = count;
+        order.endsEmpty = true;
+        return order;
+    }
+    if (count != componentsPerFrame && count != componentsPerFrame + 1) {
+        reason = QStringLiteral("%1 found; expected are %2, after a point name if there is one")
+                     .arg(fieldCount(count), labelsOf(m_form.frame))
+                 + hintOnPieces(line) + hintOnColumns(line, m_form);
+        return std::nullopt;
+    }
+    return plainOrder(count);
+}
+
+LineMistake OrderSearch::mistakeOf(const FieldOrder &order) const
+{
+    if (m_other.isThere())
+        return otherLines();
+    const LineMistake units = unitsMistakeOf(order);
+    return units.isThere() ? units : order.isPlain ? m_remark : LineMistake();
+}
+
+LineMistake OrderSearch::otherLines() const
+{
+    return m_other.isThere() ? LineMistake{m_other.line, withSkipHint(m_other.reason, m_lastOther)}
+                             : LineMistake();
+}
+
+QString OrderSearch::withSkipHint(const QString &reason, qint64 lines)
+{
+    return reason
+           + (lines == 1 ? QStringLiteral("; --skip 1 passes over the line")
+                         : QStringLiteral("; --skip %1 passes over the first %1 lines").arg(lines));
+}
+
+} // namespace KelStd::positions

@@ -1,0 +1,147 @@
+#pragma once
+
+#include <KelStd/Export.h>
+#include <KelStd/positions/ColumnChoice.h>
+#include <KelStd/positions/InputForm.h>
+#include <KelStd/positions/LineSplitter.h>
+#include <KelStd/positions/PositionHeader.h>
+
+#include <QtCore/QByteArray>
+#include <QtCore/QString>
+#include <QtCore/QStringList>
+#include <QtCore/QVector>
+
+#include <optional>
+
+namespace KelStd::positions {
+
+/// What is wrong with a line of the input.
+struct LineMistake
+{
+    qint64 line = 0;
+    QString reason;
+
+    bool isThere() const { return line > 0; }
+};
+
+/// What a line is as headings.
+struct HeadingsFound
+{
+    enum class Kind
+    {
+        None,   ///< no headings; `mistake` says why it cannot be
+        Order,  ///< headings that give the `order`
+        Mistake ///< headings, and no position can be read by them
+    };
+
+    Kind kind = Kind::None;
+    FieldOrder order;
+    QString mistake;
+};
+
+/// Headings that give an order, and where they stand.
+struct HeadingsLine
+{
+    FieldOrder order;
+    qint64 line = 0;
+    QByteArray bytes;
+    bool isSure = false; ///< they name the components; words alone may be a title
+};
+
+/// Tells headings from titles, remarks and positions, and keeps what the first lines of an input
+/// say about the order of its fields until one of them decides it. Longitude and latitude are
+/// never taken in the usual order where a line has said another one.
+class OrderSearch
+{
+public:
+    OrderSearch(const InputForm &form, const std::optional<ColumnChoice> &choice)
+        : m_form(form), m_choice(choice)
+    {}
+
+    /// The fields of a line as headings. A remark behind a # counts only when it names all the
+    /// components, or all that were picked.
+    HeadingsFound headingsIn(const SplitLine &line, bool isRemark) const;
+
+    /// Whether the remark names components in another order, as far as it names them.
+    bool contradicts(const QString &remark, const SplitLine &line, const FieldOrder &order) const;
+
+    /// The same of a remark that is a line of headings, though an incomplete one.
+    bool contradictsAsHeadings(const QString &remark, const SplitLine &line,
+                               const FieldOrder &order) const;
+
+    /// Keeps what a remark says against the usual order.
+    void keepRemark(const QString &remark, const SplitLine &line, qint64 lineNumber);
+
+    /// Keeps the units that a line in front of the positions names, for the order to come: a line
+    /// of units, or else a title or remark. True when it is a line of units.
+    bool keepUnits(const QString &text, const SplitLine &line, qint64 lineNumber);
+
+    /// Why such a line, behind which the order is known, does not go with it; empty when it does or
+    /// names none. `isUnits`: it is a line of units.
+    QString unitsAgainst(const QString &text, const SplitLine &line, const FieldOrder &order,
+                         bool &isUnits) const;
+
+    /// Whether a remark with these fields, in words of another language, was kept.
+    bool hasWords(const QStringList &fields) const { return m_words.contains(fields); }
+
+    /// Keeps headings behind a #, or words that may be headings. False with the mistake when they
+    /// contradict those before.
+    bool keepHeadings(const HeadingsLine &headings, LineMistake &mistake);
+
+    /// Keeps a line of another kind, such as a title, in front of headings: false when there are
+    /// too many of them.
+    bool keepOther(const LineMistake &line);
+
+    /// Keeps that a line of so many fields was a position that cannot be read.
+    void keepFailed(const SplitLine &line, qint64 lineNumber);
+
+    /// The first such line with a number for a name; 0 when there is none. What follows with a
+    /// field less may have lost its height.
+    qint64 numberedFailure() const { return m_numberedFailure; }
+
+    const std::optional<HeadingsLine> &headings() const { return m_headings; }
+
+    /// The order for a line that is to be a position; nothing with the reason when there is none.
+    std::optional<FieldOrder> orderFor(const SplitLine &line, QString &reason) const;
+
+    /// Why no line can be read in that order, after what was kept.
+    LineMistake mistakeOf(const FieldOrder &order) const;
+
+    /// The first line that was kept with units in which that order is not read.
+    LineMistake unitsMistakeOf(const FieldOrder &order) const;
+
+    /// Why lines that are neither headings nor positions are not passed over.
+    LineMistake otherLines() const;
+
+    /// "...; --skip 3 passes over the first lines"
+    static QString withSkipHint(const QString &reason, qint64 lines);
+
+private:
+    /// A line that names units.
+    struct NamedUnits
+    {
+        qint64 line = 0;
+        QString text;      ///< of a title or remark
+        QStringList units; ///< of a line of units
+    };
+
+    InputForm m_form;
+    std::optional<ColumnChoice> m_choice;
+    std::optional<HeadingsLine> m_headings;
+    QVector<NamedUnits> m_units;
+    QVector<QStringList> m_words; ///< remarks that may be headings in another language
+    LineMistake m_remark;         ///< that contradicts the usual order
+    LineMistake m_other;          ///< the first line of another kind
+    qint64 m_lastOther = 0;
+    int m_others = 0;
+    qint64 m_numberedFailure = 0; ///< a line with a number for a name that failed
+};
+
+/// The fields as headings stand in them: a unit in brackets may have been split off, and a remark's
+/// sign or a word such as "order:" in front of them heads no column.
+QStringList headingFields(const SplitLine &line);
+
+/// Whether a field is, or was meant to be, a number or an angle.
+KELSTD_EXPORT bool isValue(const QString &field);
+
+} // namespace KelStd::positions

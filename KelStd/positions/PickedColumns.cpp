@@ -1,0 +1,179 @@
+#include <KelStd/positions/PickedColumns.h>
+
+#include <KelStd/positions/Headings.h>
+#include <KelStd/text/TypedNumber.h>
+
+#include <algorithm>
+
+namespace KelStd::positions {
+
+namespace {
+
+/// The one heading that is written so, or else is so but for case, blanks and signs.
+int fieldHeaded(const QString &column, const QStringList &headings, QString &mistake)
+{
+    QStringList compared = headings;
+    QString wanted = column;
+    if (headings.count(column) == 0) {
+        wanted = normalisedHeading(column);
+        for (QString &heading : compared)
+            heading = normalisedHeading(heading);
+    }
+    const int count = compared.count(wanted);
+    if (count == 1)
+        return compared.indexOf(wanted);
+    mistake = count > 1 ? QStringLiteral("--columns: %1 is the heading of %2 columns; pick one by "
+                                         "its number")
+                              .arg(quoted(column))
+                              .arg(count)
+                        : QStringLiteral("--columns: no column is headed %1; there are %2")
+                              .arg(quoted(column), headings.join(QLatin1String(", ")));
+    return -1;
+}
+
+/// "x" may be the northing or the easting of the plane, which only the user knows.
+bool isForTheUserToKnow(const Heading &heading, Frame frame)
+{
+    return frame == Frame::LocalProjected && heading.frame.isEmpty()
+           && (heading.word == QLatin1String("x") || heading.word == QLatin1String("y")
+               || heading.word == QLatin1String("z"));
+}
+
+/// Whether a heading that speaks of the direction may head the component: east is where longitudes
+/// and eastings grow, and a height may be that of the north wall.
+bool mayHold(const InputForm &form, int component, const QString &direction)
+{
+    if (direction.isEmpty() || direction == QLatin1String(columnOf(form.frame, component).label))
+        return true;
+    const bool isNorth = direction == QLatin1String("north");
+    if (!isNorth && direction != QLatin1String("east"))
+        return false;
+    if (form.frame == Frame::Wgs84Cartesian)
+        return false;
+    const int northward = form.frame == Frame::LocalProjected ? 0 : 1;
+    return component == componentsPerFrame - 1 || (component == northward) == isNorth;
+}
+
+/// Why a column that is headed so does not hold the component; empty when it may.
+QString contradiction(const Heading &heading, const InputForm &form, int component)
+{
+    const QString label = QString::fromLatin1(columnOf(form.frame, component).label);
+    const int meant = componentHeaded(form, heading);
+    if (meant >= 0 && meant != component) {
+        return QStringLiteral("--columns picks the column %1 as %2; the order is %3")
+            .arg(quoted(heading.text), label, labelsOf(form.frame));
+    }
+    if (meant < 0 && !isForTheUserToKnow(heading, form.frame)) {
+        const QString other = otherMeaning(form, heading);
+        if (!other.isEmpty()) {
+            return QStringLiteral(
+                       "--columns picks the column %1 as the %2 of %3; its heading names "
+                       "%4")
+                .arg(quoted(heading.text), label, QLatin1String(rowOf(form.frame).option), other);
+        }
+    }
+    const QString direction = meant < 0 ? directionIn(heading) : QString();
+    if (!mayHold(form, component, direction)) {
+        return QStringLiteral("--columns picks the column %1 as %2, but its heading says %3; "
+                              "--skip passes over headings that are wrong")
+            .arg(quoted(heading.text), label, direction);
+    }
+    if (!hasInputUnit(form, component, heading))
+        return QLatin1String("--columns: ") + unitMistake(form, component, heading);
+    return {};
+}
+
+/// Whether a column that is not picked holds the minutes or seconds of the component.
+bool isRestOf(const Heading &heading, const InputForm &form, int component)
+{
+    return heading.unit != nullptr && heading.unit->isPartOfDegree
+           && isAngle(columnOf(form.frame, component)) && isNamedBy(form, component, heading);
+}
+
+} // namespace
+
+int columnNumber(const QString &text)
+{
+    bool ok = false;
+    const int number = text.toInt(&ok);
+    return ok && number > 0 ? number - 1 : -1;
+}
+
+bool isColumnNumber(const QString &text)
+{
+    bool ok = false;
+    text.toInt(&ok);
+    return ok;
+}
+
+int countPicked(const ColumnChoice &choice, const QStringList &headings)
+{
+    QStringList compared = headings;
+    for (QString &heading : compared)
+        heading = normalisedHeading(heading);
+    return static_cast<int>(std::count_if(
+        choice.columns().cbegin(), choice.columns().cend(), [&](const QString &column) {
+            return !isColumnNumber(column)
+                   && (headings.contains(column) || compared.contains(normalisedHeading(column)));
+        }));
+}
+
+bool orderPicked(const ColumnChoice &choice, const QStringList &headings, int fields,
+                 const InputForm &form, FieldOrder &order, QString &mistake)
+{
+    order = {};
+    order.fields = fields;
+    order.hasHeadings = !headings.isEmpty();
+    mistake.clear();
+    QVector<int> picked;
+    for (const QString &column : choice.columns()) {
+        const int field =
+            isColumnNumber(column) ? columnNumber(column) : fieldHeaded(column, headings, mistake);
+        if (field < 0)
+            return false;
+        if (field >= fields) {
+            mistake = QStringLiteral("--columns: there is no column %1; the line has %2")
+                          .arg(column)
+                          .arg(fields);
+            return false;
+        }
+        if (picked.contains(field)) {
+            mistake = QStringLiteral("--columns picks column %1 twice").arg(field + 1);
+            return false;
+        }
+        picked += field;
+    }
+
+    const int first = picked.size() - componentsPerFrame;
+    order.name = first > 0 ? picked.first() : -1;
+    for (int i = 0; i < componentsPerFrame; ++i) {
+        const int field = picked.at(first + i);
+        if (!headings.isEmpty())
+            mistake = contradiction(headingOf(headings.at(field)), form, i);
+        if (!mistake.isEmpty())
+            return false;
+        order.components[static_cast<std::size_t>(i)] = field;
+        order.hasUnit[static_cast<std::size_t>(i)] =
+            !headings.isEmpty() && headingOf(headings.at(field)).unit != nullptr;
+    }
+    order.units = fieldsOfUnits(headings);
+    for (int field = 0; field < fields; ++field) {
+        if (picked.contains(field))
+            continue;
+        const Heading heading = headings.isEmpty() ? Heading() : headingOf(headings.at(field));
+        for (int i = 0; i < componentsPerFrame; ++i) {
+            const bool isBehind = field == order.components[static_cast<std::size_t>(i)] + 1
+                                  && isAngle(columnOf(form.frame, i));
+            if (isRestOf(heading, form, i) || (isBehind && isPartOfAngleBefore(heading))) {
+                mistake = QLatin1String("--columns: ") + partOfAngleMistake(heading);
+                return false;
+            }
+        }
+        order.carried.push_back(field);
+        order.carriedHeadings +=
+            headings.isEmpty() ? QStringLiteral("column_%1").arg(field + 1) : headings.at(field);
+    }
+    return true;
+}
+
+} // namespace KelStd::positions

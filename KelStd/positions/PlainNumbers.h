@@ -1,0 +1,26 @@
+#pragma once
+
+#include <KelStd/Export.h>
+
+#include <QtCore/QByteArray>
+#include <QtCore/QString>
+
+#include <string_view>
+
+/// Plain decimals of the C locale, as other programs write and read them.
+namespace KelStd::positions {
+
+/// The number with so many decimals; a zero has no sign.
+KELSTD_EXPORT QString numberText(double value, int decimals);
+
+/// A number's text without its minus when all its digits are zeros.
+KELSTD_EXPORT QString withoutSignOfZero(QString text);
+
+/// Appends `numberText`, in a fraction of its time.
+KELSTD_EXPORT void appendNumber(QByteArray &bytes, double value, int decimals);
+
+/// Reads digits with at most one decimal point between them and a minus before them, the nearest
+/// double as ever. False for anything else, which may be a number all the same.
+KELSTD_EXPORT bool readPlainNumber(std::string_view text, double &value);
+
+} // namespace KelStd::positions

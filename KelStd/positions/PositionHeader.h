@@ -1,0 +1,69 @@
+#pragma once
+
+#include <KelStd/Export.h>
+#include <KelStd/positions/InputForm.h>
+
+#include <QtCore/QString>
+#include <QtCore/QStringList>
+#include <QtCore/QVector>
+
+#include <array>
+#include <vector>
+
+namespace KelStd::positions {
+
+/// In which field of a line the name and the three components of a frame stand.
+struct FieldOrder
+{
+    int fields = 0;
+    int name = -1; ///< -1: the lines have no names
+    std::array<int, componentsPerFrame> components{};
+    std::vector<int> carried;    ///< the fields that go into the output as they are
+    QStringList carriedHeadings; ///< one for each
+    QStringList notTaken;        ///< headings of fields that go nowhere
+    bool endsEmpty = false;      ///< a separator without a field ends each line
+    bool isPlain = false;        ///< neither headings nor a choice of columns gave it
+    bool hasHeadings = false;    ///< headings gave it
+    std::array<bool, componentsPerFrame> hasUnit{}; ///< whether the heading names its unit
+    std::vector<int> units;                         ///< the fields that hold a unit of the line
+    QString doubtfulFirst; ///< the first of these headings if it may be a word of a remark instead
+};
+
+/// The order of a line of `fields` fields where no header names them: the documented order of the
+/// frame, after a point name when there is one field more.
+KELSTD_EXPORT FieldOrder plainOrder(int fields);
+
+/// Reads the header `fields` for positions of `form`. Columns that are not needed may be there; a
+/// needed one that is missing, there twice or in another unit is a `mistake`.
+KELSTD_EXPORT bool readHeader(const QStringList &fields, const InputForm &form, FieldOrder &order,
+                              QString &mistake);
+
+/// The fields that are headed as those of units: "unit", "height_unit".
+std::vector<int> fieldsOfUnits(const QStringList &headings);
+
+/// Whether the fields are headings of positions, of this form or of another: two of them or more
+/// name different components of one frame, whatever their units.
+bool lookLikeHeadings(const QStringList &fields, const InputForm &form);
+
+/// Whether the heading, as `normalisedHeading` writes it, is that of points' names.
+bool isNameWord(const QString &word);
+
+/// Whether the two orders find the same components in lines of as many fields, and the same name
+/// and carried fields where both know of them.
+bool agree(const FieldOrder &one, const FieldOrder &other);
+
+/// How many of the fields are words of headings of any form.
+int countKnown(const QStringList &fields);
+
+/// The components that the words name, each where it is first named. In a sentence only the longer
+/// words count: "E" and "north" may be anything there.
+QVector<int> componentsMentioned(const QStringList &words, bool areHeadings, const InputForm &form);
+
+/// "longitude, latitude, height": the frame's components in their order.
+QString labelsOf(Frame frame);
+
+/// Puts a unit in brackets that stands as a field of its own back to the word before it: a header
+/// "longitude [deg]" that was split at blanks.
+QStringList joinUnits(const QStringList &fields);
+
+} // namespace KelStd::positions

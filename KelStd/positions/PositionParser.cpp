@@ -1,0 +1,108 @@
+#include <KelStd/positions/PositionParser.h>
+
+#include <KelStd/positions/PositionReading.h>
+
+namespace KelStd::positions {
+
+PositionParser::PositionParser(const InputForm &form, std::optional<ColumnChoice> choice)
+    : m_reading(std::make_unique<Reading>(form, std::move(choice)))
+{}
+
+PositionParser::PositionParser(Frame frame, InputHeight height, std::optional<ColumnChoice> choice)
+    : PositionParser(InputForm(frame, height), std::move(choice))
+{}
+
+PositionParser::~PositionParser() = default;
+
+PositionParser::PositionParser(const PositionParser &other)
+    : m_reading(std::make_unique<Reading>(*other.m_reading))
+{}
+
+PositionParser &PositionParser::operator=(const PositionParser &other)
+{
+    if (this != &other)
+        m_reading = std::make_unique<Reading>(*other.m_reading);
+    return *this;
+}
+
+PositionParser::PositionParser(PositionParser &&other) noexcept = default;
+PositionParser &PositionParser::operator=(PositionParser &&other) noexcept = default;
+
+void PositionParser::setSkippedLines(qint64 count)
+{
+    m_reading->setSkippedLines(count);
+}
+
+qint64 PositionParser::skippedLines() const
+{
+    return m_reading->skippedLines();
+}
+
+PositionParser::Result PositionParser::parse(std::string_view line, qint64 lineNumber)
+{
+    return m_reading->parse(line, lineNumber);
+}
+
+PositionParser::Result PositionParser::parseWithCare(std::string_view line, qint64 lineNumber)
+{
+    return m_reading->parseWithCare(line, lineNumber);
+}
+
+bool PositionParser::finish()
+{
+    return m_reading->finish();
+}
+
+QString PositionParser::reason() const
+{
+    return m_reading->reason();
+}
+
+qint64 PositionParser::reasonLine() const
+{
+    return m_reading->reasonLine();
+}
+
+const Pos &PositionParser::position() const
+{
+    return m_reading->position();
+}
+
+std::string_view PositionParser::name() const
+{
+    return m_reading->name();
+}
+
+const std::vector<std::string_view> &PositionParser::carried() const
+{
+    return m_reading->carried();
+}
+
+bool PositionParser::knowsOrder() const
+{
+    return m_reading->order().has_value();
+}
+
+bool PositionParser::hasNames() const
+{
+    const auto &order = m_reading->order();
+    return order && order->name >= 0;
+}
+
+QStringList PositionParser::carriedHeadings() const
+{
+    const auto &order = m_reading->order();
+    return order ? order->carriedHeadings : QStringList();
+}
+
+QString PositionParser::noteOnColumns() const
+{
+    return m_reading->noteOnColumns();
+}
+
+QByteArray PositionParser::headerLine() const
+{
+    return m_reading->headerLine();
+}
+
+} // namespace KelStd::positions

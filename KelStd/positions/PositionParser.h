@@ -1,0 +1,131 @@
+#pragma once
+
+#include <KelStd/Export.h>
+#include <KelStd/coord/Pos.h>
+#include <KelStd/positions/ColumnChoice.h>
+#include <KelStd/positions/InputForm.h>
+
+#include <QtCore/QByteArray>
+#include <QtCore/QString>
+#include <QtCore/QStringList>
+
+#include <memory>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+namespace KelStd::positions {
+
+/// Longer than any position; of a longer line nothing is read.
+inline constexpr int maxLineBytes = 4096;
+
+/// Reads positions of one frame, one a line.
+///
+///     PositionParser parser(Frame::LocalProjected);
+///     for (qint64 number = 1; reader.next(line); ++number) {
+///         switch (parser.parse(line, number)) {
+///         case PositionParser::Result::Position: use(parser.position(), parser.name()); break;
+///         case PositionParser::Result::Nothing: break;
+///         case PositionParser::Result::BadLine: report(number, parser.reason()); break;
+///         case PositionParser::Result::BadHeader: throw Refused(parser.reason());
+///         }
+///     }
+///     if (!parser.finish())
+///         throw Refused(parser.reason());
+///
+/// Blank lines and lines that begin with # are skipped, but a line of headings counts also behind
+/// a #. Headings say in which field each component stands; they may follow on lines of a title.
+/// Without any the components stand in the order of the frame's columns, after a point name when
+/// the first line has four fields; every later line must have as many: a line that lost its height
+/// must not be read as one that lost its name. A choice of columns goes before both. Headings
+/// further down must say the same: others end the run, and so does a first line that is neither
+/// headings nor a position. A line that can be read in two ways is refused with what removes the
+/// doubt.
+///
+/// Longitudes and latitudes [deg] may be typed in any form of `readTypedAngle`; lengths are plain
+/// numbers in the unit of the form. Positions come out in degrees and metres.
+///
+/// A parser is used by one thread at a time. Once the order is known, a copy reads any other line
+/// of the input as this would, on another thread, too. Nothing is raised but `std::bad_alloc`.
+class KELSTD_EXPORT PositionParser
+{
+public:
+    enum class Result
+    {
+        Nothing,  ///< no position was to be expected: a header, a comment, a blank line
+        Position, ///< `position`, `name` and `carried` have it
+        BadLine,  ///< `reason` says what is wrong with this line; the next one may be right
+        BadHeader ///< no further line can be read; `reason` says why, `reasonLine` where
+    };
+
+    explicit PositionParser(const InputForm &form,
+                            std::optional<ColumnChoice> choice = std::nullopt);
+    explicit PositionParser(Frame frame, InputHeight height = InputHeight::OfFrame,
+                            std::optional<ColumnChoice> choice = std::nullopt);
+    ~PositionParser();
+
+    PositionParser(const PositionParser &other);
+    PositionParser &operator=(const PositionParser &other);
+
+    /// One that was moved from can only be assigned to or destroyed.
+    PositionParser(PositionParser &&other) noexcept;
+    PositionParser &operator=(PositionParser &&other) noexcept;
+
+    /// Passes over so many lines at the beginning of the input, whatever they hold. To be set
+    /// before the first line.
+    void setSkippedLines(qint64 count);
+    qint64 skippedLines() const;
+
+    /// Reads a line without its end.
+    ///
+    /// \param line bytes in UTF-8; `name` and `carried` may look into them
+    /// \param lineNumber its number in the input, from 1, for the messages
+    Result parse(std::string_view line, qint64 lineNumber);
+
+    /// The same with the same results, without the short way that most lines take.
+    Result parseWithCare(std::string_view line, qint64 lineNumber);
+
+    /// At the end of an input of which no line decided the order: false with the reason when it
+    /// had lines that are neither headings nor positions.
+    bool finish();
+
+    /// Why the last line was refused; empty when it was not.
+    QString reason() const;
+
+    /// The line that the reason is about.
+    qint64 reasonLine() const;
+
+    /// The position of the last line that was one, until the next is read: longitude, latitude
+    /// [deg], height [m], or X, Y, Z [m], or of the plane easting, northing, height [m].
+    const Pos &position() const;
+
+    /// The point's name in UTF-8, empty when it has none; valid as long as the line's bytes and
+    /// until the next line is read.
+    std::string_view name() const;
+
+    /// The fields behind those of the position that a choice of columns carries through, in UTF-8;
+    /// valid as `name`.
+    const std::vector<std::string_view> &carried() const;
+
+    /// Whether a line has decided the order of the fields.
+    bool knowsOrder() const;
+
+    /// Whether the lines have names. False before the order is known.
+    bool hasNames() const;
+
+    /// A heading for each carried field. Empty before the order is known.
+    QStringList carriedHeadings() const;
+
+    /// What is to be said once the order is known: which columns the headings name that go nowhere.
+    /// Empty when there are none.
+    QString noteOnColumns() const;
+
+    /// The header line, empty when there is none.
+    QByteArray headerLine() const;
+
+private:
+    class Reading;
+    std::unique_ptr<Reading> m_reading;
+};
+
+} // namespace KelStd::positions

@@ -1,0 +1,26 @@
+#include <KelStd/positions/ReadComponents.h>
+
+namespace KelStd::positions {
+
+Column inputColumn(const InputForm &form, int component)
+{
+    Column column = columnOf(form.frame, component);
+    if (form.height == InputHeight::AboveGeoid && component == componentsPerFrame - 1) {
+        column.csvName = "height_above_geoid";
+        column.headerWords = "height h orthometric_height";
+    }
+    return column;
+}
+
+EUnit inputUnit(const InputForm &form, int component)
+{
+    return isAngle(columnOf(form.frame, component)) ? Unit_Degree : form.lengthUnit;
+}
+
+QString waysToSayOrder(const InputForm &form)
+{
+    return form.height == InputHeight::OfFrame ? QStringLiteral("a line of headings or --columns")
+                                               : QStringLiteral("a line of headings");
+}
+
+} // namespace KelStd::positions

@@ -1,0 +1,463 @@
+// Components, frames and units that headings name: what docs/values.md says of each.
+
+#include "positions/ParsedInput.h"
+#include "support/Mentions.h"
+#include "support/Printers.h"
+#include "support/TemporaryHome.h"
+
+#include <KelStd/text/UnitWords.h>
+
+#include <gtest/gtest.h>
+
+#include <ostream>
+
+namespace KelStd {
+namespace {
+
+using positions::Frame;
+using positions::InputForm;
+using positions::InputHeight;
+using test::Mentions;
+using test::parsed;
+using test::ParsedInput;
+using test::parserFor;
+
+/// The cells of a row of a table of the page, without their code marks.
+QStringList cellsOf(const QString &row)
+{
+    QStringList cells = row.split(QLatin1Char('|'));
+    cells = cells.mid(1, cells.size() - 2);
+    for (QString &cell : cells)
+        cell = cell.remove(QLatin1Char('`')).trimmed();
+    return cells;
+}
+
+/// The rows of the page's table with that heading line.
+QList<QStringList> tableOf(const QString &headings)
+{
+    const QString page =
+        QString::fromUtf8(test::readFile(QStringLiteral(KELSTD_TEST_SOURCE_DIR "/docs/values.md")));
+    const QStringList lines =
+        page.section(headings + QLatin1Char('\n'), 1).split(QLatin1Char('\n'));
+    QList<QStringList> rows;
+    for (const QString &line : lines.mid(1)) {
+        if (!line.startsWith(QLatin1Char('|')))
+            break;
+        rows += cellsOf(line);
+    }
+    return rows;
+}
+
+positions::PositionParser parserOf(const QString &from, const QString &options)
+{
+    InputForm form(positions::findFrame(from)->frame);
+    QByteArray columns;
+    qint64 skipped = 0;
+    const QStringList words = options.split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    for (int i = 0; i + 1 < words.size(); i += 2) {
+        const QString &value = words.at(i + 1);
+        if (words.at(i) == QLatin1String("--columns"))
+            columns = value.toUtf8();
+        else if (words.at(i) == QLatin1String("--skip"))
+            skipped = value.toInt();
+        else if (words.at(i) != QLatin1String("--length-unit"))
+            ADD_FAILURE() << "unknown option " << words.at(i);
+        else if (form.frame == Frame::LocalProjected)
+            form.lengthUnit = findLengthUnit(value)->unit;
+    }
+    return parserFor(form, columns.constData(), skipped);
+}
+
+TEST(HeadingUnits, AreReadOrRefusedAsThePageOnValuesSays)
+{
+    const QList<QStringList> rows =
+        tableOf(QStringLiteral("| `--from` | options | headings | a line | read as |"));
+    EXPECT_GT(rows.size(), 40);
+    const QString refused = QStringLiteral("refused: ");
+    for (const QStringList &row : rows) {
+        SCOPED_TRACE(row.join(QLatin1String(" | ")).toStdString());
+        ASSERT_EQ(row.size(), 5);
+        const QString headings = row.at(2).isEmpty() ? QString() : row.at(2) + QLatin1Char('\n');
+        const ParsedInput all = parsed(parserOf(row.at(0), row.at(1)),
+                                       (headings + row.at(3) + QLatin1Char('\n')).toUtf8());
+        if (row.at(4).startsWith(refused)) {
+            EXPECT_TRUE(all.positions.empty());
+            EXPECT_TRUE(all.end.startsWith(QLatin1String("1: "))) << all.end;
+            EXPECT_THAT(all.end, Mentions(row.at(4).mid(refused.size()).toUtf8()));
+            continue;
+        }
+        EXPECT_EQ(all.end, QString());
+        ASSERT_EQ(all.positions.size(), 1U);
+        const stXYZ &read = all.positions.front().getXYZ();
+        const bool isPlane = row.at(0) == QLatin1String("local-neh");
+        const QStringList numbers = row.at(4).split(QLatin1String(", "));
+        ASSERT_EQ(numbers.size(), 3);
+        EXPECT_NEAR(isPlane ? read.y : read.x, numbers.at(0).toDouble(), 1e-9);
+        EXPECT_NEAR(isPlane ? read.x : read.y, numbers.at(1).toDouble(), 1e-9);
+        EXPECT_NEAR(read.z, numbers.at(2).toDouble(), 1e-9);
+    }
+}
+
+struct UnitWord
+{
+    const char *heading;
+    const char *shown;
+};
+
+TEST(HeadingUnits, OtherUnitsThanMetresAreKnownInTheirSpellings)
+{
+    const UnitWord rows[] = {
+        {"height_ft", "ft"},
+        {"height [ft]", "ft"},
+        {"Height (feet)", "ft"},
+        {"h_foot", "ft"},
+        {"heightft", "ft"},
+        {"h_us_ft", "us-ft"},
+        {"h (US survey foot)", "us-ft"},
+        {"H US FT", "us-ft"},
+        {"h [ftUS]", "us-ft"},
+        {"h_usft", "us-ft"},
+        {"height in cm", "cm"},
+        {"h_mm", "mm"},
+        {"h_km", "km"},
+        {"h_dm", "dm"},
+        {"h_yd", "yd"},
+        {"h (inches)", "in"},
+        {"h_link", "links"},
+        {"h_chains", "chains"},
+        {"h_fathoms", "fathoms"},
+        {"h_mile", "mi"},
+        {"h_deg", "deg"},
+    };
+    for (const UnitWord &row : rows) {
+        for (const char *columns : {"", "n,e,3"}) {
+            SCOPED_TRACE(row.heading);
+            const ParsedInput all =
+                parsed(parserFor(Frame::LocalProjected, columns),
+                       "n;e;" + QByteArray(row.heading) + "\n463000;155000;40\n");
+            EXPECT_TRUE(all.positions.empty());
+            EXPECT_THAT(all.end,
+                        Mentions(QByteArray("is in ") + row.shown + ", but height is read in m"));
+        }
+    }
+    for (const char *heading : {"lat_rad", "lat [gon]", "lat (grad)", "latrad", "lat_dms",
+                                "lat_arcsec", "Latitude (radians)", "lat_mas"}) {
+        for (const char *columns : {"", "2,1,3"}) {
+            SCOPED_TRACE(heading);
+            const ParsedInput all = parsed(parserFor(Frame::Wgs84Geographic, columns),
+                                           QByteArray(heading) + ";lon;h\n0.9;0.1;40\n");
+            EXPECT_TRUE(all.positions.empty());
+            EXPECT_THAT(all.end, Mentions("but latitude is read in deg"));
+        }
+    }
+}
+
+/// A choice by numbers, against what longer headings say.
+TEST(HeadingUnits, ColumnsArePickedAgainstNoDirectionInTheirHeadings)
+{
+    struct Row
+    {
+        Frame frame;
+        const char *headings;
+        const char *wrong; ///< columns
+        const char *right;
+    };
+    const Row rows[] = {
+        {Frame::Wgs84Geographic, "GPS Latitude,GPS Longitude,h", "1,2,3", "2,1,3"},
+        {Frame::Wgs84Geographic, "Latitude WGS,Longitude WGS,h", "1,2,3", "2,1,3"},
+        {Frame::Wgs84Geographic, "Lat_WGS,Lon_WGS,alt", "1,2,3", "2,1,3"},
+        {Frame::Wgs84Geographic, "decimalLatitude,decimalLongitude,alt", "1,2,3", "2,1,3"},
+        {Frame::Wgs84Geographic, "Y (lat),X (lon),alt", "1,2,3", "2,1,3"},
+        {Frame::Wgs84Geographic, "Grid Easting,Grid Northing,alt", "1,2,3", ""},
+        {Frame::LocalProjected, "Easting(X),Northing(Y),H", "1,2,3", "2,1,3"},
+        {Frame::LocalProjected, "Grid Easting,Grid Northing,H", "1,2,3", "2,1,3"},
+        {Frame::LocalProjected, "UTM_E,UTM_N,H", "1,2,3", "2,1,3"},
+        {Frame::LocalProjected, "E_RD,N_RD,H", "1,2,3", "2,1,3"},
+        {Frame::LocalProjected, "GPS Latitude,GPS Longitude,H", "1,2,3", ""},
+        {Frame::Wgs84Geographic, "a,b,Latitude WGS", "1,2,3", ""},
+        {Frame::LocalProjected, "hoch,rechts,oben", "", "1,2,3"},
+        {Frame::LocalProjected, "Y_RD,X_RD,NAP", "", "1,2,3"},
+        {Frame::LocalProjected, "n of the point,e of the point,h (e)", "", "1,2,3"},
+        {Frame::Wgs84Geographic, "deg east,deg north,alt", "", "1,2,3"},
+        {Frame::Wgs84Geographic, "x_e,y_n,alt", "", "1,2,3"},
+    };
+    for (const Row &row : rows) {
+        SCOPED_TRACE(row.headings);
+        const QByteArray input = row.headings + QByteArray("\n52.5,5.25,40\n");
+        if (*row.wrong != '\0') {
+            const ParsedInput wrong = parsed(parserFor(row.frame, row.wrong), input);
+            EXPECT_TRUE(wrong.positions.empty());
+            EXPECT_TRUE(wrong.end.startsWith(QLatin1String("1: --columns picks the column")))
+                << wrong.end;
+        }
+        if (*row.right != '\0') {
+            const ParsedInput right = parsed(parserFor(row.frame, row.right), input);
+            EXPECT_EQ(right.end, QString());
+            EXPECT_EQ(right.positions.size(), 1U);
+        }
+    }
+}
+
+/// 52°30′ in two columns would be read as 52°.
+TEST(HeadingUnits, MinutesAndSecondsBehindAnAngleAreRefused)
+{
+    const UnitWord rows[] = {
+        {"lat,min,lon,min,h", "3,1,5"},
+        {"lat_deg,min,lon_deg,min,h", "3,1,5"},
+        {"lat,Minutes,lon,Minutes,h", "3,1,5"},
+        {"lat,m,lon,m,h", "3,1,5"},
+        {"lat,',lon,',h", "3,1,5"},
+        {"lat,\u2032,lon,\u2032,h", "3,1,5"},
+        {"lat,(min),lon,(min),h", "3,1,5"},
+        {"lat,minutes of lat,lon,b,h", "3,1,5"},
+        {"lat;minuten;lon;minuten;h", "3,1,5"},
+        {"lat,lat ('),lon,lon ('),h", "3,1,5"},
+        {"lat (deg),lat (min),lon (deg),lon (min),h", "3,1,5"},
+        {"lat,min,sec,lon,min,sec,h", "4,1,7"},
+        {"lat,m,s,lon,m,s,h", "4,1,7"},
+        {"lat ('),lon ('),h", "2,1,3"},
+        {"lat (\"),lon (\"),h", "2,1,3"},
+        {"lat [\u2032],lon [\u2032],h", "2,1,3"},
+        {"lat,lon,h (')", "2,1,3"},
+    };
+    for (const UnitWord &row : rows) {
+        const QByteArray headings = row.heading;
+        const QByteArray numbers =
+            headings.count(',') + headings.count(';') == 6   ? "52,30,0,5,15,0,40\n"
+            : headings.count(',') + headings.count(';') == 4 ? "52,30,5,15,40\n"
+                                                             : "52.5,5.25,40\n";
+        for (const char *columns : {"", row.shown}) {
+            SCOPED_TRACE(testing::Message() << row.heading << " by " << columns);
+            const ParsedInput all =
+                parsed(parserFor(Frame::Wgs84Geographic, columns), headings + '\n' + numbers);
+            EXPECT_TRUE(all.positions.empty());
+            EXPECT_TRUE(all.end.startsWith(QLatin1String("1: "))) << all.end;
+        }
+    }
+}
+
+TEST(HeadingUnits, OtherColumnsBesideAnglesAndSignsOfDegreesAreNoMinutes)
+{
+    for (const char *headings :
+         {"lat,lon,h,min", "lat,lon,h,m", "lat,lon,h,s", "lat,lon,h,'", "lat,lon,h,min_sats",
+          "lat (\u00B0),lon (\u00B0),h,x", "lat (\u00B0 ' \"),lon (\u00B0 ' \"),h (m),x",
+          "'lat','lon','h','q'", "\"lat\",\"lon\",\"h\",\"q\""}) {
+        SCOPED_TRACE(headings);
+        const ParsedInput all =
+            parsed(parserFor(Frame::Wgs84Geographic), QByteArray(headings) + "\n52.5,5.25,40,7\n");
+        EXPECT_EQ(all.end, QString());
+        EXPECT_EQ(all.positions, (std::vector<Pos>{Pos::fromLongLatH(5.25, 52.5, 40)}));
+    }
+}
+
+struct Said
+{
+    Frame frame;
+    const char *columns;
+    QByteArray input;
+    const char *end; ///< empty: one position is read
+};
+
+void expectSaid(const Said &row)
+{
+    SCOPED_TRACE(row.input.toStdString() + row.columns);
+    const ParsedInput all = parsed(parserFor(row.frame, row.columns), row.input);
+    if (*row.end == '\0') {
+        EXPECT_EQ(all.end, QString());
+        EXPECT_TRUE(all.failures.empty()) << all.failures.front();
+        EXPECT_EQ(all.positions.size(), 1U);
+        return;
+    }
+    EXPECT_TRUE(all.positions.empty());
+    EXPECT_TRUE(all.failures.empty()) << all.failures.front();
+    EXPECT_TRUE(all.end.startsWith(QString::fromUtf8(row.end))) << all.end;
+}
+
+/// 50 gon are 45 degrees: read as degrees the point would lie elsewhere, without a word.
+TEST(HeadingUnits, OfALineOfTheirOwnAreThoseOfItsColumns)
+{
+    constexpr Frame llh = Frame::Wgs84Geographic;
+    constexpr Frame neh = Frame::LocalProjected;
+    const Said rows[] = {
+        {llh, "", "lat,lon,h\n[gon],[gon],[m]\n58,6,40\n",
+         "2: \"[gon]\" is in gon, but longitude is read in deg"},
+        {llh, "", "lat,lon,h\n# [deg],[deg],[ft]\n58,6,40\n",
+         "2: \"[ft]\" is in ft, but height is read in m"},
+        {llh, "", "lat lon h\n(deg) (deg) (US survey feet)\n58 6 40\n",
+         "2: \"(US survey feet)\" is in us-ft, but height is read in m"},
+        {llh, "", "lat,lon,h\ndeg,deg,ft\n58,6,40\n", "2: \"ft\" is in ft"},
+        {llh, "", "name;lat;lon;h\n;deg;deg;ft\nA;58;6;40\n", "2: \"ft\" is in ft"},
+        {llh, "", "# [deg],[deg],[ft]\nlat,lon,h\n58,6,40\n", "1: \"[ft]\" is in ft"},
+        {llh, "", "# units: deg deg ft\n58 6 40\n", "1: \"ft\" is in ft"},
+        {llh, "", "[rad],[rad],[m]\n0.9,0.1,40\n", "1: \"[rad]\" is in rad"},
+        {llh, "", "# (rad) (rad) (m)\nA 0.9 0.1 40\n", "1: \"(rad)\" is in rad"},
+        {llh, "", "# lat,lon,h\n[gon],[gon],[m]\n58,6,40\n", "2: \"[gon]\" is in gon"},
+        {llh, "2,1,3", "[gon],[gon],[m]\n58,6,40\n", "1: \"[gon]\" is in gon"},
+        {llh, "2,1,3", "hoch,rechts,oben\n[deg],[deg],[ft]\n58,6,40\n", "2: \"[ft]\" is in ft"},
+        {llh, "b,a,c", "a;b;c;d\ndeg;deg;ft;m\n58;6;40;7\n", "2: \"ft\" is in ft"},
+        {neh, "", "n,e,h\nm,m,ft\n465682.96,183928.88,40\n",
+         "2: \"ft\" is in ft, but height is read in m; --length-unit ft reads"},
+        {neh, "", "n,e,h\n[km],[km],[m]\n465.6,183.9,40\n", "2: \"[km]\" is in km"},
+        {neh, "", "# ft,ft\nn,e,h\n465682.96,183928.88,40\n", "1: \"ft\" is in ft"},
+        {llh, "", "lat,lon,h\n[deg],[deg],[m]\n58,6,40\n", ""},
+        {llh, "", "lat,lon,h\n# [\xC2\xB0],[\xC2\xB0],[m]\n58,6,40\n", ""},
+        {llh, "", "lat lon h\n(deg) (decimal degrees) (m)\n58 6 40\n", ""},
+        {llh, "", "lat,lon,h\ndeg N,deg E,m\n58,6,40\n", ""},
+        {llh, "", "lat;lon;h\n[gon N];[gon E];[m]\n58;6;40\n", "2: \"[gon E]\" is in gon"},
+        {llh, "", "deg,deg,m\n58,6,40\n", ""},
+        {llh, "", "id,lat,lon,h,dist\n-,deg,deg,m,km\nA,58,6,40,7\n", ""},
+        {llh, "", "# units: degrees, degrees, metres\nA,58,6,40\n", ""},
+        {llh, "2,1,3", "hoch,rechts,oben\n[deg],[deg],[m]\n58,6,40\n", ""},
+        {neh, "", "n,e,h\n[m],[m],[m]\n465682.96,183928.88,40\n", ""},
+        {neh, "", "# in m\n465682.96,183928.88,40\n", ""},
+    };
+    for (const Said &row : rows)
+        expectSaid(row);
+    const ParsedInput again =
+        parsed(parserFor(llh), "lon,lat,h\n[deg],[deg],[m]\n5,52,1\n[deg],[deg],[m]\n5,53,1\n"
+                               "# [gon],[gon],[m]\n5,54,1\n");
+    EXPECT_EQ(again.positions.size(), 2U);
+    EXPECT_TRUE(again.failures.empty());
+    EXPECT_TRUE(again.end.startsWith(QLatin1String("6: \"[gon]\" is in gon"))) << again.end;
+}
+
+TEST(HeadingUnits, InTitlesAndRemarksAreNotPassedOver)
+{
+    constexpr Frame llh = Frame::Wgs84Geographic;
+    constexpr Frame xyz = Frame::Wgs84Cartesian;
+    constexpr Frame neh = Frame::LocalProjected;
+    struct Text
+    {
+        Frame frame;
+        const char *text;
+        const char *mistake; ///< empty: none
+    };
+    const Text rows[] = {
+        {neh, "All lengths in feet", "says \"lengths in feet\", but northing is read in m"},
+        {neh, "Units: US survey feet", "--length-unit us-ft reads and prints lengths in it"},
+        {neh, "Job 12, linear units = ft", "says \"units ft\""},
+        {neh, "coordinates in km", "says \"coordinates in km\""},
+        {neh, "Northing and easting are given in cm.", "but northing is read in m"},
+        {neh, "coordinates (ft)", "says \"coordinates ft\""},
+        {neh, "Units: U.S. Survey Feet", "--length-unit us-ft reads"},
+        {neh, "US survey feet", "says \"US survey feet\""},
+        {neh, "in feet", "says \"in feet\""},
+        {neh, "ALL COORDINATES IN FEET ABOVE DATUM", "says \"COORDINATES IN FEET\""},
+        {xyz, "positions, units mm", "but X is read in m"},
+        {llh, "coordinates in gon", "says \"coordinates in gon\", but longitude is read in deg"},
+        {llh, "Latitude and longitude in radians, height in m", "longitude is read in deg"},
+        {llh, "angular units: grad", "longitude is read in deg"},
+        {llh, "Ellipsoidal heights in ft", "but height is read in m"},
+        {llh, "lat/lon in decimal degrees; heights above the ellipsoid in feet (surveyed)",
+         "but height is read in m"},
+        {llh, "height unit: foot", "but height is read in m"},
+        {llh, "Site in Foot Lane", ""},
+        {llh, "Heights in Foot Lane", ""},
+        {llh, "Longitude and latitude in degrees, heights in metres", ""},
+        {llh, "Units: degrees and metres", ""},
+        {llh, "antenna heights in mm", ""},
+        {llh, "the height of the wall is three feet", ""},
+        {llh, "set up on foot, at two chains from the gate", ""},
+        {llh, "the unit of Mr Grad", ""},
+        {llh, "Coordinates in decimal degrees", ""},
+        {llh, "latitudes as degrees minutes seconds", ""},
+        {llh, "links", ""},
+        {neh, "all units: metres", ""},
+        {neh, "angles in gon, coordinates in metres", ""},
+        {neh, "in", ""},
+    };
+    for (const Text &row : rows) {
+        const QByteArray headings = row.frame == llh   ? "lon,lat,h\n"
+                                    : row.frame == xyz ? "x,y,z\n"
+                                                       : "n,e,h\n";
+        const QByteArray text = row.text + QByteArray("\n");
+        for (const QByteArray &lines : {text + headings, "# " + text + headings,
+                                        headings + "# " + text, "# " + text, "# b\n## " + text}) {
+            SCOPED_TRACE(lines.toStdString());
+            const ParsedInput all = parsed(parserFor(row.frame), lines + "5,52,40\n");
+            if (*row.mistake == '\0') {
+                EXPECT_EQ(all.end, QString());
+                EXPECT_EQ(all.positions.size(), 1U);
+                continue;
+            }
+            EXPECT_TRUE(all.positions.empty());
+            EXPECT_THAT(all.end, Mentions("the line says "));
+            EXPECT_THAT(all.end, Mentions(row.mistake));
+        }
+    }
+    // Passed over with --skip, unless the headings stand in front of it.
+    EXPECT_THAT(parsed(parserFor(llh), "# b\n# heights in ft\nlat,lon,h\n52,5,40\n").end,
+                Mentions("2: the line says \"heights in ft\", but height is read in m; --skip 2 "));
+    EXPECT_FALSE(parsed(parserFor(llh), "# lat,lon,h\n# heights in ft\n52,5,40\n")
+                     .end.contains(QLatin1String("--skip")));
+    EXPECT_EQ(parsed(parserFor(llh, "", 1), "# heights in ft\n5,52,40\n").positions.size(), 1U);
+    // Headings say more than a title.
+    EXPECT_EQ(parsed(parserFor(llh), "Heights in feet\nlat,lon,h_m,h_ft\n52,5,40,131\n").end,
+              QString());
+    EXPECT_EQ(parsed(parserFor(InputForm(neh, InputHeight::OfFrame, Unit_USFoot)),
+                     "# Units: US survey feet\n3937,7874,39.37\n")
+                  .positions.size(),
+              1U);
+    EXPECT_EQ(parsed(parserFor(InputForm(neh, InputHeight::OfFrame, Unit_USFoot)),
+                     "# all heights in feet\n3937,7874,39.37\n")
+                  .positions.size(),
+              1U);
+    EXPECT_THAT(parsed(parserFor(InputForm(neh, InputHeight::OfFrame, Unit_Foot)),
+                       "# all heights in US feet\n3937,7874,39.37\n")
+                    .end,
+                Mentions("but height is read in ft"));
+    EXPECT_THAT(parsed(parserFor(InputForm(neh, InputHeight::OfFrame, Unit_USFoot)),
+                       "# lengths in metres\n3937,7874,39.37\n")
+                    .end,
+                Mentions("but northing is read in us-ft"));
+}
+
+TEST(HeadingUnits, AColumnOfUnitsIsHeldAgainstTheOneThatIsRead)
+{
+    constexpr Frame llh = Frame::Wgs84Geographic;
+    struct Row
+    {
+        InputForm form;
+        const char *columns;
+        const char *headings;
+        const char *good;
+        const char *bad;
+    };
+    const Row rows[] = {
+        {llh, "", "lon,lat,h,unit\n", "5,52,40,m\n", "5,52,40,ft\n"},
+        {llh, "", "lon,lat,h,UNITS\n", "5,52,40,metres\n", "5,52,40,US ft\n"},
+        {llh, "", "uom;lon;lat;h\n", ";5;52;40\n", "mm;5;52;40\n"},
+        {llh, "", "lon,lat,h,height_unit\n", "5,52,40,pcs\n", "5,52,40,[ft]\n"},
+        {llh, "", "lon lat h angle_unit\n", "5 52 40 deg\n", "5 52 40 gon\n"},
+        {llh, "lon,lat,h", "lon,lat,h,unit\n", "5,52,40,m\n", "5,52,40,ft\n"},
+        {llh, "1,2,3", "lon,lat,h,unit\n", "5,52,40,m\n", "5,52,40,\"ft\"\n"},
+        {{Frame::LocalProjected, InputHeight::OfFrame, Unit_Foot},
+         "",
+         "n,e,h,unit\n",
+         "5,52,40,ft\n",
+         "5,52,40,m\n"},
+        {Frame::Wgs84Cartesian, "", "x,y,z,unit\n", "5,52,40,m\n", "5,52,40,km\n"},
+    };
+    for (const Row &row : rows) {
+        SCOPED_TRACE(testing::Message() << row.headings << row.columns);
+        const ParsedInput all = parsed(parserFor(row.form, row.columns),
+                                       QByteArray(row.headings) + row.good + row.bad + row.good);
+        EXPECT_EQ(all.end, QString());
+        EXPECT_EQ(all.positions.size(), 2U);
+        ASSERT_EQ(all.failures.size(), 1U);
+        EXPECT_THAT(all.failures.front(), Mentions("3: the line's unit is "));
+    }
+    EXPECT_EQ(parsed(parserFor(llh), "lon,lat,h,unit_price\n5,52,40,ft\n").positions.size(), 1U);
+}
+
+TEST(LengthUnitOfThePlane, HasTheLimitOfHeightsInMetres)
+{
+    const InputForm feet(Frame::LocalProjected, InputHeight::OfFrame, Unit_Foot);
+    // 65616 ft are 19999.8 m, 65617 ft 20000.06 m.
+    EXPECT_EQ(parsed(parserFor(feet), "1527559,602362,65616\n").positions.size(), 1U);
+    EXPECT_THAT(parsed(parserFor(feet), "1527559,602362,65617\n").failures.at(0),
+                Mentions("height 65617 is beyond 20000 m"));
+}
+
+} // namespace
+} // namespace KelStd
