@@ -23,6 +23,7 @@
 #include <KelStd/io/DocumentReview.h>
 #include <KelStd/io/ListDocuments.h>
 #include <KelStd/io/RecordParamNames.h>
+#include <KelStd/library/LibraryFailure.h>
 #include <KelStd/library/StandardLibrary.h>
 #include <KelStd/location/LocationBuilder.h>
 #include <KelStd/platform/AppConfig.h>

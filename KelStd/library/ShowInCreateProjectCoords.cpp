@@ -15,10 +15,8 @@ const QString showNameAttribute = QStringLiteral("show_name");
 
 using Names = QList<QPair<QString, QString>>;
 
-void writeNames(const QString &path, const Names &names)
+LibraryFailure writeNames(const QString &path, const Names &names)
 {
-    if (!library::canBeWritten(path))
-        return;
     const auto makeDocument = [&names] {
         QDomDocument document = io::documentFrame();
         QDomElement root = document.createElement(rootName);
@@ -31,7 +29,9 @@ void writeNames(const QString &path, const Names &names)
         document.appendChild(root);
         return document;
     };
-    io::writeDocument(path, makeDocument, nullptr);
+    return library::written(path, [&makeDocument](const QString &fileName, QString *reason) {
+        return io::writeDocument(fileName, makeDocument, reason);
+    });
 }
 
 } // namespace
@@ -44,6 +44,7 @@ void StandardLibrary::setShowInCreateProjectCoords(const QList<QPair<QString, QS
             known.append({name, showName.isEmpty() ? name : showName});
     }
     showInCreateProjectCoords = known;
+    failure = {};
     saveShowInProjectCoordNamesFile();
     Q_EMIT sgShowInCreateProjectCoordsChanged();
 }
@@ -79,7 +80,7 @@ void StandardLibrary::saveShowInProjectCoordNamesFile()
     if (showInCreateProjectCoordsFilePath.isEmpty())
         return;
     createEmptyShowInProjectCoordNamesFile();
-    writeNames(showInCreateProjectCoordsFilePath, showInCreateProjectCoords);
+    failure = writeNames(showInCreateProjectCoordsFilePath, showInCreateProjectCoords);
 }
 
 } // namespace KelStd

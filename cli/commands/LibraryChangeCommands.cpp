@@ -13,6 +13,8 @@
 #include <cli/terminal/FilePath.h>
 #include <cli/terminal/ShownText.h>
 
+#include <KelStd/library/StandardLibrary.h>
+
 #include <QtCore/QFileInfo>
 
 #include <memory>
@@ -135,10 +137,11 @@ std::optional<LockedLibrary> openForChange(const CommandLine &line, Missing miss
     return LockedLibrary{*library, std::move(lock)};
 }
 
-ExitStatus notWritten(const QString &fileName, Console &console)
+/// After the registry's last change.
+ExitStatus failAsTheRegistry(Console &console)
 {
-    return fail(QStringLiteral("cannot write %1: %2").arg(fileName, writeFault(fileName)),
-                ExitStatus::Environment, console);
+    return fail(StandardLibrary::getInstance().lastFailure().text, ExitStatus::Environment,
+                console);
 }
 
 ExitStatus addTo(const LibraryDirectory &library, RecordKind kind, const Record &record,
@@ -164,7 +167,7 @@ ExitStatus addTo(const LibraryDirectory &library, RecordKind kind, const Record 
                     console);
     }
     if (!addRecord(name, record))
-        return notWritten(file, console);
+        return failAsTheRegistry(console);
     console.printChange(
         QStringLiteral("added the %1 %2: %3").arg(titleOf(kind), inQuotes(name), file));
     return ExitStatus::Success;
@@ -176,7 +179,7 @@ ExitStatus replaceIn(const LibraryDirectory &library, RecordKind kind, const Rec
     const QString name = nameOf(record);
     const QString file = recordFile(library, kind, name);
     if (!replaceRecord(name, record))
-        return notWritten(file, console);
+        return failAsTheRegistry(console);
     console.printChange(
         QStringLiteral("replaced the %1 %2: %3").arg(titleOf(kind), inQuotes(name), file));
     return ExitStatus::Success;
@@ -334,12 +337,8 @@ ExitStatus runLibraryRemove(const QStringList &arguments, Console &console)
     if (!isChangeable(library->directory, kind, name, "remove", console))
         return ExitStatus::SomeFailed;
     const QString file = recordFile(library->directory, kind, name);
-    if (!removeRecord(kind, name)) {
-        return fail(QStringLiteral("cannot remove %1: it is not there any more, or its directory "
-                                   "cannot be written")
-                        .arg(file),
-                    ExitStatus::Environment, console);
-    }
+    if (!removeRecord(kind, name))
+        return failAsTheRegistry(console);
     console.printChange(
         QStringLiteral("removed the %1 %2: %3").arg(titleOf(kind), inQuotes(name), file));
     return ExitStatus::Success;

@@ -5,7 +5,6 @@
 
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
-#include <QtCore/QSaveFile>
 #include <QtCore/QSet>
 
 #include <algorithm>
@@ -209,18 +208,6 @@ QString takenBy(RecordKind kind, const QString &name)
         }
     }
     return {};
-}
-
-QString writeFault(const QString &fileName)
-{
-    const QFileInfo info(fileName);
-    if (info.exists() && !info.isFile())
-        return QStringLiteral("what stands there is no regular file");
-    QSaveFile file(fileName);
-    if (!file.open(QIODevice::WriteOnly))
-        return file.errorString();
-    file.cancelWriting();
-    return QStringLiteral("the disk may be full");
 }
 
 QList<RecordKind> kindsHolding(const QString &name, const QList<RecordKind> &kinds)

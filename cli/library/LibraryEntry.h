@@ -39,9 +39,6 @@ QString ownershipFault(const LibraryDirectory &library, RecordKind kind, const Q
 /// \"A\""; empty for none.
 QString takenBy(RecordKind kind, const QString &name);
 
-/// Why a file cannot be written.
-QString writeFault(const QString &fileName);
-
 /// The kinds among `kinds` in which the loaded registry has an entry of exactly this name.
 QList<RecordKind> kindsHolding(const QString &name, const QList<RecordKind> &kinds);
 
