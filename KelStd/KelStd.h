@@ -26,6 +26,7 @@
 #include <KelStd/library/LibraryFailure.h>
 #include <KelStd/library/StandardLibrary.h>
 #include <KelStd/location/LocationBuilder.h>
+#include <KelStd/location/SystemNotes.h>
 #include <KelStd/platform/AppConfig.h>
 #include <KelStd/platform/LogLibrary.h>
 #include <KelStd/platform/ResourceQuery.h>

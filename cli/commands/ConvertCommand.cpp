@@ -14,13 +14,13 @@
 #include <cli/systems/ConfiguredDisplay.h>
 #include <cli/systems/SystemChoice.h>
 #include <cli/systems/SystemFile.h>
-#include <cli/systems/SystemNotes.h>
 #include <cli/terminal/CommandLine.h>
 #include <cli/terminal/Console.h>
 #include <cli/terminal/StandardStreams.h>
 #include <cli/values/DisplayOptions.h>
 
 #include <KelStd/location/LocationBuilder.h>
+#include <KelStd/location/SystemNotes.h>
 
 #include <algorithm>
 #include <memory>
@@ -394,7 +394,7 @@ ExitStatus runConvert(const QStringList &arguments, Console &console)
             QStringLiteral("cannot use the coordinate system %1: %2").arg(systemFile, reason));
         return ExitStatus::Environment;
     }
-    for (const QString &note : notesOn(coord))
+    for (const QString &note : location::notesOn(coord))
         console.report(QStringLiteral("note: %1").arg(note));
     if (input.isTerminal()) {
         console.report(QStringLiteral("type positions, one a line (%1); the end-of-file key ends")

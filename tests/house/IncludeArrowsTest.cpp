@@ -34,7 +34,7 @@ const QList<Room> &rooms()
         {"KelStd/display/", {"coord", "time", "text"}},
         {"KelStd/io/", {"coord", "text"}},
         {"KelStd/proj/", {"coord", "text", "display", "platform", "grid", "files"}},
-        {"KelStd/location/", {"coord", "proj", "platform"}},
+        {"KelStd/location/", {"coord", "text", "proj", "platform"}},
         {"KelStd/library/", {"coord", "display", "io"}},
     };
     return rows;
