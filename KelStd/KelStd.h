@@ -23,7 +23,9 @@
 #include <KelStd/io/DocumentReview.h>
 #include <KelStd/io/ListDocuments.h>
 #include <KelStd/io/RecordParamNames.h>
+#include <KelStd/library/LibraryDirectory.h>
 #include <KelStd/library/LibraryFailure.h>
+#include <KelStd/library/LibraryLock.h>
 #include <KelStd/library/StandardLibrary.h>
 #include <KelStd/location/LocationBuilder.h>
 #include <KelStd/location/SystemNotes.h>

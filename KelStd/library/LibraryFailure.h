@@ -4,7 +4,7 @@
 
 namespace KelStd {
 
-/// Why a change of the registry failed.
+/// Why a change of the registry, or what was done with a library's directory, failed.
 enum class LibraryFailureKind
 {
     None,
@@ -16,6 +16,9 @@ enum class LibraryFailureKind
     NoDocument,   ///< the record has what no document can hold; the change has raised, too
     NotWritable,  ///< the file was not written; the text has the file's own reason
     NotRemovable, ///< the file was not removed; the text has the file's own reason
+    NotListable,  ///< a directory that may not be listed or searched
+    NoLibrary,    ///< a directory without a library, and none to lay out
+    HeldByAnother ///< another program is changing the library
 };
 
 using LibraryFailure = Failure<LibraryFailureKind>;

@@ -1,7 +1,7 @@
 #include <cli/commands/Command.h>
 
 #include <cli/geoids/GeoidModel.h>
-#include <cli/library/LibraryDirectory.h>
+#include <cli/library/DirectoryOption.h>
 #include <cli/positions/ColumnChoice.h>
 #include <cli/positions/Columns.h>
 #include <cli/positions/CsvWriter.h>

@@ -2,9 +2,9 @@
 
 #include <cli/commands/Command.h>
 
+#include <cli/library/DirectoryOption.h>
 #include <cli/library/LibraryDocument.h>
 #include <cli/library/LibraryEntry.h>
-#include <cli/library/LibraryLock.h>
 #include <cli/library/LibraryOptions.h>
 #include <cli/library/RecordLoss.h>
 #include <cli/systems/RecordReview.h>
@@ -13,6 +13,7 @@
 #include <cli/terminal/FilePath.h>
 #include <cli/terminal/ShownText.h>
 
+#include <KelStd/library/LibraryLock.h>
 #include <KelStd/library/StandardLibrary.h>
 
 #include <QtCore/QFileInfo>
@@ -127,9 +128,8 @@ std::optional<LockedLibrary> openForChange(const CommandLine &line, Missing miss
     if (!library)
         return std::nullopt;
     auto lock = std::make_unique<LibraryLock>(*library);
-    QString reason;
-    if (!lock->acquire(reason)) {
-        console.report(reason);
+    if (const auto failure = lock->acquire()) {
+        console.report(failure.text);
         return std::nullopt;
     }
     if (!loadRecords(*library, console))

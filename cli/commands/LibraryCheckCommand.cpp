@@ -1,5 +1,6 @@
 #include <cli/commands/Command.h>
 
+#include <cli/library/DirectoryOption.h>
 #include <cli/library/LibraryDocument.h>
 #include <cli/library/LibraryEntry.h>
 #include <cli/proj/ProjEnvironment.h>
@@ -119,12 +120,12 @@ public:
     /// Returns the names that loading finds.
     QSet<QString> run()
     {
-        const QString place = placeName(placeOf(m_kind));
+        const QString place = library::placeName(placeOf(m_kind));
         if (!m_directory.exists()) {
             m_findings.print(place, QStringLiteral("there is no such directory"));
             return {};
         }
-        if (!isListable(m_directory.absolutePath())) {
+        if (!library::isListable(m_directory.absolutePath())) {
             m_findings.skipped(place, QStringLiteral("the directory cannot be read"));
             m_findings.print(place, QStringLiteral("not read"));
             return {};
@@ -246,7 +247,7 @@ private:
 
 void checkBase(const LibraryDirectory &library, Findings &findings)
 {
-    const QString place = placeName(LibraryPlace::Base);
+    const QString place = library::placeName(LibraryPlace::Base);
     const QString path = library.path(LibraryPlace::Base);
     if (!QFileInfo::exists(path)) {
         findings.print(place, QStringLiteral("there is no such file; the base system stays as it "
@@ -268,11 +269,10 @@ void checkBase(const LibraryDirectory &library, Findings &findings)
 /// A document of which the walk doesn't know what loading makes of it.
 void checkDoubtfulOffered(const LibraryDirectory &library, const QString &fault, Findings &findings)
 {
-    const QString place = placeName(LibraryPlace::Offered);
-    QString reason;
-    const bool isLoaded = loadPlaces(
-        library, {LibraryPlace::Custom, LibraryPlace::Standard, LibraryPlace::Offered}, reason);
-    const int known = isLoaded ? offeredNames().size() : 0;
+    const QString place = library::placeName(LibraryPlace::Offered);
+    const auto failure = library::loadPlaces(
+        library, {LibraryPlace::Custom, LibraryPlace::Standard, LibraryPlace::Offered});
+    const int known = failure ? 0 : offeredNames().size();
     if (known == 0)
         findings.skipped(place, fault);
     else
@@ -283,7 +283,7 @@ void checkDoubtfulOffered(const LibraryDirectory &library, const QString &fault,
 
 void checkOffered(const LibraryDirectory &library, const QSet<QString> &systems, Findings &findings)
 {
-    const QString place = placeName(LibraryPlace::Offered);
+    const QString place = library::placeName(LibraryPlace::Offered);
     const QString path = library.path(LibraryPlace::Offered);
     if (!QFileInfo::exists(path)) {
         findings.print(place, QStringLiteral("there is no such file; no system is offered"));
@@ -308,7 +308,7 @@ void checkOffered(const LibraryDirectory &library, const QSet<QString> &systems,
 
 void checkDisplay(const LibraryDirectory &library, Findings &findings)
 {
-    const QString place = placeName(LibraryPlace::Display);
+    const QString place = library::placeName(LibraryPlace::Display);
     const QString path = library.path(LibraryPlace::Display);
     if (!QFileInfo::exists(path)) {
         findings.print(place, QStringLiteral("there is no such file; the defaults stay"));

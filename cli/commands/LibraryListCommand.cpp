@@ -1,5 +1,6 @@
 #include <cli/commands/Command.h>
 
+#include <cli/library/DirectoryOption.h>
 #include <cli/library/LibraryOptions.h>
 #include <cli/library/LibraryRecord.h>
 #include <cli/terminal/CommandLine.h>

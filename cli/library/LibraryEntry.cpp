@@ -1,5 +1,6 @@
 #include <cli/library/LibraryEntry.h>
 
+#include <cli/library/DirectoryOption.h>
 #include <cli/library/LibraryDocument.h>
 #include <cli/terminal/ShownText.h>
 

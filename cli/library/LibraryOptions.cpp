@@ -35,14 +35,12 @@ QList<RecordKind> kindsFrom(const CommandLine &line, QString &mistake)
 
 bool loadRecords(const LibraryDirectory &library, Console &console)
 {
-    QString reason;
-    if (loadPlaces(library,
-                   {LibraryPlace::Custom, LibraryPlace::Standard, LibraryPlace::Ellipsoids,
-                    LibraryPlace::Projections},
-                   reason))
-        return true;
-    console.report(reason);
-    return false;
+    const auto failure =
+        library::loadPlaces(library, {LibraryPlace::Custom, LibraryPlace::Standard,
+                                      LibraryPlace::Ellipsoids, LibraryPlace::Projections});
+    if (failure)
+        console.report(failure.text);
+    return !failure;
 }
 
 } // namespace KelStd::cli

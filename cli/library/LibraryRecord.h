@@ -1,10 +1,9 @@
 #pragma once
 
-#include <cli/library/LibraryDirectory.h>
-
 #include <KelStd/coord/Coord.h>
 #include <KelStd/coord/Ellipsoid.h>
 #include <KelStd/coord/Projection.h>
+#include <KelStd/library/LibraryDirectory.h>
 
 #include <QtCore/QList>
 #include <QtCore/QString>

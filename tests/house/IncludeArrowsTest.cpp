@@ -35,7 +35,7 @@ const QList<Room> &rooms()
         {"KelStd/io/", {"coord", "text"}},
         {"KelStd/proj/", {"coord", "text", "display", "platform", "grid", "files"}},
         {"KelStd/location/", {"coord", "text", "proj", "platform"}},
-        {"KelStd/library/", {"coord", "display", "io"}},
+        {"KelStd/library/", {"coord", "display", "io", "files", "platform"}},
     };
     return rows;
 }
@@ -52,7 +52,7 @@ const QList<Room> &programRooms()
         {"cli/library/", {"terminal"}},
         {"cli/geoids/", {"terminal", "proj"}},
         {"cli/systems/", {"terminal", "values", "library", "geoids"}},
-        {"cli/proj/", {"terminal", "library"}},
+        {"cli/proj/", {"terminal"}},
         {"cli/commands/",
          {"cli", "terminal", "values", "positions", "run", "library", "geoids", "systems", "proj"}},
         {"cli/", {"commands", "terminal"}},
