@@ -26,6 +26,9 @@
 #include <KelStd/library/LibraryDirectory.h>
 #include <KelStd/library/LibraryFailure.h>
 #include <KelStd/library/LibraryLock.h>
+#include <KelStd/library/LibraryRecord.h>
+#include <KelStd/library/RecordLoss.h>
+#include <KelStd/library/RecordNames.h>
 #include <KelStd/library/StandardLibrary.h>
 #include <KelStd/location/LocationBuilder.h>
 #include <KelStd/location/SystemNotes.h>

@@ -113,14 +113,14 @@ class DirectoryCheck
 public:
     DirectoryCheck(const LibraryDirectory &library, RecordKind kind, bool hasProj,
                    Findings &findings)
-        : m_library(library), m_directory(library.path(placeOf(kind))), m_kind(kind),
+        : m_library(library), m_directory(library.path(library::placeOf(kind))), m_kind(kind),
           m_hasProj(hasProj), m_findings(findings)
     {}
 
     /// Returns the names that loading finds.
     QSet<QString> run()
     {
-        const QString place = library::placeName(placeOf(m_kind));
+        const QString place = library::placeName(library::placeOf(m_kind));
         if (!m_directory.exists()) {
             m_findings.print(place, QStringLiteral("there is no such directory"));
             return {};
@@ -174,10 +174,11 @@ private:
         }
         m_findings.misunderstood(fileName, found);
         if (records->isEmpty())
-            m_findings.note(fileName, QStringLiteral("it holds no %1").arg(titleOf(m_kind)));
+            m_findings.note(fileName,
+                            QStringLiteral("it holds no %1").arg(library::titleOf(m_kind)));
         QSet<QString> seen;
-        for (const Record &record : *records) {
-            const QString name = nameOf(record);
+        for (const LibraryRecord &record : *records) {
+            const QString name = library::nameOf(record);
             if (seen.contains(name)) {
                 m_findings.skipped(fileName, QStringLiteral("of several records called %1 the last "
                                                             "one stays")
@@ -261,9 +262,10 @@ void checkBase(const LibraryDirectory &library, Findings &findings)
         findings.misunderstood(place, found);
     else
         findings.skipped(place, reason);
-    findings.print(place,
-                   records ? QStringLiteral("read: %1").arg(inQuotes(nameOf(records->constFirst())))
-                           : QStringLiteral("not read; the base system stays as it is"));
+    findings.print(
+        place,
+        records ? QStringLiteral("read: %1").arg(inQuotes(library::nameOf(records->constFirst())))
+                : QStringLiteral("not read; the base system stays as it is"));
 }
 
 /// A document of which the walk doesn't know what loading makes of it.
@@ -272,7 +274,7 @@ void checkDoubtfulOffered(const LibraryDirectory &library, const QString &fault,
     const QString place = library::placeName(LibraryPlace::Offered);
     const auto failure = library::loadPlaces(
         library, {LibraryPlace::Custom, LibraryPlace::Standard, LibraryPlace::Offered});
-    const int known = failure ? 0 : offeredNames().size();
+    const int known = failure ? 0 : library::offeredNames().size();
     if (known == 0)
         findings.skipped(place, fault);
     else

@@ -48,16 +48,16 @@ enum class Lookup
 Lookup lookUp(const LibraryDirectory &library, const QString &given, ChosenSystem &chosen,
               Console &console)
 {
-    const QString name = withoutMarks(given);
+    const QString name = library::withoutMarks(given);
     const auto fail = [&](const QString &reason) {
         cannotRead(name, reason, console);
         return Lookup::Failed;
     };
     QString reason;
     for (const RecordKind kind : systemKinds) {
-        if (const auto failure = library::loadPlaces(library, {placeOf(kind)}))
+        if (const auto failure = library::loadPlaces(library, {library::placeOf(kind)}))
             return fail(failure.text);
-        if (!find(kind, name))
+        if (!library::find(kind, name))
             continue;
         const QString several = ambiguity(library, kind, name);
         if (!several.isEmpty())
