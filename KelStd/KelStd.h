@@ -31,6 +31,7 @@
 #include <KelStd/library/RecordNames.h>
 #include <KelStd/library/StandardLibrary.h>
 #include <KelStd/location/LocationBuilder.h>
+#include <KelStd/location/SystemDefinitions.h>
 #include <KelStd/location/SystemNotes.h>
 #include <KelStd/platform/AppConfig.h>
 #include <KelStd/platform/LogLibrary.h>
