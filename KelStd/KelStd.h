@@ -25,9 +25,17 @@
 #include <KelStd/io/DocumentReview.h>
 #include <KelStd/io/ListDocuments.h>
 #include <KelStd/io/RecordParamNames.h>
+#include <KelStd/library/LibraryDirectory.h>
+#include <KelStd/library/LibraryFailure.h>
+#include <KelStd/library/LibraryLock.h>
+#include <KelStd/library/LibraryRecord.h>
 #include <KelStd/library/OfferedNames.h>
+#include <KelStd/library/RecordLoss.h>
+#include <KelStd/library/RecordNames.h>
 #include <KelStd/library/StandardLibrary.h>
 #include <KelStd/location/LocationBuilder.h>
+#include <KelStd/location/SystemDefinitions.h>
+#include <KelStd/location/SystemNotes.h>
 #include <KelStd/platform/AppConfig.h>
 #include <KelStd/platform/LogLibrary.h>
 #include <KelStd/platform/ResourceQuery.h>

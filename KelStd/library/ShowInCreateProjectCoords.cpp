@@ -16,10 +16,8 @@ const QString showNameAttribute = QStringLiteral("show_name");
 
 using Names = QList<QPair<QString, QString>>;
 
-void writeNames(const QString &path, const Names &names)
+LibraryFailure writeNames(const QString &path, const Names &names)
 {
-    if (!library::canBeWritten(path))
-        return;
     const auto makeDocument = [&names] {
         QDomDocument document = io::documentFrame();
         QDomElement root = document.createElement(rootName);
@@ -32,7 +30,9 @@ void writeNames(const QString &path, const Names &names)
         document.appendChild(root);
         return document;
     };
-    io::writeDocument(path, makeDocument, nullptr);
+    return library::written(path, [&makeDocument](const QString &fileName, QString *reason) {
+        return io::writeDocument(fileName, makeDocument, reason);
+    });
 }
 
 } // namespace
@@ -67,6 +67,7 @@ void StandardLibrary::setShowInCreateProjectCoords(const QList<QPair<QString, QS
             known.append({name, showName.isEmpty() ? name : showName});
     }
     showInCreateProjectCoords = known;
+    failure = {};
     saveShowInProjectCoordNamesFile();
     Q_EMIT sgShowInCreateProjectCoordsChanged();
 }
@@ -84,8 +85,8 @@ void StandardLibrary::loadShowInProjectCoordNamesFile()
         return;
     createEmptyShowInProjectCoordNamesFile();
     Names names;
-    io::DocumentFailure failure;
-    library::readOfferedNames(showInCreateProjectCoordsFilePath, names, failure);
+    io::DocumentFailure fault;
+    library::readOfferedNames(showInCreateProjectCoordsFilePath, names, fault);
     for (const auto &[name, showName] : names) {
         if (hasCoord(name))
             showInCreateProjectCoords.append({name, showName});
@@ -97,7 +98,7 @@ void StandardLibrary::saveShowInProjectCoordNamesFile()
     if (showInCreateProjectCoordsFilePath.isEmpty())
         return;
     createEmptyShowInProjectCoordNamesFile();
-    writeNames(showInCreateProjectCoordsFilePath, showInCreateProjectCoords);
+    failure = writeNames(showInCreateProjectCoordsFilePath, showInCreateProjectCoords);
 }
 
 } // namespace KelStd

@@ -4,18 +4,19 @@
 #include <cli/conversion/LocationForms.h>
 #include <cli/conversion/LocationJob.h>
 #include <cli/geoids/GeoidModel.h>
-#include <cli/library/LibraryDirectory.h>
+#include <cli/library/DirectoryOption.h>
 #include <cli/proj/ProjEnvironment.h>
 #include <cli/run/PositionInput.h>
 #include <cli/run/PositionRun.h>
 #include <cli/systems/ConfiguredDisplay.h>
 #include <cli/systems/SystemChoice.h>
 #include <cli/systems/SystemFile.h>
-#include <cli/systems/SystemNotes.h>
+#include <cli/terminal/CommandLine.h>
 #include <cli/terminal/Console.h>
 #include <cli/terminal/StandardStreams.h>
 #include <cli/values/DisplayOptions.h>
 
+#include <KelStd/location/SystemNotes.h>
 #include <KelStd/positions/Columns.h>
 
 #include <algorithm>
@@ -172,7 +173,7 @@ ExitStatus runConvert(const QStringList &arguments, Console &console)
     }
     if (!canBeUsed(*system, options->system, line, console))
         return ExitStatus::Environment;
-    for (const QString &note : notesOn(coord))
+    for (const QString &note : location::notesOn(coord))
         console.report(QStringLiteral("note: %1").arg(note));
     const positions::InputForm form = inputForm(options->frame->frame, options->display);
     input.promptFor(componentLabels(form), console);

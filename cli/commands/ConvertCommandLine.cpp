@@ -1,7 +1,7 @@
 #include <cli/commands/ConvertCommandLine.h>
 
 #include <cli/conversion/LocationForms.h>
-#include <cli/library/LibraryDirectory.h>
+#include <cli/library/DirectoryOption.h>
 #include <cli/run/PositionInput.h>
 #include <cli/systems/SystemChoice.h>
 #include <cli/values/DisplayOptions.h>

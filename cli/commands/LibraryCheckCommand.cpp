@@ -1,5 +1,6 @@
 #include <cli/commands/Command.h>
 
+#include <cli/library/DirectoryOption.h>
 #include <cli/library/LibraryDocument.h>
 #include <cli/library/LibraryEntry.h>
 #include <cli/proj/ProjEnvironment.h>
@@ -114,19 +115,19 @@ class DirectoryCheck
 public:
     DirectoryCheck(const LibraryDirectory &library, RecordKind kind, bool hasProj,
                    Findings &findings)
-        : m_library(library), m_directory(library.path(placeOf(kind))), m_kind(kind),
+        : m_library(library), m_directory(library.path(library::placeOf(kind))), m_kind(kind),
           m_hasProj(hasProj), m_findings(findings)
     {}
 
     /// Returns the names that loading finds.
     QSet<QString> run()
     {
-        const QString place = placeName(placeOf(m_kind));
+        const QString place = library::placeName(library::placeOf(m_kind));
         if (!m_directory.exists()) {
             m_findings.print(place, QStringLiteral("there is no such directory"));
             return {};
         }
-        if (!isListable(m_directory.absolutePath())) {
+        if (!library::isListable(m_directory.absolutePath())) {
             m_findings.skipped(place, QStringLiteral("the directory cannot be read"));
             m_findings.print(place, QStringLiteral("not read"));
             return {};
@@ -175,10 +176,11 @@ private:
         }
         m_findings.misunderstood(fileName, found);
         if (records->isEmpty())
-            m_findings.note(fileName, QStringLiteral("it holds no %1").arg(titleOf(m_kind)));
+            m_findings.note(fileName,
+                            QStringLiteral("it holds no %1").arg(library::titleOf(m_kind)));
         QSet<QString> seen;
-        for (const Record &record : *records) {
-            const QString name = nameOf(record);
+        for (const LibraryRecord &record : *records) {
+            const QString name = library::nameOf(record);
             if (seen.contains(name)) {
                 m_findings.skipped(fileName, QStringLiteral("of several records called %1 the last "
                                                             "one stays")
@@ -248,7 +250,7 @@ private:
 
 void checkBase(const LibraryDirectory &library, Findings &findings)
 {
-    const QString place = placeName(LibraryPlace::Base);
+    const QString place = library::placeName(LibraryPlace::Base);
     const QString path = library.path(LibraryPlace::Base);
     if (!QFileInfo::exists(path)) {
         findings.print(place, QStringLiteral("there is no such file; the base system stays as it "
@@ -262,14 +264,15 @@ void checkBase(const LibraryDirectory &library, Findings &findings)
         findings.misunderstood(place, found);
     else
         findings.skipped(place, reason);
-    findings.print(place,
-                   records ? QStringLiteral("read: %1").arg(inQuotes(nameOf(records->constFirst())))
-                           : QStringLiteral("not read; the base system stays as it is"));
+    findings.print(
+        place,
+        records ? QStringLiteral("read: %1").arg(inQuotes(library::nameOf(records->constFirst())))
+                : QStringLiteral("not read; the base system stays as it is"));
 }
 
 void checkOffered(const LibraryDirectory &library, const QSet<QString> &systems, Findings &findings)
 {
-    const QString place = placeName(LibraryPlace::Offered);
+    const QString place = library::placeName(LibraryPlace::Offered);
     const QString path = library.path(LibraryPlace::Offered);
     if (!QFileInfo::exists(path)) {
         findings.print(place, QStringLiteral("there is no such file; no system is offered"));
@@ -299,7 +302,7 @@ void checkOffered(const LibraryDirectory &library, const QSet<QString> &systems,
 
 void checkDisplay(const LibraryDirectory &library, Findings &findings)
 {
-    const QString place = placeName(LibraryPlace::Display);
+    const QString place = library::placeName(LibraryPlace::Display);
     const QString path = library.path(LibraryPlace::Display);
     if (!QFileInfo::exists(path)) {
         findings.print(place, QStringLiteral("there is no such file; the defaults stay"));

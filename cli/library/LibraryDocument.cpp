@@ -34,23 +34,24 @@ constexpr Reading<QList<Ellipsoid>> ellipsoidLists = {&io::readEllipsoidList,
 constexpr Reading<QList<Projection>> projectionLists = {&io::readProjectionList,
                                                         &io::reviewProjectionList};
 
-QList<Record> asRecords(const Coord &coord)
+QList<LibraryRecord> asRecords(const Coord &coord)
 {
     return {coord};
 }
 
 template <typename Found>
-QList<Record> asRecords(const QList<Found> &found)
+QList<LibraryRecord> asRecords(const QList<Found> &found)
 {
-    QList<Record> records;
+    QList<LibraryRecord> records;
     for (const Found &each : found)
         records += each;
     return records;
 }
 
 template <typename Found>
-std::optional<QList<Record>> recordsOf(const Reading<Found> &reading, const QString &fileName,
-                                       Findings *findings, QString &reason)
+std::optional<QList<LibraryRecord>> recordsOf(const Reading<Found> &reading,
+                                              const QString &fileName, Findings *findings,
+                                              QString &reason)
 {
     Found found;
     io::DocumentFailure failure;
@@ -60,8 +61,8 @@ std::optional<QList<Record>> recordsOf(const Reading<Found> &reading, const QStr
     return std::nullopt;
 }
 
-std::optional<QList<Record>> readRecords(const QString &fileName, RecordKind kind,
-                                         Findings *findings, QString &reason)
+std::optional<QList<LibraryRecord>> readRecords(const QString &fileName, RecordKind kind,
+                                                Findings *findings, QString &reason)
 {
     reason = noFileFault(fileName);
     if (!reason.isEmpty())
@@ -98,14 +99,15 @@ RecordKind kindOfDocument(const QString &fileName)
     return RecordKind::Custom;
 }
 
-std::optional<QList<Record>> recordsIn(const QString &fileName, RecordKind kind, QString &reason)
+std::optional<QList<LibraryRecord>> recordsIn(const QString &fileName, RecordKind kind,
+                                              QString &reason)
 {
     return readRecords(fileName, kind, nullptr, reason);
 }
 
-std::optional<QList<Record>> reviewedRecordsIn(const QString &fileName, RecordKind kind,
-                                               QList<io::DocumentFinding> &findings,
-                                               QString &reason)
+std::optional<QList<LibraryRecord>> reviewedRecordsIn(const QString &fileName, RecordKind kind,
+                                                      QList<io::DocumentFinding> &findings,
+                                                      QString &reason)
 {
     return readRecords(fileName, kind, &findings, reason);
 }

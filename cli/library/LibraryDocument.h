@@ -1,8 +1,7 @@
 #pragma once
 
-#include <cli/library/LibraryRecord.h>
-
 #include <KelStd/io/DocumentReview.h>
+#include <KelStd/library/LibraryRecord.h>
 
 #include <QtCore/QList>
 #include <QtCore/QString>
@@ -20,11 +19,12 @@ RecordKind kindOfDocument(const QString &fileName);
 
 /// The records of a document as the library reads them, all of them in their order, those of equal
 /// names, too; nothing and the reason when it refuses the document.
-std::optional<QList<Record>> recordsIn(const QString &fileName, RecordKind kind, QString &reason);
+std::optional<QList<LibraryRecord>> recordsIn(const QString &fileName, RecordKind kind,
+                                              QString &reason);
 
 /// As above, and lists what of the document is not understood as it is written.
-std::optional<QList<Record>> reviewedRecordsIn(const QString &fileName, RecordKind kind,
-                                               QList<io::DocumentFinding> &findings,
-                                               QString &reason);
+std::optional<QList<LibraryRecord>> reviewedRecordsIn(const QString &fileName, RecordKind kind,
+                                                      QList<io::DocumentFinding> &findings,
+                                                      QString &reason);
 
 } // namespace KelStd::cli

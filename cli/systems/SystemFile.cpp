@@ -3,7 +3,6 @@
 #include <cli/terminal/WithoutRaising.h>
 
 #include <KelStd/io/DocumentLimits.h>
-#include <KelStd/proj/ProjLib.h>
 
 #include <QtCore/QFileInfo>
 #include <QtCore/QList>
@@ -61,45 +60,24 @@ bool readSystem(const QString &fileName, Coord &coord, QList<io::DocumentFinding
     return !failure;
 }
 
-std::optional<SystemDefinitions> definitionsOf(const Coord &coord, QString &reason)
+std::optional<location::SystemDefinitions> definitionsOf(const Coord &coord, QString &reason)
 {
-    constexpr std::size_t bufferSize = 512; // what `__MakeCoordStrings` fills
-    char wgs84Geographic[bufferSize] = {};
-    char wgs84Cartesian[bufferSize] = {};
-    char localGeographic[bufferSize] = {};
-    char localProjected[bufferSize] = {};
-    if (!withoutRaising(
-            [&] {
-                Coord::__MakeCoordStrings(nullptr, &coord, wgs84Geographic, wgs84Cartesian,
-                                          localGeographic, localProjected);
-            },
-            reason))
+    std::optional<location::SystemDefinitions> definitions;
+    ConversionFailure failure;
+    if (!withoutRaising([&] { definitions = location::definitionsOf(coord, &failure); }, reason))
         return std::nullopt;
-    if (localGeographic[0] == '\0' || localProjected[0] == '\0') {
-        reason = QStringLiteral("its PROJ definition is longer than %1 bytes").arg(bufferSize - 1);
-        return std::nullopt;
-    }
-    return SystemDefinitions{QString::fromUtf8(wgs84Geographic), QString::fromUtf8(wgs84Cartesian),
-                             QString::fromUtf8(localGeographic), QString::fromUtf8(localProjected)};
+    if (!definitions)
+        reason = failure.text;
+    return definitions;
 }
 
-bool acceptedByProj(const SystemDefinitions &definitions, QString &reason)
+bool acceptedByProj(const location::SystemDefinitions &definitions, QString &reason)
 {
-    // Converting no position creates the transformation, and nothing more.
-    QList<Pos> none;
-    QString text;
-    QString refused;
-    if (!ProjLib::ConvertPosList(definitions.wgs84Cartesian, definitions.localGeographic, none,
-                                 ProjLib::WGS84XYZ_to_LocalLatLongH, &text))
-        refused = definitions.localGeographic;
-    else if (!ProjLib::ConvertPosList(definitions.localGeographic, definitions.localProjected, none,
-                                      ProjLib::LocalLatLongH_to_LocalNEH, &text))
-        refused = definitions.localProjected;
-    if (refused.isEmpty())
+    ConversionFailure failure;
+    if (location::acceptedByProj(definitions, &failure))
         return true;
-    reason = QStringLiteral("PROJ refuses its definition \"%1\" (with the environment variable "
-                            "PROJ_DEBUG=1 it says why)")
-                 .arg(refused);
+    reason = QStringLiteral("%1 (with the environment variable PROJ_DEBUG=1 it says why)")
+                 .arg(failure.text);
     return false;
 }
 

@@ -34,9 +34,9 @@ const QList<Room> &rooms()
         {"KelStd/display/", {"coord", "time", "text"}},
         {"KelStd/io/", {"coord", "text"}},
         {"KelStd/proj/", {"coord", "text", "display", "platform", "grid", "files"}},
-        {"KelStd/location/", {"coord", "proj", "platform"}},
+        {"KelStd/location/", {"coord", "text", "proj", "platform"}},
         {"KelStd/positions/", {"coord", "display", "text", "location"}},
-        {"KelStd/library/", {"coord", "display", "io"}},
+        {"KelStd/library/", {"coord", "display", "io", "files", "platform"}},
     };
     return rows;
 }
@@ -53,7 +53,7 @@ const QList<Room> &programRooms()
         {"cli/geoids/", {"terminal", "proj", "run"}},
         {"cli/conversion/", {"run", "values"}},
         {"cli/systems/", {"terminal", "values", "library", "geoids"}},
-        {"cli/proj/", {"terminal", "library"}},
+        {"cli/proj/", {"terminal"}},
         {"cli/commands/",
          {"terminal", "values", "run", "library", "geoids", "systems", "proj", "conversion"}},
         {"cli/", {"commands", "terminal"}},
