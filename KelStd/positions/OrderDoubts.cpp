@@ -123,7 +123,7 @@ QString heightDoubt(const QString &field)
     return QStringLiteral("height %1 is beyond %2 m: it may be an easting, behind a point's number "
                           "and the northing")
                .arg(field)
-               .arg(mostPlaneHeight)
+               .arg(maxPlaneHeight)
            + whatToAdd(Frame::LocalProjected);
 }
 

@@ -19,7 +19,7 @@ namespace KelStd::positions {
 namespace {
 
 /// Lines of a title and other lines in front of headings.
-constexpr int mostOtherLines = 20;
+constexpr int maxOtherLines = 20;
 
 /// Lines of each kind that are kept; behind them the same is said again.
 constexpr int maxKeptLines = 100;
@@ -29,11 +29,6 @@ bool isNumber(const QString &field)
     bool ok = false;
     field.toDouble(&ok);
     return ok;
-}
-
-QString fieldCount(int count)
-{
-    return count == 1 ? QStringLiteral("1 field") : QStringLiteral("%1 fields").arg(count);
 }
 
 /// Whether the line is a sentence in which some words happen to be headings.
@@ -282,7 +277,7 @@ bool OrderSearch::keepOther(const LineMistake &line)
     if (!m_other.isThere())
         m_other = line;
     m_lastOther = line.line;
-    return ++m_others <= mostOtherLines;
+    return ++m_others <= maxOtherLines;
 }
 
 void OrderSearch::keepFailed(const SplitLine &line, qint64 lineNumber)
