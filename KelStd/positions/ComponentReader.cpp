@@ -51,7 +51,7 @@ QString ComponentReader::read(const SplitLine &line, const FieldOrder &order,
         }
     }
     if (!mayBeHeight(components.back(), m_form.frame, order))
-        return heightDoubt(line.fields.at(order.components.back()));
+        return heightDoubt(line.fields.at(order.components.back()), m_form);
     return {};
 }
 

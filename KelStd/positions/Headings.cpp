@@ -284,7 +284,8 @@ QString lengthUnitHint(const InputForm &form, const HeadingUnit &unit)
 {
     const QString symbol = unitSymbol(unit.unit);
     return form.frame == Frame::LocalProjected && findLengthUnit(symbol) != nullptr
-               ? QStringLiteral("; --length-unit %1 reads and prints lengths in it").arg(symbol)
+               ? QStringLiteral("; %1 %2 reads and prints lengths in it")
+                     .arg(form.words.lengthUnit, symbol)
                : QString();
 }
 

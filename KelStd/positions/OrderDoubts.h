@@ -63,7 +63,7 @@ QString laterPairsDoubt(const SplitLine &line, const InputForm &form);
 QString nameDoubt(const QString &name, const InputForm &form);
 
 /// Why that height is none, and what to add.
-QString heightDoubt(const QString &field);
+QString heightDoubt(const QString &field, const InputForm &form);
 
 /// Of a line that would decide the order for all others: empty, or what else it may mean and what
 /// to add. The later lines have as many fields as it, so that the doubt does not come back.

@@ -104,15 +104,15 @@ QString PositionParser::Reading::noteOnColumns() const
     QString note = QStringLiteral("columns that are not in the output: %1")
                        .arg(columns.join(QLatin1String(", ")));
     if (m_form.height != InputHeight::OfFrame)
-        return note; // a command without --columns
+        return note; // no columns can be chosen
     QStringList numbers;
     if (m_order->name >= 0)
         numbers += QString::number(m_order->name + 1);
     for (const int field : m_order->components)
         numbers += QString::number(field + 1);
     return note
-           + QStringLiteral("; --columns %1 carries them through")
-                 .arg(numbers.join(QLatin1Char(',')));
+           + QStringLiteral("; %1 %2 carries them through")
+                 .arg(m_form.words.columns, numbers.join(QLatin1Char(',')));
 }
 
 PositionParser::Result PositionParser::Reading::readFields(const SplitLine &line,

@@ -13,6 +13,7 @@
 #include <cli/terminal/Console.h>
 #include <cli/terminal/StandardStreams.h>
 #include <cli/values/DisplayOptions.h>
+#include <cli/values/OptionWords.h>
 #include <cli/values/TableWriter.h>
 
 #include <KelStd/location/LocationBuilder.h>
@@ -47,8 +48,10 @@ QString componentLabels(const positions::InputForm &form)
 positions::InputForm inputForm(positions::Frame frame, const DisplayOptions &display)
 {
     const bool hasUnit = frame == positions::Frame::LocalProjected && display.lengthUnit != nullptr;
-    return {frame, positions::InputHeight::OfFrame,
-            hasUnit ? display.lengthUnit->unit : Unit_Meter};
+    positions::InputForm form(frame, positions::InputHeight::OfFrame,
+                              hasUnit ? display.lengthUnit->unit : Unit_Meter);
+    form.words = optionWords();
+    return form;
 }
 
 QString frameNames(const QString &separator)
@@ -370,7 +373,8 @@ ExitStatus runConvert(const QStringList &arguments, Console &console)
     const positions::InputForm form = inputForm(frame->frame, *display);
     std::optional<positions::ColumnChoice> choice;
     if (line.isSet(QStringLiteral("columns"))) {
-        choice = positions::ColumnChoice::from(line.value(QStringLiteral("columns")), reason);
+        choice = positions::ColumnChoice::from(line.value(QStringLiteral("columns")), reason,
+                                               form.words);
         if (!choice)
             return line.refuse(reason, console);
     }

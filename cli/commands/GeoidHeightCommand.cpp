@@ -6,6 +6,7 @@
 #include <cli/run/SkipOption.h>
 #include <cli/terminal/CommandLine.h>
 #include <cli/terminal/Console.h>
+#include <cli/values/OptionWords.h>
 
 #include <KelStd/positions/Columns.h>
 #include <KelStd/positions/CsvWriter.h>
@@ -239,9 +240,11 @@ ExitStatus runGeoidHeight(const QStringList &arguments, Console &console)
     }
     Separations separations(grid.path(), inverse,
                             asksForTable || (console.isTerminal() && !asksForCsv));
-    positions::PositionParser parser(positions::Frame::Wgs84Geographic,
-                                     inverse ? positions::InputHeight::AboveGeoid
-                                             : positions::InputHeight::AboveEllipsoid);
+    positions::InputForm form(positions::Frame::Wgs84Geographic,
+                              inverse ? positions::InputHeight::AboveGeoid
+                                      : positions::InputHeight::AboveEllipsoid);
+    form.words = optionWords();
+    positions::PositionParser parser(form);
     parser.setSkippedLines(*skipped);
     // On one thread: these separations are calculated in the working directory.
     return PositionRun(input, parser, separations, console).run();
