@@ -46,6 +46,7 @@
 #include <KelStd/positions/InputForm.h>
 #include <KelStd/positions/JsonWriter.h>
 #include <KelStd/positions/PlainNumbers.h>
+#include <KelStd/positions/PositionFile.h>
 #include <KelStd/positions/PositionParser.h>
 #include <KelStd/positions/PositionWriter.h>
 #include <KelStd/positions/PrintOptions.h>

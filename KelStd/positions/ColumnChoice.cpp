@@ -7,25 +7,24 @@
 
 namespace KelStd::positions {
 
-std::optional<ColumnChoice> ColumnChoice::from(const QString &list, QString &mistake)
+std::optional<ColumnChoice> ColumnChoice::from(const QString &list, QString &mistake,
+                                               const InputWords &words)
 {
     ColumnChoice choice;
     for (const QString &column : list.split(QLatin1Char(',')))
         choice.m_columns += column.trimmed();
     const int count = choice.m_columns.size();
     if (count != componentsPerFrame && count != componentsPerFrame + 1) {
-        mistake =
-            QStringLiteral("--columns '%1' has %2 columns; there are three, or four with that "
-                           "of the point name first")
-                .arg(list)
-                .arg(count);
+        mistake = QStringLiteral("%1 '%2' has %3 columns; there are three, or four with that "
+                                 "of the point name first")
+                      .arg(words.columns, list, QString::number(count));
         return std::nullopt;
     }
     for (const QString &column : choice.m_columns) {
         if (column.isEmpty() || (isColumnNumber(column) && columnNumber(column) < 0)) {
-            mistake = QStringLiteral("--columns '%1': '%2' is no column; they are headings and "
+            mistake = QStringLiteral("%1 '%2': '%3' is no column; they are headings and "
                                      "numbers from 1")
-                          .arg(list, column);
+                          .arg(words.columns, list, column);
             return std::nullopt;
         }
     }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <KelStd/Export.h>
+#include <KelStd/positions/InputForm.h>
 
 #include <QtCore/QString>
 #include <QtCore/QStringList>
@@ -18,8 +19,10 @@ public:
     /// "2,3,4", "id,easting,northing,7": columns between commas, blanks around them passed over.
     ///
     /// \param mistake without a choice, why; untouched where there is one
+    /// \param words what the mistake calls the choice
     /// \return nothing for a text that is no such list
-    static std::optional<ColumnChoice> from(const QString &list, QString &mistake);
+    static std::optional<ColumnChoice> from(const QString &list, QString &mistake,
+                                            const InputWords &words = {});
 
     /// The picked columns as they were written.
     const QStringList &columns() const { return m_columns; }

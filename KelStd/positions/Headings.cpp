@@ -101,9 +101,9 @@ const QStringList &longWords()
 /// Takes the unit from the end of "northing_us_ft", "northing_in_us_ft" and "northingft".
 const HeadingUnit *takeUnit(QString &words)
 {
-    constexpr int mostWords = 3; // "us survey feet"
+    constexpr int maxWords = 3; // "us survey feet"
     QVector<int> starts;
-    for (int i = words.size() - 1; i > 0 && starts.size() < mostWords; --i) {
+    for (int i = words.size() - 1; i > 0 && starts.size() < maxWords; --i) {
         if (words.at(i) == underscore)
             starts.prepend(i);
     }
@@ -197,10 +197,10 @@ QString normalisedHeading(const QString &heading)
 
 Heading headingOf(const QString &text)
 {
-    constexpr int mostCharacters = 80; // longer ones name nothing
+    constexpr int maxCharacters = 80; // longer ones name nothing
     Heading heading;
     heading.text = text;
-    if (text.size() > mostCharacters)
+    if (text.size() > maxCharacters)
         return heading;
     heading.whole = normalisedHeading(text);
     heading.unit = takeUnit(heading.whole);
@@ -284,7 +284,8 @@ QString lengthUnitHint(const InputForm &form, const HeadingUnit &unit)
 {
     const QString symbol = unitSymbol(unit.unit);
     return form.frame == Frame::LocalProjected && findLengthUnit(symbol) != nullptr
-               ? QStringLiteral("; --length-unit %1 reads and prints lengths in it").arg(symbol)
+               ? QStringLiteral("; %1 %2 reads and prints lengths in it")
+                     .arg(form.words.lengthUnit, symbol)
                : QString();
 }
 

@@ -2,6 +2,8 @@
 
 #include <KelStd/positions/Columns.h>
 
+#include <QtCore/QString>
+
 namespace KelStd::positions {
 
 /// What the height of the input is. No heading of a height above the ellipsoid is taken for one of
@@ -11,6 +13,17 @@ enum class InputHeight
     OfFrame,        ///< that of the frame
     AboveEllipsoid, ///< of geographic positions, without a choice of frames
     AboveGeoid      ///< the same
+};
+
+/// What messages call the settings that remove a mistake, so that they name what the user of a
+/// program knows: its options, or the parts of its window. Each stands alone or before a value, as
+/// in "skipping 3 passes over the first 3 lines".
+struct InputWords
+{
+    QString columns = QStringLiteral("a choice of columns"); ///< of a `ColumnChoice`
+    QString skip = QStringLiteral("skipping");       ///< of `PositionParser::setSkippedLines`
+    QString frame = QStringLiteral("the frame");     ///< of `InputForm::frame`
+    QString lengthUnit = QStringLiteral("the unit"); ///< of `InputForm::lengthUnit`
 };
 
 /// What the three components of an input are, and in which unit its lengths are measured. Angles
@@ -24,7 +37,8 @@ struct InputForm
 
     Frame frame;
     InputHeight height;
-    EUnit lengthUnit;
+    EUnit lengthUnit; ///< of every length of the input, one that `lengthUnits` has
+    InputWords words;
 };
 
 } // namespace KelStd::positions

@@ -171,4 +171,9 @@ SplitLine splitLine(const QString &line)
     return FieldScanner(line, separatorOf(line)).scan();
 }
 
+QString fieldCount(int count)
+{
+    return count == 1 ? QStringLiteral("1 field") : QStringLiteral("%1 fields").arg(count);
+}
+
 } // namespace KelStd::positions

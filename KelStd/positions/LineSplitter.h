@@ -35,4 +35,7 @@ bool isEmptyRow(const SplitLine &line);
 /// would have a tabulator inside.
 KELSTD_EXPORT SplitLine splitLine(const QString &line);
 
+/// "1 field", "4 fields"
+QString fieldCount(int count);
+
 } // namespace KelStd::positions

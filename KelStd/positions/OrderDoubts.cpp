@@ -118,13 +118,13 @@ QString pairs(const QStringList &fields, bool byCommas, const InputForm &form)
 
 } // namespace
 
-QString heightDoubt(const QString &field)
+QString heightDoubt(const QString &field, const InputForm &form)
 {
     return QStringLiteral("height %1 is beyond %2 m: it may be an easting, behind a point's number "
                           "and the northing")
                .arg(field)
-               .arg(mostPlaneHeight)
-           + whatToAdd(Frame::LocalProjected);
+               .arg(maxPlaneHeight)
+           + whatToAdd(form);
 }
 
 QString nameDoubt(const QString &name, const InputForm &form)

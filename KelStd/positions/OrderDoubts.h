@@ -14,14 +14,14 @@
 namespace KelStd::positions {
 
 /// Higher than any height of the plane [m]: a northing or an easting can be such a number.
-inline constexpr double mostPlaneHeight = 20000.0;
+inline constexpr double maxPlaneHeight = 20000.0;
 
 /// Whether the height can be one. Where neither headings nor a choice say that it is the height,
-/// one of the plane cannot be higher than `mostPlaneHeight`.
+/// one of the plane cannot be higher than `maxPlaneHeight`.
 inline bool mayBeHeight(double metres, Frame frame, const FieldOrder &order)
 {
     return !order.isPlain || frame != Frame::LocalProjected
-           || (metres <= mostPlaneHeight && metres >= -mostPlaneHeight);
+           || (metres <= maxPlaneHeight && metres >= -maxPlaneHeight);
 }
 
 /// A number that is not whole: with a sign or decimals.
@@ -63,7 +63,7 @@ QString laterPairsDoubt(const SplitLine &line, const InputForm &form);
 QString nameDoubt(const QString &name, const InputForm &form);
 
 /// Why that height is none, and what to add.
-QString heightDoubt(const QString &field);
+QString heightDoubt(const QString &field, const InputForm &form);
 
 /// Of a line that would decide the order for all others: empty, or what else it may mean and what
 /// to add. The later lines have as many fields as it, so that the doubt does not come back.

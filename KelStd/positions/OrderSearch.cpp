@@ -19,7 +19,7 @@ namespace KelStd::positions {
 namespace {
 
 /// Lines of a title and other lines in front of headings.
-constexpr int mostOtherLines = 20;
+constexpr int maxOtherLines = 20;
 
 /// Lines of each kind that are kept; behind them the same is said again.
 constexpr int maxKeptLines = 100;
@@ -29,11 +29,6 @@ bool isNumber(const QString &field)
     bool ok = false;
     field.toDouble(&ok);
     return ok;
-}
-
-QString fieldCount(int count)
-{
-    return count == 1 ? QStringLiteral("1 field") : QStringLiteral("%1 fields").arg(count);
 }
 
 /// Whether the line is a sentence in which some words happen to be headings.
@@ -72,7 +67,7 @@ bool beginsAsPosition(const SplitLine &line)
            && (isOtherNumber(first) || (isValue(first) && hasAngleSigns(first)));
 }
 
-/// "; --columns 1,2,3,4 picks ...", for a line with other fields beside three numbers.
+/// "; a choice of columns 1,2,3,4 picks ...", for a line with other fields beside three numbers.
 QString hintOnColumns(const SplitLine &line, const InputForm &form)
 {
     const auto &fields = line.fields;
@@ -86,8 +81,8 @@ QString hintOnColumns(const SplitLine &line, const InputForm &form)
             continue;
         QString columns = i > 0 ? QStringLiteral("1,") : QString();
         columns += QStringLiteral("%1,%2,%3").arg(i + 1).arg(i + 2).arg(i + 3);
-        return QStringLiteral("; where %1, %2 and %3 are these, --columns %4 picks them")
-            .arg(three.at(0), three.at(1), three.at(2), columns);
+        return QStringLiteral("; where %1, %2 and %3 are these, %4 %5 picks them")
+            .arg(three.at(0), three.at(1), three.at(2), form.words.columns, columns);
     }
     return {};
 }
@@ -282,7 +277,7 @@ bool OrderSearch::keepOther(const LineMistake &line)
     if (!m_other.isThere())
         m_other = line;
     m_lastOther = line.line;
-    return ++m_others <= mostOtherLines;
+    return ++m_others <= maxOtherLines;
 }
 
 void OrderSearch::keepFailed(const SplitLine &line, qint64 lineNumber)
@@ -349,11 +344,13 @@ LineMistake OrderSearch::otherLines() const
                              : LineMistake();
 }
 
-QString OrderSearch::withSkipHint(const QString &reason, qint64 lines)
+QString OrderSearch::withSkipHint(const QString &reason, qint64 lines) const
 {
     return reason
-           + (lines == 1 ? QStringLiteral("; --skip 1 passes over the line")
-                         : QStringLiteral("; --skip %1 passes over the first %1 lines").arg(lines));
+           + (lines == 1 ? QStringLiteral("; %1 1 passes over the line").arg(m_form.words.skip)
+                         : QStringLiteral("; %1 %2 passes over the first %2 lines")
+                               .arg(m_form.words.skip)
+                               .arg(lines));
 }
 
 } // namespace KelStd::positions

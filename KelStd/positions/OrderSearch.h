@@ -113,8 +113,8 @@ public:
     /// Why lines that are neither headings nor positions are not passed over.
     LineMistake otherLines() const;
 
-    /// "...; --skip 3 passes over the first lines"
-    static QString withSkipHint(const QString &reason, qint64 lines);
+    /// "...; skipping 3 passes over the first 3 lines"
+    QString withSkipHint(const QString &reason, qint64 lines) const;
 
 private:
     /// A line that names units.

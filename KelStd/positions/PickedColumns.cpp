@@ -10,7 +10,8 @@ namespace KelStd::positions {
 namespace {
 
 /// The one heading that is written so, or else is so but for case, blanks and signs.
-int fieldHeaded(const QString &column, const QStringList &headings, QString &mistake)
+int fieldHeaded(const QString &column, const QStringList &headings, const InputWords &words,
+                QString &mistake)
 {
     QStringList compared = headings;
     QString wanted = column;
@@ -22,12 +23,12 @@ int fieldHeaded(const QString &column, const QStringList &headings, QString &mis
     const int count = compared.count(wanted);
     if (count == 1)
         return compared.indexOf(wanted);
-    mistake = count > 1 ? QStringLiteral("--columns: %1 is the heading of %2 columns; pick one by "
-                                         "its number")
-                              .arg(quoted(column))
-                              .arg(count)
-                        : QStringLiteral("--columns: no column is headed %1; there are %2")
-                              .arg(quoted(column), headings.join(QLatin1String(", ")));
+    mistake = count > 1
+                  ? QStringLiteral("%1: %2 is the heading of %3 columns; pick one by "
+                                   "its number")
+                        .arg(words.columns, quoted(column), QString::number(count))
+                  : QStringLiteral("%1: no column is headed %2; there are %3")
+                        .arg(words.columns, quoted(column), headings.join(QLatin1String(", ")));
     return -1;
 }
 
@@ -60,26 +61,26 @@ QString contradiction(const Heading &heading, const InputForm &form, int compone
     const QString label = QString::fromLatin1(columnOf(form.frame, component).label);
     const int meant = componentHeaded(form, heading);
     if (meant >= 0 && meant != component) {
-        return QStringLiteral("--columns picks the column %1 as %2; the order is %3")
-            .arg(quoted(heading.text), label, labelsOf(form.frame));
+        return QStringLiteral("%1 picks the column %2 as %3; the order is %4")
+            .arg(form.words.columns, quoted(heading.text), label, labelsOf(form.frame));
     }
     if (meant < 0 && !isForTheUserToKnow(heading, form.frame)) {
         const QString other = otherMeaning(form, heading);
         if (!other.isEmpty()) {
-            return QStringLiteral(
-                       "--columns picks the column %1 as the %2 of %3; its heading names "
-                       "%4")
-                .arg(quoted(heading.text), label, QLatin1String(rowOf(form.frame).option), other);
+            return QStringLiteral("%1 picks the column %2 as the %3 of %4; its heading names "
+                                  "%5")
+                .arg(form.words.columns, quoted(heading.text), label,
+                     QLatin1String(rowOf(form.frame).option), other);
         }
     }
     const QString direction = meant < 0 ? directionIn(heading) : QString();
     if (!mayHold(form, component, direction)) {
-        return QStringLiteral("--columns picks the column %1 as %2, but its heading says %3; "
-                              "--skip passes over headings that are wrong")
-            .arg(quoted(heading.text), label, direction);
+        return QStringLiteral("%1 picks the column %2 as %3, but its heading says %4; "
+                              "%5 passes over headings that are wrong")
+            .arg(form.words.columns, quoted(heading.text), label, direction, form.words.skip);
     }
     if (!hasInputUnit(form, component, heading))
-        return QLatin1String("--columns: ") + unitMistake(form, component, heading);
+        return form.words.columns + QLatin1String(": ") + unitMistake(form, component, heading);
     return {};
 }
 
@@ -127,18 +128,19 @@ bool orderPicked(const ColumnChoice &choice, const QStringList &headings, int fi
     mistake.clear();
     QVector<int> picked;
     for (const QString &column : choice.columns()) {
-        const int field =
-            isColumnNumber(column) ? columnNumber(column) : fieldHeaded(column, headings, mistake);
+        const int field = isColumnNumber(column)
+                              ? columnNumber(column)
+                              : fieldHeaded(column, headings, form.words, mistake);
         if (field < 0)
             return false;
         if (field >= fields) {
-            mistake = QStringLiteral("--columns: there is no column %1; the line has %2")
-                          .arg(column)
-                          .arg(fields);
+            mistake = QStringLiteral("%1: there is no column %2; the line has %3")
+                          .arg(form.words.columns, column, QString::number(fields));
             return false;
         }
         if (picked.contains(field)) {
-            mistake = QStringLiteral("--columns picks column %1 twice").arg(field + 1);
+            mistake =
+                QStringLiteral("%1 picks column %2 twice").arg(form.words.columns).arg(field + 1);
             return false;
         }
         picked += field;
@@ -165,7 +167,7 @@ bool orderPicked(const ColumnChoice &choice, const QStringList &headings, int fi
             const bool isBehind = field == order.components[static_cast<std::size_t>(i)] + 1
                                   && isAngle(columnOf(form.frame, i));
             if (isRestOf(heading, form, i) || (isBehind && isPartOfAngleBefore(heading))) {
-                mistake = QLatin1String("--columns: ") + partOfAngleMistake(heading);
+                mistake = form.words.columns + QLatin1String(": ") + partOfAngleMistake(heading);
                 return false;
             }
         }

@@ -49,14 +49,14 @@ QString withoutSignOfZero(QString text)
 void appendNumber(QByteArray &bytes, double value, int decimals)
 {
     constexpr double most = 1e15;
-    constexpr int mostDecimals = 20;
-    constexpr std::size_t mostCharacters = 64;
-    if (!(std::abs(value) < most) || decimals < 0 || decimals > mostDecimals
+    constexpr int maxDecimals = 20;
+    constexpr std::size_t maxCharacters = 64;
+    if (!(std::abs(value) < most) || decimals < 0 || decimals > maxDecimals
         || isTie(value, decimals)) {
         bytes += numberText(value, decimals).toLatin1();
         return;
     }
-    char text[mostCharacters];
+    char text[maxCharacters];
     const char *const end =
         std::to_chars(text, text + sizeof text, value, std::chars_format::fixed, decimals).ptr;
     const char *begin = text;
@@ -67,10 +67,10 @@ void appendNumber(QByteArray &bytes, double value, int decimals)
 
 bool readPlainNumber(std::string_view text, double &value)
 {
-    constexpr std::size_t mostCharacters = 40;
+    constexpr std::size_t maxCharacters = 40;
     const std::string_view digits = text.substr(!text.empty() && text.front() == '-' ? 1 : 0);
     const bool isPlain =
-        text.size() <= mostCharacters && !digits.empty() && isDigit(digits.front())
+        text.size() <= maxCharacters && !digits.empty() && isDigit(digits.front())
         && isDigit(digits.back())
         && std::all_of(digits.begin(), digits.end(), [](char c) { return isDigit(c) || c == '.'; });
     if (!isPlain)

@@ -67,13 +67,13 @@ bool fits(const InputForm &form, const QVector<Heading> &headings)
     return true;
 }
 
-/// "; these headings fit --from local-neh", or nothing.
-QString otherFrames(const QVector<Heading> &headings)
+/// "; these headings fit the frame local-neh", or nothing.
+QString otherFrames(const InputForm &form, const QVector<Heading> &headings)
 {
     QStringList fitting;
     for (const FrameRow &row : frames()) {
         if (fits(row.frame, headings))
-            fitting += QLatin1String("--from ") + QLatin1String(row.option);
+            fitting += form.words.frame + QLatin1Char(' ') + QLatin1String(row.option);
     }
     return fitting.isEmpty() ? QString()
                              : QStringLiteral("; these headings fit %1")
@@ -87,14 +87,15 @@ QString missing(const InputForm &form, int component, const QVector<Heading> &he
         QStringLiteral("the line holds no number, so it is a header; it names no %1. Accepted%2: "
                        "%3%4")
             .arg(QString::fromLatin1(inputColumn(form, component).label),
-                 isChosen ? QLatin1String(" for --from ") + QLatin1String(rowOf(form.frame).option)
+                 isChosen ? QStringLiteral(" for %1 %2")
+                                .arg(form.words.frame, QLatin1String(rowOf(form.frame).option))
                           : QString(),
-                 acceptedWords(form), isChosen ? otherFrames(headings) : QString());
+                 acceptedWords(form), isChosen ? otherFrames(form, headings) : QString());
     const QVector<int> otherUnit = fieldsNaming(form, component, headings, false);
     if (!otherUnit.isEmpty())
         text += QLatin1String("; ") + unitMistake(form, component, headings.at(otherUnit.first()));
     if (isChosen)
-        text += QStringLiteral("; --columns picks columns with other headings");
+        text += QStringLiteral("; %1 picks columns with other headings").arg(form.words.columns);
     return text;
 }
 

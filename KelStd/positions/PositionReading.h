@@ -1,15 +1,18 @@
 #pragma once
 
+#include <KelStd/positions/ComponentReader.h>
 #include <KelStd/positions/LineSplitter.h>
 #include <KelStd/positions/OrderSearch.h>
 #include <KelStd/positions/PlainLine.h>
 #include <KelStd/positions/PositionHeader.h>
 #include <KelStd/positions/PositionParser.h>
-#include <KelStd/text/TypedNumber.h>
+#include <KelStd/positions/TextLine.h>
 
 namespace KelStd::positions {
 
-/// What a parser keeps of the lines before, and the ways of a line through it.
+/// What a parser keeps of the lines before, and the way of a line through it: it is decoded and
+/// split (`TextLine`), then taken as one in front of the order (OpeningLines.cpp) or behind it
+/// (LaterLines.cpp), where it is read (`ComponentReader`) or recognised (`OrderSearch`).
 class PositionParser::Reading
 {
 public:
@@ -40,31 +43,41 @@ public:
     }
 
 private:
-    Result takeComment(const QString &content, const QString &flaw, std::string_view bytes);
-    Result takeUnreadable(const SplitLine &line, const QString &mistake, bool isSplit,
-                          std::string_view bytes);
+    Result takeRemark(const TextLine &line);
+
+    // OpeningLines.cpp
+    Result takeOpening(const TextLine &line);
+    Result takeOpeningWords(const TextLine &line, QString reason);
+    Result takeOpeningValues(const TextLine &line, QString reason);
+    Result takeOpeningRemark(const TextLine &line, const HeadingsFound &found);
+    Result takeDamagedOpening(const TextLine &line);
+    Result takeTooLongOpening(const QString &mistake);
     Result takeOther(const QString &reason);
-    Result takeOther(const SplitLine &line, const QString &reason);
-    Result takeOpening(const SplitLine &line, std::string_view bytes);
-    std::optional<Result> takeUnits(const SplitLine &line, const QString &text);
+    Result takeOther(const TextLine &line, const QString &reason);
     Result takeFirstPosition(const SplitLine &line, const FieldOrder &order);
     Result takeSureHeadings(const FieldOrder &order, std::string_view bytes);
-    Result takeHeadings(const HeadingsFound &found, Result otherwise);
+
+    // LaterLines.cpp
+    Result takeLater(const TextLine &line);
+    Result takeLaterRemark(const TextLine &line, const HeadingsFound &found);
+    Result takeDamagedLater(const TextLine &line);
+    std::optional<Result> takeLaterUnits(const SplitLine &line, const QString &text);
+    Result takeLaterHeadings(const HeadingsFound &found);
+    Result takeOtherHeadings();
     bool mayBeOtherHeadings(const SplitLine &line) const;
     bool isRemarkOfOtherOrder(const QString &remark, const SplitLine &line) const;
-    bool mayBePair(std::string_view name) const;
-    Result takeOtherHeadings();
+
     void decide(const FieldOrder &order, qint64 line, const QByteArray &headerLine);
     Result readFields(const SplitLine &line, const FieldOrder &order);
     bool readPlain(std::string_view line);
+    QString doubtOnName(const SplitLine &line, const FieldOrder &order) const;
+    bool mayBePair(std::string_view name) const;
     void keepTexts(const SplitLine &line, const FieldOrder &order);
-    QString readComponent(int component, const QString &field, DecimalMark mark,
-                          double &value) const;
     Result bad(const QString &reason);
     Result badHeader(const LineMistake &mistake);
 
     InputForm m_form;
-    double m_metresPerUnit;
+    ComponentReader m_components;
     std::optional<ColumnChoice> m_choice;
     OrderSearch m_search;
     std::optional<FieldOrder> m_order;
@@ -77,7 +90,6 @@ private:
     QByteArray m_headerLine;
     QString m_reason;
     qint64 m_reasonLine = 0;
-    QString m_text; ///< of the line that is read with care
     PlainLine m_plain;
     std::vector<QByteArray>
         m_texts; ///< what `m_name` and `m_carried` look at unless it is the line

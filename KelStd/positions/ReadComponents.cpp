@@ -19,8 +19,9 @@ EUnit inputUnit(const InputForm &form, int component)
 
 QString waysToSayOrder(const InputForm &form)
 {
-    return form.height == InputHeight::OfFrame ? QStringLiteral("a line of headings or --columns")
-                                               : QStringLiteral("a line of headings");
+    return form.height == InputHeight::OfFrame
+               ? QLatin1String("a line of headings or ") + form.words.columns
+               : QStringLiteral("a line of headings");
 }
 
 } // namespace KelStd::positions

@@ -11,7 +11,7 @@ Column inputColumn(const InputForm &form, int component);
 /// The unit in which the component is read.
 EUnit inputUnit(const InputForm &form, int component);
 
-/// "a line of headings or --columns": how the user says in which order the fields stand.
+/// "a line of headings or a choice of columns": how the user says in which order the fields stand.
 QString waysToSayOrder(const InputForm &form);
 
 } // namespace KelStd::positions

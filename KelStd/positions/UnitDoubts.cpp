@@ -113,8 +113,8 @@ bool isFiller(const QString &word)
 /// The unit that begins with that word, the longest one; `next` is behind it.
 const HeadingUnit *unitAt(const QVector<Word> &words, int position, int &next)
 {
-    constexpr int mostWords = 3; // "us survey feet"
-    for (int count = std::min(mostWords, words.size() - position); count > 0; --count) {
+    constexpr int maxWords = 3; // "us survey feet"
+    for (int count = std::min(maxWords, words.size() - position); count > 0; --count) {
         QStringList parts;
         for (int i = position; i < position + count; ++i)
             parts += words.at(i).lower();
@@ -144,9 +144,9 @@ bool isNameAt(const QVector<Word> &words, int next)
 /// feet".
 const HeadingUnit *unitBehind(const QVector<Word> &words, int subject, int &next)
 {
-    constexpr int mostFillers = 8;
+    constexpr int maxFillers = 8;
     bool isIn = isUnitsWord(words.at(subject).lower());
-    for (int i = subject + 1; i < words.size() && i <= subject + mostFillers; ++i) {
+    for (int i = subject + 1; i < words.size() && i <= subject + maxFillers; ++i) {
         const QString word = words.at(i).lower();
         if (isIn || (i == subject + 1 && words.at(i).isBehindBracket)) {
             if (const HeadingUnit *unit = unitAt(words, i, next))
@@ -169,8 +169,8 @@ QString joined(const QVector<Word> &words, int from, int to)
 
 QVector<SaidUnit> saidUnits(const QString &text)
 {
-    constexpr int mostCharacters = 400; // of a title that is read
-    const QVector<Word> words = wordsOf(text.left(mostCharacters));
+    constexpr int maxCharacters = 400; // of a title that is read
+    const QVector<Word> words = wordsOf(text.left(maxCharacters));
     QVector<SaidUnit> said;
     int next = 0;
     bool hasUnit = false;

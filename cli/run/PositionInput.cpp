@@ -1,5 +1,6 @@
 #include <cli/run/PositionInput.h>
 
+#include <cli/run/OptionWords.h>
 #include <cli/terminal/CommandLine.h>
 #include <cli/terminal/Console.h>
 
@@ -47,7 +48,7 @@ bool PositionInput::takeOptions(const CommandLine &line, QString &mistake)
         return false;
     m_skippedLines = *skipped;
     if (m_columns == Columns::MayBePicked && line.isSet(columnsOption)) {
-        m_choice = positions::ColumnChoice::from(line.value(columnsOption), mistake);
+        m_choice = positions::ColumnChoice::from(line.value(columnsOption), mistake, optionWords());
         return m_choice.has_value();
     }
     return true;
@@ -73,7 +74,9 @@ void PositionInput::promptFor(const QString &components, Console &console) const
 
 positions::PositionParser PositionInput::parser(const positions::InputForm &form) const
 {
-    positions::PositionParser parser(form, m_choice);
+    positions::InputForm worded = form;
+    worded.words = optionWords();
+    positions::PositionParser parser(worded, m_choice);
     parser.setSkippedLines(m_skippedLines);
     return parser;
 }

@@ -78,8 +78,8 @@ void appendLine(QByteArray &bytes, QString line)
 /// A field that is carried through, below its heading.
 QString carriedCell(const QString &text, const QString &heading)
 {
-    constexpr int leastWidth = 8;
-    return gap + text.leftJustified(std::max(leastWidth, heading.size()));
+    constexpr int minWidth = 8;
+    return gap + text.leftJustified(std::max(minWidth, heading.size()));
 }
 
 } // namespace
@@ -168,7 +168,7 @@ void TableWriter::writeWide(QByteArray &bytes, const positions::PrintedPosition 
 void TableWriter::writeNarrow(QByteArray &bytes, const positions::PrintedPosition &position) const
 {
     constexpr int titleWidth = 18;
-    constexpr int leastWidth = 18; // 179°59′59.999999″W, and three of them fit 80 columns
+    constexpr int minWidth = 18; // 179°59′59.999999″W, and three of them fit 80 columns
 
     if (m_columns.hasNames)
         appendLine(bytes, fromUtf8(position.name));
@@ -183,7 +183,7 @@ void TableWriter::writeNarrow(QByteArray &bytes, const positions::PrintedPositio
                                                                     : QString(),
                          QString::fromLatin1(column.label), m_printer.unit(column));
             const QString number = m_printer.cell(column, position.location);
-            const int width = std::max({leastWidth, label.size(), number.size()});
+            const int width = std::max({minWidth, label.size(), number.size()});
             labels += gap + rightAligned(label, width);
             numbers += gap + rightAligned(number, width);
         }
@@ -191,7 +191,7 @@ void TableWriter::writeNarrow(QByteArray &bytes, const positions::PrintedPositio
         appendLine(bytes, numbers);
     }
     if (!position.geoidModel.isEmpty()) {
-        constexpr int lineWidth = titleWidth + positions::componentsPerFrame * (leastWidth + 2);
+        constexpr int lineWidth = titleWidth + positions::componentsPerFrame * (minWidth + 2);
         appendLine(bytes, (QLatin1String("height above the ")
                            + positions::heightReference(position.geoidModel))
                               .rightJustified(lineWidth));

@@ -35,7 +35,7 @@ const QList<Room> &rooms()
         {"KelStd/io/", {"coord", "text"}},
         {"KelStd/proj/", {"coord", "text", "display", "platform", "grid", "files"}},
         {"KelStd/location/", {"coord", "text", "proj", "platform"}},
-        {"KelStd/positions/", {"coord", "display", "text", "location"}},
+        {"KelStd/positions/", {"coord", "display", "text", "location", "io"}},
         {"KelStd/library/", {"coord", "display", "io", "files", "platform"}},
     };
     return rows;

@@ -49,13 +49,21 @@ inline ParsedInput parsed(positions::PositionParser parser, const QByteArray &in
     return all;
 }
 
-inline positions::PositionParser parserFor(const positions::InputForm &form,
-                                           const char *columns = "", qint64 skipped = 0)
+/// The words of `kelstd convert`.
+inline positions::InputWords optionWords()
+{
+    return {QStringLiteral("--columns"), QStringLiteral("--skip"), QStringLiteral("--from"),
+            QStringLiteral("--length-unit")};
+}
+
+inline positions::PositionParser parserFor(positions::InputForm form, const char *columns = "",
+                                           qint64 skipped = 0)
 {
     QString mistake;
+    form.words = optionWords();
     std::optional<positions::ColumnChoice> choice;
     if (*columns != '\0')
-        choice = positions::ColumnChoice::from(QString::fromUtf8(columns), mistake);
+        choice = positions::ColumnChoice::from(QString::fromUtf8(columns), mistake, form.words);
     positions::PositionParser parser(form, choice);
     parser.setSkippedLines(skipped);
     return parser;

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <KelStd/positions/InputForm.h>
+#include <KelStd/positions/LineSplitter.h>
+#include <KelStd/positions/PlainLine.h>
+#include <KelStd/positions/PositionHeader.h>
+#include <KelStd/text/TypedNumber.h>
+
+#include <QtCore/QString>
+
+#include <array>
+
+namespace KelStd::positions {
+
+/// Three components in degrees and metres, in the order of their frame.
+using Components = std::array<double, componentsPerFrame>;
+
+/// Reads the components of a position from the fields of a line.
+class ComponentReader
+{
+public:
+    explicit ComponentReader(const InputForm &form);
+
+    /// The short way; false where the line needs more care.
+    bool readPlain(const PlainLine &line, const FieldOrder &order, Components &components) const;
+
+    /// Empty, or why the line, which has as many fields as the order, is refused: it can be read in
+    /// two ways, or a field is no value.
+    QString read(const SplitLine &line, const FieldOrder &order, Components &components) const;
+
+private:
+    QString doubtOf(const SplitLine &line, const FieldOrder &order) const;
+    QString readComponent(int component, const QString &field, DecimalMark mark,
+                          double &value) const;
+
+    InputForm m_form;
+    double m_metresPerUnit;
+};
+
+} // namespace KelStd::positions

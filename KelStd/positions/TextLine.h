@@ -1,0 +1,25 @@
+#pragma once
+
+#include <KelStd/positions/LineSplitter.h>
+
+#include <QtCore/QString>
+
+#include <string_view>
+
+namespace KelStd::positions {
+
+/// A line of an input, decoded and split: what it says is not yet judged.
+struct TextLine
+{
+    std::string_view bytes;
+    QString text;    ///< of a remark what stands behind its #
+    SplitLine split; ///< with broken quotation marks, what may be the fields
+    QString flaw;    ///< why it cannot be read; empty when it can
+    bool isRemark = false;
+    bool isSplit = false; ///< its quotation marks are whole
+    bool isEmpty = false; ///< blanks or separators without a field
+};
+
+TextLine textLineOf(std::string_view bytes);
+
+} // namespace KelStd::positions
