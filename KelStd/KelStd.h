@@ -18,6 +18,9 @@
 #include <KelStd/display/stShowConfig.h>
 #include <KelStd/files/FileLock.h>
 #include <KelStd/files/WorkshopMark.h>
+#include <KelStd/grid/GridFailure.h>
+#include <KelStd/grid/GridFile.h>
+#include <KelStd/grid/GridNodes.h>
 #include <KelStd/io/Coord_IO.h>
 #include <KelStd/io/DocumentLimits.h>
 #include <KelStd/io/DocumentReview.h>

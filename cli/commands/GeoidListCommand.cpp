@@ -17,11 +17,10 @@ QString contentOf(const GeoidModelFile &file)
     if (!file.fault.isEmpty())
         return QStringLiteral("not usable: ") + file.fault;
     GridFile grid;
-    QString reason;
-    if (!grid.open(file.path, reason))
-        return QStringLiteral("not usable: ") + reason;
+    if (const GridFailure failure = grid.open(file.path))
+        return QStringLiteral("not usable: ") + failure.text;
     const QString text = QStringLiteral("%1, latitudes %2, longitudes %3, every %4")
-                             .arg(formatName(grid.format()), latitudesText(grid),
+                             .arg(GridFile::formatName(grid.format()), latitudesText(grid),
                                   longitudesText(grid), spacingText(grid));
     return file.doubt.isEmpty() ? text : text + QStringLiteral("; doubtful: ") + file.doubt;
 }

@@ -1,8 +1,9 @@
 #include <cli/geoids/DoctorGeoidModels.h>
 
 #include <cli/geoids/GeoidModel.h>
-#include <cli/geoids/GridFile.h>
 #include <cli/proj/ProjInspection.h>
+
+#include <KelStd/grid/GridFile.h>
 
 #include <QtCore/QFileInfo>
 #include <QtCore/QStringList>
@@ -108,7 +109,7 @@ QList<GeoidModelFinding> examineGeoidModels(bool isProjReady)
         }
         usable += QStringLiteral("%1 (%2%3)")
                       .arg(name, files.first().folder.title,
-                           isGgfName(name) ? QStringLiteral(", converted") : QString());
+                           GridFile::isGgfName(name) ? QStringLiteral(", converted") : QString());
     }
     const QString text =
         usable.isEmpty() ? QStringLiteral("none") : usable.join(QLatin1String(", "));

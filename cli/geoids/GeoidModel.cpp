@@ -1,9 +1,10 @@
 #include <cli/geoids/GeoidModel.h>
 
-#include <cli/geoids/GridFile.h>
+#include <cli/geoids/GridText.h>
 #include <cli/proj/ProjInspection.h>
 #include <cli/terminal/FilePath.h>
 
+#include <KelStd/grid/GridFile.h>
 #include <KelStd/platform/AppConfig.h>
 #include <KelStd/platform/ResourceQuery.h>
 #include <KelStd/proj/ProjLib.h>
@@ -32,9 +33,10 @@ bool saysWhere(const QString &name)
     return name.startsWith(QLatin1String("./")) || name.startsWith(QLatin1String("../"));
 }
 
-bool isGtxName(const QString &name)
+/// Whether a name is that of a layout that can be looked at without PROJ.
+bool isReadHere(const QString &name)
 {
-    return name.endsWith(QLatin1String(".gtx"), Qt::CaseInsensitive);
+    return GridFile::isGgfName(name) || GridFile::isGtxName(name);
 }
 
 /// What PROJ does not take for a part of a path.
@@ -74,24 +76,19 @@ QString faultOf(const QString &path)
     const QString fault = signFault(path);
     if (!fault.isEmpty())
         return fault;
-    GridFile grid;
-    QString reason;
-    if (isGgfName(path) || isGtxName(path)) {
-        if (!grid.open(path, reason) || !grid.isComplete(reason))
-            return reason;
-    } else if (QFileInfo(path).size() == 0) {
-        return QStringLiteral("it is empty");
+    if (isReadHere(path)) {
+        GridFile grid;
+        GridFailure failure = grid.open(path);
+        return failure ? failure.text : grid.completeness().text;
     }
-    return {};
+    return QFileInfo(path).size() == 0 ? QStringLiteral("it is empty") : QString();
 }
 
 /// What looks wrong about a grid that can be used.
 QString doubtOf(const QString &path)
 {
     GridFile grid;
-    QString reason;
-    const bool isKnown = isGgfName(path) || isGtxName(path);
-    return isKnown && grid.open(path, reason) && grid.endsInZeros() ? zerosText() : QString();
+    return isReadHere(path) && !grid.open(path) && grid.endsInZeros() ? zerosText() : QString();
 }
 
 QString unreadable(const QString &path, const QString &fault)
@@ -146,7 +143,7 @@ QStringList geoidModelNames()
                            QDirIterator::Subdirectories);
         while (files.hasNext()) {
             const QString name = folder.directory.relativeFilePath(files.next());
-            if (isGgfName(name) || isGtxName(name))
+            if (isReadHere(name))
                 names += name;
         }
     }
@@ -156,7 +153,7 @@ QStringList geoidModelNames()
     names.erase(std::remove_if(names.begin(), names.end(),
                                [&all](const QString &name) {
                                    const QString source = name.left(name.lastIndexOf(u'.'));
-                                   return isGgfName(source) && all.contains(source);
+                                   return GridFile::isGgfName(source) && all.contains(source);
                                }),
                 names.end());
     return names;
@@ -236,7 +233,7 @@ bool ChosenGrid::choose(const QString &nameOrFile, QString &reason)
         reason = QStringLiteral("it is no file");
         return false;
     }
-    if (isGgfName(nameOrFile))
+    if (GridFile::isGgfName(nameOrFile))
         return convertForTheRun(file.absoluteFilePath(), reason);
     // PROJ looks for a relative path in places of its own.
     m_path = file.absoluteFilePath();

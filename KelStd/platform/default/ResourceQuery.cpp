@@ -2,6 +2,7 @@
 
 #include <KelStd/grid/GgfGrid.h>
 #include <KelStd/grid/GridHeader.h>
+#include <KelStd/grid/GridLayout.h>
 #include <KelStd/platform/AppConfig.h>
 
 #include <QtCore/QDateTime>
@@ -24,14 +25,9 @@ bool isReadAsOneGrid(const QString &name)
     return !name.contains(QLatin1Char(','));
 }
 
-bool hasSuffix(const QFileInfo &file, const char *suffix)
-{
-    return file.suffix().compare(QLatin1String(suffix), Qt::CaseInsensitive) == 0;
-}
-
 bool isGgf(const QFileInfo &file)
 {
-    return hasSuffix(file, "ggf");
+    return kelstd_grid::isNamedAs(kelstd_grid::ggfLayout, file.filePath());
 }
 
 /// False for what a copy that was interrupted leaves, and for other files that are not what they
@@ -40,7 +36,7 @@ bool isWhole(const QFileInfo &file)
 {
     if (isGgf(file))
         return kelstd_grid::isWholeGgf(file.filePath());
-    if (hasSuffix(file, "gtx"))
+    if (kelstd_grid::isNamedAs(kelstd_grid::gtxLayout, file.filePath()))
         return kelstd_grid::isWholeGtx(file.filePath());
     return file.size() > 0;
 }
