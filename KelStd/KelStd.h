@@ -33,6 +33,7 @@
 #include <KelStd/platform/ResourceQuery.h>
 #include <KelStd/platform/Toolkits.h>
 #include <KelStd/proj/ConversionFailure.h>
+#include <KelStd/proj/InitializationFailure.h>
 #include <KelStd/proj/ProjLib.h>
 #include <KelStd/text/CoordStringHelper.h>
 #include <KelStd/time/TimeFromVariant.h>

@@ -22,12 +22,19 @@ namespace {
 constexpr QDir::Filters everything =
     QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden | QDir::System;
 
+using Kind = InitializationFailureKind;
+
 enum class State
 {
     Installed,
     Missing,
     Unusable ///< there is something that can neither be used nor be replaced
 };
+
+InitializationFailure notWritable(const QString &path)
+{
+    return {Kind::HomeNotWritable, QObject::tr("%1 cannot be written").arg(path)};
+}
 
 State markerState(const QDir &privateDir)
 {
@@ -42,21 +49,38 @@ State markerState(const QDir &privateDir)
     return version == environmentVersion ? State::Installed : State::Missing;
 }
 
-/// The state of the private directory. One that is not there is made, empty.
-State preparePrivateDirectory(const QDir &home)
+/// The state of the private directory, with a failure where it is unusable. One that is not there
+/// is made, empty.
+State preparePrivateDirectory(const QDir &home, InitializationFailure &failure)
 {
     const QString path = home.absoluteFilePath(privateDirectoryName());
-    if (!home.exists(privateDirectoryName()))
-        return home.mkdir(privateDirectoryName()) ? State::Missing : State::Unusable;
-    QDir privateDir = home;
-    if (!privateDir.cd(privateDirectoryName()))
+    if (!home.exists(privateDirectoryName())) {
+        if (home.mkdir(privateDirectoryName()))
+            return State::Missing;
+        failure =
+            QFileInfo(path).isSymLink()
+                ? InitializationFailure{Kind::BadPrivateDirectory,
+                                        QObject::tr("%1 is a link that leads nowhere").arg(path)}
+                : InitializationFailure{Kind::HomeNotWritable,
+                                        QObject::tr("%1 cannot be created").arg(path)};
         return State::Unusable;
+    }
+    QDir privateDir = home;
+    if (!privateDir.cd(privateDirectoryName())) {
+        failure = {Kind::BadPrivateDirectory, QObject::tr("%1 is no directory").arg(path)};
+        return State::Unusable;
+    }
     const State state = markerState(privateDir);
+    if (state == State::Unusable) {
+        failure = {Kind::BadPrivateDirectory,
+                   QObject::tr("%1 cannot be read").arg(privateDir.filePath(markerFileName()))};
+    }
     if (state != State::Missing || !QFileInfo(path).isSymLink())
         return state;
     // What the link leads to may be anything.
-    logFailure(QObject::tr("%1 is a symbolic link and is not replaced; remove the link").arg(path),
-               LogType_Error);
+    failure = {Kind::LinkNotReplaced,
+               QObject::tr("%1 is a symbolic link and is not replaced; remove the link").arg(path)};
+    logFailure(failure.text, LogType_Error);
     return State::Unusable;
 }
 
@@ -99,34 +123,42 @@ public:
     Workshop &operator=(const Workshop &) = delete;
 
     /// Unpacks the archive and looks at what came out of it.
-    bool make(const QString &archive, const FileLock &lock) const
+    InitializationFailure make(const QString &archive, const FileLock &lock) const
     {
         const QString unpacker = findUnpacker();
-        if (unpacker.isEmpty() || !m_isMarked || !QDir().mkpath(newPrivateDirectory()))
-            return false;
+        if (unpacker.isEmpty()) {
+            return {Kind::NoUnpacker,
+                    QObject::tr("%1 is not on the search path").arg(unpackerName())};
+        }
+        if (!m_isMarked || !QDir().mkpath(newPrivateDirectory()))
+            return notWritable(m_home.absolutePath());
         // What the user's mask lets a new directory have.
         const QFile::Permissions allowed = QFileInfo(newPrivateDirectory()).permissions();
-        if (!unpack(unpacker, archive, unpacked(), lock))
-            return false;
+        if (InitializationFailure failure = unpack(unpacker, archive, unpacked(), lock))
+            return failure;
         restrictPermissions(unpacked(), allowed);
-        return QDir(newPrivateDirectory()).exists(libraryFileName());
+        if (QDir(newPrivateDirectory()).exists(libraryFileName()))
+            return {};
+        return {Kind::WrongArchive, QObject::tr("%1 holds no PROJ").arg(archive)};
     }
 
     /// Lets the new private directory take the old one's place.
-    bool moveIntoPlace() const
+    InitializationFailure moveIntoPlace() const
     {
         const QString place = m_home.absoluteFilePath(privateDirectoryName());
         const QString old = m_dir.filePath(oldPart);
         if (!QDir().rename(place, old))
-            return false;
+            return notWritable(place);
         if (!QDir().rename(newPrivateDirectory(), place)) {
             QDir().rename(old, place);
-            return false;
+            return notWritable(place);
         }
         tk::Toolkits::ClearDirectory(old);
         // What the archive has beside its top folder "proj" belongs into the home directory, too.
-        return QDir(unpacked()).isEmpty(everything)
-               || tk::Toolkits::CopyDirectory(unpacked(), m_home.absolutePath(), true);
+        const bool isComplete =
+            QDir(unpacked()).isEmpty(everything)
+            || tk::Toolkits::CopyDirectory(unpacked(), m_home.absolutePath(), true);
+        return isComplete ? InitializationFailure() : notWritable(m_home.absolutePath());
     }
 
 private:
@@ -160,13 +192,11 @@ bool writeMarker(const QString &path)
 }
 
 /// Installs what is missing; by one process at a time.
-bool install(const QDir &home, const QDir &programDir, const FileLock &lock)
+InitializationFailure install(const QDir &home, const QDir &programDir, const FileLock &lock)
 {
-    switch (preparePrivateDirectory(home)) {
-    case State::Installed: return true;
-    case State::Unusable: return false;
-    case State::Missing: break;
-    }
+    InitializationFailure unusable;
+    if (preparePrivateDirectory(home, unusable) != State::Missing)
+        return unusable;
     if (lock.isTaken())
         removeLeftWorkshops(home);
 
@@ -174,19 +204,23 @@ bool install(const QDir &home, const QDir &programDir, const FileLock &lock)
     const QString archive = archiveDir.absoluteFilePath(archiveFileName());
     {
         const Workshop workshop(home);
-        if (!workshop.make(archive, lock) || !workshop.moveIntoPlace())
-            return false;
+        InitializationFailure failure = workshop.make(archive, lock);
+        if (!failure)
+            failure = workshop.moveIntoPlace();
+        if (failure)
+            return failure;
     }
     const QString marker =
         QDir(home.absoluteFilePath(privateDirectoryName())).absoluteFilePath(markerFileName());
-    if (QFileInfo::exists(marker))
-        return false;
+    if (QFileInfo::exists(marker)) {
+        return {Kind::WrongArchive, QObject::tr("%1 brings a marker of its own").arg(archive)};
+    }
     // Without geoid models everything but heights above the geoid still works. What a link leads to
     // is not this system's own: nothing is overwritten there.
     const QString models = home.absoluteFilePath(geoidDirectoryName());
     tk::Toolkits::CopyDirectory(programDir.absoluteFilePath(geoidDirectoryName()), models,
                                 !QFileInfo(models).isSymLink());
-    return writeMarker(marker);
+    return writeMarker(marker) ? InitializationFailure() : notWritable(marker);
 }
 
 bool isInstalled(const QDir &home)
@@ -197,7 +231,7 @@ bool isInstalled(const QDir &home)
 
 } // namespace
 
-bool ensureInstalled(const QDir &home, const QDir &programDir)
+InitializationFailure ensureInstalled(const QDir &home, const QDir &programDir)
 {
     const QString lockFile = home.absoluteFilePath(installLockName());
     FileLock lock(lockFile);
@@ -205,7 +239,7 @@ bool ensureInstalled(const QDir &home, const QDir &programDir)
         // Left by a process that was killed after its last step; taking it removes it.
         if (QFile::exists(lockFile))
             lock.take(0);
-        return true;
+        return {};
     }
     // Programs that start at the same moment must not unpack over each other. Where no lock can be
     // had nothing can be installed either.
@@ -215,7 +249,8 @@ bool ensureInstalled(const QDir &home, const QDir &programDir)
     FileLock second(home.absoluteFilePath(secondInstallLockName()));
     second.take(FileLock::forEver);
     // Without any lock another process may have been in the way because it was faster.
-    return install(home, programDir, second) || isInstalled(home);
+    InitializationFailure failure = install(home, programDir, second);
+    return isInstalled(home) ? InitializationFailure() : failure;
 }
 
 } // namespace KelStd::proj

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <KelStd/proj/InitializationFailure.h>
+
 #include <QtCore/QString>
 
 namespace KelStd {
@@ -15,10 +17,10 @@ namespace KelStd::proj {
 /// processes.
 QString findUnpacker();
 
-/// Unpacks `archive` into the directory `target`, overwriting; false when the program ends in any
-/// other way than with success. Options that the environment has for it are not passed on. `lock`
-/// stays held until the program has ended, also when this process is killed before.
-bool unpack(const QString &unpacker, const QString &archive, const QString &target,
-            const FileLock &lock);
+/// Unpacks `archive` into the directory `target`, overwriting; a failure when the program ends in
+/// any other way than with success. Options that the environment has for it are not passed on.
+/// `lock` stays held until the program has ended, also when this process is killed before.
+InitializationFailure unpack(const QString &unpacker, const QString &archive, const QString &target,
+                             const FileLock &lock);
 
 } // namespace KelStd::proj

@@ -74,6 +74,8 @@ public:
     void examineInstallation()
     {
         const bool isReady = !m_isKept && ProjLib::___InitializeEnviroment();
+        if (!isReady && !m_isKept)
+            m_failure = ProjLib::initializationFailure();
         m_wasPrepared = isReady && m_isUnpacked;
         examinePrivateDirectory();
         examineMarker();
@@ -260,8 +262,8 @@ private:
             waiting(label);
         } else {
             problem(label,
-                    QStringLiteral("PROJ could not be unpacked into %1")
-                        .arg(m_places.privateDirectory()),
+                    QStringLiteral("PROJ could not be unpacked into %1: %2")
+                        .arg(m_places.privateDirectory(), m_failure.text),
                     QStringLiteral("make %1 writable, see that the disk has room, then %2")
                         .arg(m_places.home.path(), reinstall));
         }
@@ -323,9 +325,8 @@ private:
         const QString release = projRelease(m_places.libraryFile(), reason);
         if (!isReady) {
             problem(label,
-                    release.isEmpty()
-                        ? reason
-                        : QStringLiteral("%1 lacks a function that is needed").arg(release),
+                    release.isEmpty() ? reason
+                                      : QStringLiteral("%1: %2").arg(release, m_failure.text),
                     QStringLiteral("install the libraries that PROJ 9.1 needs, if one is named "
                                    "here; else %1")
                         .arg(reinstall));
@@ -376,6 +377,7 @@ private:
     bool m_hasDirectory = false;
     bool m_isInstalled = false;
     bool m_wasPrepared = false;
+    InitializationFailure m_failure; ///< why PROJ is not ready, where it should be
 };
 
 /// The marker of a private directory that is to be made anew: without one the library does it.

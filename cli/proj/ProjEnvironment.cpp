@@ -15,8 +15,10 @@ ProjEnvironment::ProjEnvironment()
         return;
     }
     m_isReady = ProjLib::___InitializeEnviroment();
-    if (!m_isReady)
-        m_failure = QStringLiteral("PROJ is not ready; 'kelstd doctor' tells why");
+    if (!m_isReady) {
+        m_failure = QStringLiteral("PROJ is not ready: %1 ('kelstd doctor' says what to do)")
+                        .arg(ProjLib::initializationFailure().text);
+    }
 }
 
 ProjEnvironment::~ProjEnvironment()
