@@ -34,6 +34,7 @@
 #include <KelStd/platform/Toolkits.h>
 #include <KelStd/proj/ConversionFailure.h>
 #include <KelStd/proj/InitializationFailure.h>
+#include <KelStd/proj/ProjInspection.h>
 #include <KelStd/proj/ProjLib.h>
 #include <KelStd/text/CoordStringHelper.h>
 #include <KelStd/time/TimeFromVariant.h>

@@ -5,6 +5,7 @@
 #include <KelStd/platform/Toolkits.h>
 #include <KelStd/proj/FilePermissions.h>
 #include <KelStd/proj/PrivateDirectory.h>
+#include <KelStd/proj/ProjInspection.h>
 #include <KelStd/proj/TransformationResult.h>
 #include <KelStd/proj/Unpacker.h>
 
@@ -24,64 +25,51 @@ constexpr QDir::Filters everything =
 
 using Kind = InitializationFailureKind;
 
-enum class State
-{
-    Installed,
-    Missing,
-    Unusable ///< there is something that can neither be used nor be replaced
-};
+using MarkerState = ProjInspection::MarkerState;
 
 InitializationFailure notWritable(const QString &path)
 {
     return {Kind::HomeNotWritable, QObject::tr("%1 cannot be written").arg(path)};
 }
 
-State markerState(const QDir &privateDir)
+MarkerState markerState(const QDir &home)
 {
-    // Not QFile::exists, to which a link that leads nowhere exists.
-    if (!privateDir.exists(markerFileName()))
-        return State::Missing;
-    QFile marker(privateDir.absoluteFilePath(markerFileName()));
-    if (!marker.open(QIODevice::ReadOnly))
-        return State::Unusable;
-    qint32 version = 0;
-    QDataStream(&marker) >> version;
-    return version == environmentVersion ? State::Installed : State::Missing;
+    return ProjInspection(home, {}).markerState();
 }
 
-/// The state of the private directory, with a failure where it is unusable. One that is not there
-/// is made, empty.
-State preparePrivateDirectory(const QDir &home, InitializationFailure &failure)
+bool isInstalled(const QDir &home)
 {
-    const QString path = home.absoluteFilePath(privateDirectoryName());
-    if (!home.exists(privateDirectoryName())) {
+    return markerState(home) == MarkerState::Current;
+}
+
+/// Why nothing can be installed into the private directory, if so. One that is not there is made,
+/// empty.
+InitializationFailure preparePrivateDirectory(const QDir &home)
+{
+    const QFileInfo place(home.absoluteFilePath(privateDirectoryName()));
+    const QString path = place.filePath();
+    if (!place.exists()) {
         if (home.mkdir(privateDirectoryName()))
-            return State::Missing;
-        failure =
-            QFileInfo(path).isSymLink()
-                ? InitializationFailure{Kind::BadPrivateDirectory,
-                                        QObject::tr("%1 is a link that leads nowhere").arg(path)}
-                : InitializationFailure{Kind::HomeNotWritable,
-                                        QObject::tr("%1 cannot be created").arg(path)};
-        return State::Unusable;
+            return {};
+        if (place.isSymLink()) {
+            return {Kind::BadPrivateDirectory,
+                    QObject::tr("%1 is a link that leads nowhere").arg(path)};
+        }
+        return {Kind::HomeNotWritable, QObject::tr("%1 cannot be created").arg(path)};
     }
-    QDir privateDir = home;
-    if (!privateDir.cd(privateDirectoryName())) {
-        failure = {Kind::BadPrivateDirectory, QObject::tr("%1 is no directory").arg(path)};
-        return State::Unusable;
+    if (!place.isDir())
+        return {Kind::BadPrivateDirectory, QObject::tr("%1 is no directory").arg(path)};
+    if (markerState(home) == MarkerState::Unreadable) {
+        return {Kind::BadPrivateDirectory,
+                QObject::tr("%1 cannot be read").arg(QDir(path).filePath(markerFileName()))};
     }
-    const State state = markerState(privateDir);
-    if (state == State::Unusable) {
-        failure = {Kind::BadPrivateDirectory,
-                   QObject::tr("%1 cannot be read").arg(privateDir.filePath(markerFileName()))};
-    }
-    if (state != State::Missing || !QFileInfo(path).isSymLink())
-        return state;
+    if (!place.isSymLink())
+        return {};
     // What the link leads to may be anything.
-    failure = {Kind::LinkNotReplaced,
-               QObject::tr("%1 is a symbolic link and is not replaced; remove the link").arg(path)};
-    logFailure(failure.text, LogType_Error);
-    return State::Unusable;
+    const QString text =
+        QObject::tr("%1 is a symbolic link and is not replaced; remove the link").arg(path);
+    logFailure(text, LogType_Error);
+    return {Kind::LinkNotReplaced, text};
 }
 
 /// What the directory holds in which PROJ is prepared.
@@ -194,9 +182,10 @@ bool writeMarker(const QString &path)
 /// Installs what is missing; by one process at a time.
 InitializationFailure install(const QDir &home, const QDir &programDir, const FileLock &lock)
 {
-    InitializationFailure unusable;
-    if (preparePrivateDirectory(home, unusable) != State::Missing)
-        return unusable;
+    if (isInstalled(home))
+        return {};
+    if (InitializationFailure failure = preparePrivateDirectory(home))
+        return failure;
     if (lock.isTaken())
         removeLeftWorkshops(home);
 
@@ -212,21 +201,14 @@ InitializationFailure install(const QDir &home, const QDir &programDir, const Fi
     }
     const QString marker =
         QDir(home.absoluteFilePath(privateDirectoryName())).absoluteFilePath(markerFileName());
-    if (QFileInfo::exists(marker)) {
+    if (QFileInfo::exists(marker))
         return {Kind::WrongArchive, QObject::tr("%1 brings a marker of its own").arg(archive)};
-    }
     // Without geoid models everything but heights above the geoid still works. What a link leads to
     // is not this system's own: nothing is overwritten there.
     const QString models = home.absoluteFilePath(geoidDirectoryName());
     tk::Toolkits::CopyDirectory(programDir.absoluteFilePath(geoidDirectoryName()), models,
                                 !QFileInfo(models).isSymLink());
     return writeMarker(marker) ? InitializationFailure() : notWritable(marker);
-}
-
-bool isInstalled(const QDir &home)
-{
-    const QDir privateDir(home.absoluteFilePath(privateDirectoryName()));
-    return privateDir.exists() && markerState(privateDir) == State::Installed;
 }
 
 } // namespace

@@ -37,6 +37,13 @@ QProcessEnvironment unpackerEnvironment()
     return environment;
 }
 
+/// Waits for a process that was started; false where it did not start or did not end by itself.
+bool hasEnded(QProcess &process)
+{
+    constexpr int noTimeout = -1;
+    return process.waitForFinished(noTimeout) && process.exitStatus() == QProcess::NormalExit;
+}
+
 /// What the unpacking program says by its exit status (unzip(1), "DIAGNOSTICS").
 InitializationFailure failureOfStatus(int status, const QString &archive, const QString &unpacker)
 {
@@ -80,6 +87,17 @@ QString findUnpacker()
     return {};
 }
 
+bool testArchive(const QString &unpacker, const QString &archive, const QStringList &members)
+{
+    QProcess process;
+    process.setProcessEnvironment(unpackerEnvironment());
+    process.setProcessChannelMode(QProcess::MergedChannels);
+    process.setStandardInputFile(QProcess::nullDevice());
+    process.setStandardOutputFile(QProcess::nullDevice());
+    process.start(unpacker, QStringList{QStringLiteral("-tqq"), archive} + members);
+    return hasEnded(process) && process.exitCode() == 0;
+}
+
 InitializationFailure unpack(const QString &unpacker, const QString &archive, const QString &target,
                              const FileLock &lock)
 {
@@ -91,14 +109,12 @@ InitializationFailure unpack(const QString &unpacker, const QString &archive, co
     process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     process.start(unpacker, {QStringLiteral("-o"), QDir::fromNativeSeparators(archive),
                              QStringLiteral("-d"), QDir::fromNativeSeparators(target)});
-    constexpr int noTimeout = -1;
-    const bool hasEnded =
-        process.waitForFinished(noTimeout) && process.exitStatus() == QProcess::NormalExit;
-    if (hasEnded && process.exitCode() == 0)
+    const bool isOver = hasEnded(process);
+    if (isOver && process.exitCode() == 0)
         return {};
     if (!QFileInfo(archive).isFile())
         return {InitializationFailureKind::NoArchive, QObject::tr("%1 is missing").arg(archive)};
-    if (!hasEnded) {
+    if (!isOver) {
         return {
             InitializationFailureKind::UnpackingFailed,
             QObject::tr("%1 was not unpacked: %2 did not end by itself").arg(archive, unpacker)};

@@ -3,6 +3,7 @@
 #include <KelStd/proj/InitializationFailure.h>
 
 #include <QtCore/QString>
+#include <QtCore/QStringList>
 
 namespace KelStd {
 class FileLock;
@@ -22,5 +23,9 @@ QString findUnpacker();
 /// `lock` stays held until the program has ended, also when this process is killed before.
 InitializationFailure unpack(const QString &unpacker, const QString &archive, const QString &target,
                              const FileLock &lock);
+
+/// The unpacking program's verdict on these members of an archive; on all of them when none is
+/// named. Nothing is unpacked, and nothing printed.
+bool testArchive(const QString &unpacker, const QString &archive, const QStringList &members);
 
 } // namespace KelStd::proj

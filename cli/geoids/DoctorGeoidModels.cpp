@@ -1,9 +1,9 @@
 #include <cli/geoids/DoctorGeoidModels.h>
 
 #include <cli/geoids/GeoidModel.h>
-#include <cli/proj/ProjInspection.h>
 
 #include <KelStd/grid/GridFile.h>
+#include <KelStd/proj/ProjInspection.h>
 
 #include <QtCore/QFileInfo>
 #include <QtCore/QStringList>
@@ -86,7 +86,7 @@ GeoidModelFinding doubtOf(const GeoidModelFile &file, const QString &name,
 
 QList<GeoidModelFinding> examineGeoidModels(bool isProjReady)
 {
-    const QStringList different = comparedModels(ProjPlaces::current()).different;
+    const QStringList different = ProjInspection().deliveredModels().different;
     QStringList usable;
     QList<GeoidModelFinding> problems;
     for (const QString &name : geoidModelNames()) {

@@ -1,12 +1,12 @@
 #include <cli/geoids/GeoidModel.h>
 
 #include <cli/geoids/GridText.h>
-#include <cli/proj/ProjInspection.h>
 #include <cli/terminal/FilePath.h>
 
 #include <KelStd/grid/GridFile.h>
 #include <KelStd/platform/AppConfig.h>
 #include <KelStd/platform/ResourceQuery.h>
+#include <KelStd/proj/ProjInspection.h>
 #include <KelStd/proj/ProjLib.h>
 
 #include <QtCore/QDirIterator>
@@ -57,7 +57,7 @@ constexpr PathSign pathSigns[] = {
 /// directory where the home directory's own path has such a sign.
 QString signFault(const QString &path)
 {
-    const QString told = QDir(ProjPlaces::current().privateDirectory()).relativeFilePath(path);
+    const QString told = QDir(ProjInspection().privateDirectory()).relativeFilePath(path);
     for (const PathSign &row : pathSigns) {
         const QLatin1Char sign(row.sign);
         if (path.contains(sign) && told.contains(sign)) {
