@@ -33,6 +33,7 @@
 #include <KelStd/platform/ResourceQuery.h>
 #include <KelStd/platform/Toolkits.h>
 #include <KelStd/proj/ConversionFailure.h>
+#include <KelStd/proj/GeoidModels.h>
 #include <KelStd/proj/InitializationFailure.h>
 #include <KelStd/proj/ProjInspection.h>
 #include <KelStd/proj/ProjLib.h>

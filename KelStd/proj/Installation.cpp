@@ -2,6 +2,7 @@
 
 #include <KelStd/files/FileLock.h>
 #include <KelStd/files/WorkshopMark.h>
+#include <KelStd/grid/GeoidFolder.h>
 #include <KelStd/platform/Toolkits.h>
 #include <KelStd/proj/FilePermissions.h>
 #include <KelStd/proj/PrivateDirectory.h>
@@ -205,8 +206,8 @@ InitializationFailure install(const QDir &home, const QDir &programDir, const Fi
         return {Kind::WrongArchive, QObject::tr("%1 brings a marker of its own").arg(archive)};
     // Without geoid models everything but heights above the geoid still works. What a link leads to
     // is not this system's own: nothing is overwritten there.
-    const QString models = home.absoluteFilePath(geoidDirectoryName());
-    tk::Toolkits::CopyDirectory(programDir.absoluteFilePath(geoidDirectoryName()), models,
+    const QString models = home.absoluteFilePath(kelstd_grid::geoidFolderName());
+    tk::Toolkits::CopyDirectory(programDir.absoluteFilePath(kelstd_grid::geoidFolderName()), models,
                                 !QFileInfo(models).isSymLink());
     return writeMarker(marker) ? InitializationFailure() : notWritable(marker);
 }

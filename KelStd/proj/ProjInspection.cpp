@@ -2,6 +2,7 @@
 
 #include <KelStd/coord/Coord.h>
 #include <KelStd/coord/Location.h>
+#include <KelStd/grid/GeoidFolder.h>
 #include <KelStd/platform/AppConfig.h>
 #include <KelStd/proj/FilePermissions.h>
 #include <KelStd/proj/Messages.h>
@@ -98,12 +99,12 @@ QString ProjInspection::database() const
 
 QString ProjInspection::geoidModels() const
 {
-    return m_home.filePath(proj::geoidDirectoryName());
+    return m_home.filePath(kelstd_grid::geoidFolderName());
 }
 
 QString ProjInspection::deliveredGeoidModels() const
 {
-    return m_programDir.filePath(proj::geoidDirectoryName());
+    return m_programDir.filePath(kelstd_grid::geoidFolderName());
 }
 
 ProjInspection::ArchiveState ProjInspection::archiveState(const QString &unpacker) const
@@ -170,7 +171,7 @@ ProjInspection::DeliveredModels ProjInspection::deliveredModels() const
 {
     const QDir delivered(deliveredGeoidModels());
     const QDir models(geoidModels());
-    const QDir ownFolder(QDir(m_home.canonicalPath()).filePath(proj::geoidDirectoryName()));
+    const QDir ownFolder(QDir(m_home.canonicalPath()).filePath(kelstd_grid::geoidFolderName()));
     DeliveredModels names;
     QDirIterator files(delivered.path(), QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
     while (files.hasNext()) {

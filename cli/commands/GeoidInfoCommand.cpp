@@ -55,7 +55,7 @@ ExitStatus runGeoidInfo(const QStringList &arguments, Console &console)
         return line.refuse(QStringLiteral("NAME|FILE is missing"), console);
 
     GridFile grid;
-    const QList<GeoidModelFile> models = filesOfModel(name);
+    const QList<GeoidModels::File> models = GeoidModels::files(name);
     const QString file = models.isEmpty() ? onDisk(name) : models.first().path;
     if (const GridFailure failure = grid.open(file)) {
         console.report(QStringLiteral("cannot read the geoid grid %1: %2").arg(name, failure.text));

@@ -167,7 +167,9 @@ TEST(GeoidList, HasEveryModelByTheNameThatASystemGives)
     program.file("geoid_model_list/europe/de.GTX", test::gtxBytes(slopingGrid()));
     program.file("geoid_model_list/readme.txt", "no grid");
     program.file("geoid_model_list/broken.gtx", "no grid");
-    program.file("geoid_model_list/image.gtx", QByteArray("MM\0*", 4) + QByteArray(100, 'x'));
+    const QByteArray tiff = QByteArray("MM\0*", 4) + QByteArray(100, 'x');
+    program.file("geoid_model_list/image.gtx", tiff);
+    program.file("geoid_model_list/picture.tif", tiff);
     const auto result = program.run({"geoid", "list"});
     EXPECT_EQ(result.status, 0) << result.err;
     EXPECT_EQ(result.err, QString());
@@ -183,7 +185,7 @@ TEST(GeoidList, HasEveryModelByTheNameThatASystemGives)
                      "europe/de.GTX GTX, " + sloping + "; home directory",
                      "image.gtx not usable: it is a GeoTIFF file by its first bytes, which PROJ "
                      "reads only under another name than that of a GTX grid; home directory",
-                     QString()}));
+                     "picture.tif GeoTIFF, which only PROJ reads; home directory", QString()}));
 }
 
 /// Where a model is found that both folders have.
