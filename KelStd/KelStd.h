@@ -18,6 +18,9 @@
 #include <KelStd/display/stShowConfig.h>
 #include <KelStd/files/FileLock.h>
 #include <KelStd/files/WorkshopMark.h>
+#include <KelStd/grid/GridFailure.h>
+#include <KelStd/grid/GridFile.h>
+#include <KelStd/grid/GridNodes.h>
 #include <KelStd/io/Coord_IO.h>
 #include <KelStd/io/DocumentFailure.h>
 #include <KelStd/io/DocumentKind.h>
@@ -52,6 +55,9 @@
 #include <KelStd/positions/PrintOptions.h>
 #include <KelStd/positions/ValuePrinter.h>
 #include <KelStd/proj/ConversionFailure.h>
+#include <KelStd/proj/GeoidModels.h>
+#include <KelStd/proj/InitializationFailure.h>
+#include <KelStd/proj/ProjInspection.h>
 #include <KelStd/proj/ProjLib.h>
 #include <KelStd/text/AngleSigns.h>
 #include <KelStd/text/CoordStringHelper.h>

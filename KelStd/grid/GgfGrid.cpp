@@ -1,13 +1,12 @@
 #include <KelStd/grid/GgfGrid.h>
 
-#include <KelStd/grid/GgfLayout.h>
+#include <KelStd/grid/GridLayout.h>
 
 #include <QtCore/QByteArray>
 #include <QtCore/QDateTime>
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 #include <QtCore/QSaveFile>
-#include <QtCore/QtEndian>
 
 #include <algorithm>
 #include <optional>
@@ -16,28 +15,22 @@ namespace kelstd_grid {
 
 namespace {
 
-using namespace ggf;
-
 /// The header is read in these pieces, whose bytes follow each other.
 constexpr qint64 headerPieces[] = {48, 56, 42};
-static_assert(headerPieces[0] + headerPieces[1] + headerPieces[2] == headerSize);
+static_assert(headerPieces[0] + headerPieces[1] + headerPieces[2] == ggfLayout.headerSize);
 
 struct GgfHeader
 {
     QByteArray bytes;
     qint64 rows;
     qint64 columns;
-
-    bool isReversed() const { return bytes.at(rowOrderAt) != outputOrder; }
 };
 
-/// A number's bytes in the order that GTX has them.
+/// Copies a number bit by bit, in the other order of bytes.
 template <typename Bits>
-void appendBigEndian(const char *littleEndian, QByteArray &out)
+void copyNumber(const char *ggf, char *gtx)
 {
-    char bytes[sizeof(Bits)];
-    qToBigEndian(qFromLittleEndian<Bits>(littleEndian), bytes);
-    out.append(bytes, sizeof bytes);
+    putBits(gtxLayout, bitsOf<Bits>(ggfLayout, ggf), gtx);
 }
 
 std::optional<GgfHeader> readHeader(QFile &source)
@@ -49,14 +42,15 @@ std::optional<GgfHeader> readHeader(QFile &source)
             return std::nullopt;
         header.bytes += piece;
     }
-    header.rows = qFromLittleEndian<qint32>(header.bytes.constData() + rowsAt);
-    header.columns = qFromLittleEndian<qint32>(header.bytes.constData() + columnsAt);
+    const KelStd::GridNodes nodes = nodesOf(ggfLayout, header.bytes.constData());
+    header.rows = nodes.rows;
+    header.columns = nodes.columns;
     if (header.rows < 1 || header.columns < 1)
         return std::nullopt;
 
     // As many rows as there are bytes for at one byte a value. It bounds what is read of a header
     // that promises too much; whoever has not four bytes for each value fails in reading them.
-    header.rows = std::min(header.rows, (source.size() - headerSize) / header.columns);
+    header.rows = std::min(header.rows, (source.size() - ggfLayout.headerSize) / header.columns);
     if (header.rows < 1)
         return std::nullopt;
     return header;
@@ -64,15 +58,16 @@ std::optional<GgfHeader> readHeader(QFile &source)
 
 QByteArray gtxHeader(const GgfHeader &header)
 {
-    QByteArray out;
-    for (const int at :
-         {originLatitudeAt, originLongitudeAt, latitudeSpacingAt, longitudeSpacingAt})
-        appendBigEndian<quint64>(header.bytes.constData() + at, out);
-    char count[sizeof(qint32)];
-    for (const qint64 number : {header.rows, header.columns}) {
-        qToBigEndian(static_cast<qint32>(number), count);
-        out.append(count, sizeof count);
-    }
+    QByteArray out(static_cast<int>(gtxLayout.headerSize), '\0');
+    const auto copyDouble = [&](int GridLayout::*at) {
+        copyNumber<quint64>(header.bytes.constData() + ggfLayout.*at, out.data() + gtxLayout.*at);
+    };
+    copyDouble(&GridLayout::latitudeAt);
+    copyDouble(&GridLayout::longitudeAt);
+    copyDouble(&GridLayout::latitudeSpacingAt);
+    copyDouble(&GridLayout::longitudeSpacingAt);
+    putBits(gtxLayout, static_cast<qint32>(header.rows), out.data() + gtxLayout.rowsAt);
+    putBits(gtxLayout, static_cast<qint32>(header.columns), out.data() + gtxLayout.columnsAt);
     return out;
 }
 
@@ -81,17 +76,18 @@ bool copyValues(const GgfHeader &header, QFile &source, QIODevice &target)
 {
     const qint64 rowSize = header.columns * valueSize;
     // Before a long row is read and a long file is written for nothing.
-    if (source.size() - headerSize < header.rows * rowSize)
+    if (source.size() - ggfLayout.headerSize < header.rows * rowSize)
         return false;
+    const bool northFirst = isReversed(ggfLayout, header.bytes.constData());
     for (qint64 row = 0; row < header.rows; ++row) {
-        const qint64 stored = header.isReversed() ? header.rows - 1 - row : row;
-        if (!source.seek(headerSize + stored * rowSize))
+        const qint64 stored = northFirst ? header.rows - 1 - row : row;
+        if (!source.seek(ggfLayout.headerSize + stored * rowSize))
             return false;
         QByteArray values = source.read(rowSize);
         if (values.size() != rowSize)
             return false;
         for (int at = 0; at < values.size(); at += static_cast<int>(valueSize))
-            qToBigEndian(qFromLittleEndian<quint32>(values.constData() + at), values.data() + at);
+            copyNumber<quint32>(values.constData() + at, values.data() + at);
         if (target.write(values) != rowSize)
             return false;
     }
@@ -103,7 +99,7 @@ bool copyValues(const GgfHeader &header, QFile &source, QIODevice &target)
 bool convertGgfToGtx(const QString &source, const QString &target, Stamp stamp)
 {
     QFile in(source);
-    if (source.isEmpty() || !in.open(QIODevice::ReadOnly) || in.size() < headerSize)
+    if (source.isEmpty() || !in.open(QIODevice::ReadOnly) || in.size() < ggfLayout.headerSize)
         return false;
     const QDateTime modified = in.fileTime(QFileDevice::FileModificationTime);
     const auto header = readHeader(in);

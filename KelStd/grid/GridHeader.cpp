@@ -1,87 +1,23 @@
 #include <KelStd/grid/GridHeader.h>
 
-#include <KelStd/grid/GgfLayout.h>
+#include <KelStd/grid/GridLayout.h>
 
 #include <QtCore/QFile>
 #include <QtCore/QtEndian>
 
 #include <algorithm>
 #include <array>
-#include <cmath>
-#include <cstring>
 #include <fstream>
-#include <limits>
 #include <optional>
 #include <string_view>
 #include <system_error>
 
 namespace kelstd_grid {
 
+using KelStd::GridFailureKind;
+using KelStd::GridNodes;
+
 namespace {
-
-constexpr int gtxHeaderSize = 40;
-constexpr qint64 gtxValueSize = 4;
-
-/// A decimetre on the ground [deg]. Where nodes are so close that rounding a longitude moves it
-/// across a cell, PROJ looks for a node beside its grid and ends the process.
-constexpr double smallestSpacing = 1e-6;
-
-/// Where the nodes of a grid are [deg].
-struct Nodes
-{
-    double latitude;
-    double longitude;
-    double latitudeSpacing;
-    double longitudeSpacing;
-    qint64 rows;
-    qint64 columns;
-
-    qint64 count() const { return rows * columns; }
-    bool operator==(const Nodes &other) const
-    {
-        return latitude == other.latitude && longitude == other.longitude
-               && latitudeSpacing == other.latitudeSpacing
-               && longitudeSpacing == other.longitudeSpacing && rows == other.rows
-               && columns == other.columns;
-    }
-};
-
-template <typename Bits>
-double numberOf(Bits bits)
-{
-    double number = 0.0;
-    static_assert(sizeof number == sizeof bits);
-    std::memcpy(&number, &bits, sizeof number);
-    return number;
-}
-
-double bigEndianDouble(const char *bytes)
-{
-    return numberOf(qFromBigEndian<quint64>(bytes));
-}
-
-double littleEndianDouble(const char *bytes)
-{
-    return numberOf(qFromLittleEndian<quint64>(bytes));
-}
-
-bool areOnTheEarth(const Nodes &nodes)
-{
-    // PROJ counts the nodes in 32 bits.
-    constexpr qint64 maxNodes = std::numeric_limits<qint32>::max();
-    if (nodes.rows < 1 || nodes.columns < 1 || nodes.rows > maxNodes / nodes.columns)
-        return false;
-    // A grid may have a node on both sides of its seam, or half a cell beyond a pole: a spacing is
-    // forgiven, though not more than a degree. A number that is none fails each comparison.
-    const auto endsBelow = [](double first, double spacing, qint64 count, double bound) {
-        return spacing >= smallestSpacing && spacing <= 360.0
-               && first + static_cast<double>(count - 1) * spacing
-                      <= bound + std::min(spacing, 1.0);
-    };
-    return std::abs(nodes.latitude) <= 90.0 && std::abs(nodes.longitude) <= 360.0
-           && endsBelow(nodes.latitude, nodes.latitudeSpacing, nodes.rows, 90.0)
-           && endsBelow(0.0, nodes.longitudeSpacing, nodes.columns, 360.0);
-}
 
 /// A regular file, opened for reading.
 class GridBytes
@@ -123,47 +59,16 @@ std::filesystem::path pathOf(const QString &file)
 #endif
 }
 
-Nodes nodesOfGtx(const char *header)
-{
-    return {bigEndianDouble(header),
-            bigEndianDouble(header + 8),
-            bigEndianDouble(header + 16),
-            bigEndianDouble(header + 24),
-            qFromBigEndian<qint32>(header + 32),
-            qFromBigEndian<qint32>(header + 36)};
-}
-
-Nodes nodesOfGgf(const char *header)
-{
-    return {littleEndianDouble(header + ggf::originLatitudeAt),
-            littleEndianDouble(header + ggf::originLongitudeAt),
-            littleEndianDouble(header + ggf::latitudeSpacingAt),
-            littleEndianDouble(header + ggf::longitudeSpacingAt),
-            qFromLittleEndian<qint32>(header + ggf::rowsAt),
-            qFromLittleEndian<qint32>(header + ggf::columnsAt)};
-}
-
-std::optional<Nodes> wholeGtx(const std::filesystem::path &file)
+/// The nodes of a file of this layout that has all that its header promises.
+template <const GridLayout &layout>
+std::optional<GridNodes> wholeGrid(const std::filesystem::path &file)
 {
     GridBytes bytes(file);
-    std::array<char, gtxHeaderSize> header{};
+    std::array<char, layout.headerSize> header{};
     if (!bytes.read(0, header))
         return std::nullopt;
-    const Nodes nodes = nodesOfGtx(header.data());
-    const bool isWhole =
-        areOnTheEarth(nodes) && gtxHeaderSize + nodes.count() * gtxValueSize == bytes.size();
-    return isWhole ? std::optional(nodes) : std::nullopt;
-}
-
-std::optional<Nodes> wholeGgf(const std::filesystem::path &file)
-{
-    GridBytes bytes(file);
-    std::array<char, ggf::headerSize> header{};
-    if (!bytes.read(0, header))
-        return std::nullopt;
-    const Nodes nodes = nodesOfGgf(header.data());
-    const bool isWhole =
-        areOnTheEarth(nodes) && ggf::headerSize + nodes.count() * ggf::valueSize <= bytes.size();
+    const GridNodes nodes = nodesOf(layout, header.data());
+    const bool isWhole = faultOf(layout, nodes, bytes.size()) == GridFailureKind::None;
     return isWhole ? std::optional(nodes) : std::nullopt;
 }
 
@@ -191,8 +96,9 @@ bool hasSpacings(const Ntv2Header &header, bool isBigEndian)
     constexpr double largest = 360.0 * 3600.0;
     return std::all_of(std::begin(spacingsAt), std::end(spacingsAt), [&](int record) {
         const char *value = header.data() + record * ntv2RecordSize + 8;
-        const double spacing = isBigEndian ? bigEndianDouble(value) : littleEndianDouble(value);
-        return spacing >= smallestSpacing && spacing <= largest;
+        const double spacing = numberOf<double>(isBigEndian ? qFromBigEndian<quint64>(value)
+                                                            : qFromLittleEndian<quint64>(value));
+        return isSpacing(spacing) && spacing <= largest;
     });
 }
 
@@ -233,18 +139,18 @@ bool isGtxToProj(const std::filesystem::path &file)
 
 bool isWholeGtx(const QString &file)
 {
-    return wholeGtx(pathOf(file)).has_value();
+    return wholeGrid<gtxLayout>(pathOf(file)).has_value();
 }
 
 bool isWholeGgf(const QString &file)
 {
-    return wholeGgf(pathOf(file)).has_value();
+    return wholeGrid<ggfLayout>(pathOf(file)).has_value();
 }
 
 bool haveTheSameNodes(const QString &gtx, const QString &ggf)
 {
-    const auto converted = wholeGtx(pathOf(gtx));
-    const auto source = wholeGgf(pathOf(ggf));
+    const auto converted = wholeGrid<gtxLayout>(pathOf(gtx));
+    const auto source = wholeGrid<ggfLayout>(pathOf(ggf));
     return converted && source && *converted == *source;
 }
 
@@ -257,7 +163,7 @@ bool isForProj(const std::filesystem::path &file)
     if (!std::filesystem::is_regular_file(status))
         return false;
     if (isGtxToProj(file))
-        return wholeGtx(file).has_value();
+        return wholeGrid<gtxLayout>(file).has_value();
     GridBytes bytes(file);
     Ntv2Header header;
     return !bytes.read(0, header) || !isNtv2(header) || isWholeNtv2(bytes, header);

@@ -21,15 +21,58 @@ using proj::WorkingDirectoryScope;
 
 namespace {
 
-/// Whether the code in the library file may run in this process; logs why not. Without a file only
-/// the home is looked at.
-bool isTrusted(const QDir &home, const QString &libraryFile)
+using Kind = InitializationFailureKind;
+
+/// Never destroyed: a host's static objects may ask in their destructors.
+InitializationFailure &lastFailure()
+{
+    static InitializationFailure &failure = *new InitializationFailure;
+    return failure;
+}
+
+/// Why the code in the library file may not run in this process, which is logged, too. Without a
+/// file only the home is looked at.
+InitializationFailure distrust(const QDir &home, const QString &libraryFile)
 {
     const QString reason = proj::distrustOf(home, libraryFile);
     if (reason.isEmpty())
-        return true;
+        return {};
     proj::logFailure(QObject::tr("The proj library is not loaded: %1").arg(reason), LogType_Error);
-    return false;
+    return {Kind::Untrusted, reason};
+}
+
+InitializationFailure load(const QDir &privateDir, const QString &libraryFile)
+{
+    const WorkingDirectoryScope scope;
+    LoadedProj &loaded = LoadedProj::instance();
+    if (InitializationFailure failure = loaded.load(libraryFile))
+        return failure;
+    if (!loaded.setPrivateDirectory(privateDir.absolutePath())) {
+        // PROJ without its resource files would compute, and compute something else.
+        loaded.unload();
+        return {Kind::PrivateDirectoryTooLong,
+                QObject::tr("the path of %1 is too long for PROJ").arg(privateDir.absolutePath())};
+    }
+    return {};
+}
+
+InitializationFailure initialize()
+{
+    const QDir home = AppConfig::getInstance().homeDir();
+    if (!home.exists()) {
+        return {Kind::NoHome,
+                QObject::tr("the home directory %1 is no directory").arg(home.absolutePath())};
+    }
+    if (InitializationFailure failure = distrust(home, {}))
+        return failure;
+    if (InitializationFailure failure =
+            proj::ensureInstalled(home, AppConfig::getInstance().binDir()))
+        return failure;
+    const QDir privateDir(home.absoluteFilePath(proj::privateDirectoryName()));
+    const QString libraryFile = privateDir.absoluteFilePath(proj::libraryFileName());
+    if (InitializationFailure failure = distrust(home, libraryFile))
+        return failure;
+    return load(privateDir, libraryFile);
 }
 
 } // namespace
@@ -37,26 +80,15 @@ bool isTrusted(const QDir &home, const QString &libraryFile)
 bool ProjLib::___InitializeEnviroment()
 {
     ___unloadEnviroment();
+    lastFailure() = {};
+    // Assigned only when all is done: what the host logs meanwhile may ask for it.
+    lastFailure() = initialize();
+    return !lastFailure();
+}
 
-    const QDir home = AppConfig::getInstance().homeDir();
-    if (!home.exists() || !isTrusted(home, {})
-        || !proj::ensureInstalled(home, AppConfig::getInstance().binDir()))
-        return false;
-
-    const QDir privateDir(home.absoluteFilePath(proj::privateDirectoryName()));
-    const QString libraryFile = privateDir.absoluteFilePath(proj::libraryFileName());
-    if (!isTrusted(home, libraryFile))
-        return false;
-    const WorkingDirectoryScope scope;
-    LoadedProj &loaded = LoadedProj::instance();
-    if (!loaded.load(libraryFile))
-        return false;
-    if (!loaded.setPrivateDirectory(privateDir.absolutePath())) {
-        // PROJ without its resource files would compute, and compute something else.
-        loaded.unload();
-        return false;
-    }
-    return true;
+InitializationFailure ProjLib::initializationFailure()
+{
+    return lastFailure();
 }
 
 void ProjLib::___unloadEnviroment()

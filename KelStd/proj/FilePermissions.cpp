@@ -34,18 +34,15 @@ void restrictEntry(const QString &path, QFile::Permissions allowed, QFile::Permi
 
 QString distrustOfEntry(const QString &path)
 {
-    const QFileInfo info(path);
-    if (!info.exists())
-        return {};
-    constexpr uint system = 0;
-    if (info.ownerId() != system && info.ownerId() != ::geteuid()) {
+    switch (accessFaultOf(path)) {
+    case ProjInspection::AccessFault::OfAnotherUser:
         return QObject::tr("%1 belongs to another user; change its owner, or use another home "
                            "directory")
             .arg(path);
-    }
-    if (info.permissions().testFlag(QFile::WriteOther)) {
+    case ProjInspection::AccessFault::WritableByAll:
         return QObject::tr("%1 can be changed by every user; take that away with 'chmod o-w'")
             .arg(path);
+    case ProjInspection::AccessFault::None: break;
     }
     return {};
 }
@@ -78,6 +75,24 @@ void restrictPermissions(const QString &directory, QFile::Permissions allowed)
         else
             restrictEntry(entry.filePath(), allowed, QFile::ReadOwner | QFile::WriteOwner);
     }
+}
+
+ProjInspection::AccessFault accessFaultOf(const QString &path)
+{
+    using AccessFault = ProjInspection::AccessFault;
+#if defined(Q_OS_UNIX)
+    const QFileInfo info(path);
+    if (!info.exists())
+        return AccessFault::None;
+    constexpr uint system = 0;
+    if (info.ownerId() != system && info.ownerId() != ::geteuid())
+        return AccessFault::OfAnotherUser;
+    if (info.permissions().testFlag(QFile::WriteOther))
+        return AccessFault::WritableByAll;
+#else
+    Q_UNUSED(path)
+#endif
+    return AccessFault::None;
 }
 
 QString distrustOf(const QDir &home, const QString &libraryFile)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <KelStd/proj/ProjInspection.h>
+
 #include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QString>
@@ -11,6 +13,9 @@ namespace KelStd::proj {
 /// of all others to write, and set-user and set-group bits; the owner can read and write
 /// afterwards. Links are not followed.
 void restrictPermissions(const QString &directory, QFile::Permissions allowed);
+
+/// What keeps code from being loaded from a file or directory, by its owner and permissions alone.
+ProjInspection::AccessFault accessFaultOf(const QString &path);
 
 /// Why the PROJ library is not to be loaded from this home directory, with what to do about it:
 /// the file, its directory, the home, PROJ's resources and their database, or what a link among them

@@ -2,9 +2,11 @@
 
 #include <KelStd/files/FileLock.h>
 #include <KelStd/files/WorkshopMark.h>
+#include <KelStd/grid/GeoidFolder.h>
 #include <KelStd/platform/Toolkits.h>
 #include <KelStd/proj/FilePermissions.h>
 #include <KelStd/proj/PrivateDirectory.h>
+#include <KelStd/proj/ProjInspection.h>
 #include <KelStd/proj/TransformationResult.h>
 #include <KelStd/proj/Unpacker.h>
 
@@ -22,42 +24,53 @@ namespace {
 constexpr QDir::Filters everything =
     QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden | QDir::System;
 
-enum class State
-{
-    Installed,
-    Missing,
-    Unusable ///< there is something that can neither be used nor be replaced
-};
+using Kind = InitializationFailureKind;
 
-State markerState(const QDir &privateDir)
+using MarkerState = ProjInspection::MarkerState;
+
+InitializationFailure notWritable(const QString &path)
 {
-    // Not QFile::exists, to which a link that leads nowhere exists.
-    if (!privateDir.exists(markerFileName()))
-        return State::Missing;
-    QFile marker(privateDir.absoluteFilePath(markerFileName()));
-    if (!marker.open(QIODevice::ReadOnly))
-        return State::Unusable;
-    qint32 version = 0;
-    QDataStream(&marker) >> version;
-    return version == environmentVersion ? State::Installed : State::Missing;
+    return {Kind::HomeNotWritable, QObject::tr("%1 cannot be written").arg(path)};
 }
 
-/// The state of the private directory. One that is not there is made, empty.
-State preparePrivateDirectory(const QDir &home)
+MarkerState markerState(const QDir &home)
 {
-    const QString path = home.absoluteFilePath(privateDirectoryName());
-    if (!home.exists(privateDirectoryName()))
-        return home.mkdir(privateDirectoryName()) ? State::Missing : State::Unusable;
-    QDir privateDir = home;
-    if (!privateDir.cd(privateDirectoryName()))
-        return State::Unusable;
-    const State state = markerState(privateDir);
-    if (state != State::Missing || !QFileInfo(path).isSymLink())
-        return state;
+    return ProjInspection(home, {}).markerState();
+}
+
+bool isInstalled(const QDir &home)
+{
+    return markerState(home) == MarkerState::Current;
+}
+
+/// Why nothing can be installed into the private directory, if so. One that is not there is made,
+/// empty.
+InitializationFailure preparePrivateDirectory(const QDir &home)
+{
+    const QFileInfo place(home.absoluteFilePath(privateDirectoryName()));
+    const QString path = place.filePath();
+    if (!place.exists()) {
+        if (home.mkdir(privateDirectoryName()))
+            return {};
+        if (place.isSymLink()) {
+            return {Kind::BadPrivateDirectory,
+                    QObject::tr("%1 is a link that leads nowhere").arg(path)};
+        }
+        return {Kind::HomeNotWritable, QObject::tr("%1 cannot be created").arg(path)};
+    }
+    if (!place.isDir())
+        return {Kind::BadPrivateDirectory, QObject::tr("%1 is no directory").arg(path)};
+    if (markerState(home) == MarkerState::Unreadable) {
+        return {Kind::BadPrivateDirectory,
+                QObject::tr("%1 cannot be read").arg(QDir(path).filePath(markerFileName()))};
+    }
+    if (!place.isSymLink())
+        return {};
     // What the link leads to may be anything.
-    logFailure(QObject::tr("%1 is a symbolic link and is not replaced; remove the link").arg(path),
-               LogType_Error);
-    return State::Unusable;
+    const QString text =
+        QObject::tr("%1 is a symbolic link and is not replaced; remove the link").arg(path);
+    logFailure(text, LogType_Error);
+    return {Kind::LinkNotReplaced, text};
 }
 
 /// What the directory holds in which PROJ is prepared.
@@ -99,34 +112,42 @@ public:
     Workshop &operator=(const Workshop &) = delete;
 
     /// Unpacks the archive and looks at what came out of it.
-    bool make(const QString &archive, const FileLock &lock) const
+    InitializationFailure make(const QString &archive, const FileLock &lock) const
     {
         const QString unpacker = findUnpacker();
-        if (unpacker.isEmpty() || !m_isMarked || !QDir().mkpath(newPrivateDirectory()))
-            return false;
+        if (unpacker.isEmpty()) {
+            return {Kind::NoUnpacker,
+                    QObject::tr("%1 is not on the search path").arg(unpackerName())};
+        }
+        if (!m_isMarked || !QDir().mkpath(newPrivateDirectory()))
+            return notWritable(m_home.absolutePath());
         // What the user's mask lets a new directory have.
         const QFile::Permissions allowed = QFileInfo(newPrivateDirectory()).permissions();
-        if (!unpack(unpacker, archive, unpacked(), lock))
-            return false;
+        if (InitializationFailure failure = unpack(unpacker, archive, unpacked(), lock))
+            return failure;
         restrictPermissions(unpacked(), allowed);
-        return QDir(newPrivateDirectory()).exists(libraryFileName());
+        if (QDir(newPrivateDirectory()).exists(libraryFileName()))
+            return {};
+        return {Kind::WrongArchive, QObject::tr("%1 holds no PROJ").arg(archive)};
     }
 
     /// Lets the new private directory take the old one's place.
-    bool moveIntoPlace() const
+    InitializationFailure moveIntoPlace() const
     {
         const QString place = m_home.absoluteFilePath(privateDirectoryName());
         const QString old = m_dir.filePath(oldPart);
         if (!QDir().rename(place, old))
-            return false;
+            return notWritable(place);
         if (!QDir().rename(newPrivateDirectory(), place)) {
             QDir().rename(old, place);
-            return false;
+            return notWritable(place);
         }
         tk::Toolkits::ClearDirectory(old);
         // What the archive has beside its top folder "proj" belongs into the home directory, too.
-        return QDir(unpacked()).isEmpty(everything)
-               || tk::Toolkits::CopyDirectory(unpacked(), m_home.absolutePath(), true);
+        const bool isComplete =
+            QDir(unpacked()).isEmpty(everything)
+            || tk::Toolkits::CopyDirectory(unpacked(), m_home.absolutePath(), true);
+        return isComplete ? InitializationFailure() : notWritable(m_home.absolutePath());
     }
 
 private:
@@ -160,13 +181,12 @@ bool writeMarker(const QString &path)
 }
 
 /// Installs what is missing; by one process at a time.
-bool install(const QDir &home, const QDir &programDir, const FileLock &lock)
+InitializationFailure install(const QDir &home, const QDir &programDir, const FileLock &lock)
 {
-    switch (preparePrivateDirectory(home)) {
-    case State::Installed: return true;
-    case State::Unusable: return false;
-    case State::Missing: break;
-    }
+    if (isInstalled(home))
+        return {};
+    if (InitializationFailure failure = preparePrivateDirectory(home))
+        return failure;
     if (lock.isTaken())
         removeLeftWorkshops(home);
 
@@ -174,30 +194,27 @@ bool install(const QDir &home, const QDir &programDir, const FileLock &lock)
     const QString archive = archiveDir.absoluteFilePath(archiveFileName());
     {
         const Workshop workshop(home);
-        if (!workshop.make(archive, lock) || !workshop.moveIntoPlace())
-            return false;
+        InitializationFailure failure = workshop.make(archive, lock);
+        if (!failure)
+            failure = workshop.moveIntoPlace();
+        if (failure)
+            return failure;
     }
     const QString marker =
         QDir(home.absoluteFilePath(privateDirectoryName())).absoluteFilePath(markerFileName());
     if (QFileInfo::exists(marker))
-        return false;
+        return {Kind::WrongArchive, QObject::tr("%1 brings a marker of its own").arg(archive)};
     // Without geoid models everything but heights above the geoid still works. What a link leads to
     // is not this system's own: nothing is overwritten there.
-    const QString models = home.absoluteFilePath(geoidDirectoryName());
-    tk::Toolkits::CopyDirectory(programDir.absoluteFilePath(geoidDirectoryName()), models,
+    const QString models = home.absoluteFilePath(kelstd_grid::geoidFolderName());
+    tk::Toolkits::CopyDirectory(programDir.absoluteFilePath(kelstd_grid::geoidFolderName()), models,
                                 !QFileInfo(models).isSymLink());
-    return writeMarker(marker);
-}
-
-bool isInstalled(const QDir &home)
-{
-    const QDir privateDir(home.absoluteFilePath(privateDirectoryName()));
-    return privateDir.exists() && markerState(privateDir) == State::Installed;
+    return writeMarker(marker) ? InitializationFailure() : notWritable(marker);
 }
 
 } // namespace
 
-bool ensureInstalled(const QDir &home, const QDir &programDir)
+InitializationFailure ensureInstalled(const QDir &home, const QDir &programDir)
 {
     const QString lockFile = home.absoluteFilePath(installLockName());
     FileLock lock(lockFile);
@@ -205,7 +222,7 @@ bool ensureInstalled(const QDir &home, const QDir &programDir)
         // Left by a process that was killed after its last step; taking it removes it.
         if (QFile::exists(lockFile))
             lock.take(0);
-        return true;
+        return {};
     }
     // Programs that start at the same moment must not unpack over each other. Where no lock can be
     // had nothing can be installed either.
@@ -215,7 +232,8 @@ bool ensureInstalled(const QDir &home, const QDir &programDir)
     FileLock second(home.absoluteFilePath(secondInstallLockName()));
     second.take(FileLock::forEver);
     // Without any lock another process may have been in the way because it was faster.
-    return install(home, programDir, second) || isInstalled(home);
+    InitializationFailure failure = install(home, programDir, second);
+    return isInstalled(home) ? InitializationFailure() : failure;
 }
 
 } // namespace KelStd::proj

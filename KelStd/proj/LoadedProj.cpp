@@ -7,6 +7,7 @@
 #include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QLibrary>
+#include <QtCore/QObject>
 
 namespace KelStd::proj {
 
@@ -46,30 +47,35 @@ LoadedProj::Address LoadedProj::resolveAddress(const char *name) const
     return m_library->resolve(name);
 }
 
-bool LoadedProj::load(const QString &libraryFile)
+InitializationFailure LoadedProj::load(const QString &libraryFile)
 {
     m_library = std::make_unique<QLibrary>(QDir::fromNativeSeparators(libraryFile));
-    bool complete = m_library->load();
-    if (complete) {
+    if (!m_library->load()) {
+        const QString text = m_library->errorString();
+        m_library.reset();
+        return {InitializationFailureKind::LibraryNotLoadable, text};
+    }
+    const char *missing = nullptr;
 #define KELSTD_RESOLVE(name)                                                                       \
     m_functions.name = resolve<decltype(m_functions.name)>(#name);                                 \
-    complete = complete && m_functions.name != nullptr;
-        KELSTD_PROJ_FUNCTIONS(KELSTD_RESOLVE)
+    if (m_functions.name == nullptr && missing == nullptr)                                         \
+        missing = #name;
+    KELSTD_PROJ_FUNCTIONS(KELSTD_RESOLVE)
 #undef KELSTD_RESOLVE
 #define KELSTD_RESOLVE(name) m_functions.name = resolve<decltype(m_functions.name)>(#name);
-        KELSTD_OPTIONAL_PROJ_FUNCTIONS(KELSTD_RESOLVE)
+    KELSTD_OPTIONAL_PROJ_FUNCTIONS(KELSTD_RESOLVE)
 #undef KELSTD_RESOLVE
-    }
-    if (!complete) {
+    if (missing != nullptr) {
         m_functions = {};
         m_library.reset();
-        return false;
+        return {InitializationFailureKind::FunctionMissing,
+                QObject::tr("%1 has no function %2").arg(libraryFile, QLatin1String(missing))};
     }
     if (m_functions.proj_log_func != nullptr)
         m_functions.proj_log_func(defaultContext, nullptr, &ProjMessages::take);
     if (m_functions.proj_context_clone != nullptr)
         m_untouchedContext = m_functions.proj_context_create();
-    return true;
+    return {};
 }
 
 void LoadedProj::unload()

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <KelStd/proj/InitializationFailure.h>
 #include <KelStd/proj/ProjSymbols.h>
 
 #include <QtCore/QByteArray>
@@ -39,7 +40,7 @@ public:
     static LoadedProj &instance();
 
     /// Loads the library file and resolves every function; on failure nothing is loaded.
-    bool load(const QString &libraryFile);
+    InitializationFailure load(const QString &libraryFile);
 
     /// Lets PROJ clean up after itself and forgets it.
     void unload();

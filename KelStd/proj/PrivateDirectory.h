@@ -35,11 +35,6 @@ inline QString databaseFileName()
     return QStringLiteral("proj.db");
 }
 
-inline QString geoidDirectoryName()
-{
-    return QStringLiteral("geoid_model_list");
-}
-
 /// The platform's file name of PROJ 9.1; the build names it (cmake/KelStdPlatformNames.cmake).
 inline QString libraryFileName()
 {

@@ -5,6 +5,7 @@
 #include <KelStd/coord/Ellipsoid.h>
 #include <KelStd/coord/Pos.h>
 #include <KelStd/coord/Projection.h>
+#include <KelStd/proj/InitializationFailure.h>
 
 #include <QtCore/QList>
 #include <QtCore/QString>
@@ -51,8 +52,13 @@ public:
     /// and the library file have to belong to the user or to root, and must not be writable for
     /// all (on Unix). That, and a private directory that would have to be replaced and is a
     /// symbolic link, are logged under "app_log" as `LogType_Error`, with what to do; other
-    /// failures are not logged.
+    /// failures are not logged. `initializationFailure` says of all of them what they were.
     static bool ___InitializeEnviroment();
+
+    /// Why the last `___InitializeEnviroment` failed; no failure before the first one, and after
+    /// one that succeeded. The text names the directory, file or function that is at fault, and is
+    /// not logged here.
+    static InitializationFailure initializationFailure();
 
     /// Releases PROJ; does nothing when it is not loaded. No file is touched.
     static void ___unloadEnviroment();

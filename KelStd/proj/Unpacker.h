@@ -1,6 +1,9 @@
 #pragma once
 
+#include <KelStd/proj/InitializationFailure.h>
+
 #include <QtCore/QString>
+#include <QtCore/QStringList>
 
 namespace KelStd {
 class FileLock;
@@ -15,10 +18,14 @@ namespace KelStd::proj {
 /// processes.
 QString findUnpacker();
 
-/// Unpacks `archive` into the directory `target`, overwriting; false when the program ends in any
-/// other way than with success. Options that the environment has for it are not passed on. `lock`
-/// stays held until the program has ended, also when this process is killed before.
-bool unpack(const QString &unpacker, const QString &archive, const QString &target,
-            const FileLock &lock);
+/// Unpacks `archive` into the directory `target`, overwriting; a failure when the program ends in
+/// any other way than with success. Options that the environment has for it are not passed on.
+/// `lock` stays held until the program has ended, also when this process is killed before.
+InitializationFailure unpack(const QString &unpacker, const QString &archive, const QString &target,
+                             const FileLock &lock);
+
+/// The unpacking program's verdict on these members of an archive; on all of them when none is
+/// named. Nothing is unpacked, and nothing printed.
+bool testArchive(const QString &unpacker, const QString &archive, const QStringList &members);
 
 } // namespace KelStd::proj

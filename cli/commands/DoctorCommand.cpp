@@ -1,10 +1,11 @@
 #include <cli/commands/Command.h>
 
 #include <cli/geoids/DoctorGeoidModels.h>
-#include <cli/proj/ProjInspection.h>
+#include <cli/proj/ProjAdvice.h>
 #include <cli/terminal/CommandLine.h>
 #include <cli/terminal/Console.h>
 
+#include <KelStd/proj/ProjInspection.h>
 #include <KelStd/proj/ProjLib.h>
 
 #include <QtCore/QCoreApplication>
@@ -46,10 +47,13 @@ QString sizeOf(const QString &file)
 /// Everything that a conversion needs, looked at in the order in which one thing needs another.
 class Examination
 {
+    using ArchiveState = ProjInspection::ArchiveState;
+    using MarkerState = ProjInspection::MarkerState;
+
 public:
     /// With `isAnew` PROJ is to be unpacked even where it is.
-    Examination(const ProjPlaces &places, bool isAnew)
-        : m_places(places), m_before(inspectMarker(places.marker())),
+    Examination(const ProjInspection &places, bool isAnew)
+        : m_places(places), m_before(places.markerState()),
           m_isUnpacked(isAnew || m_before == MarkerState::Missing
                        || m_before == MarkerState::OtherVersion)
     {}
@@ -74,6 +78,8 @@ public:
     void examineInstallation()
     {
         const bool isReady = !m_isKept && ProjLib::___InitializeEnviroment();
+        if (!isReady && !m_isKept)
+            m_failure = ProjLib::initializationFailure();
         m_wasPrepared = isReady && m_isUnpacked;
         examinePrivateDirectory();
         examineMarker();
@@ -131,12 +137,12 @@ private:
 
     void examineHome()
     {
-        const QString path = m_places.home.path();
+        const QString path = m_places.home().path();
         const QString text =
             QStringLiteral("%1 (%2)").arg(path, qEnvironmentVariableIsEmpty("KELSTD_HOME_DIR")
                                                     ? QStringLiteral("the user's application data")
                                                     : QStringLiteral("from KELSTD_HOME_DIR"));
-        const auto fault = accessFault(path);
+        const auto fault = accessProblem(path);
         if (!QFileInfo(path).isDir()) {
             problem("home directory", text + QStringLiteral(" is no directory"),
                     QStringLiteral("create it, or set KELSTD_HOME_DIR to another one"));
@@ -150,7 +156,7 @@ private:
 
     void examineProgramDirectory()
     {
-        const QString path = m_places.programDir.path();
+        const QString path = m_places.programDir().path();
         const bool isBeside = path == QDir(QCoreApplication::applicationDirPath()).absolutePath();
         const QString text =
             QStringLiteral("%1 (%2)").arg(path, !qEnvironmentVariableIsEmpty("KELSTD_BIN_DIR")
@@ -165,12 +171,12 @@ private:
 
     void examineUnpacker()
     {
-        m_unpacker = findUnpacker();
+        m_unpacker = ProjInspection::findUnpacker();
         if (m_unpacker.isEmpty()) {
-            problem("unpacking program",
-                    QStringLiteral("%1 is not on the search path")
-                        .arg(QLatin1String(KELSTD_UNPACKER_NAME)),
-                    QStringLiteral("install it (on Debian: apt-get install unzip)"));
+            problem(
+                "unpacking program",
+                QStringLiteral("%1 is not on the search path").arg(ProjInspection::unpackerName()),
+                QStringLiteral("install it (on Debian: apt-get install unzip)"));
         } else {
             ok("unpacking program", m_unpacker);
         }
@@ -188,7 +194,7 @@ private:
             waiting(label);
             return;
         }
-        switch (inspectArchive(file, m_unpacker)) {
+        switch (m_places.archiveState(m_unpacker)) {
         case ArchiveState::Good: ok(label, sizeOf(file)); return;
         case ArchiveState::WithoutProj:
             problem(label, file + QStringLiteral(" holds no PROJ"), installAgain);
@@ -208,7 +214,7 @@ private:
         if (m_isUnpacked && QFileInfo(path).isSymLink()) {
             problem(label, path + QStringLiteral(" is a symbolic link and is not replaced"),
                     QStringLiteral("remove the link, then run 'kelstd doctor'"));
-        } else if (m_isUnpacked && holdsSomethingElse(m_places)) {
+        } else if (m_isUnpacked && m_places.holdsSomethingElse()) {
             problem(label, path + QStringLiteral(" holds something else and is not emptied"),
                     makeRoomAdvice());
         } else {
@@ -224,7 +230,7 @@ private:
         m_hasDirectory = info.isDir();
         if (m_isKept)
             return;
-        if (const auto fault = accessFault(path)) {
+        if (const auto fault = accessProblem(path)) {
             problem(label, fault->text, fault->advice);
             m_isDistrusted = true;
         } else if (m_hasDirectory) {
@@ -236,7 +242,7 @@ private:
             waiting(label);
         } else {
             problem(label, path + QStringLiteral(" cannot be created"),
-                    QStringLiteral("make %1 writable").arg(m_places.home.path()));
+                    QStringLiteral("make %1 writable").arg(m_places.home().path()));
         }
     }
 
@@ -244,9 +250,10 @@ private:
     {
         const char *label = "marker";
         const QString file = m_places.marker();
-        switch (inspectMarker(file)) {
+        switch (m_places.markerState()) {
         case MarkerState::Current:
-            ok(label, file + QStringLiteral(" (version 3)"));
+            ok(label,
+               QStringLiteral("%1 (version %2)").arg(file).arg(ProjInspection::markerVersion()));
             m_isInstalled = true;
             return;
         case MarkerState::Unreadable:
@@ -260,10 +267,10 @@ private:
             waiting(label);
         } else {
             problem(label,
-                    QStringLiteral("PROJ could not be unpacked into %1")
-                        .arg(m_places.privateDirectory()),
+                    QStringLiteral("PROJ could not be unpacked into %1: %2")
+                        .arg(m_places.privateDirectory(), m_failure.text),
                     QStringLiteral("make %1 writable, see that the disk has room, then %2")
-                        .arg(m_places.home.path(), reinstall));
+                        .arg(m_places.home().path(), reinstall));
         }
     }
 
@@ -284,7 +291,7 @@ private:
         // A link is judged by what it leads to.
         const QFileInfo loaded(QFileInfo(file).canonicalFilePath());
         for (const QString &path : {loaded.absoluteFilePath(), loaded.absolutePath()}) {
-            const auto fault = accessFault(path);
+            const auto fault = accessProblem(path);
             if (m_isInstalled && !m_isDistrusted && loaded.exists() && fault) {
                 m_isDistrusted = true;
                 problem(label, fault->text, fault->advice);
@@ -296,12 +303,12 @@ private:
     void examineResources()
     {
         const char *label = "PROJ database";
-        const QString file = m_places.resources();
+        const QString file = m_places.database();
         // A link is judged by what it leads to, too.
         const QFileInfo used(QFileInfo(file).canonicalFilePath());
         for (const QString &path :
              {QFileInfo(file).absolutePath(), used.absolutePath(), used.absoluteFilePath()}) {
-            const auto fault = accessFault(path);
+            const auto fault = accessProblem(path);
             if (m_isInstalled && !m_isDistrusted && used.exists() && fault) {
                 m_isDistrusted = true;
                 problem(label, fault->text, fault->advice);
@@ -320,12 +327,11 @@ private:
             return;
         }
         QString reason;
-        const QString release = projRelease(m_places.libraryFile(), reason);
+        const QString release = ProjInspection::release(m_places.libraryFile(), &reason);
         if (!isReady) {
             problem(label,
-                    release.isEmpty()
-                        ? reason
-                        : QStringLiteral("%1 lacks a function that is needed").arg(release),
+                    release.isEmpty() ? reason
+                                      : QStringLiteral("%1: %2").arg(release, m_failure.text),
                     QStringLiteral("install the libraries that PROJ 9.1 needs, if one is named "
                                    "here; else %1")
                         .arg(reinstall));
@@ -366,7 +372,7 @@ private:
         }
     }
 
-    ProjPlaces m_places;
+    ProjInspection m_places;
     MarkerState m_before;
     bool m_isUnpacked;
     QList<Finding> m_findings;
@@ -376,6 +382,7 @@ private:
     bool m_hasDirectory = false;
     bool m_isInstalled = false;
     bool m_wasPrepared = false;
+    InitializationFailure m_failure; ///< why PROJ is not ready, where it should be
 };
 
 /// The marker of a private directory that is to be made anew: without one the library does it.
@@ -412,9 +419,9 @@ private:
 };
 
 /// Says, before it happens, which models of the user installing overwrites.
-void announceReplacedModels(const ProjPlaces &places, Console &console)
+void announceReplacedModels(const ProjInspection &places, Console &console)
 {
-    const DeliveredModels models = comparedModels(places);
+    const ProjInspection::DeliveredModels models = places.deliveredModels();
     for (const QString &name : models.blocked) {
         console.print(QStringLiteral("not copying the delivered geoid model %1: %2 is a directory")
                           .arg(QDir(places.deliveredGeoidModels()).filePath(name),
@@ -449,7 +456,7 @@ ExitStatus runDoctor(const QStringList &arguments, Console &console)
     if (const auto status = line.parse(arguments, console, 0))
         return *status;
 
-    const ProjPlaces places = ProjPlaces::current();
+    const ProjInspection places;
     const bool isAnew = line.isSet(QStringLiteral("reinstall"));
     Examination examination(places, isAnew);
     examination.examineSupplies();

@@ -1,11 +1,11 @@
 #include <cli/commands/Command.h>
 
-#include <cli/geoids/GridFile.h>
 #include <cli/terminal/CommandLine.h>
 #include <cli/terminal/Console.h>
 #include <cli/terminal/FilePath.h>
 #include <cli/terminal/StandardStreams.h>
 
+#include <KelStd/grid/GridFile.h>
 #include <KelStd/proj/ProjLib.h>
 
 #include <QtCore/QFileInfo>
@@ -40,7 +40,7 @@ ExitStatus runGeoidConvert(const QStringList &arguments, Console &console)
         return line.refuse(QStringLiteral("IN.ggf and OUT.gtx are needed"), console);
     const QString source = onDisk(line.positionals().at(0));
     const QString target = onDisk(line.positionals().at(1));
-    if (!isGgfName(source))
+    if (!GridFile::isGgfName(source))
         return line.refuse(QStringLiteral("%1 is no GGF file by its name").arg(source), console);
     if (!target.endsWith(QLatin1String(".gtx"))) {
         return line.refuse(
@@ -57,9 +57,11 @@ ExitStatus runGeoidConvert(const QStringList &arguments, Console &console)
     }
     // The library converts whatever numbers a header has, also those that are no places.
     GridFile grid;
-    QString reason;
-    if (!grid.open(source, reason) || !grid.isComplete(reason)) {
-        console.report(QStringLiteral("cannot convert %1: %2").arg(source, reason));
+    GridFailure failure = grid.open(source);
+    if (!failure)
+        failure = grid.completeness();
+    if (failure) {
+        console.report(QStringLiteral("cannot convert %1: %2").arg(source, failure.text));
         return ExitStatus::Environment;
     }
     if (!ProjLib::ConvertGeoidModelFile_GGF(source, target)) {

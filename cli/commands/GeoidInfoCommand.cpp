@@ -17,12 +17,13 @@ QString nodeText(const GridFile &grid, const GridFile::Node &node)
         return QStringLiteral("none");
     return QStringLiteral("%1 m at latitude %2, longitude %3")
         .arg(node.value, 0, 'f', 3)
-        .arg(degreesText(grid.latitudeOf(node.row)), degreesText(grid.longitudeOf(node.column)));
+        .arg(degreesText(grid.nodes().latitudeOf(node.row)),
+             degreesText(grid.nodes().longitudeOf(node.column)));
 }
 
 QString missingText(const GridFile &grid, qint64 missing)
 {
-    const qint64 all = grid.rows() * grid.columns();
+    const qint64 all = grid.nodes().count();
     return QStringLiteral("%1 of %2 (%3 %)")
         .arg(missing)
         .arg(all)
@@ -41,8 +42,9 @@ ExitStatus runGeoidInfo(const QStringList &arguments, Console &console)
             "./FILE is always a file.\n"
             "\n"
             "A file is a grid in the GGF layout when its name ends in .ggf, and in the GTX\n"
-            "layout otherwise. A value of -88.8888 marks a node without one, and PROJ takes\n"
-            "every value beyond 1000 m for such a mark.\n"
+            "layout otherwise. GeoTIFF grids are recognised, but only PROJ reads them. A\n"
+            "value of -88.8888 marks a node without one, and PROJ takes every value beyond\n"
+            "1000 m for such a mark.\n"
             "\n"
             "Exit status: 0 shown, 2 usage, 3 no grid, or one that is not what its\n"
             "header says."));
@@ -53,26 +55,25 @@ ExitStatus runGeoidInfo(const QStringList &arguments, Console &console)
         return line.refuse(QStringLiteral("NAME|FILE is missing"), console);
 
     GridFile grid;
-    QString reason;
-    const QList<GeoidModelFile> models = filesOfModel(name);
+    const QList<GeoidModels::File> models = GeoidModels::files(name);
     const QString file = models.isEmpty() ? onDisk(name) : models.first().path;
-    if (!grid.open(file, reason)) {
-        console.report(QStringLiteral("cannot read the geoid grid %1: %2").arg(name, reason));
+    if (const GridFailure failure = grid.open(file)) {
+        console.report(QStringLiteral("cannot read the geoid grid %1: %2").arg(name, failure.text));
         return ExitStatus::Environment;
     }
     GridFile::Values values;
-    const bool isWhole = grid.readValues(values, reason);
+    const GridFailure failure = grid.readValues(values);
 
     Report report(console);
     report.section(QStringLiteral("Geoid grid"), file);
-    report.value(QStringLiteral("format"), formatName(grid.format()));
+    report.value(QStringLiteral("format"), GridFile::formatName(grid.format()));
     report.value(QStringLiteral("latitudes"), latitudesText(grid));
     report.value(QStringLiteral("longitudes"), longitudesText(grid));
     report.value(QStringLiteral("spacing"), spacingText(grid));
     report.value(QStringLiteral("rows, columns"),
-                 QStringLiteral("%1, %2").arg(grid.rows()).arg(grid.columns()));
-    if (!isWhole) {
-        console.report(QStringLiteral("cannot use the geoid grid %1: %2").arg(name, reason));
+                 QStringLiteral("%1, %2").arg(grid.nodes().rows).arg(grid.nodes().columns));
+    if (failure) {
+        console.report(QStringLiteral("cannot use the geoid grid %1: %2").arg(name, failure.text));
         return ExitStatus::Environment;
     }
     report.value(QStringLiteral("lowest value"), nodeText(grid, values.lowest));

@@ -12,29 +12,31 @@ namespace KelStd::cli {
 
 namespace {
 
-QString contentOf(const GeoidModelFile &file)
+QString contentOf(const GeoidModels::File &file)
 {
-    if (!file.fault.isEmpty())
-        return QStringLiteral("not usable: ") + file.fault;
+    if (file.failure)
+        return QStringLiteral("not usable: ") + file.failure.text;
     GridFile grid;
-    QString reason;
-    if (!grid.open(file.path, reason))
-        return QStringLiteral("not usable: ") + reason;
+    const GridFailure failure = grid.open(file.path);
+    if (failure.kind == GridFailureKind::OnlyForProj)
+        return GridFile::formatName(grid.format()) + QStringLiteral(", which only PROJ reads");
+    if (failure)
+        return QStringLiteral("not usable: ") + failure.text;
     const QString text = QStringLiteral("%1, latitudes %2, longitudes %3, every %4")
-                             .arg(formatName(grid.format()), latitudesText(grid),
+                             .arg(GridFile::formatName(grid.format()), latitudesText(grid),
                                   longitudesText(grid), spacingText(grid));
-    return file.doubt.isEmpty() ? text : text + QStringLiteral("; doubtful: ") + file.doubt;
+    return file.endsInZeros ? text + QStringLiteral("; doubtful: ") + zerosText() : text;
 }
 
 /// What is in the file that is used, where it lies, and why another of its name is not used.
-QString description(const QList<GeoidModelFile> &files)
+QString description(const QList<GeoidModels::File> &files)
 {
-    const GeoidModelFile &used = files.first();
-    QString text = QStringLiteral("%1; %2").arg(contentOf(used), used.folder.title);
-    for (const GeoidModelFile &other : files.mid(1)) {
-        if (!other.fault.isEmpty())
+    const GeoidModels::File &used = files.first();
+    QString text = QStringLiteral("%1; %2").arg(contentOf(used), titleOf(used.folder));
+    for (const GeoidModels::File &other : files.mid(1)) {
+        if (other.failure)
             text += QStringLiteral(" (that of the %1 is not usable: %2)")
-                        .arg(other.folder.title, other.fault);
+                        .arg(titleOf(other.folder), other.failure.text);
     }
     return text;
 }
@@ -46,27 +48,27 @@ ExitStatus runGeoidList(const QStringList &arguments, Console &console)
     CommandLine line(
         QStringLiteral("[OPTIONS]"),
         QStringLiteral("Lists the geoid models that a coordinate system can name."),
-        QStringLiteral("They are the GTX and GGF grids in \"geoid_model_list\" of the "
-                       "home directory;\ncopy a grid there to add a model. Where there "
-                       "is none of a name, or one that is\ncut short, that of the "
-                       "program directory is used."));
+        QStringLiteral(
+            "They are the GTX, GGF and GeoTIFF grids in \"geoid_model_list\" of the home\n"
+            "directory; copy a grid there to add a model. Where there is none of a\n"
+            "name, or one that is cut short, that of the program directory is used."));
     if (const auto status = line.parse(arguments, console, 0))
         return *status;
 
     // Copies the delivered models when nothing did so before. Without PROJ there is still a list.
     const ProjEnvironment environment;
-    const QStringList names = geoidModelNames();
+    const QStringList names = GeoidModels::names();
     if (names.isEmpty()) {
-        const QList<GeoidFolder> folders = geoidFolders();
-        console.report(QStringLiteral("there is no geoid model in %1 or %2")
-                           .arg(folders.first().directory.absolutePath(),
-                                folders.last().directory.absolutePath()));
+        console.report(
+            QStringLiteral("there is no geoid model in %1 or %2")
+                .arg(GeoidModels::directory(GeoidModels::Folder::Home).absolutePath(),
+                     GeoidModels::directory(GeoidModels::Folder::Program).absolutePath()));
     }
     int width = 0;
     for (const QString &name : names)
         width = std::max(width, name.size());
     for (const QString &name : names) {
-        const QList<GeoidModelFile> files = filesOfModel(name);
+        const QList<GeoidModels::File> files = GeoidModels::files(name);
         if (!files.isEmpty())
             console.print(name.leftJustified(width) + QLatin1String("  ") + description(files));
     }

@@ -1,8 +1,10 @@
 #include <cli/geoids/DoctorGeoidModels.h>
 
 #include <cli/geoids/GeoidModel.h>
-#include <cli/geoids/GridFile.h>
-#include <cli/proj/ProjInspection.h>
+#include <cli/geoids/GridText.h>
+
+#include <KelStd/grid/GridFile.h>
+#include <KelStd/proj/ProjInspection.h>
 
 #include <QtCore/QFileInfo>
 #include <QtCore/QStringList>
@@ -11,29 +13,29 @@ namespace KelStd::cli {
 
 namespace {
 
-bool isDelivered(const GeoidModelFile &file)
+bool isDelivered(const GeoidModels::File &file)
 {
-    return file.folder.title == geoidFolders().last().title;
+    return file.folder == GeoidModels::Folder::Program;
 }
 
 /// What to do about a file that is not whole. `used` is the one of its name that conversions take.
-QString adviceOn(const GeoidModelFile &file, const GeoidModelFile &used)
+QString adviceOn(const GeoidModels::File &file, const GeoidModels::File &used)
 {
     if (isDelivered(file))
         return QStringLiteral("install KelStd again");
-    if (used.fault.isEmpty())
+    if (!used.failure)
         return QStringLiteral("conversions use that of the %1; 'kelstd doctor --reinstall' copies "
                               "it over this one, or remove it")
-            .arg(used.folder.title);
+            .arg(titleOf(used.folder));
     return QStringLiteral("copy the model there again, or remove the file");
 }
 
 /// Why a whole grid gives no heights, and what to do; nothing when it does.
-GeoidModelFinding tryOut(const QString &name, const GeoidModelFile &used, bool isProjReady)
+GeoidModelFinding tryOut(const QString &name, const GeoidModels::File &used, bool isProjReady)
 {
     QString reason;
     const auto path = findGeoidModel(name, reason);
-    const QFileInfo conversion(conversionOf(used.path));
+    const QFileInfo conversion(GeoidModels::conversionOf(used.path));
     if (!path && conversion.isSymLink()) {
         return {GeoidModelFinding::Problem, QStringLiteral("%1: %2").arg(used.path, reason),
                 QStringLiteral("remove the link %1, which is not written through")
@@ -56,11 +58,11 @@ GeoidModelFinding tryOut(const QString &name, const GeoidModelFile &used, bool i
 
 /// What looks wrong about a whole file; in order when nothing does. One that differs from the
 /// delivered model of its name may be a better edition, but not when it ends in zeros.
-GeoidModelFinding doubtOf(const GeoidModelFile &file, const QString &name,
+GeoidModelFinding doubtOf(const GeoidModels::File &file, const QString &name,
                           const QStringList &different)
 {
-    if (isDelivered(file) && !file.doubt.isEmpty()) {
-        return {GeoidModelFinding::Doubt, QStringLiteral("%1: %2").arg(file.path, file.doubt),
+    if (isDelivered(file) && file.endsInZeros) {
+        return {GeoidModelFinding::Doubt, QStringLiteral("%1: %2").arg(file.path, zerosText()),
                 QStringLiteral("nothing, if the model is meant so; else install KelStd again")};
     }
     const QString reinstall =
@@ -68,14 +70,14 @@ GeoidModelFinding doubtOf(const GeoidModelFile &file, const QString &name,
     if (!isDelivered(file) && different.contains(name)) {
         const QString text =
             QStringLiteral("%1 differs from the delivered one of that name").arg(file.path);
-        if (!file.doubt.isEmpty())
-            return {GeoidModelFinding::Problem, QStringLiteral("%1: %2").arg(text, file.doubt),
+        if (file.endsInZeros)
+            return {GeoidModelFinding::Problem, QStringLiteral("%1: %2").arg(text, zerosText()),
                     reinstall};
         return {GeoidModelFinding::Doubt, text,
                 QStringLiteral("nothing, if it is meant so; else %1").arg(reinstall)};
     }
-    if (!file.doubt.isEmpty()) {
-        return {GeoidModelFinding::Doubt, QStringLiteral("%1: %2").arg(file.path, file.doubt),
+    if (file.endsInZeros) {
+        return {GeoidModelFinding::Doubt, QStringLiteral("%1: %2").arg(file.path, zerosText()),
                 QStringLiteral("nothing, if the model is meant so; else copy it there again")};
     }
     return {};
@@ -85,21 +87,21 @@ GeoidModelFinding doubtOf(const GeoidModelFile &file, const QString &name,
 
 QList<GeoidModelFinding> examineGeoidModels(bool isProjReady)
 {
-    const QStringList different = comparedModels(ProjPlaces::current()).different;
+    const QStringList different = ProjInspection().deliveredModels().different;
     QStringList usable;
     QList<GeoidModelFinding> problems;
-    for (const QString &name : geoidModelNames()) {
-        const QList<GeoidModelFile> files = filesOfModel(name);
-        for (const GeoidModelFile &file : files) {
+    for (const QString &name : GeoidModels::names()) {
+        const QList<GeoidModels::File> files = GeoidModels::files(name);
+        for (const GeoidModels::File &file : files) {
             const GeoidModelFinding doubt = doubtOf(file, name, different);
-            if (!file.fault.isEmpty())
+            if (file.failure)
                 problems += {GeoidModelFinding::Problem,
-                             QStringLiteral("%1: %2").arg(file.path, file.fault),
+                             QStringLiteral("%1: %2").arg(file.path, file.failure.text),
                              adviceOn(file, files.first())};
             else if (doubt.kind != GeoidModelFinding::InOrder)
                 problems += doubt;
         }
-        if (files.isEmpty() || !files.first().fault.isEmpty())
+        if (files.isEmpty() || files.first().failure)
             continue;
         const GeoidModelFinding finding = tryOut(name, files.first(), isProjReady);
         if (finding.kind == GeoidModelFinding::Problem) {
@@ -107,8 +109,8 @@ QList<GeoidModelFinding> examineGeoidModels(bool isProjReady)
             continue;
         }
         usable += QStringLiteral("%1 (%2%3)")
-                      .arg(name, files.first().folder.title,
-                           isGgfName(name) ? QStringLiteral(", converted") : QString());
+                      .arg(name, titleOf(files.first().folder),
+                           GridFile::isGgfName(name) ? QStringLiteral(", converted") : QString());
     }
     const QString text =
         usable.isEmpty() ? QStringLiteral("none") : usable.join(QLatin1String(", "));

@@ -1,48 +1,22 @@
 #pragma once
 
-#include <QtCore/QDir>
-#include <QtCore/QList>
+#include <KelStd/proj/GeoidModels.h>
+
 #include <QtCore/QString>
-#include <QtCore/QStringList>
 #include <QtCore/QTemporaryDir>
 
 #include <optional>
 
-/// Geoid models by their names and by their files.
+/// The geoid models and grid files that users name.
 namespace KelStd::cli {
 
-/// A folder of models. A name is looked up in the user's first.
-struct GeoidFolder
-{
-    QDir directory;
-    QString title; ///< whose it is: "home directory"
-};
-
-QList<GeoidFolder> geoidFolders();
-
-/// The names of all models, in order. What a GGF grid was converted to is not another model.
-QStringList geoidModelNames();
-
-/// A file of a model, as it was put into its folder.
-struct GeoidModelFile
-{
-    QString path;
-    GeoidFolder folder;
-    QString fault; ///< why the grid cannot be used; empty for a whole one
-    QString doubt; ///< what of a whole one looks as if something were wrong; empty for nothing
-};
-
-/// The files of that name, the one that is used first. Empty for "./NAME", which is always a file,
-/// and for a name that leads out of the folders.
-QList<GeoidModelFile> filesOfModel(const QString &name);
+/// Whose folder it is: "home directory".
+QString titleOf(GeoidModels::Folder folder);
 
 /// The grid file of the model of that name, or nothing and the reason.
 std::optional<QString> findGeoidModel(const QString &name, QString &reason);
 
-/// Where the GTX conversion of a GGF model's file stands, or is to.
-QString conversionOf(const QString &ggf);
-
-/// Whether the loaded PROJ reads the grid file; otherwise the reason.
+/// False with the reason where PROJ is loaded and does not read the grid file.
 bool geoidGridIsReadable(const QString &path, QString &reason);
 
 /// The grid that a user chose, by a model's name or as a file.

@@ -21,21 +21,27 @@ QString degreesText(double degrees)
 
 QString latitudesText(const GridFile &grid)
 {
-    return range(grid.latitudeOf(0), grid.latitudeOf(grid.rows() - 1));
+    return range(grid.nodes().latitudeOf(0), grid.nodes().latitudeOf(grid.nodes().rows - 1));
 }
 
 QString longitudesText(const GridFile &grid)
 {
-    return range(grid.longitudeOf(0), grid.longitudeOf(grid.columns() - 1));
+    return range(grid.nodes().longitudeOf(0), grid.nodes().longitudeOf(grid.nodes().columns - 1));
 }
 
 QString spacingText(const GridFile &grid)
 {
-    const QString latitude = degreesText(grid.latitudeSpacing());
-    const QString longitude = degreesText(grid.longitudeSpacing());
+    const QString latitude = degreesText(grid.nodes().latitudeSpacing);
+    const QString longitude = degreesText(grid.nodes().longitudeSpacing);
     return latitude == longitude
                ? latitude + QLatin1String(" deg")
                : QStringLiteral("%1 deg in latitude, %2 deg in longitude").arg(latitude, longitude);
+}
+
+QString zerosText()
+{
+    return QStringLiteral("the last quarter of its values is nothing but zeros, as where a file's "
+                          "end was never written");
 }
 
 } // namespace KelStd::cli

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <cli/geoids/GridFile.h>
+#include <KelStd/grid/GridFile.h>
 
 #include <QtCore/QString>
 
@@ -16,5 +16,8 @@ QString longitudesText(const GridFile &grid);
 
 /// "0.25 deg", or both spacings where they differ.
 QString spacingText(const GridFile &grid);
+
+/// What is to be said of one that ends in zeros.
+QString zerosText();
 
 } // namespace KelStd::cli

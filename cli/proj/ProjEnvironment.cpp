@@ -1,22 +1,27 @@
 #include <cli/proj/ProjEnvironment.h>
 
-#include <cli/proj/ProjInspection.h>
+#include <cli/proj/ProjAdvice.h>
+
+#include <KelStd/proj/ProjInspection.h>
 
 namespace KelStd::cli {
 
 ProjEnvironment::ProjEnvironment()
 {
-    const ProjPlaces places = ProjPlaces::current();
+    const ProjInspection places;
     // With a valid marker nothing is emptied.
-    if (inspectMarker(places.marker()) != MarkerState::Current && holdsSomethingElse(places)) {
+    if (places.markerState() != ProjInspection::MarkerState::Current
+        && places.holdsSomethingElse()) {
         m_failure = QStringLiteral("PROJ is not ready: %1 holds something else and is not "
                                    "emptied; %2")
                         .arg(places.privateDirectory(), makeRoomAdvice());
         return;
     }
     m_isReady = ProjLib::___InitializeEnviroment();
-    if (!m_isReady)
-        m_failure = QStringLiteral("PROJ is not ready; 'kelstd doctor' tells why");
+    if (!m_isReady) {
+        m_failure = QStringLiteral("PROJ is not ready: %1 ('kelstd doctor' says what to do)")
+                        .arg(ProjLib::initializationFailure().text);
+    }
 }
 
 ProjEnvironment::~ProjEnvironment()

@@ -2,8 +2,7 @@
 
 #include "grid/GridFiles.h"
 
-#include <cli/geoids/GridFile.h>
-
+#include <KelStd/grid/GridFile.h>
 #include <KelStd/proj/ProjLib.h>
 
 #include <QtCore/QFile>
@@ -69,14 +68,17 @@ void checkConversion(const Ggf &ggf, const QByteArray &source, const QByteArray 
 /// The grid as the program sees it; true when it would use it.
 bool readThrough(const QString &file, const Ggf &ggf)
 {
-    cli::GridFile grid;
-    QString reason;
-    cli::GridFile::Values values;
-    if (!grid.open(file, reason) || !grid.readValues(values, reason)) {
-        require(!reason.isEmpty(), "a refusal has a reason");
+    GridFile grid;
+    GridFile::Values values;
+    GridFailure failure = grid.open(file);
+    if (!failure)
+        failure = grid.readValues(values);
+    if (failure) {
+        require(!failure.text.isEmpty(), "a refusal has a reason");
         return false;
     }
-    require(grid.rows() == ggf.rows && grid.columns() == ggf.columns, "rows and columns are said");
+    require(grid.nodes().rows == ggf.rows && grid.nodes().columns == ggf.columns,
+            "rows and columns are said");
     require(values.missing >= 0 && values.missing <= ggf.rows * ggf.columns,
             "not more values are missing than there are nodes");
     require((values.lowest.row < 0) == (values.missing == ggf.rows * ggf.columns),

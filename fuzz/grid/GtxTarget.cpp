@@ -2,8 +2,7 @@
 
 #include "grid/GridFiles.h"
 
-#include <cli/geoids/GridFile.h>
-
+#include <KelStd/grid/GridFile.h>
 #include <KelStd/platform/AppConfig.h>
 #include <KelStd/platform/LogLibrary.h>
 #include <KelStd/proj/ProjLib.h>
@@ -78,11 +77,13 @@ struct Gtx
 
 bool isUsed(const QString &file, const Gtx &gtx)
 {
-    cli::GridFile grid;
-    QString reason;
-    cli::GridFile::Values values;
-    if (!grid.open(file, reason) || !grid.readValues(values, reason)) {
-        require(!reason.isEmpty(), "a refusal has a reason");
+    GridFile grid;
+    GridFile::Values values;
+    GridFailure failure = grid.open(file);
+    if (!failure)
+        failure = grid.readValues(values);
+    if (failure) {
+        require(!failure.text.isEmpty(), "a refusal has a reason");
         return false;
     }
     qint64 missing = 0;

@@ -128,7 +128,9 @@ TEST(ConvertEnvironment, WithoutProjItPointsToTheDoctor)
     const auto result = program.convert(rdNew, position);
     EXPECT_EQ(result.status, 3);
     EXPECT_EQ(result.out, QString());
-    EXPECT_EQ(result.err, QStringLiteral("kelstd: PROJ is not ready; 'kelstd doctor' tells why\n"));
+    EXPECT_EQ(result.err, QStringLiteral("kelstd: PROJ is not ready: the home directory %1 is no "
+                                         "directory ('kelstd doctor' says what to do)\n")
+                              .arg(program.home().path(QStringLiteral("no-such-home"))));
 }
 
 /// The first run in a new home unpacks PROJ, without a word.

@@ -50,7 +50,7 @@ const QList<Room> &programRooms()
         {"cli/run/", {"terminal"}},
         {"cli/values/", {"terminal", "run"}},
         {"cli/library/", {"terminal"}},
-        {"cli/geoids/", {"terminal", "proj", "run"}},
+        {"cli/geoids/", {"terminal", "run"}},
         {"cli/conversion/", {"run", "values"}},
         {"cli/systems/", {"terminal", "values", "library", "geoids"}},
         {"cli/proj/", {"terminal"}},

@@ -1,7 +1,9 @@
 #include <KelStd/platform/ResourceQuery.h>
 
+#include <KelStd/grid/GeoidFolder.h>
 #include <KelStd/grid/GgfGrid.h>
 #include <KelStd/grid/GridHeader.h>
+#include <KelStd/grid/GridLayout.h>
 #include <KelStd/platform/AppConfig.h>
 
 #include <QtCore/QDateTime>
@@ -24,14 +26,9 @@ bool isReadAsOneGrid(const QString &name)
     return !name.contains(QLatin1Char(','));
 }
 
-bool hasSuffix(const QFileInfo &file, const char *suffix)
-{
-    return file.suffix().compare(QLatin1String(suffix), Qt::CaseInsensitive) == 0;
-}
-
 bool isGgf(const QFileInfo &file)
 {
-    return hasSuffix(file, "ggf");
+    return kelstd_grid::isNamedAs(kelstd_grid::ggfLayout, file.filePath());
 }
 
 /// False for what a copy that was interrupted leaves, and for other files that are not what they
@@ -40,18 +37,16 @@ bool isWhole(const QFileInfo &file)
 {
     if (isGgf(file))
         return kelstd_grid::isWholeGgf(file.filePath());
-    if (hasSuffix(file, "gtx"))
+    if (kelstd_grid::isNamedAs(kelstd_grid::gtxLayout, file.filePath()))
         return kelstd_grid::isWholeGtx(file.filePath());
     return file.size() > 0;
 }
-
-const QString folderName = QStringLiteral("geoid_model_list");
 
 /// The model of that name in a folder: an absolute path, because PROJ looks for a relative name in
 /// its search paths.
 QFileInfo modelIn(const QDir &directory, const QString &name)
 {
-    const QDir folder(directory.absoluteFilePath(folderName));
+    const QDir folder(directory.absoluteFilePath(kelstd_grid::geoidFolderName()));
     return QFileInfo(QDir::cleanPath(folder.absoluteFilePath(QDir::fromNativeSeparators(name))));
 }
 
@@ -73,7 +68,8 @@ bool isConversionOf(const QFileInfo &ggf, const QFileInfo &gtx)
 
 bool liesInFolderOf(const QDir &directory, const QFileInfo &file)
 {
-    const QString folder = QDir(directory.canonicalPath()).filePath(folderName) + QLatin1Char('/');
+    const QString folder =
+        QDir(directory.canonicalPath()).filePath(kelstd_grid::geoidFolderName()) + QLatin1Char('/');
     return (QFileInfo(file.absolutePath()).canonicalFilePath() + QLatin1Char('/'))
         .startsWith(folder);
 }
@@ -98,14 +94,10 @@ bool convert(const QFileInfo &ggf, const QFileInfo &gtx)
 
 /// The GTX file of a GGF grid, made when there is none of this source; empty when it cannot be
 /// made. It lies beside the source or, where nothing can be written there, in `otherwise`.
-///
-/// It is called "model.ggf.gtx", so that it does not take the place of a "model.gtx" that the user
-/// has, too.
 QString gtxOf(const QFileInfo &ggf, const QFileInfo &otherwise)
 {
-    const QString suffix = QStringLiteral(".gtx");
-    const QFileInfo beside(ggf.filePath() + suffix);
-    const QFileInfo elsewhere(otherwise.filePath() + suffix);
+    const QFileInfo beside(kelstd_grid::conversionOf(ggf.filePath()));
+    const QFileInfo elsewhere(kelstd_grid::conversionOf(otherwise.filePath()));
     for (const QFileInfo &gtx : {beside, elsewhere}) {
         if (isConversionOf(ggf, gtx))
             return gtx.filePath();
