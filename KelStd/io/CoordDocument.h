@@ -1,6 +1,7 @@
 #pragma once
 
 #include <KelStd/coord/Coord.h>
+#include <KelStd/io/DocumentFailure.h>
 #include <KelStd/io/FileAccess.h>
 
 #include <QtXml/QDomElement>
@@ -8,9 +9,9 @@
 namespace KelStd::io {
 
 /// `Coord_IO::xml_read`, with a choice of what may be read.
-bool readCoord(const QString &fileName, Source source, Coord &coord, QString *error);
+DocumentFailure readCoord(const QString &fileName, Source source, Coord &coord);
 
 /// What is left of it once the document is parsed.
-bool readCoord(const QDomElement &root, Coord &coord, QString *error);
+DocumentFailure readCoord(const QDomElement &root, Coord &coord);
 
 } // namespace KelStd::io

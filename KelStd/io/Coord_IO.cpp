@@ -14,16 +14,16 @@ namespace {
 
 /// Reads the record whose element is called `name`; without such an element, says so.
 template <typename Record>
-bool readRequired(const QDomElement &root, const QString &name,
-                  bool (*read)(const QDomElement &, Record &), Record &record, QString *error)
+bool readRequired(const QDomElement &root, const QString &name, io::Reader<Record> read,
+                  Record &record, io::DocumentFailure &failure)
 {
     const QDomElement element = root.firstChildElement(name);
     if (!element.isNull())
-        return read(element, record);
-    if (error != nullptr) {
-        *error = QStringLiteral("%1 [%2] %3.")
-                     .arg(QObject::tr("Format error, element"), name, QObject::tr("not found"));
-    }
+        return read(element, record, failure);
+    failure = {io::DocumentFault::MissingElement,
+               QStringLiteral("%1 [%2] %3.")
+                   .arg(QObject::tr("Format error, element"), name, QObject::tr("not found")),
+               root.lineNumber()};
     return false;
 }
 
@@ -35,47 +35,66 @@ bool Coord_IO::xml_write(const Coord &coord, const QString &fileName, QString *e
         fileName, [&coord] { return io::coordDocument(coord); }, errorMessage);
 }
 
+bool Coord_IO::xml_write(const Coord &coord, const QString &fileName, io::DocumentFailure &failure)
+{
+    failure = io::writeDocument(fileName, [&coord] { return io::coordDocument(coord); });
+    return !failure;
+}
+
 bool Coord_IO::xml_read(const QString &fileName, Coord &coord, QString *errorMessage)
 {
-    return io::readCoord(fileName, io::Source::Any, coord, errorMessage);
+    return io::reportedAsContract(io::readCoord(fileName, io::Source::Any, coord), errorMessage);
+}
+
+bool Coord_IO::xml_read(const QString &fileName, Coord &coord, io::DocumentFailure &failure)
+{
+    failure = io::readCoord(fileName, io::Source::Any, coord);
+    return !failure;
 }
 
 namespace io {
 
-bool readCoord(const QString &fileName, Source source, Coord &coord, QString *error)
+DocumentFailure readCoord(const QString &fileName, Source source, Coord &coord)
 {
     QDomDocument document;
-    return readDocument(fileName, source, document, error)
-           && readCoord(document.documentElement(), coord, error);
+    const DocumentFailure failure = readDocument(fileName, source, document);
+    return failure ? failure : readCoord(document.documentElement(), coord);
 }
 
 bool readBackFromMemory(const Coord &given, Coord &read, QString *error)
 {
     QDomDocument document;
-    return reparse(coordDocument(given), document, error)
-           && readCoord(document.documentElement(), read, error);
+    DocumentFailure failure = reparse(coordDocument(given), document);
+    if (!failure)
+        failure = readCoord(document.documentElement(), read);
+    if (failure && error != nullptr)
+        *error = failure.text;
+    return !failure;
 }
 
-bool readCoord(const QDomElement &root, Coord &coord, QString *error)
+DocumentFailure readCoord(const QDomElement &root, Coord &coord)
 {
     using Names = Coord_IO;
-    if (!hasReadableVersion(root))
-        return false;
+    DocumentFailure failure;
+    if (!hasReadableVersion(root, failure))
+        return failure;
     coord.coord_name = root.attribute(Names::xml_attrName_rootName);
-    if (!readRequired(root, Names::xml_segName_ellipsoid, &readEllipsoid, coord.ellipsoid, error)
+    if (!readRequired(root, Names::xml_segName_ellipsoid, &readEllipsoid, coord.ellipsoid, failure)
         || !readRequired(root, Names::xml_segName_projection, &readProjection, coord.projection,
-                         error)
+                         failure)
         || !readRequired(root, Names::xml_segName_ellipsoidTransform, &readEllipsoidTransform,
-                         coord.ellipsoidTransform, error)
+                         coord.ellipsoidTransform, failure)
         || !readRequired(root, Names::xml_segName_planeTransform, &readPlaneTransform,
-                         coord.planeTransform, error)
+                         coord.planeTransform, failure)
         || !readRequired(root, Names::xml_segName_elevationFitting, &readElevationFitting,
-                         coord.elevationFitting, error))
-        return false;
+                         coord.elevationFitting, failure))
+        return failure;
 
     // Documents older than the geoid models have no such element.
     const QDomElement geoid = root.firstChildElement(Names::xml_segName_geoidModel);
-    return geoid.isNull() || readGeoidModel(geoid, coord.geoidModel);
+    if (!geoid.isNull())
+        readGeoidModel(geoid, coord.geoidModel, failure);
+    return failure;
 }
 
 } // namespace io

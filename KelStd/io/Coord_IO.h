@@ -2,6 +2,7 @@
 
 #include <KelStd/Export.h>
 #include <KelStd/coord/Coord.h>
+#include <KelStd/io/DocumentFailure.h>
 
 #include <QtCore/QString>
 
@@ -31,6 +32,11 @@ public:
     static bool xml_write(const Coord &coord, const QString &fileName,
                           QString *errorMessage = nullptr);
 
+    /// As above. `failure` becomes one of the kinds `CannotBeWritten`, `TooLarge` and `ForeignText`
+    /// with the same text, or none when the document was written; what is raised leaves it.
+    static bool xml_write(const Coord &coord, const QString &fileName,
+                          io::DocumentFailure &failure);
+
     /// Reads a document into `coord`; what the document does not mention keeps its value.
     ///
     /// Returns true when a complete system was read. On failure `coord` may be partly updated.
@@ -40,6 +46,10 @@ public:
     /// in its document type, or carries another version fails without a message. Bytes that are no
     /// text in the document's encoding are read as U+FFFD.
     static bool xml_read(const QString &fileName, Coord &coord, QString *errorMessage = nullptr);
+
+    /// As above, and says of every failure why: `failure` becomes one with a text, and a line where
+    /// the document is at fault, or none when a complete system was read. What is raised leaves it.
+    static bool xml_read(const QString &fileName, Coord &coord, io::DocumentFailure &failure);
 
     // --- Element names -------------------------------------------------------------------------
     static const QString xml_segName_root;               ///< "Coord"

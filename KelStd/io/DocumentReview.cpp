@@ -16,39 +16,43 @@ namespace {
 /// Reads a document, and reviews it whether or not `read` takes it; what it took is reviewed
 /// further by `reviewUse`.
 template <typename Read, typename ReviewForm, typename ReviewUse>
-bool review(const QString &fileName, Source source, QList<DocumentFinding> &all, QString *error,
-            Read read, ReviewForm reviewForm, ReviewUse reviewUse)
+DocumentFailure review(const QString &fileName, Source source, QList<DocumentFinding> &all,
+                       Read read, ReviewForm reviewForm, ReviewUse reviewUse)
 {
     QDomDocument document;
     Damage damage = Damage::None;
-    if (!readDocument(fileName, source, document, damage, error))
-        return false;
+    DocumentFailure failure = readDocument(fileName, source, document, damage);
+    if (failure)
+        return failure;
     const QDomElement root = document.documentElement();
-    const bool isRead = read(root);
+    failure = read(root);
     QList<DocumentFinding> found;
     ReviewFindings findings(found);
     reviewForm(root, findings);
     if (damage == Damage::Some)
         reviewDamage(root, findings);
-    if (isRead)
+    if (!failure)
         reviewUse(root, findings);
     std::stable_sort(
         found.begin(), found.end(),
         [](const DocumentFinding &a, const DocumentFinding &b) { return a.line < b.line; });
     all += found;
-    return isRead;
+    return failure;
 }
 
 template <typename Record>
-bool reviewList(const QString &fileName, const QString &recordName,
-                bool (*read)(const QDomElement &, Record &),
-                void (*reviewUse)(const QDomElement &, const Record &, ReviewFindings &),
-                QList<Record> &records, QList<DocumentFinding> &findings, QString *error)
+DocumentFailure reviewList(const QString &fileName, const QString &recordName, Reader<Record> read,
+                           void (*reviewUse)(const QDomElement &, const Record &, ReviewFindings &),
+                           QList<Record> &records, QList<DocumentFinding> &findings)
 {
     const int before = records.size();
     return review(
-        fileName, Source::RegularFile, findings, error,
-        [&](const QDomElement &root) { return readRecords(root, recordName, read, records); },
+        fileName, Source::RegularFile, findings,
+        [&](const QDomElement &root) {
+            DocumentFailure failure;
+            readRecords(root, recordName, read, records, failure);
+            return failure;
+        },
         [&](const QDomElement &root, ReviewFindings &found) {
             reviewListForm(root, recordName, found);
         },
@@ -64,12 +68,12 @@ bool reviewList(const QString &fileName, const QString &recordName,
 } // namespace
 
 bool reviewCoord(const QString &fileName, Coord &coord, QList<DocumentFinding> &findings,
-                 QString *error)
+                 DocumentFailure &failure)
 {
     using Names = Coord_IO;
-    return review(
-        fileName, Source::Any, findings, error,
-        [&](const QDomElement &root) { return readCoord(root, coord, error); }, &reviewCoordForm,
+    failure = review(
+        fileName, Source::Any, findings,
+        [&](const QDomElement &root) { return readCoord(root, coord); }, &reviewCoordForm,
         [&coord](const QDomElement &root, ReviewFindings &found) {
             reviewEllipsoidUse(root.firstChildElement(Names::xml_segName_ellipsoid),
                                coord.ellipsoid, found);
@@ -78,20 +82,47 @@ bool reviewCoord(const QString &fileName, Coord &coord, QList<DocumentFinding> &
             reviewTransformUse(root.firstChildElement(Names::xml_segName_ellipsoidTransform),
                                coord.ellipsoidTransform, found);
         });
+    return !failure;
+}
+
+bool reviewCoord(const QString &fileName, Coord &coord, QList<DocumentFinding> &findings,
+                 QString *error)
+{
+    DocumentFailure failure;
+    reviewCoord(fileName, coord, findings, failure);
+    return reportedAsContract(failure, error);
+}
+
+bool reviewEllipsoidList(const QString &fileName, QList<Ellipsoid> &ellipsoids,
+                         QList<DocumentFinding> &findings, DocumentFailure &failure)
+{
+    failure = reviewList(fileName, Coord_IO::xml_segName_ellipsoid, &readEllipsoid,
+                         &reviewEllipsoidUse, ellipsoids, findings);
+    return !failure;
 }
 
 bool reviewEllipsoidList(const QString &fileName, QList<Ellipsoid> &ellipsoids,
                          QList<DocumentFinding> &findings, QString *error)
 {
-    return reviewList(fileName, Coord_IO::xml_segName_ellipsoid, &readEllipsoid,
-                      &reviewEllipsoidUse, ellipsoids, findings, error);
+    DocumentFailure failure;
+    reviewEllipsoidList(fileName, ellipsoids, findings, failure);
+    return reportedAsContract(failure, error);
+}
+
+bool reviewProjectionList(const QString &fileName, QList<Projection> &projections,
+                          QList<DocumentFinding> &findings, DocumentFailure &failure)
+{
+    failure = reviewList(fileName, Coord_IO::xml_segName_projection, &readProjection,
+                         &reviewProjectionUse, projections, findings);
+    return !failure;
 }
 
 bool reviewProjectionList(const QString &fileName, QList<Projection> &projections,
                           QList<DocumentFinding> &findings, QString *error)
 {
-    return reviewList(fileName, Coord_IO::xml_segName_projection, &readProjection,
-                      &reviewProjectionUse, projections, findings, error);
+    DocumentFailure failure;
+    reviewProjectionList(fileName, projections, findings, failure);
+    return reportedAsContract(failure, error);
 }
 
 } // namespace KelStd::io

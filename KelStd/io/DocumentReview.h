@@ -2,6 +2,7 @@
 
 #include <KelStd/Export.h>
 #include <KelStd/coord/Coord.h>
+#include <KelStd/io/DocumentFailure.h>
 
 #include <QtCore/QList>
 #include <QtCore/QString>
@@ -78,13 +79,21 @@ inline constexpr int maxFindings = 1000;
 KELSTD_EXPORT bool reviewCoord(const QString &fileName, Coord &coord,
                                QList<DocumentFinding> &findings, QString *error = nullptr);
 
+/// As above, and says of every failure why, as `Coord_IO::xml_read` does.
+KELSTD_EXPORT bool reviewCoord(const QString &fileName, Coord &coord,
+                               QList<DocumentFinding> &findings, DocumentFailure &failure);
+
 /// As `reviewCoord`, of `readEllipsoidList`.
 KELSTD_EXPORT bool reviewEllipsoidList(const QString &fileName, QList<Ellipsoid> &ellipsoids,
                                        QList<DocumentFinding> &findings, QString *error = nullptr);
+KELSTD_EXPORT bool reviewEllipsoidList(const QString &fileName, QList<Ellipsoid> &ellipsoids,
+                                       QList<DocumentFinding> &findings, DocumentFailure &failure);
 
 /// As `reviewCoord`, of `readProjectionList`.
 KELSTD_EXPORT bool reviewProjectionList(const QString &fileName, QList<Projection> &projections,
                                         QList<DocumentFinding> &findings, QString *error = nullptr);
+KELSTD_EXPORT bool reviewProjectionList(const QString &fileName, QList<Projection> &projections,
+                                        QList<DocumentFinding> &findings, DocumentFailure &failure);
 
 /// Makes `read` what `Coord_IO::xml_read` would make of the document that `Coord_IO::xml_write`
 /// would write of `given`, without a file: what differs is what the document does not keep. False

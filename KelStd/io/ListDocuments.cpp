@@ -1,6 +1,7 @@
 #include <KelStd/io/ListDocuments.h>
 
 #include <KelStd/io/Coord_IO.h>
+#include <KelStd/io/ListNames.h>
 #include <KelStd/io/RecordReaders.h>
 #include <KelStd/io/RecordWriters.h>
 #include <KelStd/io/XmlDocument.h>
@@ -15,23 +16,24 @@ struct ListForm
 {
     const char *rootName;
     const QString &recordName;
-    bool (*read)(const QDomElement &, Record &);
+    Reader<Record> read;
     QDomElement (*element)(QDomDocument &, const Record &);
 };
 
-const ListForm<Ellipsoid> ellipsoidForm = {"Ellipsoid_List", Coord_IO::xml_segName_ellipsoid,
+const ListForm<Ellipsoid> ellipsoidForm = {ellipsoidListName, Coord_IO::xml_segName_ellipsoid,
                                            &readEllipsoid, &ellipsoidElement};
-const ListForm<Projection> projectionForm = {"Projection_List", Coord_IO::xml_segName_projection,
+const ListForm<Projection> projectionForm = {projectionListName, Coord_IO::xml_segName_projection,
                                              &readProjection, &projectionElement};
 
 template <typename Record>
-bool readList(const ListForm<Record> &form, const QString &fileName, QList<Record> &records,
-              QString *error)
+DocumentFailure readList(const ListForm<Record> &form, const QString &fileName,
+                         QList<Record> &records)
 {
     QDomDocument document;
-    if (!readDocument(fileName, Source::RegularFile, document, error))
-        return false;
-    return readRecords(document.documentElement(), form.recordName, form.read, records);
+    DocumentFailure failure = readDocument(fileName, Source::RegularFile, document);
+    if (!failure)
+        readRecords(document.documentElement(), form.recordName, form.read, records, failure);
+    return failure;
 }
 
 template <typename Record>
@@ -53,12 +55,26 @@ bool writeList(const ListForm<Record> &form, const QList<Record> &records, const
 
 bool readEllipsoidList(const QString &fileName, QList<Ellipsoid> &ellipsoids, QString *error)
 {
-    return readList(ellipsoidForm, fileName, ellipsoids, error);
+    return reportedAsContract(readList(ellipsoidForm, fileName, ellipsoids), error);
+}
+
+bool readEllipsoidList(const QString &fileName, QList<Ellipsoid> &ellipsoids,
+                       DocumentFailure &failure)
+{
+    failure = readList(ellipsoidForm, fileName, ellipsoids);
+    return !failure;
 }
 
 bool readProjectionList(const QString &fileName, QList<Projection> &projections, QString *error)
 {
-    return readList(projectionForm, fileName, projections, error);
+    return reportedAsContract(readList(projectionForm, fileName, projections), error);
+}
+
+bool readProjectionList(const QString &fileName, QList<Projection> &projections,
+                        DocumentFailure &failure)
+{
+    failure = readList(projectionForm, fileName, projections);
+    return !failure;
 }
 
 bool writeEllipsoidList(const QList<Ellipsoid> &ellipsoids, const QString &fileName, QString *error)

@@ -3,6 +3,7 @@
 #include <KelStd/Export.h>
 #include <KelStd/coord/Ellipsoid.h>
 #include <KelStd/coord/Projection.h>
+#include <KelStd/io/DocumentFailure.h>
 
 #include <QtCore/QList>
 #include <QtCore/QString>
@@ -19,9 +20,16 @@ namespace KelStd::io {
 KELSTD_EXPORT bool readEllipsoidList(const QString &fileName, QList<Ellipsoid> &ellipsoids,
                                      QString *error = nullptr);
 
+/// As above, and says of every failure why: `failure` becomes one with a text, and a line where the
+/// document is at fault, or none when the list was read.
+KELSTD_EXPORT bool readEllipsoidList(const QString &fileName, QList<Ellipsoid> &ellipsoids,
+                                     DocumentFailure &failure);
+
 /// As `readEllipsoidList`.
 KELSTD_EXPORT bool readProjectionList(const QString &fileName, QList<Projection> &projections,
                                       QString *error = nullptr);
+KELSTD_EXPORT bool readProjectionList(const QString &fileName, QList<Projection> &projections,
+                                      DocumentFailure &failure);
 
 /// Replaces the file by a document of the records, in their order. Returns false, with the file's
 /// own text in `error` (when given) and the old file in its place, unless every byte reached it.

@@ -2,6 +2,7 @@
 
 #include <KelStd/io/Coord_IO.h>
 #include <KelStd/io/RecordParamNames.h>
+#include <KelStd/io/ShortenedText.h>
 #include <KelStd/io/ValueText.h>
 #include <KelStd/text/CoordStringHelper.h>
 
@@ -29,14 +30,15 @@ QVariant ownValue(const QDomElement &element, EValueType type)
     return first.isText() ? fromValueText(type, first.nodeValue()) : QVariant();
 }
 
-/// Reads the parameters that the element has. One that cannot be read is left as it is.
+/// Reads the parameters that the element has. One of another version is left as it is.
 template <typename Record, std::size_t count>
 void readParams(const QDomElement &element, Record &record, const NamedParam<Record> (&rows)[count])
 {
     for (const auto &row : rows) {
         const QDomElement child = element.firstChildElement(QString::fromLatin1(row.name));
+        DocumentFailure passedOver;
         if (!child.isNull())
-            readParam(child, record.*row.member);
+            readParam(child, record.*row.member, passedOver);
     }
 }
 
@@ -47,9 +49,25 @@ bool hasReadableVersion(const QDomElement &element)
     return element.attribute(Names::xml_attrName_ver).toInt() == documentVersion;
 }
 
-bool readParam(const QDomElement &element, Param &param)
+bool hasReadableVersion(const QDomElement &element, DocumentFailure &failure)
 {
-    if (!hasReadableVersion(element))
+    if (hasReadableVersion(element))
+        return true;
+    const QString version = element.attribute(Names::xml_attrName_ver);
+    failure = {DocumentFault::OtherVersion,
+               QStringLiteral("the element [%1] has %2, not version %3")
+                   .arg(shortened(element.tagName()),
+                        version.isEmpty()
+                            ? QStringLiteral("no version")
+                            : QStringLiteral("version \"%1\"").arg(shortened(version)),
+                        QString::number(documentVersion)),
+               element.lineNumber()};
+    return false;
+}
+
+bool readParam(const QDomElement &element, Param &param, DocumentFailure &failure)
+{
+    if (!hasReadableVersion(element, failure))
         return false;
     // Type and unit are always assigned: a missing or unknown word is 0.
     param.unit = Words::ForCoordIO_Unit_from_DescriptionAsciiString(
@@ -75,9 +93,9 @@ bool readParam(const QDomElement &element, Param &param)
     return true;
 }
 
-bool readEllipsoid(const QDomElement &element, Ellipsoid &ellipsoid)
+bool readEllipsoid(const QDomElement &element, Ellipsoid &ellipsoid, DocumentFailure &failure)
 {
-    if (!hasReadableVersion(element))
+    if (!hasReadableVersion(element, failure))
         return false;
     ellipsoid.ellipsoid_name = element.attribute(Names::xml_attrName_ellipsoidName);
     const QString axis = element.attribute(Names::xml_attrName_biggerHalfAxle);
@@ -92,9 +110,9 @@ bool readEllipsoid(const QDomElement &element, Ellipsoid &ellipsoid)
     return true;
 }
 
-bool readProjection(const QDomElement &element, Projection &projection)
+bool readProjection(const QDomElement &element, Projection &projection, DocumentFailure &failure)
 {
-    if (!hasReadableVersion(element))
+    if (!hasReadableVersion(element, failure))
         return false;
     projection.projection_name = element.attribute(Names::xml_attrName_projectionName);
     projection.proj4Projection = element.attribute(Names::xml_attrName_proj4Projection);
@@ -104,9 +122,9 @@ bool readProjection(const QDomElement &element, Projection &projection)
              &Words::ForCoordIO_Unit_from_DescriptionAsciiString, projection.loc_or_height_unit);
 
     const bool complete =
-        readEach(element, Names::xml_segName_param, [&projection](const QDomElement &child) {
+        readEach(element, Names::xml_segName_param, [&](const QDomElement &child) {
             Param param;
-            if (!readParam(child, param))
+            if (!readParam(child, param, failure))
                 return false;
             projection.param.insert(child.attribute(Names::xml_attrName_name), param);
             return true;
@@ -120,9 +138,10 @@ bool readProjection(const QDomElement &element, Projection &projection)
                });
 }
 
-bool readEllipsoidTransform(const QDomElement &element, stEllipsoinTransform &record)
+bool readEllipsoidTransform(const QDomElement &element, stEllipsoinTransform &record,
+                            DocumentFailure &failure)
 {
-    if (!hasReadableVersion(element))
+    if (!hasReadableVersion(element, failure))
         return false;
     readWord(element, Names::xml_attrName_fuction,
              &Words::ForCoordIO_EEllipsoinTransformFunction_from_AsciiString, record.fuction);
@@ -132,9 +151,10 @@ bool readEllipsoidTransform(const QDomElement &element, stEllipsoinTransform &re
     return true;
 }
 
-bool readPlaneTransform(const QDomElement &element, stPlaneTransform &record)
+bool readPlaneTransform(const QDomElement &element, stPlaneTransform &record,
+                        DocumentFailure &failure)
 {
-    if (!hasReadableVersion(element))
+    if (!hasReadableVersion(element, failure))
         return false;
     readWord(element, Names::xml_attrName_fuction,
              &Words::ForCoordIO_EPlaneTransformFunction_from_AsciiString, record.fuction);
@@ -142,9 +162,10 @@ bool readPlaneTransform(const QDomElement &element, stPlaneTransform &record)
     return true;
 }
 
-bool readElevationFitting(const QDomElement &element, stElevationFitting &record)
+bool readElevationFitting(const QDomElement &element, stElevationFitting &record,
+                          DocumentFailure &failure)
 {
-    if (!hasReadableVersion(element))
+    if (!hasReadableVersion(element, failure))
         return false;
     readWord(element, Names::xml_attrName_function,
              &Words::ForCoordIO_EElevationFittingFunction_from_AsciiString, record.function);
@@ -152,9 +173,9 @@ bool readElevationFitting(const QDomElement &element, stElevationFitting &record
     return true;
 }
 
-bool readGeoidModel(const QDomElement &element, stGeoidModel &record)
+bool readGeoidModel(const QDomElement &element, stGeoidModel &record, DocumentFailure &failure)
 {
-    if (!hasReadableVersion(element))
+    if (!hasReadableVersion(element, failure))
         return false;
     record.modelFileName = element.attribute(Names::xml_attrName_modelFileName);
     return true;

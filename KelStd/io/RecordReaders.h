@@ -1,12 +1,13 @@
 #pragma once
 
 #include <KelStd/coord/Coord.h>
+#include <KelStd/io/DocumentFailure.h>
 
 #include <QtCore/QList>
 #include <QtXml/QDomElement>
 
-/// Records from their elements. Each reader returns false when the element's version is not the
-/// one that is read, and otherwise changes only what the element mentions.
+/// Records from their elements. Each reader fails when the element's version is not the one that is
+/// read, and otherwise changes only what the element mentions.
 namespace KelStd::io {
 
 /// Calls `read` for each child element called `name`, in document order, until one returns false.
@@ -23,28 +24,37 @@ bool readEach(const QDomElement &element, const QString &name, Read read)
 
 bool hasReadableVersion(const QDomElement &element);
 
+/// As above, and says what it has otherwise.
+bool hasReadableVersion(const QDomElement &element, DocumentFailure &failure);
+
+template <typename Record>
+using Reader = bool (*)(const QDomElement &, Record &, DocumentFailure &);
+
 /// The records of a list document, whose elements are called `name`; those before one that is not
 /// read are appended all the same.
 template <typename Record>
-bool readRecords(const QDomElement &root, const QString &name,
-                 bool (*read)(const QDomElement &, Record &), QList<Record> &records)
+bool readRecords(const QDomElement &root, const QString &name, Reader<Record> read,
+                 QList<Record> &records, DocumentFailure &failure)
 {
-    return hasReadableVersion(root)
-           && readEach(root, name, [read, &records](const QDomElement &element) {
+    return hasReadableVersion(root, failure)
+           && readEach(root, name, [&](const QDomElement &element) {
                   Record record;
-                  if (!read(element, record))
+                  if (!read(element, record, failure))
                       return false;
                   records << record;
                   return true;
               });
 }
 
-bool readParam(const QDomElement &element, Param &param);
-bool readEllipsoid(const QDomElement &element, Ellipsoid &ellipsoid);
-bool readProjection(const QDomElement &element, Projection &projection);
-bool readEllipsoidTransform(const QDomElement &element, stEllipsoinTransform &record);
-bool readPlaneTransform(const QDomElement &element, stPlaneTransform &record);
-bool readElevationFitting(const QDomElement &element, stElevationFitting &record);
-bool readGeoidModel(const QDomElement &element, stGeoidModel &record);
+bool readParam(const QDomElement &element, Param &param, DocumentFailure &failure);
+bool readEllipsoid(const QDomElement &element, Ellipsoid &ellipsoid, DocumentFailure &failure);
+bool readProjection(const QDomElement &element, Projection &projection, DocumentFailure &failure);
+bool readEllipsoidTransform(const QDomElement &element, stEllipsoinTransform &record,
+                            DocumentFailure &failure);
+bool readPlaneTransform(const QDomElement &element, stPlaneTransform &record,
+                        DocumentFailure &failure);
+bool readElevationFitting(const QDomElement &element, stElevationFitting &record,
+                          DocumentFailure &failure);
+bool readGeoidModel(const QDomElement &element, stGeoidModel &record, DocumentFailure &failure);
 
 } // namespace KelStd::io

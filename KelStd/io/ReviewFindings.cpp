@@ -1,6 +1,7 @@
 #include <KelStd/io/ReviewFindings.h>
 
 #include <KelStd/io/Coord_IO.h>
+#include <KelStd/io/ShortenedText.h>
 #include <KelStd/text/Translation.h>
 
 #include <QtCore/QLocale>
@@ -60,13 +61,6 @@ QString pathOf(const QDomElement &element)
     for (QDomNode parent = element.parentNode(); parent.isElement(); parent = parent.parentNode())
         path.prepend(step(parent.toElement()) + QLatin1Char('/'));
     return path;
-}
-
-/// What a line of a report can hold.
-QString shortened(const QString &text)
-{
-    constexpr int maxLength = 120;
-    return text.size() <= maxLength ? text : text.left(maxLength) + QStringLiteral("...");
 }
 
 } // namespace

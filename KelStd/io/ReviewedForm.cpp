@@ -179,7 +179,8 @@ void reviewParam(const QDomElement &element, bool hasName, ReviewFindings &findi
         return;
 
     Param param;
-    readParam(element, param);
+    DocumentFailure none; // its version is known to be the right one
+    readParam(element, param, none);
     if (hasName)
         reviewPresence(element, Names::xml_attrName_name, {}, findings);
     const QString noType = Words::ForCoordIO_ValueType_to_AsciiString(ValueType_None);

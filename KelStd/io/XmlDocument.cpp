@@ -1,5 +1,7 @@
 #include <KelStd/io/XmlDocument.h>
 
+#include <KelStd/io/DocumentLimits.h>
+
 #include <QtCore/QObject>
 #include <QtCore/QRegularExpression>
 #include <QtCore/QTextCodec>
@@ -59,26 +61,43 @@ bool readBytes(QFile &file, QByteArray &bytes)
     return false;
 }
 
+DocumentFailure tooLarge()
+{
+    return {DocumentFault::TooLarge,
+            QStringLiteral("the file is larger than %1 MiB").arg(largestDocument / (1024 * 1024)),
+            0};
+}
+
 /// The text of a file. Its bytes, as large as half of the text, are not kept.
-bool readText(const QString &fileName, Source source, QString &text, Damage *damage, QString *error)
+DocumentFailure readText(const QString &fileName, Source source, QString &text, Damage *damage)
 {
     QFile file;
-    if (!openForReading(file, fileName, source, error))
-        return false;
+    QString error;
+    if (!openForReading(file, fileName, source, &error))
+        return {DocumentFault::CannotBeOpened, error, 0};
     QByteArray bytes;
     if (!readBytes(file, bytes))
-        return false;
+        return tooLarge();
+    if (bytes.isEmpty())
+        return {DocumentFault::Empty, QStringLiteral("the file is empty"), 0};
     text = codecOf(bytes)->toUnicode(bytes);
     if (damage != nullptr)
         *damage = damageOf(bytes, text);
-    return true;
+    return {};
 }
 
-bool parse(QString &text, LineEnds lineEnds, QDomDocument &document)
+DocumentFailure parse(QString &text, LineEnds lineEnds, QDomDocument &document)
 {
     if (lineEnds == LineEnds::WithoutReturns)
         text.remove(QLatin1Char('\r'));
-    return makeSafeToParse(text) && document.setContent(text);
+    DocumentFailure failure = makeSafeToParse(text);
+    QString reason;
+    int line = 0;
+    if (!failure && !document.setContent(text, &reason, &line)) {
+        failure = {DocumentFault::NotWellFormed,
+                   QStringLiteral("no well-formed XML: %1").arg(reason), line};
+    }
+    return failure;
 }
 
 /// What the file holds, before it is encoded.
@@ -91,72 +110,45 @@ QString textOf(const QDomDocument &document)
     return text;
 }
 
-/// Why a document of this text could not be read back; empty when it can.
-QString faultOf(const QString &text, qint64 size)
+/// Why a document of this text could not be read back, if it could not.
+DocumentFailure faultOf(const QString &text, qint64 size)
 {
-    if (!isXmlText(text))
-        return QObject::tr("A text has a character that no XML document can hold");
-    return size > largestDocument ? QObject::tr("The document would be too large to be read")
-                                  : QString();
+    if (!isXmlText(text)) {
+        return {DocumentFault::ForeignText,
+                QObject::tr("A text has a character that no XML document can hold"), 0};
+    }
+    if (size > largestDocument) {
+        return {DocumentFault::TooLarge, QObject::tr("The document would be too large to be read"),
+                0};
+    }
+    return {};
 }
 
 } // namespace
 
-bool readDocument(const QString &fileName, Source source, QDomDocument &document, QString *error,
-                  LineEnds lineEnds)
+DocumentFailure readDocument(const QString &fileName, Source source, QDomDocument &document,
+                             LineEnds lineEnds)
 {
     QString text;
-    return readText(fileName, source, text, nullptr, error) && parse(text, lineEnds, document);
+    const DocumentFailure failure = readText(fileName, source, text, nullptr);
+    return failure ? failure : parse(text, lineEnds, document);
 }
 
-bool readDocument(const QString &fileName, Source source, QDomDocument &document, Damage &damage,
-                  QString *error)
+DocumentFailure readDocument(const QString &fileName, Source source, QDomDocument &document,
+                             Damage &damage)
 {
     QString text;
-    return readText(fileName, source, text, &damage, error)
-           && parse(text, LineEnds::AsTheyAre, document);
+    const DocumentFailure failure = readText(fileName, source, text, &damage);
+    return failure ? failure : parse(text, LineEnds::AsTheyAre, document);
 }
 
-bool isWithinLimits(const QString &fileName)
+bool reportedAsContract(const DocumentFailure &failure, QString *error)
 {
-    constexpr int harmless = 20000; // signs of markup; a coordinate system has some six hundred
-    constexpr int maxAttributes = 1000;
-    QFile file;
-    QByteArray bytes;
-    if (!openForReading(file, fileName, Source::RegularFile, nullptr) || !readBytes(file, bytes))
-        return false;
-    if (bytes.count('<') + bytes.count('=') <= harmless)
-        return true;
-    QString text = codecOf(bytes)->toUnicode(bytes);
-    bytes.clear();
-    return makeSafeToParse(text, maxAttributes);
-}
-
-QString exceededLimit(const QString &fileName)
-{
-    QFile file;
-    if (!openForReading(file, fileName, Source::RegularFile, nullptr))
-        return {};
-    QByteArray bytes;
-    if (!readBytes(file, bytes)) {
-        return QObject::tr("its %1 bytes are more than the %2 that are read")
-            .arg(file.size())
-            .arg(largestDocument);
-    }
-    QString text = codecOf(bytes)->toUnicode(bytes);
-    bytes.clear();
-    Bound exceeded = Bound::None;
-    makeSafeToParse(text, maxMarkup, &exceeded);
-    switch (exceeded) {
-    case Bound::Nesting:
-        return QObject::tr("its elements are nested deeper than the %1 levels that are read")
-            .arg(deepestNesting);
-    case Bound::Markup:
-        return QObject::tr("its tags and attributes are more than the %1 that are read")
-            .arg(maxMarkup);
-    case Bound::None: break;
-    }
-    return {};
+    if (error != nullptr
+        && (failure.kind == DocumentFault::CannotBeOpened
+            || failure.kind == DocumentFault::MissingElement))
+        *error = failure.text;
+    return !failure;
 }
 
 QDomDocument documentFrame()
@@ -167,30 +159,36 @@ QDomDocument documentFrame()
     return document;
 }
 
+DocumentFailure writeDocument(const QString &fileName,
+                              const std::function<QDomDocument()> &makeDocument)
+{
+    DocumentFailure failure; // of what would make a file, but none that comes back
+    const auto write = [&makeDocument, &failure](QIODevice &file) {
+        const QString text = textOf(makeDocument());
+        const QByteArray bytes = text.toUtf8();
+        failure = faultOf(text, bytes.size());
+        return !failure && writeAll(file, bytes);
+    };
+    QString error;
+    if (!replaceFile(fileName, QIODevice::Text, write, &error) && !failure)
+        failure = {DocumentFault::CannotBeWritten, error, 0};
+    return failure;
+}
+
 bool writeDocument(const QString &fileName, const std::function<QDomDocument()> &makeDocument,
                    QString *error)
 {
-    QString fault; // what would make it a file, but none that comes back
-    const auto write = [&makeDocument, &fault](QIODevice &file) {
-        const QString text = textOf(makeDocument());
-        const QByteArray bytes = text.toUtf8();
-        fault = faultOf(text, bytes.size());
-        return fault.isEmpty() && writeAll(file, bytes);
-    };
-    if (replaceFile(fileName, QIODevice::Text, write, error))
-        return true;
-    if (!fault.isEmpty() && error != nullptr)
-        *error = fault;
-    return false;
+    const DocumentFailure failure = writeDocument(fileName, makeDocument);
+    if (failure && error != nullptr)
+        *error = failure.text;
+    return !failure;
 }
 
-bool reparse(const QDomDocument &document, QDomDocument &parsed, QString *error)
+DocumentFailure reparse(const QDomDocument &document, QDomDocument &parsed)
 {
     QString text = textOf(document);
-    const QString fault = faultOf(text, text.toUtf8().size());
-    if (!fault.isEmpty() && error != nullptr)
-        *error = fault;
-    return fault.isEmpty() && parse(text, LineEnds::AsTheyAre, parsed);
+    const DocumentFailure fault = faultOf(text, text.toUtf8().size());
+    return fault ? fault : parse(text, LineEnds::AsTheyAre, parsed);
 }
 
 } // namespace KelStd::io

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <KelStd/io/DocumentLimits.h>
+#include <KelStd/io/DocumentFailure.h>
 #include <KelStd/io/FileAccess.h>
 
 #include <QtCore/QString>
@@ -15,27 +15,16 @@ namespace KelStd::io {
 /// half a surrogate pair, which no encoding has.
 bool isXmlText(const QString &text);
 
-/// What there is too much of in a text.
-enum class Bound
-{
-    None,
-    Nesting,
-    Markup ///< tags and attributes
-};
-
 /// Readies a text for Qt's parser, which takes more than XML is and reads some of it as something
 /// else. Whether the text is well-formed otherwise is left to the parser.
 ///
-/// False for a text that is none for `isXmlText`, that nests elements deeper than `deepestNesting`,
-/// that has more markup than `maxMarkup` or a tag with more than `maxAttributes`, that has
-/// declarations of its own in a document type (an entity declared there could hold elements that
-/// nest anew at each mention), that mentions entities which are not XML's own (they would vanish,
-/// and a number end there), or in which a tag has an attribute twice. References to characters
-/// beyond U+FFFF, of which the parser would keep sixteen bits, become the characters, and so do
-/// references to the two halves of one.
-///
-/// `exceeded` (when given) is the bound that the text exceeds.
-bool makeSafeToParse(QString &text, int maxAttributes = maxMarkup, Bound *exceeded = nullptr);
+/// Fails for a text that is none for `isXmlText`, that nests elements deeper than `deepestNesting`,
+/// that has more markup than `maxMarkup`, that has declarations of its own in a document type (an
+/// entity declared there could hold elements that nest anew at each mention), that mentions
+/// entities which are not XML's own (they would vanish, and a number end there), or in which a tag
+/// has an attribute twice. References to characters beyond U+FFFF, of which the parser would keep
+/// sixteen bits, become the characters, and so do references to the two halves of one.
+DocumentFailure makeSafeToParse(QString &text);
 
 /// What becomes of carriage returns.
 enum class LineEnds
@@ -44,12 +33,6 @@ enum class LineEnds
     WithoutReturns ///< dropped wherever they stand, as a file in text mode drops them
 };
 
-/// Reads the whole file. Returns false when it cannot be opened, with the file's own text in
-/// `error` (when given), and, without a text, when it is larger than `largestDocument` or no XML
-/// that is safe to parse.
-bool readDocument(const QString &fileName, Source source, QDomDocument &document, QString *error,
-                  LineEnds lineEnds = LineEnds::AsTheyAre);
-
 /// Whether a document may have bytes that are no text in its encoding. They are read as U+FFFD.
 enum class Damage
 {
@@ -57,23 +40,37 @@ enum class Damage
     Some
 };
 
+/// Reads the whole file into `document`, which is as far as the parser came in one that is not
+/// well-formed. The kinds of failures are those of the file and of the XML.
+DocumentFailure readDocument(const QString &fileName, Source source, QDomDocument &document,
+                             LineEnds lineEnds = LineEnds::AsTheyAre);
+
 /// As above, and tells of `damage` in a document that was read.
-bool readDocument(const QString &fileName, Source source, QDomDocument &document, Damage &damage,
-                  QString *error);
+DocumentFailure readDocument(const QString &fileName, Source source, QDomDocument &document,
+                             Damage &damage);
+
+/// Puts into `error` (when given) what the contract's reading functions say of a failure, which
+/// have a text only for a file that cannot be opened and for a missing element. Returns true for no
+/// failure.
+bool reportedAsContract(const DocumentFailure &failure, QString *error);
 
 /// A document that holds nothing but the processing instruction with which every file begins.
 QDomDocument documentFrame();
 
 /// Replaces the file by what `makeDocument` returns, whole or not at all: an exception of
-/// `makeDocument`, too, leaves the old file. Returns false with the file's own text in `error`
-/// (when given) unless every byte reached the file, and with one of its own for a document that
-/// could not be read back: one larger than `largestDocument`, or with U+FFFE, U+FFFF or half a
-/// surrogate pair in a text.
+/// `makeDocument`, too, leaves the old file. Fails unless every byte reached the file, and for a
+/// document that could not be read back: one larger than `largestDocument`, or with U+FFFE, U+FFFF
+/// or half a surrogate pair in a text.
+DocumentFailure writeDocument(const QString &fileName,
+                              const std::function<QDomDocument()> &makeDocument);
+
+/// As above; returns whether it was written, with the failure's text in `error` (when given)
+/// otherwise.
 bool writeDocument(const QString &fileName, const std::function<QDomDocument()> &makeDocument,
                    QString *error);
 
 /// Makes `parsed` what `readDocument` would make of what `writeDocument` would write, without a
-/// file. False as they are.
-bool reparse(const QDomDocument &document, QDomDocument &parsed, QString *error);
+/// file. Fails as they do.
+DocumentFailure reparse(const QDomDocument &document, QDomDocument &parsed);
 
 } // namespace KelStd::io

@@ -12,26 +12,29 @@ namespace {
 
 /// Creating an empty file first, as for one that others might wait for, would leave it empty when
 /// the disk is full.
-void writeConfig(const QString &path, const stShowConfig &config)
+LibraryFailure writeConfig(const QString &path, const stShowConfig &config)
 {
-    if (path.isEmpty() || !library::canBeWritten(path))
-        return;
+    if (path.isEmpty())
+        return {};
     const auto write = [&config](QIODevice &file) {
         QDataStream stream(&file);
         config.save(stream);
         return stream.status() == QDataStream::Ok;
     };
-    io::replaceFile(path, QIODevice::NotOpen, write, nullptr);
+    return library::written(path, [&write](const QString &fileName, QString *reason) {
+        return io::replaceFile(fileName, QIODevice::NotOpen, write, reason);
+    });
 }
 
 } // namespace
 
 void StandardLibrary::setShowConfig(const stShowConfig &config)
 {
+    failure = {};
     if (config == showConfig)
         return;
     showConfig = config;
-    writeConfig(showConfigFilePath, showConfig);
+    failure = writeConfig(showConfigFilePath, showConfig);
     Q_EMIT sgShowConfigChanged();
 }
 

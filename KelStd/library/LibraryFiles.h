@@ -1,11 +1,14 @@
 #pragma once
 
+#include <KelStd/library/LibraryFailure.h>
+
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
+#include <QtCore/QObject>
 #include <QtCore/QString>
 #include <QtCore/QStringList>
 
-/// The files of a directory of records. An empty directory is the current one.
+/// The files of the registry. An empty directory is the current one.
 namespace KelStd::library {
 
 inline QString pathIn(const QDir &directory, const QString &fileName)
@@ -26,12 +29,21 @@ inline QStringList documentsIn(const QDir &directory)
     return paths;
 }
 
-/// False where something other than a file stands: opening a FIFO for writing would wait for its
-/// reader.
-inline bool canBeWritten(const QString &path)
+inline LibraryFailure notWritable(const QString &path, const QString &reason)
+{
+    return {LibraryFailureKind::NotWritable, QObject::tr("cannot write %1: %2").arg(path, reason)};
+}
+
+/// Lets `write(path, &reason)` write a file, and says why it could not. It is not called where
+/// something other than a file stands: opening a FIFO for writing would wait for its reader.
+template <typename Write>
+LibraryFailure written(const QString &path, Write write)
 {
     const QFileInfo info(path);
-    return info.isFile() || !info.exists();
+    if (info.exists() && !info.isFile())
+        return notWritable(path, QObject::tr("what stands there is no regular file"));
+    QString reason;
+    return write(path, &reason) ? LibraryFailure() : notWritable(path, reason);
 }
 
 } // namespace KelStd::library

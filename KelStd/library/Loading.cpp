@@ -11,7 +11,7 @@ namespace {
 
 bool readSystem(const QString &path, Coord &coord)
 {
-    return io::readCoord(path, io::Source::RegularFile, coord, nullptr);
+    return !io::readCoord(path, io::Source::RegularFile, coord);
 }
 
 template <typename Record>

@@ -75,6 +75,11 @@ const stShowConfig *StandardLibrary::getShowConfig() const
     return &showConfig;
 }
 
+const LibraryFailure &StandardLibrary::lastFailure() const
+{
+    return failure;
+}
+
 bool StandardLibrary::hasCoord(const QString &name) const
 {
     return customCoordLibrary.contains(name) || standardCoordLibrary.contains(name);

@@ -1,6 +1,10 @@
 #include <KelStd/library/RecordNames.h>
 
+#include <QtCore/QFile>
 #include <QtCore/QFileInfo>
+#include <QtCore/QObject>
+
+#include <algorithm>
 
 namespace KelStd::library {
 
@@ -69,6 +73,28 @@ bool isLinkedElsewhere(const QDir &directory, const QString &name)
     return !folder.startsWith(root);
 }
 
+/// The kinds of beginnings that make a name mean something other than a file in the library.
+struct BeginningRow
+{
+    QLatin1Char character;
+    const char *meaning;
+};
+
+const BeginningRow beginnings[] = {
+    {QLatin1Char(':'),
+     QT_TRANSLATE_NOOP("QObject", "a colon, which Qt takes for a resource of the program")},
+    {QLatin1Char('~'),
+     QT_TRANSLATE_NOOP("QObject", "a tilde, which a shell takes for a home directory")},
+    {QLatin1Char('.'),
+     QT_TRANSLATE_NOOP("QObject", "a dot: its file would be hidden and never loaded")},
+};
+
+/// Control characters, and those that Unicode keeps free, of which a document cannot hold all.
+bool isNoText(QChar c)
+{
+    return c.category() == QChar::Other_Control || QChar::isNonCharacter(c.unicode());
+}
+
 } // namespace
 
 QString recordFileName(const QString &name)
@@ -79,6 +105,33 @@ QString recordFileName(const QString &name)
 bool leadsOut(const QDir &directory, const QString &name)
 {
     return beginsElsewhere(name) || goesUp(name) || isLinkedElsewhere(directory, name);
+}
+
+QString nameFault(const QString &name)
+{
+    constexpr int longestFileName = 255; // bytes, on the file systems in use
+    if (name.trimmed().isEmpty())
+        return QObject::tr("a name must not be empty or blank");
+    if (std::any_of(name.cbegin(), name.cend(), isNoText))
+        return QObject::tr("the name has a control character, or one that stands for none");
+    if (name.contains(QLatin1Char('/')) || name.contains(QLatin1Char('\\'))) {
+        return QObject::tr("the name \"%1\" has a path separator, which no file name can hold")
+            .arg(name);
+    }
+    for (const BeginningRow &row : beginnings) {
+        if (name.startsWith(row.character)) {
+            return QObject::tr("the name \"%1\" begins with %2")
+                .arg(name, QObject::tr(row.meaning));
+        }
+    }
+    const int bytes = QFile::encodeName(recordFileName(name)).size();
+    if (bytes > longestFileName) {
+        return QObject::tr("the name is too long: its file's name would have %1 bytes, and file "
+                           "systems take %2")
+            .arg(bytes)
+            .arg(longestFileName);
+    }
+    return {};
 }
 
 } // namespace KelStd::library

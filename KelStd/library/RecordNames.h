@@ -1,21 +1,30 @@
 #pragma once
 
+#include <KelStd/Export.h>
+
 #include <QtCore/QDir>
 #include <QtCore/QString>
 
-/// The names of records as names of files.
+/// The names of records as names of files. Any thread may ask.
 namespace KelStd::library {
 
 /// The name of the file of the record called `name`, which is used as it stands.
-QString recordFileName(const QString &name);
+KELSTD_EXPORT QString recordFileName(const QString &name);
 
 /// Whether the file of a record called `name` would lie elsewhere than in `directory` and the
-/// folders in it.
+/// folders in it. The registry refuses such a name.
 ///
 /// By its name: one that begins with a separator, a drive ("C:/"), a colon (Qt's resources) or a
 /// tilde (a shell's home), or that goes up on its way (".."). That is asked with both separators,
 /// so that a library moves from one system to another. Or because a folder of the name is a link
 /// that leads out of the directory.
-bool leadsOut(const QDir &directory, const QString &name);
+KELSTD_EXPORT bool leadsOut(const QDir &directory, const QString &name);
+
+/// Why `name` is not fit for a record that somebody adds, as a clause to show; empty when it is.
+///
+/// Stricter than the registry, which takes each name that a file can have: a name is refused that
+/// is blank, has a separator of paths, a control character or a character that Unicode keeps free,
+/// that begins with a colon, a tilde or a dot, or whose file's name would have more than 255 bytes.
+KELSTD_EXPORT QString nameFault(const QString &name);
 
 } // namespace KelStd::library

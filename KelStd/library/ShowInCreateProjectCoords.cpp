@@ -2,6 +2,7 @@
 
 #include <KelStd/io/XmlDocument.h>
 #include <KelStd/library/LibraryFiles.h>
+#include <KelStd/library/OfferedNames.h>
 #include <KelStd/library/StandardLibrary.h>
 
 namespace KelStd {
@@ -15,10 +16,8 @@ const QString showNameAttribute = QStringLiteral("show_name");
 
 using Names = QList<QPair<QString, QString>>;
 
-void writeNames(const QString &path, const Names &names)
+LibraryFailure writeNames(const QString &path, const Names &names)
 {
-    if (!library::canBeWritten(path))
-        return;
     const auto makeDocument = [&names] {
         QDomDocument document = io::documentFrame();
         QDomElement root = document.createElement(rootName);
@@ -31,10 +30,34 @@ void writeNames(const QString &path, const Names &names)
         document.appendChild(root);
         return document;
     };
-    io::writeDocument(path, makeDocument, nullptr);
+    return library::written(path, [&makeDocument](const QString &fileName, QString *reason) {
+        return io::writeDocument(fileName, makeDocument, reason);
+    });
 }
 
 } // namespace
+
+namespace library {
+
+bool readOfferedNames(const QString &fileName, QList<QPair<QString, QString>> &names,
+                      io::DocumentFailure &failure)
+{
+    QDomDocument document;
+    failure =
+        io::readDocument(fileName, io::Source::RegularFile, document, io::LineEnds::WithoutReturns);
+    if (failure)
+        return false;
+    const QDomElement root = document.documentElement();
+    for (QDomElement pair = root.firstChildElement(pairName); !pair.isNull();
+         pair = pair.nextSiblingElement(pairName)) {
+        const QString name = pair.attribute(nameAttribute);
+        const QString showName = pair.attribute(showNameAttribute);
+        names.append({name, showName.isEmpty() ? name : showName});
+    }
+    return true;
+}
+
+} // namespace library
 
 void StandardLibrary::setShowInCreateProjectCoords(const QList<QPair<QString, QString>> &list)
 {
@@ -44,6 +67,7 @@ void StandardLibrary::setShowInCreateProjectCoords(const QList<QPair<QString, QS
             known.append({name, showName.isEmpty() ? name : showName});
     }
     showInCreateProjectCoords = known;
+    failure = {};
     saveShowInProjectCoordNamesFile();
     Q_EMIT sgShowInCreateProjectCoordsChanged();
 }
@@ -60,17 +84,12 @@ void StandardLibrary::loadShowInProjectCoordNamesFile()
     if (showInCreateProjectCoordsFilePath.isEmpty())
         return;
     createEmptyShowInProjectCoordNamesFile();
-    QDomDocument document;
-    if (!io::readDocument(showInCreateProjectCoordsFilePath, io::Source::RegularFile, document,
-                          nullptr, io::LineEnds::WithoutReturns))
-        return;
-    const QDomElement root = document.documentElement();
-    for (QDomElement pair = root.firstChildElement(pairName); !pair.isNull();
-         pair = pair.nextSiblingElement(pairName)) {
-        const QString name = pair.attribute(nameAttribute);
-        const QString showName = pair.attribute(showNameAttribute);
+    Names names;
+    io::DocumentFailure fault;
+    library::readOfferedNames(showInCreateProjectCoordsFilePath, names, fault);
+    for (const auto &[name, showName] : names) {
         if (hasCoord(name))
-            showInCreateProjectCoords.append({name, showName.isEmpty() ? name : showName});
+            showInCreateProjectCoords.append({name, showName});
     }
 }
 
@@ -79,7 +98,7 @@ void StandardLibrary::saveShowInProjectCoordNamesFile()
     if (showInCreateProjectCoordsFilePath.isEmpty())
         return;
     createEmptyShowInProjectCoordNamesFile();
-    writeNames(showInCreateProjectCoordsFilePath, showInCreateProjectCoords);
+    failure = writeNames(showInCreateProjectCoordsFilePath, showInCreateProjectCoords);
 }
 
 } // namespace KelStd

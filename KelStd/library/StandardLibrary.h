@@ -5,6 +5,7 @@
 #include <KelStd/coord/Ellipsoid.h>
 #include <KelStd/coord/Projection.h>
 #include <KelStd/display/stShowConfig.h>
+#include <KelStd/library/LibraryFailure.h>
 
 #include <QtCore/QList>
 #include <QtCore/QMap>
@@ -24,11 +25,11 @@ namespace KelStd {
 ///     library.setCustomCoordPath("/home/surveyor/systems"); // and the six other places
 ///     library.loadLibrary();
 ///     if (!library.addCoordToCustomLibrary("Harbour", &harbour))
-///         return; // the name is taken or the file cannot be written; nothing has changed
+///         return show(library.lastFailure().text); // and nothing has changed
 ///     const Coord *coord = library.getCoordFromCustomLibrary("Harbour");
 ///
-/// A change is in its file before it is in memory, and a file is replaced whole or not at all. What
-/// a change returns says all: no operation logs or has an error text.
+/// A change is in its file before it is in memory, and a file is replaced whole or not at all.
+/// `lastFailure` says why a change failed; no operation logs.
 ///
 /// Names are compared exactly; only adding also refuses a name that differs from a present one in
 /// nothing but case. The pointers that the registry hands out are valid until their entry is
@@ -149,6 +150,12 @@ public:
     /// `sgShowInCreateProjectCoordsChanged`, whether or not they could be written.
     void setShowInCreateProjectCoords(const QList<QPair<QString, QString>> &list);
 
+    /// Why the last change of a record, of the display configuration or of the offered systems
+    /// failed; kind `None` and no text when it succeeded, when its place has no path, and before
+    /// the first one. Look-ups, setters of places and `loadLibrary` leave it as it is. The
+    /// reference is valid as long as the registry; the next change gives it another value.
+    const LibraryFailure &lastFailure() const;
+
 Q_SIGNALS:
     void sgShowConfigChanged();
     void sgShowInCreateProjectCoordsChanged();
@@ -183,6 +190,7 @@ private:
     QList<QPair<QString, QString>> showInCreateProjectCoords;
     QString showConfigFilePath;
     stShowConfig &showConfig; ///< which outlives the registry
+    LibraryFailure failure;   ///< of the last change
 };
 
 } // namespace KelStd

@@ -22,26 +22,32 @@ class Pos;
 /// - by pointer, a `std::exception *` to an object on the heap, which the catcher deletes: a unit
 ///   without a PROJ word ("Error unit for proj4"), a time where none may stand
 ///   ("No Time Value In Coordinate").
+///
+/// Every operation may be called on any thread. Those that use the display configuration want it
+/// unchanged meanwhile.
 class KELSTD_EXPORT CoordStringHelper
 {
 public:
     CoordStringHelper() = delete;
 
-    // --- Units ---------------------------------------------------------------------------------
+    /// \name Units
+    /// \{
 
     /// The symbol of a unit ("m", "U.S ft", "°"), empty for a unit without one. The pascal's is
     /// "par", deliberately.
     static QString Unit_to_String(EUnit unit);
 
     /// The unit word that PROJ definitions are given: "m", and, deliberately, "in" for the foot and
-    /// "us-in" for the US survey foot. Any other unit raises "Error unit for proj4" by pointer.
+    /// "us-in" for the US survey foot.
+    /// \throws std::exception* "Error unit for proj4" for any other unit
     static QString Unit_to_Proj4String(EUnit unit);
 
-    /// Metres per unit; a unit without a factor raises by value.
+    /// Metres per unit.
+    /// \throws std::exception for a unit without a factor
     static double LengthRatio_otherToMeter(EUnit unit);
 
-    /// Through the metre, also between equal units: a unit without a factor raises by value even
-    /// when it is converted to itself.
+    /// Through the metre, also between equal units.
+    /// \throws std::exception for a unit without a factor, even when it is converted to itself
     static double ConvertUnit_Length(double value, EUnit from, EUnit to);
 
     /// Degrees and arc seconds; every other pair returns `value` unchanged.
@@ -60,16 +66,18 @@ public:
     static QString SpecialSymbol_Celsius();    ///< U+00B0 C
     static QString SpecialSymbol_Fahrenheit(); ///< U+00B0 F
 
-    static const QString s_specialSymbol_degree;
-    static const QString s_specialSymbol_Minute;
-    static const QString s_specialSymbol_Second;
-    static const QString s_specialSymbol_Celsius;
-    static const QString s_specialSymbol_Fahrenheit;
+    // The same texts, which destructors of static objects may use, too.
+    static const QString s_specialSymbol_degree;     ///< U+00B0
+    static const QString s_specialSymbol_Minute;     ///< U+2032
+    static const QString s_specialSymbol_Second;     ///< U+2033
+    static const QString s_specialSymbol_Celsius;    ///< U+00B0 C
+    static const QString s_specialSymbol_Fahrenheit; ///< U+00B0 F
 
-    // --- File words ----------------------------------------------------------------------------
-    //
-    // To a word: empty for a number without one. From a word: exact and case-sensitive; an unknown
-    // word is the enumerator 0, without a report.
+    /// \}
+    /// \name File words
+    /// To a word: empty for a number without one. From a word: exact and case-sensitive; an unknown
+    /// word is the enumerator 0, without a report.
+    /// \{
 
     static QString ForCoordIO_ValueType_to_AsciiString(EValueType value);
     static EValueType ForCoordIO_ValueType_from_AsciiString(const QString &word);
@@ -121,11 +129,12 @@ public:
     static const QMap<EElevationFittingFunction, QString>
         s_forCoordIO_EElevationFittingFunction_asciiStrings;
 
-    // --- Descriptions --------------------------------------------------------------------------
-    //
-    // Translated display texts, empty for a number without one. The two time kinds raise
-    // "No Time Value In Coordinate" by pointer.
+    /// \}
+    /// \name Descriptions
+    /// Translated display texts, empty for a number without one.
+    /// \{
 
+    /// \throws std::exception* "No Time Value In Coordinate" for the two time kinds
     static QString ValueType_to_DescriptionString(EValueType value);
     static QString Unit_to_DescriptionString(EUnit value);
     static QString Format_to_DescriptionString(EFormat value);
@@ -139,14 +148,19 @@ public:
     static QString EPlaneTransformFunction_to_DescriptionString(EPlaneTransformFunction value);
     static QString EElevationFittingFunction_to_DescriptionString(EElevationFittingFunction value);
 
-    // --- Formatted values ----------------------------------------------------------------------
+    /// \}
+    /// \name Formatted values
+    /// \{
 
     /// The text of `value`, of kind `type` and in `fromUnit`, shown in `toUnit`.
     ///
-    /// `precision` is the number of decimals, `eraseTailZero` removes trailing zeros, `format` is
-    /// the style of angles. `unitText` (when given) receives the symbol of `toUnit` for every kind
-    /// of value. Times raise "No Time Value In Coordinate" by pointer; a length between two
-    /// different units of which one has no factor raises by value.
+    /// \param format the style of angles
+    /// \param precision decimals
+    /// \param eraseTailZero whether trailing zeros of the decimals are removed
+    /// \param unitText (when given) receives the symbol of `toUnit` for every kind of value, also
+    ///        when the call raises
+    /// \throws std::exception* "No Time Value In Coordinate" for a time
+    /// \throws std::exception for a length between two different units of which one has no factor
     static QString GetFormatString(EValueType type, const QVariant &value, EUnit fromUnit,
                                    EUnit toUnit, EFormat format, unsigned char precision,
                                    bool eraseTailZero, QString *unitText = nullptr);
@@ -161,26 +175,33 @@ public:
     /// empty text and leaves `unitText` alone.
     static QString GetFormatString(EValueType type, const QVariant &value, EUnit unit,
                                    QString *unitText = nullptr);
+    /// The same for the kind, value and unit of `param`.
     static QString GetFormatString(const Param &param, QString *unitText = nullptr);
 
     /// The three components of `pos`, a position in the user's coordinates of `coord`, with the
     /// settings of the display configuration. Longitude, latitude and ellipsoidal height where the
     /// projection's `locationType` is geographic; Y, X and elevation where it is plane, in the
-    /// projection's units. Any other `locationType` leaves all outputs untouched, and so does a
-    /// height unit without a factor, which raises by value. The unit texts may be null.
+    /// projection's units. Any other `locationType` leaves all outputs untouched. The unit texts
+    /// may be null.
+    ///
+    /// \throws std::exception for a height unit without a factor; all outputs are then untouched
     static void GetFormatString(const Pos &pos, const Coord &coord, QString &north, QString &east,
                                 QString &height, QString *northUnit, QString *eastUnit,
                                 QString *heightUnit);
 
     /// The exact text of `param`: no conversion, no display settings. Numbers have up to 20
-    /// decimals without trailing zeros; pressures and temperatures up to 2. Times raise
-    /// "No Time Value In Coordinate" by pointer.
+    /// decimals without trailing zeros; pressures and temperatures up to 2.
+    ///
+    /// \param unitText (when given) receives the symbol of the unit of `param`, also when the call
+    ///        raises
+    /// \throws std::exception* "No Time Value In Coordinate" for a time
     static QString GetNoFormatString(const Param &param, QString *unitText = nullptr);
 
-    // --- Parsed values -------------------------------------------------------------------------
-    //
-    // Numbers are read as in the C locale, by `QString::toDouble` and its like, which take "nan"
-    // and "inf" and blanks around a number. Nothing is raised.
+    /// \}
+    /// \name Parsed values
+    /// Numbers are read as in the C locale, by `QString::toDouble` and its like, which take "nan"
+    /// and "inf" and blanks around a number. Nothing is raised.
+    /// \{
 
     /// The pattern of an input field for values of a kind, empty for a kind without one. Two
     /// peculiarities are deliberate: the integers' pattern has no single digit from 1 to 9, and the
@@ -212,6 +233,8 @@ public:
     /// has the symbol always sets `degrees`, deliberately, to what `QString::toDouble` makes of
     /// what stands before it: 0 where that is no number, an infinity where no double is so large.
     static bool GetAngleValue(const QString &text, EFormat format, double &degrees);
+
+    /// \}
 
 private:
     static QMap<EValueType, QString> _Make_ForCoordIO_ValType_AsciiStrings();

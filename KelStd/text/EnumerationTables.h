@@ -10,7 +10,7 @@
 /// add an enumerator, add its row, keeping the order of the numbers.
 namespace KelStd {
 
-/// What the two families of words are for an enumerator; null for none.
+/// The two words of an enumerator, each null where it has none.
 template <typename Enumeration>
 struct WordRow
 {
@@ -55,7 +55,7 @@ struct UnitRow : WordRow<EUnit>
     double metresPerUnit; ///< 0: not a length unit
 };
 
-// The rows themselves, in ascending order of the numbers.
+// The rows are in ascending order of the numbers.
 //
 // Each text that is translated stands in a QT_TRANSLATE_NOOP of its own: Qt's lupdate, which
 // extracts the texts for the translators, does not look behind other macros.

@@ -16,12 +16,12 @@ constexpr unsigned char usualHint = 2;
 /// Enough for an angle with ten decimals.
 constexpr int usualLength = 48;
 
-/// Below this no number of decimals rounds up to 60.
-constexpr double leastThatRoundsToSixty = 59.5;
+/// Smaller seconds round up to 60 with no number of decimals.
+constexpr double minRoundingToSixty = 59.5;
 
 bool roundsToSixty(double seconds, unsigned char precision)
 {
-    return seconds >= leastThatRoundsToSixty
+    return seconds >= minRoundingToSixty
            && QString::number(seconds, 'f', precision).toDouble() >= 60.0;
 }
 

@@ -27,7 +27,7 @@ std::optional<long long> readCount(const QByteArray &word, long long max)
     return word.isEmpty() ? std::nullopt : std::optional(number);
 }
 
-/// A time of the list. Those beyond the year 9999 are none.
+/// A time of the list, at the latest in the year 9999.
 std::optional<TimeUtc> readTime(const QByteArray &word)
 {
     constexpr long long last = 255611289599; // 9999-12-31 23:59:59

@@ -7,11 +7,11 @@
 
 namespace KelStd {
 
-/// From this UTC instant on, GPS is ahead of UTC by so many seconds.
+/// The count that holds from a UTC instant on.
 struct LeapSecondRow
 {
-    TimeUtc from;        ///< UTC
-    int gpsMinusUtc = 0; ///< [s]
+    TimeUtc from;
+    int gpsMinusUtc = 0; ///< [s], negative before 1980: GPS time is behind UTC there
 };
 
 /// The table by which every time class converts: IERS Bulletin C and its predecessors, in order of

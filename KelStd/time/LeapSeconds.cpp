@@ -9,13 +9,13 @@ namespace KelStd::leapSeconds {
 
 namespace {
 
-/// From this UTC date, 00:00:00, GPS is ahead of UTC by so many seconds.
+/// The count that holds from a UTC date on, 00:00:00.
 struct Row
 {
     int year;
     int month;
     int day;
-    int gpsMinusUtc; ///< [s]
+    int gpsMinusUtc; ///< [s], negative where GPS is behind UTC
 };
 
 // IERS Bulletin C and its predecessors (TAI-UTC, minus the 19 s that GPS is behind TAI). A leap

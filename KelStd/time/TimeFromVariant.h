@@ -9,7 +9,7 @@ QT_END_NAMESPACE
 
 namespace KelStd {
 
-/// Which time a variant holds.
+/// Which time a variant holds. May be called on any thread.
 class KELSTD_EXPORT TimeFromVariant
 {
 public:

@@ -18,9 +18,11 @@ class TimeLocal;
 /// since 2017. Because the count comes along, a value turns into UTC without outside help. Field
 /// ranges and invalid fields are those of `TimeUtc`.
 ///
-/// *An offered count* is judged: it is believed where it is greater than the last one of the
-/// library's table and the instant is later than the table's last row (a leap second newer than
-/// the library); otherwise the table decides.
+/// *A supplied count* is judged: it is believed where it is greater than the last one of the
+/// library's table (`leapSecondTable`) and the instant is later than the table's last row (a leap
+/// second newer than the library); otherwise the table decides.
+///
+/// Nothing is raised. Different objects may be used on different threads.
 ///
 ///     TimeGpsT(2017, 1, 1, 0, 0, 18, 0).toUtc() == TimeUtc(2017, 1, 1, 0, 0, 0, 0)
 class KELSTD_EXPORT TimeGpsT
@@ -31,7 +33,7 @@ public:
     /// `millionSecond` [ms]. The table gives the leap-second count.
     TimeGpsT(unsigned short year, unsigned char month, unsigned char day, unsigned char hour,
              unsigned char minute, unsigned char second, unsigned short millionSecond);
-    /// `leapSeconds` [s] is an offered count.
+    /// `leapSeconds` [s] is a supplied count.
     TimeGpsT(unsigned short year, unsigned char month, unsigned char day, unsigned char hour,
              unsigned char minute, unsigned char second, unsigned short millionSecond,
              int leapSeconds);
@@ -39,14 +41,16 @@ public:
     /// Back to the default.
     void clear();
 
-    // The fields on the GPS scale.
+    /// \name The fields on the GPS scale
+    /// \{
     unsigned short year() const { return m_fields.year(); }
-    unsigned char month() const { return m_fields.month(); }
-    unsigned char day() const { return m_fields.day(); }
-    unsigned char hour() const { return m_fields.hour(); }
-    unsigned char minute() const { return m_fields.minute(); }
-    unsigned char second() const { return m_fields.second(); }
-    unsigned short millionSecond() const { return m_fields.millionSecond(); } ///< [ms]
+    unsigned char month() const { return m_fields.month(); }                  ///< 1 to 12
+    unsigned char day() const { return m_fields.day(); }                      ///< 1 to 31
+    unsigned char hour() const { return m_fields.hour(); }                    ///< 0 to 23
+    unsigned char minute() const { return m_fields.minute(); }                ///< 0 to 59
+    unsigned char second() const { return m_fields.second(); }                ///< 0 to 59
+    unsigned short millionSecond() const { return m_fields.millionSecond(); } ///< [ms], 0 to 999
+    /// \}
 
     int leapSeconds() const { return m_leapSeconds; } ///< GPS minus UTC [s]
 
@@ -55,7 +59,7 @@ public:
     /// Takes the UTC instant of a millisecond count, with the table's leap-second count. Every
     /// count is in range (see `TimeUtc::fromValueTime`); false would change nothing.
     bool fromValueTime(long long utc);
-    /// The same with an offered count. Whatever is offered, `toValueTime` gives `utc` back.
+    /// The same with a supplied count. Whatever is supplied, `toValueTime` gives `utc` back.
     bool fromValueTime(long long utc, int leapSeconds);
     /// Takes a GPS instant written as milliseconds since 1970-01-01 00:00 of the GPS scale. The
     /// leap-second count is looked up as if `gps` were UTC, so that in the first seconds after a
@@ -66,40 +70,45 @@ public:
 
     /// The fields minus `leapSeconds()`.
     TimeUtc toUtc() const;
-    /// Week and seconds of the fields, without the milliseconds; this count is offered. Invalid
+    /// Week and seconds of the fields, without the milliseconds; this count is supplied. Invalid
     /// fields have no week: they give the default.
     TimeGpsW toGpsW() const;
+    /// The instant of `toUtc()` with the system's present offset.
     TimeLocal toLocal() const;
 
     /// Moved by `milliseconds` of the GPS scale, which passes leap seconds like any other. The
     /// leap-second count stays unless the table has a leap second on the way; then it is judged
     /// anew.
     TimeGpsT operator+(long long milliseconds) const;
-    TimeGpsT operator-(long long milliseconds) const;
-    TimeGpsT &operator+=(long long milliseconds);
-    TimeGpsT &operator-=(long long milliseconds);
+    TimeGpsT operator-(long long milliseconds) const; ///< as `operator+`, backward
+    TimeGpsT &operator+=(long long milliseconds);     ///< as `operator+`, in place
+    TimeGpsT &operator-=(long long milliseconds);     ///< as `operator-`, in place
     /// The time elapsed from the other to this [ms], on the GPS scale: leap seconds count.
     long long operator-(const TimeGpsT &other) const;
 
+    /// \name Comparisons
     /// As `TimeUtc` compares them, after each was turned into UTC with its own count.
+    /// \{
     int compare(const TimeGpsT &other) const;
     bool operator==(const TimeGpsT &other) const;
     bool operator!=(const TimeGpsT &other) const;
     bool operator<(const TimeGpsT &other) const;
     bool operator>(const TimeGpsT &other) const;
+    /// \}
 
     /// The fields, in the form of `TimeUtc::toString`.
     QString toString(bool withMilliseconds = false) const;
 
     /// A list of `Format_GPST`, the UTC millisecond count and the leap-second count.
     void toVariant(QVariant &variant) const;
-    /// False, and nothing changed, when `variant` is not such a list. Its leap-second count is an
-    /// offered one.
+    /// Reads such a list, whose leap-second count is a supplied one.
+    /// \return false, with nothing changed, when `variant` is no such list
     bool fromVariant(const QVariant &variant);
 
+    /// Writes a version, the fields and the leap-second count.
     void save(QDataStream &stream) const;
-    /// False when the version is not 1; the time is then the default. Field values and the stream's
-    /// status are not checked.
+    /// Reads what `save` wrote. Field values and the stream's status are not checked.
+    /// \return false, with the time at its default, when the version is not 1
     bool load(QDataStream &stream);
 
 private:

@@ -18,7 +18,8 @@ class TimeLocal;
 /// Weeks count from 1980-01-06 00:00 of the GPS scale and do not roll over at 1024. Instants before
 /// that have negative weeks; the seconds always count from the week's beginning. There is no
 /// fraction of a second: what a conversion or a move brings along is dropped toward the past.
-/// Offered leap-second counts are judged as `TimeGpsT` does.
+/// Supplied leap-second counts are judged as by `TimeGpsT`. Nothing is raised. Different objects
+/// may be used on different threads.
 ///
 ///     TimeGpsW(2300, 345600).toString() == "2300week 345600sec"
 class KELSTD_EXPORT TimeGpsW
@@ -29,7 +30,7 @@ public:
     /// `seconds` [s] of the week; more than 604799 are kept as given and reach into later weeks.
     /// The table gives the leap-second count.
     TimeGpsW(unsigned short week, unsigned int seconds);
-    /// `leapSeconds` [s] is an offered count with `check`, and is kept as given without.
+    /// `leapSeconds` [s] is a supplied count with `check`, and is kept as given without.
     TimeGpsW(unsigned short week, unsigned int seconds, int leapSeconds, bool check);
 
     /// Back to zeros.
@@ -48,20 +49,26 @@ public:
 
     /// The millisecond count of `toUtc()`.
     long long toValueTime() const;
-    // As those of TimeGpsT, then without the milliseconds.
+    /// \name Instants that are taken
+    /// As those of `TimeGpsT`, then without the milliseconds; always true.
+    /// \{
     bool fromValueTime(long long utc);
     bool fromValueTime(long long utc, int leapSeconds);
     bool fromGpsTime(long long gps);
+    /// \}
     /// The system's time.
     static TimeGpsW makeCurrent();
 
     /// The instant minus `leapSeconds()`.
     TimeUtc toUtc() const;
-    /// The instant as calendar fields; this count is offered.
+    /// The instant as calendar fields; this count is supplied.
     TimeGpsT toGpsT() const;
+    /// The instant of `toUtc()` with the system's present offset.
     TimeLocal toLocal() const;
 
-    // Moves, differences and comparisons are those of TimeGpsT.
+    /// \name Moves, differences and comparisons
+    /// Those of `TimeGpsT`.
+    /// \{
     TimeGpsW operator+(long long milliseconds) const;
     TimeGpsW operator-(long long milliseconds) const;
     TimeGpsW &operator+=(long long milliseconds);
@@ -73,19 +80,21 @@ public:
     bool operator!=(const TimeGpsW &other) const;
     bool operator<(const TimeGpsW &other) const;
     bool operator>(const TimeGpsW &other) const;
+    /// \}
 
     /// "2300week 345600sec", the two words translated in the context of `QObject`.
     QString toString() const;
 
     /// A list of `Format_GPSW`, the UTC millisecond count and the leap-second count.
     void toVariant(QVariant &variant) const;
-    /// False, and nothing changed, when `variant` is not such a list. Its leap-second count is an
-    /// offered one.
+    /// Reads such a list, whose leap-second count is a supplied one.
+    /// \return false, with nothing changed, when `variant` is no such list
     bool fromVariant(const QVariant &variant);
 
+    /// Writes a version, week, seconds and leap-second count.
     void save(QDataStream &stream) const;
-    /// False when the version is not 1; the time is then zeros. Values and the stream's status are
-    /// not checked.
+    /// Reads what `save` wrote. Values and the stream's status are not checked.
+    /// \return false, with the time at zeros, when the version is not 1
     bool load(QDataStream &stream);
 
 private:

@@ -18,6 +18,8 @@ class TimeGpsW;
 /// *The system's offset* is the one that holds in the system's time zone at the moment of the call,
 /// not the one at the instant: a summer's instant taken over in winter has the winter's offset.
 ///
+/// Nothing is raised. Different objects may be used on different threads.
+///
 ///     TimeLocal(TimeUtc(2024, 1, 1, 0, 0, 0, 0), 28800).toString() == "2024-01-01 08:00:00"
 class KELSTD_EXPORT TimeLocal
 {
@@ -31,6 +33,7 @@ public:
     /// UTC fields, `millionSecond` [ms], with the system's offset.
     TimeLocal(unsigned short year, unsigned char month, unsigned char day, unsigned char hour,
               unsigned char minute, unsigned char second, unsigned short millionSecond);
+    /// The same with an offset `timeZoneSeconds` [s], east positive.
     TimeLocal(unsigned short year, unsigned char month, unsigned char day, unsigned char hour,
               unsigned char minute, unsigned char second, unsigned short millionSecond,
               int timeZoneSeconds);
@@ -38,8 +41,10 @@ public:
     /// Back to the default.
     void clear();
 
-    // The fields of the instant, in UTC like those that the constructors take; `local_time` has the
-    // ones that a clock at the offset shows.
+    /// \name The fields of the instant, in UTC
+    /// They are in UTC like those that the constructors take; `local_time` has the ones that a
+    /// clock at the offset shows.
+    /// \{
     unsigned short year() const { return m_utc.year(); }
     unsigned char month() const { return m_utc.month(); }                  ///< 1 to 12
     unsigned char day() const { return m_utc.day(); }                      ///< 1 to 31
@@ -47,6 +52,7 @@ public:
     unsigned char minute() const { return m_utc.minute(); }                ///< 0 to 59
     unsigned char second() const { return m_utc.second(); }                ///< 0 to 59
     unsigned short millionSecond() const { return m_utc.millionSecond(); } ///< [ms], 0 to 999
+    /// \}
 
     int timeZoneSeconds() const { return m_timeZoneSeconds; } ///< [s], east positive
 
@@ -66,11 +72,13 @@ public:
     /// The system's time with the system's offset.
     static TimeLocal makeCurrent();
 
-    TimeUtc toUtc() const;
-    TimeGpsT toGpsT() const;
-    TimeGpsW toGpsW() const;
+    TimeUtc toUtc() const;   ///< the instant
+    TimeGpsT toGpsT() const; ///< as `TimeUtc::toGpsT`
+    TimeGpsW toGpsW() const; ///< as `TimeUtc::toGpsW`
 
-    // Those of TimeUtc on the instant. A move keeps the offset.
+    /// \name Moves, differences and comparisons
+    /// Those of `TimeUtc` on the instant. A move keeps the offset.
+    /// \{
     TimeLocal operator+(long long milliseconds) const;
     TimeLocal operator-(long long milliseconds) const;
     TimeLocal &operator+=(long long milliseconds);
@@ -82,15 +90,18 @@ public:
     bool operator!=(const TimeLocal &other) const;
     bool operator<(const TimeLocal &other) const;
     bool operator>(const TimeLocal &other) const;
+    /// \}
 
     /// A list of `Format_Local`, the millisecond count of the instant and the offset.
     void toVariant(QVariant &variant) const;
-    /// Takes instant and offset. False, and nothing changed, when `variant` is not such a list.
+    /// Takes instant and offset.
+    /// \return false, with nothing changed, when `variant` is no such list
     bool fromVariant(const QVariant &variant);
 
+    /// Writes a version, the instant and the offset.
     void save(QDataStream &stream) const;
-    /// False when a version is not 1; the time is then the default. Field values and the stream's
-    /// status are not checked.
+    /// Reads what `save` wrote. Field values and the stream's status are not checked.
+    /// \return false, with the time at its default, when a version is not 1
     bool load(QDataStream &stream);
 
 private:

@@ -10,14 +10,17 @@ QT_END_NAMESPACE
 
 namespace KelStd {
 
-/// A signed interval in milliseconds.
+/// A signed interval in milliseconds. Nothing is raised. Different objects may be used on different
+/// threads.
 ///
 ///     TimeSpan(90061001).toString() == "1 day 1 hour 1 minute 1 sec "
 ///     TimeSpan::toTimeSpanString(3723004) == "01:02:03.004"
 class KELSTD_EXPORT TimeSpan
 {
 public:
+    /// 0.
     TimeSpan();
+    /// Of so many milliseconds, of any sign.
     TimeSpan(long long milliseconds);
 
     /// Back to 0.
@@ -25,11 +28,14 @@ public:
 
     long long time_span() const { return m_timeSpan; } ///< [ms]
 
-    // Whole units, truncated toward zero: -1500 ms are -1 second.
+    /// \name Whole units
+    /// Truncated toward zero: -1500 ms are -1 second.
+    /// \{
     long long toDays() const;
     long long toHours() const;
     long long toMinutes() const;
     long long toSeconds() const;
+    /// \}
 
     /// Splits the interval without its sign; `positive` is true from 0 up. Every pointer may be
     /// null: what a missing unit would have taken flows into the next smaller one, so that without
@@ -48,7 +54,9 @@ public:
     /// sign is dropped, on purpose: `toString` shows it.
     static QString toTimeSpanString(long long milliseconds);
 
-    /// Reads the clock form [ms]. 0 without two colons and a point behind them. A part that is no
+    /// Reads the clock form.
+    ///
+    /// \return [ms]; 0 for a text without two colons and a point behind them. A part that is no
     /// decimal integer of 32 bits counts as 0; a "-" before the hours makes the hours alone
     /// negative; hours times 3600 and minutes times 60 wrap around in 32 bits.
     static long long fromTimeSpanString(const QString &text);
@@ -57,8 +65,10 @@ public:
     bool operator==(const TimeSpan &other) const { return m_timeSpan == other.m_timeSpan; }
     bool operator!=(const TimeSpan &other) const { return !(*this == other); }
 
+    /// Writes a version and the milliseconds.
     void save(QDataStream &stream) const;
-    /// False when the version is not 1; the interval is then 0. The stream's status is not checked.
+    /// Reads what `save` wrote. The stream's status is not checked.
+    /// \return false, with the interval at 0, when the version is not 1
     bool load(QDataStream &stream);
 
 private:

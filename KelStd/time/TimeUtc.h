@@ -25,6 +25,8 @@ class TimeLocal;
 /// milliseconds since 1970-01-01 00:00:00.000 UTC. It does not count leap seconds: a day has
 /// 86400000.
 ///
+/// Nothing is raised. Different objects may be used on different threads.
+///
 ///     TimeUtc(2024, 2, 28, 12, 0, 0, 0) + 86400000 == TimeUtc(2024, 2, 29, 12, 0, 0, 0)
 class KELSTD_EXPORT TimeUtc
 {
@@ -40,6 +42,8 @@ public:
     /// Back to 1970-01-01 00:00:00.000.
     void clear();
 
+    /// \name The fields, as they were given
+    /// \{
     unsigned short year() const { return m_year; }
     unsigned char month() const { return m_month; }                  ///< 1 to 12
     unsigned char day() const { return m_day; }                      ///< 1 to 31
@@ -47,6 +51,7 @@ public:
     unsigned char minute() const { return m_minute; }                ///< 0 to 59
     unsigned char second() const { return m_second; }                ///< 0 to 59; there is no 60
     unsigned short millionSecond() const { return m_millionSecond; } ///< [ms], 0 to 999
+    /// \}
 
     /// The millisecond count. Invalid fields give 0, which is the count of 1970-01-01 00:00, too.
     long long toValueTime() const;
@@ -65,11 +70,14 @@ public:
 
     /// Moved by `milliseconds`; the count wraps at the ends of 64 bits.
     TimeUtc operator+(long long milliseconds) const;
-    TimeUtc operator-(long long milliseconds) const;
-    TimeUtc &operator+=(long long milliseconds);
-    TimeUtc &operator-=(long long milliseconds);
+    TimeUtc operator-(long long milliseconds) const; ///< as `operator+`, backward
+    TimeUtc &operator+=(long long milliseconds);     ///< as `operator+`, in place
+    TimeUtc &operator-=(long long milliseconds);     ///< as `operator-`, in place
     /// This minus the other [ms], by their counts.
     long long operator-(const TimeUtc &other) const;
+
+    /// \name Comparisons
+    /// \{
 
     /// -1 when this is earlier, 1 when it is later, 0 otherwise, by the counts: invalid fields are
     /// at the count 0 here. The operators compare `QDateTime`s, to which invalid ones are all equal
@@ -79,6 +87,7 @@ public:
     bool operator!=(const TimeUtc &other) const;
     bool operator<(const TimeUtc &other) const;
     bool operator>(const TimeUtc &other) const;
+    /// \}
 
     /// "2024-02-29 12:00:00", with ".000" behind it when milliseconds are wanted. Latin digits
     /// whatever the locale; empty when the fields are invalid.
@@ -86,12 +95,14 @@ public:
 
     /// A list of `Format_UTC` and the millisecond count.
     void toVariant(QVariant &variant) const;
-    /// False, and nothing changed, when `variant` is not such a list.
+    /// Takes the instant of such a list.
+    /// \return false, with nothing changed, when `variant` is no such list
     bool fromVariant(const QVariant &variant);
 
+    /// Writes a version and the fields.
     void save(QDataStream &stream) const;
-    /// False when the version is not 1; the time is then the default. Field values and the stream's
-    /// status are not checked.
+    /// Reads what `save` wrote. Field values and the stream's status are not checked.
+    /// \return false, with the time at its default, when the version is not 1
     bool load(QDataStream &stream);
 
 private:

@@ -2,16 +2,20 @@
 
 #include <cli/commands/Command.h>
 
+#include <cli/library/DirectoryOption.h>
 #include <cli/library/LibraryDocument.h>
 #include <cli/library/LibraryEntry.h>
-#include <cli/library/LibraryLock.h>
 #include <cli/library/LibraryOptions.h>
-#include <cli/library/RecordLoss.h>
 #include <cli/systems/RecordReview.h>
 #include <cli/terminal/CommandLine.h>
 #include <cli/terminal/Console.h>
 #include <cli/terminal/FilePath.h>
 #include <cli/terminal/ShownText.h>
+
+#include <KelStd/library/LibraryLock.h>
+#include <KelStd/library/RecordLoss.h>
+#include <KelStd/library/RecordNames.h>
+#include <KelStd/library/StandardLibrary.h>
 
 #include <QtCore/QFileInfo>
 
@@ -50,10 +54,8 @@ void addOwnKindOption(CommandLine &line, const QString &without)
 std::optional<RecordKind> kindOfFile(const CommandLine &line, const QString &fileName,
                                      QString &mistake)
 {
-    if (!line.isSet(kindOption)) {
-        const QString root = outlineOf(fileName, RecordKind::Custom).rootName;
-        return kindOfRoot(root).value_or(RecordKind::Custom);
-    }
+    if (!line.isSet(kindOption))
+        return kindOfDocument(fileName);
     const QString word = line.value(kindOption);
     const auto kinds = kindsNamed(word);
     if (!kinds.isEmpty() && kinds.constFirst() != RecordKind::Standard)
@@ -67,20 +69,20 @@ std::optional<RecordKind> kindOfFile(const CommandLine &line, const QString &fil
 }
 
 /// The one record of a file, which is understood as it is written; nothing after a report.
-std::optional<Record> recordFrom(const QString &fileName, RecordKind kind, Console &console)
+std::optional<LibraryRecord> recordFrom(const QString &fileName, RecordKind kind, Console &console)
 {
     QString reason;
     RecordReview review = {fileName, {}};
     const auto records = reviewedRecordsIn(fileName, kind, review.findings, reason);
     if (!records) {
-        console.report(
-            QStringLiteral("cannot read the %1 %2: %3").arg(titleOf(kind), fileName, reason));
+        console.report(QStringLiteral("cannot read the %1 %2: %3")
+                           .arg(library::titleOf(kind), fileName, reason));
         return std::nullopt;
     }
     if (records->size() != 1) {
         QStringList names;
-        for (const Record &record : *records)
-            names += inQuotes(nameOf(record));
+        for (const LibraryRecord &record : *records)
+            names += inQuotes(library::nameOf(record));
         console.report(QStringLiteral("%1 holds %2 records of this kind%3; one is needed")
                            .arg(fileName)
                            .arg(records->size())
@@ -91,23 +93,23 @@ std::optional<Record> recordFrom(const QString &fileName, RecordKind kind, Conso
     }
     if (!mayBeWritten(review, console))
         return std::nullopt;
-    Record record = records->constFirst();
-    rename(record, withoutMarks(nameOf(record)));
+    LibraryRecord record = records->constFirst();
+    library::rename(record, library::withoutMarks(library::nameOf(record)));
     return record;
 }
 
 /// Nothing when a document keeps all of the record; otherwise the status after a report.
-std::optional<ExitStatus> refuseLoss(const Record &record, const QString &fileName,
+std::optional<ExitStatus> refuseLoss(const LibraryRecord &record, const QString &fileName,
                                      const char *change, Console &console)
 {
-    const LossCheck check = checkLoss(record);
+    const library::LossCheck check = library::checkLoss(record);
     if (!check.failure.isEmpty())
         return fail(check.failure, ExitStatus::Environment, console);
     if (check.loss.isEmpty())
         return std::nullopt;
-    return fail(
-        QStringLiteral("cannot %1 %2: %3").arg(QString::fromLatin1(change), fileName, check.loss),
-        ExitStatus::SomeFailed, console);
+    return fail(QStringLiteral("cannot %1 %2: %3")
+                    .arg(QString::fromLatin1(change), fileName, shown(check.loss)),
+                ExitStatus::SomeFailed, console);
 }
 
 /// A library that no other program changes meanwhile, and which is loaded.
@@ -125,9 +127,8 @@ std::optional<LockedLibrary> openForChange(const CommandLine &line, Missing miss
     if (!library)
         return std::nullopt;
     auto lock = std::make_unique<LibraryLock>(*library);
-    QString reason;
-    if (!lock->acquire(reason)) {
-        console.report(reason);
+    if (const auto failure = lock->acquire()) {
+        console.report(failure.text);
         return std::nullopt;
     }
     if (!loadRecords(*library, console))
@@ -135,16 +136,17 @@ std::optional<LockedLibrary> openForChange(const CommandLine &line, Missing miss
     return LockedLibrary{*library, std::move(lock)};
 }
 
-ExitStatus notWritten(const QString &fileName, Console &console)
+/// After the registry's last change.
+ExitStatus failAsTheRegistry(Console &console)
 {
-    return fail(QStringLiteral("cannot write %1: %2").arg(fileName, writeFault(fileName)),
-                ExitStatus::Environment, console);
+    return fail(StandardLibrary::getInstance().lastFailure().text, ExitStatus::Environment,
+                console);
 }
 
-ExitStatus addTo(const LibraryDirectory &library, RecordKind kind, const Record &record,
+ExitStatus addTo(const LibraryDirectory &library, RecordKind kind, const LibraryRecord &record,
                  Console &console)
 {
-    const QString name = nameOf(record);
+    const QString name = library::nameOf(record);
     const QString file = recordFile(library, kind, name);
     const QString taken = takenBy(kind, name);
     if (!taken.isEmpty()) {
@@ -158,27 +160,27 @@ ExitStatus addTo(const LibraryDirectory &library, RecordKind kind, const Record 
                         .arg(file),
                     ExitStatus::SomeFailed, console);
     }
-    const QString directory = library.path(placeOf(kind));
+    const QString directory = library.path(library::placeOf(kind));
     if (!QDir().mkpath(directory)) {
         return fail(QStringLiteral("cannot create %1").arg(directory), ExitStatus::Environment,
                     console);
     }
-    if (!addRecord(name, record))
-        return notWritten(file, console);
+    if (!library::addRecord(name, record))
+        return failAsTheRegistry(console);
     console.printChange(
-        QStringLiteral("added the %1 %2: %3").arg(titleOf(kind), inQuotes(name), file));
+        QStringLiteral("added the %1 %2: %3").arg(library::titleOf(kind), inQuotes(name), file));
     return ExitStatus::Success;
 }
 
-ExitStatus replaceIn(const LibraryDirectory &library, RecordKind kind, const Record &record,
+ExitStatus replaceIn(const LibraryDirectory &library, RecordKind kind, const LibraryRecord &record,
                      Console &console)
 {
-    const QString name = nameOf(record);
+    const QString name = library::nameOf(record);
     const QString file = recordFile(library, kind, name);
-    if (!replaceRecord(name, record))
-        return notWritten(file, console);
+    if (!library::replaceRecord(name, record))
+        return failAsTheRegistry(console);
     console.printChange(
-        QStringLiteral("replaced the %1 %2: %3").arg(titleOf(kind), inQuotes(name), file));
+        QStringLiteral("replaced the %1 %2: %3").arg(library::titleOf(kind), inQuotes(name), file));
     return ExitStatus::Success;
 }
 
@@ -189,17 +191,18 @@ bool isChangeable(const LibraryDirectory &library, RecordKind kind, const QStrin
     QString reason;
     if (kind == RecordKind::Standard)
         reason = QStringLiteral("it is a standard system, and only custom ones are changed");
-    else if (keyOf(kind, name) != name)
+    else if (library::keyOf(kind, name) != name)
         reason = QStringLiteral("its file's name for it has a byte order mark, which nobody sees; "
                                 "edit that file");
     else
         reason = ownershipFault(library, kind, name);
     if (reason.isEmpty())
-        reason = nameFault(name);
+        reason = library::nameFault(name);
     if (reason.isEmpty())
         return true;
-    console.report(QStringLiteral("cannot %1 the %2 %3: %4")
-                       .arg(QString::fromLatin1(change), titleOf(kind), inQuotes(name), reason));
+    console.report(
+        QStringLiteral("cannot %1 the %2 %3: %4")
+            .arg(QString::fromLatin1(change), library::titleOf(kind), inQuotes(name), reason));
     return false;
 }
 
@@ -224,9 +227,9 @@ ExitStatus runLibraryAdd(const QStringList &arguments, Console &console)
     if (line.positionals().isEmpty())
         return line.refuse(QStringLiteral("the FILE.xml is missing"), console);
     const QString fileName = onDisk(line.positionals().constFirst());
-    const QString newName = withoutMarks(line.value(asOption));
-    if (line.isSet(asOption) && !nameFault(newName).isEmpty())
-        return line.refuse(nameFault(newName), console);
+    const QString newName = library::withoutMarks(line.value(asOption));
+    if (line.isSet(asOption) && !library::nameFault(newName).isEmpty())
+        return line.refuse(library::nameFault(newName), console);
     QString mistake;
     const auto kind = kindOfFile(line, fileName, mistake);
     if (!kind)
@@ -236,8 +239,8 @@ ExitStatus runLibraryAdd(const QStringList &arguments, Console &console)
     if (!record)
         return ExitStatus::Environment;
     if (line.isSet(asOption))
-        rename(*record, newName);
-    const QString fault = nameFault(nameOf(*record));
+        library::rename(*record, newName);
+    const QString fault = library::nameFault(library::nameOf(*record));
     if (!fault.isEmpty()) {
         return fail(QStringLiteral("%1; give it another one with --as").arg(fault),
                     ExitStatus::SomeFailed, console);
@@ -266,7 +269,7 @@ ExitStatus runLibraryReplace(const QStringList &arguments, Console &console)
         return *status;
     if (line.positionals().size() < 2)
         return line.refuse(QStringLiteral("NAME and FILE.xml are needed"), console);
-    const QString name = withoutMarks(line.positionals().at(0));
+    const QString name = library::withoutMarks(line.positionals().at(0));
     const QString fileName = onDisk(line.positionals().at(1));
     QString mistake;
     const auto kind = kindOfFile(line, fileName, mistake);
@@ -276,8 +279,8 @@ ExitStatus runLibraryReplace(const QStringList &arguments, Console &console)
     auto record = recordFrom(fileName, *kind, console);
     if (!record)
         return ExitStatus::Environment;
-    const QString givenName = nameOf(*record);
-    rename(*record, name);
+    const QString givenName = library::nameOf(*record);
+    library::rename(*record, name);
     if (const auto status = refuseLoss(*record, fileName, "take", console))
         return *status;
     const auto library = openForChange(line, Missing::IsAnError, console);
@@ -314,7 +317,7 @@ ExitStatus runLibraryRemove(const QStringList &arguments, Console &console)
         return line.refuse(mistake, console);
     if (line.positionals().isEmpty())
         return line.refuse(QStringLiteral("the NAME is missing"), console);
-    const QString name = withoutMarks(line.positionals().constFirst());
+    const QString name = library::withoutMarks(line.positionals().constFirst());
     const auto library = openForChange(line, Missing::IsAnError, console);
     if (!library)
         return ExitStatus::Environment;
@@ -325,23 +328,19 @@ ExitStatus runLibraryRemove(const QStringList &arguments, Console &console)
     if (holding.size() > 1 && holding.contains(RecordKind::Custom))
         holding.removeAll(RecordKind::Standard);
     if (holding.size() > 1) {
-        return line.refuse(
-            QStringLiteral("%1 is %2 and %3; say which with --kind")
-                .arg(inQuotes(name), withArticle(holding.at(0)), withArticle(holding.at(1))),
-            console);
+        return line.refuse(QStringLiteral("%1 is %2 and %3; say which with --kind")
+                               .arg(inQuotes(name), library::withArticle(holding.at(0)),
+                                    library::withArticle(holding.at(1))),
+                           console);
     }
     const RecordKind kind = holding.constFirst();
     if (!isChangeable(library->directory, kind, name, "remove", console))
         return ExitStatus::SomeFailed;
     const QString file = recordFile(library->directory, kind, name);
-    if (!removeRecord(kind, name)) {
-        return fail(QStringLiteral("cannot remove %1: it is not there any more, or its directory "
-                                   "cannot be written")
-                        .arg(file),
-                    ExitStatus::Environment, console);
-    }
+    if (!library::removeRecord(kind, name))
+        return failAsTheRegistry(console);
     console.printChange(
-        QStringLiteral("removed the %1 %2: %3").arg(titleOf(kind), inQuotes(name), file));
+        QStringLiteral("removed the %1 %2: %3").arg(library::titleOf(kind), inQuotes(name), file));
     return ExitStatus::Success;
 }
 

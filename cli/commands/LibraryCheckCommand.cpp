@@ -1,5 +1,6 @@
 #include <cli/commands/Command.h>
 
+#include <cli/library/DirectoryOption.h>
 #include <cli/library/LibraryDocument.h>
 #include <cli/library/LibraryEntry.h>
 #include <cli/proj/ProjEnvironment.h>
@@ -8,6 +9,8 @@
 #include <cli/terminal/CommandLine.h>
 #include <cli/terminal/Console.h>
 #include <cli/terminal/ShownText.h>
+
+#include <KelStd/library/OfferedNames.h>
 
 #include <QtCore/QFileInfo>
 #include <QtCore/QMap>
@@ -112,19 +115,19 @@ class DirectoryCheck
 public:
     DirectoryCheck(const LibraryDirectory &library, RecordKind kind, bool hasProj,
                    Findings &findings)
-        : m_library(library), m_directory(library.path(placeOf(kind))), m_kind(kind),
+        : m_library(library), m_directory(library.path(library::placeOf(kind))), m_kind(kind),
           m_hasProj(hasProj), m_findings(findings)
     {}
 
     /// Returns the names that loading finds.
     QSet<QString> run()
     {
-        const QString place = placeName(placeOf(m_kind));
+        const QString place = library::placeName(library::placeOf(m_kind));
         if (!m_directory.exists()) {
             m_findings.print(place, QStringLiteral("there is no such directory"));
             return {};
         }
-        if (!isListable(m_directory.absolutePath())) {
+        if (!library::isListable(m_directory.absolutePath())) {
             m_findings.skipped(place, QStringLiteral("the directory cannot be read"));
             m_findings.print(place, QStringLiteral("not read"));
             return {};
@@ -173,10 +176,11 @@ private:
         }
         m_findings.misunderstood(fileName, found);
         if (records->isEmpty())
-            m_findings.note(fileName, QStringLiteral("it holds no %1").arg(titleOf(m_kind)));
+            m_findings.note(fileName,
+                            QStringLiteral("it holds no %1").arg(library::titleOf(m_kind)));
         QSet<QString> seen;
-        for (const Record &record : *records) {
-            const QString name = nameOf(record);
+        for (const LibraryRecord &record : *records) {
+            const QString name = library::nameOf(record);
             if (seen.contains(name)) {
                 m_findings.skipped(fileName, QStringLiteral("of several records called %1 the last "
                                                             "one stays")
@@ -246,7 +250,7 @@ private:
 
 void checkBase(const LibraryDirectory &library, Findings &findings)
 {
-    const QString place = placeName(LibraryPlace::Base);
+    const QString place = library::placeName(LibraryPlace::Base);
     const QString path = library.path(LibraryPlace::Base);
     if (!QFileInfo::exists(path)) {
         findings.print(place, QStringLiteral("there is no such file; the base system stays as it "
@@ -260,55 +264,45 @@ void checkBase(const LibraryDirectory &library, Findings &findings)
         findings.misunderstood(place, found);
     else
         findings.skipped(place, reason);
-    findings.print(place,
-                   records ? QStringLiteral("read: %1").arg(inQuotes(nameOf(records->constFirst())))
-                           : QStringLiteral("not read; the base system stays as it is"));
-}
-
-/// A document of which the walk doesn't know what loading makes of it.
-void checkDoubtfulOffered(const LibraryDirectory &library, const QString &fault, Findings &findings)
-{
-    const QString place = placeName(LibraryPlace::Offered);
-    QString reason;
-    const bool isLoaded = loadPlaces(
-        library, {LibraryPlace::Custom, LibraryPlace::Standard, LibraryPlace::Offered}, reason);
-    const int known = isLoaded ? offeredNames().size() : 0;
-    if (known == 0)
-        findings.skipped(place, fault);
-    else
-        findings.note(place, QStringLiteral("names of other systems are not told: ") + fault);
-    findings.print(place, known == 0 ? QStringLiteral("not read")
-                                     : QStringLiteral("%1 names are systems").arg(known));
+    findings.print(
+        place,
+        records ? QStringLiteral("read: %1").arg(inQuotes(library::nameOf(records->constFirst())))
+                : QStringLiteral("not read; the base system stays as it is"));
 }
 
 void checkOffered(const LibraryDirectory &library, const QSet<QString> &systems, Findings &findings)
 {
-    const QString place = placeName(LibraryPlace::Offered);
+    const QString place = library::placeName(LibraryPlace::Offered);
     const QString path = library.path(LibraryPlace::Offered);
     if (!QFileInfo::exists(path)) {
         findings.print(place, QStringLiteral("there is no such file; no system is offered"));
         return;
     }
-    const DocumentOutline outline = outlineOf(path, std::nullopt);
-    if (!outline.fault.isEmpty()) {
-        checkDoubtfulOffered(library, outline.fault, findings);
+    QString fault = noFileFault(path);
+    QList<QPair<QString, QString>> names;
+    io::DocumentFailure failure;
+    if (fault.isEmpty() && !library::readOfferedNames(path, names, failure))
+        fault = io::describedFailure(failure);
+    if (!fault.isEmpty()) {
+        findings.skipped(place, fault);
+        findings.print(place, QStringLiteral("not read"));
         return;
     }
     int known = 0;
-    for (const QString &name : outline.offered) {
+    for (const auto &[name, shownName] : names) {
         if (systems.contains(name))
             ++known;
         else
             findings.skipped(inQuotes(name), QStringLiteral("it is offered, but the library has no "
                                                             "such system"));
     }
-    findings.print(
-        place, QStringLiteral("%1 of %2 names are systems").arg(known).arg(outline.offered.size()));
+    findings.print(place,
+                   QStringLiteral("%1 of %2 names are systems").arg(known).arg(names.size()));
 }
 
 void checkDisplay(const LibraryDirectory &library, Findings &findings)
 {
-    const QString place = placeName(LibraryPlace::Display);
+    const QString place = library::placeName(LibraryPlace::Display);
     const QString path = library.path(LibraryPlace::Display);
     if (!QFileInfo::exists(path)) {
         findings.print(place, QStringLiteral("there is no such file; the defaults stay"));

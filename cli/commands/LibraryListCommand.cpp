@@ -1,11 +1,12 @@
 #include <cli/commands/Command.h>
 
+#include <cli/library/DirectoryOption.h>
 #include <cli/library/LibraryOptions.h>
-#include <cli/library/LibraryRecord.h>
 #include <cli/terminal/CommandLine.h>
 #include <cli/terminal/Console.h>
 #include <cli/terminal/ShownText.h>
 
+#include <KelStd/library/LibraryRecord.h>
 #include <KelStd/platform/Toolkits.h>
 #include <KelStd/text/CoordStringHelper.h>
 
@@ -50,17 +51,17 @@ void printTable(const QList<RecordKind> &kinds, Console &console)
 {
     int kindWidth = 0;
     for (const RecordKind kind : kinds)
-        kindWidth = std::max(kindWidth, wordOf(kind).size());
+        kindWidth = std::max(kindWidth, library::wordOf(kind).size());
     const QString gap(2, QLatin1Char(' '));
     for (const RecordKind kind : kinds) {
-        const QStringList names = namesOf(kind);
+        const QStringList names = library::namesOf(kind);
         int nameWidth = 0;
         for (const QString &name : names)
             nameWidth = std::max(nameWidth, shown(name).size());
         for (const QString &name : names) {
-            QString line = wordOf(kind).leftJustified(kindWidth) + gap
+            QString line = library::wordOf(kind).leftJustified(kindWidth) + gap
                            + shown(name).leftJustified(nameWidth) + gap
-                           + shown(std::visit(Description{}, *find(kind, name)));
+                           + shown(std::visit(Description{}, *library::find(kind, name)));
             while (line.endsWith(QLatin1Char(' ')))
                 line.chop(1);
             console.print(line);
@@ -96,7 +97,7 @@ ExitStatus runLibraryList(const QStringList &arguments, Console &console)
         return ExitStatus::Success;
     }
     for (const RecordKind kind : kinds) {
-        for (const QString &name : namesOf(kind))
+        for (const QString &name : library::namesOf(kind))
             console.print(shown(name));
     }
     return ExitStatus::Success;

@@ -1,5 +1,6 @@
 #include <cli/commands/Command.h>
 
+#include <cli/library/DirectoryOption.h>
 #include <cli/library/LibraryDocument.h>
 #include <cli/library/LibraryEntry.h>
 #include <cli/library/LibraryOptions.h>
@@ -55,7 +56,7 @@ ExitStatus runLibraryShow(const QStringList &arguments, Console &console)
         return line.refuse(mistake, console);
     if (line.positionals().isEmpty())
         return line.refuse(QStringLiteral("the NAME is missing"), console);
-    const QString name = withoutMarks(line.positionals().constFirst());
+    const QString name = library::withoutMarks(line.positionals().constFirst());
     const auto library = openLibrary(line, Missing::IsAnError, console);
     if (!library || !loadRecords(*library, console))
         return ExitStatus::Environment;
@@ -66,15 +67,16 @@ ExitStatus runLibraryShow(const QStringList &arguments, Console &console)
         return ExitStatus::SomeFailed;
     }
     for (const RecordKind other : holding.mid(1)) {
-        console.report(QStringLiteral("note: shown is the %1; the library has %2 of this name, too")
-                           .arg(titleOf(holding.constFirst()), withArticle(other)));
+        console.report(
+            QStringLiteral("note: shown is the %1; the library has %2 of this name, too")
+                .arg(library::titleOf(holding.constFirst()), library::withArticle(other)));
     }
     const QString several = ambiguity(*library, holding.constFirst(), name);
     if (!several.isEmpty())
         console.report(QStringLiteral("note: shown is one of several: ") + several);
     if (!mayBeShown(*library, holding.constFirst(), name, line, console))
         return ExitStatus::Environment;
-    std::visit(Show{console}, *find(holding.constFirst(), name));
+    std::visit(Show{console}, *library::find(holding.constFirst(), name));
     return ExitStatus::Success;
 }
 

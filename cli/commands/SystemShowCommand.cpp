@@ -1,6 +1,6 @@
 #include <cli/commands/Command.h>
 
-#include <cli/library/LibraryDirectory.h>
+#include <cli/library/DirectoryOption.h>
 #include <cli/systems/SystemChoice.h>
 #include <cli/systems/SystemReport.h>
 #include <cli/terminal/CommandLine.h>

@@ -1,11 +1,12 @@
 #include <cli/library/LibraryEntry.h>
 
+#include <cli/library/DirectoryOption.h>
 #include <cli/library/LibraryDocument.h>
 #include <cli/terminal/ShownText.h>
 
-#include <QtCore/QFile>
+#include <KelStd/library/RecordNames.h>
+
 #include <QtCore/QFileInfo>
-#include <QtCore/QSaveFile>
 #include <QtCore/QSet>
 
 #include <algorithm>
@@ -14,27 +15,6 @@
 namespace KelStd::cli {
 
 namespace {
-
-const QString suffix = QStringLiteral(".xml");
-
-/// The kinds of beginnings that make a name mean something other than a file in the library.
-struct BeginningRow
-{
-    QLatin1Char character;
-    const char *meaning;
-};
-
-const BeginningRow beginnings[] = {
-    {QLatin1Char(':'), "a colon, which Qt takes for a resource of the program"},
-    {QLatin1Char('~'), "a tilde, which a shell takes for a home directory"},
-    {QLatin1Char('.'), "a dot: its file would be hidden and never loaded"},
-};
-
-/// Control characters, and those that Unicode keeps free, of which a document cannot hold all.
-bool isNoText(QChar c)
-{
-    return c.category() == QChar::Other_Control || QChar::isNonCharacter(c.unicode());
-}
 
 /// A document that holds a record, and how many it holds in all.
 struct Holder
@@ -46,12 +26,13 @@ struct Holder
 /// How many records the document holds, when one of them has the name.
 std::optional<int> countWith(const QString &path, RecordKind kind, const QString &name)
 {
-    const QString wanted = withoutMarks(name);
+    const QString wanted = library::withoutMarks(name);
     QString reason;
     const auto records = recordsIn(path, kind, reason);
-    if (records && std::any_of(records->begin(), records->end(), [&wanted](const Record &record) {
-            return withoutMarks(nameOf(record)) == wanted;
-        }))
+    if (records
+        && std::any_of(records->begin(), records->end(), [&wanted](const LibraryRecord &record) {
+               return library::withoutMarks(library::nameOf(record)) == wanted;
+           }))
         return records->size();
     return std::nullopt;
 }
@@ -72,8 +53,8 @@ bool haveOwnNames(const LibraryDirectory &library, RecordKind kind)
 {
     const bool isSystem = kind == RecordKind::Custom || kind == RecordKind::Standard;
     QSet<QString> visible;
-    for (const QString &each : namesOf(kind))
-        visible.insert(withoutMarks(each));
+    for (const QString &each : library::namesOf(kind))
+        visible.insert(library::withoutMarks(each));
     return isSystem && visible.size() == documentsOf(library, kind).size();
 }
 
@@ -99,49 +80,38 @@ QString severalFault(const QString &place, const QList<Holder> &holders)
         .arg(place, files.join(QLatin1String(", ")));
 }
 
+/// Names of `names` that somebody who typed `name` may have meant, the likeliest first.
+QStringList nearNames(const QString &name, const QStringList &names)
+{
+    constexpr int most = 5;
+    const QString wanted = name.simplified();
+    QStringList equal;
+    QStringList containing;
+    for (const QString &candidate : names) {
+        if (QString::compare(candidate.simplified(), wanted, Qt::CaseInsensitive) == 0)
+            equal += candidate;
+        else if (!wanted.isEmpty() && candidate.contains(wanted, Qt::CaseInsensitive))
+            containing += candidate;
+    }
+    return (equal + containing).mid(0, most);
+}
+
 } // namespace
 
 QStringList documentsOf(const LibraryDirectory &library, RecordKind kind)
 {
-    return QDir(library.path(placeOf(kind)))
-        .entryList({QLatin1Char('*') + suffix}, QDir::Files | QDir::NoDotAndDotDot, QDir::Unsorted);
-}
-
-QString nameFault(const QString &name)
-{
-    constexpr int longestFileName = 255; // bytes, on the file systems in use
-    if (name.trimmed().isEmpty())
-        return QStringLiteral("a name must not be empty or blank");
-    if (name.contains(QLatin1Char('/')) || name.contains(QLatin1Char('\\'))) {
-        return QStringLiteral("the name %1 has a path separator, which no file name can hold")
-            .arg(inQuotes(name));
-    }
-    for (const BeginningRow &row : beginnings) {
-        if (name.startsWith(row.character)) {
-            return QStringLiteral("the name %1 begins with %2")
-                .arg(inQuotes(name), QString::fromLatin1(row.meaning));
-        }
-    }
-    if (std::any_of(name.cbegin(), name.cend(), isNoText))
-        return QStringLiteral("the name has a control character, or one that stands for none");
-    const int bytes = QFile::encodeName(name + suffix).size();
-    if (bytes > longestFileName) {
-        return QStringLiteral("the name is too long: its file's name would have %1 bytes, and file "
-                              "systems take %2")
-            .arg(bytes)
-            .arg(longestFileName);
-    }
-    return {};
+    return QDir(library.path(library::placeOf(kind)))
+        .entryList({QStringLiteral("*.xml")}, QDir::Files | QDir::NoDotAndDotDot, QDir::Unsorted);
 }
 
 QString documentPath(const LibraryDirectory &library, RecordKind kind, const QString &fileName)
 {
-    return library.path(placeOf(kind)) + QLatin1Char('/') + fileName;
+    return library.path(library::placeOf(kind)) + QLatin1Char('/') + fileName;
 }
 
 QString recordFile(const LibraryDirectory &library, RecordKind kind, const QString &name)
 {
-    return documentPath(library, kind, name + suffix);
+    return documentPath(library, kind, library::recordFileName(name));
 }
 
 QStringList documentsHolding(const LibraryDirectory &library, RecordKind kind, const QString &name)
@@ -154,7 +124,7 @@ QStringList documentsHolding(const LibraryDirectory &library, RecordKind kind, c
     }
     // The one that is called after it is likely to hold it.
     QStringList documents = documentsOf(library, kind);
-    const QString letters = lettersOf(name + suffix);
+    const QString letters = lettersOf(library::recordFileName(name));
     std::stable_partition(documents.begin(), documents.end(), [&letters](const QString &fileName) {
         return lettersOf(fileName) == letters;
     });
@@ -171,13 +141,14 @@ QString ambiguity(const LibraryDirectory &library, RecordKind kind, const QStrin
     if (haveOwnNames(library, kind))
         return {};
     const auto holders = holdersOf(library, kind, name);
-    return holders.size() > 1 ? severalFault(library.path(placeOf(kind)), holders) : QString();
+    return holders.size() > 1 ? severalFault(library.path(library::placeOf(kind)), holders)
+                              : QString();
 }
 
 QString ownershipFault(const LibraryDirectory &library, RecordKind kind, const QString &name)
 {
-    const QString own = name + suffix;
-    const QString place = library.path(placeOf(kind));
+    const QString own = library::recordFileName(name);
+    const QString place = library.path(library::placeOf(kind));
     const auto holders = holdersOf(library, kind, name);
     if (holders.size() > 1)
         return severalFault(place, holders);
@@ -201,33 +172,21 @@ QString takenBy(RecordKind kind, const QString &name)
     if (kind == RecordKind::Custom)
         kinds += RecordKind::Standard;
     for (const RecordKind each : kinds) {
-        for (const QString &present : namesOf(each)) {
-            const QString seen = withoutMarks(present);
+        for (const QString &present : library::namesOf(each)) {
+            const QString seen = library::withoutMarks(present);
             if (QString::compare(seen, name, Qt::CaseInsensitive) == 0
                 || QString::compare(seen, trimmed, Qt::CaseInsensitive) == 0)
-                return QStringLiteral("the %1 %2").arg(titleOf(each), inQuotes(present));
+                return QStringLiteral("the %1 %2").arg(library::titleOf(each), inQuotes(present));
         }
     }
     return {};
-}
-
-QString writeFault(const QString &fileName)
-{
-    const QFileInfo info(fileName);
-    if (info.exists() && !info.isFile())
-        return QStringLiteral("what stands there is no regular file");
-    QSaveFile file(fileName);
-    if (!file.open(QIODevice::WriteOnly))
-        return file.errorString();
-    file.cancelWriting();
-    return QStringLiteral("the disk may be full");
 }
 
 QList<RecordKind> kindsHolding(const QString &name, const QList<RecordKind> &kinds)
 {
     QList<RecordKind> holding;
     for (const RecordKind kind : kinds) {
-        if (find(kind, name))
+        if (library::find(kind, name))
             holding += kind;
     }
     return holding;
@@ -237,10 +196,10 @@ QString unknownName(const QString &name, const QList<RecordKind> &kinds, const C
 {
     QStringList known;
     for (const RecordKind kind : kinds)
-        known += namesOf(kind);
+        known += library::namesOf(kind);
     known.removeDuplicates();
     const bool isSystem = kinds == QList<RecordKind>{RecordKind::Custom, RecordKind::Standard};
-    const QString title = kinds.size() == 1 ? titleOf(kinds.first())
+    const QString title = kinds.size() == 1 ? library::titleOf(kinds.first())
                           : isSystem        ? QStringLiteral("system")
                                             : QStringLiteral("entry");
     QStringList near;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <cli/library/LibraryRecord.h>
+#include <KelStd/library/LibraryRecord.h>
 
 #include <QtCore/QString>
 
@@ -12,9 +12,6 @@ class CommandLine;
 
 /// The file names of a kind's documents, in the order in which loading reads them.
 QStringList documentsOf(const LibraryDirectory &library, RecordKind kind);
-
-/// Why no file of the library can be called after `name`; empty when one can.
-QString nameFault(const QString &name);
 
 /// The path of a document. It is put together from its pieces: Qt would take a name that begins
 /// with a colon for one elsewhere.
@@ -38,9 +35,6 @@ QString ownershipFault(const LibraryDirectory &library, RecordKind kind, const Q
 /// The entry of the loaded registry that keeps `name` from being added: "the standard system
 /// \"A\""; empty for none.
 QString takenBy(RecordKind kind, const QString &name);
-
-/// Why a file cannot be written.
-QString writeFault(const QString &fileName);
 
 /// The kinds among `kinds` in which the loaded registry has an entry of exactly this name.
 QList<RecordKind> kindsHolding(const QString &name, const QList<RecordKind> &kinds);

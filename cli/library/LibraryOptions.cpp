@@ -22,7 +22,7 @@ void addKindOption(CommandLine &line)
 QList<RecordKind> kindsFrom(const CommandLine &line, QString &mistake)
 {
     if (!line.isSet(kindOption))
-        return {std::begin(recordKinds), std::end(recordKinds)};
+        return {std::begin(library::recordKinds), std::end(library::recordKinds)};
     const QString word = line.value(kindOption);
     const auto kinds = kindsNamed(word);
     if (kinds.isEmpty()) {
@@ -33,16 +33,26 @@ QList<RecordKind> kindsFrom(const CommandLine &line, QString &mistake)
     return kinds;
 }
 
+QList<RecordKind> kindsNamed(const QString &word)
+{
+    const QString singular = word.endsWith(QLatin1Char('s')) ? word.chopped(1) : word;
+    if (singular == QLatin1String("system"))
+        return {RecordKind::Custom, RecordKind::Standard};
+    for (const RecordKind kind : library::recordKinds) {
+        if (singular == library::wordOf(kind))
+            return {kind};
+    }
+    return {};
+}
+
 bool loadRecords(const LibraryDirectory &library, Console &console)
 {
-    QString reason;
-    if (loadPlaces(library,
-                   {LibraryPlace::Custom, LibraryPlace::Standard, LibraryPlace::Ellipsoids,
-                    LibraryPlace::Projections},
-                   reason))
-        return true;
-    console.report(reason);
-    return false;
+    const auto failure =
+        library::loadPlaces(library, {LibraryPlace::Custom, LibraryPlace::Standard,
+                                      LibraryPlace::Ellipsoids, LibraryPlace::Projections});
+    if (failure)
+        console.report(failure.text);
+    return !failure;
 }
 
 } // namespace KelStd::cli

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <cli/library/LibraryRecord.h>
+#include <KelStd/library/LibraryRecord.h>
 
 #include <QtCore/QList>
 #include <QtCore/QString>
@@ -15,6 +15,10 @@ void addKindOption(CommandLine &line);
 
 /// The kinds that --kind names, all without it; none and the `mistake` when it names none.
 QList<RecordKind> kindsFrom(const CommandLine &line, QString &mistake);
+
+/// The kinds that a value of --kind means: "systems" are custom and standard ones. Singular or
+/// plural; empty for another word.
+QList<RecordKind> kindsNamed(const QString &word);
 
 /// Loads all records into the registry; false after a report.
 bool loadRecords(const LibraryDirectory &library, Console &console);

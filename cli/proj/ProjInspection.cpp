@@ -1,9 +1,9 @@
 #include <cli/proj/ProjInspection.h>
 
-#include <cli/library/LibraryDirectory.h>
 #include <cli/terminal/WithoutRaising.h>
 
 #include <KelStd/coord/Coord.h>
+#include <KelStd/library/LibraryDirectory.h>
 #include <KelStd/platform/AppConfig.h>
 
 #include <QtCore/QDataStream>
@@ -134,7 +134,7 @@ QString ProjPlaces::deliveredGeoidModels() const
 bool holdsSomethingElse(const ProjPlaces &places)
 {
     const QDir directory(places.privateDirectory());
-    if (directory.exists() && !isListable(directory.path()))
+    if (directory.exists() && !library::isListable(directory.path()))
         return true; // for all that one can see
     const auto isThere = [&directory](const QString &name) {
         const QFileInfo entry(directory.filePath(name));

@@ -33,6 +33,11 @@ bool Input::isTerminal() const
     return streams::isTerminal(m_descriptor);
 }
 
+bool Input::isStopped() const
+{
+    return m_stop != nullptr && m_stop->isMade();
+}
+
 std::optional<qint64> Input::size() const
 {
     return streams::bytesToCome(m_descriptor);
@@ -51,7 +56,7 @@ bool Input::isReady() const
 qint64 Input::read(char *buffer, qint64 size)
 {
     // Reading the descriptor itself: a QFile would wait until the buffer is full.
-    return streams::readSome(m_descriptor, buffer, size);
+    return streams::readSome(m_descriptor, buffer, size, m_stop);
 }
 
 } // namespace KelStd::cli

@@ -7,6 +7,10 @@
 
 namespace KelStd::cli {
 
+namespace streams {
+class StopRequests;
+}
+
 /// A file or standard input, read in pieces as they come.
 class Input
 {
@@ -20,6 +24,12 @@ public:
     /// True when a person types it.
     bool isTerminal() const;
 
+    /// From now on a request to stop ends the input; null for none. It must outlive the reading.
+    void endAt(const streams::StopRequests *stop) { m_stop = stop; }
+
+    /// Whether such a request was made.
+    bool isStopped() const;
+
     /// How many bytes it has, where that is known before they are read.
     std::optional<qint64> size() const;
 
@@ -29,14 +39,15 @@ public:
     /// Whether reading it does not have to wait for its writer.
     bool isReady() const;
 
-    /// Waits until there is something and reads it, at most `size` bytes: 0 at the end and when the
-    /// program is told to stop, -1 on an error.
+    /// Waits until there is something and reads it, at most `size` bytes: 0 at the end and once
+    /// a stop is requested, -1 on an error.
     qint64 read(char *buffer, qint64 size);
 
 private:
     QFile m_file;
     QString m_displayName;
     int m_descriptor = -1;
+    const streams::StopRequests *m_stop = nullptr;
 };
 
 } // namespace KelStd::cli

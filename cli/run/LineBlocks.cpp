@@ -55,8 +55,8 @@ LineBlocks::Result LineBlocks::next(LineBlock &block)
         return Result::Error;
     int end = m_rest.lastIndexOf(lineEnd);
     if (end < 0) {
-        // What was read of a line before the program was told to stop is no line.
-        if (m_rest.isEmpty() || streams::isToldToStop())
+        // What was read of a line before a stop was requested is no line.
+        if (m_rest.isEmpty() || m_input.isStopped())
             return Result::End;
         end = m_rest.size() - 1; // the input's last line has no end
     }

@@ -11,7 +11,8 @@ namespace KelStd::cli {
 
 ExitStatus PositionRun::run()
 {
-    const streams::StopRequests stopRequests;
+    const streams::StopRequests stop;
+    m_input.endAt(&stop);
     std::optional<ProgressBar> progress;
     if (const auto size = m_input.size())
         m_progress = &progress.emplace(m_console, *size);
@@ -28,6 +29,7 @@ ExitStatus PositionRun::run()
     progress.reset();
     const ExitStatus status = finish(state);
     m_console.flush(); // while no request to stop can end the program in the middle of a line
+    m_input.endAt(nullptr);
     return status;
 }
 
@@ -94,7 +96,7 @@ PositionRun::State PositionRun::next(LineBlock &block)
 {
     switch (m_blocks.next(block)) {
     case LineBlocks::Result::Block: return State::GoesOn;
-    case LineBlocks::Result::End: return streams::isToldToStop() ? State::Stopped : State::AtEnd;
+    case LineBlocks::Result::End: return m_input.isStopped() ? State::Stopped : State::AtEnd;
     case LineBlocks::Result::Error: break;
     }
     return State::InputFailed;

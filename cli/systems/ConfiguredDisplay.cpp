@@ -1,7 +1,8 @@
 #include <cli/systems/ConfiguredDisplay.h>
 
-#include <cli/library/LibraryDirectory.h>
 #include <cli/values/DisplayOptions.h>
+
+#include <KelStd/library/LibraryDirectory.h>
 
 #include <QtCore/QDataStream>
 #include <QtCore/QFile>

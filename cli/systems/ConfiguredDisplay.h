@@ -6,9 +6,11 @@
 
 #include <optional>
 
-namespace KelStd::cli {
+namespace KelStd {
 
 class LibraryDirectory;
+
+namespace cli {
 
 /// What a file of the display configuration holds, and what is to be said of it.
 struct DisplayFile
@@ -25,4 +27,6 @@ DisplayFile readDisplayFile(const QString &fileName);
 /// to be trusted or cannot show locations.
 std::optional<stShowConfig> configuredDisplay(const LibraryDirectory &library, QString &warning);
 
-} // namespace KelStd::cli
+} // namespace cli
+
+} // namespace KelStd

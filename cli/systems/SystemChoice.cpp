@@ -1,5 +1,6 @@
 #include <cli/systems/SystemChoice.h>
 
+#include <cli/library/DirectoryOption.h>
 #include <cli/library/LibraryDocument.h>
 #include <cli/library/LibraryEntry.h>
 #include <cli/systems/SystemFile.h>
@@ -47,16 +48,16 @@ enum class Lookup
 Lookup lookUp(const LibraryDirectory &library, const QString &given, ChosenSystem &chosen,
               Console &console)
 {
-    const QString name = withoutMarks(given);
+    const QString name = library::withoutMarks(given);
     const auto fail = [&](const QString &reason) {
         cannotRead(name, reason, console);
         return Lookup::Failed;
     };
     QString reason;
     for (const RecordKind kind : systemKinds) {
-        if (!loadPlaces(library, {placeOf(kind)}, reason))
-            return fail(reason);
-        if (!find(kind, name))
+        if (const auto failure = library::loadPlaces(library, {library::placeOf(kind)}))
+            return fail(failure.text);
+        if (!library::find(kind, name))
             continue;
         const QString several = ambiguity(library, kind, name);
         if (!several.isEmpty())
@@ -75,9 +76,8 @@ Lookup lookUp(const LibraryDirectory &library, const QString &given, ChosenSyste
 /// What to say of a system of the library that a file of the same name hides; empty for none.
 QString hiddenBy(const QString &fileName, const LibraryDirectory &library)
 {
-    QString reason;
     const bool isHidden =
-        loadPlaces(library, {LibraryPlace::Custom, LibraryPlace::Standard}, reason)
+        !library::loadPlaces(library, {LibraryPlace::Custom, LibraryPlace::Standard})
         && !kindsHolding(fileName, systemKinds).isEmpty();
     return isHidden
                ? QStringLiteral("; the library has a system of this name, which the file hides")
@@ -121,8 +121,7 @@ bool choose(const QString &given, const CommandLine &line, ChosenSystem &chosen,
         return lookup == Lookup::Found;
     if (QFileInfo(onDisk(given)).isDir())
         return cannotRead(given, QStringLiteral("it is a directory"), console);
-    QString reason;
-    loadPlaces(*library, {LibraryPlace::Custom, LibraryPlace::Standard}, reason); // for the hint
+    library::loadPlaces(*library, {LibraryPlace::Custom, LibraryPlace::Standard}); // for the hint
     console.report(QStringLiteral("there is no file %1, and ").arg(given)
                    + unknownName(given, systemKinds, line));
     return false;

@@ -2,6 +2,7 @@
 
 #include <KelStd/coord/Coord.h>
 #include <KelStd/io/DocumentReview.h>
+#include <KelStd/location/SystemDefinitions.h>
 
 #include <QtCore/QList>
 #include <QtCore/QString>
@@ -15,21 +16,10 @@ namespace KelStd::cli {
 bool readSystem(const QString &fileName, Coord &coord, QList<io::DocumentFinding> &findings,
                 QString &reason);
 
-/// The four PROJ definitions of a system.
-struct SystemDefinitions
-{
-    QString wgs84Geographic;
-    QString wgs84Cartesian;
-    QString localGeographic;
-    QString localProjected;
-};
+/// `location::definitionsOf`, or nothing and the reason, also of what that raises.
+std::optional<location::SystemDefinitions> definitionsOf(const Coord &coord, QString &reason);
 
-/// The definitions, or nothing and the reason: a value that cannot be written, or a definition that
-/// is longer than PROJ is given.
-std::optional<SystemDefinitions> definitionsOf(const Coord &coord, QString &reason);
-
-/// Whether the loaded PROJ makes transformations of the definitions. It may still refuse every
-/// position, which is known only by trying one.
-bool acceptedByProj(const SystemDefinitions &definitions, QString &reason);
+/// `location::acceptedByProj`, with the reason and how to learn more.
+bool acceptedByProj(const location::SystemDefinitions &definitions, QString &reason);
 
 } // namespace KelStd::cli

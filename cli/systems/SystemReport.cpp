@@ -2,11 +2,11 @@
 
 #include <cli/geoids/GeoidModel.h>
 #include <cli/systems/SystemFile.h>
-#include <cli/systems/SystemNotes.h>
 #include <cli/terminal/Console.h>
 #include <cli/terminal/Report.h>
 #include <cli/terminal/WithoutRaising.h>
 
+#include <KelStd/location/SystemNotes.h>
 #include <KelStd/platform/Toolkits.h>
 #include <KelStd/text/CoordStringHelper.h>
 
@@ -58,7 +58,7 @@ void reportEllipsoid(const Ellipsoid &ellipsoid, Report &report)
                      QStringLiteral("(not used: PROJ has its own numbers for \"%1\")")
                          .arg(ellipsoid.proj4EllpsName.trimmed()));
     }
-    const QString unusual = unusualAxes(ellipsoid);
+    const QString unusual = location::unusualAxes(ellipsoid);
     report.value(
         QStringLiteral("positive axes"),
         QStringLiteral("%1 (%2)").arg(
@@ -229,7 +229,7 @@ void showSystem(const Coord &coord, Console &console)
     reportDefinitions(coord, report);
 
     QString reason;
-    QStringList notes = notesOn(coord);
+    QStringList notes = location::notesOn(coord);
     const QString geoid = coord.geoidModel.modelFileName.left(maxPathLength);
     if (!geoid.isEmpty() && !findGeoidModel(geoid, reason)) {
         notes += QStringLiteral("The geoid model \"%1\" cannot be used: %2. Heights are "

@@ -61,7 +61,7 @@ bool isReady(int /*descriptor*/)
 StopRequests::StopRequests() = default;
 StopRequests::~StopRequests() = default;
 
-bool isToldToStop()
+bool StopRequests::isMade() const
 {
     return false;
 }
@@ -208,7 +208,7 @@ StopRequests::~StopRequests()
     }
 }
 
-bool isToldToStop()
+bool StopRequests::isMade() const
 {
     return toldBy != 0;
 }
@@ -242,12 +242,12 @@ qint64 systemWrite(int descriptor, const char *bytes, qint64 size)
 
 #endif
 
-qint64 readSome(int descriptor, char *buffer, qint64 size)
+qint64 readSome(int descriptor, char *buffer, qint64 size, const StopRequests *stop)
 {
     qint64 count = -1;
     do {
         waitForInput(descriptor);
-        if (isToldToStop())
+        if (stop != nullptr && stop->isMade())
             return 0;
         count = systemRead(descriptor, buffer, size);
     } while (count == -1 && errno == EINTR);

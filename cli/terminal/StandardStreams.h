@@ -34,10 +34,6 @@ bool areSameFile(const QString &one, const QString &other);
 /// Whether reading does not have to wait.
 bool isReady(int descriptor);
 
-/// Waits for input and reads what there is, at most `size` bytes: 0 at the end and once the program
-/// is told to stop, -1 on an error.
-qint64 readSome(int descriptor, char *buffer, qint64 size);
-
 /// True when every byte was written.
 bool writeAll(int descriptor, const QByteArray &bytes);
 
@@ -45,7 +41,7 @@ bool writeAll(int descriptor, const QByteArray &bytes);
 QString lastErrorText();
 
 /// While this lives, the interrupt key, a request to end and a terminal that is closed do not end
-/// the program where it stands: `isToldToStop`. The next one does.
+/// the program where it stands: `isMade` is true then. The next request ends it.
 class StopRequests
 {
 public:
@@ -53,9 +49,14 @@ public:
     ~StopRequests();
     StopRequests(const StopRequests &) = delete;
     StopRequests &operator=(const StopRequests &) = delete;
+
+    /// Whether there was a request, of this object or of one before it.
+    bool isMade() const;
 };
 
-bool isToldToStop();
+/// Waits for input and reads what there is, at most `size` bytes: 0 at the end and once a stop is
+/// requested (`stop` may be null), -1 on an error.
+qint64 readSome(int descriptor, char *buffer, qint64 size, const StopRequests *stop);
 
 /// Ends the program as the request would have ended it, so that whoever started it sees that.
 void endAsTold();

@@ -22,7 +22,7 @@ bool withoutRaising(Action action, QString &reason)
         reason = QString::fromUtf8(raised.what());
     }
     // What is raised by value for a length has no text.
-    if (reason.isEmpty() || reason == QLatin1String("std::exception"))
+    if (reason.isEmpty())
         reason = QStringLiteral("a length has a unit that is no unit of length");
     return false;
 }

@@ -60,6 +60,17 @@ bool isAboutReading(const io::DocumentFinding &finding)
     }
 }
 
+/// Says why when it is not read, and nothing otherwise.
+void explain(const QString &fileName, bool isRead)
+{
+    Coord coord;
+    io::DocumentFailure failure;
+    require(Coord_IO::xml_read(fileName, coord, failure) == isRead, "a reason changes nothing");
+    require(bool(failure) != isRead && failure.text.isEmpty() == isRead, "a failure has a reason");
+    require(failure.line >= 0 && failure.line <= content(fileName).size() + 1,
+            "a line is one of the document");
+}
+
 /// Reads as the reader does, with the same system.
 void review(const QString &fileName, bool isRead, const Coord &coord)
 {
@@ -91,6 +102,7 @@ void readAndWrite(const QString &fileName, const QString &copyName)
     Coord coord;
     QString error;
     const bool isRead = Coord_IO::xml_read(fileName, coord, &error);
+    explain(fileName, isRead);
     review(fileName, isRead, coord);
     if (!isRead || !written(coord, copyName))
         return;

@@ -49,23 +49,25 @@ TEST_F(LibraryCheck, SaysOfEachSkippedDocumentWhy)
         QString::fromUtf8(system("X"))
             .replace(QLatin1String("<Ellpsoid "), QLatin1String("<Elipsoid "));
     const Faulty rows[] = {
-        {"custom/text.xml", "no XML at all", "skipped: no well-formed XML (line 1: "},
-        {"custom/cut.xml", system("X").left(900), "skipped: no well-formed XML (line "},
+        {"custom/text.xml", "no XML at all", "skipped: line 1: no well-formed XML: "},
+        {"custom/cut.xml", system("X").left(900),
+         "skipped: line 9: no well-formed XML: unexpected end of file"},
         {"custom/empty.xml", "", "skipped: the file is empty"},
         {"custom/version.xml", "<Coord ver=\"2\"/>",
-         "skipped: the element [Coord] in line 1 has version \"2\", not version 1"},
+         "skipped: line 1: the element [Coord] has version \"2\", not version 1"},
         {"custom/element.xml", withoutEllipsoid.toUtf8(),
-         "skipped: Format error, element [Ellpsoid] not found."},
+         "skipped: line 2: Format error, element [Ellpsoid] not found."},
         {"custom/entity.xml", "<!DOCTYPE Coord [<!ENTITY e \"x\">]><Coord ver=\"1\">&e;</Coord>",
-         "skipped: it declares entities or elements of its own"},
-        {"custom/deep.xml", deep, "skipped: its elements are nested deeper than 256"},
+         "skipped: line 1: it declares entities or elements of its own"},
+        {"custom/deep.xml", deep, "skipped: line 1: its elements are nested deeper than 256"},
         {"custom/notes.txt", "x", "skipped: its name does not end in .xml"},
         {"custom/.hidden.xml", system("H"), "skipped: it is hidden"},
         {"ellipsoids/list.xml", "<Ellipsoid_List ver=\"3\"/>",
-         "skipped: the element [Ellipsoid_List] in line 1 has version \"3\", not version 1"},
+         "skipped: line 1: the element [Ellipsoid_List] has version \"3\", not version 1"},
         {"ellipsoids/record.xml", ellipsoids(ellipsoid("A") + "\n<Ellpsoid ellipsoid_name=\"B\"/>"),
-         "skipped: the element [Ellpsoid] in line 2 has no version, not version 1"},
-        {"projections/cut.xml", projections("P").chopped(5), "skipped: no well-formed XML"},
+         "skipped: line 2: the element [Ellpsoid] has no version, not version 1"},
+        {"projections/cut.xml", projections("P").chopped(5),
+         "no well-formed XML: unexpected end of file"},
     };
     for (const Faulty &row : rows)
         put(row.file, row.bytes);
@@ -144,24 +146,30 @@ TEST_F(LibraryCheck, OfferedNamesThatNoSystemHas)
     EXPECT_EQ(saidOf(result, "\"a\""),
               text("skipped: it is offered, but the library has no such system"));
     put("offered.xml", "<root>");
-    EXPECT_THAT(saidOf(check(), "offered.xml"), Mentions("skipped: no well-formed XML"));
+    EXPECT_THAT(saidOf(check(), "offered.xml"), Mentions("skipped: line 1: no well-formed XML: "));
 }
 
-// What loading reads is found in all the places alike, whatever another parser says of it.
+// What loading reads is found in all the places alike, whatever a stricter parser says of it.
 TEST_F(LibraryCheck, ABadByteInACommentIsNoFault)
 {
     const QByteArray comment = "<!-- M\xFCller -->";
     put("custom/A.xml", system("A") + comment);
     put("ellipsoids/E.xml", comment + ellipsoids(ellipsoid("E") + ellipsoid("F")));
-    put("offered.xml", comment + "<root><Coord coord_name=\"A\"/><Coord coord_name=\"b\"/></root>");
-    const auto result = check();
+    put("offered.xml", comment + "<root><Coord coord_name=\"A\"/></root>");
+    auto result = check();
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(saidOf(result, "A.xml"), QString());
     EXPECT_THAT(saidOf(result, "E.xml"), Mentions("note: it holds several records"));
-    EXPECT_THAT(result.out, Mentions("offered.xml  1 names are systems\n"));
-    EXPECT_THAT(saidOf(result, "offered.xml"),
-                Mentions("note: names of other systems are not told: no well-formed XML (line 1"));
-    EXPECT_THAT(result.out, Mentions("skipped: 0, problems: 0, notes: 2\n"));
+    EXPECT_THAT(result.out, Mentions("offered.xml  1 of 1 names are systems\n"));
+    EXPECT_EQ(saidOf(result, "offered.xml"), QString());
+    EXPECT_THAT(result.out, Mentions("skipped: 0, problems: 0, notes: 1\n"));
+
+    put("offered.xml", comment + "<root><Coord coord_name=\"A\"/><Coord coord_name=\"b\"/></root>");
+    result = check();
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.out, Mentions("offered.xml  1 of 2 names are systems\n"));
+    EXPECT_EQ(saidOf(result, "\"b\""),
+              text("skipped: it is offered, but the library has no such system"));
 }
 
 TEST_F(LibraryCheck, LargerDocumentsThanLoadingReads)
@@ -223,8 +231,8 @@ TEST_F(LibraryCheck, ABaseSystemThatIsSkipped)
     put("base.xml", "<Coord/>");
     const auto result = check();
     EXPECT_EQ(result.status, 1);
-    EXPECT_THAT(saidOf(result, "base.xml"), Mentions("skipped: the element [Coord] in line 1 has "
-                                                     "no version, not version 1"));
+    EXPECT_THAT(saidOf(result, "base.xml"), Mentions("skipped: line 1: the element [Coord] has no "
+                                                     "version, not version 1"));
 }
 
 } // namespace

@@ -34,9 +34,9 @@ const QList<Room> &rooms()
         {"KelStd/display/", {"coord", "time", "text"}},
         {"KelStd/io/", {"coord", "text"}},
         {"KelStd/proj/", {"coord", "text", "display", "platform", "grid", "files"}},
-        {"KelStd/location/", {"coord", "proj", "platform"}},
+        {"KelStd/location/", {"coord", "text", "proj", "platform"}},
         {"KelStd/positions/", {"coord", "display", "text", "location", "io"}},
-        {"KelStd/library/", {"coord", "display", "io"}},
+        {"KelStd/library/", {"coord", "display", "io", "files", "platform"}},
     };
     return rows;
 }
@@ -50,10 +50,12 @@ const QList<Room> &programRooms()
         {"cli/run/", {"terminal"}},
         {"cli/values/", {"terminal", "run"}},
         {"cli/library/", {"terminal"}},
-        {"cli/geoids/", {"terminal", "proj"}},
+        {"cli/geoids/", {"terminal", "proj", "run"}},
+        {"cli/conversion/", {"run", "values"}},
         {"cli/systems/", {"terminal", "values", "library", "geoids"}},
-        {"cli/proj/", {"terminal", "library"}},
-        {"cli/commands/", {"terminal", "values", "run", "library", "geoids", "systems", "proj"}},
+        {"cli/proj/", {"terminal"}},
+        {"cli/commands/",
+         {"terminal", "values", "run", "library", "geoids", "systems", "proj", "conversion"}},
         {"cli/", {"commands", "terminal"}},
     };
     return rows;

@@ -1,6 +1,8 @@
 #include "library/RecordKinds.h"
 #include "support/FullDisk.h"
 
+#include <KelStd/library/OfferedNames.h>
+
 #include <sys/stat.h>
 
 namespace KelStd::test {
@@ -246,6 +248,32 @@ TEST_F(NamesFile, WithoutAPathGivesNoNames)
     library().setShowInCreateProjectCoordsFilePath(QString());
     library().loadLibrary();
     EXPECT_TRUE(offered().isEmpty());
+}
+
+// --- Read by itself --------------------------------------------------------------------------
+
+TEST_F(NamesFile, IsReadWithoutALibraryToo)
+{
+    write("names.xml", "<root>\r\n<Coord coord_name=\"no\r\nne\"/><Other coord_name=\"x\"/>"
+                       "<Coord coord_name=\"A\" show_name=\"a\"/></root>");
+    NamePairs names = pairs({{"kept", "kept"}});
+    io::DocumentFailure failure = {io::DocumentFault::Empty, text("former"), 1};
+    EXPECT_TRUE(library::readOfferedNames(path("names.xml"), names, failure));
+    EXPECT_FALSE(failure);
+    EXPECT_EQ(names, pairs({{"kept", "kept"}, {"no\nne", "no\nne"}, {"A", "a"}}));
+}
+
+TEST_F(NamesFile, SaysWhyItIsNotRead)
+{
+    write("names.xml", "<root>\n<Coord coord_name=\"A\"/>");
+    NamePairs names;
+    io::DocumentFailure failure;
+    EXPECT_FALSE(library::readOfferedNames(path("names.xml"), names, failure));
+    EXPECT_EQ(failure.kind, io::DocumentFault::NotWellFormed);
+    EXPECT_EQ(failure.line, 2);
+    EXPECT_TRUE(names.isEmpty());
+    EXPECT_FALSE(library::readOfferedNames(path("missing.xml"), names, failure));
+    EXPECT_EQ(failure.kind, io::DocumentFault::CannotBeOpened);
 }
 
 } // namespace

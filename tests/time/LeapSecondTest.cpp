@@ -40,11 +40,11 @@ TimeGpsT gpsFields(long long gps)
                     fields.second(), fields.millionSecond());
 }
 
-TimeGpsT gpsFields(long long gps, int offered)
+TimeGpsT gpsFields(long long gps, int supplied)
 {
     const TimeUtc fields(gps);
     return TimeGpsT(fields.year(), fields.month(), fields.day(), fields.hour(), fields.minute(),
-                    fields.second(), fields.millionSecond(), offered);
+                    fields.second(), fields.millionSecond(), supplied);
 }
 
 TEST(LeapSeconds, ThereAre27Steps)
@@ -118,7 +118,7 @@ TEST(LeapSeconds, BeforeTheFirstRowAndAfterTheLast)
     EXPECT_EQ(TimeGpsT(65535, 12, 31, 23, 59, 59, 999).leapSeconds(), 18);
 }
 
-// Both sides of every step, in steps of half a second over half a minute, whatever is offered.
+// Both sides of every step, in steps of half a second over half a minute, whatever is supplied.
 TEST(LeapSeconds, ConversionsComeBackAroundEveryStep)
 {
     for (const Step &step : steps()) {
@@ -130,15 +130,15 @@ TEST(LeapSeconds, ConversionsComeBackAroundEveryStep)
             // The fields alone give the count back.
             ASSERT_EQ(gpsFields(utc + right * 1000LL).leapSeconds(), right) << utc;
             ASSERT_EQ(TimeUtc(utc).toGpsW().toUtc(), TimeUtc(utc - utc % 1000)) << utc;
-            for (const int offered : {right, -1000000, -9, 0, 17, 18, 19, 1000000}) {
-                TimeGpsT offeredTo;
-                ASSERT_TRUE(offeredTo.fromValueTime(utc, offered));
-                ASSERT_EQ(offeredTo.toValueTime(), utc) << offered;
+            for (const int supplied : {right, -1000000, -9, 0, 17, 18, 19, 1000000}) {
+                TimeGpsT suppliedTo;
+                ASSERT_TRUE(suppliedTo.fromValueTime(utc, supplied));
+                ASSERT_EQ(suppliedTo.toValueTime(), utc) << supplied;
                 TimeGpsW week;
-                ASSERT_TRUE(week.fromValueTime(utc, offered));
-                ASSERT_EQ(week.toValueTime(), utc - utc % 1000) << offered;
-                if (offered == right) {
-                    ASSERT_EQ(offeredTo.leapSeconds(), right);
+                ASSERT_TRUE(week.fromValueTime(utc, supplied));
+                ASSERT_EQ(week.toValueTime(), utc - utc % 1000) << supplied;
+                if (supplied == right) {
+                    ASSERT_EQ(suppliedTo.leapSeconds(), right);
                     ASSERT_EQ(week.leapSeconds(), right);
                 }
             }
@@ -146,7 +146,7 @@ TEST(LeapSeconds, ConversionsComeBackAroundEveryStep)
     }
 }
 
-TEST(LeapSeconds, AnOfferedCountIsBelievedBeyondTheTableOnly)
+TEST(LeapSeconds, ASuppliedCountIsBelievedBeyondTheTableOnly)
 {
     // Greater than the table's last count, and later than its last row with the count taken off.
     EXPECT_EQ(TimeGpsT(2030, 1, 1, 0, 0, 0, 0, 19).leapSeconds(), 19);
@@ -171,12 +171,12 @@ TEST(LeapSeconds, AnOfferedCountIsBelievedBeyondTheTableOnly)
     EXPECT_EQ(time.leapSeconds(), 18);
 }
 
-TEST(LeapSeconds, AtEveryStepAnOfferedCountIsJudgedByTheFields)
+TEST(LeapSeconds, AtEveryStepASuppliedCountIsJudgedByTheFields)
 {
     for (const Step &step : steps()) {
         const long long gps = step.midnight + step.after * 1000LL;
-        for (const int offered : {step.before, step.after, step.after + 1})
-            EXPECT_EQ(gpsFields(gps, offered).leapSeconds(), step.after) << offered;
+        for (const int supplied : {step.before, step.after, step.after + 1})
+            EXPECT_EQ(gpsFields(gps, supplied).leapSeconds(), step.after) << supplied;
     }
 }
 

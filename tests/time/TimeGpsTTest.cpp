@@ -204,7 +204,7 @@ TEST(TimeGpsT, BecomesWeekAndSeconds)
     EXPECT_EQ(week.gps_seconds(), 86418);
     EXPECT_EQ(week.leapSeconds(), 18);
     EXPECT_EQ(TimeGpsT(2024, 1, 1, 0, 0, 0, 0, 19).toGpsW().leapSeconds(), 19);
-    // The default's own count of 0 is offered, and judged.
+    // The default's own count of 0 is supplied, and judged.
     EXPECT_EQ(TimeGpsT().toGpsW().leapSeconds(), -9);
 }
 

@@ -131,7 +131,7 @@ TEST(TimeGpsW, SecondsBeyondAWeekAreKept)
     expectWeek(TimeGpsW(0, 4294967295U), 0, -1);
 }
 
-TEST(TimeGpsW, AnOfferedCountIsKeptOrJudged)
+TEST(TimeGpsW, ASuppliedCountIsKeptOrJudged)
 {
     EXPECT_EQ(TimeGpsW(2300, 0).leapSeconds(), 18);
     EXPECT_EQ(TimeGpsW(2300, 0, 19, true).leapSeconds(), 19);

@@ -76,7 +76,7 @@ TEST(TimeVariant, ComesBack)
     EXPECT_EQ(week.gps_seconds(), 86418);
 }
 
-TEST(TimeVariant, AStoredLeapSecondCountIsAnOfferedOne)
+TEST(TimeVariant, AStoredLeapSecondCountIsASuppliedOne)
 {
     TimeGpsT gps;
     TimeGpsW week;

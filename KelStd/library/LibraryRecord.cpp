@@ -1,10 +1,10 @@
-#include <cli/library/LibraryRecord.h>
+#include <KelStd/library/LibraryRecord.h>
 
 #include <KelStd/library/StandardLibrary.h>
 
 #include <algorithm>
 
-namespace KelStd::cli {
+namespace KelStd::library {
 
 namespace {
 
@@ -22,9 +22,9 @@ QStringList keysOf(void (StandardLibrary::*get)(QMap<QString, const Found *> &) 
 }
 
 template <typename Found>
-std::optional<Record> copied(const Found *record)
+std::optional<LibraryRecord> copied(const Found *record)
 {
-    return record != nullptr ? std::optional<Record>(*record) : std::nullopt;
+    return record != nullptr ? std::optional<LibraryRecord>(*record) : std::nullopt;
 }
 
 struct KindRow
@@ -34,7 +34,7 @@ struct KindRow
     const char *title;
     LibraryPlace place;
     QStringList (*names)();
-    std::optional<Record> (*find)(const QString &);
+    std::optional<LibraryRecord> (*find)(const QString &);
     bool (*remove)(const QString &); ///< null where nothing is removed
 };
 
@@ -85,7 +85,7 @@ struct Operations
 
 template <typename OfCoord, typename OfEllipsoid, typename OfProjection>
 bool apply(OfCoord ofCoord, OfEllipsoid ofEllipsoid, OfProjection ofProjection, const QString &name,
-           const Record &record)
+           const LibraryRecord &record)
 {
     return std::visit(
         Operations<OfCoord, OfEllipsoid, OfProjection>{ofCoord, ofEllipsoid, ofProjection, name},
@@ -130,30 +130,18 @@ LibraryPlace placeOf(RecordKind kind)
     return rowOf(kind).place;
 }
 
-QList<RecordKind> kindsNamed(const QString &word)
-{
-    const QString singular = word.endsWith(QLatin1Char('s')) ? word.chopped(1) : word;
-    if (singular == QLatin1String("system"))
-        return {RecordKind::Custom, RecordKind::Standard};
-    for (const KindRow &row : kindRows) {
-        if (singular == QLatin1String(row.word))
-            return {row.kind};
-    }
-    return {};
-}
-
 QString withoutMarks(const QString &name)
 {
     return QString(name).remove(QChar(QChar::ByteOrderMark));
 }
 
-QString nameOf(const Record &record)
+QString nameOf(const LibraryRecord &record)
 {
-    Record copy = record;
+    LibraryRecord copy = record;
     return std::visit([](auto &named) { return ownName(named); }, copy);
 }
 
-void rename(Record &record, const QString &name)
+void rename(LibraryRecord &record, const QString &name)
 {
     std::visit([&name](auto &named) { ownName(named) = name; }, record);
 }
@@ -163,7 +151,7 @@ QStringList namesOf(RecordKind kind)
     return rowOf(kind).names();
 }
 
-std::optional<Record> find(RecordKind kind, const QString &name)
+std::optional<LibraryRecord> find(RecordKind kind, const QString &name)
 {
     if (auto record = rowOf(kind).find(name))
         return record;
@@ -193,13 +181,13 @@ QStringList offeredNames()
     return names;
 }
 
-bool addRecord(const QString &name, const Record &record)
+bool addRecord(const QString &name, const LibraryRecord &record)
 {
     return apply(&StandardLibrary::addCoordToCustomLibrary, &StandardLibrary::addEllipsoidToLibrary,
                  &StandardLibrary::addProjectionToLibrary, name, record);
 }
 
-bool replaceRecord(const QString &name, const Record &record)
+bool replaceRecord(const QString &name, const LibraryRecord &record)
 {
     return apply(&StandardLibrary::setCoordInCustomLibrary, &StandardLibrary::setEllipsoidInLibrary,
                  &StandardLibrary::setProjectionInLibrary, name, record);
@@ -211,19 +199,4 @@ bool removeRecord(RecordKind kind, const QString &name)
     return remove != nullptr && remove(name);
 }
 
-QStringList nearNames(const QString &name, const QStringList &names)
-{
-    constexpr int most = 5;
-    const QString wanted = name.simplified();
-    QStringList equal;
-    QStringList containing;
-    for (const QString &candidate : names) {
-        if (QString::compare(candidate.simplified(), wanted, Qt::CaseInsensitive) == 0)
-            equal += candidate;
-        else if (!wanted.isEmpty() && candidate.contains(wanted, Qt::CaseInsensitive))
-            containing += candidate;
-    }
-    return (equal + containing).mid(0, most);
-}
-
-} // namespace KelStd::cli
+} // namespace KelStd::library

@@ -1,6 +1,6 @@
-#include <cli/systems/SystemNotes.h>
-
 #include "support/Printers.h"
+
+#include <KelStd/location/SystemNotes.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -25,14 +25,14 @@ void addParameter(Coord &coord, const char *projName, const Param &param)
 /// The one note on a system.
 QString noteOn(const Coord &coord)
 {
-    const QStringList notes = cli::notesOn(coord);
+    const QStringList notes = location::notesOn(coord);
     EXPECT_EQ(notes.size(), 1) << notes.join(QLatin1Char('\n'));
     return notes.value(0);
 }
 
 TEST(SystemNotes, ThereAreNoneOnAPlainSystem)
 {
-    EXPECT_EQ(cli::notesOn(plainSystem()), QStringList());
+    EXPECT_EQ(location::notesOn(plainSystem()), QStringList());
 }
 
 TEST(SystemNotes, AParameterThatOverrulesTheSystem)
@@ -54,7 +54,7 @@ TEST(SystemNotes, AnyOtherParameterOverrulesNothing)
     for (const char *name : {"lat_1", "alpha", "gamma", "k_0", "zone", "A", "r"}) {
         Coord coord = plainSystem();
         addParameter(coord, name, Param(ValueType_Double, Unit_None, 1.0));
-        EXPECT_EQ(cli::notesOn(coord), QStringList()) << name;
+        EXPECT_EQ(location::notesOn(coord), QStringList()) << name;
     }
 }
 
@@ -82,21 +82,21 @@ TEST(SystemNotes, AThreeParameterShiftThatReadsZInTheUnitOfY)
     for (const auto function :
          {EllipsoinTransformFunction_None, EllipsoinTransformFunction_Seven}) {
         coord.ellipsoidTransform.fuction = function;
-        EXPECT_EQ(cli::notesOn(coord), QStringList());
+        EXPECT_EQ(location::notesOn(coord), QStringList());
     }
     coord.ellipsoidTransform.fuction = EllipsoinTransformFunction_Three;
     EXPECT_EQ(noteOn(coord), QStringLiteral("The z translation is stored in milli meter, but a "
                                             "three-parameter shift reads it in the unit of y, "
                                             "meter."));
     coord.ellipsoidTransform.y_translate.unit = Unit_MilliMeter;
-    EXPECT_EQ(cli::notesOn(coord), QStringList());
+    EXPECT_EQ(location::notesOn(coord), QStringList());
 }
 
 TEST(SystemNotes, AnAxisThatIsNotStoredInMetres)
 {
     Coord coord = plainSystem();
     coord.ellipsoid.biggerHalfAxle.unit = Unit_USFoot;
-    EXPECT_EQ(cli::notesOn(coord), QStringList()) << "the name is used, the number is not";
+    EXPECT_EQ(location::notesOn(coord), QStringList()) << "the name is used, the number is not";
     coord.ellipsoid.proj4EllpsName.clear();
     EXPECT_THAT(noteOn(coord).toStdString(),
                 testing::HasSubstr("The semi-major axis is stored in US Foot"));
@@ -106,8 +106,8 @@ TEST(SystemNotes, ASystemInAnotherUnitIsComputedInMetres)
 {
     Coord coord = plainSystem();
     coord.projection.loc_or_height_unit = Unit_USFoot;
-    EXPECT_EQ(noteOn(coord), QStringLiteral("The system's own unit is US Foot; this program reads "
-                                            "and prints metres."));
+    EXPECT_EQ(noteOn(coord), QStringLiteral("The system's own unit is US Foot; its positions are "
+                                            "computed in metres."));
     coord.projection.loc_or_height_unit = Unit_Yard;
     EXPECT_THAT(noteOn(coord).toStdString(), testing::HasSubstr("a unit without a name"));
 }
@@ -125,7 +125,7 @@ TEST(SystemNotes, AxesThatPointElsewhere)
     for (const Row &row : rows) {
         Coord coord = plainSystem();
         coord.ellipsoid.positiveDir = row.direction;
-        EXPECT_EQ(cli::unusualAxes(coord.ellipsoid), QString::fromLatin1(row.words));
+        EXPECT_EQ(location::unusualAxes(coord.ellipsoid), QString::fromLatin1(row.words));
         EXPECT_THAT(noteOn(coord).toStdString(), testing::HasSubstr(row.words));
     }
 }
@@ -135,7 +135,7 @@ TEST(SystemNotes, WhatIsNotApplied)
     Coord coord = plainSystem();
     coord.planeTransform.fuction = PlaneTransformFunction_Four;
     coord.elevationFitting.function = ElevationFittingFunction_Curve;
-    const QStringList notes = cli::notesOn(coord);
+    const QStringList notes = location::notesOn(coord);
     ASSERT_EQ(notes.size(), 2);
     EXPECT_THAT(notes.at(0).toStdString(), testing::HasSubstr("planar transformation"));
     EXPECT_THAT(notes.at(1).toStdString(), testing::HasSubstr("height fitting"));

@@ -1,15 +1,19 @@
-#include <cli/library/RecordLoss.h>
-
-#include <cli/terminal/ShownText.h>
+#include <KelStd/library/RecordLoss.h>
 
 #include <KelStd/io/DocumentReview.h>
 #include <KelStd/io/RecordParamNames.h>
 
+#include <QtCore/QObject>
 #include <QtCore/QPair>
 
-namespace KelStd::cli {
+namespace KelStd::library {
 
 namespace {
+
+QString inQuotes(const QString &text)
+{
+    return QLatin1Char('"') + text + QLatin1Char('"');
+}
 
 constexpr io::NamedParam<Ellipsoid> ellipsoidParams[] = {
     {"biggerHalfAxle", &Ellipsoid::biggerHalfAxle},
@@ -70,40 +74,39 @@ bool isKept(const QVariant &value, const QVariant &read)
 
 QString notKept(const QString &what)
 {
-    return QStringLiteral("%1, which a document that the library writes does not keep; copy the "
-                          "file into the library's directory instead")
+    return QObject::tr("%1, which a document that the library writes does not keep; copy the "
+                       "file into the library's directory instead")
         .arg(what);
 }
 
 QString describedValue(const Param &param, const QVariant &value)
 {
-    return param.valType == ValueType_String               ? QStringLiteral("a text")
-           : param.valType == ValueType_EllipsoidDirection ? QStringLiteral("a direction of axes")
+    return param.valType == ValueType_String               ? QObject::tr("a text")
+           : param.valType == ValueType_EllipsoidDirection ? QObject::tr("a direction of axes")
                                                            : inQuotes(value.toString());
 }
 
 /// What the document lost of a parameter; empty for nothing.
 QString lossOf(const QString &name, const Param &param, const Param &read)
 {
-    const QString title = QStringLiteral("its parameter %1").arg(inQuotes(name));
+    const QString title = QObject::tr("its parameter %1").arg(inQuotes(name));
     if (!isKept(param.value, read.value)) {
-        return notKept(QStringLiteral("the value of %1 is %2")
-                           .arg(title, param.isDictionary
-                                           ? QStringLiteral("one beside a dictionary")
-                                           : describedValue(param, param.value)));
+        return notKept(QObject::tr("the value of %1 is %2")
+                           .arg(title, param.isDictionary ? QObject::tr("one beside a dictionary")
+                                                          : describedValue(param, param.value)));
     }
     const auto &entries = param.dictionaryValues;
     for (auto entry = entries.constBegin(); entry != entries.constEnd(); ++entry) {
         const auto found = read.dictionaryValues.constFind(entry.key());
         if (found == read.dictionaryValues.constEnd() || !isKept(*entry, *found)) {
-            return notKept(QStringLiteral("the entry %1 of %2 is %3")
+            return notKept(QObject::tr("the entry %1 of %2 is %3")
                                .arg(inQuotes(entry.key()), title, describedValue(param, *entry)));
         }
     }
     Param rest = read;
     rest.value = param.value;
     rest.dictionaryValues = entries;
-    return rest == param ? QString() : notKept(title + QStringLiteral(" has a kind or a unit"));
+    return rest == param ? QString() : notKept(title + QObject::tr(" has a kind or a unit"));
 }
 
 bool haveSameNames(const Coord &one, const Coord &other)
@@ -120,7 +123,7 @@ QString lossBetween(Coord given, Coord read)
     for (int i = 0; i < params.size(); ++i) {
         const QString &name = params.at(i).first;
         if (i >= readParams.size() || readParams.at(i).first != name)
-            return notKept(QStringLiteral("its parameter has the name %1").arg(inQuotes(name)));
+            return notKept(QObject::tr("its parameter has the name %1").arg(inQuotes(name)));
         QString loss = lossOf(name, *params.at(i).second, *readParams.at(i).second);
         if (!loss.isEmpty())
             return loss;
@@ -128,23 +131,23 @@ QString lossBetween(Coord given, Coord read)
     }
     return given == read && haveSameNames(given, read)
                ? QString()
-               : notKept(QStringLiteral("it has a name or a word"));
+               : notKept(QObject::tr("it has a name or a word"));
 }
 
 } // namespace
 
-LossCheck checkLoss(const Record &record)
+LossCheck checkLoss(const LibraryRecord &record)
 {
     const Coord given = std::visit(AsSystem{}, record);
     Coord read;
     QString reason;
     if (!io::readBackFromMemory(given, read, &reason)) {
         return {{},
-                reason.isEmpty() ? QStringLiteral("the document that the library would write of it "
-                                                  "could not be read back")
+                reason.isEmpty() ? QObject::tr("the document that the library would write of it "
+                                               "could not be read back")
                                  : reason};
     }
     return {lossBetween(given, read), {}};
 }
 
-} // namespace KelStd::cli
+} // namespace KelStd::library

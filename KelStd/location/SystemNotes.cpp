@@ -1,10 +1,10 @@
-#include <cli/systems/SystemNotes.h>
+#include <KelStd/location/SystemNotes.h>
 
 #include <KelStd/text/CoordStringHelper.h>
 
 #include <algorithm>
 
-namespace KelStd::cli {
+namespace KelStd::location {
 
 namespace {
 
@@ -17,10 +17,10 @@ struct TakenKey
 };
 
 constexpr TakenKey takenKeys[] = {
-    {"units", "the metre in which this program reads and prints"},
-    {"to_meter", "the metre in which this program reads and prints"},
-    {"vunits", "the metre in which this program reads and prints heights"},
-    {"vto_meter", "the metre in which this program reads and prints heights"},
+    {"units", "the metre of all northings and eastings"},
+    {"to_meter", "the metre of all northings and eastings"},
+    {"vunits", "the metre of all heights"},
+    {"vto_meter", "the metre of all heights"},
     {"geoidgrids", "the geoid model: heights are those above this grid, whatever is said of them"},
     {"geoid_crs", "the geoid model: heights may be above a grid, whatever is said of them"},
     {"axis", "the axis directions of the ellipsoid"},
@@ -95,7 +95,7 @@ void noteUnits(const Coord &coord, QStringList &notes)
     }
     if (coord.projection.loc_or_height_unit != Unit_Meter) {
         notes +=
-            QStringLiteral("The system's own unit is %1; this program reads and prints metres.")
+            QStringLiteral("The system's own unit is %1; its positions are computed in metres.")
                 .arg(lengthUnitName(coord.projection.loc_or_height_unit));
     }
 }
@@ -140,4 +140,4 @@ QStringList notesOn(const Coord &coord)
     return notes;
 }
 
-} // namespace KelStd::cli
+} // namespace KelStd::location

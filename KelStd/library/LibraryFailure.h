@@ -1,0 +1,26 @@
+#pragma once
+
+#include <KelStd/Failure.h>
+
+namespace KelStd {
+
+/// Why a change of the registry, or what was done with a library's directory, failed.
+enum class LibraryFailureKind
+{
+    None,
+    NoName,       ///< the name is empty
+    NoRecord,     ///< the record is null
+    NameTaken,    ///< a present name equals the new one in all but case and the blanks around it
+    NotPresent,   ///< there is no record of exactly this name
+    LeadsOut,     ///< the file of that name would lie outside the directory of its kind
+    NoDocument,   ///< the record has what no document can hold; the change has raised, too
+    NotWritable,  ///< the file was not written; the text has the file's own reason
+    NotRemovable, ///< the file was not removed; the text has the file's own reason
+    NotListable,  ///< a directory that may not be listed or searched
+    NoLibrary,    ///< a directory without a library, and none to lay out
+    HeldByAnother ///< another program is changing the library
+};
+
+using LibraryFailure = Failure<LibraryFailureKind>;
+
+} // namespace KelStd

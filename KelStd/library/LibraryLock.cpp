@@ -1,0 +1,28 @@
+#include <KelStd/library/LibraryLock.h>
+
+#include <QtCore/QDir>
+#include <QtCore/QObject>
+
+namespace KelStd {
+
+namespace {
+
+const QString lockName = QStringLiteral(".changing.lock");
+
+} // namespace
+
+LibraryLock::LibraryLock(const LibraryDirectory &library)
+    : m_fileName(QDir(library.path()).filePath(lockName)), m_lock(m_fileName)
+{}
+
+LibraryFailure LibraryLock::acquire(int patience)
+{
+    if (m_lock.take(patience) != FileLock::Outcome::HeldByAnother)
+        return {};
+    return {LibraryFailureKind::HeldByAnother,
+            QObject::tr("another program is changing the library and holds %1; try again when it "
+                        "has ended")
+                .arg(m_fileName)};
+}
+
+} // namespace KelStd

@@ -1,0 +1,75 @@
+#pragma once
+
+#include <KelStd/Export.h>
+#include <KelStd/coord/Coord.h>
+#include <KelStd/coord/Ellipsoid.h>
+#include <KelStd/coord/Projection.h>
+#include <KelStd/library/LibraryDirectory.h>
+
+#include <QtCore/QString>
+#include <QtCore/QStringList>
+
+#include <optional>
+#include <variant>
+
+namespace KelStd {
+
+/// The records of a library, kind by kind, in the order in which they are listed and looked up. One
+/// row each in LibraryRecord.cpp.
+enum class RecordKind
+{
+    Custom,
+    Standard,
+    Ellipsoid,
+    Projection
+};
+
+/// A record of any kind; custom and standard systems are both a `Coord`.
+using LibraryRecord = std::variant<Coord, Ellipsoid, Projection>;
+
+/// The records of the registry (`StandardLibrary`) by their kind, on the thread that it belongs to.
+namespace library {
+
+/// All kinds, in their order.
+inline constexpr RecordKind recordKinds[] = {RecordKind::Custom, RecordKind::Standard,
+                                             RecordKind::Ellipsoid, RecordKind::Projection};
+
+/// "custom system", "ellipsoid": English.
+KELSTD_EXPORT QString titleOf(RecordKind kind);
+/// "custom", "ellipsoid": the kind in a list.
+KELSTD_EXPORT QString wordOf(RecordKind kind);
+/// "a custom system", "an ellipsoid".
+KELSTD_EXPORT QString withArticle(RecordKind kind);
+
+/// The directory that holds the documents of a kind.
+KELSTD_EXPORT LibraryPlace placeOf(RecordKind kind);
+
+/// `name` without byte order marks, which a text that was copied from a file may begin with and
+/// nobody sees: they are no part of it.
+KELSTD_EXPORT QString withoutMarks(const QString &name);
+
+/// The record's own name.
+KELSTD_EXPORT QString nameOf(const LibraryRecord &record);
+KELSTD_EXPORT void rename(LibraryRecord &record, const QString &name);
+
+/// The names under which the registry has records of a kind, in their order there.
+KELSTD_EXPORT QStringList namesOf(RecordKind kind);
+/// A copy of the registry's entry of this name, whatever byte order marks it has in its document;
+/// one that has none goes before. Nothing for none.
+KELSTD_EXPORT std::optional<LibraryRecord> find(RecordKind kind, const QString &name);
+/// The name under which the registry has that entry; null for none.
+KELSTD_EXPORT QString keyOf(RecordKind kind, const QString &name);
+
+/// The names of the systems that are offered when a project is created.
+KELSTD_EXPORT QStringList offeredNames();
+
+/// The registry's own operations, with their results; `StandardLibrary::lastFailure` says why one
+/// failed. A `Coord` is added, or replaced, as a custom system.
+KELSTD_EXPORT bool addRecord(const QString &name, const LibraryRecord &record);
+KELSTD_EXPORT bool replaceRecord(const QString &name, const LibraryRecord &record);
+/// False for standard systems, which the registry does not remove; no failure is told of that.
+KELSTD_EXPORT bool removeRecord(RecordKind kind, const QString &name);
+
+} // namespace library
+
+} // namespace KelStd

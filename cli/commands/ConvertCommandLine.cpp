@@ -1,0 +1,147 @@
+#include <cli/commands/ConvertCommandLine.h>
+
+#include <cli/conversion/LocationForms.h>
+#include <cli/library/DirectoryOption.h>
+#include <cli/run/PositionInput.h>
+#include <cli/systems/SystemChoice.h>
+#include <cli/values/DisplayOptions.h>
+
+#include <KelStd/positions/Columns.h>
+#include <KelStd/positions/ValuePrinter.h>
+
+namespace KelStd::cli {
+
+namespace {
+
+QString details()
+{
+    QString text = systemChoiceHelp() + QStringLiteral("\n\n") + reviewHelp();
+    text += QStringLiteral(
+        "\n\n"
+        "INPUT is a file, or - for standard input, which is the default. It holds one\n"
+        "position a line, separated by commas, semicolons, tabulators or blanks, after a\n"
+        "point name if the first line has one. Blank lines and lines that begin with #\n"
+        "are skipped. The order is\n");
+    for (const positions::FrameRow &row : positions::frames()) {
+        text += QStringLiteral("  %1  %2\n")
+                    .arg(QString::fromLatin1(row.option), -9)
+                    .arg(componentLabels(row.frame));
+    }
+    text += QStringLiteral(
+        "unless a line of headings before them names the columns, in any order, such as\n"
+        "  point,easting,northing,height     or     name;lat;lon;h\n"
+        "Headings may stand behind a # and below a title. Further down they may be\n"
+        "repeated; others end the run, and so does a first line that is neither headings\n"
+        "nor a position: --skip N passes over it. A heading in another unit or of another\n"
+        "frame is refused.\n"
+        "Every line has as many fields as the first. With --columns the fields may stand\n"
+        "anywhere and have any headings that do not say otherwise:\n"
+        "  --columns 2,3,4     --columns \"station id,east,north,7\"\n"
+        "picks those of the components, in the order above, after that of the point name\n"
+        "if there is one. The other fields are carried through, behind the frames.\n"
+        "\n"
+        "Longitudes and latitudes are typed as decimal degrees or as in "
+        "52\u00B030\u203215.5\u2033,\n"
+        "52d30'15.5\", 52\u00B030.25', 52:30:15.5, with a sign before the whole angle or N, S,\n"
+        "E or W before or behind it. Degree signs are \u00B0 \u00BA \u02DA d, minute signs \u2032 "
+        "' \u2019, second\n"
+        "signs \u2033 \" \u201D ''. Where blanks separate the fields, an angle holds none. "
+        "Lengths\n"
+        "are metres; those of local-neh are in the unit of --length-unit. Decimals stand\n"
+        "behind a point, whatever the locale, or behind a comma where semicolons or\n"
+        "tabulators separate the fields. A line that can be read in two ways is refused.\n"
+        "\n"
+        "The output has the name and all four frames: WGS84 longitude, latitude, height;\n"
+        "WGS84 X, Y, Z; local longitude, latitude, height; northing, easting, height.\n"
+        "Heights are ellipsoidal (ell.), but the last one is above the geoid in a system\n"
+        "that names a geoid model; the output says which. Where the model cannot be used\n"
+        "or has no value for a point, a warning says so, and the height is ellipsoidal.\n"
+        "A table has degrees, minutes and seconds with %1 decimals and metres with up to\n"
+        "%2; --angle degree has %3 decimals. CSV has plain numbers, degrees with %4\n"
+        "decimals and metres with %5, unless --format or --angle is given. Units stand in\n"
+        "the headings. A display configuration in the library (its \"display.bin\") changes\n"
+        "units, styles and decimals of a table and of --format configured; options go\n"
+        "before it. JSON has the names of the CSV's columns, with numbers as they stand\n"
+        "there; angles in another style are texts. GeoJSON has WGS84 longitude, latitude\n"
+        "and height for coordinates.\n"
+        "\n"
+        "A line that cannot be read or converted is reported on standard error as\n"
+        "INPUT:LINE: reason, and the run goes on. --rejects keeps such lines, below the\n"
+        "header if there is one, to be mended and converted again; its FILE appears, in\n"
+        "place of an older one, at the end of the run.\n"
+        "\n"
+        "The input may have any length: it is read, converted on all cores and printed\n"
+        "in its order a piece at a time. Where it is a file, the output is no terminal\n"
+        "and standard error is one, a bar there shows how far it is. The interrupt key\n"
+        "ends the run behind a whole line, which is reported; a second one at once.\n"
+        "\n"
+        "Exit status: 0 all converted, 1 some failed, 2 usage, 3 no PROJ, no usable\n"
+        "system, or output that cannot be written.");
+    return text.arg(positions::defaultAngleStyle().decimals)
+        .arg(stShowConfig().xyPrecision)
+        .arg(findAngleStyle(QStringLiteral("degree"))->decimals)
+        .arg(positions::csvAngleDecimals)
+        .arg(positions::csvLengthDecimals);
+}
+
+} // namespace
+
+QString frameNames(const QString &separator)
+{
+    QStringList names;
+    for (const positions::FrameRow &row : positions::frames())
+        names += QString::fromLatin1(row.option);
+    return names.join(separator);
+}
+
+QString componentLabels(const positions::InputForm &form)
+{
+    QStringList labels;
+    for (int i = 0; i < positions::componentsPerFrame; ++i) {
+        const positions::Column &column = positions::columnOf(form.frame, i);
+        const QString unit = positions::isAngle(column) ? QString::fromLatin1(column.unit)
+                                                        : unitSymbol(form.lengthUnit);
+        labels += QStringLiteral("%1 [%2]").arg(QString::fromLatin1(column.label), unit);
+    }
+    return labels.join(QLatin1String(", "));
+}
+
+CommandLine convertCommandLine()
+{
+    CommandLine line(QStringLiteral("--system FILE.xml|NAME [OPTIONS] [INPUT]"),
+                     QStringLiteral("Converts positions of one frame to all four frames of a "
+                                    "system."),
+                     details());
+    line.addOption({QStringLiteral("system"),
+                    QStringLiteral("The coordinate system: its document, or its\n"
+                                   "name in the library (see below)."),
+                    QStringLiteral("FILE.xml|NAME")});
+    addDirectoryOption(line);
+    addLenientOption(line);
+    line.addOption({QStringLiteral("from"),
+                    QStringLiteral("The frame of the input:\n%1.\nDefault: %2.")
+                        .arg(frameNames(QStringLiteral(", ")),
+                             QString::fromLatin1(positions::frames().front().option)),
+                    QStringLiteral("FRAME"),
+                    QString::fromLatin1(positions::frames().front().option)});
+    PositionInput::addColumnsOption(
+        line, QStringLiteral("The columns of longitude, latitude, height (or\n"
+                             "those of the frame, in its order) and, before\n"
+                             "them, of the point name if there is one: headings\n"
+                             "or numbers. The others are carried through."));
+    PositionInput::addSkipOption(line);
+    addFormOptions(line, locationOutputForms());
+    line.addOption({QStringLiteral("no-header"),
+                    QStringLiteral("Print comma-separated values without a header\nline.")});
+    DisplayOptions::addTo(line);
+    line.addOption({QStringLiteral("rejects"),
+                    QStringLiteral("Write the lines that fail to FILE, as they stand."),
+                    QStringLiteral("FILE")});
+    line.addOption({QStringLiteral("threads"),
+                    QStringLiteral("On how many threads to convert. Default: one for\n"
+                                   "each core."),
+                    QStringLiteral("N")});
+    return line;
+}
+
+} // namespace KelStd::cli

@@ -1,0 +1,66 @@
+#include <cli/conversion/LocationForms.h>
+
+#include <cli/values/TableWriter.h>
+
+#include <KelStd/positions/CsvWriter.h>
+#include <KelStd/positions/JsonWriter.h>
+#include <KelStd/positions/ValuePrinter.h>
+
+namespace KelStd::cli {
+
+namespace {
+
+positions::ValuePrinter plainPrinter(const LocationOutput &output)
+{
+    return {output.display, positions::ValuePrinter::Output::Csv};
+}
+
+std::unique_ptr<positions::PositionWriter> makeTable(const LocationOutput &output)
+{
+    const positions::ValuePrinter printer(output.display, positions::ValuePrinter::Output::Table);
+    const bool fits =
+        output.width == 0 || output.width >= TableWriter::wideWidth(printer, output.geoidModel);
+    return std::make_unique<TableWriter>(
+        printer, fits ? TableWriter::Layout::Wide : TableWriter::Layout::Narrow, output.geoidModel);
+}
+
+std::unique_ptr<positions::PositionWriter> makeCsv(const LocationOutput &output)
+{
+    return std::make_unique<positions::CsvWriter>(plainPrinter(output), output.hasHeader);
+}
+
+std::unique_ptr<positions::PositionWriter> makeJson(const LocationOutput &output)
+{
+    return std::make_unique<positions::JsonWriter>(plainPrinter(output));
+}
+
+std::unique_ptr<positions::PositionWriter> makeGeoJson(const LocationOutput &output)
+{
+    return std::make_unique<positions::GeoJsonWriter>(plainPrinter(output));
+}
+
+} // namespace
+
+const std::vector<LocationForm> &locationForms()
+{
+    static const std::vector<LocationForm> rows = {
+        {{"table", "Print an aligned table, the default on a terminal."}, false, true, makeTable},
+        {{"csv", "Print comma-separated values, the default\nelsewhere."}, true, false, makeCsv},
+        {{"json", "Print a JSON object a line."}, false, false, makeJson},
+        {{"geojson", "Print a GeoJSON FeatureCollection, a feature a\nline."},
+         false,
+         false,
+         makeGeoJson},
+    };
+    return rows;
+}
+
+OutputForms locationOutputForms()
+{
+    OutputForms forms;
+    for (const LocationForm &row : locationForms())
+        forms.push_back(row.form);
+    return forms;
+}
+
+} // namespace KelStd::cli

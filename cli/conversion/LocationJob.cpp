@@ -1,0 +1,52 @@
+#include <cli/conversion/LocationJob.h>
+
+namespace KelStd::cli {
+
+namespace {
+
+/// Locations of positions, on one thread.
+class LocationTaker : public PositionTaker
+{
+public:
+    LocationTaker(const Coord &coord, const QString &geoidModel, LocationBuilder::Frame frame,
+                  const positions::PositionWriter &writer)
+        : m_builder(coord), m_geoidModel(geoidModel), m_frame(frame), m_writer(writer)
+    {
+        m_builder.requireOneToOne();
+    }
+
+    bool take(const positions::PositionParser &read, QByteArray &bytes, QString &reason) override
+    {
+        Location location;
+        if (!m_builder.make(m_frame, read.position(), location, m_outcome)) {
+            reason = m_outcome.reason;
+            return false;
+        }
+        const bool isAboveGeoid = m_outcome.projectedHeight == LocationBuilder::Height::AboveGeoid;
+        if (!isAboveGeoid && !m_geoidModel.isEmpty()) {
+            reason = QStringLiteral("warning: the geoid model \"%1\" has no value for the point "
+                                    "(%2): its projected height is ellipsoidal")
+                         .arg(m_geoidModel, m_outcome.reason);
+        }
+        const QString &model = isAboveGeoid ? m_geoidModel : m_noModel;
+        m_writer.write(bytes, {read.name(), location, model, read.carried()});
+        return true;
+    }
+
+private:
+    LocationBuilder m_builder;
+    LocationBuilder::Outcome m_outcome;
+    const QString &m_geoidModel;
+    const QString m_noModel;
+    LocationBuilder::Frame m_frame;
+    const positions::PositionWriter &m_writer;
+};
+
+} // namespace
+
+std::unique_ptr<PositionTaker> LocationJob::makeTaker() const
+{
+    return std::make_unique<LocationTaker>(m_coord, m_geoidModel, m_frame.frame, m_writer);
+}
+
+} // namespace KelStd::cli

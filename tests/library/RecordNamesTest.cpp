@@ -1,0 +1,108 @@
+// What a record's name may be, and what a document would lose of a record.
+
+#include "library/RecordKinds.h"
+
+#include <KelStd/library/LibraryRecord.h>
+#include <KelStd/library/RecordLoss.h>
+#include <KelStd/library/RecordNames.h>
+
+#include <gmock/gmock.h>
+
+namespace KelStd::test {
+namespace {
+
+using testing::HasSubstr;
+
+TEST(RecordNames, AreRefusedWithAReason)
+{
+    struct Row
+    {
+        QString name;
+        const char *fault; ///< a part of it, or null for a name that is fit
+    };
+    const Row rows[] = {
+        {QStringLiteral("Harbour"), nullptr},
+        {QStringLiteral("DHDN / 3"), "the name \"DHDN / 3\" has a path separator"},
+        {QStringLiteral("a\\b"), "the name \"a\\b\" has a path separator"},
+        {QStringLiteral("zone 3.1: north~"), nullptr},
+        {QString(), "must not be empty or blank"},
+        {QStringLiteral(" \t"), "must not be empty or blank"},
+        {QStringLiteral(":a"), "the name \":a\" begins with a colon"},
+        {QStringLiteral("~a"), "the name \"~a\" begins with a tilde"},
+        {QStringLiteral(".a"), "the name \".a\" begins with a dot"},
+        {QStringLiteral("a\x1B[2J"), "has a control character"},
+        {QString(QChar(0xFFFF)), "has a control character, or one that stands for none"},
+        {QString(251, QLatin1Char('n')), nullptr}, // and ".xml"
+        {QString(252, QLatin1Char('n')), "would have 256 bytes, and file systems take 255"},
+    };
+    for (const Row &row : rows) {
+        SCOPED_TRACE(row.name.toStdString());
+        const QString fault = library::nameFault(row.name);
+        if (row.fault == nullptr)
+            EXPECT_EQ(fault, QString());
+        else
+            EXPECT_THAT(fault.toStdString(), HasSubstr(row.fault));
+    }
+}
+
+TEST(RecordLosses, AreNoneForWhatADocumentHas)
+{
+    const QString name = QStringLiteral("A");
+    for (const LibraryRecord &record : {LibraryRecord(EllipsoidKind::record(name, 1)),
+                                        LibraryRecord(ProjectionKind::record(name, 1)),
+                                        LibraryRecord(SystemKind::record(name, 1))}) {
+        const auto check = library::checkLoss(record);
+        EXPECT_EQ(check.loss, QString());
+        EXPECT_EQ(check.failure, QString());
+    }
+}
+
+TEST(RecordLosses, NameWhatADocumentDoesNotKeep)
+{
+    Projection projection = ProjectionKind::record(QStringLiteral("P"), 1);
+    projection.param[QStringLiteral("mode")] =
+        Param(ValueType_String, Unit_None, QStringLiteral("north"));
+    EXPECT_THAT(library::checkLoss(projection).loss.toStdString(),
+                HasSubstr("the value of its parameter \"mode\" is a text, which a document that "
+                          "the library writes does not keep"));
+    Ellipsoid ellipsoid = EllipsoidKind::record(QStringLiteral("E"), 1);
+    ellipsoid.reciprocal = 298.2572235630016; // 16 digits
+    EXPECT_EQ(library::checkLoss(ellipsoid).failure, QString());
+    ellipsoid.ellipsoid_name = QString(QChar(0xFFFF));
+    EXPECT_THAT(library::checkLoss(ellipsoid).failure.toStdString(),
+                HasSubstr("a character that no XML document can hold"));
+}
+
+class RegistryByKind : public LibraryTest
+{};
+
+TEST_F(RegistryByKind, FindsAddsReplacesAndRemoves)
+{
+    const QString name = QStringLiteral("A");
+    const QString marked = QChar(QChar::ByteOrderMark) + name;
+    write("standard/S.xml", SystemKind::document(QStringLiteral("S"), 1));
+    library().loadLibrary();
+    ASSERT_TRUE(library::addRecord(name, EllipsoidKind::record(name, 1)));
+    ASSERT_TRUE(library::addRecord(name, ProjectionKind::record(name, 1)));
+    ASSERT_TRUE(library::addRecord(name, SystemKind::record(name, 1)));
+    for (const RecordKind kind :
+         {RecordKind::Custom, RecordKind::Ellipsoid, RecordKind::Projection}) {
+        EXPECT_EQ(library::namesOf(kind), QStringList(name));
+        EXPECT_EQ(library::keyOf(kind, marked), name);
+        const auto found = library::find(kind, marked);
+        ASSERT_TRUE(found.has_value());
+        EXPECT_EQ(library::nameOf(*found), name);
+    }
+    EXPECT_TRUE(library::replaceRecord(name, SystemKind::record(name, 2)));
+    EXPECT_EQ(SystemKind::valueOf(std::get<Coord>(*library::find(RecordKind::Custom, name))), 2);
+    for (const RecordKind kind :
+         {RecordKind::Custom, RecordKind::Ellipsoid, RecordKind::Projection}) {
+        EXPECT_TRUE(library::removeRecord(kind, name));
+        EXPECT_FALSE(library::find(kind, name).has_value());
+    }
+    EXPECT_FALSE(library::removeRecord(RecordKind::Standard, QStringLiteral("S")));
+    EXPECT_EQ(library::namesOf(RecordKind::Standard), QStringList(QStringLiteral("S")));
+}
+
+} // namespace
+} // namespace KelStd::test
