@@ -1,6 +1,5 @@
 #include <cli/run/PositionInput.h>
 
-#include <cli/run/OptionWords.h>
 #include <cli/terminal/CommandLine.h>
 #include <cli/terminal/Console.h>
 
@@ -10,6 +9,13 @@ namespace {
 
 const QString columnsOption = QStringLiteral("columns");
 const QString skipOption = QStringLiteral("skip");
+
+/// What messages about an input call the options of the commands that read one.
+positions::InputWords optionWords()
+{
+    return {QStringLiteral("--columns"), QStringLiteral("--skip"), QStringLiteral("--from"),
+            QStringLiteral("--length-unit")};
+}
 
 /// How many lines at the beginning of the input are passed over; nothing and the `mistake` for
 /// what is no number of lines.
