@@ -64,10 +64,10 @@ int paddedWidth(int integerDigits, int decimals)
 QString paddedDistance(double value, int integerDigits, NumberStyle style)
 {
     // No double has more digits; a width below zero would add zeros behind the number.
-    constexpr int mostDigits = 309;
+    constexpr int maxDigits = 309;
     if (!std::isfinite(value))
         return {};
-    const int width = paddedWidth(std::clamp(integerDigits, 0, mostDigits), style.precision);
+    const int width = paddedWidth(std::clamp(integerDigits, 0, maxDigits), style.precision);
     const QString shown = padded(value, width, style.precision);
     return style.eraseTailZero ? text::withoutTailZero(shown) : shown;
 }

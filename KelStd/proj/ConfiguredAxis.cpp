@@ -14,7 +14,7 @@ namespace KelStd::proj {
 namespace {
 
 /// Half a millimetre of six thousand kilometres.
-constexpr unsigned char leastDecimals = 3;
+constexpr unsigned char minDecimals = 3;
 
 bool isLength(EUnit unit)
 {
@@ -24,7 +24,7 @@ bool isLength(EUnit unit)
 
 bool isHarmless(const display::ConfiguredStyle &style)
 {
-    return style.unit.value_or(Unit_Meter) == Unit_Meter && style.precision >= leastDecimals;
+    return style.unit.value_or(Unit_Meter) == Unit_Meter && style.precision >= minDecimals;
 }
 
 /// A number for each setting; 0 for none.

@@ -233,7 +233,7 @@ private:
         return QStringLiteral(
                    "lacks a sign behind %1; write \u00B0 or d for degrees, ' for minutes, "
                    "\" for seconds")
-            .arg(part.number.left(mostShown));
+            .arg(part.number.left(maxShown));
     }
 
     /// The order of the signs.
@@ -285,13 +285,13 @@ private:
                 return QStringLiteral("has decimals in a part that is not its last");
             if (points > 1 || !isDigit(number.at(0)) || !isDigit(number.at(number.size() - 1)))
                 return QStringLiteral("is not an angle: \"%1\" is not a number")
-                    .arg(number.left(mostShown));
+                    .arg(number.left(maxShown));
             const double value = partValue(i);
             if (!std::isfinite(value))
                 return QStringLiteral("is not a finite number");
             if (i > 0 && !(value >= 0 && value < unitsPerPart)) {
                 return QStringLiteral("has %1 %2; they are below 60")
-                    .arg(number.left(mostShown),
+                    .arg(number.left(maxShown),
                          i == 1 ? QStringLiteral("minutes") : QStringLiteral("seconds"));
             }
         }
@@ -327,7 +327,7 @@ private:
         return text;
     }
 
-    static constexpr int mostShown = 20;
+    static constexpr int maxShown = 20;
 
     QString m_rest; ///< what is not yet understood
     AngleSense m_sense;

@@ -131,13 +131,13 @@ QList<const Command *> groupOf(const QString &word)
 /// The commands that `words` may have meant.
 QStringList similarCommands(const QStringList &words)
 {
-    constexpr int mostTypingErrors = 2;
+    constexpr int maxTypingErrors = 2;
     QStringList names;
     for (const Command &command : commands) {
         const QString name = nameOf(command);
         const int nameWords = 1 + name.count(QLatin1Char(' '));
         const QString given = words.mid(0, nameWords).join(QLatin1Char(' '));
-        if (editDistance(given, name) <= mostTypingErrors)
+        if (editDistance(given, name) <= maxTypingErrors)
             names += QLatin1Char('\'') + name + QLatin1Char('\'');
     }
     if (names.isEmpty()) {

@@ -30,8 +30,8 @@ const QString tableOption = QStringLiteral("table");
 const QString showUnitOption = QStringLiteral("show-unit");
 
 constexpr unsigned char defaultPrecision = 4;
-constexpr int mostPrecision = std::numeric_limits<unsigned char>::max();
-constexpr int mostIntDigits = 309; // of a double
+constexpr int maxPrecision = std::numeric_limits<unsigned char>::max();
+constexpr int maxIntDigits = 309; // of a double
 
 CommandLine makeCommandLine()
 {
@@ -62,7 +62,7 @@ CommandLine makeCommandLine()
                     QStringLiteral("STYLE")});
     line.addOption(
         {precisionOption,
-         QStringLiteral("Decimals, 0 to %1. Default: %2.").arg(mostPrecision).arg(defaultPrecision),
+         QStringLiteral("Decimals, 0 to %1. Default: %2.").arg(maxPrecision).arg(defaultPrecision),
          QStringLiteral("N")});
     line.addOption({eraseZerosOption, QStringLiteral("Remove trailing zeros of decimals.")});
     line.addOption({exactOption, QStringLiteral("Print every digit, without unit conversion and\n"
@@ -170,9 +170,9 @@ std::optional<FormatOptions> optionsFrom(const CommandLine &line, QString &mista
     options.unit = unitFrom(line, unitOption, mistake).value_or(usualUnitOf(*type));
     options.to = unitFrom(line, toOption, mistake);
     options.style = styleFrom(line, mistake);
-    if (const auto precision = numberFrom(line, precisionOption, mostPrecision, mistake))
+    if (const auto precision = numberFrom(line, precisionOption, maxPrecision, mistake))
         options.precision = static_cast<unsigned char>(*precision);
-    options.intDigits = numberFrom(line, intDigitsOption, mostIntDigits, mistake).value_or(-1);
+    options.intDigits = numberFrom(line, intDigitsOption, maxIntDigits, mistake).value_or(-1);
     options.erasesZeros = line.isSet(eraseZerosOption);
     options.isExact = line.isSet(exactOption);
     options.isTable = line.isSet(tableOption);

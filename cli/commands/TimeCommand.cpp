@@ -97,7 +97,7 @@ public:
             return;
         }
         m_console.report(QStringLiteral("%1\"%2\" is no %3 (%4); write %5")
-                             .arg(place, value.left(mostShown), QString::fromLatin1(m_scale.label),
+                             .arg(place, value.left(maxShown), QString::fromLatin1(m_scale.label),
                                   failure.text, QString::fromLatin1(m_scale.forms)));
         m_status = ExitStatus::Usage;
     }
@@ -105,7 +105,7 @@ public:
     ExitStatus status() const { return m_status; }
 
 private:
-    static constexpr int mostShown = 60;
+    static constexpr int maxShown = 60;
 
     void show(const QString &value, const Epoch &epoch)
     {

@@ -23,8 +23,8 @@ public:
     using Work = std::function<Result(Task &)>;
 
     /// `makeWork` is called on each new thread, to give it a worker of its own.
-    OrderedWorkers(std::size_t mostThreads, std::function<Work()> makeWork)
-        : m_mostThreads(mostThreads), m_makeWork(std::move(makeWork))
+    OrderedWorkers(std::size_t maxThreads, std::function<Work()> makeWork)
+        : m_maxThreads(maxThreads), m_makeWork(std::move(makeWork))
     {}
 
     /// Waits for the tasks that are being done and drops the others.
@@ -45,7 +45,7 @@ public:
     bool isEmpty() const { return m_given.empty(); }
 
     /// Whether so many tasks are under way that no thread has to wait for one.
-    bool isFull() const { return m_given.size() >= 2 * m_mostThreads; }
+    bool isFull() const { return m_given.size() >= 2 * m_maxThreads; }
 
     void add(Task task)
     {
@@ -55,7 +55,7 @@ public:
         {
             const std::lock_guard lock(m_mutex);
             m_waiting.push_back(std::move(job));
-            needsThread = m_waiting.size() > m_idle && m_threads.size() < m_mostThreads;
+            needsThread = m_waiting.size() > m_idle && m_threads.size() < m_maxThreads;
         }
         if (needsThread)
             startThread();
@@ -122,7 +122,7 @@ private:
         }
     }
 
-    const std::size_t m_mostThreads;
+    const std::size_t m_maxThreads;
     const std::function<Work()> m_makeWork;
     std::vector<std::thread> m_threads;
     std::deque<std::shared_ptr<Job>> m_given; ///< all whose results were not taken, in their order

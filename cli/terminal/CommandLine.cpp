@@ -42,7 +42,7 @@ void CommandLine::addOption(const QCommandLineOption &option)
 }
 
 std::optional<ExitStatus> CommandLine::parse(const QStringList &arguments, Console &console,
-                                             int mostPositionals)
+                                             int maxPositionals)
 {
     addOption({{QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("Show this help.")});
     m_parser->addOptions(m_options);
@@ -52,7 +52,7 @@ std::optional<ExitStatus> CommandLine::parse(const QStringList &arguments, Conso
         console.print(help());
         return ExitStatus::Success;
     }
-    const QString wrong = parsed ? mistake(mostPositionals) : m_parser->errorText();
+    const QString wrong = parsed ? mistake(maxPositionals) : m_parser->errorText();
     if (wrong.isEmpty())
         return std::nullopt;
     return refuse(wrong, console);
@@ -99,15 +99,15 @@ ExitStatus CommandLine::refuse(const QString &mistake, Console &console) const
     return ExitStatus::Usage;
 }
 
-QString CommandLine::mistake(int mostPositionals) const
+QString CommandLine::mistake(int maxPositionals) const
 {
     for (const QCommandLineOption &option : m_options) {
         if (!option.valueName().isEmpty() && m_parser->values(option).size() > 1)
             return QStringLiteral("--%1 is given twice").arg(option.names().last());
     }
-    if (positionals().size() > mostPositionals) {
+    if (positionals().size() > maxPositionals) {
         return QStringLiteral("'%1' is one argument too many")
-            .arg(positionals().at(mostPositionals));
+            .arg(positionals().at(maxPositionals));
     }
     return {};
 }

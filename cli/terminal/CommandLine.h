@@ -29,7 +29,7 @@ public:
     /// and this is how the program ends. A word that begins as a negative number is a value, not an
     /// option.
     std::optional<ExitStatus> parse(const QStringList &arguments, Console &console,
-                                    int mostPositionals);
+                                    int maxPositionals);
 
     bool isSet(const QString &option) const { return m_parser->isSet(option); }
     /// Empty when the option was not given.
@@ -40,7 +40,7 @@ public:
     ExitStatus refuse(const QString &mistake, Console &console) const;
 
 private:
-    QString mistake(int mostPositionals) const;
+    QString mistake(int maxPositionals) const;
     QStringList withValuesLast(const QStringList &arguments) const;
     bool takesValue(const QString &word) const;
     QString help() const;

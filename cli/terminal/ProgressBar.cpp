@@ -30,7 +30,7 @@ QString duration(qint64 seconds)
 
 QString progressText(qint64 done, qint64 size, qint64 elapsed, int columns)
 {
-    constexpr int mostCells = 40;
+    constexpr int maxCells = 40;
     constexpr int brackets = 2;
     const double share =
         size > 0 ? std::clamp(static_cast<double>(done) / static_cast<double>(size), 0.0, 1.0)
@@ -43,7 +43,7 @@ QString progressText(qint64 done, qint64 size, qint64 elapsed, int columns)
         text += QStringLiteral("  %1 left")
                     .arg(duration(static_cast<qint64>(std::min(left + 0.5, most))));
     }
-    const int cells = std::min(mostCells, columns - text.size() - brackets);
+    const int cells = std::min(maxCells, columns - text.size() - brackets);
     if (cells > 0) {
         const int full = static_cast<int>(cells * share);
         text.prepend(QLatin1Char('[') + QString(full, QLatin1Char('#'))

@@ -23,12 +23,12 @@ QStringList unitWords()
 /// Words with commas between them, in lines that fit a terminal.
 QString wrapped(const QStringList &words)
 {
-    constexpr int mostColumns = 78;
+    constexpr int maxColumns = 78;
     QString text;
     QString line;
     for (const QString &word : words) {
         const QString piece = word + (word == words.last() ? QString() : QStringLiteral(","));
-        if (!line.isEmpty() && 2 + line.size() + 1 + piece.size() > mostColumns) {
+        if (!line.isEmpty() && 2 + line.size() + 1 + piece.size() > maxColumns) {
             text += QLatin1String("  ") + line + QLatin1Char('\n');
             line.clear();
         }
