@@ -24,11 +24,11 @@ constexpr UnitKind typedAngle = UnitKind::TypedAngle;
 
 constexpr HeadingUnit unitRows[] = {
     {u"m meter meters metre metres", "m", Unit_Meter, length},
-    {u"ft feet foot intl_ft intl_feet international_feet international_foot", "ft", Unit_Foot,
-     length},
+    {u"ft feet foot intl_ft intl_feet international_feet international_foot int_ft int_feet "
+     u"int_foot ft_int feet_int foot_int feet_intl foot_intl",
+     "ft", Unit_Foot, length},
     {u"us_ft us_feet us_foot us_survey_ft us_survey_feet us_survey_foot us_sft usft ussft ftus "
-     u"ft_us "
-     u"sft survey_ft survey_feet survey_foot",
+     u"ft_us feet_us foot_us sft survey_ft survey_feet survey_foot",
      "us-ft", Unit_USFoot, length},
     {u"mm millimeter millimeters millimetre millimetres", "mm", Unit_None, length},
     {u"cm centimeter centimeters centimetre centimetres", "cm", Unit_None, length},

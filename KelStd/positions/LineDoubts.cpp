@@ -136,35 +136,84 @@ QString hintOnPieces(const SplitLine &line)
                       : QString();
 }
 
+namespace {
+
+/// A cell that names a hemisphere, as a letter or a word of some language.
+struct Hemisphere
+{
+    bool isNorthOrSouth = false;
+    bool isEastOrWest = false;
+
+    bool isThere() const { return isNorthOrSouth || isEastOrWest; }
+};
+
+/// Of "N", "south", "(S)", "Ost." and their like.
+Hemisphere hemisphereOf(const QString &field)
+{
+    static const QRegularExpression frame(QStringLiteral("\\A[(\\[]?\\s*(\\w+)\\s*[.)\\]]*\\z"),
+                                          QRegularExpression::UseUnicodePropertiesOption);
+    static const QStringList northOrSouth = {
+        QStringLiteral("n"),     QStringLiteral("s"),     QStringLiteral("north"),
+        QStringLiteral("nord"),  QStringLiteral("noord"), QStringLiteral("norte"),
+        QStringLiteral("south"), QStringLiteral("sued"),  QStringLiteral("s\u00FCd"),
+        QStringLiteral("sud"),   QStringLiteral("sur"),   QStringLiteral("zuid")};
+    static const QStringList eastOrWest = {
+        QStringLiteral("e"),     QStringLiteral("w"),    QStringLiteral("east"),
+        QStringLiteral("ost"),   QStringLiteral("oost"), QStringLiteral("est"),
+        QStringLiteral("este"),  QStringLiteral("west"), QStringLiteral("ouest"),
+        QStringLiteral("oeste"), QStringLiteral("ovest")};
+    const QString word = frame.match(field).captured(1).toLower();
+    return {northOrSouth.contains(word), eastOrWest.contains(word)};
+}
+
+} // namespace
+
 QString loneHemisphere(const SplitLine &line, const FieldOrder &order, Frame frame)
 {
-    static const QRegularExpression any(QStringLiteral("\\A([NSEW]|north|south|east|west)\\z"),
-                                        QRegularExpression::CaseInsensitiveOption);
-    static const QRegularExpression northOrSouth(QStringLiteral("\\A([NS]|north|south)\\z"),
-                                                 QRegularExpression::CaseInsensitiveOption);
-    static const QRegularExpression eastOrWest(QStringLiteral("\\A([EW]|east|west)\\z"),
-                                               QRegularExpression::CaseInsensitiveOption);
     const auto isExtra = [&](int field) {
         const auto &components = order.components;
         return field >= 0 && field < line.fields.size() && field != order.name
                && std::find(components.begin(), components.end(), field) == components.end();
     };
+    const auto refused = [&line](int hemisphere, const QString &place) {
+        return QStringLiteral("a hemisphere in a column of its own is not read: %1 %2; write both "
+                              "in one field")
+            .arg(quoted(line.fields.at(hemisphere)), place);
+    };
     for (int i = 0; i < componentsPerFrame; ++i) {
         const int field = order.components[static_cast<std::size_t>(i)];
         if (!isAngle(frame, i))
             continue;
-        const bool isBehind = isExtra(field + 1) && any.match(line.fields.at(field + 1)).hasMatch();
+        const QString angle = quoted(line.fields.at(field));
+        if (isExtra(field + 1) && hemisphereOf(line.fields.at(field + 1)).isThere())
+            return refused(field + 1, QStringLiteral("behind ") + angle);
         // In front of an angle a letter of the other direction is a code.
-        const auto &own = isLongitude(frame, i) ? eastOrWest : northOrSouth;
-        if (!isBehind && !(isExtra(field - 1) && own.match(line.fields.at(field - 1)).hasMatch()))
+        if (!isExtra(field - 1))
             continue;
-        return QStringLiteral("a hemisphere in a column of its own is not read: %1 %2 %3; "
-                              "write both in one field")
-            .arg(quoted(line.fields.at(isBehind ? field + 1 : field - 1)),
-                 isBehind ? QStringLiteral("behind") : QStringLiteral("before"),
-                 quoted(line.fields.at(field)));
+        const Hemisphere before = hemisphereOf(line.fields.at(field - 1));
+        if (isLongitude(frame, i) ? before.isEastOrWest : before.isNorthOrSouth)
+            return refused(field - 1, QStringLiteral("before ") + angle);
     }
-    return {};
+    // One letter elsewhere is a code; one of each direction are the angles'.
+    const auto isBeforeAngle = [&](int field) {
+        for (int i = 0; i < componentsPerFrame; ++i) {
+            if (isAngle(frame, i) && order.components[static_cast<std::size_t>(i)] == field + 1)
+                return true;
+        }
+        return false;
+    };
+    int northOrSouth = -1;
+    int eastOrWest = -1;
+    for (int field = 0; isAngle(frame, 0) && field < line.fields.size(); ++field) {
+        if (!isExtra(field) || isBeforeAngle(field))
+            continue;
+        const Hemisphere found = hemisphereOf(line.fields.at(field));
+        northOrSouth = found.isNorthOrSouth ? field : northOrSouth;
+        eastOrWest = found.isEastOrWest ? field : eastOrWest;
+    }
+    return northOrSouth >= 0 && eastOrWest >= 0
+               ? refused(northOrSouth, QStringLiteral("and ") + quoted(line.fields.at(eastOrWest)))
+               : QString();
 }
 
 QString tornAngle(const SplitLine &line, const FieldOrder &order, Frame frame)

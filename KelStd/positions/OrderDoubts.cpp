@@ -54,14 +54,6 @@ QStringList fieldsOf(const SplitLine &line)
     return fields;
 }
 
-/// "465" and "682.96": one number whose thousands were set apart.
-bool mayBeGroups(const QString &first, const QString &second)
-{
-    static const QRegularExpression start(QStringLiteral("\\A[1-9][0-9]{0,2}\\z"));
-    static const QRegularExpression group(QStringLiteral("\\A[0-9]{3}(\\.[0-9]*)?\\z"));
-    return start.match(first).hasMatch() && group.match(second).hasMatch();
-}
-
 QString whatToAdd(const InputForm &form)
 {
     return QStringLiteral("; say it with %1").arg(waysToSayOrder(form));
@@ -177,7 +169,7 @@ QString orderDoubt(const SplitLine &line, const FieldOrder &order, const InputFo
     const bool byCommas = line.separator == QLatin1Char(',');
     const bool areLengths = frame == Frame::Wgs84Cartesian || frame == Frame::LocalProjected;
     for (int i = 0; areLengths && (byCommas || line.byBlanks) && i + 1 < fields.size(); ++i) {
-        if (mayBeGroups(fields.at(i), fields.at(i + 1))) {
+        if (mayBeGroups(fields.at(i).toStdString(), fields.at(i + 1).toStdString())) {
             return QStringLiteral("%1 and %2 may be one number, with its thousands set apart%3")
                 .arg(quoted(fields.at(i)), quoted(fields.at(i + 1)), whatToAdd(form));
         }

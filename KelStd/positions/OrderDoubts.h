@@ -41,14 +41,40 @@ inline bool isWhole(std::string_view text)
     return !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
 }
 
-/// Whether an empty field behind the fields that headings name is none that was lost. A whole
-/// number in front, where a component stands, may be that of a point without its height.
+/// "465" and "682.96": one number whose thousands were set apart.
+inline bool mayBeGroups(std::string_view first, std::string_view second)
+{
+    constexpr std::size_t groupSize = 3;
+    const std::size_t point = std::min(second.find('.'), second.size());
+    const std::string_view decimals = second.substr(std::min(point + 1, second.size()));
+    return isWhole(first) && first.size() <= groupSize && first.front() != '0' && point == groupSize
+           && isWhole(second.substr(0, point)) && (decimals.empty() || isWhole(decimals));
+}
+
+/// Whether an empty field behind the fields that headings name is none that was lost: the last one
+/// named is a component, and no other column that may be empty itself. A whole number in front,
+/// where a component stands, may be that of a point without its height.
 inline bool mayEndEmpty(std::string_view first, const FieldOrder &order)
 {
+    const auto isComponent = [&order](int field) {
+        const auto &components = order.components;
+        return std::find(components.begin(), components.end(), field) != components.end();
+    };
+    return order.hasHeadings && isComponent(order.fields - 1)
+           && !(isComponent(0) && isWhole(first));
+}
+
+/// Whether the components of a line whose last field is empty may be one less: a comma may have set
+/// thousands apart, and the empty field would be the last component's. `fieldAt` gives a field.
+template <typename FieldAt>
+bool mayLackOne(const FieldOrder &order, FieldAt fieldAt)
+{
     const auto &components = order.components;
-    const bool beginsInComponent =
-        std::find(components.begin(), components.end(), 0) != components.end();
-    return order.hasHeadings && !(beginsInComponent && isWhole(first));
+    return std::any_of(components.begin(), components.end(), [&](int field) {
+        const bool hasNext =
+            std::find(components.begin(), components.end(), field + 1) != components.end();
+        return hasNext && mayBeGroups(fieldAt(field), fieldAt(field + 1));
+    });
 }
 
 /// Why a line in the usual order is refused whose letters say that its latitude stands first; empty

@@ -56,13 +56,13 @@ bool mayBePiece(std::string_view field)
     return field.find_first_of(signs) != std::string_view::npos || (hasLetter && field.size() == 1);
 }
 
-/// Whether a field beside a component begins as a hemisphere does, in a letter or a word.
+/// Whether a field begins as a hemisphere does, in a letter or a word of some language.
 bool mayBeHemisphere(std::string_view field)
 {
-    constexpr std::string_view letters = "NSEWnsew";
-    constexpr std::size_t longest = 5; // "north"
-    return !field.empty() && field.size() <= longest
-           && letters.find(field.front()) != std::string_view::npos;
+    constexpr std::string_view beginnings = "NSEWOZnsewoz([";
+    constexpr std::size_t maxSize = 7; // "(north)"
+    return !field.empty() && field.size() <= maxSize
+           && beginnings.find(field.front()) != std::string_view::npos;
 }
 
 } // namespace
@@ -95,10 +95,15 @@ bool PlainLine::read(std::string_view line, const FieldOrder &order)
         return false;
     split(line, separator);
     const auto expected = static_cast<std::size_t>(order.fields);
+    bool endsEmpty = order.endsEmpty;
     if (m_fields.size() == expected + 1 && separator != blank && m_fields.back().empty()
-        && mayEndEmpty(m_fields.front(), order))
+        && mayEndEmpty(m_fields.front(), order)) {
         m_fields.pop_back();
+        endsEmpty = true;
+    }
     if (m_fields.size() != expected || (order.endsEmpty && !m_fields.back().empty()))
+        return false;
+    if (endsEmpty && separator == ',' && mayLackOne(order, [this](int i) { return field(i); }))
         return false;
     for (std::size_t i = 0; i < m_components.size(); ++i) {
         if (!readPlainNumber(field(order.components[i]), m_components[i]))
@@ -112,6 +117,9 @@ bool PlainLine::read(std::string_view line, const FieldOrder &order)
                 return false;
         }
     }
+    const bool hasTwoOthers = order.fields > componentsPerFrame + (order.name >= 0 ? 2 : 1);
+    if (hasTwoOthers && std::count_if(m_fields.begin(), m_fields.end(), mayBeHemisphere) > 1)
+        return false;
     if (separator != blank)
         return true;
     for (int i = 0; i < order.fields; ++i) {

@@ -115,6 +115,23 @@ QString PositionParser::Reading::noteOnColumns() const
                  .arg(m_form.words.columns, numbers.join(QLatin1Char(',')));
 }
 
+namespace {
+
+/// The same of a line that was split with care.
+bool mayLackOneOf(const SplitLine &line, const FieldOrder &order)
+{
+    return line.separator == QLatin1Char(',')
+           && mayLackOne(order, [&line](int field) { return line.fields.at(field).toStdString(); });
+}
+
+QString thousandsDoubt()
+{
+    return QStringLiteral("a comma may set thousands apart, and the last field is empty: the line "
+                          "may lack one of its numbers");
+}
+
+} // namespace
+
 PositionParser::Result PositionParser::Reading::readFields(const SplitLine &line,
                                                            const FieldOrder &order)
 {
@@ -124,7 +141,7 @@ PositionParser::Result PositionParser::Reading::readFields(const SplitLine &line
         SplitLine shorter = line;
         shorter.fields.removeLast();
         shorter.isQuoted.removeLast();
-        return readFields(shorter, order);
+        return mayLackOneOf(shorter, order) ? bad(thousandsDoubt()) : readFields(shorter, order);
     }
     if (count != order.fields) {
         return bad(QStringLiteral("%1 found; line %2 has %3")
@@ -139,6 +156,8 @@ PositionParser::Result PositionParser::Reading::readFields(const SplitLine &line
                        .arg(quoted(line.fields.last()))
                        .arg(m_orderLine));
     }
+    if (order.endsEmpty && mayLackOneOf(line, order))
+        return bad(thousandsDoubt());
 
     Components components{};
     QString mistake = m_components.read(line, order, components);
@@ -189,7 +208,7 @@ void PositionParser::Reading::keepTexts(const SplitLine &line, const FieldOrder 
 }
 
 /// Reads what nearly every line is; false, with nothing changed, for a line that needs more care.
-bool PositionParser::Reading::readPlain(std::string_view line)
+bool PositionParser::Reading::readPlain(std::string_view line, qint64 lineNumber)
 {
     if (line.size() > maxLineBytes || !m_plain.read(line, *m_order))
         return false;
@@ -210,6 +229,9 @@ bool PositionParser::Reading::readPlain(std::string_view line)
     for (const int field : m_order->carried)
         m_carried.push_back(m_plain.field(field));
     m_position = rowOf(m_form.frame).position(components[0], components[1], components[2]);
+    m_lineNumber = lineNumber;
+    m_reasonLine = lineNumber;
+    m_reason.clear();
     return true;
 }
 

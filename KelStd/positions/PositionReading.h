@@ -23,7 +23,8 @@ public:
 
     Result parse(std::string_view line, qint64 lineNumber)
     {
-        return m_order && readPlain(line) ? Result::Position : parseWithCare(line, lineNumber);
+        return m_order && readPlain(line, lineNumber) ? Result::Position
+                                                      : parseWithCare(line, lineNumber);
     }
     Result parseWithCare(std::string_view bytes, qint64 lineNumber);
     bool finish();
@@ -69,7 +70,7 @@ private:
 
     void decide(const FieldOrder &order, qint64 line, const QByteArray &headerLine);
     Result readFields(const SplitLine &line, const FieldOrder &order);
-    bool readPlain(std::string_view line);
+    bool readPlain(std::string_view line, qint64 lineNumber);
     QString doubtOnName(const SplitLine &line, const FieldOrder &order) const;
     bool mayBePair(std::string_view name) const;
     void keepTexts(const SplitLine &line, const FieldOrder &order);

@@ -148,9 +148,14 @@ const HeadingUnit *unitBehind(const QVector<Word> &words, int subject, int &next
     bool isIn = isUnitsWord(words.at(subject).lower());
     for (int i = subject + 1; i < words.size() && i <= subject + maxFillers; ++i) {
         const QString word = words.at(i).lower();
-        if (isIn || (i == subject + 1 && words.at(i).isBehindBracket)) {
-            if (const HeadingUnit *unit = unitAt(words, i, next))
-                return isNameAt(words, next) ? nullptr : unit;
+        const bool isInBrackets = !isIn && i == subject + 1 && words.at(i).isBehindBracket;
+        if (isIn || isInBrackets) {
+            if (const HeadingUnit *unit = unitAt(words, i, next)) {
+                // "(cm accuracy)"
+                const bool goesOn =
+                    isInBrackets && next < words.size() && !words.at(next).isBehindSign;
+                return goesOn || isNameAt(words, next) ? nullptr : unit;
+            }
         }
         if (!isFiller(word))
             return nullptr;
@@ -165,6 +170,20 @@ QString joined(const QVector<Word> &words, int from, int to)
     for (int i = from; i < to; ++i)
         texts += words.at(i).text;
     return texts.join(QLatin1Char(' '));
+}
+
+/// Whether the subject is that of the list: what qualifies it begins the text or a clause, or is a
+/// word for units. The "accuracy of the heights" is another thing.
+bool isOfPositions(const QVector<Word> &words, int subject)
+{
+    for (int i = subject; i > 0 && !words.at(i).isBehindSign; --i) {
+        const QString before = words.at(i - 1).lower();
+        if (isUnitsWord(before))
+            return true;
+        if (!mayQualify(before))
+            return false;
+    }
+    return true;
 }
 
 QVector<SaidUnit> saidUnits(const QString &text)
@@ -187,9 +206,7 @@ QVector<SaidUnit> saidUnits(const QString &text)
         said += {Said::All, whole, joined(words, 0, next)};
     for (int i = 0; i < words.size(); ++i) {
         const auto subject = subjectOf(words.at(i).lower());
-        const bool isOurs =
-            i == 0 || words.at(i).isBehindSign || mayQualify(words.at(i - 1).lower());
-        if (!subject || !isOurs)
+        if (!subject || !isOfPositions(words, i))
             continue;
         const HeadingUnit *unit = unitBehind(words, i, next);
         if (unit == nullptr)
@@ -251,6 +268,7 @@ const HeadingUnit *unitOfField(const QString &field)
     static const QRegularExpression direction(QStringLiteral("\\s*\\b(N|S|E|W|north|east)\\z"),
                                               QRegularExpression::CaseInsensitiveOption);
     QString text = withoutBrackets(field);
+    text.replace(QLatin1String("U.S."), QLatin1String("US"));
     if (text.size() > 1)
         text.remove(direction); // "deg N"
     static const QStringList degreeSigns = {QStringLiteral("\u00B0"), QStringLiteral("\u00BA"),
@@ -289,6 +307,17 @@ QString mistakeAt(const QString &field, const InputForm &form, int component)
     return heading.unit == nullptr || isInputUnit(form, component, *heading.unit)
                ? QString()
                : unitMistake(form, component, heading);
+}
+
+/// A unit among other words: "feet, surveyed".
+const HeadingUnit *unitWithin(const QString &text)
+{
+    const QVector<Word> words = wordsOf(text);
+    const HeadingUnit *unit = nullptr;
+    int next = 0;
+    for (int i = 0; unit == nullptr && i < words.size(); ++i)
+        unit = unitAt(words, i, next);
+    return unit;
 }
 
 } // namespace
@@ -373,7 +402,10 @@ QString saidUnitMistake(const QString &text, const FieldOrder &order, const Inpu
 QString unitFieldMistake(const SplitLine &line, const FieldOrder &order, const InputForm &form)
 {
     for (const int field : order.units) {
-        const HeadingUnit *unit = unitOfField(line.fields.at(field));
+        const QString &text = line.fields.at(field);
+        const HeadingUnit *unit = unitOfField(text);
+        if (unit == nullptr)
+            unit = unitWithin(text);
         if (unit == nullptr)
             continue;
         for (int i = 0; i < componentsPerFrame; ++i) {

@@ -286,6 +286,8 @@ TEST(HeadingUnits, OfALineOfTheirOwnAreThoseOfItsColumns)
         {llh, "", "lat lon h\n(deg) (deg) (US survey feet)\n58 6 40\n",
          "2: \"(US survey feet)\" is in us-ft, but height is read in m"},
         {llh, "", "lat,lon,h\ndeg,deg,ft\n58,6,40\n", "2: \"ft\" is in ft"},
+        {llh, "", "lat,lon,h\n[deg],[deg],[U.S. ft]\n58,6,40\n", "2: \"[U.S. ft]\" is in us-ft"},
+        {llh, "", "lat,lon,h\ndeg,deg,feet (US)\n58,6,40\n", "2: \"feet (US)\" is in us-ft"},
         {llh, "", "name;lat;lon;h\n;deg;deg;ft\nA;58;6;40\n", "2: \"ft\" is in ft"},
         {llh, "", "# [deg],[deg],[ft]\nlat,lon,h\n58,6,40\n", "1: \"[ft]\" is in ft"},
         {llh, "", "# units: deg deg ft\n58 6 40\n", "1: \"ft\" is in ft"},
@@ -356,6 +358,12 @@ TEST(HeadingUnits, InTitlesAndRemarksAreNotPassedOver)
         {llh, "Longitude and latitude in degrees, heights in metres", ""},
         {llh, "Units: degrees and metres", ""},
         {llh, "antenna heights in mm", ""},
+        {llh, "accuracy of heights in mm", ""},
+        {llh, "standard deviation of the height in mm", ""},
+        {neh, "Precision of coordinates in cm", ""},
+        {neh, "Coordinates (cm accuracy)", ""},
+        {neh, "Coordinates (cm), as delivered", "but northing is read in m"},
+        {neh, "The units of the coordinates: feet", "but northing is read in m"},
         {llh, "the height of the wall is three feet", ""},
         {llh, "set up on foot, at two chains from the gate", ""},
         {llh, "the unit of Mr Grad", ""},
@@ -437,6 +445,10 @@ TEST(HeadingUnits, AColumnOfUnitsIsHeldAgainstTheOneThatIsRead)
          "5,52,40,ft\n",
          "5,52,40,m\n"},
         {Frame::Wgs84Cartesian, "", "x,y,z,unit\n", "5,52,40,m\n", "5,52,40,km\n"},
+        {llh, "", "lon,lat,h,unit\n", "5,52,40,meters\n", "5,52,40,U.S. ft\n"},
+        {llh, "", "lon,lat,h,unit\n", "5,52,40,(m)\n", "5,52,40,feet(US)\n"},
+        {llh, "", "lon,lat,h,unit\n", "5,52,40,metre above datum\n", "5,52,40,int. feet\n"},
+        {llh, "", "lon,lat,h,height unit\n", "5,52,40,each\n", "5,52,40,feet as surveyed\n"},
     };
     for (const Row &row : rows) {
         SCOPED_TRACE(testing::Message() << row.headings << row.columns);

@@ -173,6 +173,12 @@ TEST(LoneHemispheres, BesideAnglesAreRefused)
         {"", "4,2,5", "S;33.9;E;151.2;40\n", ";33.9;;151.2;40\n"},
         {"NS lat EW lon h\n", "", "S 33.9 E 151.2 40\n", "? 33.9 ? 151.2 40\n"},
         {"lat NS lon EW h\n", "", "33.9 S 151.2 E 40\n", "33.9 ? 151.2 ? 40\n"},
+        {"lat,lon,h,NS,EW\n", "", "33.9,151.2,40,S,E\n", "33.9,151.2,40,S,\n"},
+        {"lat;lon;h;lat_ref;lon_ref\n", "", "33.9;151.2;40;South;East\n",
+         "33.9;151.2;40;South;Eastern wall\n"},
+        {"lat,lon,h,NS,EW\n", "2,1,3", "33.9,151.2,40,S,E\n", "33.9,151.2,40,,E\n"},
+        {"lat,NS,lon,EW,h\n", "", "33.9,(S),151.2,E.,40\n", "33.9,(1),151.2,.,40\n"},
+        {"lat,NS,lon,EW,h\n", "", "33.9,Sued,151.2,Ost,40\n", "33.9,Suede,151.2,Osten 1,40\n"},
     };
     for (const Row &row : rows) {
         SCOPED_TRACE(testing::Message() << row.headings << row.columns << ' ' << row.line);
@@ -199,6 +205,7 @@ TEST(LoneHemispheres, AreLettersBehindAnglesOnly)
         {llh, "name,lat,lon,h\nN,52.5,5.25,40\n", Pos::fromLongLatH(5.25, 52.5, 40)},
         {llh, "code,lat,lon,h\nE,52.5,5.25,40\n", Pos::fromLongLatH(5.25, 52.5, 40)},
         {neh, "n;code;e;h\n463000;S;155000;40\n", Pos::fromENU(155000, 463000, 40)},
+        {neh, "n;e;h;a;b\n463000;155000;40;N;E\n", Pos::fromENU(155000, 463000, 40)},
         {xyz, "x;y;code;z\n3899209;396765;W;5015080\n", Pos::fromXYZ(3899209, 396765, 5015080)},
     };
     for (const Plain &row : rows) {
@@ -289,6 +296,24 @@ TEST(TrailingSeparators, EndLinesOfOneReading)
     }
     EXPECT_TRUE(parsed(parserFor(llh), "lat;lon;h\n51;5.25;52.5;\n").positions.empty());
     EXPECT_TRUE(parsed(parserFor(llh), "# lat;lon;h\n51;5.25;52.5;\n").positions.empty());
+    // Behind the height stands another column, which may be empty: one comma too many.
+    for (const char *columns : {"", "2,3,4", "name,n,e,h"}) {
+        for (const char *line : {"P1,1,463.5,155.2,40,\n", "P1,1463.5,155.2,40,,\n"}) {
+            SCOPED_TRACE(testing::Message() << columns << ' ' << line);
+            const QByteArray headings = "name,n,e,h,note\n";
+            EXPECT_TRUE(parsed(parserFor(neh, columns), headings + line).positions.empty());
+            const ParsedInput later =
+                parsed(parserFor(neh, columns), headings + "P0,1463.5,155.2,40,x\n" + line);
+            EXPECT_EQ(later.positions.size(), 1U);
+            EXPECT_EQ(later.failures.size(), 1U);
+        }
+    }
+    // The comma of thousands in the place of the height's.
+    EXPECT_TRUE(parsed(parserFor(neh), "name,n,e,h\nP1,463,000.5,155000.2,\n").positions.empty());
+    EXPECT_EQ(parsed(parserFor(neh), "P1,1463.5,155.2,40,\nP1,1,463.5,155.2,\n").positions.size(),
+              1U);
+    EXPECT_EQ(parsed(parserFor(neh), "P1,1463.5,155.2,40,\nP2,1464.5,155.2,41,\n").positions.size(),
+              2U);
     for (const char *later : {"A;5.25;52.5;40;x\n", "A;5.25;52.5;40;;\n", "A;5.25;52.5;\n"}) {
         const ParsedInput all =
             parsed(parserFor(llh), QByteArray("name;lon;lat;h\nA;5.25;52.5;40;\n") + later);

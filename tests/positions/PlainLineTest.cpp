@@ -353,9 +353,8 @@ TEST_P(PlainLines, AreReadAsWithCare)
             const Result result = quick.parse(line, i + 2);
             ASSERT_EQ(result, careful.parseWithCare(line, i + 2)) << shown(line);
             ++results[result];
-            if (result == Result::BadLine) {
-                ASSERT_EQ(quick.reason(), careful.reason()) << shown(line);
-            }
+            ASSERT_EQ(quick.reason(), careful.reason()) << shown(line);
+            ASSERT_EQ(quick.reasonLine(), careful.reasonLine()) << shown(line);
             if (result != Result::Position)
                 continue;
             carefulPositions += !isPlain;
