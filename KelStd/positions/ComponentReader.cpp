@@ -6,9 +6,26 @@
 #include <KelStd/text/CoordStringHelper.h>
 #include <KelStd/text/TypedAngle.h>
 
+#include <algorithm>
 #include <cmath>
+#include <string_view>
 
 namespace KelStd::positions {
+
+namespace {
+
+/// Whether whole degrees stand before a column that is not read: with care it is asked what is in
+/// it.
+bool mayHaveMinutes(const PlainLine &line, const FieldOrder &order, int field)
+{
+    const auto &components = order.components;
+    const int next = field + 1;
+    return next < order.fields && next != order.name
+           && line.field(field).find('.') == std::string_view::npos
+           && std::find(components.begin(), components.end(), next) == components.end();
+}
+
+} // namespace
 
 ComponentReader::ComponentReader(const InputForm &form)
     : m_form(form),
@@ -25,7 +42,8 @@ bool ComponentReader::readPlain(const PlainLine &line, const FieldOrder &order,
         value = line.component(i);
         if (!isAngle(column))
             value *= m_metresPerUnit;
-        else if (hasDoubtfulZeros(line.field(order.components[index])))
+        else if (hasDoubtfulZeros(line.field(order.components[index]))
+                 || mayHaveMinutes(line, order, order.components[index]))
             return false;
         if (!(std::abs(value) <= column.limit))
             return false;
@@ -63,6 +81,8 @@ QString ComponentReader::doubtOf(const SplitLine &line, const FieldOrder &order)
         doubt = latitudeFirst(line, order, m_form);
     if (doubt.isEmpty())
         doubt = loneHemisphere(line, order, m_form.frame);
+    if (doubt.isEmpty())
+        doubt = unreadMinutes(line, order, m_form.frame);
     if (doubt.isEmpty())
         doubt = unitFieldMistake(line, order, m_form);
     return doubt;

@@ -28,6 +28,7 @@ constexpr HeadingUnit unitRows[] = {
      u"int_foot ft_int feet_int foot_int feet_intl foot_intl",
      "ft", Unit_Foot, length},
     {u"us_ft us_feet us_foot us_survey_ft us_survey_feet us_survey_foot us_sft usft ussft ftus "
+     u"usfeet "
      u"ft_us feet_us foot_us sft survey_ft survey_feet survey_foot",
      "us-ft", Unit_USFoot, length},
     {u"mm millimeter millimeters millimetre millimetres", "mm", Unit_None, length},

@@ -150,8 +150,10 @@ struct Hemisphere
 /// Of "N", "south", "(S)", "Ost." and their like.
 Hemisphere hemisphereOf(const QString &field)
 {
-    static const QRegularExpression frame(QStringLiteral("\\A[(\\[]?\\s*(\\w+)\\s*[.)\\]]*\\z"),
-                                          QRegularExpression::UseUnicodePropertiesOption);
+    static const QRegularExpression frame(
+        QStringLiteral("\\A[(\\[]?\\s*(?:deg\\s+|[\u00B0\u00BA\u02DA]\\s*)?"
+                       "(\\w+)\\s*[.)\\]]*\\z"),
+        QRegularExpression::UseUnicodePropertiesOption);
     static const QStringList northOrSouth = {
         QStringLiteral("n"),     QStringLiteral("s"),     QStringLiteral("north"),
         QStringLiteral("nord"),  QStringLiteral("noord"), QStringLiteral("norte"),
@@ -214,6 +216,28 @@ QString loneHemisphere(const SplitLine &line, const FieldOrder &order, Frame fra
     return northOrSouth >= 0 && eastOrWest >= 0
                ? refused(northOrSouth, QStringLiteral("and ") + quoted(line.fields.at(eastOrWest)))
                : QString();
+}
+
+QString unreadMinutes(const SplitLine &line, const FieldOrder &order, Frame frame)
+{
+    static const QRegularExpression wholeDegrees(QStringLiteral("\\A[-+]?[0-9]{1,3}\\z"));
+    static const QRegularExpression minutes(QStringLiteral("\\A[0-5]?[0-9]([.,][0-9]*)?\\z"));
+    const auto &components = order.components;
+    for (int i = 0; i < componentsPerFrame; ++i) {
+        const int field = components[static_cast<std::size_t>(i)];
+        const int next = field + 1;
+        if (!isAngle(frame, i) || next >= line.fields.size() || next == order.name
+            || std::find(components.begin(), components.end(), next) != components.end())
+            continue;
+        if (wholeDegrees.match(line.fields.at(field)).hasMatch()
+            && minutes.match(line.fields.at(next)).hasMatch()) {
+            return QStringLiteral("%1 behind %2 may be minutes, which are not read in a column of "
+                                  "their own; write each angle in one field, or degrees with "
+                                  "decimals")
+                .arg(quoted(line.fields.at(next)), quoted(line.fields.at(field)));
+        }
+    }
+    return {};
 }
 
 QString tornAngle(const SplitLine &line, const FieldOrder &order, Frame frame)

@@ -30,6 +30,10 @@ KELSTD_EXPORT QString tornAngle(const SplitLine &line, const FieldOrder &order, 
 /// each direction elsewhere. Without them the point lies elsewhere. Empty when there is none.
 QString loneHemisphere(const SplitLine &line, const FieldOrder &order, Frame frame);
 
+/// Why the line is refused that has a number below 60 in a column that is not read, behind an angle
+/// of whole degrees: they may be its minutes. Empty when there is none.
+QString unreadMinutes(const SplitLine &line, const FieldOrder &order, Frame frame);
+
 /// What may be wrong with a line of too many fields, to be put behind a message about it: blanks
 /// inside its angles. Empty when there are no pieces of angles.
 QString hintOnPieces(const SplitLine &line);

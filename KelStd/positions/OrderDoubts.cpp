@@ -1,6 +1,7 @@
 #include <KelStd/positions/OrderDoubts.h>
 
 #include <KelStd/positions/ReadComponents.h>
+#include <KelStd/text/TypedAngle.h>
 #include <KelStd/text/TypedNumber.h>
 
 #include <QtCore/QRegularExpression>
@@ -59,12 +60,19 @@ QString whatToAdd(const InputForm &form)
     return QStringLiteral("; say it with %1").arg(waysToSayOrder(form));
 }
 
-/// "101,465682.96,183928.88": a whole number before two others with decimals.
+/// "101,465682.96,183928.88": a whole number before two others with decimals; also "E12" and
+/// "10:00:00" before two longitudes or latitudes.
 QString missingHeight(const QStringList &fields, const InputForm &form)
 {
     const Frame frame = form.frame;
+    static const QRegularExpression nameOrTime(
+        QStringLiteral("\\A([NSEW][0-9]+|[0-9]+[NSEW]|[0-9]{1,2}(:[0-9]{2}){1,2})\\z"),
+        QRegularExpression::CaseInsensitiveOption);
+    const bool isNumber = isWhole(fields.at(0));
+    const bool mayBeName =
+        frame != Frame::LocalProjected && nameOrTime.match(fields.at(0)).hasMatch();
     const bool looksNumbered =
-        isWhole(fields.at(0)) && hasDecimals(fields.at(1)) && hasDecimals(fields.at(2));
+        (isNumber || mayBeName) && hasDecimals(fields.at(1)) && hasDecimals(fields.at(2));
     if (!looksNumbered || frame == Frame::Wgs84Cartesian)
         return {};
     const bool isGeographic = frame != Frame::LocalProjected;
@@ -74,11 +82,13 @@ QString missingHeight(const QStringList &fields, const InputForm &form)
              && std::abs(numberOf(fields.at(2))) <= fullCircle))
         return {};
     return QStringLiteral("%1 may be a point's number before %2 without a height, or the %3%4, or "
-                          "with decimals: %1.0")
+                          "%5")
         .arg(fields.at(0),
              isGeographic ? QStringLiteral("longitude and latitude")
                           : QStringLiteral("northing and easting"),
-             QLatin1String(columnOf(frame, 0).label), whatToAdd(form));
+             QLatin1String(columnOf(frame, 0).label), whatToAdd(form),
+             isNumber ? QStringLiteral("with decimals: %1.0").arg(fields.at(0))
+                      : QStringLiteral("write the angle with its signs"));
 }
 
 /// "5 30 52 10" and "5,52,5,10": pairs of numbers that may be one each.
@@ -117,6 +127,20 @@ QString heightDoubt(const QString &field, const InputForm &form)
                .arg(field)
                .arg(maxPlaneHeight)
            + whatToAdd(form);
+}
+
+bool mayBeAngle(const QString &name)
+{
+    static const QRegularExpression withLetter(
+        QStringLiteral("\\A([NSEW]\\s*[0-9]+[.,][0-9]+|[0-9]+[.,][0-9]+\\s*[NSEW])\\z"),
+        QRegularExpression::CaseInsensitiveOption);
+    QString reason;
+    const auto isTyped = [&](AngleSense sense) {
+        return readTypedAngle(name, sense, DecimalMark::Point, reason).has_value();
+    };
+    return withLetter.match(name).hasMatch()
+           || (hasAngleSigns(name)
+               && (isTyped(AngleSense::Longitude) || isTyped(AngleSense::Latitude)));
 }
 
 QString nameDoubt(const QString &name, const InputForm &form)
@@ -177,7 +201,7 @@ QString orderDoubt(const SplitLine &line, const FieldOrder &order, const InputFo
     const QString doubt = pairs(fields, byCommas, form);
     if (!doubt.isEmpty())
         return doubt;
-    if (isOtherNumber(fields.at(0)))
+    if (isOtherNumber(fields.at(0)) || (!areLengths && mayBeAngle(fields.at(0))))
         return nameDoubt(fields.at(0), form);
     return {};
 }

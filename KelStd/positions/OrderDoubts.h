@@ -91,6 +91,16 @@ QString nameDoubt(const QString &name, const InputForm &form);
 /// Why that height is none, and what to add.
 QString heightDoubt(const QString &field, const InputForm &form);
 
+/// Whether the text of a name is an angle with its signs, or with decimals and a letter: "5:15:30",
+/// "W5.25". Names such as E12 are none.
+bool mayBeAngle(const QString &name);
+
+/// The same, for sure not: seen in the text alone, so that the short way may ask.
+inline bool isNoAngle(std::string_view name)
+{
+    return name.find_first_of(".,:'") == std::string_view::npos;
+}
+
 /// Of a line that would decide the order for all others: empty, or what else it may mean and what
 /// to add. The later lines have as many fields as it, so that the doubt does not come back.
 QString orderDoubt(const SplitLine &line, const FieldOrder &order, const InputForm &form);

@@ -79,7 +79,13 @@ QString hintOnColumns(const SplitLine &line, const InputForm &form)
         if (!std::all_of(three.cbegin(), three.cend(), isValue)
             || std::count_if(three.cbegin(), three.cend(), isOtherNumber) < 2)
             continue;
-        QString columns = i > 0 ? QStringLiteral("1,") : QString();
+        // A whole number in front of three others is a point's.
+        const QStringList next = fields.mid(i + 1, componentsPerFrame);
+        if (isWhole(three.first().toStdString()) && next.size() == componentsPerFrame
+            && std::all_of(next.cbegin(), next.cend(), isValue)
+            && std::count_if(next.cbegin(), next.cend(), isOtherNumber) > 1)
+            continue;
+        QString columns = i > 0 ? QStringLiteral("%1,").arg(i) : QString();
         columns += QStringLiteral("%1,%2,%3").arg(i + 1).arg(i + 2).arg(i + 3);
         return QStringLiteral("; where %1, %2 and %3 are these, %4 %5 picks them")
             .arg(three.at(0), three.at(1), three.at(2), form.words.columns, columns);

@@ -180,6 +180,8 @@ QString PositionParser::Reading::doubtOnName(const SplitLine &line, const FieldO
         line.separator == QLatin1Char(',') ? field : withDecimalPoint(field, DecimalMark::Comma);
     if (mayBeDecimalNumber(name.toStdString()) && isOtherNumber(name))
         return nameDoubt(name, m_form);
+    if (isAngle(columnOf(m_form.frame, 0)) && mayBeAngle(name))
+        return nameDoubt(field, m_form);
     return mayBePair(field.toStdString()) ? laterPairsDoubt(line, m_form) : QString();
 }
 
@@ -218,7 +220,7 @@ bool PositionParser::Reading::readPlain(std::string_view line, qint64 lineNumber
     m_name = m_order->name >= 0 ? m_plain.field(m_order->name) : std::string_view();
     // Of two pairs the second one begins in a whole number, too.
     if (m_order->isPlain
-        && (mayBeDecimalNumber(m_name)
+        && (mayBeDecimalNumber(m_name) || (m_order->name >= 0 && !isNoAngle(m_name))
             || (mayBePair(m_name) && isWhole(m_plain.field(m_order->components[1])))))
         return false;
     for (const int field : m_order->units) {

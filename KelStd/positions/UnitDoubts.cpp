@@ -79,7 +79,9 @@ std::optional<Said> subjectOf(const QString &word)
 {
     if (isAmong(word, "unit units coordinate coordinates position positions values"))
         return Said::All;
-    if (isAmong(word, "length lengths northing northings easting eastings"))
+    if (isAmong(word,
+                "length lengths northing northings easting eastings distance distances dimension "
+                "dimensions"))
         return Said::Lengths;
     if (isAmong(word, "angle angles latitude latitudes longitude longitudes lat lon"))
         return Said::Angles;
@@ -99,7 +101,7 @@ bool mayQualify(const QString &word)
     return subjectOf(word)
            || isAmong(word, "all the and or of linear angular length height horizontal vertical "
                             "ellipsoidal orthometric geoid geodetic geographic cartesian projected "
-                            "plane grid local wgs84 map file point survey x y z n e h");
+                            "plane grid local wgs84 map file point survey project job x y z n e h");
 }
 
 /// Words that may stand between a subject and its unit.
@@ -265,8 +267,9 @@ QString withoutBrackets(const QString &field)
 
 const HeadingUnit *unitOfField(const QString &field)
 {
-    static const QRegularExpression direction(QStringLiteral("\\s*\\b(N|S|E|W|north|east)\\z"),
-                                              QRegularExpression::CaseInsensitiveOption);
+    static const QRegularExpression direction(
+        QStringLiteral("\\s*\\b(N|S|E|W|north|south|east|west)\\z"),
+        QRegularExpression::CaseInsensitiveOption);
     QString text = withoutBrackets(field);
     text.replace(QLatin1String("U.S."), QLatin1String("US"));
     if (text.size() > 1)
@@ -304,6 +307,16 @@ QString mistakeAt(const QString &field, const InputForm &form, int component)
     Heading heading;
     heading.text = field;
     heading.unit = unitOfField(field);
+    static const QRegularExpression otherWay(
+        QStringLiteral("(\\b|\u00B0|\u00BA|\u02DA)(S|W|south|west)\\z"),
+        QRegularExpression::CaseInsensitiveOption);
+    const QString text = withoutBrackets(field);
+    if (heading.unit != nullptr && isAngle(columnOf(form.frame, component)) && text.size() > 1
+        && otherWay.match(text).hasMatch()) {
+        return QStringLiteral("%1 counts southwards or westwards; %2 is read northwards or "
+                              "eastwards, with a minus otherwise")
+            .arg(quoted(field), QLatin1String(columnOf(form.frame, component).label));
+    }
     return heading.unit == nullptr || isInputUnit(form, component, *heading.unit)
                ? QString()
                : unitMistake(form, component, heading);

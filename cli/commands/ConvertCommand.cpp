@@ -117,6 +117,10 @@ std::optional<ConvertOptions> optionsOf(const CommandLine &line, PositionInput &
         return std::nullopt;
     options.threads = *threads;
     options.rejects = line.value(QStringLiteral("rejects"));
+    if (options.rejects.isEmpty() && line.isSet(QStringLiteral("rejects"))) {
+        mistake = QStringLiteral("--rejects has no file's name");
+        return std::nullopt;
+    }
     return input.takeOptions(line, mistake) ? std::optional(options) : std::nullopt;
 }
 

@@ -178,6 +178,8 @@ TEST(LoneHemispheres, BesideAnglesAreRefused)
          "33.9;151.2;40;South;Eastern wall\n"},
         {"lat,lon,h,NS,EW\n", "2,1,3", "33.9,151.2,40,S,E\n", "33.9,151.2,40,,E\n"},
         {"lat,NS,lon,EW,h\n", "", "33.9,(S),151.2,E.,40\n", "33.9,(1),151.2,.,40\n"},
+        {"lat,ns,lon,ew,h\n", "", "33.9,\xC2\xB0S,151.2,deg E,40\n",
+         "33.9,\xC2\xB0,151.2,deg,40\n"},
         {"lat,NS,lon,EW,h\n", "", "33.9,Sued,151.2,Ost,40\n", "33.9,Suede,151.2,Osten 1,40\n"},
     };
     for (const Row &row : rows) {
@@ -215,6 +217,52 @@ TEST(LoneHemispheres, AreLettersBehindAnglesOnly)
         EXPECT_TRUE(all.failures.empty()) << all.failures.front();
         EXPECT_EQ(all.positions, (std::vector<Pos>{row.position}));
     }
+}
+
+/// What has signs of an angle, or of a time, may be a point's name or the first component.
+TEST(OrderDoubts, AnglesAndNamesThatLookAlikeAreRefused)
+{
+    for (const char *line :
+         {"W5.25,52.5,40,7\n", "5.25W,52.5,40,7\n", "5:15:30,52:30:10,40,1\n",
+          "12:30 5.5 52.5 40\n", "E12,5.25,52.5\n", "12w;5,25;52,5\n", "10:00:00,5.25,52.5\n"}) {
+        SCOPED_TRACE(line);
+        EXPECT_TRUE(parsed(parserFor(llh), line).positions.empty());
+        const QByteArray first = QByteArray(line).contains(';')   ? "A;5,5;52,5;40\n"
+                                 : QByteArray(line).contains(' ') ? "A 5.5 52.5 40\n"
+                                                                  : "A,5.5,52.5,40\n";
+        const ParsedInput later = parsed(parserFor(llh), first + line);
+        EXPECT_EQ(later.positions.size(), 1U);
+        EXPECT_EQ(later.failures.size(), 1U);
+    }
+    // Names that begin or end as such letters.
+    for (const char *line : {"E12,5.25,52.5,40\n", "S.1,5.25,52.5,40\n", "3W,5.25,52.5,40\n",
+                             "P1.5,5.25,52.5,40\n", "Well:2,5.25,52.5,40\n"}) {
+        SCOPED_TRACE(line);
+        EXPECT_EQ(parsed(parserFor(llh), line).positions.size(), 1U);
+        EXPECT_EQ(parsed(parserFor(llh), QByteArray("A,5.5,52.5,40\n") + line).positions.size(),
+                  2U);
+    }
+}
+
+/// Merged headings of spreadsheets: degrees below one of them, minutes and seconds below none.
+TEST(OrderDoubts, MinutesInColumnsThatAreNotReadAreRefused)
+{
+    const char *const rows[][3] = {
+        {"", "lat,,lon,,h\n", "52,30,5,15,40\n"},
+        {"", "id;lat;;;lon;;;h\n", "1;52;30;15,5;5;15;0;40\n"},
+        {"", "lat,Column2,lon,Column4,h\n", "-33,30,18,24.5,40\n"},
+        {"4,1,7", "", "52,30,15,5,15,0,40\n"},
+    };
+    for (const auto &row : rows) {
+        SCOPED_TRACE(testing::Message() << row[1] << row[2]);
+        EXPECT_TRUE(parsed(parserFor(llh, row[0]), QByteArray(row[1]) + row[2]).positions.empty());
+    }
+    const ParsedInput later =
+        parsed(parserFor(llh), "lat,,lon,,h\n52.5,30,5.25,15,40\n52,30,5,15,40\n52,x,5,-1,40\n");
+    EXPECT_EQ(later.positions.size(), 2U);
+    EXPECT_EQ(later.failures.size(), 1U);
+    EXPECT_TRUE(parsed(parserFor(llh), "lat,,lon,,h\n(deg),(min),(deg),(min),(m)\n52,30,5,15,40\n")
+                    .positions.empty());
 }
 
 /// A line that settles what the first field is settles it for all: a longitude of 6 among 5.75 and
