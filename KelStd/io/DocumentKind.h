@@ -18,7 +18,8 @@ enum class DocumentKind
 
 /// Looks at a regular file. A document that is not well-formed may have a kind all the same, when
 /// its root comes before the fault; `failure` then says what is the matter, as
-/// `Coord_IO::xml_read` does, and becomes none for one that is well-formed.
+/// `Coord_IO::xml_read` does, and becomes none for one that is well-formed. May be called on any
+/// thread.
 KELSTD_EXPORT DocumentKind documentKind(const QString &fileName, DocumentFailure &failure);
 
 } // namespace KelStd::io

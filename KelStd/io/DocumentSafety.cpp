@@ -1,12 +1,8 @@
 // What a text is looked at for before Qt's DOM parser gets it.
 //
-// `QXmlStreamReader` finds most of this by itself, and a tree that is built from it costs no more
-// (1.0 of what bare parsing costs; this look and the parser 1.05). It is not used because it reads
-// other documents than the parser: it refuses the control characters that our writer writes,
-// documents of XML 1.1, encodings that it does not know and attributes without a blank between
-// them, and makes blanks of the ends of lines and tabs in attributes. The rows of
-// tests/io/XmlTableTest.cpp say where they differ. As a guard alone, before the parser, it costs
-// 1.4.
+// `QXmlStreamReader` is not asked instead, because it refuses documents that this look and the
+// parser accept: with control characters, as our writer writes them, of XML 1.1, and in other
+// encodings. Where they differ the rows of tests/io/XmlTableTest.cpp say.
 
 #include <KelStd/io/XmlDocument.h>
 

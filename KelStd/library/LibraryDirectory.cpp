@@ -2,6 +2,7 @@
 
 #include <KelStd/files/FileLock.h>
 #include <KelStd/files/WorkshopMark.h>
+#include <KelStd/library/LockName.h>
 #include <KelStd/library/StandardLibrary.h>
 #include <KelStd/platform/AppConfig.h>
 #include <KelStd/platform/Toolkits.h>
@@ -90,6 +91,21 @@ void removeLeftovers(const LibraryDirectory &library)
     FileLock lock(layingOutLock(home));
     lock.take(0);
     removeLeftWorkshops(home, lock);
+}
+
+/// Removes the lock of a killed program from a directory that holds nothing else. One that somebody
+/// holds stays, and so does what has its name and is no lock.
+void removeLeftLock(const QDir &directory)
+{
+    constexpr QDir::Filters everything =
+        QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden | QDir::System;
+    const QFileInfoList entries = directory.entryInfoList(everything);
+    if (entries.size() != 1 || entries.first().fileName() != library::lockName()
+        || entries.first().isSymLink() || !entries.first().isFile())
+        return;
+    FileLock lock(entries.first().absoluteFilePath());
+    lock.take(0);
+    lock.release(); // which removes the file
 }
 
 /// Makes the library beside its place and moves it there in one step: who finds a library finds a
@@ -203,7 +219,12 @@ LibraryFailure library::prepare(const LibraryDirectory &library, const LibraryDi
     }
     if (const auto failure = listingFailure(library.path()))
         return failure;
-    if (QFileInfo::exists(library.path()) && (!library.exists() || !QDir(library.path()).isEmpty()))
+    removeLeftLock(QDir(library.path()));
+    if (QFileInfo::exists(library.path())
+        && (!library.exists()
+            || !QDir(library.path())
+                    .isEmpty(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden
+                             | QDir::System)))
         return noLibrary(QObject::tr("%1 holds no library").arg(library.path()));
     if (!delivered.holdsLibrary()) {
         return noLibrary(QObject::tr("there is no library in %1, and none is delivered in %2")

@@ -1,18 +1,14 @@
 #include <KelStd/library/LibraryLock.h>
 
+#include <KelStd/library/LockName.h>
+
 #include <QtCore/QDir>
 #include <QtCore/QObject>
 
 namespace KelStd {
 
-namespace {
-
-const QString lockName = QStringLiteral(".changing.lock");
-
-} // namespace
-
 LibraryLock::LibraryLock(const LibraryDirectory &library)
-    : m_fileName(QDir(library.path()).filePath(lockName)), m_lock(m_fileName)
+    : m_fileName(QDir(library.path()).filePath(library::lockName())), m_lock(m_fileName)
 {}
 
 LibraryFailure LibraryLock::acquire(int patience)

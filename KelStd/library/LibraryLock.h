@@ -18,7 +18,8 @@ namespace KelStd {
 ///     library::loadPlaces(directory, {LibraryPlace::Custom, LibraryPlace::Standard});
 ///     // look, and change; then let the lock go
 ///
-/// The registry itself takes no lock.
+/// The registry itself takes no lock. One object belongs to one thread at a time; two objects lock
+/// each other out, also in one process.
 class KELSTD_EXPORT LibraryLock
 {
 public:

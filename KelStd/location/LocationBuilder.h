@@ -85,7 +85,7 @@ public:
     /// one that lies more than 20 km below the WGS84 ellipsoid, such as X = Y = Z = 0, where
     /// longitude and latitude lose their meaning; one more than 50,000 km above it, beyond every
     /// satellite of navigation, such as X, Y, Z in centimetres; and one whose northing or easting
-    /// is beyond 100,000,000 m, more than twice around the Earth.
+    /// is beyond 130,000,000 m, past the last zone whose number stands before its eastings.
     ///
     /// What is made is the same, bit for bit. It costs about a fifth more, all of it PROJ's
     /// arithmetic.
@@ -112,7 +112,9 @@ public:
     /// not have it, or it has nothing for the point.
     bool geoidSeparation(Height given, const Pos &position, double &diff, QString *error = nullptr);
 
-    /// The same for `count` positions; where it fails, `diffs` is left untouched.
+    /// The same for `count` positions; where it fails, the element of `diffs` is left untouched. Of
+    /// an outcome `isMade` says whether the separation is known, and `projectedHeight` is always
+    /// `Height::Ellipsoidal` and means nothing.
     /// \return how many are known.
     std::size_t geoidSeparations(Height given, const Pos *positions, std::size_t count,
                                  double *diffs, Outcome *outcomes = nullptr);

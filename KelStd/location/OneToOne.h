@@ -34,10 +34,11 @@ inline bool isPosition(const stLongLatH &wgs84)
     return wgs84.height >= -maxDepth && wgs84.height <= maxHeight;
 }
 
-/// How far from its origin [m] a plane has places: more than twice around the Earth (40,075 km),
-/// and beyond the eastings with the number of their zone before them, which end at 60,900 km. A
-/// pole that a projection has at infinity gets a number, too, and the way back from it leads there.
-inline constexpr double maxPlane = 100'000'000.0;
+/// How far from its origin, in units of the plane (metres, unless a parameter says otherwise),
+/// there are places: beyond the eastings with the number of their zone before them. There are 120
+/// zones of three degrees; zone 64 (EPSG 2581) has its meridian at 64,500,000 m. A pole that a
+/// projection has at infinity gets a number, too, and the way back from it leads there.
+inline constexpr double maxPlane = 130'000'000.0;
 
 inline bool isInPlane(const Pos &plane)
 {

@@ -9,16 +9,17 @@ namespace KelStd::location {
 namespace {
 
 /// PROJ parameters that the system's own records write. Of two equal keys PROJ takes the first, and
-/// the projection's parameters come first.
+/// the projection's parameters come first. Neither "to_meter" is here, since "units" is taken
+/// before it wherever it stands, nor "f", which comes after what each system has of an ellipsoid.
 struct TakenKey
 {
     const char *name;
-    const char *instead; ///< what of the system is overruled
+    const char *instead;       ///< what of the system is overruled
+    bool isOnlyOfName = false; ///< PROJ leaves it out where the axis and flattening are spelled
 };
 
 constexpr TakenKey takenKeys[] = {
     {"units", "the metre of all northings and eastings"},
-    {"to_meter", "the metre of all northings and eastings"},
     {"vunits", "the metre of all heights"},
     {"vto_meter", "the metre of all heights"},
     {"geoidgrids", "the geoid model: heights are those above this grid, whatever is said of them"},
@@ -30,9 +31,8 @@ constexpr TakenKey takenKeys[] = {
     {"datum", "the ellipsoid and the datum shift"},
     {"ellps", "the ellipsoid"},
     {"a", "the semi-major axis"},
-    {"b", "the flattening"},
+    {"b", "the flattening", true},
     {"rf", "the flattening"},
-    {"f", "the flattening"},
     {"R", "the ellipsoid"},
     {"pm", "the prime meridian of Greenwich"},
 };
@@ -45,10 +45,11 @@ QString lengthUnitName(EUnit unit)
 
 void noteTakenKeys(const Coord &coord, QStringList &notes)
 {
+    const bool hasName = !coord.ellipsoid.proj4EllpsName.trimmed().isEmpty();
     const auto &names = coord.projection.paramProj4;
     for (auto entry = names.constBegin(); entry != names.constEnd(); ++entry) {
         for (const TakenKey &taken : takenKeys) {
-            if (entry.value() == QLatin1String(taken.name)) {
+            if (entry.value() == QLatin1String(taken.name) && (hasName || !taken.isOnlyOfName)) {
                 notes += QStringLiteral("The parameter \"%1\" is PROJ's \"%2\": it comes first and "
                                         "wins over %3.")
                              .arg(entry.key(), entry.value(), QString::fromLatin1(taken.instead));

@@ -18,9 +18,10 @@ void restrictPermissions(const QString &directory, QFile::Permissions allowed);
 ProjInspection::AccessFault accessFaultOf(const QString &path);
 
 /// Why the PROJ library is not to be loaded from this home directory, with what to do about it:
-/// the file, its directory, the home, PROJ's resources and their database, or what a link among them
-/// leads to belongs to somebody else than the user or the system, or all others may write there. Empty when nothing speaks against
-/// it; what is missing does not. `libraryFile` may be empty: then only the home is looked at.
+/// the file, its directory, the home, PROJ's resources and their database, or what a link among
+/// them leads to belongs to somebody else than the user or the system, or all others may write
+/// there. Empty when nothing speaks against it; what is missing does not. `libraryFile` may be
+/// empty: then only the home is looked at.
 ///
 /// A group that may write is the user's own affair: many systems give each user a group.
 QString distrustOf(const QDir &home, const QString &libraryFile);

@@ -188,7 +188,7 @@ std::optional<QString> GeoidModels::find(const QString &name, GeoidModelFailure 
         const GeoidModelFailure bad = examine(path);
         if (!bad)
             return path;
-        found = refusedByProj(path, bad.text);
+        found = {bad.kind, refusedByProj(path, bad.text).text};
     } else if (const QList<File> candidates = files(name); candidates.isEmpty()) {
         found = {Kind::NotFound, QObject::tr("it is not in %1 or %2")
                                      .arg(directory(Folder::Home).absolutePath(),
@@ -215,7 +215,12 @@ GeoidModelFailure GeoidModels::examine(const QString &path)
             failure = grid.completeness();
         return failure ? GeoidModelFailure{Kind::BadGrid, failure.text} : GeoidModelFailure();
     }
-    if (QFileInfo(path).size() == 0)
+    const QFileInfo info(path);
+    if (!info.isFile()) {
+        return {Kind::NotFound,
+                info.exists() ? QObject::tr("it is no file") : QObject::tr("it is not there")};
+    }
+    if (info.size() == 0)
         return {Kind::BadGrid, QObject::tr("it is empty")};
     return {};
 }

@@ -30,6 +30,7 @@ using GeoidModelFailure = Failure<GeoidModelFailureKind>;
 /// in the home directory and in the program directory, which the platform's configuration names.
 ///
 /// Every question looks at the files anew. PROJ need not be ready, unless an operation says so.
+/// They look at the platform's configuration, which belongs to one thread: that of `ProjLib`.
 /// Failures have texts for people, translated in the context "QObject".
 class KELSTD_EXPORT GeoidModels
 {
@@ -65,12 +66,12 @@ public:
     static QList<File> files(const QString &name);
 
     /// The grid file of the model of that name, which PROJ is given: what the host's
-    /// `ResourceQuery` says, which may convert a GGF grid. Nothing, with the reason in `failure`
-    /// (when given), when there is none or it cannot be used.
+    /// `ResourceQuery` says, which may create the folder and write a GTX file beside a GGF grid.
+    /// Nothing, with the reason in `failure` (when given), when there is none or it cannot be used.
     static std::optional<QString> find(const QString &name, GeoidModelFailure *failure = nullptr);
 
     /// Why a file cannot be used as a grid, as far as that is seen without PROJ: of a GTX or GGF
-    /// file by its header, of any other one when it is empty.
+    /// file by its header, of any other one when it is not there or empty.
     static GeoidModelFailure examine(const QString &path);
 
     /// Where the GTX file of a GGF model's file stands, or is to.

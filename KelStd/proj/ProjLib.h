@@ -48,16 +48,17 @@ public:
     /// home directory (adding and overwriting, removing nothing). What is made is never for other
     /// users to write.
     ///
-    /// Where code could be another user's, nothing is loaded: the home directory, the private one
-    /// and the library file have to belong to the user or to root, and must not be writable for
-    /// all (on Unix). That, and a private directory that would have to be replaced and is a
-    /// symbolic link, are logged under "app_log" as `LogType_Error`, with what to do; other
-    /// failures are not logged. `initializationFailure` says of all of them what they were.
+    /// Where code could be another user's, nothing is loaded: the home directory, the private one,
+    /// the library file, the resource directory and its database, and what a link among them leads
+    /// to, have to belong to the user or to root, and must not be writable for all (on Unix). That,
+    /// and a private directory that would have to be replaced and is a symbolic link, are logged
+    /// under "app_log" as `LogType_Error`, with what to do; other failures are not logged.
+    /// `initializationFailure` says of all of them what they were.
     static bool ___InitializeEnviroment();
 
     /// Why the last `___InitializeEnviroment` failed; no failure before the first one, and after
     /// one that succeeded. The text names the directory, file or function that is at fault, and is
-    /// not logged here.
+    /// not logged here. To be asked on the thread of `ProjLib`.
     static InitializationFailure initializationFailure();
 
     /// Releases PROJ; does nothing when it is not loaded. No file is touched.

@@ -176,7 +176,8 @@ private:
             problem(
                 "unpacking program",
                 QStringLiteral("%1 is not on the search path").arg(ProjInspection::unpackerName()),
-                QStringLiteral("install it (on Debian: apt-get install unzip)"));
+                QStringLiteral("install it in a directory that only you or root can "
+                               "write (on Debian: apt-get install unzip)"));
         } else {
             ok("unpacking program", m_unpacker);
         }
@@ -314,6 +315,13 @@ private:
                 problem(label, fault->text, fault->advice);
                 return;
             }
+        }
+        // Of a directory without a database, too.
+        if (m_isInstalled && !m_isDistrusted
+            && m_failure.kind == InitializationFailureKind::Untrusted) {
+            m_isDistrusted = true;
+            problem(label, m_failure.text, {});
+            return;
         }
         examineFile(label, file);
     }

@@ -98,7 +98,7 @@ bool readOption(const CommandLine &line, const char *option, double least, doubl
 
 bool chooseMeridian(const CommandLine &line, TransverseMercator &choice, QString &mistake)
 {
-    constexpr double farthestOffset = 1e8; // more than twice around the earth
+    constexpr double farthestOffset = 1e8; // the number of a zone may stand before it
     if (!readOption(line, "central-meridian", -180.0, 180.0, choice.centralMeridian, mistake)
         || !readOption(line, "scale", 0.5, 2.0, choice.scale, mistake)
         || !readOption(line, "false-easting", -farthestOffset, farthestOffset, choice.falseEasting,

@@ -20,6 +20,7 @@ bool meansFile(const QString &name)
 QString textOf(const GeoidModelFailure &failure)
 {
     return failure.kind == GeoidModelFailureKind::RefusedByProj
+                   || failure.kind == GeoidModelFailureKind::BadGrid
                ? failure.text + QStringLiteral(" ('kelstd geoid info' tells what is in it)")
                : failure.text;
 }
@@ -76,9 +77,15 @@ bool ChosenGrid::choose(const QString &nameOrFile, QString &reason)
 
 bool ChosenGrid::convertForTheRun(const QString &ggf, QString &reason)
 {
-    reason = GeoidModels::examine(ggf).text;
-    if (!reason.isEmpty())
+    // The signs of its path do not matter: PROJ is given the conversion.
+    GridFile grid;
+    GridFailure failure = grid.open(ggf);
+    if (!failure)
+        failure = grid.completeness();
+    if (failure) {
+        reason = failure.text;
         return false;
+    }
     m_converted.emplace();
     m_path = m_converted->filePath(QStringLiteral("model.gtx"));
     if (m_converted->isValid() && ProjLib::ConvertGeoidModelFile_GGF(ggf, m_path))

@@ -162,6 +162,9 @@ TEST_F(GeoidHeight, ModelMayBeAGgfGridByNameOrFile)
     EXPECT_EQ(heights("3.5,52.5,100\n", {}, QStringLiteral("a.ggf")).out, expected);
     EXPECT_EQ(heights("3.5,52.5,100\n", {}, file).out, expected);
     EXPECT_FALSE(QFile::exists(file + ".gtx")); // converted for the run
+    // PROJ would take the sign for the begin of a comment, and is given the conversion.
+    const QString survey = program.file(QStringLiteral("survey #3/b.ggf"), ggf);
+    EXPECT_EQ(heights("3.5,52.5,100\n", {}, survey).out, expected);
 }
 
 struct BadModel

@@ -5,6 +5,8 @@
 #include "support/Printers.h"
 #include "support/ScopedMask.h"
 
+#include <cli/proj/ProjAdvice.h>
+
 #include <QtCore/QDir>
 #include <QtCore/QDirIterator>
 #include <QtCore/QFileInfo>
@@ -205,6 +207,29 @@ TEST_F(WhoseCode, APlaceThatAllCanWriteIsAProblem)
         setMode(place.path, 0755);
         EXPECT_EQ(doctor().status, 0);
     }
+}
+
+TEST_F(WhoseCode, AResourceDirectoryWithoutADatabaseIsJudgedAsWell)
+{
+    ASSERT_TRUE(QFile::remove(privateFile("share")) && QDir().mkdir(privateFile("share")));
+    setMode(privateFile("share"), 0757);
+    const auto result = doctor();
+    EXPECT_EQ(result.status, 3);
+    EXPECT_EQ(markOf(result, "PROJ database"), QStringLiteral("problem"));
+    EXPECT_THAT(result.out, Mentions("/share can be changed by every user"));
+    EXPECT_EQ(markOf(result, "PROJ release"), QStringLiteral("-")) << "it is not loaded";
+}
+
+TEST_F(WhoseCode, APathIsQuotedForAShell)
+{
+    const QString place = m_program.home().path(QStringLiteral("a \"b\" $c"));
+    ASSERT_TRUE(QDir().mkdir(place));
+    setMode(place, 0757);
+    const auto problem = cli::accessProblem(place);
+    ASSERT_TRUE(problem);
+    EXPECT_TRUE(problem->advice.startsWith(QStringLiteral("run 'chmod o-w -- \"/")));
+    EXPECT_TRUE(problem->advice.endsWith(QStringLiteral("/a \\\"b\\\" \\$c\"'")))
+        << problem->advice.toStdString();
 }
 
 TEST_F(WhoseCode, TheUnpackerIsNotThatOfTheCurrentDirectory)

@@ -120,6 +120,26 @@ TEST_F(Directories, AreNotLaidOutOverSomethingElseOrFromNothing)
     EXPECT_EQ(failure.text, QStringLiteral("cannot create the home directory ") + path("file"));
 }
 
+TEST_F(Directories, AreLaidOutWhereOnlyALockWasLeft)
+{
+    bool isNew = false;
+    write("home/library/.changing.lock", "123\n");
+    EXPECT_FALSE(library::prepare(directory("home/library"), delivered(), isNew));
+    EXPECT_TRUE(isNew);
+    EXPECT_TRUE(QFileInfo::exists(path("home/library/standard/S.xml")));
+    EXPECT_FALSE(QFileInfo::exists(path("home/library/.changing.lock")));
+    // What is more than that, or no lock, stays.
+    write("more/library/.changing.lock", "123\n");
+    write("more/library/something", "else");
+    write("text/library/.changing.lock", "a user's own text");
+    QDir().mkpath(path("folder/library/.changing.lock"));
+    for (const char *place : {"more/library", "text/library", "folder/library"}) {
+        EXPECT_EQ(library::prepare(directory(place), delivered(), isNew).kind, Kind::NoLibrary);
+        EXPECT_FALSE(isNew);
+        EXPECT_TRUE(QFileInfo::exists(path(place) + QStringLiteral("/.changing.lock"))) << place;
+    }
+}
+
 TEST_F(Directories, AreLockedByOneAtATime)
 {
     LibraryLock other(directory(""));

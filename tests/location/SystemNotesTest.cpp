@@ -1,4 +1,5 @@
 #include "support/Printers.h"
+#include "support/ProjTest.h"
 
 #include <KelStd/location/SystemNotes.h>
 
@@ -38,8 +39,8 @@ TEST(SystemNotes, ThereAreNoneOnAPlainSystem)
 TEST(SystemNotes, AParameterThatOverrulesTheSystem)
 {
     for (const char *name :
-         {"units", "to_meter", "axis", "towgs84", "nadgrids", "datum", "ellps", "a", "b", "rf", "f",
-          "R", "pm", "geoidgrids", "geoid_crs", "vunits", "vto_meter", "geoc"}) {
+         {"units", "axis", "towgs84", "nadgrids", "datum", "ellps", "a", "b", "rf", "R", "pm",
+          "geoidgrids", "geoid_crs", "vunits", "vto_meter", "geoc"}) {
         Coord coord = plainSystem();
         addParameter(coord, name, Param(ValueType_Double, Unit_None, 1.0));
         EXPECT_TRUE(noteOn(coord).startsWith(
@@ -51,10 +52,38 @@ TEST(SystemNotes, AParameterThatOverrulesTheSystem)
 
 TEST(SystemNotes, AnyOtherParameterOverrulesNothing)
 {
-    for (const char *name : {"lat_1", "alpha", "gamma", "k_0", "zone", "A", "r"}) {
+    for (const char *name : {"lat_1", "alpha", "gamma", "k_0", "zone", "A", "r", "to_meter", "f"}) {
         Coord coord = plainSystem();
         addParameter(coord, name, Param(ValueType_Double, Unit_None, 1.0));
         EXPECT_EQ(location::notesOn(coord), QStringList()) << name;
+    }
+}
+
+class NotesByPosition : public test::ProjTest
+{};
+
+TEST_F(NotesByPosition, AreOfWhatChangesThePosition)
+{
+    const Pos place = Pos::fromLongLatH(30.0, 40.0, 50.0);
+    const struct
+    {
+        const char *name;
+        double value;
+    } rows[] = {{"to_meter", 0.3048}, {"f", 0.01},  {"b", 6.3e6}, {"rf", 200.0},
+                {"a", 6.4e6},         {"R", 6.4e6}, {"pm", 5.0},  {"vto_meter", 0.3048}};
+    for (const bool hasName : {true, false}) {
+        for (const auto &row : rows) {
+            SCOPED_TRACE(testing::Message() << row.name << ' ' << hasName);
+            Coord coord = plainSystem();
+            if (!hasName)
+                coord.ellipsoid.proj4EllpsName.clear();
+            Location without;
+            ASSERT_TRUE(Coord::MakeLocation_byWGS84LatLongH(place, without, nullptr, &coord));
+            addParameter(coord, row.name, Param(ValueType_Double, Unit_None, row.value));
+            Location with;
+            ASSERT_TRUE(Coord::MakeLocation_byWGS84LatLongH(place, with, nullptr, &coord));
+            EXPECT_EQ(with.localNEH == without.localNEH, location::notesOn(coord).isEmpty());
+        }
     }
 }
 

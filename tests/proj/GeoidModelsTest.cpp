@@ -142,12 +142,12 @@ TEST_F(ModelFolders, SayWhyAModelGivesNoHeights)
     } rows[] = {
         {"absent.gtx", Kind::NotFound, "it is not in "},
         {"../absent.gtx", Kind::NotFound, "it is not in "},
-        {"cut.gtx", Kind::RefusedByProj, "of 25 values only 24 are there"},
+        {"cut.gtx", Kind::BadGrid, "of 25 values only 24 are there"},
         {"cut.ggf", Kind::BadGrid, "of 25 values only 24 are there"},
-        {"empty.tif", Kind::RefusedByProj, "it is empty"},
-        {"image.gtx", Kind::RefusedByProj, "it is a GeoTIFF file by its first bytes"},
+        {"empty.tif", Kind::BadGrid, "it is empty"},
+        {"image.gtx", Kind::BadGrid, "it is a GeoTIFF file by its first bytes"},
         {"a,b.gtx", Kind::BadPath, "its name has a comma"},
-        {"a#b.gtx", Kind::RefusedByProj, "its name has a \"#\""},
+        {"a#b.gtx", Kind::BadPath, "its name has a \"#\""},
         {"blocked.ggf", Kind::NotConverted, "blocked.ggf.gtx is a directory"},
     };
     for (const auto &row : rows) {
@@ -174,6 +174,10 @@ TEST(GeoidModelInProj, IsReadOrNot)
         EXPECT_EQ(failure.kind, Kind::RefusedByProj) << path;
         EXPECT_TRUE(failure.text.startsWith("PROJ does not read " + path)) << failure.text;
     }
+    EXPECT_EQ(GeoidModels::tryInProj("/nowhere/absent.tif").text,
+              "PROJ does not read /nowhere/absent.tif: it is not there");
+    EXPECT_EQ(GeoidModels::tryInProj(home.path()).text,
+              "PROJ does not read " + home.path() + ": it is no file");
     ProjLib::___unloadEnviroment();
 }
 
