@@ -47,7 +47,10 @@ std::optional<long long> readCalendarTime(const QString &text, TimeScale scale,
     const auto milliseconds = match.captured(7).leftJustified(3, QLatin1Char('0')).toUShort();
     const TimeUtc fields(number(1), byte(2), byte(3), byte(4), byte(5), byte(6), milliseconds);
     if (fields.toString().isEmpty()) {
-        const bool isLeapSecond = scale == TimeScale::Utc && number(6) == 60;
+        // Only the last minute of a day has a second 60.
+        const bool isLeapSecond =
+            scale == TimeScale::Utc && number(4) == 23 && number(5) == 59 && number(6) == 60
+            && !TimeUtc(number(1), byte(2), byte(3), 23, 59, 59, 0).toString().isEmpty();
         failure =
             isLeapSecond
                 ? EpochFailure{EpochMistake::LeapSecondInUtc,

@@ -29,7 +29,9 @@ struct TimeScaleRow
     TimeScale scale;
     const char *name;  ///< short and without blanks, as for an option
     const char *label; ///< for people
-    const char *forms; ///< examples of what `Epoch::read` accepts, with commas between them
+    /// Examples of what `Epoch::read` accepts, with commas between them. Those with blanks may
+    /// stand in quotation marks, as a shell wants them; the marks are no part of the value.
+    const char *forms;
 };
 
 /// The rows of all scales, in the order of the enumerators. May be called on any thread.
@@ -45,7 +47,7 @@ enum class EpochMistake
     None,
     WrongForm,       ///< it is not written as a value of the scale
     NoSuchTime,      ///< there is no such date or time of day
-    LeapSecondInUtc, ///< 23:59:60, which UTC fields do not hold; GPS time does
+    LeapSecondInUtc, ///< 23:59:60 of a date, which UTC fields do not hold; GPS time does
     WeekOutOfRange,  ///< weeks are 0 to 65535, seconds 0 to 604799
     YearOutOfRange   ///< in one of the scales it is not between the years 1 and 9999
 };

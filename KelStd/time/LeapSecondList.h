@@ -43,8 +43,7 @@ struct KELSTD_EXPORT LeapSecondList
     ///
     /// \param bytes a list's content; all of it is read, so the caller bounds its size
     /// \param failure (when given) why there is no list and which line is at fault; no failure
-    /// where
-    ///        there is one
+    ///        where there is one
     /// \return nothing for bytes that are no list
     static std::optional<LeapSecondList> parse(const QByteArray &bytes,
                                                LeapSecondListFailure *failure = nullptr);

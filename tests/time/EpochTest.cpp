@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <time.h>
+
 namespace KelStd {
 namespace {
 
@@ -65,10 +67,18 @@ TEST(EpochText, IsTheSameEpochInEveryForm)
 
 TEST(EpochText, WithoutAnOffsetLocalTimesHaveTheSystems)
 {
-    const int offset = TimeLocal::makeCurrent().timeZoneSeconds();
-    const Epoch epoch = epochOf("2024-02-29 12:34:56", TimeScale::Local, std::nullopt);
-    EXPECT_EQ(epoch.local.timeZoneSeconds(), offset);
-    EXPECT_EQ(epoch.utc.toValueTime(), 1709210096000 - offset * 1000LL);
+    const bool wasSet = qEnvironmentVariableIsSet("TZ");
+    const QByteArray before = qgetenv("TZ");
+    qputenv("TZ", "KEL-05:30"); // POSIX: a zone without daylight saving, 5:30 h east of Greenwich
+    tzset();
+    const Epoch epoch = epochOf("2024-02-29 18:04:56", TimeScale::Local, std::nullopt);
+    if (wasSet)
+        qputenv("TZ", before);
+    else
+        qunsetenv("TZ");
+    tzset();
+    EXPECT_EQ(epoch.local.timeZoneSeconds(), 19800);
+    EXPECT_EQ(epoch.utc.toValueTime(), 1709210096000); // 12:34:56 UTC
 }
 
 TEST(EpochText, DecimalsAreFractionsOfASecond)
@@ -113,6 +123,13 @@ TEST(EpochText, WhatIsNoneIsRefusedWithItsKind)
         {TimeScale::Utc, "2024-01-01 24:00:00", Mistake::NoSuchTime},
         {TimeScale::Utc, "0000-01-01 00:00:00", Mistake::NoSuchTime},
         {TimeScale::Utc, "2016-12-31 23:59:60", Mistake::LeapSecondInUtc},
+        {TimeScale::Utc, "2016-12-31T23:59:60.999Z", Mistake::LeapSecondInUtc},
+        {TimeScale::Utc, "2024-02-30 12:34:60", Mistake::NoSuchTime},
+        {TimeScale::Utc, "2024-02-30 23:59:60", Mistake::NoSuchTime},
+        {TimeScale::Utc, "2024-02-29 12:34:60", Mistake::NoSuchTime},
+        {TimeScale::Utc, "2024-02-29 23:58:60", Mistake::NoSuchTime},
+        {TimeScale::Utc, "2024-02-29 22:59:60", Mistake::NoSuchTime},
+        {TimeScale::Utc, "2016-12-31 23:59:61", Mistake::NoSuchTime},
         {TimeScale::Utc, "0001-01-01 00:00:00", Mistake::YearOutOfRange},
         {TimeScale::Utc, "9999-12-31 23:59:59", Mistake::YearOutOfRange},
         {TimeScale::GpsT, "2024-01-01T00:00:00Z", Mistake::WrongForm},
