@@ -12,11 +12,13 @@ namespace KelStd::positions {
 
 /// Which columns of an input are read: those of the three components of the frame in its order,
 /// after that of the point name when there are four. Each is a heading of the input or the number
-/// of a column, from 1. The other columns are carried through.
+/// of a column, from 1. The other columns are carried through. A choice may be
+/// read on several threads at the same time.
 class KELSTD_EXPORT ColumnChoice
 {
 public:
     /// "2,3,4", "id,easting,northing,7": columns between commas, blanks around them passed over.
+    /// May be called on any thread.
     ///
     /// \param mistake without a choice, why; untouched where there is one
     /// \param words what the mistake calls the choice

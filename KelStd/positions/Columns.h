@@ -11,8 +11,8 @@
 #include <array>
 #include <cstddef>
 
-/// What stands in which column, of the output and of the input. To add a column of output: one row
-/// in Columns.cpp.
+/// What stands in which column, of the output and of the input. Everything here may be called on
+/// any thread; references and pointers to rows are valid as long as the library is loaded.
 namespace KelStd::positions {
 
 /// The four frames of a location; their order is that in which they are printed.
@@ -47,7 +47,7 @@ struct Column
 /// its components.
 KELSTD_EXPORT const std::array<Column, columnCount> &columns();
 
-/// The column of a component, 0 to 2, of a frame.
+/// The column of a component of a frame. `component` must be 0 to 2.
 KELSTD_EXPORT const Column &columnOf(Frame frame, int component);
 
 /// True for longitudes and latitudes.

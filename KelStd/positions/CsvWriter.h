@@ -9,7 +9,8 @@ namespace KelStd::positions {
 /// Comma-separated values: a header line whose names carry the units, then a line for each
 /// location. Always the same columns, the first one being the name, and behind them what is carried
 /// through. Unless the printer is told otherwise, numbers have so many decimals that nothing is
-/// lost which a survey can measure.
+/// lost which a survey can measure. Without a header `begin` returns nothing, and is called all the
+/// same.
 class KELSTD_EXPORT CsvWriter : public PositionWriter
 {
 public:
@@ -27,10 +28,11 @@ private:
 };
 
 /// The names of all columns for other programs, each of them once: a heading of the input that is
-/// taken has a number behind it.
+/// taken has a number behind it. May be called on any thread.
 KELSTD_EXPORT QStringList columnNames(const ValuePrinter &printer, const InputColumns &columns);
 
-/// Appends a UTF-8 text as a field of a line: in quotation marks when it has to be.
+/// Appends a UTF-8 text as a field of a line: in quotation marks when it has to be. May be
+/// called on any thread.
 KELSTD_EXPORT void appendCsvField(QByteArray &bytes, std::string_view text);
 
 } // namespace KelStd::positions

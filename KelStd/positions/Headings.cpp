@@ -31,7 +31,7 @@ constexpr HeadingUnit unitRows[] = {
      u"usfeet "
      u"ft_us feet_us foot_us sft survey_ft survey_feet survey_foot",
      "us-ft", Unit_USFoot, length},
-    {u"mm millimeter millimeters millimetre millimetres", "mm", Unit_None, length},
+    {u"mm millimeter millimeters millimetre millimetres", "mm", Unit_MilliMeter, length},
     {u"cm centimeter centimeters centimetre centimetres", "cm", Unit_None, length},
     {u"dm decimeter decimeters decimetre decimetres", "dm", Unit_None, length},
     {u"km kilometer kilometers kilometre kilometres", "km", Unit_None, length},
@@ -284,7 +284,9 @@ bool hasInputUnit(const InputForm &form, int component, const Heading &heading)
 QString lengthUnitHint(const InputForm &form, const HeadingUnit &unit)
 {
     const QString symbol = unitSymbol(unit.unit);
-    return form.frame == Frame::LocalProjected && findLengthUnit(symbol) != nullptr
+    // Programs need not offer the millimetre, in which nobody measures a plane.
+    const bool isOffered = !symbol.isEmpty() && unit.unit != Unit_MilliMeter;
+    return form.frame == Frame::LocalProjected && isOffered
                ? QStringLiteral("; %1 %2 reads and prints lengths in it")
                      .arg(form.words.lengthUnit, symbol)
                : QString();

@@ -64,7 +64,8 @@ bool isNamedBy(const InputForm &form, int component, const Heading &heading);
 /// Whether the component is read in the unit.
 bool isInputUnit(const InputForm &form, int component, const HeadingUnit &unit);
 
-/// "; the unit us-ft reads and prints lengths in it", where the form may have the unit.
+/// "; the unit us-ft reads and prints lengths in it", in the plane; empty
+/// elsewhere, and for a unit that programs need not offer.
 QString lengthUnitHint(const InputForm &form, const HeadingUnit &unit);
 
 /// Whether the heading names no unit, or the one in which the component is read.

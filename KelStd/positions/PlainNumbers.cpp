@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <limits>
 
 namespace KelStd::positions {
 
@@ -26,13 +27,19 @@ bool isTie(double value, int decimals)
     return doubled == std::floor(doubled) && std::fmod(doubled, 2.0) != 0.0;
 }
 
+/// The formatter takes the decimals in a byte.
+unsigned char withinByte(int decimals)
+{
+    constexpr int most = std::numeric_limits<unsigned char>::max();
+    return static_cast<unsigned char>(std::clamp(decimals, 0, most));
+}
+
 } // namespace
 
 QString numberText(double value, int decimals)
 {
     return withoutSignOfZero(CoordStringHelper::GetFormatString(
-        ValueType_Double, value, Unit_None, Unit_None, Format_None,
-        static_cast<unsigned char>(decimals), false));
+        ValueType_Double, value, Unit_None, Unit_None, Format_None, withinByte(decimals), false));
 }
 
 QString withoutSignOfZero(QString text)

@@ -7,20 +7,23 @@
 
 #include <string_view>
 
-/// Plain decimals of the C locale, as other programs write and read them.
+/// Plain decimals of the C locale, as other programs write and read them. Everything here may be
+/// called on any thread.
 namespace KelStd::positions {
 
-/// The number with so many decimals; a zero has no sign.
+/// The number with so many decimals, 0 to 255: with none for less, with 255 for more. A zero has no
+/// sign.
 KELSTD_EXPORT QString numberText(double value, int decimals);
 
 /// A number's text without its minus when all its digits are zeros.
 KELSTD_EXPORT QString withoutSignOfZero(QString text);
 
-/// Appends `numberText`, in a fraction of its time.
+/// Appends `numberText`, of as many decimals, in a fraction of its time.
 KELSTD_EXPORT void appendNumber(QByteArray &bytes, double value, int decimals);
 
 /// Reads digits with at most one decimal point between them and a minus before them, the nearest
-/// double as ever. False for anything else, which may be a number all the same.
+/// double as ever. False for anything else, which may be a number all the same; what `value` is
+/// then is not said.
 KELSTD_EXPORT bool readPlainNumber(std::string_view text, double &value);
 
 } // namespace KelStd::positions

@@ -30,8 +30,8 @@ struct PrintedPosition
     const std::vector<std::string_view> &carried; ///< one for each heading
 };
 
-/// Prints locations in one form or another, as bytes of whole lines. Positions are printed on
-/// several threads at the same time.
+/// Prints locations in one form or another, as bytes of whole lines. `begin` is called
+/// once, before anything else; then positions are printed on several threads at the same time.
 class KELSTD_EXPORT PositionWriter
 {
 public:
@@ -47,7 +47,7 @@ public:
     virtual QByteArray separator() const { return {}; }
     virtual QByteArray ending() const { return {}; }
 
-    /// Appends a position.
+    /// Appends a position. It must have as many carried fields as `begin` was given headings for.
     virtual void write(QByteArray &bytes, const PrintedPosition &position) const = 0;
 };
 

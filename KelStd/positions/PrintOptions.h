@@ -23,8 +23,8 @@ struct PrintOptions
     std::optional<Form> form;
     std::optional<int> lengthDecimals;      ///< 0 to `maxDecimals`
     std::optional<int> angleDecimals;       ///< 0 to `maxDecimals`
-    const AngleStyle *angleStyle = nullptr; ///< a row of `angleStyles`
-    const LengthUnit *lengthUnit = nullptr; ///< a row of `lengthUnits`
+    const AngleStyle *angleStyle = nullptr; ///< as `findAngleStyle` gives it
+    const LengthUnit *lengthUnit = nullptr; ///< as `findLengthUnit` gives it
 
     /// What a configured output has where nothing else is set, instead of the default style and
     /// unit.

@@ -56,6 +56,12 @@ std::size_t indexOf(const Column &column)
                                     + column.component);
 }
 
+/// The nearest number of decimals that can be asked for.
+unsigned char withinDecimals(int decimals)
+{
+    return static_cast<unsigned char>(std::clamp(decimals, 0, int{PrintOptions::maxDecimals}));
+}
+
 constexpr int exactWidth = 22; // -0.0034675300121307373
 
 } // namespace
@@ -100,7 +106,7 @@ ValuePrinter::ValuePrinter(const PrintOptions &options, Output output)
 void ValuePrinter::take(const PrintOptions &options, bool isNumbers)
 {
     if (options.angleStyle != nullptr) {
-        if (m_angleStyle != options.angleStyle)
+        if (m_angleStyle->format != options.angleStyle->format)
             m_config.latLongPrecision = static_cast<unsigned char>(options.angleStyle->decimals);
         m_angleStyle = options.angleStyle;
     }
@@ -108,7 +114,7 @@ void ValuePrinter::take(const PrintOptions &options, bool isNumbers)
     if (isNumbers)
         m_config.latLongPrecision = csvAngleDecimals;
     if (options.angleDecimals)
-        m_config.latLongPrecision = static_cast<unsigned char>(*options.angleDecimals);
+        m_config.latLongPrecision = withinDecimals(*options.angleDecimals);
     for (const LengthRow &row : lengthRows) {
         if (options.lengthUnit != nullptr)
             m_config.*row.unit = options.lengthUnit->unit;
@@ -116,7 +122,7 @@ void ValuePrinter::take(const PrintOptions &options, bool isNumbers)
             m_config.*row.precision = csvLengthDecimals;
         // Who asks for a number of decimals gets them.
         if (options.lengthDecimals) {
-            m_config.*row.precision = static_cast<unsigned char>(*options.lengthDecimals);
+            m_config.*row.precision = withinDecimals(*options.lengthDecimals);
             m_config.*row.keepZero = true;
         }
     }

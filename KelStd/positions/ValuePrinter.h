@@ -17,6 +17,8 @@ namespace KelStd::positions {
 /// registry's reaches the PROJ definitions, and what is computed must not depend on how it is
 /// shown. The configuration of the user's library is copied into it where an output is a configured
 /// one; plain numbers for other programs never follow it.
+///
+/// A printer may be used on several threads at the same time. Columns are those that `columns` has.
 class KELSTD_EXPORT ValuePrinter
 {
 public:
@@ -26,6 +28,8 @@ public:
         Csv    ///< plain numbers, unless a format or a style of angles is asked for
     };
 
+    /// The rows that the options point to must live as long as the printer. Decimals beyond 0 to
+    /// `PrintOptions::maxDecimals` are taken for the nearest number that is not.
     ValuePrinter(const PrintOptions &options, Output output);
 
     /// The number of a column, in its unit.

@@ -7,9 +7,9 @@
 #include <QtCore/QVector>
 
 /// Units of lengths and styles of angles by short words in plain ASCII, as they stand in options,
-/// headings and names of columns. They are never translated, unlike those of `CoordStringHelper`,
-/// and rows are valid as long as the library is loaded. Everything here may be called on any thread
-/// and raises nothing.
+/// headings and names of columns. They are never translated, unlike those of `CoordStringHelper`.
+/// Rows that are found are valid as long as the library is loaded; lists are copies. Everything
+/// here may be called on any thread and raises nothing.
 namespace KelStd {
 
 /// A unit of lengths by its symbol. A new one is a row in UnitWords.cpp.

@@ -38,18 +38,32 @@ TEST(UnitWords, LengthsHaveTheirSymbols)
 
 TEST(UnitWords, EveryLengthCanBeConverted)
 {
-    for (const LengthUnit &row : lengthUnits())
-        EXPECT_GT(CoordStringHelper::LengthRatio_otherToMeter(row.unit), 0.0) << row.symbol;
+    for (const EUnit unit : {Unit_Meter, Unit_Foot, Unit_USFoot, Unit_MilliMeter})
+        EXPECT_GT(CoordStringHelper::LengthRatio_otherToMeter(unit), 0.0) << unit;
 }
 
 TEST(UnitWords, AngleStylesAreFoundByNameAndFormat)
 {
-    ASSERT_EQ(angleStyles().size(), 4);
-    for (const AngleStyle &row : angleStyles()) {
-        EXPECT_EQ(findAngleStyle(row.format)->name, row.name);
-        EXPECT_EQ(findAngleStyle(QString::fromLatin1(row.name))->format, row.format);
+    struct Style
+    {
+        EFormat format;
+        const char *name;
+        const char *unit;
+    };
+    const Style rows[] = {{Format_DegreeMinuteSecond, "dms", "dms"},
+                          {Format_Degree, "degree", "deg"},
+                          {Format_Second, "second", "arcsec"},
+                          {Format_Radian, "radian", "rad"}};
+    ASSERT_EQ(angleStyles().size(), static_cast<int>(std::size(rows)));
+    for (const Style &row : rows) {
+        for (const AngleStyle *style :
+             {findAngleStyle(row.format), findAngleStyle(QString::fromLatin1(row.name))}) {
+            ASSERT_NE(style, nullptr) << row.name;
+            EXPECT_EQ(style->format, row.format);
+            EXPECT_STREQ(style->name, row.name);
+            EXPECT_STREQ(style->unit, row.unit);
+        }
     }
-    EXPECT_EQ(findAngleStyle(QStringLiteral("degree"))->format, Format_Degree);
     EXPECT_EQ(findAngleStyle(QStringLiteral("deg")), nullptr);
     EXPECT_EQ(findAngleStyle(Format_UTC), nullptr);
     EXPECT_EQ(findAngleStyle(Format_None), nullptr);
