@@ -179,7 +179,8 @@ TEST_F(Doctor, AMissingUnpacker)
     EXPECT_EQ(markOf(result, "unpacking program"), QStringLiteral("problem"));
     EXPECT_THAT(result.out, Mentions(KELSTD_UNPACKER_NAME " is not on the search path"));
     EXPECT_EQ(adviceOn(result, "unpacking program"),
-              QStringLiteral("install it (on Debian: apt-get install unzip)"));
+              QStringLiteral("install it in a directory that only you or root can write (on "
+                             "Debian: apt-get install unzip)"));
     EXPECT_EQ(markOf(result, "PROJ archive"), QStringLiteral("-"));
 }
 

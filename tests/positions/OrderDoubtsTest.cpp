@@ -472,7 +472,7 @@ TEST(OrderDoubts, AreThoseOfThePageOnValues)
         page.section(QLatin1String("| line | `--from` | why |\n|---|---|---|\n"), 1)
             .section(QLatin1String("\n\n"), 0, 0)
             .split(QLatin1Char('\n'));
-    EXPECT_EQ(rows.size(), 7);
+    EXPECT_EQ(rows.size(), 10);
     for (const QString &row : rows) {
         const QString line = row.section(QLatin1Char('`'), 1, 1);
         const auto frame = positions::findFrame(row.section(QLatin1Char('`'), 3, 3));
