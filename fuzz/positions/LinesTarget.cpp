@@ -137,7 +137,9 @@ void readLines(const QByteArray &bytes, const Setting &setting)
     std::optional<PositionParser> copy; // of another thread, made when the order was known
     // A remark more says nothing.
     PositionParser behindRemark = parserOf(setting);
-    const bool hasMark = bytes.startsWith("\xEF\xBB\xBF");
+    // A mark counts at the beginning of an input alone.
+    const bool hasMark = bytes.startsWith("\xEF\xBB\xBF") || bytes.startsWith("\xFF\xFE")
+                         || bytes.startsWith("\xFE\xFF");
     const bool comparesRemark = setting.skipped == 0 && !hasMark;
     if (comparesRemark)
         require(behindRemark.parse("# a remark", 1) == Result::Nothing, "a remark is passed over");
