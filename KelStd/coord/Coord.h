@@ -56,7 +56,8 @@ public:
     /// Equality of what takes part in the computation, record by record.
     bool isSameLogic(const Coord &other) const;
 
-    // --- A position in all four frames ------------------------------------------------------
+    /// \name A position in all four frames
+    /// \{
 
     /// `pos`: WGS84 earth-centred X, Y, Z [m].
     ///
@@ -96,8 +97,9 @@ public:
     static bool MakeLocation_byLocalNEH(const Pos &pos, Location &location,
                                         const Coord *ignoredCoord, const Coord *coord,
                                         QString *error = nullptr);
-
-    // --- The default system and UTM zones ----------------------------------------------------
+    /// \}
+    /// \name The default system and UTM zones
+    /// \{
 
     /// Makes `coord` the default system: transverse Mercator about longitude 0 with scale 1 on an
     /// ellipsoid of WGS84 size, no datum shift. Members that it does not set are reset to the
@@ -111,8 +113,9 @@ public:
 
     /// The central meridian [deg] of a zone, 1 to 60 or any other number.
     static double UtmZone_to_DegreedLogitude(int zone);
-
-    // --- PROJ definitions ---------------------------------------------------------------------
+    /// \}
+    /// \name PROJ definitions
+    /// \{
 
     /// Writes the four PROJ definitions of `coord`'s conversion chain, each into a zero-filled
     /// buffer of 512 bytes, as zero-terminated UTF-8. A definition that does not fit leaves the
@@ -136,8 +139,9 @@ public:
     /// False (as it starts): translations and scale of the datum shift are written with reversed
     /// signs. True: as they are stored.
     static bool s_invertParamsFunctionSwitch;
-
-    // --- Binary streams ----------------------------------------------------------------------
+    /// \}
+    /// \name Binary streams
+    /// \{
 
     /// Writes the block of version 2: the version [int32], `coord_name`, then every record as a
     /// block of its own, in declaration order. The projection's `loc_or_height_unit` is not part of
@@ -151,8 +155,9 @@ public:
     /// rest is as `clear` leaves it. The stream's status is neither inspected nor reset (see
     /// `Param::load`).
     bool load(QDataStream &stream);
-
-    // --- The system --------------------------------------------------------------------------
+    /// \}
+    /// \name The system
+    /// \{
 
     QString coord_name;
     Ellipsoid ellipsoid;
@@ -161,6 +166,7 @@ public:
     stPlaneTransform planeTransform;
     stElevationFitting elevationFitting;
     stGeoidModel geoidModel;
+    /// \}
 
 private:
     static QString __MakeEllipseString(const Ellipsoid *ellipsoid);

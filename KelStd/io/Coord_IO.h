@@ -51,7 +51,8 @@ public:
     /// the document is at fault, or none when a complete system was read. What is raised leaves it.
     static bool xml_read(const QString &fileName, Coord &coord, io::DocumentFailure &failure);
 
-    // --- Element names -------------------------------------------------------------------------
+    /// \name Element names
+    /// \{
     static const QString xml_segName_root;               ///< "Coord"
     static const QString xml_segName_ellipsoid;          ///< "Ellpsoid"
     static const QString xml_segName_projection;         ///< "Projection"
@@ -62,8 +63,9 @@ public:
     static const QString xml_segName_param;              ///< "param"
     static const QString xml_segName_paramProj4;         ///< "paramProj4"
     static const QString xml_segName_dictionaryKey;      ///< "key"
-
-    // --- Attribute names -----------------------------------------------------------------------
+    /// \}
+    /// \name Attribute names
+    /// \{
     static const QString xml_attrName_ver;                     ///< "ver"
     static const QString xml_attrName_rootName;                ///< "coord_name"
     static const QString xml_attrName_ellipsoidName;           ///< "ellipsoid_name"
@@ -87,6 +89,7 @@ public:
     static const QString xml_attrName_dictionarySelKey;        ///< "dictionarySelKey"
     static const QString xml_attrName_dictionaryBindParamName; ///< "dictionaryBindParamName"
     static const QString xml_attrName_keyName;                 ///< "key_name"
+    /// \}
 };
 
 } // namespace KelStd

@@ -49,10 +49,10 @@ public:
 
     ~StandardLibrary() override;
 
-    // --- Places --------------------------------------------------------------------------------
-    //
-    // Each takes effect with the next operation that uses it. There are no defaults; an empty
-    // directory is the current one, an empty file is none. No directory is ever created.
+    /// \name Places
+    /// Each takes effect with the next operation that uses it. There are no defaults; an empty
+    /// directory is the current one, an empty file is none. No directory is ever created.
+    /// \{
 
     /// The file of the base system, one coordinate-system document.
     void setBaseCoordFilePath(const QString &path);
@@ -85,8 +85,9 @@ public:
     /// Offered systems that are neither custom nor standard are dropped. A missing file of the
     /// offered systems is created, with none in it.
     void loadLibrary();
-
-    // --- Look-ups ------------------------------------------------------------------------------
+    /// \}
+    /// \name Look-ups
+    /// \{
 
     /// Never null.
     const Coord *getBaseCoord() const;
@@ -108,19 +109,19 @@ public:
 
     /// Never null, and the same as long as the process lives.
     const stShowConfig *getShowConfig() const;
-
-    // --- Changes -------------------------------------------------------------------------------
-    //
-    // Each returns true when the change is in its file and in memory; otherwise both are as they
-    // were. Removing changes no list of offered systems.
-    //
-    // The file is named after `name` as it stands: "zone 3/A" is "A.xml" in the folder "zone 3",
-    // which must be there. All nine refuse a name that leads out of the directory: one that begins
-    // with a separator, a drive ("C:/"), a colon or a tilde, that goes up on its way ("../A"), or
-    // that passes a link to a folder elsewhere. A name that the file system refuses gives false. A
-    // file of that name is replaced, whatever it holds. A parameter of kind `ValueType_Time`, which
-    // no document can hold, raises what `Coord_IO::xml_write` raises, with file and memory as they
-    // were.
+    /// \}
+    /// \name Changes
+    /// Each returns true when the change is in its file and in memory; otherwise both are as they
+    /// were. Removing changes no list of offered systems.
+    ///
+    /// The file is named after `name` as it stands: "zone 3/A" is "A.xml" in the folder "zone 3",
+    /// which must be there. All nine refuse a name that leads out of the directory: one that begins
+    /// with a separator, a drive ("C:/"), a colon or a tilde, that goes up on its way ("../A"), or
+    /// that passes a link to a folder elsewhere. A name that the file system refuses gives false. A
+    /// file of that name is replaced, whatever it holds. A parameter of kind `ValueType_Time`,
+    /// which no document can hold, raises what `Coord_IO::xml_write` raises, with file and memory
+    /// as they were.
+    /// \{
 
     /// Adds a copy under `name`, which must not be empty nor, with or without the blanks around it,
     /// equal a present name in all but case. A custom system may not take a standard one's name
@@ -155,6 +156,7 @@ public:
     /// the first one. Look-ups, setters of places and `loadLibrary` leave it as it is. The
     /// reference is valid as long as the registry; the next change gives it another value.
     const LibraryFailure &lastFailure() const;
+    /// \}
 
 Q_SIGNALS:
     void sgShowConfigChanged();

@@ -30,7 +30,8 @@ public:
     /// Never null.
     ResourceQuery *module_resourceQuery() const;
 
-    // --- Offered by the default implementation only ----------------------------------------
+    /// \name Offered by the default implementation only
+    /// \{
 
     /// Replaces the home directory from now on; any number of times.
     ///
@@ -44,6 +45,7 @@ public:
     /// KELSTD_BIN_DIR, then the directory of the running program if it holds "proj/proj.zip", then
     /// the "bin" directory beside the one this library was loaded from.
     static void setBinDir(const QDir &dir);
+    /// \}
 
 private:
     AppConfig() = default;

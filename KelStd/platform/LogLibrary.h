@@ -43,7 +43,8 @@ public:
     /// Adds an entry under a module name. `flag` is the host's own; the library passes false.
     void addLog(const QString &module, const QString &text, ELogType type, bool flag);
 
-    // --- Offered by the default implementation only ----------------------------------------
+    /// \name Offered by the default implementation only
+    /// \{
 
     using Sink =
         std::function<void(const QString &module, const QString &text, ELogType type, bool flag)>;
@@ -51,4 +52,5 @@ public:
     /// Sends every entry from now on to `sink`. An empty function restores the default: Qt's
     /// message handler, under the logging category "kelstd".
     static void setSink(Sink sink);
+    /// \}
 };

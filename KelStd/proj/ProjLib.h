@@ -103,7 +103,8 @@ public:
     static bool ConvertPosList(const QString &from, const QString &to, Pos &position,
                                EConvertType type, QString *error = nullptr);
 
-    // --- Heights above the geoid -----------------------------------------------------------------
+    /// \name Heights above the geoid
+    /// \{
 
     /// The geoid's separation at a point, by the grid file of a geoid model.
     ///
@@ -138,6 +139,7 @@ public:
     /// read, is cut short (fewer values than its header says) or has no rows or columns, and when
     /// the target cannot be written.
     static bool ConvertGeoidModelFile_GGF(const QString &sourceFile, const QString &targetFile);
+    /// \}
 
 private:
     static void __ProjectionToProjString(const Projection *projection, const Ellipsoid *ellipsoid,
