@@ -29,7 +29,8 @@ public:
     /// The picked columns as they were written.
     const QStringList &columns() const { return m_columns; }
 
-    /// Whether a column is picked by its heading, so that the first line must be a header.
+    /// Whether a column is picked by its heading, so that headings must stand in front of the
+    /// positions; titles and remarks may stand in front of them.
     bool hasHeadings() const;
 
 private:

@@ -4,6 +4,7 @@
 #include <KelStd/positions/OrderDoubts.h>
 #include <KelStd/positions/UnitDoubts.h>
 #include <KelStd/text/CoordStringHelper.h>
+#include <KelStd/text/DoubtfulZeros.h>
 #include <KelStd/text/TypedAngle.h>
 
 #include <algorithm>

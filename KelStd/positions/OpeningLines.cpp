@@ -21,15 +21,20 @@ bool holdsNumber(const SplitLine &line)
     });
 }
 
+bool beginsAsNumber(const QString &field)
+{
+    static const QRegularExpression signAndDigit(QStringLiteral("\\A[-+]?[0-9]"));
+    return signAndDigit.match(field).hasMatch();
+}
+
 /// True when a field begins with a digit or its sign and is a number with a decimal comma or an
 /// angle with its signs. Letters alone make no angle of a heading: "3D" is none.
 bool holdsTypedValue(const SplitLine &line)
 {
-    static const QRegularExpression beginsAsNumber(QStringLiteral("\\A[-+]?[0-9]"));
     return std::any_of(line.fields.cbegin(), line.fields.cend(), [](const QString &field) {
         bool isNumber = false;
         withDecimalPoint(field, DecimalMark::Comma).toDouble(&isNumber);
-        return beginsAsNumber.match(field).hasMatch() && (hasAngleSigns(field) || isNumber);
+        return beginsAsNumber(field) && (hasAngleSigns(field) || isNumber);
     });
 }
 
@@ -77,12 +82,13 @@ QString otherSeparator()
 /// were meant to be numbers. Empty when it may be headings or a title.
 QString noFields(const QString &text, const SplitLine &line)
 {
-    static const QRegularExpression beginsAsNumber(QStringLiteral("\\A[-+]?[0-9]"));
     if (isSplitByBars(text))
         return otherSeparator();
-    const QStringList numbers = line.fields.filter(beginsAsNumber);
-    return numbers.size() > 1 ? QStringLiteral("%1 is not a number").arg(quoted(numbers.first()))
-                              : QString();
+    const auto &fields = line.fields;
+    if (std::count_if(fields.cbegin(), fields.cend(), beginsAsNumber) < 2)
+        return {};
+    const auto first = std::find_if(fields.cbegin(), fields.cend(), beginsAsNumber);
+    return QStringLiteral("%1 is not a number").arg(quoted(*first));
 }
 
 QByteArray copyOf(std::string_view bytes)

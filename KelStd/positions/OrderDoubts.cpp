@@ -18,9 +18,7 @@ constexpr double minutesPerDegree = 60.0;
 
 bool isWhole(const QString &field)
 {
-    return !field.isEmpty() && std::all_of(field.cbegin(), field.cend(), [](QChar c) {
-        return c >= QLatin1Char('0') && c <= QLatin1Char('9');
-    });
+    return positions::isWhole(field.toStdString());
 }
 
 double numberOf(const QString &field)

@@ -21,8 +21,12 @@ namespace {
 /// Lines of a title and other lines in front of headings.
 constexpr int maxOtherLines = 20;
 
-/// Lines of each kind that are kept; behind them the same is said again.
-constexpr int maxKeptLines = 100;
+/// Remarks in words of another language that are kept, to be known again further down; one more
+/// ends the run there.
+constexpr int maxKeptWords = 100;
+
+/// Different lines that name units and are kept; one more ends the run.
+constexpr int maxKeptUnits = 1000;
 
 bool isNumber(const QString &field)
 {
@@ -212,7 +216,7 @@ void OrderSearch::keepRemark(const QString &remark, const SplitLine &line, qint6
     const FieldOrder usual = plainOrder(componentsPerFrame + (hasName ? 1 : 0));
     const bool isForeign = areHeadingsOfAnyLanguage(line) && !isSentence(line)
                            && !lookLikeHeadings(headingFields(line), m_form);
-    if (isForeign && m_words.size() < maxKeptLines)
+    if (isForeign && m_words.size() < maxKeptWords)
         m_words += line.fields;
     const bool hasMoreColumns = fields > usual.fields && !isSentenceOfRemark(line)
                                 && lookLikeHeadings(headingFields(line), m_form);
@@ -228,10 +232,15 @@ void OrderSearch::keepRemark(const QString &remark, const SplitLine &line, qint6
 bool OrderSearch::keepUnits(const QString &text, const SplitLine &line, qint64 lineNumber)
 {
     const QStringList units = unitsOfLine(line);
+    const bool namesUnits = !units.isEmpty() || saysUnits(text);
+    if (!namesUnits || m_unkeptUnits > 0)
+        return !units.isEmpty();
     const bool isNew = std::none_of(m_units.cbegin(), m_units.cend(), [&](const NamedUnits &kept) {
         return kept.text == text && kept.units == units;
     });
-    if (isNew && m_units.size() < maxKeptLines && (!units.isEmpty() || saysUnits(text)))
+    if (isNew && m_units.size() == maxKeptUnits)
+        m_unkeptUnits = lineNumber;
+    else if (isNew)
         m_units += {lineNumber, text, units};
     return !units.isEmpty();
 }
@@ -258,6 +267,12 @@ LineMistake OrderSearch::unitsMistakeOf(const FieldOrder &order) const
         const bool maySkip = !order.hasHeadings || !m_headings || m_headings->line > kept.line;
         if (!mistake.isEmpty())
             return {kept.line, maySkip ? withSkipHint(mistake, kept.line) : mistake};
+    }
+    if (m_unkeptUnits > 0) {
+        return {m_unkeptUnits,
+                QStringLiteral("more than %1 different lines in front of the positions name units, "
+                               "and no more of them are compared with those that are read")
+                    .arg(maxKeptUnits)};
     }
     return {};
 }

@@ -129,6 +129,7 @@ private:
     std::optional<ColumnChoice> m_choice;
     std::optional<HeadingsLine> m_headings;
     QVector<NamedUnits> m_units;
+    qint64 m_unkeptUnits = 0;     ///< the first line that names units and was not kept
     QVector<QStringList> m_words; ///< remarks that may be headings in another language
     LineMistake m_remark;         ///< that contradicts the usual order
     LineMistake m_other;          ///< the first line of another kind

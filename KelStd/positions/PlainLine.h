@@ -30,14 +30,4 @@ private:
     std::array<double, componentsPerFrame> m_components{};
 };
 
-/// Whether a plain number has zeros before four digits or more: of angles they may be the degrees
-/// of degrees and minutes in one.
-inline bool hasDoubtfulZeros(std::string_view number)
-{
-    constexpr std::size_t maxDigits = 3;
-    const std::string_view digits = number.substr(!number.empty() && number.front() == '-' ? 1 : 0);
-    return digits.size() > maxDigits && digits.front() == '0'
-           && digits.substr(0, maxDigits + 1).find('.') == std::string_view::npos;
-}
-
 } // namespace KelStd::positions

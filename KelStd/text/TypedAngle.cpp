@@ -1,6 +1,7 @@
 #include <KelStd/text/TypedAngle.h>
 
 #include <KelStd/text/AngleSigns.h>
+#include <KelStd/text/DoubtfulZeros.h>
 
 #include <QtCore/QVector>
 
@@ -85,14 +86,10 @@ bool hasDoubtfulExponent(const QString &text, AngleSense sense)
            && isDigit(text.at(position + 1));
 }
 
-/// "00030.25": degrees have three digits at most, so that the zeros may be the first digits of
-/// degrees and minutes in one, dddmm.mm.
-bool hasDoubtfulZeros(const QString &number)
+/// Minutes may stand in the digits of what was meant for degrees.
+bool mayHoldMinutes(const QString &number)
 {
-    constexpr int maxDigits = 3;
-    const QString whole = number.section(QLatin1Char('.'), 0, 0);
-    return whole.size() > maxDigits && whole.startsWith(QLatin1Char('0'))
-           && std::all_of(whole.cbegin(), whole.cend(), isDigit);
+    return hasDoubtfulZeros(number.toStdString());
 }
 
 QString zerosDoubt()
@@ -248,7 +245,7 @@ private:
         if (colons > 0)
             return checkColons(colons);
         if (m_parts.size() == 1 && m_parts.first().sign == Sign::None)
-            return hasDoubtfulZeros(m_parts.first().number) ? zerosDoubt() : QString();
+            return mayHoldMinutes(m_parts.first().number) ? zerosDoubt() : QString();
         constexpr Sign order[] = {Sign::Degree, Sign::Minute, Sign::Second};
         constexpr const char *names[] = {"degrees", "minutes", "seconds"};
         constexpr int places = 3;
@@ -360,8 +357,8 @@ std::optional<double> readTypedAngle(const QString &text, AngleSense sense, Deci
         const QString doubt = hasDoubtfulExponent(trimmed, sense) ? QStringLiteral(
                                   "may have an exponent or an E for east; write the number without "
                                   "the E, or the E behind it")
-                              : hasDoubtfulZeros(isSigned ? trimmed.mid(1) : trimmed) ? zerosDoubt()
-                                                                                      : QString();
+                              : mayHoldMinutes(isSigned ? trimmed.mid(1) : trimmed) ? zerosDoubt()
+                                                                                    : QString();
         if (doubt.isEmpty())
             return number;
         reason = quoted(text.trimmed()) + blank + doubt;

@@ -428,6 +428,29 @@ TEST(HeadingUnits, InTitlesAndRemarksAreNotPassedOver)
                 Mentions("but northing is read in us-ft"));
 }
 
+/// However many lines say what is read, one that says another unit is never passed over.
+TEST(HeadingUnits, OfManyLinesAreAllHeldAgainstTheOrder)
+{
+    constexpr Frame llh = Frame::Wgs84Geographic;
+    const auto remarks = [](int count) {
+        QByteArray lines;
+        for (int i = 0; i < count; ++i)
+            lines += "# heights in metres, sheet " + QByteArray::number(i) + "\n";
+        return lines;
+    };
+    const QByteArray feet = "# heights in ft\n";
+    const QByteArray position = "5,52,40\n";
+    EXPECT_EQ(parsed(parserFor(llh), remarks(1000) + position).end, QString());
+    EXPECT_EQ(parsed(parserFor(llh), remarks(900) + remarks(900) + position).end, QString());
+    EXPECT_THAT(parsed(parserFor(llh), remarks(150) + feet + position).end,
+                Mentions("151: the line says \"heights in ft\", but height is read in m"));
+    EXPECT_THAT(parsed(parserFor(llh), remarks(1000) + feet + position).end,
+                Mentions("1001: more than 1000 different lines in front of the positions name "
+                         "units"));
+    EXPECT_THAT(parsed(parserFor(llh), remarks(1000) + feet + "lon,lat,h\n" + position).end,
+                Mentions("1001: more than 1000 different lines"));
+}
+
 TEST(HeadingUnits, AColumnOfUnitsIsHeldAgainstTheOneThatIsRead)
 {
     constexpr Frame llh = Frame::Wgs84Geographic;
