@@ -5,7 +5,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-parts=(conversions geoid library text time many-points memory)
+parts=(conversions geoid library text time many-points agreement memory)
 
 usage() {
     echo "usage: scripts/benchmark.sh [PART...]"
@@ -90,6 +90,10 @@ measure_part() {
         else
             echo "a million on two threads: not measured on a single core" >>"$remarks"
         fi
+        ;;
+    agreement)
+        "$programs/way_agreement" "$((points / 10))" build/benchmark/bin/library/standard \
+            >>"$remarks" || failed=1
         ;;
     memory)
         "$programs/memory_growth" >>"$remarks" || failed=1

@@ -1,17 +1,14 @@
 #include <KelStd/location/LocationBuilder.h>
 
 #include <KelStd/coord/Coord.h>
-#include <KelStd/location/ChainDefinitions.h>
+#include <KelStd/location/BuilderStages.h>
 #include <KelStd/location/LocationSteps.h>
-#include <KelStd/location/OneToOne.h>
+#include <KelStd/location/ShortWayWhereChecked.h>
 #include <KelStd/proj/LoadedProj.h>
-#include <KelStd/proj/Messages.h>
-#include <KelStd/proj/PreparedTransformations.h>
 
 #include <algorithm>
-#include <cmath>
 #include <iterator>
-#include <type_traits>
+#include <optional>
 #include <utility>
 
 namespace KelStd {
@@ -27,6 +24,37 @@ bool isGeographic(const QString &projection)
     });
 }
 
+/// A parameter that is a length [m], by PROJ's name; 0 where the projection has none.
+double lengthOf(const Projection &projection, const char *name)
+{
+    const QString key = projection.paramProj4.key(QLatin1String(name));
+    return projection.param.value(key).value.toDouble();
+}
+
+/// A place in the plane [m], east and north of the projection's origin, in the order of the axes.
+Pos planeAt(double east, double north, const Coord &coord)
+{
+    const EEllipsoidDirection axes = coord.ellipsoid.positiveDir;
+    const bool isWest = axes == EllipsoidDirection_WSU || axes == EllipsoidDirection_WNU;
+    const bool isSouth = axes == EllipsoidDirection_WSU || axes == EllipsoidDirection_ESU;
+    const double x = east + lengthOf(coord.projection, "x_0");
+    const double y = north + lengthOf(coord.projection, "y_0");
+    return Pos::fromENU(isWest ? -x : x, isSouth ? -y : y, 0.0);
+}
+
+bool isKrovak(const Projection &projection)
+{
+    return projection.proj4Projection.trimmed() == QLatin1String("krovak");
+}
+
+/// Where a projection is used: about its origin, but for Krovak's, whose origin is the apex of the
+/// cone, 700 km east and 1,000 km north of Bohemia.
+Pos homeOf(const Coord &coord)
+{
+    return isKrovak(coord.projection) ? planeAt(-700'000.0, -1'000'000.0, coord)
+                                      : planeAt(0.0, 0.0, coord);
+}
+
 } // namespace
 
 /// The stages of many locations, on transformations that are created once.
@@ -34,170 +62,115 @@ class LocationBuilder::Stages
 {
 public:
     explicit Stages(const Coord &coord)
-        : Stages(ChainDefinitions(&coord), geoidGridFile(&coord),
-                 isGeographic(coord.projection.proj4Projection))
+        : Stages(ChainDefinitions(&coord), coord, geoidGridFile(&coord))
     {}
 
     /// `location` is as it was when one of the steps fails. They write it in place: a copy at the
-    /// end would wait for what was written last.
-    template <typename Steps>
-    bool make(Steps steps, const Pos &position, Location &location, ConversionFailure *failure)
+    /// end would wait for what was written last. `stepsFrom` takes the stages, the position and the
+    /// location.
+    template <typename StepsFrom>
+    bool make(StepsFrom stepsFrom, const Pos &position, Location &location,
+              ConversionFailure *failure)
     {
-        m_failure = failure;
+        m_state.failure = failure;
         // Where PROJ is not loaded the first stage says so.
         if (!m_problem.isEmpty() && proj::LoadedProj::instance().isLoaded())
             return failBySystem();
         const Pos given = position; // which may be part of `location`
         const Location before = location;
-        m_projectedHeight = Height::Ellipsoidal;
-        if (steps(*this, given, location))
+        m_state.isAboveGeoid = false;
+        // Where the short way does not lead, the other one does, or knows the reason.
+        if (way() == Way::Short) {
+            BuilderStages<ShortWayWhereChecked> stages(*m_shortWay, m_state);
+            if (stepsFrom(stages, given, location))
+                return true;
+            location = before;
+            m_state.isAboveGeoid = false;
+            if (failure != nullptr)
+                *failure = {};
+        }
+        BuilderStages<DefinitionsWay> stages(m_definitionsWay, m_state);
+        if (stepsFrom(stages, given, location))
             return true;
         location = before;
         return false;
     }
 
-    bool geographicToCartesian(const Pos &from, Pos &to)
-    {
-        return m_prepared.convert(m_geographicToCartesian, from, to, m_failure);
-    }
-
-    bool cartesianToGeographic(const Pos &from, Pos &to)
-    {
-        return m_prepared.convert(m_cartesianToGeographic, from, to, m_failure);
-    }
-
-    bool cartesianToLocal(const Pos &from, Pos &to)
-    {
-        return m_prepared.convert(m_cartesianToLocal, from, to, m_failure);
-    }
-
-    bool localToCartesian(const Pos &from, Pos &to)
-    {
-        return m_prepared.convert(m_localToCartesian, from, to, m_failure);
-    }
-
-    bool localToProjected(const Pos &from, Pos &to)
-    {
-        return m_prepared.convert(m_localToProjected, from, to, m_failure);
-    }
-
-    bool projectedToLocal(const Pos &from, Pos &to)
-    {
-        return m_prepared.convert(m_projectedToLocal, from, to, m_failure);
-    }
-
-    bool isPosition(const Pos &wgs84)
-    {
-        return !m_isOneToOneRequired || one_to_one::isPosition(wgs84.getLongLatH())
-               || refuseAsNotOneToOne();
-    }
-
-    bool leadsBackToLocal(const Pos &local, const Pos &plane)
-    {
-        if (!m_isOneToOneRequired)
-            return true;
-        Pos back;
-        return (one_to_one::isInPlane(plane)
-                && m_prepared.convert(m_projectedToLocal, plane, back, nullptr)
-                && one_to_one::isSamePlace(local.getLongLatH(), back.getLongLatH()))
-               || refuseAsNotOneToOne();
-    }
-
-    bool leadsBackToPlane(const Pos &plane, const Pos &local)
-    {
-        return !m_isOneToOneRequired || (one_to_one::isInPlane(plane) && leadsBack(plane, local))
-               || refuseAsNotOneToOne();
-    }
-
-    bool toGeoid(const Pos &wgs84, double &diff)
-    {
-        return m_hasGeoid && reachesGeoid(separation(Height::Ellipsoidal, wgs84, diff, m_failure));
-    }
-
-    bool toEllipsoid(const Pos &wgs84, double &diff)
-    {
-        return m_hasGeoid && reachesGeoid(separation(Height::AboveGeoid, wgs84, diff, m_failure));
-    }
-
     bool separation(Height given, const Pos &wgs84, double &diff, ConversionFailure *failure)
     {
-        return m_prepared.shift(given == Height::Ellipsoidal ? m_toGeoid : m_toEllipsoid,
-                                wgs84.getLongLatH(), diff, failure);
+        return m_state.prepared.shift(given == Height::Ellipsoidal ? m_state.toGeoid
+                                                                   : m_state.toEllipsoid,
+                                      wgs84.getLongLatH(), diff, failure);
     }
 
-    void requireOneToOne(bool isRequired) { m_isOneToOneRequired = isRequired; }
+    void requireOneToOne(bool isRequired) { m_state.isOneToOneRequired = isRequired; }
+
+    void requireDefinitions(bool isRequired)
+    {
+        m_areDefinitionsRequired = isRequired;
+        m_preparedFor = neverPrepared;
+    }
+
+    Way way()
+    {
+        if (m_preparedFor != m_state.prepared.generation())
+            chooseWay();
+        return m_way;
+    }
 
     /// Of the location that was made last.
-    Height projectedHeight() const { return m_projectedHeight; }
+    Height projectedHeight() const
+    {
+        return m_state.isAboveGeoid ? Height::AboveGeoid : Height::Ellipsoidal;
+    }
 
 private:
-    using Kind = ConversionFailureKind;
-    using Index = proj::PreparedTransformations::Index;
+    static constexpr int neverPrepared = -1;
 
-    bool refuseAsNotOneToOne()
+    Stages(const ChainDefinitions &chain, const Coord &coord, const QString &gridFile)
+        : m_state(gridFile, isGeographic(coord.projection.proj4Projection)),
+          m_definitionsWay(m_state.prepared, chain), m_home(homeOf(coord)),
+          m_isKrovak(isKrovak(coord.projection)), m_problem(chain.problem)
     {
-        return proj::fail(m_failure, Kind::NotOneToOne, proj::notOneToOneText);
+        if (const auto operations = ShortWayOperations::of(chain))
+            m_shortWay.emplace(m_definitionsWay, m_state.prepared, *operations);
     }
 
     bool failBySystem()
     {
-        if (m_failure != nullptr)
-            *m_failure = {Kind::BadSystem, m_problem};
+        if (m_state.failure != nullptr)
+            *m_state.failure = {ConversionFailureKind::BadSystem, m_problem};
         return false;
     }
 
-    bool reachesGeoid(bool isSeparated)
+    void chooseWay()
     {
-        m_projectedHeight = isSeparated ? Height::AboveGeoid : Height::Ellipsoidal;
-        return isSeparated;
+        m_way = Way::Definitions;
+        if (!m_shortWay || m_areDefinitionsRequired) {
+            m_preparedFor = m_state.prepared.generation();
+            return;
+        }
+        if (!proj::LoadedProj::instance().isLoaded())
+            return;
+        m_preparedFor = m_state.prepared.generation();
+        m_shortWay->forget();
+        if (!m_shortWay->holdsAbout(m_home))
+            return;
+        // Along a great circle through the apex, PROJ's own arithmetic loses half of its digits.
+        if (m_isKrovak)
+            m_shortWay->keepTo(0.0, 40.0, 40.0, 55.0);
+        m_way = Way::Short;
     }
 
-    bool leadsBack(const Pos &given, const Pos &local)
-    {
-        const auto project = [this](const Pos &from, Pos &to) {
-            return m_prepared.convert(m_localToProjected, from, to, nullptr);
-        };
-        Pos back;
-        if (!project(local, back))
-            return false;
-        if (m_hasGeographicPlane)
-            return one_to_one::isSamePlace(given.getLongLatH(), back.getLongLatH());
-        // Less than the tolerance in any unit of length.
-        constexpr double negligible = 1e-6;
-        const stENU &a = given.getENU();
-        const stENU &b = back.getENU();
-        return (std::abs(a.e - b.e) <= negligible && std::abs(a.n - b.n) <= negligible)
-               || one_to_one::isSamePointOfPlane(given, back, local, project);
-    }
-
-    Stages(const ChainDefinitions &chain, const QString &gridFile, bool hasGeographicPlane)
-        : m_geographicToCartesian(m_prepared.addConversion(chain.geographic, chain.cartesian)),
-          m_cartesianToGeographic(m_prepared.addConversion(chain.cartesian, chain.geographic)),
-          m_cartesianToLocal(m_prepared.addConversion(chain.cartesian, chain.localGeographic)),
-          m_localToCartesian(m_prepared.addConversion(chain.localGeographic, chain.cartesian)),
-          m_localToProjected(m_prepared.addConversion(chain.localGeographic, chain.localProjected)),
-          m_projectedToLocal(m_prepared.addConversion(chain.localProjected, chain.localGeographic)),
-          m_toGeoid(m_prepared.addShift(gridFile, proj::ShiftDirection::ToGeoid)),
-          m_toEllipsoid(m_prepared.addShift(gridFile, proj::ShiftDirection::ToEllipsoid)),
-          m_hasGeoid(!gridFile.isEmpty()), m_hasGeographicPlane(hasGeographicPlane),
-          m_problem(chain.problem)
-    {}
-
-    proj::PreparedTransformations m_prepared; // before the numbers that it gives out
-    Index m_geographicToCartesian;
-    Index m_cartesianToGeographic;
-    Index m_cartesianToLocal;
-    Index m_localToCartesian;
-    Index m_localToProjected;
-    Index m_projectedToLocal;
-    Index m_toGeoid;
-    Index m_toEllipsoid;
-    bool m_hasGeoid;
-    bool m_hasGeographicPlane; ///< the "projection" leaves longitude and latitude as they are
-    QString m_problem;         ///< what keeps every location from being made, or empty
-    bool m_isOneToOneRequired = false;
-    Height m_projectedHeight = Height::Ellipsoidal;
-    ConversionFailure *m_failure = nullptr; ///< where the stages of a position put their failures
+    BuilderState m_state; // before the ways, which keep their transformations in it
+    DefinitionsWay m_definitionsWay;
+    std::optional<ShortWayWhereChecked> m_shortWay; ///< nothing for a system that has none
+    Pos m_home; ///< in the plane, where both ways are compared first
+    bool m_isKrovak;
+    QString m_problem; ///< what keeps every location from being made, or empty
+    Way m_way = Way::Definitions;
+    bool m_areDefinitionsRequired = false;
+    int m_preparedFor = neverPrepared; ///< the generation of PROJ's objects for which it was chosen
 };
 
 namespace {
@@ -234,23 +207,30 @@ void flatten(const ConversionFailure &failure, QString *error)
         *error = failure.text;
 }
 
-/// What `use` gives for the steps from a frame; nothing made for a number that is no frame. The
-/// steps come as a type, so that those of a loop become part of it.
-template <typename Stages, typename Use>
+/// What `use` gives for the steps from a frame; nothing made for a number that is no frame. Each
+/// frame's steps have a type of their own, so that those of a loop become part of it.
+template <typename Use>
 auto withStepsFrom(LocationBuilder::Frame frame, Use use)
 {
-    using Steps = bool (*)(Stages &, const Pos &, Location &);
-    using Geographic = std::integral_constant<Steps, &steps::fromWgs84Geographic<Stages>>;
-    using Cartesian = std::integral_constant<Steps, &steps::fromWgs84Cartesian<Stages>>;
-    using Local = std::integral_constant<Steps, &steps::fromLocalGeographic<Stages>>;
-    using Projected = std::integral_constant<Steps, &steps::fromLocalProjected<Stages>>;
+    const auto geographic = [](auto &stages, const Pos &position, Location &location) {
+        return steps::fromWgs84Geographic(stages, position, location);
+    };
+    const auto cartesian = [](auto &stages, const Pos &position, Location &location) {
+        return steps::fromWgs84Cartesian(stages, position, location);
+    };
+    const auto local = [](auto &stages, const Pos &position, Location &location) {
+        return steps::fromLocalGeographic(stages, position, location);
+    };
+    const auto projected = [](auto &stages, const Pos &position, Location &location) {
+        return steps::fromLocalProjected(stages, position, location);
+    };
     switch (frame) {
-    case LocationBuilder::Frame::Wgs84Geographic: return use(Geographic());
-    case LocationBuilder::Frame::Wgs84Cartesian: return use(Cartesian());
-    case LocationBuilder::Frame::LocalGeographic: return use(Local());
-    case LocationBuilder::Frame::LocalProjected: return use(Projected());
+    case LocationBuilder::Frame::Wgs84Geographic: return use(geographic);
+    case LocationBuilder::Frame::Wgs84Cartesian: return use(cartesian);
+    case LocationBuilder::Frame::LocalGeographic: return use(local);
+    case LocationBuilder::Frame::LocalProjected: return use(projected);
     }
-    return decltype(use(Geographic()))();
+    return decltype(use(geographic))();
 }
 
 } // namespace
@@ -266,10 +246,20 @@ void LocationBuilder::requireOneToOne(bool isRequired)
     m_stages->requireOneToOne(isRequired);
 }
 
+void LocationBuilder::requireDefinitions(bool isRequired)
+{
+    m_stages->requireDefinitions(isRequired);
+}
+
+LocationBuilder::Way LocationBuilder::way()
+{
+    return m_stages->way();
+}
+
 bool LocationBuilder::make(Frame from, const Pos &position, Location &location, QString *error)
 {
     ConversionFailure failure;
-    const bool isMade = withStepsFrom<Stages>(from, [&](auto steps) {
+    const bool isMade = withStepsFrom(from, [&](auto steps) {
         return m_stages->make(steps, position, location, error != nullptr ? &failure : nullptr);
     });
     flatten(failure, error);
@@ -285,7 +275,7 @@ std::size_t LocationBuilder::make(Frame from, const Pos *positions, std::size_t 
                                   Location *locations, Outcome *outcomes)
 {
     Stages &stages = *m_stages;
-    return withStepsFrom<Stages>(from, [&](auto steps) {
+    return withStepsFrom(from, [&](auto steps) {
         return makeEach(count, outcomes, [&](std::size_t i, ConversionFailure *failure) {
             const bool isMade = stages.make(steps, positions[i], locations[i], failure);
             if (isMade && outcomes != nullptr)

@@ -1,6 +1,7 @@
 #include <KelStd/positions/PlainNumbers.h>
 
 #include <KelStd/coord/Enumerations.h>
+#include <KelStd/positions/FixedDecimals.h>
 #include <KelStd/text/CoordStringHelper.h>
 
 #include <algorithm>
@@ -55,6 +56,11 @@ QString withoutSignOfZero(QString text)
 
 void appendNumber(QByteArray &bytes, double value, int decimals)
 {
+    char fixed[maxFixedCharacters];
+    if (const std::size_t size = writeFixedDecimals(value, decimals, fixed); size > 0) {
+        bytes.append(fixed, static_cast<int>(size));
+        return;
+    }
     constexpr double most = 1e15;
     constexpr int maxDecimals = 20;
     constexpr std::size_t maxCharacters = 64;

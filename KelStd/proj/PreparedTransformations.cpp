@@ -5,7 +5,7 @@
 
 namespace KelStd::proj {
 
-using Kind = ConversionFailureKind;
+using FailureKind = ConversionFailureKind;
 
 PreparedTransformations::~PreparedTransformations()
 {
@@ -15,14 +15,22 @@ PreparedTransformations::~PreparedTransformations()
 PreparedTransformations::Index PreparedTransformations::addConversion(const QString &from,
                                                                       const QString &to)
 {
-    m_transformations.push_back({false, from, to, ShiftDirection::ToGeoid, nullptr, false});
+    m_transformations.push_back(
+        {Kind::Conversion, from, to, ShiftDirection::ToGeoid, nullptr, false});
     return m_transformations.size() - 1;
 }
 
 PreparedTransformations::Index PreparedTransformations::addShift(const QString &gridFile,
                                                                  ShiftDirection direction)
 {
-    m_transformations.push_back({true, gridFile, {}, direction, nullptr, false});
+    m_transformations.push_back({Kind::Shift, gridFile, {}, direction, nullptr, false});
+    return m_transformations.size() - 1;
+}
+
+PreparedTransformations::Index PreparedTransformations::addOperation(const QString &definition)
+{
+    m_transformations.push_back(
+        {Kind::Operation, definition, {}, ShiftDirection::ToGeoid, nullptr, false});
     return m_transformations.size() - 1;
 }
 
@@ -40,9 +48,9 @@ bool PreparedTransformations::prepareAnd(Use use, Transformation &transformation
     if (transformation.isRefused)
         return refuse(transformation, failure);
     if (!LoadedProj::instance().isLoaded())
-        return fail(failure, Kind::NotLoaded, noLibraryText);
-    if (transformation.isShift && transformation.from.isEmpty())
-        return fail(failure, Kind::NoGeoidModel, noGridFileText);
+        return fail(failure, FailureKind::NotLoaded, noLibraryText);
+    if (transformation.kind == Kind::Shift && transformation.from.isEmpty())
+        return fail(failure, FailureKind::NoGeoidModel, noGridFileText);
 
     create(transformation);
     PJ *const object = transformation.object.get();
@@ -66,6 +74,14 @@ bool PreparedTransformations::prepareAndShift(Transformation &transformation,
                       transformation, failure);
 }
 
+bool PreparedTransformations::prepareAndApply(Transformation &transformation,
+                                              PJ_DIRECTION direction, PJ_COORD &coordinate)
+{
+    return prepareAnd(
+        [&](PJ *object) { return transform(m_functions, object, direction, coordinate); },
+        transformation, nullptr);
+}
+
 void PreparedTransformations::beforeUnload()
 {
     for (Transformation &transformation : m_transformations) {
@@ -74,13 +90,16 @@ void PreparedTransformations::beforeUnload()
     }
     m_context.reset();
     m_hasError = false;
+    ++m_generation;
 }
 
 void PreparedTransformations::create(Transformation &transformation)
 {
     ProjMessages messages;
     createWith(transformation, messages);
-    messages.log();
+    // An operation is an attempt, after which the transformations are asked.
+    if (transformation.kind != Kind::Operation)
+        messages.log();
 }
 
 void PreparedTransformations::createWith(Transformation &transformation, ProjMessages &messages)
@@ -93,25 +112,35 @@ void PreparedTransformations::createWith(Transformation &transformation, ProjMes
     if (m_context == nullptr)
         return;
     PJ_CONTEXT *const context = m_context.get();
-    transformation.object =
-        transformation.isShift
-            ? createShift(context, transformation.from, transformation.direction, messages)
-            : createConversion(context, transformation.from, transformation.to, messages);
+    switch (transformation.kind) {
+    case Kind::Conversion:
+        transformation.object =
+            createConversion(context, transformation.from, transformation.to, messages);
+        break;
+    case Kind::Shift:
+        transformation.object =
+            createShift(context, transformation.from, transformation.direction, messages);
+        break;
+    case Kind::Operation:
+        transformation.object = createOperation(context, transformation.from, messages);
+        break;
+    }
 }
 
 bool PreparedTransformations::refuse(Transformation &transformation, ConversionFailure *failure)
 {
     transformation.isRefused = true;
     m_hasError = true;
-    return transformation.isShift ? fail(failure, Kind::BadGeoidModel, geoidModelFailedText)
-                                  : fail(failure, Kind::RefusedDefinition, errorFormatText);
+    return transformation.kind == Kind::Shift
+               ? fail(failure, FailureKind::BadGeoidModel, geoidModelFailedText)
+               : fail(failure, FailureKind::RefusedDefinition, errorFormatText);
 }
 
 bool PreparedTransformations::failAt(const PJ *transformation, ConversionFailure *failure)
 {
     m_hasError = true;
     if (failure != nullptr)
-        *failure = {Kind::NoResult, failureText(transformation)};
+        *failure = {FailureKind::NoResult, failureText(transformation)};
     return false;
 }
 

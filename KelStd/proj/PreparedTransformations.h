@@ -28,6 +28,10 @@ public:
     /// Announces the vertical shift by a grid.
     Index addShift(const QString &gridFile, ShiftDirection direction);
 
+    /// Announces the operation of a PROJ definition, in which angles are radians. The definition
+    /// names no file. What PROJ says of it is not logged.
+    Index addOperation(const QString &definition);
+
     /// As `ProjLib::ConvertPosList` for one position: the same result and the same text. `to`,
     /// which may be `from`, is untouched by a failure, `failure` (which may be null) by a success.
     bool convert(Index conversion, const Pos &from, Pos &to, ConversionFailure *failure)
@@ -49,10 +53,31 @@ public:
         return separation(m_functions, object, point, diff) || failAt(object, failure);
     }
 
+    /// Takes `coordinate` through an operation, or through its inverse. False where PROJ has no
+    /// result, or no such operation; `coordinate` means nothing then.
+    bool apply(Index operation, PJ_DIRECTION direction, PJ_COORD &coordinate)
+    {
+        Transformation &transformation = m_transformations[operation];
+        if (!isReady(transformation))
+            return prepareAndApply(transformation, direction, coordinate);
+        PJ *const object = transformation.object.get();
+        return transform(m_functions, object, direction, coordinate) || failAt(object, nullptr);
+    }
+
+    /// Grows when the library is unloaded: with another one, PROJ may decide otherwise.
+    int generation() const { return m_generation; }
+
 private:
+    enum class Kind
+    {
+        Conversion, ///< between two definitions
+        Shift,      ///< by a grid
+        Operation   ///< of one definition
+    };
+
     struct Transformation
     {
-        bool isShift;
+        Kind kind;
         QString from; ///< definition, or the grid file
         QString to;
         ShiftDirection direction;
@@ -70,6 +95,8 @@ private:
                            ConversionFailure *failure);
     bool prepareAndShift(Transformation &transformation, const stLongLatH &point, double &diff,
                          ConversionFailure *failure);
+    bool prepareAndApply(Transformation &transformation, PJ_DIRECTION direction,
+                         PJ_COORD &coordinate);
     template <typename Use>
     bool prepareAnd(Use use, Transformation &transformation, ConversionFailure *failure);
     void create(Transformation &transformation);
@@ -80,6 +107,7 @@ private:
     const ProjFunctions &m_functions; ///< those of whatever library is loaded
     std::vector<Transformation> m_transformations;
     ProjContext m_context;
+    int m_generation = 0;
     bool m_hasError = false; ///< PROJ's context holds that of an earlier failure
 };
 

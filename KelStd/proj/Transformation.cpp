@@ -92,4 +92,11 @@ ProjObject createShift(PJ_CONTEXT *context, const QString &gridFile, ShiftDirect
     return ProjObject(LoadedProj::instance().functions().proj_create(context, definition));
 }
 
+ProjObject createOperation(PJ_CONTEXT *context, const QString &definition, ProjMessages &messages)
+{
+    const ProjMessages::Listener listener(messages);
+    return ProjObject(
+        LoadedProj::instance().functions().proj_create(context, definition.toUtf8().constData()));
+}
+
 } // namespace KelStd::proj

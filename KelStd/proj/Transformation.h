@@ -31,6 +31,9 @@ ProjObject createConversion(PJ_CONTEXT *context, const QString &from, const QStr
 ProjObject createShift(PJ_CONTEXT *context, const QString &gridFile, ShiftDirection direction,
                        ProjMessages &messages);
 
+/// The operation of a PROJ definition, in which angles are radians, or null when PROJ refuses it.
+ProjObject createOperation(PJ_CONTEXT *context, const QString &definition, ProjMessages &messages);
+
 /// A position at no time as PROJ takes it. PROJ reads it by pairs at once, and the processor would
 /// wait for the halves of a pair that were written one by one: some hundredth of the arithmetic.
 inline PJ_COORD coordinateOf(const stXYZ &position)
@@ -47,13 +50,22 @@ inline PJ_COORD coordinateOf(const stXYZ &position)
 #endif
 }
 
+/// Takes `coordinate` through a transformation. False when PROJ has no result, of which
+/// `coordinate` holds what PROJ gave.
+inline bool transform(const ProjFunctions &functions, PJ *transformation, PJ_DIRECTION direction,
+                      PJ_COORD &coordinate)
+{
+    coordinate = functions.proj_trans(transformation, direction, coordinate);
+    return isResult(coordinate.v[0]) && isResult(coordinate.v[1]) && isResult(coordinate.v[2]);
+}
+
 /// Transforms `from` into `to`, which may be the same object. False, with `to` untouched, when PROJ
 /// has no result.
 inline bool transform(const ProjFunctions &functions, PJ *conversion, const Pos &from, Pos &to)
 {
     // The three readings of a position share their storage: one of them serves every frame.
-    const PJ_COORD out = functions.proj_trans(conversion, PJ_FWD, coordinateOf(from.getXYZ()));
-    if (!isResult(out.v[0]) || !isResult(out.v[1]) || !isResult(out.v[2]))
+    PJ_COORD out = coordinateOf(from.getXYZ());
+    if (!transform(functions, conversion, PJ_FWD, out))
         return false;
     to.setXYZ(out.v[0], out.v[1], out.v[2]);
     return true;

@@ -160,6 +160,116 @@ void buildLocationsBare(benchmark::State &state)
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }
 
+// --- Systems with other shifts and projections, from both ends of the chain ----------------------
+
+constexpr std::size_t pointsOfSystem = 1'000'000;
+
+/// Krassowsky's ellipsoid, seven parameters and a transverse Mercator projection.
+Coord krassowskySystem()
+{
+    Coord coord;
+    Coord::CreateDefaultTMercCoordination(coord);
+    coord.ellipsoid.proj4EllpsName = QStringLiteral("krass");
+    stEllipsoinTransform &shift = coord.ellipsoidTransform;
+    shift.fuction = EllipsoinTransformFunction_Seven;
+    shift.x_translate = Param(ValueType_Double, Unit_Meter, 100.0);
+    shift.y_translate = Param(ValueType_Double, Unit_Meter, -20.0);
+    shift.z_translate = Param(ValueType_Double, Unit_Meter, 5.0);
+    shift.x_rotate = Param(ValueType_Double, Unit_Second, 1.1);
+    shift.y_rotate = Param(ValueType_Double, Unit_Second, 2.2);
+    shift.z_rotate = Param(ValueType_Double, Unit_Second, 3.3);
+    shift.ratio_ppm = Param(ValueType_Double, Unit_None, -1.5);
+    return coord;
+}
+
+/// A system and where it is used [deg].
+struct UsedSystem
+{
+    Coord coord;
+    double west, east, south, north;
+};
+
+const UsedSystem &usedSystem(std::int64_t number)
+{
+    static const std::array<UsedSystem, 3> systems = {
+        UsedSystem{benchmarkSystem(), 0.0, 6.0, 40.0, 60.0},
+        UsedSystem{krassowskySystem(), -3.0, 3.0, 40.0, 60.0},
+        UsedSystem{bench::publishedSystem("rd_new.xml"), 3.4, 7.2, 50.75, 53.6}};
+    return systems.at(static_cast<std::size_t>(number));
+}
+
+/// Locations of random positions up to 3,000 m high.
+std::vector<Location> locationsOf(const UsedSystem &system)
+{
+    std::mt19937 random(1);
+    std::uniform_real_distribution<double> longitude(system.west, system.east);
+    std::uniform_real_distribution<double> latitude(system.south, system.north);
+    std::uniform_real_distribution<double> height(0.0, 3000.0);
+    LocationBuilder builder(system.coord);
+    std::vector<Location> made(pointsOfSystem);
+    for (Location &location : made) {
+        const Pos start = Pos::fromLongLatH(longitude(random), latitude(random), height(random));
+        builder.make(LocationBuilder::Frame::Wgs84Geographic, start, location);
+    }
+    return made;
+}
+
+std::vector<Pos> startsOf(const UsedSystem &system, bool areProjected)
+{
+    std::vector<Pos> starts;
+    for (const Location &location : locationsOf(system))
+        starts.push_back(areProjected ? location.localNEH : location.wgs84LLH);
+    return starts;
+}
+
+void buildOfSystem(benchmark::State &state)
+{
+    const UsedSystem &system = usedSystem(state.range(0));
+    const bool areProjected = state.range(1) != 0;
+    const std::vector<Pos> starts = startsOf(system, areProjected);
+    const auto frame = areProjected ? LocationBuilder::Frame::LocalProjected
+                                    : LocationBuilder::Frame::Wgs84Geographic;
+    LocationBuilder builder(system.coord);
+    if (builder.way() != LocationBuilder::Way::Short)
+        state.SkipWithError("the system does not take the short way");
+    for (auto _ : state) {
+        if (builder.make(frame, starts.data(), starts.size(), locations().data()) != starts.size())
+            state.SkipWithError("some positions cannot be converted");
+    }
+    state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(starts.size()));
+}
+
+/// The three transformations of the definitions.
+void buildOfSystemBare(benchmark::State &state)
+{
+    const UsedSystem &system = usedSystem(state.range(0));
+    const bool areProjected = state.range(1) != 0;
+    const std::vector<Pos> starts = startsOf(system, areProjected);
+    const bench::Definitions d(system.coord);
+    const char *const forth[] = {d.wgs84Geographic, d.wgs84Cartesian, d.localGeographic,
+                                 d.localProjected};
+    const char *const back[] = {d.localProjected, d.localGeographic, d.wgs84Cartesian,
+                                d.wgs84Geographic};
+    const auto &frames = areProjected ? back : forth;
+    const BareStage first(frames[0], frames[1]);
+    const BareStage second(frames[1], frames[2]);
+    const BareStage third(frames[2], frames[3]);
+    static std::vector<std::array<PJ_COORD, 4>> results(pointsOfSystem);
+    const auto trans = bareProj().trans;
+    for (auto _ : state) {
+        for (std::size_t i = 0; i < starts.size(); ++i) {
+            const stXYZ &start = starts[i].getXYZ();
+            std::array<PJ_COORD, 4> &result = results[i];
+            result[0] = PJ_COORD{{start.x, start.y, start.z, 0.0}};
+            result[1] = trans(first.object(), PJ_FWD, result[0]);
+            result[2] = trans(second.object(), PJ_FWD, result[1]);
+            result[3] = trans(third.object(), PJ_FWD, result[2]);
+        }
+        benchmark::DoNotOptimize(results.data());
+    }
+    state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(starts.size()));
+}
+
 constexpr std::size_t separationPoints = 100'000;
 
 QString gridFile()
@@ -221,6 +331,16 @@ void buildSeparationsBare(benchmark::State &state)
     state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(separationPoints));
 }
 
+BENCHMARK(buildOfSystem)
+    ->ArgNames({"system", "projected"})
+    ->ArgsProduct({{0, 1, 2}, {0, 1}})
+    ->UseRealTime()
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK(buildOfSystemBare)
+    ->ArgNames({"system", "projected"})
+    ->ArgsProduct({{0, 1, 2}, {0, 1}})
+    ->UseRealTime()
+    ->Unit(benchmark::kMillisecond);
 BENCHMARK(buildSeparations)->ArgName("inverse")->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
 BENCHMARK(buildSeparationsBare)->ArgName("inverse")->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
 BENCHMARK(buildLocations)

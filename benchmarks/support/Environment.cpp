@@ -20,13 +20,17 @@ Environment::~Environment()
 
 const Coord &benchmarkSystem()
 {
-    static const Coord system = [] {
-        Coord coord;
-        if (!Coord_IO::xml_read(QStringLiteral(KELSTD_SYSTEMS_DIR "/ed50_utm_31n.xml"), coord))
-            qFatal("the benchmark's coordinate system could not be read");
-        return coord;
-    }();
+    static const Coord system = publishedSystem("ed50_utm_31n.xml");
     return system;
+}
+
+Coord publishedSystem(const char *document)
+{
+    Coord coord;
+    if (!Coord_IO::xml_read(QStringLiteral(KELSTD_SYSTEMS_DIR "/") + QLatin1String(document),
+                            coord))
+        qFatal("the coordinate system %s could not be read", document);
+    return coord;
 }
 
 } // namespace KelStd::bench

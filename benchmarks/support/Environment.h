@@ -23,4 +23,7 @@ private:
 /// ED50 / UTM zone 31N: a datum shift and a transverse Mercator projection.
 const Coord &benchmarkSystem();
 
+/// A system of the published figures, by its document's name.
+Coord publishedSystem(const char *document);
+
 } // namespace KelStd::bench

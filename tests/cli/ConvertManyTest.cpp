@@ -8,10 +8,12 @@
 
 #include <KelStd/coord/Coord.h>
 #include <KelStd/io/Coord_IO.h>
+#include <KelStd/location/LocationBuilder.h>
 
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QThread>
 
+#include <cmath>
 #include <random>
 
 #include <fcntl.h>
@@ -154,6 +156,20 @@ TEST_F(ConvertMany, EveryLineIsAnsweredInItsPlace)
                               .arg(m_lines.failing.size() + m_lines.positions.size()));
 }
 
+/// The numbers of a line, to a unit of their last decimals.
+void expectNear(const QString &line, const QString &expected)
+{
+    const QStringList fields = line.split(QLatin1Char(','));
+    const QStringList others = expected.split(QLatin1Char(','));
+    ASSERT_EQ(fields.size(), others.size());
+    for (int i = 1; i + 1 < fields.size(); ++i) {
+        const int decimals = fields.at(i).size() - fields.at(i).indexOf(QLatin1Char('.')) - 1;
+        EXPECT_NEAR(fields.at(i).toDouble(), others.at(i).toDouble(),
+                    1.01 * std::pow(10.0, -decimals))
+            << line.toStdString();
+    }
+}
+
 /// What the library makes of one position at a time is what stands in the output.
 TEST_F(ConvertMany, TheNumbersAreThoseOfTheLibrary)
 {
@@ -164,11 +180,16 @@ TEST_F(ConvertMany, TheNumbersAreThoseOfTheLibrary)
     Coord coord;
     QString error;
     ASSERT_TRUE(Coord_IO::xml_read(test::systemPath(system), coord, &error)) << error;
+    LocationBuilder builder(coord);
     for (int i = 0; i < m_lines.positions.size(); i += 83) {
         const ManyLines::Position &position = m_lines.positions.at(i);
         Location location;
         ASSERT_TRUE(Coord::MakeLocation_byWGS84LatLongH(position.position, location, nullptr,
                                                         &coord, &error))
+            << error;
+        expectNear(out.at(i + 1), expectedLine(position.name, location));
+        ASSERT_TRUE(builder.make(LocationBuilder::Frame::Wgs84Geographic, position.position,
+                                 location, &error))
             << error;
         EXPECT_EQ(out.at(i + 1), expectedLine(position.name, location));
     }

@@ -182,6 +182,7 @@ TEST_F(BuilderThreads, AreCreatedWhileAnotherThreadConvertsOneByOne)
         running.emplace_back([&] {
             for (int round = 0; round < rounds; ++round) {
                 LocationBuilder builder(coord);
+                builder.requireDefinitions();
                 Location made;
                 right += builder.make(Frame::Wgs84Geographic, start, made) && made == expected;
             }

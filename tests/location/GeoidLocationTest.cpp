@@ -428,6 +428,7 @@ TEST_F(GeoidLocation, ModelIsFoundWhateverSignsTheHomesPathHas)
         const Location location = make(locationOperations[0], start, coord);
         EXPECT_NEAR(location.get_NEH_H(), 45.0 - separationAt(location), micrometre);
         LocationBuilder builder(coord);
+        builder.requireDefinitions();
         Location built;
         ASSERT_TRUE(builder.make(LocationBuilder::Frame::Wgs84Geographic, start, built));
         EXPECT_TRUE(built == location);

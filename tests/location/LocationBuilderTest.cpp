@@ -145,12 +145,13 @@ bool sameBits(const Location &a, const Location &b)
     return std::memcmp(&a, &b, sizeof a) == 0;
 }
 
-TEST_P(LocationBuilderTest, GivesBitForBitWhatTheSinglePositionOperationsGive)
+TEST_P(LocationBuilderTest, GivesByDefinitionsBitForBitWhatTheSinglePositionOperationsGive)
 {
     const test::LogCapture log; // some systems are refused, each time
     const Coord coord = makeSystem(GetParam());
     const std::vector<Location> locations = locationsOf(GetParam(), pointsPerFrame);
     LocationBuilder builder(coord);
+    builder.requireDefinitions();
     for (const FrameRow &frame : frameRows) {
         const std::vector<Pos> positions = positionsIn(frame, locations);
         const test::MakeLocation makeOne = test::operationFrom(frame.ofLocation);
@@ -278,6 +279,7 @@ TEST_F(LocationBuilderLife, KeepsTheSystemThatItWasMadeFor)
 {
     Coord coord = rdNew();
     LocationBuilder builder(coord);
+    builder.requireDefinitions();
     Location expected;
     ASSERT_TRUE(
         Coord::MakeLocation_byWGS84LatLongH(inTheNetherlands, expected, nullptr, &coord, nullptr));

@@ -51,6 +51,7 @@ TEST_F(BuilderContext, IsOneOfItsOwnWithPathsOfItsOwn)
     home.fake().calls.clear();
     home.fake().searchPaths.clear();
     LocationBuilder builder(someSystem());
+    builder.requireDefinitions();
     Location location;
     ASSERT_TRUE(builder.make(Frame::Wgs84Geographic, Pos(), location));
 
