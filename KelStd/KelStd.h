@@ -33,6 +33,8 @@
 #include <KelStd/library/LibraryLock.h>
 #include <KelStd/library/LibraryRecord.h>
 #include <KelStd/library/OfferedNames.h>
+#include <KelStd/library/RecordDocuments.h>
+#include <KelStd/library/RecordHolders.h>
 #include <KelStd/library/RecordLoss.h>
 #include <KelStd/library/RecordNames.h>
 #include <KelStd/library/StandardLibrary.h>

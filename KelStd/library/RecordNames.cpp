@@ -134,4 +134,25 @@ QString nameFault(const QString &name)
     return {};
 }
 
+bool isTakenBy(const QString &name, const QString &present)
+{
+    return QString::compare(present, name, Qt::CaseInsensitive) == 0
+           || QString::compare(present, name.trimmed(), Qt::CaseInsensitive) == 0;
+}
+
+QStringList similarNames(const QString &name, const QStringList &names)
+{
+    constexpr int maxNames = 5;
+    const QString wanted = name.simplified();
+    QStringList equal;
+    QStringList containing;
+    for (const QString &candidate : names) {
+        if (QString::compare(candidate.simplified(), wanted, Qt::CaseInsensitive) == 0)
+            equal += candidate;
+        else if (!wanted.isEmpty() && candidate.contains(wanted, Qt::CaseInsensitive))
+            containing += candidate;
+    }
+    return (equal + containing).mid(0, maxNames);
+}
+
 } // namespace KelStd::library
