@@ -65,6 +65,7 @@
 #include <KelStd/text/CoordStringHelper.h>
 #include <KelStd/text/TypedAngle.h>
 #include <KelStd/text/TypedNumber.h>
+#include <KelStd/text/TypedValueFailure.h>
 #include <KelStd/text/UnitWords.h>
 #include <KelStd/time/Epoch.h>
 #include <KelStd/time/LeapSecondList.h>

@@ -132,9 +132,9 @@ bool mayBeAngle(const QString &name)
     static const QRegularExpression withLetter(
         QStringLiteral("\\A([NSEW]\\s*[0-9]+[.,][0-9]+|[0-9]+[.,][0-9]+\\s*[NSEW])\\z"),
         QRegularExpression::CaseInsensitiveOption);
-    QString reason;
+    TypedValueFailure failure;
     const auto isTyped = [&](AngleSense sense) {
-        return readTypedAngle(name, sense, DecimalMark::Point, reason).has_value();
+        return readTypedAngle(name, sense, DecimalMark::Point, failure).has_value();
     };
     return withLetter.match(name).hasMatch()
            || (hasAngleSigns(name)

@@ -223,6 +223,7 @@ QVariant valueOf(EValueType type, const QString &text, QString &reason)
 {
     bool ok = false;
     QVariant value;
+    TypedValueFailure failure;
     switch (static_cast<int>(type)) {
     case ValueType_None:
     case ValueType_String: return text;
@@ -238,8 +239,9 @@ QVariant valueOf(EValueType type, const QString &text, QString &reason)
         ok = value.isValid();
         break;
     default:
-        if (const auto number = readNumber(text, reason))
+        if (const auto number = readNumber(text, failure))
             return *number;
+        reason = failure.text;
         return {};
     }
     if (ok)

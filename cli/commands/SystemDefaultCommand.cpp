@@ -79,10 +79,10 @@ bool readOption(const CommandLine &line, const char *option, double least, doubl
     const QString name = QString::fromLatin1(option);
     if (!line.isSet(name))
         return true;
-    QString reason;
-    const auto number = readNumber(line.value(name).trimmed(), reason);
+    TypedValueFailure failure;
+    const auto number = readNumber(line.value(name).trimmed(), failure);
     if (!number) {
-        mistake = QStringLiteral("--%1 %2").arg(name, reason);
+        mistake = QStringLiteral("--%1 %2").arg(name, failure.text);
         return false;
     }
     if (*number < least || *number > most) {

@@ -253,13 +253,14 @@ TEST(ReadPlainNumber, LeavesEverythingElseToMoreCare)
 
 TEST(ReadNumber, SaysWhyATextIsNone)
 {
-    QString reason;
-    EXPECT_EQ(readNumber(QStringLiteral("-5.25"), reason), -5.25);
+    TypedValueFailure failure;
+    EXPECT_EQ(readNumber(QStringLiteral("-5.25"), failure), -5.25);
     for (const char *text : {"", " ", "5.25m", "1 2", "0x10", "1,5", "--1", "1e", "e5", "nan",
                              "inf", "-infinity", "1e400"}) {
-        reason.clear();
-        EXPECT_EQ(readNumber(QString::fromLatin1(text), reason), std::nullopt) << text;
-        EXPECT_FALSE(reason.isEmpty()) << text;
+        failure = {};
+        EXPECT_EQ(readNumber(QString::fromLatin1(text), failure), std::nullopt) << text;
+        EXPECT_TRUE(failure) << text;
+        EXPECT_FALSE(failure.text.isEmpty()) << text;
     }
 }
 
