@@ -1,5 +1,7 @@
 #include <KelStd/io/ProjNames.h>
 
+#include <KelStd/coord/GeographicProjections.h>
+
 #include <QtCore/QSet>
 #include <QtCore/QStringList>
 
@@ -19,7 +21,7 @@ struct ProjectionRow
 // with every parameter. Parameters of which PROJ has constants of its own (nzmg, alpha of krovak)
 // are listed where published definitions state them.
 constexpr ProjectionRow projectionRows[] = {
-    {"longlat latlong lonlat latlon", "lon_0"},
+    {geographicProjections, "lon_0"},
     {"tmerc", "x_0 y_0 lon_0 lat_0 k_0 k approx algo"},
     {"etmerc gstmerc lcca rouss somerc sterea tcea", "x_0 y_0 lon_0 lat_0 k_0 k"},
     {"utm", "zone south approx algo"},

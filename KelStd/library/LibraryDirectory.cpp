@@ -1,6 +1,7 @@
 #include <KelStd/library/LibraryDirectory.h>
 
 #include <KelStd/files/FileLock.h>
+#include <KelStd/files/ListableDirectory.h>
 #include <KelStd/files/WorkshopMark.h>
 #include <KelStd/library/LockName.h>
 #include <KelStd/library/StandardLibrary.h>
@@ -167,11 +168,17 @@ QString library::placeName(LibraryPlace place)
     return QString::fromLatin1(row->name);
 }
 
+QStringList library::placeNames()
+{
+    QStringList names;
+    for (const PlaceRow &row : placeRows)
+        names += QString::fromLatin1(row.name);
+    return names;
+}
+
 bool library::isListable(const QString &directory)
 {
-    const QFileInfo info(directory);
-    // What may not be searched shows names, but nothing of what they are.
-    return !info.isDir() || (info.isReadable() && info.isExecutable());
+    return files::isListable(QFileInfo(directory));
 }
 
 LibraryFailure library::listingFailure(const QString &directory)

@@ -39,7 +39,7 @@ enum class Said
 struct SaidUnit
 {
     Said said = Said::All;
-    const HeadingUnit *unit = nullptr;
+    const NamedUnit *unit = nullptr;
     QString words; ///< as they stand
 };
 
@@ -113,7 +113,7 @@ bool isFiller(const QString &word)
 }
 
 /// The unit that begins with that word, the longest one; `next` is behind it.
-const HeadingUnit *unitAt(const QVector<Word> &words, int position, int &next)
+const NamedUnit *unitAt(const QVector<Word> &words, int position, int &next)
 {
     constexpr int maxWords = 3; // "us survey feet"
     for (int count = std::min(maxWords, words.size() - position); count > 0; --count) {
@@ -121,7 +121,7 @@ const HeadingUnit *unitAt(const QVector<Word> &words, int position, int &next)
         for (int i = position; i < position + count; ++i)
             parts += words.at(i).lower();
         const QString name = parts.join(QLatin1Char('_'));
-        const HeadingUnit *unit = unitNamed(name);
+        const NamedUnit *unit = unitNamed(name);
         const bool isClear = unit != nullptr && unit->kind != UnitKind::TypedAngle
                              && name.size() > 1 && name != QLatin1String("in");
         if (!isClear)
@@ -144,7 +144,7 @@ bool isNameAt(const QVector<Word> &words, int next)
 
 /// The unit that the words behind a subject give it: "units: feet", "heights above the ellipsoid in
 /// feet".
-const HeadingUnit *unitBehind(const QVector<Word> &words, int subject, int &next)
+const NamedUnit *unitBehind(const QVector<Word> &words, int subject, int &next)
 {
     constexpr int maxFillers = 8;
     bool isIn = isUnitsWord(words.at(subject).lower());
@@ -152,7 +152,7 @@ const HeadingUnit *unitBehind(const QVector<Word> &words, int subject, int &next
         const QString word = words.at(i).lower();
         const bool isInBrackets = !isIn && i == subject + 1 && words.at(i).isBehindBracket;
         if (isIn || isInBrackets) {
-            if (const HeadingUnit *unit = unitAt(words, i, next)) {
+            if (const NamedUnit *unit = unitAt(words, i, next)) {
                 // "(cm accuracy)"
                 const bool goesOn =
                     isInBrackets && next < words.size() && !words.at(next).isBehindSign;
@@ -201,16 +201,16 @@ QVector<SaidUnit> saidUnits(const QString &text)
         return said;
     // Nothing but a unit: "US survey feet", "in feet".
     const bool beginsIn = !words.isEmpty() && words.first().lower() == QLatin1String("in");
-    const HeadingUnit *whole = unitAt(words, beginsIn ? 1 : 0, next);
+    const NamedUnit *whole = unitAt(words, beginsIn ? 1 : 0, next);
     const bool isOften =
-        whole != nullptr && !isAmong(QLatin1String(whole->shown), "in yd mi links chains fathoms");
+        whole != nullptr && !isAmong(QLatin1String(whole->symbol), "in yd mi links chains fathoms");
     if (isOften && next == words.size())
         said += {Said::All, whole, joined(words, 0, next)};
     for (int i = 0; i < words.size(); ++i) {
         const auto subject = subjectOf(words.at(i).lower());
         if (!subject || !isOfPositions(words, i))
             continue;
-        const HeadingUnit *unit = unitBehind(words, i, next);
+        const NamedUnit *unit = unitBehind(words, i, next);
         if (unit == nullptr)
             continue;
         // "height unit: ft"
@@ -235,14 +235,14 @@ bool isAbout(Said said, const InputForm &form, int component)
 }
 
 /// Whether the unit may be that of the component at all.
-bool measures(const HeadingUnit &unit, const InputForm &form, int component)
+bool measures(const NamedUnit &unit, const InputForm &form, int component)
 {
     return (unit.kind == UnitKind::Length) != isAngle(columnOf(form.frame, component));
 }
 
 /// Whether a text that says the unit may mean the one in which the component is read: "feet" may be
 /// US survey feet.
-bool mayBeInputUnit(const HeadingUnit &unit, const InputForm &form, int component)
+bool mayBeInputUnit(const NamedUnit &unit, const InputForm &form, int component)
 {
     return isInputUnit(form, component, unit)
            || (unit.unit == Unit_Foot && inputUnit(form, component) == Unit_USFoot);
@@ -265,7 +265,7 @@ QString withoutBrackets(const QString &field)
     return (isInBrackets ? field.mid(1, field.size() - 2) : field).trimmed();
 }
 
-const HeadingUnit *unitOfField(const QString &field)
+const NamedUnit *unitOfField(const QString &field)
 {
     static const QRegularExpression direction(
         QStringLiteral("\\s*\\b(N|S|E|W|north|south|east|west)\\z"),
@@ -278,7 +278,7 @@ const HeadingUnit *unitOfField(const QString &field)
                                             QStringLiteral("\u02DA")};
     if (degreeSigns.contains(text))
         return unitNamed(QStringLiteral("deg"));
-    const HeadingUnit *unit = unitNamed(normalisedHeading(text));
+    const NamedUnit *unit = unitNamed(normalisedHeading(text));
     return unit != nullptr ? unit : unitNamed(text);
 }
 
@@ -323,10 +323,10 @@ QString mistakeAt(const QString &field, const InputForm &form, int component)
 }
 
 /// A unit among other words: "feet, surveyed".
-const HeadingUnit *unitWithin(const QString &text)
+const NamedUnit *unitWithin(const QString &text)
 {
     const QVector<Word> words = wordsOf(text);
-    const HeadingUnit *unit = nullptr;
+    const NamedUnit *unit = nullptr;
     int next = 0;
     for (int i = 0; unit == nullptr && i < words.size(); ++i)
         unit = unitAt(words, i, next);
@@ -416,7 +416,7 @@ QString unitFieldMistake(const SplitLine &line, const FieldOrder &order, const I
 {
     for (const int field : order.units) {
         const QString &text = line.fields.at(field);
-        const HeadingUnit *unit = unitOfField(text);
+        const NamedUnit *unit = unitOfField(text);
         if (unit == nullptr)
             unit = unitWithin(text);
         if (unit == nullptr)

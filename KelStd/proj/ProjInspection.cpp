@@ -2,6 +2,7 @@
 
 #include <KelStd/coord/Coord.h>
 #include <KelStd/coord/Location.h>
+#include <KelStd/files/ListableDirectory.h>
 #include <KelStd/grid/GeoidFolder.h>
 #include <KelStd/platform/AppConfig.h>
 #include <KelStd/proj/FilePermissions.h>
@@ -37,13 +38,6 @@ constexpr QDir::Filters everything =
 QString databaseName()
 {
     return proj::resourceDirectoryName() + QLatin1Char('/') + proj::databaseFileName();
-}
-
-/// Whether what a directory holds can be seen. What may not be searched shows names, but nothing of
-/// what they are.
-bool isListable(const QFileInfo &directory)
-{
-    return !directory.isDir() || (directory.isReadable() && directory.isExecutable());
 }
 
 bool haveSameBytes(const QString &one, const QString &other)
@@ -143,7 +137,7 @@ qint32 ProjInspection::markerVersion()
 bool ProjInspection::holdsSomethingElse() const
 {
     const QDir directory(privateDirectory());
-    if (directory.exists() && !isListable(QFileInfo(directory.path())))
+    if (directory.exists() && !files::isListable(QFileInfo(directory.path())))
         return true; // for all that one can see
     const auto isThere = [&directory](const QString &name) {
         const QFileInfo entry(directory.filePath(name));

@@ -12,7 +12,7 @@
 /// here may be called on any thread and raises nothing.
 namespace KelStd {
 
-/// A unit of lengths by its symbol. A new one is a row in UnitWords.cpp.
+/// A unit of lengths by its symbol. A new one is a row in UnitNames.h.
 struct LengthUnit
 {
     const char *symbol;
