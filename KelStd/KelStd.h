@@ -8,6 +8,7 @@
 #include <KelStd/coord/Enumerations.h>
 #include <KelStd/coord/Location.h>
 #include <KelStd/coord/Param.h>
+#include <KelStd/coord/PlaneLimit.h>
 #include <KelStd/coord/Pos.h>
 #include <KelStd/coord/Projection.h>
 #include <KelStd/coord/stElevationFitting.h>

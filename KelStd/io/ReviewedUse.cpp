@@ -1,5 +1,6 @@
 #include <KelStd/io/ReviewedUse.h>
 
+#include <KelStd/coord/PlaneLimit.h>
 #include <KelStd/io/Coord_IO.h>
 #include <KelStd/io/NamedEllipsoids.h>
 #include <KelStd/io/OverrulingParameter.h>
@@ -40,7 +41,7 @@ constexpr Range semiMajorAxes = {6.35e6, 6.40e6}; // [m]
 constexpr Range inverseFlattenings = {150.0, 1000.0};
 
 // What PROJ is given.
-constexpr Range falseOrigins = {-1e8, 1e8}; // [m] the number of a zone stands before some eastings
+constexpr Range falseOrigins = {-maxPlane, maxPlane}; // [m]
 constexpr Range latitudes = {-90.0, 90.0};
 constexpr Range longitudes = {-180.0, 360.0};
 constexpr Range angles = {-360.0, 360.0};

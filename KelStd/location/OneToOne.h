@@ -1,5 +1,6 @@
 #pragma once
 
+#include <KelStd/coord/PlaneLimit.h>
 #include <KelStd/coord/Pos.h>
 
 #include <cmath>
@@ -34,12 +35,8 @@ inline bool isPosition(const stLongLatH &wgs84)
     return wgs84.height >= -maxDepth && wgs84.height <= maxHeight;
 }
 
-/// How far from its origin, in units of the plane (metres, unless a parameter says otherwise),
-/// there are places: beyond the eastings with the number of their zone before them. There are 120
-/// zones of three degrees; zone 64 (EPSG 2581) has its meridian at 64,500,000 m. A pole that a
-/// projection has at infinity gets a number, too, and the way back from it leads there.
-inline constexpr double maxPlane = 130'000'000.0;
-
+/// Whether a plane has places there, in its units (metres, unless a parameter says otherwise). A
+/// pole that a projection has at infinity gets a number, too, and the way back from it leads there.
 inline bool isInPlane(const Pos &plane)
 {
     return std::abs(plane.getENU().e) <= maxPlane && std::abs(plane.getENU().n) <= maxPlane;
