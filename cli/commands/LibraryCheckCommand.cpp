@@ -320,8 +320,10 @@ ExitStatus runLibraryCheck(const QStringList &arguments, Console &console)
     CommandLine line(QStringLiteral("[OPTIONS]"),
                      QStringLiteral("Reads every file of a library's seven places and tells which "
                                     "of them loading\nskips, and why; and which systems PROJ "
-                                    "refuses. Nothing is changed."),
-                     QStringLiteral("Exit status: 0 everything is loaded, 1 something is skipped "
+                                    "refuses. No file of a library is changed."),
+                     QStringLiteral("Without --dir, a home directory without a library gets one "
+                                    "first, as with every\ncommand that reads it.\n\n"
+                                    "Exit status: 0 everything is loaded, 1 something is skipped "
                                     "or has a problem,\n2 usage, 3 there is no library."));
     addDirectoryOption(line);
     if (const auto status = line.parse(arguments, console, 0))

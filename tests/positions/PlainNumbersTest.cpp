@@ -48,6 +48,21 @@ double nearest(const std::string &text)
     return strtod_l(text.c_str(), nullptr, plain);
 }
 
+TEST(NumberText, TakesTheNearestNumberOfDecimalsFrom0To255)
+{
+    const struct
+    {
+        int decimals;
+        int zeros; ///< behind the point of 1
+    } rows[] = {{-300, 0}, {-1, 0}, {0, 0}, {1, 1}, {254, 254}, {255, 255}, {256, 255}, {300, 255}};
+    for (const auto &row : rows) {
+        const std::string expected =
+            row.zeros == 0 ? "1" : "1." + std::string(static_cast<std::size_t>(row.zeros), '0');
+        EXPECT_EQ(positions::numberText(1.0, row.decimals).toStdString(), expected);
+        EXPECT_EQ(appended(1.0, row.decimals), expected) << row.decimals;
+    }
+}
+
 TEST(NumberText, HasTheDecimalsAndNoExponent)
 {
     EXPECT_EQ(positions::numberText(5.25, 4), QStringLiteral("5.2500"));
