@@ -23,7 +23,8 @@ namespace KelStd::io {
 
 enum class FindingKind
 {
-    // --- What was not taken over as it stands -------------------------------------------------
+    /// \name What was not taken over as it stands
+    /// \{
     UnknownElement,   ///< no such element is read in this place
     UnknownAttribute, ///< no such attribute is read in this place
     StrayText,        ///< a text where none is read
@@ -36,7 +37,10 @@ enum class FindingKind
     SplitText,        ///< something within a text, of which the part before it is taken at most
     DamagedText,      ///< bytes that are no text in the document's encoding
 
-    // --- What the definitions will not use ----------------------------------------------------
+    /// \}
+
+    /// \name What the definitions will not use
+    /// \{
     NotUsed,        ///< a value that no definition has, or that it has otherwise
     UnitNotUsed,    ///< a unit other than the one in which the definition takes the number
     Contradiction,  ///< numbers of an ellipsoid beside the PROJ name of another one
@@ -44,8 +48,13 @@ enum class FindingKind
     NotOneProjName, ///< a PROJ name with blanks or signs that make several of it
     Overruling,     ///< a parameter of a projection that would change what is for others to say
 
-    // --- What cannot be meant -----------------------------------------------------------------
+    /// \}
+
+    /// \name What cannot be meant
+    /// \{
     Implausible, ///< an axis, flattening, scale, angle or shift that none on this earth is
+
+    /// \}
 };
 
 /// One place of a document.
