@@ -1,4 +1,5 @@
 #include <KelStd/positions/DecodedLine.h>
+#include <KelStd/positions/LineShape.h>
 #include <KelStd/positions/OtherHeadings.h>
 #include <KelStd/positions/PositionReading.h>
 

@@ -1,3 +1,4 @@
+#include <KelStd/positions/LineShape.h>
 #include <KelStd/positions/OrderDoubts.h>
 #include <KelStd/positions/PickedColumns.h>
 #include <KelStd/positions/PositionReading.h>

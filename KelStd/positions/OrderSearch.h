@@ -1,6 +1,5 @@
 #pragma once
 
-#include <KelStd/Export.h>
 #include <KelStd/positions/ColumnChoice.h>
 #include <KelStd/positions/InputForm.h>
 #include <KelStd/positions/LineSplitter.h>
@@ -137,12 +136,5 @@ private:
     int m_others = 0;
     qint64 m_numberedFailure = 0; ///< a line with a number for a name that failed
 };
-
-/// The fields as headings stand in them: a unit in brackets may have been split off, and a remark's
-/// sign or a word such as "order:" in front of them heads no column.
-QStringList headingFields(const SplitLine &line);
-
-/// Whether a field is, or was meant to be, a number or an angle.
-KELSTD_EXPORT bool isValue(const QString &field);
 
 } // namespace KelStd::positions

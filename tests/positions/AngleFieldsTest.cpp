@@ -4,7 +4,8 @@
 
 #include <KelStd/positions/Headings.h>
 #include <KelStd/positions/LineDoubts.h>
-#include <KelStd/positions/OrderSearch.h>
+#include <KelStd/positions/LineShape.h>
+#include <KelStd/positions/PositionHeader.h>
 #include <KelStd/text/AngleSigns.h>
 
 #include <gtest/gtest.h>
