@@ -11,10 +11,11 @@ namespace KelStd {
 /// A parameter of PROJ and what it overrules. One row each in OverrulingKeys.cpp.
 struct OverrulingKey
 {
-    const char *name;                    ///< of PROJ's parameter
-    const char *overruled;               ///< English, in the context "QObject"
-    bool (*isHarmless)(const QString &); ///< of its value; null: a projection may say so at will
-    bool isLeftOutBesideNumbers = false; ///< PROJ takes it only beside an ellipsoid's name
+    const char *name;      ///< of PROJ's parameter
+    const char *overruled; ///< English, in the context "QObject"
+    /// Whether a value overrules nothing. Null where a projection may have any value.
+    bool (*isHarmless)(const QString &value);
+    bool isLeftOutBesideNumbers = false; ///< PROJ takes it beside an ellipsoid's name only
 };
 
 /// The row of a parameter; null for one that overrules nothing. The row of a static table. May be

@@ -7,7 +7,7 @@
 #include <QtCore/QList>
 #include <QtCore/QString>
 
-/// What a document says and its reader does not understand so.
+/// What a document says that its reader takes otherwise.
 ///
 /// Reading is forgiving, as files of many years ask for it: a number that is none reads as 0, a
 /// misspelt word as the first of its kind, a misspelt attribute as nothing, and a unit that PROJ is
@@ -46,7 +46,7 @@ enum class FindingKind
     Contradiction,  ///< numbers of an ellipsoid beside the PROJ name of another one
     UnusedProjName, ///< a parameter that PROJ, or its projection, does not have
     NotOneProjName, ///< a PROJ name with blanks or signs that make several of it
-    Overruling,     ///< a parameter of a projection that would change what is for others to say
+    Overruling,     ///< a parameter of a projection that would overrule another record
 
     /// \}
 

@@ -74,7 +74,7 @@ QStringList leftWorkshops(const QDir &home)
     return left;
 }
 
-/// Removes them; for who holds the lock, or nobody knows who uses them.
+/// Removes them, under the lock: without it another process may be using them.
 void removeLeftWorkshops(const QDir &home, const FileLock &lock)
 {
     if (!lock.isTaken())
@@ -109,8 +109,9 @@ void removeLeftLock(const QDir &directory)
     lock.release(); // which removes the file
 }
 
-/// Makes the library beside its place and moves it there in one step: who finds a library finds a
-/// whole one, and of two processes that do this at once one moves and the other finds.
+/// Makes the library beside its place and moves it there in one step, so that a library that is
+/// found is whole. Of two processes that do this at once one moves its library and the other finds
+/// it.
 LibraryFailure layOut(const LibraryDirectory &library, const LibraryDirectory &delivered)
 {
     const QDir home = QFileInfo(library.path()).dir();
@@ -132,7 +133,7 @@ LibraryFailure layOut(const LibraryDirectory &library, const LibraryDirectory &d
     }
     if (const auto failure = library::createPlaces(made))
         return failure;
-    QDir().rmdir(library.path()); // as far as it is an empty one
+    QDir().rmdir(library.path()); // which leaves one that is not empty
     if (QDir().rename(made.path(), library.path()) || library.holdsLibrary())
         return {};
     return notWritable(QObject::tr("cannot create %1").arg(library.path()));

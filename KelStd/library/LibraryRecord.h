@@ -56,7 +56,7 @@ KELSTD_EXPORT void rename(LibraryRecord &record, const QString &name);
 /// The names under which the registry has records of a kind, in their order there.
 KELSTD_EXPORT QStringList namesOf(RecordKind kind);
 /// A copy of the registry's entry of this name, whatever byte order marks it has in its document;
-/// one that has none goes before. Nothing for none.
+/// an entry without marks goes first. Nothing for none.
 KELSTD_EXPORT std::optional<LibraryRecord> find(RecordKind kind, const QString &name);
 /// The name under which the registry has that entry; null for none.
 KELSTD_EXPORT QString keyOf(RecordKind kind, const QString &name);

@@ -44,7 +44,7 @@ bool beginsElsewhere(const QString &name)
            || first == QLatin1Char('~');
 }
 
-/// The last piece, which becomes a file's name, cannot: "..", too, is called "...xml" then.
+/// The last piece cannot go up, because it becomes a file's name: ".." is the file "...xml".
 bool goesUp(const QString &name)
 {
     int begin = 0;

@@ -42,8 +42,8 @@ inline bool isInPlane(const Pos &plane)
     return std::abs(plane.getENU().e) <= maxPlane && std::abs(plane.getENU().n) <= maxPlane;
 }
 
-/// Whether the way back [deg] from a plane misses; longitudes a whole turn apart are the same, and
-/// at a pole all of them.
+/// Whether the way back [deg] from a plane leads to the given place. Longitudes a whole turn apart
+/// are the same, and at a pole all of them are.
 bool isSamePlaceRoundTheEarth(const stLongLatH &given, const stLongLatH &back);
 
 inline bool isSamePlace(const stLongLatH &given, const stLongLatH &back)
@@ -58,7 +58,7 @@ inline bool isSamePlace(const stLongLatH &given, const stLongLatH &back)
 /// The forward direction of a projection; false where it has no result.
 using Project = std::function<bool(const Pos &local, Pos &plane)>;
 
-/// Whether the way back to the plane, `back` from `local`, misses the point that was given there.
+/// Whether the way back to the plane, `back` from `local`, leads to the point that was given there.
 bool isSamePointOfPlane(const Pos &given, const Pos &back, const Pos &local,
                         const Project &project);
 

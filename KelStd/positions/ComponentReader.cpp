@@ -15,8 +15,8 @@ namespace KelStd::positions {
 
 namespace {
 
-/// Whether whole degrees stand before a column that is not read: with care it is asked what is in
-/// it.
+/// Whether whole degrees stand before a column that is not read. It may hold their minutes, which
+/// the careful way looks for.
 bool mayHaveMinutes(const PlainLine &line, const FieldOrder &order, int field)
 {
     const auto &components = order.components;

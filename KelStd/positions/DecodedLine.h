@@ -12,10 +12,9 @@ namespace KelStd::positions {
 /// The bytes of a line as text.
 struct DecodedLine
 {
-    QString text; ///< what can be made out, with blanks in place of control characters
-    QString flaw; ///< why the line cannot be read; empty when it can
-    bool isText =
-        true; ///< no control characters, which only data of another kind and mischief have
+    QString text;       ///< what can be made out, with blanks in place of control characters
+    QString flaw;       ///< why the line cannot be read; empty when it can
+    bool isText = true; ///< no control characters, which no list of positions has
 };
 
 /// Reads UTF-8, and what is none as Latin-1, with a flaw.

@@ -39,8 +39,8 @@ bool holdsTypedValue(const SplitLine &line)
     });
 }
 
-/// Whether the line has values where the order has components, so that it is a position, if one
-/// that cannot be read.
+/// Whether the line has values where the order has components, so that it is a position, even if it
+/// cannot be read.
 bool isAttempt(const SplitLine &line, const FieldOrder &order)
 {
     return std::all_of(order.components.begin(), order.components.end(),
@@ -198,7 +198,7 @@ PositionParser::Result PositionParser::Reading::takeTooLongOpening(const QString
     return takeOther(noPosition(mistake));
 }
 
-/// A line in front of all positions that is neither headings nor one of them: a title, perhaps.
+/// A line in front of all positions that is neither headings nor a position: a title, perhaps.
 PositionParser::Result PositionParser::Reading::takeOther(const QString &reason)
 {
     m_reason.clear();

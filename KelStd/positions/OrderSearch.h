@@ -75,8 +75,8 @@ public:
     /// of units, or else a title or remark. True when it is a line of units.
     bool keepUnits(const QString &text, const SplitLine &line, qint64 lineNumber);
 
-    /// Why such a line, behind which the order is known, does not go with it; empty when it does or
-    /// names none. `isUnits`: it is a line of units.
+    /// Why a line of units, a title or a remark behind the line that decided the order contradicts
+    /// it; empty when it does not, or names no unit. `isUnits`: it is a line of units.
     QString unitsAgainst(const QString &text, const SplitLine &line, const FieldOrder &order,
                          bool &isUnits) const;
 

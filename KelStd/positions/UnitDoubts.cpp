@@ -141,8 +141,8 @@ QStringList unitsOfLine(const SplitLine &line)
             return {};
         }
     }
-    const int fewest = line.byBlanks && !areInBrackets ? 3 : 2; // "in m" may be words
-    return units >= fewest ? fields : QStringList();
+    const int minUnits = line.byBlanks && !areInBrackets ? 3 : 2; // "in m" may be words
+    return units >= minUnits ? fields : QStringList();
 }
 
 QString unitsMistake(const QStringList &units, const FieldOrder &order, const InputForm &form)

@@ -59,7 +59,7 @@ std::string fileOf(std::string_view name)
 
 #if defined(Q_OS_UNIX)
 
-/// Tells a file from what it was before.
+/// What tells a file from an earlier one of its name.
 struct FileState
 {
     dev_t device;

@@ -26,7 +26,7 @@ namespace KelStd {
 namespace {
 
 /// Files of PROJ's own among its resources. An earlier release unpacked into the private directory
-/// itself, and whichever of them came first shows that a killed one was at work.
+/// itself: any one of these files there shows that such a release was killed meanwhile.
 constexpr const char *resourceNames[] = {"proj.db",  "proj.ini", "projjson.schema.json",
                                          "ITRF2000", "ITRF2008", "ITRF2014",
                                          "nad.lst",  "nad27",    "nad83",
@@ -138,7 +138,7 @@ bool ProjInspection::holdsSomethingElse() const
 {
     const QDir directory(privateDirectory());
     if (directory.exists() && !files::isListable(QFileInfo(directory.path())))
-        return true; // for all that one can see
+        return true; // as far as anybody can tell
     const auto isThere = [&directory](const QString &name) {
         const QFileInfo entry(directory.filePath(name));
         return entry.exists() || entry.isSymLink();

@@ -18,7 +18,7 @@
 namespace KelStd {
 namespace {
 
-constexpr int mostDecimals = 20;
+constexpr int maxDecimals = 20;
 
 /// What Qt prints, without the sign of a zero.
 std::string printed(double value, int decimals)
@@ -140,7 +140,7 @@ TEST(AppendNumber, IsWhatQtPrintsForNumbersOfEveryMagnitude)
     std::uniform_real_distribution<double> mantissa(-1.0, 1.0);
     for (int i = 0; i < 15 * test::anglesPerTest; ++i) {
         const double value = mantissa(random) * std::pow(10.0, exponent(random));
-        const int decimals = i % (mostDecimals + 1);
+        const int decimals = i % (maxDecimals + 1);
         const std::string expected = printed(value, decimals);
         ASSERT_EQ(appended(value, decimals), expected) << value;
         if (i % 16 == 0) {
@@ -154,7 +154,7 @@ TEST(AppendNumber, IsWhatQtPrintsInTheMiddleBetweenTwoNumbers)
 {
     std::mt19937_64 random(20260102);
     for (int i = 0; i < test::anglesPerTest; ++i) {
-        const int decimals = i % (mostDecimals + 1);
+        const int decimals = i % (maxDecimals + 1);
         const auto odd = static_cast<double>(2 * (random() % 50000000) + 1);
         const double middle = std::ldexp(i % 2 == 0 ? odd : -odd, -(decimals + 1));
         for (const double value : {middle, std::nextafter(middle, 1e9),
@@ -170,7 +170,7 @@ TEST(AppendNumber, IsWhatQtPrintsAtTheEndsOfTheScale)
           999999999999999.9, std::nextafter(1e15, 0.0), 1e15, std::nextafter(1e15, 1e16), 1e16,
           1e21, 1e22, 1e300, DBL_MAX}) {
         for (const double value : {magnitude, -magnitude}) {
-            for (int decimals = 0; decimals <= mostDecimals; ++decimals)
+            for (int decimals = 0; decimals <= maxDecimals; ++decimals)
                 EXPECT_EQ(appended(value, decimals), printed(value, decimals)) << value;
         }
     }
