@@ -328,7 +328,7 @@ TypedValueFailure zerosDoubt(const QString &number)
 TypedValueFailure scanAngle(const QString &text, AngleSense sense, double &degrees)
 {
     AngleScanner scanner(text, sense);
-    const Mistake mistake = scanner.scan();
+    Mistake mistake = scanner.scan();
     if (!mistake)
         degrees = scanner.degrees();
     return mistake;
