@@ -95,8 +95,8 @@ bool hasSpacings(const Ntv2Header &header, bool isBigEndian)
     constexpr double maxSpacing = 360.0 * 3600.0;
     return std::all_of(std::begin(spacingsAt), std::end(spacingsAt), [&](int record) {
         const char *value = header.data() + record * ntv2RecordSize + 8;
-        const double spacing = numberOf<double>(isBigEndian ? qFromBigEndian<quint64>(value)
-                                                            : qFromLittleEndian<quint64>(value));
+        const auto spacing = numberOf<double>(isBigEndian ? qFromBigEndian<quint64>(value)
+                                                          : qFromLittleEndian<quint64>(value));
         return isSpacing(spacing) && spacing <= maxSpacing;
     });
 }

@@ -9,12 +9,12 @@
 
 /// What a document says that its reader takes otherwise.
 ///
-/// Reading is forgiving, as files of many years ask for it: a number that is none reads as 0, a
-/// misspelt word as the first of its kind, a misspelt attribute as nothing, and a unit that PROJ is
-/// not told of changes nothing. The operations below read exactly as `Coord_IO::xml_read` and the
-/// readers of lists do, and list beside it everything that was not taken over as it stands, that
-/// the definitions made of the record will not use, or that no system of this earth has. Before a
-/// system's numbers are trusted, or written anew, the list should be empty.
+/// Reading is forgiving, because files of many years must stay readable: what is no number reads as
+/// 0, a misspelt word as the first of its kind, a misspelt attribute as nothing, and a unit that
+/// PROJ is not told of changes nothing. The operations below read exactly as `Coord_IO::xml_read`
+/// and the readers of lists do, and list beside it everything that was not taken over as it stands,
+/// that the definitions made of the record will not use, or that no system of this earth has.
+/// Before a system's numbers are trusted, or written anew, the list should be empty.
 ///
 ///     QList<io::DocumentFinding> findings;
 ///     if (io::reviewCoord(fileName, coord, findings, &error) && findings.isEmpty())

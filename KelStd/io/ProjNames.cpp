@@ -76,7 +76,7 @@ constexpr const char *otherParameters =
     "o_alpha o_lon_c o_lat_c o_lon_1 o_lat_1 o_lon_2 o_lat_2 plat_0 plon_0 phdg_0";
 
 // Ellipsoid, datum, axes and bookkeeping go with every projection (some change what other records
-// say, see coord/OverrulingKeys.cpp). to_meter is none of them: the definition has units already,
+// say, see coord/OverrulingKeys.cpp). to_meter is not among them: the definition has units already,
 // which PROJ prefers.
 constexpr const char *commonParameters =
     "a b ellps R rf f es e R_A R_V R_a R_g R_h R_lat_a R_lat_g datum towgs84 nadgrids geoidgrids "

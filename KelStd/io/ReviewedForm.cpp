@@ -56,8 +56,8 @@ QStringList attributeNames(const QDomElement &element)
     return names;
 }
 
-/// Compares an element with its shape: attributes and children that are none of it, second ones,
-/// texts where none is read.
+/// Compares an element with its shape: attributes and children that the shape does not have, second
+/// ones of those that it has once, texts where none is read.
 void reviewShape(const QDomElement &element, const Shape &shape, ReviewFindings &findings)
 {
     for (const QString &name : attributeNames(element)) {

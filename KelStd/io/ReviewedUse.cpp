@@ -48,7 +48,7 @@ constexpr Range angles = {-360.0, 360.0};
 constexpr Range scales = {0.9, 1.1};
 constexpr Range zones = {1.0, 60.0};
 
-// A datum that is shifted or turned further is none of this earth.
+// No datum of this earth is shifted or turned further.
 constexpr Range translations = {-1e4, 1e4};           // [m]
 constexpr Range rotations = {-600.0, 600.0};          // [arc seconds]
 constexpr Range scaleDifferences = {-1000.0, 1000.0}; // [ppm]

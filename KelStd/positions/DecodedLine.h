@@ -17,7 +17,7 @@ struct DecodedLine
     bool isText = true; ///< no control characters, which no list of positions has
 };
 
-/// Reads UTF-8, and what is none as Latin-1, with a flaw.
+/// Reads UTF-8. Bytes that are not UTF-8 are read as Latin-1, and the result has a `flaw`.
 DecodedLine decoded(const QByteArray &bytes);
 
 /// Whether the bytes are text in UTF-16: at the beginning of an input by its byte-order mark,

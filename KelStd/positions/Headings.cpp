@@ -114,7 +114,7 @@ bool isNameOfAColumn(const QString &name)
 }
 
 /// Whether "wgs84_..." or "local_..." may name the component. Of the local heights there are two,
-/// and a height above the geoid is none of WGS84's.
+/// and a height above the geoid is not one in WGS84.
 bool isOfFrame(const InputForm &form, int component, const QString &frame)
 {
     if (frame.isEmpty())

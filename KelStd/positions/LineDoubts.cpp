@@ -148,7 +148,7 @@ struct Hemisphere
     bool isThere() const { return isNorthOrSouth || isEastOrWest; }
 };
 
-/// Of "N", "south", "(S)", "Ost." and their like.
+/// The direction of "N", "south", "(S)", "Ost." and their like.
 Hemisphere hemisphereOf(const QString &field)
 {
     static const QRegularExpression frame(

@@ -24,7 +24,7 @@ bool isSignOfRemark(const QString &field)
     return sign.match(field).hasMatch();
 }
 
-/// Whether the first field announces headings and is none: "%", "--", "order:" or "fields".
+/// Whether the first field announces headings without being one: "%", "--", "order:" or "fields".
 bool announcesHeadings(const SplitLine &line)
 {
     static const QStringList words = {

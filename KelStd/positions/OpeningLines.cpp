@@ -29,7 +29,7 @@ bool beginsAsNumber(const QString &field)
 }
 
 /// True when a field begins with a digit or its sign and is a number with a decimal comma or an
-/// angle with its signs. Letters alone make no angle of a heading: "3D" is none.
+/// angle with its signs. Letters alone do not make an angle of a heading such as "3D".
 bool holdsTypedValue(const SplitLine &line)
 {
     return std::any_of(line.fields.cbegin(), line.fields.cend(), [](const QString &field) {
@@ -61,7 +61,7 @@ bool isPositionOfAnotherLength(const SplitLine &line, const std::optional<Column
     return values > 1 && values == line.fields.size();
 }
 
-/// Why a first line that holds numbers is none of those that are read.
+/// Why a first line that holds numbers is no position that can be read.
 QString noPosition(const QString &reason)
 {
     return QStringLiteral("the line is neither headings nor a position: %1").arg(reason);

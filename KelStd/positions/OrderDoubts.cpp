@@ -74,7 +74,7 @@ QString missingHeight(const QStringList &fields, const InputForm &form)
     if (!looksNumbered || frame == Frame::Wgs84Cartesian)
         return {};
     const bool isGeographic = frame != Frame::LocalProjected;
-    // A number beyond the range of angles is a height for sure.
+    // A number beyond the range of angles can only be a height.
     if (isGeographic
         && !(std::abs(numberOf(fields.at(1))) <= fullCircle
              && std::abs(numberOf(fields.at(2))) <= fullCircle))
@@ -171,7 +171,7 @@ QString laterPairsDoubt(const SplitLine &line, const InputForm &form)
 {
     const QStringList fields = fieldsOf(line);
     const bool byCommas = line.separator == QLatin1Char(',');
-    // A northing of six digits is none of decimals.
+    // A northing of six digits is not six decimals.
     constexpr int maxDecimals = 3;
     if (byCommas && isWhole(fields.at(1)) && isWhole(fields.at(3))
         && (fields.at(1).size() > maxDecimals || fields.at(3).size() > maxDecimals))

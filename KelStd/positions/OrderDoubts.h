@@ -16,8 +16,8 @@ namespace KelStd::positions {
 /// Higher than any height of the plane [m]: a northing or an easting can be such a number.
 inline constexpr double maxPlaneHeight = 20000.0;
 
-/// Whether the height can be one. Where neither headings nor a choice say that it is the height,
-/// one of the plane cannot be higher than `maxPlaneHeight`.
+/// Whether the height can be one. Where neither headings nor a choice say that it is the height, a
+/// height in the plane cannot be beyond `maxPlaneHeight`.
 inline bool mayBeHeight(double metres, Frame frame, const FieldOrder &order)
 {
     return !order.isPlain || frame != Frame::LocalProjected
@@ -83,7 +83,7 @@ bool mayLackOne(const FieldOrder &order, FieldAt fieldAt)
 QString latitudeFirst(const SplitLine &line, const FieldOrder &order, const InputForm &form);
 
 /// Why the four numbers of a later line may be two pairs, as in "5 30 52 10": its name is a whole
-/// number, unlike the names before it. Empty when they are none.
+/// number, unlike the names before it. Empty when they are no pairs.
 QString laterPairsDoubt(const SplitLine &line, const InputForm &form);
 
 /// Why a name that may be the first component is refused, and what to add.
@@ -93,7 +93,7 @@ QString nameDoubt(const QString &name, const InputForm &form);
 QString heightDoubt(const QString &field, const InputForm &form);
 
 /// Whether the text of a name is an angle with its signs, or with decimals and a letter: "5:15:30",
-/// "W5.25". Names such as E12 are none.
+/// "W5.25". A name such as E12 is no angle.
 bool mayBeAngle(const QString &name);
 
 /// Whether the text of a name is certainly no such angle. Quick enough for the short way.

@@ -51,7 +51,7 @@ bool isAmong(const QString &word, const char *list)
     return QString::fromLatin1(list).split(QLatin1Char(' ')).contains(word);
 }
 
-/// What the word speaks of; nothing when it is none of a position.
+/// What of a position the word speaks of; nothing when it speaks of something else.
 std::optional<Said> subjectOf(const QString &word)
 {
     if (isAmong(word, "unit units coordinate coordinates position positions values"))

@@ -41,7 +41,7 @@ std::string fileIn(const QByteArray &directory, std::string_view name)
                                : directory.toStdString() + '/' + std::string(name);
 }
 
-/// The file that PROJ opens for a name, or nothing where it is none on this machine.
+/// The file that PROJ opens for a name, or nothing where this machine has no such file.
 std::string fileOf(std::string_view name)
 {
     const LoadedProj &loaded = LoadedProj::instance();

@@ -44,7 +44,7 @@ KELSTD_EXPORT QVector<AngleStyle> angleStyles();
 /// The style of that name, case-sensitive; null for another word.
 KELSTD_EXPORT const AngleStyle *findAngleStyle(const QString &name);
 
-/// The style of that format; null for one that is none of angles.
+/// The style of that format; null for a format that is no style of angles.
 KELSTD_EXPORT const AngleStyle *findAngleStyle(EFormat format);
 
 } // namespace KelStd
