@@ -131,7 +131,7 @@ LibraryFailure layOut(const LibraryDirectory &library, const LibraryDirectory &d
     if (!tk::Toolkits::CopyDirectory(delivered.path(), made.path(), true)) {
         return notWritable(QObject::tr("cannot copy %1 into %2").arg(delivered.path(), homePath));
     }
-    if (const auto failure = library::createPlaces(made))
+    if (auto failure = library::createPlaces(made))
         return failure;
     QDir().rmdir(library.path()); // which leaves one that is not empty
     if (QDir().rename(made.path(), library.path()) || library.holdsLibrary())
@@ -194,7 +194,7 @@ LibraryFailure library::loadPlaces(const LibraryDirectory &library,
                                    std::initializer_list<LibraryPlace> places)
 {
     for (const LibraryPlace place : places) {
-        if (const auto failure = listingFailure(library.path(place)))
+        if (auto failure = listingFailure(library.path(place)))
             return failure;
     }
     StandardLibrary &registry = StandardLibrary::getInstance();
@@ -225,7 +225,7 @@ LibraryFailure library::prepare(const LibraryDirectory &library, const LibraryDi
         removeLeftovers(library);
         return {};
     }
-    if (const auto failure = listingFailure(library.path()))
+    if (auto failure = listingFailure(library.path()))
         return failure;
     removeLeftLock(QDir(library.path()));
     if (QFileInfo::exists(library.path())
@@ -238,7 +238,7 @@ LibraryFailure library::prepare(const LibraryDirectory &library, const LibraryDi
         return noLibrary(QObject::tr("there is no library in %1, and none is delivered in %2")
                              .arg(library.path(), delivered.path()));
     }
-    const LibraryFailure failure = layOut(library, delivered);
+    LibraryFailure failure = layOut(library, delivered);
     isNew = !failure;
     return failure;
 }

@@ -93,7 +93,7 @@ QString takeFrame(QString &words)
 {
     words.replace(QLatin1String("wgs_84"), QLatin1String("wgs84"));
     for (const char *name : {"wgs84", "local"}) {
-        const QString frame = QString::fromLatin1(name);
+        QString frame = QString::fromLatin1(name);
         if (words.startsWith(frame + underscore)) {
             words.remove(0, frame.size() + 1);
             return frame;

@@ -196,7 +196,7 @@ QString orderDoubt(const SplitLine &line, const FieldOrder &order, const InputFo
                 .arg(quoted(fields.at(i)), quoted(fields.at(i + 1)), whatToAdd(form));
         }
     }
-    const QString doubt = pairs(fields, byCommas, form);
+    QString doubt = pairs(fields, byCommas, form);
     if (!doubt.isEmpty())
         return doubt;
     if (isOtherNumber(fields.at(0)) || (!areLengths && mayBeAngle(fields.at(0))))

@@ -167,7 +167,7 @@ QString unitsMistake(const QStringList &units, const FieldOrder &order, const In
         return {};
     }
     for (int i = 0; i < componentsPerFrame; ++i) {
-        const QString mistake = mistakeAt(units.at(places[static_cast<std::size_t>(i)]), form, i);
+        QString mistake = mistakeAt(units.at(places[static_cast<std::size_t>(i)]), form, i);
         if (!mistake.isEmpty())
             return mistake;
     }
