@@ -8,6 +8,7 @@
 #include <KelStd/coord/Enumerations.h>
 #include <KelStd/coord/Location.h>
 #include <KelStd/coord/Param.h>
+#include <KelStd/coord/PlaneLimit.h>
 #include <KelStd/coord/Pos.h>
 #include <KelStd/coord/Projection.h>
 #include <KelStd/coord/stElevationFitting.h>
@@ -33,6 +34,8 @@
 #include <KelStd/library/LibraryLock.h>
 #include <KelStd/library/LibraryRecord.h>
 #include <KelStd/library/OfferedNames.h>
+#include <KelStd/library/RecordDocuments.h>
+#include <KelStd/library/RecordHolders.h>
 #include <KelStd/library/RecordLoss.h>
 #include <KelStd/library/RecordNames.h>
 #include <KelStd/library/StandardLibrary.h>
@@ -63,6 +66,7 @@
 #include <KelStd/text/CoordStringHelper.h>
 #include <KelStd/text/TypedAngle.h>
 #include <KelStd/text/TypedNumber.h>
+#include <KelStd/text/TypedValueFailure.h>
 #include <KelStd/text/UnitWords.h>
 #include <KelStd/time/Epoch.h>
 #include <KelStd/time/LeapSecondList.h>

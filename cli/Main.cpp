@@ -24,7 +24,7 @@ int main(int argc, char **argv)
     QCoreApplication::setApplicationVersion(QStringLiteral(KELSTD_VERSION));
 
     // Every failure that the library logs is also returned, and reported with its line. What PROJ
-    // adds of its own is for who sets PROJ's variable.
+    // adds of its own is shown to those who set PROJ's variable.
     const bool showsProj = qEnvironmentVariableIsSet("PROJ_DEBUG");
     LogLibrary::setSink([showsProj](const QString &module, const QString &text, ELogType, bool) {
         if (showsProj && module == QLatin1String("proj"))

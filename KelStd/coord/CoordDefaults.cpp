@@ -54,11 +54,11 @@ int Coord::DegreedLogitude_to_UtmZone(double longitude)
     const double zone = 1.0 - std::trunc((longitude + firstZoneEdge) / -zoneWidth);
     if (std::isnan(zone))
         return 0;
-    constexpr int least = std::numeric_limits<int>::min();
-    constexpr int most = std::numeric_limits<int>::max();
-    if (zone <= static_cast<double>(least))
-        return least;
-    return zone >= static_cast<double>(most) ? most : static_cast<int>(zone);
+    constexpr int minZone = std::numeric_limits<int>::min();
+    constexpr int maxZone = std::numeric_limits<int>::max();
+    if (zone <= static_cast<double>(minZone))
+        return minZone;
+    return zone >= static_cast<double>(maxZone) ? maxZone : static_cast<int>(zone);
 }
 
 double Coord::UtmZone_to_DegreedLogitude(int zone)

@@ -11,7 +11,7 @@ namespace {
 
 constexpr qint32 streamVersion = 1;
 
-/// Largest difference of two components that `equals` still takes for none.
+/// Components that differ by at most this are equal to `equals`.
 constexpr double tolerance = 0.0001;
 
 constexpr bool sameLayout(std::size_t a, std::size_t b, std::size_t c)

@@ -49,7 +49,7 @@ void saveEntries(const QMap<QString, Param> &entries, QDataStream &stream)
 }
 
 /// False at the first parameter that fails, which is not inserted. Behind the end of the stream
-/// that is the next one, whatever the count says.
+/// every parameter fails, whatever the count says.
 bool loadEntries(QMap<QString, Param> &entries, QDataStream &stream)
 {
     qint32 count = 0;

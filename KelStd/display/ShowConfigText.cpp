@@ -110,7 +110,8 @@ void appendMinutesAndSeconds(QString &out, const text::Sexagesimal &parts, int d
     out += CoordStringHelper::s_specialSymbol_Second;
 }
 
-/// A whole turn stays 360, and a quotient instead of a loop ends for every value.
+/// A whole turn stays 360. The number of turns is a quotient: a loop that subtracts turns would not
+/// end for large values.
 double intoFullCircle(double degrees)
 {
     if (degrees >= 0.0 && degrees <= fullCircle)

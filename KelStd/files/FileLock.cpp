@@ -66,7 +66,7 @@ int lockWithoutWaiting(int descriptor)
     return result == 0 ? 0 : errno;
 }
 
-/// For who looks into the file: whose it is.
+/// Writes the number of this process, for people who look into the file.
 void writeProcessNumber(int descriptor)
 {
     const QByteArray text = QByteArray::number(static_cast<qint64>(::getpid())) + '\n';

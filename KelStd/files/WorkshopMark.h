@@ -9,8 +9,9 @@
 
 #include <algorithm>
 
-/// By what a directory in which something is prepared is known as this system's own, after the
-/// process that made it was killed. Its name alone says nothing: six characters are also "backup".
+/// The mark of a directory in which something is prepared. It shows that this system made the
+/// directory when the process that did so was killed. The name alone does not: its six free
+/// characters may be "backup".
 namespace KelStd::workshop {
 
 inline QString markName()
@@ -53,7 +54,8 @@ inline bool mayBeRemoved(const QFileInfo &directory, const QStringList &parts)
     });
 }
 
-/// Removes it; the mark goes last, so that who is killed here leaves what can be removed, too.
+/// Removes the directory, its mark last: what a process leaves that is killed here can be removed,
+/// too.
 inline void remove(const QString &directory, const QStringList &parts)
 {
     QDir dir(directory);

@@ -48,8 +48,8 @@ std::optional<GgfHeader> readHeader(QFile &source)
     if (header.rows < 1 || header.columns < 1)
         return std::nullopt;
 
-    // As many rows as there are bytes for at one byte a value. It bounds what is read of a header
-    // that promises too much; whoever has not four bytes for each value fails in reading them.
+    // No more rows than the file has bytes for at one byte a value, however many the header
+    // promises. A file with fewer than four bytes for each value fails when its values are copied.
     header.rows = std::min(header.rows, (source.size() - ggfLayout.headerSize) / header.columns);
     if (header.rows < 1)
         return std::nullopt;
@@ -75,7 +75,7 @@ QByteArray gtxHeader(const GgfHeader &header)
 bool copyValues(const GgfHeader &header, QFile &source, QIODevice &target)
 {
     const qint64 rowSize = header.columns * valueSize;
-    // Before a long row is read and a long file is written for nothing.
+    // Asked first: otherwise a long row would be read, and a long file written, for nothing.
     if (source.size() - ggfLayout.headerSize < header.rows * rowSize)
         return false;
     const bool northFirst = isReversed(ggfLayout, header.bytes.constData());

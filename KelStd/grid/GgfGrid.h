@@ -9,7 +9,7 @@
 /// host may replace the platform. They stand on the ground and include nothing of ours.
 namespace kelstd_grid {
 
-/// When the GTX file was last modified, as the file system shall have it.
+/// The time of modification that the GTX file gets.
 enum class Stamp
 {
     Now,
@@ -17,8 +17,8 @@ enum class Stamp
 };
 
 /// Writes the GGF grid of `source` as GTX to `target`, whole or not at all; any target that was
-/// there is replaced, or stays as it was. Time grows with the source's size, and so do no more than
-/// one row of memory and the target.
+/// there is replaced, or stays as it was. Time and the target's size grow with the source's size;
+/// one row is held in memory.
 ///
 /// Numbers are copied bit by bit, those that are not finite included. False when the source cannot
 /// be read, is shorter than its header, has no rows or columns, or fewer values than its header

@@ -86,7 +86,7 @@ GridFailure GridFile::open(const QString &fileName)
     m_file.setFileName(fileName);
     if (!m_file.open(QIODevice::ReadOnly))
         return {GridFailureKind::Unreadable, m_file.errorString()};
-    const GridFailure failure = readHeader();
+    GridFailure failure = readHeader();
     if (failure) {
         m_file.close();
         m_nodes = {};

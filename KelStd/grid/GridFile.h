@@ -38,8 +38,8 @@ public:
     /// failure.
     const GridNodes &nodes() const { return m_nodes; }
 
-    /// Whether the file has the values that its header promises, where it is GTX nothing else, and
-    /// every node a place on the earth.
+    /// Whether the file has the values that its header promises (and, if it is GTX, nothing behind
+    /// them), and every node is a place on the earth.
     GridFailure completeness() const;
 
     /// Whether the last quarter of the values is nothing but bytes of zero, as in a file whose end

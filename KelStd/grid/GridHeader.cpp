@@ -72,8 +72,7 @@ std::optional<GridNodes> wholeGrid(const std::filesystem::path &file)
     return isWhole ? std::optional(nodes) : std::nullopt;
 }
 
-// --- NTv2
-// -----------------------------------------------------------------------------------------
+// --- NTv2 ---
 
 constexpr qint64 ntv2RecordSize = 16; // a name and a value of eight bytes each
 constexpr int ntv2HeaderRecords = 11; // of the file, and of each of its grids
@@ -88,17 +87,17 @@ qint64 ntv2Number(const Ntv2Header &header, int record, bool isBigEndian)
     return isBigEndian ? qFromBigEndian<qint32>(value) : qFromLittleEndian<qint32>(value);
 }
 
-/// Whether PROJ can tell the nodes of one of the grids apart: by a spacing in a file's unit, which
-/// is the second of arc or a larger one. A number that is none is not one of them.
+/// Whether PROJ can tell the nodes of a grid apart that have this spacing in the file's unit, which
+/// is the second of arc or a larger one. False for NaN.
 bool hasSpacings(const Ntv2Header &header, bool isBigEndian)
 {
     constexpr int spacingsAt[] = {8, 9}; // in records
-    constexpr double largest = 360.0 * 3600.0;
+    constexpr double maxSpacing = 360.0 * 3600.0;
     return std::all_of(std::begin(spacingsAt), std::end(spacingsAt), [&](int record) {
         const char *value = header.data() + record * ntv2RecordSize + 8;
-        const double spacing = numberOf<double>(isBigEndian ? qFromBigEndian<quint64>(value)
-                                                            : qFromLittleEndian<quint64>(value));
-        return isSpacing(spacing) && spacing <= largest;
+        const auto spacing = numberOf<double>(isBigEndian ? qFromBigEndian<quint64>(value)
+                                                          : qFromLittleEndian<quint64>(value));
+        return isSpacing(spacing) && spacing <= maxSpacing;
     });
 }
 

@@ -49,13 +49,13 @@ bool isSpacing(double degrees)
 {
     // A decimetre on the ground. Where nodes are so close that rounding a longitude moves it across
     // a cell, PROJ looks for a node beside its grid and ends the process.
-    constexpr double smallest = 1e-6;
-    return degrees >= smallest && std::isfinite(degrees);
+    constexpr double minSpacing = 1e-6;
+    return degrees >= minSpacing && std::isfinite(degrees);
 }
 
 bool describesGrid(const GridNodes &nodes)
 {
-    // A number that is none fails each comparison.
+    // NaN fails each comparison.
     return nodes.rows >= 1 && nodes.columns >= 1 && std::abs(nodes.latitude) <= 90.0
            && std::abs(nodes.longitude) <= 360.0 && isSpacing(nodes.latitudeSpacing)
            && isSpacing(nodes.longitudeSpacing);

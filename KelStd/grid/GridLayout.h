@@ -68,14 +68,14 @@ KelStd::GridNodes nodesOf(const GridLayout &layout, const char *header);
 /// Whether the first row of the file is the northernmost one.
 bool isReversed(const GridLayout &layout, const char *header);
 
-/// Whether a spacing is one by which PROJ can tell nodes apart [deg]. A number that is none is not.
+/// Whether a spacing is one by which PROJ can tell nodes apart [deg]. NaN is none.
 bool isSpacing(double degrees);
 
 /// Whether a header has rows, columns, spacings and a place on the earth.
 bool describesGrid(const KelStd::GridNodes &nodes);
 
-/// What speaks against using a grid with these nodes in a file of so many bytes. Not every header
-/// that describes a grid promises one that is there, and on the earth.
+/// Why a grid with these nodes cannot be used in a file of so many bytes: what a header describes
+/// may not be there, or not on the earth.
 KelStd::GridFailureKind faultOf(const GridLayout &layout, const KelStd::GridNodes &nodes,
                                 qint64 fileSize);
 

@@ -7,14 +7,14 @@
 #include <QtCore/QList>
 #include <QtCore/QString>
 
-/// What a document says and its reader does not understand so.
+/// What a document says that its reader takes otherwise.
 ///
-/// Reading is forgiving, as files of many years ask for it: a number that is none reads as 0, a
-/// misspelt word as the first of its kind, a misspelt attribute as nothing, and a unit that PROJ is
-/// not told of changes nothing. The operations below read exactly as `Coord_IO::xml_read` and the
-/// readers of lists do, and list beside it everything that was not taken over as it stands, that
-/// the definitions made of the record will not use, or that no system of this earth has. Before a
-/// system's numbers are trusted, or written anew, the list should be empty.
+/// Reading is forgiving, because files of many years must stay readable: what is no number reads as
+/// 0, a misspelt word as the first of its kind, a misspelt attribute as nothing, and a unit that
+/// PROJ is not told of changes nothing. The operations below read exactly as `Coord_IO::xml_read`
+/// and the readers of lists do, and list beside it everything that was not taken over as it stands,
+/// that the definitions made of the record will not use, or that no system of this earth has.
+/// Before a system's numbers are trusted, or written anew, the list should be empty.
 ///
 ///     QList<io::DocumentFinding> findings;
 ///     if (io::reviewCoord(fileName, coord, findings, &error) && findings.isEmpty())
@@ -23,7 +23,8 @@ namespace KelStd::io {
 
 enum class FindingKind
 {
-    // --- What was not taken over as it stands -------------------------------------------------
+    /// \name What was not taken over as it stands
+    /// \{
     UnknownElement,   ///< no such element is read in this place
     UnknownAttribute, ///< no such attribute is read in this place
     StrayText,        ///< a text where none is read
@@ -36,16 +37,24 @@ enum class FindingKind
     SplitText,        ///< something within a text, of which the part before it is taken at most
     DamagedText,      ///< bytes that are no text in the document's encoding
 
-    // --- What the definitions will not use ----------------------------------------------------
+    /// \}
+
+    /// \name What the definitions will not use
+    /// \{
     NotUsed,        ///< a value that no definition has, or that it has otherwise
     UnitNotUsed,    ///< a unit other than the one in which the definition takes the number
     Contradiction,  ///< numbers of an ellipsoid beside the PROJ name of another one
     UnusedProjName, ///< a parameter that PROJ, or its projection, does not have
     NotOneProjName, ///< a PROJ name with blanks or signs that make several of it
-    Overruling,     ///< a parameter of a projection that would change what is for others to say
+    Overruling,     ///< a parameter of a projection that would overrule another record
 
-    // --- What cannot be meant -----------------------------------------------------------------
+    /// \}
+
+    /// \name What cannot be meant
+    /// \{
     Implausible, ///< an axis, flattening, scale, angle or shift that none on this earth is
+
+    /// \}
 };
 
 /// One place of a document.

@@ -1,4 +1,4 @@
-// What a text is looked at for before Qt's DOM parser gets it.
+// Looks for what must not reach Qt's DOM parser.
 //
 // `QXmlStreamReader` is not asked instead, because it refuses documents that this look and the
 // parser accept: with control characters, as our writer writes them, of XML 1.1, and in other
@@ -42,8 +42,8 @@ struct WideReference
     uint character;
 };
 
-/// Walks over markup without judging it: what is not closed ends the walk, and the parser will say
-/// so. Judged is only what the parser would take and should not.
+/// Walks over markup and refuses what the parser would take and should not. Markup that is not
+/// closed ends the walk: the parser reports it.
 class MarkupWalker
 {
 public:
@@ -128,7 +128,7 @@ private:
         }
     }
 
-    /// Keeps one that the parser would misread. False for one that means nothing.
+    /// Keeps a reference that the parser would misread. False for a reference that means nothing.
     bool takeReference(const QChar *at, QStringView name)
     {
         constexpr const char *predefined[] = {"amp", "lt", "gt", "quot", "apos"};
@@ -197,7 +197,7 @@ private:
         }
     }
 
-    /// Skips a declaration, which may have none in it.
+    /// Skips a declaration, and refuses one that holds others.
     void skipDeclaration()
     {
         skipQuoted([this](QChar c) {

@@ -74,7 +74,7 @@ bool writeAndCommit(QSaveFile &file, QIODevice::OpenMode mode,
     if (!file.open(QIODevice::WriteOnly | mode))
         return failWith(file, error);
     const bool written = write(file);
-    // Of what reaches the disk in part the next attempt tells why the rest does not.
+    // QSaveFile reports a partial write's error only on the next flush.
     const bool flushed = file.flush() || file.flush();
     if (!flushed || !written)
         return failWith(file, error); // what is not committed is removed
@@ -90,7 +90,8 @@ bool isTooLongForASuffix(const QString &fileName)
     return length > longestName - suffix && length <= longestName;
 }
 
-/// Where the links end, which need not be a file yet. Nothing where they do not end.
+/// What the links lead to in the end, whether or not it exists. Nothing for links that lead round
+/// in a circle.
 QString behindLinks(const QString &fileName)
 {
     constexpr int longestChain = 40; // what Linux follows
@@ -122,7 +123,7 @@ bool replaceByNeighbour(const QString &fileName, QIODevice::OpenMode mode,
     if (target.isDir())
         return failWith(EISDIR, error);
     if (target.exists() && !target.isWritable())
-        return failWith(EACCES, error); // which renaming would not ask for
+        return failWith(EACCES, error); // renaming does not ask for this right
     const QString neighbour = target.absoluteDir().absoluteFilePath(
         QLatin1Char('.') + QUuid::createUuid().toString(QUuid::WithoutBraces));
     {

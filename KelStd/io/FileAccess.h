@@ -13,15 +13,15 @@ namespace KelStd::io {
 enum class Source
 {
     Any,        ///< a pipe or a device, too: the caller asked for just this one
-    RegularFile ///< nothing that could block or never end: the caller reads what lies about
+    RegularFile ///< nothing that could block or never end: the caller reads what a directory holds
 };
 
 /// Opens `fileName` for reading. Returns false with the file's own text in `error` (when given).
 /// A FIFO that is refused is never waited for, not even when it takes a file's place meanwhile.
 bool openForReading(QFile &file, const QString &fileName, Source source, QString *error);
 
-/// Writes every byte. Returns false when one cannot be written, and then the device says why: of
-/// what fits in part only the attempt at the rest does.
+/// Writes every byte. Returns false when one cannot be written; the device then says why. (After a
+/// partial write it knows the reason only once the rest was tried.)
 bool writeAll(QIODevice &device, const QByteArray &bytes);
 
 /// Replaces the file by what `write` puts into the device, whole or not at all: when `write`

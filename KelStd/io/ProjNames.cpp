@@ -1,5 +1,7 @@
 #include <KelStd/io/ProjNames.h>
 
+#include <KelStd/coord/GeographicProjections.h>
+
 #include <QtCore/QSet>
 #include <QtCore/QStringList>
 
@@ -19,7 +21,7 @@ struct ProjectionRow
 // with every parameter. Parameters of which PROJ has constants of its own (nzmg, alpha of krovak)
 // are listed where published definitions state them.
 constexpr ProjectionRow projectionRows[] = {
-    {"longlat latlong lonlat latlon", "lon_0"},
+    {geographicProjections, "lon_0"},
     {"tmerc", "x_0 y_0 lon_0 lat_0 k_0 k approx algo"},
     {"etmerc gstmerc lcca rouss somerc sterea tcea", "x_0 y_0 lon_0 lat_0 k_0 k"},
     {"utm", "zone south approx algo"},
@@ -74,7 +76,7 @@ constexpr const char *otherParameters =
     "o_alpha o_lon_c o_lat_c o_lon_1 o_lat_1 o_lon_2 o_lat_2 plat_0 plon_0 phdg_0";
 
 // Ellipsoid, datum, axes and bookkeeping go with every projection (some change what other records
-// say, see OverrulingParameter.cpp). to_meter is none of them: the definition has units already,
+// say, see coord/OverrulingKeys.cpp). to_meter is not among them: the definition has units already,
 // which PROJ prefers.
 constexpr const char *commonParameters =
     "a b ellps R rf f es e R_A R_V R_a R_g R_h R_lat_a R_lat_g datum towgs84 nadgrids geoidgrids "

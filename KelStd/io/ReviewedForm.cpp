@@ -43,8 +43,8 @@ QString asElement(const QDomElement &element)
     return QStringLiteral("<%1>").arg(element.tagName());
 }
 
-/// The names of the attributes in their alphabet's order, as a document has them in none. Of very
-/// many only some: Qt finds the last of them by passing over all the others.
+/// The names of the attributes in alphabetical order: Qt keeps them in none. Of very many only
+/// some, because Qt steps over all the attributes before the one that is asked for.
 QStringList attributeNames(const QDomElement &element)
 {
     constexpr int maxNames = 64; // more than any element of the format has
@@ -56,8 +56,8 @@ QStringList attributeNames(const QDomElement &element)
     return names;
 }
 
-/// Compares an element with its shape: attributes and children that are none of it, second ones,
-/// texts where none is read.
+/// Compares an element with its shape: attributes and children that the shape does not have, second
+/// ones of those that it has once, texts where none is read.
 void reviewShape(const QDomElement &element, const Shape &shape, ReviewFindings &findings)
 {
     for (const QString &name : attributeNames(element)) {
@@ -87,7 +87,7 @@ void reviewShape(const QDomElement &element, const Shape &shape, ReviewFindings 
     }
 }
 
-/// Without an attribute nothing is read, and an empty one is none.
+/// A missing attribute is not read, and an empty one counts as missing.
 template <typename Enumeration>
 void reviewWord(const QDomElement &element, const QString &attribute,
                 Enumeration (*fromWord)(const QString &), QString (*toWord)(Enumeration),
@@ -97,13 +97,13 @@ void reviewWord(const QDomElement &element, const QString &attribute,
     if (word.isEmpty())
         return;
     const QString understood = toWord(fromWord(word));
-    // The first release's word for the axes that every unknown word is read as, too.
+    // The first release's word for east, north, up, which every unknown word is read as.
     const bool meansTheSame = word == QLatin1String("EEllipsoidHeadDirection_ENU");
     if (understood != word && !meansTheSame)
         findings.addAttribute(FindingKind::UnknownWord, element, attribute, understood);
 }
 
-/// The version of an element that is passed over, or refused, without it.
+/// The version, without which an element is passed over or refused.
 bool reviewVersion(const QDomElement &element, ReviewFindings &findings)
 {
     if (hasReadableVersion(element))

@@ -1,5 +1,6 @@
 #include <KelStd/io/ReviewedUse.h>
 
+#include <KelStd/coord/PlaneLimit.h>
 #include <KelStd/io/Coord_IO.h>
 #include <KelStd/io/NamedEllipsoids.h>
 #include <KelStd/io/OverrulingParameter.h>
@@ -40,14 +41,14 @@ constexpr Range semiMajorAxes = {6.35e6, 6.40e6}; // [m]
 constexpr Range inverseFlattenings = {150.0, 1000.0};
 
 // What PROJ is given.
-constexpr Range falseOrigins = {-1e8, 1e8}; // [m] the number of a zone stands before some eastings
+constexpr Range falseOrigins = {-maxPlane, maxPlane}; // [m]
 constexpr Range latitudes = {-90.0, 90.0};
 constexpr Range longitudes = {-180.0, 360.0};
 constexpr Range angles = {-360.0, 360.0};
 constexpr Range scales = {0.9, 1.1};
 constexpr Range zones = {1.0, 60.0};
 
-// A datum that is shifted or turned further is none of this earth.
+// No datum of this earth is shifted or turned further.
 constexpr Range translations = {-1e4, 1e4};           // [m]
 constexpr Range rotations = {-600.0, 600.0};          // [arc seconds]
 constexpr Range scaleDifferences = {-1000.0, 1000.0}; // [ppm]
@@ -218,15 +219,16 @@ QString withoutAliases(const QString &projName)
     return projName == QLatin1String("k") ? QStringLiteral("k_0") : projName;
 }
 
-/// Whether a parameter may stand in a definition whose projection does not take it: what it says
-/// is so without it. Many systems state each parameter of their family.
+/// Whether a parameter may stand in a definition whose projection does not take it, because it says
+/// what holds without it. Many systems state every parameter of their family of projections.
 bool saysNothing(const Param &param, const QString &projName)
 {
     return isNothing(param)
            || (withoutAliases(projName) == QLatin1String("k_0") && param.value.toDouble() == 1.0);
 }
 
-/// Whether a flag is given as one, and nothing else is: +south=1 is north, +lat_0 is 0.
+/// Whether a flag is given without a value, and any other parameter with one: to PROJ +south=1 is
+/// north, and +lat_0 is 0.
 bool isGivenAsTaken(const Param &param, const QString &projName)
 {
     const bool isFlag = isProjFlag(projName);
@@ -429,7 +431,7 @@ void reviewEllipsoidUse(const QDomElement &element, const Ellipsoid &ellipsoid,
     const double axis = ellipsoid.biggerHalfAxle.value.toDouble();
     const double reciprocal = ellipsoid.reciprocal;
     const QString name = ellipsoid.proj4EllpsName.trimmed();
-    // Nothing at all is a record to be filled in; PROJ refuses it.
+    // A record with nothing in it is one to be filled in; PROJ refuses it.
     if (axis == 0.0 && reciprocal == 0.0)
         return;
     const bool mayBeZero = !name.isEmpty(); // where the name is used, and not the numbers

@@ -41,7 +41,7 @@ QString wholeText(const QDomElement &element)
     QString text;
     for (QDomNode child = element.firstChild(); !child.isNull(); child = child.nextSibling()) {
         if (child.isText())
-            text += child.nodeValue(); // an only one is shared, however long
+            text += child.nodeValue(); // a single piece is shared and not copied
     }
     return text;
 }

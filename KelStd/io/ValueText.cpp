@@ -62,7 +62,7 @@ bool isReadAsNumber(const QString &text)
         return false;
     if (value != 0.0)
         return true;
-    // A zero of other digits is one that a double is too coarse for.
+    // Other digits that read as zero are a number too small for a double.
     for (const QChar c : text) {
         if (c == QLatin1Char('e') || c == QLatin1Char('E'))
             break;

@@ -26,8 +26,8 @@ QVariant fromValueText(EValueType type, const QString &text, Taken *taken = null
 
 bool isBooleanWord(const QString &word);
 
-/// False for what no number is read from, and for what is read as another one: an infinite number,
-/// or zero where it only is too small.
+/// False for a text that reads as no number, and for one that reads as another number: as an
+/// infinity, or as zero because it is too small.
 bool isReadAsNumber(const QString &text);
 
 } // namespace KelStd::io

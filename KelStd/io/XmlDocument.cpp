@@ -162,7 +162,7 @@ QDomDocument documentFrame()
 DocumentFailure writeDocument(const QString &fileName,
                               const std::function<QDomDocument()> &makeDocument)
 {
-    DocumentFailure failure; // of what would make a file, but none that comes back
+    DocumentFailure failure; // of a document that could be written, but not read back
     const auto write = [&makeDocument, &failure](QIODevice &file) {
         const QString text = textOf(makeDocument());
         const QByteArray bytes = text.toUtf8();

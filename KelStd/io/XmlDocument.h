@@ -18,12 +18,13 @@ bool isXmlText(const QString &text);
 /// Readies a text for Qt's parser, which takes more than XML is and reads some of it as something
 /// else. Whether the text is well-formed otherwise is left to the parser.
 ///
-/// Fails for a text that is none for `isXmlText`, that nests elements deeper than `deepestNesting`,
-/// that has more markup than `maxMarkup`, that has declarations of its own in a document type (an
-/// entity declared there could hold elements that nest anew at each mention), that mentions
-/// entities which are not XML's own (they would vanish, and a number end there), or in which a tag
-/// has an attribute twice. References to characters beyond U+FFFF, of which the parser would keep
-/// sixteen bits, become the characters, and so do references to the two halves of one.
+/// Fails for a text for which `isXmlText` is false, that nests elements deeper than
+/// `deepestNesting`, that has more markup than `maxMarkup`, that has declarations of its own in a
+/// document type (an entity declared there could hold elements that nest anew at each mention),
+/// that mentions entities which are not XML's own (they would vanish, and a number end there), or
+/// in which a tag has an attribute twice. References to characters beyond U+FFFF, of which the
+/// parser would keep sixteen bits, become the characters, and so do references to the two halves of
+/// one.
 DocumentFailure makeSafeToParse(QString &text);
 
 /// What becomes of carriage returns.

@@ -29,15 +29,12 @@ bool writeDocument(const Coord &coord, const QString &path, QString *reason)
     return Coord_IO::xml_write(coord, path, reason);
 }
 
-/// The present name that keeps `name` from being added, or nothing. Only the new name is trimmed:
-/// blanks around a present one make it another name.
+/// The present name that keeps `name` from being added, or nothing.
 template <typename Record>
 std::optional<QString> nameTaking(const QString &name, const QMap<QString, Record> &records)
 {
-    const QString trimmed = name.trimmed();
     for (auto record = records.keyBegin(); record != records.keyEnd(); ++record) {
-        if (QString::compare(*record, name, Qt::CaseInsensitive) == 0
-            || QString::compare(*record, trimmed, Qt::CaseInsensitive) == 0)
+        if (library::isTakenBy(name, *record))
             return *record;
     }
     return std::nullopt;

@@ -10,8 +10,7 @@ namespace KelStd {
 
 namespace {
 
-/// Creating an empty file first, as for one that others might wait for, would leave it empty when
-/// the disk is full.
+/// The file is not created empty first: with a full disk it would stay empty.
 LibraryFailure writeConfig(const QString &path, const stShowConfig &config)
 {
     if (path.isEmpty())
@@ -47,7 +46,7 @@ void StandardLibrary::loadShowConfig()
         return;
     stShowConfig config;
     QDataStream stream(&file);
-    // `load` itself is content with zeros for what a file cut short does not have.
+    // `load` itself reads zeros for what a file that was cut short lacks.
     if (config.load(stream) && stream.status() == QDataStream::Ok)
         showConfig = config;
 }

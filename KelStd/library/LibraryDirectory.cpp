@@ -1,6 +1,7 @@
 #include <KelStd/library/LibraryDirectory.h>
 
 #include <KelStd/files/FileLock.h>
+#include <KelStd/files/ListableDirectory.h>
 #include <KelStd/files/WorkshopMark.h>
 #include <KelStd/library/LockName.h>
 #include <KelStd/library/StandardLibrary.h>
@@ -73,7 +74,7 @@ QStringList leftWorkshops(const QDir &home)
     return left;
 }
 
-/// Removes them; for who holds the lock, or nobody knows who uses them.
+/// Removes them, under the lock: without it another process may be using them.
 void removeLeftWorkshops(const QDir &home, const FileLock &lock)
 {
     if (!lock.isTaken())
@@ -108,8 +109,9 @@ void removeLeftLock(const QDir &directory)
     lock.release(); // which removes the file
 }
 
-/// Makes the library beside its place and moves it there in one step: who finds a library finds a
-/// whole one, and of two processes that do this at once one moves and the other finds.
+/// Makes the library beside its place and moves it there in one step, so that a library that is
+/// found is whole. Of two processes that do this at once one moves its library and the other finds
+/// it.
 LibraryFailure layOut(const LibraryDirectory &library, const LibraryDirectory &delivered)
 {
     const QDir home = QFileInfo(library.path()).dir();
@@ -129,9 +131,9 @@ LibraryFailure layOut(const LibraryDirectory &library, const LibraryDirectory &d
     if (!tk::Toolkits::CopyDirectory(delivered.path(), made.path(), true)) {
         return notWritable(QObject::tr("cannot copy %1 into %2").arg(delivered.path(), homePath));
     }
-    if (const auto failure = library::createPlaces(made))
+    if (auto failure = library::createPlaces(made))
         return failure;
-    QDir().rmdir(library.path()); // as far as it is an empty one
+    QDir().rmdir(library.path()); // which leaves one that is not empty
     if (QDir().rename(made.path(), library.path()) || library.holdsLibrary())
         return {};
     return notWritable(QObject::tr("cannot create %1").arg(library.path()));
@@ -167,11 +169,17 @@ QString library::placeName(LibraryPlace place)
     return QString::fromLatin1(row->name);
 }
 
+QStringList library::placeNames()
+{
+    QStringList names;
+    for (const PlaceRow &row : placeRows)
+        names += QString::fromLatin1(row.name);
+    return names;
+}
+
 bool library::isListable(const QString &directory)
 {
-    const QFileInfo info(directory);
-    // What may not be searched shows names, but nothing of what they are.
-    return !info.isDir() || (info.isReadable() && info.isExecutable());
+    return files::isListable(QFileInfo(directory));
 }
 
 LibraryFailure library::listingFailure(const QString &directory)
@@ -186,7 +194,7 @@ LibraryFailure library::loadPlaces(const LibraryDirectory &library,
                                    std::initializer_list<LibraryPlace> places)
 {
     for (const LibraryPlace place : places) {
-        if (const auto failure = listingFailure(library.path(place)))
+        if (auto failure = listingFailure(library.path(place)))
             return failure;
     }
     StandardLibrary &registry = StandardLibrary::getInstance();
@@ -217,7 +225,7 @@ LibraryFailure library::prepare(const LibraryDirectory &library, const LibraryDi
         removeLeftovers(library);
         return {};
     }
-    if (const auto failure = listingFailure(library.path()))
+    if (auto failure = listingFailure(library.path()))
         return failure;
     removeLeftLock(QDir(library.path()));
     if (QFileInfo::exists(library.path())
@@ -230,7 +238,7 @@ LibraryFailure library::prepare(const LibraryDirectory &library, const LibraryDi
         return noLibrary(QObject::tr("there is no library in %1, and none is delivered in %2")
                              .arg(library.path(), delivered.path()));
     }
-    const LibraryFailure failure = layOut(library, delivered);
+    LibraryFailure failure = layOut(library, delivered);
     isNew = !failure;
     return failure;
 }

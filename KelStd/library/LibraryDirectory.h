@@ -5,6 +5,7 @@
 
 #include <QtCore/QDir>
 #include <QtCore/QString>
+#include <QtCore/QStringList>
 
 #include <initializer_list>
 
@@ -55,6 +56,9 @@ namespace library {
 
 /// "custom", "offered.xml": what a place is called in its directory.
 KELSTD_EXPORT QString placeName(LibraryPlace place);
+
+/// What all places are called, in the order of `LibraryPlace`.
+KELSTD_EXPORT QStringList placeNames();
 
 /// Whether nothing keeps loading from seeing what a directory holds. One that isn't there holds
 /// nothing.

@@ -8,17 +8,21 @@ namespace KelStd {
 enum class LibraryFailureKind
 {
     None,
-    NoName,       ///< the name is empty
-    NoRecord,     ///< the record is null
-    NameTaken,    ///< a present name equals the new one in all but case and the blanks around it
-    NotPresent,   ///< there is no record of exactly this name
-    LeadsOut,     ///< the file of that name would lie outside the directory of its kind
-    NoDocument,   ///< the record has what no document can hold; the change has raised, too
-    NotWritable,  ///< the file was not written; the text has the file's own reason
-    NotRemovable, ///< the file was not removed; the text has the file's own reason
-    NotListable,  ///< a directory that may not be listed or searched
-    NoLibrary,    ///< a directory without a library, and none to lay out
-    HeldByAnother ///< another program is changing the library
+    NoName,      ///< the name is empty
+    NoRecord,    ///< the record is null
+    NameTaken,   ///< a present name equals the new one in all but case and the blanks around it
+    NotPresent,  ///< there is no record of exactly this name
+    LeadsOut,    ///< the file of that name would lie outside the directory of its kind
+    NoDocument,  ///< a parameter is a time, for which documents have no word; the change has raised
+    NotWritable, ///< the file was not written; the text has the file's own reason, or says that
+                 ///< a text has a character that no document can hold
+    NotRemovable,  ///< the file was not removed; the text has the file's own reason
+    NotListable,   ///< a directory that may not be listed or searched
+    NoLibrary,     ///< a directory without a library, and none to lay out
+    HeldByAnother, ///< another program is changing the library
+    SeveralFiles,  ///< several files hold a record of this name, and any of them may be loaded
+    OtherFileName, ///< the file that holds the record is not called as the record is
+    SharedFile     ///< the file that holds the record holds others, too
 };
 
 using LibraryFailure = Failure<LibraryFailureKind>;

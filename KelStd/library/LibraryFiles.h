@@ -16,12 +16,18 @@ inline QString pathIn(const QDir &directory, const QString &fileName)
     return QDir::fromNativeSeparators(directory.absoluteFilePath(fileName));
 }
 
-/// The documents in a directory, in the order in which the file system lists them.
+/// The names of the documents in a directory, in the order in which the file system lists them.
+inline QStringList documentNamesIn(const QDir &directory)
+{
+    return directory.entryList({QStringLiteral("*.xml")}, QDir::Files | QDir::NoDotAndDotDot,
+                               QDir::Unsorted);
+}
+
+/// The paths of the same documents.
 inline QStringList documentsIn(const QDir &directory)
 {
     QStringList paths;
-    const QStringList fileNames = directory.entryList(
-        {QStringLiteral("*.xml")}, QDir::Files | QDir::NoDotAndDotDot, QDir::Unsorted);
+    const QStringList fileNames = documentNamesIn(directory);
     // What is listed is in the directory, also a name that Qt would take for a path of another
     // kind.
     for (const QString &fileName : fileNames)

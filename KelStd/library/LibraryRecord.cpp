@@ -1,8 +1,10 @@
 #include <KelStd/library/LibraryRecord.h>
 
+#include <KelStd/library/RecordNames.h>
 #include <KelStd/library/StandardLibrary.h>
 
 #include <algorithm>
+#include <iterator>
 
 namespace KelStd::library {
 
@@ -169,6 +171,28 @@ QString keyOf(RecordKind kind, const QString &name)
         return withoutMarks(present) == wanted;
     });
     return found != names.end() ? *found : QString();
+}
+
+std::optional<RecordKey> keyTaking(RecordKind kind, const QString &name)
+{
+    QList<RecordKind> kinds = {kind};
+    if (kind == RecordKind::Custom)
+        kinds += RecordKind::Standard;
+    for (const RecordKind each : kinds) {
+        for (const QString &present : namesOf(each)) {
+            if (isTakenBy(withoutMarks(name), withoutMarks(present)))
+                return RecordKey{each, present};
+        }
+    }
+    return std::nullopt;
+}
+
+QList<RecordKind> kindsHolding(const QString &name, const QList<RecordKind> &kinds)
+{
+    QList<RecordKind> holding;
+    std::copy_if(kinds.begin(), kinds.end(), std::back_inserter(holding),
+                 [&name](RecordKind kind) { return find(kind, name).has_value(); });
+    return holding;
 }
 
 QStringList offeredNames()

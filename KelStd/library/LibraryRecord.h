@@ -6,6 +6,7 @@
 #include <KelStd/coord/Projection.h>
 #include <KelStd/library/LibraryDirectory.h>
 
+#include <QtCore/QList>
 #include <QtCore/QString>
 #include <QtCore/QStringList>
 
@@ -55,10 +56,26 @@ KELSTD_EXPORT void rename(LibraryRecord &record, const QString &name);
 /// The names under which the registry has records of a kind, in their order there.
 KELSTD_EXPORT QStringList namesOf(RecordKind kind);
 /// A copy of the registry's entry of this name, whatever byte order marks it has in its document;
-/// one that has none goes before. Nothing for none.
+/// an entry without marks goes first. Nothing for none.
 KELSTD_EXPORT std::optional<LibraryRecord> find(RecordKind kind, const QString &name);
 /// The name under which the registry has that entry; null for none.
 KELSTD_EXPORT QString keyOf(RecordKind kind, const QString &name);
+
+/// A record of the registry by its kind and the name that it has there.
+struct RecordKey
+{
+    RecordKind kind;
+    QString name;
+};
+
+/// The entry of the registry that keeps a name from being added, byte order marks aside
+/// (`isTakenBy`): one of the kind, or, for a custom system, a standard one.
+///
+/// \return nothing when the name is free
+KELSTD_EXPORT std::optional<RecordKey> keyTaking(RecordKind kind, const QString &name);
+
+/// The kinds among `kinds`, in their order, in which `find` finds an entry of this name.
+KELSTD_EXPORT QList<RecordKind> kindsHolding(const QString &name, const QList<RecordKind> &kinds);
 
 /// The names of the systems that are offered when a project is created.
 KELSTD_EXPORT QStringList offeredNames();

@@ -36,9 +36,10 @@ QString ownText(const QString &text)
     return text.isNull() ? QString() : QString(text.constData(), text.size());
 }
 
-/// Moves what a system shares with its document, and what was allocated while that was in memory,
-/// out of the way: thousands of small pieces that stay where documents come and go would leave the
-/// next ones nothing but gaps, and make loading half as slow again. Its name is left alone.
+/// Copies what a system shares with its document, and what was allocated while the document was in
+/// memory. Otherwise thousands of small pieces would stay where documents come and go, the next
+/// documents would find nothing but gaps, and loading would take half as long again. The system's
+/// name is left alone.
 void compact(Coord &coord)
 {
     for (QString *text : {&coord.ellipsoid.ellipsoid_name, &coord.ellipsoid.proj4EllpsName,
@@ -67,8 +68,8 @@ QMap<QString, Coord> loadedSystems(const QString &directory)
         if (!readSystem(path, coord))
             continue;
         coord.coord_name = ownText(coord.coord_name); // and the key shares it
-        // In this order: allocating the large entry joins the small pieces that the document left,
-        // which would otherwise be handed out where they are scattered.
+        // In this order: allocating the large entry makes the allocator join the small pieces that
+        // the document left. Otherwise the copies would lie scattered in them.
         compact(*systems.insert(coord.coord_name, coord));
     }
     return systems;

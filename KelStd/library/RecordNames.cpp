@@ -44,7 +44,7 @@ bool beginsElsewhere(const QString &name)
            || first == QLatin1Char('~');
 }
 
-/// The last piece, which becomes a file's name, cannot: "..", too, is called "...xml" then.
+/// The last piece cannot go up, because it becomes a file's name: ".." is the file "...xml".
 bool goesUp(const QString &name)
 {
     int begin = 0;
@@ -132,6 +132,27 @@ QString nameFault(const QString &name)
             .arg(longestFileName);
     }
     return {};
+}
+
+bool isTakenBy(const QString &name, const QString &present)
+{
+    return QString::compare(present, name, Qt::CaseInsensitive) == 0
+           || QString::compare(present, name.trimmed(), Qt::CaseInsensitive) == 0;
+}
+
+QStringList similarNames(const QString &name, const QStringList &names)
+{
+    constexpr int maxNames = 5;
+    const QString wanted = name.simplified();
+    QStringList equal;
+    QStringList containing;
+    for (const QString &candidate : names) {
+        if (QString::compare(candidate.simplified(), wanted, Qt::CaseInsensitive) == 0)
+            equal += candidate;
+        else if (!wanted.isEmpty() && candidate.contains(wanted, Qt::CaseInsensitive))
+            containing += candidate;
+    }
+    return (equal + containing).mid(0, maxNames);
 }
 
 } // namespace KelStd::library

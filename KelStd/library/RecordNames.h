@@ -4,6 +4,7 @@
 
 #include <QtCore/QDir>
 #include <QtCore/QString>
+#include <QtCore/QStringList>
 
 /// The names of records as names of files. Any thread may ask.
 namespace KelStd::library {
@@ -26,5 +27,15 @@ KELSTD_EXPORT bool leadsOut(const QDir &directory, const QString &name);
 /// is blank, has a separator of paths, a control character or a character that Unicode keeps free,
 /// that begins with a colon, a tilde or a dot, or whose file's name would have more than 255 bytes.
 KELSTD_EXPORT QString nameFault(const QString &name);
+
+/// Whether a present name keeps a new one from being added: it equals the new one, or the new one
+/// without the blanks around it, in all but case. Blanks around the present name count.
+KELSTD_EXPORT bool isTakenBy(const QString &name, const QString &present);
+
+/// The names that somebody who typed `name` may have meant: those that differ in case and blanks
+/// alone, then those that have `name` within them.
+///
+/// \return at most five of `names`, the likeliest first
+KELSTD_EXPORT QStringList similarNames(const QString &name, const QStringList &names);
 
 } // namespace KelStd::library

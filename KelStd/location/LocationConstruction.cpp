@@ -55,7 +55,7 @@ public:
                        ProjLib::LocalNEH_to_LocalLatLongH, from, to);
     }
 
-    // None of them is this operation's.
+    // These questions are asked by builders alone.
     bool isPosition(const Pos & /*wgs84*/) const { return true; }
     bool leadsBackToLocal(const Pos & /*local*/, const Pos & /*plane*/) const { return true; }
     bool leadsBackToPlane(const Pos & /*plane*/, const Pos & /*local*/) const { return true; }

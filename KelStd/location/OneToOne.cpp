@@ -24,7 +24,7 @@ bool isSamePlaceRoundTheEarth(const stLongLatH &given, const stLongLatH &back)
 bool isSamePointOfPlane(const Pos &given, const Pos &back, const Pos &local, const Project &project)
 {
     const stLongLatH &place = local.getLongLatH();
-    constexpr double step = 1e-5; // [deg], a metre: what it is in the plane is the scale
+    constexpr double step = 1e-5; // [deg], about a metre; its length in the plane gives the scale
     const double towardsEquator = place.latitude > 0.0 ? -step : step;
     Pos beside;
     if (!project(Pos::fromLongLatH(place.longitude, place.latitude + towardsEquator, place.height),
@@ -34,8 +34,9 @@ bool isSamePointOfPlane(const Pos &given, const Pos &back, const Pos &local, con
     if (distance(given, back) <= allowed)
         return true;
 
-    // Half a turn from the middle of a map are both its ends. Where the way back leads to the other
-    // one, a tenth of a millimetre beside it is the one that was given.
+    // The meridian half a turn from the middle of a map is at both its ends. Where the way back
+    // leads to the other end, a place a tenth of a millimetre beside it is at the end that was
+    // given.
     constexpr double nudge = 1e-9; // [deg]
     for (const double turned : {-nudge, nudge}) {
         if (project(Pos::fromLongLatH(place.longitude + turned, place.latitude, place.height),

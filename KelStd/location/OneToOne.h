@@ -1,5 +1,6 @@
 #pragma once
 
+#include <KelStd/coord/PlaneLimit.h>
 #include <KelStd/coord/Pos.h>
 
 #include <cmath>
@@ -34,19 +35,15 @@ inline bool isPosition(const stLongLatH &wgs84)
     return wgs84.height >= -maxDepth && wgs84.height <= maxHeight;
 }
 
-/// How far from its origin, in units of the plane (metres, unless a parameter says otherwise),
-/// there are places: beyond the eastings with the number of their zone before them. There are 120
-/// zones of three degrees; zone 64 (EPSG 2581) has its meridian at 64,500,000 m. A pole that a
-/// projection has at infinity gets a number, too, and the way back from it leads there.
-inline constexpr double maxPlane = 130'000'000.0;
-
+/// Whether a plane has places there, in its units (metres, unless a parameter says otherwise). A
+/// pole that a projection has at infinity gets a number, too, and the way back from it leads there.
 inline bool isInPlane(const Pos &plane)
 {
     return std::abs(plane.getENU().e) <= maxPlane && std::abs(plane.getENU().n) <= maxPlane;
 }
 
-/// Whether the way back [deg] from a plane misses; longitudes a whole turn apart are the same, and
-/// at a pole all of them.
+/// Whether the way back [deg] from a plane leads to the given place. Longitudes a whole turn apart
+/// are the same, and at a pole all of them are.
 bool isSamePlaceRoundTheEarth(const stLongLatH &given, const stLongLatH &back);
 
 inline bool isSamePlace(const stLongLatH &given, const stLongLatH &back)
@@ -61,7 +58,7 @@ inline bool isSamePlace(const stLongLatH &given, const stLongLatH &back)
 /// The forward direction of a projection; false where it has no result.
 using Project = std::function<bool(const Pos &local, Pos &plane)>;
 
-/// Whether the way back to the plane, `back` from `local`, misses the point that was given there.
+/// Whether the way back to the plane, `back` from `local`, leads to the point that was given there.
 bool isSamePointOfPlane(const Pos &given, const Pos &back, const Pos &local,
                         const Project &project);
 

@@ -26,7 +26,7 @@ std::optional<SystemDefinitions> definitionsOf(const Coord &coord, ConversionFai
         tell(failure, ConversionFailureKind::BadSystem, chain.problem);
         return std::nullopt;
     }
-    // What does not fit is empty.
+    // A definition that does not fit its buffer is empty.
     if (chain.localGeographic.isEmpty() || chain.localProjected.isEmpty()) {
         tell(failure, ConversionFailureKind::BadSystem,
              QObject::tr("its PROJ definition is longer than %1 bytes")

@@ -1,41 +1,11 @@
 #include <KelStd/location/SystemNotes.h>
 
+#include <KelStd/coord/OverrulingKeys.h>
 #include <KelStd/text/CoordStringHelper.h>
-
-#include <algorithm>
 
 namespace KelStd::location {
 
 namespace {
-
-/// PROJ parameters that the system's own records write. Of two equal keys PROJ takes the first, and
-/// the projection's parameters come first. Neither "to_meter" is here, since "units" is taken
-/// before it wherever it stands, nor "f", which comes after what each system has of an ellipsoid.
-struct TakenKey
-{
-    const char *name;
-    const char *instead;       ///< what of the system is overruled
-    bool isOnlyOfName = false; ///< PROJ leaves it out where the axis and flattening are spelled
-};
-
-constexpr TakenKey takenKeys[] = {
-    {"units", "the metre of all northings and eastings"},
-    {"vunits", "the metre of all heights"},
-    {"vto_meter", "the metre of all heights"},
-    {"geoidgrids", "the geoid model: heights are those above this grid, whatever is said of them"},
-    {"geoid_crs", "the geoid model: heights may be above a grid, whatever is said of them"},
-    {"axis", "the axis directions of the ellipsoid"},
-    {"towgs84", "the datum shift"},
-    {"nadgrids", "the datum shift"},
-    {"geoc", "the datum shift"},
-    {"datum", "the ellipsoid and the datum shift"},
-    {"ellps", "the ellipsoid"},
-    {"a", "the semi-major axis"},
-    {"b", "the flattening", true},
-    {"rf", "the flattening"},
-    {"R", "the ellipsoid"},
-    {"pm", "the prime meridian of Greenwich"},
-};
 
 QString lengthUnitName(EUnit unit)
 {
@@ -43,17 +13,17 @@ QString lengthUnitName(EUnit unit)
     return name.isEmpty() ? QStringLiteral("a unit without a name") : name;
 }
 
-void noteTakenKeys(const Coord &coord, QStringList &notes)
+void noteOverrulingKeys(const Coord &coord, QStringList &notes)
 {
     const bool hasName = !coord.ellipsoid.proj4EllpsName.trimmed().isEmpty();
     const auto &names = coord.projection.paramProj4;
     for (auto entry = names.constBegin(); entry != names.constEnd(); ++entry) {
-        for (const TakenKey &taken : takenKeys) {
-            if (entry.value() == QLatin1String(taken.name) && (hasName || !taken.isOnlyOfName)) {
-                notes += QStringLiteral("The parameter \"%1\" is PROJ's \"%2\": it comes first and "
-                                        "wins over %3.")
-                             .arg(entry.key(), entry.value(), QString::fromLatin1(taken.instead));
-            }
+        const OverrulingKey *key = findOverrulingKey(entry.value());
+        if (key != nullptr && (hasName || !key->isLeftOutBesideNumbers)) {
+            notes +=
+                QStringLiteral("The parameter \"%1\" is PROJ's \"%2\": it comes first and wins "
+                               "over %3.")
+                    .arg(entry.key(), entry.value(), QString::fromLatin1(key->overruled));
         }
     }
 }
@@ -134,7 +104,7 @@ QStringList notesOn(const Coord &coord)
                      .arg(unusualAxes(coord.ellipsoid));
     }
     noteUnits(coord, notes);
-    noteTakenKeys(coord, notes);
+    noteOverrulingKeys(coord, notes);
     noteParametersWithoutValue(coord.projection, notes);
     noteDatumShift(coord.ellipsoidTransform, notes);
     noteWhatIsNotApplied(coord, notes);

@@ -11,11 +11,12 @@ public:
     /// The file of the geoid model called `modelName`, or an empty text when it is not available.
     ///
     /// The default implementation looks in the home directory's "geoid_model_list", then in the
-    /// program directory's, and returns an absolute path. A GTX or GGF file of the home directory
-    /// whose size and header do not fit each other, as an interrupted copy leaves it, stands back
-    /// behind a whole one of the program directory; where there is none its path is returned, and
-    /// the geoid operations refuse it. A name that could lead out of the folders (absolute, or with
-    /// a ".." piece), or that PROJ would read as two (with a comma), is not available.
+    /// program directory's, and returns an absolute path. Where a GTX or GGF file of the home
+    /// directory has another size than its header says, as an interrupted copy leaves it, a whole
+    /// one of the program directory is taken instead. Without such a one the path of the first is
+    /// returned, and the geoid operations refuse it. A name that could lead out of the folders
+    /// (absolute, or with a ".." piece), or that PROJ would read as two (with a comma), is not
+    /// available.
     ///
     /// PROJ does not read GGF grids: of "model.ggf" (in any case) the path is that of
     /// "model.ggf.gtx" beside it, or in the home directory's folder where nothing can be written

@@ -15,8 +15,8 @@ namespace KelStd::positions {
 
 namespace {
 
-/// Whether whole degrees stand before a column that is not read: with care it is asked what is in
-/// it.
+/// Whether whole degrees stand before a column that is not read. It may hold their minutes, which
+/// the careful way looks for.
 bool mayHaveMinutes(const PlainLine &line, const FieldOrder &order, int field)
 {
     const auto &components = order.components;
@@ -96,11 +96,11 @@ QString ComponentReader::readComponent(int component, const QString &field, Deci
     const Column &column = columnOf(m_form.frame, component);
     const AngleSense sense =
         column.valueType == ValueType_Longitude ? AngleSense::Longitude : AngleSense::Latitude;
-    QString reason;
-    const auto number = isAngle(column) ? readTypedAngle(field, sense, mark, reason)
-                                        : readNumber(field, mark, reason);
+    TypedValueFailure failure;
+    const auto number = isAngle(column) ? readTypedAngle(field, sense, mark, failure)
+                                        : readNumber(field, mark, failure);
     if (!number)
-        return reason;
+        return failure.text;
     const double inMetresOrDegrees = isAngle(column) ? *number : *number * m_metresPerUnit;
     if (!(std::abs(inMetresOrDegrees) <= column.limit))
         return QStringLiteral("%1 is not between -%2 and %2").arg(field).arg(column.limit);

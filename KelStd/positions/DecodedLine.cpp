@@ -45,11 +45,11 @@ DecodedLine decoded(const QByteArray &bytes)
 
 bool isUtf16(std::string_view bytes, bool isBeginning)
 {
-    constexpr std::size_t fewest = 4; // bytes that tell
+    constexpr std::size_t minBytes = 4; // fewer bytes do not tell
     const std::string_view mark = bytes.substr(0, 2);
     if (isBeginning && (mark == "\xFF\xFE" || mark == "\xFE\xFF"))
         return true;
-    if (bytes.size() < fewest)
+    if (bytes.size() < minBytes)
         return false;
     for (const std::size_t first : {0U, 1U}) {
         bool hasOnlyZeros = true;

@@ -12,13 +12,12 @@ namespace KelStd::positions {
 /// The bytes of a line as text.
 struct DecodedLine
 {
-    QString text; ///< what can be made out, with blanks in place of control characters
-    QString flaw; ///< why the line cannot be read; empty when it can
-    bool isText =
-        true; ///< no control characters, which only data of another kind and mischief have
+    QString text;       ///< what can be made out, with blanks in place of control characters
+    QString flaw;       ///< why the line cannot be read; empty when it can
+    bool isText = true; ///< no control characters, which no list of positions has
 };
 
-/// Reads UTF-8, and what is none as Latin-1, with a flaw.
+/// Reads UTF-8. Bytes that are not UTF-8 are read as Latin-1, and the result has a `flaw`.
 DecodedLine decoded(const QByteArray &bytes);
 
 /// Whether the bytes are text in UTF-16: at the beginning of an input by its byte-order mark,

@@ -3,6 +3,7 @@
 #include <KelStd/positions/ReadComponents.h>
 #include <KelStd/text/AngleSigns.h>
 #include <KelStd/text/TypedNumber.h>
+#include <KelStd/text/UnitNames.h>
 #include <KelStd/text/UnitWords.h>
 
 #include <QtCore/QHash>
@@ -18,44 +19,6 @@ namespace {
 
 constexpr QChar underscore = QLatin1Char('_');
 
-constexpr UnitKind length = UnitKind::Length;
-constexpr UnitKind angle = UnitKind::Angle;
-constexpr UnitKind typedAngle = UnitKind::TypedAngle;
-
-constexpr HeadingUnit unitRows[] = {
-    {u"m meter meters metre metres", "m", Unit_Meter, length},
-    {u"ft feet foot intl_ft intl_feet international_feet international_foot int_ft int_feet "
-     u"int_foot ft_int feet_int foot_int feet_intl foot_intl",
-     "ft", Unit_Foot, length},
-    {u"us_ft us_feet us_foot us_survey_ft us_survey_feet us_survey_foot us_sft usft ussft ftus "
-     u"usfeet "
-     u"ft_us feet_us foot_us sft survey_ft survey_feet survey_foot",
-     "us-ft", Unit_USFoot, length},
-    {u"mm millimeter millimeters millimetre millimetres", "mm", Unit_MilliMeter, length},
-    {u"cm centimeter centimeters centimetre centimetres", "cm", Unit_None, length},
-    {u"dm decimeter decimeters decimetre decimetres", "dm", Unit_None, length},
-    {u"km kilometer kilometers kilometre kilometres", "km", Unit_None, length},
-    {u"in inch inches", "in", Unit_None, length},
-    {u"yd yard yards", "yd", Unit_None, length},
-    {u"mi mile miles", "mi", Unit_None, length},
-    {u"link links lk", "links", Unit_None, length},
-    {u"chain chains ch", "chains", Unit_None, length},
-    {u"fathom fathoms", "fathoms", Unit_None, length},
-    {u"deg degree degrees dd decimal_degree decimal_degrees degree_north degree_east degrees_north "
-     u"degrees_east",
-     "deg", Unit_Degree, angle},
-    {u"rad radian radians", "rad", Unit_None, angle},
-    {u"gon gons grad grads grade grades", "gon", Unit_None, angle},
-    {u"dms deg_min_sec ddmmss", "dms", Unit_None, typedAngle},
-    {u"dm_m ddmm ddm", "degrees and minutes", Unit_None, typedAngle},
-    {u"min minute minutes arcmin arcminute arcminutes", "minutes", Unit_None, typedAngle, true},
-    {u"sec second seconds arcsec arcsecond arcseconds", "seconds", Unit_None, typedAngle, true},
-    {u"mas", "mas", Unit_None, typedAngle, true},
-    {u"' \u2032 \u2019", "minutes or feet", Unit_None, typedAngle, true},
-    {u"'' \" \u2033 \u201D \u2032\u2032 \u2019\u2019", "seconds or inches", Unit_None, typedAngle,
-     true},
-};
-
 QStringList wordsIn(const QString &words)
 {
     return words.split(QLatin1Char(' '));
@@ -65,23 +28,6 @@ QStringList wordsIn(const char *words)
 {
     return wordsIn(QString::fromLatin1(words));
 }
-
-} // namespace
-
-const HeadingUnit *unitNamed(const QString &word)
-{
-    static const QHash<QString, const HeadingUnit *> units = [] {
-        QHash<QString, const HeadingUnit *> all;
-        for (const HeadingUnit &row : unitRows) {
-            for (const QString &name : wordsIn(QString::fromUtf16(row.words)))
-                all.insert(name, &row);
-        }
-        return all;
-    }();
-    return units.value(word);
-}
-
-namespace {
 
 /// The words of headings that are long enough to be found at the beginning of another word.
 const QStringList &longWords()
@@ -100,7 +46,7 @@ const QStringList &longWords()
 }
 
 /// Takes the unit from the end of "northing_us_ft", "northing_in_us_ft" and "northingft".
-const HeadingUnit *takeUnit(QString &words)
+const NamedUnit *takeUnit(QString &words)
 {
     constexpr int maxWords = 3; // "us survey feet"
     QVector<int> starts;
@@ -109,7 +55,7 @@ const HeadingUnit *takeUnit(QString &words)
             starts.prepend(i);
     }
     for (const int position : starts) {
-        const HeadingUnit *unit = unitNamed(words.mid(position + 1));
+        const NamedUnit *unit = unitNamed(words.mid(position + 1));
         if (unit == nullptr)
             continue;
         words.truncate(position);
@@ -120,7 +66,7 @@ const HeadingUnit *takeUnit(QString &words)
     for (const QString &word : longWords()) {
         if (!words.startsWith(word) || words.size() == word.size() + 1)
             continue;
-        if (const HeadingUnit *unit = unitNamed(words.mid(word.size()))) {
+        if (const NamedUnit *unit = unitNamed(words.mid(word.size()))) {
             words = word;
             return unit;
         }
@@ -130,7 +76,7 @@ const HeadingUnit *takeUnit(QString &words)
 
 /// The unit of "lat (')" and "h [\u2033]". Beside a degree sign it stands for how an angle is
 /// typed, and a heading may stand between two of them.
-const HeadingUnit *unitBySign(const QString &text)
+const NamedUnit *unitBySign(const QString &text)
 {
     static const QRegularExpression sign(
         QStringLiteral("([%1%2]{1,2})\\s*[\\])]?\\s*\\z")
@@ -147,7 +93,7 @@ QString takeFrame(QString &words)
 {
     words.replace(QLatin1String("wgs_84"), QLatin1String("wgs84"));
     for (const char *name : {"wgs84", "local"}) {
-        const QString frame = QString::fromLatin1(name);
+        QString frame = QString::fromLatin1(name);
         if (words.startsWith(frame + underscore)) {
             words.remove(0, frame.size() + 1);
             return frame;
@@ -168,7 +114,7 @@ bool isNameOfAColumn(const QString &name)
 }
 
 /// Whether "wgs84_..." or "local_..." may name the component. Of the local heights there are two,
-/// and a height above the geoid is none of WGS84's.
+/// and a height above the geoid is not one in WGS84.
 bool isOfFrame(const InputForm &form, int component, const QString &frame)
 {
     if (frame.isEmpty())
@@ -271,7 +217,7 @@ bool isNamedBy(const InputForm &form, int component, const Heading &heading)
            && wordsIn(column.headerWords).contains(heading.word);
 }
 
-bool isInputUnit(const InputForm &form, int component, const HeadingUnit &unit)
+bool isInputUnit(const InputForm &form, int component, const NamedUnit &unit)
 {
     return unit.unit == inputUnit(form, component);
 }
@@ -281,7 +227,7 @@ bool hasInputUnit(const InputForm &form, int component, const Heading &heading)
     return heading.unit == nullptr || isInputUnit(form, component, *heading.unit);
 }
 
-QString lengthUnitHint(const InputForm &form, const HeadingUnit &unit)
+QString lengthUnitHint(const InputForm &form, const NamedUnit &unit)
 {
     const QString symbol = unitSymbol(unit.unit);
     // Programs need not offer the millimetre, in which nobody measures a plane.
@@ -297,7 +243,7 @@ QString unitMistake(const InputForm &form, int component, const Heading &heading
     const bool isLength = !isAngle(columnOf(form.frame, component));
     const QString unit = isLength ? unitSymbol(form.lengthUnit) : QStringLiteral("deg");
     return QStringLiteral("%1 is in %2, but %3 is read in %4%5")
-        .arg(quoted(heading.text), QLatin1String(heading.unit->shown),
+        .arg(quoted(heading.text), QLatin1String(heading.unit->symbol),
              QLatin1String(columnOf(form.frame, component).label), unit,
              isLength ? lengthUnitHint(form, *heading.unit) : QString());
 }

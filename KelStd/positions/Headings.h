@@ -2,48 +2,28 @@
 
 #include <KelStd/Export.h>
 #include <KelStd/positions/InputForm.h>
+#include <KelStd/text/UnitNames.h>
 
 #include <QtCore/QString>
 #include <QtCore/QStringList>
 
 namespace KelStd::positions {
 
-/// What a unit of headings measures.
-enum class UnitKind
-{
-    Length,
-    Angle,      ///< of an angle in one number
-    TypedAngle, ///< degrees with minutes and seconds
-};
-
-/// A unit as headings name it. A new one is a row in Headings.cpp.
-struct HeadingUnit
-{
-    const char16_t *words;       ///< blank-separated, as `normalisedHeading` writes them
-    const char *shown;           ///< in messages
-    EUnit unit;                  ///< Unit_None: no input is read in it
-    UnitKind kind;               ///< what it measures
-    bool isPartOfDegree = false; ///< minutes and seconds, which stand beside degrees
-};
-
 /// What a heading says: "WGS84 latitude [rad]" is the word "latitude", the frame "wgs84" and the
 /// unit radian.
 struct Heading
 {
-    QString text;                      ///< as it stands
-    QString whole;                     ///< without the unit: "wgs84_latitude"
-    QString word;                      ///< without frame and unit: "latitude"
-    QString frame;                     ///< "wgs84", "local" or empty
-    const HeadingUnit *unit = nullptr; ///< null: it names none
+    QString text;                    ///< as it stands
+    QString whole;                   ///< without the unit: "wgs84_latitude"
+    QString word;                    ///< without frame and unit: "latitude"
+    QString frame;                   ///< "wgs84", "local" or empty
+    const NamedUnit *unit = nullptr; ///< null: it names none
 };
 
 /// A heading as it is compared: "Longitude [deg]" is "longitude_deg".
 QString normalisedHeading(const QString &heading);
 
 KELSTD_EXPORT Heading headingOf(const QString &text);
-
-/// The unit of that name, as `normalisedHeading` writes it; null when there is none.
-const HeadingUnit *unitNamed(const QString &word);
 
 /// Whether the heading, directly behind that of an angle, is that of its minutes or seconds: "min",
 /// "s" or "'".
@@ -62,11 +42,11 @@ bool isOfOutput(const Heading &heading);
 bool isNamedBy(const InputForm &form, int component, const Heading &heading);
 
 /// Whether the component is read in the unit.
-bool isInputUnit(const InputForm &form, int component, const HeadingUnit &unit);
+bool isInputUnit(const InputForm &form, int component, const NamedUnit &unit);
 
 /// "; the unit us-ft reads and prints lengths in it", in the plane; empty
 /// elsewhere, and for a unit that programs need not offer.
-QString lengthUnitHint(const InputForm &form, const HeadingUnit &unit);
+QString lengthUnitHint(const InputForm &form, const NamedUnit &unit);
 
 /// Whether the heading names no unit, or the one in which the component is read.
 bool hasInputUnit(const InputForm &form, int component, const Heading &heading);

@@ -11,8 +11,8 @@ namespace KelStd::positions {
 enum class InputHeight
 {
     OfFrame,        ///< that of the frame
-    AboveEllipsoid, ///< of geographic positions, where the frame is none of the user's to choose
-    AboveGeoid      ///< of geographic positions, again without a choice of frames
+    AboveEllipsoid, ///< of geographic positions, where the user does not choose the frame
+    AboveGeoid      ///< of geographic positions, where the user does not choose the frame
 };
 
 /// What messages call the settings that remove a mistake, so that they name what the user of a

@@ -1,4 +1,5 @@
 #include <KelStd/positions/DecodedLine.h>
+#include <KelStd/positions/LineShape.h>
 #include <KelStd/positions/OtherHeadings.h>
 #include <KelStd/positions/PositionReading.h>
 
@@ -57,8 +58,8 @@ PositionParser::Result PositionParser::Reading::takeDamagedLater(const TextLine 
         {m_lineNumber, QStringLiteral("the header cannot be read: %1").arg(line.flaw)});
 }
 
-/// A line of units is passed over when they are those that are read. Nothing where the line is none
-/// of units, and no remark `text` that contradicts.
+/// A line of units is passed over when positions are read in these units. No result for another
+/// line, unless its remark `text` names units that contradict.
 std::optional<PositionParser::Result> PositionParser::Reading::takeLaterUnits(const SplitLine &line,
                                                                               const QString &text)
 {

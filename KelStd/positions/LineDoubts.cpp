@@ -24,7 +24,7 @@ bool isLongitude(Frame frame, int component)
 }
 
 /// "12,345" and "12,345,678", which have thousands in groups or, the former, three decimals. A
-/// leading zero is never that of a group.
+/// number with groups does not begin with a zero.
 bool mayHaveGroups(const QString &field)
 {
     static const QRegularExpression groups(
@@ -43,7 +43,7 @@ bool mayBePiece(const QString &field)
            || (start.match(field).hasMatch() && hasAngleSigns(field));
 }
 
-/// A time of day, which beside angles looks like one; with its date it is none of a piece.
+/// A time of day, which looks like an angle with colons. With its date before it, it does not.
 bool isTime(const QString &field, bool needsDate)
 {
     static const QRegularExpression time(QStringLiteral(
@@ -62,7 +62,8 @@ bool mayGoOn(const QString &field)
     return whole.match(field).hasMatch();
 }
 
-/// What is wrong with "5,5 52,1 3,0", where the commas separate, but not what they should.
+/// What is wrong with "5,5 52,1 3,0", whose commas were meant for decimals and are taken for
+/// separators.
 QString commasBesideBlanks(const SplitLine &line, const FieldOrder &order)
 {
     static const QRegularExpression twoNumbers(QStringLiteral("\\A[-+0-9.]+\\s+[-+0-9.]+\\z"));
@@ -107,7 +108,7 @@ std::optional<DecimalMark> decimalMarkOf(const SplitLine &line, const FieldOrder
         if (!field.contains(comma))
             continue;
         withComma = &field;
-        // Grouped thousands of degrees there are none.
+        // There are no thousands of degrees.
         isSure = isSure || isAngle(frame, i) || !mayHaveGroups(field);
     }
     if (withComma == nullptr)
@@ -147,7 +148,7 @@ struct Hemisphere
     bool isThere() const { return isNorthOrSouth || isEastOrWest; }
 };
 
-/// Of "N", "south", "(S)", "Ost." and their like.
+/// The direction of "N", "south", "(S)", "Ost." and their like.
 Hemisphere hemisphereOf(const QString &field)
 {
     static const QRegularExpression frame(
@@ -196,7 +197,7 @@ QString loneHemisphere(const SplitLine &line, const FieldOrder &order, Frame fra
         if (isLongitude(frame, i) ? before.isEastOrWest : before.isNorthOrSouth)
             return refused(field - 1, QStringLiteral("before ") + angle);
     }
-    // One letter elsewhere is a code; one of each direction are the angles'.
+    // One letter elsewhere is a code. One letter of each direction belong to the angles.
     const auto isBeforeAngle = [&](int field) {
         for (int i = 0; i < componentsPerFrame; ++i) {
             if (isAngle(frame, i) && order.components[static_cast<std::size_t>(i)] == field + 1)

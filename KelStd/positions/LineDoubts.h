@@ -26,12 +26,13 @@ std::optional<DecimalMark> decimalMarkOf(const SplitLine &line, const FieldOrder
 /// then what remains of it could pass for the whole. Empty when it was not.
 KELSTD_EXPORT QString tornAngle(const SplitLine &line, const FieldOrder &order, Frame frame);
 
-/// Why the line is refused that has a hemisphere in a column of its own: beside an angle, or one of
-/// each direction elsewhere. Without them the point lies elsewhere. Empty when there is none.
+/// Why a line is refused that has a hemisphere in a column of its own, beside an angle, or one of
+/// each direction anywhere: read without them, the point would lie elsewhere. Empty when there is
+/// none.
 QString loneHemisphere(const SplitLine &line, const FieldOrder &order, Frame frame);
 
-/// Why the line is refused that has a number below 60 in a column that is not read, behind an angle
-/// of whole degrees: they may be its minutes. Empty when there is none.
+/// Why a line is refused that has a number below 60 in a column that is not read, behind an angle
+/// of whole degrees: the number may be its minutes. Empty when there is none.
 QString unreadMinutes(const SplitLine &line, const FieldOrder &order, Frame frame);
 
 /// What may be wrong with a line of too many fields, to be put behind a message about it: blanks

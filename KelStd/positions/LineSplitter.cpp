@@ -29,7 +29,7 @@ bool hasOnlyDecimalCommas(const QString &line, const QVector<int> &separators)
     bool fieldHasComma = false;
     for (const int position : separators) {
         if (line.at(position) == tabulator) {
-            // Those at the line's ends separate nothing.
+            // Tabulators at the line's ends separate nothing.
             hasTabulator = hasTabulator
                            || (!line.left(position).trimmed().isEmpty()
                                && !line.mid(position).trimmed().isEmpty());

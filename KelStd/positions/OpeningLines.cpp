@@ -1,3 +1,4 @@
+#include <KelStd/positions/LineShape.h>
 #include <KelStd/positions/OrderDoubts.h>
 #include <KelStd/positions/PickedColumns.h>
 #include <KelStd/positions/PositionReading.h>
@@ -28,7 +29,7 @@ bool beginsAsNumber(const QString &field)
 }
 
 /// True when a field begins with a digit or its sign and is a number with a decimal comma or an
-/// angle with its signs. Letters alone make no angle of a heading: "3D" is none.
+/// angle with its signs. Letters alone do not make an angle of a heading such as "3D".
 bool holdsTypedValue(const SplitLine &line)
 {
     return std::any_of(line.fields.cbegin(), line.fields.cend(), [](const QString &field) {
@@ -38,8 +39,8 @@ bool holdsTypedValue(const SplitLine &line)
     });
 }
 
-/// Whether the line has values where the order has components, so that it is a position, if one
-/// that cannot be read.
+/// Whether the line has values where the order has components, so that it is a position, even if it
+/// cannot be read.
 bool isAttempt(const SplitLine &line, const FieldOrder &order)
 {
     return std::all_of(order.components.begin(), order.components.end(),
@@ -60,7 +61,7 @@ bool isPositionOfAnotherLength(const SplitLine &line, const std::optional<Column
     return values > 1 && values == line.fields.size();
 }
 
-/// Why a first line that holds numbers is none of those that are read.
+/// Why a first line that holds numbers is no position that can be read.
 QString noPosition(const QString &reason)
 {
     return QStringLiteral("the line is neither headings nor a position: %1").arg(reason);
@@ -197,7 +198,7 @@ PositionParser::Result PositionParser::Reading::takeTooLongOpening(const QString
     return takeOther(noPosition(mistake));
 }
 
-/// A line in front of all positions that is neither headings nor one of them: a title, perhaps.
+/// A line in front of all positions that is neither headings nor a position: a title, perhaps.
 PositionParser::Result PositionParser::Reading::takeOther(const QString &reason)
 {
     m_reason.clear();

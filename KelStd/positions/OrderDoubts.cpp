@@ -74,7 +74,7 @@ QString missingHeight(const QStringList &fields, const InputForm &form)
     if (!looksNumbered || frame == Frame::Wgs84Cartesian)
         return {};
     const bool isGeographic = frame != Frame::LocalProjected;
-    // A number beyond the range of angles is a height for sure.
+    // A number beyond the range of angles can only be a height.
     if (isGeographic
         && !(std::abs(numberOf(fields.at(1))) <= fullCircle
              && std::abs(numberOf(fields.at(2))) <= fullCircle))
@@ -132,9 +132,9 @@ bool mayBeAngle(const QString &name)
     static const QRegularExpression withLetter(
         QStringLiteral("\\A([NSEW]\\s*[0-9]+[.,][0-9]+|[0-9]+[.,][0-9]+\\s*[NSEW])\\z"),
         QRegularExpression::CaseInsensitiveOption);
-    QString reason;
+    TypedValueFailure failure;
     const auto isTyped = [&](AngleSense sense) {
-        return readTypedAngle(name, sense, DecimalMark::Point, reason).has_value();
+        return readTypedAngle(name, sense, DecimalMark::Point, failure).has_value();
     };
     return withLetter.match(name).hasMatch()
            || (hasAngleSigns(name)
@@ -171,7 +171,7 @@ QString laterPairsDoubt(const SplitLine &line, const InputForm &form)
 {
     const QStringList fields = fieldsOf(line);
     const bool byCommas = line.separator == QLatin1Char(',');
-    // A northing of six digits is none of decimals.
+    // A northing of six digits is not six decimals.
     constexpr int maxDecimals = 3;
     if (byCommas && isWhole(fields.at(1)) && isWhole(fields.at(3))
         && (fields.at(1).size() > maxDecimals || fields.at(3).size() > maxDecimals))
@@ -196,7 +196,7 @@ QString orderDoubt(const SplitLine &line, const FieldOrder &order, const InputFo
                 .arg(quoted(fields.at(i)), quoted(fields.at(i + 1)), whatToAdd(form));
         }
     }
-    const QString doubt = pairs(fields, byCommas, form);
+    QString doubt = pairs(fields, byCommas, form);
     if (!doubt.isEmpty())
         return doubt;
     if (isOtherNumber(fields.at(0)) || (!areLengths && mayBeAngle(fields.at(0))))

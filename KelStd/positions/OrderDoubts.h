@@ -16,8 +16,8 @@ namespace KelStd::positions {
 /// Higher than any height of the plane [m]: a northing or an easting can be such a number.
 inline constexpr double maxPlaneHeight = 20000.0;
 
-/// Whether the height can be one. Where neither headings nor a choice say that it is the height,
-/// one of the plane cannot be higher than `maxPlaneHeight`.
+/// Whether the height can be one. Where neither headings nor a choice say that it is the height, a
+/// height in the plane cannot be beyond `maxPlaneHeight`.
 inline bool mayBeHeight(double metres, Frame frame, const FieldOrder &order)
 {
     return !order.isPlain || frame != Frame::LocalProjected
@@ -51,9 +51,10 @@ inline bool mayBeGroups(std::string_view first, std::string_view second)
            && isWhole(second.substr(0, point)) && (decimals.empty() || isWhole(decimals));
 }
 
-/// Whether an empty field behind the fields that headings name is none that was lost: the last one
-/// named is a component, and no other column that may be empty itself. A whole number in front,
-/// where a component stands, may be that of a point without its height.
+/// Whether a separator may end a line behind the fields that headings name. It may where the last
+/// heading names a component: the field of any other column may be empty itself. It may not where a
+/// component stands first and is a whole number: that may be the number of a point whose height is
+/// missing.
 inline bool mayEndEmpty(std::string_view first, const FieldOrder &order)
 {
     const auto isComponent = [&order](int field) {
@@ -64,8 +65,8 @@ inline bool mayEndEmpty(std::string_view first, const FieldOrder &order)
            && !(isComponent(0) && isWhole(first));
 }
 
-/// Whether the components of a line whose last field is empty may be one less: a comma may have set
-/// thousands apart, and the empty field would be the last component's. `fieldAt` gives a field.
+/// Whether a line whose last field is empty may have one component less than it seems: two of its
+/// fields may be one number whose thousands a comma set apart. `fieldAt` gives a field.
 template <typename FieldAt>
 bool mayLackOne(const FieldOrder &order, FieldAt fieldAt)
 {
@@ -81,28 +82,29 @@ bool mayLackOne(const FieldOrder &order, FieldAt fieldAt)
 /// where they do not.
 QString latitudeFirst(const SplitLine &line, const FieldOrder &order, const InputForm &form);
 
-/// Of a later line whose name is a whole number behind other names: empty, or why its four numbers
-/// may be two pairs.
+/// Why the four numbers of a later line may be two pairs, as in "5 30 52 10": its name is a whole
+/// number, unlike the names before it. Empty when they are no pairs.
 QString laterPairsDoubt(const SplitLine &line, const InputForm &form);
 
-/// Why that name is refused, and what to add.
+/// Why a name that may be the first component is refused, and what to add.
 QString nameDoubt(const QString &name, const InputForm &form);
 
-/// Why that height is none, and what to add.
+/// Why a number beyond `maxPlaneHeight` is no height, and what to add.
 QString heightDoubt(const QString &field, const InputForm &form);
 
 /// Whether the text of a name is an angle with its signs, or with decimals and a letter: "5:15:30",
-/// "W5.25". Names such as E12 are none.
+/// "W5.25". A name such as E12 is no angle.
 bool mayBeAngle(const QString &name);
 
-/// The same, for sure not: seen in the text alone, so that the short way may ask.
+/// Whether the text of a name is certainly no such angle. Quick enough for the short way.
 inline bool isNoAngle(std::string_view name)
 {
     return name.find_first_of(".,:'") == std::string_view::npos;
 }
 
-/// Of a line that would decide the order for all others: empty, or what else it may mean and what
-/// to add. The later lines have as many fields as it, so that the doubt does not come back.
+/// Why the line that would decide the order for all others is refused: what else it may mean, and
+/// what to add. Empty when it can mean nothing else. Later lines have as many fields and are not
+/// asked again.
 QString orderDoubt(const SplitLine &line, const FieldOrder &order, const InputForm &form);
 
 } // namespace KelStd::positions

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <KelStd/Export.h>
 #include <KelStd/positions/ColumnChoice.h>
 #include <KelStd/positions/InputForm.h>
 #include <KelStd/positions/LineSplitter.h>
@@ -76,8 +75,8 @@ public:
     /// of units, or else a title or remark. True when it is a line of units.
     bool keepUnits(const QString &text, const SplitLine &line, qint64 lineNumber);
 
-    /// Why such a line, behind which the order is known, does not go with it; empty when it does or
-    /// names none. `isUnits`: it is a line of units.
+    /// Why a line of units, a title or a remark behind the line that decided the order contradicts
+    /// it; empty when it does not, or names no unit. `isUnits`: it is a line of units.
     QString unitsAgainst(const QString &text, const SplitLine &line, const FieldOrder &order,
                          bool &isUnits) const;
 
@@ -137,12 +136,5 @@ private:
     int m_others = 0;
     qint64 m_numberedFailure = 0; ///< a line with a number for a name that failed
 };
-
-/// The fields as headings stand in them: a unit in brackets may have been split off, and a remark's
-/// sign or a word such as "order:" in front of them heads no column.
-QStringList headingFields(const SplitLine &line);
-
-/// Whether a field is, or was meant to be, a number or an angle.
-KELSTD_EXPORT bool isValue(const QString &field);
 
 } // namespace KelStd::positions

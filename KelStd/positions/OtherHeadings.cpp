@@ -1,7 +1,7 @@
 #include <KelStd/positions/OtherHeadings.h>
 
 #include <KelStd/positions/Headings.h>
-#include <KelStd/positions/OrderSearch.h>
+#include <KelStd/positions/LineShape.h>
 
 #include <QtCore/QRegularExpression>
 #include <QtCore/QSet>

@@ -9,8 +9,8 @@
 /// language: they may give another order than the one in which the positions are read.
 namespace KelStd::positions {
 
-/// Whether different words, and no digit, stand where the positions have their components. One mark
-/// for all that is missing, such as "n/a", is none.
+/// Whether different words, and no digit, stand where the positions have their components. Does not
+/// hold for one mark such as "n/a" in all of these places, which stands for missing values.
 bool standInPlaceOfComponents(const SplitLine &line, const FieldOrder &order);
 
 /// Whether the line holds nothing but single words, two of which head coordinates in some language:

@@ -9,7 +9,8 @@ namespace KelStd::positions {
 
 namespace {
 
-/// The one heading that is written so, or else is so but for case, blanks and signs.
+/// The one heading that is written like this, or else the one that differs in case, blanks and
+/// signs alone.
 int fieldHeaded(const QString &column, const QStringList &headings, const InputWords &words,
                 QString &mistake)
 {
@@ -55,7 +56,7 @@ bool mayHold(const InputForm &form, int component, const QString &direction)
     return component == componentsPerFrame - 1 || (component == northward) == isNorth;
 }
 
-/// Why a column that is headed so does not hold the component; empty when it may.
+/// Why a column with this heading does not hold the component; empty when it may.
 QString contradiction(const Heading &heading, const InputForm &form, int component)
 {
     const QString label = QString::fromLatin1(columnOf(form.frame, component).label);

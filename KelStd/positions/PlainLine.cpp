@@ -27,8 +27,8 @@ std::string_view trimmed(std::string_view text)
     return text;
 }
 
-/// What separates the fields of a plain line; `noSeparator` for a line that is none. Two candidates
-/// in one line may be decimal commas or blanks in a field.
+/// What separates the fields of a plain line; `noSeparator` for a line that is not plain. Two
+/// candidates in one line may be decimal commas or blanks in a field.
 char separatorOf(std::string_view line)
 {
     bool hasComma = false;

@@ -22,8 +22,9 @@ bool isDigit(char c)
 /// of printing part: one rounds to even, the other away from zero.
 bool isTie(double value, int decimals)
 {
-    // Such a middle is an odd multiple of half a unit, and that unit a power of 1/10: as a double,
-    // with so few decimals in its binary form, it is a whole number once doubled once more often.
+    // Such a middle is an odd multiple of half of 10^-decimals, which is 1 / (2^(decimals + 1) *
+    // 5^decimals). A double can be one only where the fives cancel: then 2^(decimals + 1) times the
+    // value is an odd whole number.
     const double doubled = std::ldexp(value, decimals + 1);
     return doubled == std::floor(doubled) && std::fmod(doubled, 2.0) != 0.0;
 }
@@ -31,8 +32,8 @@ bool isTie(double value, int decimals)
 /// The formatter takes the decimals in a byte.
 unsigned char withinByte(int decimals)
 {
-    constexpr int most = std::numeric_limits<unsigned char>::max();
-    return static_cast<unsigned char>(std::clamp(decimals, 0, most));
+    constexpr int maxByte = std::numeric_limits<unsigned char>::max();
+    return static_cast<unsigned char>(std::clamp(decimals, 0, maxByte));
 }
 
 } // namespace
@@ -61,10 +62,10 @@ void appendNumber(QByteArray &bytes, double value, int decimals)
         bytes.append(fixed, static_cast<int>(size));
         return;
     }
-    constexpr double most = 1e15;
+    constexpr double maxValue = 1e15;
     constexpr int maxDecimals = 20;
     constexpr std::size_t maxCharacters = 64;
-    if (!(std::abs(value) < most) || decimals < 0 || decimals > maxDecimals
+    if (!(std::abs(value) < maxValue) || decimals < 0 || decimals > maxDecimals
         || isTie(value, decimals)) {
         bytes += numberText(value, decimals).toLatin1();
         return;

@@ -21,9 +21,9 @@ KELSTD_EXPORT QString withoutSignOfZero(QString text);
 /// Appends `numberText`, of as many decimals, in a fraction of its time.
 KELSTD_EXPORT void appendNumber(QByteArray &bytes, double value, int decimals);
 
-/// Reads digits with at most one decimal point between them and a minus before them, the nearest
-/// double as ever. False for anything else, which may be a number all the same; what `value` is
-/// then is not said.
+/// Reads digits with at most one decimal point between them, and a minus before them, as the
+/// nearest double. False for anything else, also for other forms of numbers: what `value` is then
+/// is not defined.
 KELSTD_EXPORT bool readPlainNumber(std::string_view text, double &value);
 
 } // namespace KelStd::positions

@@ -33,15 +33,15 @@ inline constexpr int maxLineBytes = 4096;
 ///     if (!parser.finish())
 ///         throw Refused(parser.reason());
 ///
-/// Blank lines and lines that begin with # are skipped, but a line of headings counts also behind
-/// a #, and a title or a remark that names another unit, or columns in other words, ends the run.
+/// Blank lines and lines that begin with # are skipped, but a line of headings counts also behind a
+/// #, and a title or a remark that names another unit, or columns in other words, ends the run.
 /// Headings say in which field each component stands; they may follow on lines of a title. Without
 /// any the components stand in the order of the frame's columns, after a point name when the first
 /// line has four fields. Every later line must have as many: a line that lost its height must not
 /// be read as one that lost its name. A separator may end a line behind its last field. A choice of
-/// columns goes before both. Headings further down must say the same: others end the run, and so
-/// does a first line that is neither headings nor a position. A line that can be read in two ways
-/// is refused with what removes the doubt.
+/// columns goes before both. Headings further down must say the same: other headings end the run,
+/// and so does a first line that is neither headings nor a position. A line that can be read in two
+/// ways is refused with what removes the doubt.
 ///
 /// Longitudes and latitudes [deg] may be typed in any form of `readTypedAngle`; lengths are plain
 /// numbers in the unit of the form. Positions come out in degrees and metres.

@@ -27,8 +27,8 @@ bool saysUnits(const QString &text);
 /// name their units go before it.
 QString saidUnitMistake(const QString &text, const FieldOrder &order, const InputForm &form);
 
-/// Why the position is refused whose line names a unit in a column of its own; empty when it is
-/// not.
+/// Why a position is refused whose line names another unit in a column of its own; empty when it is
+/// not refused.
 QString unitFieldMistake(const SplitLine &line, const FieldOrder &order, const InputForm &form);
 
 } // namespace KelStd::positions

@@ -106,7 +106,7 @@ QString distrustOf(const QDir &home, const QString &libraryFile)
         paths += placesOf(resources.filePath(databaseFileName()));
     }
     for (const QString &path : paths) {
-        const QString reason = distrustOfEntry(path);
+        QString reason = distrustOfEntry(path);
         if (!reason.isEmpty())
             return reason;
     }

@@ -31,12 +31,6 @@ QString pathOfModel(const QString &name)
         ->makeAndQuery_gnss_geoid_model_relativeFilepath(name);
 }
 
-/// Whether a user means a file, whatever models there are.
-bool saysWhere(const QString &name)
-{
-    return name.startsWith(QLatin1String("./")) || name.startsWith(QLatin1String("../"));
-}
-
 bool leadsOut(const QString &name)
 {
     return QDir::isAbsolutePath(name)
@@ -136,6 +130,11 @@ QString GeoidModels::conversionOf(const QString &ggf)
     return kelstd_grid::conversionOf(ggf);
 }
 
+bool GeoidModels::meansFile(const QString &name)
+{
+    return name.startsWith(QLatin1String("./")) || name.startsWith(QLatin1String("../"));
+}
+
 QStringList GeoidModels::names()
 {
     QStringList names;
@@ -163,7 +162,7 @@ QStringList GeoidModels::names()
 QList<GeoidModels::File> GeoidModels::files(const QString &name)
 {
     QList<File> files;
-    if (name.isEmpty() || saysWhere(name) || leadsOut(name))
+    if (name.isEmpty() || meansFile(name) || leadsOut(name))
         return files;
     for (const Folder folder : folders) {
         const QString path = directory(folder).absoluteFilePath(name);

@@ -47,6 +47,10 @@ public:
     /// Whether it exists or not.
     static QDir directory(Folder folder);
 
+    /// Whether somebody who typed `name` means a file, whatever models there are: one that begins
+    /// with "./" or "../".
+    static bool meansFile(const QString &name);
+
     /// The names of all models, in order: GTX and GGF files by their names, and files named ".tif"
     /// or ".tiff" that begin like a GeoTIFF file. A model of a subfolder has its path from the
     /// folder. What a GGF grid was converted to is not another model.
@@ -61,8 +65,8 @@ public:
         bool endsInZeros = false;  ///< of one that can be used (see `GridFile::endsInZeros`)
     };
 
-    /// The files of that name, the one that is used first. Empty for "./NAME", which always means a
-    /// file, and for a name that leads out of the folders.
+    /// The files of that name, the one that is used first. Empty for a name that means a
+    /// file (`meansFile`), and for one that leads out of the folders.
     static QList<File> files(const QString &name);
 
     /// The grid file of the model of that name, which PROJ is given: what the host's

@@ -41,7 +41,7 @@ std::string fileIn(const QByteArray &directory, std::string_view name)
                                : directory.toStdString() + '/' + std::string(name);
 }
 
-/// The file that PROJ opens for a name, or nothing where it is none on this machine.
+/// The file that PROJ opens for a name, or nothing where this machine has no such file.
 std::string fileOf(std::string_view name)
 {
     const LoadedProj &loaded = LoadedProj::instance();
@@ -59,7 +59,7 @@ std::string fileOf(std::string_view name)
 
 #if defined(Q_OS_UNIX)
 
-/// Tells a file from what it was before.
+/// What tells a file from an earlier one of its name.
 struct FileState
 {
     dev_t device;

@@ -82,8 +82,8 @@ QStringList workshopParts()
     return {newPart, oldPart};
 }
 
-/// Removes the directories in which killed processes prepared PROJ. Only for who holds the lock:
-/// nobody else has one.
+/// Removes the directories in which killed processes prepared PROJ. Only under the lock: then no
+/// other process uses one.
 void removeLeftWorkshops(const QDir &home)
 {
     QString pattern = workshopPattern();

@@ -2,6 +2,7 @@
 
 #include <KelStd/coord/Coord.h>
 #include <KelStd/coord/Location.h>
+#include <KelStd/files/ListableDirectory.h>
 #include <KelStd/grid/GeoidFolder.h>
 #include <KelStd/platform/AppConfig.h>
 #include <KelStd/proj/FilePermissions.h>
@@ -25,7 +26,7 @@ namespace KelStd {
 namespace {
 
 /// Files of PROJ's own among its resources. An earlier release unpacked into the private directory
-/// itself, and whichever of them came first shows that a killed one was at work.
+/// itself: any one of these files there shows that such a release was killed meanwhile.
 constexpr const char *resourceNames[] = {"proj.db",  "proj.ini", "projjson.schema.json",
                                          "ITRF2000", "ITRF2008", "ITRF2014",
                                          "nad.lst",  "nad27",    "nad83",
@@ -37,13 +38,6 @@ constexpr QDir::Filters everything =
 QString databaseName()
 {
     return proj::resourceDirectoryName() + QLatin1Char('/') + proj::databaseFileName();
-}
-
-/// Whether what a directory holds can be seen. What may not be searched shows names, but nothing of
-/// what they are.
-bool isListable(const QFileInfo &directory)
-{
-    return !directory.isDir() || (directory.isReadable() && directory.isExecutable());
 }
 
 bool haveSameBytes(const QString &one, const QString &other)
@@ -143,8 +137,8 @@ qint32 ProjInspection::markerVersion()
 bool ProjInspection::holdsSomethingElse() const
 {
     const QDir directory(privateDirectory());
-    if (directory.exists() && !isListable(QFileInfo(directory.path())))
-        return true; // for all that one can see
+    if (directory.exists() && !files::isListable(QFileInfo(directory.path())))
+        return true; // as far as anybody can tell
     const auto isThere = [&directory](const QString &name) {
         const QFileInfo entry(directory.filePath(name));
         return entry.exists() || entry.isSymLink();

@@ -43,12 +43,12 @@ QByteArray toldFromPrivateDirectory(const QString &gridFile)
 /// directory.
 QByteArray pathForProj(const QString &gridFile)
 {
-    const QByteArray path = gridFile.toUtf8();
+    QByteArray path = gridFile.toUtf8();
     if (path.contains('\0'))
         return {};
     if (!hasAny(path, notOfPaths))
         return path;
-    const QByteArray told = toldFromPrivateDirectory(gridFile);
+    QByteArray told = toldFromPrivateDirectory(gridFile);
     if (!told.isEmpty() && !hasAny(told, notOfPaths))
         return told;
     // A quotation mark would end the path, and what follows it would be PROJ parameters.

@@ -34,8 +34,8 @@ ProjObject createShift(PJ_CONTEXT *context, const QString &gridFile, ShiftDirect
 /// The operation of a PROJ definition, in which angles are radians, or null when PROJ refuses it.
 ProjObject createOperation(PJ_CONTEXT *context, const QString &definition, ProjMessages &messages);
 
-/// A position at no time as PROJ takes it. PROJ reads it by pairs at once, and the processor would
-/// wait for the halves of a pair that were written one by one: some hundredth of the arithmetic.
+/// A position as PROJ takes it, without a time. PROJ reads its numbers in pairs. Writing them one
+/// by one makes the processor wait when a pair is read, which costs a hundredth of the arithmetic.
 inline PJ_COORD coordinateOf(const stXYZ &position)
 {
 #if defined(__GNUC__)

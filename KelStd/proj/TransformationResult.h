@@ -11,11 +11,11 @@
 namespace KelStd::proj {
 
 /// False for PROJ's marks of a failure (1e30 in its older functions, an infinity in newer ones) and
-/// for a number that is none.
+/// for NaN.
 inline bool isResult(double component)
 {
     constexpr double projErrorValue = 1e30;
-    // Nearly every component is smaller, and one comparison less.
+    // Nearly every component is smaller: one comparison is enough.
     return std::abs(component) < projErrorValue
            || (std::isfinite(component) && component != projErrorValue);
 }

@@ -80,7 +80,7 @@ QString findUnpacker()
     for (const QString &entry : entries) {
         if (!QDir::isAbsolutePath(entry) || isOfProcesses(entry))
             continue;
-        const QString found = QStandardPaths::findExecutable(unpackerName(), {entry});
+        QString found = QStandardPaths::findExecutable(unpackerName(), {entry});
         if (!found.isEmpty() && distrustOf(QDir(entry), found).isEmpty())
             return found;
     }

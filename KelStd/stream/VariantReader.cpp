@@ -42,8 +42,8 @@ bool isNamed(quint32 id, int streamVersion)
     return id == named;
 }
 
-/// Qt keeps thirty bits of the number. Where what is left of a larger one is another type's, it
-/// makes room for the one and gives back that of the other.
+/// Qt keeps thirty bits of the number. Where those bits of a larger number are another type's, Qt
+/// allocates memory as for the one type and frees it as for the other.
 bool isTakenForAnother(quint32 id, int streamVersion)
 {
     constexpr quint32 kept = (1U << 30) - 1;

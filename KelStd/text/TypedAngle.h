@@ -36,10 +36,10 @@ enum class AngleSense
 ///
 /// May be called on any thread, and raises nothing.
 ///
-/// \param reason without an angle, why, as for `readNumber`; untouched where there is one
+/// \param failure becomes why there is no angle, or no failure
 /// \return nothing for a text that is no such angle
 KELSTD_EXPORT std::optional<double> readTypedAngle(const QString &text, AngleSense sense,
-                                                   DecimalMark mark, QString &reason);
+                                                   DecimalMark mark, TypedValueFailure &failure);
 
 /// Whether the text has digits and one of the signs or colons of those forms; the letter d alone is
 /// no sign here. May be called on any thread.

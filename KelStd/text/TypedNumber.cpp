@@ -44,21 +44,25 @@ QString withDecimalPoint(const QString &text, DecimalMark mark)
     return changed;
 }
 
-std::optional<double> readNumber(const QString &field, DecimalMark mark, QString &reason)
+std::optional<double> readNumber(const QString &field, DecimalMark mark, TypedValueFailure &failure)
 {
+    failure = {};
     if (field.isEmpty()) {
-        reason = QStringLiteral("is missing");
+        failure = {TypedValueFault::Missing, QStringLiteral("is missing")};
         return std::nullopt;
     }
     bool ok = false;
     const double value = withDecimalPoint(field, mark).toDouble(&ok);
     if (ok && std::isfinite(value))
         return value;
-    if (ok || std::isinf(value)) { // a number too large for a double reads as an infinity
-        reason = QStringLiteral("%1 is not a finite number").arg(quoted(field));
-        return std::nullopt;
+    // A number too large for a double reads as an infinity.
+    if (ok || std::isinf(value)) {
+        failure = {TypedValueFault::NotFinite,
+                   QStringLiteral("%1 is not a finite number").arg(quoted(field))};
+    } else {
+        failure = {TypedValueFault::NotANumber,
+                   QStringLiteral("%1 is not a number%2").arg(quoted(field), hintOn(field))};
     }
-    reason = QStringLiteral("%1 is not a number%2").arg(quoted(field), hintOn(field));
     return std::nullopt;
 }
 

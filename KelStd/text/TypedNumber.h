@@ -1,6 +1,7 @@
 #pragma once
 
 #include <KelStd/Export.h>
+#include <KelStd/text/TypedValueFailure.h>
 
 #include <QtCore/QString>
 
@@ -28,16 +29,16 @@ KELSTD_EXPORT QString withDecimalPoint(const QString &text, DecimalMark mark);
 /// locale. Blanks around it are passed over.
 ///
 /// \param mark where it is a comma, "5,25" is read, and so is "5.25"; "1.234,5" is neither
-/// \param reason without a number, why: "is missing", or a sentence that begins with the quoted
-///        text; untouched where there is one
+/// \param failure becomes why there is no number, or no failure: `Missing`, `NotANumber` or
+///        `NotFinite`
 /// \return nothing for a text that is no finite number
 KELSTD_EXPORT std::optional<double> readNumber(const QString &field, DecimalMark mark,
-                                               QString &reason);
+                                               TypedValueFailure &failure);
 
 /// The same with a decimal point.
-inline std::optional<double> readNumber(const QString &field, QString &reason)
+inline std::optional<double> readNumber(const QString &field, TypedValueFailure &failure)
 {
-    return readNumber(field, DecimalMark::Point, reason);
+    return readNumber(field, DecimalMark::Point, failure);
 }
 
 } // namespace KelStd

@@ -1,18 +1,42 @@
 #include <KelStd/text/UnitWords.h>
 
+#include <KelStd/text/UnitNames.h>
+
+#include <QtCore/QHash>
+
 #include <algorithm>
+#include <array>
 #include <iterator>
 
 namespace KelStd {
 
 namespace {
 
-constexpr LengthUnit lengthUnitRows[] = {
-    {"m", Unit_Meter},
-    {"ft", Unit_Foot},
-    {"us-ft", Unit_USFoot},
-    {"mm", Unit_MilliMeter},
-};
+constexpr bool isOffered(const NamedUnit &row)
+{
+    return row.kind == UnitKind::Length && row.unit != Unit_None;
+}
+
+constexpr std::size_t countOffered()
+{
+    std::size_t count = 0;
+    for (const NamedUnit &row : unitNames)
+        count += isOffered(row) ? 1 : 0;
+    return count;
+}
+
+constexpr auto makeLengthUnits()
+{
+    std::array<LengthUnit, countOffered()> units{};
+    std::size_t count = 0;
+    for (const NamedUnit &row : unitNames) {
+        if (isOffered(row))
+            units[count++] = {row.symbol, row.unit};
+    }
+    return units;
+}
+
+constexpr auto lengthUnitRows = makeLengthUnits();
 
 constexpr AngleStyle angleStyleRows[] = {
     {"dms", Format_DegreeMinuteSecond, "dms", 6},
@@ -21,18 +45,32 @@ constexpr AngleStyle angleStyleRows[] = {
     {"radian", Format_Radian, "rad", 12},
 };
 
-template <typename Row, std::size_t count, typename Predicate>
-const Row *findIn(const Row (&rows)[count], Predicate predicate)
+/// The row of a table; null when there is none.
+template <typename Rows, typename Predicate>
+auto findIn(const Rows &rows, Predicate predicate) -> decltype(&*std::begin(rows))
 {
     const auto found = std::find_if(std::begin(rows), std::end(rows), predicate);
-    return found != std::end(rows) ? found : nullptr;
+    return found != std::end(rows) ? &*found : nullptr;
 }
 
 } // namespace
 
+const NamedUnit *unitNamed(const QString &word)
+{
+    static const QHash<QString, const NamedUnit *> units = [] {
+        QHash<QString, const NamedUnit *> all;
+        for (const NamedUnit &row : unitNames) {
+            for (const QString &name : QString::fromUtf16(row.words).split(QLatin1Char(' ')))
+                all.insert(name, &row);
+        }
+        return all;
+    }();
+    return units.value(word);
+}
+
 QVector<LengthUnit> lengthUnits()
 {
-    return {std::begin(lengthUnitRows), std::end(lengthUnitRows)};
+    return {lengthUnitRows.begin(), lengthUnitRows.end()};
 }
 
 const LengthUnit *findLengthUnit(const QString &symbol)

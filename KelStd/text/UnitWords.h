@@ -12,7 +12,7 @@
 /// here may be called on any thread and raises nothing.
 namespace KelStd {
 
-/// A unit of lengths by its symbol. A new one is a row in UnitWords.cpp.
+/// A unit of lengths by its symbol. A new one is a row in UnitNames.h.
 struct LengthUnit
 {
     const char *symbol;
@@ -44,7 +44,7 @@ KELSTD_EXPORT QVector<AngleStyle> angleStyles();
 /// The style of that name, case-sensitive; null for another word.
 KELSTD_EXPORT const AngleStyle *findAngleStyle(const QString &name);
 
-/// The style of that format; null for one that is none of angles.
+/// The style of that format; null for a format that is no style of angles.
 KELSTD_EXPORT const AngleStyle *findAngleStyle(EFormat format);
 
 } // namespace KelStd

@@ -24,7 +24,7 @@ using namespace KelStd;
 using bench::bareProj;
 using bench::benchmarkSystem;
 
-constexpr std::size_t mostPoints = 10'000'000;
+constexpr std::size_t maxPoints = 10'000'000;
 
 /// Random positions about the system's central meridian.
 const std::vector<Pos> &positions()
@@ -34,7 +34,7 @@ const std::vector<Pos> &positions()
         std::uniform_real_distribution<double> longitude(0.0, 6.0);
         std::uniform_real_distribution<double> latitude(40.0, 60.0);
         std::uniform_real_distribution<double> height(0.0, 1000.0);
-        std::vector<Pos> list(mostPoints);
+        std::vector<Pos> list(maxPoints);
         for (Pos &pos : list)
             pos = Pos::fromLongLatH(longitude(random), latitude(random), height(random));
         return list;
@@ -44,7 +44,7 @@ const std::vector<Pos> &positions()
 
 std::vector<Location> &locations()
 {
-    static std::vector<Location> made(mostPoints);
+    static std::vector<Location> made(maxPoints);
     return made;
 }
 

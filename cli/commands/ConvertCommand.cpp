@@ -57,15 +57,15 @@ QString usableGeoidModel(const Coord &coord, Console &console)
 /// `mistake`, for what is no number of threads.
 std::optional<std::size_t> threadsOf(const CommandLine &line, QString &mistake)
 {
-    constexpr unsigned most = 64; // each holds some blocks of lines in memory
+    constexpr unsigned maxThreads = 64; // each holds some blocks of lines in memory
     if (!line.isSet(QStringLiteral("threads")))
-        return std::clamp(std::thread::hardware_concurrency(), 1U, most);
+        return std::clamp(std::thread::hardware_concurrency(), 1U, maxThreads);
     const QString text = line.value(QStringLiteral("threads"));
     bool ok = false;
     const unsigned threads = text.toUInt(&ok);
-    if (ok && threads >= 1 && threads <= most)
+    if (ok && threads >= 1 && threads <= maxThreads)
         return threads;
-    mistake = QStringLiteral("--threads '%1' is no number from 1 to %2").arg(text).arg(most);
+    mistake = QStringLiteral("--threads '%1' is no number from 1 to %2").arg(text).arg(maxThreads);
     return std::nullopt;
 }
 
@@ -131,7 +131,7 @@ bool canBeUsed(const ChosenSystem &system, const QString &name, const CommandLin
 {
     QString reason;
     const auto definitions = definitionsOf(system.coord, reason);
-    // What nothing can be converted with is said alone.
+    // Where nothing can be converted, only the reason is reported.
     if (definitions && !mayBeUsed(system.review, line, console))
         return false;
     if (definitions && acceptedByProj(*definitions, reason))

@@ -206,7 +206,7 @@ private:
         problem(label, file + QStringLiteral(" is damaged"), installAgain);
     }
 
-    /// What would have to go for PROJ and may not.
+    /// What stands in PROJ's place and is not removed.
     void examineWhatIsReplaced()
     {
         const char *label = "private PROJ directory";

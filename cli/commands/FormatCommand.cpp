@@ -94,19 +94,19 @@ struct FormatOptions
     bool showsUnit = false;
 };
 
-/// The whole number of an option, 0 to `most`.
-std::optional<int> numberFrom(const CommandLine &line, const QString &option, int most,
+/// The whole number of an option, 0 to `max`.
+std::optional<int> numberFrom(const CommandLine &line, const QString &option, int max,
                               QString &mistake)
 {
     if (!line.isSet(option))
         return std::nullopt;
     bool ok = false;
     const int number = line.value(option).toInt(&ok);
-    if (ok && number >= 0 && number <= most)
+    if (ok && number >= 0 && number <= max)
         return number;
     mistake = QStringLiteral("--%1 '%2' is not a number from 0 to %3")
                   .arg(option, line.value(option))
-                  .arg(most);
+                  .arg(max);
     return std::nullopt;
 }
 
@@ -142,8 +142,8 @@ QString contradictionIn(const FormatOptions &options)
     return {};
 }
 
-/// A unit that the kind cannot have, where it is converted: the library leaves such a number as it
-/// is, and it would look right. Empty when there is none.
+/// The unit that the kind of value cannot have, where the value is to be converted: the library
+/// leaves such a number as it is, and the result would look right. Empty when both units fit.
 QString strangeUnitIn(const FormatOptions &options)
 {
     const EUnit to = options.to.value_or(options.unit);
@@ -223,6 +223,7 @@ QVariant valueOf(EValueType type, const QString &text, QString &reason)
 {
     bool ok = false;
     QVariant value;
+    TypedValueFailure failure;
     switch (static_cast<int>(type)) {
     case ValueType_None:
     case ValueType_String: return text;
@@ -238,8 +239,9 @@ QVariant valueOf(EValueType type, const QString &text, QString &reason)
         ok = value.isValid();
         break;
     default:
-        if (const auto number = readNumber(text, reason))
+        if (const auto number = readNumber(text, failure))
             return *number;
+        reason = failure.text;
         return {};
     }
     if (ok)

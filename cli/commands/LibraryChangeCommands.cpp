@@ -3,9 +3,8 @@
 #include <cli/commands/Command.h>
 
 #include <cli/library/DirectoryOption.h>
-#include <cli/library/LibraryDocument.h>
-#include <cli/library/LibraryEntry.h>
 #include <cli/library/LibraryOptions.h>
+#include <cli/library/UnknownName.h>
 #include <cli/systems/RecordReview.h>
 #include <cli/terminal/CommandLine.h>
 #include <cli/terminal/Console.h>
@@ -13,6 +12,8 @@
 #include <cli/terminal/ShownText.h>
 
 #include <KelStd/library/LibraryLock.h>
+#include <KelStd/library/RecordDocuments.h>
+#include <KelStd/library/RecordHolders.h>
 #include <KelStd/library/RecordLoss.h>
 #include <KelStd/library/RecordNames.h>
 #include <KelStd/library/StandardLibrary.h>
@@ -55,7 +56,7 @@ std::optional<RecordKind> kindOfFile(const CommandLine &line, const QString &fil
                                      QString &mistake)
 {
     if (!line.isSet(kindOption))
-        return kindOfDocument(fileName);
+        return library::kindOfDocument(fileName);
     const QString word = line.value(kindOption);
     const auto kinds = kindsNamed(word);
     if (!kinds.isEmpty() && kinds.constFirst() != RecordKind::Standard)
@@ -71,12 +72,12 @@ std::optional<RecordKind> kindOfFile(const CommandLine &line, const QString &fil
 /// The one record of a file, which is understood as it is written; nothing after a report.
 std::optional<LibraryRecord> recordFrom(const QString &fileName, RecordKind kind, Console &console)
 {
-    QString reason;
+    io::DocumentFailure failure;
     RecordReview review = {fileName, {}};
-    const auto records = reviewedRecordsIn(fileName, kind, review.findings, reason);
+    const auto records = library::reviewRecords(fileName, kind, review.findings, failure);
     if (!records) {
         console.report(QStringLiteral("cannot read the %1 %2: %3")
-                           .arg(library::titleOf(kind), fileName, reason));
+                           .arg(library::titleOf(kind), fileName, io::describedFailure(failure)));
         return std::nullopt;
     }
     if (records->size() != 1) {
@@ -147,10 +148,10 @@ ExitStatus addTo(const LibraryDirectory &library, RecordKind kind, const Library
                  Console &console)
 {
     const QString name = library::nameOf(record);
-    const QString file = recordFile(library, kind, name);
-    const QString taken = takenBy(kind, name);
-    if (!taken.isEmpty()) {
-        return fail(QStringLiteral("the name %1 is taken by %2").arg(inQuotes(name), taken),
+    const QString file = library::recordFile(library, kind, name);
+    if (const auto taken = library::keyTaking(kind, name)) {
+        return fail(QStringLiteral("the name %1 is taken by the %2 %3")
+                        .arg(inQuotes(name), library::titleOf(taken->kind), inQuotes(taken->name)),
                     ExitStatus::SomeFailed, console);
     }
     // The registry would replace it.
@@ -176,7 +177,7 @@ ExitStatus replaceIn(const LibraryDirectory &library, RecordKind kind, const Lib
                      Console &console)
 {
     const QString name = library::nameOf(record);
-    const QString file = recordFile(library, kind, name);
+    const QString file = library::recordFile(library, kind, name);
     if (!library::replaceRecord(name, record))
         return failAsTheRegistry(console);
     console.printChange(
@@ -195,7 +196,7 @@ bool isChangeable(const LibraryDirectory &library, RecordKind kind, const QStrin
         reason = QStringLiteral("its file's name for it has a byte order mark, which nobody sees; "
                                 "edit that file");
     else
-        reason = ownershipFault(library, kind, name);
+        reason = shown(library::ownershipFailure(library, kind, name).text);
     if (reason.isEmpty())
         reason = library::nameFault(name);
     if (reason.isEmpty())
@@ -289,7 +290,7 @@ ExitStatus runLibraryReplace(const QStringList &arguments, Console &console)
     QList<RecordKind> kinds = {*kind};
     if (*kind == RecordKind::Custom)
         kinds += RecordKind::Standard;
-    const auto holding = kindsHolding(name, kinds);
+    const auto holding = library::kindsHolding(name, kinds);
     if (holding.isEmpty())
         return fail(unknownName(name, kinds, line), ExitStatus::SomeFailed, console);
     if (!isChangeable(library->directory, holding.constFirst(), name, "replace", console))
@@ -322,7 +323,7 @@ ExitStatus runLibraryRemove(const QStringList &arguments, Console &console)
     if (!library)
         return ExitStatus::Environment;
 
-    auto holding = kindsHolding(name, kinds);
+    auto holding = library::kindsHolding(name, kinds);
     if (holding.isEmpty())
         return fail(unknownName(name, kinds, line), ExitStatus::SomeFailed, console);
     if (holding.size() > 1 && holding.contains(RecordKind::Custom))
@@ -336,7 +337,7 @@ ExitStatus runLibraryRemove(const QStringList &arguments, Console &console)
     const RecordKind kind = holding.constFirst();
     if (!isChangeable(library->directory, kind, name, "remove", console))
         return ExitStatus::SomeFailed;
-    const QString file = recordFile(library->directory, kind, name);
+    const QString file = library::recordFile(library->directory, kind, name);
     if (!library::removeRecord(kind, name))
         return failAsTheRegistry(console);
     console.printChange(

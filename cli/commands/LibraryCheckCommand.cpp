@@ -1,8 +1,6 @@
 #include <cli/commands/Command.h>
 
 #include <cli/library/DirectoryOption.h>
-#include <cli/library/LibraryDocument.h>
-#include <cli/library/LibraryEntry.h>
 #include <cli/proj/ProjEnvironment.h>
 #include <cli/systems/ConfiguredDisplay.h>
 #include <cli/systems/SystemFile.h>
@@ -11,6 +9,8 @@
 #include <cli/terminal/ShownText.h>
 
 #include <KelStd/library/OfferedNames.h>
+#include <KelStd/library/RecordDocuments.h>
+#include <KelStd/library/RecordHolders.h>
 
 #include <QtCore/QFileInfo>
 #include <QtCore/QMap>
@@ -132,7 +132,7 @@ public:
             m_findings.print(place, QStringLiteral("not read"));
             return {};
         }
-        const QStringList documents = documentsOf(m_library, m_kind);
+        const QStringList documents = library::documentsOf(m_library, m_kind);
         passOverOthers(documents);
         int read = 0;
         for (const QString &fileName : documents)
@@ -166,12 +166,12 @@ private:
 
     bool readDocument(const QString &fileName)
     {
-        const QString path = documentPath(m_library, m_kind, fileName);
-        QString reason;
+        const QString path = library::documentPath(m_library, m_kind, fileName);
+        io::DocumentFailure failure;
         QList<io::DocumentFinding> found;
-        const auto records = reviewedRecordsIn(path, m_kind, found, reason);
+        const auto records = library::reviewRecords(path, m_kind, found, failure);
         if (!records) {
-            m_findings.skipped(fileName, reason);
+            m_findings.skipped(fileName, io::describedFailure(failure));
             return false;
         }
         m_findings.misunderstood(fileName, found);
@@ -257,13 +257,13 @@ void checkBase(const LibraryDirectory &library, Findings &findings)
                                              "is"));
         return;
     }
-    QString reason;
+    io::DocumentFailure failure;
     QList<io::DocumentFinding> found;
-    const auto records = reviewedRecordsIn(path, RecordKind::Custom, found, reason);
+    const auto records = library::reviewRecords(path, RecordKind::Custom, found, failure);
     if (records)
         findings.misunderstood(place, found);
     else
-        findings.skipped(place, reason);
+        findings.skipped(place, io::describedFailure(failure));
     findings.print(
         place,
         records ? QStringLiteral("read: %1").arg(inQuotes(library::nameOf(records->constFirst())))
@@ -278,13 +278,10 @@ void checkOffered(const LibraryDirectory &library, const QSet<QString> &systems,
         findings.print(place, QStringLiteral("there is no such file; no system is offered"));
         return;
     }
-    QString fault = noFileFault(path);
     QList<QPair<QString, QString>> names;
-    io::DocumentFailure failure;
-    if (fault.isEmpty() && !library::readOfferedNames(path, names, failure))
-        fault = io::describedFailure(failure);
-    if (!fault.isEmpty()) {
-        findings.skipped(place, fault);
+    io::DocumentFailure failure = library::fileFailure(path);
+    if (failure || !library::readOfferedNames(path, names, failure)) {
+        findings.skipped(place, io::describedFailure(failure));
         findings.print(place, QStringLiteral("not read"));
         return;
     }
@@ -323,8 +320,10 @@ ExitStatus runLibraryCheck(const QStringList &arguments, Console &console)
     CommandLine line(QStringLiteral("[OPTIONS]"),
                      QStringLiteral("Reads every file of a library's seven places and tells which "
                                     "of them loading\nskips, and why; and which systems PROJ "
-                                    "refuses. Nothing is changed."),
-                     QStringLiteral("Exit status: 0 everything is loaded, 1 something is skipped "
+                                    "refuses. No file of a library is changed."),
+                     QStringLiteral("Without --dir, a home directory without a library gets one "
+                                    "first, as with every\ncommand that reads it.\n\n"
+                                    "Exit status: 0 everything is loaded, 1 something is skipped "
                                     "or has a problem,\n2 usage, 3 there is no library."));
     addDirectoryOption(line);
     if (const auto status = line.parse(arguments, console, 0))

@@ -1,13 +1,16 @@
 #include <cli/commands/Command.h>
 
 #include <cli/library/DirectoryOption.h>
-#include <cli/library/LibraryDocument.h>
-#include <cli/library/LibraryEntry.h>
 #include <cli/library/LibraryOptions.h>
+#include <cli/library/UnknownName.h>
 #include <cli/systems/RecordReview.h>
 #include <cli/systems/SystemReport.h>
 #include <cli/terminal/CommandLine.h>
 #include <cli/terminal/Console.h>
+#include <cli/terminal/ShownText.h>
+
+#include <KelStd/library/RecordDocuments.h>
+#include <KelStd/library/RecordHolders.h>
 
 namespace KelStd::cli {
 
@@ -27,10 +30,10 @@ bool mayBeShown(const LibraryDirectory &library, RecordKind kind, const QString 
                 const CommandLine &line, Console &console)
 {
     bool may = true;
-    for (const QString &file : documentsHolding(library, kind, name)) {
+    for (const QString &file : library::documentsHolding(library, kind, name)) {
         RecordReview review = {file, {}};
-        QString reason;
-        reviewedRecordsIn(file, kind, review.findings, reason);
+        io::DocumentFailure failure; // what cannot be read has changed since, and has no findings
+        library::reviewRecords(file, kind, review.findings, failure);
         may = mayBeUsed(review, line, console) && may;
     }
     return may;
@@ -61,7 +64,7 @@ ExitStatus runLibraryShow(const QStringList &arguments, Console &console)
     if (!library || !loadRecords(*library, console))
         return ExitStatus::Environment;
 
-    const auto holding = kindsHolding(name, kinds);
+    const auto holding = library::kindsHolding(name, kinds);
     if (holding.isEmpty()) {
         console.report(unknownName(name, kinds, line));
         return ExitStatus::SomeFailed;
@@ -71,9 +74,8 @@ ExitStatus runLibraryShow(const QStringList &arguments, Console &console)
             QStringLiteral("note: shown is the %1; the library has %2 of this name, too")
                 .arg(library::titleOf(holding.constFirst()), library::withArticle(other)));
     }
-    const QString several = ambiguity(*library, holding.constFirst(), name);
-    if (!several.isEmpty())
-        console.report(QStringLiteral("note: shown is one of several: ") + several);
+    if (const auto several = library::ambiguityFailure(*library, holding.constFirst(), name))
+        console.report(QStringLiteral("note: shown is one of several: ") + shown(several.text));
     if (!mayBeShown(*library, holding.constFirst(), name, line, console))
         return ExitStatus::Environment;
     std::visit(Show{console}, *library::find(holding.constFirst(), name));

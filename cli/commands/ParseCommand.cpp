@@ -118,9 +118,11 @@ QVariant valueOf(const ParseOptions &options, const QString &text, QString &reas
 {
     if (options.isTyped) {
         const bool hasComma = text.contains(QLatin1Char(','));
+        TypedValueFailure failure;
         const auto degrees =
             readTypedAngle(text, senseOf(options.type),
-                           hasComma ? DecimalMark::Comma : DecimalMark::Point, reason);
+                           hasComma ? DecimalMark::Comma : DecimalMark::Point, failure);
+        reason = failure.text;
         return degrees ? QVariant(*degrees) : QVariant();
     }
     if (options.style != nullptr) {

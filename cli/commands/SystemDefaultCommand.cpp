@@ -6,6 +6,7 @@
 #include <cli/terminal/FilePath.h>
 #include <cli/terminal/WithoutRaising.h>
 
+#include <KelStd/coord/PlaneLimit.h>
 #include <KelStd/io/Coord_IO.h>
 #include <KelStd/platform/Toolkits.h>
 #include <KelStd/text/TypedNumber.h>
@@ -73,23 +74,24 @@ bool chooseZone(const QString &text, TransverseMercator &choice, QString &mistak
 }
 
 /// Reads the number of an option that was given; false with the mistake.
-bool readOption(const CommandLine &line, const char *option, double least, double most,
-                double &value, QString &mistake)
+bool readOption(const CommandLine &line, const char *option, double min, double max, double &value,
+                QString &mistake)
 {
     const QString name = QString::fromLatin1(option);
     if (!line.isSet(name))
         return true;
-    QString reason;
-    const auto number = readNumber(line.value(name).trimmed(), reason);
+    constexpr int digits = 9; // a bound in full
+    TypedValueFailure failure;
+    const auto number = readNumber(line.value(name).trimmed(), failure);
     if (!number) {
-        mistake = QStringLiteral("--%1 %2").arg(name, reason);
+        mistake = QStringLiteral("--%1 %2").arg(name, failure.text);
         return false;
     }
-    if (*number < least || *number > most) {
+    if (*number < min || *number > max) {
         mistake = QStringLiteral("--%1 %2 is not between %3 and %4")
                       .arg(name, quoted(line.value(name)))
-                      .arg(least)
-                      .arg(most);
+                      .arg(min, 0, 'g', digits)
+                      .arg(max, 0, 'g', digits);
         return false;
     }
     value = *number;
@@ -98,13 +100,10 @@ bool readOption(const CommandLine &line, const char *option, double least, doubl
 
 bool chooseMeridian(const CommandLine &line, TransverseMercator &choice, QString &mistake)
 {
-    constexpr double farthestOffset = 1e8; // the number of a zone may stand before it
     if (!readOption(line, "central-meridian", -180.0, 180.0, choice.centralMeridian, mistake)
         || !readOption(line, "scale", 0.5, 2.0, choice.scale, mistake)
-        || !readOption(line, "false-easting", -farthestOffset, farthestOffset, choice.falseEasting,
-                       mistake)
-        || !readOption(line, "false-northing", -farthestOffset, farthestOffset,
-                       choice.falseNorthing, mistake))
+        || !readOption(line, "false-easting", -maxPlane, maxPlane, choice.falseEasting, mistake)
+        || !readOption(line, "false-northing", -maxPlane, maxPlane, choice.falseNorthing, mistake))
         return false;
     choice.name = QStringLiteral("WGS 84 / transverse Mercator %1 deg")
                       .arg(tk::Toolkits::DoubleToString(choice.centralMeridian, 9));

@@ -11,12 +11,6 @@ namespace KelStd::cli {
 
 namespace {
 
-/// Whether a user means a file, whatever models there are.
-bool meansFile(const QString &name)
-{
-    return name.startsWith(QLatin1String("./")) || name.startsWith(QLatin1String("../"));
-}
-
 QString textOf(const GeoidModelFailure &failure)
 {
     return failure.kind == GeoidModelFailureKind::RefusedByProj
@@ -54,7 +48,7 @@ bool geoidGridIsReadable(const QString &path, QString &reason)
 bool ChosenGrid::choose(const QString &nameOrFile, QString &reason)
 {
     const auto model = findGeoidModel(nameOrFile, reason);
-    if (model && !meansFile(nameOrFile)) {
+    if (model && !GeoidModels::meansFile(nameOrFile)) {
         m_path = *model;
         return true;
     }

@@ -76,10 +76,10 @@ std::optional<LibraryDirectory> openLibrary(const CommandLine &line, Missing mis
         return openCreated(library, console);
     if (!library.exists())
         return refuse(QStringLiteral("there is no directory %1").arg(given), console);
-    return refuse(QStringLiteral("%1 holds no library: nothing in it is called base.xml, "
-                                 "ellipsoids, projections, custom, standard, offered.xml or "
-                                 "display.bin")
-                      .arg(given),
+    QStringList names = library::placeNames();
+    const QString last = names.takeLast();
+    return refuse(QStringLiteral("%1 holds no library: nothing in it is called %2 or %3")
+                      .arg(given, names.join(QLatin1String(", ")), last),
                   console);
 }
 

@@ -24,7 +24,7 @@ QList<RecordKind> kindsFrom(const CommandLine &line, QString &mistake)
     if (!line.isSet(kindOption))
         return {std::begin(library::recordKinds), std::end(library::recordKinds)};
     const QString word = line.value(kindOption);
-    const auto kinds = kindsNamed(word);
+    auto kinds = kindsNamed(word);
     if (kinds.isEmpty()) {
         mistake = QStringLiteral("--kind '%1' is no kind; there are systems, custom, standard, "
                                  "ellipsoids, projections")

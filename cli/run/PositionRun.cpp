@@ -134,7 +134,8 @@ void PositionRun::print(const char *bytes, int size)
     if (size == 0)
         return;
     printHeading();
-    const int skipped = m_hasPosition ? 0 : m_job.separator().size(); // there is none before it
+    // No separator stands before the first position.
+    const int skipped = m_hasPosition ? 0 : m_job.separator().size();
     m_hasPosition = true;
     m_console.write(QByteArray::fromRawData(bytes + skipped, size - skipped));
 }

@@ -57,8 +57,8 @@ bool RejectsFile::finish(QString &error)
 {
     if (!isOpen())
         return true;
-    // A file that replaces another does not say that its last bytes could not be written. When some
-    // of them could, only the next attempt tells why the others could not.
+    // QSaveFile does not report that its last bytes could not be written, and a partial write's
+    // error only on the next flush.
     const bool isFlushed = m_device->flush() || m_device->flush();
     m_isComplete = isFlushed && m_isComplete;
     if (m_isComplete && m_replacing != nullptr)

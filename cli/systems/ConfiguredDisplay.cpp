@@ -22,7 +22,8 @@ qint32 versionOf(const QByteArray &bytes)
     return version;
 }
 
-/// Whether locations can be printed so: a setting that is none would print nothing.
+/// Whether locations can be printed by these settings: with an unknown unit or style nothing would
+/// be printed.
 bool canShowLocations(const stShowConfig &config)
 {
     for (const EUnit unit :

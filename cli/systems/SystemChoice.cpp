@@ -1,11 +1,14 @@
 #include <cli/systems/SystemChoice.h>
 
 #include <cli/library/DirectoryOption.h>
-#include <cli/library/LibraryDocument.h>
-#include <cli/library/LibraryEntry.h>
+#include <cli/library/UnknownName.h>
 #include <cli/systems/SystemFile.h>
 #include <cli/terminal/Console.h>
 #include <cli/terminal/FilePath.h>
+#include <cli/terminal/ShownText.h>
+
+#include <KelStd/library/RecordDocuments.h>
+#include <KelStd/library/RecordHolders.h>
 
 #include <QtCore/QFileInfo>
 
@@ -53,20 +56,19 @@ Lookup lookUp(const LibraryDirectory &library, const QString &given, ChosenSyste
         cannotRead(name, reason, console);
         return Lookup::Failed;
     };
-    QString reason;
     for (const RecordKind kind : systemKinds) {
         if (const auto failure = library::loadPlaces(library, {library::placeOf(kind)}))
             return fail(failure.text);
         if (!library::find(kind, name))
             continue;
-        const QString several = ambiguity(library, kind, name);
-        if (!several.isEmpty())
-            return fail(several);
-        chosen.review.file = documentsHolding(library, kind, name).value(0);
+        if (const auto several = library::ambiguityFailure(library, kind, name))
+            return fail(shown(several.text));
+        chosen.review.file = library::documentsHolding(library, kind, name).value(0);
+        io::DocumentFailure failure;
         const auto records =
-            reviewedRecordsIn(chosen.review.file, kind, chosen.review.findings, reason);
+            library::reviewRecords(chosen.review.file, kind, chosen.review.findings, failure);
         if (!records)
-            return fail(reason); // another program has changed it since
+            return fail(io::describedFailure(failure)); // another program has changed it since
         chosen.coord = std::get<Coord>(records->constFirst());
         return Lookup::Found;
     }
@@ -78,7 +80,7 @@ QString hiddenBy(const QString &fileName, const LibraryDirectory &library)
 {
     const bool isHidden =
         !library::loadPlaces(library, {LibraryPlace::Custom, LibraryPlace::Standard})
-        && !kindsHolding(fileName, systemKinds).isEmpty();
+        && !library::kindsHolding(fileName, systemKinds).isEmpty();
     return isHidden
                ? QStringLiteral("; the library has a system of this name, which the file hides")
                : QString();

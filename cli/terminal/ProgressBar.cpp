@@ -36,12 +36,12 @@ QString progressText(qint64 done, qint64 size, qint64 elapsed, int columns)
         size > 0 ? std::clamp(static_cast<double>(done) / static_cast<double>(size), 0.0, 1.0)
                  : 1.0;
     QString text = QStringLiteral(" %1 %").arg(static_cast<int>(100.0 * share), 3);
-    // What the first moments foretell is nonsense.
+    // An estimate from the first moments would be far off.
     if (share > 0.0 && elapsed >= 1000) {
         const double left = static_cast<double>(elapsed) * (1.0 / share - 1.0) / 1000.0;
-        constexpr double most = 1e9;
+        constexpr double maxSeconds = 1e9;
         text += QStringLiteral("  %1 left")
-                    .arg(duration(static_cast<qint64>(std::min(left + 0.5, most))));
+                    .arg(duration(static_cast<qint64>(std::min(left + 0.5, maxSeconds))));
     }
     const int cells = std::min(maxCells, columns - text.size() - brackets);
     if (cells > 0) {

@@ -9,7 +9,7 @@ namespace KelStd::cli {
 class Console;
 
 /// How far a run has come, in the last line of the terminal of standard error. Shows nothing where
-/// standard error is none, or where it would stand among the output.
+/// standard error is no terminal, or where it would stand among the output.
 class ProgressBar
 {
 public:

@@ -184,7 +184,7 @@ void takeSignal(int signal)
     setActions(SIG_DFL); // the next one ends the program, whichever it is
     toldBy = signal;
     const ssize_t written = write(wakingPipe[1], "", 1);
-    static_cast<void>(written); // nobody can be told, and only a full pipe does not take it
+    static_cast<void>(written); // it fails only for a full pipe, which wakes the reader anyhow
     errno = error;
 }
 

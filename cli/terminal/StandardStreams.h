@@ -22,7 +22,7 @@ bool isTerminal(int descriptor);
 /// Columns of the terminal, or 0 when they are not known.
 int terminalWidth(int descriptor);
 
-/// How many bytes a regular file has from where it stands; nothing for what is none.
+/// How many bytes a regular file has left to read; nothing for anything else.
 std::optional<qint64> bytesToCome(int descriptor);
 
 /// Whether the descriptor is of the regular file of that name.

@@ -28,7 +28,7 @@ bool takeLines(Console &console, const Taker &take)
         const bool isTooLong = result == LineReader::Result::TooLong;
         if (!isTooLong && (value.isEmpty() || value.startsWith(QLatin1Char('#'))))
             continue;
-        // What is longer than any value is none.
+        // A line that is longer than any value is no value.
         take(value, QStringLiteral("%1:%2: ").arg(lines.displayName()).arg(lines.lineNumber()));
     }
 }

@@ -28,12 +28,13 @@ bool isSameBits(double one, double other)
     return std::memcmp(&one, &other, sizeof one) == 0;
 }
 
-/// The angle, which has a reason exactly when there is none.
+/// The angle; a failure, with its text, exactly when there is none.
 std::optional<double> read(const QString &text, AngleSense sense, DecimalMark mark)
 {
-    QString reason;
-    const auto angle = readTypedAngle(text, sense, mark, reason);
-    require(angle.has_value() == reason.isEmpty(), "there is an angle or a reason");
+    TypedValueFailure failure;
+    const auto angle = readTypedAngle(text, sense, mark, failure);
+    require(angle.has_value() == !failure, "there is an angle or a failure");
+    require(!failure == failure.text.isEmpty(), "a failure has a text");
     require(!angle || std::isfinite(*angle), "an angle is finite");
     return angle;
 }

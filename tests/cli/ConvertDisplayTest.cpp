@@ -350,10 +350,10 @@ TEST(ConvertDisplay, NoOptionChangesWhatIsComputed)
         }
     }
     const auto dms = csvRows(convert(options({"--angle", "dms", "--precision", "9"}))).value(0);
-    QString reason;
+    TypedValueFailure failure;
     const auto latitude = readTypedAngle(dms.value(QStringLiteral("local_latitude_dms")),
-                                         AngleSense::Latitude, DecimalMark::Point, reason);
-    ASSERT_TRUE(latitude.has_value()) << reason;
+                                         AngleSense::Latitude, DecimalMark::Point, failure);
+    ASSERT_TRUE(latitude.has_value()) << failure.text;
     EXPECT_NEAR(*latitude, test::numberIn(exact, QStringLiteral("local_latitude_deg")),
                 0.5e-9 / 3600 + 1e-14);
 }

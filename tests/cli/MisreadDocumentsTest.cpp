@@ -90,7 +90,7 @@ const Misread misreadRows[] = {
      "<paramProj4 name=\"grid\" proj4Param=\"geoidgrids\"/><paramProj4 name=\"FalseEast\"",
      "line 10, Coord/Projection/paramProj4[grid]: proj4Param=\"geoidgrids\" is not for a "
      "projection "
-     "to say, it overrules the rest; understood: the geoid model: heights would be above this "
+     "to say, it overrules the rest; understood: the geoid model: heights are those above this "
      "grid\n"},
     {"biggerHalfAxle=\"6377397.155\"", "biggerHalfAxle=\"6377\"",
      "line 3, Coord/Ellpsoid: biggerHalfAxle=\"6377\" cannot be meant"},

@@ -63,7 +63,7 @@ TEST(OrderedWorkers, GiveTheResultsInTheOrderOfTheTasks)
     for (std::size_t threads = 1; threads <= 8; ++threads) {
         SCOPED_TRACE(threads);
         std::atomic<int> atWork{0};
-        std::atomic<int> mostAtWork{0};
+        std::atomic<int> maxAtWork{0};
         std::atomic<int> madeWorkers{0};
         Workers workers(threads, [&] {
             ++madeWorkers;
@@ -71,8 +71,8 @@ TEST(OrderedWorkers, GiveTheResultsInTheOrderOfTheTasks)
             return [&, owner](int &task) {
                 EXPECT_EQ(std::this_thread::get_id(), owner);
                 const int now = ++atWork;
-                for (int most = mostAtWork; now > most;)
-                    mostAtWork.compare_exchange_weak(most, now);
+                for (int max = maxAtWork; now > max;)
+                    maxAtWork.compare_exchange_weak(max, now);
                 std::mt19937 random(static_cast<unsigned>(task));
                 if (random() % 8 == 0)
                     std::this_thread::sleep_for(std::chrono::microseconds(random() % 500));
@@ -89,7 +89,7 @@ TEST(OrderedWorkers, GiveTheResultsInTheOrderOfTheTasks)
         for (; !workers.isEmpty(); ++taken)
             ASSERT_EQ(workers.take(), 2 * taken + 1);
         EXPECT_EQ(taken, tasks);
-        EXPECT_LE(static_cast<std::size_t>(mostAtWork), threads);
+        EXPECT_LE(static_cast<std::size_t>(maxAtWork), threads);
         EXPECT_LE(static_cast<std::size_t>(madeWorkers), threads);
     }
 }

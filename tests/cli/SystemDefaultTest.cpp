@@ -67,6 +67,8 @@ TEST_F(SystemDefault, HoldsWhatWasChosen)
          0.0},
         {"--central-meridian 0 --scale 0.9999 --false-easting 200000 --false-northing -5000.5",
          "WGS 84 / transverse Mercator 0 deg", 0.0, 0.9999, 200000.0, -5000.5},
+        {"--central-meridian 0 --false-easting 130000000 --false-northing -130000000",
+         "WGS 84 / transverse Mercator 0 deg", 0.0, 1.0, 130000000.0, -130000000.0},
         {"--utm-zone 32 --name Site", "Site", 9.0, 0.9996, 500000.0, 0.0},
     };
     for (const Choice &choice : choices) {
@@ -159,6 +161,10 @@ TEST_F(SystemDefault, MistakesAreUsageErrorsAndWriteNothing)
         {"--central-meridian 9 --scale 999.6", "--scale \"999.6\" is not between 0.5 and 2"},
         {"--central-meridian 9 --false-easting x", "--false-easting \"x\" is not a number"},
         {"--central-meridian 9 --false-northing inf", "--false-northing \"inf\" is not a finite"},
+        {"--central-meridian 9 --false-easting 130000001",
+         "--false-easting \"130000001\" is not between -130000000 and 130000000"},
+        {"--central-meridian 9 --false-northing -130000001",
+         "--false-northing \"-130000001\" is not between -130000000 and 130000000"},
         {"--utm-zone 31 --scale 1", "--scale belongs to --central-meridian"},
         {"--utm-zone 31 --false-easting 0", "--false-easting belongs to --central-meridian"},
         {"--utm-zone 31 more", "'more' is one argument too many"},

@@ -151,7 +151,7 @@ TEST(SystemShow, WarnsOfAParameterThatWinsInsideProj)
     const auto result = show(editedSystem(
         rdNew, {{QStringLiteral("proj4Param=\"k_0\""), QStringLiteral("proj4Param=\"axis\"")}}));
     EXPECT_THAT(result.out, Mentions("- The parameter \"k_0\" is PROJ's \"axis\": it comes first "
-                                     "and wins over the axis directions of the ellipsoid."));
+                                     "and wins over the directions and the order of the axes."));
 }
 
 TEST(SystemShow, WarnsOfAxesThatPointWestAndSouth)

@@ -94,12 +94,12 @@ TEST(UtmZone, ExtremeZonesDoNotOverflow)
 TEST(UtmZone, LongitudesWithoutAnIntZoneGiveTheNearestOne)
 {
     constexpr double infinity = std::numeric_limits<double>::infinity();
-    constexpr int least = std::numeric_limits<int>::min();
-    constexpr int most = std::numeric_limits<int>::max();
+    constexpr int minZone = std::numeric_limits<int>::min();
+    constexpr int maxZone = std::numeric_limits<int>::max();
     EXPECT_EQ(Coord::DegreedLogitude_to_UtmZone(std::numeric_limits<double>::quiet_NaN()), 0);
     for (const double longitude : {1e18, 1e300, infinity}) {
-        EXPECT_EQ(Coord::DegreedLogitude_to_UtmZone(longitude), most) << longitude;
-        EXPECT_EQ(Coord::DegreedLogitude_to_UtmZone(-longitude), least) << longitude;
+        EXPECT_EQ(Coord::DegreedLogitude_to_UtmZone(longitude), maxZone) << longitude;
+        EXPECT_EQ(Coord::DegreedLogitude_to_UtmZone(-longitude), minZone) << longitude;
     }
 }
 

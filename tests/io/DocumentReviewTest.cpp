@@ -274,6 +274,8 @@ const Row implausible[] = {
      "Coord/Projection/param[lon_0]", 9, "538.763888888889", "lon_0=538.763888888889"},
     {"FalseEasting", ">155000<", ">155000000000<", Kind::Implausible,
      "Coord/Projection/param[FalseEast]", 5, "155000000000", "x_0=1.55e+11"},
+    {"FalseEastingBeyondEveryZone", ">155000<", ">130000001<", Kind::Implausible,
+     "Coord/Projection/param[FalseEast]", 5, "130000001", "x_0=130000001"},
     {"Translation", ">-565.04<", ">-565040<", Kind::Implausible, x, 17, "-565040", "-565040"},
     {"Rotation", ">-0.40939<", ">-4093.9<", Kind::Implausible, xRotation, 20, "-4093.9", "-4093.9"},
     {"ScaleDifference", ">-4.0772<", ">-40772<", Kind::Implausible,

@@ -168,20 +168,20 @@ TEST_F(ReviewedProjNames, ThatOverruleTheRestOfTheSystemAreFound)
     };
     const Row rows[] = {
         {"geoidgrids", "String", "egm96_15.gtx",
-         "the geoid model: heights would be above this grid"},
-        {"geoid_crs", "String", "EPSG:4979", "the geoid model: heights would be above a grid"},
-        {"vunits", "String", "us-ft", "the metre of heights"},
-        {"vunits", "String", "0.3048", "the metre of heights"},
+         "the geoid model: heights are those above this grid"},
+        {"geoid_crs", "String", "EPSG:4979", "the geoid model: heights may be above a grid"},
+        {"vunits", "String", "us-ft", "the metre of all heights"},
+        {"vunits", "String", "0.3048", "the metre of all heights"},
         {"vto_meter", "Double", "2", "the metre of all heights"},
         {"vto_meter", "String", "1/3", "the metre of all heights"},
-        {"units", "String", "km", "the metre of northings and eastings"},
-        {"units", "String", "us-ft", "the metre of northings and eastings"},
-        {"axis", "String", "neu", "the order of easting, northing, height"},
-        {"axis", "String", "swu", "the order of easting, northing, height"},
-        {"axis", "String", "end", "the order of easting, northing, height"},
+        {"units", "String", "km", "the metre of all northings and eastings"},
+        {"units", "String", "us-ft", "the metre of all northings and eastings"},
+        {"axis", "String", "neu", "the directions and the order of the axes"},
+        {"axis", "String", "swu", "the directions and the order of the axes"},
+        {"axis", "String", "end", "the directions and the order of the axes"},
         {"towgs84", "String", "600,0,0", "the datum shift"},
-        {"nadgrids", "String", "@null", "the datum shift: this grid would stand in its place"},
-        {"geoc", "Proj4_Param_Bool", "true", "the datum shift: there would be none"},
+        {"nadgrids", "String", "@null", "the datum shift: this grid takes its place"},
+        {"geoc", "Proj4_Param_Bool", "true", "the datum shift: there is none with it"},
     };
     for (const Row &row : rows) {
         SCOPED_TRACE(std::string(row.name) + '=' + row.value);

@@ -41,7 +41,9 @@ TEST_F(Directories, HaveSevenPlaces)
         {LibraryPlace::Projections, "projections"}, {LibraryPlace::Custom, "custom"},
         {LibraryPlace::Standard, "standard"},       {LibraryPlace::Offered, "offered.xml"},
         {LibraryPlace::Display, "display.bin"}};
+    QStringList names;
     for (const auto &[place, name] : places) {
+        names += QString::fromLatin1(name);
         EXPECT_EQ(library::placeName(place), QString::fromLatin1(name));
         EXPECT_EQ(LibraryDirectory(QStringLiteral("/a/../b")).path(place),
                   QStringLiteral("/b/") + QString::fromLatin1(name));
@@ -53,6 +55,7 @@ TEST_F(Directories, HaveSevenPlaces)
         EXPECT_TRUE(one.exists());
         EXPECT_TRUE(one.holdsLibrary());
     }
+    EXPECT_EQ(library::placeNames(), names);
 }
 
 TEST_F(Directories, AreLoadedPlaceByPlace)

@@ -39,6 +39,17 @@ QString EllipsoidKind::nameOf(const Ellipsoid &record)
     return record.ellipsoid_name;
 }
 
+QByteArray ellipsoidsCalled(const QByteArray &names)
+{
+    QByteArray document = "<Ellipsoid_List ver=\"1\">";
+    for (const char name : names) {
+        document += QByteArray("<Ellpsoid ver=\"1\" ellipsoid_name=\"") + name
+                    + "\" biggerHalfAxle=\"6378137\" reciprocal=\"298.25\" positiveDir=\"ENU\" "
+                      "proj4EllpsName=\"\"/>";
+    }
+    return document + "</Ellipsoid_List>";
+}
+
 // --- Projections -----------------------------------------------------------------------------
 
 Projection ProjectionKind::record(const QString &name, int value)

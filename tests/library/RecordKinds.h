@@ -26,6 +26,9 @@ struct EllipsoidKind
     static int valueOf(const Ellipsoid &record);
 };
 
+/// A list of ellipsoids with names of one letter, in this order.
+QByteArray ellipsoidsCalled(const QByteArray &names);
+
 struct ProjectionKind
 {
     using Record = Projection;

@@ -1,9 +1,8 @@
-// What a record's name may be, and what a document would lose of a record.
+// What a record's name may be, and the registry's records by their kind.
 
 #include "library/RecordKinds.h"
 
 #include <KelStd/library/LibraryRecord.h>
-#include <KelStd/library/RecordLoss.h>
 #include <KelStd/library/RecordNames.h>
 
 #include <gmock/gmock.h>
@@ -43,34 +42,6 @@ TEST(RecordNames, AreRefusedWithAReason)
         else
             EXPECT_THAT(fault.toStdString(), HasSubstr(row.fault));
     }
-}
-
-TEST(RecordLosses, AreNoneForWhatADocumentHas)
-{
-    const QString name = QStringLiteral("A");
-    for (const LibraryRecord &record : {LibraryRecord(EllipsoidKind::record(name, 1)),
-                                        LibraryRecord(ProjectionKind::record(name, 1)),
-                                        LibraryRecord(SystemKind::record(name, 1))}) {
-        const auto check = library::checkLoss(record);
-        EXPECT_EQ(check.loss, QString());
-        EXPECT_EQ(check.failure, QString());
-    }
-}
-
-TEST(RecordLosses, NameWhatADocumentDoesNotKeep)
-{
-    Projection projection = ProjectionKind::record(QStringLiteral("P"), 1);
-    projection.param[QStringLiteral("mode")] =
-        Param(ValueType_String, Unit_None, QStringLiteral("north"));
-    EXPECT_THAT(library::checkLoss(projection).loss.toStdString(),
-                HasSubstr("the value of its parameter \"mode\" is a text, which a document that "
-                          "the library writes does not keep"));
-    Ellipsoid ellipsoid = EllipsoidKind::record(QStringLiteral("E"), 1);
-    ellipsoid.reciprocal = 298.2572235630016; // 16 digits
-    EXPECT_EQ(library::checkLoss(ellipsoid).failure, QString());
-    ellipsoid.ellipsoid_name = QString(QChar(0xFFFF));
-    EXPECT_THAT(library::checkLoss(ellipsoid).failure.toStdString(),
-                HasSubstr("a character that no XML document can hold"));
 }
 
 class RegistryByKind : public LibraryTest

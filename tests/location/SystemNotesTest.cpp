@@ -38,15 +38,35 @@ TEST(SystemNotes, ThereAreNoneOnAPlainSystem)
 
 TEST(SystemNotes, AParameterThatOverrulesTheSystem)
 {
-    for (const char *name :
-         {"units", "axis", "towgs84", "nadgrids", "datum", "ellps", "a", "b", "rf", "R", "pm",
-          "geoidgrids", "geoid_crs", "vunits", "vto_meter", "geoc"}) {
+    const struct
+    {
+        const char *name;
+        const char *overruled;
+    } rows[] = {
+        {"units", "the metre of all northings and eastings"},
+        {"vunits", "the metre of all heights"},
+        {"vto_meter", "the metre of all heights"},
+        {"geoidgrids", "the geoid model: heights are those above this grid"},
+        {"geoid_crs", "the geoid model: heights may be above a grid"},
+        {"axis", "the directions and the order of the axes"},
+        {"towgs84", "the datum shift"},
+        {"nadgrids", "the datum shift: this grid takes its place"},
+        {"geoc", "the datum shift: there is none with it"},
+        {"datum", "the ellipsoid and the datum shift"},
+        {"ellps", "the ellipsoid"},
+        {"a", "the semi-major axis"},
+        {"b", "the flattening"},
+        {"rf", "the flattening"},
+        {"R", "the ellipsoid"},
+        {"pm", "the prime meridian of Greenwich"},
+    };
+    for (const auto &row : rows) {
         Coord coord = plainSystem();
-        addParameter(coord, name, Param(ValueType_Double, Unit_None, 1.0));
-        EXPECT_TRUE(noteOn(coord).startsWith(
-            QStringLiteral(
-                "The parameter \"extra\" is PROJ's \"%1\": it comes first and wins over ")
-                .arg(QString::fromLatin1(name))));
+        addParameter(coord, row.name, Param(ValueType_Double, Unit_None, 1.0));
+        EXPECT_EQ(noteOn(coord),
+                  QStringLiteral("The parameter \"extra\" is PROJ's \"%1\": it comes "
+                                 "first and wins over %2.")
+                      .arg(QString::fromLatin1(row.name), QString::fromLatin1(row.overruled)));
     }
 }
 

@@ -152,6 +152,27 @@ TEST(HeadingUnits, OtherUnitsThanMetresAreKnownInTheirSpellings)
     }
 }
 
+TEST(HeadingUnits, AreMillimetresWhereTheInputIs)
+{
+    const InputForm millimetres(Frame::LocalProjected, InputHeight::OfFrame, Unit_MilliMeter);
+    const QByteArray line = "463000250,155000125,40500\n";
+    for (const char *headings : {"n_mm,e_mm,h_mm\n", "Northing [mm],Easting [mm],Height [mm]\n",
+                                 "n (millimetres),e (millimetres),h (millimetres)\n", ""}) {
+        SCOPED_TRACE(headings);
+        const ParsedInput all = parsed(parserFor(millimetres), headings + line);
+        EXPECT_EQ(all.end, QString());
+        ASSERT_EQ(all.positions.size(), 1U);
+        const stENU &read = all.positions.front().getENU(); // [m]
+        EXPECT_NEAR(read.e, 155000.125, 1e-9);
+        EXPECT_NEAR(read.n, 463000.25, 1e-9);
+        EXPECT_NEAR(read.u, 40.5, 1e-9);
+    }
+    const ParsedInput metres = parsed(parserFor(millimetres), "n_mm,e_mm,h_m\n" + line);
+    EXPECT_TRUE(metres.positions.empty());
+    EXPECT_THAT(metres.end, Mentions("\"h_m\" is in m, but height is read in mm; --length-unit m "
+                                     "reads and prints lengths in it"));
+}
+
 /// A choice by numbers, against what longer headings say.
 TEST(HeadingUnits, ColumnsArePickedAgainstNoDirectionInTheirHeadings)
 {

@@ -18,7 +18,7 @@
 namespace KelStd {
 namespace {
 
-constexpr int mostDecimals = 20;
+constexpr int maxDecimals = 20;
 
 /// What Qt prints, without the sign of a zero.
 std::string printed(double value, int decimals)
@@ -46,6 +46,21 @@ double nearest(const std::string &text)
 {
     static const locale_t plain = newlocale(LC_ALL_MASK, "C", nullptr);
     return strtod_l(text.c_str(), nullptr, plain);
+}
+
+TEST(NumberText, TakesTheNearestNumberOfDecimalsFrom0To255)
+{
+    const struct
+    {
+        int decimals;
+        int zeros; ///< behind the point of 1
+    } rows[] = {{-300, 0}, {-1, 0}, {0, 0}, {1, 1}, {254, 254}, {255, 255}, {256, 255}, {300, 255}};
+    for (const auto &row : rows) {
+        const std::string expected =
+            row.zeros == 0 ? "1" : "1." + std::string(static_cast<std::size_t>(row.zeros), '0');
+        EXPECT_EQ(positions::numberText(1.0, row.decimals).toStdString(), expected);
+        EXPECT_EQ(appended(1.0, row.decimals), expected) << row.decimals;
+    }
 }
 
 TEST(NumberText, HasTheDecimalsAndNoExponent)
@@ -128,7 +143,7 @@ TEST(AppendNumber, IsWhatQtPrintsForNumbersOfEveryMagnitude)
     std::uniform_real_distribution<double> mantissa(-1.0, 1.0);
     for (int i = 0; i < 15 * test::anglesPerTest; ++i) {
         const double value = mantissa(random) * std::pow(10.0, exponent(random));
-        const int decimals = i % (mostDecimals + 1);
+        const int decimals = i % (maxDecimals + 1);
         const std::string expected = printed(value, decimals);
         ASSERT_EQ(appended(value, decimals), expected) << value;
         if (i % 16 == 0) {
@@ -142,7 +157,7 @@ TEST(AppendNumber, IsWhatQtPrintsInTheMiddleBetweenTwoNumbers)
 {
     std::mt19937_64 random(20260102);
     for (int i = 0; i < test::anglesPerTest; ++i) {
-        const int decimals = i % (mostDecimals + 1);
+        const int decimals = i % (maxDecimals + 1);
         const auto odd = static_cast<double>(2 * (random() % 50000000) + 1);
         const double middle = std::ldexp(i % 2 == 0 ? odd : -odd, -(decimals + 1));
         for (const double value : {middle, std::nextafter(middle, 1e9),
@@ -158,7 +173,7 @@ TEST(AppendNumber, IsWhatQtPrintsAtTheEndsOfTheScale)
           999999999999999.9, std::nextafter(1e15, 0.0), 1e15, std::nextafter(1e15, 1e16), 1e16,
           1e21, 1e22, 1e300, DBL_MAX}) {
         for (const double value : {magnitude, -magnitude}) {
-            for (int decimals = 0; decimals <= mostDecimals; ++decimals)
+            for (int decimals = 0; decimals <= maxDecimals; ++decimals)
                 EXPECT_EQ(appended(value, decimals), printed(value, decimals)) << value;
         }
     }
@@ -256,13 +271,14 @@ TEST(ReadPlainNumber, LeavesEverythingElseToMoreCare)
 
 TEST(ReadNumber, SaysWhyATextIsNone)
 {
-    QString reason;
-    EXPECT_EQ(readNumber(QStringLiteral("-5.25"), reason), -5.25);
+    TypedValueFailure failure;
+    EXPECT_EQ(readNumber(QStringLiteral("-5.25"), failure), -5.25);
     for (const char *text : {"", " ", "5.25m", "1 2", "0x10", "1,5", "--1", "1e", "e5", "nan",
                              "inf", "-infinity", "1e400"}) {
-        reason.clear();
-        EXPECT_EQ(readNumber(QString::fromLatin1(text), reason), std::nullopt) << text;
-        EXPECT_FALSE(reason.isEmpty()) << text;
+        failure = {};
+        EXPECT_EQ(readNumber(QString::fromLatin1(text), failure), std::nullopt) << text;
+        EXPECT_TRUE(failure) << text;
+        EXPECT_FALSE(failure.text.isEmpty()) << text;
     }
 }
 

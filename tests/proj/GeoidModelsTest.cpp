@@ -100,6 +100,14 @@ TEST_F(ModelFolders, UseTheWholeFileOfTwo)
     EXPECT_TRUE(GeoidModels::files(cut).isEmpty());
 }
 
+TEST(GeoidModelNames, MeanAFileWithADotAndASlashInFront)
+{
+    for (const char *name : {"./a.gtx", "../a.gtx", "./", "../sub/a.ggf"})
+        EXPECT_TRUE(GeoidModels::meansFile(QString::fromLatin1(name))) << name;
+    for (const char *name : {"", "a.gtx", ".a.gtx", "..a.gtx", "sub/./a.gtx", "/a.gtx"})
+        EXPECT_FALSE(GeoidModels::meansFile(QString::fromLatin1(name))) << name;
+}
+
 TEST_F(ModelFolders, DoubtAModelThatEndsInZeros)
 {
     test::Grid grid = slopingGrid();

@@ -11,10 +11,10 @@ namespace KelStd::test {
 
 namespace {
 
-constexpr int mostDecimals = 18;
+constexpr int maxDecimals = 18;
 
-constexpr std::array<quint64, mostDecimals + 1> powersOfTen = [] {
-    std::array<quint64, mostDecimals + 1> powers{};
+constexpr std::array<quint64, maxDecimals + 1> powersOfTen = [] {
+    std::array<quint64, maxDecimals + 1> powers{};
     powers[0] = 1;
     for (std::size_t i = 1; i < powers.size(); ++i)
         powers[i] = powers[i - 1] * 10;
@@ -44,7 +44,7 @@ std::optional<ShownNumber> readNumber(const QChar *at, const QChar *end)
         number.whole = number.whole * 10 + at->unicode() - '0';
     if (at == end)
         return number;
-    if (*at++ != QLatin1Char('.') || end - at > mostDecimals)
+    if (*at++ != QLatin1Char('.') || end - at > maxDecimals)
         return std::nullopt;
     for (; at != end && isDigit(*at); ++at, ++number.decimals)
         number.fraction = number.fraction * 10 + at->unicode() - '0';

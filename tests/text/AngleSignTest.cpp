@@ -67,9 +67,9 @@ TEST(AngleSigns, AreAllReadInAnAngle)
     };
     for (const Row &row : rows) {
         const QString text = QString::fromUtf16(row.text);
-        QString reason;
-        EXPECT_EQ(readTypedAngle(text, AngleSense::Plain, DecimalMark::Point, reason), row.degrees)
-            << text << reason;
+        TypedValueFailure failure;
+        EXPECT_EQ(readTypedAngle(text, AngleSense::Plain, DecimalMark::Point, failure), row.degrees)
+            << text << failure.text;
         EXPECT_EQ(hasAngleSigns(text), row.hasSigns) << text;
     }
 }

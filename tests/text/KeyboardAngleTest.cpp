@@ -15,9 +15,10 @@ namespace {
 double angleOf(const QString &text, AngleSense sense = AngleSense::Plain,
                DecimalMark mark = DecimalMark::Point)
 {
-    QString reason;
-    const auto angle = readTypedAngle(text, sense, mark, reason);
-    EXPECT_EQ(angle.has_value(), reason.isEmpty()) << reason;
+    TypedValueFailure failure = {TypedValueFault::NotANumber, QStringLiteral("an old one")};
+    const auto angle = readTypedAngle(text, sense, mark, failure);
+    EXPECT_EQ(angle.has_value(), !failure) << failure.text;
+    EXPECT_EQ(angle.has_value(), failure.text.isEmpty()) << failure.text;
     return angle.value_or(std::nan(""));
 }
 
@@ -26,11 +27,17 @@ double angleOf(const char *text, AngleSense sense = AngleSense::Plain)
     return angleOf(QString::fromUtf8(text), sense);
 }
 
+TypedValueFailure failureOf(const char *text, AngleSense sense,
+                            DecimalMark mark = DecimalMark::Point)
+{
+    TypedValueFailure failure;
+    EXPECT_EQ(readTypedAngle(QString::fromUtf8(text), sense, mark, failure), std::nullopt) << text;
+    return failure;
+}
+
 QString reasonAgainst(const char *text, AngleSense sense, DecimalMark mark = DecimalMark::Point)
 {
-    QString reason;
-    EXPECT_EQ(readTypedAngle(QString::fromUtf8(text), sense, mark, reason), std::nullopt) << text;
-    return reason;
+    return failureOf(text, sense, mark).text;
 }
 
 struct Form
@@ -124,11 +131,13 @@ struct Refusal
 {
     const char *text;
     AngleSense sense;
+    TypedValueFault kind;
     const char *reason; ///< behind the quoted text
 };
 
 TEST(KeyboardAngle, WhatIsNoneIsRefusedWithItsReason)
 {
+    using Fault = TypedValueFault;
     constexpr auto plain = AngleSense::Plain;
     constexpr auto longitude = AngleSense::Longitude;
     constexpr auto latitude = AngleSense::Latitude;
@@ -140,78 +149,96 @@ TEST(KeyboardAngle, WhatIsNoneIsRefusedWithItsReason)
     const QByteArray tornAt15s = tornAt("15.5");
     const QByteArray tornAt5 = tornAt("5");
     const Refusal rows[] = {
-        {"52.5E", latitude, "has the letter E of a longitude; a latitude has N or S"},
-        {"w5", latitude, "has the letter W of a longitude; a latitude has N or S"},
-        {"5.25n", longitude, "has the letter N of a latitude; a longitude has E or W"},
-        {"S5:15", longitude, "has the letter S of a latitude; a longitude has E or W"},
-        {"52.5N", plain, "has a hemisphere letter, which only longitudes and latitudes have"},
-        {"-52.5S", latitude, "has a sign and a hemisphere letter; write one of them"},
-        {"S-52.5", latitude, "has a sign and a hemisphere letter; write one of them"},
-        {"N+52.5", latitude, "has a sign and a hemisphere letter; write one of them"},
-        {"N52.5S", latitude, "has two hemisphere letters"},
-        {"N52.5N", latitude, "has two hemisphere letters"},
-        {"52d30m15.5s", latitude, "has the letter m in it; write ' for minutes and \" for seconds"},
-        {"52d30'15.5s", longitude, "has the letter S of a latitude; a longitude has E or W"},
+        {"52.5E", latitude, Fault::WrongLetter,
+         "has the letter E of a longitude; a latitude has N or S"},
+        {"w5", latitude, Fault::WrongLetter,
+         "has the letter W of a longitude; a latitude has N or S"},
+        {"5.25n", longitude, Fault::WrongLetter,
+         "has the letter N of a latitude; a longitude has E or W"},
+        {"S5:15", longitude, Fault::WrongLetter,
+         "has the letter S of a latitude; a longitude has E or W"},
+        {"52.5N", plain, Fault::WrongLetter,
+         "has a hemisphere letter, which only longitudes and latitudes have"},
+        {"-52.5S", latitude, Fault::WrongLetter,
+         "has a sign and a hemisphere letter; write one of them"},
+        {"S-52.5", latitude, Fault::WrongLetter,
+         "has a sign and a hemisphere letter; write one of them"},
+        {"N+52.5", latitude, Fault::WrongLetter,
+         "has a sign and a hemisphere letter; write one of them"},
+        {"N52.5S", latitude, Fault::WrongLetter, "has two hemisphere letters"},
+        {"N52.5N", latitude, Fault::WrongLetter, "has two hemisphere letters"},
+        {"52d30m15.5s", latitude, Fault::NotAnAngle,
+         "has the letter m in it; write ' for minutes and \" for seconds"},
+        {"52d30'15.5s", longitude, Fault::WrongLetter,
+         "has the letter S of a latitude; a longitude has E or W"},
         // South, or a second?
-        {"52d30'15.5s", latitude, tornAt15s.constData()},
-        {"52\u00B015", latitude, tornAt15.constData()},
-        {"5 52:30", latitude, tornAt5.constData()},
-        {"5 52\u00B030'", latitude, tornAt5.constData()},
-        {"30'", latitude, "has no degrees"},
-        {"30'15\"", latitude, "has no degrees"},
-        {"15\u2033", latitude, "has no degrees"},
-        {"52\u00B015\"", latitude, "has no minutes"},
-        {"30'52\u00B0", latitude, "has no degrees"},
-        {"52\u00B030'15'", latitude,
+        {"52d30'15.5s", latitude, Fault::MissingSign, tornAt15s.constData()},
+        {"52\u00B015", latitude, Fault::MissingSign, tornAt15.constData()},
+        {"5 52:30", latitude, Fault::MissingSign, tornAt5.constData()},
+        {"5 52\u00B030'", latitude, Fault::MissingSign, tornAt5.constData()},
+        {"30'", latitude, Fault::WrongOrder, "has no degrees"},
+        {"30'15\"", latitude, Fault::WrongOrder, "has no degrees"},
+        {"15\u2033", latitude, Fault::WrongOrder, "has no degrees"},
+        {"52\u00B015\"", latitude, Fault::WrongOrder, "has no minutes"},
+        {"30'52\u00B0", latitude, Fault::WrongOrder, "has no degrees"},
+        {"52\u00B030'15'", latitude, Fault::WrongOrder,
          "is not an angle: the order is degrees, minutes, seconds, each once"},
-        {"52\u00B030\u00B0", latitude,
+        {"52\u00B030\u00B0", latitude, Fault::WrongOrder,
          "is not an angle: the order is degrees, minutes, seconds, each once"},
-        {"52\u00B030'15\"3\"", latitude,
+        {"52\u00B030'15\"3\"", latitude, Fault::WrongOrder,
          "is not an angle: the order is degrees, minutes, seconds, each once"},
-        {"52:30:15:3", latitude, "has more than degrees:minutes:seconds"},
-        {"52:30:", latitude, "lacks a number behind its last colon"},
-        {"52:", latitude, "lacks a number behind its last colon"},
-        {":30", latitude, "lacks a number before :"},
-        {"52::30", latitude, "lacks a number before :"},
-        {"52\u00B0'15\"", latitude, "lacks a number before '"},
-        {"52\u00B030:15", latitude, "mixes colons with other signs"},
-        {"52:30'", latitude, "mixes colons with other signs"},
-        {"52\u00B060'", latitude, "has 60 minutes; they are below 60"},
-        {"52:59:60", latitude, "has 60 seconds; they are below 60"},
-        {"52\u00B061'0\"", latitude, "has 61 minutes; they are below 60"},
-        {"52:0:60.0000001", latitude, "has 60.0000001 seconds; they are below 60"},
-        {"52.5\u00B030'", latitude, "has decimals in a part that is not its last"},
-        {"52\u00B030.5'15\"", latitude, "has decimals in a part that is not its last"},
-        {"52.:30", latitude, "has decimals in a part that is not its last"},
-        {"52\u00B0.5'", latitude, "is not an angle: \".5\" is not a number"},
-        {"52.\u00B0", latitude, "is not an angle: \"52.\" is not a number"},
-        {"52\u00B01.2.3'", latitude, "is not an angle: \"1.2.3\" is not a number"},
-        {"52\u00B0-30'", latitude, "is not an angle: - has no place in it"},
-        {"--52\u00B0", latitude, "is not an angle: - has no place in it"},
-        {"5e1\u00B0", latitude, "is not an angle: e has no place in it"},
-        {"52:3e1", latitude, "is not an angle: e has no place in it"},
-        {"52:nan", latitude, "is not an angle: n has no place in it"},
-        {"52:0x1", latitude, "is not an angle: x has no place in it"},
-        {"0x5E", longitude, "is not an angle: x has no place in it"},
-        {"52\u00B030,5'", latitude,
+        {"52:30:15:3", latitude, Fault::WrongOrder, "has more than degrees:minutes:seconds"},
+        {"52:30:", latitude, Fault::MissingSign, "lacks a number behind its last colon"},
+        {"52:", latitude, Fault::MissingSign, "lacks a number behind its last colon"},
+        {":30", latitude, Fault::MissingSign, "lacks a number before :"},
+        {"52::30", latitude, Fault::MissingSign, "lacks a number before :"},
+        {"52\u00B0'15\"", latitude, Fault::MissingSign, "lacks a number before '"},
+        {"52\u00B030:15", latitude, Fault::NotAnAngle, "mixes colons with other signs"},
+        {"52:30'", latitude, Fault::NotAnAngle, "mixes colons with other signs"},
+        {"52\u00B060'", latitude, Fault::TooLarge, "has 60 minutes; they are below 60"},
+        {"52:59:60", latitude, Fault::TooLarge, "has 60 seconds; they are below 60"},
+        {"52\u00B061'0\"", latitude, Fault::TooLarge, "has 61 minutes; they are below 60"},
+        {"52:0:60.0000001", latitude, Fault::TooLarge, "has 60.0000001 seconds; they are below 60"},
+        {"52.5\u00B030'", latitude, Fault::NotAnAngle,
+         "has decimals in a part that is not its last"},
+        {"52\u00B030.5'15\"", latitude, Fault::NotAnAngle,
+         "has decimals in a part that is not its last"},
+        {"52.:30", latitude, Fault::NotAnAngle, "has decimals in a part that is not its last"},
+        {"52\u00B0.5'", latitude, Fault::NotAnAngle, "is not an angle: \".5\" is not a number"},
+        {"52.\u00B0", latitude, Fault::NotAnAngle, "is not an angle: \"52.\" is not a number"},
+        {"52\u00B01.2.3'", latitude, Fault::NotAnAngle,
+         "is not an angle: \"1.2.3\" is not a number"},
+        {"52\u00B0-30'", latitude, Fault::NotAnAngle, "is not an angle: - has no place in it"},
+        {"--52\u00B0", latitude, Fault::NotAnAngle, "is not an angle: - has no place in it"},
+        {"5e1\u00B0", latitude, Fault::NotAnAngle, "is not an angle: e has no place in it"},
+        {"52:3e1", latitude, Fault::NotAnAngle, "is not an angle: e has no place in it"},
+        {"52:nan", latitude, Fault::NotAnAngle, "is not an angle: n has no place in it"},
+        {"52:0x1", latitude, Fault::NotAnAngle, "is not an angle: x has no place in it"},
+        {"0x5E", longitude, Fault::NotAnAngle, "is not an angle: x has no place in it"},
+        {"52\u00B030,5'", latitude, Fault::NotAnAngle,
          "is not an angle: , has no place in it (write a decimal point, not a comma)"},
-        {"52,5N", latitude,
+        {"52,5N", latitude, Fault::NotAnAngle,
          "is not an angle: , has no place in it (write a decimal point, not a comma)"},
-        {"52\u00B0\u0663\u0660'", latitude, "is not an angle: \u0663 has no place in it"},
-        {"nan", latitude, "is not a finite number"},
-        {"inf", latitude, "is not a finite number"},
-        {"1e999", latitude, "is not a finite number"},
-        {"N", latitude, "is not a number"},
-        {"\u00B0'\"", latitude, "is not a number"},
-        {"lat", latitude, "is not a number"},
-        {"0x5", latitude, "is not a number"},
-        {"5 12 13", latitude, "is not a number (write an angle as 5\u00B012'13\" or 5:12:13)"},
+        {"52\u00B0\u0663\u0660'", latitude, Fault::NotAnAngle,
+         "is not an angle: \u0663 has no place in it"},
+        {"nan", latitude, Fault::NotFinite, "is not a finite number"},
+        {"inf", latitude, Fault::NotFinite, "is not a finite number"},
+        {"1e999", latitude, Fault::NotFinite, "is not a finite number"},
+        {"N", latitude, Fault::NotANumber, "is not a number"},
+        {"\u00B0'\"", latitude, Fault::NotANumber, "is not a number"},
+        {"lat", latitude, Fault::NotANumber, "is not a number"},
+        {"0x5", latitude, Fault::NotANumber, "is not a number"},
+        {"5 12 13", latitude, Fault::NotANumber,
+         "is not a number (write an angle as 5\u00B012'13\" or 5:12:13)"},
     };
     for (const Refusal &row : rows) {
-        EXPECT_EQ(reasonAgainst(row.text, row.sense),
+        const TypedValueFailure failure = failureOf(row.text, row.sense);
+        EXPECT_EQ(failure.kind, row.kind) << row.text;
+        EXPECT_EQ(failure.text,
                   QStringLiteral("\"%1\" %2")
                       .arg(QString::fromUtf8(row.text), QString::fromUtf8(row.reason)));
     }
+    EXPECT_EQ(failureOf("", latitude).kind, Fault::Missing);
     EXPECT_EQ(reasonAgainst("", latitude), QStringLiteral("is missing"));
     EXPECT_EQ(reasonAgainst("1.234,5", latitude, DecimalMark::Comma),
               QStringLiteral("\"1.234,5\" is not a number"));
@@ -258,6 +285,7 @@ TEST(KeyboardAngle, TwoReadingsAreNone)
 {
     for (const char *text : {"5E1", "5e1", "-5E1", "5.25E0", "5.E1", "52E1"}) {
         SCOPED_TRACE(text);
+        EXPECT_EQ(failureOf(text, AngleSense::Longitude).kind, TypedValueFault::Doubtful);
         EXPECT_THAT(reasonAgainst(text, AngleSense::Longitude).toStdString(),
                     testing::HasSubstr("may have an exponent or an E for east"));
         EXPECT_NE(reasonAgainst(text, AngleSense::Latitude), QString());
@@ -270,6 +298,7 @@ TEST(KeyboardAngle, TwoReadingsAreNone)
     for (const char *text : {"00030.25", "-00030.25", "+00030.25", "0030.25", "00130", "00030.25E",
                              "E00030.25", "W 00030.25"}) {
         SCOPED_TRACE(text);
+        EXPECT_EQ(failureOf(text, AngleSense::Longitude).kind, TypedValueFault::Doubtful);
         EXPECT_THAT(reasonAgainst(text, AngleSense::Longitude).toStdString(),
                     testing::HasSubstr("may be degrees, or degrees and minutes in one"));
     }

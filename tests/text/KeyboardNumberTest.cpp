@@ -25,10 +25,11 @@ TEST(KeyboardNumber, IsReadWithItsDecimalMark)
         {"12,345", DecimalMark::Comma, 12.345},
     };
     for (const Number &row : rows) {
-        QString reason;
-        EXPECT_EQ(readNumber(QString::fromLatin1(row.text), row.mark, reason), row.value)
+        TypedValueFailure failure = {TypedValueFault::NotAnAngle, QStringLiteral("an old one")};
+        EXPECT_EQ(readNumber(QString::fromLatin1(row.text), row.mark, failure), row.value)
             << row.text;
-        EXPECT_EQ(reason, QString());
+        EXPECT_FALSE(failure);
+        EXPECT_EQ(failure.text, QString());
     }
 }
 
@@ -36,26 +37,30 @@ struct Refusal
 {
     const char *text;
     DecimalMark mark;
+    TypedValueFault kind;
     const char *reason;
 };
 
 TEST(KeyboardNumber, WhatIsNoneIsRefusedWithItsReason)
 {
     const Refusal rows[] = {
-        {"", DecimalMark::Point, "is missing"},
-        {"5,25", DecimalMark::Point,
+        {"", DecimalMark::Point, TypedValueFault::Missing, "is missing"},
+        {"5,25", DecimalMark::Point, TypedValueFault::NotANumber,
          "\"5,25\" is not a number (write a decimal point, not a comma)"},
-        {"1.234,5", DecimalMark::Comma, "\"1.234,5\" is not a number"},
-        {"1,234,5", DecimalMark::Comma, "\"1,234,5\" is not a number"},
-        {"0x5", DecimalMark::Point, "\"0x5\" is not a number"},
-        {"\xD9\xA5", DecimalMark::Point, "\"\xD9\xA5\" is not a number"},
-        {"nan", DecimalMark::Point, "\"nan\" is not a finite number"},
-        {"1e999", DecimalMark::Point, "\"1e999\" is not a finite number"},
+        {"1.234,5", DecimalMark::Comma, TypedValueFault::NotANumber, "\"1.234,5\" is not a number"},
+        {"1,234,5", DecimalMark::Comma, TypedValueFault::NotANumber, "\"1,234,5\" is not a number"},
+        {"0x5", DecimalMark::Point, TypedValueFault::NotANumber, "\"0x5\" is not a number"},
+        {"\xD9\xA5", DecimalMark::Point, TypedValueFault::NotANumber,
+         "\"\xD9\xA5\" is not a number"},
+        {"nan", DecimalMark::Point, TypedValueFault::NotFinite, "\"nan\" is not a finite number"},
+        {"1e999", DecimalMark::Point, TypedValueFault::NotFinite,
+         "\"1e999\" is not a finite number"},
     };
     for (const Refusal &row : rows) {
-        QString reason;
-        EXPECT_EQ(readNumber(QString::fromUtf8(row.text), row.mark, reason), std::nullopt);
-        EXPECT_EQ(reason, QString::fromUtf8(row.reason));
+        TypedValueFailure failure;
+        EXPECT_EQ(readNumber(QString::fromUtf8(row.text), row.mark, failure), std::nullopt);
+        EXPECT_EQ(failure.kind, row.kind) << row.text;
+        EXPECT_EQ(failure.text, QString::fromUtf8(row.reason));
     }
 }
 

@@ -32,7 +32,7 @@ bool isGgf(const QFileInfo &file)
 }
 
 /// False for what a copy that was interrupted leaves, and for other files that are not what they
-/// say. Of layouts that are not known here nothing can be said.
+/// say. A file of a layout that is not known here is whole unless it is empty.
 bool isWhole(const QFileInfo &file)
 {
     if (isGgf(file))

@@ -15,8 +15,8 @@ constexpr std::array<long double, 18> powersOfTen = {
 };
 
 /// The shortest decimal number of seconds that differs from `seconds` by no more than `tolerance`,
-/// as the double that is handed out. What is near enough with some decimals is so with more, so
-/// that their number can be found by halving.
+/// as the double that is handed out. A number that is near enough with some decimals is near enough
+/// with more: bisection finds how many are needed.
 double shortestSeconds(long double seconds, long double tolerance)
 {
     auto shortest = static_cast<double>(seconds);
@@ -100,12 +100,12 @@ void Toolkits::EraseTailZero(QString &text)
 
 QString Toolkits::DoubleToString(double value, int decimals)
 {
-    const int most = std::max(decimals, 0);
+    const int maxDecimals = std::max(decimals, 0);
     QString shortest = QString::number(value, 'f', QLocale::FloatingPointShortest);
     const int point = shortest.indexOf(QLatin1Char('.'));
-    if (point < 0 || shortest.size() - point - 1 <= most)
+    if (point < 0 || shortest.size() - point - 1 <= maxDecimals)
         return shortest;
-    QString rounded = QString::number(value, 'f', most);
+    QString rounded = QString::number(value, 'f', maxDecimals);
     EraseTailZero(rounded);
     return rounded;
 }

@@ -1,12 +1,13 @@
-#include <cli/library/LibraryDocument.h>
+#include <KelStd/library/RecordDocuments.h>
 
 #include <KelStd/io/Coord_IO.h>
 #include <KelStd/io/DocumentKind.h>
 #include <KelStd/io/ListDocuments.h>
 
 #include <QtCore/QFileInfo>
+#include <QtCore/QObject>
 
-namespace KelStd::cli {
+namespace KelStd::library {
 
 namespace {
 
@@ -51,45 +52,41 @@ QList<LibraryRecord> asRecords(const QList<Found> &found)
 template <typename Found>
 std::optional<QList<LibraryRecord>> recordsOf(const Reading<Found> &reading,
                                               const QString &fileName, Findings *findings,
-                                              QString &reason)
+                                              io::DocumentFailure &failure)
 {
     Found found;
-    io::DocumentFailure failure;
-    if (reading(fileName, found, findings, failure))
-        return asRecords(found);
-    reason = io::describedFailure(failure);
-    return std::nullopt;
+    failure = fileFailure(fileName);
+    if (failure || !reading(fileName, found, findings, failure))
+        return std::nullopt;
+    return asRecords(found);
 }
 
-std::optional<QList<LibraryRecord>> readRecords(const QString &fileName, RecordKind kind,
-                                                Findings *findings, QString &reason)
+std::optional<QList<LibraryRecord>> recordsIn(const QString &fileName, RecordKind kind,
+                                              Findings *findings, io::DocumentFailure &failure)
 {
-    reason = noFileFault(fileName);
-    if (!reason.isEmpty())
-        return std::nullopt;
     switch (kind) {
-    case RecordKind::Ellipsoid: return recordsOf(ellipsoidLists, fileName, findings, reason);
-    case RecordKind::Projection: return recordsOf(projectionLists, fileName, findings, reason);
+    case RecordKind::Ellipsoid: return recordsOf(ellipsoidLists, fileName, findings, failure);
+    case RecordKind::Projection: return recordsOf(projectionLists, fileName, findings, failure);
     case RecordKind::Custom:
     case RecordKind::Standard: break;
     }
-    return recordsOf(systems, fileName, findings, reason);
+    return recordsOf(systems, fileName, findings, failure);
 }
 
 } // namespace
 
-QString noFileFault(const QString &fileName)
+io::DocumentFailure fileFailure(const QString &fileName)
 {
     const QFileInfo info(fileName);
     if (!info.exists() || info.isFile())
         return {};
-    return info.isDir() ? QStringLiteral("it is a directory")
-                        : QStringLiteral("it is no regular file");
+    return {io::DocumentFault::CannotBeOpened,
+            info.isDir() ? QObject::tr("it is a directory") : QObject::tr("it is no regular file")};
 }
 
 RecordKind kindOfDocument(const QString &fileName)
 {
-    io::DocumentFailure failure; // which reading will find, too
+    io::DocumentFailure failure; // reading finds it, too
     switch (io::documentKind(fileName, failure)) {
     case io::DocumentKind::EllipsoidList: return RecordKind::Ellipsoid;
     case io::DocumentKind::ProjectionList: return RecordKind::Projection;
@@ -99,17 +96,17 @@ RecordKind kindOfDocument(const QString &fileName)
     return RecordKind::Custom;
 }
 
-std::optional<QList<LibraryRecord>> recordsIn(const QString &fileName, RecordKind kind,
-                                              QString &reason)
+std::optional<QList<LibraryRecord>> readRecords(const QString &fileName, RecordKind kind,
+                                                io::DocumentFailure &failure)
 {
-    return readRecords(fileName, kind, nullptr, reason);
+    return recordsIn(fileName, kind, nullptr, failure);
 }
 
-std::optional<QList<LibraryRecord>> reviewedRecordsIn(const QString &fileName, RecordKind kind,
-                                                      QList<io::DocumentFinding> &findings,
-                                                      QString &reason)
+std::optional<QList<LibraryRecord>> reviewRecords(const QString &fileName, RecordKind kind,
+                                                  QList<io::DocumentFinding> &findings,
+                                                  io::DocumentFailure &failure)
 {
-    return readRecords(fileName, kind, &findings, reason);
+    return recordsIn(fileName, kind, &findings, failure);
 }
 
-} // namespace KelStd::cli
+} // namespace KelStd::library
