@@ -1,28 +1,18 @@
 #include <KelStd/location/LocationBuilder.h>
 
 #include <KelStd/coord/Coord.h>
+#include <KelStd/coord/GeographicProjections.h>
 #include <KelStd/location/BuilderStages.h>
 #include <KelStd/location/LocationSteps.h>
 #include <KelStd/location/ShortWayWhereChecked.h>
 #include <KelStd/proj/LoadedProj.h>
 
-#include <algorithm>
-#include <iterator>
 #include <optional>
 #include <utility>
 
 namespace KelStd {
 
 namespace {
-
-/// By PROJ's names for no projection at all.
-bool isGeographic(const QString &projection)
-{
-    constexpr const char *names[] = {"longlat", "latlong", "lonlat", "latlon"};
-    return std::any_of(std::begin(names), std::end(names), [&](const char *name) {
-        return projection.trimmed() == QLatin1String(name);
-    });
-}
 
 /// A parameter that is a length [m], by PROJ's name; 0 where the projection has none.
 double lengthOf(const Projection &projection, const char *name)
@@ -128,7 +118,7 @@ private:
     static constexpr int neverPrepared = -1;
 
     Stages(const ChainDefinitions &chain, const Coord &coord, const QString &gridFile)
-        : m_state(gridFile, isGeographic(coord.projection.proj4Projection)),
+        : m_state(gridFile, isGeographicProjection(coord.projection.proj4Projection.trimmed())),
           m_definitionsWay(m_state.prepared, chain), m_home(homeOf(coord)),
           m_isKrovak(isKrovak(coord.projection)), m_problem(chain.problem)
     {

@@ -1,5 +1,7 @@
 #include <KelStd/location/ShortWay.h>
 
+#include <KelStd/coord/GeographicProjections.h>
+
 #include <QtCore/QStringList>
 #include <QtCore/QVector>
 
@@ -74,13 +76,14 @@ bool namesMore(const Parameters &projected)
                           [&](const char *key) { return countOf(projected, key) > 0; });
 }
 
-/// By PROJ's names of no projection and of a chain of operations.
+/// Whether PROJ's name is that of a projection, neither of longitude and latitude, nor of cartesian
+/// coordinates, nor of a chain of operations.
 bool isProjection(const QString &name)
 {
-    constexpr const char *others[] = {"longlat",  "latlong", "lonlat", "latlon",
-                                      "pipeline", "cart",    "geocent"};
-    return std::none_of(std::begin(others), std::end(others),
-                        [&](const char *other) { return name == QLatin1String(other); });
+    constexpr const char *others[] = {"pipeline", "cart", "geocent"};
+    return !isGeographicProjection(name)
+           && std::none_of(std::begin(others), std::end(others),
+                           [&](const char *other) { return name == QLatin1String(other); });
 }
 
 /// The shape of the local ellipsoid.
