@@ -3,6 +3,13 @@
 /// Every public header of KelStd.
 
 #include <KelStd/Failure.h>
+#include <KelStd/catalogue/Catalogue.h>
+#include <KelStd/catalogue/CatalogueFailure.h>
+#include <KelStd/catalogue/DatumShift.h>
+#include <KelStd/catalogue/FoundSystem.h>
+#include <KelStd/catalogue/SystemArea.h>
+#include <KelStd/catalogue/SystemExport.h>
+#include <KelStd/catalogue/SystemImport.h>
 #include <KelStd/coord/Coord.h>
 #include <KelStd/coord/Ellipsoid.h>
 #include <KelStd/coord/Enumerations.h>
