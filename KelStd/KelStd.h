@@ -10,6 +10,7 @@
 #include <KelStd/catalogue/SystemArea.h>
 #include <KelStd/catalogue/SystemExport.h>
 #include <KelStd/catalogue/SystemImport.h>
+#include <KelStd/coord/AreaOfUse.h>
 #include <KelStd/coord/Coord.h>
 #include <KelStd/coord/Ellipsoid.h>
 #include <KelStd/coord/Enumerations.h>
@@ -17,6 +18,7 @@
 #include <KelStd/coord/Param.h>
 #include <KelStd/coord/Pos.h>
 #include <KelStd/coord/Projection.h>
+#include <KelStd/coord/SystemOrigin.h>
 #include <KelStd/coord/stElevationFitting.h>
 #include <KelStd/coord/stEllipsoinTransform.h>
 #include <KelStd/coord/stGeoidModel.h>
@@ -35,6 +37,7 @@
 #include <KelStd/io/DocumentReview.h>
 #include <KelStd/io/ListDocuments.h>
 #include <KelStd/io/RecordParamNames.h>
+#include <KelStd/io/SystemDocument.h>
 #include <KelStd/library/LibraryDirectory.h>
 #include <KelStd/library/LibraryFailure.h>
 #include <KelStd/library/LibraryLock.h>

@@ -1,9 +1,11 @@
 #include <KelStd/io/ReviewedForm.h>
 
 #include <KelStd/io/Coord_IO.h>
+#include <KelStd/io/OriginElement.h>
 #include <KelStd/io/ProjNames.h>
 #include <KelStd/io/RecordParamNames.h>
 #include <KelStd/io/RecordReaders.h>
+#include <KelStd/io/ReviewedShape.h>
 #include <KelStd/io/ReviewedValue.h>
 #include <KelStd/io/ValueText.h>
 #include <KelStd/text/CoordStringHelper.h>
@@ -22,71 +24,6 @@ namespace {
 using Names = Coord_IO;
 using Words = CoordStringHelper;
 
-/// What an element has in the format.
-struct Shape
-{
-    QStringList attributes;
-    QStringList single;   ///< children of which one is read
-    QStringList repeated; ///< children of which each is read
-    bool hasText = false;
-};
-
-bool isOfXmlItself(const QString &attribute)
-{
-    return attribute == QLatin1String("xmlns") || attribute.startsWith(QLatin1String("xmlns:"))
-           || attribute.startsWith(QLatin1String("xml:"))
-           || attribute.startsWith(QLatin1String("xsi:"));
-}
-
-QString asElement(const QDomElement &element)
-{
-    return QStringLiteral("<%1>").arg(element.tagName());
-}
-
-/// The names of the attributes in their alphabet's order, as a document has them in none. Of very
-/// many only some: Qt finds the last of them by passing over all the others.
-QStringList attributeNames(const QDomElement &element)
-{
-    constexpr int maxNames = 64; // more than any element of the format has
-    const QDomNamedNodeMap attributes = element.attributes();
-    QStringList names;
-    for (int i = 0; i < std::min(attributes.size(), maxNames); ++i)
-        names += attributes.item(i).nodeName();
-    names.sort();
-    return names;
-}
-
-/// Compares an element with its shape: attributes and children that are none of it, second ones,
-/// texts where none is read.
-void reviewShape(const QDomElement &element, const Shape &shape, ReviewFindings &findings)
-{
-    for (const QString &name : attributeNames(element)) {
-        if (!shape.attributes.contains(name) && !isOfXmlItself(name))
-            findings.addAttribute(FindingKind::UnknownAttribute, element, name);
-    }
-    QSet<QString> seen;
-    for (QDomElement child = element.firstChildElement(); !child.isNull();
-         child = child.nextSiblingElement()) {
-        const QString name = child.tagName();
-        if (shape.repeated.contains(name))
-            continue;
-        if (!shape.single.contains(name)) {
-            findings.add(FindingKind::UnknownElement, child, asElement(child));
-            continue;
-        }
-        if (seen.contains(name)) {
-            findings.add(FindingKind::Repeated, child, asElement(child),
-                         QObject::tr("the first one"));
-        }
-        seen += name;
-    }
-    if (!shape.hasText) {
-        const QString text = wholeText(element).trimmed();
-        if (!text.isEmpty())
-            findings.add(FindingKind::StrayText, element, text);
-    }
-}
-
 /// Without an attribute nothing is read, and an empty one is none.
 template <typename Enumeration>
 void reviewWord(const QDomElement &element, const QString &attribute,
@@ -101,27 +38,6 @@ void reviewWord(const QDomElement &element, const QString &attribute,
     const bool meansTheSame = word == QLatin1String("EEllipsoidHeadDirection_ENU");
     if (understood != word && !meansTheSame)
         findings.addAttribute(FindingKind::UnknownWord, element, attribute, understood);
-}
-
-/// The version of an element that is passed over, or refused, without it.
-bool reviewVersion(const QDomElement &element, ReviewFindings &findings)
-{
-    if (hasReadableVersion(element))
-        return true;
-    const QString version = element.attribute(Names::xml_attrName_ver);
-    findings.add(FindingKind::WrongVersion, element,
-                 version.isEmpty() ? asElement(element)
-                                   : asAttribute(Names::xml_attrName_ver, version),
-                 QObject::tr("nothing"));
-    return false;
-}
-
-/// An attribute whose absence leaves a parameter without what it needs.
-void reviewPresence(const QDomElement &element, const QString &attribute, const QString &understood,
-                    ReviewFindings &findings)
-{
-    if (element.attribute(attribute).isEmpty())
-        findings.addAttribute(FindingKind::MissingAttribute, element, attribute, understood);
 }
 
 bool hasUnit(EValueType type)
@@ -201,16 +117,6 @@ void reviewParam(const QDomElement &element, bool hasName, ReviewFindings &findi
     if (isDictionary)
         reviewDictionary(element, param.valType, findings);
     reviewValue(element, param.valType, findings);
-}
-
-/// A number that stands in an attribute.
-void reviewNumber(const QDomElement &element, const QString &attribute, ReviewFindings &findings)
-{
-    const QString text = element.attribute(attribute);
-    if (!text.isEmpty() && !isReadAsNumber(text)) {
-        findings.addAttribute(FindingKind::NotANumber, element, attribute,
-                              asNumber(text.toDouble()));
-    }
 }
 
 /// A name of PROJ, which stands in a definition as it is written.
@@ -373,6 +279,7 @@ void reviewCoordForm(const QDomElement &root, ReviewFindings &findings)
     Shape shape = {{Names::xml_attrName_ver, Names::xml_attrName_rootName}, {}, {}, false};
     for (const RecordRow &row : recordRows)
         shape.single += row.name;
+    shape.single += originElementName();
     reviewVersion(root, findings);
     reviewShape(root, shape, findings);
     for (const RecordRow &row : recordRows) {
@@ -380,6 +287,9 @@ void reviewCoordForm(const QDomElement &root, ReviewFindings &findings)
         if (!record.isNull())
             row.review(record, findings);
     }
+    const QDomElement origin = root.firstChildElement(originElementName());
+    if (!origin.isNull())
+        reviewOriginForm(origin, findings);
 }
 
 void reviewListForm(const QDomElement &root, const QString &recordName, ReviewFindings &findings)
