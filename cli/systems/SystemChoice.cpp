@@ -1,5 +1,6 @@
 #include <cli/systems/SystemChoice.h>
 
+#include <cli/catalogue/LastResort.h>
 #include <cli/library/DirectoryOption.h>
 #include <cli/library/LibraryDocument.h>
 #include <cli/library/LibraryEntry.h>
@@ -84,6 +85,17 @@ QString hiddenBy(const QString &fileName, const LibraryDirectory &library)
                : QString();
 }
 
+/// Imports what no document has; nothing where nothing is meant by it. Otherwise whether there is a
+/// system now, after a report where there is none.
+std::optional<bool> importInstead(const QString &given, ChosenSystem &chosen, Console &console)
+{
+    LastResort imported = importAsLastResort(given, console);
+    if (!imported.system)
+        return imported.isReported ? std::optional(false) : std::nullopt;
+    chosen = {*imported.system, imported.origin, {given, {}}};
+    return true;
+}
+
 /// Reads what looks like a file. A mistyped one makes no library, but a system of the library that
 /// is there may be called like a file.
 bool readFile(const QString &given, const LibraryDirectory &library, ChosenSystem &chosen,
@@ -94,6 +106,10 @@ bool readFile(const QString &given, const LibraryDirectory &library, ChosenSyste
     if (readSystem(onDisk(given), chosen.coord, chosen.review.findings, reason))
         return true;
     chosen = {};
+    if (isFile(given)) {
+        if (const auto isImported = importInstead(given, chosen, console))
+            return *isImported;
+    }
     if (!library.holdsLibrary())
         return cannotRead(given, reason, console);
     if (isFile(given))
@@ -121,6 +137,8 @@ bool choose(const QString &given, const CommandLine &line, ChosenSystem &chosen,
         return lookup == Lookup::Found;
     if (QFileInfo(onDisk(given)).isDir())
         return cannotRead(given, QStringLiteral("it is a directory"), console);
+    if (const auto isImported = importInstead(given, chosen, console))
+        return *isImported;
     library::loadPlaces(*library, {LibraryPlace::Custom, LibraryPlace::Standard}); // for the hint
     console.report(QStringLiteral("there is no file %1, and ").arg(given)
                    + unknownName(given, systemKinds, line));
@@ -134,7 +152,9 @@ QString systemChoiceHelp()
     return QStringLiteral("FILE.xml is a coordinate system's document. NAME is a system of the "
                           "library,\nby its exact name, custom before standard; 'kelstd library "
                           "list' lists them.\nA file that exists comes "
-                          "before a system of its name.");
+                          "before a system of its name. What neither has is\nimported where PROJ "
+                          "knows it: a code (EPSG:28992), a system's name, or a file\nwith WKT, "
+                          "PROJJSON or a PROJ string, as 'kelstd system import' does it.");
 }
 
 std::optional<ChosenSystem> readChosenSystem(const QString &given, const CommandLine &line,
