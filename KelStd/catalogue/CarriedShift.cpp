@@ -1,5 +1,6 @@
 #include <KelStd/catalogue/CarriedShift.h>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 
@@ -207,9 +208,23 @@ CarriedShift shiftOfText(const Similarity &similarity, double semiMajorAxis,
 
 std::vector<ProjStep> withFullRotation(std::vector<ProjStep> steps)
 {
+    static constexpr std::array<const char *, 3> rotations = {"rx", "ry", "rz"};
     for (ProjStep &step : steps) {
-        if (isAffine(step))
-            step.parameters.emplace_back("exact", "");
+        if (!isAffine(step))
+            continue;
+        // The full matrices of the two conventions turn about the axes in opposite orders, so that
+        // the other signs alone do not lead from one to the other.
+        const bool isOther = step.text("convention") == "coordinate_frame";
+        for (auto &parameter : step.parameters) {
+            const bool isRotation =
+                std::find(rotations.cbegin(), rotations.cend(), parameter.first)
+                != rotations.cend();
+            if (isOther && isRotation)
+                parameter.second = QByteArray::number(-parameter.second.toDouble(), 'g', 17);
+            else if (parameter.first == "convention")
+                parameter.second = "position_vector";
+        }
+        step.parameters.emplace_back("exact", "");
     }
     return steps;
 }

@@ -44,7 +44,8 @@ CarriedShift shiftOfNothing(double semiMajorAxis, double inverseFlattening, doub
 CarriedShift shiftOfText(const Similarity &similarity, double semiMajorAxis,
                          double inverseFlattening, double primeMeridian);
 
-/// The same steps with the full rotation matrix instead of the linear one.
+/// The same steps with the full rotation matrix of the position-vector convention, as "+towgs84"
+/// has it, instead of the linear one.
 std::vector<ProjStep> withFullRotation(std::vector<ProjStep> steps);
 
 } // namespace KelStd::catalogue
