@@ -80,6 +80,7 @@ namespace KelStd::proj {
     FUNCTION(proj_is_equivalent_to_with_ctx)                                                       \
     FUNCTION(proj_list_destroy)                                                                    \
     FUNCTION(proj_list_get)                                                                        \
+    FUNCTION(proj_list_ellps)                                                                      \
     FUNCTION(proj_list_get_count)                                                                  \
     FUNCTION(proj_operation_factory_context_destroy)                                               \
     FUNCTION(proj_operation_factory_context_set_allow_ballpark_transformations)                    \
