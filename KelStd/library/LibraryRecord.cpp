@@ -171,6 +171,27 @@ QString keyOf(RecordKind kind, const QString &name)
     return found != names.end() ? *found : QString();
 }
 
+SystemOrigin originOf(RecordKind kind, const QString &name)
+{
+    const QString key = keyOf(kind, name);
+    const SystemOrigin *const origin =
+        kind == RecordKind::Custom     ? registry().getOriginFromCustomLibrary(key)
+        : kind == RecordKind::Standard ? registry().getOriginFromStandardLibrary(key)
+                                       : nullptr;
+    return origin != nullptr ? *origin : SystemOrigin();
+}
+
+QStringList namesOfCode(RecordKind kind, const QString &code)
+{
+    QStringList names;
+    for (const QString &name : namesOf(kind)) {
+        const QString own = originOf(kind, name).fullCode();
+        if (!own.isEmpty() && own.compare(code, Qt::CaseInsensitive) == 0)
+            names += name;
+    }
+    return names;
+}
+
 QStringList offeredNames()
 {
     QList<QPair<QString, QString>> offered;
@@ -191,6 +212,21 @@ bool replaceRecord(const QString &name, const LibraryRecord &record)
 {
     return apply(&StandardLibrary::setCoordInCustomLibrary, &StandardLibrary::setEllipsoidInLibrary,
                  &StandardLibrary::setProjectionInLibrary, name, record);
+}
+
+bool addRecord(const QString &name, const LibraryRecord &record, const SystemOrigin &origin)
+{
+    const auto *const coord = std::get_if<Coord>(&record);
+    return coord != nullptr ? registry().addCoordWithOrigin(name, coord, origin)
+                            : addRecord(name, record);
+}
+
+bool replaceRecord(const QString &name, const LibraryRecord &record, const SystemOrigin &origin)
+{
+    const auto *const coord = std::get_if<Coord>(&record);
+    return coord != nullptr && !origin.isEmpty()
+               ? registry().setCoordWithOrigin(name, coord, origin)
+               : replaceRecord(name, record);
 }
 
 bool removeRecord(RecordKind kind, const QString &name)

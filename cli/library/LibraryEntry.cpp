@@ -111,7 +111,7 @@ QString documentPath(const LibraryDirectory &library, RecordKind kind, const QSt
 
 QString recordFile(const LibraryDirectory &library, RecordKind kind, const QString &name)
 {
-    return documentPath(library, kind, library::recordFileName(name));
+    return documentPath(library, kind, library::safeFileName(name));
 }
 
 QStringList documentsHolding(const LibraryDirectory &library, RecordKind kind, const QString &name)
@@ -147,7 +147,7 @@ QString ambiguity(const LibraryDirectory &library, RecordKind kind, const QStrin
 
 QString ownershipFault(const LibraryDirectory &library, RecordKind kind, const QString &name)
 {
-    const QString own = library::recordFileName(name);
+    const QString own = library::safeFileName(name);
     const QString place = library.path(library::placeOf(kind));
     const auto holders = holdersOf(library, kind, name);
     if (holders.size() > 1)
