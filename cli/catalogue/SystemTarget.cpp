@@ -14,6 +14,7 @@
 #include <KelStd/library/LibraryLock.h>
 #include <KelStd/library/LibraryRecord.h>
 #include <KelStd/library/RecordNames.h>
+#include <KelStd/library/StandardLibrary.h>
 
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
@@ -53,15 +54,6 @@ bool write(const Coord &coord, const SystemOrigin &origin, const QString &file, 
     return isWritten;
 }
 
-/// The name of a file for a system of this name: nearly every system's has a "/", which no file's
-/// name can have. The record keeps its own name.
-QString nameForFile(const QString &name)
-{
-    QString safe = name;
-    safe.replace(QLatin1Char('/'), QLatin1Char('_')).replace(QLatin1Char('\\'), QLatin1Char('_'));
-    return safe;
-}
-
 } // namespace
 
 void SystemTarget::addOptions(CommandLine &line)
@@ -92,7 +84,7 @@ bool SystemTarget::takeOptions(const CommandLine &line, QString &mistake)
     else if (line.isSet(asOption) && !m_addsToLibrary)
         mistake = QStringLiteral("--as goes with --add");
     else if (line.isSet(asOption))
-        mistake = library::nameFault(nameForFile(m_name));
+        mistake = library::nameFault(m_name);
     return mistake.isEmpty();
 }
 
@@ -157,7 +149,7 @@ ExitStatus SystemTarget::addToLibrary(const Coord &given, const SystemOrigin &or
     if (!m_name.isEmpty())
         coord.coord_name = m_name;
     const QString name = coord.coord_name;
-    const QString fault = library::nameFault(nameForFile(name));
+    const QString fault = library::nameFault(name);
     if (!fault.isEmpty()) {
         return fail(QStringLiteral("%1; give it another one with --as").arg(fault),
                     ExitStatus::SomeFailed, console);
@@ -176,20 +168,24 @@ ExitStatus SystemTarget::addToLibrary(const Coord &given, const SystemOrigin &or
                         .arg(inQuotes(name), taken),
                     ExitStatus::SomeFailed, console);
     }
-    const QString file = recordFile(*library, RecordKind::Custom, nameForFile(name));
+    const QString file = recordFile(*library, RecordKind::Custom, name);
     if (QFileInfo::exists(file) || QFileInfo(file).isSymLink()) {
         return fail(QStringLiteral("%1 exists and is kept; give the system another name with --as")
                         .arg(file),
                     ExitStatus::SomeFailed, console);
     }
     const QString directory = library->path(library::placeOf(RecordKind::Custom));
-    QString reason;
     if (!QDir().mkpath(directory)) {
         return fail(QStringLiteral("cannot create %1").arg(directory), ExitStatus::Environment,
                     console);
     }
-    if (!write(coord, origin, file, reason)) {
-        return fail(QStringLiteral("cannot write %1: %2").arg(file, reason),
+    // As the databases name systems: "Amersfoort / RD New".
+    StandardLibrary::getInstance().setSafeFileNames(true);
+    QString reason;
+    bool isAdded = false;
+    if (!withoutRaising([&] { isAdded = library::addRecord(name, coord, origin); }, reason)
+        || !isAdded) {
+        return fail(reason.isEmpty() ? StandardLibrary::getInstance().lastFailure().text : reason,
                     ExitStatus::Environment, console);
     }
     sayDone(QStringLiteral("added the custom system %1: %2").arg(inQuotes(name), file), isQuiet,
