@@ -30,6 +30,7 @@
 #include <KelStd/grid/GridFailure.h>
 #include <KelStd/grid/GridFile.h>
 #include <KelStd/grid/GridNodes.h>
+#include <KelStd/grid/ShiftGridFile.h>
 #include <KelStd/io/Coord_IO.h>
 #include <KelStd/io/DocumentFailure.h>
 #include <KelStd/io/DocumentKind.h>
@@ -69,6 +70,7 @@
 #include <KelStd/proj/InitializationFailure.h>
 #include <KelStd/proj/ProjInspection.h>
 #include <KelStd/proj/ProjLib.h>
+#include <KelStd/proj/ShiftGrids.h>
 #include <KelStd/text/AngleSigns.h>
 #include <KelStd/text/CoordStringHelper.h>
 #include <KelStd/text/TypedAngle.h>

@@ -32,6 +32,8 @@ constexpr Command commands[] = {
     {"geoid list", "The geoid models that a coordinate system can name", runGeoidList},
     {"geoid info", "What is in a geoid grid", runGeoidInfo},
     {"geoid convert", "Turn a GGF grid into GTX", runGeoidConvert},
+    {"grid add", "Put a grid of datum shifts where PROJ finds it", runGridAdd},
+    {"grid list", "The grids of datum shifts that PROJ finds", runGridList},
     {"time leap-seconds", "The leap seconds, compared with the tz database", runLeapSeconds},
     {"time", "An instant in UTC, GPS time, GPS week and local time", runTime},
     {"doctor", "Is everything that a conversion needs in its place?", runDoctor},
