@@ -37,6 +37,7 @@
 #include <KelStd/io/DocumentLimits.h>
 #include <KelStd/io/DocumentReview.h>
 #include <KelStd/io/ListDocuments.h>
+#include <KelStd/io/ProjEllipsoid.h>
 #include <KelStd/io/RecordParamNames.h>
 #include <KelStd/io/SystemDocument.h>
 #include <KelStd/library/LibraryDirectory.h>

@@ -22,6 +22,7 @@ constexpr Command commands[] = {
     {"system shifts", "The datum shifts that a system can have", runSystemShifts},
     {"system import", "Make a document of a system that PROJ knows", runSystemImport},
     {"system export", "Write a system as WKT, PROJJSON or a PROJ string", runSystemExport},
+    {"system compose", "Make a system from an ellipsoid and a projection", runSystemCompose},
     {"library list", "The systems, ellipsoids and projections of a library", runLibraryList},
     {"library show", "An entry of a library", runLibraryShow},
     {"library add", "Add a document's record to a library", runLibraryAdd},
