@@ -216,9 +216,8 @@ std::vector<ProjStep> withFullRotation(std::vector<ProjStep> steps)
         // the other signs alone do not lead from one to the other.
         const bool isOther = step.text("convention") == "coordinate_frame";
         for (auto &parameter : step.parameters) {
-            const bool isRotation =
-                std::find(rotations.cbegin(), rotations.cend(), parameter.first)
-                != rotations.cend();
+            const bool isRotation = std::find(rotations.cbegin(), rotations.cend(), parameter.first)
+                                    != rotations.cend();
             if (isOther && isRotation)
                 parameter.second = QByteArray::number(-parameter.second.toDouble(), 'g', 17);
             else if (parameter.first == "convention")

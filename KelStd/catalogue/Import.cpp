@@ -32,6 +32,7 @@ struct Work
     CarriedShift shift;
     SystemArea shiftArea;
     double primeMeridian = 0.0;
+    bool fits = false; ///< published parameters are fitted
 
     bool refuse(Kind kind, const QString &text)
     {
@@ -305,11 +306,18 @@ bool refuseForCheck(Work &work, const OwnCheck &check)
                                             "system; report this"));
 }
 
+/// Whether seven parameters are fitted instead of taken over.
+bool isFitted(const Work &work)
+{
+    return work.shift.kind == ShiftKind::Seven && (work.fits || !work.shift.isPublished);
+}
+
 bool passesOwnCheck(Work &work, const std::vector<GroundPoint> &places)
 {
     const Coord &coord = *work.result.system;
     const auto projection = projectionSteps(work.session, work.source.projected.get());
-    const OwnCheck check = ownCheck(work.session, coord, work.shift.steps, projection, places);
+    const OwnCheck check = ownCheck(work.session, coord, work.shift.steps, projection, places,
+                                    isFitted(work) ? WayBack::OfWay : WayBack::OfProj);
     work.result.report.difference = check.difference;
     if (!check.isReady)
         return refuseForCheck(work, check);
@@ -320,8 +328,10 @@ bool passesOwnCheck(Work &work, const std::vector<GroundPoint> &places)
     const bool hasAll = check.missing == 0 || work.shift.kind == ShiftKind::Grid;
     if (hasAll && check.difference <= tolerance)
         return true;
+    if (hasAll && work.shift.isPublished && isFitted(work))
+        return false; // not refused: the published numbers are still there
     // The published method is linear in the rotations, the conversions of a system are not.
-    if (hasAll && work.shift.kind == ShiftKind::Seven && !work.shift.affine.empty()) {
+    if (hasAll && work.shift.kind == ShiftKind::Seven && !isFitted(work)) {
         const OwnCheck exact =
             ownCheck(work.session, coord, withFullRotation(work.shift.steps), projection, places);
         if (exact.isReady && exact.missing == 0 && exact.difference <= tolerance) {
@@ -369,15 +379,26 @@ bool import(Work &work)
         projectionRecords(work.session, work.source.projected.get(), work.shift.turn, &failure);
     coord.projection = records->projection;
     const std::vector<GroundPoint> places = placesToCheck(work);
-    if (work.shift.kind == ShiftKind::Seven && (work.options.fit || !work.shift.isPublished))
-        work.shift.similarity = fittedShift(work.session, work.shift, coord.ellipsoid, places);
+    const Similarity published = work.shift.similarity;
+    if (isFitted(work))
+        work.shift.similarity = fittedShift(work.session, work.shift, places);
     if (!setShift(coord, work.shift))
         return work.refuse(Kind::GridOnly,
                            QStringLiteral("PROJ has no name for the ellipsoid \"%1\", without "
                                           "which a system carries no grid")
                                .arg(coord.ellipsoid.ellipsoid_name));
-    if (!passesOwnCheck(work, places))
-        return false;
+    if (!passesOwnCheck(work, places)) {
+        const bool mayFallBack = work.result.system.has_value();
+        if (!mayFallBack)
+            return false;
+        // Over a large area one rotation cannot make up for what a linear one does to it.
+        work.warn(QStringLiteral("No seven parameters fit the datum shift to 1 mm over the whole "
+                                 "area: the published ones were taken."));
+        work.fits = false;
+        work.shift.similarity = published;
+        if (!setShift(coord, work.shift) || !passesOwnCheck(work, places))
+            return false;
+    }
     setVerticalPart(work.session, work.source, coord, report);
     return true;
 }
@@ -388,7 +409,7 @@ ImportedSystem imported(ProjSession &session, const SourceSystem &source,
                         const ImportOptions &options)
 {
     ImportedSystem result;
-    Work work{session, source, options, result, {}, {}, {}, 0.0};
+    Work work{session, source, options, result, {}, {}, {}, 0.0, options.fit};
     import(work);
     return result;
 }

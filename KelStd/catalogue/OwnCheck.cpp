@@ -174,7 +174,7 @@ std::vector<ProjStep> projectionSteps(const ProjSession &session, const PJ *proj
 
 OwnCheck ownCheck(const ProjSession &session, const Coord &coord,
                   const std::vector<ProjStep> &shift, const std::vector<ProjStep> &projection,
-                  const std::vector<GroundPoint> &places)
+                  const std::vector<GroundPoint> &places, WayBack wayBack)
 {
     OwnCheck check;
     const Chain chain(session, coord);
@@ -193,8 +193,10 @@ OwnCheck ownCheck(const ProjSession &session, const Coord &coord,
         }
         note(check, planeDistance(plane, expected), place);
         ++check.compared;
-        GroundPoint expectedBack;
-        if (!own.unproject(expected, expectedBack))
+        GroundPoint expectedBack = place;
+        if (wayBack == WayBack::OfWay)
+            expected.setENU_U(plane.getENU().u); // the height that the way has led to
+        else if (!own.unproject(expected, expectedBack))
             continue;
         GroundPoint back;
         if (chain.unproject(expected, back))

@@ -28,11 +28,18 @@ std::vector<GroundPoint> placesIn(const SystemArea &area, int perSide);
 /// northing [m] in the directions of the system's axes.
 std::vector<ProjStep> projectionSteps(const ProjSession &session, const PJ *projected);
 
+/// What a `Coord` is held to on the way back from the plane.
+enum class WayBack
+{
+    OfProj, ///< PROJ's own
+    OfWay ///< the place itself where that is nearer: PROJ's linear shifts do not lead back exactly
+};
+
 /// Takes each place through the conversions of `coord` and through PROJ's operations, from WGS 84
 /// to the plane and, from there, back: each way by itself, since PROJ's own way there and back can
 /// miss by millimetres.
 OwnCheck ownCheck(const ProjSession &session, const Coord &coord,
                   const std::vector<ProjStep> &shift, const std::vector<ProjStep> &projection,
-                  const std::vector<GroundPoint> &places);
+                  const std::vector<GroundPoint> &places, WayBack wayBack = WayBack::OfProj);
 
 } // namespace KelStd::catalogue

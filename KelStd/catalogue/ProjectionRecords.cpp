@@ -202,6 +202,9 @@ std::optional<Ellipsoid> ellipsoidOf(const ProjSession &session, const PJ *crs)
     ellipsoid.proj4EllpsName = projEllipsoid(session, axis, minorAxis);
     ellipsoid.biggerHalfAxle = Param(ValueType_Distance, Unit_Meter, axis);
     ellipsoid.reciprocal = reciprocal;
+    // PROJ does not take 1/f = 0. A radius beside the name of a sphere overrules the name's.
+    if (reciprocal == 0.0 && ellipsoid.proj4EllpsName.isEmpty())
+        ellipsoid.proj4EllpsName = QStringLiteral("sphere +R=") + QString::number(axis, 'g', 15);
     return ellipsoid;
 }
 
