@@ -36,6 +36,7 @@
 #include <KelStd/library/LibraryLock.h>
 #include <KelStd/library/LibraryRecord.h>
 #include <KelStd/library/OfferedNames.h>
+#include <KelStd/library/RecordFilter.h>
 #include <KelStd/library/RecordLoss.h>
 #include <KelStd/library/RecordNames.h>
 #include <KelStd/library/StandardLibrary.h>
