@@ -51,7 +51,7 @@ const QList<Room> &programRooms()
         {"cli/values/", {"terminal", "run"}},
         {"cli/library/", {"terminal"}},
         {"cli/geoids/", {"terminal", "run"}},
-        {"cli/conversion/", {"run", "values"}},
+        {"cli/conversion/", {"terminal", "run", "values"}},
         {"cli/systems/", {"terminal", "values", "library", "geoids"}},
         {"cli/proj/", {"terminal"}},
         {"cli/commands/",
