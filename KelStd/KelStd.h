@@ -45,9 +45,11 @@
 #include <KelStd/library/LibraryLock.h>
 #include <KelStd/library/LibraryRecord.h>
 #include <KelStd/library/OfferedNames.h>
+#include <KelStd/library/RecordFilter.h>
 #include <KelStd/library/RecordLoss.h>
 #include <KelStd/library/RecordNames.h>
 #include <KelStd/library/StandardLibrary.h>
+#include <KelStd/location/AreaCheck.h>
 #include <KelStd/location/LocationBuilder.h>
 #include <KelStd/location/SystemDefinitions.h>
 #include <KelStd/location/SystemNotes.h>

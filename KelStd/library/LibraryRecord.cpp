@@ -173,11 +173,16 @@ QString keyOf(RecordKind kind, const QString &name)
 
 SystemOrigin originOf(RecordKind kind, const QString &name)
 {
-    const QString key = keyOf(kind, name);
-    const SystemOrigin *const origin =
-        kind == RecordKind::Custom     ? registry().getOriginFromCustomLibrary(key)
-        : kind == RecordKind::Standard ? registry().getOriginFromStandardLibrary(key)
-                                       : nullptr;
+    if (kind != RecordKind::Custom && kind != RecordKind::Standard)
+        return {};
+    const bool isCustom = kind == RecordKind::Custom;
+    const auto find = [isCustom](const QString &key) {
+        return isCustom ? registry().getOriginFromCustomLibrary(key)
+                        : registry().getOriginFromStandardLibrary(key);
+    };
+    const bool isKey = isCustom ? registry().getCoordFromCustomLibrary(name) != nullptr
+                                : registry().getCoordFromStandardLibrary(name) != nullptr;
+    const SystemOrigin *const origin = find(isKey ? name : keyOf(kind, name));
     return origin != nullptr ? *origin : SystemOrigin();
 }
 

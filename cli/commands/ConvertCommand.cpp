@@ -193,7 +193,7 @@ ExitStatus runConvert(const QStringList &arguments, Console &console)
     const int width = console.isTerminal() ? streams::terminalWidth(streams::standardOutput) : 0;
     const auto writer =
         options->form->makeWriter({options->display, geoidModel, options->hasHeader, width});
-    LocationJob job(coord, geoidModel, *options->frame, *writer);
+    LocationJob job(coord, system->origin, geoidModel, *options->frame, *writer);
     PositionRun run(input.input(), input.parser(form), job, console);
     run.setThreads(options->threads);
     if (rejects.isOpen())

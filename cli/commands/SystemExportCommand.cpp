@@ -11,7 +11,6 @@
 #include <cli/terminal/StandardStreams.h>
 
 #include <KelStd/catalogue/Catalogue.h>
-#include <KelStd/io/SystemDocument.h>
 
 #include <QtCore/QFileInfo>
 #include <QtCore/QSaveFile>
@@ -77,16 +76,6 @@ CommandLine makeCommandLine()
     return line;
 }
 
-/// The code that a system's document keeps of it, or with which it was imported; empty for none.
-QString codeOf(const ChosenSystem &chosen)
-{
-    SystemOrigin origin = chosen.origin;
-    io::DocumentFailure failure;
-    if (origin.isEmpty() && QFileInfo(onDisk(chosen.review.file)).isFile())
-        io::readOrigin(onDisk(chosen.review.file), origin, failure);
-    return origin.fullCode();
-}
-
 /// Whole or not at all; false after a report.
 bool writeFile(const QString &fileName, const QByteArray &bytes, Console &console)
 {
@@ -140,7 +129,7 @@ ExitStatus runSystemExport(const QStringList &arguments, Console &console)
     catalogue::Catalogue catalogue;
     catalogue::CatalogueFailure failure;
     const auto exported =
-        catalogue.exportSystem(chosen->coord, form->form, codeOf(*chosen), &failure);
+        catalogue.exportSystem(chosen->coord, form->form, chosen->origin.fullCode(), &failure);
     if (!exported) {
         console.report(QStringLiteral("cannot write %1 as %2: %3")
                            .arg(shown(given), QLatin1String(form->word), failure.text));

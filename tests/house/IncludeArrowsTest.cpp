@@ -51,7 +51,7 @@ const QList<Room> &programRooms()
         {"cli/values/", {"terminal", "run"}},
         {"cli/library/", {"terminal"}},
         {"cli/geoids/", {"terminal", "run"}},
-        {"cli/conversion/", {"run", "values"}},
+        {"cli/conversion/", {"terminal", "run", "values"}},
         {"cli/proj/", {"terminal"}},
         {"cli/catalogue/", {"terminal", "library", "proj"}},
         {"cli/systems/", {"terminal", "values", "library", "geoids", "catalogue"}},
