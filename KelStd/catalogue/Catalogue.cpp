@@ -1,5 +1,6 @@
 #include <KelStd/catalogue/Catalogue.h>
 
+#include <KelStd/catalogue/Export.h>
 #include <KelStd/catalogue/Import.h>
 #include <KelStd/catalogue/ProjSession.h>
 #include <KelStd/catalogue/ShiftCandidates.h>
@@ -63,14 +64,13 @@ ImportedSystem Catalogue::importSystem(const QByteArray &source, const ImportOpt
     return result;
 }
 
-std::optional<ExportedSystem> Catalogue::exportSystem(const Coord & /*system*/, ExportForm /*form*/,
-                                                      const QString & /*code*/,
+std::optional<ExportedSystem> Catalogue::exportSystem(const Coord &system, ExportForm form,
+                                                      const QString &code,
                                                       CatalogueFailure *failure)
 {
-    if (failure != nullptr)
-        *failure = {CatalogueFailureKind::NotExportable,
-                    QStringLiteral("systems cannot be exported yet")};
-    return std::nullopt;
+    if (!m_session->proj.open(failure))
+        return std::nullopt;
+    return exported(m_session->proj, system, form, code, failure);
 }
 
 QString Catalogue::databaseVersion()

@@ -52,9 +52,10 @@ public:
     static constexpr int maxSourceDepth = 64;
 
     /// The systems that meet `query`, best first: names and codes that are exactly what was looked
-    /// for, then projected systems before others and smaller areas before larger ones. Empty, with
-    /// the reason in `failure` (when given), where PROJ or its database is not there; empty without
-    /// a failure where nothing meets the query.
+    /// for, then those that have the words in their names, projected systems before others, and
+    /// larger areas before smaller ones; about a place the smaller ones first. Empty, with the
+    /// reason in `failure` (when given), where PROJ or its database is not there; empty without a
+    /// failure where nothing meets the query.
     std::vector<FoundSystem> search(const SystemQuery &query, CatalogueFailure *failure = nullptr);
 
     /// The datum shifts between the system of a source and WGS 84, best first at `at` (else at the

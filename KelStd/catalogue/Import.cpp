@@ -236,14 +236,19 @@ bool takeText(Work &work, const Ellipsoid &ellipsoid)
     shift.kind = work.shift.kind;
     shift.name = QStringLiteral("the definition's own");
     shift.coverage = 1.0;
+    std::vector<ShiftCandidate> likely;
+    if (work.candidates.empty() && work.source.likelyGeodetic != nullptr)
+        likely = shiftCandidates(work.session, work.source.likelyGeodetic.get(),
+                                 work.source.system.area, work.options.at);
     const TextShiftJudgement judged =
-        judgedTextShift(similarity, work.candidates, *work.result.system,
+        judgedTextShift(similarity, likely.empty() ? work.candidates : likely, *work.result.system,
                         work.options.at.value_or(work.source.system.area.centre()));
     if (judged.same != nullptr)
         report(work, *judged.same);
     shift.kind = work.shift.kind;
     work.result.report.warnings += judged.warnings;
-    reportOthers(work, judged.same != nullptr ? judged.same->row.number : 0);
+    if (likely.empty())
+        reportOthers(work, judged.same != nullptr ? judged.same->row.number : 0);
     return true;
 }
 

@@ -115,6 +115,9 @@ bool isBetter(const ShiftCandidate &a, const ShiftCandidate &b)
     constexpr double unknown = std::numeric_limits<double>::infinity();
     if (a.row.containsPoint != b.row.containsPoint)
         return a.row.containsPoint;
+    // Where none contains the place, the one that is meant for most of the system is nearest to it.
+    if (!a.row.containsPoint && a.row.coverage != b.row.coverage)
+        return a.row.coverage > b.row.coverage;
     const double accuracyOfA = a.row.accuracy.value_or(unknown);
     const double accuracyOfB = b.row.accuracy.value_or(unknown);
     if (accuracyOfA != accuracyOfB)
@@ -139,7 +142,12 @@ std::vector<ShiftCandidate> shiftCandidates(ProjSession &session, const PJ *geod
                    session.context(), operation.get())
                    != 0)
             continue;
-        candidates.push_back(candidateOf(session, operation.get(), area, place));
+        ShiftCandidate candidate = candidateOf(session, operation.get(), area, place);
+        // A datum that is used in many countries has shifts that have nothing to do with this one;
+        // a modern frame is the same everywhere.
+        if (candidate.row.coverage > 0.0 || (at && candidate.row.containsPoint)
+            || candidate.row.kind == ShiftKind::None)
+            candidates.push_back(std::move(candidate));
     }
     std::stable_sort(candidates.begin(), candidates.end(), isBetter);
     int number = 0;

@@ -219,27 +219,35 @@ bool isSame(const ProjSession &session, const PJ *a, const PJ *b)
            != 0;
 }
 
-/// The system of the database that a text's one is, by PROJ's identification and, after that, by
-/// the comparison of what they say; null where there is none.
-ProjObject identified(const ProjSession &session, const PJ *object)
+struct Identified
+{
+    ProjObject surely; ///< the database's system that it is
+    ProjObject likely; ///< one with the same numbers, whose datum the text does not name
+};
+
+/// The systems of the database that a text's one may be, by PROJ's identification; surely only
+/// after a comparison of what they say.
+Identified identified(const ProjSession &session, const PJ *object)
 {
     const proj::ProjFunctions &proj = session.functions();
     int *confidences = nullptr;
     const ObjectList list(
         proj.proj_identify(session.context(), object, nullptr, nullptr, &confidences));
-    ProjObject best;
+    Identified result;
     constexpr int surely = 90; // by PROJ's own measure: equal but for the name
-    const int count = session.countOf(list);
-    for (int index = 0; index < count && best == nullptr; ++index) {
-        if (confidences == nullptr || confidences[index] < surely)
-            break;
+    const int count = confidences == nullptr ? 0 : session.countOf(list);
+    for (int index = 0; index < count && result.surely == nullptr; ++index) {
         ProjObject candidate = session.elementOf(list, index);
-        if (candidate != nullptr && isSame(session, candidate.get(), object))
-            best = std::move(candidate);
+        if (candidate == nullptr)
+            continue;
+        if (confidences[index] >= surely && isSame(session, candidate.get(), object))
+            result.surely = std::move(candidate);
+        else if (result.likely == nullptr)
+            result.likely = std::move(candidate);
     }
     if (confidences != nullptr)
         proj.proj_int_list_destroy(confidences);
-    return best;
+    return result;
 }
 
 /// What a text says of itself is held against the database.
@@ -247,7 +255,8 @@ void identify(const ProjSession &session, SourceSystem &result)
 {
     FoundSystem &system = result.system;
     const QString claimed = session.codeOf(result.projected.get());
-    const ProjObject known = identified(session, result.projected.get());
+    const Identified found = identified(session, result.projected.get());
+    const ProjObject &known = found.surely;
     system.code = known == nullptr ? QString() : session.codeOf(known.get());
     if (!claimed.isEmpty() && claimed != system.code)
         result.warnings += QStringLiteral("The definition calls itself %1, but says something "
@@ -258,8 +267,10 @@ void identify(const ProjSession &session, SourceSystem &result)
         system.area = session.areaOf(known.get());
     // The datum shifts of the database hang on its own geographic system.
     if (session.codeOf(result.geodetic.get()).isEmpty()) {
-        if (ProjObject base = identified(session, result.geodetic.get()))
+        if (ProjObject base = identified(session, result.geodetic.get()).surely)
             result.geodetic = std::move(base);
+        else if (result.textShift && found.likely != nullptr)
+            result.likelyGeodetic = session.geodeticOf(found.likely.get());
     }
 }
 

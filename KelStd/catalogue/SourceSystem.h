@@ -17,6 +17,7 @@ struct SourceSystem
     FoundSystem system;                  ///< name, code, kind and area as far as they are known
     proj::ProjObject projected;          ///< null where it has none
     proj::ProjObject geodetic;           ///< what the projected system lies on
+    proj::ProjObject likelyGeodetic;     ///< what a text may lie on that names no datum; else null
     proj::ProjObject vertical;           ///< of a compound system; else null
     std::optional<Similarity> textShift; ///< a text's own "TOWGS84"
     QStringList warnings;

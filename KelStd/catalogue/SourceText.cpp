@@ -101,9 +101,11 @@ QString problemOf(const QByteArray &text)
     return {};
 }
 
+/// Every system's keyword ends like this: PROJCS, COMPD_CS, BOUNDCRS.
 bool isWkt(const QByteArray &text)
 {
-    static const QRegularExpression start(QStringLiteral("^[A-Za-z][A-Za-z0-9_]*\\s*[\\[(]\\s*\""));
+    static const QRegularExpression start(QStringLiteral("^[A-Za-z_]*(CS|CRS)\\s*[\\[(]"),
+                                          QRegularExpression::CaseInsensitiveOption);
     return start.match(QString::fromUtf8(text.left(100))).hasMatch();
 }
 

@@ -150,6 +150,13 @@ std::vector<FoundSystem> inOrder(std::vector<Ranked> ranked)
     return found;
 }
 
+/// Whether words stand in a name one after the other.
+bool isWithin(const QString &words, const QString &name)
+{
+    const QLatin1Char blank(' ');
+    return (blank + name + blank).contains(blank + words + blank);
+}
+
 struct InfoListDeleter
 {
     void operator()(PROJ_CRS_INFO **list) const
@@ -243,6 +250,7 @@ std::vector<FoundSystem> SystemList::search(const SystemQuery &query) const
     const int wanted = static_cast<int>(conditions.size());
     const QString whole = query.words.trimmed();
     const QString plainWhole = comparedWords(query.words).join(QLatin1Char(' '));
+    const bool isOfPlace = query.at || query.box;
     std::vector<Ranked> ranked;
     for (const Entry &entry : m_entries) {
         const FoundSystem &system = entry.system;
@@ -256,7 +264,8 @@ std::vector<FoundSystem> SystemList::search(const SystemQuery &query) const
             {Rank(!isCode, entry.plainName != plainWhole, wanted - metIn(conditions, name),
                   system.isDeprecated, system.kind != SystemKind::Projected,
                   !code.startsWith(QLatin1String("EPSG:")),
-                  wanted == 0 ? 0 : static_cast<int>(name.size()), sizeOf(system.area), code),
+                  isWithin(plainWhole, entry.plainName) ? 0 : 1,
+                  isOfPlace ? sizeOf(system.area) : -sizeOf(system.area), code),
              &system});
     }
     return inOrder(std::move(ranked));
