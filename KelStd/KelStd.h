@@ -62,6 +62,7 @@
 #include <KelStd/positions/CsvWriter.h>
 #include <KelStd/positions/InputForm.h>
 #include <KelStd/positions/JsonWriter.h>
+#include <KelStd/positions/LocationPrinter.h>
 #include <KelStd/positions/PlainNumbers.h>
 #include <KelStd/positions/PositionFile.h>
 #include <KelStd/positions/PositionParser.h>

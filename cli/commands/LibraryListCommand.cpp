@@ -5,6 +5,7 @@
 #include <cli/terminal/CommandLine.h>
 #include <cli/terminal/Console.h>
 #include <cli/terminal/ShownText.h>
+#include <cli/terminal/StandardStreams.h>
 
 #include <KelStd/library/LibraryRecord.h>
 #include <KelStd/library/RecordFilter.h>
@@ -14,6 +15,7 @@
 #include <QtCore/QJsonArray>
 #include <QtCore/QJsonDocument>
 #include <QtCore/QJsonObject>
+#include <QtCore/QVector>
 
 #include <algorithm>
 
@@ -76,19 +78,24 @@ QString shortArea(const QString &area)
     return area.left(end > 0 ? end : maxLength - 3) + QStringLiteral("...");
 }
 
-/// One field for each column; the last one that has a text ends the line.
+/// One field for each column: name, code, description, area.
 QStringList fieldsOf(RecordKind kind, const QString &name)
 {
     const SystemOrigin origin = library::originOf(kind, name);
-    QStringList fields = {shown(name), shown(descriptionOf(kind, name)), shown(origin.fullCode()),
-                          shown(shortArea(origin.areaName))};
-    while (fields.size() > 1 && fields.constLast().isEmpty())
-        fields.removeLast();
-    return fields;
+    return {shown(name), shown(origin.fullCode()), shown(descriptionOf(kind, name)),
+            shown(shortArea(origin.areaName))};
+}
+
+/// A line without what a terminal of this width would break it for; 0 is any width.
+QString fitted(const QString &line, int width)
+{
+    const QString dots = QStringLiteral("...");
+    return width > dots.size() && line.size() > width ? line.left(width - dots.size()) + dots
+                                                      : line;
 }
 
 /// The records of a kind in columns of their own widths: the ellipsoids' numbers need the room that
-/// the names of systems take.
+/// the names of systems take. A column without a text is left out.
 void printTable(const QList<RecordKind> &kinds, const library::RecordFilter &filter,
                 Console &console)
 {
@@ -96,24 +103,25 @@ void printTable(const QList<RecordKind> &kinds, const library::RecordFilter &fil
     for (const RecordKind kind : kinds)
         kindWidth = std::max(kindWidth, library::wordOf(kind).size());
     const QString gap(2, QLatin1Char(' '));
+    const int terminalWidth =
+        console.isTerminal() ? streams::terminalWidth(streams::standardOutput) : 0;
     for (const RecordKind kind : kinds) {
         QList<QStringList> rows;
-        QList<int> widths;
+        QVector<int> widths(4, 0);
         for (const QString &name : namesOf(kind, filter)) {
             rows += fieldsOf(kind, name);
-            for (int i = 0; i < rows.constLast().size(); ++i) {
-                if (widths.size() == i)
-                    widths += 0;
+            for (int i = 0; i < widths.size(); ++i)
                 widths[i] = std::max(widths[i], rows.constLast()[i].size());
-            }
         }
         for (const QStringList &row : rows) {
             QString line = library::wordOf(kind).leftJustified(kindWidth);
-            for (int i = 0; i < row.size(); ++i)
-                line += gap + row[i].leftJustified(widths[i]);
+            for (int i = 0; i < widths.size(); ++i) {
+                if (widths[i] > 0)
+                    line += gap + row[i].leftJustified(widths[i]);
+            }
             while (line.endsWith(QLatin1Char(' ')))
                 line.chop(1);
-            console.print(line);
+            console.print(fitted(line, terminalWidth));
         }
     }
 }

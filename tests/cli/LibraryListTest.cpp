@@ -1,6 +1,7 @@
 // What `kelstd library` finds where, and how it shows it.
 
 #include "cli/LibraryRun.h"
+#include "cli/Terminal.h"
 
 #include <KelStd/files/FileLock.h>
 
@@ -85,10 +86,10 @@ TEST_F(LibraryList, ShowsCodeAndArea)
     put("custom/c.xml", system("Bare"));
     const auto result = library({text("list")});
     EXPECT_EQ(result.out,
-              text("custom      B        sterea, Bessel 1841  EPSG:28992  An area with a "
+              text("custom      B        EPSG:28992  sterea, Bessel 1841  An area with a "
                    "description that goes on and on over many...\n"
-                   "custom      Bare     sterea, Bessel 1841\n"
-                   "custom      Harbour  sterea, Bessel 1841  EPSG:3460   Fiji - onshore.\n"));
+                   "custom      Bare                 sterea, Bessel 1841\n"
+                   "custom      Harbour  EPSG:3460   sterea, Bessel 1841  Fiji - onshore.\n"));
 }
 
 TEST_F(LibraryList, FiltersByWords)
@@ -243,8 +244,14 @@ TEST_F(HomeLibrary, IsLaidOutFromTheDeliveredOneAtItsFirstUse)
 
 TEST_F(HomeLibrary, FitsATerminalOfEightyColumns)
 {
-    for (const QString &line : m_program.run({text("library"), text("list")}).outLines())
+    test::Terminal terminal(80);
+    const QStringList lines = terminal.run(m_program, {text("library"), text("list")}).outLines();
+    ASSERT_GT(lines.size(), 140);
+    for (const QString &line : lines)
         EXPECT_LE(line.size(), 80) << line;
+    const QString japan =
+        text("standard    JGD2011 / Japan Plane Rectangular CS IX  EPSG:6677   tmerc, GRS 1...");
+    EXPECT_TRUE(lines.contains(japan)) << lines.filter(text("JGD2011")).join(QLatin1Char('|'));
 }
 
 TEST_F(HomeLibrary, TheDeliveredOneHasNothingToFind)
