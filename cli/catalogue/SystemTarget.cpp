@@ -62,8 +62,8 @@ void SystemTarget::addOptions(CommandLine &line)
                     QStringLiteral("The file to write the document to."),
                     QStringLiteral("FILE")});
     line.addOption({forceOption, QStringLiteral("Replace a file that exists.")});
-    line.addOption({addOption, QStringLiteral("Add the system to a library, as a custom one.")});
-    line.addOption({asOption, QStringLiteral("Add it under this name, which becomes its own."),
+    line.addOption({addOption, QStringLiteral("Add the system to a library, as a custom\none.")});
+    line.addOption({asOption, QStringLiteral("Add it under this name, which becomes its\nown."),
                     QStringLiteral("NAME")});
     addDirectoryOption(line);
 }

@@ -51,27 +51,28 @@ CommandLine makeCommandLine()
             "Exit status: 0 written, 1 refused, 2 usage or a file that exists, 3 no PROJ, or\n"
             "it cannot be written, 4 written, but standard output cannot be written."));
     line.addOption({ellipsoidOption,
-                    QStringLiteral("PROJ's name of an ellipsoid, an ellipsoid of the\n"
-                                   "library, or the semi-major axis [m] and 1/flattening."),
-                    QStringLiteral("NAME|A,RF")});
+                    QStringLiteral("PROJ's name of an ellipsoid, one of the library,\n"
+                                   "or A,RF: semi-major axis [m] and 1/flattening."),
+                    QStringLiteral("E")});
     line.addOption({projectionOption,
-                    QStringLiteral("A projection of the library, or PROJ's name of one."),
-                    QStringLiteral("NAME")});
+                    QStringLiteral("A projection of the library, or PROJ's name of\none."),
+                    QStringLiteral("P")});
     line.addRepeatedOption({setOption,
-                            QStringLiteral("The value of a parameter of PROJ's; any number of\n"
-                                           "times."),
+                            QStringLiteral("The value of a parameter of PROJ's; any number\n"
+                                           "of times."),
                             QStringLiteral("KEY=VALUE")});
-    line.addOption({shiftOption, QStringLiteral("The datum shift to WGS 84. Default: none."),
-                    QStringLiteral("X,Y,Z[,RX,RY,RZ,S]")});
+    line.addOption({shiftOption,
+                    QStringLiteral("X,Y,Z or X,Y,Z,RX,RY,RZ,S: the datum shift to\n"
+                                   "WGS 84. Default: none."),
+                    QStringLiteral("LIST")});
     line.addOption({geoidOption,
                     QStringLiteral("The geoid model that heights refer to, one of\n"
                                    "'kelstd geoid list'. Default: none."),
                     QStringLiteral("NAME")});
-    line.addOption(
-        {nameOption,
-         QStringLiteral("The name of the system. Default: those of the\nellipsoid and the "
-                        "projection."),
-         QStringLiteral("NAME")});
+    line.addOption({nameOption,
+                    QStringLiteral("The name of the system. Default: those of the\n"
+                                   "ellipsoid and the projection."),
+                    QStringLiteral("NAME")});
     SystemTarget::addOptions(line);
     return line;
 }

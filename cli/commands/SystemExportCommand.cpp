@@ -59,9 +59,9 @@ CommandLine makeCommandLine()
         "What a form cannot say of the system is listed on standard error. A .prj is that\n"
         "of the database's system which this one was found to be, by numbers.\n"
         "\n"
-        "Exit status: 0 written, 1 the system cannot be written in this form, 2 usage or a\n"
-        "file that exists, 3 no PROJ, no usable system, or output that cannot be written,\n"
-        "4 written, but standard output cannot be written.");
+        "Exit status: 0 written, 1 the system cannot be written in this form, 2 usage or\n"
+        "a file that exists, 3 no PROJ, no usable system, or output that cannot be\n"
+        "written, 4 written, but standard output cannot be written.");
     CommandLine line(QStringLiteral("SYSTEM --as FORM [OPTIONS]"),
                      QStringLiteral("Writes a coordinate system as a text for other programs."),
                      help);

