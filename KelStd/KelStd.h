@@ -3,6 +3,14 @@
 /// Every public header of KelStd.
 
 #include <KelStd/Failure.h>
+#include <KelStd/catalogue/Catalogue.h>
+#include <KelStd/catalogue/CatalogueFailure.h>
+#include <KelStd/catalogue/DatumShift.h>
+#include <KelStd/catalogue/FoundSystem.h>
+#include <KelStd/catalogue/SystemArea.h>
+#include <KelStd/catalogue/SystemExport.h>
+#include <KelStd/catalogue/SystemImport.h>
+#include <KelStd/coord/AreaOfUse.h>
 #include <KelStd/coord/Coord.h>
 #include <KelStd/coord/Ellipsoid.h>
 #include <KelStd/coord/Enumerations.h>
@@ -11,6 +19,7 @@
 #include <KelStd/coord/PlaneLimit.h>
 #include <KelStd/coord/Pos.h>
 #include <KelStd/coord/Projection.h>
+#include <KelStd/coord/SystemOrigin.h>
 #include <KelStd/coord/stElevationFitting.h>
 #include <KelStd/coord/stEllipsoinTransform.h>
 #include <KelStd/coord/stGeoidModel.h>
@@ -22,23 +31,28 @@
 #include <KelStd/grid/GridFailure.h>
 #include <KelStd/grid/GridFile.h>
 #include <KelStd/grid/GridNodes.h>
+#include <KelStd/grid/ShiftGridFile.h>
 #include <KelStd/io/Coord_IO.h>
 #include <KelStd/io/DocumentFailure.h>
 #include <KelStd/io/DocumentKind.h>
 #include <KelStd/io/DocumentLimits.h>
 #include <KelStd/io/DocumentReview.h>
 #include <KelStd/io/ListDocuments.h>
+#include <KelStd/io/ProjEllipsoid.h>
 #include <KelStd/io/RecordParamNames.h>
+#include <KelStd/io/SystemDocument.h>
 #include <KelStd/library/LibraryDirectory.h>
 #include <KelStd/library/LibraryFailure.h>
 #include <KelStd/library/LibraryLock.h>
 #include <KelStd/library/LibraryRecord.h>
 #include <KelStd/library/OfferedNames.h>
 #include <KelStd/library/RecordDocuments.h>
+#include <KelStd/library/RecordFilter.h>
 #include <KelStd/library/RecordHolders.h>
 #include <KelStd/library/RecordLoss.h>
 #include <KelStd/library/RecordNames.h>
 #include <KelStd/library/StandardLibrary.h>
+#include <KelStd/location/AreaCheck.h>
 #include <KelStd/location/LocationBuilder.h>
 #include <KelStd/location/SystemDefinitions.h>
 #include <KelStd/location/SystemNotes.h>
@@ -51,6 +65,7 @@
 #include <KelStd/positions/CsvWriter.h>
 #include <KelStd/positions/InputForm.h>
 #include <KelStd/positions/JsonWriter.h>
+#include <KelStd/positions/LocationPrinter.h>
 #include <KelStd/positions/PlainNumbers.h>
 #include <KelStd/positions/PositionFile.h>
 #include <KelStd/positions/PositionParser.h>
@@ -62,6 +77,7 @@
 #include <KelStd/proj/InitializationFailure.h>
 #include <KelStd/proj/ProjInspection.h>
 #include <KelStd/proj/ProjLib.h>
+#include <KelStd/proj/ShiftGrids.h>
 #include <KelStd/text/AngleSigns.h>
 #include <KelStd/text/CoordStringHelper.h>
 #include <KelStd/text/TypedAngle.h>

@@ -5,7 +5,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-parts=(conversions geoid library text time many-points agreement memory)
+parts=(conversions geoid library text time many-points agreement catalogue memory)
 
 usage() {
     echo "usage: scripts/benchmark.sh [PART...]"
@@ -46,6 +46,7 @@ cmake --build --preset benchmark
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 export TMPDIR=$work
+mkdir "$work/home"
 
 programs=build/benchmark/benchmarks
 figures=$work/figures.csv
@@ -94,6 +95,11 @@ measure_part() {
     agreement)
         "$programs/way_agreement" "$((points / 10))" build/benchmark/bin/library/standard \
             >>"$remarks" || failed=1
+        ;;
+    catalogue)
+        keep_figures_of "$programs/import_times"
+        keep_figures_of env KELSTD_HOME_DIR="$work/home" benchmarks/peers/import_command.py \
+            build/benchmark/bin/kelstd tests/data/systems/ed50_utm_31n.xml
         ;;
     memory)
         "$programs/memory_growth" >>"$remarks" || failed=1

@@ -2,6 +2,7 @@
 
 #include <KelStd/io/CoordDocument.h>
 #include <KelStd/io/Coord_IO.h>
+#include <KelStd/io/OriginElement.h>
 #include <KelStd/io/RecordReaders.h>
 #include <KelStd/io/ReviewedForm.h>
 #include <KelStd/io/ReviewedUse.h>
@@ -67,13 +68,19 @@ DocumentFailure reviewList(const QString &fileName, const QString &recordName, R
 
 } // namespace
 
-bool reviewCoord(const QString &fileName, Coord &coord, QList<DocumentFinding> &findings,
-                 DocumentFailure &failure)
+bool reviewSystem(const QString &fileName, Coord &coord, SystemOrigin &origin,
+                  QList<DocumentFinding> &findings, DocumentFailure &failure)
 {
     using Names = Coord_IO;
     failure = review(
         fileName, Source::Any, findings,
-        [&](const QDomElement &root) { return readCoord(root, coord); }, &reviewCoordForm,
+        [&](const QDomElement &root) {
+            const DocumentFailure fault = readCoord(root, coord);
+            if (!fault)
+                origin = readOrigin(root);
+            return fault;
+        },
+        &reviewCoordForm,
         [&coord](const QDomElement &root, ReviewFindings &found) {
             reviewEllipsoidUse(root.firstChildElement(Names::xml_segName_ellipsoid),
                                coord.ellipsoid, found);
@@ -83,6 +90,13 @@ bool reviewCoord(const QString &fileName, Coord &coord, QList<DocumentFinding> &
                                coord.ellipsoidTransform, found);
         });
     return !failure;
+}
+
+bool reviewCoord(const QString &fileName, Coord &coord, QList<DocumentFinding> &findings,
+                 DocumentFailure &failure)
+{
+    SystemOrigin passedOver;
+    return reviewSystem(fileName, coord, passedOver, findings, failure);
 }
 
 bool reviewCoord(const QString &fileName, Coord &coord, QList<DocumentFinding> &findings,

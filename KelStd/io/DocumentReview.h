@@ -2,6 +2,7 @@
 
 #include <KelStd/Export.h>
 #include <KelStd/coord/Coord.h>
+#include <KelStd/coord/SystemOrigin.h>
 #include <KelStd/io/DocumentFailure.h>
 
 #include <QtCore/QList>
@@ -91,6 +92,10 @@ KELSTD_EXPORT bool reviewCoord(const QString &fileName, Coord &coord,
 /// As above, and says of every failure why, as `Coord_IO::xml_read` does.
 KELSTD_EXPORT bool reviewCoord(const QString &fileName, Coord &coord,
                                QList<DocumentFinding> &findings, DocumentFailure &failure);
+
+/// As above, and reads the origin from the same bytes, as `readSystem` does.
+KELSTD_EXPORT bool reviewSystem(const QString &fileName, Coord &coord, SystemOrigin &origin,
+                                QList<DocumentFinding> &findings, DocumentFailure &failure);
 
 /// As `reviewCoord`, of `readEllipsoidList`.
 KELSTD_EXPORT bool reviewEllipsoidList(const QString &fileName, QList<Ellipsoid> &ellipsoids,

@@ -141,4 +141,21 @@ bool isOneProjName(const QString &text)
     });
 }
 
+NameWithGrids splitEllipsoidName(const QString &text)
+{
+    const QString key = QStringLiteral(" +nadgrids=");
+    const int at = text.indexOf(key);
+    if (at < 0)
+        return {text, {}};
+    return {text.left(at).trimmed(), text.mid(at + key.size())};
+}
+
+bool areGridNames(const QString &grids)
+{
+    const QStringList names = grids.split(QLatin1Char(','));
+    return std::all_of(names.cbegin(), names.cend(), [](const QString &name) {
+        return !name.isEmpty() && !name.startsWith(QLatin1Char('@')) && isOneProjName(name);
+    });
+}
+
 } // namespace KelStd::io

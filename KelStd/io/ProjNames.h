@@ -21,4 +21,17 @@ bool isProjFlag(const QString &name);
 /// character that separates parameters from each other or from their values.
 bool isOneProjName(const QString &text);
 
+/// The parts of an ellipsoid's PROJ name behind which grids of a datum shift stand, as in
+/// "bessel +nadgrids=BETA2007.gsb": PROJ is given them as they stand.
+struct NameWithGrids
+{
+    QString name;  ///< "bessel"; the whole text where no grids stand behind it
+    QString grids; ///< "BETA2007.gsb", several with commas; empty for none
+};
+NameWithGrids splitEllipsoidName(const QString &text);
+
+/// Whether each of the grids is one name without "@": PROJ passes over such a grid where it is not
+/// there, and converts without a datum shift.
+bool areGridNames(const QString &grids);
+
 } // namespace KelStd::io

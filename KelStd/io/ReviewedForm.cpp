@@ -1,9 +1,11 @@
 #include <KelStd/io/ReviewedForm.h>
 
 #include <KelStd/io/Coord_IO.h>
+#include <KelStd/io/OriginElement.h>
 #include <KelStd/io/ProjNames.h>
 #include <KelStd/io/RecordParamNames.h>
 #include <KelStd/io/RecordReaders.h>
+#include <KelStd/io/ReviewedShape.h>
 #include <KelStd/io/ReviewedValue.h>
 #include <KelStd/io/ValueText.h>
 #include <KelStd/text/CoordStringHelper.h>
@@ -22,71 +24,6 @@ namespace {
 using Names = Coord_IO;
 using Words = CoordStringHelper;
 
-/// What an element has in the format.
-struct Shape
-{
-    QStringList attributes;
-    QStringList single;   ///< children of which one is read
-    QStringList repeated; ///< children of which each is read
-    bool hasText = false;
-};
-
-bool isOfXmlItself(const QString &attribute)
-{
-    return attribute == QLatin1String("xmlns") || attribute.startsWith(QLatin1String("xmlns:"))
-           || attribute.startsWith(QLatin1String("xml:"))
-           || attribute.startsWith(QLatin1String("xsi:"));
-}
-
-QString asElement(const QDomElement &element)
-{
-    return QStringLiteral("<%1>").arg(element.tagName());
-}
-
-/// The names of the attributes in alphabetical order: Qt keeps them in none. Of very many only
-/// some, because Qt steps over all the attributes before the one that is asked for.
-QStringList attributeNames(const QDomElement &element)
-{
-    constexpr int maxNames = 64; // more than any element of the format has
-    const QDomNamedNodeMap attributes = element.attributes();
-    QStringList names;
-    for (int i = 0; i < std::min(attributes.size(), maxNames); ++i)
-        names += attributes.item(i).nodeName();
-    names.sort();
-    return names;
-}
-
-/// Compares an element with its shape: attributes and children that the shape does not have, second
-/// ones of those that it has once, texts where none is read.
-void reviewShape(const QDomElement &element, const Shape &shape, ReviewFindings &findings)
-{
-    for (const QString &name : attributeNames(element)) {
-        if (!shape.attributes.contains(name) && !isOfXmlItself(name))
-            findings.addAttribute(FindingKind::UnknownAttribute, element, name);
-    }
-    QSet<QString> seen;
-    for (QDomElement child = element.firstChildElement(); !child.isNull();
-         child = child.nextSiblingElement()) {
-        const QString name = child.tagName();
-        if (shape.repeated.contains(name))
-            continue;
-        if (!shape.single.contains(name)) {
-            findings.add(FindingKind::UnknownElement, child, asElement(child));
-            continue;
-        }
-        if (seen.contains(name)) {
-            findings.add(FindingKind::Repeated, child, asElement(child),
-                         QObject::tr("the first one"));
-        }
-        seen += name;
-    }
-    if (!shape.hasText) {
-        const QString text = wholeText(element).trimmed();
-        if (!text.isEmpty())
-            findings.add(FindingKind::StrayText, element, text);
-    }
-}
-
 /// A missing attribute is not read, and an empty one counts as missing.
 template <typename Enumeration>
 void reviewWord(const QDomElement &element, const QString &attribute,
@@ -101,27 +38,6 @@ void reviewWord(const QDomElement &element, const QString &attribute,
     const bool meansTheSame = word == QLatin1String("EEllipsoidHeadDirection_ENU");
     if (understood != word && !meansTheSame)
         findings.addAttribute(FindingKind::UnknownWord, element, attribute, understood);
-}
-
-/// The version, without which an element is passed over or refused.
-bool reviewVersion(const QDomElement &element, ReviewFindings &findings)
-{
-    if (hasReadableVersion(element))
-        return true;
-    const QString version = element.attribute(Names::xml_attrName_ver);
-    findings.add(FindingKind::WrongVersion, element,
-                 version.isEmpty() ? asElement(element)
-                                   : asAttribute(Names::xml_attrName_ver, version),
-                 QObject::tr("nothing"));
-    return false;
-}
-
-/// An attribute whose absence leaves a parameter without what it needs.
-void reviewPresence(const QDomElement &element, const QString &attribute, const QString &understood,
-                    ReviewFindings &findings)
-{
-    if (element.attribute(attribute).isEmpty())
-        findings.addAttribute(FindingKind::MissingAttribute, element, attribute, understood);
 }
 
 bool hasUnit(EValueType type)
@@ -203,16 +119,6 @@ void reviewParam(const QDomElement &element, bool hasName, ReviewFindings &findi
     reviewValue(element, param.valType, findings);
 }
 
-/// A number that stands in an attribute.
-void reviewNumber(const QDomElement &element, const QString &attribute, ReviewFindings &findings)
-{
-    const QString text = element.attribute(attribute);
-    if (!text.isEmpty() && !isReadAsNumber(text)) {
-        findings.addAttribute(FindingKind::NotANumber, element, attribute,
-                              asNumber(text.toDouble()));
-    }
-}
-
 /// A name of PROJ, which stands in a definition as it is written.
 void reviewProjName(const QDomElement &element, const QString &attribute, const QString &name,
                     ReviewFindings &findings)
@@ -238,8 +144,16 @@ void reviewEllipsoidForm(const QDomElement &element, ReviewFindings &findings)
                &Words::ForCoordIO_EEllipsoidDirection_from_AsciiString,
                &Words::ForCoordIO_EEllipsoidDirection_to_AsciiString, findings);
     // Blanks around it are left out of the definition.
-    reviewProjName(element, Names::xml_attrName_proj4EllpsName,
-                   element.attribute(Names::xml_attrName_proj4EllpsName).trimmed(), findings);
+    const QString name = element.attribute(Names::xml_attrName_proj4EllpsName).trimmed();
+    const NameWithGrids parts = splitEllipsoidName(name);
+    const bool isUnderstood =
+        parts.grids.isEmpty()
+            ? isOneProjName(name)
+            : !parts.name.isEmpty() && isOneProjName(parts.name) && areGridNames(parts.grids);
+    if (!isUnderstood) {
+        findings.addAttribute(FindingKind::NotOneProjName, element,
+                              Names::xml_attrName_proj4EllpsName);
+    }
 }
 
 /// Of the children called `childName` the last of each name counts.
@@ -373,6 +287,7 @@ void reviewCoordForm(const QDomElement &root, ReviewFindings &findings)
     Shape shape = {{Names::xml_attrName_ver, Names::xml_attrName_rootName}, {}, {}, false};
     for (const RecordRow &row : recordRows)
         shape.single += row.name;
+    shape.single += originElementName();
     reviewVersion(root, findings);
     reviewShape(root, shape, findings);
     for (const RecordRow &row : recordRows) {
@@ -380,6 +295,9 @@ void reviewCoordForm(const QDomElement &root, ReviewFindings &findings)
         if (!record.isNull())
             row.review(record, findings);
     }
+    const QDomElement origin = root.firstChildElement(originElementName());
+    if (!origin.isNull())
+        reviewOriginForm(origin, findings);
 }
 
 void reviewListForm(const QDomElement &root, const QString &recordName, ReviewFindings &findings)

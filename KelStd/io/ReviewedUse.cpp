@@ -445,7 +445,7 @@ void reviewEllipsoidUse(const QDomElement &element, const Ellipsoid &ellipsoid,
     };
     judge(Names::xml_attrName_biggerHalfAxle, axis, semiMajorAxes);
     judge(Names::xml_attrName_reciprocal, reciprocal, inverseFlattenings);
-    if (const NamedEllipsoid *named = namedEllipsoid(name))
+    if (const NamedEllipsoid *named = namedEllipsoid(splitEllipsoidName(name).name))
         reviewNamedEllipsoid(element, ellipsoid, *named, findings);
 }
 

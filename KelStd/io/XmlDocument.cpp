@@ -184,6 +184,16 @@ bool writeDocument(const QString &fileName, const std::function<QDomDocument()> 
     return !failure;
 }
 
+DocumentFailure documentBytes(const QDomDocument &document, QByteArray &bytes)
+{
+    const QString text = textOf(document);
+    const QByteArray encoded = text.toUtf8();
+    const DocumentFailure fault = faultOf(text, encoded.size());
+    if (!fault)
+        bytes = encoded;
+    return fault;
+}
+
 DocumentFailure reparse(const QDomDocument &document, QDomDocument &parsed)
 {
     QString text = textOf(document);

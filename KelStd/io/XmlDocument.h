@@ -3,6 +3,7 @@
 #include <KelStd/io/DocumentFailure.h>
 #include <KelStd/io/FileAccess.h>
 
+#include <QtCore/QByteArray>
 #include <QtCore/QString>
 #include <QtXml/QDomDocument>
 
@@ -69,6 +70,10 @@ DocumentFailure writeDocument(const QString &fileName,
 /// otherwise.
 bool writeDocument(const QString &fileName, const std::function<QDomDocument()> &makeDocument,
                    QString *error);
+
+/// What `writeDocument` would write, without a file. Fails for a document that could not be read
+/// back, and leaves `bytes`.
+DocumentFailure documentBytes(const QDomDocument &document, QByteArray &bytes);
 
 /// Makes `parsed` what `readDocument` would make of what `writeDocument` would write, without a
 /// file. Fails as they do.

@@ -1,7 +1,7 @@
 // Records added, replaced and removed: first in their files, then in memory.
 
-#include <KelStd/io/Coord_IO.h>
 #include <KelStd/io/ListDocuments.h>
+#include <KelStd/io/SystemDocument.h>
 #include <KelStd/library/LibraryFiles.h>
 #include <KelStd/library/RecordNames.h>
 #include <KelStd/library/StandardLibrary.h>
@@ -14,19 +14,27 @@ namespace KelStd {
 
 namespace {
 
-bool writeDocument(const Ellipsoid &ellipsoid, const QString &path, QString *reason)
+/// Of the records systems alone have an origin.
+bool writeDocument(const Ellipsoid &ellipsoid, const SystemOrigin &, const QString &path,
+                   QString *reason)
 {
     return io::writeEllipsoidList({ellipsoid}, path, reason);
 }
 
-bool writeDocument(const Projection &projection, const QString &path, QString *reason)
+bool writeDocument(const Projection &projection, const SystemOrigin &, const QString &path,
+                   QString *reason)
 {
     return io::writeProjectionList({projection}, path, reason);
 }
 
-bool writeDocument(const Coord &coord, const QString &path, QString *reason)
+bool writeDocument(const Coord &coord, const SystemOrigin &origin, const QString &path,
+                   QString *reason)
 {
-    return Coord_IO::xml_write(coord, path, reason);
+    io::DocumentFailure failure;
+    if (io::writeSystem(coord, origin, path, failure))
+        return true;
+    *reason = failure.text;
+    return false;
 }
 
 /// The present name that keeps `name` from being added, or nothing.
@@ -59,8 +67,10 @@ class Shelf
 public:
     using Records = QMap<QString, Record>;
 
-    Shelf(Records &records, const QString &directory, LibraryFailure &failure)
-        : m_records(records), m_directory(directory), m_failure(failure)
+    Shelf(Records &records, const QString &directory, bool hasSafeNames, LibraryFailure &failure,
+          const SystemOrigin &origin = {})
+        : m_records(records), m_directory(directory), m_hasSafeNames(hasSafeNames),
+          m_failure(failure), m_origin(origin)
     {
         m_failure = {};
     }
@@ -95,7 +105,7 @@ public:
             return fail(notPresent(name));
         if (!staysInside(name))
             return false;
-        QFile file(QDir(m_directory).filePath(library::recordFileName(name)));
+        QFile file(QDir(m_directory).filePath(fileNameOf(name)));
         if (!file.remove()) {
             return fail(
                 {LibraryFailureKind::NotRemovable,
@@ -129,7 +139,9 @@ private:
 
     bool staysInside(const QString &name)
     {
-        if (!library::leadsOut(m_directory, name))
+        // A name without separators leads nowhere but by its beginning.
+        const QString path = m_hasSafeNames ? fileNameOf(name) : name;
+        if (!library::leadsOut(m_directory, path))
             return true;
         return fail({LibraryFailureKind::LeadsOut,
                      QObject::tr("the name \"%1\" leads out of the directory %2")
@@ -142,68 +154,119 @@ private:
             return false;
         m_failure = {LibraryFailureKind::NoDocument,
                      QObject::tr("no document can hold a parameter that is a time")};
-        m_failure = library::written(pathOf(name), [&record](const QString &path, QString *reason) {
-            return writeDocument(record, path, reason);
+        m_failure = library::written(pathOf(name), [&](const QString &path, QString *reason) {
+            return writeDocument(record, m_origin, path, reason);
         });
         return !m_failure;
     }
 
+    QString fileNameOf(const QString &name) const
+    {
+        return m_hasSafeNames ? library::safeFileName(name) : library::recordFileName(name);
+    }
+
     QString pathOf(const QString &name) const
     {
-        return library::pathIn(m_directory, library::recordFileName(name));
+        return library::pathIn(m_directory, fileNameOf(name));
     }
 
     Records &m_records;
     const QString &m_directory;
+    const bool m_hasSafeNames;
     LibraryFailure &m_failure;
+    const SystemOrigin m_origin;
 };
+
+/// What is empty is not kept.
+void setOrigin(QMap<QString, SystemOrigin> &origins, const QString &name,
+               const SystemOrigin &origin)
+{
+    if (origin.isEmpty())
+        origins.remove(name);
+    else
+        origins.insert(name, origin);
+}
 
 } // namespace
 
 bool StandardLibrary::addEllipsoidToLibrary(const QString &name, const Ellipsoid *ellipsoid)
 {
-    return Shelf(ellipsoidLibrary, ellipsoidListPath, failure).add(name, ellipsoid);
+    return Shelf(ellipsoidLibrary, ellipsoidListPath, hasSafeFileNames, failure)
+        .add(name, ellipsoid);
 }
 
 bool StandardLibrary::addProjectionToLibrary(const QString &name, const Projection *projection)
 {
-    return Shelf(projectionLibrary, projectionListPath, failure).add(name, projection);
+    return Shelf(projectionLibrary, projectionListPath, hasSafeFileNames, failure)
+        .add(name, projection);
 }
 
 bool StandardLibrary::addCoordToCustomLibrary(const QString &name, const Coord *coord)
 {
-    return Shelf(customCoordLibrary, customCoordPath, failure)
-        .add(name, coord, standardCoordLibrary);
+    return addCoordWithOrigin(name, coord, {});
+}
+
+bool StandardLibrary::addCoordWithOrigin(const QString &name, const Coord *coord,
+                                         const SystemOrigin &origin)
+{
+    if (!Shelf(customCoordLibrary, customCoordPath, hasSafeFileNames, failure, origin)
+             .add(name, coord, standardCoordLibrary))
+        return false;
+    setOrigin(customOrigins, name, origin);
+    return true;
 }
 
 bool StandardLibrary::setEllipsoidInLibrary(const QString &name, const Ellipsoid *ellipsoid)
 {
-    return Shelf(ellipsoidLibrary, ellipsoidListPath, failure).replace(name, ellipsoid);
+    return Shelf(ellipsoidLibrary, ellipsoidListPath, hasSafeFileNames, failure)
+        .replace(name, ellipsoid);
 }
 
 bool StandardLibrary::setProjectionInLibrary(const QString &name, const Projection *projection)
 {
-    return Shelf(projectionLibrary, projectionListPath, failure).replace(name, projection);
+    return Shelf(projectionLibrary, projectionListPath, hasSafeFileNames, failure)
+        .replace(name, projection);
 }
 
 bool StandardLibrary::setCoordInCustomLibrary(const QString &name, const Coord *coord)
 {
-    return Shelf(customCoordLibrary, customCoordPath, failure).replace(name, coord);
+    SystemOrigin kept;
+    const SystemOrigin *const origin = getOriginFromCustomLibrary(name);
+    if (origin != nullptr && coord != nullptr)
+        kept = io::keptOrigin(*origin, customCoordLibrary.value(name), *coord);
+    return setCoordWithOrigin(name, coord, kept);
+}
+
+bool StandardLibrary::setCoordWithOrigin(const QString &name, const Coord *coord,
+                                         const SystemOrigin &origin)
+{
+    // Both may belong to the record that is replaced.
+    const QString key = name;
+    const SystemOrigin given = origin;
+    if (!Shelf(customCoordLibrary, customCoordPath, hasSafeFileNames, failure, given)
+             .replace(key, coord))
+        return false;
+    setOrigin(customOrigins, key, given);
+    return true;
 }
 
 bool StandardLibrary::removeEllipsoidFromLibrary(const QString &name)
 {
-    return Shelf(ellipsoidLibrary, ellipsoidListPath, failure).remove(name);
+    return Shelf(ellipsoidLibrary, ellipsoidListPath, hasSafeFileNames, failure).remove(name);
 }
 
 bool StandardLibrary::removeProjectionFromLibrary(const QString &name)
 {
-    return Shelf(projectionLibrary, projectionListPath, failure).remove(name);
+    return Shelf(projectionLibrary, projectionListPath, hasSafeFileNames, failure).remove(name);
 }
 
 bool StandardLibrary::removeCoordFromCustomLibrary(const QString &name)
 {
-    return Shelf(customCoordLibrary, customCoordPath, failure).remove(name);
+    const QString key = name; // which may belong to the record that is removed
+    if (!Shelf(customCoordLibrary, customCoordPath, hasSafeFileNames, failure).remove(key))
+        return false;
+    customOrigins.remove(key);
+    return true;
 }
 
 } // namespace KelStd

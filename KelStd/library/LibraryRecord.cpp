@@ -195,6 +195,32 @@ QList<RecordKind> kindsHolding(const QString &name, const QList<RecordKind> &kin
     return holding;
 }
 
+SystemOrigin originOf(RecordKind kind, const QString &name)
+{
+    if (kind != RecordKind::Custom && kind != RecordKind::Standard)
+        return {};
+    const bool isCustom = kind == RecordKind::Custom;
+    const auto find = [isCustom](const QString &key) {
+        return isCustom ? registry().getOriginFromCustomLibrary(key)
+                        : registry().getOriginFromStandardLibrary(key);
+    };
+    const bool isKey = isCustom ? registry().getCoordFromCustomLibrary(name) != nullptr
+                                : registry().getCoordFromStandardLibrary(name) != nullptr;
+    const SystemOrigin *const origin = find(isKey ? name : keyOf(kind, name));
+    return origin != nullptr ? *origin : SystemOrigin();
+}
+
+QStringList namesOfCode(RecordKind kind, const QString &code)
+{
+    QStringList names;
+    for (const QString &name : namesOf(kind)) {
+        const QString own = originOf(kind, name).fullCode();
+        if (!own.isEmpty() && own.compare(code, Qt::CaseInsensitive) == 0)
+            names += name;
+    }
+    return names;
+}
+
 QStringList offeredNames()
 {
     QList<QPair<QString, QString>> offered;
@@ -215,6 +241,21 @@ bool replaceRecord(const QString &name, const LibraryRecord &record)
 {
     return apply(&StandardLibrary::setCoordInCustomLibrary, &StandardLibrary::setEllipsoidInLibrary,
                  &StandardLibrary::setProjectionInLibrary, name, record);
+}
+
+bool addRecord(const QString &name, const LibraryRecord &record, const SystemOrigin &origin)
+{
+    const auto *const coord = std::get_if<Coord>(&record);
+    return coord != nullptr ? registry().addCoordWithOrigin(name, coord, origin)
+                            : addRecord(name, record);
+}
+
+bool replaceRecord(const QString &name, const LibraryRecord &record, const SystemOrigin &origin)
+{
+    const auto *const coord = std::get_if<Coord>(&record);
+    return coord != nullptr && !origin.isEmpty()
+               ? registry().setCoordWithOrigin(name, coord, origin)
+               : replaceRecord(name, record);
 }
 
 bool removeRecord(RecordKind kind, const QString &name)

@@ -4,6 +4,7 @@
 #include <KelStd/coord/Coord.h>
 #include <KelStd/coord/Ellipsoid.h>
 #include <KelStd/coord/Projection.h>
+#include <KelStd/coord/SystemOrigin.h>
 #include <KelStd/library/LibraryDirectory.h>
 
 #include <QtCore/QList>
@@ -77,6 +78,12 @@ KELSTD_EXPORT std::optional<RecordKey> keyTaking(RecordKind kind, const QString 
 /// The kinds among `kinds`, in their order, in which `find` finds an entry of this name.
 KELSTD_EXPORT QList<RecordKind> kindsHolding(const QString &name, const QList<RecordKind> &kinds);
 
+/// Where the entry of this name came from, as its document has it; empty for an entry that is no
+/// system, and for none.
+KELSTD_EXPORT SystemOrigin originOf(RecordKind kind, const QString &name);
+/// The names of the systems of a kind whose origin has this code: "EPSG:28992", in any case.
+KELSTD_EXPORT QStringList namesOfCode(RecordKind kind, const QString &code);
+
 /// The names of the systems that are offered when a project is created.
 KELSTD_EXPORT QStringList offeredNames();
 
@@ -84,6 +91,12 @@ KELSTD_EXPORT QStringList offeredNames();
 /// failed. A `Coord` is added, or replaced, as a custom system.
 KELSTD_EXPORT bool addRecord(const QString &name, const LibraryRecord &record);
 KELSTD_EXPORT bool replaceRecord(const QString &name, const LibraryRecord &record);
+/// As above; the document keeps the origin of a system beside it. Where `origin` is empty,
+/// replacing keeps what still holds of the present one.
+KELSTD_EXPORT bool addRecord(const QString &name, const LibraryRecord &record,
+                             const SystemOrigin &origin);
+KELSTD_EXPORT bool replaceRecord(const QString &name, const LibraryRecord &record,
+                                 const SystemOrigin &origin);
 /// False for standard systems, which the registry does not remove; no failure is told of that.
 KELSTD_EXPORT bool removeRecord(RecordKind kind, const QString &name);
 

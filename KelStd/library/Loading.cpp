@@ -9,11 +9,6 @@ namespace KelStd {
 
 namespace {
 
-bool readSystem(const QString &path, Coord &coord)
-{
-    return !io::readCoord(path, io::Source::RegularFile, coord);
-}
-
 template <typename Record>
 QMap<QString, Record> loadedLists(const QString &directory,
                                   bool (*read)(const QString &, QList<Record> &, QString *),
@@ -60,17 +55,24 @@ void compact(Coord &coord)
     coord.projection.paramProj4.swap(projNames);
 }
 
-QMap<QString, Coord> loadedSystems(const QString &directory)
+/// `origins` become those of the systems that have one.
+QMap<QString, Coord> loadedSystems(const QString &directory, QMap<QString, SystemOrigin> &origins)
 {
+    origins.clear();
     QMap<QString, Coord> systems;
     for (const QString &path : library::documentsIn(directory)) {
         Coord coord;
-        if (!readSystem(path, coord))
+        SystemOrigin origin;
+        if (io::readSystem(path, io::Source::RegularFile, coord, origin))
             continue;
         coord.coord_name = ownText(coord.coord_name); // and the key shares it
         // In this order: allocating the large entry makes the allocator join the small pieces that
         // the document left. Otherwise the copies would lie scattered in them.
         compact(*systems.insert(coord.coord_name, coord));
+        if (origin.isEmpty())
+            origins.remove(coord.coord_name);
+        else
+            origins.insert(coord.coord_name, origin);
     }
     return systems;
 }
@@ -90,8 +92,8 @@ void StandardLibrary::loadLibrary()
         loadedLists(ellipsoidListPath, &io::readEllipsoidList, &Ellipsoid::ellipsoid_name);
     projectionLibrary =
         loadedLists(projectionListPath, &io::readProjectionList, &Projection::projection_name);
-    customCoordLibrary = loadedSystems(customCoordPath);
-    standardCoordLibrary = loadedSystems(standardCoordPath);
+    customCoordLibrary = loadedSystems(customCoordPath, customOrigins);
+    standardCoordLibrary = loadedSystems(standardCoordPath, standardOrigins);
     loadShowInProjectCoordNamesFile(); // which keeps only the systems that are known by now
     loadShowConfig();
 }
@@ -99,7 +101,7 @@ void StandardLibrary::loadLibrary()
 void StandardLibrary::loadBaseCoord()
 {
     Coord coord;
-    if (readSystem(baseCoordFilePath, coord))
+    if (!io::readCoord(baseCoordFilePath, io::Source::RegularFile, coord))
         baseCoord = coord;
 }
 

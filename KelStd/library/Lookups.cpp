@@ -45,6 +45,16 @@ const Coord *StandardLibrary::getCoordFromCustomLibrary(const QString &name) con
     return find(customCoordLibrary, name);
 }
 
+const SystemOrigin *StandardLibrary::getOriginFromStandardLibrary(const QString &name) const
+{
+    return find(standardOrigins, name);
+}
+
+const SystemOrigin *StandardLibrary::getOriginFromCustomLibrary(const QString &name) const
+{
+    return find(customOrigins, name);
+}
+
 void StandardLibrary::getEllipsoidLibrary(QMap<QString, const Ellipsoid *> &out) const
 {
     addAll(ellipsoidLibrary, out);

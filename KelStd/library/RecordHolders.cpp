@@ -102,7 +102,7 @@ QString documentPath(const LibraryDirectory &library, RecordKind kind, const QSt
 
 QString recordFile(const LibraryDirectory &library, RecordKind kind, const QString &name)
 {
-    return documentPath(library, kind, recordFileName(name));
+    return documentPath(library, kind, safeFileName(name));
 }
 
 QStringList documentsHolding(const LibraryDirectory &library, RecordKind kind, const QString &name)
@@ -139,7 +139,7 @@ LibraryFailure ambiguityFailure(const LibraryDirectory &library, RecordKind kind
 LibraryFailure ownershipFailure(const LibraryDirectory &library, RecordKind kind,
                                 const QString &name)
 {
-    const QString own = recordFileName(name);
+    const QString own = safeFileName(name);
     const QString place = placePath(library, kind);
     const auto holders = holdersOf(library, kind, name);
     if (holders.size() > 1)

@@ -102,6 +102,26 @@ QString recordFileName(const QString &name)
     return QStringLiteral("%1.xml").arg(name);
 }
 
+QString safeFileName(const QString &name)
+{
+    const QStringList escapes = {QStringLiteral("%2F"), QStringLiteral("%5C"),
+                                 QStringLiteral("%25")};
+    QString stem;
+    for (int i = 0; i < name.size(); ++i) {
+        const QChar c = name.at(i);
+        const QString piece = name.mid(i, 3).toUpper();
+        if (c == QLatin1Char('/'))
+            stem += escapes.at(0);
+        else if (c == QLatin1Char('\\'))
+            stem += escapes.at(1);
+        else if (escapes.contains(piece))
+            stem += escapes.at(2);
+        else
+            stem += c;
+    }
+    return recordFileName(stem);
+}
+
 bool leadsOut(const QDir &directory, const QString &name)
 {
     return beginsElsewhere(name) || goesUp(name) || isLinkedElsewhere(directory, name);
@@ -114,9 +134,8 @@ QString nameFault(const QString &name)
         return QObject::tr("a name must not be empty or blank");
     if (std::any_of(name.cbegin(), name.cend(), isNoText))
         return QObject::tr("the name has a control character, or one that stands for none");
-    if (name.contains(QLatin1Char('/')) || name.contains(QLatin1Char('\\'))) {
-        return QObject::tr("the name \"%1\" has a path separator, which no file name can hold")
-            .arg(name);
+    if (isSeparator(name.at(0)) || beginsWithDrive(name)) {
+        return QObject::tr("the name \"%1\" begins like a path to somewhere else").arg(name);
     }
     for (const BeginningRow &row : beginnings) {
         if (name.startsWith(row.character)) {
@@ -124,7 +143,7 @@ QString nameFault(const QString &name)
                 .arg(name, QObject::tr(row.meaning));
         }
     }
-    const int bytes = QFile::encodeName(recordFileName(name)).size();
+    const int bytes = QFile::encodeName(safeFileName(name)).size();
     if (bytes > longestFileName) {
         return QObject::tr("the name is too long: its file's name would have %1 bytes, and file "
                            "systems take %2")

@@ -12,6 +12,12 @@ namespace KelStd::library {
 /// The name of the file of the record called `name`, which is used as it stands.
 KELSTD_EXPORT QString recordFileName(const QString &name);
 
+/// The name of a file for the record called `name`, whatever separators of paths the name has: each
+/// is written as "%2F" or "%5C", and "%25" stands for a percent sign that would look so. "RD New /
+/// Amersfoort" is in "RD New %2F Amersfoort.xml". Other names are as in `recordFileName`. No two
+/// names share a file.
+KELSTD_EXPORT QString safeFileName(const QString &name);
+
 /// Whether the file of a record called `name` would lie elsewhere than in `directory` and the
 /// folders in it. The registry refuses such a name.
 ///
@@ -24,8 +30,9 @@ KELSTD_EXPORT bool leadsOut(const QDir &directory, const QString &name);
 /// Why `name` is not fit for a record that somebody adds, as a clause to show; empty when it is.
 ///
 /// Stricter than the registry, which takes each name that a file can have: a name is refused that
-/// is blank, has a separator of paths, a control character or a character that Unicode keeps free,
-/// that begins with a colon, a tilde or a dot, or whose file's name would have more than 255 bytes.
+/// is blank, has a control character or a character that Unicode keeps free, that begins with a
+/// separator of paths, a drive ("C:/"), a colon, a tilde or a dot, or whose `safeFileName` would
+/// have more than 255 bytes.
 KELSTD_EXPORT QString nameFault(const QString &name);
 
 /// Whether a present name keeps a new one from being added: it equals the new one, or the new one

@@ -49,6 +49,11 @@ void StandardLibrary::setShowConfigFilePath(const QString &path)
     showConfigFilePath = path;
 }
 
+void StandardLibrary::setSafeFileNames(bool isSafe)
+{
+    hasSafeFileNames = isSafe;
+}
+
 void StandardLibrary::genBaseCoord()
 {
     const QString datum = QStringLiteral("datum");

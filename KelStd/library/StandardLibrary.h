@@ -4,6 +4,7 @@
 #include <KelStd/coord/Coord.h>
 #include <KelStd/coord/Ellipsoid.h>
 #include <KelStd/coord/Projection.h>
+#include <KelStd/coord/SystemOrigin.h>
 #include <KelStd/display/stShowConfig.h>
 #include <KelStd/library/LibraryFailure.h>
 
@@ -75,6 +76,12 @@ public:
     /// The file of the display configuration, as `stShowConfig::save` writes it.
     void setShowConfigFilePath(const QString &path);
 
+    /// Whether records whose names have separators of paths get files of their own in the directory
+    /// of their kind, called by `library::safeFileName`. At first they do not: the file is named
+    /// after the record as it stands (see "Changes"). A host that lets people name systems as the
+    /// databases do ("Amersfoort / RD New") sets this before its first change.
+    void setSafeFileNames(bool isSafe);
+
     /// Reads everything anew; emits no signal.
     ///
     /// Every record is known by its own name, whatever its file is called; of several records of
@@ -98,6 +105,11 @@ public:
     const Coord *getCoordFromStandardLibrary(const QString &name) const;
     const Coord *getCoordFromCustomLibrary(const QString &name) const;
 
+    /// Where a system came from, as its document has it; null where the document does not, and
+    /// where there is no such system. Valid as long as the system's own pointer.
+    const SystemOrigin *getOriginFromStandardLibrary(const QString &name) const;
+    const SystemOrigin *getOriginFromCustomLibrary(const QString &name) const;
+
     // Each adds its records to `out` and overwrites what has the same name there; the rest stays.
     void getEllipsoidLibrary(QMap<QString, const Ellipsoid *> &out) const;
     void getProjectionLibrary(QMap<QString, const Projection *> &out) const;
@@ -114,13 +126,13 @@ public:
     /// Each returns true when the change is in its file and in memory; otherwise both are as they
     /// were. Removing changes no list of offered systems.
     ///
-    /// The file is named after `name` as it stands: "zone 3/A" is "A.xml" in the folder "zone 3",
-    /// which must be there. All nine refuse a name that leads out of the directory: one that begins
-    /// with a separator, a drive ("C:/"), a colon or a tilde, that goes up on its way ("../A"), or
-    /// that passes a link to a folder elsewhere. A name that the file system refuses gives false. A
-    /// file of that name is replaced, whatever it holds. A parameter of kind `ValueType_Time`,
-    /// which no document can hold, raises what `Coord_IO::xml_write` raises, with file and memory
-    /// as they were.
+    /// The file is named after `name` as it stands, unless `setSafeFileNames` says otherwise: "zone
+    /// 3/A" is "A.xml" in the folder "zone 3", which must be there. All nine refuse a name that
+    /// leads out of the directory: one that begins with a separator, a drive ("C:/"), a colon or a
+    /// tilde, that goes up on its way ("../A"), or that passes a link to a folder elsewhere. A name
+    /// that the file system refuses gives false. A file of that name is replaced, whatever it
+    /// holds. A parameter of kind `ValueType_Time`, which no document can hold, raises what
+    /// `Coord_IO::xml_write` raises, with file and memory as they were.
     /// \{
 
     /// Adds a copy under `name`, which must not be empty nor, with or without the blanks around it,
@@ -131,10 +143,17 @@ public:
     bool addProjectionToLibrary(const QString &name, const Projection *projection);
     bool addCoordToCustomLibrary(const QString &name, const Coord *coord);
 
-    /// Replaces the record of exactly this name, which must be there.
+    /// As `addCoordToCustomLibrary`, with the origin that the document keeps beside the system.
+    bool addCoordWithOrigin(const QString &name, const Coord *coord, const SystemOrigin &origin);
+
+    /// Replaces the record of exactly this name, which must be there. Of a system's origin the
+    /// document keeps what still holds for the new one (`io::keptOrigin`).
     bool setEllipsoidInLibrary(const QString &name, const Ellipsoid *ellipsoid);
     bool setProjectionInLibrary(const QString &name, const Projection *projection);
     bool setCoordInCustomLibrary(const QString &name, const Coord *coord);
+
+    /// As `setCoordInCustomLibrary`; the document's origin becomes this one.
+    bool setCoordWithOrigin(const QString &name, const Coord *coord, const SystemOrigin &origin);
 
     /// Removes the record of exactly this name and the file named after it. A record that came from
     /// a file of another name stays.
@@ -193,6 +212,9 @@ private:
     QString showConfigFilePath;
     stShowConfig &showConfig; ///< which outlives the registry
     LibraryFailure failure;   ///< of the last change
+    bool hasSafeFileNames = false;
+    QMap<QString, SystemOrigin> customOrigins;   ///< of the systems that have one, by their names
+    QMap<QString, SystemOrigin> standardOrigins; ///< as above
 };
 
 } // namespace KelStd

@@ -81,6 +81,11 @@ bool isAngle(const Column &column)
     return column.valueType == ValueType_Longitude || column.valueType == ValueType_Latitude;
 }
 
+bool isPlane(const Column &column)
+{
+    return column.valueType == ValueType_X || column.valueType == ValueType_Y;
+}
+
 QString csvNameOf(const Column &column, const QString &unit)
 {
     return QLatin1String(column.csvName) + QLatin1Char('_') + unit;

@@ -53,6 +53,9 @@ KELSTD_EXPORT const Column &columnOf(Frame frame, int component);
 /// True for longitudes and latitudes.
 KELSTD_EXPORT bool isAngle(const Column &column);
 
+/// True for northing and easting.
+KELSTD_EXPORT bool isPlane(const Column &column);
+
 /// "wgs84_longitude_deg", with the unit "deg"
 KELSTD_EXPORT QString csvNameOf(const Column &column, const QString &unit);
 

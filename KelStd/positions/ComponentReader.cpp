@@ -28,10 +28,15 @@ bool mayHaveMinutes(const PlainLine &line, const FieldOrder &order, int field)
 
 } // namespace
 
-ComponentReader::ComponentReader(const InputForm &form)
-    : m_form(form),
-      m_metresPerUnit(CoordStringHelper::ConvertUnit_Length(1.0, form.lengthUnit, Unit_Meter))
-{}
+ComponentReader::ComponentReader(const InputForm &form) : m_form(form)
+{
+    for (int i = 0; i < componentsPerFrame; ++i) {
+        if (!isAngle(columnOf(form.frame, i))) {
+            m_metresPerUnit[static_cast<std::size_t>(i)] =
+                CoordStringHelper::ConvertUnit_Length(1.0, form.unitOf(i), Unit_Meter);
+        }
+    }
+}
 
 bool ComponentReader::readPlain(const PlainLine &line, const FieldOrder &order,
                                 Components &components) const
@@ -42,7 +47,7 @@ bool ComponentReader::readPlain(const PlainLine &line, const FieldOrder &order,
         double &value = components[index];
         value = line.component(i);
         if (!isAngle(column))
-            value *= m_metresPerUnit;
+            value *= m_metresPerUnit[index];
         else if (hasDoubtfulZeros(line.field(order.components[index]))
                  || mayHaveMinutes(line, order, order.components[index]))
             return false;
@@ -101,7 +106,8 @@ QString ComponentReader::readComponent(int component, const QString &field, Deci
                                         : readNumber(field, mark, failure);
     if (!number)
         return failure.text;
-    const double inMetresOrDegrees = isAngle(column) ? *number : *number * m_metresPerUnit;
+    const double inMetresOrDegrees =
+        isAngle(column) ? *number : *number * m_metresPerUnit[static_cast<std::size_t>(component)];
     if (!(std::abs(inMetresOrDegrees) <= column.limit))
         return QStringLiteral("%1 is not between -%2 and %2").arg(field).arg(column.limit);
     value = inMetresOrDegrees;

@@ -34,7 +34,7 @@ private:
                           double &value) const;
 
     InputForm m_form;
-    double m_metresPerUnit;
+    Components m_metresPerUnit{}; ///< of each component; nothing for an angle
 };
 
 } // namespace KelStd::positions

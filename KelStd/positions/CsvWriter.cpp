@@ -39,7 +39,7 @@ void appendCsvField(QByteArray &bytes, std::string_view text)
         bytes += csvField(QString::fromUtf8(text.data(), size)).toUtf8();
 }
 
-QStringList columnNames(const ValuePrinter &printer, const InputColumns &columns)
+QStringList columnNames(const LocationPrinter &printer, const InputColumns &columns)
 {
     QStringList names = {QStringLiteral("point")};
     for (const Column &column : positions::columns())

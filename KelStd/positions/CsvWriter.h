@@ -1,8 +1,8 @@
 #pragma once
 
 #include <KelStd/Export.h>
+#include <KelStd/positions/LocationPrinter.h>
 #include <KelStd/positions/PositionWriter.h>
-#include <KelStd/positions/ValuePrinter.h>
 
 namespace KelStd::positions {
 
@@ -14,7 +14,7 @@ namespace KelStd::positions {
 class KELSTD_EXPORT CsvWriter : public PositionWriter
 {
 public:
-    CsvWriter(const ValuePrinter &printer, bool hasHeader)
+    CsvWriter(const LocationPrinter &printer, bool hasHeader)
         : m_printer(printer), m_hasHeader(hasHeader)
     {}
 
@@ -22,14 +22,14 @@ public:
     void write(QByteArray &bytes, const PrintedPosition &position) const override;
 
 private:
-    ValuePrinter m_printer;
+    LocationPrinter m_printer;
     bool m_hasHeader;
     QByteArray m_ellipsoid = heightReference({}).toUtf8(); ///< what most heights are above
 };
 
 /// The names of all columns for other programs, each of them once: a heading of the input that is
 /// taken has a number behind it. May be called on any thread.
-KELSTD_EXPORT QStringList columnNames(const ValuePrinter &printer, const InputColumns &columns);
+KELSTD_EXPORT QStringList columnNames(const LocationPrinter &printer, const InputColumns &columns);
 
 /// Appends a UTF-8 text as a field of a line: in quotation marks when it has to be. May be
 /// called on any thread.

@@ -241,7 +241,7 @@ QString lengthUnitHint(const InputForm &form, const NamedUnit &unit)
 QString unitMistake(const InputForm &form, int component, const Heading &heading)
 {
     const bool isLength = !isAngle(columnOf(form.frame, component));
-    const QString unit = isLength ? unitSymbol(form.lengthUnit) : QStringLiteral("deg");
+    const QString unit = isLength ? unitSymbol(form.unitOf(component)) : QStringLiteral("deg");
     return QStringLiteral("%1 is in %2, but %3 is read in %4%5")
         .arg(quoted(heading.text), QLatin1String(heading.unit->symbol),
              QLatin1String(columnOf(form.frame, component).label), unit,

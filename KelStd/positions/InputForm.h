@@ -4,6 +4,8 @@
 
 #include <QtCore/QString>
 
+#include <optional>
+
 namespace KelStd::positions {
 
 /// What the height of the input is. No heading of a height above the ellipsoid is taken for one of
@@ -35,9 +37,19 @@ struct InputForm
         : frame(inputFrame), height(inputHeight), lengthUnit(inputUnit)
     {}
 
+    /// The unit in which a component is read, 0 to 2: degrees for an angle.
+    EUnit unitOf(int component) const
+    {
+        const Column &column = columnOf(frame, component);
+        if (isAngle(column))
+            return Unit_Degree;
+        return isPlane(column) && planeUnit ? *planeUnit : lengthUnit;
+    }
+
     Frame frame;
     InputHeight height;
-    EUnit lengthUnit; ///< of every length of the input, one that `lengthUnits` has
+    EUnit lengthUnit;               ///< of every length of the input, one that `lengthUnits` has
+    std::optional<EUnit> planeUnit; ///< of northing and easting, where it is another one
     InputWords words;
 };
 

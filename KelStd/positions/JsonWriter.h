@@ -1,8 +1,8 @@
 #pragma once
 
 #include <KelStd/Export.h>
+#include <KelStd/positions/LocationPrinter.h>
 #include <KelStd/positions/PositionWriter.h>
-#include <KelStd/positions/ValuePrinter.h>
 
 #include <vector>
 
@@ -14,7 +14,7 @@ namespace KelStd::positions {
 class KELSTD_EXPORT JsonWriter : public PositionWriter
 {
 public:
-    explicit JsonWriter(const ValuePrinter &printer) : m_printer(printer) {}
+    explicit JsonWriter(const LocationPrinter &printer) : m_printer(printer) {}
 
     QByteArray begin(const InputColumns &columns) override;
     void write(QByteArray &bytes, const PrintedPosition &position) const override;
@@ -24,7 +24,7 @@ protected:
     void append(QByteArray &bytes, const PrintedPosition &position) const;
 
 private:
-    ValuePrinter m_printer;
+    LocationPrinter m_printer;
     bool m_hasNames = false;
     std::vector<QByteArray> m_keys; ///< with quotation marks and colon
 };

@@ -224,7 +224,7 @@ bool PositionParser::Reading::readPlain(std::string_view line, qint64 lineNumber
             || (mayBePair(m_name) && isWhole(m_plain.field(m_order->components[1])))))
         return false;
     for (const int field : m_order->units) {
-        if (m_plain.field(field) != "m" || m_form.lengthUnit != Unit_Meter)
+        if (m_plain.field(field) != "m" || m_form.lengthUnit != Unit_Meter || m_form.planeUnit)
             return false;
     }
     m_carried.clear();

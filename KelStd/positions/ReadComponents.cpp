@@ -14,7 +14,7 @@ Column inputColumn(const InputForm &form, int component)
 
 EUnit inputUnit(const InputForm &form, int component)
 {
-    return isAngle(columnOf(form.frame, component)) ? Unit_Degree : form.lengthUnit;
+    return form.unitOf(component);
 }
 
 QString waysToSayOrder(const InputForm &form)

@@ -45,7 +45,7 @@ bool mayBeInputUnit(const NamedUnit &unit, const InputForm &form, int component)
 QString readUnit(const InputForm &form, int component)
 {
     return isAngle(columnOf(form.frame, component)) ? QStringLiteral("deg")
-                                                    : unitSymbol(form.lengthUnit);
+                                                    : unitSymbol(form.unitOf(component));
 }
 
 /// A field without its brackets: "[deg]" and "(deg)" are "deg".

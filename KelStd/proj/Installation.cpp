@@ -7,6 +7,7 @@
 #include <KelStd/proj/FilePermissions.h>
 #include <KelStd/proj/PrivateDirectory.h>
 #include <KelStd/proj/ProjInspection.h>
+#include <KelStd/proj/ShiftGrids.h>
 #include <KelStd/proj/TransformationResult.h>
 #include <KelStd/proj/Unpacker.h>
 
@@ -94,6 +95,20 @@ void removeLeftWorkshops(const QDir &home)
     }
 }
 
+/// Moves the grids of datum shifts that a user has added (`ShiftGrids::add`) from one private
+/// directory to another, which keeps what it has. Anything else stays.
+void keepAddedGrids(const QString &from, const QString &to)
+{
+    const QDir oldResources(QDir(from).filePath(resourceDirectoryName()));
+    const QDir newResources(QDir(to).filePath(resourceDirectoryName()));
+    for (const QString &name : oldResources.entryList(QDir::Files)) {
+        const QString path = oldResources.filePath(name);
+        const ShiftGrids::File file = ShiftGrids::examine(path);
+        if (file.format != ShiftGridFile::Format::None && !file.failure)
+            QFile::rename(path, newResources.filePath(name)); // which replaces nothing
+    }
+}
+
 /// The new private directory, made beside the old one and gone with the object unless it was put in
 /// its place.
 class Workshop
@@ -142,6 +157,7 @@ public:
             QDir().rename(old, place);
             return notWritable(place);
         }
+        keepAddedGrids(old, place);
         tk::Toolkits::ClearDirectory(old);
         // What the archive has beside its top folder "proj" belongs into the home directory, too.
         const bool isComplete =

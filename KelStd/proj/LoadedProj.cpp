@@ -64,6 +64,7 @@ InitializationFailure LoadedProj::load(const QString &libraryFile)
 #undef KELSTD_RESOLVE
 #define KELSTD_RESOLVE(name) m_functions.name = resolve<decltype(m_functions.name)>(#name);
     KELSTD_OPTIONAL_PROJ_FUNCTIONS(KELSTD_RESOLVE)
+    KELSTD_CATALOGUE_PROJ_FUNCTIONS(KELSTD_RESOLVE)
 #undef KELSTD_RESOLVE
     if (missing != nullptr) {
         m_functions = {};

@@ -13,11 +13,13 @@
 #include <cli/systems/SystemFile.h>
 #include <cli/terminal/CommandLine.h>
 #include <cli/terminal/Console.h>
+#include <cli/terminal/ShownText.h>
 #include <cli/terminal/StandardStreams.h>
 #include <cli/values/DisplayOptions.h>
 
 #include <KelStd/location/SystemNotes.h>
 #include <KelStd/positions/Columns.h>
+#include <KelStd/positions/LocationPrinter.h>
 
 #include <algorithm>
 #include <optional>
@@ -28,12 +30,47 @@ namespace KelStd::cli {
 namespace {
 
 /// What the lines of the input hold. Lengths of the plane are in the unit of --length-unit, as they
-/// are printed; of the other frames only the output is, whose heights stand beside degrees.
-positions::InputForm inputForm(positions::Frame frame, const DisplayOptions &display)
+/// are printed; of the other frames only the output is, whose heights stand beside degrees. Without
+/// the option northing and easting are in the `planeUnit` where there is one.
+positions::InputForm inputForm(positions::Frame frame, const DisplayOptions &display,
+                               const LengthUnit *planeUnit)
 {
     const bool hasUnit = frame == positions::Frame::LocalProjected && display.lengthUnit != nullptr;
-    return {frame, positions::InputHeight::OfFrame,
-            hasUnit ? display.lengthUnit->unit : Unit_Meter};
+    positions::InputForm form(frame, positions::InputHeight::OfFrame,
+                              hasUnit ? display.lengthUnit->unit : Unit_Meter);
+    if (planeUnit != nullptr)
+        form.planeUnit = planeUnit->unit;
+    return form;
+}
+
+/// The unit of northing and easting that is the system's own, unless --length-unit overrules it.
+/// Null for metres, and after a note for a unit that the program does not have.
+const LengthUnit *planeUnitOf(const SystemOrigin &origin, const DisplayOptions &display,
+                              Console &console)
+{
+    if (!origin.planeUnit || display.lengthUnit != nullptr)
+        return nullptr;
+    const LengthUnit *const unit = findLengthUnit(origin.planeUnit->metres);
+    if (unit == nullptr) {
+        console.report(QStringLiteral("note: plane coordinates of the system are customarily in a "
+                                      "unit of %1 m (%2); here they are in metres")
+                           .arg(origin.planeUnit->metres, 0, 'g', 15)
+                           .arg(shown(origin.planeUnit->name)));
+    }
+    return unit != nullptr && unit->unit != Unit_Meter ? unit : nullptr;
+}
+
+/// Says in which unit northing and easting are, where it is not that of the other lengths.
+void noteOnPlaneUnit(const LengthUnit *unit, bool isRead, bool isPrinted, Console &console)
+{
+    if (unit == nullptr || !(isRead || isPrinted))
+        return;
+    console.report(QStringLiteral("note: northing and easting are %1 in %2, the unit of the "
+                                  "system, all other lengths in m; --length-unit overrules that")
+                       .arg(isRead && isPrinted ? QStringLiteral("read and printed")
+                            : isRead            ? QStringLiteral("read")
+                                                : QStringLiteral("printed"),
+                            QString::fromLatin1(unit->symbol)));
 }
 
 /// The geoid model that the system names, as far as it can be used. Empty when it names none, and
@@ -179,9 +216,15 @@ ExitStatus runConvert(const QStringList &arguments, Console &console)
         return ExitStatus::Environment;
     for (const QString &note : location::notesOn(coord))
         console.report(QStringLiteral("note: %1").arg(note));
-    const positions::InputForm form = inputForm(options->frame->frame, options->display);
-    input.promptFor(componentLabels(form), console);
+    const LengthUnit *const planeUnit = planeUnitOf(system->origin, options->display, console);
+    const positions::InputForm form = inputForm(options->frame->frame, options->display, planeUnit);
     configure(*options, line, console);
+    const auto output = options->form->isConfigured ? positions::ValuePrinter::Output::Table
+                                                    : positions::ValuePrinter::Output::Csv;
+    noteOnPlaneUnit(
+        planeUnit, options->frame->frame == positions::Frame::LocalProjected,
+        positions::LocationPrinter::hasOwnPlaneUnit(options->display, output, planeUnit), console);
+    input.promptFor(componentLabels(form), console);
 
     RejectsFile rejects;
     if (!options->rejects.isEmpty()
@@ -191,9 +234,9 @@ ExitStatus runConvert(const QStringList &arguments, Console &console)
     }
     const QString geoidModel = usableGeoidModel(coord, console);
     const int width = console.isTerminal() ? streams::terminalWidth(streams::standardOutput) : 0;
-    const auto writer =
-        options->form->makeWriter({options->display, geoidModel, options->hasHeader, width});
-    LocationJob job(coord, geoidModel, *options->frame, *writer);
+    const auto writer = options->form->makeWriter(
+        {options->display, planeUnit, geoidModel, options->hasHeader, width});
+    LocationJob job(coord, system->origin, geoidModel, *options->frame, *writer);
     PositionRun run(input.input(), input.parser(form), job, console);
     run.setThreads(options->threads);
     if (rejects.isOpen())

@@ -101,7 +101,7 @@ QString componentLabels(const positions::InputForm &form)
     for (int i = 0; i < positions::componentsPerFrame; ++i) {
         const positions::Column &column = positions::columnOf(form.frame, i);
         const QString unit = positions::isAngle(column) ? QString::fromLatin1(column.unit)
-                                                        : unitSymbol(form.lengthUnit);
+                                                        : unitSymbol(form.unitOf(i));
         labels += QStringLiteral("%1 [%2]").arg(QString::fromLatin1(column.label), unit);
     }
     return labels.join(QLatin1String(", "));

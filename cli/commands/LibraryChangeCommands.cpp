@@ -11,6 +11,7 @@
 #include <cli/terminal/FilePath.h>
 #include <cli/terminal/ShownText.h>
 
+#include <KelStd/io/SystemDocument.h>
 #include <KelStd/library/LibraryLock.h>
 #include <KelStd/library/RecordDocuments.h>
 #include <KelStd/library/RecordHolders.h>
@@ -69,8 +70,27 @@ std::optional<RecordKind> kindOfFile(const CommandLine &line, const QString &fil
     return std::nullopt;
 }
 
+/// The one record of a file, with where it came from.
+struct GivenRecord
+{
+    LibraryRecord record;
+    SystemOrigin origin; ///< empty for none, and for a record that is no system
+};
+
+/// The origin in a document of systems that is read; nothing after a report.
+std::optional<SystemOrigin> originFrom(const QString &fileName, RecordKind kind, Console &console)
+{
+    SystemOrigin origin;
+    io::DocumentFailure failure;
+    if (kind != RecordKind::Custom || io::readOrigin(fileName, origin, failure))
+        return origin;
+    console.report(QStringLiteral("cannot read %1: %2")
+                       .arg(fileName, io::describedFailure(failure))); // it was changed meanwhile
+    return std::nullopt;
+}
+
 /// The one record of a file, which is understood as it is written; nothing after a report.
-std::optional<LibraryRecord> recordFrom(const QString &fileName, RecordKind kind, Console &console)
+std::optional<GivenRecord> recordFrom(const QString &fileName, RecordKind kind, Console &console)
 {
     io::DocumentFailure failure;
     RecordReview review = {fileName, {}};
@@ -96,7 +116,10 @@ std::optional<LibraryRecord> recordFrom(const QString &fileName, RecordKind kind
         return std::nullopt;
     LibraryRecord record = records->constFirst();
     library::rename(record, library::withoutMarks(library::nameOf(record)));
-    return record;
+    const auto origin = originFrom(fileName, kind, console);
+    if (!origin)
+        return std::nullopt;
+    return GivenRecord{record, *origin};
 }
 
 /// Nothing when a document keeps all of the record; otherwise the status after a report.
@@ -134,6 +157,8 @@ std::optional<LockedLibrary> openForChange(const CommandLine &line, Missing miss
     }
     if (!loadRecords(*library, console))
         return std::nullopt;
+    // As the databases name systems: "Amersfoort / RD New".
+    StandardLibrary::getInstance().setSafeFileNames(true);
     return LockedLibrary{*library, std::move(lock)};
 }
 
@@ -144,10 +169,10 @@ ExitStatus failAsTheRegistry(Console &console)
                 console);
 }
 
-ExitStatus addTo(const LibraryDirectory &library, RecordKind kind, const LibraryRecord &record,
+ExitStatus addTo(const LibraryDirectory &library, RecordKind kind, const GivenRecord &given,
                  Console &console)
 {
-    const QString name = library::nameOf(record);
+    const QString name = library::nameOf(given.record);
     const QString file = library::recordFile(library, kind, name);
     if (const auto taken = library::keyTaking(kind, name)) {
         return fail(QStringLiteral("the name %1 is taken by the %2 %3")
@@ -166,19 +191,19 @@ ExitStatus addTo(const LibraryDirectory &library, RecordKind kind, const Library
         return fail(QStringLiteral("cannot create %1").arg(directory), ExitStatus::Environment,
                     console);
     }
-    if (!library::addRecord(name, record))
+    if (!library::addRecord(name, given.record, given.origin))
         return failAsTheRegistry(console);
     console.printChange(
         QStringLiteral("added the %1 %2: %3").arg(library::titleOf(kind), inQuotes(name), file));
     return ExitStatus::Success;
 }
 
-ExitStatus replaceIn(const LibraryDirectory &library, RecordKind kind, const LibraryRecord &record,
+ExitStatus replaceIn(const LibraryDirectory &library, RecordKind kind, const GivenRecord &given,
                      Console &console)
 {
-    const QString name = library::nameOf(record);
+    const QString name = library::nameOf(given.record);
     const QString file = library::recordFile(library, kind, name);
-    if (!library::replaceRecord(name, record))
+    if (!library::replaceRecord(name, given.record, given.origin))
         return failAsTheRegistry(console);
     console.printChange(
         QStringLiteral("replaced the %1 %2: %3").arg(library::titleOf(kind), inQuotes(name), file));
@@ -215,7 +240,8 @@ ExitStatus runLibraryAdd(const QStringList &arguments, Console &console)
                      QStringLiteral("Adds the coordinate system, ellipsoid or projection of a "
                                     "document to a library."),
                      QStringLiteral("A system becomes a custom one. It is written anew: numbers "
-                                    "with 15 digits.")
+                                    "with 15 digits.\nA name may have slashes; that of its "
+                                    "file has %2F for each.")
                          + exitStatusHelp());
     addDirectoryOption(line);
     line.addOption({asOption, QStringLiteral("Add it under this name, which becomes its own."),
@@ -236,24 +262,24 @@ ExitStatus runLibraryAdd(const QStringList &arguments, Console &console)
     if (!kind)
         return line.refuse(mistake, console);
 
-    auto record = recordFrom(fileName, *kind, console);
-    if (!record)
+    auto given = recordFrom(fileName, *kind, console);
+    if (!given)
         return ExitStatus::Environment;
     if (line.isSet(asOption))
-        library::rename(*record, newName);
-    const QString fault = library::nameFault(library::nameOf(*record));
+        library::rename(given->record, newName);
+    const QString fault = library::nameFault(library::nameOf(given->record));
     if (!fault.isEmpty()) {
         return fail(QStringLiteral("%1; give it another one with --as").arg(fault),
                     ExitStatus::SomeFailed, console);
     }
-    if (const auto status = refuseLoss(*record, fileName, "add", console))
+    if (const auto status = refuseLoss(given->record, fileName, "add", console))
         return *status;
 
     const auto library = openForChange(
         line, line.isSet(createOption) ? Missing::IsCreated : Missing::IsAnError, console);
     if (!library)
         return ExitStatus::Environment;
-    return addTo(library->directory, *kind, *record, console);
+    return addTo(library->directory, *kind, *given, console);
 }
 
 ExitStatus runLibraryReplace(const QStringList &arguments, Console &console)
@@ -277,12 +303,12 @@ ExitStatus runLibraryReplace(const QStringList &arguments, Console &console)
     if (!kind)
         return line.refuse(mistake, console);
 
-    auto record = recordFrom(fileName, *kind, console);
-    if (!record)
+    auto given = recordFrom(fileName, *kind, console);
+    if (!given)
         return ExitStatus::Environment;
-    const QString givenName = library::nameOf(*record);
-    library::rename(*record, name);
-    if (const auto status = refuseLoss(*record, fileName, "take", console))
+    const QString givenName = library::nameOf(given->record);
+    library::rename(given->record, name);
+    if (const auto status = refuseLoss(given->record, fileName, "take", console))
         return *status;
     const auto library = openForChange(line, Missing::IsAnError, console);
     if (!library)
@@ -299,7 +325,7 @@ ExitStatus runLibraryReplace(const QStringList &arguments, Console &console)
         console.report(QStringLiteral("note: the file's %1 is kept under the name %2")
                            .arg(inQuotes(givenName), inQuotes(name)));
     }
-    return replaceIn(library->directory, *kind, *record, console);
+    return replaceIn(library->directory, *kind, *given, console);
 }
 
 ExitStatus runLibraryRemove(const QStringList &arguments, Console &console)

@@ -4,20 +4,21 @@
 
 #include <KelStd/positions/CsvWriter.h>
 #include <KelStd/positions/JsonWriter.h>
-#include <KelStd/positions/ValuePrinter.h>
+#include <KelStd/positions/LocationPrinter.h>
 
 namespace KelStd::cli {
 
 namespace {
 
-positions::ValuePrinter plainPrinter(const LocationOutput &output)
+positions::LocationPrinter plainPrinter(const LocationOutput &output)
 {
-    return {output.display, positions::ValuePrinter::Output::Csv};
+    return {output.display, positions::ValuePrinter::Output::Csv, output.planeUnit};
 }
 
 std::unique_ptr<positions::PositionWriter> makeTable(const LocationOutput &output)
 {
-    const positions::ValuePrinter printer(output.display, positions::ValuePrinter::Output::Table);
+    const positions::LocationPrinter printer(output.display, positions::ValuePrinter::Output::Table,
+                                             output.planeUnit);
     const bool fits =
         output.width == 0 || output.width >= TableWriter::wideWidth(printer, output.geoidModel);
     return std::make_unique<TableWriter>(

@@ -15,7 +15,8 @@ namespace KelStd::cli {
 struct LocationOutput
 {
     DisplayOptions display;
-    QString geoidModel; ///< the one in use; empty for none
+    const LengthUnit *planeUnit = nullptr; ///< of northing and easting; null for that of the others
+    QString geoidModel;                    ///< the one in use; empty for none
     bool hasHeader = true;
     int width = 0; ///< of the terminal in columns of text; 0 when it has none or is not known
 };

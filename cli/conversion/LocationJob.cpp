@@ -1,5 +1,9 @@
 #include <cli/conversion/LocationJob.h>
 
+#include <cli/conversion/AreaNotices.h>
+
+#include <optional>
+
 namespace KelStd::cli {
 
 namespace {
@@ -8,17 +12,23 @@ namespace {
 class LocationTaker : public PositionTaker
 {
 public:
-    LocationTaker(const Coord &coord, const QString &geoidModel, LocationBuilder::Frame frame,
-                  const positions::PositionWriter &writer)
+    LocationTaker(const Coord &coord, const SystemOrigin &origin, const QString &geoidModel,
+                  LocationBuilder::Frame frame, const positions::PositionWriter &writer)
         : m_builder(coord), m_geoidModel(geoidModel), m_frame(frame), m_writer(writer)
     {
+        if (origin.area)
+            m_area.emplace(coord, *origin.area);
         m_builder.requireOneToOne();
     }
 
     bool take(const positions::PositionParser &read, QByteArray &bytes, QString &reason) override
     {
         Location location;
-        if (!m_builder.make(m_frame, read.position(), location, m_outcome)) {
+        const bool isMade = m_builder.make(m_frame, read.position(), location, m_outcome);
+        m_notices = !m_area  ? 0
+                    : isMade ? areaNotices(*m_area, m_frame, read.position(), location)
+                             : areaNoticesOfFailed(*m_area, m_frame, read.position());
+        if (!isMade) {
             reason = m_outcome.reason;
             return false;
         }
@@ -33,8 +43,12 @@ public:
         return true;
     }
 
+    NoticeBits notices() const override { return m_notices; }
+
 private:
     LocationBuilder m_builder;
+    std::optional<AreaCheck> m_area; ///< nothing where the area is not known
+    NoticeBits m_notices = 0;
     LocationBuilder::Outcome m_outcome;
     const QString &m_geoidModel;
     const QString m_noModel;
@@ -44,9 +58,16 @@ private:
 
 } // namespace
 
+QStringList LocationJob::remarks(const Notices &notices, qint64 taken,
+                                 const QString &inputName) const
+{
+    return areaRemarks(notices, m_origin, m_frame.frame, taken, inputName);
+}
+
 std::unique_ptr<PositionTaker> LocationJob::makeTaker() const
 {
-    return std::make_unique<LocationTaker>(m_coord, m_geoidModel, m_frame.frame, m_writer);
+    return std::make_unique<LocationTaker>(m_coord, m_origin, m_geoidModel, m_frame.frame,
+                                           m_writer);
 }
 
 } // namespace KelStd::cli

@@ -47,7 +47,9 @@ void BlockWork::take(BlockResult &result, const LineCursor &cursor)
     const int size = result.output.size();
     result.output += m_separator;
     QString reason;
-    if (!m_taker->take(m_parser, result.output, reason)) {
+    const bool isTaken = m_taker->take(m_parser, result.output, reason);
+    addNotices(result.notices, m_taker->notices(), cursor.lineNumber());
+    if (!isTaken) {
         result.output.truncate(size);
         fail(result, cursor, reason);
         return;

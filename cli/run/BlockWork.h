@@ -28,6 +28,7 @@ struct BlockResult
     qint64 failed = 0;
     qint64 lastLine = 0;
     qint64 inputBytes = 0;
+    Notices notices;
     bool hasBadHeader = false; ///< its message is the last one, and the run cannot go on
 };
 

@@ -1,7 +1,11 @@
 #pragma once
 
+#include <cli/run/Notices.h>
+
 #include <KelStd/positions/PositionParser.h>
 #include <KelStd/positions/PositionWriter.h>
+
+#include <QtCore/QStringList>
 
 #include <memory>
 
@@ -20,6 +24,9 @@ public:
     /// False when it fails, with the reason. A reason of one that was taken is a warning.
     virtual bool take(const positions::PositionParser &read, QByteArray &bytes,
                       QString &reason) = 0;
+
+    /// What was noticed about the position that was taken last, or failed.
+    virtual NoticeBits notices() const { return 0; }
 };
 
 /// What a command does with the positions of an input.
@@ -37,6 +44,14 @@ public:
     /// What is printed between two positions, and below the last one.
     virtual QByteArray separator() const { return {}; }
     virtual QByteArray ending() const { return {}; }
+
+    /// What is said at the end of a run of what was noticed, a line each. `taken`: how many
+    /// positions did not fail. `inputName`: what messages call the input.
+    virtual QStringList remarks(const Notices &, qint64 /*taken*/,
+                                const QString & /*inputName*/) const
+    {
+        return {};
+    }
 
     /// A taker for one thread; called on that thread.
     virtual std::unique_ptr<PositionTaker> makeTaker() const = 0;

@@ -120,6 +120,7 @@ PositionRun::State PositionRun::take(const BlockResult &result)
 
     m_taken += result.taken;
     m_failed += result.failed;
+    addNotices(m_notices, result.notices);
     m_lastLine = result.lastLine;
     m_doneBytes += result.inputBytes;
     if (m_progress != nullptr)
@@ -127,6 +128,13 @@ PositionRun::State PositionRun::take(const BlockResult &result)
     if (result.hasBadHeader)
         return State::BadHeader;
     return m_console.canPrint() ? State::GoesOn : State::OutputFailed;
+}
+
+/// What is said once of all positions.
+void PositionRun::reportRemarks()
+{
+    for (const QString &remark : m_job.remarks(m_notices, m_taken, m_input.displayName()))
+        m_console.report(remark);
 }
 
 void PositionRun::print(const char *bytes, int size)
@@ -157,6 +165,7 @@ ExitStatus PositionRun::finish(State state)
         // Where no line was taken, the rejected lines of an earlier run are kept.
         if (m_taken + m_failed == 0)
             return ExitStatus::Usage;
+        reportRemarks();
         m_console.report(QStringLiteral("the run ended there: %1 of %2 positions before it failed")
                              .arg(m_failed)
                              .arg(m_taken + m_failed));
@@ -164,6 +173,7 @@ ExitStatus PositionRun::finish(State state)
     case State::InputFailed:
         if (m_hasHeading)
             m_console.write(m_job.ending());
+        reportRemarks();
         m_console.report(
             QStringLiteral("cannot read %1: %2").arg(m_input.displayName(), m_blocks.errorText()));
         return finishRejects(ExitStatus::Environment);
@@ -173,6 +183,7 @@ ExitStatus PositionRun::finish(State state)
     }
     printHeading();
     m_console.write(m_job.ending());
+    reportRemarks();
     if (state == State::Stopped) {
         m_console.report(QStringLiteral("stopped behind line %1 of %2")
                              .arg(m_lastLine)

@@ -58,6 +58,7 @@ private:
     State readRest(const positions::PositionParser &parser);
     State next(LineBlock &block);
     State take(const BlockResult &result);
+    void reportRemarks();
     void print(const char *bytes, int size);
     void printHeading();
     ExitStatus finish(State state);
@@ -80,6 +81,7 @@ private:
     qint64 m_failed = 0;
     qint64 m_lastLine = 0;
     qint64 m_doneBytes = 0;
+    Notices m_notices;
 };
 
 } // namespace KelStd::cli

@@ -1,5 +1,6 @@
 #include <cli/systems/SystemChoice.h>
 
+#include <cli/catalogue/LastResort.h>
 #include <cli/library/DirectoryOption.h>
 #include <cli/library/UnknownName.h>
 #include <cli/systems/SystemFile.h>
@@ -11,6 +12,7 @@
 #include <KelStd/library/RecordHolders.h>
 
 #include <QtCore/QFileInfo>
+#include <QtCore/QRegularExpression>
 
 namespace KelStd::cli {
 
@@ -46,33 +48,100 @@ enum class Lookup
     Failed ///< after a report
 };
 
-/// Looks for the system of a name, which is then in the registry, and reads the file that it came
-/// from.
+Lookup failedAfterReport(const QString &given, const QString &reason, Console &console)
+{
+    cannotRead(given, reason, console);
+    return Lookup::Failed;
+}
+
+/// Reads the system of a name that is in the registry from the file that it came from.
+Lookup readRegistered(const LibraryDirectory &library, RecordKind kind, const QString &name,
+                      ChosenSystem &chosen, Console &console)
+{
+    if (const auto several = library::ambiguityFailure(library, kind, name))
+        return failedAfterReport(name, shown(several.text), console);
+    chosen.review.file = library::documentsHolding(library, kind, name).value(0);
+    QString reason = noFileFault(chosen.review.file);
+    if (reason.isEmpty()
+        && readSystem(chosen.review.file, chosen.coord, chosen.origin, chosen.review.findings,
+                      reason))
+        return Lookup::Found;
+    return failedAfterReport(name, reason, console); // another program has changed it since
+}
+
+/// The system of exactly this name.
+Lookup lookUpName(const LibraryDirectory &library, const QString &given, ChosenSystem &chosen,
+                  Console &console)
+{
+    const QString name = library::withoutMarks(given);
+    for (const RecordKind kind : systemKinds) {
+        if (const auto failure = library::loadPlaces(library, {library::placeOf(kind)}))
+            return failedAfterReport(name, failure.text, console);
+        if (library::find(kind, name))
+            return readRegistered(library, kind, name, chosen, console);
+    }
+    return Lookup::Missing;
+}
+
+/// "EPSG:28992": an authority and a code of it.
+bool isCode(const QString &given)
+{
+    static const QRegularExpression form(
+        QStringLiteral("\\A[A-Za-z][A-Za-z0-9_]*:[A-Za-z0-9][A-Za-z0-9_.-]*\\z"));
+    return form.match(given).hasMatch();
+}
+
+/// The system that has this code, custom before standard.
+Lookup lookUpCode(const LibraryDirectory &library, const QString &given, ChosenSystem &chosen,
+                  Console &console)
+{
+    if (!isCode(given))
+        return Lookup::Missing;
+    for (const RecordKind kind : systemKinds) {
+        if (const auto failure = library::loadPlaces(library, {library::placeOf(kind)}))
+            return failedAfterReport(given, failure.text, console);
+        const QStringList names = library::namesOfCode(kind, given);
+        if (names.size() > 1) {
+            QStringList quoted;
+            for (const QString &name : names)
+                quoted += inQuotes(name);
+            return failedAfterReport(
+                given,
+                QStringLiteral("%1 %2s of the library have this code: %3; "
+                               "name one of them")
+                    .arg(names.size())
+                    .arg(library::titleOf(kind), quoted.join(QLatin1String(", "))),
+                console);
+        }
+        if (names.size() == 1) {
+            const Lookup lookup =
+                readRegistered(library, kind, names.constFirst(), chosen, console);
+            // One of the user's own may have another datum shift, or be fitted to a site.
+            if (lookup == Lookup::Found && kind == RecordKind::Custom) {
+                console.report(
+                    QStringLiteral("note: %1 is the %2 %3 of the library")
+                        .arg(given, library::titleOf(kind), inQuotes(names.constFirst())));
+            }
+            return lookup;
+        }
+    }
+    return Lookup::Missing;
+}
+
+/// What a text that names no file may mean, in the order in which it is tried. A further meaning is
+/// a further row.
+constexpr Lookup (*meanings[])(const LibraryDirectory &, const QString &, ChosenSystem &,
+                               Console &) = {&lookUpName, &lookUpCode};
+
 Lookup lookUp(const LibraryDirectory &library, const QString &given, ChosenSystem &chosen,
               Console &console)
 {
-    const QString name = library::withoutMarks(given);
-    const auto fail = [&](const QString &reason) {
-        cannotRead(name, reason, console);
-        return Lookup::Failed;
-    };
-    for (const RecordKind kind : systemKinds) {
-        if (const auto failure = library::loadPlaces(library, {library::placeOf(kind)}))
-            return fail(failure.text);
-        if (!library::find(kind, name))
-            continue;
-        if (const auto several = library::ambiguityFailure(library, kind, name))
-            return fail(shown(several.text));
-        chosen.review.file = library::documentsHolding(library, kind, name).value(0);
-        io::DocumentFailure failure;
-        const auto records =
-            library::reviewRecords(chosen.review.file, kind, chosen.review.findings, failure);
-        if (!records)
-            return fail(io::describedFailure(failure)); // another program has changed it since
-        chosen.coord = std::get<Coord>(records->constFirst());
-        return Lookup::Found;
+    Lookup lookup = Lookup::Missing;
+    for (const auto meaning : meanings) {
+        if (lookup == Lookup::Missing)
+            lookup = meaning(library, given, chosen, console);
     }
-    return Lookup::Missing;
+    return lookup;
 }
 
 /// What to say of a system of the library that a file of the same name hides; empty for none.
@@ -86,6 +155,17 @@ QString hiddenBy(const QString &fileName, const LibraryDirectory &library)
                : QString();
 }
 
+/// Imports what no document has; nothing where nothing is meant by it. Otherwise whether there is a
+/// system now, after a report where there is none.
+std::optional<bool> importInstead(const QString &given, ChosenSystem &chosen, Console &console)
+{
+    LastResort imported = importAsLastResort(given, console);
+    if (!imported.system)
+        return imported.isReported ? std::optional(false) : std::nullopt;
+    chosen = {*imported.system, imported.origin, {given, {}}};
+    return true;
+}
+
 /// Reads what looks like a file. A mistyped one makes no library, but a system of the library that
 /// is there may be called like a file.
 bool readFile(const QString &given, const LibraryDirectory &library, ChosenSystem &chosen,
@@ -93,9 +173,13 @@ bool readFile(const QString &given, const LibraryDirectory &library, ChosenSyste
 {
     QString reason;
     chosen.review.file = given;
-    if (readSystem(onDisk(given), chosen.coord, chosen.review.findings, reason))
+    if (readSystem(onDisk(given), chosen.coord, chosen.origin, chosen.review.findings, reason))
         return true;
     chosen = {};
+    if (isFile(given)) {
+        if (const auto isImported = importInstead(given, chosen, console))
+            return *isImported;
+    }
     if (!library.holdsLibrary())
         return cannotRead(given, reason, console);
     if (isFile(given))
@@ -123,6 +207,8 @@ bool choose(const QString &given, const CommandLine &line, ChosenSystem &chosen,
         return lookup == Lookup::Found;
     if (QFileInfo(onDisk(given)).isDir())
         return cannotRead(given, QStringLiteral("it is a directory"), console);
+    if (const auto isImported = importInstead(given, chosen, console))
+        return *isImported;
     library::loadPlaces(*library, {LibraryPlace::Custom, LibraryPlace::Standard}); // for the hint
     console.report(QStringLiteral("there is no file %1, and ").arg(given)
                    + unknownName(given, systemKinds, line));
@@ -134,9 +220,11 @@ bool choose(const QString &given, const CommandLine &line, ChosenSystem &chosen,
 QString systemChoiceHelp()
 {
     return QStringLiteral("FILE.xml is a coordinate system's document. NAME is a system of the "
-                          "library,\nby its exact name, custom before standard; 'kelstd library "
-                          "list' lists them.\nA file that exists comes "
-                          "before a system of its name.");
+                          "library,\nby its exact name or its code (EPSG:28992), custom before "
+                          "standard; 'kelstd\nlibrary list' lists them. A file that exists comes "
+                          "before a system of its name.\nWhat is neither is imported where PROJ "
+                          "knows it, as 'kelstd system import' does\nit: a code, a system's name, "
+                          "or a file with WKT, PROJJSON or a PROJ string.");
 }
 
 std::optional<ChosenSystem> readChosenSystem(const QString &given, const CommandLine &line,

@@ -3,6 +3,7 @@
 #include <cli/systems/RecordReview.h>
 
 #include <KelStd/coord/Coord.h>
+#include <KelStd/coord/SystemOrigin.h>
 
 #include <QtCore/QString>
 
@@ -20,13 +21,16 @@ QString systemChoiceHelp();
 struct ChosenSystem
 {
     Coord coord;
+    SystemOrigin origin; ///< as its document has it, or its import
     RecordReview review;
 };
 
 /// Reads the system that `given` means: a file that exists, or else the system of exactly this name
 /// in the library that --dir of the line names, or that of the home directory, custom before
-/// standard. What is named like a file makes no library where there is none. Nothing after a
-/// report. Whether it may be used is for `mayBeUsed` to say.
+/// standard; or else the one there whose origin has this code ("EPSG:28992"); or else a system that
+/// PROJ's database or a definition gives, which needs PROJ not to be loaded. What is named like a
+/// file makes no library where there is none. Nothing after a report. Whether it may be used is for
+/// `mayBeUsed` to say.
 std::optional<ChosenSystem> readChosenSystem(const QString &given, const CommandLine &line,
                                              Console &console);
 

@@ -45,15 +45,16 @@ QString reasonOf(const io::DocumentFailure &failure, const QList<io::DocumentFin
 
 } // namespace
 
-bool readSystem(const QString &fileName, Coord &coord, QList<io::DocumentFinding> &findings,
-                QString &reason)
+bool readSystem(const QString &fileName, Coord &coord, SystemOrigin &origin,
+                QList<io::DocumentFinding> &findings, QString &reason)
 {
     if (QFileInfo(fileName).isDir()) {
         reason = QStringLiteral("it is a directory");
         return false;
     }
     io::DocumentFailure failure;
-    if (!withoutRaising([&] { io::reviewCoord(fileName, coord, findings, failure); }, reason))
+    if (!withoutRaising([&] { io::reviewSystem(fileName, coord, origin, findings, failure); },
+                        reason))
         return false;
     if (failure)
         reason = reasonOf(failure, findings);

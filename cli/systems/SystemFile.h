@@ -1,6 +1,7 @@
 #pragma once
 
 #include <KelStd/coord/Coord.h>
+#include <KelStd/coord/SystemOrigin.h>
 #include <KelStd/io/DocumentReview.h>
 #include <KelStd/location/SystemDefinitions.h>
 
@@ -11,10 +12,10 @@
 
 namespace KelStd::cli {
 
-/// Reads a coordinate system from its document, and lists what is not understood as it is written;
-/// false with the reason.
-bool readSystem(const QString &fileName, Coord &coord, QList<io::DocumentFinding> &findings,
-                QString &reason);
+/// Reads a coordinate system and its origin from a document, and lists what is not understood as it
+/// is written; false with the reason.
+bool readSystem(const QString &fileName, Coord &coord, SystemOrigin &origin,
+                QList<io::DocumentFinding> &findings, QString &reason);
 
 /// `location::definitionsOf`, or nothing and the reason, also of what that raises.
 std::optional<location::SystemDefinitions> definitionsOf(const Coord &coord, QString &reason);

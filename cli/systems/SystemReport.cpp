@@ -8,6 +8,7 @@
 
 #include <KelStd/location/SystemNotes.h>
 #include <KelStd/platform/Toolkits.h>
+#include <KelStd/proj/ShiftGrids.h>
 #include <KelStd/text/CoordStringHelper.h>
 
 #include <algorithm>
@@ -41,6 +42,9 @@ QString exactText(const Param &param)
     return unit.isEmpty() ? text : text + QLatin1Char(' ') + unit;
 }
 
+/// Behind it stand the grids of a datum shift in an ellipsoid's PROJ name.
+const QString gridsKey = QStringLiteral(" +nadgrids=");
+
 QString nameOrNone(const QString &name)
 {
     return name.trimmed().isEmpty() ? QStringLiteral("(none)") : name;
@@ -56,7 +60,7 @@ void reportEllipsoid(const Ellipsoid &ellipsoid, Report &report)
     if (isNamed) {
         report.value(QStringLiteral(""),
                      QStringLiteral("(not used: PROJ has its own numbers for \"%1\")")
-                         .arg(ellipsoid.proj4EllpsName.trimmed()));
+                         .arg(ellipsoid.proj4EllpsName.section(gridsKey, 0, 0).trimmed()));
     }
     const QString unusual = location::unusualAxes(ellipsoid);
     report.value(
@@ -129,6 +133,27 @@ QString joined(std::initializer_list<const Param *> params)
     for (const Param *param : params)
         texts += exactText(*param);
     return texts.join(QLatin1String(", "));
+}
+
+/// Of a system whose ellipsoid's PROJ name brings grids.
+void reportGrids(const QString &grids, bool hasParameters, Report &report)
+{
+    report.section(QStringLiteral("Datum shift"),
+                   QStringLiteral("by grid, local to what the grid starts from"));
+    for (const QString &grid : grids.split(QLatin1Char(','))) {
+        const ShiftGrids::File file = ShiftGrids::examine(ShiftGrids::directory().filePath(grid));
+        QString text = file.failure
+                           ? QStringLiteral("%1 (cannot be used: %2)").arg(grid, file.failure.text)
+                           : grid;
+        if (!file.failure && !file.fromSystem.isEmpty())
+            text += QStringLiteral(" (%1 to %2)").arg(file.fromSystem, file.toSystem);
+        report.value(QStringLiteral("grid"), text);
+    }
+    for (const char *text : {"Heights stay as they are. A position outside of the grid fails.",
+                             "WGS84 positions are taken as those of the grid's own frame."})
+        report.line(QString::fromLatin1(text));
+    if (hasParameters)
+        report.line(QStringLiteral("The parameters of the record are not used."));
 }
 
 void reportDatumShift(const stEllipsoinTransform &shift, Report &report)
@@ -224,7 +249,12 @@ void showSystem(const Coord &coord, Console &console)
     report.section(QStringLiteral("Coordinate system"), nameOrNone(coord.coord_name));
     reportEllipsoid(coord.ellipsoid, report);
     reportProjection(coord.projection, report);
-    reportDatumShift(coord.ellipsoidTransform, report);
+    const QString grids = coord.ellipsoid.proj4EllpsName.section(gridsKey, 1).trimmed();
+    if (grids.isEmpty())
+        reportDatumShift(coord.ellipsoidTransform, report);
+    else
+        reportGrids(grids, coord.ellipsoidTransform.fuction != EllipsoinTransformFunction_None,
+                    report);
     reportCorrections(coord, report);
     reportDefinitions(coord, report);
 

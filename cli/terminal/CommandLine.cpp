@@ -41,6 +41,12 @@ void CommandLine::addOption(const QCommandLineOption &option)
     m_options += option;
 }
 
+void CommandLine::addRepeatedOption(const QCommandLineOption &option)
+{
+    m_repeated += option.names().last();
+    addOption(option);
+}
+
 std::optional<ExitStatus> CommandLine::parse(const QStringList &arguments, Console &console,
                                              int maxPositionals)
 {
@@ -102,7 +108,8 @@ ExitStatus CommandLine::refuse(const QString &mistake, Console &console) const
 QString CommandLine::mistake(int maxPositionals) const
 {
     for (const QCommandLineOption &option : m_options) {
-        if (!option.valueName().isEmpty() && m_parser->values(option).size() > 1)
+        if (!option.valueName().isEmpty() && m_parser->values(option).size() > 1
+            && !m_repeated.contains(option.names().last()))
             return QStringLiteral("--%1 is given twice").arg(option.names().last());
     }
     if (positionals().size() > maxPositionals) {

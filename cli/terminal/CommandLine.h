@@ -25,6 +25,9 @@ public:
     /// A description may have several lines.
     void addOption(const QCommandLineOption &option);
 
+    /// The same of one that may be given several times; `values` has them all.
+    void addRepeatedOption(const QCommandLineOption &option);
+
     /// Nothing when the command goes on. Otherwise the help was shown or a mistake was reported,
     /// and this is how the program ends. A word that begins as a negative number is a value, not an
     /// option.
@@ -34,6 +37,8 @@ public:
     bool isSet(const QString &option) const { return m_parser->isSet(option); }
     /// Empty when the option was not given.
     QString value(const QString &option) const { return m_parser->value(option); }
+    /// In their order.
+    QStringList values(const QString &option) const { return m_parser->values(option); }
     QStringList positionals() const { return m_parser->positionalArguments(); }
 
     /// Reports a mistake on the command line.
@@ -50,6 +55,7 @@ private:
     QString m_summary;
     QString m_details;
     QList<QCommandLineOption> m_options;
+    QStringList m_repeated; ///< the last names of options that may be given several times
     std::unique_ptr<QCommandLineParser> m_parser; ///< a parser itself cannot be moved
 };
 

@@ -31,20 +31,20 @@ bool isEllipsoidal(const positions::Column &column, const QString &geoidModel)
 }
 
 /// The unit, and what a height is above where the values do not say it.
-QString unitText(const positions::ValuePrinter &printer, const positions::Column &column,
+QString unitText(const positions::LocationPrinter &printer, const positions::Column &column,
                  const QString &geoidModel)
 {
     const QString unit = printer.unit(column);
     return isEllipsoidal(column, geoidModel) ? unit + QLatin1String(" (ell.)") : unit;
 }
 
-int columnWidth(const positions::ValuePrinter &printer, const positions::Column &column,
+int columnWidth(const positions::LocationPrinter &printer, const positions::Column &column,
                 const QString &geoidModel)
 {
     return std::max(printer.width(column), unitText(printer, column, geoidModel).size());
 }
 
-int frameWidth(const positions::ValuePrinter &printer, positions::Frame frame,
+int frameWidth(const positions::LocationPrinter &printer, positions::Frame frame,
                const QString &geoidModel)
 {
     int width = gap.size() * (positions::componentsPerFrame - 1);
@@ -84,7 +84,7 @@ QString carriedCell(const QString &text, const QString &heading)
 
 } // namespace
 
-int TableWriter::wideWidth(const positions::ValuePrinter &printer, const QString &geoidModel)
+int TableWriter::wideWidth(const positions::LocationPrinter &printer, const QString &geoidModel)
 {
     int width = nameWidth;
     if (!geoidModel.isEmpty())

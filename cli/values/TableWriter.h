@@ -1,7 +1,7 @@
 #pragma once
 
+#include <KelStd/positions/LocationPrinter.h>
 #include <KelStd/positions/PositionWriter.h>
-#include <KelStd/positions/ValuePrinter.h>
 
 namespace KelStd::cli {
 
@@ -18,7 +18,7 @@ public:
 
     /// `geoidModel`: the one in use, empty for none. With one, every location says what its
     /// projected height is above.
-    TableWriter(const positions::ValuePrinter &printer, Layout layout, const QString &geoidModel)
+    TableWriter(const positions::LocationPrinter &printer, Layout layout, const QString &geoidModel)
         : m_printer(printer), m_layout(layout), m_geoidModel(geoidModel)
     {}
 
@@ -27,13 +27,13 @@ public:
     void write(QByteArray &bytes, const positions::PrintedPosition &position) const override;
 
     /// Columns of text that the wide layout needs.
-    static int wideWidth(const positions::ValuePrinter &printer, const QString &geoidModel);
+    static int wideWidth(const positions::LocationPrinter &printer, const QString &geoidModel);
 
 private:
     void writeWide(QByteArray &bytes, const positions::PrintedPosition &position) const;
     void writeNarrow(QByteArray &bytes, const positions::PrintedPosition &position) const;
 
-    positions::ValuePrinter m_printer;
+    positions::LocationPrinter m_printer;
     Layout m_layout;
     QString m_geoidModel;
     positions::InputColumns m_columns;

@@ -48,6 +48,56 @@ TEST_F(ConvertByName, ADeliveredSystemIsAtHand)
     EXPECT_EQ(again.out, result.out);
 }
 
+TEST_F(ConvertByName, ADeliveredSystemIsFoundByItsCode)
+{
+    convert(text("WGS 84 / UTM zone 31N"), "3,0,10\n"); // which makes the library
+    const auto byName = convert(text("Amersfoort / RD New"), "5.25,52.5,10\n");
+    ASSERT_EQ(byName.status, 0);
+    for (const char *code : {"EPSG:28992", "epsg:28992"}) {
+        const auto byCode = convert(text(code), "5.25,52.5,10\n");
+        EXPECT_EQ(byCode.status, 0);
+        EXPECT_EQ(byCode.err, QString());
+        EXPECT_EQ(byCode.out, byName.out);
+    }
+    EXPECT_EQ(m_program.run({text("system"), text("show"), text("EPSG:28992")}).outLines().value(0),
+              text("Coordinate system         Amersfoort / RD New"));
+    for (const char *unknown : {"EPSG:289921", "ESRI:28992", "EPSG:"}) {
+        const auto result = convert(text(unknown), "5.25,52.5,10\n");
+        EXPECT_EQ(result.status, 3) << unknown;
+        EXPECT_THAT(result.err, Mentions("the library has no system"));
+    }
+}
+
+/// A system "A" whose origin has the code 28992 of the authority EPSG.
+QByteArray coded(QByteArray document)
+{
+    return document.replace("</Coord>",
+                            "<Origin ver=\"1\" authority=\"EPSG\" code=\"28992\"/></Coord>");
+}
+
+TEST_F(ConvertByName, ACodeMeansACustomSystemBeforeAStandardOne)
+{
+    putHome("standard/rd.xml", coded(system("RD")));
+    putHome("custom/any.xml", coded(shiftedSystem()));
+    const auto custom = convert(text("EPSG:28992"), "5.25,52.5,10\n");
+    EXPECT_EQ(custom.status, 0);
+    EXPECT_EQ(custom.out, convert(text("A"), "5.25,52.5,10\n").out);
+    EXPECT_EQ(custom.err,
+              text("kelstd: note: EPSG:28992 is the custom system \"A\" of the library\n"));
+    putHome("custom/other.xml", coded(system("B / C")));
+    const auto several = convert(text("EPSG:28992"), "5.25,52.5,10\n");
+    EXPECT_EQ(several.status, 3);
+    EXPECT_THAT(several.err, Mentions("2 custom systems of the library have this code: \"A\", "
+                                      "\"B / C\"; name one of them"));
+}
+
+TEST_F(ConvertByName, ANameThatLooksLikeACodeGoesBeforeIt)
+{
+    putHome("standard/rd.xml", coded(system("RD")));
+    putHome("standard/named.xml", shiftedSystem().replace("\"A\"", "\"EPSG:28992\""));
+    EXPECT_EQ(convert(text("EPSG:28992"), "5.25,52.5,10\n").out.contains(text("245683.1")), true);
+}
+
 TEST_F(ConvertByName, ACustomSystemGoesBeforeAStandardOne)
 {
     putHome("standard/A.xml", system("A"));

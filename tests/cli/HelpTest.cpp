@@ -57,6 +57,21 @@ const QList<CommandWords> &commands()
         {"system default",
          {"--utm-zone N", "--central-meridian D", "--scale K", "--false-easting E",
           "--false-northing N", "--name NAME", "-o, --output FILE ", "--force", "--help"}},
+        {"system search",
+         {"[WORDS...]", "--at LON,LAT", "--bbox W,S,E,N", "--deprecated", "--json", "Exit status"}},
+        {"system shifts", {"SOURCE", "--at LON,LAT", "--json", "Exit status"}},
+        {"system import",
+         {"SOURCE", "--at LON,LAT", "--shift CODE|NUMBER", "--take-as-wgs84", "--fit",
+          "-o, --output FILE", "--add", "--as NAME", "--dir D", "--json", "Exit status"}},
+        {"system export",
+         {"SYSTEM", "--as FORM", "wkt2", "projjson", "proj", "esri", "-o, --output FILE",
+          "Exit status"}},
+        {"system compose",
+         {"--ellipsoid E", "A,RF", "--projection P", "--set KEY=VALUE", "--shift-parameters LIST",
+          "X,Y,Z,RX,RY,RZ,S", "--geoid NAME", "--name NAME", "-o, --output FILE", "--add",
+          "Exit status"}},
+        {"grid add", {"FILE", "--force", "--help", "Exit status"}},
+        {"grid list", {"--help", "Exit status"}},
         {"geoid height",
          {"--model NAME|FILE", "--inverse", "--table", "--csv", "--help", "INPUT",
           "height above the geoid = ellipsoidal height - separation", "Exit status"}},
@@ -126,9 +141,12 @@ TEST(Help, OfAGroupListsItsCommands)
           QStringList{QStringLiteral("help"), QStringLiteral("system")}}) {
         const auto result = ProgramRun().run(arguments);
         EXPECT_EQ(result.status, 0);
-        ASSERT_EQ(result.outLines().size(), 2);
-        EXPECT_THAT(result.outLines().at(0), Mentions("system show"));
-        EXPECT_THAT(result.outLines().at(1), Mentions("system default"));
+        const char *const members[] = {"system show",   "system default", "system search",
+                                       "system shifts", "system import",  "system export",
+                                       "system compose"};
+        ASSERT_EQ(result.outLines().size(), 7);
+        for (int i = 0; i < 7; ++i)
+            EXPECT_THAT(result.outLines().at(i), Mentions(members[i]));
     }
 }
 
@@ -195,7 +213,9 @@ INSTANTIATE_TEST_SUITE_P(
                 "there is no command 'system shw'; did you mean 'system show'?"},
         Mistake{"HalfACommand",
                 {"system"},
-                "there is no command 'system'; did you mean 'system show' or 'system default'?"},
+                "there is no command 'system'; did you mean 'system show' or 'system default' or "
+                "'system search' or 'system shifts' or 'system import' or 'system export' or "
+                "'system compose'?"},
         Mistake{"HelpOnNothing",
                 {"help", "docter"},
                 "there is no command 'docter'; did you mean 'doctor'?"},

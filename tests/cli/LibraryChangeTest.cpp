@@ -2,6 +2,8 @@
 
 #include "cli/LibraryRun.h"
 
+#include <KelStd/io/SystemDocument.h>
+
 #include <QtCore/QDir>
 
 #include <sys/resource.h>
@@ -38,10 +40,10 @@ TEST_F(LibraryChange, AddsASystemAnEllipsoidAndAProjection)
 
 TEST_F(LibraryChange, AsGivesTheRecordAnotherNameForGood)
 {
-    const QString file = m_program.file(text("s.xml"), system("A / B"));
+    const QString file = m_program.file(text("s.xml"), system(".A"));
     const auto refused = library({text("add"), file});
     EXPECT_EQ(refused.status, 1);
-    EXPECT_THAT(refused.err, Mentions("path separator"));
+    EXPECT_THAT(refused.err, Mentions("begins with a dot"));
     EXPECT_THAT(refused.err, Mentions("--as"));
     EXPECT_EQ(library({text("add"), file, text("--as"), text("A \xC3\xB6 %1")}).status, 0);
     EXPECT_EQ(names("custom"), QStringList{text("A \xC3\xB6 %1")});
@@ -53,7 +55,7 @@ TEST_F(LibraryChange, NamesThatNoFileShouldHaveAreRefused)
 {
     const QString file = given("s.xml", system("S"));
     for (const QString &name :
-         {text(""), text("  "), text("a/b"), text("a\\b"), text("../x"), text(".x"), text("a\nb"),
+         {text(""), text("  "), text("/a"), text("\\a"), text("../x"), text(".x"), text("a\nb"),
           text("a\xEF\xBF\xBE"), // U+FFFE
           QString(252, QLatin1Char('a')), QString(126, QChar(0xE4))}) {
         const auto result = library({text("add"), file, text("--as"), name});
@@ -63,6 +65,68 @@ TEST_F(LibraryChange, NamesThatNoFileShouldHaveAreRefused)
     EXPECT_TRUE(names("custom").isEmpty());
     EXPECT_EQ(library({text("add"), file, text("--as"), QString(251, QLatin1Char('a'))}).status, 0);
     EXPECT_EQ(names("custom"), QStringList{QString(251, QLatin1Char('a'))});
+}
+
+TEST_F(LibraryChange, ANameWithSlashesHasAFileOfItsOwn)
+{
+    const QString file = given("s.xml", system("Amersfoort / RD New"));
+    const QString name = text("Amersfoort / RD New");
+    const auto added = library({text("add"), file});
+    EXPECT_EQ(added.status, 0) << added.err;
+    EXPECT_EQ(added.out, text("added the custom system \"Amersfoort / RD New\": ")
+                             + path("custom/Amersfoort %2F RD New.xml\n"));
+    EXPECT_EQ(names("custom"), QStringList{name});
+    EXPECT_EQ(library({text("show"), name}).outLines().value(0),
+              text("Coordinate system         Amersfoort / RD New"));
+    EXPECT_EQ(library({text("check")}).status, 0);
+    const auto replaced = library({text("replace"), name, given("t.xml", system("T"))});
+    EXPECT_EQ(replaced.status, 0) << replaced.err;
+    EXPECT_EQ(names("custom"), QStringList{name});
+    EXPECT_EQ(library({text("remove"), name}).status, 0);
+    EXPECT_FALSE(has("custom/Amersfoort %2F RD New.xml"));
+    EXPECT_EQ(library({text("add"), file, text("--as"), text("a\\b")}).status, 0);
+    EXPECT_TRUE(has("custom/a%5Cb.xml"));
+}
+
+// What an application has put there under the name of that file.
+TEST_F(LibraryChange, NoTwoNamesShareAFile)
+{
+    const QByteArray other = system("A%2FB");
+    put("custom/A%2FB.xml", other);
+    const auto refused = library({text("add"), given("s.xml", system("A/B"))});
+    EXPECT_EQ(refused.status, 1);
+    EXPECT_THAT(refused.err, Mentions("A%2FB.xml exists and is kept"));
+    EXPECT_EQ(readFile(path("custom/A%2FB.xml")), other);
+    const auto unchanged = library({text("remove"), text("A%2FB")});
+    EXPECT_EQ(unchanged.status, 1);
+    EXPECT_THAT(unchanged.err, Mentions("it came from the file \"A%2FB.xml\""));
+    EXPECT_EQ(readFile(path("custom/A%2FB.xml")), other);
+}
+
+TEST_F(LibraryChange, TheOriginOfASystemGoesAlong)
+{
+    const QByteArray origin = "<Origin ver=\"1\" authority=\"EPSG\" code=\"28992\"/>";
+    const QByteArray document = system("A").replace("</Coord>", origin + "</Coord>");
+    const auto originIn = [this](const char *file) {
+        SystemOrigin read;
+        io::DocumentFailure failure;
+        EXPECT_TRUE(io::readOrigin(path(file), read, failure)) << failure.text;
+        return read.fullCode();
+    };
+    EXPECT_EQ(library({text("add"), given("a.xml", document)}).status, 0);
+    EXPECT_EQ(originIn("custom/A.xml"), text("EPSG:28992"));
+    // Replaced by the same without an origin, it is still what it was.
+    EXPECT_EQ(library({text("replace"), text("A"), given("b.xml", system("B"))}).status, 0);
+    EXPECT_EQ(originIn("custom/A.xml"), text("EPSG:28992"));
+    QByteArray moved = system("B").replace(">155000<", ">155001<");
+    EXPECT_EQ(library({text("replace"), text("A"), given("c.xml", moved)}).status, 0);
+    EXPECT_EQ(originIn("custom/A.xml"), QString());
+    // What is wrong in it is not written into a library.
+    const auto refused =
+        library({text("add"),
+                 given("d.xml", system("D").replace("</Coord>", "<Origin code=\"1\"/></Coord>"))});
+    EXPECT_EQ(refused.status, 3);
+    EXPECT_THAT(refused.err, Mentions("Coord/Origin: <Origin> where ver=\"1\" is needed"));
 }
 
 TEST_F(LibraryChange, ATakenNameIsSaidToBeWhose)

@@ -1,11 +1,15 @@
 // What `kelstd library` finds where, and how it shows it.
 
 #include "cli/LibraryRun.h"
+#include "cli/Terminal.h"
 
 #include <KelStd/files/FileLock.h>
 
 #include <QtCore/QDir>
 #include <QtCore/QDirIterator>
+#include <QtCore/QJsonArray>
+#include <QtCore/QJsonDocument>
+#include <QtCore/QJsonObject>
 #include <QtCore/QThread>
 
 #include <random>
@@ -17,7 +21,21 @@ using test::LibraryRun;
 using test::Mentions;
 
 class LibraryList : public LibraryRun
-{};
+{
+protected:
+    /// The Dutch grid under another name, with an origin.
+    static QByteArray systemWithOrigin(const char *name, const char *code, const char *area)
+    {
+        return test::editedSystem(
+            text("rd_new.xml"),
+            {{text("Amersfoort / RD New"), text(name)},
+             {text("</Coord>"),
+              text("<Origin ver=\"1\" authority=\"EPSG\" code=\"%1\"><Area west=\"176.5\" "
+                   "south=\"-20\" east=\"-178\" north=\"-12.25\" name=\"%2\"/>"
+                   "<Country name=\"Fiji\"/></Origin></Coord>")
+                  .arg(text(code), text(area))}});
+    }
+};
 
 TEST_F(LibraryList, ShowsEachKindInAlignedColumns)
 {
@@ -57,6 +75,59 @@ TEST_F(LibraryList, NamesOfOneKindAreForScripts)
     const auto wrong = library({text("list"), text("--kind"), text("grids")});
     EXPECT_EQ(wrong.status, 2);
     EXPECT_THAT(wrong.err, Mentions("--kind 'grids' is no kind"));
+}
+
+TEST_F(LibraryList, ShowsCodeAndArea)
+{
+    put("custom/a.xml", systemWithOrigin("Harbour", "3460", "Fiji - onshore."));
+    put("custom/b.xml", systemWithOrigin("B", "28992",
+                                         "An area with a description that goes on and on over "
+                                         "many countries and islands"));
+    put("custom/c.xml", system("Bare"));
+    const auto result = library({text("list")});
+    EXPECT_EQ(result.out,
+              text("custom      B        EPSG:28992  sterea, Bessel 1841  An area with a "
+                   "description that goes on and on over many...\n"
+                   "custom      Bare                 sterea, Bessel 1841\n"
+                   "custom      Harbour  EPSG:3460   sterea, Bessel 1841  Fiji - onshore.\n"));
+}
+
+TEST_F(LibraryList, FiltersByWords)
+{
+    put("custom/a.xml", systemWithOrigin("Harbour", "3460", "Viti Levu"));
+    put("custom/b.xml", system("Bare"));
+    put("ellipsoids/e.xml", ellipsoids(ellipsoid("Harbour 1900")));
+    EXPECT_EQ(library({text("list"), text("--names"), text("harbour")}).outLines(),
+              (QStringList{text("Harbour"), text("Harbour 1900")}));
+    EXPECT_EQ(
+        library({text("list"), text("--names"), text("levu"), text("fiji"), text("EPSG:3460")})
+            .outLines(),
+        QStringList{text("Harbour")});
+    const auto none = library({text("list"), text("nowhere")});
+    EXPECT_EQ(none.status, 0);
+    EXPECT_EQ(none.out, QString());
+}
+
+TEST_F(LibraryList, IsJsonForPrograms)
+{
+    put("custom/a.xml", systemWithOrigin("Ha&quot;rbour", "3460", "Viti Levu"));
+    put("custom/b.xml", system("Bare"));
+    const auto result = library({text("list"), text("--json")});
+    const QList<QByteArray> lines = result.out.toUtf8().split('\n');
+    ASSERT_EQ(lines.size(), 3);
+    const QJsonObject bare = QJsonDocument::fromJson(lines[0]).object();
+    EXPECT_EQ(bare[text("name")].toString(), text("Bare"));
+    EXPECT_TRUE(bare.contains(text("code")) && bare[text("code")].isNull());
+    EXPECT_TRUE(bare.contains(text("area")) && bare[text("area")].isNull());
+    EXPECT_TRUE(bare.contains(text("area_name")) && bare[text("area_name")].isNull());
+    const QJsonObject full = QJsonDocument::fromJson(lines[1]).object();
+    EXPECT_EQ(full[text("kind")].toString(), text("custom"));
+    EXPECT_EQ(full[text("name")].toString(), text("Ha\"rbour"));
+    EXPECT_EQ(full[text("code")].toString(), text("EPSG:3460"));
+    EXPECT_EQ(full[text("area")].toArray(), (QJsonArray{176.5, -20, -178, -12.25}));
+    EXPECT_EQ(full[text("area_name")].toString(), text("Viti Levu"));
+    EXPECT_EQ(full[text("countries")].toArray(), (QJsonArray{text("Fiji")}));
+    EXPECT_EQ(library({text("list"), text("--json"), text("--names")}).status, 2);
 }
 
 TEST_F(LibraryList, WritesNothingIntoALibraryThatItOnlyReads)
@@ -173,8 +244,14 @@ TEST_F(HomeLibrary, IsLaidOutFromTheDeliveredOneAtItsFirstUse)
 
 TEST_F(HomeLibrary, FitsATerminalOfEightyColumns)
 {
-    for (const QString &line : m_program.run({text("library"), text("list")}).outLines())
+    test::Terminal terminal(80);
+    const QStringList lines = terminal.run(m_program, {text("library"), text("list")}).outLines();
+    ASSERT_GT(lines.size(), 140);
+    for (const QString &line : lines)
         EXPECT_LE(line.size(), 80) << line;
+    const QString japan =
+        text("standard    JGD2011 / Japan Plane Rectangular CS IX  EPSG:6677   tmerc, GRS 1...");
+    EXPECT_TRUE(lines.contains(japan)) << lines.filter(text("JGD2011")).join(QLatin1Char('|'));
 }
 
 TEST_F(HomeLibrary, TheDeliveredOneHasNothingToFind)

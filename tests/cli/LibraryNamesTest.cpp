@@ -49,11 +49,11 @@ TEST_F(LibraryNames, ThatLeadElsewhereAreNotGivenToAnything)
         const char *reason;
     };
     const Row rows[] = {
-        {":x", "begins with a colon"},     {"::", "begins with a colon"},
-        {"~", "begins with a tilde"},      {"~/x", "path separator"},
-        {"../x", "path separator"},        {"../../victim", "path separator"},
-        {"/tmp/x", "path separator"},      {"C:\\x", "path separator"},
-        {"\\\\host\\x", "path separator"},
+        {":x", "begins with a colon"},         {"::", "begins with a colon"},
+        {"~", "begins with a tilde"},          {"~/x", "begins with a tilde"},
+        {"../x", "begins with a dot"},         {"../../victim", "begins with a dot"},
+        {"/tmp/x", "begins like a path"},      {"C:\\x", "begins like a path"},
+        {"\\\\host\\x", "begins like a path"},
     };
     for (const Row &row : rows) {
         SCOPED_TRACE(row.name);

@@ -4,6 +4,7 @@
 #include "support/TemporaryHome.h"
 
 #include <KelStd/io/Coord_IO.h>
+#include <KelStd/io/SystemDocument.h>
 
 #include <QtCore/QDir>
 #include <QtCore/QRegularExpression>
@@ -49,6 +50,17 @@ Coord deliveredSystem(const std::string &fileName)
         &error))
         << fileName << ": " << error;
     return coord;
+}
+
+SystemOrigin deliveredOrigin(const std::string &fileName)
+{
+    SystemOrigin origin;
+    io::DocumentFailure failure;
+    EXPECT_TRUE(io::readOrigin(
+        deliveredPath(QStringLiteral("standard/") + QString::fromStdString(fileName)), origin,
+        failure))
+        << fileName << ": " << failure.text;
+    return origin;
 }
 
 Citation citationOf(const std::string &fileName)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <KelStd/coord/Coord.h>
+#include <KelStd/coord/SystemOrigin.h>
 
 #include <QtCore/QString>
 #include <QtCore/QStringList>
@@ -24,6 +25,9 @@ bool isUtmZone(const std::string &fileName);
 
 /// A delivered system; one that is not read fails the test.
 Coord deliveredSystem(const std::string &fileName);
+
+/// Where a delivered system came from; one that is not read fails the test.
+SystemOrigin deliveredOrigin(const std::string &fileName);
 
 /// What the comment at the top of a delivered system cites.
 struct Citation

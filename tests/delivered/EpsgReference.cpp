@@ -83,15 +83,21 @@ QString nameAfter(const QString &keyword, const QString &text)
     return match.captured(1);
 }
 
-Area epsgArea(const QString &projectedCode)
+Usage epsgUsage(const QString &projectedCode)
 {
     const QString text = epsgText(QStringLiteral("crs"), projectedCode);
     const QRegularExpressionMatch match =
         QRegularExpression(QStringLiteral("BBOX\\[([^,\\]]+),([^,\\]]+),([^,\\]]+),([^,\\]]+)\\]"))
             .match(text);
     EXPECT_TRUE(match.hasMatch()) << text;
-    return {match.captured(1).toDouble(), match.captured(2).toDouble(),
-            match.captured(3).toDouble(), match.captured(4).toDouble()};
+    return {{match.captured(1).toDouble(), match.captured(2).toDouble(),
+             match.captured(3).toDouble(), match.captured(4).toDouble()},
+            nameAfter(QStringLiteral("AREA"), text)};
+}
+
+Area epsgArea(const QString &projectedCode)
+{
+    return epsgUsage(projectedCode).area;
 }
 
 QList<Pos> seededPositions(const Area &area, int count)

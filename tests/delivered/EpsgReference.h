@@ -25,6 +25,15 @@ QString epsgText(const QString &kind, const QString &code);
 /// The name in a well-known text: the first one that is quoted after `keyword` and a bracket.
 QString nameAfter(const QString &keyword, const QString &text);
 
+/// Where a system is meant to be used.
+struct Usage
+{
+    Area area;
+    QString name; ///< the area in words
+};
+
+Usage epsgUsage(const QString &projectedCode);
+
 /// The area of use of a projected system.
 Area epsgArea(const QString &projectedCode);
 

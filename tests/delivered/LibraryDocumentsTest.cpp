@@ -5,6 +5,7 @@
 #include "support/TemporaryHome.h"
 
 #include <KelStd/io/Coord_IO.h>
+#include <KelStd/io/SystemDocument.h>
 
 #include <QtCore/QDir>
 #include <QtCore/QRegularExpression>
@@ -35,11 +36,12 @@ QByteArray withoutComments(const QByteArray &document)
     return text.toUtf8();
 }
 
-QByteArray written(const Coord &coord)
+QByteArray written(const Coord &coord, const SystemOrigin &origin)
 {
     const QTemporaryDir directory;
     const QString path = directory.filePath(QStringLiteral("system.xml"));
-    EXPECT_TRUE(Coord_IO::xml_write(coord, path, nullptr));
+    io::DocumentFailure failure;
+    EXPECT_TRUE(io::writeSystem(coord, origin, path, failure)) << failure.text;
     return test::readFile(path);
 }
 
@@ -124,7 +126,8 @@ TEST(DeliveredLibrary, SystemsAreWrittenBackAsTheyAre)
         const Coord coord = test::deliveredSystem(fileName);
         const QByteArray delivered = withoutComments(test::readFile(
             test::deliveredPath(QStringLiteral("standard/") + QString::fromStdString(fileName))));
-        EXPECT_EQ(test::withSortedAttributes(written(coord)).toStdString(),
+        EXPECT_EQ(test::withSortedAttributes(written(coord, test::deliveredOrigin(fileName)))
+                      .toStdString(),
                   test::withSortedAttributes(delivered).toStdString())
             << fileName;
     }

@@ -47,6 +47,9 @@ SystemWithRecord systemWith(const QByteArray &record, const char *from, const ch
                             record.trimmed() + "\n    ");
     const int comment = result.document.indexOf("<!--");
     result.document.remove(comment, result.document.indexOf("<Coord") - comment);
+    // The origin is that of the zone, and no part of a system with another record.
+    const int origin = result.document.indexOf("    <Origin");
+    result.document.remove(origin, result.document.indexOf("</Coord>") - origin);
 
     const QTemporaryDir directory;
     const QString path = directory.filePath(QStringLiteral("system.xml"));

@@ -1,5 +1,6 @@
 #include "delivered/DeliveredDocuments.h"
 #include "delivered/EpsgReference.h"
+#include "delivered/ExpectedOrigin.h"
 #include "location/LocationOperations.h"
 #include "support/Printers.h"
 #include "support/ProjTest.h"
@@ -88,7 +89,9 @@ TEST_P(NationalSystem, ProjectsAsTheEpsgDatabaseSays)
 {
     const Coord coord = test::deliveredSystem(GetParam());
     const QString code = test::citationOf(GetParam()).parameters;
-    const QList<Pos> positions = test::seededPositions(test::epsgArea(code), 100);
+    const test::Usage usage = test::epsgUsage(code);
+    test::expectOrigin(test::deliveredOrigin(GetParam()), code, usage);
+    const QList<Pos> positions = test::seededPositions(usage.area, 100);
     const QList<Pos> expected = test::epsgProject(code, positions);
     // A south orientated system counts west and south positive in its geographic frame, too.
     const double sign = coord.ellipsoid.positiveDir == EllipsoidDirection_WSU ? -1.0 : 1.0;
@@ -143,6 +146,27 @@ TEST_P(NationalSystem, ShiftsItsDatumAsTheEpsgDatabaseSays)
         EXPECT_NEAR(sign * location.get_Local_LLH_Lat(), expected[i].getXYZ().y,
                     shiftTolerance(coord));
     }
+}
+
+TEST_P(NationalSystem, NamesItsDatumShiftAsTheEpsgDatabaseDoes)
+{
+    const QString shift = test::citationOf(GetParam()).shift;
+    const auto operation = test::deliveredOrigin(GetParam()).operation;
+    ASSERT_EQ(operation.has_value(), !shift.isEmpty());
+    if (!operation)
+        return;
+    EXPECT_EQ(operation->code, shift);
+    const QString text = test::epsgText(QStringLiteral("operation"), shift);
+    EXPECT_EQ(operation->name, test::nameAfter(QStringLiteral("COORDINATEOPERATION"), text));
+    ASSERT_TRUE(operation->accuracyM.has_value());
+    EXPECT_TRUE(text.contains(
+        QStringLiteral("OPERATIONACCURACY[%1]").arg(*operation->accuracyM, 0, 'f', 1)))
+        << text;
+}
+
+TEST_P(NationalSystem, NamesItsCountry)
+{
+    EXPECT_FALSE(test::deliveredOrigin(GetParam()).countries.isEmpty());
 }
 
 class DeliveredBase : public test::ProjTest

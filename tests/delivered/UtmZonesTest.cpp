@@ -1,5 +1,6 @@
 #include "delivered/DeliveredDocuments.h"
 #include "delivered/EpsgReference.h"
+#include "delivered/ExpectedOrigin.h"
 #include "support/Printers.h"
 #include "support/ProjTest.h"
 
@@ -67,7 +68,9 @@ TEST_P(DeliveredUtmZonesFrom, AgreeWithTheEpsgDatabase)
         const QString code =
             QStringLiteral("EPSG:%1").arg((zone.south ? 32700 : 32600) + zone.number);
         EXPECT_EQ(test::citationOf(fileNameOf(zone)).parameters, code);
-        const QList<Pos> positions = test::seededPositions(test::epsgArea(code), 20);
+        const test::Usage usage = test::epsgUsage(code);
+        test::expectOrigin(test::deliveredOrigin(fileNameOf(zone)), code, usage);
+        const QList<Pos> positions = test::seededPositions(usage.area, 20);
         const QList<Pos> expected = test::epsgProject(code, positions);
         for (int i = 0; i < positions.size(); ++i) {
             Location location;

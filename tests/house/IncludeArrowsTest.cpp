@@ -51,11 +51,13 @@ const QList<Room> &programRooms()
         {"cli/values/", {"terminal", "run"}},
         {"cli/library/", {"terminal"}},
         {"cli/geoids/", {"terminal", "run"}},
-        {"cli/conversion/", {"run", "values"}},
-        {"cli/systems/", {"terminal", "values", "library", "geoids"}},
+        {"cli/conversion/", {"terminal", "run", "values"}},
         {"cli/proj/", {"terminal"}},
+        {"cli/catalogue/", {"terminal", "library", "proj"}},
+        {"cli/systems/", {"terminal", "values", "library", "geoids", "catalogue"}},
         {"cli/commands/",
-         {"terminal", "values", "run", "library", "geoids", "systems", "proj", "conversion"}},
+         {"terminal", "values", "run", "library", "geoids", "systems", "proj", "conversion",
+          "catalogue"}},
         {"cli/", {"commands", "terminal"}},
     };
     return rows;

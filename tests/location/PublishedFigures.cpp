@@ -198,12 +198,6 @@ const Pos &frameOf(const Location &location, Frame frame)
     return location.localNEH;
 }
 
-std::array<double, 3> componentsOf(const Pos &pos)
-{
-    const stXYZ &p = pos.getXYZ();
-    return {p.x, p.y, p.z};
-}
-
 PublishedFigures readPublishedFigures(const QString &path)
 {
     return Reader().read(path);

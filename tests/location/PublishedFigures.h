@@ -1,5 +1,7 @@
 #pragma once
 
+#include "support/Components.h"
+
 #include <KelStd/coord/Location.h>
 #include <KelStd/coord/Pos.h>
 
@@ -26,9 +28,6 @@ enum class Frame
 
 /// The position of a frame of `location`.
 const Pos &frameOf(const Location &location, Frame frame);
-
-/// The first, second and third component of a position, whatever its reading.
-std::array<double, 3> componentsOf(const Pos &pos);
 
 /// One component as published: its value, and half a unit of its last digit.
 struct Figure

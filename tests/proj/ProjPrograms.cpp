@@ -64,12 +64,6 @@ QList<Pos> runCct(const QString &definition, const QList<Pos> &positions)
                linesOf(positions, "0"));
 }
 
-std::array<double, 3> componentsOf(const Pos &pos)
-{
-    const stXYZ &p = pos.getXYZ();
-    return {p.x, p.y, p.z};
-}
-
 void expectNear(const QList<Pos> &ours, const QList<Pos> &theirs, double tolerance)
 {
     ASSERT_EQ(ours.size(), theirs.size());

@@ -1,11 +1,11 @@
 #pragma once
 
+#include "support/Components.h"
+
 #include <KelStd/coord/Pos.h>
 
 #include <QtCore/QList>
 #include <QtCore/QString>
-
-#include <array>
 
 namespace KelStd::test {
 
@@ -14,8 +14,6 @@ QList<Pos> runCs2cs(const QString &from, const QString &to, const QList<Pos> &po
 
 /// What PROJ's own program cct makes of positions with one projection's definition.
 QList<Pos> runCct(const QString &definition, const QList<Pos> &positions);
-
-std::array<double, 3> componentsOf(const Pos &pos);
 
 /// Every component of every position agrees to `tolerance`.
 void expectNear(const QList<Pos> &ours, const QList<Pos> &theirs, double tolerance);

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <KelStd/catalogue/CatalogueFailure.h>
+#include <KelStd/catalogue/ProjSession.h>
+#include <KelStd/catalogue/SystemExport.h>
+#include <KelStd/coord/Coord.h>
+
+#include <optional>
+
+namespace KelStd::catalogue {
+
+/// Writes a system as a text (see `Catalogue::exportSystem`).
+std::optional<ExportedSystem> exported(const ProjSession &session, const Coord &coord,
+                                       ExportForm form, const QString &code,
+                                       CatalogueFailure *failure);
+
+} // namespace KelStd::catalogue

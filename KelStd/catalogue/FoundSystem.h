@@ -1,0 +1,48 @@
+#pragma once
+
+#include <KelStd/Export.h>
+#include <KelStd/catalogue/SystemArea.h>
+
+#include <QtCore/QString>
+
+#include <optional>
+
+namespace KelStd::catalogue {
+
+enum class SystemKind
+{
+    Projected,
+    Compound,
+    Geographic, ///< two- or three-dimensional
+    Geocentric,
+    Vertical,
+    Other
+};
+
+/// "projected", "compound" and so on.
+KELSTD_EXPORT QString kindWord(SystemKind kind);
+
+/// A system of PROJ's database.
+struct FoundSystem
+{
+    QString code; ///< "EPSG:28992"
+    QString name;
+    SystemKind kind = SystemKind::Other;
+    SystemArea area;
+    bool isDeprecated = false;
+};
+
+/// What is looked for. Every condition that is given has to be met.
+struct SystemQuery
+{
+    /// Words in any order, each of which a system must have: in its name, its code, its area's
+    /// description. A word may be the beginning of a longer one; accents and the case of letters do
+    /// not matter, and digits stand apart from letters: "utm31" is "utm 31". A word of digits alone
+    /// is a whole number. "EPSG:28992" is one code.
+    QString words;
+    std::optional<GroundPoint> at; ///< lies in the area of use
+    std::optional<SystemArea> box; ///< has something in common with the area of use
+    bool withDeprecated = false;
+};
+
+} // namespace KelStd::catalogue

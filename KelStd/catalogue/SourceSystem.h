@@ -1,0 +1,31 @@
+#pragma once
+
+#include <KelStd/catalogue/ProjSession.h>
+#include <KelStd/catalogue/Similarity.h>
+#include <KelStd/catalogue/SystemList.h>
+
+#include <QtCore/QStringList>
+
+#include <optional>
+
+namespace KelStd::catalogue {
+
+/// The system of a source, taken apart.
+struct SourceSystem
+{
+    QString source;
+    FoundSystem system;                  ///< name, code, kind and area as far as they are known
+    proj::ProjObject projected;          ///< null where it has none
+    proj::ProjObject geodetic;           ///< what the projected system lies on
+    proj::ProjObject likelyGeodetic;     ///< what a text may lie on that names no datum; else null
+    proj::ProjObject vertical;           ///< of a compound system; else null
+    std::optional<Similarity> textShift; ///< a text's own "TOWGS84"
+    QStringList warnings;
+};
+
+/// Finds or reads the system of a source. Nothing, with the reason in `failure` (when given), where
+/// there is none or it cannot be told which.
+std::optional<SourceSystem> sourceSystem(ProjSession &session, SystemList &list,
+                                         const QByteArray &source, CatalogueFailure *failure);
+
+} // namespace KelStd::catalogue

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <KelStd/Export.h>
+
+#include <QtCore/QString>
+#include <QtCore/QStringList>
+
+namespace KelStd::catalogue {
+
+/// How a system is written as a text.
+enum class ExportForm
+{
+    Wkt2,     ///< ISO 19162:2019, the datum shift as a bound system
+    ProjJson, ///< the same as JSON
+    Proj,     ///< a PROJ string
+    Esri      ///< WKT 1 as ESRI writes it in .prj files, which has no datum shift
+};
+
+struct ExportedSystem
+{
+    QString text;
+    QStringList lost; ///< English sentences on what the text does not say of the system
+    QString code;     ///< the code of the database's system that it was verified to be; or empty
+};
+
+} // namespace KelStd::catalogue

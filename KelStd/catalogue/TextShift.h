@@ -1,0 +1,24 @@
+#pragma once
+
+#include <KelStd/catalogue/ShiftCandidates.h>
+#include <KelStd/coord/Coord.h>
+
+#include <QtCore/QStringList>
+
+#include <vector>
+
+namespace KelStd::catalogue {
+
+/// What is to be said of a definition's own datum shift.
+struct TextShiftJudgement
+{
+    const ShiftCandidate *same = nullptr; ///< the database's operation that it is; null for none
+    QStringList warnings;
+};
+
+/// Holds it against the database's operations of the same system, at a place.
+TextShiftJudgement judgedTextShift(const Similarity &text,
+                                   const std::vector<ShiftCandidate> &candidates,
+                                   const Coord &coord, const GroundPoint &place);
+
+} // namespace KelStd::catalogue

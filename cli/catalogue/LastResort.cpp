@@ -1,0 +1,41 @@
+#include <cli/catalogue/LastResort.h>
+
+#include <cli/catalogue/CatalogueStatus.h>
+#include <cli/catalogue/CatalogueText.h>
+#include <cli/catalogue/ImportedOrigin.h>
+#include <cli/catalogue/SourceArgument.h>
+#include <cli/proj/ProjEnvironment.h>
+#include <cli/terminal/Console.h>
+#include <cli/terminal/ShownText.h>
+
+#include <KelStd/catalogue/Catalogue.h>
+
+namespace KelStd::cli {
+
+LastResort importAsLastResort(const QString &given, Console &console)
+{
+    QString reason;
+    // Standard input is for positions.
+    const auto source = given == QLatin1String("-") ? std::nullopt : readSource(given, reason);
+    if (!source)
+        return {};
+    const ProjEnvironment environment;
+    if (!environment.isReady())
+        return {}; // whoever needs PROJ says so
+    catalogue::Catalogue catalogue;
+    const auto imported = catalogue.importSystem(*source);
+    if (imported.system) {
+        for (const QString &text : essentialLines(imported.report))
+            console.report(text);
+        return {imported.system, originOf(imported.report), false};
+    }
+    // What is no source at all is a mistyped name or file, of which the caller says more.
+    if (!isRefusal(imported.refusal)
+        || imported.refusal.kind == catalogue::CatalogueFailureKind::NotUnderstood)
+        return {};
+    console.report(QStringLiteral("cannot use the coordinate system %1: %2")
+                       .arg(shown(given), imported.refusal.text));
+    return {std::nullopt, {}, true};
+}
+
+} // namespace KelStd::cli

@@ -1,0 +1,154 @@
+#include <cli/commands/Command.h>
+
+#include <cli/catalogue/CatalogueStatus.h>
+#include <cli/library/DirectoryOption.h>
+#include <cli/proj/ProjEnvironment.h>
+#include <cli/systems/SystemChoice.h>
+#include <cli/terminal/CommandLine.h>
+#include <cli/terminal/Console.h>
+#include <cli/terminal/FilePath.h>
+#include <cli/terminal/ShownText.h>
+#include <cli/terminal/StandardStreams.h>
+
+#include <KelStd/catalogue/Catalogue.h>
+
+#include <QtCore/QFileInfo>
+#include <QtCore/QSaveFile>
+
+namespace KelStd::cli {
+
+namespace {
+
+const QString formOption = QStringLiteral("as");
+const QString outputOption = QStringLiteral("output");
+const QString forceOption = QStringLiteral("force");
+
+struct FormRow
+{
+    const char *word;
+    catalogue::ExportForm form;
+    const char *help;
+};
+
+constexpr FormRow forms[] = {
+    {"wkt2", catalogue::ExportForm::Wkt2, "WKT 2 of 2019, the datum shift as a bound system"},
+    {"projjson", catalogue::ExportForm::ProjJson, "the same as JSON"},
+    {"proj", catalogue::ExportForm::Proj, "a PROJ string"},
+    {"esri", catalogue::ExportForm::Esri, "WKT 1 as in .prj files, which has no datum shift"},
+};
+
+const FormRow *findForm(const QString &word)
+{
+    for (const FormRow &row : forms) {
+        if (word == QLatin1String(row.word))
+            return &row;
+    }
+    return nullptr;
+}
+
+CommandLine makeCommandLine()
+{
+    QString help = systemChoiceHelp() + QStringLiteral("\n\n") + reviewHelp()
+                   + QStringLiteral("\n\nThe forms are\n");
+    for (const FormRow &row : forms) {
+        help += QStringLiteral("  %1  %2\n")
+                    .arg(QLatin1String(row.word), -8)
+                    .arg(QLatin1String(row.help));
+    }
+    help += QStringLiteral(
+        "What a form cannot say of the system is listed on standard error. A .prj is that\n"
+        "of the database's system which this one was found to be, by numbers.\n"
+        "\n"
+        "Exit status: 0 written, 1 the system cannot be written in this form, 2 usage or\n"
+        "a file that exists, 3 no PROJ, no usable system, or output that cannot be\n"
+        "written, 4 written, but standard output cannot be written.");
+    CommandLine line(QStringLiteral("SYSTEM --as FORM [OPTIONS]"),
+                     QStringLiteral("Writes a coordinate system as a text for other programs."),
+                     help);
+    line.addOption(
+        {formOption, QStringLiteral("wkt2, projjson, proj or esri."), QStringLiteral("FORM")});
+    line.addOption({{QStringLiteral("o"), outputOption},
+                    QStringLiteral("The file to write. Default: standard output."),
+                    QStringLiteral("FILE")});
+    line.addOption({forceOption, QStringLiteral("Replace a file that exists.")});
+    addDirectoryOption(line);
+    addLenientOption(line);
+    return line;
+}
+
+/// Whole or not at all; false after a report.
+bool writeFile(const QString &fileName, const QByteArray &bytes, Console &console)
+{
+    QSaveFile file(fileName);
+    if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.flush()
+        && file.commit())
+        return true;
+    console.report(QStringLiteral("cannot write %1: %2").arg(fileName, file.errorString()));
+    return false;
+}
+
+} // namespace
+
+ExitStatus runSystemExport(const QStringList &arguments, Console &console)
+{
+    CommandLine line = makeCommandLine();
+    if (const auto status = line.parse(arguments, console, 1))
+        return *status;
+    const QString given = line.positionals().value(0);
+    const QString word = line.value(formOption);
+    const QString fileName = onDisk(line.value(outputOption));
+    const FormRow *form = findForm(word);
+    if (given.isEmpty())
+        return line.refuse(QStringLiteral("the coordinate system is missing"), console);
+    if (word.isEmpty())
+        return line.refuse(QStringLiteral("--as FORM is missing"), console);
+    if (form == nullptr) {
+        return line.refuse(
+            QStringLiteral("--as '%1' is no form; there are wkt2, projjson, proj, esri").arg(word),
+            console);
+    }
+    if (line.isSet(outputOption) && (fileName.isEmpty() || fileName == QLatin1String("-")))
+        return line.refuse(QStringLiteral("-o has no file's name"), console);
+    if (!fileName.isEmpty() && streams::areSameFile(fileName, onDisk(given))) {
+        console.report(QStringLiteral("cannot write %1: it is the system").arg(fileName));
+        return ExitStatus::Usage;
+    }
+    if (QFileInfo::exists(fileName) && !line.isSet(forceOption)) {
+        console.report(QStringLiteral("%1 exists; --force replaces it").arg(fileName));
+        return ExitStatus::Usage;
+    }
+
+    const auto chosen = readChosenSystem(given, line, console);
+    if (!chosen || !mayBeUsed(chosen->review, line, console))
+        return ExitStatus::Environment;
+    const ProjEnvironment environment;
+    if (!environment.isReady()) {
+        console.report(environment.failure());
+        return ExitStatus::Environment;
+    }
+    catalogue::Catalogue catalogue;
+    catalogue::CatalogueFailure failure;
+    const auto exported =
+        catalogue.exportSystem(chosen->coord, form->form, chosen->origin.fullCode(), &failure);
+    if (!exported) {
+        console.report(QStringLiteral("cannot write %1 as %2: %3")
+                           .arg(shown(given), QLatin1String(form->word), failure.text));
+        return statusOf(failure);
+    }
+    const QByteArray bytes = exported->text.toUtf8() + '\n';
+    if (fileName.isEmpty())
+        console.write(bytes);
+    else if (!writeFile(fileName, bytes, console))
+        return ExitStatus::Environment;
+    if (!exported->code.isEmpty())
+        console.report(QStringLiteral("note: the system is %1").arg(shown(exported->code)));
+    for (const QString &lost : exported->lost)
+        console.report(QStringLiteral("lost: %1").arg(shown(lost)));
+    if (!fileName.isEmpty()) {
+        console.printChange(
+            QStringLiteral("Wrote %1: %2").arg(fileName, shown(chosen->coord.coord_name)));
+    }
+    return ExitStatus::Success;
+}
+
+} // namespace KelStd::cli

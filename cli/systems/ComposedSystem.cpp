@@ -1,0 +1,331 @@
+#include <cli/systems/ComposedSystem.h>
+
+#include <cli/geoids/GeoidModel.h>
+#include <cli/terminal/WithoutRaising.h>
+
+#include <KelStd/io/ProjEllipsoid.h>
+#include <KelStd/library/LibraryRecord.h>
+#include <KelStd/location/LocationBuilder.h>
+#include <KelStd/platform/Toolkits.h>
+#include <KelStd/text/TypedAngle.h>
+
+#include <algorithm>
+#include <array>
+#include <vector>
+
+namespace KelStd::cli {
+
+namespace {
+
+/// How a parameter of PROJ's projections is read; all others are plain numbers.
+struct ParameterRow
+{
+    const char *name;
+    EValueType valType;
+    EUnit unit;
+    AngleSense sense;
+};
+
+constexpr ParameterRow parameterRows[] = {
+    {"lon_0", ValueType_Longitude, Unit_Degree, AngleSense::Longitude},
+    {"lon_1", ValueType_Longitude, Unit_Degree, AngleSense::Longitude},
+    {"lon_2", ValueType_Longitude, Unit_Degree, AngleSense::Longitude},
+    {"lonc", ValueType_Longitude, Unit_Degree, AngleSense::Longitude},
+    {"lat_0", ValueType_Latitude, Unit_Degree, AngleSense::Latitude},
+    {"lat_1", ValueType_Latitude, Unit_Degree, AngleSense::Latitude},
+    {"lat_2", ValueType_Latitude, Unit_Degree, AngleSense::Latitude},
+    {"lat_ts", ValueType_Latitude, Unit_Degree, AngleSense::Latitude},
+    {"alpha", ValueType_Angle, Unit_Degree, AngleSense::Plain},
+    {"gamma", ValueType_Angle, Unit_Degree, AngleSense::Plain},
+    {"x_0", ValueType_Distance, Unit_Meter, AngleSense::Plain},
+    {"y_0", ValueType_Distance, Unit_Meter, AngleSense::Plain},
+};
+
+const ParameterRow *findParameter(const QString &projName)
+{
+    for (const ParameterRow &row : parameterRows) {
+        if (projName == QLatin1String(row.name))
+            return &row;
+    }
+    return nullptr;
+}
+
+/// Parameters that would change the ellipsoid beside its record.
+constexpr const char *ellipsoidParameters[] = {"a", "b", "rf", "f", "es", "R", "ellps", "datum"};
+
+/// What PROJ calls so has no northings and eastings.
+constexpr const char *noProjections[] = {"longlat", "latlong", "latlon", "lonlat",
+                                         "geocent", "cart",    "noop",   "pipeline"};
+
+template <std::size_t count>
+bool isAmong(const QString &text, const char *const (&words)[count])
+{
+    return std::any_of(std::begin(words), std::end(words),
+                       [&text](const char *word) { return text == QLatin1String(word); });
+}
+
+/// PROJ's names of one parameter.
+bool areOneName(const QString &left, const QString &right)
+{
+    const auto plain = [](const QString &name) {
+        return name == QLatin1String("k_0") ? QStringLiteral("k") : name;
+    };
+    return plain(left) == plain(right);
+}
+
+/// The numbers of a list with commas; nothing with the mistake.
+std::optional<QList<double>> readNumbers(const QString &text, QString &mistake)
+{
+    QList<double> numbers;
+    for (const QString &field : text.split(QLatin1Char(','))) {
+        TypedValueFailure failure;
+        const auto number = readNumber(field.trimmed(), failure);
+        if (!number) {
+            mistake = failure.text;
+            return std::nullopt;
+        }
+        numbers += *number;
+    }
+    return numbers;
+}
+
+std::optional<Ellipsoid> ellipsoidOf(const QString &text, QString &mistake)
+{
+    if (const auto known = io::ellipsoidOfProj(text.trimmed()))
+        return known;
+    if (const auto record = library::find(RecordKind::Ellipsoid, text))
+        return std::get<Ellipsoid>(*record);
+    const bool isNumbers = text.contains(QLatin1Char(','));
+    QString reason;
+    const auto numbers = isNumbers ? readNumbers(text, reason) : std::nullopt;
+    if (numbers && numbers->size() == 2) {
+        Ellipsoid ellipsoid;
+        ellipsoid.ellipsoid_name = text.simplified();
+        ellipsoid.biggerHalfAxle = Param(ValueType_Distance, Unit_Meter, numbers->at(0));
+        ellipsoid.reciprocal = numbers->at(1);
+        return ellipsoid;
+    }
+    mistake = QStringLiteral("--ellipsoid %1 ").arg(quoted(text));
+    if (isNumbers && !reason.isEmpty()) {
+        mistake += QStringLiteral("is no axis and inverse flattening: ") + reason;
+    } else {
+        mistake += QStringLiteral("is neither a PROJ name (%1, ...), nor an ellipsoid of the "
+                                  "library, nor an axis [m] and an inverse flattening with a comma "
+                                  "between them")
+                       .arg(io::ellipsoidNamesOfProj().mid(2, 4).join(QStringLiteral(", ")));
+    }
+    return std::nullopt;
+}
+
+Projection projectionOf(const QString &text)
+{
+    if (const auto record = library::find(RecordKind::Projection, text))
+        return std::get<Projection>(*record);
+    Projection projection;
+    projection.projection_name = text.trimmed();
+    projection.proj4Projection = text.trimmed();
+    return projection;
+}
+
+/// The key under which the record has a parameter of PROJ; the PROJ name itself where it has none.
+QString keyOf(const Projection &projection, const QString &projName)
+{
+    const auto &names = projection.paramProj4;
+    for (auto entry = names.constBegin(); entry != names.constEnd(); ++entry) {
+        if (areOneName(entry.value(), projName))
+            return entry.key();
+    }
+    return projName;
+}
+
+/// Sets "lon_0=15"; false with the mistake.
+bool set(const QString &setting, QStringList &seen, Projection &projection, QString &mistake)
+{
+    const QString projName = setting.section(QLatin1Char('='), 0, 0).trimmed();
+    const QString text = setting.section(QLatin1Char('='), 1).trimmed();
+    QString reason;
+    if (projName.isEmpty() || !setting.contains(QLatin1Char('='))) {
+        mistake = QStringLiteral("--set %1 is no PARAMETER=VALUE").arg(quoted(setting));
+        return false;
+    }
+    if (isAmong(projName, ellipsoidParameters)) {
+        mistake =
+            QStringLiteral("--set %1: the ellipsoid is that of --ellipsoid").arg(quoted(setting));
+        return false;
+    }
+    const bool isRepeated = std::any_of(seen.cbegin(), seen.cend(), [&](const QString &name) {
+        return areOneName(name, projName);
+    });
+    if (isRepeated) {
+        mistake = QStringLiteral("--set %1: %2 is set twice").arg(quoted(setting), projName);
+        return false;
+    }
+    seen += projName;
+    const ParameterRow *const row = findParameter(projName);
+    const bool isAngle = row != nullptr && row->unit == Unit_Degree;
+    TypedValueFailure failure;
+    const auto value = isAngle ? readTypedAngle(text, row->sense, DecimalMark::Point, failure)
+                               : readNumber(text, failure);
+    if (!value) {
+        mistake = QStringLiteral("--set %1: %2 %3").arg(quoted(setting), projName, failure.text);
+        return false;
+    }
+    const QString key = keyOf(projection, projName);
+    projection.param.insert(key, row != nullptr ? Param(row->valType, row->unit, *value)
+                                                : Param(ValueType_Double, Unit_None, *value));
+    projection.paramProj4.insert(key, projName);
+    return true;
+}
+
+/// From PROJ's convention: the records have the way from WGS 84, of which the definitions reverse
+/// translations and scale and leave rotations.
+bool setShift(const QString &text, stEllipsoinTransform &shift, QString &mistake)
+{
+    QString reason;
+    const auto numbers = readNumbers(text, reason);
+    constexpr int three = 3;
+    constexpr int seven = 7;
+    if (!numbers || (numbers->size() != three && numbers->size() != seven)) {
+        mistake =
+            QStringLiteral("--shift-parameters %1: %2")
+                .arg(quoted(text), numbers ? QStringLiteral("three or seven numbers with commas "
+                                                            "between them are needed")
+                                           : reason);
+        return false;
+    }
+    const bool isSeven = numbers->size() == seven;
+    shift.fuction = isSeven ? EllipsoinTransformFunction_Seven : EllipsoinTransformFunction_Three;
+    const std::array<Param *, seven> params = {
+        &shift.x_translate, &shift.y_translate, &shift.z_translate, &shift.x_rotate,
+        &shift.y_rotate,    &shift.z_rotate,    &shift.ratio_ppm};
+    for (int i = 0; i < numbers->size(); ++i) {
+        const bool isRotation = i >= three && i < seven - 1;
+        const double number = numbers->at(i);
+        // Not the negative zero, which would be printed so.
+        params[static_cast<std::size_t>(i)]->value = isRotation || number == 0.0 ? number : -number;
+    }
+    return true;
+}
+
+/// The number of a parameter of PROJ; nothing where the record has none.
+std::optional<double> numberOf(const Projection &projection, const char *projName)
+{
+    const QString name = QString::fromLatin1(projName);
+    const auto &names = projection.paramProj4;
+    for (auto entry = names.constBegin(); entry != names.constEnd(); ++entry) {
+        if (entry.value() == name && projection.param.contains(entry.key()))
+            return projection.param.value(entry.key()).value.toDouble();
+    }
+    return std::nullopt;
+}
+
+/// Where the projection is likely to be good: about its central meridian, at its latitudes.
+std::vector<Pos> placesAround(const Projection &projection)
+{
+    double meridian = 0.0;
+    for (const char *name : {"lonc", "lon_1", "lon_0"})
+        meridian = numberOf(projection, name).value_or(meridian);
+    if (const auto zone = numberOf(projection, "zone"))
+        meridian =
+            Coord::UtmZone_to_DegreedLogitude(static_cast<int>(std::clamp(*zone, 1.0, 60.0)));
+    std::vector<double> latitudes;
+    for (const char *name : {"lat_0", "lat_1", "lat_2", "lat_ts"}) {
+        if (const auto latitude = numberOf(projection, name))
+            latitudes.push_back(*latitude);
+    }
+    for (const double latitude : {0.0, 30.0, -30.0, 60.0, -60.0, 85.0, -85.0})
+        latitudes.push_back(latitude);
+    std::vector<Pos> places;
+    for (const double latitude : latitudes) {
+        for (const double offset : {0.0, 1.0, -1.0}) {
+            for (const double rise : {0.0, 0.5, -0.5}) {
+                places.push_back(Pos::fromLongLatH(meridian + offset,
+                                                   std::clamp(latitude + rise, -89.9, 89.9), 0.0));
+            }
+        }
+    }
+    return places;
+}
+
+} // namespace
+
+std::optional<Coord> composedSystem(const SystemPieces &pieces, QString &mistake)
+{
+    Coord coord;
+    Coord::CreateDefaultTMercCoordination(coord);
+    coord.ellipsoidTransform.clear();
+    const auto ellipsoid = ellipsoidOf(pieces.ellipsoid, mistake);
+    if (!ellipsoid)
+        return std::nullopt;
+    coord.ellipsoid = *ellipsoid;
+    coord.projection = projectionOf(pieces.projection);
+    if (isAmong(coord.projection.proj4Projection.trimmed().toLower(), noProjections)) {
+        mistake = QStringLiteral("--projection %1 is no projection").arg(quoted(pieces.projection));
+        return std::nullopt;
+    }
+    QStringList seen;
+    for (const QString &setting : pieces.settings) {
+        if (!set(setting, seen, coord.projection, mistake))
+            return std::nullopt;
+    }
+    if (!pieces.shift.isEmpty() && !setShift(pieces.shift, coord.ellipsoidTransform, mistake))
+        return std::nullopt;
+    if (!pieces.geoid.isEmpty()) {
+        QString reason;
+        if (!findGeoidModel(pieces.geoid, reason)) {
+            mistake = QStringLiteral("--geoid %1: %2").arg(quoted(pieces.geoid), reason);
+            return std::nullopt;
+        }
+        coord.geoidModel.modelFileName = pieces.geoid;
+    }
+    coord.coord_name = pieces.name.isEmpty() ? QStringLiteral("%1 / %2").arg(
+                           coord.ellipsoid.ellipsoid_name, coord.projection.projection_name)
+                                             : pieces.name;
+    return coord;
+}
+
+QStringList broughtParameters(const SystemPieces &pieces, const Coord &coord)
+{
+    QStringList brought;
+    const Projection &projection = coord.projection;
+    const auto &names = projection.paramProj4;
+    for (auto entry = names.constBegin(); entry != names.constEnd(); ++entry) {
+        const bool isSet = std::any_of(
+            pieces.settings.cbegin(), pieces.settings.cend(), [&](const QString &setting) {
+                return areOneName(setting.section(QLatin1Char('='), 0, 0).trimmed(), entry.value());
+            });
+        if (!isSet) {
+            constexpr int decimals = 12;
+            const double value = projection.param.value(entry.key()).value.toDouble();
+            brought += QStringLiteral("%1=%2").arg(entry.value(),
+                                                   tk::Toolkits::DoubleToString(value, decimals));
+        }
+    }
+    return brought;
+}
+
+bool convertsAroundOrigin(const Coord &coord, QString &reason)
+{
+    QString failure;
+    bool isMade = false;
+    const auto convert = [&] {
+        LocationBuilder builder(coord);
+        builder.requireOneToOne(true);
+        for (const Pos &place : placesAround(coord.projection)) {
+            Location location;
+            LocationBuilder::Outcome outcome;
+            builder.make(LocationBuilder::Frame::LocalGeographic, &place, 1, &location, &outcome);
+            isMade = isMade || outcome.isMade;
+            if (failure.isEmpty())
+                failure = outcome.reason;
+        }
+    };
+    if (!withoutRaising(convert, reason))
+        return false;
+    if (!isMade)
+        reason = QStringLiteral("no position around the projection's origin can be converted: %1")
+                     .arg(failure);
+    return isMade;
+}
+
+} // namespace KelStd::cli
