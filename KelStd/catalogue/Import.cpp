@@ -370,6 +370,9 @@ bool import(Work &work)
     ImportReport &report = work.result.report;
     report.axisUnit = records->axisUnit;
     report.metresPerUnit = records->metresPerUnit;
+    const QString remark = methodWarning(work.session, work.source.projected.get());
+    if (!remark.isEmpty())
+        work.warn(remark);
     work.primeMeridian = primeMeridianOf(work.session, work.source.geodetic.get());
     work.candidates = shiftCandidates(work.session, work.source.geodetic.get(),
                                       work.source.system.area, work.options.at);

@@ -175,7 +175,8 @@ TEST_F(WholeDatabase, ImportsOrIsRefusedWithItsReason)
                 << code;
         }
         // Another way to the same operation, through the system's own axes and units.
-        if (index % 6 != 0)
+        // PROJ leaves out what Belgium's own method has (PublishedPointsTest.cpp holds it).
+        if (index % 6 != 0 || system.code == QLatin1String("EPSG:31300"))
             continue;
         LocationBuilder builder(*result.system);
         const GroundPoint at = result.report.area.centre();
