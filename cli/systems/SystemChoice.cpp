@@ -61,9 +61,10 @@ Lookup readRegistered(const LibraryDirectory &library, RecordKind kind, const QS
     if (const auto several = library::ambiguityFailure(library, kind, name))
         return failedAfterReport(name, shown(several.text), console);
     chosen.review.file = library::documentsHolding(library, kind, name).value(0);
-    QString reason = noFileFault(chosen.review.file);
-    if (reason.isEmpty()
-        && readSystem(chosen.review.file, chosen.coord, chosen.origin, chosen.review.findings,
+    QString reason;
+    if (const auto failure = library::fileFailure(chosen.review.file))
+        reason = io::describedFailure(failure);
+    else if (readSystem(chosen.review.file, chosen.coord, chosen.origin, chosen.review.findings,
                       reason))
         return Lookup::Found;
     return failedAfterReport(name, reason, console); // another program has changed it since
