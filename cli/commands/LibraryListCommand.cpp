@@ -165,7 +165,7 @@ ExitStatus runLibraryList(const QStringList &arguments, Console &console)
                                     "use; of ellipsoids the semi-major axis\nand the flattening."),
                      QStringLiteral("With WORDS only what has all of them, in any order, in its "
                                     "name, code, area or\ncountries: 'utm 31n', '28992', "
-                                    "'schweiz'. Case and accents do not matter, and the\n"
+                                    "'schweiz'. Case and accents do not matter, and\nthe "
                                     "beginning of a word will do.\n\n"
                                     "What loading skips is not listed; 'kelstd library check' "
                                     "tells of it."));
