@@ -219,7 +219,8 @@ bool isNamedBy(const InputForm &form, int component, const Heading &heading)
 
 bool isInputUnit(const InputForm &form, int component, const NamedUnit &unit)
 {
-    return unit.unit == inputUnit(form, component);
+    // Its symbol is one of the words for it, and of none other.
+    return unitNamed(normalisedHeading(form.unitText(component))) == &unit;
 }
 
 bool hasInputUnit(const InputForm &form, int component, const Heading &heading)
@@ -241,10 +242,9 @@ QString lengthUnitHint(const InputForm &form, const NamedUnit &unit)
 QString unitMistake(const InputForm &form, int component, const Heading &heading)
 {
     const bool isLength = !isAngle(columnOf(form.frame, component));
-    const QString unit = isLength ? unitSymbol(form.unitOf(component)) : QStringLiteral("deg");
     return QStringLiteral("%1 is in %2, but %3 is read in %4%5")
         .arg(quoted(heading.text), QLatin1String(heading.unit->symbol),
-             QLatin1String(columnOf(form.frame, component).label), unit,
+             QLatin1String(columnOf(form.frame, component).label), form.unitText(component),
              isLength ? lengthUnitHint(form, *heading.unit) : QString());
 }
 
