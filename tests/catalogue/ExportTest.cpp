@@ -1,0 +1,150 @@
+// Systems written as texts, and read back by PROJ's own program cs2cs.
+
+#include "catalogue/CatalogueTest.h"
+#include "support/Printers.h"
+
+#include <KelStd/location/LocationBuilder.h>
+
+#include <QtCore/QProcess>
+#include <QtCore/QTemporaryDir>
+
+namespace KelStd::catalogue {
+namespace {
+
+using test::CatalogueTest;
+
+class SystemExport : public CatalogueTest
+{};
+
+/// Northing and easting, in whichever order and unit, of WGS 84 latitude and longitude.
+QStringList cs2cs(const QString &target, const GroundPoint &place)
+{
+    QProcess process;
+    process.start(QStringLiteral("cs2cs"), {QStringLiteral("-f"), QStringLiteral("%.7f"),
+                                            QStringLiteral("EPSG:4326"), target});
+    process.write(QByteArray::number(place.latitude, 'g', 17) + ' '
+                  + QByteArray::number(place.longitude, 'g', 17) + '\n');
+    process.closeWriteChannel();
+    EXPECT_TRUE(process.waitForFinished());
+    return QString::fromUtf8(process.readAllStandardOutput())
+        .simplified()
+        .split(QLatin1Char(' '))
+        .mid(0, 2);
+}
+
+double distance(const QStringList &a, const QStringList &b)
+{
+    return std::hypot(a.value(0).toDouble() - b.value(0).toDouble(),
+                      a.value(1).toDouble() - b.value(1).toDouble());
+}
+
+TEST_F(SystemExport, IsReadBackByProjWithTheSameShift)
+{
+    // Systems with one shift to WGS 84, so that cs2cs takes it by itself; three translations,
+    // seven parameters, none, feet, a prime meridian, a southern and a Krovak's axes.
+    for (const char *code : {"EPSG:27561", "EPSG:2154", "EPSG:32631", "EPSG:4400", "EPSG:29385",
+                             "EPSG:5880", "EPSG:3067", "EPSG:23700", "EPSG:21781"}) {
+        const ImportedSystem imported = import(code);
+        ASSERT_TRUE(imported.system) << code;
+        const GroundPoint at = imported.report.area.centre();
+        const QStringList known = cs2cs(QString::fromLatin1(code), at);
+        for (const ExportForm form : {ExportForm::Wkt2, ExportForm::ProjJson}) {
+            CatalogueFailure failure;
+            const auto text = catalogue().exportSystem(*imported.system, form,
+                                                       QString::fromLatin1(code), &failure);
+            ASSERT_TRUE(text) << code << ' ' << failure.text.toStdString();
+            EXPECT_EQ(text->code, QLatin1String(code));
+            const QStringList back = cs2cs(text->text, at);
+            ASSERT_EQ(back.size(), 2) << code;
+            if (imported.report.alternatives.empty()) {
+                EXPECT_LT(distance(back, known), 1e-6) << code;
+            }
+        }
+    }
+}
+
+TEST_F(SystemExport, GivesWhatTheSystemGives)
+{
+    for (const char *code : {"EPSG:28992", "EPSG:31370", "EPSG:27700", "EPSG:5514", "EPSG:3857",
+                             "EPSG:31467", "EPSG:27561", "EPSG:2056"}) {
+        const ImportedSystem imported = import(code);
+        ASSERT_TRUE(imported.system) << code;
+        const GroundPoint at = imported.report.area.centre();
+        LocationBuilder builder(*imported.system);
+        Location location;
+        ASSERT_TRUE(builder.make(LocationBuilder::Frame::Wgs84Geographic,
+                                 Pos::fromLongLatH(at.longitude, at.latitude, 0.0), location));
+        // Without the code the text is made of the records alone.
+        for (const ExportForm form : {ExportForm::Wkt2, ExportForm::ProjJson, ExportForm::Proj}) {
+            const auto text = catalogue().exportSystem(*imported.system, form);
+            ASSERT_TRUE(text) << code;
+            EXPECT_TRUE(text->code.isEmpty());
+            const QStringList back = cs2cs(text->text, at);
+            const QStringList own = {QString::number(location.get_NEH_E(), 'f', 7),
+                                     QString::number(location.get_NEH_N(), 'f', 7)};
+            EXPECT_LT(distance(back, own), imported.report.difference + 1e-6)
+                << code << '\n'
+                << text->text.toStdString();
+        }
+    }
+}
+
+TEST_F(SystemExport, WritesEsriTextsOfSystemsOfTheDatabase)
+{
+    const ImportedSystem rd = import("EPSG:28992");
+    const auto text =
+        catalogue().exportSystem(*rd.system, ExportForm::Esri, QStringLiteral("EPSG:28992"));
+    ASSERT_TRUE(text);
+    EXPECT_TRUE(
+        text->text.startsWith(QLatin1String("PROJCS[\"RD_New\",GEOGCS[\"GCS_Amersfoort\"")));
+    EXPECT_FALSE(text->lost.isEmpty());
+    EXPECT_EQ(import(text->text.toUtf8()).report.code, QStringLiteral("EPSG:28992"));
+}
+
+TEST_F(SystemExport, RefusesAnEsriTextThatWouldLoseTheShift)
+{
+    const ImportedSystem rd = import("EPSG:28992");
+    CatalogueFailure failure;
+    EXPECT_FALSE(catalogue().exportSystem(*rd.system, ExportForm::Esri, {}, &failure));
+    EXPECT_EQ(failure.kind, CatalogueFailureKind::NotExportable);
+    // Another system's code is no help.
+    EXPECT_FALSE(catalogue().exportSystem(*rd.system, ExportForm::Esri,
+                                          QStringLiteral("EPSG:28991"), &failure));
+    // Without a shift there is none to lose.
+    EXPECT_TRUE(catalogue().exportSystem(*import("EPSG:2154").system, ExportForm::Esri));
+}
+
+TEST_F(SystemExport, DoesNotBelieveACode)
+{
+    Coord changed = *import("EPSG:28992").system;
+    changed.projection.param[QStringLiteral("FalseEast")].value = 155001.0;
+    const auto text =
+        catalogue().exportSystem(changed, ExportForm::Wkt2, QStringLiteral("EPSG:28992"));
+    ASSERT_TRUE(text);
+    EXPECT_TRUE(text->code.isEmpty());
+    EXPECT_FALSE(text->text.contains(QLatin1String("28992")));
+    EXPECT_TRUE(text->text.contains(QLatin1String("155001")));
+}
+
+TEST_F(SystemExport, SaysWhatIsLost)
+{
+    const ImportedSystem compound = import("EPSG:28992+5773");
+    const auto text = catalogue().exportSystem(*compound.system, ExportForm::Wkt2);
+    ASSERT_TRUE(text);
+    EXPECT_TRUE(text->lost.join(QLatin1Char(' ')).contains(QLatin1String("egm96_15.gtx")));
+}
+
+TEST_F(SystemExport, RefusesASystemThatIsNone)
+{
+    CatalogueFailure failure;
+    EXPECT_FALSE(catalogue().exportSystem(Coord(), ExportForm::Wkt2, {}, &failure));
+    EXPECT_EQ(failure.kind, CatalogueFailureKind::NotExportable);
+    Coord hostile = *import("EPSG:28992").system;
+    hostile.coord_name = QStringLiteral("\"],EVIL[\"\n{}");
+    const auto text = catalogue().exportSystem(hostile, ExportForm::Wkt2);
+    ASSERT_TRUE(text);
+    EXPECT_TRUE(import(text->text.toUtf8()).system);
+}
+
+} // namespace
+} // namespace KelStd::catalogue

@@ -1,0 +1,222 @@
+// What a source may be, and what is refused of it.
+
+#include "catalogue/CatalogueTest.h"
+#include "support/Printers.h"
+
+#include <algorithm>
+
+namespace KelStd::catalogue {
+namespace {
+
+using test::CatalogueTest;
+
+class SystemSource : public CatalogueTest
+{
+protected:
+    /// The code that a source is identified as.
+    QString codeOf(const QByteArray &source) { return import(source).report.code; }
+
+    bool warns(const QByteArray &source, const char *words)
+    {
+        const QStringList warnings = import(source).report.warnings;
+        return std::any_of(warnings.cbegin(), warnings.cend(), [words](const QString &warning) {
+            return warning.contains(QLatin1String(words));
+        });
+    }
+};
+
+/// As ESRI's programs write it.
+const QByteArray esriRd =
+    R"(PROJCS["RD_New",GEOGCS["GCS_Amersfoort",DATUM["D_Amersfoort",SPHEROID["Bessel_1841",)"
+    R"(6377397.155,299.1528128]],PRIMEM["Greenwich",0.0],UNIT["Degree",0.0174532925199433]],)"
+    R"(PROJECTION["Double_Stereographic"],PARAMETER["False_Easting",155000.0],)"
+    R"(PARAMETER["False_Northing",463000.0],PARAMETER["Central_Meridian",5.38763888888889],)"
+    R"(PARAMETER["Scale_Factor",0.9999079],PARAMETER["Latitude_Of_Origin",52.1561605555556],)"
+    R"(UNIT["Meter",1.0]])";
+
+/// The datum's own shift, with the numbers of EPSG:4833 by the position-vector method.
+QByteArray rdString(const char *rotations)
+{
+    return QByteArray("+proj=sterea +lat_0=52.1561605555556 +lon_0=5.38763888888889 +k=0.9999079 "
+                      "+x_0=155000 +y_0=463000 +ellps=bessel +towgs84=565.4171,50.3319,465.5524,")
+           + rotations + ",4.0725 +units=m";
+}
+
+constexpr const char *rotations = "-0.398957388243134,0.343987817378283,-1.87740163998045";
+constexpr const char *negated = "0.398957388243134,-0.343987817378283,1.87740163998045";
+
+TEST_F(SystemSource, MayBeACodeAUrnOrAName)
+{
+    for (const char *source :
+         {"EPSG:28992", "epsg:28992", " EPSG:28992\n", "28992", "urn:ogc:def:crs:EPSG::28992",
+          "Amersfoort / RD New", "amersfoort / rd new"})
+        EXPECT_EQ(codeOf(source), QStringLiteral("EPSG:28992")) << source;
+    EXPECT_EQ(codeOf("IGNF:LAMB93"), QStringLiteral("IGNF:LAMB93"));
+    EXPECT_EQ(codeOf("ESRI:102003"), QStringLiteral("ESRI:102003"));
+}
+
+TEST_F(SystemSource, MayBeAnEsriText)
+{
+    EXPECT_EQ(codeOf(esriRd), QStringLiteral("EPSG:28992"));
+    EXPECT_EQ(import(esriRd).report.shift.code, QStringLiteral("EPSG:4833"));
+    EXPECT_EQ(import(esriRd).report.area.west, 3.2);
+}
+
+TEST_F(SystemSource, MayBeginWithAByteOrderMarkOrBeUtf16)
+{
+    EXPECT_EQ(codeOf("\xef\xbb\xbf" + esriRd), QStringLiteral("EPSG:28992"));
+    const QString text = QString::fromLatin1(esriRd);
+    QByteArray little("\xff\xfe", 2);
+    QByteArray big("\xfe\xff", 2);
+    for (const QChar c : text) {
+        little += QByteArray(1, static_cast<char>(c.cell())) + QByteArray(1, '\0');
+        big += QByteArray(1, '\0') + QByteArray(1, static_cast<char>(c.cell()));
+    }
+    EXPECT_EQ(codeOf(little), QStringLiteral("EPSG:28992"));
+    EXPECT_EQ(codeOf(big), QStringLiteral("EPSG:28992"));
+}
+
+TEST_F(SystemSource, KeepsATextsOwnShift)
+{
+    const ImportedSystem own = import(rdString(rotations));
+    EXPECT_EQ(own.system->ellipsoidTransform.x_translate.value.toDouble(), -565.4171);
+    EXPECT_EQ(own.report.shift.code, QStringLiteral("EPSG:4833"));
+    const ImportedSystem wrong = import(rdString(negated));
+    // Taken as it stands, and said.
+    EXPECT_EQ(wrong.system->ellipsoidTransform.x_rotate.value.toDouble(), 0.398957388243134);
+    EXPECT_TRUE(warns(rdString(negated), "rotations negated"));
+    EXPECT_FALSE(warns(rdString(rotations), "rotations negated"));
+    EXPECT_TRUE(warns(rdString("0,0,0"), "differs from the best"));
+}
+
+TEST_F(SystemSource, IsNotTakenForWhatItClaimsToBe)
+{
+    // The code of RD New on the numbers of another place.
+    QByteArray lying = esriRd;
+    lying.replace("155000.0", "0.0");
+    lying.chop(1);
+    lying += R"(,AUTHORITY["EPSG","28992"]])";
+    const ImportedSystem imported = import(lying);
+    EXPECT_NE(imported.report.code, QStringLiteral("EPSG:28992"));
+    EXPECT_EQ(imported.system->projection.param.value(QStringLiteral("FalseEast")).value.toDouble(),
+              0.0);
+}
+
+TEST_F(SystemSource, TellsTheSystemsThatANameMayMean)
+{
+    const CatalogueFailure failure = catalogue().importSystem("MGA zone 55").refusal;
+    EXPECT_EQ(failure.kind, CatalogueFailureKind::NotUnderstood);
+    EXPECT_TRUE(failure.text.contains(QLatin1String("EPSG:28355")));
+    EXPECT_TRUE(failure.text.contains(QLatin1String("EPSG:7855")));
+}
+
+TEST_F(SystemSource, RefusesPROJStringsThatAreMoreThanASystem)
+{
+    for (const char *source : {
+             "+proj=pipeline +step +proj=utm +zone=31",
+             "proj=pipeline step proj=utm zone=31",
+             "+step +proj=utm +zone=31",
+             "+init=epsg:28992",
+             "+init=/etc/passwd:x",
+             "+proj=utm +zone=31 +ellps=GRS80 +nadgrids=@foo.gsb",
+             "+proj=utm +zone=31 +ellps=GRS80 +nadgrids=/etc/passwd",
+             "+proj=utm +zone=31 +ellps=GRS80 +geoidgrids=foo.gtx",
+             "+proj=utm +zone=31 +ellps=GRS80 +towgs84=1,2,3 +towgs84=4,5,6",
+             "+proj=tmerc +lat_O=52 +lon_0=9 +ellps=bessel +towgs84=0,0,0",
+             "+proj=nosuch +ellps=GRS80",
+             "+proj=",
+             "+",
+             "+title=x",
+         })
+        EXPECT_EQ(refusal(source), QStringLiteral("not-understood")) << source;
+}
+
+TEST_F(SystemSource, DoesNotInventADatum)
+{
+    EXPECT_EQ(refusal("+proj=utm +zone=31 +ellps=bessel"), QStringLiteral("no-shift"));
+    EXPECT_EQ(refusal("+proj=tmerc +lon_0=9 +x_0=3500000"), QStringLiteral("no-shift"));
+    EXPECT_EQ(refusal("+proj=longlat +datum=WGS84"), QStringLiteral("not-projected"));
+    EXPECT_EQ(import("+proj=utm +zone=31 +datum=WGS84").report.shift.kind, ShiftKind::None);
+}
+
+TEST_F(SystemSource, RefusesWhatIsNoText)
+{
+    const QByteArray sources[] = {
+        "",
+        "  \n\t ",
+        QByteArray(1, '\0'),
+        QByteArray("EPSG:28992\0EPSG:4326", 21),
+        QByteArray("\xff\xfe"
+                   "E\0P\0S",
+                   7),
+        "\xef\xbb\xbf",
+        QByteArray(Catalogue::maxSourceBytes + 1, 'A'),
+        QByteArray(5000, 'A'),
+        "EPSG:",
+        ":28992",
+        "EPSG:28992+",
+        "EPSG:28992+EPSG:28992",
+        "EPSG:-1",
+        "EPSG:99999999999999999999",
+        "no such system at all",
+        "a\nb",
+    };
+    for (const QByteArray &source : sources)
+        EXPECT_EQ(refusal(source), QStringLiteral("not-understood"))
+            << source.left(60).toStdString();
+}
+
+TEST_F(SystemSource, RefusesTextsThatAreCutShort)
+{
+    // Never anything but a refusal or the whole; and never a crash.
+    for (int length = 1; length < esriRd.size(); length += 7) {
+        const QString word = refusal(esriRd.left(length));
+        EXPECT_NE(word, QStringLiteral("imported")) << length;
+    }
+}
+
+TEST_F(SystemSource, RefusesTextsThatAreDeepOrLong)
+{
+    QByteArray deepWkt;
+    for (int depth = 0; depth < 5000; ++depth)
+        deepWkt += "COMPD_CS[\"x\",";
+    EXPECT_EQ(refusal(deepWkt), QStringLiteral("not-understood"));
+    EXPECT_EQ(refusal("{" + QByteArray(100'000, '[')), QStringLiteral("not-understood"));
+    QByteArray deepJson;
+    for (int depth = 0; depth < 5000; ++depth)
+        deepJson += "{\"type\":\"BoundCRS\",\"source_crs\":";
+    EXPECT_EQ(refusal(deepJson), QStringLiteral("not-understood"));
+    QByteArray longName = esriRd;
+    longName.replace("RD_New", QByteArray(900'000, 'x'));
+    EXPECT_NE(refusal(longName), QString());
+    QByteArray manyAxes = "PROJCS[\"x\"";
+    for (int count = 0; count < 20'000; ++count)
+        manyAxes += ",AXIS[\"x\",EAST]";
+    EXPECT_EQ(refusal(manyAxes + "]"), QStringLiteral("not-understood"));
+    EXPECT_EQ(refusal("+proj=utm +zone=31 " + QByteArray(100'000, 'x')),
+              QStringLiteral("not-understood"));
+}
+
+TEST_F(SystemSource, RefusesTextsWithImpossibleNumbers)
+{
+    for (const char *number : {"0", "-1", "1e400", "nan", "abc", "1e-300", "1e300"}) {
+        QByteArray text = esriRd;
+        text.replace("6377397.155", number);
+        EXPECT_NE(refusal(text), QStringLiteral("imported")) << number;
+    }
+}
+
+TEST_F(SystemSource, RefusesAGridOfTheTextsOwnChoice)
+{
+    const QByteArray bound =
+        R"(BOUNDCRS[SOURCECRS[)" + esriRd
+        + R"(],TARGETCRS[GEOGCRS["WGS 84",DATUM["World Geodetic System 1984",)"
+          R"(ELLIPSOID["WGS 84",6378137,298.257223563]],CS[ellipsoidal,2],AXIS["latitude",north],)"
+          R"(AXIS["longitude",east],ANGLEUNIT["degree",0.0174532925199433],ID["EPSG",4326]]],)"
+          R"(ABRIDGEDTRANSFORMATION["x",METHOD["NTv2",ID["EPSG",9615]],)"
+          R"(PARAMETERFILE["Latitude and longitude difference file","/etc/passwd"]]])";
+    EXPECT_EQ(refusal(bound), QStringLiteral("not-understood"));
+}
+
+} // namespace
+} // namespace KelStd::catalogue
