@@ -64,6 +64,7 @@
 #include <KelStd/positions/JsonWriter.h>
 #include <KelStd/positions/LocationPrinter.h>
 #include <KelStd/positions/PlainNumbers.h>
+#include <KelStd/positions/PlaneUnit.h>
 #include <KelStd/positions/PositionFile.h>
 #include <KelStd/positions/PositionParser.h>
 #include <KelStd/positions/PositionWriter.h>

@@ -3,7 +3,6 @@
 #include <KelStd/positions/LineDoubts.h>
 #include <KelStd/positions/OrderDoubts.h>
 #include <KelStd/positions/UnitDoubts.h>
-#include <KelStd/text/CoordStringHelper.h>
 #include <KelStd/text/DoubtfulZeros.h>
 #include <KelStd/text/TypedAngle.h>
 
@@ -30,12 +29,8 @@ bool mayHaveMinutes(const PlainLine &line, const FieldOrder &order, int field)
 
 ComponentReader::ComponentReader(const InputForm &form) : m_form(form)
 {
-    for (int i = 0; i < componentsPerFrame; ++i) {
-        if (!isAngle(columnOf(form.frame, i))) {
-            m_metresPerUnit[static_cast<std::size_t>(i)] =
-                CoordStringHelper::ConvertUnit_Length(1.0, form.unitOf(i), Unit_Meter);
-        }
-    }
+    for (int i = 0; i < componentsPerFrame; ++i)
+        m_metresPerUnit[static_cast<std::size_t>(i)] = form.metresPerUnit(i);
 }
 
 bool ComponentReader::readPlain(const PlainLine &line, const FieldOrder &order,

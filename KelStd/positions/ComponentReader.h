@@ -34,7 +34,7 @@ private:
                           double &value) const;
 
     InputForm m_form;
-    Components m_metresPerUnit{}; ///< of each component; nothing for an angle
+    Components m_metresPerUnit{}; ///< of each component
 };
 
 } // namespace KelStd::positions

@@ -41,6 +41,18 @@ constexpr HeadingUnit unitRows[] = {
     {u"link links lk", "links", Unit_None, length},
     {u"chain chains ch", "chains", Unit_None, length},
     {u"fathom fathoms", "fathoms", Unit_None, length},
+    {u"clarke_ft clarke_feet clarke_foot clarkes_foot clarkes_feet", "clarke-ft", Unit_None,
+     length},
+    {u"gold_coast_ft gold_coast_feet gold_coast_foot", "gold-coast-ft", Unit_None, length},
+    {u"sears_ft sears_feet sears_foot", "sears-ft", Unit_None, length},
+    {u"indian_yd indian_yard indian_yards", "indian-yd", Unit_None, length},
+    {u"sears_yd sears_yard sears_yards", "sears-yd", Unit_None, length},
+    {u"clarke_yd clarke_yard clarke_yards clarkes_yard clarkes_yards", "clarke-yd", Unit_None,
+     length},
+    {u"clarke_link clarke_links clarkes_link clarkes_links", "clarke-link", Unit_None, length},
+    {u"sears_chain sears_chains", "sears-chain", Unit_None, length},
+    {u"truncated_sears_chain truncated_sears_chains", "truncated-sears-chain", Unit_None, length},
+    {u"german_m german_legal_meter german_legal_metre", "german-m", Unit_None, length},
     {u"deg degree degrees dd decimal_degree decimal_degrees degree_north degree_east degrees_north "
      u"degrees_east",
      "deg", Unit_Degree, angle},
@@ -273,7 +285,8 @@ bool isNamedBy(const InputForm &form, int component, const Heading &heading)
 
 bool isInputUnit(const InputForm &form, int component, const HeadingUnit &unit)
 {
-    return unit.unit == inputUnit(form, component);
+    // Its symbol is one of the words for it, and of none other.
+    return unitNamed(normalisedHeading(form.unitText(component))) == &unit;
 }
 
 bool hasInputUnit(const InputForm &form, int component, const Heading &heading)
@@ -295,10 +308,9 @@ QString lengthUnitHint(const InputForm &form, const HeadingUnit &unit)
 QString unitMistake(const InputForm &form, int component, const Heading &heading)
 {
     const bool isLength = !isAngle(columnOf(form.frame, component));
-    const QString unit = isLength ? unitSymbol(form.unitOf(component)) : QStringLiteral("deg");
     return QStringLiteral("%1 is in %2, but %3 is read in %4%5")
         .arg(quoted(heading.text), QLatin1String(heading.unit->shown),
-             QLatin1String(columnOf(form.frame, component).label), unit,
+             QLatin1String(columnOf(form.frame, component).label), form.unitText(component),
              isLength ? lengthUnitHint(form, *heading.unit) : QString());
 }
 

@@ -21,7 +21,7 @@ struct HeadingUnit
 {
     const char16_t *words;       ///< blank-separated, as `normalisedHeading` writes them
     const char *shown;           ///< in messages
-    EUnit unit;                  ///< Unit_None: no input is read in it
+    EUnit unit;                  ///< Unit_None: no `LengthUnit`
     UnitKind kind;               ///< what it measures
     bool isPartOfDegree = false; ///< minutes and seconds, which stand beside degrees
 };

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <KelStd/Export.h>
 #include <KelStd/positions/Columns.h>
+#include <KelStd/positions/PlaneUnit.h>
 
 #include <QtCore/QString>
 
@@ -30,26 +32,23 @@ struct InputWords
 
 /// What the three components of an input are, and in which unit its lengths are measured. Angles
 /// are degrees.
-struct InputForm
+struct KELSTD_EXPORT InputForm
 {
     InputForm(Frame inputFrame, InputHeight inputHeight = InputHeight::OfFrame,
               EUnit inputUnit = Unit_Meter)
         : frame(inputFrame), height(inputHeight), lengthUnit(inputUnit)
     {}
 
-    /// The unit in which a component is read, 0 to 2: degrees for an angle.
-    EUnit unitOf(int component) const
-    {
-        const Column &column = columnOf(frame, component);
-        if (isAngle(column))
-            return Unit_Degree;
-        return isPlane(column) && planeUnit ? *planeUnit : lengthUnit;
-    }
+    /// The unit in which a component is read, 0 to 2: "deg", "m", "us-ft".
+    QString unitText(int component) const;
+
+    /// What one of that unit measures [m]; 1 for an angle.
+    double metresPerUnit(int component) const;
 
     Frame frame;
     InputHeight height;
-    EUnit lengthUnit;               ///< of every length of the input, one that `lengthUnits` has
-    std::optional<EUnit> planeUnit; ///< of northing and easting, where it is another one
+    EUnit lengthUnit; ///< of every length of the input, one that `lengthUnits` has
+    std::optional<PlaneUnit> planeUnit; ///< of northing and easting, where it is another one
     InputWords words;
 };
 

@@ -12,11 +12,6 @@ Column inputColumn(const InputForm &form, int component)
     return column;
 }
 
-EUnit inputUnit(const InputForm &form, int component)
-{
-    return form.unitOf(component);
-}
-
 QString waysToSayOrder(const InputForm &form)
 {
     return form.height == InputHeight::OfFrame

@@ -8,9 +8,6 @@ namespace KelStd::positions {
 /// A copy of the column that a component is read as, with the words of the height that is meant.
 Column inputColumn(const InputForm &form, int component);
 
-/// The unit in which the component is read.
-EUnit inputUnit(const InputForm &form, int component);
-
 /// "a line of headings or a choice of columns": how the user says in which order the fields stand.
 QString waysToSayOrder(const InputForm &form);
 

@@ -245,14 +245,7 @@ bool measures(const HeadingUnit &unit, const InputForm &form, int component)
 bool mayBeInputUnit(const HeadingUnit &unit, const InputForm &form, int component)
 {
     return isInputUnit(form, component, unit)
-           || (unit.unit == Unit_Foot && inputUnit(form, component) == Unit_USFoot);
-}
-
-/// The unit in which the component is read, as messages name it.
-QString readUnit(const InputForm &form, int component)
-{
-    return isAngle(columnOf(form.frame, component)) ? QStringLiteral("deg")
-                                                    : unitSymbol(form.unitOf(component));
+           || (unit.unit == Unit_Foot && form.unitText(component) == unitSymbol(Unit_USFoot));
 }
 
 /// A field without its brackets: "[deg]" and "(deg)" are "deg".
@@ -406,7 +399,7 @@ QString saidUnitMistake(const QString &text, const FieldOrder &order, const Inpu
                 continue;
             return QStringLiteral("the line says %1, but %2 is read in %3%4")
                 .arg(quoted(said.words), QLatin1String(columnOf(form.frame, i).label),
-                     readUnit(form, i), lengthUnitHint(form, *said.unit));
+                     form.unitText(i), lengthUnitHint(form, *said.unit));
         }
     }
     return {};
@@ -427,7 +420,7 @@ QString unitFieldMistake(const SplitLine &line, const FieldOrder &order, const I
                 continue;
             return QStringLiteral("the line's unit is %1, but %2 is read in %3%4")
                 .arg(quoted(line.fields.at(field)), QLatin1String(columnOf(form.frame, i).label),
-                     readUnit(form, i), lengthUnitHint(form, *unit));
+                     form.unitText(i), lengthUnitHint(form, *unit));
         }
     }
     return {};

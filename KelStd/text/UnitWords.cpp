@@ -1,9 +1,6 @@
 #include <KelStd/text/UnitWords.h>
 
-#include <KelStd/text/CoordStringHelper.h>
-
 #include <algorithm>
-#include <cmath>
 #include <iterator>
 
 namespace KelStd {
@@ -42,15 +39,6 @@ const LengthUnit *findLengthUnit(const QString &symbol)
 {
     return findIn(lengthUnitRows,
                   [&](const LengthUnit &row) { return symbol == QLatin1String(row.symbol); });
-}
-
-const LengthUnit *findLengthUnit(double metres)
-{
-    constexpr double tolerance = 1e-9;
-    return findIn(lengthUnitRows, [metres](const LengthUnit &row) {
-        const double own = CoordStringHelper::ConvertUnit_Length(1.0, row.unit, Unit_Meter);
-        return std::abs(metres / own - 1.0) <= tolerance;
-    });
 }
 
 QString unitSymbol(EUnit unit)

@@ -25,10 +25,6 @@ KELSTD_EXPORT QVector<LengthUnit> lengthUnits();
 /// The unit of that symbol, case-sensitive; null for another word.
 KELSTD_EXPORT const LengthUnit *findLengthUnit(const QString &symbol);
 
-/// The unit that measures so many metres, to within a thousandth of a millionth: foot and US survey
-/// foot differ by two millionths. Null for another length.
-KELSTD_EXPORT const LengthUnit *findLengthUnit(double metres);
-
 /// The symbol of a unit of lengths; empty for one without a row.
 KELSTD_EXPORT QString unitSymbol(EUnit unit);
 

@@ -22,6 +22,7 @@
 #include <KelStd/positions/LocationPrinter.h>
 
 #include <algorithm>
+#include <cmath>
 #include <optional>
 #include <thread>
 
@@ -33,44 +34,46 @@ namespace {
 /// are printed; of the other frames only the output is, whose heights stand beside degrees. Without
 /// the option northing and easting are in the `planeUnit` where there is one.
 positions::InputForm inputForm(positions::Frame frame, const DisplayOptions &display,
-                               const LengthUnit *planeUnit)
+                               const std::optional<positions::PlaneUnit> &planeUnit)
 {
     const bool hasUnit = frame == positions::Frame::LocalProjected && display.lengthUnit != nullptr;
     positions::InputForm form(frame, positions::InputHeight::OfFrame,
                               hasUnit ? display.lengthUnit->unit : Unit_Meter);
-    if (planeUnit != nullptr)
-        form.planeUnit = planeUnit->unit;
+    form.planeUnit = planeUnit;
     return form;
 }
 
 /// The unit of northing and easting that is the system's own, unless --length-unit overrules it.
-/// Null for metres, and after a note for a unit that the program does not have.
-const LengthUnit *planeUnitOf(const SystemOrigin &origin, const DisplayOptions &display,
-                              Console &console)
+/// Nothing for metres, and after a note for a unit that the program does not have.
+std::optional<positions::PlaneUnit> planeUnitOf(const SystemOrigin &origin,
+                                                const DisplayOptions &display, Console &console)
 {
-    if (!origin.planeUnit || display.lengthUnit != nullptr)
-        return nullptr;
-    const LengthUnit *const unit = findLengthUnit(origin.planeUnit->metres);
-    if (unit == nullptr) {
+    constexpr double tolerance = 1e-9;
+    if (!origin.planeUnit || display.lengthUnit != nullptr
+        || std::abs(origin.planeUnit->metres - 1.0) <= tolerance)
+        return std::nullopt;
+    const auto unit = positions::findPlaneUnit(*origin.planeUnit);
+    if (!unit) {
         console.report(QStringLiteral("note: plane coordinates of the system are customarily in a "
                                       "unit of %1 m (%2); here they are in metres")
                            .arg(origin.planeUnit->metres, 0, 'g', 15)
                            .arg(shown(origin.planeUnit->name)));
     }
-    return unit != nullptr && unit->unit != Unit_Meter ? unit : nullptr;
+    return unit;
 }
 
 /// Says in which unit northing and easting are, where it is not that of the other lengths.
-void noteOnPlaneUnit(const LengthUnit *unit, bool isRead, bool isPrinted, Console &console)
+void noteOnPlaneUnit(const std::optional<positions::PlaneUnit> &unit, bool isRead, bool isPrinted,
+                     Console &console)
 {
-    if (unit == nullptr || !(isRead || isPrinted))
+    if (!unit || !(isRead || isPrinted))
         return;
     console.report(QStringLiteral("note: northing and easting are %1 in %2, the unit of the "
                                   "system, all other lengths in m; --length-unit overrules that")
                        .arg(isRead && isPrinted ? QStringLiteral("read and printed")
                             : isRead            ? QStringLiteral("read")
                                                 : QStringLiteral("printed"),
-                            QString::fromLatin1(unit->symbol)));
+                            unit->symbol));
 }
 
 /// The geoid model that the system names, as far as it can be used. Empty when it names none, and
@@ -216,14 +219,14 @@ ExitStatus runConvert(const QStringList &arguments, Console &console)
         return ExitStatus::Environment;
     for (const QString &note : location::notesOn(coord))
         console.report(QStringLiteral("note: %1").arg(note));
-    const LengthUnit *const planeUnit = planeUnitOf(system->origin, options->display, console);
+    const auto planeUnit = planeUnitOf(system->origin, options->display, console);
     const positions::InputForm form = inputForm(options->frame->frame, options->display, planeUnit);
     configure(*options, line, console);
     const auto output = options->form->isConfigured ? positions::ValuePrinter::Output::Table
                                                     : positions::ValuePrinter::Output::Csv;
-    noteOnPlaneUnit(
-        planeUnit, options->frame->frame == positions::Frame::LocalProjected,
-        positions::LocationPrinter::hasOwnPlaneUnit(options->display, output, planeUnit), console);
+    const positions::LocationPrinter printer(options->display, output, planeUnit);
+    noteOnPlaneUnit(planeUnit, options->frame->frame == positions::Frame::LocalProjected,
+                    printer.hasOwnPlaneUnit(), console);
     input.promptFor(componentLabels(form), console);
 
     RejectsFile rejects;

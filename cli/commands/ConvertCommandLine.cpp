@@ -48,9 +48,11 @@ QString details()
         "' \u2019, second\n"
         "signs \u2033 \" \u201D ''. Where blanks separate the fields, an angle holds none. "
         "Lengths\n"
-        "are metres; those of local-neh are in the unit of --length-unit. Decimals stand\n"
-        "behind a point, whatever the locale, or behind a comma where semicolons or\n"
-        "tabulators separate the fields. A line that can be read in two ways is refused.\n"
+        "are metres; those of local-neh are in the unit of --length-unit. Without it,\n"
+        "northing and easting are in the system's own unit where it has one (feet,\n"
+        "links), which the headings name, and so they are printed. Decimals stand behind\n"
+        "a point, whatever the locale, or behind a comma where semicolons or tabulators\n"
+        "separate the fields. A line that can be read in two ways is refused.\n"
         "\n"
         "The output has the name and all four frames: WGS84 longitude, latitude, height;\n"
         "WGS84 X, Y, Z; local longitude, latitude, height; northing, easting, height.\n"
@@ -70,6 +72,10 @@ QString details()
         "INPUT:LINE: reason, and the run goes on. --rejects keeps such lines, below the\n"
         "header if there is one, to be mended and converted again; its FILE appears, in\n"
         "place of an older one, at the end of the run.\n"
+        "\n"
+        "At the end a warning counts the positions outside the area of use of the system,\n"
+        "where that is known, and louder ones those that would lie inside with longitude\n"
+        "and latitude (or northing and easting) swapped or a sign changed.\n"
         "\n"
         "The input may have any length: it is read, converted on all cores and printed\n"
         "in its order a piece at a time. Where it is a file, the output is no terminal\n"
@@ -100,9 +106,8 @@ QString componentLabels(const positions::InputForm &form)
     QStringList labels;
     for (int i = 0; i < positions::componentsPerFrame; ++i) {
         const positions::Column &column = positions::columnOf(form.frame, i);
-        const QString unit = positions::isAngle(column) ? QString::fromLatin1(column.unit)
-                                                        : unitSymbol(form.unitOf(i));
-        labels += QStringLiteral("%1 [%2]").arg(QString::fromLatin1(column.label), unit);
+        labels +=
+            QStringLiteral("%1 [%2]").arg(QString::fromLatin1(column.label), form.unitText(i));
     }
     return labels.join(QLatin1String(", "));
 }

@@ -239,7 +239,7 @@ ExitStatus runLibraryAdd(const QStringList &arguments, Console &console)
                      QStringLiteral("Adds the coordinate system, ellipsoid or projection of a "
                                     "document to a library."),
                      QStringLiteral("A system becomes a custom one. It is written anew: numbers "
-                                    "with 15 digits.\nA name may have slashes; that of its "
+                                    "with 15 digits. A\nname may have slashes; that of its "
                                     "file has %2F for each.")
                          + exitStatusHelp());
     addDirectoryOption(line);

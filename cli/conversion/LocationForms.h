@@ -3,11 +3,13 @@
 #include <cli/run/OutputForm.h>
 #include <cli/values/DisplayOptions.h>
 
+#include <KelStd/positions/PlaneUnit.h>
 #include <KelStd/positions/PositionWriter.h>
 
 #include <QtCore/QString>
 
 #include <memory>
+#include <optional>
 
 namespace KelStd::cli {
 
@@ -15,8 +17,9 @@ namespace KelStd::cli {
 struct LocationOutput
 {
     DisplayOptions display;
-    const LengthUnit *planeUnit = nullptr; ///< of northing and easting; null for that of the others
-    QString geoidModel;                    ///< the one in use; empty for none
+    /// Of northing and easting; nothing for that of the other lengths.
+    std::optional<positions::PlaneUnit> planeUnit;
+    QString geoidModel; ///< the one in use; empty for none
     bool hasHeader = true;
     int width = 0; ///< of the terminal in columns of text; 0 when it has none or is not known
 };

@@ -103,13 +103,23 @@ TEST_F(ConvertPlaneUnit, IsOverruledByTheOption)
     EXPECT_NEAR(numberIn(csvRows(read.out).value(0), text("local_longitude_deg")), -96.0, 2e-8);
 }
 
-TEST_F(ConvertPlaneUnit, ThatTheProgramLacksIsNamed)
+// A link is 0.66 ft of 0.3048 m.
+TEST_F(ConvertPlaneUnit, MayBeTheLink)
 {
     const auto result = convert(texas("<Plane_Unit name=\"link\" metres=\"0.201168\"/>"),
                                 "-96,28.5,12\n", {"--from=local-llh"});
     EXPECT_EQ(result.status, 0);
+    EXPECT_NEAR(numberIn(csvRows(result.out).value(0), text("local_easting_link")),
+                easting * 1200.0 / 3937.0 / 0.201168, halfDigit / 0.66);
+}
+
+TEST_F(ConvertPlaneUnit, ThatTheProgramLacksIsNamed)
+{
+    const auto result = convert(texas("<Plane_Unit name=\"vara\" metres=\"0.8359\"/>"),
+                                "-96,28.5,12\n", {"--from=local-llh"});
+    EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.err, text("kelstd: note: plane coordinates of the system are customarily in "
-                               "a unit of 0.201168 m (link); here they are in metres\n"));
+                               "a unit of 0.8359 m (vara); here they are in metres\n"));
     EXPECT_TRUE(csvRows(result.out).value(0).contains(text("local_easting_m")));
 }
 

@@ -27,7 +27,7 @@ using test::parserFor;
 InputForm inUsFeet(Frame frame = Frame::LocalProjected)
 {
     InputForm form(frame);
-    form.planeUnit = Unit_USFoot;
+    form.planeUnit = positions::findPlaneUnit({QString(), 1200.0 / 3937.0});
     return form;
 }
 
@@ -109,7 +109,8 @@ QByteArray printed(const LocationPrinter &printer)
 
 TEST(PlaneUnit, IsPrintedWithItsNameInTheHeadings)
 {
-    const LocationPrinter printer({}, ValuePrinter::Output::Csv, findLengthUnit(1200.0 / 3937.0));
+    const LocationPrinter printer({}, ValuePrinter::Output::Csv,
+                                  positions::findPlaneUnit({QString(), 1200.0 / 3937.0}));
     EXPECT_EQ(printed(printer).toStdString(),
               "point,wgs84_longitude_deg,wgs84_latitude_deg,wgs84_height_m,wgs84_x_m,wgs84_y_m,"
               "wgs84_z_m,local_longitude_deg,local_latitude_deg,local_ellipsoidal_height_m,"
@@ -120,11 +121,12 @@ TEST(PlaneUnit, IsPrintedWithItsNameInTheHeadings)
 
 TEST(PlaneUnit, IsOverruledByWhatIsAskedFor)
 {
-    const LengthUnit *const usFoot = findLengthUnit(QStringLiteral("us-ft"));
+    const auto usFoot = positions::findPlaneUnit({QString(), 1200.0 / 3937.0});
     const auto hasOwn = [&](const PrintOptions &options,
                             ValuePrinter::Output output = ValuePrinter::Output::Csv) {
-        const bool has = LocationPrinter::hasOwnPlaneUnit(options, output, usFoot);
-        const QByteArray own = printed(LocationPrinter(options, output, usFoot));
+        const LocationPrinter printer(options, output, usFoot);
+        const bool has = printer.hasOwnPlaneUnit();
+        const QByteArray own = printed(printer);
         EXPECT_EQ(own == printed(ValuePrinter(options, output)), !has);
         return has;
     };
@@ -142,10 +144,11 @@ TEST(PlaneUnit, IsOverruledByWhatIsAskedFor)
     EXPECT_FALSE(hasOwn(options, ValuePrinter::Output::Table));
     options.form = PrintOptions::Form::Configured;
     EXPECT_FALSE(hasOwn(options));
-    EXPECT_FALSE(LocationPrinter::hasOwnPlaneUnit({}, ValuePrinter::Output::Csv, nullptr));
+    EXPECT_FALSE(LocationPrinter({}, ValuePrinter::Output::Csv, std::nullopt).hasOwnPlaneUnit());
 }
 
-TEST(LengthUnits, AreFoundByTheirLength)
+// The lengths are printed in the EPSG Dataset.
+TEST(PlaneUnits, AreFoundByTheirLength)
 {
     struct Row
     {
@@ -153,21 +156,56 @@ TEST(LengthUnits, AreFoundByTheirLength)
         const char *symbol; ///< empty for none
     };
     const Row rows[] = {
-        {1.0, "m"},
         {0.3048, "ft"},
-        {0.304800609601219, "us-ft"}, // as databases print it
-        {0.3048006096012192, "us-ft"},
-        {0.001, "mm"},
+        {0.304800609601219, "us-ft"},
+        {0.30480060960121924, "us-ft"},
+        {0.3047972654, "clarke-ft"},
+        {0.3047997101815088, "gold-coast-ft"},
+        {0.3047994715386762, "sears-ft"},
+        {0.9143985307444408, "indian-yd"},
+        {0.9143984146160287, "sears-yd"},
+        {0.9143917962, "clarke-yd"},
+        {0.201168, "link"},
+        {0.201166195164, "clarke-link"},
+        {20.116765121552632, "sears-chain"},
+        {20.116756, "truncated-sears-chain"},
+        {1.0000135965, "german-m"},
+        {1000.0, "km"},
+        {1.0, ""},
         {0.3048003, ""},
-        {0.3047972654, ""}, // Clarke's foot
-        {0.201168, ""},     // link
-        {1.0000135965, ""}, // German legal metre
         {0.0, ""},
         {-1.0, ""},
     };
     for (const Row &row : rows) {
-        const LengthUnit *const unit = findLengthUnit(row.metres);
-        EXPECT_STREQ(unit != nullptr ? unit->symbol : "", row.symbol) << row.metres;
+        const auto unit = positions::findPlaneUnit({QString(), row.metres});
+        EXPECT_EQ(unit ? unit->symbol : QString(), QString::fromLatin1(row.symbol)) << row.metres;
+    }
+}
+
+// What is printed in a unit is read in it, and in none of the others.
+TEST(PlaneUnits, AreToldApartByTheirHeadings)
+{
+    for (const positions::PlaneUnit &unit : positions::planeUnits()) {
+        SCOPED_TRACE(unit.symbol.toStdString());
+        const QByteArray table =
+            printed(LocationPrinter({}, ValuePrinter::Output::Csv, unit)).replace("point", "name");
+        for (const positions::PlaneUnit &other : positions::planeUnits()) {
+            InputForm form(Frame::LocalProjected);
+            form.planeUnit = other;
+            const ParsedInput result = parsed(parserFor(form, "11,12,13"), table);
+            if (other.symbol != unit.symbol) {
+                EXPECT_THAT(result.end, Mentions("but northing is read in"));
+                continue;
+            }
+            EXPECT_EQ(result.end, QString());
+            ASSERT_EQ(result.positions.size(), 1U);
+            // Five decimals of the unit, at most a kilometre.
+            EXPECT_NEAR(result.positions.front().getENU().n, 1200.0, 0.5e-5 * unit.metres);
+            EXPECT_NEAR(result.positions.front().getENU().e, 2400.0, 0.5e-5 * unit.metres);
+            EXPECT_EQ(result.positions.front().getENU().u, -0.25);
+        }
+        EXPECT_THAT(parsed(parserFor(InputForm(Frame::LocalProjected), "11,12,13"), table).end,
+                    Mentions("but northing is read in m"));
     }
 }
 
