@@ -14,6 +14,7 @@ class Catalogue::Session
 public:
     ProjSession proj;
     SystemList list;
+    ShiftMemory shifts;
 };
 
 Catalogue::Catalogue() : m_session(std::make_unique<Session>()) {}
@@ -44,7 +45,7 @@ std::optional<DatumShifts> Catalogue::datumShifts(const QByteArray &source,
     result.system = found->system;
     result.at = at.value_or(found->system.area.centre());
     for (ShiftCandidate &candidate :
-         shiftCandidates(session, found->geodetic.get(), found->system.area, at))
+         shiftCandidates(session, m_session->shifts, found->geodetic.get(), found->system.area, at))
         result.shifts.push_back(std::move(candidate.row));
     return result;
 }
@@ -57,7 +58,7 @@ ImportedSystem Catalogue::importSystem(const QByteArray &source, const ImportOpt
         return result;
     const auto found = sourceSystem(session, m_session->list, source, &result.refusal);
     if (found)
-        result = imported(session, *found, options);
+        result = imported(session, m_session->shifts, *found, options);
     result.report.databaseVersion = databaseVersion();
     if (!found)
         result.report.source = QString::fromUtf8(source.left(200)).simplified();

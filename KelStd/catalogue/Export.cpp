@@ -72,7 +72,9 @@ ProjObject verified(const ProjSession &session, const Coord &coord, const QStrin
     ProjObject object = session.fromDatabase(authorityOf(code), numberOf(code));
     if (object != nullptr && session.typeOf(object.get()) == PJ_TYPE_COMPOUND_CRS)
         object.reset(session.functions().proj_crs_get_sub_crs(session.context(), object.get(), 0));
-    if (object == nullptr || session.typeOf(object.get()) != PJ_TYPE_PROJECTED_CRS)
+    // PROJ reads some methods otherwise than they are published: their texts would be misread.
+    if (object == nullptr || session.typeOf(object.get()) != PJ_TYPE_PROJECTED_CRS
+        || missingTurn(session, object.get()) != 0.0)
         return nullptr;
     const ProjObject geodetic = session.geodeticOf(object.get());
     if (geodetic == nullptr)

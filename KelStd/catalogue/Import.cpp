@@ -25,6 +25,7 @@ constexpr int placesPerSide = 5;
 struct Work
 {
     ProjSession &session;
+    ShiftMemory &memory;
     const SourceSystem &source;
     const ImportOptions &options;
     ImportedSystem &result;
@@ -238,7 +239,7 @@ bool takeText(Work &work, const Ellipsoid &ellipsoid)
     shift.coverage = 1.0;
     std::vector<ShiftCandidate> likely;
     if (work.candidates.empty() && work.source.likelyGeodetic != nullptr)
-        likely = shiftCandidates(work.session, work.source.likelyGeodetic.get(),
+        likely = shiftCandidates(work.session, work.memory, work.source.likelyGeodetic.get(),
                                  work.source.system.area, work.options.at);
     const TextShiftJudgement judged =
         judgedTextShift(similarity, likely.empty() ? work.candidates : likely, *work.result.system,
@@ -370,8 +371,11 @@ bool import(Work &work)
     ImportReport &report = work.result.report;
     report.axisUnit = records->axisUnit;
     report.metresPerUnit = records->metresPerUnit;
+    const QString remark = methodWarning(work.session, work.source.projected.get());
+    if (!remark.isEmpty())
+        work.warn(remark);
     work.primeMeridian = primeMeridianOf(work.session, work.source.geodetic.get());
-    work.candidates = shiftCandidates(work.session, work.source.geodetic.get(),
+    work.candidates = shiftCandidates(work.session, work.memory, work.source.geodetic.get(),
                                       work.source.system.area, work.options.at);
     Coord &coord = work.result.system.emplace();
     coord.coord_name = report.name;
@@ -410,11 +414,11 @@ bool import(Work &work)
 
 } // namespace
 
-ImportedSystem imported(ProjSession &session, const SourceSystem &source,
+ImportedSystem imported(ProjSession &session, ShiftMemory &memory, const SourceSystem &source,
                         const ImportOptions &options)
 {
     ImportedSystem result;
-    Work work{session, source, options, result, {}, {}, {}, 0.0, options.fit};
+    Work work{session, memory, source, options, result, {}, {}, {}, 0.0, options.fit};
     import(work);
     return result;
 }

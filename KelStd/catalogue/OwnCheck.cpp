@@ -1,5 +1,6 @@
 #include <KelStd/catalogue/OwnCheck.h>
 
+#include <KelStd/catalogue/ProjectionRecords.h>
 #include <KelStd/location/ChainDefinitions.h>
 #include <KelStd/proj/Transformation.h>
 
@@ -159,9 +160,12 @@ std::vector<ProjStep> projectionSteps(const ProjSession &session, const PJ *proj
     std::vector<ProjStep> steps =
         conversion == nullptr ? std::vector<ProjStep>()
                               : withoutBookkeeping(stepsOf(session.pipelineOf(conversion.get())));
+    const double turn = missingTurn(session, projected);
     // The easting comes first, whatever the order of the system's axes is.
     for (ProjStep &step : steps) {
         for (auto &parameter : step.parameters) {
+            if (parameter.first == "lon_0" && turn != 0.0)
+                parameter.second = QByteArray::number(parameter.second.toDouble() + turn, 'g', 17);
             if (parameter.first != "axis")
                 continue;
             const int latitude = parameter.second.at(0) == 'n' || parameter.second.at(0) == 's';

@@ -78,6 +78,7 @@ bool ProjSession::open(CatalogueFailure *failure)
         return noDatabase();
     m_context = std::move(context);
     m_wgs84 = std::move(wgs84);
+    ++m_number;
     return true;
 }
 

@@ -52,6 +52,9 @@ public:
     bool open(CatalogueFailure *failure);
 
     PJ_CONTEXT *context() const { return m_context.get(); }
+
+    /// Of the context, from 1: another one after PROJ has been unloaded.
+    int number() const { return m_number; }
     const proj::ProjFunctions &functions() const { return m_functions; }
 
     proj::ProjObject fromDatabase(const QByteArray &authority, const QByteArray &code) const;
@@ -86,6 +89,7 @@ private:
     const proj::ProjFunctions &m_functions; ///< those of whatever library is loaded
     proj::ProjContext m_context;
     proj::ProjObject m_wgs84;
+    int m_number = 0;
 };
 
 } // namespace KelStd::catalogue

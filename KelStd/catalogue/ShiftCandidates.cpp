@@ -71,16 +71,14 @@ bool dependsOnTime(const ProjSession &session, const PJ *operation)
            || pipeline.contains("+t_epoch=") || pipeline.contains("+dx=");
 }
 
-ShiftCandidate candidateOf(const ProjSession &session, const PJ *operation, const SystemArea &area,
-                           const GroundPoint &at)
+/// What does not depend on the system's area.
+ShiftCandidate candidateOf(const ProjSession &session, const PJ *operation)
 {
     ShiftCandidate candidate;
     DatumShift &row = candidate.row;
     row.code = session.codeOf(operation);
     row.name = session.nameOf(operation);
     row.area = session.areaOf(operation);
-    row.coverage = area.coveredBy(row.area);
-    row.containsPoint = !row.area.isKnown || row.area.contains(at);
     const double accuracy =
         session.functions().proj_coordoperation_get_accuracy(session.context(), operation);
     if (accuracy >= 0.0)
@@ -127,26 +125,44 @@ bool isBetter(const ShiftCandidate &a, const ShiftCandidate &b)
 
 } // namespace
 
-std::vector<ShiftCandidate> shiftCandidates(ProjSession &session, const PJ *geodetic,
-                                            const SystemArea &area,
-                                            const std::optional<GroundPoint> &at)
+const std::vector<ShiftCandidate> &ShiftMemory::operationsOf(ProjSession &session,
+                                                             const PJ *geodetic)
 {
-    std::vector<ShiftCandidate> candidates;
-    const GroundPoint place = at.value_or(area.centre());
+    if (m_session != session.number())
+        m_known.clear();
+    m_session = session.number();
+    const QString code = session.codeOf(geodetic);
+    if (const auto known = m_known.find(code); known != m_known.end())
+        return known->second;
+    std::vector<ShiftCandidate> &candidates = code.isEmpty() ? m_unnamed : m_known[code];
+    candidates.clear();
     const ObjectList list = session.operations(geodetic, session.wgs84());
     const int count = session.countOf(list);
     for (int index = 0; index < count; ++index) {
         const ProjObject operation = session.elementOf(list, index);
-        if (operation == nullptr
-            || session.functions().proj_coordoperation_has_ballpark_transformation(
+        if (operation != nullptr
+            && session.functions().proj_coordoperation_has_ballpark_transformation(
                    session.context(), operation.get())
-                   != 0)
-            continue;
-        ShiftCandidate candidate = candidateOf(session, operation.get(), area, place);
+                   == 0)
+            candidates.push_back(candidateOf(session, operation.get()));
+    }
+    return candidates;
+}
+
+std::vector<ShiftCandidate> shiftCandidates(ProjSession &session, ShiftMemory &memory,
+                                            const PJ *geodetic, const SystemArea &area,
+                                            const std::optional<GroundPoint> &at)
+{
+    std::vector<ShiftCandidate> candidates;
+    const GroundPoint place = at.value_or(area.centre());
+    for (const ShiftCandidate &known : memory.operationsOf(session, geodetic)) {
+        ShiftCandidate candidate = known;
+        DatumShift &row = candidate.row;
+        row.coverage = area.coveredBy(row.area);
+        row.containsPoint = !row.area.isKnown || row.area.contains(place);
         // A datum that is used in many countries has shifts that have nothing to do with this one;
         // a modern frame is the same everywhere.
-        if (candidate.row.coverage > 0.0 || (at && candidate.row.containsPoint)
-            || candidate.row.kind == ShiftKind::None)
+        if (row.coverage > 0.0 || (at && row.containsPoint) || row.kind == ShiftKind::None)
             candidates.push_back(std::move(candidate));
     }
     std::stable_sort(candidates.begin(), candidates.end(), isBetter);

@@ -104,6 +104,14 @@ ProjObject readName(const ProjSession &session, SystemList &list, const QString 
 {
     list.read(session);
     std::vector<FoundSystem> found = list.named(name);
+    const bool isOfWords = !name.contains(QLatin1Char(':')) && !name.endsWith(QLatin1Char('+'));
+    if (found.empty() && !isOfWords) {
+        fail(failure, Kind::NotUnderstood,
+             QStringLiteral("\"%1\" is neither a code, as EPSG:28992 and EPSG:28992+5773, nor the "
+                            "name of a coordinate system")
+                 .arg(name));
+        return nullptr;
+    }
     if (found.empty()) {
         SystemQuery query;
         query.words = name;

@@ -98,6 +98,10 @@ QString problemOf(const QByteArray &text)
                 .arg(QString::fromUtf8(name));
         names += name;
     }
+    const QSet<QByteArray> figures = {"datum", "ellps", "a", "R"};
+    if (!names.intersects(figures))
+        return QStringLiteral("the PROJ string names neither a datum nor an ellipsoid, and PROJ "
+                              "would take WGS 84; say which, as \"+ellps=bessel\"");
     return {};
 }
 

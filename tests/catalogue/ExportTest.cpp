@@ -16,14 +16,24 @@ using test::CatalogueTest;
 class SystemExport : public CatalogueTest
 {};
 
-/// Northing and easting, in whichever order and unit, of WGS 84 latitude and longitude.
+/// Northing and easting, in whichever order and unit, of a place in WGS 84.
 QStringList cs2cs(const QString &target, const GroundPoint &place)
 {
+    const auto number = [](double value) { return QByteArray::number(value, 'g', 17); };
+    QStringList arguments = {QStringLiteral("-f"), QStringLiteral("%.7f")};
+    QByteArray input = number(place.latitude) + ' ' + number(place.longitude) + '\n';
+    if (target.startsWith(QLatin1Char('+'))) {
+        // The program wants the words of a PROJ string one by one, then longitudes come first.
+        arguments += {QStringLiteral("+proj=longlat"), QStringLiteral("+datum=WGS84"),
+                      QStringLiteral("+type=crs"), QStringLiteral("+to")};
+        arguments += target.split(QLatin1Char(' '));
+        input = number(place.longitude) + ' ' + number(place.latitude) + '\n';
+    } else {
+        arguments += {QStringLiteral("EPSG:4326"), target};
+    }
     QProcess process;
-    process.start(QStringLiteral("cs2cs"), {QStringLiteral("-f"), QStringLiteral("%.7f"),
-                                            QStringLiteral("EPSG:4326"), target});
-    process.write(QByteArray::number(place.latitude, 'g', 17) + ' '
-                  + QByteArray::number(place.longitude, 'g', 17) + '\n');
+    process.start(QStringLiteral("cs2cs"), arguments);
+    process.write(input);
     process.closeWriteChannel();
     EXPECT_TRUE(process.waitForFinished());
     return QString::fromUtf8(process.readAllStandardOutput())

@@ -134,7 +134,8 @@ TEST_F(SystemSource, RefusesPROJStringsThatAreMoreThanASystem)
 TEST_F(SystemSource, DoesNotInventADatum)
 {
     EXPECT_EQ(refusal("+proj=utm +zone=31 +ellps=bessel"), QStringLiteral("no-shift"));
-    EXPECT_EQ(refusal("+proj=tmerc +lon_0=9 +x_0=3500000"), QStringLiteral("no-shift"));
+    // PROJ would take WGS 84.
+    EXPECT_EQ(refusal("+proj=tmerc +lon_0=9 +x_0=3500000"), QStringLiteral("not-understood"));
     EXPECT_EQ(refusal("+proj=longlat +datum=WGS84"), QStringLiteral("not-projected"));
     EXPECT_EQ(import("+proj=utm +zone=31 +datum=WGS84").report.shift.kind, ShiftKind::None);
 }
