@@ -18,7 +18,7 @@ namespace KelStd {
 struct KELSTD_EXPORT SystemOrigin
 {
     /// The operation of a database that the datum shift was taken from.
-    struct Operation
+    struct KELSTD_EXPORT Operation
     {
         QString code;                    ///< with its authority, "EPSG:4833"; empty for none
         QString name;                    ///< "Amersfoort to WGS 84 (4)"
@@ -29,7 +29,7 @@ struct KELSTD_EXPORT SystemOrigin
     };
 
     /// A unit of northings and eastings.
-    struct PlaneUnit
+    struct KELSTD_EXPORT PlaneUnit
     {
         QString name;        ///< "US survey foot"
         double metres = 1.0; ///< what one of it measures [m]

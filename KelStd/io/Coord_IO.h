@@ -29,6 +29,8 @@ public:
     /// Three losses are part of the format: string-valued parameters are written without their
     /// text, parameter values with 15 significant digits, and a text of blanks only is no text to
     /// the reader.
+    ///
+    /// The origin of the file that is replaced goes with it; `io::writeSystem` writes one.
     static bool xml_write(const Coord &coord, const QString &fileName,
                           QString *errorMessage = nullptr);
 

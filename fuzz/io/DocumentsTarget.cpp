@@ -5,6 +5,7 @@
 
 #include <KelStd/io/Coord_IO.h>
 #include <KelStd/io/DocumentReview.h>
+#include <KelStd/io/SystemDocument.h>
 
 #include <QtCore/QFile>
 #include <QtCore/QTemporaryDir>
@@ -17,6 +18,7 @@ namespace {
 
 using KelStd::Coord;
 using KelStd::Coord_IO;
+using KelStd::SystemOrigin;
 namespace io = KelStd::io;
 using KelStd::fuzz::require;
 
@@ -117,6 +119,24 @@ void readAndWrite(const QString &fileName, const QString &copyName)
     require(written(third, copyName) && content(copyName) == second, "documents settle");
 }
 
+/// What is read of an origin is written, and read back the same.
+void readAndWriteOrigin(const QString &fileName, const QString &copyName)
+{
+    SystemOrigin origin;
+    io::DocumentFailure failure;
+    if (!io::readOrigin(fileName, origin, failure)) {
+        require(origin.isEmpty(), "a failed call leaves the origin");
+        return;
+    }
+    require(io::writeSystem(Coord(), origin, copyName, failure), "an origin can be written");
+    SystemOrigin copy;
+    Coord coord;
+    require(io::readSystem(copyName, coord, copy, failure), "what was written can be read");
+    require(copy == origin, "the origin comes back");
+    require(!origin.area || origin.area->isValid(), "an area is a box");
+    require(!origin.planeUnit || origin.planeUnit->metres > 0.0, "a unit has a length");
+}
+
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
@@ -131,5 +151,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         file.write(reinterpret_cast<const char *>(data), qint64(size));
     }
     readAndWrite(fileName, directory.filePath(QStringLiteral("copy.xml")));
+    readAndWriteOrigin(fileName, directory.filePath(QStringLiteral("origin.xml")));
     return 0;
 }
