@@ -5,7 +5,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-parts=(conversions geoid library text time many-points memory)
+parts=(conversions geoid library text time many-points memory catalogue)
 
 usage() {
     echo "usage: scripts/benchmark.sh [PART...]"
@@ -91,6 +91,7 @@ measure_part() {
             echo "a million on two threads: not measured on a single core" >>"$remarks"
         fi
         ;;
+    catalogue) keep_figures_of "$programs/catalogue_times" ;;
     memory)
         "$programs/memory_growth" >>"$remarks" || failed=1
         "$programs/epoch_memory" >>"$remarks" || failed=1
