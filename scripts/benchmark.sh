@@ -5,7 +5,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-parts=(conversions geoid library text time many-points catalogue memory)
+parts=(conversions geoid library text time many-points memory catalogue)
 
 usage() {
     echo "usage: scripts/benchmark.sh [PART...]"
@@ -93,7 +93,7 @@ measure_part() {
         fi
         ;;
     catalogue)
-        keep_figures_of "$programs/import_times"
+        keep_figures_of "$programs/catalogue_times"
         keep_figures_of env KELSTD_HOME_DIR="$work/home" benchmarks/peers/import_command.py \
             build/benchmark/bin/kelstd tests/data/systems/ed50_utm_31n.xml
         ;;
