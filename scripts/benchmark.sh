@@ -5,7 +5,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-parts=(conversions geoid library text time many-points agreement catalogue memory)
+parts=(conversions geoid library text time many-points agreement memory catalogue)
 
 usage() {
     echo "usage: scripts/benchmark.sh [PART...]"
@@ -97,7 +97,7 @@ measure_part() {
             >>"$remarks" || failed=1
         ;;
     catalogue)
-        keep_figures_of "$programs/import_times"
+        keep_figures_of "$programs/catalogue_times"
         keep_figures_of env KELSTD_HOME_DIR="$work/home" benchmarks/peers/import_command.py \
             build/benchmark/bin/kelstd tests/data/systems/ed50_utm_31n.xml
         ;;

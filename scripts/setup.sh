@@ -9,7 +9,7 @@ packages=(
     libproj-dev libproj25 proj-data  # PROJ's header, the library file and the resource files
     unzip                            # unpacks PROJ at run time
     libgtest-dev libgmock-dev        # the tests
-    proj-bin zip tzdata              # the tests' independent peers
+    proj-bin gdal-bin zip tzdata     # the tests' independent peers
     qttools5-dev-tools               # lupdate, which the tests extract texts with
 )
 case "${1:-}" in

@@ -86,6 +86,8 @@ bool reviewSystem(const QString &fileName, Coord &coord, SystemOrigin &origin,
                                coord.ellipsoid, found);
             reviewProjectionUse(root.firstChildElement(Names::xml_segName_projection),
                                 coord.projection, found);
+            reviewShiftBesideGrids(root.firstChildElement(Names::xml_segName_ellipsoidTransform),
+                                   coord.ellipsoid, coord.ellipsoidTransform, found);
             reviewTransformUse(root.firstChildElement(Names::xml_segName_ellipsoidTransform),
                                coord.ellipsoidTransform, found);
         });

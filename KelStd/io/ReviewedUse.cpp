@@ -482,6 +482,15 @@ void reviewProjectionUse(const QDomElement &element, const Projection &projectio
     reviewRepeatedProjNames(projNames, projection, findings);
 }
 
+void reviewShiftBesideGrids(const QDomElement &element, const Ellipsoid &ellipsoid,
+                            const stEllipsoinTransform &record, ReviewFindings &findings)
+{
+    const bool hasShift = record.fuction == EllipsoinTransformFunction_Three
+                          || record.fuction == EllipsoinTransformFunction_Seven;
+    if (hasShift && !splitEllipsoidName(ellipsoid.proj4EllpsName.trimmed()).grids.isEmpty())
+        findings.addAttribute(FindingKind::NotUsed, element, Names::xml_attrName_fuction);
+}
+
 void reviewTransformUse(const QDomElement &element, const stEllipsoinTransform &record,
                         ReviewFindings &findings)
 {

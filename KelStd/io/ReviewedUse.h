@@ -10,6 +10,10 @@ void reviewEllipsoidUse(const QDomElement &element, const Ellipsoid &ellipsoid,
                         ReviewFindings &findings);
 void reviewProjectionUse(const QDomElement &element, const Projection &projection,
                          ReviewFindings &findings);
+/// Where an ellipsoid's PROJ name brings grids, those are the datum shift, and the record's is not
+/// used.
+void reviewShiftBesideGrids(const QDomElement &element, const Ellipsoid &ellipsoid,
+                            const stEllipsoinTransform &record, ReviewFindings &findings);
 void reviewTransformUse(const QDomElement &element, const stEllipsoinTransform &record,
                         ReviewFindings &findings);
 
