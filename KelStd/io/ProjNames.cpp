@@ -1,5 +1,6 @@
 #include <KelStd/io/ProjNames.h>
 
+#include <QtCore/QRegularExpression>
 #include <QtCore/QSet>
 #include <QtCore/QStringList>
 
@@ -137,6 +138,14 @@ bool isOneProjName(const QString &text)
     return std::none_of(text.cbegin(), text.cend(), [](QChar c) {
         return c.isSpace() || QStringLiteral("+=,;#\"").contains(c);
     });
+}
+
+bool isOneProjEllipsoid(const QString &text)
+{
+    static const QRegularExpression form(
+        QStringLiteral("^(\\S+)(?: \\+nadgrids=[^\\s+=;#\"@]+| \\+R=[0-9]+(?:\\.[0-9]+)?)$"));
+    const QRegularExpressionMatch match = form.match(text.trimmed());
+    return match.hasMatch() ? isOneProjName(match.captured(1)) : isOneProjName(text);
 }
 
 } // namespace KelStd::io

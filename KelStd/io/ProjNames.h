@@ -21,4 +21,9 @@ bool isProjFlag(const QString &name);
 /// character that separates parameters from each other or from their values.
 bool isOneProjName(const QString &text);
 
+/// The same of an ellipsoid's name, which may have one thing behind it: the grid files of a datum
+/// shift, "bessel +nadgrids=BETA2007.gsb", or a sphere's radius, "sphere +R=6371228". A grid that
+/// may miss ("@") is none of them: without it PROJ shifts nothing, and says nothing.
+bool isOneProjEllipsoid(const QString &text);
+
 } // namespace KelStd::io

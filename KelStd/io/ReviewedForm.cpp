@@ -238,8 +238,9 @@ void reviewEllipsoidForm(const QDomElement &element, ReviewFindings &findings)
                &Words::ForCoordIO_EEllipsoidDirection_from_AsciiString,
                &Words::ForCoordIO_EEllipsoidDirection_to_AsciiString, findings);
     // Blanks around it are left out of the definition.
-    reviewProjName(element, Names::xml_attrName_proj4EllpsName,
-                   element.attribute(Names::xml_attrName_proj4EllpsName).trimmed(), findings);
+    if (!isOneProjEllipsoid(element.attribute(Names::xml_attrName_proj4EllpsName).trimmed()))
+        findings.addAttribute(FindingKind::NotOneProjName, element,
+                              Names::xml_attrName_proj4EllpsName);
 }
 
 /// Of the children called `childName` the last of each name counts.
