@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace KelStd::catalogue {
 
@@ -176,8 +177,49 @@ void warnOfChoice(Work &work, const ShiftCandidate &chosen)
     }
 }
 
+/// Whether an operation of the database is one of this ellipsoid. A text may give a datum that it
+/// names an ellipsoid of its own, and PROJ does not mind.
+bool isOfEllipsoid(const Work &work, const QString &operation, const Ellipsoid &ellipsoid)
+{
+    const ProjSession &session = work.session;
+    const QByteArray code = operation.toUtf8();
+    const int colon = code.indexOf(':');
+    if (colon <= 0)
+        return true;
+    const proj::ProjObject object(session.functions().proj_create_from_database(
+        session.context(), code.left(colon).constData(), code.mid(colon + 1).constData(),
+        PJ_CATEGORY_COORDINATE_OPERATION, 0, nullptr));
+    if (object == nullptr)
+        return true;
+    const proj::ProjObject ends[] = {
+        proj::ProjObject(session.functions().proj_get_source_crs(session.context(), object.get())),
+        proj::ProjObject(session.functions().proj_get_target_crs(session.context(), object.get()))};
+    const auto axes = [](const Ellipsoid &figure) {
+        const double a = figure.biggerHalfAxle.value.toDouble();
+        return std::pair(a, figure.reciprocal == 0.0 ? a : a - a / figure.reciprocal);
+    };
+    constexpr double sameAxis = 1.0; // [m], as texts round and editions of an ellipsoid differ
+    for (const proj::ProjObject &end : ends) {
+        const auto known = end == nullptr ? std::nullopt : ellipsoidOf(session, end.get());
+        if (known && std::abs(axes(*known).first - axes(ellipsoid).first) <= sameAxis
+            && std::abs(axes(*known).second - axes(ellipsoid).second) <= sameAxis)
+            return true;
+    }
+    return false;
+}
+
 bool take(Work &work, const ShiftCandidate &candidate)
 {
+    const Ellipsoid &ellipsoid = work.result.system->ellipsoid;
+    if (work.source.isText && !isOfEllipsoid(work, candidate.row.code, ellipsoid))
+        return work.refuse(
+            Kind::NotUnderstood,
+            QStringLiteral("the definition gives its datum another ellipsoid (\"%1\", "
+                           "%2 m, 1/f %3) than the database has for it; import the "
+                           "system by its code, or correct the definition")
+                .arg(ellipsoid.ellipsoid_name)
+                .arg(ellipsoid.biggerHalfAxle.value.toDouble(), 0, 'f', 3)
+                .arg(ellipsoid.reciprocal, 0, 'f', 6));
     work.shift = *candidate.carried;
     work.shiftArea = candidate.row.area;
     report(work, candidate);
@@ -300,16 +342,25 @@ std::vector<GroundPoint> placesToCheck(const Work &work)
 
 bool refuseForCheck(Work &work, const OwnCheck &check)
 {
+    const bool isText = work.source.isText;
+    if (!check.isReady)
+        return work.refuse(isText ? Kind::NotUnderstood : Kind::OwnCheck,
+                           isText ? QStringLiteral("PROJ cannot compute with the numbers of the "
+                                                   "definition; look for one out of range")
+                                  : QStringLiteral("PROJ makes no conversion of what was made of "
+                                                   "the system; report this"));
+    const QString misses =
+        QStringLiteral("the result misses PROJ's own by %1 m at %2, and %3 of %4 "
+                       "positions have none; ")
+            .arg(check.difference, 0, 'f', 4)
+            .arg(check.place)
+            .arg(check.missing)
+            .arg(check.missing + check.compared);
     return work.refuse(Kind::OwnCheck,
-                       check.isReady
-                           ? QStringLiteral("the result misses PROJ's own by %1 m at %2, and %3 of "
-                                            "%4 positions have none; report this")
-                                 .arg(check.difference, 0, 'f', 4)
-                                 .arg(check.place)
-                                 .arg(check.missing)
-                                 .arg(check.missing + check.compared)
-                           : QStringLiteral("PROJ makes no conversion of what was made of the "
-                                            "system; report this"));
+                       misses
+                           + (isText ? QStringLiteral("the definition may give another ellipsoid "
+                                                      "or unit than the datum that it names has")
+                                     : QStringLiteral("report this")));
 }
 
 /// Whether seven parameters are fitted instead of taken over.

@@ -159,7 +159,8 @@ std::vector<ShiftCandidate> shiftCandidates(ProjSession &session, ShiftMemory &m
         ShiftCandidate candidate = known;
         DatumShift &row = candidate.row;
         row.coverage = area.coveredBy(row.area);
-        row.containsPoint = !row.area.isKnown || row.area.contains(place);
+        const bool isAnywhere = !row.area.isKnown || (!at && !area.isKnown);
+        row.containsPoint = isAnywhere || row.area.contains(place);
         // A datum that is used in many countries has shifts that have nothing to do with this one;
         // a modern frame is the same everywhere.
         if (row.coverage > 0.0 || (at && row.containsPoint) || row.kind == ShiftKind::None)

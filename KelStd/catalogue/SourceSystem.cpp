@@ -319,6 +319,7 @@ std::optional<SourceSystem> sourceSystem(ProjSession &session, SystemList &list,
     result.system.isDeprecated = session.functions().proj_is_deprecated(object.get()) != 0;
     if (!takeApart(session, std::move(object), result, failure))
         return std::nullopt;
+    result.isText = !isOfDatabase;
     if (!isOfDatabase) {
         identify(session, result);
     } else if (!result.system.area.isKnown) {

@@ -20,6 +20,7 @@ struct SourceSystem
     proj::ProjObject likelyGeodetic;     ///< what a text may lie on that names no datum; else null
     proj::ProjObject vertical;           ///< of a compound system; else null
     std::optional<Similarity> textShift; ///< a text's own "TOWGS84"
+    bool isText = false;                 ///< a definition, and none of the database's own
     QStringList warnings;
 };
 

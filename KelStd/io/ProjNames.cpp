@@ -2,6 +2,7 @@
 
 #include <KelStd/coord/GeographicProjections.h>
 
+#include <QtCore/QRegularExpression>
 #include <QtCore/QSet>
 #include <QtCore/QStringList>
 
@@ -110,6 +111,15 @@ QSet<QString> allParameters()
     return all;
 }
 
+/// Whether each of the grids is one name without "@".
+bool areGridNames(const QString &grids)
+{
+    const QStringList names = grids.split(QLatin1Char(','));
+    return std::all_of(names.cbegin(), names.cend(), [](const QString &name) {
+        return !name.isEmpty() && !name.startsWith(QLatin1Char('@')) && isOneProjName(name);
+    });
+}
+
 } // namespace
 
 bool isProjParameter(const QString &name)
@@ -150,12 +160,14 @@ NameWithGrids splitEllipsoidName(const QString &text)
     return {text.left(at).trimmed(), text.mid(at + key.size())};
 }
 
-bool areGridNames(const QString &grids)
+bool isOneProjEllipsoid(const QString &text)
 {
-    const QStringList names = grids.split(QLatin1Char(','));
-    return std::all_of(names.cbegin(), names.cend(), [](const QString &name) {
-        return !name.isEmpty() && !name.startsWith(QLatin1Char('@')) && isOneProjName(name);
-    });
+    static const QRegularExpression radius(QStringLiteral("^(\\S+) \\+R=[0-9]+(?:\\.[0-9]+)?$"));
+    const NameWithGrids parts = splitEllipsoidName(text);
+    if (!parts.grids.isEmpty())
+        return !parts.name.isEmpty() && isOneProjName(parts.name) && areGridNames(parts.grids);
+    const QRegularExpressionMatch match = radius.match(text);
+    return isOneProjName(match.hasMatch() ? match.captured(1) : text);
 }
 
 } // namespace KelStd::io

@@ -30,8 +30,9 @@ struct NameWithGrids
 };
 NameWithGrids splitEllipsoidName(const QString &text);
 
-/// Whether each of the grids is one name without "@": PROJ passes over such a grid where it is not
-/// there, and converts without a datum shift.
-bool areGridNames(const QString &grids);
+/// The same of an ellipsoid's name, which may have one thing behind it: the grid files of a datum
+/// shift, "bessel +nadgrids=BETA2007.gsb", or a sphere's radius, "sphere +R=6371228". A grid that
+/// may miss ("@") is none of them: without it PROJ shifts nothing, and says nothing.
+bool isOneProjEllipsoid(const QString &text);
 
 } // namespace KelStd::io

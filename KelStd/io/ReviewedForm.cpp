@@ -144,16 +144,9 @@ void reviewEllipsoidForm(const QDomElement &element, ReviewFindings &findings)
                &Words::ForCoordIO_EEllipsoidDirection_from_AsciiString,
                &Words::ForCoordIO_EEllipsoidDirection_to_AsciiString, findings);
     // Blanks around it are left out of the definition.
-    const QString name = element.attribute(Names::xml_attrName_proj4EllpsName).trimmed();
-    const NameWithGrids parts = splitEllipsoidName(name);
-    const bool isUnderstood =
-        parts.grids.isEmpty()
-            ? isOneProjName(name)
-            : !parts.name.isEmpty() && isOneProjName(parts.name) && areGridNames(parts.grids);
-    if (!isUnderstood) {
+    if (!isOneProjEllipsoid(element.attribute(Names::xml_attrName_proj4EllpsName).trimmed()))
         findings.addAttribute(FindingKind::NotOneProjName, element,
                               Names::xml_attrName_proj4EllpsName);
-    }
 }
 
 /// Of the children called `childName` the last of each name counts.

@@ -65,14 +65,16 @@ QString metres(double value)
     return tk::Toolkits::DoubleToString(value, decimals) + QLatin1String(" m");
 }
 
-/// "12 %"; the whole only where it is the whole.
+/// "12 %"; the whole only where nothing to speak of misses.
 QString percent(double share)
 {
     constexpr double whole = 100.0;
-    const int rounded = static_cast<int>(share * whole + 0.5);
-    const int shown = share < 1.0 ? std::min(rounded, 99) : rounded;
-    return share > 0.0 && shown == 0 ? QStringLiteral("below 1 %")
-                                     : QStringLiteral("%1 %").arg(shown);
+    constexpr double nearlyAll = 0.9995; // boxes that meet, but for their last digits
+    if (share >= nearlyAll)
+        return QStringLiteral("100 %");
+    const int rounded = std::min(static_cast<int>(share * whole + 0.5), 99);
+    return share > 0.0 && rounded == 0 ? QStringLiteral("below 1 %")
+                                       : QStringLiteral("%1 %").arg(rounded);
 }
 
 QString withCode(const QString &name, const QString &code)

@@ -10,7 +10,30 @@
 
 #include <KelStd/catalogue/Catalogue.h>
 
+#include <algorithm>
+
 namespace KelStd::cli {
+
+namespace {
+
+/// Whether a text can be nothing but a definition: a PROJ string, JSON, or WKT with a keyword and a
+/// bracket.
+bool beginsLikeDefinition(const QByteArray &source)
+{
+    constexpr int longestKeyword = 24; // "DERIVEDPROJCRS" and blanks
+    const QByteArray start = source.left(1000).trimmed();
+    if (start.startsWith('+') || start.startsWith('{'))
+        return true;
+    const int bracket = start.indexOf('[');
+    if (bracket <= 0 || bracket > longestKeyword)
+        return false;
+    const QByteArray keyword = start.left(bracket).trimmed();
+    return std::all_of(keyword.cbegin(), keyword.cend(), [](char c) {
+        return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '_';
+    });
+}
+
+} // namespace
 
 LastResort importAsLastResort(const QString &given, Console &console)
 {
@@ -30,8 +53,9 @@ LastResort importAsLastResort(const QString &given, Console &console)
         return {imported.system, originOf(imported.report), false};
     }
     // What is no source at all is a mistyped name or file, of which the caller says more.
-    if (!isRefusal(imported.refusal)
-        || imported.refusal.kind == catalogue::CatalogueFailureKind::NotUnderstood)
+    const bool isNone = imported.refusal.kind == catalogue::CatalogueFailureKind::NotUnderstood
+                        && !beginsLikeDefinition(*source);
+    if (!isRefusal(imported.refusal) || isNone)
         return {};
     console.report(QStringLiteral("cannot use the coordinate system %1: %2")
                        .arg(shown(given), imported.refusal.text));

@@ -7,6 +7,9 @@
 #include <cli/terminal/FilePath.h>
 #include <cli/terminal/Report.h>
 
+#include <KelStd/grid/GridFile.h>
+#include <KelStd/grid/ShiftGridFile.h>
+
 namespace KelStd::cli {
 
 namespace {
@@ -30,6 +33,37 @@ QString missingText(const GridFile &grid, qint64 missing)
         .arg(100.0 * static_cast<double>(missing) / static_cast<double>(all), 0, 'f', 2);
 }
 
+/// The lines that grids of all formats have.
+void showNodes(const QString &format, const GridNodes &nodes, Report &report)
+{
+    report.value(QStringLiteral("format"), format);
+    report.value(QStringLiteral("latitudes"), latitudesText(nodes));
+    report.value(QStringLiteral("longitudes"), longitudesText(nodes));
+    report.value(QStringLiteral("spacing"), spacingText(nodes));
+    report.value(QStringLiteral("rows, columns"),
+                 QStringLiteral("%1, %2").arg(nodes.rows).arg(nodes.columns));
+}
+
+/// What the headers of a GeoTIFF grid say; false where they say nothing, or not all is there.
+bool showGeoTiff(const QString &file, Console &console)
+{
+    ShiftGridFile grid;
+    if (grid.open(file))
+        return false;
+    Report report(console);
+    report.section(QStringLiteral("Geoid grid"), file);
+    const QString format = GridFile::formatName(GridFile::Format::GeoTiff);
+    for (const GridNodes &nodes : grid.grids())
+        showNodes(format, nodes, report);
+    report.value(QStringLiteral("values"), QStringLiteral("only PROJ reads them"));
+    if (grid.valuesPerNode() > 1) {
+        report.value(QStringLiteral("doubtful"),
+                     QStringLiteral("%1 values a node, as a grid of datum shifts has")
+                         .arg(grid.valuesPerNode()));
+    }
+    return true;
+}
+
 } // namespace
 
 ExitStatus runGeoidInfo(const QStringList &arguments, Console &console)
@@ -42,8 +76,9 @@ ExitStatus runGeoidInfo(const QStringList &arguments, Console &console)
             "./FILE is always a file.\n"
             "\n"
             "A file is a grid in the GGF layout when its name ends in .ggf, and in the GTX\n"
-            "layout otherwise. GeoTIFF grids are recognised, but only PROJ reads them. A\n"
-            "value of -88.8888 marks a node without one, and PROJ takes every value beyond\n"
+            "layout otherwise. Of a GeoTIFF grid, whose values only PROJ reads, the place of\n"
+            "its nodes is shown.\n"
+            "A value of -88.8888 marks a node without one, and PROJ takes every value beyond\n"
             "1000 m for such a mark.\n"
             "\n"
             "Exit status: 0 shown, 2 usage, 3 no grid, or one that is not what its\n"
@@ -57,8 +92,11 @@ ExitStatus runGeoidInfo(const QStringList &arguments, Console &console)
     GridFile grid;
     const QList<GeoidModels::File> models = GeoidModels::files(name);
     const QString file = models.isEmpty() ? onDisk(name) : models.first().path;
-    if (const GridFailure failure = grid.open(file)) {
-        console.report(QStringLiteral("cannot read the geoid grid %1: %2").arg(name, failure.text));
+    const GridFailure fault = grid.open(file);
+    if (fault.kind == GridFailureKind::OnlyForProj && showGeoTiff(file, console))
+        return ExitStatus::Success;
+    if (fault) {
+        console.report(QStringLiteral("cannot read the geoid grid %1: %2").arg(name, fault.text));
         return ExitStatus::Environment;
     }
     GridFile::Values values;
@@ -66,12 +104,7 @@ ExitStatus runGeoidInfo(const QStringList &arguments, Console &console)
 
     Report report(console);
     report.section(QStringLiteral("Geoid grid"), file);
-    report.value(QStringLiteral("format"), GridFile::formatName(grid.format()));
-    report.value(QStringLiteral("latitudes"), latitudesText(grid));
-    report.value(QStringLiteral("longitudes"), longitudesText(grid));
-    report.value(QStringLiteral("spacing"), spacingText(grid));
-    report.value(QStringLiteral("rows, columns"),
-                 QStringLiteral("%1, %2").arg(grid.nodes().rows).arg(grid.nodes().columns));
+    showNodes(GridFile::formatName(grid.format()), grid.nodes(), report);
     if (failure) {
         console.report(QStringLiteral("cannot use the geoid grid %1: %2").arg(name, failure.text));
         return ExitStatus::Environment;

@@ -6,11 +6,26 @@
 #include <cli/terminal/CommandLine.h>
 #include <cli/terminal/Console.h>
 
+#include <KelStd/grid/GridFile.h>
+#include <KelStd/grid/ShiftGridFile.h>
+
 #include <algorithm>
 
 namespace KelStd::cli {
 
 namespace {
+
+/// Of a GeoTIFF grid, whose values PROJ alone reads.
+QString geoTiffContent(const QString &path)
+{
+    const QString format = GridFile::formatName(GridFile::Format::GeoTiff);
+    ShiftGridFile grid;
+    if (grid.open(path))
+        return format + QStringLiteral(", which only PROJ reads");
+    const GridNodes &nodes = grid.grids().constFirst();
+    return QStringLiteral("%1, latitudes %2, longitudes %3, every %4")
+        .arg(format, latitudesText(nodes), longitudesText(nodes), spacingText(nodes));
+}
 
 QString contentOf(const GeoidModels::File &file)
 {
@@ -19,12 +34,12 @@ QString contentOf(const GeoidModels::File &file)
     GridFile grid;
     const GridFailure failure = grid.open(file.path);
     if (failure.kind == GridFailureKind::OnlyForProj)
-        return GridFile::formatName(grid.format()) + QStringLiteral(", which only PROJ reads");
+        return geoTiffContent(file.path);
     if (failure)
         return QStringLiteral("not usable: ") + failure.text;
     const QString text = QStringLiteral("%1, latitudes %2, longitudes %3, every %4")
-                             .arg(GridFile::formatName(grid.format()), latitudesText(grid),
-                                  longitudesText(grid), spacingText(grid));
+                             .arg(GridFile::formatName(grid.format()), latitudesText(grid.nodes()),
+                                  longitudesText(grid.nodes()), spacingText(grid.nodes()));
     return file.endsInZeros ? text + QStringLiteral("; doubtful: ") + zerosText() : text;
 }
 

@@ -19,20 +19,20 @@ QString degreesText(double degrees)
     return tk::Toolkits::DoubleToString(degrees, decimals);
 }
 
-QString latitudesText(const GridFile &grid)
+QString latitudesText(const GridNodes &nodes)
 {
-    return range(grid.nodes().latitudeOf(0), grid.nodes().latitudeOf(grid.nodes().rows - 1));
+    return range(nodes.latitudeOf(0), nodes.latitudeOf(nodes.rows - 1));
 }
 
-QString longitudesText(const GridFile &grid)
+QString longitudesText(const GridNodes &nodes)
 {
-    return range(grid.nodes().longitudeOf(0), grid.nodes().longitudeOf(grid.nodes().columns - 1));
+    return range(nodes.longitudeOf(0), nodes.longitudeOf(nodes.columns - 1));
 }
 
-QString spacingText(const GridFile &grid)
+QString spacingText(const GridNodes &nodes)
 {
-    const QString latitude = degreesText(grid.nodes().latitudeSpacing);
-    const QString longitude = degreesText(grid.nodes().longitudeSpacing);
+    const QString latitude = degreesText(nodes.latitudeSpacing);
+    const QString longitude = degreesText(nodes.longitudeSpacing);
     return latitude == longitude
                ? latitude + QLatin1String(" deg")
                : QStringLiteral("%1 deg in latitude, %2 deg in longitude").arg(latitude, longitude);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <KelStd/grid/GridFile.h>
+#include <KelStd/grid/GridNodes.h>
 
 #include <QtCore/QString>
 
@@ -11,11 +11,11 @@ namespace KelStd::cli {
 QString degreesText(double degrees);
 
 /// "-90 to 90 deg"
-QString latitudesText(const GridFile &grid);
-QString longitudesText(const GridFile &grid);
+QString latitudesText(const GridNodes &nodes);
+QString longitudesText(const GridNodes &nodes);
 
 /// "0.25 deg", or both spacings where they differ.
-QString spacingText(const GridFile &grid);
+QString spacingText(const GridNodes &nodes);
 
 /// What is to be said of one that ends in zeros.
 QString zerosText();

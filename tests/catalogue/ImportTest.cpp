@@ -6,6 +6,7 @@
 
 #include <KelStd/coord/Coord.h>
 #include <KelStd/io/Coord_IO.h>
+#include <KelStd/io/DocumentReview.h>
 
 #include <QtCore/QTemporaryDir>
 
@@ -264,6 +265,43 @@ TEST_F(SystemImport, MakesASphereOfItsRadius)
     // echo "10 60" | cs2cs +proj=longlat +R=6371228 +to +proj=laea +lat_0=90 +lon_0=0 +R=6371228
     EXPECT_NEAR(location.get_NEH_E(), 572690.004548, 1e-6);
     EXPECT_NEAR(location.get_NEH_N(), -3247886.411068, 1e-6);
+}
+
+TEST_F(SystemImport, MakesDocumentsThatAReviewHasNothingAgainst)
+{
+    QTemporaryDir directory;
+    ImportOptions consent;
+    consent.takeAsWgs84 = true;
+    // Seven parameters, a grid, a sphere, axes to the west and south, feet, web maps.
+    for (const char *code : {"EPSG:28992", "EPSG:31467", "EPSG:3408", "EPSG:5513", "EPSG:3991",
+                             "EPSG:3857", "EPSG:3303"}) {
+        const ImportedSystem imported = import(code, consent);
+        const QString file = directory.filePath(QStringLiteral("system.xml"));
+        ASSERT_TRUE(Coord_IO::xml_write(*imported.system, file, nullptr));
+        Coord back;
+        QList<io::DocumentFinding> findings;
+        ASSERT_TRUE(io::reviewCoord(file, back, findings));
+        for (const io::DocumentFinding &finding : findings)
+            ADD_FAILURE() << code << ' ' << io::describedFinding(finding).toStdString();
+        EXPECT_EQ(back.ellipsoid, imported.system->ellipsoid) << code;
+    }
+}
+
+TEST_F(SystemImport, LeavesEllipsoidsThatHideSomethingToTheReview)
+{
+    QTemporaryDir directory;
+    Coord coord = *import("EPSG:28992").system;
+    const QString file = directory.filePath(QStringLiteral("system.xml"));
+    for (const char *name :
+         {"bessel +nadgrids=@a.gsb", "bessel +nadgrids=a.gsb +pm=paris", "bessel +pm=paris",
+          "bessel +nadgrids=", "sphere +R=x", "sphere +R=1 +R=2", "a b +R=1"}) {
+        coord.ellipsoid.proj4EllpsName = QString::fromLatin1(name);
+        ASSERT_TRUE(Coord_IO::xml_write(coord, file, nullptr));
+        Coord back;
+        QList<io::DocumentFinding> findings;
+        ASSERT_TRUE(io::reviewCoord(file, back, findings));
+        EXPECT_FALSE(findings.isEmpty()) << name;
+    }
 }
 
 TEST_F(SystemImport, KeepsItsResultsInADocument)

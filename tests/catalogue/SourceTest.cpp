@@ -207,6 +207,17 @@ TEST_F(SystemSource, RefusesTextsWithImpossibleNumbers)
     }
 }
 
+TEST_F(SystemSource, DoesNotMixADatumWithAnotherEllipsoid)
+{
+    // The datum's name leads to the database's shift, which is one of Bessel's ellipsoid.
+    QByteArray text = esriRd;
+    text.replace("6377397.155,299.1528128", "6378388.0,297.0");
+    EXPECT_NE(refusal(text), QStringLiteral("imported"));
+    text = esriRd;
+    text.replace("52.1561605555556", "92.1561605555556");
+    EXPECT_EQ(refusal(text), QStringLiteral("not-understood"));
+}
+
 TEST_F(SystemSource, RefusesAGridOfTheTextsOwnChoice)
 {
     const QByteArray bound =

@@ -127,5 +127,25 @@ TEST_F(GridCommands, GeoTiffGridsAreListedWithTheirArea)
                 Mentions("GeoTIFF, latitudes 50 to 52, longitudes 5 to 7"));
 }
 
+// Of a geoid model in that format the place of its nodes is known.
+TEST_F(GridCommands, GeoidModelsMayBeGeoTiffGrids)
+{
+    m_program.file(QStringLiteral("geoid_model_list/site.tif"), test::geoTiffBytes(1));
+    const auto listed = m_program.run({QStringLiteral("geoid"), QStringLiteral("list")});
+    EXPECT_THAT(listed.out, Mentions("site.tif"));
+    EXPECT_THAT(listed.out,
+                Mentions("GeoTIFF, latitudes 50 to 52 deg, longitudes 5 to 7 deg, every 1 deg"));
+    const auto shown = m_program.run(
+        {QStringLiteral("geoid"), QStringLiteral("info"), QStringLiteral("site.tif")});
+    EXPECT_EQ(shown.status, 0) << shown.err;
+    for (const char *text : {"GeoTIFF", "50 to 52 deg", "5 to 7 deg", "3, 3", "only PROJ reads"})
+        EXPECT_THAT(shown.out, Mentions(text));
+    const auto height = m_program.run({QStringLiteral("geoid"), QStringLiteral("height"),
+                                       QStringLiteral("--model"), QStringLiteral("site.tif")},
+                                      "6,51,100\n");
+    EXPECT_EQ(height.status, 0) << height.err; // every node has 3.6 m
+    EXPECT_THAT(height.out, Mentions("96.4"));
+}
+
 } // namespace
 } // namespace KelStd

@@ -400,6 +400,16 @@ TEST_F(SystemCatalogue, ConvertTakesCodesNamesAndDefinitions)
     EXPECT_EQ(refused.status, 3);
     EXPECT_EQ(refused.out, QString());
     EXPECT_THAT(refused.err, Mentions("cannot use the coordinate system EPSG:4326: "));
+
+    // Why a definition is not understood is not told as of a document.
+    const QString pipeline =
+        m_program.file(QStringLiteral("pipeline.txt"), "+proj=pipeline +step +proj=utm +zone=31");
+    const auto unread = m_program.run({QStringLiteral("convert"), QStringLiteral("--system"),
+                                       pipeline, QStringLiteral("--dir"), dir},
+                                      "3,0,0\n");
+    EXPECT_EQ(unread.status, 3);
+    EXPECT_THAT(unread.err, Mentions("cannot use the coordinate system "));
+    EXPECT_FALSE(unread.err.contains(QLatin1String("XML")));
 }
 
 // --- export -----------------------------------------------------------------------------------
