@@ -113,7 +113,7 @@ TEST_F(RecordHolders, OwnARecordOnlyWhereTheRegistryWouldChangeNothingElse)
          text("it came from the file \"a.xml\" of %1, not from \"B.xml\"; rename or edit that file")
              .arg(custom)},
         {"../D", RecordKind::Custom, Kind::OtherFileName,
-         text("it came from the file \"d.xml\" of %1, not from \"../D.xml\"; rename or edit that "
+         text("it came from the file \"d.xml\" of %1, not from \"..%2FD.xml\"; rename or edit that "
               "file")
              .arg(custom)},
         {"C", RecordKind::Custom, Kind::SeveralFiles,
