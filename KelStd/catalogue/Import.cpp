@@ -199,13 +199,18 @@ bool isOfEllipsoid(const Work &work, const QString &operation, const Ellipsoid &
         return std::pair(a, figure.reciprocal == 0.0 ? a : a - a / figure.reciprocal);
     };
     constexpr double sameAxis = 1.0; // [m], as texts round and editions of an ellipsoid differ
+    // What changes the order of axes alone belongs to no system.
+    bool isOfNone = true;
     for (const proj::ProjObject &end : ends) {
         const auto known = end == nullptr ? std::nullopt : ellipsoidOf(session, end.get());
-        if (known && std::abs(axes(*known).first - axes(ellipsoid).first) <= sameAxis
+        if (!known)
+            continue;
+        isOfNone = false;
+        if (std::abs(axes(*known).first - axes(ellipsoid).first) <= sameAxis
             && std::abs(axes(*known).second - axes(ellipsoid).second) <= sameAxis)
             return true;
     }
-    return false;
+    return isOfNone;
 }
 
 bool take(Work &work, const ShiftCandidate &candidate)
