@@ -56,6 +56,11 @@ ExitStatus runSystemSearch(const QStringList &arguments, Console &console)
     catalogue::SystemQuery query;
     query.words = line.positionals().join(QLatin1Char(' '));
     query.withDeprecated = line.isSet(QStringLiteral("deprecated"));
+    constexpr int maxLength = 1000; // no name and description of an area has so many characters
+    if (query.words.size() > maxLength) {
+        return line.refuse(QStringLiteral("the words have more than %1 characters").arg(maxLength),
+                           console);
+    }
     QString mistake;
     if (!takePlace(line, query.at, mistake) || !takeBox(line, query.box, mistake))
         return line.refuse(mistake, console);

@@ -144,6 +144,15 @@ TEST_F(SystemCatalogue, MistakesAreUsageErrors)
     }
 }
 
+// Each word is looked for in ten thousand names.
+TEST_F(SystemCatalogue, SearchDoesNotTakeWordsWithoutEnd)
+{
+    const auto result =
+        system(QStringList{QStringLiteral("search"), QStringLiteral("a ").repeated(501)});
+    EXPECT_EQ(result.status, 2);
+    EXPECT_THAT(result.err, Mentions("more than 1000 characters"));
+}
+
 // --- shifts -----------------------------------------------------------------------------------
 
 // Accuracy and area of EPSG:1777 and BETA2007's EPSG:15949 are those of the EPSG registry.
