@@ -128,6 +128,11 @@ void FileLock::keepInChild() const
         ::fcntl(m_holder->descriptor, F_SETFD, 0);
 }
 
+int FileLock::descriptor() const
+{
+    return isTaken() ? m_holder->descriptor : -1;
+}
+
 #else
 
 struct FileLock::Holder
@@ -152,6 +157,11 @@ FileLock::Outcome FileLock::take(int patience)
 }
 
 void FileLock::keepInChild() const {}
+
+int FileLock::descriptor() const
+{
+    return -1;
+}
 
 #endif
 

@@ -46,6 +46,10 @@ public:
     /// stays held until that program has ended as well.
     void keepInChild() const;
 
+    /// The descriptor of the locked file, which must not be closed; -1 while nothing is locked, and
+    /// on platforms without one. A program that is started with it keeps the lock until it ends.
+    int descriptor() const;
+
 private:
     struct Holder;
 

@@ -1,14 +1,12 @@
 #include <KelStd/proj/Unpacker.h>
 
-#include <KelStd/files/FileLock.h>
+#include <KelStd/proj/ChildProgram.h>
 #include <KelStd/proj/FilePermissions.h>
 #include <KelStd/proj/PrivateDirectory.h>
 
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
 #include <QtCore/QObject>
-#include <QtCore/QProcess>
-#include <QtCore/QProcessEnvironment>
 #include <QtCore/QStandardPaths>
 #include <QtCore/QStringList>
 
@@ -16,32 +14,11 @@ namespace KelStd::proj {
 
 namespace {
 
-class LockKeepingProcess : public QProcess
+/// Variables that would add options to the unpacker's.
+QStringList optionVariables()
 {
-public:
-    explicit LockKeepingProcess(const FileLock &lock) : m_lock(lock) {}
-
-protected:
-    void setupChildProcess() override { m_lock.keepInChild(); }
-
-private:
-    const FileLock &m_lock;
-};
-
-/// The user's environment without what would add options to the unpacker's.
-QProcessEnvironment unpackerEnvironment()
-{
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    for (const char *name : {"UNZIP", "UNZIPOPT", "ZIPINFO", "ZIPINFOOPT"})
-        environment.remove(QString::fromLatin1(name));
-    return environment;
-}
-
-/// Waits for a process that was started; false where it did not start or did not end by itself.
-bool hasEnded(QProcess &process)
-{
-    constexpr int noTimeout = -1;
-    return process.waitForFinished(noTimeout) && process.exitStatus() == QProcess::NormalExit;
+    return {QStringLiteral("UNZIP"), QStringLiteral("UNZIPOPT"), QStringLiteral("ZIPINFO"),
+            QStringLiteral("ZIPINFOOPT")};
 }
 
 /// What the unpacking program says by its exit status (unzip(1), "DIAGNOSTICS").
@@ -89,37 +66,29 @@ QString findUnpacker()
 
 bool testArchive(const QString &unpacker, const QString &archive, const QStringList &members)
 {
-    QProcess process;
-    process.setProcessEnvironment(unpackerEnvironment());
-    process.setProcessChannelMode(QProcess::MergedChannels);
-    process.setStandardInputFile(QProcess::nullDevice());
-    process.setStandardOutputFile(QProcess::nullDevice());
-    process.start(unpacker, QStringList{QStringLiteral("-tqq"), archive} + members);
-    return hasEnded(process) && process.exitCode() == 0;
+    return runToItsEnd(unpacker, QStringList{QStringLiteral("-tqq"), archive} + members,
+                       optionVariables(), ChildErrors::Dropped, nullptr)
+           == 0;
 }
 
 InitializationFailure unpack(const QString &unpacker, const QString &archive, const QString &target,
                              const FileLock &lock)
 {
-    LockKeepingProcess process(lock);
     // The list of what it unpacks is no output of the program that uses this library.
-    process.setProcessEnvironment(unpackerEnvironment());
-    process.setStandardInputFile(QProcess::nullDevice());
-    process.setStandardOutputFile(QProcess::nullDevice());
-    process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    process.start(unpacker, {QStringLiteral("-o"), QDir::fromNativeSeparators(archive),
-                             QStringLiteral("-d"), QDir::fromNativeSeparators(target)});
-    const bool isOver = hasEnded(process);
-    if (isOver && process.exitCode() == 0)
+    const auto status = runToItsEnd(unpacker,
+                                    {QStringLiteral("-o"), QDir::fromNativeSeparators(archive),
+                                     QStringLiteral("-d"), QDir::fromNativeSeparators(target)},
+                                    optionVariables(), ChildErrors::Passed, &lock);
+    if (status == 0)
         return {};
     if (!QFileInfo(archive).isFile())
         return {InitializationFailureKind::NoArchive, QObject::tr("%1 is missing").arg(archive)};
-    if (!isOver) {
+    if (!status) {
         return {
             InitializationFailureKind::UnpackingFailed,
             QObject::tr("%1 was not unpacked: %2 did not end by itself").arg(archive, unpacker)};
     }
-    return failureOfStatus(process.exitCode(), archive, unpacker);
+    return failureOfStatus(*status, archive, unpacker);
 }
 
 } // namespace KelStd::proj
