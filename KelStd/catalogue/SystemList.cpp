@@ -111,6 +111,12 @@ bool isMet(const Condition &condition, const QStringList &words)
     return false;
 }
 
+bool areMetIn(const std::vector<Condition> &conditions, const QStringList &words)
+{
+    return std::all_of(conditions.cbegin(), conditions.cend(),
+                       [&words](const Condition &condition) { return isMet(condition, words); });
+}
+
 int metIn(const std::vector<Condition> &conditions, const QStringList &words)
 {
     return static_cast<int>(
@@ -148,6 +154,12 @@ std::vector<FoundSystem> inOrder(std::vector<Ranked> ranked)
     for (const Ranked &row : ranked)
         found.push_back(*row.system);
     return found;
+}
+
+/// The datum that most people mean who name none.
+bool isOnWgs84(const QString &plainName)
+{
+    return plainName.startsWith(QLatin1String("wgs 84 "));
 }
 
 /// Whether words stand in a name one after the other.
@@ -254,7 +266,7 @@ std::vector<FoundSystem> SystemList::search(const SystemQuery &query) const
     std::vector<Ranked> ranked;
     for (const Entry &entry : m_entries) {
         const FoundSystem &system = entry.system;
-        if (!isPlace(system, query) || metIn(conditions, entry.words) < wanted)
+        if (!isPlace(system, query) || !areMetIn(conditions, entry.words))
             continue;
         const QStringList name = entry.plainName.split(QLatin1Char(' '));
         const QString code = system.code;
@@ -264,7 +276,8 @@ std::vector<FoundSystem> SystemList::search(const SystemQuery &query) const
             {Rank(!isCode, entry.plainName != plainWhole, wanted - metIn(conditions, name),
                   system.isDeprecated, system.kind != SystemKind::Projected,
                   !code.startsWith(QLatin1String("EPSG:")),
-                  isWithin(plainWhole, entry.plainName) ? 0 : 1,
+                  (isWithin(plainWhole, entry.plainName) ? 0 : 2)
+                      + (isOfPlace || isOnWgs84(entry.plainName) ? 0 : 1),
                   isOfPlace ? sizeOf(system.area) : -sizeOf(system.area), code),
              &system});
     }

@@ -48,6 +48,7 @@ TEST_F(SystemSearch, FindsSystemsByTheirWords)
         {"gda2020 mga 55", "EPSG:7855"},
         {"gda94 mga55", "EPSG:28355"},
         {"bogota urban", "EPSG:6247"},
+        {"utm 31", "EPSG:32631"},
         {"wgs84 utm 31n", "EPSG:32631"},
         {"utm zone 31 wgs 84 north", "EPSG:32631"},
     };
