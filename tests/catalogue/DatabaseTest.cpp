@@ -29,11 +29,13 @@ public:
     {
 #define TAKE(name) name = reinterpret_cast<decltype(name)>(m_library.resolve(#name))
         TAKE(proj_context_create);
+        TAKE(proj_context_destroy);
         TAKE(proj_log_level);
         TAKE(proj_context_set_search_paths);
         TAKE(proj_create);
         TAKE(proj_create_operations);
         TAKE(proj_create_operation_factory_context);
+        TAKE(proj_operation_factory_context_destroy);
         TAKE(proj_operation_factory_context_set_spatial_criterion);
         TAKE(proj_operation_factory_context_set_crs_extent_use);
         TAKE(proj_list_get_count);
@@ -59,6 +61,14 @@ public:
             context, factory, PROJ_SPATIAL_CRITERION_PARTIAL_INTERSECTION);
         proj_operation_factory_context_set_crs_extent_use(context, factory, PJ_CRS_EXTENT_NONE);
     }
+    ~BareProj()
+    {
+        proj_operation_factory_context_destroy(factory);
+        proj_destroy(wgs84);
+        proj_context_destroy(context);
+    }
+    BareProj(const BareProj &) = delete;
+    BareProj &operator=(const BareProj &) = delete;
 
     /// Easting and northing [m] of a place by the operation whose name has these words; false where
     /// PROJ has none.
@@ -110,11 +120,13 @@ private:
     PJ_OPERATION_FACTORY_CONTEXT *factory = nullptr;
 #define HAVE(name) decltype(&::name) name = nullptr
     HAVE(proj_context_create);
+    HAVE(proj_context_destroy);
     HAVE(proj_log_level);
     HAVE(proj_context_set_search_paths);
     HAVE(proj_create);
     HAVE(proj_create_operations);
     HAVE(proj_create_operation_factory_context);
+    HAVE(proj_operation_factory_context_destroy);
     HAVE(proj_operation_factory_context_set_spatial_criterion);
     HAVE(proj_operation_factory_context_set_crs_extent_use);
     HAVE(proj_list_get_count);
