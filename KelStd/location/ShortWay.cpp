@@ -166,7 +166,9 @@ std::optional<ShortWayOperations> ShortWayOperations::of(const ChainDefinitions 
 
     QString projection;
     for (const Parameter &p : projected) {
-        if (p.key != QLatin1String("towgs84"))
+        // The usual axes cost PROJ a step where they are named.
+        const bool isUsualAxis = p.key == QLatin1String("axis") && p.value == QLatin1String("enu");
+        if (p.key != QLatin1String("towgs84") && !isUsualAxis)
             projection += p.text();
     }
     const QString axisBack = axis->isEmpty() ? QString()

@@ -13,9 +13,11 @@
 #include <array>
 #include <cstdint>
 #include <limits>
+#include <map>
 #include <random>
 #include <string>
 #include <thread>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -214,11 +216,15 @@ std::vector<Location> locationsOf(const UsedSystem &system)
     return made;
 }
 
-std::vector<Pos> startsOf(const UsedSystem &system, bool areProjected)
+/// Made once for all repetitions.
+const std::vector<Pos> &startsOf(std::int64_t system, bool areProjected)
 {
-    std::vector<Pos> starts;
-    for (const Location &location : locationsOf(system))
-        starts.push_back(areProjected ? location.localNEH : location.wgs84LLH);
+    static std::map<std::pair<std::int64_t, bool>, std::vector<Pos>> made;
+    std::vector<Pos> &starts = made[{system, areProjected}];
+    if (starts.empty()) {
+        for (const Location &location : locationsOf(usedSystem(system)))
+            starts.push_back(areProjected ? location.localNEH : location.wgs84LLH);
+    }
     return starts;
 }
 
@@ -226,7 +232,7 @@ void buildOfSystem(benchmark::State &state)
 {
     const UsedSystem &system = usedSystem(state.range(0));
     const bool areProjected = state.range(1) != 0;
-    const std::vector<Pos> starts = startsOf(system, areProjected);
+    const std::vector<Pos> &starts = startsOf(state.range(0), areProjected);
     const auto frame = areProjected ? LocationBuilder::Frame::LocalProjected
                                     : LocationBuilder::Frame::Wgs84Geographic;
     LocationBuilder builder(system.coord);
@@ -244,7 +250,7 @@ void buildOfSystemBare(benchmark::State &state)
 {
     const UsedSystem &system = usedSystem(state.range(0));
     const bool areProjected = state.range(1) != 0;
-    const std::vector<Pos> starts = startsOf(system, areProjected);
+    const std::vector<Pos> &starts = startsOf(state.range(0), areProjected);
     const bench::Definitions d(system.coord);
     const char *const forth[] = {d.wgs84Geographic, d.wgs84Cartesian, d.localGeographic,
                                  d.localProjected};
