@@ -100,7 +100,7 @@ public:
     /// satellite of navigation, such as X, Y, Z in centimetres; and one whose northing or easting
     /// is beyond 130,000,000 m, past the last zone whose number stands before its eastings.
     ///
-    /// What is made is the same, bit for bit. It costs about a fifth more, all of it PROJ's
+    /// What is made is the same, bit for bit. It costs two fifths more, all of it PROJ's
     /// arithmetic.
     void requireOneToOne(bool isRequired = true);
 
