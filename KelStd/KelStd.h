@@ -56,6 +56,12 @@
 #include <KelStd/location/LocationBuilder.h>
 #include <KelStd/location/SystemDefinitions.h>
 #include <KelStd/location/SystemNotes.h>
+#include <KelStd/nmea/EpochCombiner.h>
+#include <KelStd/nmea/Message.h>
+#include <KelStd/nmea/ReceiverEpoch.h>
+#include <KelStd/nmea/ReceiverTime.h>
+#include <KelStd/nmea/Sentence.h>
+#include <KelStd/nmea/SentenceScanner.h>
 #include <KelStd/platform/AppConfig.h>
 #include <KelStd/platform/LogLibrary.h>
 #include <KelStd/platform/ResourceQuery.h>

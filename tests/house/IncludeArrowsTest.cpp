@@ -30,6 +30,7 @@ const QList<Room> &rooms()
         {"KelStd/files/", {}},
         {"KelStd/coord/", {"stream"}},
         {"KelStd/time/", {"coord"}},
+        {"KelStd/nmea/", {"time"}},
         {"KelStd/text/", {"coord", "platform"}},
         {"KelStd/display/", {"coord", "time", "text"}},
         {"KelStd/io/", {"coord", "text"}},

@@ -1,0 +1,112 @@
+#pragma once
+
+#include <KelStd/Export.h>
+#include <KelStd/nmea/ReceiverEpoch.h>
+#include <KelStd/nmea/SentenceScanner.h>
+
+#include <QtCore/QByteArray>
+#include <QtCore/QString>
+#include <QtCore/QtGlobal>
+
+#include <deque>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+namespace KelStd::nmea {
+
+/// How often something was found, and where first.
+struct SentenceCount
+{
+    qint64 count = 0;
+    qint64 firstLine = 0; ///< from 1; 0 for none
+    QString firstReason;  ///< what was wrong there
+
+    void add(qint64 line, const QString &reason = {});
+};
+
+/// What became of an input's sentences.
+struct SentenceTally
+{
+    qint64 used = 0;             ///< of the types that are read
+    qint64 ofOtherTypes = 0;     ///< right ones, passed over
+    qint64 otherLines = 0;       ///< lines that are neither blank nor hold a sentence
+    SentenceCount noChecksum;    ///< broken
+    SentenceCount badChecksum;   ///< broken
+    SentenceCount malformed;     ///< broken, though the checksum is right
+    SentenceCount late;          ///< of an epoch that was given out before
+    SentenceCount contradicting; ///< another position of one time, by the same type and talker
+    SentenceCount otherDatum;    ///< DTM names another datum than WGS84, which is the first reason
+
+    qint64 broken() const { return noChecksum.count + badChecksum.count + malformed.count; }
+};
+
+/// Combines the sentences of a receiver to epochs, by the time that they carry.
+///
+///     EpochCombiner combiner;
+///     while (read(bytes)) {
+///         combiner.feed(bytes);
+///         while (auto epoch = combiner.next())
+///             use(*epoch);
+///     }
+///     combiner.finish();
+///     while (auto epoch = combiner.next())
+///         use(*epoch);
+///
+/// An epoch ends when a sentence of another time comes, one of another date, or `flush` is called;
+/// sentences without a time are combined until a type comes again. The talker may be any. Where
+/// several sentences of an epoch give a position, one with a fix goes before one without, the
+/// talker GN (all systems together) before those of single systems, GGA before GNS before RMC, and
+/// the first one before those behind it. The date comes from RMC or ZDA, whose full year goes
+/// before RMC's two digits, and is carried on (`DateKeeper`).
+///
+/// Epochs that say nothing of a position are not given out. Nothing is raised but `std::bad_alloc`.
+class KELSTD_EXPORT EpochCombiner
+{
+public:
+    EpochCombiner();
+    EpochCombiner(const EpochCombiner &) = delete;
+    EpochCombiner &operator=(const EpochCombiner &) = delete;
+
+    /// Takes bytes of the input, cut anywhere.
+    void feed(std::string_view bytes) { m_scanner.feed(bytes); }
+
+    /// Ends the epoch, for a receiver that has been silent: what it says of the same time
+    /// afterwards comes late. A sentence that is not yet whole is waited for.
+    void flush();
+
+    /// Ends the input.
+    void finish();
+
+    /// The oldest epoch that has ended and was not yet given out; nothing where there is none.
+    std::optional<ReceiverEpoch> next();
+
+    /// Whether a sentence has come of an epoch that has not ended.
+    bool isInEpoch() const { return !m_messages.empty(); }
+
+    /// The line that is being read, from 1.
+    qint64 line() const { return m_scanner.line(); }
+
+    SentenceTally tally() const;
+
+private:
+    void takeText(std::string_view text, qint64 line);
+    void take(Message message, std::string_view text, qint64 line);
+    bool beginsEpoch(const Message &message) const;
+    bool comesLate(const Message &message) const;
+    void endEpoch();
+    void keepDate(ReceiverEpoch &epoch);
+
+    SentenceScanner m_scanner;
+    std::vector<Message> m_messages; ///< of the epoch that is being read, in their order
+    QByteArray m_sentences;
+    qint64 m_firstLine = 0;
+    DateKeeper m_dates;
+    std::optional<TimeOfDay>
+        m_flushed; ///< the time of an epoch that had a position when silence ended it
+    qint64 m_lastNumber = 0;
+    std::deque<ReceiverEpoch> m_ended;
+    SentenceTally m_tally;
+};
+
+} // namespace KelStd::nmea

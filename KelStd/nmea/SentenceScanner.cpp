@@ -1,0 +1,75 @@
+#include <KelStd/nmea/SentenceScanner.h>
+
+#include <algorithm>
+
+namespace KelStd::nmea {
+
+namespace {
+
+constexpr std::string_view sentenceEnds = "$\r\n";
+
+} // namespace
+
+void SentenceScanner::feed(std::string_view bytes)
+{
+    while (!bytes.empty()) {
+        const std::size_t end = std::min(bytes.find_first_of(sentenceEnds), bytes.size());
+        append(bytes.substr(0, end));
+        if (end == bytes.size())
+            return;
+        endSentence();
+        if (bytes[end] == '$')
+            begin('$');
+        else if (bytes[end] == '\n')
+            endLine();
+        bytes.remove_prefix(end + 1);
+    }
+}
+
+void SentenceScanner::finish()
+{
+    endSentence();
+    endLine();
+}
+
+void SentenceScanner::begin(char c)
+{
+    m_text.assign(1, c);
+    m_hasSentence = true;
+}
+
+void SentenceScanner::append(std::string_view bytes)
+{
+    if (bytes.empty())
+        return;
+    if (m_text.empty() && bytes.front() == '!' && !m_hasOther && !m_hasSentence) {
+        begin('!');
+        bytes.remove_prefix(1);
+    }
+    if (m_text.empty()) {
+        m_hasOther = m_hasOther || bytes.find_first_not_of(" \t") != std::string_view::npos;
+        return;
+    }
+    const std::size_t room =
+        maxSentenceBytes + 1 - std::min<std::size_t>(m_text.size(), maxSentenceBytes + 1);
+    m_text.append(bytes.substr(0, room));
+}
+
+void SentenceScanner::endSentence()
+{
+    if (m_text.empty())
+        return;
+    m_taker(m_text, m_line);
+    m_text.clear();
+}
+
+void SentenceScanner::endLine()
+{
+    if (m_hasOther && !m_hasSentence)
+        ++m_otherLines;
+    m_hasSentence = false;
+    m_hasOther = false;
+    ++m_line;
+}
+
+} // namespace KelStd::nmea
