@@ -10,6 +10,7 @@ packages=(
     unzip                            # unpacks PROJ at run time
     libgtest-dev libgmock-dev        # the tests
     proj-bin gdal-bin zip tzdata     # the tests' independent peers
+    gpsd-clients gpsbabel            # the same, for what receivers say
     qttools5-dev-tools               # lupdate, which the tests extract texts with
 )
 case "${1:-}" in

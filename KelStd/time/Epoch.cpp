@@ -14,7 +14,7 @@ namespace {
 constexpr TimeScaleRow timeScaleRows[] = {
     {TimeScale::Utc, "utc", "UTC", "2024-02-29 12:34:56, 2024-02-29T12:34:56.789Z"},
     {TimeScale::GpsT, "gpst", "GPS time", "2024-02-29 12:35:14, 2024-02-29T12:35:14.789"},
-    {TimeScale::GpsW, "gpsw", "GPS week", "2303:390914, \"2303 390914\", \"2303week 390914sec\""},
+    {TimeScale::GpsW, "gpsw", "GPS week", "2303:390914, \"2303 390914.2\", \"2303week 390914sec\""},
     {TimeScale::Local, "local", "local time", "2024-02-29 13:34:56, 2024-02-29T13:34:56.789"},
 };
 
@@ -29,13 +29,27 @@ bool isInRange(long long count)
     return count >= calendar::firstCount && count <= lastCount;
 }
 
+/// The milliseconds of the digits behind a decimal point: ".5" is half a second.
+std::optional<int> readMilliseconds(const QString &digits, EpochFailure &failure)
+{
+    constexpr int kept = 3;
+    const QString beyond = digits.mid(kept);
+    if (beyond.count(QLatin1Char('0')) != beyond.size()) {
+        failure = {
+            EpochMistake::TooFine,
+            QStringLiteral("times are kept to the millisecond; its decimals go beyond that")};
+        return std::nullopt;
+    }
+    return digits.left(kept).leftJustified(kept, QLatin1Char('0')).toInt();
+}
+
 /// Calendar fields of any scale, as a count of that scale.
 std::optional<long long> readCalendarTime(const QString &text, TimeScale scale,
                                           EpochFailure &failure)
 {
     static const QRegularExpression pattern(
         QStringLiteral("\\A([0-9]{4})-([0-9]{2})-([0-9]{2})[ T]"
-                       "([0-9]{2}):([0-9]{2}):([0-9]{2})(?:\\.([0-9]{1,3}))?(Z?)\\z"));
+                       "([0-9]{2}):([0-9]{2}):([0-9]{2})(?:\\.([0-9]+))?(Z?)\\z"));
     const QRegularExpressionMatch match = pattern.match(text);
     if (!match.hasMatch() || (scale != TimeScale::Utc && !match.captured(8).isEmpty())) {
         failure = {EpochMistake::WrongForm, QStringLiteral("it is not written as one")};
@@ -43,9 +57,11 @@ std::optional<long long> readCalendarTime(const QString &text, TimeScale scale,
     }
     const auto number = [&](int group) { return match.captured(group).toUShort(); };
     const auto byte = [&](int group) { return static_cast<unsigned char>(number(group)); };
-    // ".5" is half a second.
-    const auto milliseconds = match.captured(7).leftJustified(3, QLatin1Char('0')).toUShort();
-    const TimeUtc fields(number(1), byte(2), byte(3), byte(4), byte(5), byte(6), milliseconds);
+    const auto milliseconds = readMilliseconds(match.captured(7), failure);
+    if (!milliseconds)
+        return std::nullopt;
+    const TimeUtc fields(number(1), byte(2), byte(3), byte(4), byte(5), byte(6),
+                         static_cast<unsigned short>(*milliseconds));
     if (fields.toString().isEmpty()) {
         // Only the last minute of a day has a second 60.
         const bool isLeapSecond =
@@ -62,17 +78,18 @@ std::optional<long long> readCalendarTime(const QString &text, TimeScale scale,
     return fields.toValueTime();
 }
 
-std::optional<TimeGpsW> readWeek(const QString &text, EpochFailure &failure)
+std::optional<TimeGpsT> readWeek(const QString &text, EpochFailure &failure)
 {
     static const QRegularExpression pattern(
-        QStringLiteral("\\A([0-9]{1,5})(?:[:, ] *([0-9]{1,6})|week ([0-9]{1,6})sec)\\z"));
+        QStringLiteral("\\A([0-9]{1,5})(?:[:, ] *([0-9]{1,6})(?:\\.([0-9]+))?"
+                       "|week ([0-9]{1,6})sec)\\z"));
     const QRegularExpressionMatch match = pattern.match(text);
     if (!match.hasMatch()) {
         failure = {EpochMistake::WrongForm, QStringLiteral("it is not written as one")};
         return std::nullopt;
     }
     const int week = match.captured(1).toInt();
-    const int seconds = (match.captured(2) + match.captured(3)).toInt();
+    const int seconds = (match.captured(2) + match.captured(4)).toInt();
     if (week > lastWeek || seconds >= secondsPerWeek) {
         failure = {EpochMistake::WeekOutOfRange,
                    QStringLiteral("weeks are 0 to %1, seconds 0 to %2")
@@ -80,7 +97,11 @@ std::optional<TimeGpsW> readWeek(const QString &text, EpochFailure &failure)
                        .arg(secondsPerWeek - 1)};
         return std::nullopt;
     }
-    return TimeGpsW(static_cast<unsigned short>(week), static_cast<unsigned int>(seconds));
+    const auto milliseconds = readMilliseconds(match.captured(3), failure);
+    if (!milliseconds)
+        return std::nullopt;
+    return TimeGpsW(static_cast<unsigned short>(week), static_cast<unsigned int>(seconds)).toGpsT()
+           + *milliseconds;
 }
 
 TimeGpsT gpsFields(long long gps)
@@ -107,7 +128,7 @@ std::optional<Epoch> readEpoch(const QString &text, TimeScale scale, std::option
 {
     if (scale == TimeScale::GpsW) {
         const auto week = readWeek(text, failure);
-        return week ? std::make_optional(fromGps(week->toGpsT(), offset)) : std::nullopt;
+        return week ? std::make_optional(fromGps(*week, offset)) : std::nullopt;
     }
     const auto count = readCalendarTime(text, scale, failure);
     if (!count)

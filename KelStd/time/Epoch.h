@@ -19,7 +19,7 @@ enum class TimeScale
 {
     Utc,
     GpsT, ///< GPS time as calendar fields
-    GpsW, ///< GPS week and whole seconds of the week
+    GpsW, ///< GPS week and seconds of the week
     Local ///< what a clock at an offset from UTC shows
 };
 
@@ -49,7 +49,8 @@ enum class EpochMistake
     NoSuchTime,      ///< there is no such date or time of day
     LeapSecondInUtc, ///< 23:59:60 of a date, which UTC fields do not hold; GPS time does
     WeekOutOfRange,  ///< weeks are 0 to 65535, seconds 0 to 604799
-    YearOutOfRange   ///< in one of the scales it is not between the years 1 and 9999
+    YearOutOfRange,  ///< in one of the scales it is not between the years 1 and 9999
+    TooFine          ///< decimals beyond the millisecond that are not 0, which would be lost
 };
 
 using EpochFailure = Failure<EpochMistake>;
@@ -63,15 +64,15 @@ using EpochFailure = Failure<EpochMistake>;
 struct KELSTD_EXPORT Epoch
 {
     TimeGpsT gpsT;
-    TimeGpsW gpsW; ///< without the milliseconds
+    TimeGpsW gpsW; ///< without the milliseconds, which are those of `gpsT`
     TimeUtc utc;
     TimeLocal local;
 
     /// Reads a value of `scale`: "2024-02-29 12:34:56" with a blank or a T between date and time of
-    /// day and up to three decimals of the second (UTC with or without a Z behind it), and of GPS
-    /// weeks "2303:390914", "2303 390914", "2303, 390914" or what `TimeGpsW::toString` writes
-    /// untranslated. Digits are Latin whatever the locale; blanks around the value are refused. May
-    /// be called on any thread.
+    /// day (UTC with or without a Z behind it), and of GPS weeks "2303:390914", "2303 390914",
+    /// "2303, 390914" or what `TimeGpsW::toString` writes untranslated. Seconds may have decimals
+    /// behind a point: three of them, and any number of zeros. Digits are Latin whatever the
+    /// locale; blanks around the value are refused. May be called on any thread.
     ///
     /// \param offset that of local times from UTC [s], east positive; without one, the system's of
     ///        this moment

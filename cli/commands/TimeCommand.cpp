@@ -45,9 +45,10 @@ CommandLine makeCommandLine()
                        "local\ntime, with its leap-second count (GPS minus UTC)."),
         QStringLiteral("A VALUE is written as\n") + timeScaleForms()
             + QStringLiteral(
-                "with up to three decimals of the second. 'now' is the system's time. With -,\n"
-                "values are read from standard input, one a line; blank lines and lines that\n"
-                "begin with # are skipped.\n"
+                "with decimals of the second, which are kept to the millisecond: a finer value\n"
+                "is refused unless the rest is zeros. 'now' is the system's time. With -, values\n"
+                "are read from standard input, one a line; blank lines and lines that begin with\n"
+                "# are skipped.\n"
                 "\n"
                 "Exit status: 0 all shown, 2 usage or a value that cannot be read (it is\n"
                 "reported on standard error, and the run goes on)."));
@@ -75,6 +76,16 @@ QString clockOffset(int offset)
     if (seconds % 60 != 0)
         text += QStringLiteral(":%1").arg(seconds % 60, 2, 10, QLatin1Char('0'));
     return text;
+}
+
+/// The seconds of the week, with three decimals where they are not whole.
+QString secondsOfWeek(const Epoch &epoch)
+{
+    const QString whole = QString::number(epoch.gpsW.gps_seconds());
+    const int milliseconds = epoch.gpsT.millionSecond();
+    return milliseconds == 0
+               ? whole
+               : whole + QStringLiteral(".%1").arg(milliseconds, 3, 10, QLatin1Char('0'));
 }
 
 /// The values of one run, one after the other.
@@ -118,20 +129,15 @@ private:
     void showText(const QString &value, const Epoch &epoch)
     {
         const int offset = epoch.local.timeZoneSeconds();
-        const int milliseconds = epoch.gpsT.millionSecond();
         m_report.section(value);
         m_report.value(QStringLiteral("UTC"), epoch.utc.toString(true)
                                                   + (epoch.isLeapSecond() ? QStringLiteral(
                                                          " (in the leap second 23:59:60)")
                                                                           : QString()));
         m_report.value(QStringLiteral("GPS time"), epoch.gpsT.toString(true));
-        m_report.value(QStringLiteral("GPS week and seconds"),
-                       QStringLiteral("%1 %2%3")
-                           .arg(epoch.gpsW.gps_weeks())
-                           .arg(epoch.gpsW.gps_seconds())
-                           .arg(milliseconds == 0
-                                    ? QString()
-                                    : QStringLiteral(" (and %1 ms)").arg(milliseconds)));
+        m_report.value(
+            QStringLiteral("GPS week and seconds"),
+            QStringLiteral("%1 %2").arg(epoch.gpsW.gps_weeks()).arg(secondsOfWeek(epoch)));
         m_report.value(
             QStringLiteral("local time"),
             QStringLiteral("%1 (UTC%2)").arg(epoch.local.toString(true), clockOffset(offset)));
@@ -148,7 +154,7 @@ private:
             {QStringLiteral("utc"), iso(epoch.utc.toString(true)) + QLatin1Char('Z')},
             {QStringLiteral("gpst"), iso(epoch.gpsT.toString(true))},
             {QStringLiteral("gps_week"), epoch.gpsW.gps_weeks()},
-            {QStringLiteral("gps_seconds"), epoch.gpsW.gps_seconds()},
+            {QStringLiteral("gps_seconds"), secondsOfWeek(epoch).toDouble()},
             {QStringLiteral("local"), iso(epoch.local.toString(true))},
             {QStringLiteral("offset"), epoch.local.timeZoneSeconds()},
             {QStringLiteral("leap_seconds"), epoch.gpsT.leapSeconds()},

@@ -40,7 +40,7 @@ TEST(TimeCommand, ShowsAnInstantInAllFourScales)
               QStringList({QStringLiteral("2024-02-29T12:34:56.789Z"),
                            QStringLiteral("  UTC                     2024-02-29 12:34:56.789"),
                            QStringLiteral("  GPS time                2024-02-29 12:35:14.789"),
-                           QStringLiteral("  GPS week and seconds    2303 390914 (and 789 ms)"),
+                           QStringLiteral("  GPS week and seconds    2303 390914.789"),
                            QStringLiteral("  local time              2024-02-29 13:34:56.789 "
                                           "(UTC+01:00)"),
                            QStringLiteral("  leap seconds            18 (GPS minus UTC)")}));
@@ -78,6 +78,29 @@ TEST(TimeCommand, ShowsTheSameEpochFromEveryScale)
     }
 }
 
+TEST(TimeCommand, KeepsFractionsOfASecond)
+{
+    const char *values[][3] = {
+        {"utc", "2024-02-29T12:34:56.05Z", ".050"},
+        {"gpst", "2024-02-29 12:35:14.2000000", ".200"},
+        {"gpsw", "2303:390914.999", ".999"},
+        {"local", "2024-02-29 18:04:56.4", ".400"},
+    };
+    for (const auto &[scale, value, fraction] : values) {
+        SCOPED_TRACE(value);
+        const QString end = QString::fromLatin1(fraction);
+        const auto shown = object(runTime({"--json", "--from", scale, value}));
+        EXPECT_EQ(shown.value(QStringLiteral("utc")).toString(),
+                  QStringLiteral("2024-02-29T12:34:56%1Z").arg(end));
+        EXPECT_EQ(shown.value(QStringLiteral("gpst")).toString(),
+                  QStringLiteral("2024-02-29T12:35:14%1").arg(end));
+        EXPECT_EQ(shown.value(QStringLiteral("gps_seconds")).toDouble(),
+                  (QStringLiteral("390914") + end).toDouble());
+        EXPECT_THAT(runTime({"--from", scale, value}).out,
+                    Mentions((QByteArray("2303 390914") + fraction).constData()));
+    }
+}
+
 TEST(TimeCommand, BothSidesOfALeapSecondAndTheSecondItself)
 {
     const auto last = object(runTime({"--json", "--from", "gpst", "2017-01-01 00:00:16.999"}));
@@ -88,7 +111,7 @@ TEST(TimeCommand, BothSidesOfALeapSecondAndTheSecondItself)
     // What was given is shown again, although its UTC is also that of the next second.
     const auto inserted = object(runTime({"--json", "--from", "gpst", "2017-01-01 00:00:17.5"}));
     EXPECT_EQ(inserted.value(QStringLiteral("gpst")), QStringLiteral("2017-01-01T00:00:17.500"));
-    EXPECT_EQ(inserted.value(QStringLiteral("gps_seconds")), 17);
+    EXPECT_EQ(inserted.value(QStringLiteral("gps_seconds")), 17.5);
     EXPECT_EQ(inserted.value(QStringLiteral("is_leap_second")), true);
     EXPECT_THAT(runTime({"--from", "gpsw", "1930:17"}).out,
                 Mentions("2017-01-01 00:00:00.000 (in the leap second 23:59:60)"));
@@ -162,6 +185,8 @@ TEST(TimeCommand, AValueThatCannotBeReadIsShownTheForms)
              {"utc", "9999-12-31 23:59:59", "not between the years 1 and 9999"},
              {"gpst", "2016-12-31 23:59:60", "there is no such date or time of day"},
              {"local", "2024-01-01T00:00:00Z", "it is not written as one"},
+             {"utc", "2024-01-01 00:00:00.0001",
+              "times are kept to the millisecond; its decimals go beyond that"},
              {"gpsw", "65536:0", "weeks are 0 to 65535, seconds 0 to 604799"},
          }) {
         SCOPED_TRACE(row.value);

@@ -88,6 +88,44 @@ TEST(EpochText, DecimalsAreFractionsOfASecond)
     EXPECT_EQ(epochOf("2024-01-01 00:00:00.005", TimeScale::Utc).utc.millionSecond(), 5);
 }
 
+// As receivers write the epochs of 5 to 20 Hz, and RINEX with seven decimals.
+TEST(EpochText, FractionsPassThroughEveryScale)
+{
+    struct Row
+    {
+        TimeScale scale;
+        const char *text;
+        int milliseconds;
+    };
+    const Row rows[] = {
+        {TimeScale::Utc, "2024-02-29T12:34:56.05Z", 50},
+        {TimeScale::Utc, "2024-02-29 12:34:56.9990000", 999},
+        {TimeScale::GpsT, "2024-02-29 12:35:14.2000000", 200},
+        {TimeScale::Local, "2024-02-29 12:34:56.1", 100},
+        {TimeScale::GpsW, "2303:390914.05", 50},
+        {TimeScale::GpsW, "2303 390914.2", 200},
+        {TimeScale::GpsW, "2303, 390914.9990000000", 999},
+    };
+    for (const Row &row : rows) {
+        SCOPED_TRACE(row.text);
+        const Epoch epoch = epochOf(row.text, row.scale);
+        EXPECT_EQ(epoch.utc.toValueTime(), 1709210096000 + row.milliseconds);
+        EXPECT_EQ(epoch.utc.millionSecond(), row.milliseconds);
+        EXPECT_EQ(epoch.gpsT.millionSecond(), row.milliseconds);
+        EXPECT_EQ(epoch.local.toUtc().millionSecond(), row.milliseconds);
+        EXPECT_EQ(epoch.gpsW.gps_seconds(), 390914);
+    }
+}
+
+// The last millisecond of week 2303 and the first of the next: Saturday, 2024-03-02.
+TEST(EpochText, AFractionDoesNotLeadIntoAnotherWeek)
+{
+    const Epoch last = epochOf("2303:604799.999", TimeScale::GpsW);
+    EXPECT_EQ(last.gpsT.toString(true), QStringLiteral("2024-03-02 23:59:59.999"));
+    EXPECT_EQ(last.gpsW.gps_weeks(), 2303);
+    EXPECT_EQ(epochOf("2304:0.000", TimeScale::GpsW).gpsT - last.gpsT, 1);
+}
+
 // The leap second of 2016-12-31 23:59:60 is the GPS second that begins at 2017-01-01 00:00:17.
 TEST(EpochText, TellsALeapSecondFromItsNeighbours)
 {
@@ -115,7 +153,14 @@ TEST(EpochText, WhatIsNoneIsRefusedWithItsKind)
         {TimeScale::Utc, " 2024-01-01 00:00:00", Mistake::WrongForm},
         {TimeScale::Utc, "2024-01-01", Mistake::WrongForm},
         {TimeScale::Utc, "2024-1-1 00:00:00", Mistake::WrongForm},
-        {TimeScale::Utc, "2024-01-01 00:00:00.1234", Mistake::WrongForm},
+        {TimeScale::Utc, "2024-01-01 00:00:00.", Mistake::WrongForm},
+        {TimeScale::Utc, "2024-01-01 00:00:00.1234", Mistake::TooFine},
+        {TimeScale::GpsT, "2024-01-01 00:00:00.0000001", Mistake::TooFine},
+        {TimeScale::Local, "2024-01-01 00:00:00.12300004", Mistake::TooFine},
+        {TimeScale::GpsW, "2300:1.0005", Mistake::TooFine},
+        {TimeScale::GpsW, "2300:1.", Mistake::WrongForm},
+        {TimeScale::GpsW, "2300:.5", Mistake::WrongForm},
+        {TimeScale::GpsW, "2300week 1.5sec", Mistake::WrongForm},
         {TimeScale::Utc, "2024-01-01 00:00:00,5", Mistake::WrongForm},
         {TimeScale::Utc, "12024-01-01 00:00:00", Mistake::WrongForm},
         {TimeScale::Utc, "\xD9\xA2\xD9\xA0\xD9\xA2\xD9\xA4-01-01 00:00:00", Mistake::WrongForm},
@@ -136,7 +181,8 @@ TEST(EpochText, WhatIsNoneIsRefusedWithItsKind)
         {TimeScale::GpsT, "2016-12-31 23:59:60", Mistake::NoSuchTime},
         {TimeScale::Local, "2024-01-01T00:00:00Z", Mistake::WrongForm},
         {TimeScale::GpsW, "2300", Mistake::WrongForm},
-        {TimeScale::GpsW, "2300:1.5", Mistake::WrongForm},
+        {TimeScale::GpsW, "2300:1,5", Mistake::WrongForm},
+        {TimeScale::GpsW, "2300:604800.5", Mistake::WeekOutOfRange},
         {TimeScale::GpsW, "65536:0", Mistake::WeekOutOfRange},
         {TimeScale::GpsW, "2300:604800", Mistake::WeekOutOfRange},
     };

@@ -1,0 +1,272 @@
+#include <KelStd/nmea/EpochCombiner.h>
+
+#include "nmea/Sentences.h"
+#include "support/Mentions.h"
+#include "support/Printers.h"
+
+#include <gtest/gtest.h>
+
+#include <tuple>
+
+namespace KelStd {
+namespace {
+
+using nmea::EpochCombiner;
+using nmea::EpochFault;
+using nmea::ReceiverEpoch;
+using nmea::SentenceTally;
+using test::epochsOf;
+using test::Mentions;
+
+void feed(EpochCombiner &combiner, const QByteArray &bytes)
+{
+    combiner.feed({bytes.constData(), static_cast<std::size_t>(bytes.size())});
+}
+
+const QByteArray rmc = "GNRMC,123456.20,A,5231.2345678,N,01324.5678901,E,0.01,45.0,290224,,,R,V";
+const QByteArray gga =
+    "GNGGA,123456.20,5231.2345678,N,01324.5678901,E,4,17,0.62,34.5678,M,39.8765,M,1.0,0001";
+const QByteArray gst = "GNGST,123456.20,8.5,0.012,0.009,77.1,0.0107,0.0095,0.0182";
+
+TEST(NmeaEpochs, SayWhatAllTheirSentencesSaid)
+{
+    QList<QList<QByteArray>> orders = {{rmc, gga, gst}, {gst, gga, rmc}, {gga, gst, rmc}};
+    for (const auto &bodies : orders) {
+        SentenceTally tally;
+        const auto epochs = epochsOf(test::log(bodies), &tally);
+        ASSERT_EQ(epochs.size(), 1);
+        const ReceiverEpoch &epoch = epochs.front();
+        EXPECT_FALSE(epoch.failure());
+        EXPECT_EQ(epoch.number, 1);
+        EXPECT_EQ(epoch.line, 1);
+        EXPECT_EQ(epoch.utc(), "2024-02-29T12:34:56.20Z");
+        EXPECT_EQ(epoch.gps()->week, 2303);
+        EXPECT_EQ(epoch.gps()->seconds, "390914.20");
+        EXPECT_DOUBLE_EQ(*epoch.position.latitude, 52 + 31.2345678 / 60);
+        EXPECT_DOUBLE_EQ(*epoch.position.longitude, 13 + 24.5678901 / 60);
+        EXPECT_NEAR(epoch.ellipsoidalHeight(), 74.4443, 1e-12); // 34.5678 + 39.8765
+        EXPECT_EQ(epoch.position.quality, 4);
+        EXPECT_EQ(epoch.position.satellites, 17);
+        EXPECT_EQ(epoch.position.hdop->text, "0.62");
+        EXPECT_EQ(epoch.sdLatitude->text, "0.0107");
+        EXPECT_EQ(epoch.sdLongitude->text, "0.0095");
+        EXPECT_EQ(epoch.sdHeight->text, "0.0182");
+        EXPECT_EQ(epoch.sentences.count('\n'), 3);
+        EXPECT_EQ(tally.used, 3);
+        EXPECT_EQ(tally.broken(), 0);
+    }
+}
+
+QByteArray ggaOf(const char *talker, int quality, int satellites)
+{
+    return QByteArray(talker) + "GGA,120000,5200.0,N,01300.0,E," + QByteArray::number(quality) + ','
+           + QByteArray::number(satellites) + ",1.0,30.0,M,40.0,M,,";
+}
+
+QByteArray gnsOf(const char *talker, const char *modes, int satellites)
+{
+    return QByteArray(talker) + "GNS,120000,5200.0,N,01300.0,E," + modes + ','
+           + QByteArray::number(satellites) + ",1.0,30.0,40.0,,";
+}
+
+TEST(NmeaEpochs, TakeTheBestPosition)
+{
+    const std::tuple<const char *, QList<QByteArray>, int> rows[] = {
+        {"GN before others", {ggaOf("GP", 1, 5), ggaOf("GN", 1, 12), ggaOf("GL", 1, 7)}, 12},
+        {"the first of equal ones", {ggaOf("GP", 1, 5), ggaOf("GL", 1, 7)}, 5},
+        {"GGA before GNS", {gnsOf("GN", "A", 11), ggaOf("GN", 1, 12)}, 12},
+        {"GN of GNS before another GGA", {ggaOf("GP", 1, 5), gnsOf("GN", "A", 11)}, 11},
+        {"one with a fix", {ggaOf("GN", 0, 12), ggaOf("GP", 1, 5)}, 5},
+        {"GNS of single systems say nothing",
+         {"GPGNS,120000,,,,,,8,,,,1.0,23", gnsOf("GN", "RR", 13), "GLGNS,120000,,,,,,5,,,,1.0,23"},
+         13},
+    };
+    for (const auto &[what, bodies, satellites] : rows) {
+        SCOPED_TRACE(what);
+        const auto epochs = epochsOf(test::log(bodies));
+        ASSERT_EQ(epochs.size(), 1);
+        EXPECT_EQ(epochs.front().position.satellites, satellites);
+    }
+}
+
+TEST(NmeaEpochs, WithoutAPositionHaveAReason)
+{
+    const QByteArray validRmc = "GPRMC,120000,A,5200.0,N,01300.0,E,,,290224,,";
+    const QByteArray voidRmc = "GPRMC,120000,V,5200.0,N,01300.0,E,,,290224,,";
+    const std::tuple<const char *, QList<QByteArray>, EpochFault, const char *> rows[] = {
+        {"quality 0", {ggaOf("GP", 0, 0)}, EpochFault::NoFix, "quality 0"},
+        {"an empty quality", {"GPGGA,120000,,,,,,,,,,,,,"}, EpochFault::NoFix, "quality 0"},
+        {"no mode", {gnsOf("GN", "NN", 0)}, EpochFault::NoFix, "quality 0"},
+        {"void", {voidRmc}, EpochFault::Void, "RMC says void"},
+        {"void, in spite of GGA", {ggaOf("GP", 1, 9), voidRmc}, EpochFault::Void, "void"},
+        {"quality 0, in spite of RMC", {ggaOf("GP", 0, 9), validRmc}, EpochFault::NoFix, "fix"},
+        {"RMC alone", {validRmc}, EpochFault::NoHeight, "RMC alone"},
+        {"no latitude",
+         {"GPGGA,120000,,,,,1,08,0.9,545.4,M,46.9,M,,"},
+         EpochFault::NoPosition,
+         "no latitude"},
+        {"no height",
+         {"GPGGA,120000,5200.0,N,01300.0,E,1,08,0.9,,M,46.9,M,,"},
+         EpochFault::NoHeight,
+         "no height"},
+        {"no separation",
+         {"GPGGA,120000,5200.0,N,01300.0,E,1,08,0.9,30.0,M,,M,,"},
+         EpochFault::NoUndulation,
+         "above mean sea level"},
+        {"no separation",
+         {"GNGNS,120000,5200.0,N,01300.0,E,AA,08,0.9,30.0,,,"},
+         EpochFault::NoUndulation,
+         "above mean sea level"},
+    };
+    for (const auto &[what, bodies, fault, reason] : rows) {
+        SCOPED_TRACE(what);
+        const auto epochs = epochsOf(test::log(bodies));
+        ASSERT_EQ(epochs.size(), 1);
+        EXPECT_EQ(epochs.front().failure().kind, fault);
+        EXPECT_THAT(epochs.front().failure().text, Mentions(reason));
+        EXPECT_EQ(epochs.front().sentences.count('\n'), bodies.size());
+    }
+}
+
+TEST(NmeaEpochs, EndWhenAnotherTimeComes)
+{
+    EpochCombiner combiner;
+    feed(combiner, test::log({rmc, gga}));
+    EXPECT_FALSE(combiner.next());
+    EXPECT_TRUE(combiner.isInEpoch());
+    feed(combiner, test::log({gst}));
+    EXPECT_FALSE(combiner.next());
+    feed(combiner, test::log({"GNZDA,123456.4,29,02,2024,00,00"}));
+    const auto first = combiner.next();
+    ASSERT_TRUE(first);
+    EXPECT_EQ(first->number, 1);
+    EXPECT_FALSE(combiner.next());
+    combiner.finish();
+    EXPECT_FALSE(combiner.next()) << "a date alone is no epoch";
+}
+
+TEST(NmeaEpochs, WithoutTimesEndWhenATypeComesAgain)
+{
+    const auto epochs = epochsOf(test::log({"GPGGA,,,,,,0,,,,,,,,", "GPRMC,,V,,,,,,,,,,N",
+                                            "GPGGA,,,,,,0,,,,,,,,", "GPRMC,,V,,,,,,,,,,N"}));
+    ASSERT_EQ(epochs.size(), 2);
+    EXPECT_EQ(epochs.at(1).number, 2);
+    EXPECT_EQ(epochs.at(1).line, 3);
+    EXPECT_EQ(epochs.at(1).utc(), "");
+    EXPECT_FALSE(epochs.at(1).gps());
+}
+
+TEST(NmeaEpochs, OfOneTimeOnTwoDaysAreTwo)
+{
+    const auto epochs =
+        epochsOf(test::log({"GPRMC,120000,A,5200.0,N,01300.0,E,,,280224,,", ggaOf("GP", 1, 5),
+                            "GPRMC,120000,A,5200.0,N,01300.0,E,,,290224,,", ggaOf("GP", 1, 6)}));
+    ASSERT_EQ(epochs.size(), 2);
+    EXPECT_EQ(epochs.at(0).utc(), "2024-02-28T12:00:00Z");
+    EXPECT_EQ(epochs.at(1).utc(), "2024-02-29T12:00:00Z");
+    EXPECT_EQ(epochs.at(1).position.satellites, 6);
+}
+
+TEST(NmeaEpochs, SilenceEndsThemAndWhatComesLateIsCounted)
+{
+    EpochCombiner combiner;
+    feed(combiner, test::log({gga}));
+    combiner.flush();
+    const auto first = combiner.next();
+    ASSERT_TRUE(first);
+    EXPECT_EQ(first->utc(), "");
+    feed(combiner, test::log({rmc, gst}));
+    EXPECT_FALSE(combiner.isInEpoch());
+    EXPECT_EQ(combiner.tally().late.count, 2);
+    // The date that came late holds from now on.
+    feed(combiner, test::log({"GNGGA,123456.40,5231.0,N,01324.0,E,4,17,0.62,34.5,M,39.8,M,,"}));
+    combiner.finish();
+    const auto second = combiner.next();
+    ASSERT_TRUE(second);
+    EXPECT_EQ(second->number, 2);
+    EXPECT_EQ(second->utc(), "2024-02-29T12:34:56.40Z");
+}
+
+TEST(NmeaEpochs, SilenceWaitsForTheRestOfASentence)
+{
+    EpochCombiner combiner;
+    const QByteArray text = test::log({gga});
+    feed(combiner, text.left(20));
+    combiner.flush();
+    EXPECT_FALSE(combiner.next());
+    feed(combiner, text.mid(20));
+    combiner.flush();
+    EXPECT_TRUE(combiner.next());
+    EXPECT_EQ(combiner.tally().broken(), 0);
+}
+
+TEST(NmeaEpochs, TheFullYearOfZdaGoesBeforeRmc)
+{
+    const auto epochs = epochsOf(
+        test::log({"GPRMC,235959,A,5200.0,N,01300.0,E,,,311299,,", "GPZDA,235959,31,12,2099,,",
+                   "GPGGA,235959,5200.0,N,01300.0,E,1,08,0.9,30.0,M,40.0,M,,",
+                   "GPGGA,000000,5200.0,N,01300.0,E,1,08,0.9,30.0,M,40.0,M,,",
+                   "GPRMC,000001,A,5200.0,N,01300.0,E,,,010100,,",
+                   "GPGGA,000001,5200.0,N,01300.0,E,1,08,0.9,30.0,M,40.0,M,,"}));
+    ASSERT_EQ(epochs.size(), 3);
+    EXPECT_EQ(epochs.at(0).utc(), "2099-12-31T23:59:59Z");
+    EXPECT_EQ(epochs.at(1).utc(), "2100-01-01T00:00:00Z");
+    EXPECT_EQ(epochs.at(2).utc(), "2100-01-01T00:00:01Z");
+}
+
+TEST(NmeaEpochs, TheDateOfAReceiverWithoutAFixIsNone)
+{
+    const auto epochs =
+        epochsOf(test::log({"GPRMC,120000,V,,,,,,,060180,,", ggaOf("GP", 0, 0),
+                            "GPGGA,120001,5200.0,N,01300.0,E,1,08,0.9,30.0,M,40.0,M,,"}));
+    ASSERT_EQ(epochs.size(), 2);
+    EXPECT_EQ(epochs.at(1).utc(), "");
+}
+
+TEST(NmeaTally, CountsWhatIsNotUsed)
+{
+    SentenceTally tally;
+    const auto epochs = epochsOf(
+        "# a remark\n" + test::log({rmc})
+            + "$GNGGA,123456.20,5231.2345678,N,01324.5678901,E,4,17,0.62,34.5678,M,39.8765,M*00\n"
+              "$GNGGA,123456.20,5231.2345678,N,01324.5678901,E,4\n"
+            + test::log({"GNGGA,123456.20,9931.0,N,01324.0,E,4,17,0.62,34.5,M,39.8,M,,",
+                         "GPGSV,3,1,11,03,03,111,00", gga,
+                         "GNGGA,123456.20,5231.9,N,01324.5,E,4,17,0.62,34.5,M,39.8,M,,",
+                         "GNDTM,P90,,0.0,N,0.0,E,0.0,W84"})
+            + "$\x80\n",
+        &tally);
+    ASSERT_EQ(epochs.size(), 1);
+    EXPECT_DOUBLE_EQ(*epochs.front().position.latitude, 52 + 31.2345678 / 60);
+    EXPECT_EQ(tally.used, 4);
+    EXPECT_EQ(tally.ofOtherTypes, 1);
+    EXPECT_EQ(tally.otherLines, 2);
+    EXPECT_EQ(tally.badChecksum.count, 1);
+    EXPECT_EQ(tally.badChecksum.firstLine, 3);
+    EXPECT_EQ(tally.noChecksum.count, 1);
+    EXPECT_EQ(tally.noChecksum.firstLine, 4);
+    EXPECT_EQ(tally.malformed.count, 1);
+    EXPECT_EQ(tally.malformed.firstLine, 5);
+    EXPECT_EQ(tally.malformed.firstReason, QStringLiteral("GGA: field 2 is no latitude"));
+    EXPECT_EQ(tally.broken(), 3);
+    EXPECT_EQ(tally.contradicting.count, 1);
+    EXPECT_EQ(tally.contradicting.firstLine, 8);
+    EXPECT_EQ(tally.otherDatum.count, 1);
+    EXPECT_EQ(tally.otherDatum.firstReason, QStringLiteral("P90"));
+}
+
+TEST(NmeaTally, OneSentenceForEverTakesNoMemory)
+{
+    EpochCombiner combiner;
+    const QByteArray text = test::log({gga});
+    for (int i = 0; i < 100000; ++i)
+        feed(combiner, text);
+    combiner.finish();
+    const auto epoch = combiner.next();
+    ASSERT_TRUE(epoch);
+    EXPECT_LT(epoch->sentences.size(), 10000);
+    EXPECT_EQ(combiner.tally().used, 100000);
+}
+
+} // namespace
+} // namespace KelStd
