@@ -2,6 +2,7 @@
 
 #include <cli/commands/ConvertCommandLine.h>
 #include <cli/conversion/ConvertOptions.h>
+#include <cli/conversion/EpochSource.h>
 #include <cli/conversion/FrameWords.h>
 #include <cli/conversion/LocationForms.h>
 #include <cli/conversion/LocationJob.h>
@@ -10,6 +11,7 @@
 #include <cli/proj/ProjEnvironment.h>
 #include <cli/run/PositionInput.h>
 #include <cli/run/PositionRun.h>
+#include <cli/run/RecordRun.h>
 #include <cli/systems/ConfiguredDisplay.h>
 #include <cli/systems/SystemChoice.h>
 #include <cli/systems/SystemFile.h>
@@ -120,6 +122,21 @@ void configure(ConvertOptions &options, const CommandLine &line, Console &consol
         console.report(reason);
 }
 
+/// Converts what a receiver says.
+ExitStatus convertEpochs(Input &input, const ConvertOptions &options, LocationJob &job,
+                         RejectsFile &rejects, Console &console)
+{
+    console.report(QStringLiteral("note: ellipsoidal height = mean-sea-level height + separation, "
+                                  "as the receiver gives them"));
+    EpochSource source(input, options.epochNames);
+    RecordRun run(source, job, console);
+    run.setThreads(options.threads);
+    if (rejects.isOpen())
+        run.setRejects(rejects);
+    const ExitStatus status = run.run();
+    return status == ExitStatus::Success && source.hasLosses() ? ExitStatus::SomeFailed : status;
+}
+
 } // namespace
 
 ExitStatus runConvert(const QStringList &arguments, Console &console)
@@ -156,7 +173,8 @@ ExitStatus runConvert(const QStringList &arguments, Console &console)
     const positions::LocationPrinter printer(options->display, output, planeUnit);
     noteOnPlaneUnit(planeUnit, options->frame->frame == positions::Frame::LocalProjected,
                     printer.hasOwnPlaneUnit(), console);
-    input.promptFor(componentLabels(form), console);
+    if (!options->isNmea)
+        input.promptFor(componentLabels(form), console);
 
     RejectsFile rejects;
     if (!options->rejects.isEmpty()
@@ -169,6 +187,8 @@ ExitStatus runConvert(const QStringList &arguments, Console &console)
     const auto writer = options->form->makeWriter(
         {options->display, planeUnit, geoidModel, options->hasHeader, width});
     LocationJob job(coord, system->origin, geoidModel, *options->frame, *writer);
+    if (options->isNmea)
+        return convertEpochs(input.input(), *options, job, rejects, console);
     PositionRun run(input.input(), input.parser(form), job, console);
     run.setThreads(options->threads);
     if (rejects.isOpen())

@@ -69,6 +69,17 @@ QString details()
         "there; angles in another style are texts. GeoJSON has WGS84 longitude, latitude\n"
         "and height for coordinates.\n"
         "\n"
+        "With --nmea the sentences GGA, GNS, RMC, ZDA and GST of any talker are combined\n"
+        "by the time that they carry, an epoch a line, which is printed when the next\n"
+        "epoch begins or nothing has come for 0.3 s:\n"
+        "  gpspipe -r | kelstd convert --nmea --system NAME\n"
+        "Ellipsoidal height = mean-sea-level height + separation. Behind the frames stand\n"
+        "utc, gps_week, gps_seconds, quality, satellites, hdop, undulation_m,\n"
+        "sd_latitude_m, sd_longitude_m and sd_height_m, empty where the receiver did not\n"
+        "say. The date is that of RMC or ZDA, carried on over midnight. An epoch without\n"
+        "a fix (quality 0, RMC void), a height or a separation fails; --rejects keeps its\n"
+        "sentences. Broken sentences are not used, and counted at the end.\n"
+        "\n"
         "A line that cannot be read or converted is reported on standard error as\n"
         "INPUT:LINE: reason, and the run goes on. --rejects keeps such lines, below the\n"
         "header if there is one, to be mended and converted again; its FILE appears, in\n"
@@ -83,7 +94,8 @@ QString details()
         "and standard error is one, a bar there shows how far it is. The interrupt key\n"
         "ends the run behind a whole line, which is reported; a second one at once.\n"
         "\n"
-        "Exit status: 0 all converted, 1 some failed, 2 usage, 3 no PROJ, no usable\n"
+        "Exit status: 0 all converted, 1 some failed or sentences were broken, 2 usage, 3 no PROJ, "
+        "no usable\n"
         "system, or output that cannot be written.");
     return text.arg(positions::defaultAngleStyle().decimals)
         .arg(stShowConfig().xyPrecision)
@@ -112,6 +124,13 @@ CommandLine convertCommandLine()
                              QString::fromLatin1(positions::frames().front().option)),
                     QStringLiteral("FRAME"),
                     QString::fromLatin1(positions::frames().front().option)});
+    line.addOption(
+        {QStringLiteral("nmea"), QStringLiteral("The input is what a receiver says in NMEA 0183,\n"
+                                                "kept in a file or as it comes (see below).")});
+    line.addOption({QStringLiteral("names"),
+                    QStringLiteral("With --nmea: what a point is called, 'number' (of\n"
+                                   "its epoch; the default) or 'utc'."),
+                    QStringLiteral("WHAT"), QStringLiteral("number")});
     PositionInput::addColumnsOption(
         line, QStringLiteral("The columns of longitude, latitude, height (or\n"
                              "those of the frame, in its order) and, before\n"

@@ -28,6 +28,37 @@ std::optional<std::size_t> threadsOf(const CommandLine &line, QString &mistake)
     return std::nullopt;
 }
 
+/// The options of the input that is NMEA 0183, whose frame and fields are what they are.
+bool takeNmea(const CommandLine &line, ConvertOptions &options, QString &mistake)
+{
+    options.isNmea = line.isSet(QStringLiteral("nmea"));
+    if (!options.isNmea) {
+        if (line.isSet(QStringLiteral("names")))
+            mistake = QStringLiteral("--names is for --nmea");
+        return mistake.isEmpty();
+    }
+    if (options.frame->frame != positions::Frame::Wgs84Geographic) {
+        mistake = QStringLiteral("--from '%1' does not go with --nmea, whose positions are %2")
+                      .arg(QString::fromLatin1(options.frame->option),
+                           QString::fromLatin1(
+                               positions::rowOf(positions::Frame::Wgs84Geographic).option));
+        return false;
+    }
+    for (const char *option : {"columns", "skip"}) {
+        if (line.isSet(QString::fromLatin1(option))) {
+            mistake = QStringLiteral("--%1 does not go with --nmea, whose fields are known")
+                          .arg(QString::fromLatin1(option));
+            return false;
+        }
+    }
+    const QString names = line.value(QStringLiteral("names"));
+    if (names == QLatin1String("utc"))
+        options.epochNames = EpochSource::Names::Utc;
+    else if (names != QLatin1String("number"))
+        mistake = QStringLiteral("--names '%1' is none; there are number, utc").arg(names);
+    return mistake.isEmpty();
+}
+
 } // namespace
 
 std::optional<ConvertOptions> convertOptionsOf(const CommandLine &line, PositionInput &input,
@@ -46,6 +77,8 @@ std::optional<ConvertOptions> convertOptionsOf(const CommandLine &line, Position
                       .arg(from, frameNames(QStringLiteral(", ")));
         return std::nullopt;
     }
+    if (!takeNmea(line, options, mistake))
+        return std::nullopt;
     const auto form = chosenForm(line, locationOutputForms(), console, mistake);
     if (!form)
         return std::nullopt;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cli/conversion/EpochSource.h>
 #include <cli/conversion/LocationForms.h>
 #include <cli/values/DisplayOptions.h>
 
@@ -26,6 +27,8 @@ struct ConvertOptions
     DisplayOptions display;
     std::size_t threads = 1;
     QString rejects; ///< the file's name; empty for none
+    bool isNmea = false;
+    EpochSource::Names epochNames = EpochSource::Names::Number;
 };
 
 /// Nothing, with the `mistake`, when the options cannot be followed.

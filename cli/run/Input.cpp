@@ -53,6 +53,11 @@ bool Input::isReady() const
     return streams::isReady(m_descriptor);
 }
 
+bool Input::isReadyWithin(int milliseconds) const
+{
+    return streams::isReadyWithin(m_descriptor, milliseconds);
+}
+
 qint64 Input::read(char *buffer, qint64 size)
 {
     // Reading the descriptor itself: a QFile would wait until the buffer is full.

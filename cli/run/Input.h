@@ -39,6 +39,9 @@ public:
     /// Whether reading it does not have to wait for its writer.
     bool isReady() const;
 
+    /// Waits at most so long; false where nothing has come by then, nor the end nor a stop.
+    bool isReadyWithin(int milliseconds) const;
+
     /// Waits until there is something and reads it, at most `size` bytes: 0 at the end and once
     /// a stop is requested, -1 on an error.
     qint64 read(char *buffer, qint64 size);

@@ -12,7 +12,9 @@
 #if defined(Q_OS_WIN)
 #    include <io.h>
 #else
+#    include <algorithm>
 #    include <atomic>
+#    include <chrono>
 #    include <csignal>
 #    include <fcntl.h>
 #    include <poll.h>
@@ -56,6 +58,11 @@ bool areSameFile(const QString &one, const QString &other)
 bool isReady(int /*descriptor*/)
 {
     return false;
+}
+
+bool isReadyWithin(int /*descriptor*/, int /*milliseconds*/)
+{
+    return true; // reading waits
 }
 
 StopRequests::StopRequests() = default;
@@ -239,6 +246,21 @@ qint64 systemWrite(int descriptor, const char *bytes, qint64 size)
 }
 
 } // namespace
+
+bool isReadyWithin(int descriptor, int milliseconds)
+{
+    using Clock = std::chrono::steady_clock;
+    const auto end = Clock::now() + std::chrono::milliseconds(milliseconds);
+    pollfd wanted[] = {{descriptor, POLLIN, 0}, {wakingPipe[0], POLLIN, 0}};
+    for (int left = milliseconds;;) {
+        const int count = poll(wanted, 2, left);
+        if (count != -1 || errno != EINTR)
+            return count != 0;
+        // A signal that is none to stop: the rest of the time is waited.
+        left = static_cast<int>(std::max<std::chrono::milliseconds::rep>(
+            std::chrono::duration_cast<std::chrono::milliseconds>(end - Clock::now()).count(), 0));
+    }
+}
 
 #endif
 

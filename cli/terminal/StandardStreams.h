@@ -34,6 +34,10 @@ bool areSameFile(const QString &one, const QString &other);
 /// Whether reading does not have to wait.
 bool isReady(int descriptor);
 
+/// Waits at most so long until reading does not have to wait; true where it does not, and once a
+/// stop is requested.
+bool isReadyWithin(int descriptor, int milliseconds);
+
 /// True when every byte was written.
 bool writeAll(int descriptor, const QByteArray &bytes);
 

@@ -57,10 +57,10 @@ QByteArray longLog()
                                  + (i % 4000 < 2000 ? ",E," : ",W,");
         const QByteArray height = QByteArray::number(next(900000) / 1000.0, 'f', 3);
         const QByteArray undulation = QByteArray::number(next(90000) / 1000.0 - 45, 'f', 3);
-        bytes += test::log({"GNRMC," + clock + ",A," + place + "0.0,0.0,"
-                                + time.toString(QStringLiteral("ddMMyy")).toLatin1() + ",,,R,V",
-                            "GNGGA," + clock + ',' + place + "4,17,0.6," + height + ",M,"
-                                + undulation + ",M,1.0,0001"});
+        bytes += test::log({"GNGGA," + clock + ',' + place + "4,17,0.6," + height + ",M,"
+                                + undulation + ",M,1.0,0001",
+                            "GNRMC," + clock + ",A," + place + "0.0,0.0,"
+                                + time.toString(QStringLiteral("ddMMyy")).toLatin1() + ",,,R,V"});
     }
     return bytes;
 }

@@ -1,0 +1,245 @@
+#include <cli/conversion/EpochSource.h>
+
+#include <cli/terminal/StandardStreams.h>
+
+#include <KelStd/positions/Columns.h>
+#include <KelStd/time/LeapSecondTable.h>
+
+#include <algorithm>
+#include <array>
+#include <iterator>
+
+namespace KelStd::cli {
+
+namespace {
+
+using positions::ExtraColumn;
+
+/// How long a receiver is silent between two epochs: at 1 Hz and more it sends what belongs
+/// together with smaller gaps.
+constexpr int silence = 300; // [ms]
+
+QByteArray numberOf(const std::optional<int> &number)
+{
+    return number ? QByteArray::number(*number) : QByteArray();
+}
+
+QByteArray textOf(const std::optional<nmea::Decimal> &number)
+{
+    return number ? number->text : QByteArray();
+}
+
+struct EpochColumn
+{
+    const char *name;
+    ExtraColumn::Kind kind;
+    /// Empty where the receiver did not say.
+    QByteArray (*value)(const nmea::ReceiverEpoch &epoch);
+};
+
+using Epoch = nmea::ReceiverEpoch;
+
+constexpr EpochColumn epochColumns[] = {
+    {"utc", ExtraColumn::Kind::Text, [](const Epoch &epoch) { return epoch.utc(); }},
+    {"gps_week", ExtraColumn::Kind::Number,
+     [](const Epoch &epoch) {
+         const auto gps = epoch.gps();
+         return gps ? QByteArray::number(gps->week) : QByteArray();
+     }},
+    {"gps_seconds", ExtraColumn::Kind::Number,
+     [](const Epoch &epoch) {
+         const auto gps = epoch.gps();
+         return gps ? gps->seconds : QByteArray();
+     }},
+    {"quality", ExtraColumn::Kind::Number,
+     [](const Epoch &epoch) { return numberOf(epoch.position.quality); }},
+    {"satellites", ExtraColumn::Kind::Number,
+     [](const Epoch &epoch) { return numberOf(epoch.position.satellites); }},
+    {"hdop", ExtraColumn::Kind::Number,
+     [](const Epoch &epoch) { return textOf(epoch.position.hdop); }},
+    {"undulation_m", ExtraColumn::Kind::Number,
+     [](const Epoch &epoch) { return textOf(epoch.position.undulation); }},
+    {"sd_latitude_m", ExtraColumn::Kind::Number,
+     [](const Epoch &epoch) { return textOf(epoch.sdLatitude); }},
+    {"sd_longitude_m", ExtraColumn::Kind::Number,
+     [](const Epoch &epoch) { return textOf(epoch.sdLongitude); }},
+    {"sd_height_m", ExtraColumn::Kind::Number,
+     [](const Epoch &epoch) { return textOf(epoch.sdHeight); }},
+};
+
+/// "3 sentences", "1 sentence"
+QString counted(qint64 count, const char *one, const char *several)
+{
+    return QStringLiteral("%1 %2").arg(count).arg(QString::fromLatin1(count == 1 ? one : several));
+}
+
+/// What is said of sentences that were not used. %1 how many, %2 where the first is, %3 its reason.
+struct SentenceRemark
+{
+    nmea::SentenceCount nmea::SentenceTally::*count;
+    const char *text;
+};
+
+constexpr SentenceRemark sentenceRemarks[] = {
+    {&nmea::SentenceTally::noChecksum,
+     "warning: broken: %1 without a checksum, the first in line %2; nothing of them was used"},
+    {&nmea::SentenceTally::badChecksum,
+     "warning: broken: %1 with a wrong checksum, the first in line %2; nothing of them was used"},
+    {&nmea::SentenceTally::malformed,
+     "warning: broken: %1 with a field that cannot be, the first in line %2 (%3); nothing of "
+     "them was used"},
+    {&nmea::SentenceTally::late,
+     "warning: late: %1 of an epoch that had been printed, after a silence; the first in line %2"},
+    {&nmea::SentenceTally::contradicting,
+     "warning: contradicting: %1 with another position of the same time, the first in line %2; "
+     "the first position of each time was taken"},
+    {&nmea::SentenceTally::otherDatum,
+     "warning: %1 (DTM) naming another datum of the positions than WGS84, the first in line %2 "
+     "(\"%3\"); they were taken as WGS84 all the same"},
+};
+
+} // namespace
+
+positions::InputColumns EpochSource::columns() const
+{
+    positions::InputColumns columns;
+    columns.hasNames = true;
+    for (const EpochColumn &column : epochColumns)
+        columns.extras.push_back({QString::fromLatin1(column.name), column.kind});
+    return columns;
+}
+
+void EpochSource::read()
+{
+    constexpr qint64 pieceSize = 1 << 16;
+    std::array<char, pieceSize> piece;
+    const qint64 count = m_input.read(piece.data(), pieceSize);
+    if (count > 0) {
+        m_readBytes += count;
+        m_combiner.feed({piece.data(), static_cast<std::size_t>(count)});
+        return;
+    }
+    if (count < 0)
+        m_error = streams::lastErrorText();
+    m_isAtEnd = true;
+    // What was read of a sentence before a stop was requested is none.
+    if (m_input.isStopped())
+        m_combiner.flush();
+    else
+        m_combiner.finish();
+}
+
+void EpochSource::look()
+{
+    if (!m_next)
+        m_next = m_combiner.next();
+}
+
+bool EpochSource::isReady()
+{
+    for (look(); !m_next && !m_isAtEnd && m_input.isReady(); look())
+        read();
+    return m_next || m_isAtEnd;
+}
+
+RecordSource::Result EpochSource::next(SourceRecord &record)
+{
+    for (look(); !m_next && !m_isAtEnd; look()) {
+        if (m_combiner.isInEpoch() && !m_input.isReadyWithin(silence))
+            m_combiner.flush();
+        else
+            read();
+    }
+    if (!m_next)
+        return m_error.isEmpty() ? Result::End : Result::Error;
+    record = recordOf(*m_next);
+    m_next.reset();
+    return Result::Record;
+}
+
+void EpochSource::count(const nmea::ReceiverEpoch &epoch)
+{
+    constexpr int firstDoubtful = 6; // estimated, typed in, simulated
+    constexpr int lastDoubtful = 8;
+    const int quality = epoch.position.quality.value_or(0);
+    if (quality >= firstDoubtful && quality <= lastDoubtful)
+        ++m_ofDoubtfulQuality;
+    if (!epoch.date || !epoch.time) {
+        ++m_withoutTime;
+        return;
+    }
+    const TimeUtc known = leapSecondTableKnownUntil();
+    if (*epoch.date >= QDate(known.year(), known.month(), known.day()))
+        ++m_beyondLeapSeconds;
+}
+
+SourceRecord EpochSource::recordOf(const nmea::ReceiverEpoch &epoch)
+{
+    SourceRecord record;
+    record.number = epoch.line;
+    record.source = epoch.sentences.chopped(1);
+    const nmea::EpochFailure failure = epoch.failure();
+    if (failure) {
+        record.failure = failure.text;
+        return record;
+    }
+    count(epoch);
+    record.position = positions::rowOf(positions::Frame::Wgs84Geographic)
+                          .position(*epoch.position.longitude, *epoch.position.latitude,
+                                    epoch.ellipsoidalHeight());
+    record.name = m_names == Names::Utc ? epoch.utc() : QByteArray::number(epoch.number);
+    record.extras.reserve(std::size(epochColumns));
+    for (const EpochColumn &column : epochColumns)
+        record.extras.push_back(column.value(epoch));
+    return record;
+}
+
+bool EpochSource::hasLosses() const
+{
+    const nmea::SentenceTally tally = m_combiner.tally();
+    return tally.broken() > 0 || (m_readBytes > 0 && tally.used == 0);
+}
+
+QStringList EpochSource::remarks() const
+{
+    const nmea::SentenceTally tally = m_combiner.tally();
+    QStringList remarks;
+    for (const SentenceRemark &row : sentenceRemarks) {
+        const nmea::SentenceCount &found = tally.*row.count;
+        if (found.count == 0)
+            continue;
+        QString text = QString::fromLatin1(row.text)
+                           .arg(counted(found.count, "sentence", "sentences"))
+                           .arg(found.firstLine);
+        if (text.contains(QLatin1String("%3")))
+            text = text.arg(found.firstReason);
+        remarks += text;
+    }
+    if (tally.used == 0) {
+        remarks += QStringLiteral("warning: %1 has no sentence of NMEA 0183 that tells a position "
+                                  "(GGA, GNS, RMC)")
+                       .arg(displayName());
+    }
+    if (tally.otherLines > 0) {
+        remarks += QStringLiteral("note: %1 of %2 without a sentence")
+                       .arg(counted(tally.otherLines, "line", "lines"), displayName());
+    }
+    if (m_withoutTime > 0) {
+        remarks += QStringLiteral("note: the time of %1 is empty: no date (RMC, ZDA) came before "
+                                  "or the times of day went back since")
+                       .arg(counted(m_withoutTime, "position", "positions"));
+    }
+    if (m_ofDoubtfulQuality > 0) {
+        remarks += QStringLiteral("warning: %1 estimated, typed in or simulated (quality 6, 7 or "
+                                  "8), not measured")
+                       .arg(counted(m_ofDoubtfulQuality, "position is", "positions are"));
+    }
+    if (m_beyondLeapSeconds > 0) {
+        remarks += QStringLiteral("note: leap seconds are known until %1: GPS times behind that "
+                                  "lack one that was announced since")
+                       .arg(leapSecondTableKnownUntil().toString().left(10));
+    }
+    return remarks;
+}
+
+} // namespace KelStd::cli

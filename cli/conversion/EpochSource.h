@@ -1,0 +1,62 @@
+#pragma once
+
+#include <cli/run/Input.h>
+#include <cli/run/RecordSource.h>
+
+#include <KelStd/nmea/EpochCombiner.h>
+
+#include <QtCore/QtGlobal>
+
+#include <optional>
+
+namespace KelStd::cli {
+
+/// The positions of a receiver's NMEA 0183, an epoch each, from a file or as they come. An epoch is
+/// given when the next one begins, and when nothing has come for a while.
+class EpochSource : public RecordSource
+{
+public:
+    /// What a point is called.
+    enum class Names
+    {
+        Number, ///< of its epoch, from 1
+        Utc
+    };
+
+    EpochSource(Input &input, Names names) : m_input(input), m_names(names) {}
+
+    QString displayName() const override { return m_input.displayName(); }
+    QString item() const override { return QStringLiteral("line"); }
+    positions::InputColumns columns() const override;
+    void endAt(const streams::StopRequests *stop) override { m_input.endAt(stop); }
+    bool isStopped() const override { return m_input.isStopped(); }
+    bool isReady() override;
+    Result next(SourceRecord &record) override;
+    QString errorText() const override { return m_error; }
+    std::optional<qint64> size() const override { return m_input.size(); }
+    qint64 done() const override { return m_readBytes; }
+    QStringList remarks() const override;
+
+    /// Whether sentences were broken, or there was input without any that can be used: positions
+    /// may be missing.
+    bool hasLosses() const;
+
+private:
+    void read();
+    void look();
+    SourceRecord recordOf(const nmea::ReceiverEpoch &epoch);
+    void count(const nmea::ReceiverEpoch &epoch);
+
+    Input &m_input;
+    Names m_names;
+    nmea::EpochCombiner m_combiner;
+    std::optional<nmea::ReceiverEpoch> m_next;
+    bool m_isAtEnd = false;
+    QString m_error;
+    qint64 m_readBytes = 0;
+    qint64 m_withoutTime = 0; ///< epochs without a date or a time of day
+    qint64 m_ofDoubtfulQuality = 0;
+    qint64 m_beyondLeapSeconds = 0; ///< later than the table of leap seconds is known to be whole
+};
+
+} // namespace KelStd::cli
