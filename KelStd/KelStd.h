@@ -53,6 +53,7 @@
 #include <KelStd/library/RecordNames.h>
 #include <KelStd/library/StandardLibrary.h>
 #include <KelStd/location/AreaCheck.h>
+#include <KelStd/location/GridFactors.h>
 #include <KelStd/location/LocationBuilder.h>
 #include <KelStd/location/SystemDefinitions.h>
 #include <KelStd/location/SystemNotes.h>
