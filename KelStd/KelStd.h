@@ -62,8 +62,10 @@
 #include <KelStd/platform/ResourceQuery.h>
 #include <KelStd/platform/Toolkits.h>
 #include <KelStd/positions/ColumnChoice.h>
+#include <KelStd/positions/ColumnSelection.h>
 #include <KelStd/positions/Columns.h>
 #include <KelStd/positions/CsvWriter.h>
+#include <KelStd/positions/FactorColumns.h>
 #include <KelStd/positions/InputForm.h>
 #include <KelStd/positions/JsonWriter.h>
 #include <KelStd/positions/LocationPrinter.h>
