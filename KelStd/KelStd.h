@@ -53,6 +53,7 @@
 #include <KelStd/library/RecordNames.h>
 #include <KelStd/library/StandardLibrary.h>
 #include <KelStd/location/AreaCheck.h>
+#include <KelStd/location/GridFactors.h>
 #include <KelStd/location/LocationBuilder.h>
 #include <KelStd/location/SystemDefinitions.h>
 #include <KelStd/location/SystemNotes.h>
@@ -67,8 +68,10 @@
 #include <KelStd/platform/ResourceQuery.h>
 #include <KelStd/platform/Toolkits.h>
 #include <KelStd/positions/ColumnChoice.h>
+#include <KelStd/positions/ColumnSelection.h>
 #include <KelStd/positions/Columns.h>
 #include <KelStd/positions/CsvWriter.h>
+#include <KelStd/positions/FactorColumns.h>
 #include <KelStd/positions/InputForm.h>
 #include <KelStd/positions/JsonWriter.h>
 #include <KelStd/positions/LocationPrinter.h>

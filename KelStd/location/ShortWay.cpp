@@ -1,9 +1,8 @@
 #include <KelStd/location/ShortWay.h>
 
-#include <KelStd/coord/GeographicProjections.h>
+#include <KelStd/location/DefinitionParameters.h>
 
 #include <QtCore/QStringList>
-#include <QtCore/QVector>
 
 #include <algorithm>
 #include <iterator>
@@ -12,48 +11,12 @@ namespace KelStd {
 
 namespace {
 
-/// One "+key=value" of a definition; a flag has no value.
-struct Parameter
-{
-    QString key;
-    QString value;
-
-    QString text() const
-    {
-        return value.isEmpty() ? QLatin1String(" +") + key
-                               : QLatin1String(" +") + key + QLatin1Char('=') + value;
-    }
-};
-
-using Parameters = QVector<Parameter>;
-
-Parameters parametersOf(const QString &definition)
-{
-    Parameters parameters;
-    for (const QString &word : definition.simplified().split(QLatin1Char(' '))) {
-        const int start = word.startsWith(QLatin1Char('+')) ? 1 : 0;
-        const int equals = word.indexOf(QLatin1Char('='));
-        if (equals < 0)
-            parameters += {word.mid(start), {}};
-        else
-            parameters += {word.mid(start, equals - start), word.mid(equals + 1)};
-    }
-    return parameters;
-}
-
-int countOf(const Parameters &parameters, const char *key)
-{
-    return static_cast<int>(
-        std::count_if(parameters.cbegin(), parameters.cend(),
-                      [key](const Parameter &p) { return p.key == QLatin1String(key); }));
-}
-
-QString valueOf(const Parameters &parameters, const char *key)
-{
-    const auto found = std::find_if(parameters.cbegin(), parameters.cend(),
-                                    [key](const auto &p) { return p.key == QLatin1String(key); });
-    return found == parameters.cend() ? QString() : found->value;
-}
+using definition::countOf;
+using definition::isProjection;
+using definition::Parameter;
+using definition::Parameters;
+using definition::parametersOf;
+using definition::valueOf;
 
 /// Whether all are parameters of the local definition that this way knows, each once.
 bool isKnown(const Parameters &local)
@@ -71,19 +34,9 @@ bool namesMore(const Parameters &projected)
 {
     constexpr const char *keys[] = {"datum", "nadgrids", "geoidgrids", "xy_grids", "z_grids",
                                     "grids", "init",     "step",       "inv",      "geoc"};
-    return countOf(projected, "towgs84") != 1 || valueOf(projected, "proj").isEmpty()
+    return countOf(projected, "towgs84") != 1
            || std::any_of(std::begin(keys), std::end(keys),
                           [&](const char *key) { return countOf(projected, key) > 0; });
-}
-
-/// Whether PROJ's name is that of a projection, neither of longitude and latitude, nor of cartesian
-/// coordinates, nor of a chain of operations.
-bool isProjection(const QString &name)
-{
-    constexpr const char *others[] = {"pipeline", "cart", "geocent"};
-    return !isGeographicProjection(name)
-           && std::none_of(std::begin(others), std::end(others),
-                           [&](const char *other) { return name == QLatin1String(other); });
 }
 
 /// The shape of the local ellipsoid.

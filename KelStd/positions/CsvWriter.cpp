@@ -39,9 +39,14 @@ void appendCsvField(QByteArray &bytes, std::string_view text)
         bytes += csvField(QString::fromUtf8(text.data(), size)).toUtf8();
 }
 
+QString CsvWriter::mistakeIn(const InputColumns &columns) const
+{
+    return PrintedColumns(m_printer, columns, m_selection).mistake();
+}
+
 QByteArray CsvWriter::begin(const InputColumns &columns)
 {
-    m_columns = PrintedColumns(m_printer, columns);
+    m_columns = PrintedColumns(m_printer, columns, m_selection);
     if (!m_hasHeader)
         return {};
     QByteArray heading;
@@ -64,7 +69,10 @@ void CsvWriter::write(QByteArray &bytes, const PrintedPosition &position) const
             appendCsvField(bytes, PrintedColumns::text(column, position, buffer));
         bytes += ',';
     }
-    bytes.back() = '\n';
+    if (m_columns.all().empty())
+        bytes += '\n';
+    else
+        bytes.back() = '\n'; // in place of the last comma
 }
 
 } // namespace KelStd::positions

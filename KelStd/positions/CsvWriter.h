@@ -8,23 +8,24 @@
 namespace KelStd::positions {
 
 /// Comma-separated values: a header line whose names carry the units, then a line for each
-/// location. Always the same columns, the first one being the name, and behind them what is carried
-/// through. Unless the printer is told otherwise, numbers have so many decimals that nothing is
-/// lost which a survey can measure. Without a header `begin` returns nothing, and is called all the
-/// same.
+/// location, with the selected columns whatever the input has. Unless the printer is told
+/// otherwise, numbers have so many decimals that nothing is lost which a survey can measure.
+/// Without a header `begin` returns nothing, and is called all the same.
 class KELSTD_EXPORT CsvWriter : public PositionWriter
 {
 public:
-    CsvWriter(const LocationPrinter &printer, bool hasHeader)
-        : m_printer(printer), m_hasHeader(hasHeader)
+    CsvWriter(const LocationPrinter &printer, bool hasHeader, const ColumnSelection &selection = {})
+        : m_printer(printer), m_hasHeader(hasHeader), m_selection(selection)
     {}
 
+    QString mistakeIn(const InputColumns &columns) const override;
     QByteArray begin(const InputColumns &columns) override;
     void write(QByteArray &bytes, const PrintedPosition &position) const override;
 
 private:
     LocationPrinter m_printer;
     bool m_hasHeader;
+    ColumnSelection m_selection;
     PrintedColumns m_columns;
 };
 

@@ -35,12 +35,17 @@ void appendText(QByteArray &bytes, const QByteArray &text)
 
 } // namespace
 
+QString JsonWriter::mistakeIn(const InputColumns &columns) const
+{
+    return PrintedColumns(m_printer, columns, m_selection).mistake();
+}
+
 QByteArray JsonWriter::begin(const InputColumns &columns)
 {
-    const PrintedColumns printed(m_printer, columns);
+    const PrintedColumns printed(m_printer, columns, m_selection);
     m_columns.clear();
     for (const PrintedColumn &column : printed.all()) {
-        if (column.kind == PrintedColumn::Kind::Name && !columns.hasNames)
+        if (column.kind == PrintedColumn::Kind::Name && !columns.hasNames && !printed.areNamed())
             continue;
         QByteArray key;
         appendText(key, column.name.toUtf8());
@@ -58,7 +63,10 @@ void JsonWriter::append(QByteArray &bytes, const PrintedPosition &position) cons
         appendValue(bytes, column, position, buffer);
         bytes += ',';
     }
-    bytes.back() = '}';
+    if (m_columns.empty())
+        bytes += '}';
+    else
+        bytes.back() = '}'; // in place of the last comma
 }
 
 /// A number as it stands, a missing one as null.

@@ -11,12 +11,16 @@ namespace KelStd::positions {
 
 /// A JSON object (RFC 8259) in a line for each location, with the names of the columns for keys.
 /// Plain decimals are numbers, a missing one null; angles in another style, names and carried
-/// fields are texts. Without names in the input there is no "point".
+/// fields are texts. Without names in the input there is no "point",
+/// unless it is selected by its name.
 class KELSTD_EXPORT JsonWriter : public PositionWriter
 {
 public:
-    explicit JsonWriter(const LocationPrinter &printer) : m_printer(printer) {}
+    explicit JsonWriter(const LocationPrinter &printer, const ColumnSelection &selection = {})
+        : m_printer(printer), m_selection(selection)
+    {}
 
+    QString mistakeIn(const InputColumns &columns) const override;
     QByteArray begin(const InputColumns &columns) override;
     void write(QByteArray &bytes, const PrintedPosition &position) const override;
 
@@ -35,6 +39,7 @@ private:
                      const PrintedPosition &position, QByteArray &buffer) const;
 
     LocationPrinter m_printer;
+    ColumnSelection m_selection;
     std::vector<KeyedColumn> m_columns;
 };
 

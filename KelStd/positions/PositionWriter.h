@@ -2,6 +2,7 @@
 
 #include <KelStd/Export.h>
 #include <KelStd/coord/Location.h>
+#include <KelStd/location/GridFactors.h>
 #include <KelStd/positions/ReadPosition.h>
 
 #include <QtCore/QByteArray>
@@ -45,6 +46,8 @@ struct PrintedPosition
     const std::vector<std::string_view> &carried; ///< one for each heading
     /// One for each extra column; empty where the value is not known.
     const std::vector<std::string_view> &extras = noFields;
+    /// Null where no factors are printed.
+    const GridFactors::Values *factors = nullptr;
 };
 
 /// Prints locations in one form or another, as bytes of whole lines. `begin` is called
@@ -56,6 +59,10 @@ public:
     virtual ~PositionWriter() = default;
     PositionWriter(const PositionWriter &) = delete;
     PositionWriter &operator=(const PositionWriter &) = delete;
+
+    /// Why locations cannot be printed as they are asked for beside such columns of the input;
+    /// empty where they can. May be called before `begin`.
+    virtual QString mistakeIn(const InputColumns & /*columns*/) const { return {}; }
 
     /// Before anything is printed. Returns what stands above the first position, or instead of one.
     virtual QByteArray begin(const InputColumns &columns) = 0;

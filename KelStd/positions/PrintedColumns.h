@@ -1,6 +1,8 @@
 #pragma once
 
 #include <KelStd/Export.h>
+#include <KelStd/positions/ColumnSelection.h>
+#include <KelStd/positions/FactorColumns.h>
 #include <KelStd/positions/LocationPrinter.h>
 #include <KelStd/positions/PositionWriter.h>
 
@@ -20,14 +22,16 @@ struct PrintedColumn
         Name,            ///< of the point
         Component,       ///< one of the twelve numbers of a location
         HeightReference, ///< what the projected height is above
+        Factor,          ///< one of the factors of a location
         Extra,
         Carried
     };
 
     Kind kind;
-    std::size_t index; ///< of a component in `columns`, of another field among those of its kind
+    std::size_t index; ///< of a component in `columns`, of a factor in `factorColumns`, of another
+                       ///< field among those of its kind
     QString name;      ///< for other programs, with its unit: "wgs84_longitude_deg"
-    bool isNumber;     ///< plain decimals; an extra one may be missing all the same
+    bool isNumber;     ///< plain decimals; a factor or an extra one may be missing all the same
 };
 
 /// Which columns are printed of each location, in which order: the one description that all forms
@@ -37,19 +41,33 @@ class KELSTD_EXPORT PrintedColumns
 public:
     PrintedColumns() = default;
 
-    /// All: the name, the twelve, the reference of the height, extra columns, carried ones. Each
-    /// name stands once: a heading of the input that is taken has a number behind it.
-    PrintedColumns(const LocationPrinter &printer, const InputColumns &columns);
+    /// The selected ones of: the name, the twelve, the reference of the height, the factors, extra
+    /// columns, carried ones. Each name stands once: a heading of the input that is the name of
+    /// another column, whether or not that one is selected, has a number behind it.
+    PrintedColumns(const LocationPrinter &printer, const InputColumns &columns,
+                   const ColumnSelection &selection = {});
 
     const std::vector<PrintedColumn> &all() const { return m_columns; }
 
-    /// The value of a column that is no component, as it stands. `buffer` holds what is made for
-    /// it.
+    /// Whether each column was asked for by its name.
+    bool areNamed() const { return m_areNamed; }
+
+    /// Why a selection by names cannot be followed: one of them is no column's, or two are the same
+    /// one's. Empty where it can. The columns are those of the other names then.
+    const QString &mistake() const { return m_mistake; }
+
+    /// The value of a column that is no component, as it stands; empty for a missing one. `buffer`
+    /// holds what is made for it.
     static std::string_view text(const PrintedColumn &column, const PrintedPosition &position,
                                  QByteArray &buffer);
 
 private:
+    void takeFrames(const std::vector<PrintedColumn> &all, const ColumnSelection &selection);
+    void takeNamed(const std::vector<PrintedColumn> &all, const QStringList &fields);
+
     std::vector<PrintedColumn> m_columns;
+    bool m_areNamed = false;
+    QString m_mistake;
 };
 
 } // namespace KelStd::positions

@@ -82,6 +82,22 @@ bool PreparedTransformations::prepareAndApply(Transformation &transformation,
         transformation, nullptr);
 }
 
+bool PreparedTransformations::factors(Index operation, const PJ_COORD &place, PJ_FACTORS &factors)
+{
+    const auto use = [&](PJ *object) {
+        if (m_functions.proj_factors == nullptr)
+            return false;
+        factors = m_functions.proj_factors(object, place);
+        // All are zero where PROJ has none.
+        return factors.meridional_scale > 0.0 && isResult(factors.meridional_scale)
+               && isResult(factors.parallel_scale) && isResult(factors.meridian_convergence);
+    };
+    Transformation &transformation = m_transformations[operation];
+    if (!isReady(transformation))
+        return prepareAnd(use, transformation, nullptr);
+    return use(transformation.object.get()) || failAt(nullptr, nullptr);
+}
+
 void PreparedTransformations::beforeUnload()
 {
     for (Transformation &transformation : m_transformations) {

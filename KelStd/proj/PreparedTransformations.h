@@ -64,6 +64,11 @@ public:
         return transform(m_functions, object, direction, coordinate) || failAt(object, nullptr);
     }
 
+    /// What the projection of an operation does to lengths and directions at `place`, longitude and
+    /// latitude [rad] from the meridian of Greenwich. PROJ takes no account of `+axis`, false
+    /// origins, units and `+pm` here. False where PROJ has no answer, or no such function.
+    bool factors(Index operation, const PJ_COORD &place, PJ_FACTORS &factors);
+
     /// Grows when the library is unloaded: with another one, PROJ may decide otherwise.
     int generation() const { return m_generation; }
 

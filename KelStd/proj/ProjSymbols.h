@@ -27,6 +27,7 @@ namespace KelStd::proj {
     FUNCTION(proj_context_set_fileapi)                                                             \
     FUNCTION(proj_context_set_search_paths)                                                        \
     FUNCTION(proj_errno_reset)                                                                     \
+    FUNCTION(proj_factors)                                                                         \
     FUNCTION(proj_log_func)
 
 /// The functions that ask PROJ's database and take its objects apart, all of which the catalogue of

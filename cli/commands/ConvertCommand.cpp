@@ -24,9 +24,12 @@
 #include <KelStd/location/SystemNotes.h>
 #include <KelStd/positions/Columns.h>
 #include <KelStd/positions/LocationPrinter.h>
+#include <KelStd/positions/PrintedColumns.h>
 
+#include <algorithm>
 #include <cmath>
 #include <optional>
+#include <vector>
 
 namespace KelStd::cli {
 
@@ -46,8 +49,9 @@ positions::InputForm inputForm(positions::Frame frame, const DisplayOptions &dis
 }
 
 /// The unit of northing and easting that is the system's own, unless --length-unit overrules it.
-/// Nothing for metres, and after a note for a unit that the program does not have.
-std::optional<positions::PlaneUnit> planeUnitOf(const SystemOrigin &origin,
+/// Nothing for metres, and after a note for a unit that the program does not have. `system`: what
+/// messages call it.
+std::optional<positions::PlaneUnit> planeUnitOf(const SystemOrigin &origin, const QString &system,
                                                 const DisplayOptions &display, Console &console)
 {
     constexpr double tolerance = 1e-9;
@@ -56,8 +60,9 @@ std::optional<positions::PlaneUnit> planeUnitOf(const SystemOrigin &origin,
         return std::nullopt;
     const auto unit = positions::findPlaneUnit(*origin.planeUnit);
     if (!unit) {
-        console.report(QStringLiteral("note: plane coordinates of the system are customarily in a "
-                                      "unit of %1 m (%2); here they are in metres")
+        console.report(QStringLiteral("note: plane coordinates of %1 are customarily in a "
+                                      "unit of %2 m (%3); here they are in metres")
+                           .arg(system)
                            .arg(origin.planeUnit->metres, 0, 'g', 15)
                            .arg(shown(origin.planeUnit->name)));
     }
@@ -65,22 +70,22 @@ std::optional<positions::PlaneUnit> planeUnitOf(const SystemOrigin &origin,
 }
 
 /// Says in which unit northing and easting are, where it is not that of the other lengths.
-void noteOnPlaneUnit(const std::optional<positions::PlaneUnit> &unit, bool isRead, bool isPrinted,
-                     Console &console)
+void noteOnPlaneUnit(const std::optional<positions::PlaneUnit> &unit, const QString &system,
+                     bool isRead, bool isPrinted, Console &console)
 {
     if (!unit || !(isRead || isPrinted))
         return;
-    console.report(QStringLiteral("note: northing and easting are %1 in %2, the unit of the "
-                                  "system, all other lengths in m; --length-unit overrules that")
+    console.report(QStringLiteral("note: northing and easting are %1 in %2, the unit of "
+                                  "%3, all other lengths in m; --length-unit overrules that")
                        .arg(isRead && isPrinted ? QStringLiteral("read and printed")
                             : isRead            ? QStringLiteral("read")
                                                 : QStringLiteral("printed"),
-                            unit->symbol));
+                            unit->symbol, system));
 }
 
 /// The geoid model that the system names, as far as it can be used. Empty when it names none, and
 /// after a warning when it names one that is no use.
-QString usableGeoidModel(const Coord &coord, Console &console)
+QString usableGeoidModel(const Coord &coord, const QString &system, Console &console)
 {
     QString name = coord.geoidModel.modelFileName;
     if (name.isEmpty())
@@ -89,9 +94,9 @@ QString usableGeoidModel(const Coord &coord, Console &console)
     const auto path = findGeoidModel(name, reason);
     if (path && geoidGridIsReadable(*path, reason))
         return name;
-    console.report(QStringLiteral("warning: the geoid model \"%1\" of the system cannot be used: "
-                                  "%2. All heights are ellipsoidal.")
-                       .arg(name, reason));
+    console.report(QStringLiteral("warning: the geoid model \"%1\" of %2 cannot be used: "
+                                  "%3. All heights are ellipsoidal.")
+                       .arg(name, system, reason));
     return {};
 }
 
@@ -109,6 +114,80 @@ bool canBeUsed(const ChosenSystem &system, const QString &name, const CommandLin
         return true;
     console.report(QStringLiteral("cannot use the coordinate system %1: %2").arg(name, reason));
     return false;
+}
+
+/// The systems of a conversion: that of the input and, where another one is asked for, that of the
+/// output.
+class UsedSystems
+{
+public:
+    /// Reads what the options name, before PROJ is loaded. False after a report.
+    bool read(const ConvertOptions &options, const CommandLine &line, Console &console)
+    {
+        m_hasTarget = options.to.has_value();
+        const auto system = readChosenSystem(options.system, line, console);
+        if (!system || !add(*system, options.system))
+            return false;
+        if (!m_hasTarget)
+            return true;
+        const auto target = readChosenSystem(*options.to, line, console);
+        return target && add(*target, *options.to);
+    }
+
+    /// Whether PROJ can convert by them. False after a report. With two systems, notes say which of
+    /// them they are about.
+    bool canBeUsed(const CommandLine &line, Console &console)
+    {
+        for (std::size_t i = 0; i < m_systems.size(); ++i) {
+            if (!cli::canBeUsed(m_chosen[i], m_systems[i].name, line, console))
+                return false;
+        }
+        for (const ConversionSystem &system : m_systems) {
+            const QString about = m_hasTarget ? system.name + QLatin1String(": ") : QString();
+            for (const QString &note : location::notesOn(system.coord))
+                console.report(QStringLiteral("note: %1%2").arg(about, note));
+        }
+        return true;
+    }
+
+    void findGeoidModels(Console &console)
+    {
+        for (ConversionSystem &system : m_systems)
+            system.geoidModel = usableGeoidModel(system.coord, wordFor(system), console);
+    }
+
+    const ConversionSystem &given() const { return m_systems.front(); }
+    const ConversionSystem &printed() const { return m_systems.back(); }
+    const ConversionSystem *target() const { return m_hasTarget ? &m_systems.back() : nullptr; }
+
+    /// What messages call a system.
+    QString wordFor(const ConversionSystem &system) const
+    {
+        return m_hasTarget ? system.name : QStringLiteral("the system");
+    }
+
+private:
+    bool add(const ChosenSystem &system, const QString &name)
+    {
+        m_chosen.push_back(system);
+        m_systems.push_back({name, system.coord, system.origin, {}});
+        return true;
+    }
+
+    bool m_hasTarget = false;
+    std::vector<ChosenSystem> m_chosen;
+    std::vector<ConversionSystem> m_systems;
+};
+
+/// Whether northing or easting is among the columns that are printed.
+bool printsPlane(const positions::LocationPrinter &printer,
+                 const positions::ColumnSelection &selection)
+{
+    const positions::PrintedColumns printed(printer, {}, selection);
+    return std::any_of(printed.all().begin(), printed.all().end(), [](const auto &each) {
+        return each.kind == positions::PrintedColumn::Kind::Component
+               && positions::isPlane(positions::columns()[each.index]);
+    });
 }
 
 /// Takes the display configuration of the library where the output starts from it.
@@ -152,41 +231,56 @@ ExitStatus runConvert(const QStringList &arguments, Console &console)
     if (!input.open(line, console))
         return ExitStatus::Usage;
 
-    const auto system = readChosenSystem(options->system, line, console);
-    if (!system)
+    UsedSystems systems;
+    if (!systems.read(*options, line, console))
         return ExitStatus::Environment;
-    const Coord &coord = system->coord;
     const ProjEnvironment environment;
     if (!environment.isReady()) {
         console.report(environment.failure());
         return ExitStatus::Environment;
     }
-    if (!canBeUsed(*system, options->system, line, console))
+    if (!systems.canBeUsed(line, console))
         return ExitStatus::Environment;
-    for (const QString &note : location::notesOn(coord))
-        console.report(QStringLiteral("note: %1").arg(note));
-    const auto planeUnit = planeUnitOf(system->origin, options->display, console);
-    const positions::InputForm form = inputForm(options->frame->frame, options->display, planeUnit);
+    const ConversionSystem &given = systems.given();
+    const ConversionSystem &printed = systems.printed();
+    const bool readsPlane = options->frame->frame == positions::Frame::LocalProjected;
+    const auto givenUnit =
+        planeUnitOf(given.origin, systems.wordFor(given), options->display, console);
+    const auto printedUnit =
+        systems.target() != nullptr
+            ? planeUnitOf(printed.origin, systems.wordFor(printed), options->display, console)
+            : givenUnit;
+    const positions::InputForm form = inputForm(options->frame->frame, options->display, givenUnit);
     configure(*options, line, console);
     const auto output = options->form->isConfigured ? positions::ValuePrinter::Output::Table
                                                     : positions::ValuePrinter::Output::Csv;
-    const positions::LocationPrinter printer(options->display, output, planeUnit);
-    noteOnPlaneUnit(planeUnit, options->frame->frame == positions::Frame::LocalProjected,
-                    printer.hasOwnPlaneUnit(), console);
+    const positions::LocationPrinter printer(options->display, output, printedUnit);
+    const bool printsUnit = printer.hasOwnPlaneUnit() && printsPlane(printer, options->columns);
+    if (systems.target() == nullptr) {
+        noteOnPlaneUnit(givenUnit, systems.wordFor(given), readsPlane, printsUnit, console);
+    } else {
+        noteOnPlaneUnit(givenUnit, systems.wordFor(given), readsPlane, false, console);
+        noteOnPlaneUnit(printedUnit, systems.wordFor(printed), false, printsUnit, console);
+    }
     if (!options->isNmea)
         input.promptFor(componentLabels(form), console);
 
     RejectsFile rejects;
+    QStringList systemFiles{options->system};
+    if (options->to)
+        systemFiles += *options->to;
     if (!options->rejects.isEmpty()
-        && !rejects.open(options->rejects, input.input(), options->system, reason)) {
+        && !rejects.open(options->rejects, input.input(), systemFiles, reason)) {
         console.report(QStringLiteral("cannot write %1: %2").arg(options->rejects, reason));
         return ExitStatus::Environment;
     }
-    const QString geoidModel = usableGeoidModel(coord, console);
+    systems.findGeoidModels(console);
     const int width = console.isTerminal() ? streams::terminalWidth(streams::standardOutput) : 0;
-    const auto writer = options->form->makeWriter(
-        {options->display, planeUnit, geoidModel, options->hasHeader, width});
-    LocationJob job(coord, system->origin, geoidModel, *options->frame, *writer);
+    const auto writer =
+        options->form->makeWriter({options->display, printedUnit, printed.geoidModel,
+                                   options->hasHeader, options->columns, width});
+    LocationJob job({given, systems.target(), *options->frame, options->columns.mayHaveFactors()},
+                    *writer);
     if (options->isNmea)
         return convertEpochs(input.input(), *options, job, rejects, console);
     PositionRun run(input.input(), input.parser(form), job, console);

@@ -1,5 +1,6 @@
 #include <cli/commands/ConvertCommandLine.h>
 
+#include <cli/conversion/ColumnOptions.h>
 #include <cli/conversion/FrameWords.h>
 #include <cli/conversion/LocationForms.h>
 #include <cli/library/DirectoryOption.h>
@@ -131,6 +132,10 @@ CommandLine convertCommandLine()
                     QStringLiteral("With --nmea: what a point is called, 'number' (of\n"
                                    "its epoch; the default) or 'utc'."),
                     QStringLiteral("WHAT"), QStringLiteral("number")});
+    line.addOption({QStringLiteral("to"),
+                    QStringLiteral("Print the frames of this system instead, through\n"
+                                   "WGS84; the input is one of --system."),
+                    QStringLiteral("FILE.xml|NAME")});
     PositionInput::addColumnsOption(
         line, QStringLiteral("The columns of longitude, latitude, height (or\n"
                              "those of the frame, in its order) and, before\n"
@@ -138,6 +143,7 @@ CommandLine convertCommandLine()
                              "or numbers. The others are carried through."));
     PositionInput::addSkipOption(line);
     addFormOptions(line, locationOutputForms());
+    addColumnOptions(line);
     line.addOption({QStringLiteral("no-header"),
                     QStringLiteral("Print comma-separated values without a header\nline.")});
     DisplayOptions::addTo(line);

@@ -19,7 +19,7 @@ std::size_t noticeOf(PositionMistake mistake)
     return static_cast<std::size_t>(mistake);
 }
 
-static_assert(static_cast<std::size_t>(PositionMistake::BothSigns) < maxNotices);
+static_assert(static_cast<std::size_t>(PositionMistake::BothSigns) < areaNoticeCount);
 static_assert(static_cast<std::size_t>(PositionMistake::None) == outside,
               "the notice of a mistake is its number, and none has the first one");
 
@@ -66,22 +66,25 @@ NoticeBits areaNoticesOfOutside(AreaCheck &check, LocationBuilder::Frame frame, 
     return (1U << outside) | areaNoticesOfFailed(check, frame, position);
 }
 
-QStringList areaRemarks(const Notices &notices, const SystemOrigin &origin,
-                        LocationBuilder::Frame frame, qint64 taken, const QString &inputName)
+QStringList areaRemarks(const Notices &notices, std::size_t first, const SystemOrigin &origin,
+                        const QString &systemName, LocationBuilder::Frame frame, qint64 taken,
+                        const QString &inputName)
 {
+    const QString area = QLatin1String("the area of use of ")
+                         + (systemName.isEmpty() ? QStringLiteral("the system") : systemName);
     QStringList remarks;
     if (!origin.area)
         return remarks;
-    const NoticeCount &all = notices[outside];
+    const NoticeCount &all = notices[first + outside];
     if (all.count > 0) {
-        remarks += QStringLiteral("warning: %1 of %2 outside the area of use of the system, %3%4")
+        remarks += QStringLiteral("warning: %1 of %2 outside %3, %4%5")
                        .arg(all.count)
                        .arg(taken == 1 ? QStringLiteral("1 position lies")
                                        : positionsText(taken) + QStringLiteral(" lie"),
-                            describedArea(origin), firstText(all, inputName));
+                            area, describedArea(origin), firstText(all, inputName));
     }
     for (const PositionMistake mistake : mistakes) {
-        const NoticeCount &notice = notices[noticeOf(mistake)];
+        const NoticeCount &notice = notices[first + noticeOf(mistake)];
         if (notice.count == 0)
             continue;
         remarks += QStringLiteral("WARNING: %1 would lie inside the area of use with %2%3")

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cli/conversion/NoticeNumbers.h>
 #include <cli/run/Notices.h>
 
 #include <KelStd/coord/SystemOrigin.h>
@@ -24,8 +25,11 @@ NoticeBits areaNoticesOfOutside(AreaCheck &check, LocationBuilder::Frame frame,
 
 /// What is said of them: nothing without any; otherwise one warning of those outside and, louder,
 /// one for each mistake that would put some inside, each with its count and its first line.
-QStringList areaRemarks(const Notices &notices, const SystemOrigin &origin,
-                        LocationBuilder::Frame frame, qint64 taken, const QString &inputName);
+/// `first`: the number of the first of these notices. `systemName`: what the system is called;
+/// empty where there is no other one.
+QStringList areaRemarks(const Notices &notices, std::size_t first, const SystemOrigin &origin,
+                        const QString &systemName, LocationBuilder::Frame frame, qint64 taken,
+                        const QString &inputName);
 
 NoticeBits areaNotices(AreaCheck &check, LocationBuilder::Frame frame, const Pos &position,
                        const Location &location)

@@ -1,5 +1,6 @@
 #include <cli/conversion/ConvertOptions.h>
 
+#include <cli/conversion/ColumnOptions.h>
 #include <cli/conversion/FrameWords.h>
 #include <cli/run/PositionInput.h>
 #include <cli/terminal/CommandLine.h>
@@ -70,6 +71,13 @@ std::optional<ConvertOptions> convertOptionsOf(const CommandLine &line, Position
         mistake = QStringLiteral("--system FILE.xml is missing");
         return std::nullopt;
     }
+    if (line.isSet(QStringLiteral("to"))) {
+        options.to = line.value(QStringLiteral("to"));
+        if (options.to->isEmpty()) {
+            mistake = QStringLiteral("--to has no system");
+            return std::nullopt;
+        }
+    }
     const QString from = line.value(QStringLiteral("from"));
     options.frame = positions::findFrame(from);
     if (options.frame == nullptr) {
@@ -93,6 +101,10 @@ std::optional<ConvertOptions> convertOptionsOf(const CommandLine &line, Position
     if (!display)
         return std::nullopt;
     options.display = *display;
+    const auto columns = columnOptions(line, mistake);
+    if (!columns)
+        return std::nullopt;
+    options.columns = *columns;
     const auto threads = threadsOf(line, mistake);
     if (!threads)
         return std::nullopt;

@@ -4,6 +4,7 @@
 #include <cli/conversion/LocationForms.h>
 #include <cli/values/DisplayOptions.h>
 
+#include <KelStd/positions/ColumnSelection.h>
 #include <KelStd/positions/Columns.h>
 
 #include <QtCore/QString>
@@ -21,10 +22,12 @@ class PositionInput;
 struct ConvertOptions
 {
     QString system;
+    std::optional<QString> to; ///< the system whose frames are printed; nothing for the same one
     const positions::FrameRow *frame = nullptr;
     const LocationForm *form = nullptr;
     bool hasHeader = true;
     DisplayOptions display;
+    positions::ColumnSelection columns;
     std::size_t threads = 1;
     QString rejects; ///< the file's name; empty for none
     bool isNmea = false;

@@ -20,24 +20,27 @@ std::unique_ptr<positions::PositionWriter> makeTable(const LocationOutput &outpu
     const positions::LocationPrinter printer(output.display, positions::ValuePrinter::Output::Table,
                                              output.planeUnit);
     const bool fits =
-        output.width == 0 || output.width >= TableWriter::wideWidth(printer, output.geoidModel);
+        output.width == 0
+        || output.width >= TableWriter::wideWidth(printer, output.geoidModel, output.columns);
     return std::make_unique<TableWriter>(
-        printer, fits ? TableWriter::Layout::Wide : TableWriter::Layout::Narrow, output.geoidModel);
+        printer, fits ? TableWriter::Layout::Wide : TableWriter::Layout::Narrow, output.geoidModel,
+        output.columns);
 }
 
 std::unique_ptr<positions::PositionWriter> makeCsv(const LocationOutput &output)
 {
-    return std::make_unique<positions::CsvWriter>(plainPrinter(output), output.hasHeader);
+    return std::make_unique<positions::CsvWriter>(plainPrinter(output), output.hasHeader,
+                                                  output.columns);
 }
 
 std::unique_ptr<positions::PositionWriter> makeJson(const LocationOutput &output)
 {
-    return std::make_unique<positions::JsonWriter>(plainPrinter(output));
+    return std::make_unique<positions::JsonWriter>(plainPrinter(output), output.columns);
 }
 
 std::unique_ptr<positions::PositionWriter> makeGeoJson(const LocationOutput &output)
 {
-    return std::make_unique<positions::GeoJsonWriter>(plainPrinter(output));
+    return std::make_unique<positions::GeoJsonWriter>(plainPrinter(output), output.columns);
 }
 
 } // namespace

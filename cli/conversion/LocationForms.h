@@ -3,6 +3,7 @@
 #include <cli/run/OutputForm.h>
 #include <cli/values/DisplayOptions.h>
 
+#include <KelStd/positions/ColumnSelection.h>
 #include <KelStd/positions/PlaneUnit.h>
 #include <KelStd/positions/PositionWriter.h>
 
@@ -21,6 +22,7 @@ struct LocationOutput
     std::optional<positions::PlaneUnit> planeUnit;
     QString geoidModel; ///< the one in use; empty for none
     bool hasHeader = true;
+    positions::ColumnSelection columns;
     int width = 0; ///< of the terminal in columns of text; 0 when it has none or is not known
 };
 

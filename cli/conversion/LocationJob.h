@@ -1,10 +1,8 @@
 #pragma once
 
+#include <cli/conversion/ConversionSystem.h>
 #include <cli/run/PositionJob.h>
 
-#include <KelStd/coord/Coord.h>
-#include <KelStd/coord/SystemOrigin.h>
-#include <KelStd/location/LocationBuilder.h>
 #include <KelStd/positions/Columns.h>
 #include <KelStd/positions/PositionWriter.h>
 
@@ -14,19 +12,25 @@
 
 namespace KelStd::cli {
 
-/// Makes a location of each position, only where the projection is one-to-one, and prints it. What
-/// is given must outlive the job.
+/// Makes a location of each position, only where the projection is one-to-one, and prints it; or
+/// that of the same WGS84 position in another system. What is given must outlive the job.
 class LocationJob : public PositionJob
 {
 public:
-    /// `origin`: that of the system, whose area the positions are held against. `geoidModel`: the
-    /// one in use, empty for none. `frame`: that of the positions.
-    LocationJob(const Coord &coord, const SystemOrigin &origin, const QString &geoidModel,
-                const positions::FrameRow &frame, positions::PositionWriter &writer)
-        : m_coord(coord), m_origin(origin), m_geoidModel(geoidModel), m_frame(frame),
-          m_writer(writer)
+    /// What there is to be computed of positions.
+    struct Plan
+    {
+        const ConversionSystem &system;   ///< of the positions
+        const ConversionSystem *target;   ///< whose locations are printed; null for the same system
+        const positions::FrameRow &frame; ///< of the positions
+        bool hasFactors = false;          ///< whether the factors of locations are printed
+    };
+
+    LocationJob(const Plan &plan, positions::PositionWriter &writer)
+        : m_plan(plan), m_writer(writer)
     {}
 
+    QString mistakeIn(const positions::InputColumns &columns) const override;
     QByteArray begin(const positions::InputColumns &columns) override
     {
         return m_writer.begin(columns);
@@ -38,10 +42,7 @@ public:
     std::unique_ptr<PositionTaker> makeTaker() const override;
 
 private:
-    const Coord &m_coord;
-    const SystemOrigin &m_origin;
-    const QString &m_geoidModel;
-    const positions::FrameRow &m_frame;
+    Plan m_plan;
     positions::PositionWriter &m_writer;
 };
 

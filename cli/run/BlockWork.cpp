@@ -14,8 +14,8 @@ BlockResult BlockWork::operator()(const LineBlock &block)
         const bool knewOrder = m_parser.knowsOrder();
         const positions::PositionParser::Result read =
             m_parser.parse(cursor.line(), cursor.lineNumber());
-        if (!knewOrder && m_parser.knowsOrder())
-            m_heading = m_job.begin({m_parser.hasNames(), m_parser.carriedHeadings(), {}});
+        if (!knewOrder && m_parser.knowsOrder() && !begin(result, cursor.lineNumber()))
+            break;
         switch (read) {
         case positions::PositionParser::Result::Nothing: break;
         case positions::PositionParser::Result::Position:
@@ -41,8 +41,23 @@ BlockResult BlockWork::finish()
     result.hasBadHeader = !m_parser.finish();
     if (result.hasBadHeader)
         result.messages.push_back({0, m_parser.reasonLine(), m_parser.reason()});
-    m_heading = m_job.begin({m_parser.hasNames(), m_parser.carriedHeadings(), {}});
+    else
+        begin(result, 1);
     return result;
+}
+
+/// When the order of the fields is known: false where the run cannot go on with it.
+bool BlockWork::begin(BlockResult &result, qint64 line)
+{
+    const positions::InputColumns columns{m_parser.hasNames(), m_parser.carriedHeadings(), {}};
+    const QString mistake = m_job.mistakeIn(columns);
+    if (mistake.isEmpty()) {
+        m_heading = m_job.begin(columns);
+        return true;
+    }
+    result.messages.push_back({result.output.size(), line, mistake});
+    result.hasBadHeader = true;
+    return false;
 }
 
 } // namespace KelStd::cli

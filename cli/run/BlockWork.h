@@ -32,6 +32,8 @@ public:
     QByteArray heading() const { return m_heading; }
 
 private:
+    bool begin(BlockResult &result, qint64 line);
+
     positions::PositionParser m_parser;
     PositionJob &m_job;
     ResultMaker m_maker;

@@ -37,6 +37,10 @@ public:
     PositionJob(const PositionJob &) = delete;
     PositionJob &operator=(const PositionJob &) = delete;
 
+    /// Why the positions of an input with such columns cannot be printed as they are asked for;
+    /// empty where they can. Nothing is taken then.
+    virtual QString mistakeIn(const positions::InputColumns & /*columns*/) const { return {}; }
+
     /// Before any position is taken. Returns what is printed above the first one.
     virtual QByteArray begin(const positions::InputColumns &columns) = 0;
 

@@ -19,7 +19,7 @@ ExitStatus PositionRun::run()
     State end = readOrder(first);
     if (end == RunOutput::End::Done && !first.parser().knowsOrder())
         end = takeEnd(first);
-    else if (!first.parser().knowsOrder())
+    else if (!first.parser().knowsOrder() && m_job.mistakeIn({}).isEmpty())
         m_output.setHeading(m_job.begin({}));
     if (!end)
         end = readRest(first.parser());

@@ -29,6 +29,11 @@ void look(const std::vector<QByteArray> &texts, std::vector<std::string_view> &v
 
 ExitStatus RecordRun::run()
 {
+    const QString mistake = m_job.mistakeIn(m_source.columns());
+    if (!mistake.isEmpty()) {
+        m_console.report(QStringLiteral("%1: %2").arg(m_source.displayName(), mistake));
+        return ExitStatus::Usage;
+    }
     const streams::StopRequests stop;
     m_source.endAt(&stop);
     std::optional<ProgressBar> progress;

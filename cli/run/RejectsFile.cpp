@@ -8,16 +8,18 @@
 
 namespace KelStd::cli {
 
-bool RejectsFile::open(const QString &name, const Input &input, const QString &systemFile,
+bool RejectsFile::open(const QString &name, const Input &input, const QStringList &systemFiles,
                        QString &error)
 {
     if (input.isFile(name)) {
         error = QStringLiteral("it is the input");
         return false;
     }
-    if (streams::areSameFile(systemFile, name)) {
-        error = QStringLiteral("it is the coordinate system");
-        return false;
+    for (const QString &systemFile : systemFiles) {
+        if (streams::areSameFile(systemFile, name)) {
+            error = QStringLiteral("it is the coordinate system");
+            return false;
+        }
     }
     for (const int stream : {streams::standardOutput, streams::standardError}) {
         if (streams::isFile(stream, name)) {

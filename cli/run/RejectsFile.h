@@ -4,6 +4,7 @@
 #include <QtCore/QFile>
 #include <QtCore/QSaveFile>
 #include <QtCore/QString>
+#include <QtCore/QStringList>
 
 #include <memory>
 
@@ -17,9 +18,10 @@ class Input;
 class RejectsFile
 {
 public:
-    /// Neither the `input` nor the coordinate system's document nor what the standard streams go to
+    /// Neither the `input` nor a coordinate system's document nor what the standard streams go to
     /// is overwritten, by whatever name. False with the reason.
-    bool open(const QString &name, const Input &input, const QString &systemFile, QString &error);
+    bool open(const QString &name, const Input &input, const QStringList &systemFiles,
+              QString &error);
     bool isOpen() const { return m_device != nullptr; }
 
     /// The header line of the input stands above the first line.

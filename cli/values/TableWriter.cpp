@@ -8,50 +8,7 @@ namespace KelStd::cli {
 
 namespace {
 
-constexpr int nameWidth = 16;
-const QString gap = QStringLiteral("  ");
-
-QString rightAligned(const QString &text, int width)
-{
-    return text.rightJustified(width);
-}
-
-bool isHeight(const positions::Column &column)
-{
-    return positions::columnOf(column.frame, positions::componentsPerFrame - 1).value
-               == column.value
-           && column.frame != positions::Frame::Wgs84Cartesian;
-}
-
-/// Every height is above the ellipsoid but the projected one with a geoid model.
-bool isEllipsoidal(const positions::Column &column, const QString &geoidModel)
-{
-    return isHeight(column)
-           && (column.frame != positions::Frame::LocalProjected || geoidModel.isEmpty());
-}
-
-/// The unit, and what a height is above where the values do not say it.
-QString unitText(const positions::LocationPrinter &printer, const positions::Column &column,
-                 const QString &geoidModel)
-{
-    const QString unit = printer.unit(column);
-    return isEllipsoidal(column, geoidModel) ? unit + QLatin1String(" (ell.)") : unit;
-}
-
-int columnWidth(const positions::LocationPrinter &printer, const positions::Column &column,
-                const QString &geoidModel)
-{
-    return std::max(printer.width(column), unitText(printer, column, geoidModel).size());
-}
-
-int frameWidth(const positions::LocationPrinter &printer, positions::Frame frame,
-               const QString &geoidModel)
-{
-    int width = gap.size() * (positions::componentsPerFrame - 1);
-    for (int i = 0; i < positions::componentsPerFrame; ++i)
-        width += columnWidth(printer, positions::columnOf(frame, i), geoidModel);
-    return width;
-}
+using positions::PrintedColumn;
 
 /// A title in the middle of a rule.
 QString ruled(const QString &title, int width)
@@ -75,67 +32,59 @@ void appendLine(QByteArray &bytes, QString line)
     bytes += '\n';
 }
 
-/// A field behind those of the location, below its heading.
-QString furtherCell(const QString &text, const QString &heading)
+/// Numbers end below their labels, texts begin there.
+QString aligned(const QString &text, const TableGroup &group, const TableColumn &column)
 {
-    constexpr int minWidth = 8;
-    return gap + text.leftJustified(std::max(minWidth, heading.size()));
+    return group.hasNumbers() ? text.rightJustified(column.width)
+                              : text.leftJustified(column.width);
+}
+
+QString joined(const TableGroup &group, QString (*textOf)(const TableColumn &column))
+{
+    QStringList texts;
+    for (const TableColumn &column : group.columns)
+        texts += aligned(textOf(column), group, column);
+    return texts.join(tableGap);
 }
 
 } // namespace
 
-/// Of the extra columns and, behind them, those that are carried through.
-QString TableWriter::furtherText(const positions::PrintedPosition &position, int index) const
+int TableWriter::wideWidth(const positions::LocationPrinter &printer, const QString &geoidModel,
+                           const positions::ColumnSelection &selection)
 {
-    const auto field = static_cast<std::size_t>(index);
-    const std::size_t extras = m_columns.extras.size();
-    return fromUtf8(field < extras ? position.extras[field] : position.carried[field - extras]);
+    return widthOf(
+        tableGroups(positions::PrintedColumns(printer, {}, selection), printer, geoidModel, true));
 }
 
-int TableWriter::wideWidth(const positions::LocationPrinter &printer, const QString &geoidModel)
+QString TableWriter::mistakeIn(const positions::InputColumns &columns) const
 {
-    int width = nameWidth;
-    if (!geoidModel.isEmpty())
-        width += gap.size() + positions::heightReference(geoidModel).size();
-    for (const positions::Column &column : positions::columns())
-        width += gap.size() + columnWidth(printer, column, geoidModel);
-    return width;
+    return positions::PrintedColumns(m_printer, columns, m_selection).mistake();
 }
 
 QByteArray TableWriter::begin(const positions::InputColumns &columns)
 {
-    m_columns = columns;
-    m_further.clear();
-    for (const positions::ExtraColumn &extra : columns.extras)
-        m_further += extra.name;
-    m_further += columns.carried;
-    if (m_layout == Layout::Narrow)
-        return {};
+    m_groups = tableGroups(positions::PrintedColumns(m_printer, columns, m_selection), m_printer,
+                           m_geoidModel, columns.hasNames);
+    return m_layout == Layout::Narrow ? QByteArray() : wideHeading();
+}
 
-    const QString indent = columns.hasNames ? QString(nameWidth, QLatin1Char(' ')) : QString();
-    QString titles = indent;
-    QString labels =
-        columns.hasNames ? QStringLiteral("point").leftJustified(nameWidth) : QString();
-    QString units = indent;
-    for (const positions::FrameRow &frame : positions::frames()) {
-        titles += gap
-                  + ruled(QString::fromLatin1(frame.title),
-                          frameWidth(m_printer, frame.frame, m_geoidModel));
-        for (int i = 0; i < positions::componentsPerFrame; ++i) {
-            const positions::Column &column = positions::columnOf(frame.frame, i);
-            const int width = columnWidth(m_printer, column, m_geoidModel);
-            labels += gap + rightAligned(QString::fromLatin1(column.label), width);
-            units += gap + rightAligned(unitText(m_printer, column, m_geoidModel), width);
-        }
+QByteArray TableWriter::wideHeading() const
+{
+    // Without a column of names, the first column stands away from the border, too.
+    const bool hasNames = !m_groups.empty() && m_groups.front().kind == TableGroup::Kind::Name;
+    QStringList lines{QString(), QString(), QString()};
+    for (const TableGroup &group : m_groups) {
+        const QString gap = lines.at(0).isEmpty() && hasNames ? QString() : tableGap;
+        const QString labels =
+            joined(group, [](const TableColumn &column) { return column.label; });
+        lines[0] += gap
+                    + (group.title.isEmpty() ? QString(labels.size(), QLatin1Char(' '))
+                                             : ruled(group.title, labels.size()));
+        lines[1] += gap + labels;
+        lines[2] += gap + joined(group, [](const TableColumn &column) { return column.unit; });
     }
-    if (!m_geoidModel.isEmpty())
-        labels += gap
-                  + QStringLiteral("above the")
-                        .leftJustified(positions::heightReference(m_geoidModel).size());
-    for (const QString &heading : m_further)
-        labels += furtherCell(heading, heading);
     QByteArray heading;
-    for (const QString &line : {titles, labels, units})
+    for (const QString &line : lines)
         appendLine(heading, line);
     return heading;
 }
@@ -153,62 +102,87 @@ void TableWriter::write(QByteArray &bytes, const positions::PrintedPosition &pos
         writeNarrow(bytes, position);
 }
 
+QString TableWriter::cell(const PrintedColumn &column,
+                          const positions::PrintedPosition &position) const
+{
+    if (column.kind == PrintedColumn::Kind::Component)
+        return m_printer.cell(positions::columns()[column.index], position.location);
+    QByteArray buffer;
+    return fromUtf8(positions::PrintedColumns::text(column, position, buffer));
+}
+
 void TableWriter::writeWide(QByteArray &bytes, const positions::PrintedPosition &position) const
 {
     QString line;
-    if (m_columns.hasNames) {
-        // A name that is too long stands in a line of its own, so that the numbers stay in theirs.
-        const QString name = fromUtf8(position.name);
-        if (name.size() > nameWidth)
-            appendLine(bytes, name);
-        line = (name.size() > nameWidth ? QString() : name).leftJustified(nameWidth);
+    for (const TableGroup &group : m_groups) {
+        for (const TableColumn &column : group.columns) {
+            QString text = cell(column.column, position);
+            if (&group == &m_groups.front() && group.kind == TableGroup::Kind::Name) {
+                // A name that is too long stands in a line of its own, so that the numbers stay in
+                // theirs.
+                if (text.size() > column.width) {
+                    appendLine(bytes, text);
+                    text.clear();
+                }
+                line += aligned(text, group, column);
+            } else {
+                line += tableGap + aligned(text, group, column);
+            }
+        }
     }
-    for (const positions::Column &column : positions::columns())
-        line += gap
-                + rightAligned(m_printer.cell(column, position.location),
-                               columnWidth(m_printer, column, m_geoidModel));
-    if (!m_geoidModel.isEmpty())
-        line += gap
-                + positions::heightReference(position.geoidModel)
-                      .leftJustified(positions::heightReference(m_geoidModel).size());
-    for (int i = 0; i < m_further.size(); ++i)
-        line += furtherCell(furtherText(position, i), m_further.at(i));
     appendLine(bytes, line);
 }
 
 void TableWriter::writeNarrow(QByteArray &bytes, const positions::PrintedPosition &position) const
 {
-    constexpr int titleWidth = 18;
-    constexpr int minWidth = 18; // 179°59′59.999999″W, and three of them fit 80 columns
-
-    if (m_columns.hasNames)
-        appendLine(bytes, fromUtf8(position.name));
-    for (const positions::FrameRow &frame : positions::frames()) {
-        QString labels(titleWidth, QLatin1Char(' '));
-        QString numbers = (gap + QLatin1String(frame.title)).leftJustified(titleWidth);
-        for (int i = 0; i < positions::componentsPerFrame; ++i) {
-            const positions::Column &column = positions::columnOf(frame.frame, i);
-            const QString label =
-                QStringLiteral("%1%2 [%3]")
-                    .arg(isEllipsoidal(column, position.geoidModel) ? QStringLiteral("ell. ")
-                                                                    : QString(),
-                         QString::fromLatin1(column.label), m_printer.unit(column));
-            const QString number = m_printer.cell(column, position.location);
-            const int width = std::max({minWidth, label.size(), number.size()});
-            labels += gap + rightAligned(label, width);
-            numbers += gap + rightAligned(number, width);
+    constexpr int lineWidth = 78;
+    for (const TableGroup &group : m_groups) {
+        if (group.hasNumbers()) {
+            writeNumbers(bytes, group, position);
+            continue;
         }
-        appendLine(bytes, labels);
-        appendLine(bytes, numbers);
+        for (const TableColumn &column : group.columns) {
+            const QString text = cell(column.column, position);
+            if (&group == &m_groups.front() && group.kind == TableGroup::Kind::Name)
+                appendLine(bytes, text);
+            else if (group.kind != TableGroup::Kind::HeightReference)
+                appendLine(bytes, tableGap + column.label + QLatin1String(": ") + text);
+            else if (!position.geoidModel.isEmpty() || m_geoidModel.isEmpty())
+                appendLine(bytes,
+                           (QLatin1String("height above the ") + text).rightJustified(lineWidth));
+        }
     }
-    if (!position.geoidModel.isEmpty()) {
-        constexpr int lineWidth = titleWidth + positions::componentsPerFrame * (minWidth + 2);
-        appendLine(bytes, (QLatin1String("height above the ")
-                           + positions::heightReference(position.geoidModel))
-                              .rightJustified(lineWidth));
+}
+
+/// A line of labels with their units, and one of numbers below it.
+void TableWriter::writeNumbers(QByteArray &bytes, const TableGroup &group,
+                               const positions::PrintedPosition &position) const
+{
+    constexpr int titleWidth = 18;
+    const bool isFrame = group.kind == TableGroup::Kind::Frame;
+    // 179°59′59.999999″W, and three of them fit 80 columns; four factors of nine decimals do, too.
+    const int minWidth = isFrame ? 18 : 11;
+
+    QString labels(titleWidth, QLatin1Char(' '));
+    QString numbers = (tableGap + group.title).leftJustified(titleWidth);
+    for (const TableColumn &column : group.columns) {
+        QString label = column.label;
+        QString unit = column.unit;
+        if (isFrame) {
+            const positions::Column &component = positions::columns()[column.column.index];
+            unit = m_printer.unit(component);
+            if (isEllipsoidalHeight(component, position.geoidModel))
+                label.prepend(QLatin1String("ell. "));
+        }
+        if (!unit.isEmpty())
+            label += QLatin1String(" [") + unit + QLatin1Char(']');
+        const QString number = cell(column.column, position);
+        const int width = std::max({minWidth, label.size(), number.size()});
+        labels += tableGap + label.rightJustified(width);
+        numbers += tableGap + number.rightJustified(width);
     }
-    for (int i = 0; i < m_further.size(); ++i)
-        appendLine(bytes, gap + m_further.at(i) + QLatin1String(": ") + furtherText(position, i));
+    appendLine(bytes, labels);
+    appendLine(bytes, numbers);
 }
 
 } // namespace KelStd::cli

@@ -159,7 +159,7 @@ TEST(RecordRun, KeepsWhatFailedBelowTheHeaderOfTheSource)
     const QString file = directory.filePath(QStringLiteral("rejects"));
     cli::RejectsFile rejects;
     QString error;
-    ASSERT_TRUE(rejects.open(file, cli::Input(), QString(), error));
+    ASSERT_TRUE(rejects.open(file, cli::Input(), {}, error));
     EXPECT_EQ(runOf(ListSource({{}, 1.0, -1.0}), &rejects).status, ExitStatus::SomeFailed);
     QFile written(file);
     ASSERT_TRUE(written.open(QIODevice::ReadOnly));

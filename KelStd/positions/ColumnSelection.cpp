@@ -1,0 +1,76 @@
+#include <KelStd/positions/ColumnSelection.h>
+
+#include <KelStd/positions/FactorColumns.h>
+
+#include <algorithm>
+
+namespace KelStd::positions {
+
+namespace {
+
+QString frameNames()
+{
+    QStringList names;
+    for (const FrameRow &row : frames())
+        names += QString::fromLatin1(row.option);
+    return names.join(QLatin1String(", "));
+}
+
+/// The words of a list, each of them once.
+bool readWords(const QString &list, QStringList &words, QString &mistake)
+{
+    for (const QString &each : list.split(QLatin1Char(','))) {
+        const QString word = each.trimmed();
+        if (word.isEmpty()) {
+            mistake = QStringLiteral("a name is missing in '%1'").arg(list);
+            return false;
+        }
+        if (words.contains(word)) {
+            mistake = QStringLiteral("'%1' is named twice").arg(word);
+            return false;
+        }
+        words += word;
+    }
+    return true;
+}
+
+} // namespace
+
+bool ColumnSelection::mayHaveFactors() const
+{
+    const auto &factors = factorColumns();
+    return fields.isEmpty() ? hasFactors
+                            : std::any_of(factors.begin(), factors.end(), [this](const auto &row) {
+                                  return fields.contains(nameOf(row))
+                                         || fields.contains(QLatin1String(row.csvName));
+                              });
+}
+
+bool readFrames(const QString &list, std::vector<Frame> &frames, QString &mistake)
+{
+    QStringList words;
+    if (!readWords(list, words, mistake))
+        return false;
+    std::vector<Frame> found;
+    for (const QString &word : words) {
+        const FrameRow *row = findFrame(word);
+        if (row == nullptr) {
+            mistake = QStringLiteral("'%1' is no frame; there are %2").arg(word, frameNames());
+            return false;
+        }
+        found.push_back(row->frame);
+    }
+    frames = found;
+    return true;
+}
+
+bool readFields(const QString &list, QStringList &fields, QString &mistake)
+{
+    QStringList words;
+    if (!readWords(list, words, mistake))
+        return false;
+    fields = words;
+    return true;
+}
+
+} // namespace KelStd::positions
