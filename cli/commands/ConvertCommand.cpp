@@ -30,17 +30,33 @@ namespace KelStd::cli {
 
 namespace {
 
-/// What the lines of the input hold. Lengths of the plane are in the unit of --length-unit, as they
-/// are printed; of the other frames only the output is, whose heights stand beside degrees. Without
-/// the option northing and easting are in the `planeUnit` where there is one.
+/// What the lines of the input hold, where their headings do not say another unit: lengths in the
+/// unit of --length-unit, as they are printed. Without the option northing and easting are in the
+/// `planeUnit` where there is one.
 positions::InputForm inputForm(positions::Frame frame, const DisplayOptions &display,
                                const std::optional<positions::PlaneUnit> &planeUnit)
 {
-    const bool hasUnit = frame == positions::Frame::LocalProjected && display.lengthUnit != nullptr;
+    const bool hasUnit = display.lengthUnit != nullptr;
     positions::InputForm form(frame, positions::InputHeight::OfFrame,
                               hasUnit ? display.lengthUnit->unit : Unit_Meter);
+    form.hasLengthUnit = hasUnit;
     form.planeUnit = planeUnit;
     return form;
+}
+
+/// The height of positions without one: that of --height, or 0. Above what it is taken is always
+/// said of the latter, and of the former where there are two kinds of heights.
+positions::MissingHeight missingHeight(const ConvertOptions &options, const QString &geoidModel)
+{
+    const bool isProjected = options.frame->frame == positions::Frame::LocalProjected;
+    positions::MissingHeight height;
+    height.isGiven = options.height.has_value();
+    height.metres = options.height.value_or(0.0);
+    if (!height.isGiven || !geoidModel.isEmpty()) {
+        height.above = QStringLiteral("the ")
+                       + positions::heightReference(isProjected ? geoidModel : QString());
+    }
+    return height;
 }
 
 /// The unit of northing and easting that is the system's own, unless --length-unit overrules it.
@@ -124,8 +140,9 @@ void configure(ConvertOptions &options, const CommandLine &line, Console &consol
 
 ExitStatus runConvert(const QStringList &arguments, Console &console)
 {
+    constexpr int maxOperands = 1000;
     CommandLine line = convertCommandLine();
-    if (const auto status = line.parse(arguments, console, 1))
+    if (const auto status = line.parse(arguments, console, maxOperands))
         return *status;
     PositionInput input(PositionInput::Columns::MayBePicked);
     QString reason;
@@ -134,6 +151,11 @@ ExitStatus runConvert(const QStringList &arguments, Console &console)
         return line.refuse(reason, console);
     if (!input.open(line, console))
         return ExitStatus::Usage;
+    if (!options->rejects.isEmpty() && input.inputs().size() > 1) {
+        return line.refuse(QStringLiteral("--rejects is for one input: lines of several have "
+                                          "several orders"),
+                           console);
+    }
 
     const auto system = readChosenSystem(options->system, line, console);
     if (!system)
@@ -149,7 +171,7 @@ ExitStatus runConvert(const QStringList &arguments, Console &console)
     for (const QString &note : location::notesOn(coord))
         console.report(QStringLiteral("note: %1").arg(note));
     const auto planeUnit = planeUnitOf(system->origin, options->display, console);
-    const positions::InputForm form = inputForm(options->frame->frame, options->display, planeUnit);
+    positions::InputForm form = inputForm(options->frame->frame, options->display, planeUnit);
     configure(*options, line, console);
     const auto output = options->form->isConfigured ? positions::ValuePrinter::Output::Table
                                                     : positions::ValuePrinter::Output::Csv;
@@ -165,11 +187,12 @@ ExitStatus runConvert(const QStringList &arguments, Console &console)
         return ExitStatus::Environment;
     }
     const QString geoidModel = usableGeoidModel(coord, console);
+    form.missingHeight = missingHeight(*options, geoidModel);
     const int width = console.isTerminal() ? streams::terminalWidth(streams::standardOutput) : 0;
     const auto writer = options->form->makeWriter(
         {options->display, planeUnit, geoidModel, options->hasHeader, width});
     LocationJob job(coord, system->origin, geoidModel, *options->frame, *writer);
-    PositionRun run(input.input(), input.parser(form), job, console);
+    PositionRun run(input.inputs(), input.parser(form), job, console);
     run.setThreads(options->threads);
     if (rejects.isOpen())
         run.setRejects(rejects);

@@ -25,7 +25,8 @@ struct ConvertOptions
     bool hasHeader = true;
     DisplayOptions display;
     std::size_t threads = 1;
-    QString rejects; ///< the file's name; empty for none
+    QString rejects;              ///< the file's name; empty for none
+    std::optional<double> height; ///< of positions that have none [m]
 };
 
 /// Nothing, with the `mistake`, when the options cannot be followed.

@@ -14,8 +14,16 @@ BlockResult BlockWork::operator()(const LineBlock &block)
         const bool knewOrder = m_parser.knowsOrder();
         const positions::PositionParser::Result read =
             m_parser.parse(cursor.line(), cursor.lineNumber());
-        if (!knewOrder && m_parser.knowsOrder())
-            m_heading = m_job.begin({m_parser.hasNames(), m_parser.carriedHeadings(), {}});
+        if (!knewOrder && m_parser.knowsOrder()) {
+            const QString mistake = begin();
+            if (!mistake.isEmpty()) {
+                result.messages.push_back({result.output.size(), cursor.lineNumber(), mistake});
+                result.hasBadHeader = true;
+                break;
+            }
+        }
+        if (m_parser.isInWindows1252() && result.firstInWindows1252 == 0)
+            result.firstInWindows1252 = cursor.lineNumber();
         switch (read) {
         case positions::PositionParser::Result::Nothing: break;
         case positions::PositionParser::Result::Position:
@@ -41,8 +49,36 @@ BlockResult BlockWork::finish()
     result.hasBadHeader = !m_parser.finish();
     if (result.hasBadHeader)
         result.messages.push_back({0, m_parser.reasonLine(), m_parser.reason()});
-    m_heading = m_job.begin({m_parser.hasNames(), m_parser.carriedHeadings(), {}});
+    // An input without any line has no columns that others would have to have.
+    if (m_parser.knowsOrder())
+        begin();
+    else if (!m_columns)
+        m_heading = m_job.begin({});
     return result;
+}
+
+/// Lets the job begin with the first input's columns; empty, or why a later one cannot be taken.
+QString BlockWork::begin()
+{
+    const positions::InputColumns columns{m_parser.hasNames(), m_parser.carriedHeadings(), {}};
+    if (!m_columns) {
+        m_columns = columns;
+        m_heading = m_job.begin(columns);
+        return {};
+    }
+    const auto listed = [](const QStringList &headings) {
+        return headings.isEmpty() ? QStringLiteral("none") : headings.join(QLatin1String(", "));
+    };
+    if (columns.carried != m_columns->carried) {
+        return QStringLiteral(
+                   "the inputs before have other columns besides the positions (%1) than "
+                   "this one (%2); put them through one by one")
+            .arg(listed(m_columns->carried), listed(columns.carried));
+    }
+    return columns.hasNames && !m_columns->hasNames
+               ? QStringLiteral("the inputs before have no names of points, as this one has; put "
+                                "them through one by one")
+               : QString();
 }
 
 } // namespace KelStd::cli
