@@ -16,10 +16,8 @@ struct Translation
 };
 
 constexpr Translation translations[] = {
-    {u"rechtswert rechts ostwert ost sa\u011Fa_de\u011Fer saga_deger sa\u011Fa", "easting"},
-    {u"hochwert hoch nordwert nord yukar\u0131_de\u011Fer yukari_de\u011Fer yukari_deger "
-     u"yukar\u0131",
-     "northing"},
+    {u"rechtswert ostwert sa\u011Fa_de\u011Fer saga_deger", "easting"},
+    {u"hochwert nordwert yukar\u0131_de\u011Fer yukari_de\u011Fer yukari_deger", "northing"},
     {u"l\u00E4nge laenge l\u00E4ngengrad laengengrad geographische_l\u00E4nge "
      u"geographische_laenge geogr_l\u00E4nge boylam",
      "longitude"},
