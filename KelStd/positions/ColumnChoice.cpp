@@ -14,9 +14,9 @@ std::optional<ColumnChoice> ColumnChoice::from(const QString &list, QString &mis
     for (const QString &column : list.split(QLatin1Char(',')))
         choice.m_columns += column.trimmed();
     const int count = choice.m_columns.size();
-    if (count != componentsPerFrame && count != componentsPerFrame + 1) {
+    if (count < componentsPerFrame - 1 || count > componentsPerFrame + 1) {
         mistake = QStringLiteral("%1 '%2' has %3 columns; there are three, or four with that "
-                                 "of the point name first")
+                                 "of the point name first, or two without a height")
                       .arg(words.columns, list, QString::number(count));
         return std::nullopt;
     }

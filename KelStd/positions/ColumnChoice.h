@@ -11,9 +11,10 @@
 namespace KelStd::positions {
 
 /// Which columns of an input are read: those of the three components of the frame in its order,
-/// after that of the point name when there are four. Each is a heading of the input or the number
-/// of a column, from 1. The other columns are carried through. A choice may be
-/// read on several threads at the same time.
+/// after that of the point name when there are four. Two are those of positions without heights;
+/// so are three, after that of the name, where the form says that there are no heights. Each is a
+/// heading of the input or the number of a column, from 1. The other columns are carried through. A
+/// choice may be read on several threads at the same time.
 class KELSTD_EXPORT ColumnChoice
 {
 public:

@@ -47,8 +47,8 @@ const std::array<Column, columnCount> columnRows = {{
      anyLength, planeWidth, &L::get_NEH_N},
     {Frame::LocalProjected, 1, ValueType_Y, "easting", "local_easting", "easting east e", "m",
      anyLength, planeWidth, &L::get_NEH_E},
-    {Frame::LocalProjected, 2, ValueType_ElevationHeight, "height", "local_height", "height h", "m",
-     anyLength, heightWidth, &L::get_NEH_H},
+    {Frame::LocalProjected, 2, ValueType_ElevationHeight, "height", "local_height",
+     "height h elevation", "m", anyLength, heightWidth, &L::get_NEH_H},
 }};
 
 Pos fromNorthEastHeight(double northing, double easting, double height)

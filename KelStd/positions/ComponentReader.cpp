@@ -1,7 +1,9 @@
 #include <KelStd/positions/ComponentReader.h>
 
+#include <KelStd/positions/AnglesInUnits.h>
 #include <KelStd/positions/LineDoubts.h>
 #include <KelStd/positions/OrderDoubts.h>
+#include <KelStd/positions/ReadUnits.h>
 #include <KelStd/positions/UnitDoubts.h>
 #include <KelStd/text/DoubtfulZeros.h>
 #include <KelStd/text/TypedAngle.h>
@@ -27,28 +29,41 @@ bool mayHaveMinutes(const PlainLine &line, const FieldOrder &order, int field)
 
 } // namespace
 
-ComponentReader::ComponentReader(const InputForm &form) : m_form(form)
+void ComponentReader::follow(const FieldOrder &order)
 {
-    for (int i = 0; i < componentsPerFrame; ++i)
-        m_metresPerUnit[static_cast<std::size_t>(i)] = form.metresPerUnit(i);
+    m_hasOtherAngles = false;
+    m_isInMetres = true;
+    for (int i = 0; i < componentsPerFrame; ++i) {
+        const auto index = static_cast<std::size_t>(i);
+        m_measures[index] = measureOf(m_form, order, i);
+        m_isInMetres = m_isInMetres
+                       && (isAngle(columnOf(m_form.frame, i))
+                           || isReadIn(m_form, order, i, *unitNamed(QStringLiteral("m"))));
+        m_hasOtherAngles =
+            m_hasOtherAngles || (isAngle(columnOf(m_form.frame, i)) && order.otherUnits[index]);
+    }
 }
 
 bool ComponentReader::readPlain(const PlainLine &line, const FieldOrder &order,
                                 Components &components) const
 {
-    for (int i = 0; i < componentsPerFrame; ++i) {
+    if (m_hasOtherAngles)
+        return false;
+    for (int i = 0; i < order.countComponents(); ++i) {
         const auto index = static_cast<std::size_t>(i);
         const Column &column = columnOf(m_form.frame, i);
         double &value = components[index];
         value = line.component(i);
         if (!isAngle(column))
-            value *= m_metresPerUnit[index];
+            value *= m_measures[index];
         else if (hasDoubtfulZeros(line.field(order.components[index]))
                  || mayHaveMinutes(line, order, order.components[index]))
             return false;
         if (!(std::abs(value) <= column.limit))
             return false;
     }
+    if (!order.hasHeight())
+        components.back() = m_form.missingHeight->metres;
     return mayBeHeight(components.back(), m_form.frame, order);
 }
 
@@ -61,15 +76,17 @@ QString ComponentReader::read(const SplitLine &line, const FieldOrder &order,
     const auto mark = decimalMarkOf(line, order, m_form.frame, mistake);
     if (!mark)
         return mistake;
-    for (int i = 0; i < componentsPerFrame; ++i) {
+    for (int i = 0; i < order.countComponents(); ++i) {
         const auto index = static_cast<std::size_t>(i);
         const QString &field = line.fields.at(order.components[index]);
-        const QString reason = readComponent(i, field, *mark, components[index]);
+        const QString reason = readComponent(i, field, *mark, order, components[index]);
         if (!reason.isEmpty()) {
             return QString::fromLatin1(columnOf(m_form.frame, i).label) + QLatin1Char(' ') + reason;
         }
     }
-    if (!mayBeHeight(components.back(), m_form.frame, order))
+    if (!order.hasHeight())
+        components.back() = m_form.missingHeight->metres;
+    else if (!mayBeHeight(components.back(), m_form.frame, order))
         return heightDoubt(line.fields.at(order.components.back()), m_form);
     return {};
 }
@@ -91,20 +108,28 @@ QString ComponentReader::doubtOf(const SplitLine &line, const FieldOrder &order)
 
 /// Empty, or why the field is no value of the component.
 QString ComponentReader::readComponent(int component, const QString &field, DecimalMark mark,
-                                       double &value) const
+                                       const FieldOrder &order, double &value) const
 {
     const Column &column = columnOf(m_form.frame, component);
     const AngleSense sense =
         column.valueType == ValueType_Longitude ? AngleSense::Longitude : AngleSense::Latitude;
+    const NamedUnit *unit = order.otherUnits[static_cast<std::size_t>(component)];
     TypedValueFailure failure;
-    const auto number = isAngle(column) ? readTypedAngle(field, sense, mark, failure)
-                                        : readNumber(field, mark, failure);
+    const auto number = !isAngle(column)  ? readNumber(field, mark, failure)
+                        : unit != nullptr ? readAngleInUnit(field, sense, mark, *unit, failure)
+                                          : readTypedAngle(field, sense, mark, failure);
     if (!number)
         return failure.text;
-    const double inMetresOrDegrees =
-        isAngle(column) ? *number : *number * m_metresPerUnit[static_cast<std::size_t>(component)];
-    if (!(std::abs(inMetresOrDegrees) <= column.limit))
-        return QStringLiteral("%1 is not between -%2 and %2").arg(field).arg(column.limit);
+    const double inMetresOrDegrees = isAngle(column) && unit == nullptr
+                                         ? *number
+                                         : *number * measureOf(m_form, order, component);
+    if (!(std::abs(inMetresOrDegrees) <= column.limit)) {
+        return unit == nullptr
+                   ? QStringLiteral("%1 is not between -%2 and %2").arg(field).arg(column.limit)
+                   : QStringLiteral("%1 is not between -%2 and %2 deg")
+                         .arg(field)
+                         .arg(column.limit);
+    }
     value = inMetresOrDegrees;
     return {};
 }

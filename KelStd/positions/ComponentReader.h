@@ -19,9 +19,16 @@ using Components = std::array<double, componentsPerFrame>;
 class ComponentReader
 {
 public:
-    explicit ComponentReader(const InputForm &form);
+    explicit ComponentReader(const InputForm &form) : m_form(form) {}
 
-    /// The short way; false where the line needs more care.
+    /// Prepares the short way for lines of that order.
+    void follow(const FieldOrder &order);
+
+    /// Whether all lengths of that order are in metres.
+    bool isInMetres() const { return m_isInMetres; }
+
+    /// The short way through lines of the order that is followed; false where the line needs more
+    /// care.
     bool readPlain(const PlainLine &line, const FieldOrder &order, Components &components) const;
 
     /// Empty, or why the line, which has as many fields as the order, is refused: it can be read in
@@ -31,10 +38,12 @@ public:
 private:
     QString doubtOf(const SplitLine &line, const FieldOrder &order) const;
     QString readComponent(int component, const QString &field, DecimalMark mark,
-                          double &value) const;
+                          const FieldOrder &order, double &value) const;
 
     InputForm m_form;
-    Components m_metresPerUnit{}; ///< of each component
+    Components m_measures{1.0, 1.0, 1.0}; ///< of one in the unit of each component [m], [deg]
+    bool m_isInMetres = false;
+    bool m_hasOtherAngles = false; ///< whether angles are not degrees
 };
 
 } // namespace KelStd::positions

@@ -9,36 +9,48 @@ namespace KelStd::positions {
 
 namespace {
 
-/// A control character other than the tabulator; `last` is the highest of those that count.
-bool isControl(QChar c, char16_t last)
+/// The characters of the bytes 0x80 to 0x9F; those of the others are their numbers. The bytes
+/// without a character stay control characters.
+constexpr char16_t windows1252[] = {
+    u'\u20AC', u'\u0081', u'\u201A', u'\u0192', u'\u201E', u'\u2026', u'\u2020', u'\u2021',
+    u'\u02C6', u'\u2030', u'\u0160', u'\u2039', u'\u0152', u'\u008D', u'\u017D', u'\u008F',
+    u'\u0090', u'\u2018', u'\u2019', u'\u201C', u'\u201D', u'\u2022', u'\u2013', u'\u2014',
+    u'\u02DC', u'\u2122', u'\u0161', u'\u203A', u'\u0153', u'\u009D', u'\u017E', u'\u0178'};
+constexpr ushort firstOfPage = 0x80;
+constexpr ushort lastOfPage = 0x9F;
+
+QString fromWindows1252(const QByteArray &bytes)
 {
-    return c.category() == QChar::Other_Control && c != QLatin1Char('\t') && c <= QChar(last);
+    QString text = QString::fromLatin1(bytes);
+    for (QChar &c : text) {
+        if (c.unicode() >= firstOfPage && c.unicode() <= lastOfPage)
+            c = QChar(windows1252[c.unicode() - firstOfPage]);
+    }
+    return text;
+}
+
+/// A control character other than the tabulator.
+bool isControl(QChar c)
+{
+    return c.category() == QChar::Other_Control && c != QLatin1Char('\t');
 }
 
 } // namespace
 
 DecodedLine decoded(const QByteArray &bytes)
 {
-    // Characters of the Windows code pages have the numbers of the upper control characters.
-    constexpr char16_t lastOfLatin1 = u'\u007F';
-    constexpr char16_t last = u'\u009F';
     QTextCodec::ConverterState state;
     DecodedLine line;
     line.text =
         QTextCodec::codecForName("UTF-8")->toUnicode(bytes.constData(), bytes.size(), &state);
-    const bool isUtf8 = state.invalidChars == 0 && state.remainingChars == 0;
-    if (!isUtf8) {
-        line.text = QString::fromLatin1(bytes);
-        line.flaw = QStringLiteral("the line is not UTF-8 text");
-    }
-    const auto isStranger = [isUtf8](QChar c) {
-        return isControl(c, isUtf8 ? last : lastOfLatin1);
-    };
-    if (std::any_of(line.text.cbegin(), line.text.cend(), isStranger)) {
+    line.isUtf8 = state.invalidChars == 0 && state.remainingChars == 0;
+    if (!line.isUtf8)
+        line.text = fromWindows1252(bytes);
+    if (std::any_of(line.text.cbegin(), line.text.cend(), isControl)) {
         line.flaw = QStringLiteral("the line holds control characters: it is not text");
         line.isText = false;
         line.text.remove(QChar(QChar::Null));
-        std::replace_if(line.text.begin(), line.text.end(), isStranger, QLatin1Char(' '));
+        std::replace_if(line.text.begin(), line.text.end(), isControl, QLatin1Char(' '));
     }
     return line;
 }

@@ -15,9 +15,11 @@ struct DecodedLine
     QString text;       ///< what can be made out, with blanks in place of control characters
     QString flaw;       ///< why the line cannot be read; empty when it can
     bool isText = true; ///< no control characters, which no list of positions has
+    bool isUtf8 = true; ///< else the bytes are taken for Windows-1252
 };
 
-/// Reads UTF-8. Bytes that are not UTF-8 are read as Latin-1, and the result has a `flaw`.
+/// Reads UTF-8. A line that is not UTF-8 is read as Windows-1252, of which Latin-1 is a part: the
+/// signs of angles and the digits are the same in all code pages of Windows for Latin letters.
 DecodedLine decoded(const QByteArray &bytes);
 
 /// Whether the bytes are text in UTF-16: at the beginning of an input by its byte-order mark,

@@ -1,5 +1,6 @@
 #include <KelStd/positions/Headings.h>
 
+#include <KelStd/positions/ForeignHeadings.h>
 #include <KelStd/positions/ReadComponents.h>
 #include <KelStd/text/AngleSigns.h>
 #include <KelStd/text/TypedNumber.h>
@@ -132,6 +133,9 @@ QString normalisedHeading(const QString &heading)
 {
     QString word;
     for (const QChar c : heading.toLower()) {
+        constexpr char16_t dotAbove = u'\u0307'; // of a Turkish capital I in small letters
+        if (c == QChar(dotAbove))
+            continue;
         if (c.isLetterOrNumber())
             word += c;
         else if (!word.isEmpty() && !word.endsWith(underscore))
@@ -155,6 +159,7 @@ Heading headingOf(const QString &text)
         heading.unit = unitBySign(text);
     heading.word = heading.whole;
     heading.frame = takeFrame(heading.word);
+    heading.word = englishHeading(heading.word);
     return heading;
 }
 
@@ -208,6 +213,19 @@ bool isOfOutput(const Heading &heading)
     return isNameOfAColumn(heading.whole) || others.contains(heading.whole);
 }
 
+bool isOfLocations(const Heading &heading)
+{
+    return isNameOfAColumn(heading.whole)
+           || heading.whole == QLatin1String("local_height_reference");
+}
+
+bool speaksOfHeight(const Heading &heading)
+{
+    static const QRegularExpression camelCase(QStringLiteral("(?<=[a-z])(?=[A-Z])"));
+    QString text = heading.text;
+    return speaksOfHeight(normalisedHeading(text.replace(camelCase, QStringLiteral("_"))));
+}
+
 bool isNamedBy(const InputForm &form, int component, const Heading &heading)
 {
     const Column column = inputColumn(form, component);
@@ -233,18 +251,19 @@ QString lengthUnitHint(const InputForm &form, const NamedUnit &unit)
     const QString symbol = unitSymbol(unit.unit);
     // Programs need not offer the millimetre, in which nobody measures a plane.
     const bool isOffered = !symbol.isEmpty() && unit.unit != Unit_MilliMeter;
-    return form.frame == Frame::LocalProjected && isOffered
+    return form.height == InputHeight::OfFrame && isOffered
                ? QStringLiteral("; %1 %2 reads and prints lengths in it")
                      .arg(form.words.lengthUnit, symbol)
                : QString();
 }
 
-QString unitMistake(const InputForm &form, int component, const Heading &heading)
+QString unitMistake(const InputForm &form, int component, const Heading &heading,
+                    const QString &readUnit)
 {
     const bool isLength = !isAngle(columnOf(form.frame, component));
     return QStringLiteral("%1 is in %2, but %3 is read in %4%5")
         .arg(quoted(heading.text), QLatin1String(heading.unit->symbol),
-             QLatin1String(columnOf(form.frame, component).label), form.unitText(component),
+             QLatin1String(columnOf(form.frame, component).label), readUnit,
              isLength ? lengthUnitHint(form, *heading.unit) : QString());
 }
 

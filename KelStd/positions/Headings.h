@@ -38,21 +38,29 @@ bool isKnown(const Heading &heading);
 /// Whether the heading is one of those that the program prints itself.
 bool isOfOutput(const Heading &heading);
 
+/// Whether the heading is one of a list of locations: one of a frame's components, or what says of
+/// the height.
+bool isOfLocations(const Heading &heading);
+
+/// Whether the heading speaks of some height, known or not.
+bool speaksOfHeight(const Heading &heading);
+
 /// Whether the heading names the component, whatever unit it names.
 bool isNamedBy(const InputForm &form, int component, const Heading &heading);
 
 /// Whether the component is read in the unit.
 bool isInputUnit(const InputForm &form, int component, const NamedUnit &unit);
 
-/// "; the unit us-ft reads and prints lengths in it", in the plane; empty
-/// elsewhere, and for a unit that programs need not offer.
+/// "; the unit us-ft reads and prints lengths in it"; empty where no unit can be chosen, and for a
+/// unit that programs need not offer.
 QString lengthUnitHint(const InputForm &form, const NamedUnit &unit);
 
 /// Whether the heading names no unit, or the one in which the component is read.
 bool hasInputUnit(const InputForm &form, int component, const Heading &heading);
 
-/// "\"h_ft\" is in ft, and heights are read in m": of a heading without that unit.
-QString unitMistake(const InputForm &form, int component, const Heading &heading);
+/// "\"h_ft\" is in ft, but height is read in m": of a heading without that unit.
+QString unitMistake(const InputForm &form, int component, const Heading &heading,
+                    const QString &readUnit);
 
 /// The words for a component, without units, the best first.
 QStringList wordsFor(const InputForm &form, int component);

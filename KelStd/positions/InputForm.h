@@ -19,6 +19,15 @@ enum class InputHeight
     AboveGeoid      ///< of geographic positions, where the user does not choose the frame
 };
 
+/// The height of positions whose lines have none: two numbers a line.
+struct MissingHeight
+{
+    double metres = 0.0;
+    bool isGiven =
+        false;     ///< by the user, so that lines have none; else it is taken where one lacks
+    QString above; ///< "the ellipsoid": what it is measured from, for the note
+};
+
 /// What messages call the settings that remove a mistake, so that they name what the user of a
 /// program knows: its options, or the parts of its window. Each stands alone or before a value, as
 /// in "skipping 3 passes over the first 3 lines".
@@ -28,10 +37,11 @@ struct InputWords
     QString skip = QStringLiteral("skipping");       ///< of `PositionParser::setSkippedLines`
     QString frame = QStringLiteral("the frame");     ///< of `InputForm::frame`
     QString lengthUnit = QStringLiteral("the unit"); ///< of `InputForm::lengthUnit`
+    QString height = QStringLiteral("the height");   ///< of `InputForm::missingHeight`
 };
 
-/// What the three components of an input are, and in which unit its lengths are measured. Angles
-/// are degrees.
+/// What the three components of an input are, and in which unit its lengths are measured where
+/// neither headings nor a line of units name one. Angles without a named unit are degrees.
 struct KELSTD_EXPORT InputForm
 {
     InputForm(Frame inputFrame, InputHeight inputHeight = InputHeight::OfFrame,
@@ -45,10 +55,21 @@ struct KELSTD_EXPORT InputForm
     /// What one of that unit measures [m]; 1 for an angle.
     double metresPerUnit(int component) const;
 
+    /// Whether the user has said the unit of lengths.
+    bool isLengthUnitSaid() const { return hasLengthUnit || lengthUnit != Unit_Meter; }
+
+    /// Whether lines may have two components, without a height: not those of cartesian positions.
+    bool mayLackHeight() const { return missingHeight && frame != Frame::Wgs84Cartesian; }
+
+    /// Whether the user has said that the lines have no heights.
+    bool lacksHeight() const { return mayLackHeight() && missingHeight->isGiven; }
+
     Frame frame;
     InputHeight height;
     EUnit lengthUnit; ///< of every length of the input, one that `lengthUnits` has
     std::optional<PlaneUnit> planeUnit; ///< of northing and easting, where it is another one
+    bool hasLengthUnit = false;         ///< whether the user has chosen the unit, the metre even
+    std::optional<MissingHeight> missingHeight; ///< nothing: a line without a height is refused
     InputWords words;
 };
 

@@ -1,5 +1,6 @@
 #include <KelStd/positions/DecodedLine.h>
 #include <KelStd/positions/LineShape.h>
+#include <KelStd/positions/OrderDoubts.h>
 #include <KelStd/positions/OtherHeadings.h>
 #include <KelStd/positions/PositionReading.h>
 
@@ -11,16 +12,29 @@ PositionParser::Result PositionParser::Reading::takeLater(const TextLine &line)
 {
     const Result result = readFields(line.split, *m_order);
     if (result == Result::Position)
-        return result;
+        return m_waitsForPosition ? takeFirstBelowHeadings(line.split) : result;
     const HeadingsFound found = m_search.headingsIn(line.split, false);
     if (found.kind != HeadingsFound::Kind::None)
         return takeLaterHeadings(found);
-    if (const auto units = takeLaterUnits(line.split, QString()))
+    if (const auto units = takeLaterUnits(line, QString()))
         return *units;
     const std::string_view headerLine(m_headerLine.constData(),
                                       static_cast<std::size_t>(m_headerLine.size()));
-    return mayBeOtherHeadings(line.split) && line.bytes != headerLine ? takeOtherHeadings()
-                                                                      : result;
+    if (mayBeOtherHeadings(line.split) && line.bytes != headerLine)
+        return takeOtherHeadings();
+    m_mayTakeUnits = false; // what was reported was read in the units before
+    return result;
+}
+
+/// The first position below headings, which may show that they do not say all.
+PositionParser::Result PositionParser::Reading::takeFirstBelowHeadings(const SplitLine &line)
+{
+    const QString height = heightBehind(line, *m_order, m_form);
+    if (!height.isEmpty())
+        return badHeader({m_lineNumber, height});
+    m_waitsForPosition = false;
+    m_mayTakeUnits = false;
+    return Result::Position;
 }
 
 PositionParser::Result PositionParser::Reading::takeLaterRemark(const TextLine &line,
@@ -28,7 +42,7 @@ PositionParser::Result PositionParser::Reading::takeLaterRemark(const TextLine &
 {
     if (found.kind != HeadingsFound::Kind::None)
         return takeLaterHeadings(found);
-    if (const auto units = takeLaterUnits(line.split, line.text))
+    if (const auto units = takeLaterUnits(line, line.text))
         return *units;
     if (m_search.contradictsAsHeadings(line.text, line.split, *m_order)) {
         return badHeader(
@@ -47,12 +61,12 @@ PositionParser::Result PositionParser::Reading::takeDamagedLater(const TextLine 
     if (found.kind == HeadingsFound::Kind::None) {
         if (!line.isSplit)
             return bad(line.flaw);
-        if (const auto units = takeLaterUnits(line.split, QString()))
+        if (const auto units = takeLaterUnits(line, QString()))
             return *units;
         return mayBeOtherHeadings(line.split) ? takeOtherHeadings() : bad(line.flaw);
     }
     // Columns that are carried through keep their headings, which are damaged.
-    if (line.isSplit && !m_choice && found.kind == HeadingsFound::Kind::Order)
+    if (line.isSplit && found.kind == HeadingsFound::Kind::Order && found.order.carried.empty())
         return takeLaterHeadings(found);
     return badHeader(
         {m_lineNumber, QStringLiteral("the header cannot be read: %1").arg(line.flaw)});
@@ -60,15 +74,22 @@ PositionParser::Result PositionParser::Reading::takeDamagedLater(const TextLine 
 
 /// A line of units is passed over when positions are read in these units. No result for another
 /// line, unless its remark `text` names units that contradict.
-std::optional<PositionParser::Result> PositionParser::Reading::takeLaterUnits(const SplitLine &line,
+std::optional<PositionParser::Result> PositionParser::Reading::takeLaterUnits(const TextLine &line,
                                                                               const QString &text)
 {
     bool isUnits = false;
-    const QString mistake = m_search.unitsAgainst(text, line, *m_order, isUnits);
+    const QString mistake = m_mayTakeUnits
+                                ? m_search.takeUnits(text, line.split, *m_order, isUnits)
+                                : m_search.unitsAgainst(text, line.split, *m_order, isUnits);
     if (mistake.isEmpty() && !isUnits)
         return std::nullopt;
     if (!mistake.isEmpty())
         return badHeader({m_lineNumber, mistake});
+    if (m_mayTakeUnits) {
+        m_components.follow(*m_order);
+        m_unitLines.append(line.bytes.data(), static_cast<int>(line.bytes.size()));
+        m_unitLines += '\n';
+    }
     m_reason.clear();
     return Result::Nothing;
 }

@@ -68,7 +68,7 @@ QString commasBesideBlanks(const SplitLine &line, const FieldOrder &order)
 {
     static const QRegularExpression twoNumbers(QStringLiteral("\\A[-+0-9.]+\\s+[-+0-9.]+\\z"));
     QStringList found;
-    for (const int field : order.components) {
+    for (const int field : order.componentFields()) {
         if (twoNumbers.match(line.fields.at(field)).hasMatch())
             found += line.fields.at(field);
     }
@@ -77,6 +77,15 @@ QString commasBesideBlanks(const SplitLine &line, const FieldOrder &order)
     return QStringLiteral("the commas separate the fields, and %1 is not a number; where commas "
                           "mark decimals, write semicolons between the fields")
         .arg(quoted(found.first()));
+}
+
+/// Whether a component between commas is set in quotation marks because it has a comma itself.
+bool hasQuotedComma(const SplitLine &line, const FieldOrder &order)
+{
+    const ComponentFields fields = order.componentFields();
+    return std::any_of(fields.begin(), fields.end(), [&line](int field) {
+        return line.isQuoted.at(field) && line.fields.at(field).contains(comma);
+    });
 }
 
 bool isPlainNumber(const QString &field)
@@ -91,17 +100,18 @@ bool isPlainNumber(const QString &field)
 std::optional<DecimalMark> decimalMarkOf(const SplitLine &line, const FieldOrder &order,
                                          Frame frame, QString &mistake)
 {
-    if (line.separator == comma) {
+    if (line.separator == comma && !hasQuotedComma(line, order)) {
         mistake = commasBesideBlanks(line, order);
         return mistake.isEmpty() ? std::optional(DecimalMark::Point) : std::nullopt;
     }
-    if (line.separator != QLatin1Char(';') && line.separator != QLatin1Char('\t'))
+    if (line.separator != comma && line.separator != QLatin1Char(';')
+        && line.separator != QLatin1Char('\t'))
         return DecimalMark::Point;
 
     const QString *withComma = nullptr;
     const QString *withPoint = nullptr;
     bool isSure = false;
-    for (int i = 0; i < componentsPerFrame; ++i) {
+    for (int i = 0; i < order.countComponents(); ++i) {
         const QString &field = line.fields.at(order.components[static_cast<std::size_t>(i)]);
         if (field.contains(QLatin1Char('.')))
             withPoint = &field;

@@ -43,7 +43,8 @@ bool holdsTypedValue(const SplitLine &line)
 /// cannot be read.
 bool isAttempt(const SplitLine &line, const FieldOrder &order)
 {
-    return std::all_of(order.components.begin(), order.components.end(),
+    const ComponentFields fields = order.componentFields();
+    return std::all_of(fields.begin(), fields.end(),
                        [&line](int field) { return isValue(line.fields.at(field)); });
 }
 
@@ -107,7 +108,7 @@ PositionParser::Result PositionParser::Reading::takeOpening(const TextLine &line
         return badHeader({m_lineNumber, found.mistake});
     if (found.kind == HeadingsFound::Kind::Order)
         return takeSureHeadings(found.order, line.bytes);
-    if (m_search.keepUnits(QString(), line.split, m_lineNumber))
+    if (m_search.keepUnits(QString(), line, m_lineNumber))
         return Result::Nothing;
     return holdsNumber(line.split) || holdsTypedValue(line.split)
                ? takeOpeningValues(line, found.mistake)
@@ -169,8 +170,10 @@ PositionParser::Result PositionParser::Reading::takeOpeningRemark(const TextLine
             return badHeader(mistake);
         return Result::Nothing;
     }
-    if (m_search.keepUnits(line.text, line.split, m_lineNumber))
+    if (m_search.keepUnits(line.text, line, m_lineNumber))
         return Result::Nothing;
+    if (found.isRemarkWithoutHeight)
+        m_search.keepWithoutHeight({found.order, m_lineNumber, copyOf(line.bytes), true});
     m_search.keepRemark(line.text, line.split, m_lineNumber);
     return line.flaw.isEmpty() ? Result::Nothing : bad(line.flaw);
 }
@@ -181,10 +184,10 @@ PositionParser::Result PositionParser::Reading::takeDamagedOpening(const TextLin
 {
     const HeadingsFound found = m_search.headingsIn(line.split, false);
     const bool isHeadings = found.kind != HeadingsFound::Kind::None;
-    if (line.isSplit && !isHeadings && m_search.keepUnits(QString(), line.split, m_lineNumber))
+    if (line.isSplit && !isHeadings && m_search.keepUnits(QString(), line, m_lineNumber))
         return Result::Nothing;
     // Columns that are carried through keep their headings, which are damaged.
-    if (line.isSplit && !m_choice && found.kind == HeadingsFound::Kind::Order)
+    if (line.isSplit && found.kind == HeadingsFound::Kind::Order && found.order.carried.empty())
         return takeSureHeadings(found.order, line.bytes);
     const QString reason = isHeadings || !holdsNumber(line.split)
                                ? QStringLiteral("the header cannot be read: %1").arg(line.flaw)
@@ -210,21 +213,23 @@ PositionParser::Result PositionParser::Reading::takeOther(const QString &reason)
 PositionParser::Result PositionParser::Reading::takeOther(const TextLine &line,
                                                           const QString &reason)
 {
-    m_search.keepUnits(line.text, line.split, m_lineNumber);
+    m_search.keepUnits(line.text, line, m_lineNumber);
     return takeOther(reason);
 }
 
 /// The first position, in an order that is not yet decided; Nothing, with the reason, when the line
 /// is none.
 PositionParser::Result PositionParser::Reading::takeFirstPosition(const SplitLine &line,
-                                                                  const FieldOrder &order)
+                                                                  const FieldOrder &found)
 {
+    FieldOrder order = found;
+    const LineMistake mistake = m_search.settle(order);
     Result result = readFields(line, order);
     if (result == Result::BadLine && !isAttempt(line, order))
         return Result::Nothing;
-    const LineMistake mistake = m_search.mistakeOf(order);
     if (mistake.isThere())
         return badHeader(mistake);
+    const HeadingsLine *headings = m_search.headingsOf(order);
     // Numbers of points are whole ones.
     if (result == Result::Position && !order.doubtfulFirst.isEmpty()
         && isOtherNumber(line.fields.first())) {
@@ -233,30 +238,25 @@ PositionParser::Result PositionParser::Reading::takeFirstPosition(const SplitLin
              QStringLiteral("%1 stands where line %2 has %3, which may be a word of the remark and "
                             "head no column; say the order with a line of headings")
                  .arg(quoted(line.fields.first()))
-                 .arg(m_search.headings()->line)
+                 .arg(headings->line)
                  .arg(quoted(order.doubtfulFirst))});
     }
+    const QString height = heightBehind(line, order, m_form);
+    if (!height.isEmpty())
+        return badHeader({m_lineNumber, height});
     if (result == Result::Position && order.isPlain) {
-        const QString doubt = orderDoubt(line, order, m_form);
+        const QString doubt = doubtOnOrder(line, order);
         if (!doubt.isEmpty())
             result = bad(doubt);
-        const qint64 failed = m_search.numberedFailure();
-        if (failed > 0 && order.name < 0)
-            result = bad(QStringLiteral("%1 found; line %2, which cannot be read, has %3")
-                             .arg(fieldCount(order.fields))
-                             .arg(failed)
-                             .arg(order.fields + 1));
     }
     if (result == Result::BadLine) {
         m_search.keepFailed(line, m_lineNumber);
         return result;
     }
-    const auto &headings = m_search.headings();
-    if (headings)
-        decide(headings->order, headings->line, headings->bytes);
-    else
-        decide(order, m_lineNumber, {});
-    const auto &components = m_order->components;
+    decide(order, headings != nullptr ? headings->line : m_lineNumber,
+           headings != nullptr ? headings->bytes : QByteArray());
+    m_unitLines = m_search.linesOfUnits();
+    const ComponentFields components = m_order->componentFields();
     m_isUnlikeWholeNumbers =
         m_order->isPlain && m_order->name >= 0 && !isWhole(m_name)
         && std::any_of(components.begin(), components.end(), [&line](int field) {
@@ -265,16 +265,38 @@ PositionParser::Result PositionParser::Reading::takeFirstPosition(const SplitLin
     return result;
 }
 
-PositionParser::Result PositionParser::Reading::takeSureHeadings(const FieldOrder &order,
+/// Empty, or why the line that would decide the order for all others may be in another one.
+QString PositionParser::Reading::doubtOnOrder(const SplitLine &line, const FieldOrder &order) const
+{
+    const auto lost = [&order](qint64 failed, int fields) {
+        return QStringLiteral("%1 found; line %2, which cannot be read, has %3")
+            .arg(fieldCount(order.fields))
+            .arg(failed)
+            .arg(fields);
+    };
+    if (const qint64 failed = m_search.numberedFailure(); failed > 0 && order.name < 0)
+        return lost(failed, order.fields + 1);
+    int fields = 0;
+    if (const qint64 failed = m_search.failureOfMore(order, fields);
+        failed > 0 && !order.hasHeight())
+        return lost(failed, fields);
+    return orderDoubt(line, order, m_form);
+}
+
+PositionParser::Result PositionParser::Reading::takeSureHeadings(const FieldOrder &found,
                                                                  std::string_view bytes)
 {
+    FieldOrder order = found;
     LineMistake mistake;
     if (!m_search.keepHeadings({order, m_lineNumber, copyOf(bytes), true}, mistake))
         return badHeader(mistake);
-    mistake = m_search.unitsMistakeOf(order);
+    mistake = m_search.settleUnits(order);
     if (mistake.isThere())
         return badHeader(mistake);
     decide(order, m_lineNumber, copyOf(bytes));
+    m_unitLines = m_search.linesOfUnits();
+    m_waitsForPosition = true;
+    m_mayTakeUnits = true;
     return Result::Nothing;
 }
 

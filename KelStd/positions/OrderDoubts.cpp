@@ -1,5 +1,6 @@
 #include <KelStd/positions/OrderDoubts.h>
 
+#include <KelStd/positions/LineShape.h>
 #include <KelStd/positions/ReadComponents.h>
 #include <KelStd/text/TypedAngle.h>
 #include <KelStd/text/TypedNumber.h>
@@ -46,9 +47,10 @@ bool hasDecimals(const QString &field)
 QStringList fieldsOf(const SplitLine &line)
 {
     QStringList fields;
-    for (const QString &field : line.fields) {
-        fields += line.separator == QLatin1Char(',') ? field
-                                                     : withDecimalPoint(field, DecimalMark::Comma);
+    for (int i = 0; i < line.fields.size(); ++i) {
+        const bool mayBeDecimal = line.separator != QLatin1Char(',') || line.isQuoted.at(i);
+        fields += mayBeDecimal ? withDecimalPoint(line.fields.at(i), DecimalMark::Comma)
+                               : line.fields.at(i);
     }
     return fields;
 }
@@ -87,6 +89,22 @@ QString missingHeight(const QStringList &fields, const InputForm &form)
              QLatin1String(columnOf(frame, 0).label), whatToAdd(form),
              isNumber ? QStringLiteral("with decimals: %1.0").arg(fields.at(0))
                       : QStringLiteral("write the angle with its signs"));
+}
+
+/// "5,52.5", "5 30" and "465,682.96": two numbers that may be a name and one number, or one number
+/// alone.
+QString twoNumbersDoubt(const QStringList &fields, const SplitLine &line, const FieldOrder &order,
+                        const InputForm &form)
+{
+    const QString &first = fields.at(order.components[0]);
+    const QString &second = fields.at(order.components[1]);
+    const bool areTyped = hasAngleSigns(first) && hasAngleSigns(second);
+    const bool isSeparated = !line.byBlanks && line.separator != QLatin1Char(',');
+    if (hasDecimals(first) || areTyped || (order.name >= 0 && isSeparated))
+        return {};
+    return QStringLiteral("%1 and %2 may be a number in two pieces, or a point's number before one "
+                          "component%3, or write %4 with decimals")
+        .arg(quoted(first), quoted(second), whatToAdd(form), quoted(first));
 }
 
 /// "5 30 52 10" and "5,52,5,10": pairs of numbers that may be one each.
@@ -167,6 +185,39 @@ QString latitudeFirst(const SplitLine &line, const FieldOrder &order, const Inpu
              order.name >= 0 ? QStringLiteral("name,") : QString());
 }
 
+QString laterNameDoubt(const SplitLine &line, const FieldOrder &order, const InputForm &form)
+{
+    const QString &name = line.fields.at(order.name);
+    if (!isValue(name))
+        return {};
+    const ComponentFields fields = order.componentFields();
+    const bool areWhole =
+        isWhole(name) && std::all_of(fields.begin(), fields.end(), [&line](int field) {
+            return isWhole(line.fields.at(field));
+        });
+    // Numbers of points are whole ones, and coordinates have decimals.
+    if (form.lacksHeight() && isWhole(name) && !areWhole)
+        return {};
+    return QStringLiteral(
+               "%1 may be a point's number before %2 and %3, or these are %4%5, or set a "
+               "name in quotation marks")
+        .arg(quoted(name), line.fields.at(order.components[0]), line.fields.at(order.components[1]),
+             labelsOf(form.frame), whatToAdd(form));
+}
+
+QString heightBehind(const SplitLine &line, const FieldOrder &order, const InputForm &form)
+{
+    if (order.hasHeight() || !order.hasHeadings || form.lacksHeight() || order.isPicked)
+        return {};
+    const ComponentFields fields = order.componentFields();
+    const int next = *std::max_element(fields.begin(), fields.end()) + 1;
+    if (next >= line.fields.size() || next == order.name || !isValue(line.fields.at(next)))
+        return {};
+    return QStringLiteral("the headings name no height, and %1 behind %2 may be one; say it with a "
+                          "heading, or that there is none with %3")
+        .arg(quoted(line.fields.at(next)), quoted(line.fields.at(next - 1)), form.words.height);
+}
+
 QString laterPairsDoubt(const SplitLine &line, const InputForm &form)
 {
     const QStringList fields = fieldsOf(line);
@@ -182,9 +233,17 @@ QString laterPairsDoubt(const SplitLine &line, const InputForm &form)
 QString orderDoubt(const SplitLine &line, const FieldOrder &order, const InputForm &form)
 {
     const Frame frame = form.frame;
-    if (!order.isPlain || line.isQuoted.at(0))
+    // Of a quoted name nothing is said by marks that all fields have.
+    const bool isSure = line.isQuoted.at(0) && (order.name >= 0 || line.isQuoted.at(1));
+    if (!order.isPlain || (isSure && order.hasHeight()))
         return {};
     const QStringList fields = fieldsOf(line);
+    if (!order.hasHeight()) {
+        const QString doubt =
+            isSure && order.name < 0 ? QString() : twoNumbersDoubt(fields, line, order, form);
+        const bool isNameSure = order.name < 0 || isSure;
+        return doubt.isEmpty() && !isNameSure ? laterNameDoubt(line, order, form) : doubt;
+    }
     if (order.name < 0)
         return missingHeight(fields, form);
 

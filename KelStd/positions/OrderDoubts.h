@@ -20,7 +20,7 @@ inline constexpr double maxPlaneHeight = 20000.0;
 /// height in the plane cannot be beyond `maxPlaneHeight`.
 inline bool mayBeHeight(double metres, Frame frame, const FieldOrder &order)
 {
-    return !order.isPlain || frame != Frame::LocalProjected
+    return !order.isPlain || !order.hasHeight() || frame != Frame::LocalProjected
            || (metres <= maxPlaneHeight && metres >= -maxPlaneHeight);
 }
 
@@ -70,7 +70,7 @@ inline bool mayEndEmpty(std::string_view first, const FieldOrder &order)
 template <typename FieldAt>
 bool mayLackOne(const FieldOrder &order, FieldAt fieldAt)
 {
-    const auto &components = order.components;
+    const ComponentFields components = order.componentFields();
     return std::any_of(components.begin(), components.end(), [&](int field) {
         const bool hasNext =
             std::find(components.begin(), components.end(), field + 1) != components.end();
@@ -85,6 +85,22 @@ QString latitudeFirst(const SplitLine &line, const FieldOrder &order, const Inpu
 /// Why the four numbers of a later line may be two pairs, as in "5 30 52 10": its name is a whole
 /// number, unlike the names before it. Empty when they are no pairs.
 QString laterPairsDoubt(const SplitLine &line, const InputForm &form);
+
+/// Whether a text begins as numbers and angles do. Quick enough for the short way.
+inline bool mayBeginValue(std::string_view text)
+{
+    constexpr std::string_view beginnings = "+-.0123456789NSEWnsew";
+    return !text.empty() && beginnings.find(text.front()) != std::string_view::npos;
+}
+
+/// Why the name of a line without a height may be a component of one that has lost its name. Empty
+/// when it is certainly a name.
+QString laterNameDoubt(const SplitLine &line, const FieldOrder &order, const InputForm &form);
+
+/// Why a line is refused whose headings name no height and that has a number behind its two
+/// components: it may be the height. Empty where it is not, and where the user has said that there
+/// are no heights.
+QString heightBehind(const SplitLine &line, const FieldOrder &order, const InputForm &form);
 
 /// Why a name that may be the first component is refused, and what to add.
 QString nameDoubt(const QString &name, const InputForm &form);

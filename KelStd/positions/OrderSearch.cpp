@@ -7,6 +7,7 @@
 #include <KelStd/positions/OtherHeadings.h>
 #include <KelStd/positions/PickedColumns.h>
 #include <KelStd/positions/ReadComponents.h>
+#include <KelStd/positions/ReadUnits.h>
 #include <KelStd/positions/UnitDoubts.h>
 
 #include <algorithm>
@@ -41,17 +42,20 @@ HeadingsFound OrderSearch::headingsIn(const SplitLine &line, bool isRemark) cons
     const QStringList fields = headingFields(line);
     FieldOrder usual;
     const bool isText = isRemark ? isSentenceOfRemark(line) : isSentence(line);
-    const bool isComplete = readHeader(fields, m_form, usual, found.mistake) && !isText;
+    const bool isRead = readHeader(fields, m_form, usual, found.mistake) && !isText;
+    // A remark counts only when it names all the components.
+    const bool isComplete = isRead && (!isRemark || usual.hasHeight() || m_choice);
     const bool isIncomplete = !isRemark && !isComplete && !isText
                               && std::none_of(fields.cbegin(), fields.cend(), isValue)
                               && lookLikeHeadings(fields, m_form);
     if (!m_choice) {
         found.order = usual;
-        const auto &components = usual.components;
+        const ComponentFields components = usual.componentFields();
         if (isComplete && isRemark && line.byBlanks && usual.name != 0
             && std::find(components.begin(), components.end(), 0) == components.end())
             found.order.doubtfulFirst = fields.first();
         found.kind = isComplete ? Kind::Order : isIncomplete ? Kind::Mistake : Kind::None;
+        found.isRemarkWithoutHeight = isRead && !isComplete;
         return found;
     }
     // One picked heading may be a word of a title, and two known ones may stand in a remark.
@@ -94,7 +98,9 @@ bool OrderSearch::contradicts(const QString &remark, const SplitLine &line,
         if (component < 0)
             continue;
         const bool isElsewhere = fields.size() == order.fields && fieldOf(component) != i;
-        if (isElsewhere || !hasInputUnit(m_form, component, heading))
+        const bool isInUnit =
+            heading.unit == nullptr || isReadIn(m_form, order, component, *heading.unit);
+        if (isElsewhere || !isInUnit)
             return true;
     }
     return false;
@@ -127,9 +133,9 @@ void OrderSearch::keepRemark(const QString &remark, const SplitLine &line, qint6
                     .arg(labelsOf(m_form.frame), waysToSayOrder(m_form))};
 }
 
-bool OrderSearch::keepUnits(const QString &text, const SplitLine &line, qint64 lineNumber)
+bool OrderSearch::keepUnits(const QString &text, const TextLine &line, qint64 lineNumber)
 {
-    const QStringList units = unitsOfLine(line);
+    const QStringList units = unitsOfLine(line.split);
     const bool namesUnits = !units.isEmpty() || saysUnits(text);
     if (!namesUnits || m_unkeptUnits > 0)
         return !units.isEmpty();
@@ -139,7 +145,8 @@ bool OrderSearch::keepUnits(const QString &text, const SplitLine &line, qint64 l
     if (isNew && m_units.size() == maxKeptUnits)
         m_unkeptUnits = lineNumber;
     else if (isNew)
-        m_units += {lineNumber, text, units};
+        m_units += {lineNumber, text, units,
+                    QByteArray(line.bytes.data(), static_cast<int>(line.bytes.size()))};
     return !units.isEmpty();
 }
 
@@ -151,16 +158,27 @@ QString OrderSearch::unitsAgainst(const QString &text, const SplitLine &line,
     return isUnits ? unitsMistake(units, order, m_form) : saidUnitMistake(text, order, m_form);
 }
 
-LineMistake OrderSearch::unitsMistakeOf(const FieldOrder &order) const
+QString OrderSearch::takeUnits(const QString &text, const SplitLine &line, FieldOrder &order,
+                               bool &isUnits) const
 {
+    const QStringList units = unitsOfLine(line);
+    isUnits = !units.isEmpty();
+    return isUnits ? positions::takeUnits(units, m_form, order)
+                   : saidUnitMistake(text, order, m_form);
+}
+
+LineMistake OrderSearch::settleUnits(FieldOrder &order) const
+{
+    // A line of units goes before a title, wherever it stands.
     for (const NamedUnits &kept : m_units) {
-        if (!kept.units.isEmpty()) {
-            const QString mistake = unitsMistake(kept.units, order, m_form);
-            if (!mistake.isEmpty())
-                return {kept.line, mistake};
-            continue;
-        }
-        const QString mistake = saidUnitMistake(kept.text, order, m_form);
+        const QString mistake =
+            kept.units.isEmpty() ? QString() : positions::takeUnits(kept.units, m_form, order);
+        if (!mistake.isEmpty())
+            return {kept.line, mistake};
+    }
+    for (const NamedUnits &kept : m_units) {
+        const QString mistake =
+            kept.units.isEmpty() ? saidUnitMistake(kept.text, order, m_form) : QString();
         // Headings that stand before the line would be passed over with it.
         const bool maySkip = !order.hasHeadings || !m_headings || m_headings->line > kept.line;
         if (!mistake.isEmpty())
@@ -173,6 +191,23 @@ LineMistake OrderSearch::unitsMistakeOf(const FieldOrder &order) const
                     .arg(maxKeptUnits)};
     }
     return {};
+}
+
+QByteArray OrderSearch::linesOfUnits() const
+{
+    QByteArray lines;
+    for (const NamedUnits &kept : m_units) {
+        if (!kept.units.isEmpty())
+            lines += kept.bytes + '\n';
+    }
+    return lines;
+}
+
+const HeadingsLine *OrderSearch::headingsOf(const FieldOrder &order) const
+{
+    if (m_headings)
+        return &*m_headings;
+    return m_withoutHeight && order.hasHeadings ? &*m_withoutHeight : nullptr;
 }
 
 bool OrderSearch::keepHeadings(const HeadingsLine &headings, LineMistake &mistake)
@@ -201,10 +236,40 @@ bool OrderSearch::keepOther(const LineMistake &line)
 
 void OrderSearch::keepFailed(const SplitLine &line, qint64 lineNumber)
 {
+    if (line.fields.size() > m_failedFields) {
+        m_failedFields = line.fields.size();
+        m_failure = lineNumber;
+    }
     if (line.fields.size() > componentsPerFrame && isNumber(line.fields.first())
         && m_numberedFailure == 0)
         m_numberedFailure = lineNumber;
 }
+
+qint64 OrderSearch::failureOfMore(const FieldOrder &order, int &fields) const
+{
+    fields = m_failedFields;
+    return m_failedFields > order.fields ? m_failure : 0;
+}
+
+namespace {
+
+/// The order of a line without headings that has no height; nothing for another line.
+std::optional<FieldOrder> orderWithoutHeight(const SplitLine &line, const InputForm &form)
+{
+    constexpr int components = componentsPerFrame - 1;
+    const int count = line.fields.size();
+    if (!form.mayLackHeight() || endsEmpty(line) || count < components || count > components + 1)
+        return std::nullopt;
+    // Where a height may follow, a name is what can be no component.
+    const bool isNamed = count > components
+                         && (form.lacksHeight()
+                             || (!isValue(line.fields.at(0)) && isValue(line.fields.at(1))
+                                 && isValue(line.fields.at(2))));
+    return count == components || isNamed ? std::optional(plainOrder(count, components))
+                                          : std::nullopt;
+}
+
+} // namespace
 
 std::optional<FieldOrder> OrderSearch::orderFor(const SplitLine &line, QString &reason) const
 {
@@ -231,6 +296,18 @@ std::optional<FieldOrder> OrderSearch::orderFor(const SplitLine &line, QString &
         return orderPicked(*m_choice, {}, count, m_form, order, reason) ? std::optional(order)
                                                                         : std::nullopt;
     }
+    if (m_withoutHeight && count == m_withoutHeight->order.fields)
+        return m_withoutHeight->order;
+    if (const auto withoutHeight = orderWithoutHeight(line, m_form))
+        return withoutHeight;
+    if (m_form.lacksHeight()) {
+        reason = QStringLiteral("%1 found; with %2 expected are %3 and %4, after a point name if "
+                                "there is one")
+                     .arg(fieldCount(count), m_form.words.height,
+                          QLatin1String(columnOf(m_form.frame, 0).label),
+                          QLatin1String(columnOf(m_form.frame, 1).label));
+        return std::nullopt;
+    }
     const int filled = endsEmpty(line) ? count - 1 : count;
     const bool isNamed = filled == componentsPerFrame + 1;
     // "5;52;40;" may be the point 5 without its height.
@@ -249,11 +326,11 @@ std::optional<FieldOrder> OrderSearch::orderFor(const SplitLine &line, QString &
     return plainOrder(count);
 }
 
-LineMistake OrderSearch::mistakeOf(const FieldOrder &order) const
+LineMistake OrderSearch::settle(FieldOrder &order) const
 {
     if (m_other.isThere())
         return otherLines();
-    const LineMistake units = unitsMistakeOf(order);
+    const LineMistake units = settleUnits(order);
     return units.isThere() ? units : order.isPlain ? m_remark : LineMistake();
 }
 

@@ -4,6 +4,7 @@
 #include <KelStd/positions/InputForm.h>
 #include <KelStd/positions/LineSplitter.h>
 #include <KelStd/positions/PositionHeader.h>
+#include <KelStd/positions/TextLine.h>
 
 #include <QtCore/QByteArray>
 #include <QtCore/QString>
@@ -36,6 +37,7 @@ struct HeadingsFound
     Kind kind = Kind::None;
     FieldOrder order;
     QString mistake;
+    bool isRemarkWithoutHeight = false; ///< with the `order`, for lines of as many fields
 };
 
 /// Headings that give an order, and where they stand.
@@ -73,12 +75,16 @@ public:
 
     /// Keeps the units that a line in front of the positions names, for the order to come: a line
     /// of units, or else a title or remark. True when it is a line of units.
-    bool keepUnits(const QString &text, const SplitLine &line, qint64 lineNumber);
+    bool keepUnits(const QString &text, const TextLine &line, qint64 lineNumber);
 
     /// Why a line of units, a title or a remark behind the line that decided the order contradicts
     /// it; empty when it does not, or names no unit. `isUnits`: it is a line of units.
     QString unitsAgainst(const QString &text, const SplitLine &line, const FieldOrder &order,
                          bool &isUnits) const;
+
+    /// The same in front of the first position: the order takes the units of a line of units.
+    QString takeUnits(const QString &text, const SplitLine &line, FieldOrder &order,
+                      bool &isUnits) const;
 
     /// Whether a remark with these fields, in words of another language, was kept.
     bool hasWords(const QStringList &fields) const { return m_words.contains(fields); }
@@ -86,6 +92,12 @@ public:
     /// Keeps headings behind a #, or words that may be headings. False with the mistake when they
     /// contradict those before.
     bool keepHeadings(const HeadingsLine &headings, LineMistake &mistake);
+
+    /// Keeps a remark that names two components, for lines of as many fields without a height.
+    void keepWithoutHeight(const HeadingsLine &headings) { m_withoutHeight = headings; }
+
+    /// The remark that was kept so, if it gave the order.
+    const HeadingsLine *headingsOf(const FieldOrder &order) const;
 
     /// Keeps a line of another kind, such as a title, in front of headings: false when there are
     /// too many of them.
@@ -98,16 +110,23 @@ public:
     /// field less may have lost its height.
     qint64 numberedFailure() const { return m_numberedFailure; }
 
+    /// The first such line with more fields than the order has; 0 when there is none.
+    qint64 failureOfMore(const FieldOrder &order, int &fields) const;
+
     const std::optional<HeadingsLine> &headings() const { return m_headings; }
 
     /// The order for a line that is to be a position; nothing with the reason when there is none.
     std::optional<FieldOrder> orderFor(const SplitLine &line, QString &reason) const;
 
-    /// Why no line can be read in that order, after what was kept.
-    LineMistake mistakeOf(const FieldOrder &order) const;
+    /// Lets the order take what was kept for it. The result says why no line can be read in it.
+    LineMistake settle(FieldOrder &order) const;
 
-    /// The first line that was kept with units in which that order is not read.
-    LineMistake unitsMistakeOf(const FieldOrder &order) const;
+    /// Lets the order take the units of lines of units that were kept. The result is the first line
+    /// that was kept with units in which it is not read.
+    LineMistake settleUnits(FieldOrder &order) const;
+
+    /// The lines of units that were kept, each as it stands and with an end.
+    QByteArray linesOfUnits() const;
 
     /// Why lines that are neither headings nor positions are not passed over.
     LineMistake otherLines() const;
@@ -122,6 +141,7 @@ private:
         qint64 line = 0;
         QString text;      ///< of a title or remark
         QStringList units; ///< of a line of units
+        QByteArray bytes;  ///< of a line of units
     };
 
     InputForm m_form;
@@ -135,6 +155,9 @@ private:
     qint64 m_lastOther = 0;
     int m_others = 0;
     qint64 m_numberedFailure = 0; ///< a line with a number for a name that failed
+    qint64 m_failure = 0;         ///< the failed line with the most fields
+    int m_failedFields = 0;
+    std::optional<HeadingsLine> m_withoutHeight;
 };
 
 } // namespace KelStd::positions

@@ -46,7 +46,7 @@ bool standInPlaceOfComponents(const SplitLine &line, const FieldOrder &order)
     if (line.fields.size() != order.fields)
         return false;
     QStringList words;
-    for (const int field : order.components) {
+    for (const int field : order.componentFields()) {
         const QString word = line.fields.at(field).toLower();
         bool isNumber = false; // "nan" and "inf"
         word.toDouble(&isNumber);

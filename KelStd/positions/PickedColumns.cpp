@@ -1,6 +1,7 @@
 #include <KelStd/positions/PickedColumns.h>
 
 #include <KelStd/positions/Headings.h>
+#include <KelStd/positions/ReadUnits.h>
 #include <KelStd/text/TypedNumber.h>
 
 #include <algorithm>
@@ -33,9 +34,12 @@ int fieldHeaded(const QString &column, const QStringList &headings, const InputW
     return -1;
 }
 
-/// "x" may be the northing or the easting of the plane, which only the user knows.
+/// "x" may be the northing or the easting of the plane, and an elevation any height, which only the
+/// user knows.
 bool isForTheUserToKnow(const Heading &heading, Frame frame)
 {
+    if (heading.frame.isEmpty() && heading.word == QLatin1String("elevation"))
+        return true;
     return frame == Frame::LocalProjected && heading.frame.isEmpty()
            && (heading.word == QLatin1String("x") || heading.word == QLatin1String("y")
                || heading.word == QLatin1String("z"));
@@ -80,8 +84,9 @@ QString contradiction(const Heading &heading, const InputForm &form, int compone
                               "%5 passes over headings that are wrong")
             .arg(form.words.columns, quoted(heading.text), label, direction, form.words.skip);
     }
-    if (!hasInputUnit(form, component, heading))
-        return form.words.columns + QLatin1String(": ") + unitMistake(form, component, heading);
+    if (!canBeRead(form, component, heading))
+        return form.words.columns + QLatin1String(": ")
+               + unitMistake(form, component, heading, form.unitText(component));
     return {};
 }
 
@@ -90,6 +95,28 @@ bool isRestOf(const Heading &heading, const InputForm &form, int component)
 {
     return heading.unit != nullptr && heading.unit->isPartOfDegree
            && isAngle(columnOf(form.frame, component)) && isNamedBy(form, component, heading);
+}
+
+/// How many of the picked columns are components; 0 with the mistake where they are too few or too
+/// many.
+int countPickedComponents(int picked, const InputForm &form, QString &mistake)
+{
+    constexpr int withoutHeight = componentsPerFrame - 1;
+    if (form.lacksHeight() && picked <= componentsPerFrame)
+        return withoutHeight;
+    if (form.lacksHeight()) {
+        mistake = QStringLiteral("%1 picks a height beside %2")
+                      .arg(form.words.columns, form.words.height);
+        return 0;
+    }
+    if (picked >= componentsPerFrame)
+        return componentsPerFrame;
+    if (!form.mayLackHeight()) {
+        mistake = QStringLiteral("%1 picks two columns; there are %2")
+                      .arg(form.words.columns, labelsOf(form.frame));
+        return 0;
+    }
+    return withoutHeight;
 }
 
 } // namespace
@@ -126,6 +153,7 @@ bool orderPicked(const ColumnChoice &choice, const QStringList &headings, int fi
     order = {};
     order.fields = fields;
     order.hasHeadings = !headings.isEmpty();
+    order.isPicked = true;
     mistake.clear();
     QVector<int> picked;
     for (const QString &column : choice.columns()) {
@@ -147,24 +175,34 @@ bool orderPicked(const ColumnChoice &choice, const QStringList &headings, int fi
         picked += field;
     }
 
-    const int first = picked.size() - componentsPerFrame;
-    order.name = first > 0 ? picked.first() : -1;
-    for (int i = 0; i < componentsPerFrame; ++i) {
+    const int components = countPickedComponents(picked.size(), form, mistake);
+    if (components == 0)
+        return false;
+    const int first = picked.size() - components;
+    order.name = first > 0 ? picked.first() : FieldOrder::noField;
+    order.components.back() = FieldOrder::noField;
+    for (int i = 0; i < components; ++i) {
         const int field = picked.at(first + i);
-        if (!headings.isEmpty())
-            mistake = contradiction(headingOf(headings.at(field)), form, i);
+        const auto index = static_cast<std::size_t>(i);
+        order.components[index] = field;
+        if (headings.isEmpty())
+            continue;
+        const Heading heading = headingOf(headings.at(field));
+        mistake = contradiction(heading, form, i);
         if (!mistake.isEmpty())
             return false;
-        order.components[static_cast<std::size_t>(i)] = field;
-        order.hasUnit[static_cast<std::size_t>(i)] =
-            !headings.isEmpty() && headingOf(headings.at(field)).unit != nullptr;
+        order.hasUnit[index] = heading.unit != nullptr;
+        order.otherUnits[index] = otherUnitOf(form, i, heading);
     }
+    mistake = unitsInDoubt(form, order, headings);
+    if (!mistake.isEmpty())
+        return false;
     order.units = fieldsOfUnits(headings);
     for (int field = 0; field < fields; ++field) {
         if (picked.contains(field))
             continue;
         const Heading heading = headings.isEmpty() ? Heading() : headingOf(headings.at(field));
-        for (int i = 0; i < componentsPerFrame; ++i) {
+        for (int i = 0; i < order.countComponents(); ++i) {
             const bool isBehind = field == order.components[static_cast<std::size_t>(i)] + 1
                                   && isAngle(columnOf(form.frame, i));
             if (isRestOf(heading, form, i) || (isBehind && isPartOfAngleBefore(heading))) {
@@ -172,9 +210,7 @@ bool orderPicked(const ColumnChoice &choice, const QStringList &headings, int fi
                 return false;
             }
         }
-        order.carried.push_back(field);
-        order.carriedHeadings +=
-            headings.isEmpty() ? QStringLiteral("column_%1").arg(field + 1) : headings.at(field);
+        carry(field, headings, order);
     }
     return true;
 }

@@ -105,27 +105,28 @@ bool PlainLine::read(std::string_view line, const FieldOrder &order)
         return false;
     if (endsEmpty && separator == ',' && mayLackOne(order, [this](int i) { return field(i); }))
         return false;
-    for (std::size_t i = 0; i < m_components.size(); ++i) {
+    const auto components = static_cast<std::size_t>(order.countComponents());
+    for (std::size_t i = 0; i < components; ++i) {
         if (!readPlainNumber(field(order.components[i]), m_components[i]))
             return false;
     }
-    const bool hasOthers = order.fields > componentsPerFrame + (order.name >= 0 ? 1 : 0);
-    for (std::size_t i = 0; hasOthers && i < m_components.size(); ++i) {
+    const int read = order.countComponents();
+    const bool hasOthers = order.fields > read + (order.name >= 0 ? 1 : 0);
+    for (std::size_t i = 0; hasOthers && i < components; ++i) {
         for (const int beside : {order.components[i] - 1, order.components[i] + 1}) {
             if (beside >= 0 && beside < order.fields && beside != order.name
                 && mayBeHemisphere(field(beside)))
                 return false;
         }
     }
-    const bool hasTwoOthers = order.fields > componentsPerFrame + (order.name >= 0 ? 2 : 1);
+    const bool hasTwoOthers = order.fields > read + (order.name >= 0 ? 2 : 1);
     if (hasTwoOthers && std::count_if(m_fields.begin(), m_fields.end(), mayBeHemisphere) > 1)
         return false;
     if (separator != blank)
         return true;
     for (int i = 0; i < order.fields; ++i) {
-        const auto &components = order.components;
-        const bool isComponent =
-            std::find(components.begin(), components.end(), i) != components.end();
+        const ComponentFields fields = order.componentFields();
+        const bool isComponent = std::find(fields.begin(), fields.end(), i) != fields.end();
         if (!isComponent && mayBePiece(field(i)))
             return false;
     }

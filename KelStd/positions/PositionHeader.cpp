@@ -2,6 +2,7 @@
 
 #include <KelStd/positions/Headings.h>
 #include <KelStd/positions/ReadComponents.h>
+#include <KelStd/positions/ReadUnits.h>
 #include <KelStd/text/TypedNumber.h>
 
 #include <QtCore/QRegularExpression>
@@ -34,17 +35,40 @@ QVector<Heading> headingsOf(const QStringList &fields)
     return headings;
 }
 
-/// The fields that name the component, with a unit that is read or with another.
+/// How the unit that a heading names stands to the one of the form.
+enum class UnitFit
+{
+    OfForm, ///< the same, or none is named
+    CanBeRead,
+    CannotBeRead
+};
+
+UnitFit fitOf(const InputForm &form, int component, const Heading &heading)
+{
+    return hasInputUnit(form, component, heading) ? UnitFit::OfForm
+           : canBeRead(form, component, heading)  ? UnitFit::CanBeRead
+                                                  : UnitFit::CannotBeRead;
+}
+
+/// The fields that name the component with a unit that fits so.
 QVector<int> fieldsNaming(const InputForm &form, int component, const QVector<Heading> &headings,
-                          bool inItsUnit)
+                          UnitFit fit)
 {
     QVector<int> found;
     for (int i = 0; i < headings.size(); ++i) {
         if (isNamedBy(form, component, headings.at(i))
-            && hasInputUnit(form, component, headings.at(i)) == inItsUnit)
+            && fitOf(form, component, headings.at(i)) == fit)
             found += i;
     }
     return found;
+}
+
+/// The fields that may hold the component: a unit that is to be converted counts where there is no
+/// other.
+QVector<int> fieldsHolding(const InputForm &form, int component, const QVector<Heading> &headings)
+{
+    const QVector<int> ofForm = fieldsNaming(form, component, headings, UnitFit::OfForm);
+    return ofForm.isEmpty() ? fieldsNaming(form, component, headings, UnitFit::CanBeRead) : ofForm;
 }
 
 QString acceptedWords(const InputForm &form)
@@ -61,7 +85,7 @@ QString acceptedWords(const InputForm &form)
 bool fits(const InputForm &form, const QVector<Heading> &headings)
 {
     for (int i = 0; i < componentsPerFrame; ++i) {
-        if (fieldsNaming(form, i, headings, true).size() != 1)
+        if (fieldsHolding(form, i, headings).size() != 1)
             return false;
     }
     return true;
@@ -91,11 +115,21 @@ QString missing(const InputForm &form, int component, const QVector<Heading> &he
                                 .arg(form.words.frame, QLatin1String(rowOf(form.frame).option))
                           : QString(),
                  acceptedWords(form), isChosen ? otherFrames(form, headings) : QString());
-    const QVector<int> otherUnit = fieldsNaming(form, component, headings, false);
+    const QVector<int> otherUnit = fieldsNaming(form, component, headings, UnitFit::CannotBeRead);
     if (!otherUnit.isEmpty())
-        text += QLatin1String("; ") + unitMistake(form, component, headings.at(otherUnit.first()));
-    if (isChosen)
+        text += QLatin1String("; ")
+                + unitMistake(form, component, headings.at(otherUnit.first()),
+                              form.unitText(component));
+    const bool hasXY = std::any_of(headings.begin(), headings.end(), [](const Heading &heading) {
+        return heading.word == QLatin1String("x") || heading.word == QLatin1String("y");
+    });
+    if (hasXY && form.frame == Frame::LocalProjected) {
+        text += QStringLiteral("; x is the northing in some countries and the easting in others, "
+                               "which %1 says")
+                    .arg(form.words.columns);
+    } else if (isChosen) {
         text += QStringLiteral("; %1 picks columns with other headings").arg(form.words.columns);
+    }
     return text;
 }
 
@@ -106,7 +140,7 @@ QString partsOfAngles(const InputForm &form, const QVector<Heading> &headings,
     for (int i = 0; i < componentsPerFrame; ++i) {
         if (!isAngle(columnOf(form.frame, i)))
             continue;
-        for (const int field : fieldsNaming(form, i, headings, false)) {
+        for (const int field : fieldsNaming(form, i, headings, UnitFit::CannotBeRead)) {
             if (headings.at(field).unit->isPartOfDegree)
                 return partOfAngleMistake(headings.at(field));
         }
@@ -117,21 +151,39 @@ QString partsOfAngles(const InputForm &form, const QVector<Heading> &headings,
     return {};
 }
 
-/// The headings of what neither is read nor stands in the program's own output.
-QStringList headingsNotTaken(const QVector<Heading> &headings, const FieldOrder &order)
+/// The fields that are neither read nor hold a unit.
+QVector<int> fieldsNotTaken(const QVector<Heading> &headings, const FieldOrder &order)
 {
-    QStringList found;
+    QVector<int> found;
     const auto &components = order.components;
     for (int i = 0; i < headings.size(); ++i) {
-        const Heading &heading = headings.at(i);
         const bool isTaken =
             i == order.name
             || std::find(components.begin(), components.end(), i) != components.end()
             || std::find(order.units.begin(), order.units.end(), i) != order.units.end();
-        if (!isTaken && !heading.text.isEmpty() && !isOfOutput(heading))
+        if (!isTaken)
+            found += i;
+    }
+    return found;
+}
+
+/// The headings among them of what does not stand in the program's own output.
+QStringList headingsNotTaken(const QVector<Heading> &headings, const FieldOrder &order)
+{
+    QStringList found;
+    for (const int field : fieldsNotTaken(headings, order)) {
+        const Heading &heading = headings.at(field);
+        if (!heading.text.isEmpty() && !isOfOutput(heading))
             found += heading.text;
     }
     return found;
+}
+
+/// Whether headings that name two components are those of positions without heights: none speaks
+/// of a height of any kind.
+bool mayBeWithoutHeight(const InputForm &form, const QVector<Heading> &headings)
+{
+    return form.mayLackHeight() && std::none_of(headings.begin(), headings.end(), speaksOfHeight);
 }
 
 int distinctNamed(const InputForm &form, const QVector<Heading> &headings)
@@ -155,14 +207,15 @@ QString labelsOf(Frame frame)
     return labels.join(QLatin1String(", "));
 }
 
-FieldOrder plainOrder(int fields)
+FieldOrder plainOrder(int fields, int components)
 {
     FieldOrder order;
     order.fields = fields;
     order.isPlain = true;
-    const int first = fields - componentsPerFrame;
-    order.name = first > 0 ? 0 : -1;
-    for (int i = 0; i < componentsPerFrame; ++i)
+    const int first = fields - components;
+    order.name = first > 0 ? 0 : FieldOrder::noField;
+    order.components.back() = FieldOrder::noField;
+    for (int i = 0; i < components; ++i)
         order.components[static_cast<std::size_t>(i)] = first + i;
     return order;
 }
@@ -194,7 +247,12 @@ bool readHeader(const QStringList &fields, const InputForm &form, FieldOrder &or
     order.fields = fields.size();
     order.hasHeadings = true;
     for (int i = 0; i < componentsPerFrame; ++i) {
-        const QVector<int> found = fieldsNaming(form, i, headings, true);
+        const QVector<int> found = fieldsHolding(form, i, headings);
+        const auto index = static_cast<std::size_t>(i);
+        if (i == componentsPerFrame - 1 && mayBeWithoutHeight(form, headings)) {
+            order.components[index] = FieldOrder::noField;
+            continue;
+        }
         if (found.size() != 1) {
             mistake = found.isEmpty()
                           ? missing(form, i, headings)
@@ -203,9 +261,20 @@ bool readHeader(const QStringList &fields, const InputForm &form, FieldOrder &or
                                      fields.at(found.at(0)), fields.at(found.at(1)));
             return false;
         }
-        order.components[static_cast<std::size_t>(i)] = found.first();
-        order.hasUnit[static_cast<std::size_t>(i)] = headings.at(found.first()).unit != nullptr;
+        const Heading &heading = headings.at(found.first());
+        if (i == componentsPerFrame - 1 && form.lacksHeight()) {
+            mistake = QStringLiteral("%1 is for positions without a height, and %2 is the heading "
+                                     "of one")
+                          .arg(form.words.height, quoted(heading.text));
+            return false;
+        }
+        order.components[index] = found.first();
+        order.hasUnit[index] = heading.unit != nullptr;
+        order.otherUnits[index] = otherUnitOf(form, i, heading);
     }
+    mistake = unitsInDoubt(form, order, fields);
+    if (!mistake.isEmpty())
+        return false;
     order.units = fieldsOfUnits(fields);
     mistake = partsOfAngles(form, headings, order);
     if (!mistake.isEmpty())
@@ -216,8 +285,23 @@ bool readHeader(const QStringList &fields, const InputForm &form, FieldOrder &or
                 order.name = i;
         }
     }
-    order.notTaken = headingsNotTaken(headings, order);
+    if (form.height != InputHeight::OfFrame) {
+        order.notTaken = headingsNotTaken(headings, order);
+        return true;
+    }
+    for (const int field : fieldsNotTaken(headings, order)) {
+        if (!isOfLocations(headings.at(field)))
+            carry(field, fields, order);
+    }
     return true;
+}
+
+void carry(int field, const QStringList &headings, FieldOrder &order)
+{
+    const QString heading = headings.value(field);
+    order.carried.push_back(field);
+    order.carriedHeadings +=
+        heading.isEmpty() ? QStringLiteral("column_%1").arg(field + 1) : heading;
 }
 
 std::vector<int> fieldsOfUnits(const QStringList &headings)
@@ -261,12 +345,29 @@ bool lookLikeHeadings(const QStringList &fields, const InputForm &form)
               });
 }
 
+namespace {
+
+/// Where a line below the headings names the units, the headings need not name them again.
+bool haveSameUnits(const FieldOrder &one, const FieldOrder &other)
+{
+    for (std::size_t i = 0; i < one.otherUnits.size(); ++i) {
+        const bool isOfLine = (one.hasUnitOfLine[i] && !other.hasUnit[i])
+                              || (other.hasUnitOfLine[i] && !one.hasUnit[i]);
+        if (!isOfLine && one.otherUnits[i] != other.otherUnits[i])
+            return false;
+    }
+    return true;
+}
+
+} // namespace
+
 bool agree(const FieldOrder &one, const FieldOrder &other)
 {
     const bool haveNames = one.name >= 0 && other.name >= 0;
     const bool haveHeadings = one.hasHeadings && other.hasHeadings;
     return one.fields == other.fields && one.components == other.components
-           && (!haveNames || one.name == other.name) && one.carried == other.carried
+           && haveSameUnits(one, other) && (!haveNames || one.name == other.name)
+           && one.carried == other.carried
            && (!haveHeadings || one.carriedHeadings == other.carriedHeadings);
 }
 

@@ -2,6 +2,7 @@
 
 #include <KelStd/Export.h>
 #include <KelStd/positions/InputForm.h>
+#include <KelStd/text/UnitNames.h>
 
 #include <QtCore/QString>
 #include <QtCore/QStringList>
@@ -12,31 +13,63 @@
 
 namespace KelStd::positions {
 
-/// In which field of a line the name and the three components of a frame stand.
+/// The fields of the components that a line has, in the order of their frame.
+struct ComponentFields
+{
+    const int *first;
+    const int *last;
+
+    const int *begin() const { return first; }
+    const int *end() const { return last; }
+};
+
+/// In which field of a line the name and the components of a frame stand.
 struct FieldOrder
 {
+    static constexpr int noField = -1;
+
     int fields = 0;
-    int name = -1; ///< -1: the lines have no names
+    int name = noField; ///< `noField`: the lines have no names
+    /// The last one is `noField` where the lines have no heights.
     std::array<int, componentsPerFrame> components{};
+    /// The unit of a component that is not read in that of the form; null for the form's.
+    std::array<const NamedUnit *, componentsPerFrame> otherUnits{};
     std::vector<int> carried;    ///< the fields that go into the output as they are
     QStringList carriedHeadings; ///< one for each
     QStringList notTaken;        ///< headings of fields that go nowhere
     bool endsEmpty = false;      ///< a separator without a field ends each line
     bool isPlain = false;        ///< neither headings nor a choice of columns gave it
     bool hasHeadings = false;    ///< headings gave it
+    bool isPicked = false;       ///< a choice of columns gave it
     std::array<bool, componentsPerFrame> hasUnit{}; ///< whether the heading names its unit
-    std::vector<int> units;                         ///< the fields that hold a unit of the line
-    QString doubtfulFirst; ///< the first of these headings if it may be a word of a remark instead
+    /// Whether a line of units names the unit, and the heading does not.
+    std::array<bool, componentsPerFrame> hasUnitOfLine{};
+    std::vector<int> units; ///< the fields that hold a unit of the line
+    QString doubtfulFirst;  ///< the first of these headings if it may be a word of a remark instead
+
+    bool hasHeight() const { return components.back() != noField; }
+    int countComponents() const
+    {
+        return hasHeight() ? componentsPerFrame : componentsPerFrame - 1;
+    }
+    ComponentFields componentFields() const
+    {
+        return {components.data(), components.data() + countComponents()};
+    }
 };
 
 /// The order of a line of `fields` fields where no header names them: the documented order of the
-/// frame, after a point name when there is one field more.
-KELSTD_EXPORT FieldOrder plainOrder(int fields);
+/// frame, after a point name when there is one field more than `components`, of which two are
+/// without a height.
+KELSTD_EXPORT FieldOrder plainOrder(int fields, int components = componentsPerFrame);
 
 /// Reads the header `fields` for positions of `form`. Columns that are not needed may be there; a
 /// needed one that is missing, there twice or in another unit is a `mistake`.
 KELSTD_EXPORT bool readHeader(const QStringList &fields, const InputForm &form, FieldOrder &order,
                               QString &mistake);
+
+/// Lets a field go into the output as it is, under its heading or, without one, as "column_7".
+void carry(int field, const QStringList &headings, FieldOrder &order);
 
 /// The fields that are headed as those of units: "unit", "height_unit".
 std::vector<int> fieldsOfUnits(const QStringList &headings);

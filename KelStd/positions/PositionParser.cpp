@@ -80,24 +80,29 @@ const std::vector<std::string_view> &PositionParser::carried() const
 
 bool PositionParser::knowsOrder() const
 {
-    return m_reading->order().has_value();
+    return m_reading->isSettled();
 }
 
 bool PositionParser::hasNames() const
 {
     const auto &order = m_reading->order();
-    return order && order->name >= 0;
+    return m_reading->isSettled() && order->name >= 0;
 }
 
 QStringList PositionParser::carriedHeadings() const
 {
     const auto &order = m_reading->order();
-    return order ? order->carriedHeadings : QStringList();
+    return m_reading->isSettled() ? order->carriedHeadings : QStringList();
 }
 
-QString PositionParser::noteOnColumns() const
+QStringList PositionParser::notes() const
 {
-    return m_reading->noteOnColumns();
+    return m_reading->notes();
+}
+
+bool PositionParser::isInWindows1252() const
+{
+    return m_reading->isInWindows1252();
 }
 
 QByteArray PositionParser::headerLine() const

@@ -108,7 +108,8 @@ public:
     /// valid as `name`.
     const std::vector<std::string_view> &carried() const;
 
-    /// Whether a line has decided the order of the fields.
+    /// Whether a line has decided the order of the fields: below headings the first position, since
+    /// a line of units may stand between them.
     bool knowsOrder() const;
 
     /// Whether the lines have names. False before the order is known.
@@ -117,11 +118,15 @@ public:
     /// A heading for each carried field. Empty before the order is known.
     QStringList carriedHeadings() const;
 
-    /// What is to be said once the order is known: which columns the headings name that go nowhere.
-    /// Empty when there are none.
-    QString noteOnColumns() const;
+    /// What is to be said once the order is known, a text each: which columns the headings name
+    /// that go nowhere, what is not read in the unit of the form, what height positions without one
+    /// have.
+    QStringList notes() const;
 
-    /// The header line, empty when there is none.
+    /// Whether the last line was not UTF-8 and was read as Windows-1252.
+    bool isInWindows1252() const;
+
+    /// The header line, behind lines of units that belong to it; empty when there is none.
     QByteArray headerLine() const;
 
 private:

@@ -3,6 +3,7 @@
 #include <KelStd/positions/DecodedLine.h>
 #include <KelStd/positions/LineDoubts.h>
 #include <KelStd/positions/OrderDoubts.h>
+#include <KelStd/positions/ReadUnits.h>
 
 #include <algorithm>
 
@@ -11,6 +12,16 @@ namespace KelStd::positions {
 namespace {
 
 constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+
+/// "sep=;", with which spreadsheets are told the separator.
+bool isSeparatorLine(std::string_view bytes)
+{
+    constexpr std::string_view word = "sep=";
+    if (bytes.size() > 2 && bytes.front() == '"' && bytes.back() == '"')
+        bytes = bytes.substr(1, bytes.size() - 2);
+    return bytes.size() == word.size() + 1
+           && qstrnicmp(bytes.data(), word.data(), static_cast<uint>(word.size())) == 0;
+}
 
 } // namespace
 
@@ -37,6 +48,8 @@ PositionParser::Result PositionParser::Reading::parseWithCare(std::string_view b
     m_lineNumber = lineNumber;
     m_reasonLine = lineNumber;
     m_reason.clear();
+    m_isInWindows1252 = false;
+    const bool isFirst = lineNumber == m_skippedLines + 1;
     if (lineNumber <= m_skippedLines)
         return Result::Nothing;
     if (bytes.size() > maxLineBytes) {
@@ -50,7 +63,11 @@ PositionParser::Result PositionParser::Reading::parseWithCare(std::string_view b
         return badHeader({lineNumber, QStringLiteral("the input is UTF-16 text; convert it to "
                                                      "UTF-8")});
 
+    if (isFirst && isSeparatorLine(bytes))
+        return takeSeparatorLine(bytes);
+
     const TextLine line = textLineOf(bytes);
+    m_isInWindows1252 = !line.isUtf8;
     if (line.isEmpty)
         return Result::Nothing;
     if (line.isRemark)
@@ -58,6 +75,17 @@ PositionParser::Result PositionParser::Reading::parseWithCare(std::string_view b
     if (!line.flaw.isEmpty())
         return m_order ? takeDamagedLater(line) : takeDamagedOpening(line);
     return m_order ? takeLater(line) : takeOpening(line);
+}
+
+/// The separator is found in each line, so that this line need only not say another one.
+PositionParser::Result PositionParser::Reading::takeSeparatorLine(std::string_view bytes)
+{
+    constexpr std::string_view known = ",;\t";
+    const std::size_t end = bytes.back() == '"' && bytes.front() == '"' ? 2 : 1;
+    if (known.find(bytes[bytes.size() - end]) != std::string_view::npos)
+        return Result::Nothing;
+    return badHeader({m_lineNumber, QStringLiteral("fields are separated by commas, semicolons or "
+                                                   "tabulators, not as this line says")});
 }
 
 /// A remark is passed over, unless it is a line of headings.
@@ -71,6 +99,7 @@ PositionParser::Result PositionParser::Reading::takeRemark(const TextLine &line)
 
 bool PositionParser::Reading::finish()
 {
+    m_waitsForPosition = false;
     if (m_order)
         return true;
     const LineMistake mistake = m_search.otherLines();
@@ -89,30 +118,49 @@ void PositionParser::Reading::decide(const FieldOrder &order, qint64 line,
     m_order = order;
     m_orderLine = line;
     m_headerLine = headerLine;
+    m_components.follow(order);
+}
+
+QStringList PositionParser::Reading::notes() const
+{
+    QStringList notes;
+    if (!isSettled())
+        return notes;
+    for (const QString &note : {noteOnColumns(), noteOnUnits(m_form, *m_order), noteOnHeight()}) {
+        if (!note.isEmpty())
+            notes += note;
+    }
+    return notes;
+}
+
+/// What height the positions have whose lines have none.
+QString PositionParser::Reading::noteOnHeight() const
+{
+    if (m_order->hasHeight())
+        return {};
+    const MissingHeight &height = *m_form.missingHeight;
+    const QString above =
+        height.above.isEmpty() ? QString() : QStringLiteral(", above ") + height.above;
+    if (!height.isGiven)
+        return QStringLiteral("no height given: 0 is taken%1; %2 says another")
+            .arg(above, m_form.words.height);
+    return height.above.isEmpty() ? QString()
+                                  : QStringLiteral("the height of %1 is taken as it is%2")
+                                        .arg(m_form.words.height, above);
 }
 
 QString PositionParser::Reading::noteOnColumns() const
 {
     constexpr int maxShown = 8;
-    if (!m_order || m_order->notTaken.isEmpty())
+    if (m_order->notTaken.isEmpty())
         return {};
     QStringList columns;
     for (const QString &heading : m_order->notTaken.mid(0, maxShown))
         columns += quoted(heading);
     if (m_order->notTaken.size() > maxShown)
         columns += QStringLiteral("%1 more").arg(m_order->notTaken.size() - maxShown);
-    QString note = QStringLiteral("columns that are not in the output: %1")
-                       .arg(columns.join(QLatin1String(", ")));
-    if (m_form.height != InputHeight::OfFrame)
-        return note; // no columns can be chosen
-    QStringList numbers;
-    if (m_order->name >= 0)
-        numbers += QString::number(m_order->name + 1);
-    for (const int field : m_order->components)
-        numbers += QString::number(field + 1);
-    return note
-           + QStringLiteral("; %1 %2 carries them through")
-                 .arg(m_form.words.columns, numbers.join(QLatin1Char(',')));
+    return QStringLiteral("columns that are not in the output: %1")
+        .arg(columns.join(QLatin1String(", ")));
 }
 
 namespace {
@@ -182,6 +230,8 @@ QString PositionParser::Reading::doubtOnName(const SplitLine &line, const FieldO
         return nameDoubt(name, m_form);
     if (isAngle(columnOf(m_form.frame, 0)) && mayBeAngle(name))
         return nameDoubt(field, m_form);
+    if (!order.hasHeight())
+        return laterNameDoubt(line, order, m_form);
     return mayBePair(field.toStdString()) ? laterPairsDoubt(line, m_form) : QString();
 }
 
@@ -221,10 +271,11 @@ bool PositionParser::Reading::readPlain(std::string_view line, qint64 lineNumber
     // Of two pairs the second one begins in a whole number, too.
     if (m_order->isPlain
         && (mayBeDecimalNumber(m_name) || (m_order->name >= 0 && !isNoAngle(m_name))
+            || (!m_order->hasHeight() && m_order->name >= 0 && mayBeginValue(m_name))
             || (mayBePair(m_name) && isWhole(m_plain.field(m_order->components[1])))))
         return false;
     for (const int field : m_order->units) {
-        if (m_plain.field(field) != "m" || m_form.lengthUnit != Unit_Meter || m_form.planeUnit)
+        if (m_plain.field(field) != "m" || !m_components.isInMetres())
             return false;
     }
     m_carried.clear();
@@ -234,6 +285,7 @@ bool PositionParser::Reading::readPlain(std::string_view line, qint64 lineNumber
     m_lineNumber = lineNumber;
     m_reasonLine = lineNumber;
     m_reason.clear();
+    m_isInWindows1252 = false;
     return true;
 }
 

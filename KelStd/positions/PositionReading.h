@@ -23,8 +23,8 @@ public:
 
     Result parse(std::string_view line, qint64 lineNumber)
     {
-        return m_order && readPlain(line, lineNumber) ? Result::Position
-                                                      : parseWithCare(line, lineNumber);
+        return isSettled() && readPlain(line, lineNumber) ? Result::Position
+                                                          : parseWithCare(line, lineNumber);
     }
     Result parseWithCare(std::string_view bytes, qint64 lineNumber);
     bool finish();
@@ -35,12 +35,19 @@ public:
     std::string_view name() const { return m_name; }
     const std::vector<std::string_view> &carried() const { return m_carried; }
     const std::optional<FieldOrder> &order() const { return m_order; }
-    QString noteOnColumns() const;
+    QStringList notes() const;
+    bool isInWindows1252() const { return m_isInWindows1252; }
 
+    /// Whether the order is known, and no line of units can change it any more.
+    bool isSettled() const { return m_order && !m_waitsForPosition; }
+
+    /// With the lines of units, without which the headings would say something else.
     QByteArray headerLine() const
     {
         const auto &headings = m_search.headings();
-        return !m_order && headings ? headings->bytes : m_headerLine;
+        const QByteArray line = !m_order && headings ? headings->bytes : m_headerLine;
+        return line.isEmpty() && !m_unitLines.isEmpty() ? m_unitLines.chopped(1)
+                                                        : m_unitLines + line;
     }
 
 private:
@@ -55,14 +62,16 @@ private:
     Result takeTooLongOpening(const QString &mistake);
     Result takeOther(const QString &reason);
     Result takeOther(const TextLine &line, const QString &reason);
-    Result takeFirstPosition(const SplitLine &line, const FieldOrder &order);
-    Result takeSureHeadings(const FieldOrder &order, std::string_view bytes);
+    Result takeFirstPosition(const SplitLine &line, const FieldOrder &found);
+    QString doubtOnOrder(const SplitLine &line, const FieldOrder &order) const;
+    Result takeSureHeadings(const FieldOrder &found, std::string_view bytes);
 
     // LaterLines.cpp
     Result takeLater(const TextLine &line);
+    Result takeFirstBelowHeadings(const SplitLine &line);
     Result takeLaterRemark(const TextLine &line, const HeadingsFound &found);
     Result takeDamagedLater(const TextLine &line);
-    std::optional<Result> takeLaterUnits(const SplitLine &line, const QString &text);
+    std::optional<Result> takeLaterUnits(const TextLine &line, const QString &text);
     Result takeLaterHeadings(const HeadingsFound &found);
     Result takeOtherHeadings();
     bool mayBeOtherHeadings(const SplitLine &line) const;
@@ -71,6 +80,9 @@ private:
     void decide(const FieldOrder &order, qint64 line, const QByteArray &headerLine);
     Result readFields(const SplitLine &line, const FieldOrder &order);
     bool readPlain(std::string_view line, qint64 lineNumber);
+    QString noteOnColumns() const;
+    QString noteOnHeight() const;
+    Result takeSeparatorLine(std::string_view bytes);
     QString doubtOnName(const SplitLine &line, const FieldOrder &order) const;
     bool mayBePair(std::string_view name) const;
     void keepTexts(const SplitLine &line, const FieldOrder &order);
@@ -88,6 +100,10 @@ private:
     /// The line that decided the plain order has a name and components that are not all whole
     /// numbers.
     bool m_isUnlikeWholeNumbers = false;
+    bool m_waitsForPosition = false; ///< headings gave the order, and no position followed
+    bool m_mayTakeUnits = false;     ///< nor any line that failed
+    bool m_isInWindows1252 = false;  ///< the last line
+    QByteArray m_unitLines;          ///< those that the order has taken, with their ends
     QByteArray m_headerLine;
     QString m_reason;
     qint64 m_reasonLine = 0;

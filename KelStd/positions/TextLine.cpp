@@ -12,6 +12,7 @@ TextLine textLineOf(std::string_view bytes)
 
     TextLine line;
     line.bytes = bytes;
+    line.isUtf8 = decodedLine.isUtf8;
     line.isRemark = content.startsWith(QLatin1Char('#'));
     line.text = line.isRemark ? remarkOf(content) : decodedLine.text;
     line.split = splitLine(line.text);

@@ -12,9 +12,10 @@ namespace KelStd::positions {
 struct TextLine
 {
     std::string_view bytes;
-    QString text;    ///< of a remark what stands behind its #
-    SplitLine split; ///< with broken quotation marks, what may be the fields
-    QString flaw;    ///< why it cannot be read; empty when it can
+    QString text;       ///< of a remark what stands behind its #
+    SplitLine split;    ///< with broken quotation marks, what may be the fields
+    QString flaw;       ///< why it cannot be read; empty when it can
+    bool isUtf8 = true; ///< else read as Windows-1252
     bool isRemark = false;
     bool isSplit = false; ///< its quotation marks are whole
     bool isEmpty = false; ///< blanks or separators without a field

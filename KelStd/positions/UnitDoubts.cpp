@@ -2,6 +2,7 @@
 
 #include <KelStd/positions/Headings.h>
 #include <KelStd/positions/ReadComponents.h>
+#include <KelStd/positions/ReadUnits.h>
 #include <KelStd/positions/SaidUnits.h>
 #include <KelStd/text/TypedNumber.h>
 #include <KelStd/text/UnitWords.h>
@@ -10,6 +11,7 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
 
 namespace KelStd::positions {
 
@@ -87,25 +89,71 @@ QStringList withWholeBrackets(const SplitLine &line)
     return fields;
 }
 
-/// "[gon]" in the place of a component that is read in another unit.
-QString mistakeAt(const QString &field, const InputForm &form, int component)
+Heading headingOfUnit(const QString &field)
 {
     Heading heading;
     heading.text = field;
     heading.unit = unitOfField(field);
+    return heading;
+}
+
+/// "deg W": what counts the other way than the component is read.
+QString otherWayAt(const QString &field, const InputForm &form, int component)
+{
     static const QRegularExpression otherWay(
         QStringLiteral("(\\b|\u00B0|\u00BA|\u02DA)(S|W|south|west)\\z"),
         QRegularExpression::CaseInsensitiveOption);
     const QString text = withoutBrackets(field);
-    if (heading.unit != nullptr && isAngle(columnOf(form.frame, component)) && text.size() > 1
-        && otherWay.match(text).hasMatch()) {
-        return QStringLiteral("%1 counts southwards or westwards; %2 is read northwards or "
-                              "eastwards, with a minus otherwise")
-            .arg(quoted(field), QLatin1String(columnOf(form.frame, component).label));
+    if (unitOfField(field) == nullptr || !isAngle(columnOf(form.frame, component))
+        || text.size() < 2 || !otherWay.match(text).hasMatch())
+        return {};
+    return QStringLiteral("%1 counts southwards or westwards; %2 is read northwards or "
+                          "eastwards, with a minus otherwise")
+        .arg(quoted(field), QLatin1String(columnOf(form.frame, component).label));
+}
+
+/// "[gon]" in the place of a component that is read in another unit.
+QString mistakeAt(const QString &field, const InputForm &form, const FieldOrder &order,
+                  int component)
+{
+    const QString mistake = otherWayAt(field, form, component);
+    const Heading heading = headingOfUnit(field);
+    if (!mistake.isEmpty() || heading.unit == nullptr
+        || isReadIn(form, order, component, *heading.unit))
+        return mistake;
+    return unitMistake(form, component, heading, unitTextOf(form, order, component));
+}
+
+/// Lets the component be read in the unit of the field, where its heading names none.
+QString takeUnitAt(const QString &field, const InputForm &form, int component, FieldOrder &order)
+{
+    const auto index = static_cast<std::size_t>(component);
+    const Heading heading = headingOfUnit(field);
+    if (order.hasUnit[index] || heading.unit == nullptr || !canBeRead(form, component, heading))
+        return mistakeAt(field, form, order, component);
+    const NamedUnit *unit = otherUnitOf(form, component, heading);
+    if (order.hasUnitOfLine[index] && order.otherUnits[index] != unit)
+        return mistakeAt(field, form, order, component);
+    order.otherUnits[index] = unit;
+    order.hasUnitOfLine[index] = true;
+    return otherWayAt(field, form, component);
+}
+
+/// In which field of a line of units that of each component stands; nothing where that is not
+/// known.
+std::optional<std::array<int, componentsPerFrame>> placesOfUnits(int units, const FieldOrder &order)
+{
+    std::array<int, componentsPerFrame> places = order.components;
+    if (units == order.fields)
+        return places;
+    if (units != order.countComponents())
+        return std::nullopt;
+    const ComponentFields fields = order.componentFields();
+    for (int &place : places) {
+        place = static_cast<int>(std::count_if(fields.begin(), fields.end(),
+                                               [place](int other) { return other < place; }));
     }
-    return heading.unit == nullptr || isInputUnit(form, component, *heading.unit)
-               ? QString()
-               : unitMistake(form, component, heading);
+    return places;
 }
 
 } // namespace
@@ -138,29 +186,43 @@ QStringList unitsOfLine(const SplitLine &line)
     return units >= minUnits ? fields : QStringList();
 }
 
+QString takeUnits(const QStringList &units, const InputForm &form, FieldOrder &order)
+{
+    const auto places = placesOfUnits(units.size(), order);
+    if (!places)
+        return unitsMistake(units, order, form);
+    FieldOrder taken = order;
+    for (int i = 0; i < order.countComponents(); ++i) {
+        QString mistake =
+            takeUnitAt(units.at((*places)[static_cast<std::size_t>(i)]), form, i, taken);
+        if (!mistake.isEmpty())
+            return mistake;
+    }
+    QString mistake = unitsInDoubt(form, taken, QStringList());
+    if (mistake.isEmpty())
+        order = taken;
+    return mistake;
+}
+
 QString unitsMistake(const QStringList &units, const FieldOrder &order, const InputForm &form)
 {
-    std::array<int, componentsPerFrame> places = order.components;
-    if (units.size() != order.fields && units.size() == componentsPerFrame) {
-        for (int &place : places) {
-            place = static_cast<int>(std::count_if(order.components.begin(), order.components.end(),
-                                                   [place](int other) { return other < place; }));
-        }
-    } else if (units.size() != order.fields) {
-        for (const QString &field : units) {
-            QString mistake;
-            for (int i = 0; i < componentsPerFrame; ++i) {
-                mistake = mistakeAt(field, form, i);
-                if (mistake.isEmpty())
-                    break;
-            }
+    const int count = order.countComponents();
+    if (const auto places = placesOfUnits(units.size(), order)) {
+        for (int i = 0; i < count; ++i) {
+            QString mistake =
+                mistakeAt(units.at((*places)[static_cast<std::size_t>(i)]), form, order, i);
             if (!mistake.isEmpty())
                 return mistake;
         }
         return {};
     }
-    for (int i = 0; i < componentsPerFrame; ++i) {
-        QString mistake = mistakeAt(units.at(places[static_cast<std::size_t>(i)]), form, i);
+    for (const QString &field : units) {
+        QString mistake;
+        for (int i = 0; i < count; ++i) {
+            mistake = mistakeAt(field, form, order, i);
+            if (mistake.isEmpty())
+                break;
+        }
         if (!mistake.isEmpty())
             return mistake;
     }
@@ -175,8 +237,9 @@ bool saysUnits(const QString &text)
 QString saidUnitMistake(const QString &text, const FieldOrder &order, const InputForm &form)
 {
     for (const SaidUnit &said : saidUnits(text)) {
-        for (int i = 0; i < componentsPerFrame; ++i) {
-            if (order.hasUnit[static_cast<std::size_t>(i)] || !isAbout(said.said, form, i)
+        for (int i = 0; i < order.countComponents(); ++i) {
+            const auto index = static_cast<std::size_t>(i);
+            if (order.hasUnit[index] || order.hasUnitOfLine[index] || !isAbout(said.said, form, i)
                 || !measures(*said.unit, form, i) || mayBeInputUnit(*said.unit, form, i))
                 continue;
             return QStringLiteral("the line says %1, but %2 is read in %3%4")
@@ -196,13 +259,13 @@ QString unitFieldMistake(const SplitLine &line, const FieldOrder &order, const I
             unit = unitWithin(text);
         if (unit == nullptr)
             continue;
-        for (int i = 0; i < componentsPerFrame; ++i) {
-            if (!measures(*unit, form, i) || isInputUnit(form, i, *unit)
+        for (int i = 0; i < order.countComponents(); ++i) {
+            if (!measures(*unit, form, i) || isReadIn(form, order, i, *unit)
                 || unit->kind == UnitKind::TypedAngle)
                 continue;
             return QStringLiteral("the line's unit is %1, but %2 is read in %3%4")
                 .arg(quoted(line.fields.at(field)), QLatin1String(columnOf(form.frame, i).label),
-                     form.unitText(i), lengthUnitHint(form, *unit));
+                     unitTextOf(form, order, i), lengthUnitHint(form, *unit));
         }
     }
     return {};

@@ -15,8 +15,12 @@ namespace KelStd::positions {
 /// "[deg],[deg],[m]". Empty for any other line; a field may be without a unit.
 QStringList unitsOfLine(const SplitLine &line);
 
-/// Why positions of that order cannot be read below such a line; empty when they can. Each unit is
-/// that of its column, or of the component where there are three.
+/// Lets components whose headings name no unit be read in those of such a line. Each unit is that
+/// of its column, or of the component where there are as many. Returns why positions of that order
+/// cannot be read below the line, and leaves the order as it was then; empty when they can.
+QString takeUnits(const QStringList &units, const InputForm &form, FieldOrder &order);
+
+/// Why positions of an order in which some were read cannot be read below such a line.
 QString unitsMistake(const QStringList &units, const FieldOrder &order, const InputForm &form);
 
 /// Whether a title or remark says clearly in which unit something is: "Units: US survey feet", "all

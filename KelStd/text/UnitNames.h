@@ -29,7 +29,7 @@ struct NamedUnit
 inline constexpr NamedUnit unitNames[] = {
     {u"m meter meters metre metres", "m", Unit_Meter, UnitKind::Length},
     {u"ft feet foot intl_ft intl_feet international_feet international_foot int_ft int_feet "
-     u"int_foot ft_int feet_int foot_int feet_intl foot_intl",
+     u"int_foot ft_int ft_intl feet_int foot_int feet_intl foot_intl",
      "ft", Unit_Foot, UnitKind::Length},
     {u"us_ft us_feet us_foot us_survey_ft us_survey_feet us_survey_foot us_sft usft ussft ftus "
      u"usfeet ft_us feet_us foot_us sft survey_ft survey_feet survey_foot",

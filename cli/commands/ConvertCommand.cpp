@@ -35,17 +35,33 @@ namespace KelStd::cli {
 
 namespace {
 
-/// What the lines of the input hold. Lengths of the plane are in the unit of --length-unit, as they
-/// are printed; of the other frames only the output is, whose heights stand beside degrees. Without
-/// the option northing and easting are in the `planeUnit` where there is one.
+/// What the lines of the input hold, where their headings do not say another unit: lengths in the
+/// unit of --length-unit, as they are printed. Without the option northing and easting are in the
+/// `planeUnit` where there is one.
 positions::InputForm inputForm(positions::Frame frame, const DisplayOptions &display,
                                const std::optional<positions::PlaneUnit> &planeUnit)
 {
-    const bool hasUnit = frame == positions::Frame::LocalProjected && display.lengthUnit != nullptr;
+    const bool hasUnit = display.lengthUnit != nullptr;
     positions::InputForm form(frame, positions::InputHeight::OfFrame,
                               hasUnit ? display.lengthUnit->unit : Unit_Meter);
+    form.hasLengthUnit = hasUnit;
     form.planeUnit = planeUnit;
     return form;
+}
+
+/// The height of positions without one: that of --height, or 0. Above what it is taken is always
+/// said of the latter, and of the former where there are two kinds of heights.
+positions::MissingHeight missingHeight(const ConvertOptions &options, const QString &geoidModel)
+{
+    const bool isProjected = options.frame->frame == positions::Frame::LocalProjected;
+    positions::MissingHeight height;
+    height.isGiven = options.height.has_value();
+    height.metres = options.height.value_or(0.0);
+    if (!height.isGiven || !geoidModel.isEmpty()) {
+        height.above = QStringLiteral("the ")
+                       + positions::heightReference(isProjected ? geoidModel : QString());
+    }
+    return height;
 }
 
 /// The unit of northing and easting that is the system's own, unless --length-unit overrules it.
@@ -220,8 +236,9 @@ ExitStatus convertEpochs(Input &input, const ConvertOptions &options, LocationJo
 
 ExitStatus runConvert(const QStringList &arguments, Console &console)
 {
+    constexpr int maxOperands = 1000;
     CommandLine line = convertCommandLine();
-    if (const auto status = line.parse(arguments, console, 1))
+    if (const auto status = line.parse(arguments, console, maxOperands))
         return *status;
     PositionInput input(PositionInput::Columns::MayBePicked);
     QString reason;
@@ -230,6 +247,13 @@ ExitStatus runConvert(const QStringList &arguments, Console &console)
         return line.refuse(reason, console);
     if (!input.open(line, console))
         return ExitStatus::Usage;
+    if (options->isNmea && input.inputs().size() > 1)
+        return line.refuse(QStringLiteral("--nmea takes one input"), console);
+    if (!options->rejects.isEmpty() && input.inputs().size() > 1) {
+        return line.refuse(QStringLiteral("--rejects is for one input: lines of several have "
+                                          "several orders"),
+                           console);
+    }
 
     UsedSystems systems;
     if (!systems.read(*options, line, console))
@@ -250,7 +274,7 @@ ExitStatus runConvert(const QStringList &arguments, Console &console)
         systems.target() != nullptr
             ? planeUnitOf(printed.origin, systems.wordFor(printed), options->display, console)
             : givenUnit;
-    const positions::InputForm form = inputForm(options->frame->frame, options->display, givenUnit);
+    positions::InputForm form = inputForm(options->frame->frame, options->display, givenUnit);
     configure(*options, line, console);
     const auto output = options->form->isConfigured ? positions::ValuePrinter::Output::Table
                                                     : positions::ValuePrinter::Output::Csv;
@@ -275,6 +299,7 @@ ExitStatus runConvert(const QStringList &arguments, Console &console)
         return ExitStatus::Environment;
     }
     systems.findGeoidModels(console);
+    form.missingHeight = missingHeight(*options, given.geoidModel);
     const int width = console.isTerminal() ? streams::terminalWidth(streams::standardOutput) : 0;
     const auto writer =
         options->form->makeWriter({options->display, printedUnit, printed.geoidModel,
@@ -283,7 +308,7 @@ ExitStatus runConvert(const QStringList &arguments, Console &console)
                     *writer);
     if (options->isNmea)
         return convertEpochs(input.input(), *options, job, rejects, console);
-    PositionRun run(input.input(), input.parser(form), job, console);
+    PositionRun run(input.inputs(), input.parser(form), job, console);
     run.setThreads(options->threads);
     if (rejects.isOpen())
         run.setRejects(rejects);

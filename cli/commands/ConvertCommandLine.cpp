@@ -109,7 +109,7 @@ QString details()
 
 CommandLine convertCommandLine()
 {
-    CommandLine line(QStringLiteral("--system FILE.xml|NAME [OPTIONS] [INPUT]"),
+    CommandLine line(QStringLiteral("--system FILE.xml|NAME [OPTIONS] [INPUT...]"),
                      QStringLiteral("Converts positions of one frame to all four frames of a "
                                     "system."),
                      details());
@@ -142,6 +142,10 @@ CommandLine convertCommandLine()
                              "them, of the point name if there is one: headings\n"
                              "or numbers. The others are carried through."));
     PositionInput::addSkipOption(line);
+    line.addOption({QStringLiteral("height"),
+                    QStringLiteral("The height of positions that have none, in the\n"
+                                   "unit of lengths. Default: 0, with a note."),
+                    QStringLiteral("H")});
     addFormOptions(line, locationOutputForms());
     addColumnOptions(line);
     line.addOption({QStringLiteral("no-header"),

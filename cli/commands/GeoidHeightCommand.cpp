@@ -88,7 +88,7 @@ ExitStatus runGeoidHeight(const QStringList &arguments, Console &console)
     const positions::InputForm lines(positions::Frame::Wgs84Geographic,
                                      inverse ? positions::InputHeight::AboveGeoid
                                              : positions::InputHeight::AboveEllipsoid);
-    return PositionRun(input.input(), input.parser(lines), job, console).run();
+    return PositionRun({&input.input()}, input.parser(lines), job, console).run();
 }
 
 } // namespace KelStd::cli

@@ -6,6 +6,9 @@
 #include <cli/terminal/CommandLine.h>
 #include <cli/terminal/Console.h>
 
+#include <KelStd/text/CoordStringHelper.h>
+#include <KelStd/text/TypedNumber.h>
+
 #include <algorithm>
 #include <thread>
 
@@ -58,6 +61,30 @@ bool takeNmea(const CommandLine &line, ConvertOptions &options, QString &mistake
     else if (names != QLatin1String("number"))
         mistake = QStringLiteral("--names '%1' is none; there are number, utc").arg(names);
     return mistake.isEmpty();
+}
+
+/// --height, in the unit of lengths; false with the mistake for what is none.
+bool takeHeight(const CommandLine &line, ConvertOptions &options, QString &mistake)
+{
+    const QString option = QStringLiteral("height");
+    if (!line.isSet(option))
+        return true;
+    if (options.frame->frame == positions::Frame::Wgs84Cartesian) {
+        mistake = QStringLiteral("--height is for positions without one, and those of %1 have none")
+                      .arg(QLatin1String(options.frame->option));
+        return false;
+    }
+    TypedValueFailure failure;
+    const auto height = readNumber(line.value(option), failure);
+    if (!height) {
+        mistake = QStringLiteral("--height %1").arg(failure.text);
+        return false;
+    }
+    const LengthUnit *unit = options.display.lengthUnit;
+    options.height = unit == nullptr
+                         ? *height
+                         : CoordStringHelper::ConvertUnit_Length(*height, unit->unit, Unit_Meter);
+    return true;
 }
 
 } // namespace
@@ -114,6 +141,8 @@ std::optional<ConvertOptions> convertOptionsOf(const CommandLine &line, Position
         mistake = QStringLiteral("--rejects has no file's name");
         return std::nullopt;
     }
+    if (!takeHeight(line, options, mistake))
+        return std::nullopt;
     return input.takeOptions(line, mistake) ? std::optional(options) : std::nullopt;
 }
 

@@ -29,7 +29,8 @@ struct ConvertOptions
     DisplayOptions display;
     positions::ColumnSelection columns;
     std::size_t threads = 1;
-    QString rejects; ///< the file's name; empty for none
+    QString rejects;              ///< the file's name; empty for none
+    std::optional<double> height; ///< of positions that have none [m]
     bool isNmea = false;
     EpochSource::Names epochNames = EpochSource::Names::Number;
 };

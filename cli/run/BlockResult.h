@@ -32,7 +32,8 @@ struct BlockResult
     qint64 lastLine = 0;
     qint64 inputBytes = 0;
     Notices notices;
-    bool hasBadHeader = false; ///< its message is the last one, and the run cannot go on
+    qint64 firstInWindows1252 = 0; ///< the first line that was read so; 0 for none
+    bool hasBadHeader = false;     ///< its message is the last one, and the run cannot go on
 };
 
 /// Takes positions on one thread and notes what became of them.

@@ -16,6 +16,8 @@ BlockResult BlockWork::operator()(const LineBlock &block)
             m_parser.parse(cursor.line(), cursor.lineNumber());
         if (!knewOrder && m_parser.knowsOrder() && !begin(result, cursor.lineNumber()))
             break;
+        if (m_parser.isInWindows1252() && result.firstInWindows1252 == 0)
+            result.firstInWindows1252 = cursor.lineNumber();
         switch (read) {
         case positions::PositionParser::Result::Nothing: break;
         case positions::PositionParser::Result::Position:
@@ -41,8 +43,11 @@ BlockResult BlockWork::finish()
     result.hasBadHeader = !m_parser.finish();
     if (result.hasBadHeader)
         result.messages.push_back({0, m_parser.reasonLine(), m_parser.reason()});
-    else
-        begin(result, 1);
+    // An input without any line has no columns that others would have to have.
+    if (m_parser.knowsOrder())
+        begin(result, m_parser.skippedLines() + 1);
+    else if (!m_columns && m_job.mistakeIn({}).isEmpty())
+        m_heading = m_job.begin({});
     return result;
 }
 
@@ -50,14 +55,33 @@ BlockResult BlockWork::finish()
 bool BlockWork::begin(BlockResult &result, qint64 line)
 {
     const positions::InputColumns columns{m_parser.hasNames(), m_parser.carriedHeadings(), {}};
-    const QString mistake = m_job.mistakeIn(columns);
-    if (mistake.isEmpty()) {
+    const QString mistake = m_columns ? differenceTo(columns) : m_job.mistakeIn(columns);
+    if (!mistake.isEmpty()) {
+        result.messages.push_back({result.output.size(), line, mistake});
+        result.hasBadHeader = true;
+    } else if (!m_columns) {
+        m_columns = columns;
         m_heading = m_job.begin(columns);
-        return true;
     }
-    result.messages.push_back({result.output.size(), line, mistake});
-    result.hasBadHeader = true;
-    return false;
+    return mistake.isEmpty();
+}
+
+/// Why an input with these columns cannot be taken behind the first one; empty when it can.
+QString BlockWork::differenceTo(const positions::InputColumns &columns) const
+{
+    const auto listed = [](const QStringList &headings) {
+        return headings.isEmpty() ? QStringLiteral("none") : headings.join(QLatin1String(", "));
+    };
+    if (columns.carried != m_columns->carried) {
+        return QStringLiteral(
+                   "the inputs before have other columns besides the positions (%1) than "
+                   "this one (%2); put them through one by one")
+            .arg(listed(m_columns->carried), listed(columns.carried));
+    }
+    return columns.hasNames && !m_columns->hasNames
+               ? QStringLiteral("the inputs before have no names of points, as this one has; put "
+                                "them through one by one")
+               : QString();
 }
 
 } // namespace KelStd::cli

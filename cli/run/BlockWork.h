@@ -28,16 +28,24 @@ public:
 
     const positions::PositionParser &parser() const { return m_parser; }
 
+    /// The columns that the inputs before have had, if there were any: others end the run.
+    void setColumns(const std::optional<positions::InputColumns> &columns) { m_columns = columns; }
+
+    /// Those of all inputs until now; nothing where no order was known.
+    const std::optional<positions::InputColumns> &columns() const { return m_columns; }
+
     /// What is printed above the first position: known with the order.
     QByteArray heading() const { return m_heading; }
 
 private:
     bool begin(BlockResult &result, qint64 line);
+    QString differenceTo(const positions::InputColumns &columns) const;
 
     positions::PositionParser m_parser;
     PositionJob &m_job;
     ResultMaker m_maker;
     QByteArray m_heading;
+    std::optional<positions::InputColumns> m_columns;
 };
 
 } // namespace KelStd::cli

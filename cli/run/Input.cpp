@@ -5,6 +5,8 @@
 
 #include <QtCore/QFileInfo>
 
+#include <algorithm>
+
 namespace KelStd::cli {
 
 bool Input::open(const QString &name, QString &error)
@@ -28,9 +30,15 @@ bool Input::open(const QString &name, QString &error)
     return true;
 }
 
+void Input::openText(const QString &displayName, const QByteArray &bytes)
+{
+    m_displayName = displayName;
+    m_bytes = bytes;
+}
+
 bool Input::isTerminal() const
 {
-    return streams::isTerminal(m_descriptor);
+    return m_descriptor >= 0 && streams::isTerminal(m_descriptor);
 }
 
 bool Input::isStopped() const
@@ -40,17 +48,17 @@ bool Input::isStopped() const
 
 std::optional<qint64> Input::size() const
 {
-    return streams::bytesToCome(m_descriptor);
+    return m_descriptor >= 0 ? streams::bytesToCome(m_descriptor) : std::nullopt;
 }
 
 bool Input::isFile(const QString &name) const
 {
-    return streams::isFile(m_descriptor, name);
+    return m_descriptor >= 0 && streams::isFile(m_descriptor, name);
 }
 
 bool Input::isReady() const
 {
-    return streams::isReady(m_descriptor);
+    return m_descriptor < 0 || streams::isReady(m_descriptor);
 }
 
 bool Input::isReadyWithin(int milliseconds) const
@@ -60,6 +68,12 @@ bool Input::isReadyWithin(int milliseconds) const
 
 qint64 Input::read(char *buffer, qint64 size)
 {
+    if (m_descriptor < 0) {
+        const int count = static_cast<int>(std::min<qint64>(size, m_bytes.size()));
+        std::copy_n(m_bytes.cbegin(), count, buffer);
+        m_bytes.remove(0, count);
+        return count;
+    }
     // Reading the descriptor itself: a QFile would wait until the buffer is full.
     return streams::readSome(m_descriptor, buffer, size, m_stop);
 }

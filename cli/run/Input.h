@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QtCore/QByteArray>
 #include <QtCore/QFile>
 #include <QtCore/QString>
 
@@ -11,12 +12,15 @@ namespace streams {
 class StopRequests;
 }
 
-/// A file or standard input, read in pieces as they come.
+/// A file, standard input or bytes at hand, read in pieces as they come.
 class Input
 {
 public:
     /// `name`: a file, or "-" for standard input.
     bool open(const QString &name, QString &error);
+
+    /// Bytes that are at hand, in place of a file.
+    void openText(const QString &displayName, const QByteArray &bytes);
 
     /// Its name in messages.
     QString displayName() const { return m_displayName; }
@@ -49,7 +53,8 @@ public:
 private:
     QFile m_file;
     QString m_displayName;
-    int m_descriptor = -1;
+    int m_descriptor = -1; ///< negative: `m_bytes` is what is read
+    QByteArray m_bytes;
     const streams::StopRequests *m_stop = nullptr;
 };
 

@@ -29,6 +29,7 @@ void LineBlocks::read()
         m_error = streams::lastErrorText();
     m_isAtEnd = count <= 0;
     m_rest.resize(old + static_cast<int>(std::max<qint64>(count, 0)));
+    m_text.normalise(m_rest, old, m_isAtEnd);
     if (m_isSkipping) {
         const int end = m_rest.indexOf(lineEnd, old);
         m_isSkipping = end < 0;

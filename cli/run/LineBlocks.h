@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cli/run/InputText.h>
+
 #include <KelStd/positions/PositionParser.h>
 
 #include <QtCore/QByteArray>
@@ -18,7 +20,8 @@ struct LineBlock
     qint64 firstLine = 1; ///< its number in the input, from 1
 };
 
-/// Cuts an input into blocks of whole lines, as soon as there are some.
+/// Cuts an input into blocks of whole lines, as soon as there are some. Text in UTF-16 and lines
+/// that end in a carriage return become UTF-8 with line feeds.
 class LineBlocks
 {
 public:
@@ -46,6 +49,7 @@ private:
     void read();
 
     Input &m_input;
+    InputText m_text;
     QByteArray m_rest; ///< what was read and not yet given
     qint64 m_nextLine = 1;
     bool m_isAtEnd = false;

@@ -2,11 +2,22 @@
 
 #include <cli/terminal/CommandLine.h>
 #include <cli/terminal/Console.h>
+#include <cli/terminal/FilePath.h>
+
+#include <KelStd/text/TypedAngle.h>
+#include <KelStd/text/TypedNumber.h>
+
+#include <QtCore/QFileInfo>
+#include <QtCore/QRegularExpression>
+
+#include <algorithm>
 
 namespace KelStd::cli {
 
 namespace {
 
+const QString standardInput = QStringLiteral("-");
+const QString quote = QStringLiteral("\"");
 const QString columnsOption = QStringLiteral("columns");
 const QString skipOption = QStringLiteral("skip");
 
@@ -14,7 +25,7 @@ const QString skipOption = QStringLiteral("skip");
 positions::InputWords optionWords()
 {
     return {QStringLiteral("--columns"), QStringLiteral("--skip"), QStringLiteral("--from"),
-            QStringLiteral("--length-unit")};
+            QStringLiteral("--length-unit"), QStringLiteral("--height")};
 }
 
 /// How many lines at the beginning of the input are passed over; nothing and the `mistake` for
@@ -30,6 +41,29 @@ std::optional<qint64> skippedLines(const CommandLine &line, QString &mistake)
         return count;
     mistake = QStringLiteral("--skip '%1' is no number of lines").arg(text);
     return std::nullopt;
+}
+
+/// Whether each of two or three operands is a number or an angle.
+bool isPosition(const QStringList &operands)
+{
+    static const QRegularExpression digit(QStringLiteral("[0-9]"));
+    constexpr int withoutHeight = positions::componentsPerFrame - 1;
+    const auto isValue = [](const QString &operand) {
+        TypedValueFailure failure;
+        const auto isAngle = [&](AngleSense sense) {
+            return readTypedAngle(operand, sense, DecimalMark::Comma, failure).has_value();
+        };
+        return digit.match(operand).hasMatch()
+               && (readNumber(operand, DecimalMark::Comma, failure)
+                   || isAngle(AngleSense::Longitude) || isAngle(AngleSense::Latitude));
+    };
+    return operands.size() >= withoutHeight && operands.size() <= positions::componentsPerFrame
+           && std::all_of(operands.cbegin(), operands.cend(), isValue);
+}
+
+bool isThere(const QString &name)
+{
+    return QFileInfo::exists(onDisk(name));
 }
 
 } // namespace
@@ -60,19 +94,62 @@ bool PositionInput::takeOptions(const CommandLine &line, QString &mistake)
     return true;
 }
 
+std::vector<Input *> PositionInput::inputs() const
+{
+    std::vector<Input *> inputs;
+    for (const auto &input : m_inputs)
+        inputs.push_back(input.get());
+    return inputs;
+}
+
 bool PositionInput::open(const CommandLine &line, Console &console)
 {
-    const QString name = line.positionals().value(0, QStringLiteral("-"));
-    QString reason;
-    if (m_input.open(name, reason))
-        return true;
-    console.report(QStringLiteral("cannot open %1: %2").arg(name, reason));
-    return false;
+    QStringList operands = line.positionals();
+    if (isPosition(operands)) {
+        const auto file = std::find_if(operands.cbegin(), operands.cend(), isThere);
+        if (file == operands.cend())
+            return openPosition(operands, console);
+        console.report(QStringLiteral("note: %1 is a file, so that the operands are files and no "
+                                      "position")
+                           .arg(quoted(*file)));
+    }
+    if (operands.isEmpty())
+        operands += standardInput;
+    if (operands.count(standardInput) > 1) {
+        console.report(QStringLiteral("standard input can be read once only"));
+        return false;
+    }
+    for (const QString &name : operands) {
+        QString reason;
+        m_inputs.push_back(std::make_unique<Input>());
+        if (!m_inputs.back()->open(name, reason)) {
+            console.report(QStringLiteral("cannot open %1: %2").arg(name, reason));
+            return false;
+        }
+    }
+    return true;
+}
+
+/// Numbers and angles on the command line are the components in the order of the frame.
+bool PositionInput::openPosition(const QStringList &operands, Console &console)
+{
+    if (m_choice || m_skippedLines > 0) {
+        console.report(QStringLiteral("--columns and --skip are for lines, and %1 are a position")
+                           .arg(operands.join(QLatin1Char(' '))));
+        return false;
+    }
+    QStringList fields;
+    for (QString operand : operands)
+        fields += quote + operand.replace(quote, QLatin1String("\"\"")) + quote;
+    m_inputs.push_back(std::make_unique<Input>());
+    m_inputs.back()->openText(QStringLiteral("<arguments>"),
+                              fields.join(QLatin1Char(';')).toUtf8() + '\n');
+    return true;
 }
 
 void PositionInput::promptFor(const QString &components, Console &console) const
 {
-    if (m_input.isTerminal()) {
+    if (m_inputs.front()->isTerminal()) {
         console.report(QStringLiteral("type positions, one a line (%1); the end-of-file key ends")
                            .arg(components));
     }

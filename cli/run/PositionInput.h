@@ -7,16 +7,19 @@
 #include <KelStd/positions/PositionParser.h>
 
 #include <QtCore/QString>
+#include <QtCore/QStringList>
 #include <QtCore/QtGlobal>
 
+#include <memory>
 #include <optional>
+#include <vector>
 
 namespace KelStd::cli {
 
 class CommandLine;
 class Console;
 
-/// What commands that read lists of positions share: the operand INPUT, which lines of it are
+/// What commands that read lists of positions share: the operands INPUT, which lines of them are
 /// passed over, and which columns hold the positions.
 class PositionInput
 {
@@ -38,20 +41,27 @@ public:
     /// Takes the options; false with the `mistake` when they cannot be followed.
     bool takeOptions(const CommandLine &line, QString &mistake);
 
-    /// Opens the operand, standard input without one; false after a report.
+    /// Opens the operands, standard input without one; false after a report. Numbers and angles
+    /// that are no files are one position.
     bool open(const CommandLine &line, Console &console);
 
     /// Says what to type where a person types the positions. `components`: with their units.
     void promptFor(const QString &components, Console &console) const;
 
-    Input &input() { return m_input; }
+    /// The first one.
+    Input &input() { return *m_inputs.front(); }
+
+    /// All of them, one behind the other.
+    std::vector<Input *> inputs() const;
 
     /// A parser of its lines.
     positions::PositionParser parser(const positions::InputForm &form) const;
 
 private:
+    bool openPosition(const QStringList &operands, Console &console);
+
     Columns m_columns;
-    Input m_input;
+    std::vector<std::unique_ptr<Input>> m_inputs;
     std::optional<positions::ColumnChoice> m_choice;
     qint64 m_skippedLines = 0;
 };

@@ -10,25 +10,52 @@ namespace KelStd::cli {
 ExitStatus PositionRun::run()
 {
     const streams::StopRequests stop;
-    m_input.endAt(&stop);
-    std::optional<ProgressBar> progress;
-    if (const auto size = m_input.size())
-        m_output.setProgress(&progress.emplace(m_console, *size));
+    RunOutput::End end = RunOutput::End::Done;
+    QStringList skipped;
+    for (m_current = 0; m_current < m_inputs.size(); ++m_current) {
+        input().endAt(&stop);
+        m_blocks.emplace(input());
+        m_output.setInput(input().displayName(), QStringLiteral("line"));
+        end = runOver();
+        skipped += remarks();
+        if (end != RunOutput::End::Done)
+            break;
+    }
+    const ExitStatus status = m_output.finish(end, m_blocks->errorText(), skipped);
+    m_console.flush(); // while no request to stop can end the program in the middle of a line
+    for (Input *each : m_inputs)
+        each->endAt(nullptr);
+    return status;
+}
 
+/// Takes the current input.
+RunOutput::End PositionRun::runOver()
+{
+    std::optional<ProgressBar> progress;
+    if (const auto size = input().size())
+        m_output.setProgress(&progress.emplace(m_console, *size));
     BlockWork first(m_parser, m_job, m_output.keepsRejects());
+    first.setColumns(m_columns);
     State end = readOrder(first);
     if (end == RunOutput::End::Done && !first.parser().knowsOrder())
         end = takeEnd(first);
-    else if (!first.parser().knowsOrder() && m_job.mistakeIn({}).isEmpty())
+    else if (!first.parser().knowsOrder() && !m_columns && m_job.mistakeIn({}).isEmpty())
         m_output.setHeading(m_job.begin({}));
+    m_columns = first.columns();
     if (!end)
         end = readRest(first.parser());
     m_output.setProgress(nullptr);
-    progress.reset();
-    const ExitStatus status = m_output.finish(*end, m_blocks.errorText(), remarks());
-    m_console.flush(); // while no request to stop can end the program in the middle of a line
-    m_input.endAt(nullptr);
-    return status;
+    return *end;
+}
+
+/// Says what was not yet said of another input.
+void PositionRun::reportNotes(const positions::PositionParser &parser)
+{
+    for (const QString &note : parser.notes()) {
+        if (!m_notes.contains(note))
+            m_console.report(QStringLiteral("note: ") + note);
+        m_notes += note;
+    }
 }
 
 /// Reads blocks until a line has decided the order of the fields, which all others follow.
@@ -36,17 +63,16 @@ PositionRun::State PositionRun::readOrder(BlockWork &work)
 {
     State end;
     while (!end && !work.parser().knowsOrder()) {
-        m_console.flushUnless(m_blocks.isReady());
+        m_console.flushUnless(m_blocks->isReady());
         LineBlock block;
         end = next(block);
         if (end)
             break;
         const BlockResult result = work(block);
-        m_output.setHeading(work.heading());
+        if (!work.heading().isEmpty())
+            m_output.setHeading(work.heading());
         m_output.setHeaderLine(work.parser().headerLine());
-        const QString note = work.parser().noteOnColumns();
-        if (!note.isEmpty())
-            m_console.report(QStringLiteral("note: ") + note);
+        reportNotes(work.parser());
         end = take(result);
     }
     return end;
@@ -56,8 +82,10 @@ PositionRun::State PositionRun::readOrder(BlockWork &work)
 PositionRun::State PositionRun::takeEnd(BlockWork &work)
 {
     BlockResult result = work.finish();
-    m_output.setHeading(work.heading());
+    if (!work.heading().isEmpty())
+        m_output.setHeading(work.heading());
     m_output.setHeaderLine(work.parser().headerLine());
+    reportNotes(work.parser());
     result.lastLine = m_output.lastLine();
     const State end = take(result);
     return end ? end : RunOutput::End::Done;
@@ -72,7 +100,7 @@ PositionRun::State PositionRun::readRest(const positions::PositionParser &parser
     State end;
     while (!end) {
         // Who types or pipes slowly sees what became of each line before the next one.
-        const bool mustWait = !m_blocks.isReady();
+        const bool mustWait = !m_blocks->isReady();
         while (!end && !workers.isEmpty() && (mustWait || workers.isFull()))
             end = take(workers.take());
         if (end)
@@ -92,10 +120,10 @@ PositionRun::State PositionRun::readRest(const positions::PositionParser &parser
 
 PositionRun::State PositionRun::next(LineBlock &block)
 {
-    switch (m_blocks.next(block)) {
+    switch (m_blocks->next(block)) {
     case LineBlocks::Result::Block: return {};
     case LineBlocks::Result::End:
-        return m_input.isStopped() ? RunOutput::End::Stopped : RunOutput::End::Done;
+        return input().isStopped() ? RunOutput::End::Stopped : RunOutput::End::Done;
     case LineBlocks::Result::Error: break;
     }
     return RunOutput::End::InputFailed;
@@ -112,12 +140,12 @@ PositionRun::State PositionRun::take(const BlockResult &result)
 
 QStringList PositionRun::remarks() const
 {
-    if (m_parser.skippedLines() == 0 || m_input.isStopped()
+    if (m_parser.skippedLines() == 0 || input().isStopped()
         || m_output.lastLine() > m_parser.skippedLines())
         return {};
     return {QStringLiteral("warning: --skip %1 passes over all of %2: line %3 is its last")
                 .arg(m_parser.skippedLines())
-                .arg(m_input.displayName())
+                .arg(input().displayName())
                 .arg(m_output.lastLine())};
 }
 

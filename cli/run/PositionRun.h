@@ -8,25 +8,29 @@
 #include <KelStd/positions/PositionParser.h>
 
 #include <QtCore/QString>
+#include <QtCore/QStringList>
 
+#include <cstddef>
 #include <optional>
+#include <vector>
 
 namespace KelStd::cli {
 
-/// A run over the lines of an input, of any length in the same memory: each is taken in turn,
-/// what cannot be read or taken is reported as INPUT:LINE: reason, and the run goes on. The output
-/// and the reports stand in the order of the input, however many threads work.
+/// A run over the lines of inputs, one behind the other, of any length in the same memory: each is
+/// taken in turn, what cannot be read or taken is reported as INPUT:LINE: reason, and the run goes
+/// on. The output and the reports stand in the order of the input, however many threads work.
 ///
 /// Told to stop, it prints what it has read and leaves whole lines.
 class PositionRun
 {
 public:
-    PositionRun(Input &input, positions::PositionParser parser, PositionJob &job, Console &console)
-        : m_input(input), m_blocks(input), m_job(job), m_console(console), m_output(job, console),
+    /// `inputs`: one at least. Each has its own headings, read by a copy of the `parser`. What they
+    /// have besides positions must be the same in all.
+    PositionRun(std::vector<Input *> inputs, positions::PositionParser parser, PositionJob &job,
+                Console &console)
+        : m_inputs(std::move(inputs)), m_job(job), m_console(console), m_output(job, console),
           m_parser(std::move(parser))
-    {
-        m_output.setInput(input.displayName(), QStringLiteral("line"));
-    }
+    {}
 
     /// On how many threads positions are taken.
     void setThreads(std::size_t threads) { m_threads = threads; }
@@ -34,22 +38,28 @@ public:
     /// Where the lines go that failed.
     void setRejects(RejectsFile &rejects) { m_output.setRejects(rejects); }
 
-    /// To the end of the input, or until nothing can be printed any more.
+    /// To the end of the last input, or until nothing can be printed any more.
     ExitStatus run();
 
 private:
     /// Nothing: the run goes on.
     using State = std::optional<RunOutput::End>;
 
+    RunOutput::End runOver();
+    void reportNotes(const positions::PositionParser &parser);
     State readOrder(BlockWork &work);
     State takeEnd(BlockWork &work);
     State readRest(const positions::PositionParser &parser);
     State next(LineBlock &block);
     State take(const BlockResult &result);
     QStringList remarks() const;
+    Input &input() const { return *m_inputs[m_current]; }
 
-    Input &m_input;
-    LineBlocks m_blocks;
+    std::vector<Input *> m_inputs;
+    std::size_t m_current = 0;
+    std::optional<LineBlocks> m_blocks;               ///< of the current input
+    std::optional<positions::InputColumns> m_columns; ///< of the inputs before
+    QStringList m_notes;                              ///< that were said
     PositionJob &m_job;
     Console &m_console;
     RunOutput m_output;

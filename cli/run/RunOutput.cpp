@@ -5,8 +5,28 @@
 
 namespace KelStd::cli {
 
+void RunOutput::setInput(const QString &name, const QString &item)
+{
+    reportRemarks();
+    m_notices = {};
+    m_takenBefore = m_taken;
+    m_lastLine = 0;
+    m_doneBytes = 0;
+    m_hasOtherEncoding = false;
+    m_inputName = name;
+    m_item = item;
+}
+
 bool RunOutput::take(const BlockResult &result)
 {
+    if (result.firstInWindows1252 > 0 && !m_hasOtherEncoding) {
+        m_hasOtherEncoding = true;
+        m_console.report(
+            QStringLiteral("note: line %1 of %2 is not UTF-8 text, and lines that are "
+                           "not are read as Windows-1252; names may have wrong letters")
+                .arg(result.firstInWindows1252)
+                .arg(m_inputName));
+    }
     int printed = 0;
     for (const BlockResult::Message &message : result.messages) {
         print(result.output.constData() + printed, message.position - printed);
@@ -31,7 +51,7 @@ bool RunOutput::take(const BlockResult &result)
 /// What is said once of all positions.
 void RunOutput::reportRemarks()
 {
-    for (const QString &remark : m_job.remarks(m_notices, m_taken, m_inputName))
+    for (const QString &remark : m_job.remarks(m_notices, m_taken - m_takenBefore, m_inputName))
         m_console.report(remark);
 }
 

@@ -31,12 +31,9 @@ public:
 
     RunOutput(PositionJob &job, Console &console) : m_job(job), m_console(console) {}
 
-    /// What messages call the input, and one of what it consists of: "line".
-    void setInput(const QString &name, const QString &item)
-    {
-        m_inputName = name;
-        m_item = item;
-    }
+    /// What messages call the input, and one of what it consists of: "line". Of an input before
+    /// is said what is to be said of it.
+    void setInput(const QString &name, const QString &item);
 
     /// Where what failed goes.
     void setRejects(RejectsFile &rejects) { m_rejects = &rejects; }
@@ -77,7 +74,9 @@ private:
     QByteArray m_headerLine; ///< of the input
     bool m_hasHeading = false;
     bool m_hasPosition = false;
+    bool m_hasOtherEncoding = false; ///< what was said of this input
     qint64 m_taken = 0;
+    qint64 m_takenBefore = 0; ///< of the inputs before
     qint64 m_failed = 0;
     qint64 m_lastLine = 0;
     qint64 m_doneBytes = 0;

@@ -51,19 +51,24 @@ QList<QStringList> tableOf(const QString &headings)
 positions::PositionParser parserOf(const QString &from, const QString &options)
 {
     InputForm form(positions::findFrame(from)->frame);
+    form.missingHeight = positions::MissingHeight();
     QByteArray columns;
     qint64 skipped = 0;
     const QStringList words = options.split(QLatin1Char(' '), Qt::SkipEmptyParts);
     for (int i = 0; i + 1 < words.size(); i += 2) {
         const QString &value = words.at(i + 1);
-        if (words.at(i) == QLatin1String("--columns"))
+        if (words.at(i) == QLatin1String("--columns")) {
             columns = value.toUtf8();
-        else if (words.at(i) == QLatin1String("--skip"))
+        } else if (words.at(i) == QLatin1String("--skip")) {
             skipped = value.toInt();
-        else if (words.at(i) != QLatin1String("--length-unit"))
-            ADD_FAILURE() << "unknown option " << words.at(i);
-        else if (form.frame == Frame::LocalProjected)
+        } else if (words.at(i) == QLatin1String("--length-unit")) {
             form.lengthUnit = findLengthUnit(value)->unit;
+            form.hasLengthUnit = true;
+        } else if (words.at(i) == QLatin1String("--height")) {
+            form.missingHeight = positions::MissingHeight{value.toDouble(), true, {}};
+        } else {
+            ADD_FAILURE() << "unknown option " << words.at(i);
+        }
     }
     return parserFor(form, columns.constData(), skipped);
 }
@@ -74,6 +79,7 @@ TEST(HeadingUnits, AreReadOrRefusedAsThePageOnValuesSays)
         tableOf(QStringLiteral("| `--from` | options | headings | a line | read as |"));
     EXPECT_GT(rows.size(), 40);
     const QString refused = QStringLiteral("refused: ");
+    const QString fails = QStringLiteral("fails: ");
     for (const QStringList &row : rows) {
         SCOPED_TRACE(row.join(QLatin1String(" | ")).toStdString());
         ASSERT_EQ(row.size(), 5);
@@ -82,8 +88,15 @@ TEST(HeadingUnits, AreReadOrRefusedAsThePageOnValuesSays)
                                        (headings + row.at(3) + QLatin1Char('\n')).toUtf8());
         if (row.at(4).startsWith(refused)) {
             EXPECT_TRUE(all.positions.empty());
-            EXPECT_TRUE(all.end.startsWith(QLatin1String("1: "))) << all.end;
-            EXPECT_THAT(all.end, Mentions(row.at(4).mid(refused.size()).toUtf8()));
+            const bool isFirst = all.end.startsWith(QLatin1String("1: "));
+            EXPECT_TRUE(isFirst || all.end.startsWith(QLatin1String("2: "))) << all.end;
+            EXPECT_THAT(all.end, Mentions(row.at(4).mid(refused.size()).toUtf8().constData()));
+            continue;
+        }
+        if (row.at(4).startsWith(fails)) {
+            ASSERT_EQ(all.failures.size(), 1U);
+            EXPECT_THAT(all.failures.front(),
+                        Mentions(row.at(4).mid(fails.size()).toUtf8().constData()));
             continue;
         }
         EXPECT_EQ(all.end, QString());
@@ -104,51 +117,114 @@ struct UnitWord
     const char *shown;
 };
 
-TEST(HeadingUnits, OtherUnitsThanMetresAreKnownInTheirSpellings)
+struct UnitOfHeight
 {
-    const UnitWord rows[] = {
-        {"height_ft", "ft"},
-        {"height [ft]", "ft"},
-        {"Height (feet)", "ft"},
-        {"h_foot", "ft"},
-        {"heightft", "ft"},
-        {"h_us_ft", "us-ft"},
-        {"h (US survey foot)", "us-ft"},
-        {"H US FT", "us-ft"},
-        {"h [ftUS]", "us-ft"},
-        {"h_usft", "us-ft"},
-        {"height in cm", "cm"},
-        {"h_mm", "mm"},
-        {"h_km", "km"},
-        {"h_dm", "dm"},
-        {"h_yd", "yd"},
-        {"h (inches)", "in"},
-        {"h_link", "links"},
-        {"h_chains", "chains"},
-        {"h_fathoms", "fathoms"},
-        {"h_mile", "mi"},
-        {"h_deg", "deg"},
+    const char *heading;
+    double metres; ///< of 40; 0: it is refused
+    const char *shown;
+};
+
+/// The foot is 0.3048 m by definition, the US survey foot 1200/3937 m, the Clarke foot of the EPSG
+/// Dataset (9005) 0.3047972654 m.
+TEST(HeadingUnits, LengthsAreKnownInTheirSpellings)
+{
+    const UnitOfHeight rows[] = {
+        {"height_ft", 12.192, ""},
+        {"height [ft]", 12.192, ""},
+        {"Height (feet)", 12.192, ""},
+        {"h_foot", 12.192, ""},
+        {"heightft", 12.192, ""},
+        {"h_us_ft", 12.192024384048768, ""},
+        {"h (US survey foot)", 12.192024384048768, ""},
+        {"H US FT", 12.192024384048768, ""},
+        {"h [ftUS]", 12.192024384048768, ""},
+        {"h_usft", 12.192024384048768, ""},
+        {"h_clarke_ft", 12.191890616, ""},
+        {"height in cm", 0.4, ""},
+        {"h_mm", 0.04, ""},
+        {"h_km", 40000.0, ""},
+        {"h_dm", 4.0, ""},
+        {"h_yd", 0.0, "yd"},
+        {"h (inches)", 0.0, "in"},
+        {"h_link", 0.0, "links"},
+        {"h_chains", 0.0, "chains"},
+        {"h_fathoms", 0.0, "fathoms"},
+        {"h_mile", 0.0, "mi"},
+        {"h_deg", 0.0, "deg"},
     };
-    for (const UnitWord &row : rows) {
+    for (const UnitOfHeight &row : rows) {
         for (const char *columns : {"", "n,e,3"}) {
             SCOPED_TRACE(row.heading);
             const ParsedInput all =
                 parsed(parserFor(Frame::LocalProjected, columns),
                        "n;e;" + QByteArray(row.heading) + "\n463000;155000;40\n");
-            EXPECT_TRUE(all.positions.empty());
-            EXPECT_THAT(all.end,
-                        Mentions(QByteArray("is in ") + row.shown + ", but height is read in m"));
+            if (row.metres == 0.0) {
+                EXPECT_TRUE(all.positions.empty());
+                EXPECT_THAT(all.end, Mentions(QByteArray("is in ") + row.shown
+                                              + ", but height is read in m"));
+                continue;
+            }
+            EXPECT_EQ(all.end, QString());
+            ASSERT_EQ(all.positions.size(), 1U);
+            EXPECT_NEAR(all.positions.front().getENU().u, row.metres, 1e-10);
         }
     }
-    for (const char *heading : {"lat_rad", "lat [gon]", "lat (grad)", "latrad", "lat_dms",
-                                "lat_arcsec", "Latitude (radians)", "lat_mas"}) {
+}
+
+/// A gon is 0.9 degrees.
+TEST(HeadingUnits, AnglesAreKnownInTheirSpellings)
+{
+    const char *const rows[][3] = {{"lat_rad", "lon_rad", "0.9;0.1"},
+                                   {"latrad", "lon (radians)", "0.9;0.1"},
+                                   {"lat_rad", "lon_rad", "0.9N;E0.1"},
+                                   {"lat_rad", "lon_rad", "0,9;0,1"}};
+    for (const auto &row : rows) {
         for (const char *columns : {"", "2,1,3"}) {
-            SCOPED_TRACE(heading);
-            const ParsedInput all = parsed(parserFor(Frame::Wgs84Geographic, columns),
-                                           QByteArray(heading) + ";lon;h\n0.9;0.1;40\n");
-            EXPECT_TRUE(all.positions.empty());
-            EXPECT_THAT(all.end, Mentions("but latitude is read in deg"));
+            SCOPED_TRACE(testing::Message() << row[0] << row[2]);
+            const ParsedInput all =
+                parsed(parserFor(Frame::Wgs84Geographic, columns),
+                       QByteArray(row[0]) + ';' + row[1] + ";h\n" + row[2] + ";40\n");
+            EXPECT_EQ(all.end, QString());
+            ASSERT_EQ(all.positions.size(), 1U);
+            EXPECT_NEAR(all.positions.front().getXYZ().x, 5.729577951308232, 1e-12);
+            EXPECT_NEAR(all.positions.front().getXYZ().y, 51.56620156177409, 1e-12);
         }
+    }
+    for (const char *heading : {"lat [gon];lon [gon]", "lat (grad);lon_grads"}) {
+        const ParsedInput all =
+            parsed(parserFor(Frame::Wgs84Geographic), heading + QByteArray(";h\n-58;200;40\n"));
+        ASSERT_EQ(all.positions.size(), 1U) << heading;
+        EXPECT_NEAR(all.positions.front().getXYZ().x, 180.0, 1e-12);
+        EXPECT_NEAR(all.positions.front().getXYZ().y, -52.2, 1e-12);
+    }
+    for (const char *heading : {"lat_arcsec", "lat_mas", "lat (min)", "lat_m", "lat_ft"}) {
+        SCOPED_TRACE(heading);
+        const ParsedInput all =
+            parsed(parserFor(Frame::Wgs84Geographic), QByteArray(heading) + ";lon;h\n0.9;0.1;40\n");
+        EXPECT_TRUE(all.positions.empty());
+        EXPECT_TRUE(all.end.startsWith(QLatin1String("1: "))) << all.end;
+    }
+}
+
+TEST(HeadingUnits, ValuesOutsideTheirUnitFail)
+{
+    const char *const rows[][2] = {
+        {"lat_rad,lon_rad,h", "1.6,0.1,40"},       // 91.7 degrees
+        {"lat_rad,lon_rad,h", "52.5,5.25,40"},     // degrees
+        {"lat_gon,lon_gon,h", "100.1,6,40"},       // 90.09 degrees
+        {"lat_rad,lon_rad,h", "-0.9N,0.1,40"},     // two signs
+        {"lat_rad,lon_rad,h", "0.9E,0.1,40"},      // a letter of the other angle
+        {"lat_rad,lon_rad,h", "0.9\u00B0,0.1,40"}, // a sign of degrees
+        {"lat_rad,lon_rad,h", ",0.1,40"},          {"lat_rad,lon_rad,h", "nan,0.1,40"},
+        {"lat_dms,lon_dms,h", "523000,51500,40"},  {"lat_dms,lon_dms,h", "52 30 00,5 15 00,40"},
+        {"lat_dms,lon_dms,h", "52:61,5:15,40"},
+    };
+    for (const auto &row : rows) {
+        SCOPED_TRACE(row[1]);
+        const ParsedInput all =
+            parsed(parserFor(Frame::Wgs84Geographic), row[0] + QByteArray("\n") + row[1] + "\n");
+        EXPECT_TRUE(all.positions.empty());
+        EXPECT_EQ(all.failures.size(), 1U);
     }
 }
 
@@ -168,9 +244,29 @@ TEST(HeadingUnits, AreMillimetresWhereTheInputIs)
         EXPECT_NEAR(read.u, 40.5, 1e-9);
     }
     const ParsedInput metres = parsed(parserFor(millimetres), "n_mm,e_mm,h_m\n" + line);
-    EXPECT_TRUE(metres.positions.empty());
-    EXPECT_THAT(metres.end, Mentions("\"h_m\" is in m, but height is read in mm; --length-unit m "
-                                     "reads and prints lengths in it"));
+    ASSERT_EQ(metres.positions.size(), 1U);
+    EXPECT_NEAR(metres.positions.front().getENU().u, 40500.0, 1e-9);
+    EXPECT_NEAR(metres.positions.front().getENU().n, 463000.25, 1e-9);
+}
+
+/// Another foot than that of the plane differs by metres; a heading that says which one is read.
+TEST(HeadingUnits, FeetAreInDoubtWhereThePlaneHasOthers)
+{
+    InputForm form(Frame::LocalProjected);
+    form.planeUnit = positions::PlaneUnit{QStringLiteral("us-ft"), 1200.0 / 3937.0};
+    EXPECT_THAT(parsed(parserFor(form), "n_ft,e_ft,h_ft\n1000000,2000000,100\n").end,
+                Mentions("is in ft, but northing is read in us-ft"));
+    const ParsedInput said =
+        parsed(parserFor(form), "n_ft_intl,e_ft_intl,h_ft\n1000000,2000000,100\n");
+    ASSERT_EQ(said.positions.size(), 1U);
+    EXPECT_NEAR(said.positions.front().getENU().n, 304800.0, 1e-9);
+    // As it is printed with --length-unit ft.
+    const ParsedInput own =
+        parsed(parserFor(form),
+               "local_northing_ft,local_easting_ft,local_height_ft\n1000000,2000000,100\n");
+    ASSERT_EQ(own.positions.size(), 1U);
+    EXPECT_NEAR(own.positions.front().getENU().e, 609600.0, 1e-9);
+    EXPECT_NEAR(own.positions.front().getENU().u, 30.48, 1e-9);
 }
 
 /// A choice by numbers, against what longer headings say.
@@ -277,6 +373,7 @@ struct Said
     const char *columns;
     QByteArray input;
     const char *end; ///< empty: one position is read
+    Pos read = {};   ///< that one, where its numbers count
 };
 
 void expectSaid(const Said &row)
@@ -286,7 +383,13 @@ void expectSaid(const Said &row)
     if (*row.end == '\0') {
         EXPECT_EQ(all.end, QString());
         EXPECT_TRUE(all.failures.empty()) << all.failures.front();
-        EXPECT_EQ(all.positions.size(), 1U);
+        ASSERT_EQ(all.positions.size(), 1U);
+        if (!(row.read == Pos())) {
+            const stXYZ &read = all.positions.front().getXYZ();
+            EXPECT_NEAR(read.x, row.read.getXYZ().x, 1e-9);
+            EXPECT_NEAR(read.y, row.read.getXYZ().y, 1e-9);
+            EXPECT_NEAR(read.z, row.read.getXYZ().z, 1e-9);
+        }
         return;
     }
     EXPECT_TRUE(all.positions.empty());
@@ -299,39 +402,51 @@ TEST(HeadingUnits, OfALineOfTheirOwnAreThoseOfItsColumns)
 {
     constexpr Frame llh = Frame::Wgs84Geographic;
     constexpr Frame neh = Frame::LocalProjected;
+    const Pos degrees = Pos::fromLongLatH(6, 58, 40);
+    const Pos gons = Pos::fromLongLatH(5.4, 52.2, 40);
+    const Pos feet = Pos::fromLongLatH(6, 58, 12.192);
+    const Pos surveyFeet = Pos::fromLongLatH(6, 58, 12.192024384048768);
+    const Pos radians = Pos::fromLongLatH(51.56620156177409, 5.729577951308232, 40);
     const Said rows[] = {
-        {llh, "", "lat,lon,h\n[gon],[gon],[m]\n58,6,40\n",
-         "2: \"[gon]\" is in gon, but longitude is read in deg"},
-        {llh, "", "lat,lon,h\n# [deg],[deg],[ft]\n58,6,40\n",
-         "2: \"[ft]\" is in ft, but height is read in m"},
-        {llh, "", "lat lon h\n(deg) (deg) (US survey feet)\n58 6 40\n",
-         "2: \"(US survey feet)\" is in us-ft, but height is read in m"},
-        {llh, "", "lat,lon,h\ndeg,deg,ft\n58,6,40\n", "2: \"ft\" is in ft"},
-        {llh, "", "lat,lon,h\n[deg],[deg],[U.S. ft]\n58,6,40\n", "2: \"[U.S. ft]\" is in us-ft"},
+        {llh, "", "lat,lon,h\n[gon],[gon],[m]\n58,6,40\n", "", gons},
+        {llh, "", "lat,lon,h\n# [deg],[deg],[ft]\n58,6,40\n", "", feet},
+        {llh, "", "lat lon h\n(deg) (deg) (US survey feet)\n58 6 40\n", "", surveyFeet},
+        {llh, "", "lat,lon,h\ndeg,deg,ft\n58,6,40\n", "", feet},
+        {llh, "", "lat,lon,h\n\n# measured\ndeg,deg,ft\n58,6,40\n", "", feet},
+        {llh, "", "lat,lon,h\n[deg],[deg],[U.S. ft]\n58,6,40\n", "", surveyFeet},
+        {llh, "", "lat,lon,h_m\n[deg],[deg],[ft]\n58,6,40\n", "2: \"[ft]\" is in ft, but height"},
+        {llh, "", "lat,lon,h\n[deg],[deg],[ft]\n[deg],[deg],[m]\n58,6,40\n",
+         "3: \"[m]\" is in m, but height is read in ft"},
+        {llh, "", "lat,lon,h\n[rad],[deg],[m]\n0.9,6,40\n", "",
+         Pos::fromLongLatH(6, 51.56620156177409, 40)},
+        {llh, "", "lat,lon,h\n[rad],-,[m]\n0.9,6,40\n", "2: longitude names no unit"},
         {llh, "", "lat,lon,h\ndeg S,deg W,m\n33.9,18.4,40\n", "2: \"deg W\" counts southwards or"},
         {llh, "",
          "lat,lon,h\n[\xC2\xB0S],[\xC2\xB0"
          "E],[m]\n33.9,18.4,40\n",
          "2: \"[\xC2\xB0S]\" counts southwards or westwards; latitude is read"},
-        {llh, "", "lat,lon,h\ndeg,deg,feet (US)\n58,6,40\n", "2: \"feet (US)\" is in us-ft"},
-        {llh, "", "name;lat;lon;h\n;deg;deg;ft\nA;58;6;40\n", "2: \"ft\" is in ft"},
-        {llh, "", "# [deg],[deg],[ft]\nlat,lon,h\n58,6,40\n", "1: \"[ft]\" is in ft"},
-        {llh, "", "# units: deg deg ft\n58 6 40\n", "1: \"ft\" is in ft"},
-        {llh, "", "[rad],[rad],[m]\n0.9,0.1,40\n", "1: \"[rad]\" is in rad"},
-        {llh, "", "# (rad) (rad) (m)\nA 0.9 0.1 40\n", "1: \"(rad)\" is in rad"},
-        {llh, "", "# lat,lon,h\n[gon],[gon],[m]\n58,6,40\n", "2: \"[gon]\" is in gon"},
-        {llh, "2,1,3", "[gon],[gon],[m]\n58,6,40\n", "1: \"[gon]\" is in gon"},
-        {llh, "2,1,3", "hoch,rechts,oben\n[deg],[deg],[ft]\n58,6,40\n", "2: \"[ft]\" is in ft"},
-        {llh, "b,a,c", "a;b;c;d\ndeg;deg;ft;m\n58;6;40;7\n", "2: \"ft\" is in ft"},
-        {neh, "", "n,e,h\nm,m,ft\n465682.96,183928.88,40\n",
-         "2: \"ft\" is in ft, but height is read in m; --length-unit ft reads"},
-        {neh, "", "n,e,h\n[km],[km],[m]\n465.6,183.9,40\n", "2: \"[km]\" is in km"},
+        {llh, "", "lat,lon,h\ndeg,deg,feet (US)\n58,6,40\n", "", surveyFeet},
+        {llh, "", "name;lat;lon;h\n;deg;deg;ft\nA;58;6;40\n", "", feet},
+        {llh, "", "# [deg],[deg],[ft]\nlat,lon,h\n58,6,40\n", "", feet},
+        {llh, "", "# units: deg deg ft\n6 58 40\n", "", feet},
+        {llh, "", "[rad],[rad],[m]\n0.9,0.1,40\n", "", radians},
+        {llh, "", "# (rad) (rad) (m)\nA 0.9 0.1 40\n", "", radians},
+        {llh, "", "# lat,lon,h\n[gon],[gon],[m]\n58,6,40\n", "", gons},
+        {llh, "2,1,3", "[gon],[gon],[m]\n58,6,40\n", "", gons},
+        {llh, "2,1,3", "hoch,rechts,oben\n[deg],[deg],[ft]\n58,6,40\n", "", feet},
+        {llh, "b,a,c", "a;b;c;d\ndeg;deg;ft;m\n58;6;40;7\n", "", feet},
+        {neh, "", "n,e,h\nm,m,ft\n465682.96,183928.88,40\n", "",
+         Pos::fromENU(183928.88, 465682.96, 12.192)},
+        {neh, "", "n,e,h\n[km],[km],[m]\n465.6,183.9,40\n", "", Pos::fromENU(183900, 465600, 40)},
+        {neh, "", "n,e,h\n[km],[km],-\n465.6,183.9,40\n", "2: height names no unit"},
+        {neh, "", "n,e,h\n[chains],[chains],[m]\n465.6,183.9,40\n",
+         "2: \"[chains]\" is in chains, but northing is read in m"},
         {neh, "", "# ft,ft\nn,e,h\n465682.96,183928.88,40\n", "1: \"ft\" is in ft"},
-        {llh, "", "lat,lon,h\n[deg],[deg],[m]\n58,6,40\n", ""},
+        {llh, "", "lat,lon,h\n[deg],[deg],[m]\n58,6,40\n", "", degrees},
         {llh, "", "lat,lon,h\n# [\xC2\xB0],[\xC2\xB0],[m]\n58,6,40\n", ""},
         {llh, "", "lat lon h\n(deg) (decimal degrees) (m)\n58 6 40\n", ""},
         {llh, "", "lat,lon,h\ndeg N,deg E,m\n58,6,40\n", ""},
-        {llh, "", "lat;lon;h\n[gon N];[gon E];[m]\n58;6;40\n", "2: \"[gon E]\" is in gon"},
+        {llh, "", "lat;lon;h\n[gon N];[gon E];[m]\n58;6;40\n", "", gons},
         {llh, "", "deg,deg,m\n58,6,40\n", ""},
         {llh, "", "id,lat,lon,h,dist\n-,deg,deg,m,km\nA,58,6,40,7\n", ""},
         {llh, "", "# units: degrees, degrees, metres\nA,58,6,40\n", ""},
@@ -347,6 +462,37 @@ TEST(HeadingUnits, OfALineOfTheirOwnAreThoseOfItsColumns)
     EXPECT_EQ(again.positions.size(), 2U);
     EXPECT_TRUE(again.failures.empty());
     EXPECT_TRUE(again.end.startsWith(QLatin1String("6: \"[gon]\" is in gon"))) << again.end;
+    // What was reported was read in the units before.
+    const ParsedInput late = parsed(parserFor(llh), "lat,lon,h\n58,6,x\n[deg],[deg],[ft]\n");
+    EXPECT_EQ(late.failures.size(), 1U);
+    EXPECT_TRUE(late.end.startsWith(QLatin1String("3: \"[ft]\" is in ft"))) << late.end;
+    // Below the same headings again, the same units.
+    const ParsedInput twice = parsed(parserFor(llh), "lat,lon,h\n[deg],[deg],[ft]\n58,6,40\n"
+                                                     "lat,lon,h\n[deg],[deg],[ft]\n58,6,40\n");
+    EXPECT_EQ(twice.end, QString());
+    ASSERT_EQ(twice.positions.size(), 2U);
+    EXPECT_EQ(twice.positions[0], twice.positions[1]);
+    EXPECT_TRUE(parsed(parserFor(llh), "lat,lon,h_ft\n58,6,40\nlat,lon,h\n58,6,40\n")
+                    .end.startsWith(QLatin1String("3: these headings give another order")));
+}
+
+/// Lines that are kept to be mended are read in the same units again.
+TEST(HeadingUnits, OfALineOfTheirOwnBelongToTheHeaderLine)
+{
+    for (const QByteArray &lines : {QByteArray("lat,lon,h\n[deg],[deg],[ft]\n"),
+                                    QByteArray("# [deg],[deg],[ft]\nlat,lon,h\n"),
+                                    QByteArray("# lat,lon,h\n# [deg],[deg],[ft]\n")}) {
+        SCOPED_TRACE(lines.toStdString());
+        positions::PositionParser parser = parserFor(Frame::Wgs84Geographic);
+        qint64 number = 0;
+        for (const QByteArray &line : (lines + "58,6,40").split('\n'))
+            parser.parse({line.constData(), static_cast<std::size_t>(line.size())}, ++number);
+        const ParsedInput again =
+            parsed(parserFor(Frame::Wgs84Geographic), parser.headerLine() + "\n58,6,40\n");
+        ASSERT_EQ(again.positions.size(), 1U);
+        EXPECT_EQ(again.positions.front(), parser.position());
+        EXPECT_NEAR(again.positions.front().getXYZ().z, 12.192, 1e-12);
+    }
 }
 
 TEST(HeadingUnits, InTitlesAndRemarksAreNotPassedOver)
@@ -423,8 +569,10 @@ TEST(HeadingUnits, InTitlesAndRemarksAreNotPassedOver)
         }
     }
     // Passed over with --skip, unless the headings stand in front of it.
-    EXPECT_THAT(parsed(parserFor(llh), "# b\n# heights in ft\nlat,lon,h\n52,5,40\n").end,
-                Mentions("2: the line says \"heights in ft\", but height is read in m; --skip 2 "));
+    EXPECT_THAT(
+        parsed(parserFor(llh), "# b\n# heights in ft\nlat,lon,h\n52,5,40\n").end,
+        Mentions("2: the line says \"heights in ft\", but height is read in m; --length-unit ft "
+                 "reads and prints lengths in it; --skip 2 "));
     EXPECT_FALSE(parsed(parserFor(llh), "# lat,lon,h\n# heights in ft\n52,5,40\n")
                      .end.contains(QLatin1String("--skip")));
     EXPECT_EQ(parsed(parserFor(llh, "", 1), "# heights in ft\n5,52,40\n").positions.size(), 1U);

@@ -82,7 +82,7 @@ INSTANTIATE_TEST_SUITE_P(
         Advice{"OtherHeadings", llh, "", "easting,northing,h\n155000,463000,40\n",
                "; a choice of columns picks columns with other headings",
                "; Columns picks columns with other headings"},
-        Advice{"Feet", neh, "", "n_ft,e_ft,h_ft\n1,2,3\n",
+        Advice{"Feet", neh, "", "# All lengths in feet\n1,2,3\n",
                "; the unit ft reads and prints lengths in it", "; Unit ft reads and prints"},
         Advice{"Doubt", llh, "", "5 30 52 10\n",
                "; say it with a line of headings or a choice of columns",
@@ -90,8 +90,11 @@ INSTANTIATE_TEST_SUITE_P(
         Advice{"OtherFields", llh, "", "A,5.25,52.5,40.5,x\n",
                "are these, a choice of columns 1,2,3,4 picks them",
                "are these, Columns 1,2,3,4 picks them"},
-        Advice{"TwoColumns", llh, "1,2", "", "a choice of columns '1,2' has 2 columns; there are",
-               "Columns '1,2' has 2 columns; there are"},
+        Advice{"OneColumn", llh, "1", "", "a choice of columns '1' has 1 columns; there are",
+               "Columns '1' has 1 columns; there are"},
+        Advice{"TwoColumns", llh, "1,2", "5.25,52.5,40\n",
+               "a choice of columns picks two columns; there are longitude, latitude, height",
+               "Columns picks two columns; there are"},
         Advice{"ColumnNumber", llh, "0,1,2", "", "a choice of columns '0,1,2': '0' is no column",
                "Columns '0,1,2': '0' is no column"},
         Advice{"NoColumn", llh, "1,2,4", "5.25,52.5,40\n",
@@ -108,13 +111,36 @@ INSTANTIATE_TEST_SUITE_P(
                "Columns picks column 1 twice"}),
     [](const auto &row) { return row.param.testName; });
 
-TEST(InputWords, StandInTheNoteOnColumns)
+QStringList notesOn(positions::InputForm form, const char *headings, const char *line)
 {
-    PositionParser parser(Frame::Wgs84Geographic);
-    parser.parse("name,code,lat,lon,h", 1);
-    EXPECT_EQ(parser.noteOnColumns(),
-              QStringLiteral("columns that are not in the output: \"code\"; a choice of columns "
-                             "1,4,3,5 carries them through"));
+    PositionParser parser(form);
+    parser.parse(headings, 1);
+    EXPECT_TRUE(parser.notes().isEmpty()); // a line of units may follow
+    parser.parse(line, 2);
+    return parser.notes();
+}
+
+TEST(InputWords, ColumnsThatGoNowhereAreNoted)
+{
+    const positions::InputForm heights(Frame::Wgs84Geographic,
+                                       positions::InputHeight::AboveEllipsoid);
+    EXPECT_EQ(notesOn(heights, "name,code,lat,lon,h", "A,T,52,5,40"),
+              QStringList(QStringLiteral("columns that are not in the output: \"code\"")));
+    EXPECT_EQ(notesOn(Frame::Wgs84Geographic, "name,code,lat,lon,h", "A,T,52,5,40"), QStringList());
+}
+
+TEST(InputWords, StandInTheNoteOnHeights)
+{
+    positions::InputForm form(Frame::Wgs84Geographic);
+    form.missingHeight = positions::MissingHeight{0.0, false, QStringLiteral("the ellipsoid")};
+    EXPECT_EQ(notesOn(form, "lat,lon", "52.5,5.25"),
+              QStringList(QStringLiteral("no height given: 0 is taken, above the ellipsoid; the "
+                                         "height says another")));
+    form.words.height = QStringLiteral("--height");
+    form.missingHeight->isGiven = true;
+    EXPECT_EQ(notesOn(form, "lat,lon", "52.5,5.25"),
+              QStringList(QStringLiteral("the height of --height is taken as it is, above the "
+                                         "ellipsoid")));
 }
 
 } // namespace

@@ -53,7 +53,7 @@ inline ParsedInput parsed(positions::PositionParser parser, const QByteArray &in
 inline positions::InputWords optionWords()
 {
     return {QStringLiteral("--columns"), QStringLiteral("--skip"), QStringLiteral("--from"),
-            QStringLiteral("--length-unit")};
+            QStringLiteral("--length-unit"), QStringLiteral("--height")};
 }
 
 inline positions::PositionParser parserFor(positions::InputForm form, const char *columns = "",

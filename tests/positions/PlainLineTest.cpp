@@ -126,7 +126,7 @@ PositionParser parserOf(const Beginning &beginning, Frame frame)
         positions::InputForm(frame, positions::InputHeight::OfFrame, beginning.lengthUnit), choice);
     const Result result = parser.parse(beginning.header.at(frame), 1);
     EXPECT_TRUE(result == Result::Nothing || result == Result::Position) << parser.reason();
-    EXPECT_TRUE(parser.knowsOrder());
+    EXPECT_EQ(parser.knowsOrder(), result == Result::Position);
     return parser;
 }
 

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QtCore/QByteArray>
+#include <QtCore/QTextCodec>
+
+#include <memory>
+
+namespace KelStd::cli {
+
+/// What programs write as text, as UTF-8 with line feeds: UTF-16 behind its byte-order mark, as
+/// spreadsheets write "Unicode text", and lines that a carriage return alone ends. Other bytes are
+/// left as they are.
+class InputText
+{
+public:
+    /// Turns the bytes behind `from`, which follow those of the calls before, into such text.
+    /// `bytes` holds at least what stands behind the last line end. `isAtEnd`: no more follow.
+    void normalise(QByteArray &bytes, int from, bool isAtEnd);
+
+private:
+    enum class LineEnds
+    {
+        NotKnown,
+        LineFeeds, ///< also behind carriage returns
+        CarriageReturns
+    };
+
+    void recogniseEncoding(QByteArray &bytes, int &from, bool isAtEnd);
+    void recogniseLineEnds(const QByteArray &bytes, bool isAtEnd);
+
+    bool m_knowsEncoding = false;
+    std::unique_ptr<QTextDecoder> m_decoder; ///< of UTF-16
+    LineEnds m_ends = LineEnds::NotKnown;
+};
+
+} // namespace KelStd::cli
