@@ -89,7 +89,8 @@ bool readPrecision(const QString &text, DisplayOptions &options)
             return false;
     }
     options.lengthDecimals = decimals[0];
-    options.angleDecimals = decimals[numbers.size() - 1];
+    if (numbers.size() > 1)
+        options.angleDecimals = decimals[1];
     return true;
 }
 
@@ -117,8 +118,9 @@ void DisplayOptions::addTo(CommandLine &line)
                                    "and metres that read back to the same numbers."),
                     formNames(QStringLiteral("|"))});
     line.addOption({precisionOption,
-                    QStringLiteral("Decimals, 0 to %1; N,M when angles (M) have others\n"
-                                   "than lengths.")
+                    QStringLiteral("Decimals of lengths, 0 to %1; angles have as many as\n"
+                                   "show the same on the ground (8 of a degree for 3),\n"
+                                   "or M.")
                         .arg(maxDecimals),
                     QStringLiteral("N[,M]")});
     line.addOption({angleOption,
