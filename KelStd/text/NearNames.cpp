@@ -120,7 +120,10 @@ std::optional<int> costOfWords(const QStringList &given, QStringList words, bool
         cost += least;
         words.removeAt(best);
     }
-    return cost + words.size();
+    // Numbers that are left belong to a word: "WGS 84" is no longer than "Carthage".
+    return cost
+           + static_cast<int>(std::count_if(words.cbegin(), words.cend(),
+                                            [](const QString &word) { return !isNumber(word); }));
 }
 
 QString digitsOf(const QStringList &words)

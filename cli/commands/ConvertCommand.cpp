@@ -15,6 +15,7 @@
 #include <cli/terminal/Console.h>
 #include <cli/terminal/ShownText.h>
 #include <cli/terminal/StandardStreams.h>
+#include <cli/terminal/UnknownWord.h>
 #include <cli/values/DisplayOptions.h>
 
 #include <KelStd/location/SystemNotes.h>
@@ -134,8 +135,8 @@ std::optional<ConvertOptions> optionsOf(const CommandLine &line, PositionInput &
     const QString from = line.value(QStringLiteral("from"));
     options.frame = positions::findFrame(from);
     if (options.frame == nullptr) {
-        mistake = QStringLiteral("--from '%1' is no frame; there are %2")
-                      .arg(from, frameNames(QStringLiteral(", ")));
+        mistake = unknownWord(QStringLiteral("from"), from, QStringLiteral("frame"),
+                              frameNames(QStringLiteral(" ")).split(QLatin1Char(' ')));
         return std::nullopt;
     }
     const auto form = chosenForm(line, locationOutputForms(), console, mistake);
