@@ -92,6 +92,7 @@
 #include <KelStd/proj/ShiftGrids.h>
 #include <KelStd/text/AngleSigns.h>
 #include <KelStd/text/CoordStringHelper.h>
+#include <KelStd/text/NearNames.h>
 #include <KelStd/text/TypedAngle.h>
 #include <KelStd/text/TypedNumber.h>
 #include <KelStd/text/TypedValueFailure.h>

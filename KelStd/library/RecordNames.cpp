@@ -1,5 +1,7 @@
 #include <KelStd/library/RecordNames.h>
 
+#include <KelStd/text/NearNames.h>
+
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 #include <QtCore/QObject>
@@ -161,17 +163,7 @@ bool isTakenBy(const QString &name, const QString &present)
 
 QStringList similarNames(const QString &name, const QStringList &names)
 {
-    constexpr int maxNames = 5;
-    const QString wanted = name.simplified();
-    QStringList equal;
-    QStringList containing;
-    for (const QString &candidate : names) {
-        if (QString::compare(candidate.simplified(), wanted, Qt::CaseInsensitive) == 0)
-            equal += candidate;
-        else if (!wanted.isEmpty() && candidate.contains(wanted, Qt::CaseInsensitive))
-            containing += candidate;
-    }
-    return (equal + containing).mid(0, maxNames);
+    return nearNames(name, names);
 }
 
 } // namespace KelStd::library

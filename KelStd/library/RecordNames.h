@@ -39,10 +39,9 @@ KELSTD_EXPORT QString nameFault(const QString &name);
 /// without the blanks around it, in all but case. Blanks around the present name count.
 KELSTD_EXPORT bool isTakenBy(const QString &name, const QString &present);
 
-/// The names that somebody who typed `name` may have meant: those that differ in case and blanks
-/// alone, then those that have `name` within them.
+/// The names that somebody who typed `name` may have meant.
 ///
-/// \return at most five of `names`, the likeliest first
+/// \return those of `names` that `nearNames` gives, the likeliest first
 KELSTD_EXPORT QStringList similarNames(const QString &name, const QStringList &names);
 
 } // namespace KelStd::library

@@ -2,6 +2,7 @@
 
 #include <KelStd/positions/Headings.h>
 #include <KelStd/positions/ReadUnits.h>
+#include <KelStd/text/NearNames.h>
 #include <KelStd/text/TypedNumber.h>
 
 #include <algorithm>
@@ -9,6 +10,16 @@
 namespace KelStd::positions {
 
 namespace {
+
+/// What stands before the list of the headings that there are.
+QString beforeList(const QString &column, const QStringList &headings)
+{
+    QStringList near;
+    for (const QString &heading : nearNames(column, headings))
+        near += quoted(heading);
+    return near.isEmpty() ? QStringLiteral("there are")
+                          : hintAt(near) + QStringLiteral(" There are");
+}
 
 /// The one heading that is written like this, or else the one that differs in case, blanks and
 /// signs alone.
@@ -25,12 +36,12 @@ int fieldHeaded(const QString &column, const QStringList &headings, const InputW
     const int count = compared.count(wanted);
     if (count == 1)
         return compared.indexOf(wanted);
-    mistake = count > 1
-                  ? QStringLiteral("%1: %2 is the heading of %3 columns; pick one by "
-                                   "its number")
-                        .arg(words.columns, quoted(column), QString::number(count))
-                  : QStringLiteral("%1: no column is headed %2; there are %3")
-                        .arg(words.columns, quoted(column), headings.join(QLatin1String(", ")));
+    mistake = count > 1 ? QStringLiteral("%1: %2 is the heading of %3 columns; pick one by "
+                                         "its number")
+                              .arg(words.columns, quoted(column), QString::number(count))
+                        : QStringLiteral("%1: no column is headed %2; %3 %4")
+                              .arg(words.columns, quoted(column), beforeList(column, headings),
+                                   headings.join(QLatin1String(", ")));
     return -1;
 }
 

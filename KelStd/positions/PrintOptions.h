@@ -21,8 +21,9 @@ struct PrintOptions
 
     /// What is not set is what the output has for a default.
     std::optional<Form> form;
-    std::optional<int> lengthDecimals;      ///< 0 to `maxDecimals`
-    std::optional<int> angleDecimals;       ///< 0 to `maxDecimals`
+    std::optional<int> lengthDecimals; ///< 0 to `maxDecimals`
+    /// 0 to `maxDecimals`; where only those of lengths are set, `angleDecimalsFor` gives these.
+    std::optional<int> angleDecimals;
     const AngleStyle *angleStyle = nullptr; ///< as `findAngleStyle` gives it
     const LengthUnit *lengthUnit = nullptr; ///< as `findLengthUnit` gives it
 
@@ -37,5 +38,17 @@ KELSTD_EXPORT const AngleStyle &defaultAngleStyle();
 
 /// The unit of an output for which none is set: metres. May be called on any thread.
 KELSTD_EXPORT const LengthUnit &defaultLengthUnit();
+
+/// The decimals with which an angle in a style shows as much of the ground as a length does.
+///
+/// A degree of a great circle of the mean sphere (6371008.8 m, IUGG) is 111.195 km, so that 8
+/// decimals of a degree stand beside millimetres: their last digit is 1.1 mm. It is at most an
+/// eighth more than the length's in every style.
+///
+/// \param lengthDecimals those of the length
+/// \param metresPerUnit what 1 of the length's unit is [m], greater than 0
+/// \return 0 to `PrintOptions::maxDecimals`. May be called on any thread.
+KELSTD_EXPORT int angleDecimalsFor(const AngleStyle &style, int lengthDecimals,
+                                   double metresPerUnit);
 
 } // namespace KelStd::positions

@@ -113,8 +113,6 @@ void ValuePrinter::take(const PrintOptions &options, bool isNumbers)
     m_config.latLongFormat = m_angleStyle->format;
     if (isNumbers)
         m_config.latLongPrecision = csvAngleDecimals;
-    if (options.angleDecimals)
-        m_config.latLongPrecision = withinDecimals(*options.angleDecimals);
     for (const LengthRow &row : lengthRows) {
         if (options.lengthUnit != nullptr)
             m_config.*row.unit = options.lengthUnit->unit;
@@ -126,6 +124,23 @@ void ValuePrinter::take(const PrintOptions &options, bool isNumbers)
             m_config.*row.keepZero = true;
         }
     }
+    if (options.angleDecimals)
+        m_config.latLongPrecision = withinDecimals(*options.angleDecimals);
+    else if (options.lengthDecimals)
+        m_config.latLongPrecision = followingDecimals(withinDecimals(*options.lengthDecimals));
+}
+
+/// The decimals of angles beside lengths of so many, in the smallest of their units.
+unsigned char ValuePrinter::followingDecimals(int lengthDecimals) const
+{
+    double metres = 1.0;
+    for (const LengthRow &row : lengthRows) {
+        metres = std::min(
+            metres, CoordStringHelper::ConvertUnit_Length(1.0, m_config.*row.unit, Unit_Meter));
+    }
+    const AngleStyle &style =
+        m_form == Form::Numbers ? *findAngleStyle(Format_Degree) : *m_angleStyle;
+    return withinDecimals(angleDecimalsFor(style, lengthDecimals, metres));
 }
 
 /// Looked up once: a million lines have twelve million numbers.
@@ -172,11 +187,22 @@ double ValuePrinter::plainNumber(const Column &column, const Location &location)
 
 QString ValuePrinter::configuredText(const Column &column, double value) const
 {
+    if (isAngle(column) && m_angleStyle->format == Format_Radian)
+        return radianText(value);
     const EValueType type = column.valueType;
     const double shown = type == ValueType_Longitude ? within180(value) : value;
     const QString text =
         m_config.getParamValueString({type, isAngle(column) ? Unit_Degree : Unit_Meter, shown});
     return isAngle(column) ? text : withoutSignOfZero(text);
+}
+
+/// A plain number with a sign for longitudes and latitudes alike: a radian with a letter is read by
+/// nobody.
+QString ValuePrinter::radianText(double degrees) const
+{
+    constexpr double radiansPerDegree = 0.017453292519943295;
+    return withoutSignOfZero(
+        QString::number(within180(degrees) * radiansPerDegree, 'f', m_config.latLongPrecision));
 }
 
 QString ValuePrinter::cell(const Column &column, const Location &location) const
@@ -220,7 +246,7 @@ int ValuePrinter::angleWidth(const Column &column) const
     switch (static_cast<int>(m_angleStyle->format)) {
     case Format_Degree: return degreeDigits + fraction + symbolAndLetter;
     case Format_Second: return 6 + fraction + symbolAndLetter;
-    case Format_Radian: return 1 + fraction + 1;
+    case Format_Radian: return 2 + fraction; // a sign
     default: return degreeDigits + 1 + 2 + 1 + 2 + fraction + symbolAndLetter;
     }
 }

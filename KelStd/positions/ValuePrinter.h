@@ -42,7 +42,8 @@ public:
     /// hemispheres.
     bool printsNumbers(const Column &column) const
     {
-        return m_form != Form::Configured || !isAngle(column);
+        return m_form != Form::Configured || !isAngle(column)
+               || m_angleStyle->format == Format_Radian;
     }
 
     /// The same for a column of text, filled with blanks behind where trailing zeros are missing:
@@ -74,10 +75,12 @@ private:
     };
 
     void take(const PrintOptions &options, bool isNumbers);
+    unsigned char followingDecimals(int lengthDecimals) const;
     void planNumbers();
     const NumberPlan &planOf(const Column &column) const;
     double plainNumber(const Column &column, const Location &location) const;
     QString configuredText(const Column &column, double value) const;
+    QString radianText(double degrees) const;
     EUnit lengthUnitOf(const Column &column) const;
     int decimalsOf(const Column &column) const;
     int angleWidth(const Column &column) const;

@@ -38,11 +38,14 @@ constexpr auto makeLengthUnits()
 
 constexpr auto lengthUnitRows = makeLengthUnits();
 
+constexpr double second = 1.0 / 3600.0;
+constexpr double radian = 57.295779513082323;
+
 constexpr AngleStyle angleStyleRows[] = {
-    {"dms", Format_DegreeMinuteSecond, "dms", 6},
-    {"degree", Format_Degree, "deg", 10},
-    {"second", Format_Second, "arcsec", 6},
-    {"radian", Format_Radian, "rad", 12},
+    {"dms", Format_DegreeMinuteSecond, "dms", 6, second},
+    {"degree", Format_Degree, "deg", 10, 1.0},
+    {"second", Format_Second, "arcsec", 6, second},
+    {"radian", Format_Radian, "rad", 12, radian},
 };
 
 /// The row of a table; null when there is none.

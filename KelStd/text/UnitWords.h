@@ -35,6 +35,7 @@ struct AngleStyle
     EFormat format;
     const char *unit; ///< what an angle in this style is in, for headings and names of columns
     int decimals;     ///< as many as show 0.000001 of an arc second
+    double degrees;   ///< what 1 of the part that has decimals is: of "dms" a second [deg]
 };
 
 /// Degrees, minutes and seconds, then decimal degrees, arc seconds, radians: "dms", "degree",

@@ -50,16 +50,18 @@ LastResort importAsLastResort(const QString &given, Console &console)
     if (imported.system) {
         for (const QString &text : essentialLines(imported.report))
             console.report(text);
-        return {imported.system, originOf(imported.report), false};
+        return {imported.system, originOf(imported.report), false, {}};
     }
     // What is no source at all is a mistyped name or file, of which the caller says more.
     const bool isNone = imported.refusal.kind == catalogue::CatalogueFailureKind::NotUnderstood
                         && !beginsLikeDefinition(*source);
-    if (!isRefusal(imported.refusal) || isNone)
+    if (isNone)
+        return {std::nullopt, {}, false, nearSystems(catalogue, given)};
+    if (!isRefusal(imported.refusal))
         return {};
     console.report(QStringLiteral("cannot use the coordinate system %1: %2")
                        .arg(shown(given), imported.refusal.text));
-    return {std::nullopt, {}, true};
+    return {std::nullopt, {}, true, {}};
 }
 
 } // namespace KelStd::cli

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cli/catalogue/NearSystems.h>
+
 #include <KelStd/coord/Coord.h>
 #include <KelStd/coord/SystemOrigin.h>
 
@@ -17,6 +19,7 @@ struct LastResort
     std::optional<Coord> system;
     SystemOrigin origin;
     bool isReported = false; ///< a report says why there is none; otherwise nothing was meant by it
+    QList<NearSystem> near;  ///< what may have been meant, where there is neither
 };
 
 /// Imports the system that `given` means as a source for the catalogue: a code, a name, a

@@ -1,10 +1,12 @@
 #include <cli/commands/Command.h>
 
+#include <cli/commands/ProgramHelp.h>
 #include <cli/terminal/Console.h>
 #include <cli/terminal/StandardStreams.h>
 
+#include <KelStd/text/NearNames.h>
+
 #include <QtCore/QList>
-#include <QtCore/QVector>
 
 #include <algorithm>
 
@@ -45,72 +47,17 @@ QString nameOf(const Command &command)
     return QString::fromLatin1(command.name);
 }
 
-/// A command's line in a list.
-QString listed(const Command &command)
-{
-    return QStringLiteral("  %1  %2")
-        .arg(nameOf(command), -17)
-        .arg(QString::fromLatin1(command.summary));
-}
-
 bool isHelpOption(const QString &word)
 {
     return word == QLatin1String("--help") || word == QLatin1String("-h");
 }
 
-QString programHelp()
+QList<const Command *> allCommands()
 {
-    QString help = QStringLiteral(
-        "Usage: kelstd COMMAND [OPTIONS] [ARGUMENTS]\n"
-        "Coordinate systems for GNSS surveying: a measured position in every frame.\n"
-        "\n"
-        "Commands:\n");
+    QList<const Command *> all;
     for (const Command &command : commands)
-        help += listed(command) + QLatin1Char('\n');
-    help += QStringLiteral(
-        "\n"
-        "Options:\n"
-        "  -h, --help      Show this help; 'kelstd help COMMAND' that of a command.\n"
-        "  -v, --version   Show the version.\n"
-        "\n"
-        "Exit status:\n"
-        "  0  everything was done\n"
-        "  1  some positions or values failed; standard error lists them with their\n"
-        "     lines. Or the leap seconds differ from the list, a change of the library\n"
-        "     was refused, or its check found something\n"
-        "  2  the command line, the input's header line or a time was not understood\n"
-        "  3  no PROJ ('kelstd doctor' tells why), no usable coordinate system, geoid\n"
-        "     model or library, or output that cannot be written\n"
-        "  4  the change was made, but standard output cannot be written to say so;\n"
-        "     standard error does\n"
-        "\n"
-        "Environment:\n"
-        "  KELSTD_HOME_DIR  Directory of the user's own files, with the library; PROJ is\n"
-        "                   unpacked into it.\n"
-        "                   Default: the user's application-data directory.\n"
-        "  KELSTD_BIN_DIR   Directory of the program's files, with proj/proj.zip.\n"
-        "                   Default: the program's own.\n"
-        "  PROJ_DEBUG       Set to 1, 2 or 3, it lets PROJ's notes on the coordinate\n"
-        "                   systems through to standard error.");
-    return help;
-}
-
-/// How many letters have to be added, removed or changed to make one word of the other.
-int editDistance(const QString &left, const QString &right)
-{
-    QVector<int> row(right.size() + 1);
-    for (int i = 0; i < row.size(); ++i)
-        row[i] = i;
-    for (int i = 0; i < left.size(); ++i) {
-        int diagonal = row[0];
-        row[0] = i + 1;
-        for (int j = 0; j < right.size(); ++j) {
-            const int changed = diagonal + (left.at(i) == right.at(j) ? 0 : 1);
-            diagonal = row[j + 1];
-            row[j + 1] = std::min({changed, row[j] + 1, row[j + 1] + 1});
-        }
-    }
-    return row.last();
+        all += &command;
+    return all;
 }
 
 /// The command whose name `words` begin with.
@@ -135,23 +82,35 @@ QList<const Command *> groupOf(const QString &word)
     return group;
 }
 
-/// The commands that `words` may have meant.
-QStringList similarCommands(const QStringList &words)
+QStringList namesOf(const QList<const Command *> &members)
 {
-    constexpr int maxTypingErrors = 2;
     QStringList names;
-    for (const Command &command : commands) {
-        const QString name = nameOf(command);
-        const int nameWords = 1 + name.count(QLatin1Char(' '));
-        const QString given = words.mid(0, nameWords).join(QLatin1Char(' '));
-        if (editDistance(given, name) <= maxTypingErrors)
-            names += QLatin1Char('\'') + name + QLatin1Char('\'');
-    }
-    if (names.isEmpty()) {
-        for (const Command *command : groupOf(words.first()))
-            names += QLatin1Char('\'') + nameOf(*command) + QLatin1Char('\'');
-    }
+    for (const Command *command : members)
+        names += nameOf(*command);
     return names;
+}
+
+/// What to do instead of `words`, which are no command: the members of a group that they name, or
+/// those that they are near to.
+QString hintFor(const QStringList &words)
+{
+    const auto quoted = [](const QStringList &names) {
+        QStringList list;
+        for (const QString &name : names)
+            list += QLatin1Char('\'') + name + QLatin1Char('\'');
+        return list;
+    };
+    const QStringList group = namesOf(groupOf(words.first()));
+    if (!group.isEmpty() && words.size() == 1)
+        return QStringLiteral("there are ") + quoted(group).join(QLatin1String(", "));
+    const QStringList all = namesOf(allCommands());
+    const int maxWords = std::min(2, words.size());
+    for (int count = maxWords; count >= 1; --count) {
+        const QStringList near = nearNames(words.mid(0, count).join(QLatin1Char(' ')), all);
+        if (!near.isEmpty())
+            return hintAt(quoted(near));
+    }
+    return QStringLiteral("'kelstd --help' lists the commands");
 }
 
 ExitStatus refuseCommand(const QStringList &words, Console &console)
@@ -159,12 +118,9 @@ ExitStatus refuseCommand(const QStringList &words, Console &console)
     // The second word belongs to the name where there are such names, unless it is an option.
     const bool hasSecond = !groupOf(words.first()).isEmpty() && words.size() > 1
                            && !words.at(1).startsWith(QLatin1Char('-'));
-    const QStringList similar = similarCommands(words);
+    const QStringList given = words.mid(0, hasSecond ? 2 : 1);
     console.report(QStringLiteral("there is no command '%1'; %2")
-                       .arg(words.mid(0, hasSecond ? 2 : 1).join(QLatin1Char(' ')),
-                            similar.isEmpty() ? QStringLiteral("'kelstd --help' lists the commands")
-                                              : QStringLiteral("did you mean %1?")
-                                                    .arg(similar.join(QLatin1String(" or ")))));
+                       .arg(given.join(QLatin1Char(' ')), hintFor(hasSecond ? given : words)));
     return ExitStatus::Usage;
 }
 
@@ -201,6 +157,28 @@ QStringList withMemberSecond(QStringList words)
     return words;
 }
 
+/// `kelstd help` with these words behind it: those of a command, and then the form.
+ExitStatus showHelp(QStringList words, Console &console)
+{
+    // For whoever writes a file for each command's manual page.
+    if (words == QStringList(QStringLiteral("names"))) {
+        for (const QString &name : namesOf(allCommands()))
+            console.print(name);
+        return ExitStatus::Success;
+    }
+    const auto form = helpForm(words.value(words.size() - 1));
+    const QString word = form ? words.takeLast() : QString();
+    if (words.isEmpty()) {
+        const QString text = programHelp(allCommands(), form.value_or(HelpForm::Full));
+        console.write(text.toUtf8() + '\n');
+        return ExitStatus::Success;
+    }
+    words += QStringLiteral("--help");
+    if (form)
+        words += word;
+    return runCommand(words, console);
+}
+
 ExitStatus dispatch(const QStringList &words, Console &console)
 {
     const QString first = words.value(0);
@@ -208,13 +186,8 @@ ExitStatus dispatch(const QStringList &words, Console &console)
         console.report(QStringLiteral("a command is missing; 'kelstd --help' lists them"));
         return ExitStatus::Usage;
     }
-    const bool isHelp = first == QLatin1String("help");
-    if (isHelpOption(first) || (isHelp && words.size() == 1)) {
-        console.print(programHelp());
-        return ExitStatus::Success;
-    }
-    if (isHelp)
-        return runCommand(words.mid(1) + QStringList(QStringLiteral("--help")), console);
+    if (isHelpOption(first) || first == QLatin1String("help"))
+        return showHelp(words.mid(1), console);
     if (first == QLatin1String("--version") || first == QLatin1String("-v")) {
         console.print(QStringLiteral("kelstd " KELSTD_VERSION));
         return ExitStatus::Success;

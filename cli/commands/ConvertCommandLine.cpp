@@ -113,9 +113,16 @@ CommandLine convertCommandLine()
                      QStringLiteral("Converts positions of one frame to all four frames of a "
                                     "system."),
                      details());
+    line.setExamples(
+        QStringLiteral("kelstd convert --system \"Amersfoort / RD New\" points.csv"),
+        QStringLiteral("kelstd convert --system EPSG:28992 --from local-neh --csv site.csv"));
+    line.setUsual({QStringLiteral("system"), QStringLiteral("from"), QStringLiteral("columns"),
+                   QStringLiteral("table"), QStringLiteral("csv"), QStringLiteral("json"),
+                   QStringLiteral("geojson"), QStringLiteral("precision"), QStringLiteral("angle"),
+                   QStringLiteral("rejects")});
     line.addOption({QStringLiteral("system"),
-                    QStringLiteral("The coordinate system: its document, or its\n"
-                                   "name in the library (see below)."),
+                    QStringLiteral("The coordinate system: its document, its name\n"
+                                   "in the library, or its code."),
                     QStringLiteral("FILE.xml|NAME")});
     addDirectoryOption(line);
     addLenientOption(line);

@@ -458,6 +458,7 @@ ExitStatus runDoctor(const QStringList &arguments, Console &console)
             "about something that works and may be meant so; it changes no status.\n"
             "The environment variables KELSTD_HOME_DIR and KELSTD_BIN_DIR choose other\n"
             "directories."));
+    line.setExamples(QStringLiteral("kelstd doctor"), QStringLiteral("kelstd doctor --reinstall"));
     line.addOption({QStringLiteral("reinstall"),
                     QStringLiteral("Unpack PROJ anew. Geoid models with the name of a delivered\n"
                                    "one are overwritten by it; the user's other ones stay.")});

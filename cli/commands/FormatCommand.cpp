@@ -3,6 +3,7 @@
 #include <cli/systems/SystemFile.h>
 #include <cli/terminal/CommandLine.h>
 #include <cli/terminal/Console.h>
+#include <cli/terminal/UnknownWord.h>
 #include <cli/terminal/WithoutRaising.h>
 #include <cli/values/DisplayOptions.h>
 #include <cli/values/ValueArguments.h>
@@ -46,6 +47,9 @@ CommandLine makeCommandLine()
                 "\n"
                 "Exit status: 0 all printed, 1 some values cannot be shown (standard error says\n"
                 "which), 2 usage."));
+    line.setExamples(
+        QStringLiteral("kelstd format --type Latitude --table -30.5 45.25"),
+        QStringLiteral("kelstd format --type Distance --to \"US Foot\" --precision 3 1200"));
     line.addOption({typeOption, QStringLiteral("The kind of the values."), QStringLiteral("TYPE")});
     line.addOption({unitOption,
                     QStringLiteral("The unit of the values. Default: Degree, Meter,\n"
@@ -58,7 +62,7 @@ CommandLine makeCommandLine()
     line.addOption({styleOption,
                     QStringLiteral("The style of angles: %1\n"
                                    "or none, the default, a bare number.")
-                        .arg(angleStyleNames(QStringLiteral(", "))),
+                        .arg(angleStyleNames().join(QLatin1String(", "))),
                     QStringLiteral("STYLE")});
     line.addOption(
         {precisionOption,
@@ -119,8 +123,8 @@ std::optional<EFormat> styleFrom(const CommandLine &line, QString &mistake)
         return Format_None;
     if (const AngleStyle *style = findAngleStyle(name))
         return style->format;
-    mistake = QStringLiteral("--style '%1' is no style of angles; there are %2, none")
-                  .arg(name, angleStyleNames(QStringLiteral(", ")));
+    mistake = unknownWord(styleOption, name, QStringLiteral("style of angles"),
+                          angleStyleNames() + QStringList(QStringLiteral("none")));
     return std::nullopt;
 }
 

@@ -25,6 +25,8 @@ CommandLine makeCommandLine()
             "\n"
             "Exit status: 0 converted, 2 usage, 3 the input is no whole GGF grid, or the\n"
             "output cannot be written, 4 converted, but standard output cannot be written."));
+    line.setExamples(QStringLiteral("kelstd geoid convert model.ggf model.gtx"),
+                     QStringLiteral("kelstd geoid convert model.ggf new.gtx --force"));
     line.addOption({QStringLiteral("force"), QStringLiteral("Replace a file that exists.")});
     return line;
 }

@@ -41,6 +41,9 @@ CommandLine makeCommandLine()
             "on standard error as INPUT:LINE: reason, and the run goes on. Exit status: 0\n"
             "all done, 1 some failed, 2 usage, 3 no PROJ, no usable model, or output that\n"
             "cannot be written."));
+    line.setExamples(
+        QStringLiteral("kelstd geoid height --model egm96_15 points.csv"),
+        QStringLiteral("kelstd geoid height --model egm96_15 --inverse --csv points.csv"));
     line.addOption({QStringLiteral("model"),
                     QStringLiteral("The geoid model: a name that 'kelstd geoid list' lists,\n"
                                    "or a file."),

@@ -67,6 +67,8 @@ ExitStatus runGeoidList(const QStringList &arguments, Console &console)
             "They are the GTX, GGF and GeoTIFF grids in \"geoid_model_list\" of the home\n"
             "directory; copy a grid there to add a model. Where there is none of a\n"
             "name, or one that is cut short, that of the program directory is used."));
+    line.setExamples(QStringLiteral("kelstd geoid list"),
+                     QStringLiteral("KELSTD_HOME_DIR=other kelstd geoid list"));
     if (const auto status = line.parse(arguments, console, 0))
         return *status;
 

@@ -37,6 +37,8 @@ ExitStatus runGridAdd(const QStringList &arguments, Console &console)
             "Exit status: 0 added, or there already, 1 it is no such grid, or another one has\n"
             "the name, 2 usage, 3 no PROJ, or it cannot be written, 4 added, but standard\n"
             "output cannot be written."));
+    line.setExamples(QStringLiteral("kelstd grid add shifts.gsb"),
+                     QStringLiteral("kelstd grid add shifts.gsb --force"));
     line.addOption({forceOption, QStringLiteral("Replace another grid of this name.")});
     if (const auto status = line.parse(arguments, console, 1))
         return *status;

@@ -51,6 +51,8 @@ ExitStatus runGridList(const QStringList &arguments, Console &console)
                        "(where the file says so), and the size. 'kelstd grid add' adds one.\n"
                        "\n"
                        "Exit status: 0 listed, 2 usage, 3 no PROJ."));
+    line.setExamples(QStringLiteral("kelstd grid list"),
+                     QStringLiteral("KELSTD_HOME_DIR=other kelstd grid list"));
     if (const auto status = line.parse(arguments, console, 0))
         return *status;
     const ProjEnvironment environment;

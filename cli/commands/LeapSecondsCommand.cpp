@@ -134,6 +134,8 @@ ExitStatus runLeapSeconds(const QStringList &arguments, Console &console)
         QStringLiteral(
             "Exit status: 0 they agree or there is no list, 1 they differ, 2 usage or a\n"
             "FILE that cannot be read."));
+    line.setExamples(QStringLiteral("kelstd time leap-seconds"),
+                     QStringLiteral("kelstd time leap-seconds --list leap-seconds.list --json"));
     line.addOption({QStringLiteral("list"),
                     QStringLiteral("The list to compare with.\nDefault: %1").arg(usualList),
                     QStringLiteral("FILE")});

@@ -10,6 +10,7 @@
 #include <cli/terminal/Console.h>
 #include <cli/terminal/FilePath.h>
 #include <cli/terminal/ShownText.h>
+#include <cli/terminal/UnknownWord.h>
 
 #include <KelStd/io/SystemDocument.h>
 #include <KelStd/library/LibraryLock.h>
@@ -62,9 +63,9 @@ std::optional<RecordKind> kindOfFile(const CommandLine &line, const QString &fil
     const auto kinds = kindsNamed(word);
     if (!kinds.isEmpty() && kinds.constFirst() != RecordKind::Standard)
         return kinds.constFirst();
-    mistake = kinds.isEmpty() ? QStringLiteral("--kind '%1' is no kind; there are system, "
-                                               "ellipsoid, projection")
-                                    .arg(word)
+    mistake = kinds.isEmpty() ? unknownWord(kindOption, word, QStringLiteral("kind"),
+                                            {QStringLiteral("system"), QStringLiteral("ellipsoid"),
+                                             QStringLiteral("projection")})
                               : QStringLiteral("standard systems are not changed by the program, "
                                                "only custom ones (--kind system)");
     return std::nullopt;
@@ -243,6 +244,9 @@ ExitStatus runLibraryAdd(const QStringList &arguments, Console &console)
                                     "with 15 digits. A\nname may have slashes; that of its "
                                     "file has %2F for each.")
                          + exitStatusHelp());
+    line.setExamples(
+        QStringLiteral("kelstd library add site.xml"),
+        QStringLiteral("kelstd library add --dir team --create --as \"Harbour\" site.xml"));
     addDirectoryOption(line);
     line.addOption({asOption, QStringLiteral("Add it under this name, which becomes its own."),
                     QStringLiteral("NAME")});
@@ -290,6 +294,8 @@ ExitStatus runLibraryReplace(const QStringList &arguments, Console &console)
                      QStringLiteral("The document's record takes NAME as its own name. It is "
                                     "written anew: numbers\nwith 15 digits.")
                          + exitStatusHelp());
+    line.setExamples(QStringLiteral("kelstd library replace \"My site\" site.xml"),
+                     QStringLiteral("kelstd library replace --dir team \"My site\" site.xml"));
     addDirectoryOption(line);
     addOwnKindOption(line, QStringLiteral("what the document is"));
     if (const auto status = line.parse(arguments, console, 2))
@@ -334,6 +340,8 @@ ExitStatus runLibraryRemove(const QStringList &arguments, Console &console)
                      QStringLiteral("Removes a custom system, an ellipsoid or a projection of a "
                                     "library with its\nfile."),
                      exitStatusHelp().trimmed());
+    line.setExamples(QStringLiteral("kelstd library remove \"My site\""),
+                     QStringLiteral("kelstd library remove --dir team --kind system \"My site\""));
     addDirectoryOption(line);
     addOwnKindOption(line, QStringLiteral("the only kind that has the name"));
     if (const auto status = line.parse(arguments, console, 1))

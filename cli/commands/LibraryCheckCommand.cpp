@@ -325,6 +325,8 @@ ExitStatus runLibraryCheck(const QStringList &arguments, Console &console)
                                     "first, as with every\ncommand that reads it.\n\n"
                                     "Exit status: 0 everything is loaded, 1 something is skipped "
                                     "or has a problem,\n2 usage, 3 there is no library."));
+    line.setExamples(QStringLiteral("kelstd library check"),
+                     QStringLiteral("kelstd library check --dir team"));
     addDirectoryOption(line);
     if (const auto status = line.parse(arguments, console, 0))
         return *status;

@@ -169,6 +169,8 @@ ExitStatus runLibraryList(const QStringList &arguments, Console &console)
                                     "beginning of a word will do.\n\n"
                                     "What loading skips is not listed; 'kelstd library check' "
                                     "tells of it."));
+    line.setExamples(QStringLiteral("kelstd library list utm 31n"),
+                     QStringLiteral("kelstd library list --kind ellipsoids --names"));
     addDirectoryOption(line);
     addKindOption(line);
     line.addOption(

@@ -48,6 +48,8 @@ ExitStatus runLibraryShow(const QStringList &arguments, Console &console)
                      QStringLiteral("A name of several kinds is that of the first: custom system, "
                                     "standard system,\nellipsoid, projection.\n\n")
                          + reviewHelp());
+    line.setExamples(QStringLiteral("kelstd library show \"Amersfoort / RD New\""),
+                     QStringLiteral("kelstd library show --kind ellipsoids \"Bessel 1841\""));
     addDirectoryOption(line);
     addKindOption(line);
     addLenientOption(line);

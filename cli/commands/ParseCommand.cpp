@@ -2,6 +2,7 @@
 
 #include <cli/terminal/CommandLine.h>
 #include <cli/terminal/Console.h>
+#include <cli/terminal/UnknownWord.h>
 #include <cli/values/DisplayOptions.h>
 #include <cli/values/ValueArguments.h>
 #include <cli/values/ValueWords.h>
@@ -40,6 +41,8 @@ CommandLine makeCommandLine()
                 "\n"
                 "Exit status: 0 all read, 1 some texts are no such values (standard error says\n"
                 "which), 2 usage."));
+    line.setExamples(QStringLiteral("kelstd parse --typed 52:30:15.5 \"52 30 15.5 S\""),
+                     QStringLiteral("kelstd parse --type Distance --unit Foot 1200.5"));
     line.addOption({typeOption,
                     QStringLiteral("The kind of the values. With --style or --typed\n"
                                    "the default is Angle."),
@@ -50,7 +53,7 @@ CommandLine makeCommandLine()
                     QStringLiteral("UNIT")});
     line.addOption({styleOption,
                     QStringLiteral("Read angles written in one style, to degrees:\n%1.")
-                        .arg(angleStyleNames(QStringLiteral(", "))),
+                        .arg(angleStyleNames().join(QLatin1String(", "))),
                     QStringLiteral("STYLE")});
     line.addOption({typedOption, QStringLiteral("Read angles as people type them.")});
     return line;
@@ -85,8 +88,8 @@ std::optional<ParseOptions> optionsFrom(const CommandLine &line, QString &mistak
         const QString name = line.value(styleOption);
         options.style = findAngleStyle(name);
         if (options.style == nullptr) {
-            mistake = QStringLiteral("--style '%1' is no style of angles; there are %2")
-                          .arg(name, angleStyleNames(QStringLiteral(", ")));
+            mistake = unknownWord(styleOption, name, QStringLiteral("style of angles"),
+                                  angleStyleNames());
         }
     }
     const auto type = valueTypeFrom(line, mistake);

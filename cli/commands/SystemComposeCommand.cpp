@@ -50,6 +50,9 @@ CommandLine makeCommandLine()
             "\n"
             "Exit status: 0 written, 1 refused, 2 usage or a file that exists, 3 no PROJ, or\n"
             "it cannot be written, 4 written, but standard output cannot be written."));
+    line.setExamples(
+        QStringLiteral("kelstd system compose --ellipsoid GRS80 --projection tmerc --set lon_0=15"),
+        QStringLiteral("kelstd system compose --ellipsoid bessel --projection utm --set zone=32"));
     line.addOption({ellipsoidOption,
                     QStringLiteral("PROJ's name of an ellipsoid, one of the library,\n"
                                    "or A,RF: semi-major axis [m] and 1/flattening."),

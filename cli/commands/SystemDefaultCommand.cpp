@@ -121,6 +121,10 @@ CommandLine makeCommandLine()
                                     "Exit status: 0 written, 2 usage or a file that exists, 3 it "
                                     "cannot be written,\n4 written, but standard output cannot be "
                                     "written."));
+    line.setExamples(
+        QStringLiteral("kelstd system default --utm-zone 32N -o utm32.xml"),
+        QStringLiteral(
+            "kelstd system default --central-meridian 9 --false-easting 3500000 -o z3.xml"));
     line.addOption({QStringLiteral("utm-zone"),
                     QStringLiteral("A UTM zone, 1 to 60, with N or S after it; N if\n"
                                    "neither stands there. It sets the meridian, the\n"

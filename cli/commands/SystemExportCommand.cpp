@@ -9,6 +9,7 @@
 #include <cli/terminal/FilePath.h>
 #include <cli/terminal/ShownText.h>
 #include <cli/terminal/StandardStreams.h>
+#include <cli/terminal/UnknownWord.h>
 
 #include <KelStd/catalogue/Catalogue.h>
 
@@ -46,6 +47,14 @@ const FormRow *findForm(const QString &word)
     return nullptr;
 }
 
+QStringList formWords()
+{
+    QStringList words;
+    for (const FormRow &row : forms)
+        words += QString::fromLatin1(row.word);
+    return words;
+}
+
 CommandLine makeCommandLine()
 {
     QString help = systemChoiceHelp() + QStringLiteral("\n\n") + reviewHelp()
@@ -65,6 +74,8 @@ CommandLine makeCommandLine()
     CommandLine line(QStringLiteral("SYSTEM --as FORM [OPTIONS]"),
                      QStringLiteral("Writes a coordinate system as a text for other programs."),
                      help);
+    line.setExamples(QStringLiteral("kelstd system export \"Amersfoort / RD New\" --as wkt2"),
+                     QStringLiteral("kelstd system export site.xml --as esri -o site.prj"));
     line.addOption(
         {formOption, QStringLiteral("wkt2, projjson, proj or esri."), QStringLiteral("FORM")});
     line.addOption({{QStringLiteral("o"), outputOption},
@@ -103,9 +114,8 @@ ExitStatus runSystemExport(const QStringList &arguments, Console &console)
     if (word.isEmpty())
         return line.refuse(QStringLiteral("--as FORM is missing"), console);
     if (form == nullptr) {
-        return line.refuse(
-            QStringLiteral("--as '%1' is no form; there are wkt2, projjson, proj, esri").arg(word),
-            console);
+        return line.refuse(unknownWord(formOption, word, QStringLiteral("form"), formWords()),
+                           console);
     }
     if (line.isSet(outputOption) && (fileName.isEmpty() || fileName == QLatin1String("-")))
         return line.refuse(QStringLiteral("-o has no file's name"), console);

@@ -4,6 +4,7 @@
 #include <cli/catalogue/CatalogueStatus.h>
 #include <cli/catalogue/CatalogueText.h>
 #include <cli/catalogue/ImportedOrigin.h>
+#include <cli/catalogue/NearSystems.h>
 #include <cli/catalogue/PlaceOptions.h>
 #include <cli/catalogue/SourceArgument.h>
 #include <cli/catalogue/SystemTarget.h>
@@ -50,6 +51,9 @@ CommandLine makeCommandLine()
                      QStringLiteral("Makes a document of a coordinate system that PROJ knows, or "
                                     "of a definition."),
                      details());
+    line.setExamples(
+        QStringLiteral("kelstd system import EPSG:28992 -o rd.xml"),
+        QStringLiteral("kelstd system import \"ED50 / UTM zone 31N\" --at 5.39,52.16 --add"));
     addPlaceOption(line, QStringLiteral("Where the system is used: WGS84 longitude, latitude\n"
                                         "[deg]. The datum shift is chosen for this place.\n"
                                         "Default: the centre of the system's area."));
@@ -72,8 +76,8 @@ CommandLine makeCommandLine()
 }
 
 /// Tells of a refusal, and how the command ends.
-ExitStatus refuse(const catalogue::ImportedSystem &imported, const QString &given, bool isJson,
-                  Console &console)
+ExitStatus refuse(const catalogue::ImportedSystem &imported, const QString &given,
+                  const QString &hint, bool isJson, Console &console)
 {
     const ExitStatus status = statusOf(imported.refusal);
     if (isJson && isRefusal(imported.refusal))
@@ -82,7 +86,7 @@ ExitStatus refuse(const catalogue::ImportedSystem &imported, const QString &give
     if (imported.refusal.kind == catalogue::CatalogueFailureKind::NotUnderstood
         && seemsToNameAFile(given))
         text += QStringLiteral("; there is no file of this name either");
-    console.report(QStringLiteral("cannot import %1: %2").arg(shown(given), text));
+    console.report(QStringLiteral("cannot import %1: %2%3").arg(shown(given), text, hint));
     return status;
 }
 
@@ -123,7 +127,7 @@ ExitStatus runSystemImport(const QStringList &arguments, Console &console)
     catalogue::Catalogue catalogue;
     const auto imported = catalogue.importSystem(*source, options);
     if (!imported.system)
-        return refuse(imported, given, isJson, console);
+        return refuse(imported, given, nearSystemHint(catalogue, given), isJson, console);
 
     const Coord &coord = *imported.system;
     const SystemOrigin origin = originOf(imported.report);

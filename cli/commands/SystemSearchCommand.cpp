@@ -3,6 +3,7 @@
 #include <cli/catalogue/CatalogueJson.h>
 #include <cli/catalogue/CatalogueStatus.h>
 #include <cli/catalogue/CatalogueText.h>
+#include <cli/catalogue/NearSystems.h>
 #include <cli/catalogue/PlaceOptions.h>
 #include <cli/proj/ProjEnvironment.h>
 #include <cli/terminal/CommandLine.h>
@@ -36,6 +37,8 @@ CommandLine makeCommandLine()
             "\n"
             "Exit status: 0 done, also where nothing is found, 2 usage, 3 no PROJ or no\n"
             "database."));
+    line.setExamples(QStringLiteral("kelstd system search mga 55"),
+                     QStringLiteral("kelstd system search --at 5.39,52.16"));
     addPlaceOption(line, QStringLiteral("Only systems whose area contains this place: WGS84\n"
                                         "longitude, latitude [deg]."));
     addBoxOption(line);
@@ -78,7 +81,8 @@ ExitStatus runSystemSearch(const QStringList &arguments, Console &console)
         return statusOf(failure);
     }
     if (systems.empty())
-        console.report(QStringLiteral("no coordinate system meets all of this"));
+        console.report(QStringLiteral("no coordinate system meets all of this")
+                       + nearSystemHint(catalogue, query.words));
     if (line.isSet(QStringLiteral("json"))) {
         for (const catalogue::FoundSystem &system : systems)
             console.write(jsonLine(system));

@@ -3,6 +3,7 @@
 #include <cli/catalogue/CatalogueJson.h>
 #include <cli/catalogue/CatalogueStatus.h>
 #include <cli/catalogue/CatalogueText.h>
+#include <cli/catalogue/NearSystems.h>
 #include <cli/catalogue/PlaceOptions.h>
 #include <cli/catalogue/SourceArgument.h>
 #include <cli/proj/ProjEnvironment.h>
@@ -32,6 +33,9 @@ CommandLine makeCommandLine()
                 "\n"
                 "Exit status: 0 listed, 1 the source is not understood, 2 usage, 3 no PROJ, no\n"
                 "database, or the source cannot be read."));
+    line.setExamples(
+        QStringLiteral("kelstd system shifts EPSG:28992"),
+        QStringLiteral("kelstd system shifts \"ED50 / UTM zone 31N\" --at 5.39,52.16"));
     addPlaceOption(line, QStringLiteral("Those first that contain this place: WGS84 longitude,\n"
                                         "latitude [deg]. Default: the centre of the system's\n"
                                         "area."));
@@ -69,8 +73,8 @@ ExitStatus runSystemShifts(const QStringList &arguments, Console &console)
     catalogue::CatalogueFailure failure;
     const auto shifts = catalogue.datumShifts(*source, at, &failure);
     if (!shifts) {
-        console.report(
-            QStringLiteral("cannot list datum shifts of %1: %2").arg(shown(given), failure.text));
+        console.report(QStringLiteral("cannot list datum shifts of %1: %2%3")
+                           .arg(shown(given), failure.text, nearSystemHint(catalogue, given)));
         return statusOf(failure);
     }
     if (shifts->shifts.empty()) {

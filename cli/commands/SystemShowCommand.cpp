@@ -15,6 +15,8 @@ ExitStatus runSystemShow(const QStringList &arguments, Console &console)
                                     "records, the PROJ\ndefinitions made of them, and what has "
                                     "to be known before its numbers are\ntrusted."),
                      systemChoiceHelp() + QStringLiteral("\n\n") + reviewHelp());
+    line.setExamples(QStringLiteral("kelstd system show \"Amersfoort / RD New\""),
+                     QStringLiteral("kelstd system show site.xml"));
     addDirectoryOption(line);
     addLenientOption(line);
     if (const auto status = line.parse(arguments, console, 1))

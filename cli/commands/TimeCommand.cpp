@@ -3,6 +3,7 @@
 #include <cli/terminal/CommandLine.h>
 #include <cli/terminal/Console.h>
 #include <cli/terminal/Report.h>
+#include <cli/terminal/UnknownWord.h>
 #include <cli/values/ValueArguments.h>
 
 #include <KelStd/time/Epoch.h>
@@ -17,12 +18,12 @@ namespace KelStd::cli {
 
 namespace {
 
-QString timeScaleNames(const QString &separator)
+QStringList timeScaleNames()
 {
     QStringList names;
     for (const TimeScaleRow &row : timeScales())
         names += QString::fromLatin1(row.name);
-    return names.join(separator);
+    return names;
 }
 
 /// The scales, a line each with the accepted forms.
@@ -52,9 +53,11 @@ CommandLine makeCommandLine()
                 "\n"
                 "Exit status: 0 all shown, 2 usage or a value that cannot be read (it is\n"
                 "reported on standard error, and the run goes on)."));
+    line.setExamples(QStringLiteral("kelstd time now"),
+                     QStringLiteral("kelstd time --from gpsw 2303:390914"));
     line.addOption({QStringLiteral("from"),
                     QStringLiteral("The scale of the values:\n%1.\nDefault: utc.")
-                        .arg(timeScaleNames(QStringLiteral(", "))),
+                        .arg(timeScaleNames().join(QLatin1String(", "))),
                     QStringLiteral("SCALE"), QStringLiteral("utc")});
     line.addOption({QStringLiteral("offset"),
                     QStringLiteral("The offset of local times from UTC [s], east positive.\n"
@@ -181,8 +184,8 @@ ExitStatus runTime(const QStringList &arguments, Console &console)
     const QString from = line.value(QStringLiteral("from"));
     const TimeScaleRow *scale = findTimeScale(from);
     if (scale == nullptr) {
-        return line.refuse(QStringLiteral("--from '%1' is no time scale; there are %2")
-                               .arg(from, timeScaleNames(QStringLiteral(", "))),
+        return line.refuse(unknownWord(QStringLiteral("from"), from, QStringLiteral("time scale"),
+                                       timeScaleNames()),
                            console);
     }
     std::optional<int> offset;

@@ -5,6 +5,7 @@
 #include <cli/run/PositionInput.h>
 #include <cli/terminal/CommandLine.h>
 #include <cli/terminal/Console.h>
+#include <cli/terminal/UnknownWord.h>
 
 #include <KelStd/text/CoordStringHelper.h>
 #include <KelStd/text/TypedNumber.h>
@@ -108,8 +109,8 @@ std::optional<ConvertOptions> convertOptionsOf(const CommandLine &line, Position
     const QString from = line.value(QStringLiteral("from"));
     options.frame = positions::findFrame(from);
     if (options.frame == nullptr) {
-        mistake = QStringLiteral("--from '%1' is no frame; there are %2")
-                      .arg(from, frameNames(QStringLiteral(", ")));
+        mistake = unknownWord(QStringLiteral("from"), from, QStringLiteral("frame"),
+                              frameNames(QStringLiteral(" ")).split(QLatin1Char(' ')));
         return std::nullopt;
     }
     if (!takeNmea(line, options, mistake))

@@ -2,6 +2,7 @@
 
 #include <cli/terminal/CommandLine.h>
 #include <cli/terminal/Console.h>
+#include <cli/terminal/UnknownWord.h>
 
 namespace KelStd::cli {
 
@@ -26,9 +27,10 @@ QList<RecordKind> kindsFrom(const CommandLine &line, QString &mistake)
     const QString word = line.value(kindOption);
     auto kinds = kindsNamed(word);
     if (kinds.isEmpty()) {
-        mistake = QStringLiteral("--kind '%1' is no kind; there are systems, custom, standard, "
-                                 "ellipsoids, projections")
-                      .arg(word);
+        mistake = unknownWord(kindOption, word, QStringLiteral("kind"),
+                              {QStringLiteral("systems"), QStringLiteral("custom"),
+                               QStringLiteral("standard"), QStringLiteral("ellipsoids"),
+                               QStringLiteral("projections")});
     }
     return kinds;
 }

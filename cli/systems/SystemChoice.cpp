@@ -65,7 +65,7 @@ Lookup readRegistered(const LibraryDirectory &library, RecordKind kind, const QS
     if (const auto failure = library::fileFailure(chosen.review.file))
         reason = io::describedFailure(failure);
     else if (readSystem(chosen.review.file, chosen.coord, chosen.origin, chosen.review.findings,
-                      reason))
+                        reason))
         return Lookup::Found;
     return failedAfterReport(name, reason, console); // another program has changed it since
 }
@@ -156,11 +156,14 @@ QString hiddenBy(const QString &fileName, const LibraryDirectory &library)
                : QString();
 }
 
-/// Imports what no document has; nothing where nothing is meant by it. Otherwise whether there is a
-/// system now, after a report where there is none.
-std::optional<bool> importInstead(const QString &given, ChosenSystem &chosen, Console &console)
+/// Imports what no document has; nothing where nothing is meant by it, with what is `near` to it.
+/// Otherwise whether there is a system now, after a report where there is none.
+std::optional<bool> importInstead(const QString &given, ChosenSystem &chosen, Console &console,
+                                  QList<NearSystem> *near = nullptr)
 {
     LastResort imported = importAsLastResort(given, console);
+    if (near != nullptr)
+        *near = imported.near;
     if (!imported.system)
         return imported.isReported ? std::optional(false) : std::nullopt;
     chosen = {*imported.system, imported.origin, {given, {}}};
@@ -208,11 +211,15 @@ bool choose(const QString &given, const CommandLine &line, ChosenSystem &chosen,
         return lookup == Lookup::Found;
     if (QFileInfo(onDisk(given)).isDir())
         return cannotRead(given, QStringLiteral("it is a directory"), console);
-    if (const auto isImported = importInstead(given, chosen, console))
+    QList<NearSystem> near;
+    if (const auto isImported = importInstead(given, chosen, console, &near))
         return *isImported;
     library::loadPlaces(*library, {LibraryPlace::Custom, LibraryPlace::Standard}); // for the hint
+    QList<QPair<QString, QString>> elsewhere;
+    for (const NearSystem &system : near)
+        elsewhere += {system.name, system.text()};
     console.report(QStringLiteral("there is no file %1, and ").arg(given)
-                   + unknownName(given, systemKinds, line));
+                   + unknownName(given, systemKinds, line, elsewhere));
     return false;
 }
 

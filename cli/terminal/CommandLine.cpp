@@ -1,24 +1,13 @@
 #include <cli/terminal/CommandLine.h>
 
 #include <cli/terminal/Console.h>
+#include <cli/terminal/UnknownWord.h>
 
 #include <algorithm>
 
 namespace KelStd::cli {
 
 namespace {
-
-/// "-o, --output FILE"
-QString optionHead(const QCommandLineOption &option)
-{
-    QStringList names;
-    for (const QString &name : option.names())
-        names += (name.size() == 1 ? QStringLiteral("-") : QStringLiteral("--")) + name;
-    QString head = names.join(QLatin1String(", "));
-    if (!option.valueName().isEmpty())
-        head += QLatin1Char(' ') + option.valueName();
-    return head;
-}
 
 /// "-30.5": no option begins with a digit or a point.
 bool isNegativeNumber(const QString &word)
@@ -29,16 +18,45 @@ bool isNegativeNumber(const QString &word)
                || (first >= QLatin1Char('0') && first <= QLatin1Char('9')));
 }
 
+/// The arguments without the word behind --help that asks for a form of it.
+QStringList withoutHelpForm(QStringList arguments, HelpForm &form)
+{
+    const QString together = QStringLiteral("--help=");
+    for (int i = 1; i < arguments.size() && arguments.at(i) != QLatin1String("--"); ++i) {
+        const QString word = arguments.at(i);
+        const bool isHelp = word == QLatin1String("--help") || word == QLatin1String("-h");
+        const auto asked = word.startsWith(together) ? helpForm(word.mid(together.size()))
+                           : isHelp                  ? helpForm(arguments.value(i + 1))
+                                                     : std::nullopt;
+        if (!asked)
+            continue;
+        form = *asked;
+        if (isHelp)
+            arguments.removeAt(i + 1);
+        else
+            arguments[i] = QStringLiteral("--help");
+    }
+    return arguments;
+}
+
 } // namespace
 
 CommandLine::CommandLine(const QString &usage, const QString &summary, const QString &details)
-    : m_usage(usage), m_summary(summary), m_details(details),
-      m_parser(std::make_unique<QCommandLineParser>())
-{}
+    : m_parser(std::make_unique<QCommandLineParser>())
+{
+    m_help.usage = usage;
+    m_help.summary = summary;
+    m_help.details = details;
+}
+
+void CommandLine::setExamples(const QString &first, const QString &second)
+{
+    m_help.examples = QStringList{first, second};
+}
 
 void CommandLine::addOption(const QCommandLineOption &option)
 {
-    m_options += option;
+    m_help.options += option;
 }
 
 void CommandLine::addRepeatedOption(const QCommandLineOption &option)
@@ -50,15 +68,21 @@ void CommandLine::addRepeatedOption(const QCommandLineOption &option)
 std::optional<ExitStatus> CommandLine::parse(const QStringList &arguments, Console &console,
                                              int maxPositionals)
 {
-    addOption({{QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("Show this help.")});
-    m_parser->addOptions(m_options);
-    m_name = arguments.first();
-    const bool parsed = m_parser->parse(withValuesLast(arguments));
+    addOption({{QStringLiteral("h"), QStringLiteral("help")},
+               QStringLiteral("Show the help; 'full' behind it shows all of it.")});
+    m_parser->addOptions(m_help.options);
+    m_help.name = arguments.first();
+    HelpForm form = HelpForm::Short;
+    const bool parsed = m_parser->parse(withValuesLast(withoutHelpForm(arguments, form)));
     if (m_parser->isSet(QStringLiteral("help"))) {
-        console.print(help());
+        const QString text = helpText(m_help, form);
+        if (form == HelpForm::Manual)
+            console.write(text.toUtf8() + '\n');
+        else
+            console.print(text);
         return ExitStatus::Success;
     }
-    const QString wrong = parsed ? mistake(maxPositionals) : m_parser->errorText();
+    const QString wrong = parsed ? mistake(maxPositionals) : misreading();
     if (wrong.isEmpty())
         return std::nullopt;
     return refuse(wrong, console);
@@ -67,7 +91,7 @@ std::optional<ExitStatus> CommandLine::parse(const QStringList &arguments, Conso
 bool CommandLine::takesValue(const QString &word) const
 {
     const QString name = word.mid(word.startsWith(QLatin1String("--")) ? 2 : 1);
-    return std::any_of(m_options.cbegin(), m_options.cend(), [&name](const auto &option) {
+    return std::any_of(m_help.options.cbegin(), m_help.options.cend(), [&name](const auto &option) {
         return !option.valueName().isEmpty() && option.names().contains(name);
     });
 }
@@ -101,13 +125,28 @@ ExitStatus CommandLine::refuse(const QString &mistake, Console &console) const
     QString text = mistake;
     while (text.endsWith(QLatin1Char('.')))
         text.chop(1);
-    console.report(QStringLiteral("%1; '%2 --help' tells more").arg(text, m_name));
+    const QString link =
+        text.endsWith(QLatin1Char('?')) ? QStringLiteral(" ") : QStringLiteral("; ");
+    console.report(QStringLiteral("%1%2'%3 --help' tells more").arg(text, link, m_help.name));
     return ExitStatus::Usage;
+}
+
+/// Why the parser could not read the options.
+QString CommandLine::misreading() const
+{
+    QString text = m_parser->errorText();
+    while (text.endsWith(QLatin1Char('.')))
+        text.chop(1);
+    const QStringList unknown = m_parser->unknownOptionNames();
+    QStringList known;
+    for (const QCommandLineOption &option : m_help.options)
+        known += QStringLiteral("--") + option.names().last();
+    return unknown.isEmpty() ? text : text + nearHint(unknown.first(), known);
 }
 
 QString CommandLine::mistake(int maxPositionals) const
 {
-    for (const QCommandLineOption &option : m_options) {
+    for (const QCommandLineOption &option : m_help.options) {
         if (!option.valueName().isEmpty() && m_parser->values(option).size() > 1
             && !m_repeated.contains(option.names().last()))
             return QStringLiteral("--%1 is given twice").arg(option.names().last());
@@ -117,24 +156,6 @@ QString CommandLine::mistake(int maxPositionals) const
             .arg(positionals().at(maxPositionals));
     }
     return {};
-}
-
-QString CommandLine::help() const
-{
-    int width = 0;
-    for (const QCommandLineOption &option : m_options)
-        width = std::max(width, optionHead(option).size());
-
-    QString text = QStringLiteral("Usage: %1 %2\n%3\n\nOptions:").arg(m_name, m_usage, m_summary);
-    for (const QCommandLineOption &option : m_options) {
-        const QString indent = QLatin1Char('\n') + QString(width + 4, QLatin1Char(' '));
-        text += QStringLiteral("\n  %1  %2")
-                    .arg(optionHead(option), -width)
-                    .arg(option.description().replace(QLatin1Char('\n'), indent));
-    }
-    if (!m_details.isEmpty())
-        text += QLatin1String("\n\n") + m_details;
-    return text;
 }
 
 } // namespace KelStd::cli

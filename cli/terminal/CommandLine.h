@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cli/terminal/CommandHelp.h>
 #include <cli/terminal/ExitStatus.h>
 
 #include <QtCore/QCommandLineOption>
@@ -19,8 +20,15 @@ class CommandLine
 {
 public:
     /// `usage`: the words after the command's name. `summary` and `details` stand before and after
-    /// the list of options in the help.
+    /// the list of options in the help, the details in the full one alone.
     CommandLine(const QString &usage, const QString &summary, const QString &details);
+
+    /// Two command lines with which the help begins, complete and of 76 characters at most.
+    void setExamples(const QString &first, const QString &second);
+
+    /// The long names of the options that the short help lists: it fits a screen of 40 lines.
+    /// Without this it lists all.
+    void setUsual(const QStringList &options) { m_help.usual = options; }
 
     /// A description may have several lines.
     void addOption(const QCommandLineOption &option);
@@ -45,16 +53,12 @@ public:
     ExitStatus refuse(const QString &mistake, Console &console) const;
 
 private:
+    QString misreading() const;
     QString mistake(int maxPositionals) const;
     QStringList withValuesLast(const QStringList &arguments) const;
     bool takesValue(const QString &word) const;
-    QString help() const;
 
-    QString m_name;
-    QString m_usage;
-    QString m_summary;
-    QString m_details;
-    QList<QCommandLineOption> m_options;
+    CommandHelp m_help;
     QStringList m_repeated; ///< the last names of options that may be given several times
     std::unique_ptr<QCommandLineParser> m_parser; ///< a parser itself cannot be moved
 };

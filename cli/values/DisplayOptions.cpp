@@ -1,6 +1,7 @@
 #include <cli/values/DisplayOptions.h>
 
 #include <cli/terminal/CommandLine.h>
+#include <cli/terminal/UnknownWord.h>
 
 #include <algorithm>
 #include <iterator>
@@ -39,38 +40,37 @@ const FormRow *findForm(const QString &option)
     return found != std::end(forms) ? found : nullptr;
 }
 
-QString formNames(const QString &separator)
+QStringList formNames()
 {
     QStringList names;
     for (const FormRow &row : forms)
         names += QString::fromLatin1(row.option);
-    return names.join(separator);
+    return names;
 }
 
-QString lengthUnitNames(const QString &separator)
+QStringList lengthUnitNames()
 {
     QStringList names;
     for (const LengthUnit &row : lengthUnits()) {
         if (isOffered(row))
             names += QString::fromLatin1(row.symbol);
     }
-    return names.join(separator);
+    return names;
 }
 
 /// The row that an option names; null when it is not given, and with a `mistake` when it names
 /// none.
 template <typename Row>
 const Row *rowFrom(const CommandLine &line, const QString &option,
-                   const Row *(*find)(const QString &), QString (*names)(const QString &),
-                   const char *kind, QString &mistake)
+                   const Row *(*find)(const QString &), QStringList (*names)(), const char *kind,
+                   QString &mistake)
 {
     if (!line.isSet(option))
         return nullptr;
     const QString name = line.value(option);
     const Row *row = find(name);
     if (row == nullptr && mistake.isEmpty()) {
-        mistake = QStringLiteral("--%1 '%2' is no %3; there are %4")
-                      .arg(option, name, QString::fromLatin1(kind), names(QStringLiteral(", ")));
+        mistake = unknownWord(option, name, QString::fromLatin1(kind), names());
     }
     return row;
 }
@@ -89,18 +89,19 @@ bool readPrecision(const QString &text, DisplayOptions &options)
             return false;
     }
     options.lengthDecimals = decimals[0];
-    options.angleDecimals = decimals[numbers.size() - 1];
+    if (numbers.size() > 1)
+        options.angleDecimals = decimals[1];
     return true;
 }
 
 } // namespace
 
-QString angleStyleNames(const QString &separator)
+QStringList angleStyleNames()
 {
     QStringList names;
     for (const AngleStyle &row : angleStyles())
         names += QString::fromLatin1(row.name);
-    return names.join(separator);
+    return names;
 }
 
 const LengthUnit *findOfferedLengthUnit(const QString &option)
@@ -115,15 +116,16 @@ void DisplayOptions::addTo(CommandLine &line)
                     QStringLiteral("How numbers are printed: configured, as the library\n"
                                    "shows values in tables, or exact, decimal degrees\n"
                                    "and metres that read back to the same numbers."),
-                    formNames(QStringLiteral("|"))});
+                    formNames().join(QLatin1Char('|'))});
     line.addOption({precisionOption,
-                    QStringLiteral("Decimals, 0 to %1; N,M when angles (M) have others\n"
-                                   "than lengths.")
+                    QStringLiteral("Decimals of lengths, 0 to %1. Angles have as many\n"
+                                   "as show the same on the ground (for 3 of a metre 8\n"
+                                   "of a degree), or M.")
                         .arg(maxDecimals),
                     QStringLiteral("N[,M]")});
     line.addOption({angleOption,
                     QStringLiteral("The style of longitudes and latitudes:\n%1.")
-                        .arg(angleStyleNames(QStringLiteral(", "))),
+                        .arg(angleStyleNames().join(QLatin1String(", "))),
                     QStringLiteral("STYLE")});
     line.addOption({lengthUnitOption,
                     QStringLiteral("The unit of all lengths: m, ft (0.3048 m) or\n"

@@ -11,8 +11,8 @@ namespace KelStd::cli {
 
 class CommandLine;
 
-/// "dms|degree|..."
-QString angleStyleNames(const QString &separator);
+/// "dms", "degree", ...
+QStringList angleStyleNames();
 
 /// The unit of that name on the command line; null for one that is not offered there.
 const LengthUnit *findOfferedLengthUnit(const QString &option);

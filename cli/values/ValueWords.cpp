@@ -1,6 +1,7 @@
 #include <cli/values/ValueWords.h>
 
 #include <cli/terminal/CommandLine.h>
+#include <cli/terminal/UnknownWord.h>
 
 #include <KelStd/text/CoordStringHelper.h>
 
@@ -37,13 +38,6 @@ QString wrapped(const QStringList &words)
     return text + QLatin1String("  ") + line + QLatin1Char('\n');
 }
 
-QString unknown(const QString &option, const QString &word, const char *kind,
-                const QStringList &words)
-{
-    return QStringLiteral("--%1 '%2' is no %3; there are %4")
-        .arg(option, word, QString::fromLatin1(kind), words.join(QLatin1String(", ")));
-}
-
 } // namespace
 
 std::optional<EValueType> findValueType(const QString &word)
@@ -67,7 +61,7 @@ std::optional<EUnit> unitFrom(const CommandLine &line, const QString &option, QS
     const QString word = line.value(option);
     const auto unit = findUnit(word);
     if (!unit)
-        mistake = unknown(option, word, "unit", unitWords());
+        mistake = unknownWord(option, word, QStringLiteral("unit"), unitWords());
     return unit;
 }
 
@@ -79,7 +73,7 @@ std::optional<EValueType> valueTypeFrom(const CommandLine &line, QString &mistak
     const QString word = line.value(option);
     const auto type = findValueType(word);
     if (!type)
-        mistake = unknown(option, word, "kind of value", valueTypeWords());
+        mistake = unknownWord(option, word, QStringLiteral("kind of value"), valueTypeWords());
     return type;
 }
 

@@ -146,7 +146,14 @@ TEST_F(ConvertByName, UnknownNamesGetNearOnesAndAHint)
                               "\"city / old\"; did you mean \"City / Old\"? 'kelstd library list' "
                               "lists them\n"));
     EXPECT_THAT(convert(text("City"), "3,0,10\n").err,
-                Mentions("did you mean \"City / New\" or \"City / Old\"?"));
+                Mentions("did you mean \"City / New\", \"City / Old\" or "));
+    // By the catalogue's words, where it has better ones than the library.
+    EXPECT_THAT(convert(text("utm 35s"), "3,0,10\n").err,
+                Mentions("did you mean \"WGS 84 / UTM zone 35S\", EPSG:"));
+    EXPECT_THAT(convert(text("Pulkovo 1942 / Gaus-Kruger zone 7"), "3,0,10\n").err,
+                Mentions("did you mean EPSG:28407 (Pulkovo 1942 / Gauss-Kruger zone 7)"));
+    EXPECT_THAT(convert(text("Amersfort"), "3,0,10\n").err,
+                Mentions("did you mean \"Amersfoort / RD New\""));
     EXPECT_THAT(convert(text("Nowhere"), "3,0,10\n").err,
                 Mentions("no system \"Nowhere\"; 'kelstd library list'"));
 }
@@ -321,7 +328,7 @@ TEST_F(ConvertByName, OptionsGoBeforeTheConfiguration)
     const QStringList words = result.outLines().value(3).simplified().split(QLatin1Char(' '));
     EXPECT_EQ(words.value(1), text("005\xC2\xB0"
                                    "30\xE2\x80\xB2"
-                                   "00.000\xE2\x80\xB3"
+                                   "00.00000\xE2\x80\xB3"
                                    "E"));
     EXPECT_EQ(words.value(3), text("304.800"));
 }

@@ -112,26 +112,66 @@ TEST(Help, OfEachCommandMentionsItsArgumentsAndOptions)
     const ProgramRun program;
     for (const CommandWords &row : commands()) {
         SCOPED_TRACE(row.command);
-        const auto result = program.run(words(row.command) + QStringList(QStringLiteral("--help")));
+        const QStringList help = {QStringLiteral("--help"), QStringLiteral("full")};
+        const auto result = program.run(words(row.command) + help);
         EXPECT_EQ(result.status, 0);
         EXPECT_EQ(result.err, QString());
-        EXPECT_TRUE(result.out.startsWith(QLatin1String("Usage: kelstd ")
-                                          + QLatin1String(row.command) + QLatin1Char(' ')));
+        EXPECT_THAT(result.out,
+                    Mentions((std::string("\n\nUsage: kelstd ") + row.command + ' ').c_str()));
         for (const char *text : row.mentioned)
             EXPECT_THAT(result.out, Mentions(text));
-        EXPECT_EQ(program.run(QStringList(QStringLiteral("help")) + words(row.command)).out,
+        EXPECT_EQ(program
+                      .run(QStringList(QStringLiteral("help")) + words(row.command)
+                           + QStringList(QStringLiteral("full")))
+                      .out,
+                  result.out);
+        EXPECT_EQ(program.run(words(row.command) + QStringList(QStringLiteral("--help=full"))).out,
                   result.out);
     }
+}
+
+TEST(Help, NamesAllCommands)
+{
+    QStringList names;
+    for (const CommandWords &row : commands())
+        names += QLatin1String(row.command);
+    QStringList told =
+        ProgramRun().run({QStringLiteral("help"), QStringLiteral("names")}).outLines();
+    names.sort();
+    told.sort();
+    EXPECT_EQ(told, names);
 }
 
 TEST(Help, FitsATerminalOfEightyColumns)
 {
     const ProgramRun program;
     QString all = program.run({QStringLiteral("--help")}).out;
-    for (const CommandWords &row : commands())
-        all += program.run(QStringList(QStringLiteral("help")) + words(row.command)).out;
+    for (const CommandWords &row : commands()) {
+        const QStringList help = QStringList(QStringLiteral("help")) + words(row.command);
+        all += program.run(help).out;
+        all += program.run(help + QStringList(QStringLiteral("full"))).out;
+    }
     for (const QString &line : all.split(QLatin1Char('\n')))
         EXPECT_LE(line.size(), 80) << line;
+}
+
+TEST(Help, BeginsWithTwoExamplesAndFitsAScreen)
+{
+    const ProgramRun program;
+    for (const CommandWords &row : commands()) {
+        SCOPED_TRACE(row.command);
+        const QStringList lines =
+            program.run(words(row.command) + QStringList(QStringLiteral("--help"))).outLines();
+        EXPECT_LE(lines.size(), 40);
+        EXPECT_EQ(lines.value(0), QStringLiteral("Examples:"));
+        const QString command = QLatin1String("kelstd ") + QLatin1String(row.command);
+        EXPECT_TRUE(lines.value(1).contains(command)) << lines.value(1);
+        EXPECT_TRUE(lines.value(2).contains(command)) << lines.value(2);
+        EXPECT_NE(lines.value(1), lines.value(2));
+        EXPECT_EQ(lines.value(3), QString());
+        EXPECT_TRUE(lines.value(4).startsWith(QLatin1String("Usage: ") + command));
+        EXPECT_THAT(lines.join(QLatin1Char('\n')), Mentions("--help"));
+    }
 }
 
 TEST(Help, OfAGroupListsItsCommands)
@@ -204,24 +244,52 @@ INSTANTIATE_TEST_SUITE_P(
                 "there is no command 'frobnicate'; 'kelstd --help' lists the commands"},
         Mistake{"MisspelledCommand",
                 {"convrt", "--csv"},
-                "there is no command 'convrt'; did you mean 'convert'?"},
+                "there is no command 'convrt'; did you mean 'convert' or 'geoid convert'?"},
         Mistake{"MisspelledGroup",
                 {"sytem", "show", "x.xml"},
                 "there is no command 'sytem'; did you mean 'system show'?"},
+        Mistake{"CommandByItsWord",
+                {"lst"},
+                "there is no command 'lst'; did you mean 'library list', 'geoid list' or "
+                "'grid list'?"},
         Mistake{"MisspelledMember",
                 {"system", "shw", "x.xml"},
                 "there is no command 'system shw'; did you mean 'system show'?"},
         Mistake{"HalfACommand",
                 {"system"},
-                "there is no command 'system'; did you mean 'system show' or 'system default' or "
-                "'system search' or 'system shifts' or 'system import' or 'system export' or "
-                "'system compose'?"},
+                "there is no command 'system'; there are 'system show', 'system default', "
+                "'system search', 'system shifts', 'system import', 'system export', 'system "
+                "compose'"},
         Mistake{"HelpOnNothing",
                 {"help", "docter"},
                 "there is no command 'docter'; did you mean 'doctor'?"},
         Mistake{"UnknownOption",
                 {"convert", "--sytem", "x.xml"},
-                "Unknown option 'sytem'; 'kelstd convert --help' tells more"},
+                "Unknown option 'sytem'; did you mean '--system'? 'kelstd convert --help' tells "
+                "more"},
+        Mistake{"OptionLikeNoOther",
+                {"doctor", "--frobnicate"},
+                "Unknown option 'frobnicate'; 'kelstd doctor --help' tells more"},
+        Mistake{"MisspelledStyle",
+                {"convert", "--system", "a.xml", "--angle", "degre"},
+                "--angle 'degre' is no style of angles; did you mean degree? There are dms, "
+                "degree, second, radian; 'kelstd convert --help' tells more"},
+        Mistake{"MisspelledFrame",
+                {"convert", "--system", "a.xml", "--from", "local neh"},
+                "--from 'local neh' is no frame; did you mean local-neh? There are wgs84-llh, "
+                "wgs84-xyz, local-llh, local-neh; 'kelstd convert --help' tells more"},
+        Mistake{"MisspelledScale",
+                {"time", "--from", "gps", "now"},
+                "--from 'gps' is no time scale; did you mean gpst or gpsw? There are utc, gpst, "
+                "gpsw, local; 'kelstd time --help' tells more"},
+        Mistake{"MisspelledKind",
+                {"library", "list", "--kind", "elipsoid"},
+                "--kind 'elipsoid' is no kind; did you mean ellipsoids? There are systems, custom, "
+                "standard, ellipsoids, projections; 'kelstd library list --help' tells more"},
+        Mistake{"MisspelledForm",
+                {"system", "export", "a.xml", "--as", "wkt"},
+                "--as 'wkt' is no form; did you mean wkt2? There are wkt2, projjson, proj, esri; "
+                "'kelstd system export --help' tells more"},
         Mistake{"ValueMissing",
                 {"convert", "--system"},
                 "Missing value after '--system'; 'kelstd convert --help' tells more"},

@@ -126,7 +126,7 @@ TEST_F(UnreportedChange, IsNamedAmongTheStatuses)
     EXPECT_THAT(m_program.run({"--help"}).out, Mentions("  4  the change was made"));
     for (const char *command : {"library add", "library replace", "library remove", "geoid convert",
                                 "doctor", "system default"}) {
-        EXPECT_THAT(m_program.run(QString(command).split(' ') + QStringList("--help")).out,
+        EXPECT_THAT(m_program.run(QString(command).split(' ') + QStringList{"--help", "full"}).out,
                     Mentions("standard"))
             << command;
     }

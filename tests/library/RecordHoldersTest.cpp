@@ -217,14 +217,15 @@ TEST_F(RecordHolders, KeepNamesFromBeingAdded)
               (Kinds{RecordKind::Ellipsoid, RecordKind::Custom}));
 }
 
-TEST(SimilarNames, AreThoseOfOtherCaseAndThenThoseThatContainTheName)
+TEST(SimilarNames, AreThoseOfOtherCaseOrElseThoseWithTheSameWords)
 {
     const QStringList names = {text("Old Harbour"), text("harbour "), text("City"),
                                text("Harbour 2"),   text("HARBOUR"),  text("Harbour 3"),
                                text("Harbour 4")};
     EXPECT_EQ(library::similarNames(text(" Harbour"), names),
-              (QStringList{text("harbour "), text("HARBOUR"), text("Old Harbour"),
-                           text("Harbour 2"), text("Harbour 3")}));
+              (QStringList{text("harbour "), text("HARBOUR")}));
+    EXPECT_EQ(library::similarNames(text("harb"), names),
+              (QStringList{text("harbour "), text("HARBOUR"), text("Harbour 2")}));
     EXPECT_EQ(library::similarNames(text(" "), names), QStringList());
     EXPECT_EQ(library::similarNames(text("Zoo"), names), QStringList());
 }
