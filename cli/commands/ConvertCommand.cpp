@@ -211,10 +211,8 @@ ExitStatus runConvert(const QStringList &arguments, Console &console)
         return ExitStatus::Environment;
     const Coord &coord = system->coord;
     const ProjEnvironment environment;
-    if (!environment.isReady()) {
-        console.report(environment.failure());
+    if (!environment.isReady(console))
         return ExitStatus::Environment;
-    }
     if (!canBeUsed(*system, options->system, line, console))
         return ExitStatus::Environment;
     for (const QString &note : location::notesOn(coord))
