@@ -2,6 +2,7 @@
 
 #include <KelStd/catalogue/ProjectionRecords.h>
 #include <KelStd/catalogue/TextShift.h>
+#include <KelStd/proj/ShiftGrids.h>
 
 #include <algorithm>
 #include <cmath>
@@ -102,6 +103,24 @@ bool refuseForShift(ImportWork &work)
                            .arg(name, consent));
 }
 
+/// What the headers of grids say that they lead to; empty where they do not say it.
+QString frameInHeaders(const ProjSession &session, const QStringList &grids)
+{
+    QStringList frames;
+    for (const QString &grid : grids) {
+        const QString frame = ShiftGrids::examine(ShiftGrids::directory().filePath(grid)).toSystem;
+        const int colon = frame.indexOf(QLatin1Char(':'));
+        const proj::ProjObject known =
+            colon < 0
+                ? nullptr
+                : session.fromDatabase(frame.left(colon).toUtf8(), frame.mid(colon + 1).toUtf8());
+        frames += known == nullptr ? frame : session.nameOf(known.get());
+    }
+    frames.removeAll(QString());
+    frames.removeDuplicates();
+    return frames.join(QLatin1String(", "));
+}
+
 void report(ImportWork &work, const ShiftCandidate &candidate)
 {
     ImportReport::Shift &shift = work.result.report.shift;
@@ -111,7 +130,9 @@ void report(ImportWork &work, const ShiftCandidate &candidate)
     shift.accuracy = candidate.row.accuracy;
     shift.coverage = candidate.row.coverage;
     shift.grids = candidate.row.grids;
-    shift.frame = candidate.frame;
+    shift.operationFrame = candidate.frame;
+    const QString header = frameInHeaders(work.session, shift.grids);
+    shift.frame = header.isEmpty() ? candidate.frame : header;
 }
 
 void reportOthers(ImportWork &work, int chosen)

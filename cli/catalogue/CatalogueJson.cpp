@@ -70,6 +70,7 @@ QJsonObject objectOf(const ImportReport::Shift &shift)
     if (!shift.grids.isEmpty()) {
         object.insert(QStringLiteral("grids"), QJsonArray::fromStringList(shift.grids));
         object.insert(QStringLiteral("frame"), textOrNull(shift.frame));
+        object.insert(QStringLiteral("operation_frame"), textOrNull(shift.operationFrame));
     }
     return object;
 }

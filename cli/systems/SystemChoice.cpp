@@ -65,7 +65,7 @@ Lookup readRegistered(const LibraryDirectory &library, RecordKind kind, const QS
     if (const auto failure = library::fileFailure(chosen.review.file))
         reason = io::describedFailure(failure);
     else if (readSystem(chosen.review.file, chosen.coord, chosen.origin, chosen.review.findings,
-                      reason))
+                        reason))
         return Lookup::Found;
     return failedAfterReport(name, reason, console); // another program has changed it since
 }

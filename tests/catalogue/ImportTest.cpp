@@ -200,7 +200,8 @@ TEST_F(SystemImport, TakesAGridThatIsThere)
     const ImportedSystem german = import("EPSG:31467");
     EXPECT_EQ(german.report.shift.kind, ShiftKind::Grid);
     EXPECT_EQ(german.report.shift.grids, QStringList(QStringLiteral("BETA2007.gsb")));
-    EXPECT_FALSE(german.report.shift.frame.isEmpty());
+    EXPECT_EQ(german.report.shift.frame, QStringLiteral("ETRS89")); // SYSTEM_T of its header
+    EXPECT_EQ(german.report.shift.operationFrame, QStringLiteral("WGS 84"));
     EXPECT_EQ(german.system->ellipsoid.proj4EllpsName,
               QStringLiteral("bessel +nadgrids=BETA2007.gsb"));
     Location location;
