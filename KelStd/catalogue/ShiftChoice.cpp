@@ -103,12 +103,17 @@ bool refuseForShift(ImportWork &work)
                            .arg(name, consent));
 }
 
+ShiftGrids::File examined(const QString &grid)
+{
+    return ShiftGrids::examine(ShiftGrids::directory().filePath(grid));
+}
+
 /// What the headers of grids say that they lead to; empty where they do not say it.
 QString frameInHeaders(const ProjSession &session, const QStringList &grids)
 {
     QStringList frames;
     for (const QString &grid : grids) {
-        const QString frame = ShiftGrids::examine(ShiftGrids::directory().filePath(grid)).toSystem;
+        const QString frame = examined(grid).toSystem;
         const int colon = frame.indexOf(QLatin1Char(':'));
         const proj::ProjObject known =
             colon < 0
@@ -230,6 +235,14 @@ bool take(ImportWork &work, const ShiftCandidate &candidate)
                 .arg(ellipsoid.ellipsoid_name)
                 .arg(ellipsoid.biggerHalfAxle.value.toDouble(), 0, 'f', 3)
                 .arg(ellipsoid.reciprocal, 0, 'f', 6));
+    for (const QString &grid : candidate.row.grids) {
+        const ShiftGrids::File file = examined(grid);
+        if (file.failure)
+            return work.refuse(Kind::GridOnly,
+                               QStringLiteral("the grid %1 of the datum shift %2 cannot be used: "
+                                              "%3; replace it, or take another shift")
+                                   .arg(grid, nameOf(candidate.row), file.failure.text));
+    }
     work.shift = *candidate.carried;
     work.shiftArea = candidate.row.area;
     report(work, candidate);

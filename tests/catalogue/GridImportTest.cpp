@@ -1,6 +1,7 @@
 // A system that is imported by a grid of datum shifts whose values are known.
 
 #include "catalogue/CatalogueTest.h"
+#include "support/Mentions.h"
 #include "support/Printers.h"
 #include "support/ShiftGrids.h"
 #include "support/TemporaryHome.h"
@@ -100,7 +101,10 @@ TEST_F(GridImport, IsRefusedByAGridThatIsCutShort)
     options.shift = QStringLiteral("EPSG:7710");
     const ImportedSystem british = catalogue().importSystem("EPSG:27700", options);
     EXPECT_FALSE(british.system.has_value());
-    EXPECT_FALSE(british.refusal.text.isEmpty());
+    EXPECT_EQ(british.refusal.kind, CatalogueFailureKind::GridOnly);
+    EXPECT_THAT(british.refusal.text, test::Mentions("OSTN15_NTv2_OSGBtoETRS.gsb"));
+    EXPECT_THAT(british.refusal.text,
+                test::Mentions("it has fewer values than its header promises"));
 }
 
 } // namespace
