@@ -1,6 +1,7 @@
 #include <KelStd/catalogue/Export.h>
 
 #include <KelStd/catalogue/CarriedShift.h>
+#include <KelStd/catalogue/MethodDifference.h>
 #include <KelStd/catalogue/OwnCheck.h>
 #include <KelStd/catalogue/ProjSteps.h>
 #include <KelStd/catalogue/ProjectionRecords.h>

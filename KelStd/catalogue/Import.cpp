@@ -1,6 +1,7 @@
 #include <KelStd/catalogue/Import.h>
 
 #include <KelStd/catalogue/ImportWork.h>
+#include <KelStd/catalogue/MethodDifference.h>
 #include <KelStd/catalogue/OwnCheck.h>
 #include <KelStd/catalogue/ProjectionRecords.h>
 #include <KelStd/catalogue/ShiftChoice.h>
@@ -130,9 +131,11 @@ bool import(ImportWork &work)
     ImportReport &report = work.result.report;
     report.axisUnit = records->axisUnit;
     report.metresPerUnit = records->metresPerUnit;
-    const QString remark = methodWarning(work.session, work.source.projected.get());
-    if (!remark.isEmpty())
-        work.warn(remark);
+    const MethodDifference method =
+        methodDifference(work.session, work.source.projected.get(), work.source.system.area);
+    report.methodDifference = method.metres;
+    if (!method.warning.isEmpty())
+        work.warn(method.warning);
     work.primeMeridian = primeMeridianOf(work.session, work.source.geodetic.get());
     work.candidates = shiftCandidates(work.session, work.memory, work.source.geodetic.get(),
                                       work.source.system.area, work.options.at);

@@ -58,6 +58,10 @@ struct ImportReport
     /// The largest difference [m] to PROJ's own result by the same operation.
     double difference = 0.0;
 
+    /// How far PROJ's projection is from the published method within the area at most [m]; 0 where
+    /// it is the same. A warning tells of it.
+    double methodDifference = 0.0;
+
     std::vector<DatumShift> alternatives; ///< others that could have been taken
     std::vector<DatumShift> better; ///< more accurate ones that need a grid or cannot be carried
 

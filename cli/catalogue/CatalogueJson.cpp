@@ -141,6 +141,7 @@ QByteArray jsonLine(const ImportedSystem &imported)
                           QJsonArray::fromStringList(missingGrids(report)));
         }
     } else {
+        object.insert(QStringLiteral("method_difference_m"), report.methodDifference);
         object.insert(QStringLiteral("area_name"), textOrNull(report.area.name));
         object.insert(QStringLiteral("unit"), report.axisUnit);
         object.insert(QStringLiteral("metres_per_unit"), report.metresPerUnit);

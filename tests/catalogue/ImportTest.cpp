@@ -269,6 +269,27 @@ TEST_F(SystemImport, MakesASphereOfItsRadius)
     EXPECT_NEAR(location.get_NEH_N(), -3247886.411068, 1e-6);
 }
 
+TEST_F(SystemImport, SaysHowFarProjIsFromThePublishedMethod)
+{
+    // The arc of the meridian is the northing of `proj +proj=tmerc +ellps=WGS84` at longitude 0.
+    // From that of the sphere, 6378137 m times the latitude, it differs most at 54.8 N: by 25342.12
+    // m.
+    const ImportedSystem world = import("EPSG:4087");
+    EXPECT_NEAR(world.report.methodDifference, 25342.12, 0.5);
+    EXPECT_TRUE(hasWarning(world.report, "on a sphere, which differs by up to 25342 m"));
+    // At 10 N 6378137 m x 10 deg are 1113194.908, and the arc 1105854.833: 7340.07 m.
+    const ImportedSystem site =
+        import("PROJCRS[\"a\",BASEGEOGCRS[\"WGS 84\",DATUM[\"World Geodetic System 1984\","
+               "ELLIPSOID[\"WGS 84\",6378137,298.257223563]],ID[\"EPSG\",4326]],CONVERSION[\"b\","
+               "METHOD[\"Equidistant Cylindrical\",ID[\"EPSG\",1028]],PARAMETER[\"Latitude of 1st "
+               "standard parallel\",0,ANGLEUNIT[\"degree\",0.0174532925199433],ID[\"EPSG\",8823]]],"
+               "CS[Cartesian,2],AXIS[\"x\",east],AXIS[\"y\",north],LENGTHUNIT[\"metre\",1],"
+               "USAGE[SCOPE[\"c\"],AREA[\"d\"],BBOX[2,8,10,12]]]");
+    EXPECT_NEAR(site.report.methodDifference, 7340.07, 0.5);
+    // The Transverse Mercator of the same datum is what it should be.
+    EXPECT_EQ(import("EPSG:32631").report.methodDifference, 0.0);
+}
+
 TEST_F(SystemImport, MakesDocumentsThatAReviewHasNothingAgainst)
 {
     QTemporaryDir directory;
