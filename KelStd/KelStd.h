@@ -5,6 +5,7 @@
 #include <KelStd/Failure.h>
 #include <KelStd/catalogue/Catalogue.h>
 #include <KelStd/catalogue/CatalogueFailure.h>
+#include <KelStd/catalogue/CatalogueWords.h>
 #include <KelStd/catalogue/DatumShift.h>
 #include <KelStd/catalogue/FoundSystem.h>
 #include <KelStd/catalogue/SystemArea.h>
@@ -41,6 +42,7 @@
 #include <KelStd/io/ProjEllipsoid.h>
 #include <KelStd/io/RecordParamNames.h>
 #include <KelStd/io/SystemDocument.h>
+#include <KelStd/io/WholeFile.h>
 #include <KelStd/library/LibraryDirectory.h>
 #include <KelStd/library/LibraryFailure.h>
 #include <KelStd/library/LibraryLock.h>

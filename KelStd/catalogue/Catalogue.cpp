@@ -7,6 +7,8 @@
 #include <KelStd/catalogue/SourceSystem.h>
 #include <KelStd/catalogue/SystemList.h>
 
+#include <utility>
+
 namespace KelStd::catalogue {
 
 class Catalogue::Session
@@ -15,9 +17,13 @@ public:
     ProjSession proj;
     SystemList list;
     ShiftMemory shifts;
+    CatalogueWords words;
 };
 
-Catalogue::Catalogue() : m_session(std::make_unique<Session>()) {}
+Catalogue::Catalogue(CatalogueWords words) : m_session(std::make_unique<Session>())
+{
+    m_session->words = std::move(words);
+}
 Catalogue::~Catalogue() = default;
 Catalogue::Catalogue(Catalogue &&other) noexcept = default;
 Catalogue &Catalogue::operator=(Catalogue &&other) noexcept = default;
@@ -37,7 +43,7 @@ std::optional<DatumShifts> Catalogue::datumShifts(const QByteArray &source,
     ProjSession &session = m_session->proj;
     if (!session.open(failure))
         return std::nullopt;
-    const auto found = sourceSystem(session, m_session->list, source, failure);
+    const auto found = sourceSystem(session, m_session->list, source, m_session->words, failure);
     if (!found)
         return std::nullopt;
     DatumShifts result;
@@ -56,9 +62,10 @@ ImportedSystem Catalogue::importSystem(const QByteArray &source, const ImportOpt
     ProjSession &session = m_session->proj;
     if (!session.open(&result.refusal))
         return result;
-    const auto found = sourceSystem(session, m_session->list, source, &result.refusal);
+    const auto found =
+        sourceSystem(session, m_session->list, source, m_session->words, &result.refusal);
     if (found)
-        result = imported(session, m_session->shifts, *found, options);
+        result = imported(session, m_session->shifts, *found, options, m_session->words);
     result.report.databaseVersion = databaseVersion();
     if (!found)
         result.report.source = QString::fromUtf8(source.left(200)).simplified();

@@ -2,6 +2,7 @@
 
 #include <KelStd/Export.h>
 #include <KelStd/catalogue/CatalogueFailure.h>
+#include <KelStd/catalogue/CatalogueWords.h>
 #include <KelStd/catalogue/DatumShift.h>
 #include <KelStd/catalogue/FoundSystem.h>
 #include <KelStd/catalogue/SystemExport.h>
@@ -43,7 +44,8 @@ namespace KelStd::catalogue {
 class KELSTD_EXPORT Catalogue
 {
 public:
-    Catalogue();
+    /// Messages name what helps by `words`.
+    explicit Catalogue(CatalogueWords words = {});
     ~Catalogue();
     Catalogue(Catalogue &&other) noexcept;
     Catalogue &operator=(Catalogue &&other) noexcept;

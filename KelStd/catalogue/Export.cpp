@@ -1,6 +1,7 @@
 #include <KelStd/catalogue/Export.h>
 
 #include <KelStd/catalogue/CarriedShift.h>
+#include <KelStd/catalogue/MethodDifference.h>
 #include <KelStd/catalogue/OwnCheck.h>
 #include <KelStd/catalogue/ProjSteps.h>
 #include <KelStd/catalogue/ProjectionRecords.h>
@@ -79,8 +80,7 @@ ProjObject verified(const ProjSession &session, const Coord &coord, const QStrin
     const ProjObject geodetic = session.geodeticOf(object.get());
     if (geodetic == nullptr)
         return nullptr;
-    const CarriedShift shift =
-        recordedShift(session, coord, primeMeridianOf(session, geodetic.get()));
+    const CarriedShift shift = recordedShift(coord, primeMeridianOf(session, geodetic.get()));
     SystemArea area = session.areaOf(object.get());
     const OwnCheck check =
         ownCheck(session, coord, withFullRotation(shift.steps),

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <KelStd/catalogue/CatalogueWords.h>
 #include <KelStd/catalogue/ProjSession.h>
 #include <KelStd/catalogue/ShiftCandidates.h>
 #include <KelStd/catalogue/SourceSystem.h>
@@ -7,8 +8,9 @@
 
 namespace KelStd::catalogue {
 
-/// Imports a system that has been found (see `Catalogue::importSystem`).
+/// Imports a system that has been found (see `Catalogue::importSystem`). Messages name what helps
+/// by `words`.
 ImportedSystem imported(ProjSession &session, ShiftMemory &memory, const SourceSystem &source,
-                        const ImportOptions &options);
+                        const ImportOptions &options, const CatalogueWords &words);
 
 } // namespace KelStd::catalogue

@@ -1,5 +1,6 @@
 #include <KelStd/catalogue/OwnCheck.h>
 
+#include <KelStd/catalogue/MethodDifference.h>
 #include <KelStd/catalogue/ProjectionRecords.h>
 #include <KelStd/location/ChainDefinitions.h>
 #include <KelStd/proj/Transformation.h>

@@ -1,5 +1,6 @@
 #include <KelStd/catalogue/ProjectionRecords.h>
 
+#include <KelStd/catalogue/MethodDifference.h>
 #include <KelStd/catalogue/ProjSteps.h>
 
 #include <algorithm>
@@ -225,62 +226,6 @@ double primeMeridianOf(const ProjSession &session, const PJ *geodetic)
                ? longitude * 0.9
                : (name == "degree" ? longitude
                                    : longitude * factor * 180.0 / 3.14159265358979323846);
-}
-
-double missingTurn(const ProjSession &session, const PJ *projected)
-{
-    const ProjObject conversion(
-        session.functions().proj_crs_get_coordoperation(session.context(), projected));
-    const auto ellipsoid = ellipsoidOf(session, projected);
-    if (conversion == nullptr || !ellipsoid
-        || session.methodOf(conversion.get())
-               != QLatin1String("Lambert Conic Conformal (2SP Belgium)"))
-        return 0.0;
-    double parallels[2] = {};
-    for (const MethodValue &value : session.valuesOf(conversion.get())) {
-        if (value.code == 8823 || value.code == 8824) // first and second standard parallel
-            parallels[value.code - 8823] = value.value;
-    }
-    // The formulas of EPSG's method 9803: theta is n times the longitude, and less by the turn.
-    constexpr double radians = 3.14159265358979323846 / 180.0;
-    const double f = 1.0 / ellipsoid->reciprocal;
-    const double e = std::sqrt(f * (2.0 - f));
-    const auto m = [e](double latitude) {
-        return std::cos(latitude) / std::sqrt(1.0 - std::pow(e * std::sin(latitude), 2));
-    };
-    const auto t = [e](double latitude) {
-        const double sine = e * std::sin(latitude);
-        return std::tan(45.0 * radians - latitude / 2.0)
-               / std::pow((1.0 - sine) / (1.0 + sine), e / 2.0);
-    };
-    const double first = parallels[0] * radians;
-    const double second = parallels[1] * radians;
-    const double n = std::log(m(first) / m(second)) / std::log(t(first) / t(second));
-    constexpr double turn = 29.2985 / 3600.0; // [deg]
-    return std::isfinite(n) && n != 0.0 ? turn / n : 0.0;
-}
-
-QString methodWarning(const ProjSession &session, const PJ *projected)
-{
-    const ProjObject conversion(
-        session.functions().proj_crs_get_coordoperation(session.context(), projected));
-    const QString method = conversion == nullptr ? QString() : session.methodOf(conversion.get());
-    const auto ellipsoid = ellipsoidOf(session, projected);
-    if (missingTurn(session, projected) != 0.0)
-        return QStringLiteral("PROJ leaves out the turn by 29.2985\" of the method \"%1\"; the "
-                              "system has it in the longitude of its origin.")
-            .arg(method);
-    if (method == QLatin1String("Equidistant Cylindrical") && ellipsoid
-        && ellipsoid->reciprocal != 0.0)
-        return QStringLiteral("PROJ computes the method \"%1\" on a sphere: northings differ from "
-                              "the published method by kilometres.")
-            .arg(method);
-    if (method.endsWith(QLatin1String("(Spherical)")) && ellipsoid && ellipsoid->reciprocal != 0.0)
-        return QStringLiteral("The method \"%1\" is for a sphere, and the system's figure is an "
-                              "ellipsoid: what PROJ makes of it can differ from other programs by "
-                              "kilometres.")
-            .arg(method);
-    return {};
 }
 
 std::optional<ProjectionRecords> projectionRecords(const ProjSession &session, const PJ *projected,

@@ -24,14 +24,6 @@ struct ProjectionRecords
     double metresPerUnit = 1.0;
 };
 
-/// What is to be added to the longitude of a projection's origin [deg] as PROJ writes it, so that
-/// it computes what the method says. Only Belgium's conic projection needs it: it turns about the
-/// pole by 29.2985", which PROJ leaves out, 0.7 km.
-double missingTurn(const ProjSession &session, const PJ *projected);
-
-/// How PROJ's projection differs from the published method; empty where it is the same.
-QString methodWarning(const ProjSession &session, const PJ *projected);
-
 /// The records of a projected system, whose longitudes `turn` [deg] is added to. Nothing, with the
 /// reason in `failure` (when given), where PROJ cannot write the projection.
 std::optional<ProjectionRecords> projectionRecords(const ProjSession &session, const PJ *projected,

@@ -4,8 +4,7 @@
 
 namespace KelStd::catalogue {
 
-CarriedShift recordedShift(const ProjSession & /*session*/, const Coord &coord,
-                           double primeMeridian)
+CarriedShift recordedShift(const Coord &coord, double primeMeridian)
 {
     const ChainDefinitions definitions(&coord);
     const std::vector<ProjStep> steps = stepsOf(definitions.localGeographic.toUtf8());

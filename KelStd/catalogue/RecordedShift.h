@@ -1,13 +1,12 @@
 #pragma once
 
 #include <KelStd/catalogue/CarriedShift.h>
-#include <KelStd/catalogue/ProjSession.h>
 #include <KelStd/coord/Coord.h>
 
 namespace KelStd::catalogue {
 
 /// The datum shift that a system's records hold, from a frame that counts its longitudes from
 /// `primeMeridian` [deg].
-CarriedShift recordedShift(const ProjSession &session, const Coord &coord, double primeMeridian);
+CarriedShift recordedShift(const Coord &coord, double primeMeridian);
 
 } // namespace KelStd::catalogue

@@ -73,7 +73,8 @@ ProjObject readText(const ProjSession &session, const SourceText &source, Catalo
     return object;
 }
 
-ProjObject readCode(const ProjSession &session, QByteArray text, CatalogueFailure *failure)
+ProjObject readCode(const ProjSession &session, QByteArray text, const CatalogueWords &words,
+                    CatalogueFailure *failure)
 {
     if (!text.contains(':'))
         text.prepend("EPSG:");
@@ -82,9 +83,9 @@ ProjObject readCode(const ProjSession &session, QByteArray text, CatalogueFailur
     ProjObject object = session.fromText(text);
     if (object == nullptr)
         fail(failure, Kind::NotUnderstood,
-             QStringLiteral("PROJ's database has no coordinate system %1; \"kelstd system "
-                            "search\" finds systems by words")
-                 .arg(QString::fromUtf8(text.left(80))));
+             QStringLiteral("PROJ's database has no coordinate system %1; %2 finds "
+                            "systems by words")
+                 .arg(QString::fromUtf8(text.left(80)), words.search));
     return object;
 }
 
@@ -100,7 +101,7 @@ QString listed(const std::vector<FoundSystem> &systems)
 }
 
 ProjObject readName(const ProjSession &session, SystemList &list, const QString &name,
-                    CatalogueFailure *failure)
+                    const CatalogueWords &words, CatalogueFailure *failure)
 {
     list.read(session);
     std::vector<FoundSystem> found = list.named(name);
@@ -133,7 +134,7 @@ ProjObject readName(const ProjSession &session, SystemList &list, const QString 
             return nullptr;
         }
     }
-    return readCode(session, found.front().code.toUtf8(), failure);
+    return readCode(session, found.front().code.toUtf8(), words, failure);
 }
 
 /// A definition's own shift to WGS 84; false where it has one that cannot be taken.
@@ -183,7 +184,7 @@ QString kindOfObject(PJ_TYPE type)
 
 /// Takes compound and bound systems apart until the projected one is found.
 bool takeApart(const ProjSession &session, ProjObject object, SourceSystem &result,
-               CatalogueFailure *failure)
+               const CatalogueWords &words, CatalogueFailure *failure)
 {
     const proj::ProjFunctions &proj = session.functions();
     constexpr int maxLayers = 4;
@@ -212,8 +213,8 @@ bool takeApart(const ProjSession &session, ProjObject object, SourceSystem &resu
                                              "imported"))
                        : fail(failure, Kind::NotProjected,
                               QStringLiteral("%1 is a %2 system; choose a projected one that lies "
-                                             "on it (\"kelstd system search\")")
-                                  .arg(session.nameOf(object.get()), kind));
+                                             "on it; %3 finds them")
+                                  .arg(session.nameOf(object.get()), kind, words.search));
         }
     }
     return fail(failure, Kind::NotUnderstood,
@@ -285,7 +286,8 @@ void identify(const ProjSession &session, SourceSystem &result)
 } // namespace
 
 std::optional<SourceSystem> sourceSystem(ProjSession &session, SystemList &list,
-                                         const QByteArray &source, CatalogueFailure *failure)
+                                         const QByteArray &source, const CatalogueWords &words,
+                                         CatalogueFailure *failure)
 {
     const auto text = sourceText(source, failure);
     if (!text)
@@ -293,9 +295,9 @@ std::optional<SourceSystem> sourceSystem(ProjSession &session, SystemList &list,
     ProjObject object;
     bool isOfDatabase = true;
     switch (text->form) {
-    case SourceForm::Code: object = readCode(session, text->text, failure); break;
+    case SourceForm::Code: object = readCode(session, text->text, words, failure); break;
     case SourceForm::Name:
-        object = readName(session, list, QString::fromUtf8(text->text), failure);
+        object = readName(session, list, QString::fromUtf8(text->text), words, failure);
         break;
     case SourceForm::Wkt:
         isOfDatabase = false;
@@ -317,7 +319,7 @@ std::optional<SourceSystem> sourceSystem(ProjSession &session, SystemList &list,
     result.system.code = session.codeOf(object.get());
     result.system.area = session.areaOf(object.get());
     result.system.isDeprecated = session.functions().proj_is_deprecated(object.get()) != 0;
-    if (!takeApart(session, std::move(object), result, failure))
+    if (!takeApart(session, std::move(object), result, words, failure))
         return std::nullopt;
     result.isText = !isOfDatabase;
     if (!isOfDatabase) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <KelStd/catalogue/CatalogueWords.h>
 #include <KelStd/catalogue/ProjSession.h>
 #include <KelStd/catalogue/Similarity.h>
 #include <KelStd/catalogue/SystemList.h>
@@ -25,8 +26,9 @@ struct SourceSystem
 };
 
 /// Finds or reads the system of a source. Nothing, with the reason in `failure` (when given), where
-/// there is none or it cannot be told which.
+/// there is none or it cannot be told which. Messages name what helps by `words`.
 std::optional<SourceSystem> sourceSystem(ProjSession &session, SystemList &list,
-                                         const QByteArray &source, CatalogueFailure *failure);
+                                         const QByteArray &source, const CatalogueWords &words,
+                                         CatalogueFailure *failure);
 
 } // namespace KelStd::catalogue

@@ -47,12 +47,20 @@ struct ImportReport
         std::optional<double> accuracy; ///< [m]
         double coverage = 0.0;          ///< share of the system's area, 0 to 1
         QStringList grids;
-        QString frame; ///< what a grid starts from, such as "ETRS89"; empty without a grid
+
+        /// What a grid leads to from the local frame, which WGS 84 positions are taken as: by its
+        /// header "ETRS89", where that says it; else as `operationFrame`. Empty without a grid.
+        QString frame;
+        QString operationFrame; ///< by the database, which may say "WGS 84" of the same grid
     };
     Shift shift;
 
     /// The largest difference [m] to PROJ's own result by the same operation.
     double difference = 0.0;
+
+    /// How far PROJ's projection is from the published method within the area at most [m]; 0 where
+    /// it is the same. A warning tells of it.
+    double methodDifference = 0.0;
 
     std::vector<DatumShift> alternatives; ///< others that could have been taken
     std::vector<DatumShift> better; ///< more accurate ones that need a grid or cannot be carried

@@ -49,7 +49,8 @@ bool isComparable(const ShiftCandidate &candidate)
 
 TextShiftJudgement judgedTextShift(const Similarity &text,
                                    const std::vector<ShiftCandidate> &candidates,
-                                   const Coord &coord, const GroundPoint &place)
+                                   const Coord &coord, const GroundPoint &place,
+                                   const CatalogueWords &words)
 {
     TextShiftJudgement judgement;
     const ShiftCandidate *best = nullptr;
@@ -69,9 +70,9 @@ TextShiftJudgement judgedTextShift(const Similarity &text,
             judgement.warnings +=
                 QStringLiteral("rotations negated: the definition's datum shift is that of %1 with "
                                "the opposite rotations, which moves positions by %2 m. It was "
-                               "taken as it stands; --shift %1 takes the database's.")
-                    .arg(candidate.row.code)
-                    .arg(distance(text, known, coord, place), 0, 'f', 1);
+                               "taken as it stands; %3 %1 takes the database's.")
+                    .arg(candidate.row.code,
+                         QString::number(distance(text, known, coord, place), 'f', 1), words.shift);
         }
     }
     if (judgement.warnings.isEmpty() && best != nullptr) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <KelStd/catalogue/CatalogueWords.h>
 #include <KelStd/catalogue/ShiftCandidates.h>
 #include <KelStd/coord/Coord.h>
 
@@ -16,9 +17,11 @@ struct TextShiftJudgement
     QStringList warnings;
 };
 
-/// Holds it against the database's operations of the same system, at a place.
+/// Holds it against the database's operations of the same system, at a place. Messages name what
+/// helps by `words`.
 TextShiftJudgement judgedTextShift(const Similarity &text,
                                    const std::vector<ShiftCandidate> &candidates,
-                                   const Coord &coord, const GroundPoint &place);
+                                   const Coord &coord, const GroundPoint &place,
+                                   const CatalogueWords &words);
 
 } // namespace KelStd::catalogue

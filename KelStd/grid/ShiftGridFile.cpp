@@ -6,6 +6,7 @@
 
 #include <QtCore/QFileInfo>
 #include <QtCore/QObject>
+#include <QtCore/QRegularExpression>
 #include <QtCore/QtEndian>
 
 #include <algorithm>
@@ -98,19 +99,47 @@ double firstOf(const TiffHeaders::Image &image, TiffTag tag, double otherwise)
     return values.isEmpty() ? otherwise : values.constFirst();
 }
 
-/// Whether positions are those of pixels' centres, as the grid's keys say: four numbers each, of
-/// which the first is the key and the last its value.
-bool isPixelPoint(const TiffHeaders::Image &image)
+/// The value of one of the grid's keys, which have four numbers each: the first is the key and the
+/// last its value. 0 where it is not there.
+double geoKeyOf(const TiffHeaders::Image &image, int key)
 {
     constexpr int keySize = 4;
-    constexpr double rasterType = 1025.0;
-    constexpr double point = 2.0;
     const QVector<double> keys = image.value(static_cast<int>(TiffTag::GeoKeys));
     for (int at = keySize; at + keySize <= keys.size(); at += keySize) {
-        if (keys.at(at) == rasterType)
-            return keys.at(at + keySize - 1) == point;
+        if (keys.at(at) == key)
+            return keys.at(at + keySize - 1);
     }
-    return false;
+    return 0.0;
+}
+
+/// Whether positions are those of pixels' centres.
+bool isPixelPoint(const TiffHeaders::Image &image)
+{
+    constexpr int rasterType = 1025;
+    constexpr double point = 2.0;
+    return geoKeyOf(image, rasterType) == point;
+}
+
+/// "EPSG:7844"; empty for what is no code.
+QString epsgCode(double number)
+{
+    constexpr double first = 1024.0;
+    constexpr double last = 32766.0; // 32767 is a system that the keys describe themselves
+    return number >= first && number <= last ? QStringLiteral("EPSG:%1").arg(number, 0, 'f', 0)
+                                             : QString();
+}
+
+/// An item of GDAL's metadata that holds a code of EPSG, as PROJ's own GeoTIFF grids have it.
+QString epsgItemOf(const TiffHeaders::Image &image, const char *name)
+{
+    QByteArray text;
+    for (const double byte : image.value(static_cast<int>(TiffTag::GdalMetadata)))
+        text += static_cast<char>(static_cast<unsigned char>(byte));
+    const QRegularExpression item(
+        QStringLiteral("<Item name=\"%1\"[^>]*>\\s*([0-9]{1,6})\\s*</Item>")
+            .arg(QLatin1String(name)));
+    const QRegularExpressionMatch match = item.match(QString::fromUtf8(text));
+    return match.hasMatch() ? epsgCode(match.captured(1).toDouble()) : QString();
 }
 
 /// The nodes of an image, the centres of its pixels; no rows and columns where it says nothing of
@@ -272,6 +301,11 @@ GridFailure ShiftGridFile::readGeoTiff(QFile &file)
             constexpr double maxValues = 1000.0;
             const double values = firstOf(image, TiffTag::ValuesPerPixel, 1.0);
             m_valuesPerNode = values >= 1.0 && values <= maxValues ? static_cast<int>(values) : 0;
+            constexpr int geographicType = 2048;
+            m_from = epsgItemOf(image, "source_crs_epsg_code");
+            if (m_from.isEmpty())
+                m_from = epsgCode(geoKeyOf(image, geographicType));
+            m_to = epsgItemOf(image, "target_crs_epsg_code");
         }
         m_grids += nodes;
     }

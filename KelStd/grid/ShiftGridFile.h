@@ -53,7 +53,7 @@ public:
     qint64 size() const { return m_size; }
 
     /// What the shifts start from and lead to, as NTv2 has it in eight letters each ("DHDN90",
-    /// "ETRS89"); empty where it is not said.
+    /// "ETRS89"), and GeoTIFF as a code ("EPSG:4283"); empty where it is not said.
     QString fromSystem() const { return m_from; }
     QString toSystem() const { return m_to; }
 

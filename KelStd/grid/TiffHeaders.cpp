@@ -21,6 +21,7 @@ struct TypeRow
 
 constexpr TypeRow types[] = {
     {1, 1, false},  // byte
+    {2, 1, false},  // ASCII
     {3, 2, false},  // short
     {4, 4, false},  // long
     {12, 8, true},  // double
@@ -41,7 +42,7 @@ const TypeRow *findType(int type)
 constexpr TiffTag askedTags[] = {
     TiffTag::SubfileType,    TiffTag::Width,      TiffTag::Height,      TiffTag::StripOffsets,
     TiffTag::ValuesPerPixel, TiffTag::StripSizes, TiffTag::TileOffsets, TiffTag::TileSizes,
-    TiffTag::PixelScale,     TiffTag::TiePoint,   TiffTag::GeoKeys,
+    TiffTag::PixelScale,     TiffTag::TiePoint,   TiffTag::GeoKeys,     TiffTag::GdalMetadata,
 };
 
 bool isAsked(int tag)

@@ -22,14 +22,15 @@ enum class TiffTag
     TileSizes = 325,
     PixelScale = 33550,
     TiePoint = 33922,
-    GeoKeys = 34735
+    GeoKeys = 34735,
+    GdalMetadata = 42112 ///< GDAL's, a text
 };
 
 /// The images of a file, each with the numbers of those tags; others are left out.
 class TiffHeaders
 {
 public:
-    using Image = QHash<int, QVector<double>>;
+    using Image = QHash<int, QVector<double>>; ///< a text has a number for each byte
 
     /// Whether bytes begin like a TIFF or BigTIFF file of either order of bytes.
     static bool isTiff(const QByteArray &bytes);

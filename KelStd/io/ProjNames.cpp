@@ -147,7 +147,8 @@ bool isProjFlag(const QString &name)
 bool isOneProjName(const QString &text)
 {
     return std::none_of(text.cbegin(), text.cend(), [](QChar c) {
-        return c.isSpace() || QStringLiteral("+=,;#\"").contains(c);
+        return c.isSpace() || c.category() == QChar::Other_Control
+               || QStringLiteral("+=,;#\"").contains(c);
     });
 }
 

@@ -17,8 +17,9 @@ bool isProjParameter(const QString &name);
 /// +south=1 means north.
 bool isProjFlag(const QString &name);
 
-/// False for a text that puts more into a definition than one name: one with a blank, or with a
-/// character that separates parameters from each other or from their values.
+/// False for a text that puts more into a definition than one name: one with a blank, with a
+/// character that separates parameters from each other or from their values, or with a
+/// control character: PROJ reads a definition as far as its first NUL.
 bool isOneProjName(const QString &text);
 
 /// The parts of an ellipsoid's PROJ name behind which grids of a datum shift stand, as in

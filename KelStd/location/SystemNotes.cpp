@@ -56,6 +56,16 @@ void noteDatumShift(const stEllipsoinTransform &shift, QStringList &notes)
     }
 }
 
+/// PROJ 9.1 has a sphere only: at latitude 54.7 the arc of WGS 84's meridian is 25.3 km shorter.
+void noteSphericalProjection(const Coord &coord, QStringList &notes)
+{
+    if (coord.projection.proj4Projection.trimmed() == QLatin1String("eqc")
+        && coord.ellipsoid.reciprocal != 0.0) {
+        notes += QStringLiteral("PROJ computes the projection \"eqc\" on a sphere: northings "
+                                "differ by up to 25 km from those on the ellipsoid.");
+    }
+}
+
 void noteUnits(const Coord &coord, QStringList &notes)
 {
     if (coord.ellipsoid.proj4EllpsName.trimmed().isEmpty()
@@ -103,6 +113,7 @@ QStringList notesOn(const Coord &coord)
                                 "northings and eastings count positive that way.")
                      .arg(unusualAxes(coord.ellipsoid));
     }
+    noteSphericalProjection(coord, notes);
     noteUnits(coord, notes);
     noteOverrulingKeys(coord, notes);
     noteParametersWithoutValue(coord.projection, notes);

@@ -39,7 +39,6 @@ namespace KelStd::proj {
     FUNCTION(proj_concatoperation_get_step)                                                        \
     FUNCTION(proj_concatoperation_get_step_count)                                                  \
     FUNCTION(proj_context_get_database_metadata)                                                   \
-    FUNCTION(proj_context_guess_wkt_dialect)                                                       \
     FUNCTION(proj_context_set_enable_network)                                                      \
     FUNCTION(proj_coordoperation_get_accuracy)                                                     \
     FUNCTION(proj_coordoperation_get_grid_used)                                                    \
@@ -49,9 +48,7 @@ namespace KelStd::proj {
     FUNCTION(proj_coordoperation_get_param_count)                                                  \
     FUNCTION(proj_coordoperation_get_towgs84_values)                                               \
     FUNCTION(proj_coordoperation_has_ballpark_transformation)                                      \
-    FUNCTION(proj_coordoperation_is_instantiable)                                                  \
     FUNCTION(proj_create_from_database)                                                            \
-    FUNCTION(proj_create_from_name)                                                                \
     FUNCTION(proj_create_from_wkt)                                                                 \
     FUNCTION(proj_create_operation_factory_context)                                                \
     FUNCTION(proj_create_operations)                                                               \
@@ -80,8 +77,8 @@ namespace KelStd::proj {
     FUNCTION(proj_is_deprecated)                                                                   \
     FUNCTION(proj_is_equivalent_to_with_ctx)                                                       \
     FUNCTION(proj_list_destroy)                                                                    \
-    FUNCTION(proj_list_get)                                                                        \
     FUNCTION(proj_list_ellps)                                                                      \
+    FUNCTION(proj_list_get)                                                                        \
     FUNCTION(proj_list_get_count)                                                                  \
     FUNCTION(proj_operation_factory_context_destroy)                                               \
     FUNCTION(proj_operation_factory_context_set_allow_ballpark_transformations)                    \

@@ -70,6 +70,7 @@ QJsonObject objectOf(const ImportReport::Shift &shift)
     if (!shift.grids.isEmpty()) {
         object.insert(QStringLiteral("grids"), QJsonArray::fromStringList(shift.grids));
         object.insert(QStringLiteral("frame"), textOrNull(shift.frame));
+        object.insert(QStringLiteral("operation_frame"), textOrNull(shift.operationFrame));
     }
     return object;
 }
@@ -140,6 +141,7 @@ QByteArray jsonLine(const ImportedSystem &imported)
                           QJsonArray::fromStringList(missingGrids(report)));
         }
     } else {
+        object.insert(QStringLiteral("method_difference_m"), report.methodDifference);
         object.insert(QStringLiteral("area_name"), textOrNull(report.area.name));
         object.insert(QStringLiteral("unit"), report.axisUnit);
         object.insert(QStringLiteral("metres_per_unit"), report.metresPerUnit);

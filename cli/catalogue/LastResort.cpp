@@ -3,12 +3,11 @@
 #include <cli/catalogue/CatalogueStatus.h>
 #include <cli/catalogue/CatalogueText.h>
 #include <cli/catalogue/ImportedOrigin.h>
+#include <cli/catalogue/ProgramCatalogue.h>
 #include <cli/catalogue/SourceArgument.h>
 #include <cli/proj/ProjEnvironment.h>
 #include <cli/terminal/Console.h>
 #include <cli/terminal/ShownText.h>
-
-#include <KelStd/catalogue/Catalogue.h>
 
 #include <algorithm>
 
@@ -45,7 +44,7 @@ LastResort importAsLastResort(const QString &given, Console &console)
     const ProjEnvironment environment;
     if (!environment.isReady())
         return {}; // whoever needs PROJ says so
-    catalogue::Catalogue catalogue;
+    catalogue::Catalogue catalogue = programCatalogue(CatalogueUse::OfOthers);
     const auto imported = catalogue.importSystem(*source);
     if (imported.system) {
         for (const QString &text : essentialLines(imported.report))

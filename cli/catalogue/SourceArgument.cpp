@@ -1,5 +1,6 @@
 #include <cli/catalogue/SourceArgument.h>
 
+#include <cli/terminal/Console.h>
 #include <cli/terminal/FilePath.h>
 #include <cli/terminal/StandardStreams.h>
 
@@ -70,6 +71,15 @@ std::optional<QByteArray> readSource(const QString &given, QString &reason)
     if (file.exists() && !file.isDir())
         return readFile(given, reason);
     return given.toUtf8();
+}
+
+std::optional<QByteArray> readSource(const QString &given, Console &console)
+{
+    QString reason;
+    auto source = readSource(given, reason);
+    if (!source)
+        console.report(reason);
+    return source;
 }
 
 bool seemsToNameAFile(const QString &given)

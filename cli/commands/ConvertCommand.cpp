@@ -259,10 +259,8 @@ ExitStatus runConvert(const QStringList &arguments, Console &console)
     if (!systems.read(*options, line, console))
         return ExitStatus::Environment;
     const ProjEnvironment environment;
-    if (!environment.isReady()) {
-        console.report(environment.failure());
+    if (!environment.isReady(console))
         return ExitStatus::Environment;
-    }
     if (!systems.canBeUsed(line, console))
         return ExitStatus::Environment;
     const ConversionSystem &given = systems.given();

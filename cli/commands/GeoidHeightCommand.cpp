@@ -74,10 +74,8 @@ ExitStatus runGeoidHeight(const QStringList &arguments, Console &console)
     if (!input.open(line, console))
         return ExitStatus::Usage;
     const ProjEnvironment environment;
-    if (!environment.isReady()) {
-        console.report(environment.failure());
+    if (!environment.isReady(console))
         return ExitStatus::Environment;
-    }
     ChosenGrid grid;
     if (!grid.choose(model, reason) || !geoidGridIsReadable(grid.path(), reason)) {
         console.report(QStringLiteral("cannot use the geoid model %1: %2").arg(model, reason));

@@ -47,10 +47,8 @@ ExitStatus runGridAdd(const QStringList &arguments, Console &console)
         return line.refuse(QStringLiteral("the FILE is missing"), console);
     // Unpacks PROJ when nothing did so before.
     const ProjEnvironment environment;
-    if (!environment.isReady()) {
-        console.report(environment.failure());
+    if (!environment.isReady(console))
         return ExitStatus::Environment;
-    }
     const QString path = onDisk(given);
     const auto existing =
         line.isSet(forceOption) ? ShiftGrids::Existing::IsReplaced : ShiftGrids::Existing::IsKept;

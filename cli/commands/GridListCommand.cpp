@@ -56,10 +56,8 @@ ExitStatus runGridList(const QStringList &arguments, Console &console)
     if (const auto status = line.parse(arguments, console, 0))
         return *status;
     const ProjEnvironment environment;
-    if (!environment.isReady()) {
-        console.report(environment.failure());
+    if (!environment.isReady(console))
         return ExitStatus::Environment;
-    }
     const QList<ShiftGrids::File> files = ShiftGrids::files();
     if (files.isEmpty()) {
         console.report(QStringLiteral("there is no grid of datum shifts in %1")

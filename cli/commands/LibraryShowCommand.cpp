@@ -18,9 +18,10 @@ namespace {
 
 struct Show
 {
+    SystemOrigin origin; ///< of a system
     Console &console;
 
-    void operator()(const Coord &coord) const { showSystem(coord, console); }
+    void operator()(const Coord &coord) const { showSystem(coord, origin, console); }
     void operator()(const Ellipsoid &ellipsoid) const { showEllipsoid(ellipsoid, console); }
     void operator()(const Projection &projection) const { showProjection(projection, console); }
 };
@@ -80,7 +81,8 @@ ExitStatus runLibraryShow(const QStringList &arguments, Console &console)
         console.report(QStringLiteral("note: shown is one of several: ") + shown(several.text));
     if (!mayBeShown(*library, holding.constFirst(), name, line, console))
         return ExitStatus::Environment;
-    std::visit(Show{console}, *library::find(holding.constFirst(), name));
+    const RecordKind kind = holding.constFirst();
+    std::visit(Show{library::originOf(kind, name), console}, *library::find(kind, name));
     return ExitStatus::Success;
 }
 

@@ -137,10 +137,8 @@ ExitStatus runSystemCompose(const QStringList &arguments, Console &console)
     if (!library || !loadRecords(*library, console))
         return ExitStatus::Environment;
     const ProjEnvironment environment; // which also copies the delivered geoid models
-    if (!environment.isReady()) {
-        console.report(environment.failure());
+    if (!environment.isReady(console))
         return ExitStatus::Environment;
-    }
     const SystemPieces pieces = {line.value(ellipsoidOption), line.value(projectionOption),
                                  line.values(setOption),      line.value(shiftOption),
                                  line.value(geoidOption),     line.value(nameOption)};

@@ -1,6 +1,7 @@
 #include <cli/commands/Command.h>
 
 #include <cli/catalogue/CatalogueStatus.h>
+#include <cli/catalogue/ProgramCatalogue.h>
 #include <cli/library/DirectoryOption.h>
 #include <cli/proj/ProjEnvironment.h>
 #include <cli/systems/SystemChoice.h>
@@ -11,10 +12,9 @@
 #include <cli/terminal/StandardStreams.h>
 #include <cli/terminal/UnknownWord.h>
 
-#include <KelStd/catalogue/Catalogue.h>
+#include <KelStd/io/WholeFile.h>
 
 #include <QtCore/QFileInfo>
-#include <QtCore/QSaveFile>
 
 namespace KelStd::cli {
 
@@ -87,14 +87,13 @@ CommandLine makeCommandLine()
     return line;
 }
 
-/// Whole or not at all; false after a report.
+/// False after a report.
 bool writeFile(const QString &fileName, const QByteArray &bytes, Console &console)
 {
-    QSaveFile file(fileName);
-    if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.flush()
-        && file.commit())
+    QString reason;
+    if (io::writeWholeFile(fileName, bytes, &reason))
         return true;
-    console.report(QStringLiteral("cannot write %1: %2").arg(fileName, file.errorString()));
+    console.report(QStringLiteral("cannot write %1: %2").arg(fileName, reason));
     return false;
 }
 
@@ -132,11 +131,9 @@ ExitStatus runSystemExport(const QStringList &arguments, Console &console)
     if (!chosen || !mayBeUsed(chosen->review, line, console))
         return ExitStatus::Environment;
     const ProjEnvironment environment;
-    if (!environment.isReady()) {
-        console.report(environment.failure());
+    if (!environment.isReady(console))
         return ExitStatus::Environment;
-    }
-    catalogue::Catalogue catalogue;
+    catalogue::Catalogue catalogue = programCatalogue(CatalogueUse::OfOthers);
     catalogue::CatalogueFailure failure;
     const auto exported =
         catalogue.exportSystem(chosen->coord, form->form, chosen->origin.fullCode(), &failure);

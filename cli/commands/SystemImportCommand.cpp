@@ -6,14 +6,13 @@
 #include <cli/catalogue/ImportedOrigin.h>
 #include <cli/catalogue/NearSystems.h>
 #include <cli/catalogue/PlaceOptions.h>
+#include <cli/catalogue/ProgramCatalogue.h>
 #include <cli/catalogue/SourceArgument.h>
 #include <cli/catalogue/SystemTarget.h>
 #include <cli/proj/ProjEnvironment.h>
 #include <cli/terminal/CommandLine.h>
 #include <cli/terminal/Console.h>
 #include <cli/terminal/ShownText.h>
-
-#include <KelStd/catalogue/Catalogue.h>
 
 namespace KelStd::cli {
 
@@ -113,18 +112,14 @@ ExitStatus runSystemImport(const QStringList &arguments, Console &console)
     const bool isJson = line.isSet(jsonOption);
     if (const auto status = target.refusal(given, console))
         return *status;
-    const auto source = readSource(given, reason);
-    if (!source) {
-        console.report(reason);
+    const auto source = readSource(given, console);
+    if (!source)
         return ExitStatus::Environment;
-    }
 
     const ProjEnvironment environment;
-    if (!environment.isReady()) {
-        console.report(environment.failure());
+    if (!environment.isReady(console))
         return ExitStatus::Environment;
-    }
-    catalogue::Catalogue catalogue;
+    catalogue::Catalogue catalogue = programCatalogue(CatalogueUse::OfImport);
     const auto imported = catalogue.importSystem(*source, options);
     if (!imported.system)
         return refuse(imported, given, nearSystemHint(catalogue, given), isJson, console);

@@ -1,15 +1,13 @@
 #include <cli/commands/Command.h>
 
-#include <cli/catalogue/CatalogueJson.h>
+#include <cli/catalogue/CatalogueRows.h>
 #include <cli/catalogue/CatalogueStatus.h>
-#include <cli/catalogue/CatalogueText.h>
 #include <cli/catalogue/NearSystems.h>
 #include <cli/catalogue/PlaceOptions.h>
+#include <cli/catalogue/ProgramCatalogue.h>
 #include <cli/proj/ProjEnvironment.h>
 #include <cli/terminal/CommandLine.h>
 #include <cli/terminal/Console.h>
-
-#include <KelStd/catalogue/Catalogue.h>
 
 #include <limits>
 
@@ -69,11 +67,9 @@ ExitStatus runSystemSearch(const QStringList &arguments, Console &console)
         return line.refuse(mistake, console);
 
     const ProjEnvironment environment;
-    if (!environment.isReady()) {
-        console.report(environment.failure());
+    if (!environment.isReady(console))
         return ExitStatus::Environment;
-    }
-    catalogue::Catalogue catalogue;
+    catalogue::Catalogue catalogue = programCatalogue(CatalogueUse::OfOthers);
     catalogue::CatalogueFailure failure;
     const auto systems = catalogue.search(query, &failure);
     if (failure) {
@@ -83,13 +79,7 @@ ExitStatus runSystemSearch(const QStringList &arguments, Console &console)
     if (systems.empty())
         console.report(QStringLiteral("no coordinate system meets all of this")
                        + nearSystemHint(catalogue, query.words));
-    if (line.isSet(QStringLiteral("json"))) {
-        for (const catalogue::FoundSystem &system : systems)
-            console.write(jsonLine(system));
-    } else {
-        for (const QString &text : tableOf(systems))
-            console.print(text);
-    }
+    printRows(systems, line.isSet(QStringLiteral("json")), console);
     return ExitStatus::Success;
 }
 

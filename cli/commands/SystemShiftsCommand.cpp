@@ -1,17 +1,15 @@
 #include <cli/commands/Command.h>
 
-#include <cli/catalogue/CatalogueJson.h>
+#include <cli/catalogue/CatalogueRows.h>
 #include <cli/catalogue/CatalogueStatus.h>
-#include <cli/catalogue/CatalogueText.h>
 #include <cli/catalogue/NearSystems.h>
 #include <cli/catalogue/PlaceOptions.h>
+#include <cli/catalogue/ProgramCatalogue.h>
 #include <cli/catalogue/SourceArgument.h>
 #include <cli/proj/ProjEnvironment.h>
 #include <cli/terminal/CommandLine.h>
 #include <cli/terminal/Console.h>
 #include <cli/terminal/ShownText.h>
-
-#include <KelStd/catalogue/Catalogue.h>
 
 namespace KelStd::cli {
 
@@ -59,17 +57,13 @@ ExitStatus runSystemShifts(const QStringList &arguments, Console &console)
         return line.refuse(QStringLiteral("the SOURCE is missing"), console);
     if (!takePlace(line, at, reason))
         return line.refuse(reason, console);
-    const auto source = readSource(given, reason);
-    if (!source) {
-        console.report(reason);
+    const auto source = readSource(given, console);
+    if (!source)
         return ExitStatus::Environment;
-    }
     const ProjEnvironment environment;
-    if (!environment.isReady()) {
-        console.report(environment.failure());
+    if (!environment.isReady(console))
         return ExitStatus::Environment;
-    }
-    catalogue::Catalogue catalogue;
+    catalogue::Catalogue catalogue = programCatalogue(CatalogueUse::OfOthers);
     catalogue::CatalogueFailure failure;
     const auto shifts = catalogue.datumShifts(*source, at, &failure);
     if (!shifts) {
@@ -81,13 +75,7 @@ ExitStatus runSystemShifts(const QStringList &arguments, Console &console)
         console.report(QStringLiteral("PROJ knows no datum shift between %1 and WGS 84")
                            .arg(shown(shifts->system.name)));
     }
-    if (line.isSet(QStringLiteral("json"))) {
-        for (const catalogue::DatumShift &shift : shifts->shifts)
-            console.write(jsonLine(shift));
-    } else {
-        for (const QString &text : tableOf(shifts->shifts))
-            console.print(text);
-    }
+    printRows(shifts->shifts, line.isSet(QStringLiteral("json")), console);
     return ExitStatus::Success;
 }
 

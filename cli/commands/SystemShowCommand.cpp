@@ -11,9 +11,9 @@ namespace KelStd::cli {
 ExitStatus runSystemShow(const QStringList &arguments, Console &console)
 {
     CommandLine line(QStringLiteral("[OPTIONS] FILE.xml|NAME"),
-                     QStringLiteral("Shows a coordinate system as a surveyor reads it: its "
-                                    "records, the PROJ\ndefinitions made of them, and what has "
-                                    "to be known before its numbers are\ntrusted."),
+                     QStringLiteral("Shows a coordinate system as a surveyor reads it: where it "
+                                    "came from, its\nrecords, the PROJ definitions made of them, "
+                                    "and what has to be known before its\nnumbers are trusted."),
                      systemChoiceHelp() + QStringLiteral("\n\n") + reviewHelp());
     line.setExamples(QStringLiteral("kelstd system show \"Amersfoort / RD New\""),
                      QStringLiteral("kelstd system show site.xml"));
@@ -28,7 +28,7 @@ ExitStatus runSystemShow(const QStringList &arguments, Console &console)
     const auto chosen = readChosenSystem(given, line, console);
     if (!chosen || !mayBeUsed(chosen->review, line, console))
         return ExitStatus::Environment;
-    showSystem(chosen->coord, console);
+    showSystem(chosen->coord, chosen->origin, console);
     return ExitStatus::Success;
 }
 

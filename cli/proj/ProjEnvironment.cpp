@@ -1,6 +1,7 @@
 #include <cli/proj/ProjEnvironment.h>
 
 #include <cli/proj/ProjAdvice.h>
+#include <cli/terminal/Console.h>
 
 #include <KelStd/proj/ProjInspection.h>
 
@@ -27,6 +28,13 @@ ProjEnvironment::ProjEnvironment()
 ProjEnvironment::~ProjEnvironment()
 {
     ProjLib::___unloadEnviroment();
+}
+
+bool ProjEnvironment::isReady(Console &console) const
+{
+    if (!m_isReady)
+        console.report(m_failure);
+    return m_isReady;
 }
 
 } // namespace KelStd::cli

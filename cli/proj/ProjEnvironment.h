@@ -6,6 +6,8 @@
 
 namespace KelStd::cli {
 
+class Console;
+
 /// PROJ, ready while this lives. Preparing it for the first time also copies the delivered geoid
 /// models into the home directory.
 ///
@@ -21,8 +23,8 @@ public:
 
     bool isReady() const { return m_isReady; }
 
-    /// What to report when it is not.
-    QString failure() const { return m_failure; }
+    /// The same, with a report of the reason where it is not.
+    bool isReady(Console &console) const;
 
 private:
     bool m_isReady = false;

@@ -1,6 +1,7 @@
 #include <cli/systems/SystemReport.h>
 
 #include <cli/geoids/GeoidModel.h>
+#include <cli/systems/OriginReport.h>
 #include <cli/systems/SystemFile.h>
 #include <cli/terminal/Console.h>
 #include <cli/terminal/Report.h>
@@ -243,10 +244,11 @@ void reportDefinitions(const Coord &coord, Report &report)
 
 } // namespace
 
-void showSystem(const Coord &coord, Console &console)
+void showSystem(const Coord &coord, const SystemOrigin &origin, Console &console)
 {
     Report report(console);
     report.section(QStringLiteral("Coordinate system"), nameOrNone(coord.coord_name));
+    reportOrigin(origin, report);
     reportEllipsoid(coord.ellipsoid, report);
     reportProjection(coord.projection, report);
     const QString grids = coord.ellipsoid.proj4EllpsName.section(gridsKey, 1).trimmed();

@@ -54,6 +54,9 @@ bool isAboutReading(const io::DocumentFinding &finding)
     case io::FindingKind::NotUsed:
     case io::FindingKind::UnitNotUsed:
     case io::FindingKind::Contradiction:
+    case io::FindingKind::UnusedProjName:
+    case io::FindingKind::NotOneProjName:
+    case io::FindingKind::Overruling:
     case io::FindingKind::Implausible: return false;
     case io::FindingKind::UnknownWord: // a direction as a parameter, which only "N" and "S" are
                                        // read

@@ -137,6 +137,7 @@ TEST_F(SystemImport, NeverTakesAShiftOfAnotherPartOfTheWorld)
     EXPECT_GT(alaska.report.shift.coverage, 0.0);
     EXPECT_NE(alaska.report.shift.code, QStringLiteral("EPSG:15978"));
     EXPECT_TRUE(hasWarning(alaska.report, "covers"));
+    EXPECT_FALSE(hasWarning(alaska.report, "..")); // the areas' descriptions are sentences
 }
 
 struct RefusalRow
@@ -186,7 +187,7 @@ TEST_F(SystemImport, FitsSevenParametersOnRequest)
     // Rotations of a minute of arc, which the linear method and the full matrix apply differently.
     const ImportedSystem published = import("EPSG:3303");
     EXPECT_GT(published.report.difference, 0.1);
-    EXPECT_TRUE(hasWarning(published.report, "--fit"));
+    EXPECT_TRUE(hasWarning(published.report, "a fit makes up for it"));
     ImportOptions fit;
     fit.fit = true;
     EXPECT_LT(import("EPSG:3303", fit).report.difference, 0.001);
@@ -199,7 +200,8 @@ TEST_F(SystemImport, TakesAGridThatIsThere)
     const ImportedSystem german = import("EPSG:31467");
     EXPECT_EQ(german.report.shift.kind, ShiftKind::Grid);
     EXPECT_EQ(german.report.shift.grids, QStringList(QStringLiteral("BETA2007.gsb")));
-    EXPECT_FALSE(german.report.shift.frame.isEmpty());
+    EXPECT_EQ(german.report.shift.frame, QStringLiteral("ETRS89")); // SYSTEM_T of its header
+    EXPECT_EQ(german.report.shift.operationFrame, QStringLiteral("WGS 84"));
     EXPECT_EQ(german.system->ellipsoid.proj4EllpsName,
               QStringLiteral("bessel +nadgrids=BETA2007.gsb"));
     Location location;
@@ -265,6 +267,27 @@ TEST_F(SystemImport, MakesASphereOfItsRadius)
     // echo "10 60" | cs2cs +proj=longlat +R=6371228 +to +proj=laea +lat_0=90 +lon_0=0 +R=6371228
     EXPECT_NEAR(location.get_NEH_E(), 572690.004548, 1e-6);
     EXPECT_NEAR(location.get_NEH_N(), -3247886.411068, 1e-6);
+}
+
+TEST_F(SystemImport, SaysHowFarProjIsFromThePublishedMethod)
+{
+    // The arc of the meridian is the northing of `proj +proj=tmerc +ellps=WGS84` at longitude 0.
+    // From that of the sphere, 6378137 m times the latitude, it differs most at 54.8 N: by 25342.12
+    // m.
+    const ImportedSystem world = import("EPSG:4087");
+    EXPECT_NEAR(world.report.methodDifference, 25342.12, 0.5);
+    EXPECT_TRUE(hasWarning(world.report, "on a sphere, which differs by up to 25342 m"));
+    // At 10 N 6378137 m x 10 deg are 1113194.908, and the arc 1105854.833: 7340.07 m.
+    const ImportedSystem site =
+        import("PROJCRS[\"a\",BASEGEOGCRS[\"WGS 84\",DATUM[\"World Geodetic System 1984\","
+               "ELLIPSOID[\"WGS 84\",6378137,298.257223563]],ID[\"EPSG\",4326]],CONVERSION[\"b\","
+               "METHOD[\"Equidistant Cylindrical\",ID[\"EPSG\",1028]],PARAMETER[\"Latitude of 1st "
+               "standard parallel\",0,ANGLEUNIT[\"degree\",0.0174532925199433],ID[\"EPSG\",8823]]],"
+               "CS[Cartesian,2],AXIS[\"x\",east],AXIS[\"y\",north],LENGTHUNIT[\"metre\",1],"
+               "USAGE[SCOPE[\"c\"],AREA[\"d\"],BBOX[2,8,10,12]]]");
+    EXPECT_NEAR(site.report.methodDifference, 7340.07, 0.5);
+    // The Transverse Mercator of the same datum is what it should be.
+    EXPECT_EQ(import("EPSG:32631").report.methodDifference, 0.0);
 }
 
 TEST_F(SystemImport, MakesDocumentsThatAReviewHasNothingAgainst)

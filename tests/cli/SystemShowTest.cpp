@@ -104,6 +104,40 @@ TEST(SystemShow, WithoutADatumShiftThereIsNoConvention)
     EXPECT_FALSE(result.out.contains(QLatin1String("sign convention")));
 }
 
+TEST(SystemShow, WhereASystemCameFrom)
+{
+    const auto result = show(editedSystem(
+        rdNew,
+        {{QStringLiteral("</Coord>"),
+          QStringLiteral(
+              "<Origin ver=\"1\" authority=\"EPSG\" code=\"28992\" database=\"EPSG v10.076\">"
+              "<Operation code=\"EPSG:4833\" name=\"Amersfoort to WGS 84 (4)\" "
+              "accuracy_m=\"0.25\"/><Area west=\"3.2\" south=\"50.75\" east=\"7.22\" "
+              "north=\"53.7\" name=\"Netherlands.\"/><Country name=\"Netherlands\"/>"
+              "<Country name=\"Holland\"/><Plane_Unit name=\"foot\" metres=\"0.3048\"/>"
+              "</Origin></Coord>")}}));
+    EXPECT_EQ(result.status, 0);
+    for (const char *line :
+         {"Origin EPSG:28992", "database EPSG v10.076",
+          "datum shift Amersfoort to WGS 84 (4) (EPSG:4833), accuracy 0.25 m",
+          "area of use Netherlands.", "longitudes 3.2 to 7.22, latitudes 50.75 to 53.7",
+          "countries Netherlands, Holland", "unit of the plane foot, 0.3048 m"})
+        EXPECT_THAT(result, HasLine(line));
+}
+
+TEST(SystemShow, WhatIsKnownOfAnOriginOnly)
+{
+    const auto result = show(editedSystem(
+        rdNew, {{QStringLiteral("</Coord>"),
+                 QStringLiteral("<Origin ver=\"1\"><Operation name=\"a site's\"/><Area "
+                                "west=\"177\" south=\"-20\" east=\"-178\" north=\"-12\"/>"
+                                "</Origin></Coord>")}}));
+    for (const char *line : {"Origin (no code)", "datum shift a site's, accuracy not known",
+                             "area of use longitudes 177 to -178, latitudes -20 to -12"})
+        EXPECT_THAT(result, HasLine(line));
+    EXPECT_FALSE(showSystem("rd_new.xml").out.contains(QLatin1String("Origin")));
+}
+
 // The translations and the scale with reversed signs, the rotations as stored.
 TEST(SystemShow, TheFourProjDefinitions)
 {

@@ -53,6 +53,24 @@ TEST_F(ShiftGridFiles, Ntv2HasItsNodesAndSystems)
     EXPECT_NEAR(nodes.longitudeOf(2), -5.0, 1e-12);
 }
 
+// As PROJ's own grids have it.
+TEST_F(ShiftGridFiles, GeoTiffSaysItsSystemsByCodes)
+{
+    const char *const metadata =
+        "<GDALMetadata>\n  <Item name=\"area_of_use\">Australia</Item>\n"
+        "  <Item name=\"target_crs_epsg_code\">7844</Item>\n</GDALMetadata>\n";
+    ASSERT_FALSE(grid.open(file(geoTiffBytes(2, metadata))));
+    EXPECT_EQ(grid.fromSystem(), QStringLiteral("EPSG:4283"));
+    EXPECT_EQ(grid.toSystem(), QStringLiteral("EPSG:7844"));
+    EXPECT_EQ(grid.grids().size(), 1);
+    for (const char *other :
+         {"<Item name=\"target_crs_epsg_code\">x</Item>", "<Item name=\"target_crs_epsg_code\">",
+          "<Item name=\"target_crs_epsg_code\">99999</Item>", "\xFF\xFE", "</"}) {
+        ASSERT_FALSE(grid.open(file(geoTiffBytes(2, other)))) << other;
+        EXPECT_EQ(grid.toSystem(), QString()) << other;
+    }
+}
+
 TEST_F(ShiftGridFiles, GeoTiffHasTheCentresOfItsPixels)
 {
     const auto failure = grid.open(file(geoTiffBytes(2)));

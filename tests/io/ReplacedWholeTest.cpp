@@ -5,6 +5,8 @@
 #include "support/Raised.h"
 #include "support/Unprivileged.h"
 
+#include <KelStd/io/WholeFile.h>
+
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 
@@ -324,6 +326,26 @@ TEST_F(ReplacedWhole, DeviceThatIsFullSaysSo)
     EXPECT_EQ(error, QString::fromLocal8Bit(std::strerror(ENOSPC)));
     EXPECT_TRUE(Coord_IO::xml_write(completeSystem(), QStringLiteral("/dev/null"), nullptr));
     EXPECT_FALSE(QFileInfo(QStringLiteral("/dev/null")).isFile());
+}
+
+TEST_F(ReplacedWhole, BytesAreWrittenWholeOrNotAtAll)
+{
+    const QByteArray bytes = QByteArray(100'000, 'x') + QByteArray("\0\r\n", 3);
+    QString error;
+    EXPECT_TRUE(io::writeWholeFile(path(), bytes, &error));
+    EXPECT_EQ(readFile(path()), bytes);
+    for (const rlim_t room : {0, 1, 50'000, 100'002}) {
+        bool answer = true;
+        {
+            const FullDisk disk(room);
+            answer = io::writeWholeFile(path(), QByteArray("new") + bytes, &error);
+        }
+        EXPECT_FALSE(answer) << room;
+        EXPECT_EQ(error, QString::fromLocal8Bit(std::strerror(EFBIG)));
+        EXPECT_EQ(readFile(path()), bytes);
+        EXPECT_EQ(entries(), onlyTheFile);
+    }
+    EXPECT_FALSE(io::writeWholeFile(path(QStringLiteral("no/such/place")), bytes, nullptr));
 }
 
 TEST_F(ReplacedWhole, NamesWithBlanksPercentsAndOtherScriptsAreFileNames)

@@ -256,6 +256,29 @@ TEST_F(ReviewedProjNames, ThatHoldMoreThanANameAreFound)
     EXPECT_TRUE(reviewed(dutchGridWith("\"bessel\"", "\" bessel \"")).isEmpty());
 }
 
+// PROJ reads a definition as far as its first NUL.
+TEST_F(ReviewedProjNames, WithControlCharactersAreFound)
+{
+    const Smuggled rows[] = {
+        {"\"sterea\"", "\"sterea&#0;\"", "Coord/Projection", "proj4Projection"},
+        {"\"sterea\"", "\"ster&#0;ea\"", "Coord/Projection", "proj4Projection"},
+        {"\"sterea\"", "\"sterea&#7;\"", "Coord/Projection", "proj4Projection"},
+        {"\"bessel\"", "\"bessel&#0;x\"", "Coord/Ellpsoid", "proj4EllpsName"},
+        {"\"bessel\"", "\"bessel&#127;\"", "Coord/Ellpsoid", "proj4EllpsName"},
+        {"\"bessel\"", "\"bessel +nadgrids=a.gsb&#0;\"", "Coord/Ellpsoid", "proj4EllpsName"},
+        {"proj4Param=\"lat_0\"", "proj4Param=\"lat_0&#0;\"", "Coord/Projection/paramProj4[lat_0]",
+         "proj4Param"},
+    };
+    for (const Smuggled &row : rows) {
+        SCOPED_TRACE(row.to);
+        const auto findings = reviewed(dutchGridWith(row.from, row.to));
+        ASSERT_FALSE(findings.isEmpty());
+        EXPECT_EQ(findings.first().kind, Kind::NotOneProjName);
+        EXPECT_EQ(findings.first().element, QString::fromUtf8(row.element));
+        EXPECT_TRUE(findings.first().written.startsWith(QLatin1String(row.written)));
+    }
+}
+
 // Grids of a datum shift stand behind an ellipsoid's name. The system has seven parameters, too,
 // which PROJ does not use then.
 TEST_F(ReviewedProjNames, OfEllipsoidsMayBringGrids)

@@ -70,6 +70,18 @@ TEST(SystemNotes, AParameterThatOverrulesTheSystem)
     }
 }
 
+TEST(SystemNotes, AProjectionThatProjComputesOnASphere)
+{
+    Coord coord = plainSystem();
+    coord.ellipsoid.reciprocal = 298.257223563;
+    coord.projection.proj4Projection = QStringLiteral("eqc");
+    EXPECT_EQ(noteOn(coord), QStringLiteral("PROJ computes the projection \"eqc\" on a sphere: "
+                                            "northings differ by up to 25 km from those on the "
+                                            "ellipsoid."));
+    coord.ellipsoid.reciprocal = 0.0;
+    EXPECT_EQ(location::notesOn(coord), QStringList());
+}
+
 TEST(SystemNotes, AnyOtherParameterOverrulesNothing)
 {
     for (const char *name : {"lat_1", "alpha", "gamma", "k_0", "zone", "A", "r", "to_meter", "f"}) {

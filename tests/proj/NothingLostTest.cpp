@@ -20,11 +20,14 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <csignal>
 #include <functional>
 #include <string>
 #include <thread>
 
 #include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 namespace KelStd {
 namespace {
@@ -283,6 +286,48 @@ TEST_F(OldHome, WhatAnotherProcessInstalledMeanwhileIsSuccess)
     const test::FakeUnpacker unpacker("printf '\\000\\000\\000\\003' > '"
                                       + QFile::encodeName(marker()) + "'; exit 9\n");
     EXPECT_TRUE(ProjLib::___InitializeEnviroment());
+}
+
+/// Whoever starts next must wait for an unpacker whose starter was killed, and for nobody else.
+TEST_F(OldHome, TheUnpackerOfAKilledStartKeepsTheLockUntilItsEnd)
+{
+    program.writeArchive(test::smallArchive());
+    const QString gate = home.path("gate");
+    const QString opened = home.path("unpacking");
+    ASSERT_EQ(mkfifo(QFile::encodeName(gate).constData(), 0600), 0);
+    const test::FakeUnpacker unpacker("touch '" + QFile::encodeName(opened) + "'; read line < '"
+                                      + QFile::encodeName(gate) + "'");
+    const pid_t start = fork();
+    ASSERT_GE(start, 0);
+    if (start == 0)
+        _exit(ProjLib::___InitializeEnviroment() ? 0 : 1);
+    constexpr int patience = 10'000; // [ms]
+    QElapsedTimer clock;
+    clock.start();
+    while (!QFile::exists(opened) && clock.elapsed() < patience)
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    ASSERT_TRUE(QFile::exists(opened));
+    ASSERT_EQ(kill(start, SIGKILL), 0);
+    ASSERT_EQ(waitpid(start, nullptr, 0), start);
+    EXPECT_EQ(FileLock(lockFile()).take(100), FileLock::Outcome::HeldByAnother);
+
+    writeFile(gate, "go on\n");
+    EXPECT_EQ(FileLock(lockFile()).take(patience), FileLock::Outcome::Taken);
+}
+
+/// A program that is started so inherits it, as from a shell's "trap '' CHLD".
+TEST_F(OldHome, IsReplacedWhereTheEndsOfChildrenAreIgnored)
+{
+    program.writeArchive(test::smallArchive());
+    struct sigaction ignored = {};
+    ignored.sa_handler = SIG_IGN;
+    struct sigaction before = {};
+    ASSERT_EQ(sigaction(SIGCHLD, &ignored, &before), 0);
+    EXPECT_TRUE(ProjLib::___InitializeEnviroment());
+    struct sigaction after = {};
+    EXPECT_EQ(sigaction(SIGCHLD, &before, &after), 0);
+    EXPECT_EQ(after.sa_handler, SIG_IGN);
+    EXPECT_EQ(readFile(marker()), test::markerBytes(3));
 }
 
 TEST_F(OldHome, WithAValidMarkerAHolderIsNotWaitedFor)

@@ -81,25 +81,32 @@ QByteArray ntv2Bytes(const ShiftGridNodes &nodes)
     bytes += record("LAT_INC", real(nodes.latitudeSpacing * seconds));
     bytes += record("LONG_INC", real(nodes.longitudeSpacing * seconds));
     bytes += record("GS_COUNT", littleEndian(count));
-    for (qint32 node = 0; node < count; ++node)
-        bytes += real32(3.6F) + real32(7.2F) + real32(0.01F) + real32(0.01F);
+    for (int row = 0; row < nodes.rows; ++row) {
+        for (int column = 0; column < nodes.columns; ++column) { // from the east
+            bytes += real32(static_cast<float>(nodes.northwards + row * nodes.northStep));
+            bytes += real32(static_cast<float>(nodes.westwards + column * nodes.westStep));
+            bytes += real32(0.01F) + real32(0.01F);
+        }
+    }
     return bytes + record("END", QByteArray());
 }
 
-QByteArray geoTiffBytes(int valuesPerPixel)
+QByteArray geoTiffBytes(int valuesPerPixel, const QByteArray &metadata)
 {
     constexpr quint16 shortType = 3;
     constexpr quint16 longType = 4;
     constexpr quint16 doubleType = 12;
-    constexpr quint16 tags = 14;
+    constexpr quint16 asciiType = 2;
+    const quint16 tags = metadata.isEmpty() ? 14 : 15;
     constexpr quint32 headerSize = 8;
-    constexpr quint32 directorySize = 2 + tags * 12 + 4;
-    constexpr quint32 scaleAt = headerSize + directorySize;
-    constexpr quint32 tieAt = scaleAt + 3 * 8;
-    constexpr quint32 keysAt = tieAt + 6 * 8;
-    constexpr quint32 bitsAt = keysAt + 3 * 8;
+    const quint32 directorySize = 2U + tags * 12U + 4U;
+    const quint32 scaleAt = headerSize + directorySize;
+    const quint32 tieAt = scaleAt + 3 * 8;
+    const quint32 keysAt = tieAt + 6 * 8;
+    const quint32 bitsAt = keysAt + 4 * 8;
     const quint32 valuesAt = bitsAt + 8;
     const quint32 size = 9U * 4U * static_cast<quint32>(valuesPerPixel);
+    const quint32 metadataAt = valuesAt + size;
     const auto one = [](quint16 value) { return littleEndian(value); };
     const QByteArray twoBits = one(32) + one(32);
     QByteArray bytes = QByteArray("II*\0", 4) + littleEndian(headerSize) + littleEndian(tags);
@@ -117,17 +124,25 @@ QByteArray geoTiffBytes(int valuesPerPixel)
     bytes += tag(339, shortType, 1, one(3)); // real numbers
     bytes += tag(33550, doubleType, 3, littleEndian(scaleAt));
     bytes += tag(33922, doubleType, 6, littleEndian(tieAt));
-    bytes += tag(34735, shortType, 12, littleEndian(keysAt));
+    bytes += tag(34735, shortType, metadata.isEmpty() ? 12 : 16, littleEndian(keysAt));
+    if (!metadata.isEmpty()) {
+        bytes += tag(42112, asciiType, static_cast<quint32>(metadata.size()) + 1,
+                     littleEndian(metadataAt));
+    }
     bytes += littleEndian(quint32(0)); // no further directory
     bytes += real(1.0) + real(1.0) + real(0.0);
     // The pixel 0, 0 is that in the north-west.
     bytes += real(0.0) + real(0.0) + real(0.0) + real(5.0) + real(52.0) + real(0.0);
-    constexpr quint16 keys[] = {1, 1, 0, 2, 1024, 0, 1, 2, 1025, 0, 1, 2}; // geographic, points
+    const quint16 count = metadata.isEmpty() ? 2 : 3;
+    const quint16 keys[] = {1,    1, 0, count, // geographic, points, GDA94
+                            1024, 0, 1, 2,     1025, 0, 1, 2, 2048, 0, 1, 4283};
     for (const quint16 key : keys)
         bytes += one(key);
     bytes += QByteArray(8, '\0');
     for (quint32 value = 0; value < size / 4; ++value)
         bytes += real32(3.6F);
+    if (!metadata.isEmpty())
+        bytes += metadata + '\0';
     return bytes;
 }
 
