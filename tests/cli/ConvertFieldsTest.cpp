@@ -112,7 +112,8 @@ TEST(ConvertFields, HaveTheUnitThatTheyAreAskedFor)
               text("wgs84_latitude_dms\n01\u00B030\u203200\u2033N\n"));
 }
 
-// point: NOAA Manual NOS NGS 5 names the quantities; values as in the test of GridFactors.
+// By the formulas of the oblique stereographic projection (IOGP Publication 373-7-2) with 40
+// digits: 0.9999725589576, 0.9999931853390, 0.9999657444836, 0.48634139097747.
 TEST(ConvertFactors, StandBehindTheFrames)
 {
     const auto result =
@@ -154,6 +155,21 @@ TEST(ConvertFactors, AreTheSameOnManyThreads)
     const auto one = convert({"--factors", "--threads=1"}, many);
     EXPECT_EQ(one.status, 0) << one.err;
     EXPECT_EQ(convert({"--factors", "--threads=4"}, many).out, one.out);
+}
+
+TEST(ConvertFields, AreThoseOfTheGuide)
+{
+    const QString guide = QString::fromUtf8(
+        test::readFile(QStringLiteral(KELSTD_TEST_SOURCE_DIR "/docs/printed-columns.md")));
+    QStringList names;
+    for (const QString &line : guide.split(QLatin1Char('\n'))) {
+        if (line.startsWith(QLatin1String("| `")))
+            names += line.section(QLatin1Char('`'), 1, 1);
+    }
+    const auto result = convert({"--factors"}, "A,6,53,43.5\n");
+    EXPECT_EQ(result.outLines().value(0), names.join(QLatin1Char(',')));
+    const QByteArray fields = "--fields=" + names.join(QLatin1Char(',')).toUtf8();
+    EXPECT_EQ(convert({fields.constData()}, "A,6,53,43.5\n").out, result.out);
 }
 
 struct Refusal
