@@ -165,6 +165,13 @@ TEST_F(GridFactorsAt, HaveTheScalesThatSnyderPrints)
     EXPECT_NEAR(pointScale(mercator, -75.0, 35.0), 1.2194146, halfDigit);
 }
 
+TEST_F(GridFactorsAt, AreThereInHighLatitudes)
+{
+    const Coord mercator = stored("caspian_sea_mercator.xml");
+    EXPECT_NEAR(pointScale(mercator, 53.0, 80.0), 4.272093450738, 1e-8);
+    EXPECT_NEAR(pointScale(mercator, 53.0, 85.0), 8.511026890259, 3e-7);
+}
+
 // The constant of the cone of Lambert-93 is published with ten digits (IGN, Projections
 // cartographiques en usage en France, NT/G 71): the convergence is as many times the longitude from
 // the central meridian.
@@ -223,12 +230,18 @@ TEST_F(GridFactorsAt, HaveNoConvergenceAtThePole)
     Coord coord = stored("ups_north.xml");
     Location pole;
     pole.localLLH = Pos::fromLongLatH(0.0, 90.0, 0.0);
-    GridFactors factors(coord);
-    factors.at(at(coord, 44.0, 73.0, 100.0));
-    const auto values = factors.at(pole);
+    const auto values = GridFactors(coord).at(pole);
     EXPECT_NEAR(values.pointScale.value_or(0.0), 0.994, 1e-9);
     EXPECT_FALSE(values.convergence);
     EXPECT_EQ(values.missing, Missing::Pole);
+}
+
+// The first place that is asked for is where the plane is cut open, opposite of 99 degrees west.
+TEST_F(GridFactorsAt, AreKnownWhereThePlaneIsCut)
+{
+    const Coord coord = stored("texas_south_central.xml");
+    EXPECT_TRUE(valuesAt(coord, 81.0, 28.5, 0.0).pointScale);
+    EXPECT_TRUE(valuesAt(coord, 80.9999, 28.5, 0.0).pointScale);
 }
 
 // PROJ gives factors as if a prime meridian of the projection were Greenwich's. Convergence and
