@@ -130,6 +130,37 @@ TEST(ConvertFactors, StandBehindTheFrames)
     EXPECT_EQ(json.out, text("{\"combined_factor\":0.999965744,\"convergence_deg\":0.4863414}\n"));
 }
 
+// Of PROJ's program proj, release 9.1.1, with -V, from the local longitude and latitude; that of
+// Krovak by IOGP Publication 373-7-2 with 40 digits. Longitudes from Paris, feet, and axes that
+// count west and south.
+TEST(ConvertFactors, AreThoseOfImportedSystems)
+{
+    struct
+    {
+        const char *code;
+        const char *local;
+        double scale;
+        double convergence;
+    } const systems[] = {
+        {"EPSG:27561", "3.00069867424,49.00006607427,0\n", 0.99991517, 0.50450617},
+        {"EPSG:2263", "-74,40.70000000093,0\n", 0.99999832, 0.0},
+        {"EPSG:2053", "-28,26,0\n", 1.00012372, 0.43840770},
+        {"EPSG:31467", "9.70115941949,51.00125571286,0\n", 1.00002973, 0.54492374},
+        {"EPSG:5513", "-14.5,-50,0\n", 0.9999016015553, -7.7730474335019},
+    };
+    const ProgramRun program;
+    for (const auto &row : systems) {
+        const auto result = program.run({text("convert"), text("--system"), text(row.code),
+                                         text("--from=local-llh"), text("--no-header"),
+                                         text("--fields=point_scale,convergence")},
+                                        row.local);
+        EXPECT_EQ(result.status, 0) << result.err;
+        const QStringList numbers = result.out.trimmed().split(QLatin1Char(','));
+        EXPECT_NEAR(numbers.value(0).toDouble(), row.scale, 0.6e-8) << row.code;
+        EXPECT_NEAR(numbers.value(1).toDouble(), row.convergence, 1.1e-7) << row.code;
+    }
+}
+
 TEST(ConvertFactors, AreMissingWhereTheScaleDependsOnTheDirection)
 {
     const QString laea = QStringLiteral("etrs89_laea_europe.xml");

@@ -178,6 +178,56 @@ TEST_F(ConvertTo, NamesTheSystemThatCannotBeUsed)
     EXPECT_THAT(empty.err, Mentions("--to has no system"));
 }
 
+QByteArray withGeoid(const char *name)
+{
+    return test::editedSystem(
+        QString::fromLatin1(name),
+        {{QStringLiteral("modelFileName=\"\""), QStringLiteral("modelFileName=\"egm96_15.gtx\"")}});
+}
+
+// The model of the one counts for heights that are read, that of the other for those that are
+// printed.
+TEST_F(ConvertTo, KeepsHeightsAboveTheGeoidApart)
+{
+    const QString rd = system("rd_new.xml");
+    const QString utm = system("ed50_utm_31n.xml");
+    const QString rdAbove = given("rd_above.xml", withGeoid("rd_new.xml"));
+    const QString utmAbove = given("utm_above.xml", withGeoid("ed50_utm_31n.xml"));
+    const std::initializer_list<const char *> options{"--from=local-neh", "--frames=local-neh"};
+    const auto heightOf = [&](const QString &from, const QString &to) {
+        const auto result = convert(from, to, "n,e,h\n463000,155000,0\n", options);
+        EXPECT_EQ(result.status, 0) << result.err;
+        EXPECT_EQ(result.err, QString());
+        const QString reference = result.outLines().value(1).section(QLatin1Char(','), -1);
+        EXPECT_EQ(reference, to == utmAbove ? text("geoid egm96_15.gtx") : text("ellipsoid"));
+        return result.outLines().value(1).section(QLatin1Char(','), 3, 3).toDouble();
+    };
+    // PROJ's program cct gives 43.29724 m for the separation there (+proj=vgridshift), and
+    // 43.34753 m for the WGS84 height of 0 m on the Dutch grid's ellipsoid.
+    constexpr double separation = 43.29724;
+    constexpr double dutchEllipsoid = 43.34753;
+    constexpr double digit = 2e-5;
+    const double plain = heightOf(rd, utm);
+    EXPECT_NEAR(heightOf(rdAbove, utm), plain + separation - dutchEllipsoid, digit);
+    EXPECT_NEAR(heightOf(rdAbove, utmAbove), 0.0, digit);
+    EXPECT_NEAR(heightOf(rd, utmAbove), dutchEllipsoid - separation, digit);
+}
+
+TEST_F(ConvertTo, SaysWhichModelHasNoValue)
+{
+    const QString rd =
+        given("rd_above.xml", test::editedSystem(text("rd_new.xml"),
+                                                 {{text("modelFileName=\"\""),
+                                                   text("modelFileName=\"no_such_model.gtx\"")}}));
+    const auto result = convert(system("ed50_utm_31n.xml"), rd, "5.4,52.1,0\n");
+    EXPECT_EQ(result.status, 0);
+    EXPECT_THAT(
+        result.err,
+        Mentions(qPrintable(text("warning: the geoid model \"no_such_model.gtx\" of %1 cannot be "
+                                 "used: ")
+                                .arg(rd))));
+}
+
 TEST_F(ConvertTo, SaysWhichSystemANoteIsAbout)
 {
     const auto result =
