@@ -85,6 +85,8 @@
 #include <KelStd/positions/PrintOptions.h>
 #include <KelStd/positions/PrintedColumns.h>
 #include <KelStd/positions/ReadPosition.h>
+#include <KelStd/positions/SpreadsheetText.h>
+#include <KelStd/positions/SpreadsheetWriter.h>
 #include <KelStd/positions/ValuePrinter.h>
 #include <KelStd/proj/ConversionFailure.h>
 #include <KelStd/proj/GeoidModels.h>

@@ -92,9 +92,11 @@ struct Shape
 
 /// Whether meridian and parallel have the same scale and cross at a right angle. PROJ gives that
 /// angle, too, but by an arc sine about 1, which has half of the digits only.
-bool isConformal(const PJ_FACTORS &factors)
+bool isConformal(const PJ_FACTORS &factors, double latitude)
 {
-    constexpr double tolerance = 1e-8;
+    // PROJ's differences over 1e-5 lose digits where meridians come together.
+    const double cosine = std::max(std::cos(latitude), 1e-3);
+    const double tolerance = 1e-8 + 2e-10 / (cosine * cosine);
     const double scale = factors.parallel_scale;
     const double alongEach = factors.dx_dlam * factors.dx_dphi + factors.dy_dlam * factors.dy_dphi;
     const double lengths =
@@ -162,16 +164,14 @@ private:
             values.missing = Missing::NoPlane;
             return;
         }
-        PJ_COORD place{{m_signs.east * location.get_Local_LLH_Long() * degree,
-                        m_signs.north * location.get_Local_LLH_Lat() * degree, 0.0, 0.0}};
+        PJ_COORD place{};
         PJ_FACTORS factors{};
-        if (!m_isShapeKnown || !fromProjectionsMeridian(place)
-            || !m_prepared.factors(m_projection, place, factors)
-            || !isOfThePlane(location, factors)) {
+        if (!m_isShapeKnown || !areOfThePlane(location.localLLH)
+            || !factorsAt(location.localLLH, place, factors)) {
             values.missing = Missing::Unknown;
             return;
         }
-        if (isConformal(factors))
+        if (isConformal(factors, place.lp.phi))
             values.pointScale = factors.parallel_scale;
         else
             values.missing = Missing::NotConformal;
@@ -184,33 +184,46 @@ private:
         }
     }
 
-    bool fromProjectionsMeridian(PJ_COORD &place)
+    /// Also gives the place to which they belong [rad], from the projection's meridian.
+    bool factorsAt(const Pos &local, PJ_COORD &place, PJ_FACTORS &factors)
     {
-        if (!m_hasMeridian)
-            return true;
-        PJ_COORD longitude{{place.lp.lam, 0.0, 0.0, 0.0}};
-        const bool isKnown = m_prepared.apply(m_meridian, PJ_FWD, longitude);
-        place.lp.lam = longitude.lp.lam;
-        return isKnown;
+        const stLongLatH &at = local.getLongLatH();
+        place = PJ_COORD{
+            {m_signs.east * at.longitude * degree, m_signs.north * at.latitude * degree, 0.0, 0.0}};
+        if (m_hasMeridian) {
+            PJ_COORD longitude{{place.lp.lam, 0.0, 0.0, 0.0}};
+            if (!m_prepared.apply(m_meridian, PJ_FWD, longitude))
+                return false;
+            place.lp.lam = longitude.lp.lam;
+        }
+        return m_prepared.factors(m_projection, place, factors);
     }
 
-    /// Whether the derivatives of which PROJ made the factors are those of the conversion to the
-    /// plane. Once they agreed, which ends the asking; where a projection ends, as opposite of its
-    /// central meridian, they do not.
-    bool isOfThePlane(const Location &location, const PJ_FACTORS &factors)
+    /// Whether the derivatives of which PROJ makes the factors are those of the conversion to the
+    /// plane. Once they agreed, which ends the asking. They are compared beside a pole instead of
+    /// at it, and, opposite of the central meridian, where a plane is cut, beside that.
+    bool areOfThePlane(const Pos &local)
     {
-        m_areAgreed = m_areAgreed || agreeWithPlane(location, factors);
+        constexpr double aside = 0.01;        // [deg]
+        constexpr double maxLatitude = 89.99; // [deg]
+        const stLongLatH &at = local.getLongLatH();
+        const double latitude = std::clamp(at.latitude, -maxLatitude, maxLatitude);
+        for (const double east : {0.0, aside, -aside}) {
+            m_areAgreed =
+                m_areAgreed || agreeAt(Pos::fromLongLatH(at.longitude + east, latitude, 0.0));
+        }
         return m_areAgreed;
     }
 
-    bool agreeWithPlane(const Location &location, const PJ_FACTORS &factors)
+    bool agreeAt(const Pos &local)
     {
         constexpr double step = 1e-5; // [rad], 64 m
         constexpr double tolerance = 1e-6;
-        const Pos &place = location.localLLH;
-        const auto alongMeridian = derivative(place, 0.0, step);
-        const auto alongParallel = derivative(place, step, 0.0);
-        if (!alongMeridian || !alongParallel)
+        PJ_COORD place{};
+        PJ_FACTORS factors{};
+        const auto alongMeridian = derivative(local, 0.0, step);
+        const auto alongParallel = derivative(local, step, 0.0);
+        if (!alongMeridian || !alongParallel || !factorsAt(local, place, factors))
             return false;
         const auto isNear = [&](double own, double ofUnitSphere) {
             return std::abs(own - m_shape.a * ofUnitSphere) <= tolerance * m_shape.a;

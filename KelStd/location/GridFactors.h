@@ -64,9 +64,10 @@ public:
 
     /// The values at a location that was made in the system. They are computed from its local
     /// longitude, latitude and height; scale and convergence by PROJ (`proj_factors`), by
-    /// derivatives that it takes numerically: to 1e-9, and 1e-7 degrees. Until they agreed once,
-    /// they are held against the system's own conversion to the plane; so they are
-    /// `Missing::Unknown` everywhere if PROJ's factors are those of another projection.
+    /// derivatives that it takes numerically: to 1e-9 and 1e-7 degrees; in a cylindrical projection
+    /// beyond 80 degrees of latitude to some 1e-8. Until they agreed once, they are held against
+    /// the system's own conversion to the plane; so they are `Missing::Unknown` everywhere if
+    /// PROJ's factors are those of another projection.
     Values at(const Location &location);
 
 private:

@@ -2,8 +2,6 @@
 
 #include <KelStd/positions/FactorColumns.h>
 
-#include <algorithm>
-
 namespace KelStd::positions {
 
 namespace {
@@ -36,14 +34,16 @@ bool readWords(const QString &list, QStringList &words, QString &mistake)
 
 } // namespace
 
-bool ColumnSelection::mayHaveFactors() const
+std::vector<const FactorColumn *> ColumnSelection::factors() const
 {
-    const auto &factors = factorColumns();
-    return fields.isEmpty() ? hasFactors
-                            : std::any_of(factors.begin(), factors.end(), [this](const auto &row) {
-                                  return fields.contains(nameOf(row))
-                                         || fields.contains(QLatin1String(row.csvName));
-                              });
+    std::vector<const FactorColumn *> found;
+    for (const FactorColumn &factor : factorColumns()) {
+        const bool isNamed =
+            fields.contains(nameOf(factor)) || fields.contains(QLatin1String(factor.csvName));
+        if (fields.isEmpty() ? hasFactors : isNamed)
+            found.push_back(&factor);
+    }
+    return found;
 }
 
 bool readFrames(const QString &list, std::vector<Frame> &frames, QString &mistake)

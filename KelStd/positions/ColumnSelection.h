@@ -10,6 +10,8 @@
 
 namespace KelStd::positions {
 
+struct FactorColumn;
+
 /// Which of the columns are to be printed. A fresh one means what is printed when nobody asks: the
 /// name, all frames, what the projected height is above, extra columns, carried ones.
 struct KELSTD_EXPORT ColumnSelection
@@ -25,8 +27,8 @@ struct KELSTD_EXPORT ColumnSelection
     /// or without the unit.
     QStringList fields;
 
-    /// Whether factors may have to be computed.
-    bool mayHaveFactors() const;
+    /// The factors that it may mean; where fields are named, a carried one may be called so.
+    std::vector<const FactorColumn *> factors() const;
 };
 
 /// "local-neh,wgs84-llh" as frames. False, with the `mistake`, for a list with a word that is no

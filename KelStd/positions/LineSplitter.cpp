@@ -1,5 +1,7 @@
 #include <KelStd/positions/LineSplitter.h>
 
+#include <KelStd/positions/SpreadsheetText.h>
+
 #include <algorithm>
 
 namespace KelStd::positions {
@@ -89,7 +91,8 @@ public:
                 break;
             const bool isQuoted = !atEnd() && m_line.at(m_position) == quote;
             result.isQuoted += isQuoted;
-            result.fields += isQuoted ? quotedField(result.mistake) : plainField();
+            result.fields +=
+                fromSpreadsheetText(isQuoted ? quotedField(result.mistake) : plainField());
             more = !atEnd();
             ++m_position; // the separator
         }

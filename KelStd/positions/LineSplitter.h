@@ -27,7 +27,8 @@ bool isEmptyRow(const SplitLine &line);
 /// Splits at semicolons, or else commas, or else tabulators, or else runs of blanks; the first of
 /// these that the line has outside quotation marks separates all its fields. Blanks around a field
 /// do not count. A field may stand in double quotation marks, a doubled one in it being one; in a
-/// field that does not begin with one they are characters like others.
+/// field that does not begin with one they are characters like others. A field that a spreadsheet
+/// was given as a formula, ="text", is the text.
 ///
 /// Commas do not separate where they can only be decimal commas: in a line with tabulators between
 /// its fields, when each comma stands between two digits and no field has more than one of them.

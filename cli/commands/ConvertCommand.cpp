@@ -1,27 +1,24 @@
 #include <cli/commands/Command.h>
 
 #include <cli/commands/ConvertCommandLine.h>
+#include <cli/commands/ConvertSystems.h>
 #include <cli/conversion/ConvertOptions.h>
 #include <cli/conversion/EpochSource.h>
 #include <cli/conversion/FrameWords.h>
 #include <cli/conversion/LocationForms.h>
 #include <cli/conversion/LocationJob.h>
-#include <cli/geoids/GeoidModel.h>
 #include <cli/library/DirectoryOption.h>
 #include <cli/proj/ProjEnvironment.h>
 #include <cli/run/PositionInput.h>
 #include <cli/run/PositionRun.h>
 #include <cli/run/RecordRun.h>
 #include <cli/systems/ConfiguredDisplay.h>
-#include <cli/systems/SystemChoice.h>
-#include <cli/systems/SystemFile.h>
 #include <cli/terminal/CommandLine.h>
 #include <cli/terminal/Console.h>
 #include <cli/terminal/ShownText.h>
 #include <cli/terminal/StandardStreams.h>
 #include <cli/values/DisplayOptions.h>
 
-#include <KelStd/location/SystemNotes.h>
 #include <KelStd/positions/Columns.h>
 #include <KelStd/positions/LocationPrinter.h>
 #include <KelStd/positions/PrintedColumns.h>
@@ -29,7 +26,6 @@
 #include <algorithm>
 #include <cmath>
 #include <optional>
-#include <vector>
 
 namespace KelStd::cli {
 
@@ -78,9 +74,8 @@ std::optional<positions::PlaneUnit> planeUnitOf(const SystemOrigin &origin, cons
     if (!unit) {
         console.report(QStringLiteral("note: plane coordinates of %1 are customarily in a "
                                       "unit of %2 m (%3); here they are in metres")
-                           .arg(system)
-                           .arg(origin.planeUnit->metres, 0, 'g', 15)
-                           .arg(shown(origin.planeUnit->name)));
+                           .arg(system, QString::number(origin.planeUnit->metres, 'g', 15),
+                                shown(origin.planeUnit->name)));
     }
     return unit;
 }
@@ -98,102 +93,6 @@ void noteOnPlaneUnit(const std::optional<positions::PlaneUnit> &unit, const QStr
                                                 : QStringLiteral("printed"),
                             unit->symbol, system));
 }
-
-/// The geoid model that the system names, as far as it can be used. Empty when it names none, and
-/// after a warning when it names one that is no use.
-QString usableGeoidModel(const Coord &coord, const QString &system, Console &console)
-{
-    QString name = coord.geoidModel.modelFileName;
-    if (name.isEmpty())
-        return {};
-    QString reason;
-    const auto path = findGeoidModel(name, reason);
-    if (path && geoidGridIsReadable(*path, reason))
-        return name;
-    console.report(QStringLiteral("warning: the geoid model \"%1\" of %2 cannot be used: "
-                                  "%3. All heights are ellipsoidal.")
-                       .arg(name, system, reason));
-    return {};
-}
-
-/// Whether the loaded PROJ can convert by the system, and the system is understood as it is
-/// written, or --lenient. False after a report.
-bool canBeUsed(const ChosenSystem &system, const QString &name, const CommandLine &line,
-               Console &console)
-{
-    QString reason;
-    const auto definitions = definitionsOf(system.coord, reason);
-    // Where nothing can be converted, only the reason is reported.
-    if (definitions && !mayBeUsed(system.review, line, console))
-        return false;
-    if (definitions && acceptedByProj(*definitions, reason))
-        return true;
-    console.report(QStringLiteral("cannot use the coordinate system %1: %2").arg(name, reason));
-    return false;
-}
-
-/// The systems of a conversion: that of the input and, where another one is asked for, that of the
-/// output.
-class UsedSystems
-{
-public:
-    /// Reads what the options name, before PROJ is loaded. False after a report.
-    bool read(const ConvertOptions &options, const CommandLine &line, Console &console)
-    {
-        m_hasTarget = options.to.has_value();
-        const auto system = readChosenSystem(options.system, line, console);
-        if (!system || !add(*system, options.system))
-            return false;
-        if (!m_hasTarget)
-            return true;
-        const auto target = readChosenSystem(*options.to, line, console);
-        return target && add(*target, *options.to);
-    }
-
-    /// Whether PROJ can convert by them. False after a report. With two systems, notes say which of
-    /// them they are about.
-    bool canBeUsed(const CommandLine &line, Console &console)
-    {
-        for (std::size_t i = 0; i < m_systems.size(); ++i) {
-            if (!cli::canBeUsed(m_chosen[i], m_systems[i].name, line, console))
-                return false;
-        }
-        for (const ConversionSystem &system : m_systems) {
-            const QString about = m_hasTarget ? system.name + QLatin1String(": ") : QString();
-            for (const QString &note : location::notesOn(system.coord))
-                console.report(QStringLiteral("note: %1%2").arg(about, note));
-        }
-        return true;
-    }
-
-    void findGeoidModels(Console &console)
-    {
-        for (ConversionSystem &system : m_systems)
-            system.geoidModel = usableGeoidModel(system.coord, wordFor(system), console);
-    }
-
-    const ConversionSystem &given() const { return m_systems.front(); }
-    const ConversionSystem &printed() const { return m_systems.back(); }
-    const ConversionSystem *target() const { return m_hasTarget ? &m_systems.back() : nullptr; }
-
-    /// What messages call a system.
-    QString wordFor(const ConversionSystem &system) const
-    {
-        return m_hasTarget ? system.name : QStringLiteral("the system");
-    }
-
-private:
-    bool add(const ChosenSystem &system, const QString &name)
-    {
-        m_chosen.push_back(system);
-        m_systems.push_back({name, system.coord, system.origin, {}});
-        return true;
-    }
-
-    bool m_hasTarget = false;
-    std::vector<ChosenSystem> m_chosen;
-    std::vector<ConversionSystem> m_systems;
-};
 
 /// Whether northing or easting is among the columns that are printed.
 bool printsPlane(const positions::LocationPrinter &printer,
@@ -255,8 +154,8 @@ ExitStatus runConvert(const QStringList &arguments, Console &console)
                            console);
     }
 
-    UsedSystems systems;
-    if (!systems.read(*options, line, console))
+    ConvertSystems systems;
+    if (!systems.read(options->system, options->to, line, console))
         return ExitStatus::Environment;
     const ProjEnvironment environment;
     if (!environment.isReady(console))
@@ -302,7 +201,7 @@ ExitStatus runConvert(const QStringList &arguments, Console &console)
     const auto writer =
         options->form->makeWriter({options->display, printedUnit, printed.geoidModel,
                                    options->hasHeader, options->columns, width});
-    LocationJob job({given, systems.target(), *options->frame, options->columns.mayHaveFactors()},
+    LocationJob job({given, systems.target(), *options->frame, options->columns.factors()},
                     *writer);
     if (options->isNmea)
         return convertEpochs(input.input(), *options, job, rejects, console);

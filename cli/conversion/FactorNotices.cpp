@@ -2,6 +2,8 @@
 
 #include <cli/conversion/NoticeNumbers.h>
 
+#include <algorithm>
+
 namespace KelStd::cli {
 
 namespace {
@@ -33,9 +35,13 @@ static_assert(firstFactorNotice + static_cast<std::size_t>(Missing::Unknown) < m
 
 } // namespace
 
-NoticeBits factorNotices(const GridFactors::Values &values)
+NoticeBits factorNotices(const GridFactors::Values &values,
+                         const std::vector<const positions::FactorColumn *> &printed)
 {
-    return values.missing == Missing::Nothing ? 0U : 1U << noticeOf(values.missing);
+    const bool areAllThere = std::all_of(printed.begin(), printed.end(), [&](const auto *factor) {
+        return (values.*factor->value).has_value();
+    });
+    return areAllThere ? 0U : 1U << noticeOf(values.missing);
 }
 
 QStringList factorRemarks(const Notices &notices, const QString &inputName)

@@ -5,6 +5,9 @@
 #include <KelStd/positions/CsvWriter.h>
 #include <KelStd/positions/JsonWriter.h>
 #include <KelStd/positions/LocationPrinter.h>
+#include <KelStd/positions/SpreadsheetWriter.h>
+
+#include <QtCore/QLocale>
 
 namespace KelStd::cli {
 
@@ -43,6 +46,13 @@ std::unique_ptr<positions::PositionWriter> makeGeoJson(const LocationOutput &out
     return std::make_unique<positions::GeoJsonWriter>(plainPrinter(output), output.columns);
 }
 
+std::unique_ptr<positions::PositionWriter> makeSpreadsheet(const LocationOutput &output)
+{
+    return std::make_unique<positions::SpreadsheetWriter>(
+        plainPrinter(output), positions::SpreadsheetDialect(QLocale::system()), output.hasHeader,
+        output.columns);
+}
+
 } // namespace
 
 const std::vector<LocationForm> &locationForms()
@@ -55,6 +65,12 @@ const std::vector<LocationForm> &locationForms()
          false,
          false,
          makeGeoJson},
+        {{"excel",
+          "Print comma-separated values as a spreadsheet of\nthe locale opens them by a double "
+          "click."},
+         true,
+         false,
+         makeSpreadsheet},
     };
     return rows;
 }

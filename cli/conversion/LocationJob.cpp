@@ -77,7 +77,7 @@ public:
     {
         if (plan.target != nullptr)
             m_target.emplace(*plan.target);
-        if (plan.hasFactors)
+        if (!plan.factors.empty())
             m_factors.emplace(printedSystem().coord);
     }
 
@@ -98,7 +98,7 @@ public:
         std::optional<GridFactors::Values> factors;
         if (m_factors) {
             factors = m_factors->at(location);
-            m_notices |= factorNotices(*factors);
+            m_notices |= factorNotices(*factors, m_plan.factors);
         }
         const QString &model = (m_target ? *m_target : m_given).heightModel();
         m_writer.write(bytes, {read.name, location, model, read.carried, read.extras,

@@ -4,11 +4,13 @@
 #include <cli/run/PositionJob.h>
 
 #include <KelStd/positions/Columns.h>
+#include <KelStd/positions/FactorColumns.h>
 #include <KelStd/positions/PositionWriter.h>
 
 #include <QtCore/QString>
 
 #include <memory>
+#include <vector>
 
 namespace KelStd::cli {
 
@@ -23,7 +25,7 @@ public:
         const ConversionSystem &system;   ///< of the positions
         const ConversionSystem *target;   ///< whose locations are printed; null for the same system
         const positions::FrameRow &frame; ///< of the positions
-        bool hasFactors = false;          ///< whether the factors of locations are printed
+        std::vector<const positions::FactorColumn *> factors; ///< those that are printed
     };
 
     LocationJob(const Plan &plan, positions::PositionWriter &writer)

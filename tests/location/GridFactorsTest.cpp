@@ -14,6 +14,9 @@
 
 #include <gtest/gtest.h>
 
+#include <initializer_list>
+#include <utility>
+
 namespace KelStd {
 namespace {
 
@@ -125,23 +128,63 @@ INSTANTIATE_TEST_SUITE_P(Systems, GridFactorsOf, testing::ValuesIn(rows),
 class GridFactorsAt : public test::ProjTest
 {};
 
-// Snyder, Map Projections: A Working Manual (USGS Professional Paper 1395), numerical examples: all
-// on Clarke 1866 but the polar one, with seven decimals.
+/// Sets the parameters that have these names for PROJ, in the units that they are stored in.
+void set(Coord &coord, std::initializer_list<std::pair<const char *, double>> parameters)
+{
+    for (const auto &[name, value] : parameters) {
+        const QString key = coord.projection.paramProj4.key(QLatin1String(name));
+        ASSERT_FALSE(key.isEmpty()) << name;
+        coord.projection.param[key].value = value;
+    }
+}
+
+double pointScale(const Coord &coord, double longitude, double latitude)
+{
+    return valuesAt(coord, longitude, latitude, 0.0).pointScale.value_or(0.0);
+}
+
+// Snyder, Map Projections: A Working Manual (USGS Professional Paper 1395), numerical examples on
+// Clarke 1866.
 TEST_F(GridFactorsAt, HaveTheScalesThatSnyderPrints)
 {
     constexpr double halfDigit = 0.5e-7;
+    const Ellipsoid clarke1866 = stored("texas_south_central.xml").ellipsoid;
+
     Coord utm = stored("ed50_utm_31n.xml");
-    utm.ellipsoid = stored("texas_south_central.xml").ellipsoid;
-    for (auto entry = utm.projection.paramProj4.cbegin(); entry != utm.projection.paramProj4.cend();
-         ++entry) {
-        if (entry.value() == QLatin1String("lon_0"))
-            utm.projection.param[entry.key()].value = -75.0;
+    utm.ellipsoid = clarke1866;
+    set(utm, {{"lon_0", -75.0}});
+    EXPECT_NEAR(pointScale(utm, -73.5, 40.5), 0.9997989, halfDigit);
+
+    Coord cone = stored("texas_south_central.xml");
+    set(cone, {{"lat_1", 33.0}, {"lat_2", 45.0}, {"lat_0", 23.0}, {"lon_0", -96.0}});
+    EXPECT_NEAR(pointScale(cone, -75.0, 35.0), 0.9970171, halfDigit);
+
+    Coord mercator = stored("caspian_sea_mercator.xml");
+    mercator.ellipsoid = clarke1866;
+    set(mercator, {{"lat_ts", 0.0}, {"lon_0", 180.0}});
+    EXPECT_NEAR(pointScale(mercator, -75.0, 35.0), 1.2194146, halfDigit);
+}
+
+TEST_F(GridFactorsAt, AreThereInHighLatitudes)
+{
+    const Coord mercator = stored("caspian_sea_mercator.xml");
+    EXPECT_NEAR(pointScale(mercator, 53.0, 80.0), 4.272093450738, 1e-8);
+    EXPECT_NEAR(pointScale(mercator, 53.0, 85.0), 8.511026890259, 3e-7);
+}
+
+// The constant of the cone of Lambert-93 is published with ten digits (IGN, Projections
+// cartographiques en usage en France, NT/G 71): the convergence is as many times the longitude from
+// the central meridian.
+TEST_F(GridFactorsAt, HaveTheConvergenceOfAPublishedCone)
+{
+    constexpr double ofTheCone = 0.7256077650;
+    Coord lambert93 = stored("texas_south_central.xml");
+    lambert93.ellipsoid = stored("etrs89_laea_europe.xml").ellipsoid;
+    set(lambert93, {{"lat_1", 44.0}, {"lat_2", 49.0}, {"lat_0", 46.5}, {"lon_0", 3.0}});
+    for (const double longitude : {-4.5, 3.0, 7.25}) {
+        EXPECT_NEAR(valuesAt(lambert93, longitude, 45.0, 0.0).convergence.value_or(-1.0),
+                    ofTheCone * (longitude - 3.0), 1e-7);
     }
-    EXPECT_NEAR(valuesAt(utm, -73.5, 40.5, 0.0).pointScale.value_or(0.0), 0.9997989, halfDigit);
-    // The same figure on the International ellipsoid as on WGS 84, whose flattenings are near.
-    EXPECT_NEAR(
-        valuesAt(stored("australian_antarctic_ps.xml"), 150.0, -75.0, 0.0).pointScale.value_or(0.0),
-        0.9896255, halfDigit);
 }
 
 // Shapes without the same scale in all directions: equal-area, equidistant and polyconic ones.
@@ -187,12 +230,18 @@ TEST_F(GridFactorsAt, HaveNoConvergenceAtThePole)
     Coord coord = stored("ups_north.xml");
     Location pole;
     pole.localLLH = Pos::fromLongLatH(0.0, 90.0, 0.0);
-    GridFactors factors(coord);
-    factors.at(at(coord, 44.0, 73.0, 100.0));
-    const auto values = factors.at(pole);
+    const auto values = GridFactors(coord).at(pole);
     EXPECT_NEAR(values.pointScale.value_or(0.0), 0.994, 1e-9);
     EXPECT_FALSE(values.convergence);
     EXPECT_EQ(values.missing, Missing::Pole);
+}
+
+// The first place that is asked for is where the plane is cut open, opposite of 99 degrees west.
+TEST_F(GridFactorsAt, AreKnownWhereThePlaneIsCut)
+{
+    const Coord coord = stored("texas_south_central.xml");
+    EXPECT_TRUE(valuesAt(coord, 81.0, 28.5, 0.0).pointScale);
+    EXPECT_TRUE(valuesAt(coord, 80.9999, 28.5, 0.0).pointScale);
 }
 
 // PROJ gives factors as if a prime meridian of the projection were Greenwich's. Convergence and

@@ -1,0 +1,91 @@
+#include <cli/commands/ConvertSystems.h>
+
+#include <cli/geoids/GeoidModel.h>
+#include <cli/systems/SystemFile.h>
+#include <cli/terminal/CommandLine.h>
+#include <cli/terminal/Console.h>
+
+#include <KelStd/location/SystemNotes.h>
+
+namespace KelStd::cli {
+
+namespace {
+
+/// The geoid model that the system names, as far as it can be used. Empty when it names none, and
+/// after a warning when it names one that is no use.
+QString usableGeoidModel(const Coord &coord, const QString &system, Console &console)
+{
+    QString name = coord.geoidModel.modelFileName;
+    if (name.isEmpty())
+        return {};
+    QString reason;
+    const auto path = findGeoidModel(name, reason);
+    if (path && geoidGridIsReadable(*path, reason))
+        return name;
+    console.report(QStringLiteral("warning: the geoid model \"%1\" of %2 cannot be used: "
+                                  "%3. All heights are ellipsoidal.")
+                       .arg(name, system, reason));
+    return {};
+}
+
+/// Whether the loaded PROJ can convert by the system, and the system is understood as it is
+/// written, or --lenient. False after a report.
+bool mayConvert(const ConversionSystem &system, const RecordReview &review, const CommandLine &line,
+                Console &console)
+{
+    QString reason;
+    const auto definitions = definitionsOf(system.coord, reason);
+    // Where nothing can be converted, only the reason is reported.
+    if (definitions && !mayBeUsed(review, line, console))
+        return false;
+    if (definitions && acceptedByProj(*definitions, reason))
+        return true;
+    console.report(
+        QStringLiteral("cannot use the coordinate system %1: %2").arg(system.name, reason));
+    return false;
+}
+
+} // namespace
+
+bool ConvertSystems::read(const QString &system, const std::optional<QString> &to,
+                          const CommandLine &line, Console &console)
+{
+    QStringList names{system};
+    if (to)
+        names += *to;
+    for (const QString &name : names) {
+        const auto chosen = readChosenSystem(name, line, console);
+        if (!chosen)
+            return false;
+        m_reviews.push_back(chosen->review);
+        m_systems.push_back({name, chosen->coord, chosen->origin, {}});
+    }
+    return true;
+}
+
+bool ConvertSystems::canBeUsed(const CommandLine &line, Console &console) const
+{
+    for (std::size_t i = 0; i < m_systems.size(); ++i) {
+        if (!mayConvert(m_systems[i], m_reviews[i], line, console))
+            return false;
+    }
+    for (const ConversionSystem &system : m_systems) {
+        const QString about = hasTarget() ? system.name + QLatin1String(": ") : QString();
+        for (const QString &note : location::notesOn(system.coord))
+            console.report(QStringLiteral("note: %1%2").arg(about, note));
+    }
+    return true;
+}
+
+void ConvertSystems::findGeoidModels(Console &console)
+{
+    for (ConversionSystem &system : m_systems)
+        system.geoidModel = usableGeoidModel(system.coord, wordFor(system), console);
+}
+
+QString ConvertSystems::wordFor(const ConversionSystem &system) const
+{
+    return hasTarget() ? system.name : QStringLiteral("the system");
+}
+
+} // namespace KelStd::cli
