@@ -75,11 +75,11 @@ void appendLine(QByteArray &bytes, QString line)
     bytes += '\n';
 }
 
-/// A field behind those of the location, below its heading.
-QString furtherCell(const QString &text, const QString &heading)
+/// The width of a field behind those of the location.
+int furtherWidth(const QString &heading, int valueWidth)
 {
     constexpr int minWidth = 8;
-    return gap + text.leftJustified(std::max(minWidth, heading.size()));
+    return std::max({minWidth, heading.size(), valueWidth});
 }
 
 } // namespace
@@ -90,6 +90,12 @@ QString TableWriter::furtherText(const positions::PrintedPosition &position, int
     const auto field = static_cast<std::size_t>(index);
     const std::size_t extras = m_columns.extras.size();
     return fromUtf8(field < extras ? position.extras[field] : position.carried[field - extras]);
+}
+
+/// A field behind those of the location, below its heading.
+QString TableWriter::furtherCell(const QString &text, int index) const
+{
+    return gap + text.leftJustified(m_furtherWidths[static_cast<std::size_t>(index)]);
 }
 
 int TableWriter::wideWidth(const positions::LocationPrinter &printer, const QString &geoidModel)
@@ -106,9 +112,15 @@ QByteArray TableWriter::begin(const positions::InputColumns &columns)
 {
     m_columns = columns;
     m_further.clear();
-    for (const positions::ExtraColumn &extra : columns.extras)
+    m_furtherWidths.clear();
+    for (const positions::ExtraColumn &extra : columns.extras) {
         m_further += extra.name;
-    m_further += columns.carried;
+        m_furtherWidths.push_back(furtherWidth(extra.name, extra.width));
+    }
+    for (const QString &heading : columns.carried) {
+        m_further += heading;
+        m_furtherWidths.push_back(furtherWidth(heading, 0));
+    }
     if (m_layout == Layout::Narrow)
         return {};
 
@@ -132,8 +144,8 @@ QByteArray TableWriter::begin(const positions::InputColumns &columns)
         labels += gap
                   + QStringLiteral("above the")
                         .leftJustified(positions::heightReference(m_geoidModel).size());
-    for (const QString &heading : m_further)
-        labels += furtherCell(heading, heading);
+    for (int i = 0; i < m_further.size(); ++i)
+        labels += furtherCell(m_further.at(i), i);
     QByteArray heading;
     for (const QString &line : {titles, labels, units})
         appendLine(heading, line);
@@ -172,7 +184,7 @@ void TableWriter::writeWide(QByteArray &bytes, const positions::PrintedPosition 
                 + positions::heightReference(position.geoidModel)
                       .leftJustified(positions::heightReference(m_geoidModel).size());
     for (int i = 0; i < m_further.size(); ++i)
-        line += furtherCell(furtherText(position, i), m_further.at(i));
+        line += furtherCell(furtherText(position, i), i);
     appendLine(bytes, line);
 }
 

@@ -3,6 +3,8 @@
 #include <KelStd/positions/LocationPrinter.h>
 #include <KelStd/positions/PositionWriter.h>
 
+#include <vector>
+
 namespace KelStd::cli {
 
 /// A table for the eye, with labelled columns and units. Columns have fixed widths, so that a line
@@ -32,13 +34,15 @@ public:
 private:
     void writeWide(QByteArray &bytes, const positions::PrintedPosition &position) const;
     void writeNarrow(QByteArray &bytes, const positions::PrintedPosition &position) const;
+    QString furtherCell(const QString &text, int index) const;
     QString furtherText(const positions::PrintedPosition &position, int index) const;
 
     positions::LocationPrinter m_printer;
     Layout m_layout;
     QString m_geoidModel;
     positions::InputColumns m_columns;
-    QStringList m_further; ///< headings of the extra columns, then of the carried ones
+    QStringList m_further;            ///< headings of the extra columns, then of the carried ones
+    std::vector<int> m_furtherWidths; ///< of the wide layout
 };
 
 } // namespace KelStd::cli
