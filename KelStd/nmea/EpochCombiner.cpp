@@ -168,22 +168,29 @@ void EpochCombiner::endEpoch()
     m_sentences.clear();
 }
 
+bool EpochCombiner::canFlush() const
+{
+    return std::any_of(m_messages.begin(), m_messages.end(),
+                       [](const Message &message) { return hasHeights(message.kind); });
+}
+
 void EpochCombiner::flush()
 {
-    if (m_messages.empty())
+    if (!canFlush())
         return;
-    const bool hasPosition =
-        std::any_of(m_messages.begin(), m_messages.end(),
-                    [](const Message &message) { return hasHeights(message.kind); });
     const auto time = m_messages.front().time;
     endEpoch();
-    if (hasPosition)
-        m_flushed = time;
+    m_flushed = time;
 }
 
 void EpochCombiner::finish()
 {
     m_scanner.finish();
+    abandon();
+}
+
+void EpochCombiner::abandon()
+{
     if (!m_messages.empty())
         endEpoch();
 }

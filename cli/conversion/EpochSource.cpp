@@ -125,7 +125,7 @@ void EpochSource::read()
     m_isAtEnd = true;
     // What was read of a sentence before a stop was requested is none.
     if (m_input.isStopped())
-        m_combiner.flush();
+        m_combiner.abandon();
     else
         m_combiner.finish();
 }
@@ -146,7 +146,7 @@ bool EpochSource::isReady()
 RecordSource::Result EpochSource::next(SourceRecord &record)
 {
     for (look(); !m_next && !m_isAtEnd; look()) {
-        if (m_combiner.isInEpoch() && !m_input.isReadyWithin(silence))
+        if (m_combiner.canFlush() && !m_input.isReadyWithin(silence))
             m_combiner.flush();
         else
             read();

@@ -2,6 +2,7 @@
 
 #include "cli/ProgramRun.h"
 #include "cli/RunningProgram.h"
+#include "house/SourceFiles.h"
 #include "location/PublishedFigures.h"
 #include "nmea/Sentences.h"
 #include "support/Printers.h"
@@ -375,6 +376,27 @@ TEST_F(LiveStream, AStopPrintsWhatWasRead)
     EXPECT_EQ(running.out().count('\n'), 1);
     EXPECT_FALSE(running.err().contains("broken"));
     EXPECT_TRUE(running.err().contains("stopped behind line 1 of <stdin>"));
+}
+
+// What docs/receivers.md shows.
+TEST(ConvertNmea, ThePageShowsWhatIsPrinted)
+{
+    const QString page = test::sourceText(QStringLiteral("docs/receivers.md"));
+    EXPECT_TRUE(page.contains(QStringLiteral("```text\n")
+                              + test::sourceText(QStringLiteral("examples/receiver.nmea"))
+                              + QStringLiteral("```")));
+    const QString command =
+        QStringLiteral("convert --nmea --system examples/rd_new.xml examples/receiver.nmea");
+    const ProgramRun program;
+    const auto process = program.process(command.split(QLatin1Char(' ')));
+    process->setWorkingDirectory(QStringLiteral(KELSTD_TEST_SOURCE_DIR));
+    process->start();
+    ASSERT_TRUE(process->waitForFinished(60000));
+    const QString printed =
+        QString::fromUtf8(process->readAllStandardOutput() + process->readAllStandardError());
+    EXPECT_TRUE(page.contains(QStringLiteral("```console\n$ kelstd ") + command + QLatin1Char('\n')
+                              + printed + QStringLiteral("```")))
+        << printed;
 }
 
 // The whole program against gpsd on the log of a walk.
