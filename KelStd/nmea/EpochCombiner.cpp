@@ -55,7 +55,10 @@ void EpochCombiner::takeText(std::string_view text, qint64 line)
         message = Message::read(*sentence, failure);
     switch (failure.kind) {
     case SentenceFault::None: break;
-    case SentenceFault::NotASentence: ++m_tally.otherLines; return;
+    case SentenceFault::NotASentence:
+        m_tally.otherLines += line != m_otherLine ? 1 : 0;
+        m_otherLine = line;
+        return;
     case SentenceFault::NoChecksum: m_tally.noChecksum.add(line, failure.text); return;
     case SentenceFault::BadChecksum: m_tally.badChecksum.add(line, failure.text); return;
     case SentenceFault::Malformed: m_tally.malformed.add(line, failure.text); return;

@@ -109,6 +109,7 @@ private:
     std::optional<TimeOfDay>
         m_flushed; ///< the time of an epoch that had a position when silence ended it
     qint64 m_lastNumber = 0;
+    qint64 m_otherLine = 0; ///< the last one that had something like a sentence
     std::deque<ReceiverEpoch> m_ended;
     SentenceTally m_tally;
 };
