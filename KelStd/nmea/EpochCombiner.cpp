@@ -55,7 +55,10 @@ void EpochCombiner::takeText(std::string_view text, qint64 line)
         message = Message::read(*sentence, failure);
     switch (failure.kind) {
     case SentenceFault::None: break;
-    case SentenceFault::NotASentence: ++m_tally.otherLines; return;
+    case SentenceFault::NotASentence:
+        m_tally.otherLines += line != m_otherLine ? 1 : 0;
+        m_otherLine = line;
+        return;
     case SentenceFault::NoChecksum: m_tally.noChecksum.add(line, failure.text); return;
     case SentenceFault::BadChecksum: m_tally.badChecksum.add(line, failure.text); return;
     case SentenceFault::Malformed: m_tally.malformed.add(line, failure.text); return;
@@ -168,22 +171,29 @@ void EpochCombiner::endEpoch()
     m_sentences.clear();
 }
 
+bool EpochCombiner::canFlush() const
+{
+    return std::any_of(m_messages.begin(), m_messages.end(),
+                       [](const Message &message) { return hasHeights(message.kind); });
+}
+
 void EpochCombiner::flush()
 {
-    if (m_messages.empty())
+    if (!canFlush())
         return;
-    const bool hasPosition =
-        std::any_of(m_messages.begin(), m_messages.end(),
-                    [](const Message &message) { return hasHeights(message.kind); });
     const auto time = m_messages.front().time;
     endEpoch();
-    if (hasPosition)
-        m_flushed = time;
+    m_flushed = time;
 }
 
 void EpochCombiner::finish()
 {
     m_scanner.finish();
+    abandon();
+}
+
+void EpochCombiner::abandon()
+{
     if (!m_messages.empty())
         endEpoch();
 }

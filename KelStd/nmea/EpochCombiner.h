@@ -72,17 +72,21 @@ public:
     void feed(std::string_view bytes) { m_scanner.feed(bytes); }
 
     /// Ends the epoch, for a receiver that has been silent: what it says of the same time
-    /// afterwards comes late. A sentence that is not yet whole is waited for.
+    /// afterwards comes late. An epoch without GGA and GNS is not ended, which may yet come, and a
+    /// sentence that is not yet whole is waited for.
     void flush();
 
     /// Ends the input.
     void finish();
 
+    /// Ends the input where it is no longer read: a sentence that is not yet whole is none.
+    void abandon();
+
     /// The oldest epoch that has ended and was not yet given out; nothing where there is none.
     std::optional<ReceiverEpoch> next();
 
-    /// Whether a sentence has come of an epoch that has not ended.
-    bool isInEpoch() const { return !m_messages.empty(); }
+    /// Whether `flush` would end an epoch.
+    bool canFlush() const;
 
     /// The line that is being read, from 1.
     qint64 line() const { return m_scanner.line(); }
@@ -105,6 +109,7 @@ private:
     std::optional<TimeOfDay>
         m_flushed; ///< the time of an epoch that had a position when silence ended it
     qint64 m_lastNumber = 0;
+    qint64 m_otherLine = 0; ///< the last one that had something like a sentence
     std::deque<ReceiverEpoch> m_ended;
     SentenceTally m_tally;
 };

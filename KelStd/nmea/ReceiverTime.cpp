@@ -27,7 +27,7 @@ std::string_view withoutZerosBehind(const QByteArray &digits)
     return text;
 }
 
-QByteArray withFraction(QByteArray whole, const QByteArray &fraction)
+QByteArray withFraction(const QByteArray &whole, const QByteArray &fraction)
 {
     return fraction.isEmpty() ? whole : whole + '.' + fraction;
 }

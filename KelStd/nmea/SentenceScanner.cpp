@@ -40,15 +40,16 @@ void SentenceScanner::begin(char c)
 
 void SentenceScanner::append(std::string_view bytes)
 {
-    if (bytes.empty())
-        return;
-    if (m_text.empty() && bytes.front() == '!' && !m_hasOther && !m_hasSentence) {
-        begin('!');
-        bytes.remove_prefix(1);
-    }
     if (m_text.empty()) {
-        m_hasOther = m_hasOther || bytes.find_first_not_of(" \t") != std::string_view::npos;
-        return;
+        const std::size_t first = bytes.find_first_not_of(" \t");
+        if (first == std::string_view::npos)
+            return;
+        if (bytes[first] != '!' || m_hasOther || m_hasSentence) {
+            m_hasOther = true;
+            return;
+        }
+        begin('!');
+        bytes.remove_prefix(first + 1);
     }
     const std::size_t room =
         maxSentenceBytes + 1 - std::min<std::size_t>(m_text.size(), maxSentenceBytes + 1);

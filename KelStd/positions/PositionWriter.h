@@ -25,6 +25,7 @@ struct ExtraColumn
 
     QString name; ///< for other programs, with its unit: "undulation_m"
     Kind kind = Kind::Text;
+    int width = 0; ///< characters that hold its values in a table; 0 for those of its name
 };
 
 /// What the lines of an input have besides their positions.

@@ -106,9 +106,8 @@ QString details()
         "and standard error is one, a bar there shows how far it is. The interrupt key\n"
         "ends the run behind a whole line, which is reported; a second one at once.\n"
         "\n"
-        "Exit status: 0 all converted, 1 some failed or sentences were broken, 2 usage, 3 no PROJ, "
-        "no usable\n"
-        "system, or output that cannot be written.");
+        "Exit status: 0 all converted, 1 some failed or sentences were broken, 2 usage,\n"
+        "3 no PROJ, no usable system, or output that cannot be written.");
     return text.arg(positions::defaultAngleStyle().decimals)
         .arg(stShowConfig().xyPrecision)
         .arg(findAngleStyle(QStringLiteral("degree"))->decimals)

@@ -33,6 +33,7 @@ struct EpochColumn
 {
     const char *name;
     ExtraColumn::Kind kind;
+    int width; ///< in a table, where its name is shorter
     /// Empty where the receiver did not say.
     QByteArray (*value)(const nmea::ReceiverEpoch &epoch);
 };
@@ -40,30 +41,30 @@ struct EpochColumn
 using Epoch = nmea::ReceiverEpoch;
 
 constexpr EpochColumn epochColumns[] = {
-    {"utc", ExtraColumn::Kind::Text, [](const Epoch &epoch) { return epoch.utc(); }},
-    {"gps_week", ExtraColumn::Kind::Number,
+    {"utc", ExtraColumn::Kind::Text, 24, [](const Epoch &epoch) { return epoch.utc(); }},
+    {"gps_week", ExtraColumn::Kind::Number, 0,
      [](const Epoch &epoch) {
          const auto gps = epoch.gps();
          return gps ? QByteArray::number(gps->week) : QByteArray();
      }},
-    {"gps_seconds", ExtraColumn::Kind::Number,
+    {"gps_seconds", ExtraColumn::Kind::Number, 0,
      [](const Epoch &epoch) {
          const auto gps = epoch.gps();
          return gps ? gps->seconds : QByteArray();
      }},
-    {"quality", ExtraColumn::Kind::Number,
+    {"quality", ExtraColumn::Kind::Number, 0,
      [](const Epoch &epoch) { return numberOf(epoch.position.quality); }},
-    {"satellites", ExtraColumn::Kind::Number,
+    {"satellites", ExtraColumn::Kind::Number, 0,
      [](const Epoch &epoch) { return numberOf(epoch.position.satellites); }},
-    {"hdop", ExtraColumn::Kind::Number,
+    {"hdop", ExtraColumn::Kind::Number, 0,
      [](const Epoch &epoch) { return textOf(epoch.position.hdop); }},
-    {"undulation_m", ExtraColumn::Kind::Number,
+    {"undulation_m", ExtraColumn::Kind::Number, 0,
      [](const Epoch &epoch) { return textOf(epoch.position.undulation); }},
-    {"sd_latitude_m", ExtraColumn::Kind::Number,
+    {"sd_latitude_m", ExtraColumn::Kind::Number, 0,
      [](const Epoch &epoch) { return textOf(epoch.sdLatitude); }},
-    {"sd_longitude_m", ExtraColumn::Kind::Number,
+    {"sd_longitude_m", ExtraColumn::Kind::Number, 0,
      [](const Epoch &epoch) { return textOf(epoch.sdLongitude); }},
-    {"sd_height_m", ExtraColumn::Kind::Number,
+    {"sd_height_m", ExtraColumn::Kind::Number, 0,
      [](const Epoch &epoch) { return textOf(epoch.sdHeight); }},
 };
 
@@ -105,7 +106,7 @@ positions::InputColumns EpochSource::columns() const
     positions::InputColumns columns;
     columns.hasNames = true;
     for (const EpochColumn &column : epochColumns)
-        columns.extras.push_back({QString::fromLatin1(column.name), column.kind});
+        columns.extras.push_back({QString::fromLatin1(column.name), column.kind, column.width});
     return columns;
 }
 
@@ -124,7 +125,7 @@ void EpochSource::read()
     m_isAtEnd = true;
     // What was read of a sentence before a stop was requested is none.
     if (m_input.isStopped())
-        m_combiner.flush();
+        m_combiner.abandon();
     else
         m_combiner.finish();
 }
@@ -145,13 +146,14 @@ bool EpochSource::isReady()
 RecordSource::Result EpochSource::next(SourceRecord &record)
 {
     for (look(); !m_next && !m_isAtEnd; look()) {
-        if (m_combiner.isInEpoch() && !m_input.isReadyWithin(silence))
+        if (m_combiner.canFlush() && !m_input.isReadyWithin(silence))
             m_combiner.flush();
         else
             read();
     }
     if (!m_next)
         return m_error.isEmpty() ? Result::End : Result::Error;
+    ++m_epochs;
     record = recordOf(*m_next);
     m_next.reset();
     return Result::Record;
@@ -196,8 +198,7 @@ SourceRecord EpochSource::recordOf(const nmea::ReceiverEpoch &epoch)
 
 bool EpochSource::hasLosses() const
 {
-    const nmea::SentenceTally tally = m_combiner.tally();
-    return tally.broken() > 0 || (m_readBytes > 0 && tally.used == 0);
+    return m_combiner.tally().broken() > 0 || (m_readBytes > 0 && m_epochs == 0);
 }
 
 QStringList EpochSource::remarks() const
@@ -215,7 +216,7 @@ QStringList EpochSource::remarks() const
             text = text.arg(found.firstReason);
         remarks += text;
     }
-    if (tally.used == 0) {
+    if (m_epochs == 0) {
         remarks += QStringLiteral("warning: %1 has no sentence of NMEA 0183 that tells a position "
                                   "(GGA, GNS, RMC)")
                        .arg(displayName());

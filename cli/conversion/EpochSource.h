@@ -54,6 +54,7 @@ private:
     bool m_isAtEnd = false;
     QString m_error;
     qint64 m_readBytes = 0;
+    qint64 m_epochs = 0;      ///< that were given
     qint64 m_withoutTime = 0; ///< epochs without a date or a time of day
     qint64 m_ofDoubtfulQuality = 0;
     qint64 m_beyondLeapSeconds = 0; ///< later than the table of leap seconds is known to be whole

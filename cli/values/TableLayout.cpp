@@ -63,7 +63,9 @@ TableGroup groupOf(const PrintedColumn &column, const positions::LocationPrinter
     case PrintedColumn::Kind::Carried: break;
     }
     return {
-        Kind::Further, {}, {{column, column.name, {}, std::max(furtherWidth, column.name.size())}}};
+        Kind::Further,
+        {},
+        {{column, column.name, {}, std::max({furtherWidth, column.width, column.name.size()})}}};
 }
 
 int widthOf(const TableGroup &group)

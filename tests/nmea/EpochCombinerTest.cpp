@@ -133,7 +133,7 @@ TEST(NmeaEpochs, EndWhenAnotherTimeComes)
     EpochCombiner combiner;
     feed(combiner, test::log({rmc, gga}));
     EXPECT_FALSE(combiner.next());
-    EXPECT_TRUE(combiner.isInEpoch());
+    EXPECT_TRUE(combiner.canFlush());
     feed(combiner, test::log({gst}));
     EXPECT_FALSE(combiner.next());
     feed(combiner, test::log({"GNZDA,123456.4,29,02,2024,00,00"}));
@@ -176,7 +176,7 @@ TEST(NmeaEpochs, SilenceEndsThemAndWhatComesLateIsCounted)
     ASSERT_TRUE(first);
     EXPECT_EQ(first->utc(), "");
     feed(combiner, test::log({rmc, gst}));
-    EXPECT_FALSE(combiner.isInEpoch());
+    EXPECT_FALSE(combiner.canFlush());
     EXPECT_EQ(combiner.tally().late.count, 2);
     // The date that came late holds from now on.
     feed(combiner, test::log({"GNGGA,123456.40,5231.0,N,01324.0,E,4,17,0.62,34.5,M,39.8,M,,"}));
@@ -197,6 +197,30 @@ TEST(NmeaEpochs, SilenceWaitsForTheRestOfASentence)
     feed(combiner, text.mid(20));
     combiner.flush();
     EXPECT_TRUE(combiner.next());
+    EXPECT_EQ(combiner.tally().broken(), 0);
+}
+
+TEST(NmeaEpochs, SilenceWaitsForAHeight)
+{
+    EpochCombiner combiner;
+    feed(combiner, test::log({rmc, gst}));
+    combiner.flush();
+    EXPECT_FALSE(combiner.next());
+    feed(combiner, test::log({gga}));
+    combiner.flush();
+    const auto epoch = combiner.next();
+    ASSERT_TRUE(epoch);
+    EXPECT_FALSE(epoch->failure());
+    EXPECT_EQ(epoch->sentences.count('\n'), 3);
+    EXPECT_FALSE(combiner.tally().late.count);
+}
+
+TEST(NmeaEpochs, WhatIsAbandonedLosesHalfASentenceAlone)
+{
+    EpochCombiner combiner;
+    feed(combiner, test::log({rmc}) + "$GNGGA,1234");
+    combiner.abandon();
+    ASSERT_TRUE(combiner.next());
     EXPECT_EQ(combiner.tally().broken(), 0);
 }
 
