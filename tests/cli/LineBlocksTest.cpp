@@ -183,7 +183,8 @@ struct SmallInput
     QList<Line> lines;
 };
 
-TEST(LineBlocks, EndsOfLinesAreLfAndCrLf)
+/// A carriage return ends lines where it ends the first one.
+TEST(LineBlocks, EndsOfLinesAreThoseOfTheFirstLine)
 {
     const SmallInput rows[] = {
         {"a\nb\n", {{"a", 1}, {"b", 2}}},
@@ -191,7 +192,10 @@ TEST(LineBlocks, EndsOfLinesAreLfAndCrLf)
         {"a\r\n\r\nb", {{"a", 1}, {"", 2}, {"b", 3}}},
         {"\n\n", {{"", 1}, {"", 2}}},
         {"\r", {{"", 1}}},
-        {"a\rb\r\r\n", {{"a\rb\r", 1}}},
+        {"a\rb\r", {{"a", 1}, {"b", 2}}},
+        {"a\r\rb", {{"a", 1}, {"", 2}, {"b", 3}}},
+        {"a\rb\r\r\n", {{"a", 1}, {"b", 2}, {"", 3}, {"", 4}}},
+        {"a\nb\rc\r\n", {{"a", 1}, {"b\rc", 2}}},
         {"a\n\r", {{"a", 1}, {"", 2}}},
     };
     for (const SmallInput &row : rows) {
