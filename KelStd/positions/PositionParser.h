@@ -123,7 +123,7 @@ public:
     /// have.
     QStringList notes() const;
 
-    /// Whether the last line was not UTF-8 and was read as Windows-1252.
+    /// Whether the last line, no remark, was not UTF-8 and was taken for Windows-1252.
     bool isInWindows1252() const;
 
     /// The header line, behind lines of units that belong to it; empty when there is none.

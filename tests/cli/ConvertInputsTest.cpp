@@ -2,6 +2,7 @@
 // programs write it, and the program's own output.
 
 #include "cli/ProgramRun.h"
+#include "location/PublishedFigures.h"
 #include "support/Printers.h"
 
 #include <QtCore/QProcess>
@@ -134,7 +135,7 @@ TEST(PositionOnTheCommandLine, IsConverted)
         const auto result = convertOf(program, operands);
         EXPECT_EQ(result.status, 0) << result.err;
         EXPECT_EQ(result.err, QString());
-        EXPECT_EQ(result.out, expected.out) << operands;
+        EXPECT_EQ(result.out, expected.out) << operands.join(QLatin1Char(' ')).toStdString();
     }
     const auto flat = convertOf(program, {QStringLiteral("5"), QStringLiteral("52")});
     EXPECT_EQ(flat.status, 0);
@@ -168,7 +169,7 @@ TEST(PositionOnTheCommandLine, ThatCannotBeOneIsRefused)
     EXPECT_THAT(convertOf(program, {QStringLiteral("5"), QStringLiteral("52"), QStringLiteral("40"),
                                     QStringLiteral("--height=7")})
                     .err,
-                Mentions("may be"));
+                Mentions("--height is for positions without a height, and 5 52 40 has one"));
 }
 
 TEST(PositionOnTheCommandLine, IsAFileWhereOneHasItsName)
@@ -261,7 +262,8 @@ TEST(TextOfOtherProgramsRefused, HasItsReason)
     EXPECT_THAT(bars.err, Mentions("<stdin>:1: fields are separated by commas, semicolons"));
     // A byte more than whole characters.
     const auto torn = ProgramRun().convert(system, utf16("UTF-16LE", "5.25,52.5,40") + "5");
-    EXPECT_EQ(torn.status, 1) << torn.out;
+    EXPECT_EQ(torn.status, 2) << torn.out;
+    EXPECT_THAT(torn.err, Mentions("<stdin>:1: "));
     // Thousands, not decimals.
     const auto thousands = ProgramRun().convert(system, "n,e,h\n\"465,682\",\"183,928\",40\n",
                                                 {QStringLiteral("--from=local-neh")});

@@ -56,7 +56,7 @@ INSTANTIATE_TEST_SUITE_P(
                 "5:12:13)"},
         BadLine{"QuotedDecimalComma", "C,5.25,\"52,5\",1",
                 "\"52,5\" has a comma and \"5.25\" a point; write every number with a decimal "
-                "point"},
+                "point, or every one with a decimal comma"},
         BadLine{"MissingHeight", "C,5.25,52.5,", "height is missing"},
         BadLine{"NotANumberWord", "C,nan,52.5,1", "longitude \"nan\" is not a finite number"},
         BadLine{"Infinity", "C,5.25,52.5,-inf", "height \"-inf\" is not a finite number"},
