@@ -128,7 +128,8 @@ public:
     /// have.
     QStringList notes() const;
 
-    /// Whether the last line, no remark, was not UTF-8 and was taken for Windows-1252.
+    /// Whether the last line was text, but no UTF-8, and was taken for Windows-1252. Remarks do not
+    /// count.
     bool isInWindows1252() const;
 
     /// The header line, behind lines of units that belong to it; empty when there is none.

@@ -34,7 +34,7 @@ QString details()
         "  point,easting,northing,height     or     name;lat;lon;h\n"
         "Headings may stand behind a # and below a title. Further down they may be\n"
         "repeated; others end the run, and so does a first line that is neither headings\n"
-        "nor a position: --skip N passes over it. A unit in a heading (northing_usft) goes\n"
+        "nor a position: --skip N passes over it. Units in headings (northing_usft) go\n"
         "before all others; a heading of another frame is refused. Other columns are\n"
         "carried through, behind the frames. Two components alone have the height of\n"
         "--height, or 0.\n"

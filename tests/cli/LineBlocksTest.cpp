@@ -204,6 +204,27 @@ TEST(LineBlocks, EndsOfLinesAreThoseOfTheFirstLine)
     }
 }
 
+/// UTF-16 behind its mark, in pieces that tear its characters.
+TEST(LineBlocks, OfSixteenBitsAreUtf8)
+{
+    const SmallInput rows[] = {
+        {QByteArray("\xFF\xFE"
+                    "a\0\n\0\xFC\0\r\0\n\0",
+                    12),
+         {{"a", 1}, {"\xC3\xBC", 2}}},
+        {QByteArray("\xFE\xFF\0a\0\r\x20\x32\0\r", 10), {{"a", 1}, {"\xE2\x80\xB2", 2}}},
+        // A surrogate pair, and half a character at the end.
+        {QByteArray("\xFF\xFE\x3D\xD8\x00\xDE\n\0b", 9),
+         {{"\xF0\x9F\x98\x80", 1}, {"\xEF\xBF\xBD", 2}}},
+        {QByteArray("\xFF\xFE", 2), {}},
+        {QByteArray("\xFF", 1), {{"\xFF", 1}}},
+    };
+    for (const SmallInput &row : rows) {
+        EXPECT_EQ(linesOf(blocksOfFile(row.bytes)), row.lines) << row.bytes.toHex();
+        EXPECT_EQ(linesOf(blocksOfPipe(row.bytes, 1)), row.lines) << row.bytes.toHex();
+    }
+}
+
 /// Lines about the greatest length, which begin and end on every side of the border of what is read
 /// at once.
 TEST(LineBlocks, ALineThatIsTooLongIsOneLineWhereverItStands)
