@@ -179,7 +179,7 @@ TEST(LineBlocks, TheLastLineMayHaveNoEnd)
 
 struct SmallInput
 {
-    const char *bytes;
+    QByteArray bytes;
     QList<Line> lines;
 };
 
@@ -199,8 +199,8 @@ TEST(LineBlocks, EndsOfLinesAreThoseOfTheFirstLine)
         {"a\n\r", {{"a", 1}, {"", 2}}},
     };
     for (const SmallInput &row : rows) {
-        EXPECT_EQ(linesOf(blocksOfFile(row.bytes)), row.lines) << row.bytes;
-        EXPECT_EQ(linesOf(blocksOfPipe(row.bytes, 1)), row.lines) << row.bytes;
+        EXPECT_EQ(linesOf(blocksOfFile(row.bytes)), row.lines) << row.bytes.toHex().constData();
+        EXPECT_EQ(linesOf(blocksOfPipe(row.bytes, 1)), row.lines) << row.bytes.toHex().constData();
     }
 }
 
@@ -220,8 +220,8 @@ TEST(LineBlocks, OfSixteenBitsAreUtf8)
         {QByteArray("\xFF", 1), {{"\xFF", 1}}},
     };
     for (const SmallInput &row : rows) {
-        EXPECT_EQ(linesOf(blocksOfFile(row.bytes)), row.lines) << row.bytes.toHex();
-        EXPECT_EQ(linesOf(blocksOfPipe(row.bytes, 1)), row.lines) << row.bytes.toHex();
+        EXPECT_EQ(linesOf(blocksOfFile(row.bytes)), row.lines) << row.bytes.toHex().constData();
+        EXPECT_EQ(linesOf(blocksOfPipe(row.bytes, 1)), row.lines) << row.bytes.toHex().constData();
     }
 }
 
