@@ -151,12 +151,25 @@ PositionParser parserOf(const Setting &setting)
     return parser;
 }
 
+bool hasMark(const QByteArray &bytes)
+{
+    return bytes.startsWith("\xEF\xBB\xBF") || bytes.startsWith("\xFF\xFE")
+           || bytes.startsWith("\xFE\xFF");
+}
+
+/// "sep=;", which counts at the beginning alone.
+bool hasSeparatorLine(const QByteArray &bytes)
+{
+    return bytes.left(5).toLower().contains("sep=");
+}
+
 /// What is kept of a run to be mended, the header line and the line, is read as it was.
 void requireAgainBelowItsHeader(const PositionParser &read, std::string_view line,
                                 const Setting &setting)
 {
     const QByteArray header = read.headerLine();
-    if (header.isEmpty())
+    // Bytes of Windows-1252 that are a mark at the beginning.
+    if (header.isEmpty() || hasMark(header))
         return;
     Setting again = setting;
     again.skipped = 0;
@@ -180,9 +193,7 @@ void readLines(const QByteArray &bytes, const Setting &setting)
     // A remark more says nothing.
     PositionParser behindRemark = parserOf(setting);
     // A mark counts at the beginning of an input alone.
-    const bool hasMark = bytes.startsWith("\xEF\xBB\xBF") || bytes.startsWith("\xFF\xFE")
-                         || bytes.startsWith("\xFE\xFF");
-    const bool comparesRemark = setting.skipped == 0 && !hasMark;
+    const bool comparesRemark = setting.skipped == 0 && !hasMark(bytes) && !hasSeparatorLine(bytes);
     if (comparesRemark)
         require(behindRemark.parse("# a remark", 1) == Result::Nothing, "a remark is passed over");
 
@@ -211,7 +222,8 @@ void readLines(const QByteArray &bytes, const Setting &setting)
                 "a reason is about a line that was read");
         if (result == Result::Position) {
             requireInRange(quick, setting.form);
-            requireAgainBelowItsHeader(quick, cursor.line(), setting);
+            if (!knewOrder)
+                requireAgainBelowItsHeader(quick, cursor.line(), setting);
         }
         if (result == Result::BadHeader)
             return;
