@@ -28,6 +28,12 @@ bool beginsAsNumber(const QString &field)
     return signAndDigit.match(field).hasMatch();
 }
 
+/// How many fields are numbers or angles, or were meant to be.
+std::ptrdiff_t countValues(const SplitLine &line)
+{
+    return std::count_if(line.fields.cbegin(), line.fields.cend(), isValue);
+}
+
 /// True when a field begins with a digit or its sign and is a number with a decimal comma or an
 /// angle with its signs. Letters alone do not make an angle of a heading such as "3D".
 bool holdsTypedValue(const SplitLine &line)
@@ -110,7 +116,8 @@ PositionParser::Result PositionParser::Reading::takeOpening(const TextLine &line
         return takeSureHeadings(found.order, line.bytes);
     if (m_search.keepUnits(QString(), line, m_lineNumber))
         return Result::Nothing;
-    return holdsNumber(line.split) || holdsTypedValue(line.split)
+    const bool holdsTwoAngles = m_form.mayLackHeight() && countValues(line.split) > 1;
+    return holdsNumber(line.split) || holdsTypedValue(line.split) || holdsTwoAngles
                ? takeOpeningValues(line, found.mistake)
                : takeOpeningWords(line, found.mistake);
 }

@@ -100,7 +100,8 @@ QString twoNumbersDoubt(const QStringList &fields, const SplitLine &line, const 
     const QString &second = fields.at(order.components[1]);
     const bool areTyped = hasAngleSigns(first) && hasAngleSigns(second);
     const bool isSeparated = !line.byBlanks && line.separator != QLatin1Char(',');
-    if (hasDecimals(first) || areTyped || (order.name >= 0 && isSeparated))
+    const bool hasPoint = first.contains(QLatin1Char('.')) && !hasAngleSigns(first);
+    if ((hasPoint && isValue(first)) || areTyped || (order.name >= 0 && isSeparated))
         return {};
     return QStringLiteral("%1 and %2 may be a number in two pieces, or a point's number before one "
                           "component%3, or write %4 with decimals")

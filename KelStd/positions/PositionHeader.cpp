@@ -19,10 +19,11 @@ namespace {
 const QStringList &nameWords()
 {
     static const QStringList words =
-        QStringLiteral("point name id point_name pt station no number point_id "
-                       "pointname pointid pt_name pt_id ptid point_no point_number pt_no "
-                       "station_name station_id label nr nummer pkt punkt punktname punktnummer "
-                       "punktnr punkt_nr pktnr pkt_nr bezeichnung")
+        QStringLiteral(
+            "point name id point_name pt station no number point_id "
+            "pointname pointid pt_name pt_id ptid point_no point_number pt_no "
+            "station_name station_id label nr nummer pkt punkt punktname punktnummer "
+            "punktnr punkt_nr pktnr pkt_nr bezeichnung nokta nokta_no nokta_ad\u0131 nokta_adi")
             .split(QLatin1Char(' '));
     return words;
 }

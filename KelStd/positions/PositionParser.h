@@ -44,7 +44,12 @@ inline constexpr int maxLineBytes = 4096;
 /// ways is refused with what removes the doubt.
 ///
 /// Longitudes and latitudes [deg] may be typed in any form of `readTypedAngle`; lengths are plain
-/// numbers in the unit of the form. Positions come out in degrees and metres.
+/// numbers in the unit of the form. Headings and a line of units below them may name other units,
+/// which go before that of the form. Positions come out in degrees and metres. Two components
+/// without a height are a position where the form has a `missingHeight`.
+///
+/// Headings that are not read are carried through, but those of the other frames in the program's
+/// own output.
 ///
 /// A parser is used by one thread at a time. Once the order is known, a copy reads any other line
 /// of the input as this would, on another thread, too. Nothing is raised but `std::bad_alloc`.
@@ -79,7 +84,7 @@ public:
 
     /// Reads a line without its end.
     ///
-    /// \param line bytes in UTF-8; `name` and `carried` may look into them
+    /// \param line bytes in UTF-8, or else in Windows-1252; `name` and `carried` may look into them
     /// \param lineNumber its number in the input, from 1, for the messages
     Result parse(std::string_view line, qint64 lineNumber);
 
@@ -104,7 +109,7 @@ public:
     /// until the next line is read.
     std::string_view name() const;
 
-    /// The fields behind those of the position that a choice of columns carries through, in UTF-8;
+    /// The fields besides those of the position that are carried through, in UTF-8;
     /// valid as `name`.
     const std::vector<std::string_view> &carried() const;
 
@@ -123,7 +128,8 @@ public:
     /// have.
     QStringList notes() const;
 
-    /// Whether the last line was not UTF-8 and was read as Windows-1252.
+    /// Whether the last line was text, but no UTF-8, and was taken for Windows-1252. Remarks do not
+    /// count.
     bool isInWindows1252() const;
 
     /// The header line, behind lines of units that belong to it; empty when there is none.

@@ -67,7 +67,7 @@ PositionParser::Result PositionParser::Reading::parseWithCare(std::string_view b
         return takeSeparatorLine(bytes);
 
     const TextLine line = textLineOf(bytes);
-    m_isInWindows1252 = !line.isUtf8;
+    m_isInWindows1252 = !line.isUtf8 && !line.isRemark && line.flaw.isEmpty();
     if (line.isEmpty)
         return Result::Nothing;
     if (line.isRemark)

@@ -20,10 +20,11 @@ QString details()
     QString text = systemChoiceHelp() + QStringLiteral("\n\n") + reviewHelp();
     text += QStringLiteral(
         "\n\n"
-        "INPUT is a file, or - for standard input, which is the default. It holds one\n"
-        "position a line, separated by commas, semicolons, tabulators or blanks, after a\n"
-        "point name if the first line has one. Blank lines and lines that begin with #\n"
-        "are skipped. The order is\n");
+        "INPUT is a file, or - for standard input, which is the default, or two or three\n"
+        "numbers or angles, which are one position. Several files are read one behind\n"
+        "the other. A list holds one position a line, separated by commas, semicolons,\n"
+        "tabulators or blanks, after a point name if the first line has one. Blank lines\n"
+        "and lines that begin with # are skipped. The order is\n");
     for (const positions::FrameRow &row : positions::frames()) {
         text += QStringLiteral("  %1  %2\n")
                     .arg(QString::fromLatin1(row.option), -9)
@@ -34,8 +35,10 @@ QString details()
         "  point,easting,northing,height     or     name;lat;lon;h\n"
         "Headings may stand behind a # and below a title. Further down they may be\n"
         "repeated; others end the run, and so does a first line that is neither headings\n"
-        "nor a position: --skip N passes over it. A heading in another unit or of another\n"
-        "frame is refused.\n"
+        "nor a position: --skip N passes over it. Units in headings (northing_usft) go\n"
+        "before all others; a heading of another frame is refused. Other columns are\n"
+        "carried through, behind the frames. Two components alone have the height of\n"
+        "--height, or 0.\n"
         "Every line has as many fields as the first; a separator may end it. With\n"
         "--columns the fields may stand anywhere and have any headings that do not say\n"
         "otherwise:\n"
@@ -50,7 +53,7 @@ QString details()
         "' \u2019, second\n"
         "signs \u2033 \" \u201D ''. Where blanks separate the fields, an angle holds none. "
         "Lengths\n"
-        "are metres; those of local-neh are in the unit of --length-unit. Without it,\n"
+        "are in the unit of --length-unit, or else in metres; without the option,\n"
         "northing and easting are in the system's own unit where it has one (feet,\n"
         "links), which the headings name, and so they are printed. Decimals stand behind\n"
         "a point, whatever the locale, or behind a comma where semicolons or tabulators\n"

@@ -16,7 +16,9 @@ BlockResult BlockWork::operator()(const LineBlock &block)
             m_parser.parse(cursor.line(), cursor.lineNumber());
         if (!knewOrder && m_parser.knowsOrder() && !begin(result, cursor.lineNumber()))
             break;
-        if (m_parser.isInWindows1252() && result.firstInWindows1252 == 0)
+        const bool isRead = read == positions::PositionParser::Result::Position
+                            || read == positions::PositionParser::Result::Nothing;
+        if (isRead && m_parser.isInWindows1252() && result.firstInWindows1252 == 0)
             result.firstInWindows1252 = cursor.lineNumber();
         switch (read) {
         case positions::PositionParser::Result::Nothing: break;

@@ -107,8 +107,16 @@ bool PositionInput::open(const CommandLine &line, Console &console)
     QStringList operands = line.positionals();
     if (isPosition(operands)) {
         const auto file = std::find_if(operands.cbegin(), operands.cend(), isThere);
-        if (file == operands.cend())
+        if (file == operands.cend()) {
+            const bool hasHeight = operands.size() == positions::componentsPerFrame;
+            if (hasHeight && line.isSet(QStringLiteral("height"))) {
+                console.report(QStringLiteral("--height is for positions without a height, and %1 "
+                                              "has one")
+                                   .arg(operands.join(QLatin1Char(' '))));
+                return false;
+            }
             return openPosition(operands, console);
+        }
         console.report(QStringLiteral("note: %1 is a file, so that the operands are files and no "
                                       "position")
                            .arg(quoted(*file)));

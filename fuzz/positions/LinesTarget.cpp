@@ -3,6 +3,7 @@
 
 #include "FuzzTarget.h"
 
+#include <KelStd/positions/PlaneUnit.h>
 #include <KelStd/positions/PositionParser.h>
 #include <KelStd/text/UnitWords.h>
 
@@ -56,10 +57,21 @@ struct Setting
     qint64 skipped = 0;
 };
 
+/// "plane-us-ft"
+std::optional<PlaneUnit> planeUnitNamed(const QString &word)
+{
+    for (const PlaneUnit &unit : planeUnits()) {
+        if (word == QLatin1String("plane-") + unit.symbol)
+            return unit;
+    }
+    return std::nullopt;
+}
+
 /// Words that say nothing known are passed over.
 Setting settingOf(const QString &line)
 {
     Setting setting;
+    setting.form.missingHeight = MissingHeight();
     const QStringList words = line.split(QLatin1Char(' '));
     for (int i = 0; i < words.size(); ++i) {
         const QString &word = words.at(i);
@@ -68,6 +80,12 @@ Setting settingOf(const QString &line)
             setting.form.frame = row->frame;
         else if (const LengthUnit *unit = findLengthUnit(word))
             setting.form.lengthUnit = unit->unit;
+        else if (const auto plane = planeUnitNamed(word))
+            setting.form.planeUnit = plane;
+        else if (word == QLatin1String("--no-height"))
+            setting.form.missingHeight.reset();
+        else if (word == QLatin1String("--height"))
+            setting.form.missingHeight = MissingHeight{words.value(i + 1).toDouble(), true, {}};
         else if (word == QLatin1String("--inverse"))
             setting.form.height = InputHeight::AboveGeoid;
         else if (word == QLatin1String("--skip"))
@@ -75,9 +93,9 @@ Setting settingOf(const QString &line)
         else if (word == QLatin1String("--columns"))
             setting.choice = ColumnChoice::from(words.value(i + 1), mistake);
     }
-    // As the program has it: the unit is that of the plane, the other height that of WGS84.
-    if (setting.form.frame != Frame::LocalProjected)
-        setting.form.lengthUnit = Unit_Meter;
+    // As the program has it: the other height is that of WGS84, and every line has it.
+    if (setting.form.height != InputHeight::OfFrame)
+        setting.form.missingHeight.reset();
     if (setting.form.frame != Frame::Wgs84Geographic)
         setting.form.height = InputHeight::OfFrame;
     return setting;
@@ -98,6 +116,8 @@ void requireSame(Result result, const PositionParser &parser, Result other,
 {
     require(result == other, "every way of reading comes to the same result");
     require(parser.knowsOrder() == otherParser.knowsOrder(), "every way finds the same order");
+    require(parser.isInWindows1252() == otherParser.isInWindows1252(), "every way has one text");
+    require(parser.notes() == otherParser.notes(), "every way has the same notes");
     if (result == Result::BadLine || result == Result::BadHeader) {
         require(parser.reason() == otherParser.reason(), "every way has the same reason");
         require(parser.reasonLine() == otherParser.reasonLine(), "every way reports one line");
@@ -121,6 +141,7 @@ void requireInRange(const PositionParser &parser, const InputForm &form)
     require(parser.knowsOrder(), "a position has an order");
     require(static_cast<int>(parser.carried().size()) == parser.carriedHeadings().size(),
             "every carried field has a heading");
+    require(!parser.carriedHeadings().contains(QString()), "no heading is empty");
 }
 
 PositionParser parserOf(const Setting &setting)
@@ -128,6 +149,40 @@ PositionParser parserOf(const Setting &setting)
     PositionParser parser(setting.form, setting.choice);
     parser.setSkippedLines(setting.skipped);
     return parser;
+}
+
+bool hasMark(const QByteArray &bytes)
+{
+    return bytes.startsWith("\xEF\xBB\xBF") || bytes.startsWith("\xFF\xFE")
+           || bytes.startsWith("\xFE\xFF");
+}
+
+/// "sep=;", which counts at the beginning alone.
+bool hasSeparatorLine(const QByteArray &bytes)
+{
+    return bytes.left(5).toLower().contains("sep=");
+}
+
+/// What is kept of a run to be mended, the header line and the line, is read as it was.
+void requireAgainBelowItsHeader(const PositionParser &read, std::string_view line,
+                                const Setting &setting)
+{
+    const QByteArray header = read.headerLine();
+    // Bytes of Windows-1252 that are a mark at the beginning.
+    if (header.isEmpty() || hasMark(header))
+        return;
+    Setting again = setting;
+    again.skipped = 0;
+    PositionParser parser = parserOf(again);
+    qint64 number = 0;
+    for (const QByteArray &each : header.split('\n')) {
+        const Result result =
+            parser.parse({each.constData(), static_cast<std::size_t>(each.size())}, ++number);
+        require(result == Result::Nothing, "a header line is one again");
+    }
+    const Result result = parser.parseWithCare(line, ++number);
+    require(result == Result::Position, "a line below its header is a position");
+    require(isSame(parser.position(), read.position()), "a line below its header is the same");
 }
 
 void readLines(const QByteArray &bytes, const Setting &setting)
@@ -138,9 +193,7 @@ void readLines(const QByteArray &bytes, const Setting &setting)
     // A remark more says nothing.
     PositionParser behindRemark = parserOf(setting);
     // A mark counts at the beginning of an input alone.
-    const bool hasMark = bytes.startsWith("\xEF\xBB\xBF") || bytes.startsWith("\xFF\xFE")
-                         || bytes.startsWith("\xFE\xFF");
-    const bool comparesRemark = setting.skipped == 0 && !hasMark;
+    const bool comparesRemark = setting.skipped == 0 && !hasMark(bytes) && !hasSeparatorLine(bytes);
     if (comparesRemark)
         require(behindRemark.parse("# a remark", 1) == Result::Nothing, "a remark is passed over");
 
@@ -167,8 +220,11 @@ void readLines(const QByteArray &bytes, const Setting &setting)
         require(!failed || quick.knowsOrder() == knewOrder, "what fails decides no order");
         require(!failed || (quick.reasonLine() > 0 && quick.reasonLine() <= cursor.lineNumber()),
                 "a reason is about a line that was read");
-        if (result == Result::Position)
+        if (result == Result::Position) {
             requireInRange(quick, setting.form);
+            if (!knewOrder)
+                requireAgainBelowItsHeader(quick, cursor.line(), setting);
+        }
         if (result == Result::BadHeader)
             return;
     }

@@ -156,9 +156,9 @@ constexpr char bare[] = "A;5.25;52.5;1\nB;5.5;52.5;1\n";
 INSTANTIATE_TEST_SUITE_P(
     Reasons, RefusedColumns,
     testing::Values(
-        Refused{"Two", "lon,lat", headed, 2,
-                "--columns 'lon,lat' has 2 columns; there are three, or four with that of the "
-                "point name first"},
+        Refused{"One", "lon", headed, 2,
+                "--columns 'lon' has 1 columns; there are three, or four with that of the "
+                "point name first, or two without a height"},
         Refused{"Five", "1,2,3,4,5", headed, 2, "--columns '1,2,3,4,5' has 5 columns"},
         Refused{"None", "", headed, 2, "--columns '' has 1 columns"},
         Refused{"Zero", "0,2,3", headed, 2, "--columns '0,2,3': '0' is no column"},
@@ -273,45 +273,52 @@ TEST(CarriedFields, ArePropertiesInGeoJson)
     expectCarried(features.at(0).toObject().value(QStringLiteral("properties")).toObject());
 }
 
-TEST(CarriedFields, ThereAreNoneWithoutPickedColumns)
+TEST(CarriedFields, AreThoseOfHeadingsWithoutPickedColumns)
 {
-    const auto result = ProgramRun().convert(system, carryingInput);
-    ASSERT_EQ(result.status, 0) << result.err;
-    EXPECT_FALSE(result.out.contains(QLatin1String("T1")));
-    EXPECT_FALSE(result.out.contains(QLatin1String("code")));
-    EXPECT_EQ(result.errLines(),
-              (QStringList{QStringLiteral("kelstd: note: columns that are not in the output: "
-                                          "\"code\", \"a remark\"; --columns 1,2,3,4 carries them "
-                                          "through")}));
-    EXPECT_EQ(convert("1,2,3,4", carryingInput).err, QString());
+    const auto picked = convert("1,2,3,4", carryingInput);
+    const auto byHeadings = ProgramRun().convert(system, carryingInput);
+    ASSERT_EQ(byHeadings.status, 0) << byHeadings.err;
+    EXPECT_EQ(byHeadings.err, QString());
+    EXPECT_EQ(byHeadings.out, picked.out);
+    EXPECT_TRUE(byHeadings.outLines().value(1).endsWith(QLatin1String(",T1,\"say \"\"so\"\"\"")));
 }
 
-TEST(CarriedFields, OfHeadingsThatAreNotReadANoteTells)
+TEST(CarriedFields, AreAllThatHeadingsNameBesides)
 {
     struct Row
     {
         const char *input;
-        const char *note; ///< empty: none
+        const char *headings; ///< behind the frames
+        const char *fields;
     };
     const Row rows[] = {
-        {"lat;Nr.;lon;h;code\n52.5;A;5.25;1;T1\n", "\"code\"; --columns 2,3,1,4 carries"},
-        {"# code lat lon h\nT1 52.5 5.25 1\n", "\"code\"; --columns 3,2,4 carries"},
-        {"code,a,b,c,d,e,f,g,i,j,lat,lon,h\n,,,,,,,,,,52.5,5.25,1\n",
-         "\"g\", 2 more; --columns 12,11,13 carries"},
-        {"lat;lon;h;\n52.5;5.25;1;\n", ""},
-        {"lat,lon,h,unit\n52.5,5.25,1,m\n", ""},
-        {"A,5.25,52.5,1\n", ""},
-        {"point,longitude,latitude,height\nA,5.25,52.5,1\n", ""},
+        {"lat;Nr.;lon;h;code\n52.5;A;5.25;1;T1\n", ",code", ",T1"},
+        {"# code lat lon h\nT1 52.5 5.25 1\n", ",code", ",T1"},
+        {"code,a,b,lat,lon,h\nT1,7,,52.5,5.25,1\n", ",code,a,b", ",T1,7,"},
+        {"lat;lon;h;\n52.5;5.25;1;x\n", ",column_4", ",x"},
+        {"lat,lon,h,code,code\n52.5,5.25,1,x,y\n", ",code,code_2", ",x,y"},
+        {"name,id,lat,lon,h\nA,7,52.5,5.25,1\n", ",id", ",7"},
+        {"lat,lon,h,h_ft\n52.5,5.25,1,3.28\n", ",h_ft", ",3.28"},
+        {"lat,lon,h,unit\n52.5,5.25,1,m\n", "", ""},
+        {"A,5.25,52.5,1\n", "", ""},
+        {"point,longitude,latitude,height\nA,5.25,52.5,1\n", "", ""},
     };
     for (const Row &row : rows) {
+        SCOPED_TRACE(row.input);
         const auto result = ProgramRun().convert(system, row.input);
         EXPECT_EQ(result.status, 0) << result.err;
-        if (*row.note == '\0')
-            EXPECT_EQ(result.err, QString()) << row.input;
-        else
-            EXPECT_THAT(result.err, Mentions(row.note));
-        // The program's own output is none to be noted.
-        EXPECT_EQ(ProgramRun().convert(system, result.out.toUtf8()).err, QString());
+        EXPECT_EQ(result.err, QString());
+        const QString reference = QStringLiteral(",local_height_reference");
+        const QString headings = result.outLines().value(0);
+        EXPECT_EQ(headings.mid(headings.indexOf(reference) + reference.size()),
+                  QString::fromUtf8(row.headings));
+        EXPECT_TRUE(result.outLines().value(1).endsWith(QLatin1String(",ellipsoid")
+                                                        + QString::fromUtf8(row.fields)))
+            << result.out;
+        // Read again, the columns of the other frames go nowhere and those besides are carried on.
+        const auto again = ProgramRun().convert(system, result.out.toUtf8());
+        EXPECT_EQ(again.err, QString());
+        EXPECT_EQ(again.outLines().value(0), headings);
     }
 }
 

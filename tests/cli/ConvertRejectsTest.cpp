@@ -53,14 +53,14 @@ TEST_F(ConvertRejects, HasTheLinesAsTheyStandInTheirOrder)
                                 "D 5 52\n"
                                 "\"E, e\",5,52,\n"
                                 "F,5,52,1\n"
-                                "\xFF,5,52,1\n"
+                                "\x8D,5,52,1\n"
                                 "last,5,52");
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(readFile(rejects), QByteArray("  B , x ,52, 1 \n"
                                             "C;5;95;1\n"
                                             "D 5 52\n"
                                             "\"E, e\",5,52,\n"
-                                            "\xFF,5,52,1\n"
+                                            "\x8D,5,52,1\n"
                                             "last,5,52\n"));
     EXPECT_EQ(result.outLines().size(), 3);
     EXPECT_EQ(result.errLines().size(), 7);

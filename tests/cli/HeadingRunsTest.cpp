@@ -141,13 +141,16 @@ TEST(LengthUnitOfThePlane, IsThatOfTheInputAndOfTheOutput)
         ASSERT_EQ(again.status, 0) << again.err;
         EXPECT_NEAR(numberIn(csvRows(again.out).value(0), northing),
                     row.line.split(',').first().toDouble(), 2e-5);
-        EXPECT_EQ(program.convert(system, feet.out.toUtf8(), plane({})).status, 2);
-        // A unit of the output alone, as ever.
-        EXPECT_EQ(program.convert(system, feet.out.toUtf8(), {unit}).status, 2);
-        const auto typed = program.convert(system, "5.25,52.5,304.8\n", {unit});
+        // The headings say it as well.
+        const auto headed = program.convert(system, feet.out.toUtf8(), plane({}));
+        ASSERT_EQ(headed.status, 0) << headed.err;
+        EXPECT_NEAR(numberIn(csvRows(headed.out).value(0), QStringLiteral("local_northing_m")),
+                    465600.0, 1e-5);
+        // Of every frame, and of heights.
+        const auto typed = program.convert(system, "5.25,52.5,1000\n", {unit});
         EXPECT_NEAR(numberIn(csvRows(typed.out).value(0),
                              QStringLiteral("wgs84_height_") + QString::fromLatin1(row.suffix)),
-                    1000.0, 0.003); // US survey feet are 2 millionths longer
+                    1000.0, 1e-5);
     }
 }
 

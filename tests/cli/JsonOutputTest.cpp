@@ -254,7 +254,7 @@ TEST(GeoJsonOutput, LongitudesLieWithin180Degrees)
 TEST(GeoJsonOutput, CoordinatesFollowNoOption)
 {
     const auto result = ProgramRun().convert(
-        system, twoPoints,
+        system, "name,lon,lat,h_m\n" + QByteArray(twoPoints),
         geojson + QStringList{QStringLiteral("--angle=dms"), QStringLiteral("--length-unit=ft")});
     ASSERT_EQ(result.status, 0) << result.err;
     EXPECT_EQ(coordinates(features(result.out).at(0)), (QJsonArray{5.25, 52.5, -4.125}));

@@ -179,11 +179,12 @@ TEST(LineBlocks, TheLastLineMayHaveNoEnd)
 
 struct SmallInput
 {
-    const char *bytes;
+    QByteArray bytes;
     QList<Line> lines;
 };
 
-TEST(LineBlocks, EndsOfLinesAreLfAndCrLf)
+/// A carriage return ends lines where it ends the first one.
+TEST(LineBlocks, EndsOfLinesAreThoseOfTheFirstLine)
 {
     const SmallInput rows[] = {
         {"a\nb\n", {{"a", 1}, {"b", 2}}},
@@ -191,12 +192,36 @@ TEST(LineBlocks, EndsOfLinesAreLfAndCrLf)
         {"a\r\n\r\nb", {{"a", 1}, {"", 2}, {"b", 3}}},
         {"\n\n", {{"", 1}, {"", 2}}},
         {"\r", {{"", 1}}},
-        {"a\rb\r\r\n", {{"a\rb\r", 1}}},
+        {"a\rb\r", {{"a", 1}, {"b", 2}}},
+        {"a\r\rb", {{"a", 1}, {"", 2}, {"b", 3}}},
+        {"a\rb\r\r\n", {{"a", 1}, {"b", 2}, {"", 3}, {"", 4}}},
+        {"a\nb\rc\r\n", {{"a", 1}, {"b\rc", 2}}},
         {"a\n\r", {{"a", 1}, {"", 2}}},
     };
     for (const SmallInput &row : rows) {
-        EXPECT_EQ(linesOf(blocksOfFile(row.bytes)), row.lines) << row.bytes;
-        EXPECT_EQ(linesOf(blocksOfPipe(row.bytes, 1)), row.lines) << row.bytes;
+        EXPECT_EQ(linesOf(blocksOfFile(row.bytes)), row.lines) << row.bytes.toHex().constData();
+        EXPECT_EQ(linesOf(blocksOfPipe(row.bytes, 1)), row.lines) << row.bytes.toHex().constData();
+    }
+}
+
+/// UTF-16 behind its mark, in pieces that tear its characters.
+TEST(LineBlocks, OfSixteenBitsAreUtf8)
+{
+    const SmallInput rows[] = {
+        {QByteArray("\xFF\xFE"
+                    "a\0\n\0\xFC\0\r\0\n\0",
+                    12),
+         {{"a", 1}, {"\xC3\xBC", 2}}},
+        {QByteArray("\xFE\xFF\0a\0\r\x20\x32\0\r", 10), {{"a", 1}, {"\xE2\x80\xB2", 2}}},
+        // A surrogate pair, and half a character at the end.
+        {QByteArray("\xFF\xFE\x3D\xD8\x00\xDE\n\0b", 9),
+         {{"\xF0\x9F\x98\x80", 1}, {"\xEF\xBF\xBD", 2}}},
+        {QByteArray("\xFF\xFE", 2), {}},
+        {QByteArray("\xFF", 1), {{"\xFF", 1}}},
+    };
+    for (const SmallInput &row : rows) {
+        EXPECT_EQ(linesOf(blocksOfFile(row.bytes)), row.lines) << row.bytes.toHex().constData();
+        EXPECT_EQ(linesOf(blocksOfPipe(row.bytes, 1)), row.lines) << row.bytes.toHex().constData();
     }
 }
 

@@ -34,10 +34,11 @@ QList<QByteArray> linesOf(const QByteArray &bytes)
     }
 }
 
-TEST(LineReader, EndsOfLinesAreLfAndCrLf)
+TEST(LineReader, EndsOfLinesAreThoseOfTheFirstLine)
 {
     EXPECT_EQ(linesOf("a\nb\r\nc\n"), (QList<QByteArray>{"a", "b", "c"}));
-    EXPECT_EQ(linesOf("a\rb\n"), (QList<QByteArray>{"a\rb"}));
+    EXPECT_EQ(linesOf("a\rb\r"), (QList<QByteArray>{"a", "b"}));
+    EXPECT_EQ(linesOf("a\nb\rc\n"), (QList<QByteArray>{"a", "b\rc"}));
 }
 
 TEST(LineReader, AnUnterminatedLastLineCounts)
