@@ -31,6 +31,9 @@ constexpr Command commands[] = {
     {"library replace", "Replace an entry of a library", runLibraryReplace},
     {"library remove", "Remove an entry of a library", runLibraryRemove},
     {"library check", "What loading a library skips, and why", runLibraryCheck},
+    {"display show", "How tables print units, angles and decimals", runDisplayShow},
+    {"display set", "Change a setting of how tables print", runDisplaySet},
+    {"display reset", "Bring the defaults of all settings back", runDisplayReset},
     {"geoid height", "WGS84 positions with their heights above the geoid", runGeoidHeight},
     {"geoid list", "The geoid models that a coordinate system can name", runGeoidList},
     {"geoid info", "What is in a geoid grid", runGeoidInfo},
@@ -146,7 +149,7 @@ ExitStatus runCommand(const QStringList &words, Console &console)
 QStringList withMemberSecond(QStringList words)
 {
     const QString option = QStringLiteral("--dir");
-    if (words.value(0) != QLatin1String("library"))
+    if (words.value(0) != QLatin1String("library") && words.value(0) != QLatin1String("display"))
         return words;
     const int length = words.value(1) == option                               ? 2
                        : words.value(1).startsWith(option + QLatin1Char('=')) ? 1

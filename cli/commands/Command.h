@@ -21,6 +21,9 @@ struct Command
 ExitStatus runProgram(const QStringList &arguments);
 
 ExitStatus runConvert(const QStringList &arguments, Console &console);
+ExitStatus runDisplayReset(const QStringList &arguments, Console &console);
+ExitStatus runDisplaySet(const QStringList &arguments, Console &console);
+ExitStatus runDisplayShow(const QStringList &arguments, Console &console);
 ExitStatus runDoctor(const QStringList &arguments, Console &console);
 ExitStatus runFormat(const QStringList &arguments, Console &console);
 ExitStatus runGeoidConvert(const QStringList &arguments, Console &console);
