@@ -30,6 +30,7 @@ constexpr Command commands[] = {
     {"library add", "Add a document's record to a library", runLibraryAdd},
     {"library replace", "Replace an entry of a library", runLibraryReplace},
     {"library remove", "Remove an entry of a library", runLibraryRemove},
+    {"library restore", "Bring delivered entries of a library back", runLibraryRestore},
     {"library check", "What loading a library skips, and why", runLibraryCheck},
     {"display show", "How tables print units, angles and decimals", runDisplayShow},
     {"display set", "Change a setting of how tables print", runDisplaySet},

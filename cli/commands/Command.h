@@ -38,6 +38,7 @@ ExitStatus runLibraryCheck(const QStringList &arguments, Console &console);
 ExitStatus runLibraryList(const QStringList &arguments, Console &console);
 ExitStatus runLibraryRemove(const QStringList &arguments, Console &console);
 ExitStatus runLibraryReplace(const QStringList &arguments, Console &console);
+ExitStatus runLibraryRestore(const QStringList &arguments, Console &console);
 ExitStatus runLibraryShow(const QStringList &arguments, Console &console);
 ExitStatus runParse(const QStringList &arguments, Console &console);
 ExitStatus runSystemCompose(const QStringList &arguments, Console &console);

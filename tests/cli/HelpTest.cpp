@@ -52,7 +52,8 @@ const QList<CommandWords> &commands()
         {"library add",
          {"--dir D", "--kind KIND", "--as NAME", "--create", "FILE.xml", "--help", "Exit status"}},
         {"library replace", {"--dir D", "NAME FILE.xml", "--help", "Exit status"}},
-        {"library remove", {"--dir D", "--kind KIND", "NAME", "--help", "Exit status"}},
+        {"library remove", {"--force", "--dir D", "--kind KIND", "NAME", "--help", "Exit status"}},
+        {"library restore", {"--dir D", "--kind KIND", "[NAME...]", "--help", "Exit status"}},
         {"library check", {"--dir D", "--help", "Exit status"}},
         {"system default",
          {"--utm-zone N", "--central-meridian D", "--scale K", "--false-easting E",
@@ -64,7 +65,7 @@ const QList<CommandWords> &commands()
          {"SOURCE", "--at LON,LAT", "--shift CODE|NUMBER", "--take-as-wgs84", "--fit",
           "-o, --output FILE", "--add", "--as NAME", "--dir D", "--json", "Exit status"}},
         {"system export",
-         {"SYSTEM", "--as FORM", "wkt2", "projjson", "proj", "esri", "-o, --output FILE",
+         {"SYSTEM", "--as FORM", "wkt2", "projjson", "proj", "esri", "xml", "-o, --output FILE",
           "Exit status"}},
         {"system compose",
          {"--ellipsoid E", "A,RF", "--projection P", "--set KEY=VALUE", "--shift-parameters LIST",
@@ -289,10 +290,11 @@ INSTANTIATE_TEST_SUITE_P(
                 {"library", "list", "--kind", "elipsoid"},
                 "--kind 'elipsoid' is no kind; did you mean ellipsoids? There are systems, custom, "
                 "standard, ellipsoids, projections; 'kelstd library list --help' tells more"},
-        Mistake{"MisspelledForm",
-                {"system", "export", "a.xml", "--as", "wkt"},
-                "--as 'wkt' is no form; did you mean wkt2? There are wkt2, projjson, proj, esri; "
-                "'kelstd system export --help' tells more"},
+        Mistake{
+            "MisspelledForm",
+            {"system", "export", "a.xml", "--as", "wkt"},
+            "--as 'wkt' is no form; did you mean wkt2? There are wkt2, projjson, proj, esri, xml; "
+            "'kelstd system export --help' tells more"},
         Mistake{"ValueMissing",
                 {"convert", "--system"},
                 "Missing value after '--system'; 'kelstd convert --help' tells more"},
