@@ -1,6 +1,7 @@
 #include <cli/commands/Command.h>
 
 #include <cli/commands/ProgramHelp.h>
+#include <cli/commands/ProgramVersion.h>
 #include <cli/terminal/Console.h>
 #include <cli/terminal/StandardStreams.h>
 
@@ -193,7 +194,8 @@ ExitStatus dispatch(const QStringList &words, Console &console)
     if (isHelpOption(first) || first == QLatin1String("help"))
         return showHelp(words.mid(1), console);
     if (first == QLatin1String("--version") || first == QLatin1String("-v")) {
-        console.print(QStringLiteral("kelstd " KELSTD_VERSION));
+        for (const QString &text : versionLines())
+            console.print(text);
         return ExitStatus::Success;
     }
     return runCommand(withMemberSecond(words), console);

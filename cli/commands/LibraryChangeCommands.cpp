@@ -222,9 +222,8 @@ ExitStatus runLibraryAdd(const QStringList &arguments, Console &console)
                                     "with 15 digits. A\nname may have slashes; that of its "
                                     "file has %2F for each.")
                          + QStringLiteral("\n\n") + changeStatusHelp());
-    line.setExamples(
-        QStringLiteral("kelstd library add site.xml"),
-        QStringLiteral("kelstd library add --dir team --create --as \"Harbour\" site.xml"));
+    line.setExamples(QStringLiteral("kelstd library add harbour.xml"),
+                     QStringLiteral("kelstd library add --dir team --create harbour.xml"));
     addDirectoryOption(line);
     line.addOption({asOption, QStringLiteral("Add it under this name, which becomes its own."),
                     QStringLiteral("NAME")});

@@ -81,7 +81,7 @@ CommandLine makeCommandLine()
                      QStringLiteral("Writes a coordinate system as a text for other programs."),
                      help);
     line.setExamples(QStringLiteral("kelstd system export \"Amersfoort / RD New\" --as wkt2"),
-                     QStringLiteral("kelstd system export site.xml --as esri -o site.prj"));
+                     QStringLiteral("kelstd system export site.xml --as proj -o site.txt"));
     line.addOption(
         {formOption, QStringLiteral("wkt2, projjson, proj, esri or xml."), QStringLiteral("FORM")});
     line.addOption({{QStringLiteral("o"), outputOption},

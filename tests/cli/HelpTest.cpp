@@ -1,6 +1,8 @@
 #include "cli/ProgramRun.h"
 #include "support/Printers.h"
 
+#include <QtCore/QRegularExpression>
+
 #include <ostream>
 
 namespace KelStd {
@@ -194,12 +196,28 @@ TEST(Help, OfAGroupListsItsCommands)
     }
 }
 
-TEST(Help, TheVersionIsTheProjects)
+TEST(Help, TheVersionsAreThoseOfTheProgramAndOfWhatItRunsOn)
 {
     for (const char *option : {"--version", "-v"}) {
         const auto result = ProgramRun().run({QString::fromLatin1(option)});
         EXPECT_EQ(result.status, 0);
-        EXPECT_EQ(result.out, QStringLiteral("kelstd " KELSTD_TEST_VERSION "\n"));
+        EXPECT_EQ(result.err, QString());
+        EXPECT_EQ(result.outLines().value(0), QStringLiteral("kelstd " KELSTD_TEST_VERSION));
+        EXPECT_EQ(result.outLines().value(1), QStringLiteral("Qt: ") + QLatin1String(qVersion()));
+        // What PROJ's own program says of itself: "Rel. 9.1.1, December 1st, 2022".
+        QProcess proj;
+        proj.setProcessChannelMode(QProcess::MergedChannels);
+        proj.start(QStringLiteral("proj"), QStringList());
+        proj.closeWriteChannel();
+        ASSERT_TRUE(proj.waitForFinished());
+        const QString release = QString::fromLatin1(proj.readAll()).section(QLatin1Char(' '), 1, 1);
+        EXPECT_EQ(result.outLines().value(2),
+                  QStringLiteral("PROJ: ") + release.section(QLatin1Char(','), 0, 0));
+        EXPECT_TRUE(QRegularExpression(QStringLiteral("\\APROJ database: EPSG v1\\d\\.\\d+\\z"))
+                        .match(result.outLines().value(3))
+                        .hasMatch())
+            << result.outLines().value(3);
+        EXPECT_EQ(result.outLines().size(), 4);
     }
 }
 
