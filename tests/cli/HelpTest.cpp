@@ -180,6 +180,33 @@ TEST(Help, BeginsWithTwoExamplesAndFitsAScreen)
     }
 }
 
+// roff's instructions begin with a point; a page's other lines must not.
+TEST(Help, ManualPagesHaveTheirSections)
+{
+    const ProgramRun program;
+    QList<QStringList> pages = {{}};
+    for (const CommandWords &row : commands())
+        pages += words(row.command);
+    for (const QStringList &page : pages) {
+        SCOPED_TRACE(page.join(QLatin1Char(' ')).toStdString());
+        const auto result = program.run(QStringList(QStringLiteral("help")) + page
+                                        + QStringList(QStringLiteral("man")));
+        EXPECT_EQ(result.status, 0);
+        EXPECT_TRUE(result.out.startsWith(QLatin1String(".TH \"KELSTD")));
+        for (const char *section : {"NAME", "SYNOPSIS", "OPTIONS", "EXAMPLES", "SEE ALSO"})
+            EXPECT_THAT(result.out, Mentions((std::string(".SH \"") + section + "\"\n").c_str()));
+        for (const QString &line : result.outLines()) {
+            EXPECT_TRUE(QRegularExpression(QStringLiteral("\\A(\\.(TH|SH|TP|B|BR|nf|fi|sp)( .+)?|"
+                                                          "[^.'].*)?\\z"))
+                            .match(line)
+                            .hasMatch())
+                << line;
+            for (const QChar c : line)
+                EXPECT_LT(c.unicode(), 0x7F) << line;
+        }
+    }
+}
+
 TEST(Help, OfAGroupListsItsCommands)
 {
     for (const QStringList &arguments :
