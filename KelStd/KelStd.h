@@ -43,6 +43,7 @@
 #include <KelStd/io/RecordParamNames.h>
 #include <KelStd/io/SystemDocument.h>
 #include <KelStd/io/WholeFile.h>
+#include <KelStd/library/DeliveredRecords.h>
 #include <KelStd/library/LibraryDirectory.h>
 #include <KelStd/library/LibraryFailure.h>
 #include <KelStd/library/LibraryLock.h>

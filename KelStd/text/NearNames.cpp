@@ -1,6 +1,5 @@
 #include <KelStd/text/NearNames.h>
 
-#include <QtCore/QObject>
 #include <QtCore/QVector>
 
 #include <algorithm>
@@ -195,8 +194,8 @@ QString hintAt(const QStringList &names)
         return {};
     QString list = names.mid(0, names.size() - 1).join(QLatin1String(", "));
     if (names.size() > 1)
-        list += QLatin1Char(' ') + QObject::tr("or") + QLatin1Char(' ');
-    return QObject::tr("did you mean %1?").arg(list + names.last());
+        list += QLatin1Char(' ') + QStringLiteral("or") + QLatin1Char(' ');
+    return QStringLiteral("did you mean %1?").arg(list + names.last());
 }
 
 } // namespace KelStd

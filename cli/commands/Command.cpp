@@ -1,6 +1,7 @@
 #include <cli/commands/Command.h>
 
 #include <cli/commands/ProgramHelp.h>
+#include <cli/commands/ProgramVersion.h>
 #include <cli/terminal/Console.h>
 #include <cli/terminal/StandardStreams.h>
 
@@ -30,7 +31,11 @@ constexpr Command commands[] = {
     {"library add", "Add a document's record to a library", runLibraryAdd},
     {"library replace", "Replace an entry of a library", runLibraryReplace},
     {"library remove", "Remove an entry of a library", runLibraryRemove},
+    {"library restore", "Bring delivered entries of a library back", runLibraryRestore},
     {"library check", "What loading a library skips, and why", runLibraryCheck},
+    {"display show", "How tables print units, angles and decimals", runDisplayShow},
+    {"display set", "Change a setting of how tables print", runDisplaySet},
+    {"display reset", "Bring the defaults of all settings back", runDisplayReset},
     {"geoid height", "WGS84 positions with their heights above the geoid", runGeoidHeight},
     {"geoid list", "The geoid models that a coordinate system can name", runGeoidList},
     {"geoid info", "What is in a geoid grid", runGeoidInfo},
@@ -146,7 +151,7 @@ ExitStatus runCommand(const QStringList &words, Console &console)
 QStringList withMemberSecond(QStringList words)
 {
     const QString option = QStringLiteral("--dir");
-    if (words.value(0) != QLatin1String("library"))
+    if (words.value(0) != QLatin1String("library") && words.value(0) != QLatin1String("display"))
         return words;
     const int length = words.value(1) == option                               ? 2
                        : words.value(1).startsWith(option + QLatin1Char('=')) ? 1
@@ -189,7 +194,8 @@ ExitStatus dispatch(const QStringList &words, Console &console)
     if (isHelpOption(first) || first == QLatin1String("help"))
         return showHelp(words.mid(1), console);
     if (first == QLatin1String("--version") || first == QLatin1String("-v")) {
-        console.print(QStringLiteral("kelstd " KELSTD_VERSION));
+        for (const QString &text : versionLines())
+            console.print(text);
         return ExitStatus::Success;
     }
     return runCommand(withMemberSecond(words), console);

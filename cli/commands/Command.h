@@ -21,6 +21,9 @@ struct Command
 ExitStatus runProgram(const QStringList &arguments);
 
 ExitStatus runConvert(const QStringList &arguments, Console &console);
+ExitStatus runDisplayReset(const QStringList &arguments, Console &console);
+ExitStatus runDisplaySet(const QStringList &arguments, Console &console);
+ExitStatus runDisplayShow(const QStringList &arguments, Console &console);
 ExitStatus runDoctor(const QStringList &arguments, Console &console);
 ExitStatus runFormat(const QStringList &arguments, Console &console);
 ExitStatus runGeoidConvert(const QStringList &arguments, Console &console);
@@ -35,6 +38,7 @@ ExitStatus runLibraryCheck(const QStringList &arguments, Console &console);
 ExitStatus runLibraryList(const QStringList &arguments, Console &console);
 ExitStatus runLibraryRemove(const QStringList &arguments, Console &console);
 ExitStatus runLibraryReplace(const QStringList &arguments, Console &console);
+ExitStatus runLibraryRestore(const QStringList &arguments, Console &console);
 ExitStatus runLibraryShow(const QStringList &arguments, Console &console);
 ExitStatus runParse(const QStringList &arguments, Console &console);
 ExitStatus runSystemCompose(const QStringList &arguments, Console &console);

@@ -42,8 +42,8 @@ CommandLine makeCommandLine()
             "all done, 1 some failed, 2 usage, 3 no PROJ, no usable model, or output that\n"
             "cannot be written."));
     line.setExamples(
-        QStringLiteral("kelstd geoid height --model egm96_15 points.csv"),
-        QStringLiteral("kelstd geoid height --model egm96_15 --inverse --csv points.csv"));
+        QStringLiteral("kelstd geoid height --model egm96_15.gtx points.csv"),
+        QStringLiteral("kelstd geoid height --model egm96_15.gtx --inverse --csv points.csv"));
     line.addOption({QStringLiteral("model"),
                     QStringLiteral("The geoid model: a name that 'kelstd geoid list' lists,\n"
                                    "or a file."),

@@ -2,6 +2,7 @@
 
 #include <cli/geoids/GeoidModel.h>
 #include <cli/geoids/GridText.h>
+#include <cli/proj/HomeDirectory.h>
 #include <cli/proj/ProjEnvironment.h>
 #include <cli/terminal/CommandLine.h>
 #include <cli/terminal/Console.h>
@@ -72,6 +73,11 @@ ExitStatus runGeoidList(const QStringList &arguments, Console &console)
     if (const auto status = line.parse(arguments, console, 0))
         return *status;
 
+    const QString homeless = homeFailure();
+    if (!homeless.isEmpty()) {
+        console.report(homeless);
+        return ExitStatus::Environment;
+    }
     // Copies the delivered models when nothing did so before. Without PROJ there is still a list.
     const ProjEnvironment environment;
     const QStringList names = GeoidModels::names();

@@ -2,8 +2,9 @@
 
 #include <cli/commands/Command.h>
 
-#include <cli/library/DirectoryOption.h>
+#include <cli/library/LibraryChange.h>
 #include <cli/library/LibraryOptions.h>
+#include <cli/library/NamedDocument.h>
 #include <cli/library/UnknownName.h>
 #include <cli/systems/RecordReview.h>
 #include <cli/terminal/CommandLine.h>
@@ -13,7 +14,6 @@
 #include <cli/terminal/UnknownWord.h>
 
 #include <KelStd/io/SystemDocument.h>
-#include <KelStd/library/LibraryLock.h>
 #include <KelStd/library/RecordDocuments.h>
 #include <KelStd/library/RecordHolders.h>
 #include <KelStd/library/RecordLoss.h>
@@ -21,8 +21,6 @@
 #include <KelStd/library/StandardLibrary.h>
 
 #include <QtCore/QFileInfo>
-
-#include <memory>
 
 namespace KelStd::cli {
 
@@ -32,24 +30,10 @@ const QString kindOption = QStringLiteral("kind");
 const QString createOption = QStringLiteral("create");
 const QString asOption = QStringLiteral("as");
 
-QString exitStatusHelp()
-{
-    return QStringLiteral("\n\nExit status: 0 done, 1 refused, 2 usage, 3 the library or the file "
-                          "cannot be\nread or is not understood as it is written, or a file cannot "
-                          "be written,\n4 done, but standard output cannot be written.");
-}
-
 ExitStatus fail(const QString &reason, ExitStatus status, Console &console)
 {
     console.report(reason);
     return status;
-}
-
-void addOwnKindOption(CommandLine &line, const QString &without)
-{
-    line.addOption({kindOption,
-                    QStringLiteral("system, ellipsoid or projection.\nDefault: %1.").arg(without),
-                    QStringLiteral("KIND")});
 }
 
 /// The kind that --kind names, or that the document's root tells. Nothing and the `mistake` when
@@ -90,16 +74,24 @@ std::optional<SystemOrigin> originFrom(const QString &fileName, RecordKind kind,
     return std::nullopt;
 }
 
-/// The one record of a file, which is understood as it is written; nothing after a report.
-std::optional<GivenRecord> recordFrom(const QString &fileName, RecordKind kind, Console &console)
+/// The one record of a file, or that of a `name`, which is understood as it is written; nothing
+/// after a report.
+std::optional<GivenRecord> recordFrom(const QString &fileName, RecordKind kind, const QString &name,
+                                      Console &console)
 {
     io::DocumentFailure failure;
     RecordReview review = {fileName, {}};
-    const auto records = library::reviewRecords(fileName, kind, review.findings, failure);
+    auto records = library::reviewRecords(fileName, kind, review.findings, failure);
     if (!records) {
         console.report(QStringLiteral("cannot read the %1 %2: %3")
                            .arg(library::titleOf(kind), fileName, io::describedFailure(failure)));
         return std::nullopt;
+    }
+    if (!name.isEmpty()) {
+        const auto isAnother = [&name](const LibraryRecord &record) {
+            return library::withoutMarks(library::nameOf(record)) != library::withoutMarks(name);
+        };
+        records->erase(std::remove_if(records->begin(), records->end(), isAnother), records->end());
     }
     if (records->size() != 1) {
         QStringList names;
@@ -123,6 +115,37 @@ std::optional<GivenRecord> recordFrom(const QString &fileName, RecordKind kind, 
     return GivenRecord{record, *origin};
 }
 
+/// What is to be added: a file, or the document of a record that a library has.
+struct Source
+{
+    QString fileName;
+    RecordKind kind;
+    QString name; ///< of the record, where a name was given instead of a file
+};
+
+/// The source of FILE.xml|NAME. Nothing with the `mistake`, and its status.
+std::optional<Source> sourceFrom(const QString &given, const CommandLine &line, QString &mistake)
+{
+    const QString fileName = onDisk(given);
+    QString several;
+    if (!QFileInfo::exists(fileName)
+        && !given.endsWith(QLatin1String(".xml"), Qt::CaseInsensitive)) {
+        const auto kinds = kindsFrom(line, mistake);
+        if (kinds.isEmpty())
+            return std::nullopt;
+        if (const auto found = findNamedDocument(given, kinds, line, several)) {
+            const bool isSystem = found->kind == RecordKind::Standard;
+            return Source{found->fileName, isSystem ? RecordKind::Custom : found->kind, given};
+        }
+        if (!several.isEmpty()) {
+            mistake = several;
+            return std::nullopt;
+        }
+    }
+    const auto kind = kindOfFile(line, fileName, mistake);
+    return kind ? std::optional(Source{fileName, *kind, {}}) : std::nullopt;
+}
+
 /// Nothing when a document keeps all of the record; otherwise the status after a report.
 std::optional<ExitStatus> refuseLoss(const LibraryRecord &record, const QString &fileName,
                                      const char *change, Console &console)
@@ -135,32 +158,6 @@ std::optional<ExitStatus> refuseLoss(const LibraryRecord &record, const QString 
     return fail(QStringLiteral("cannot %1 %2: %3")
                     .arg(QString::fromLatin1(change), fileName, shown(check.loss)),
                 ExitStatus::SomeFailed, console);
-}
-
-/// A library that no other program changes meanwhile, and which is loaded.
-struct LockedLibrary
-{
-    LibraryDirectory directory;
-    std::unique_ptr<LibraryLock> lock;
-};
-
-/// Nothing after a report.
-std::optional<LockedLibrary> openForChange(const CommandLine &line, Missing missing,
-                                           Console &console)
-{
-    const auto library = openLibrary(line, missing, console);
-    if (!library)
-        return std::nullopt;
-    auto lock = std::make_unique<LibraryLock>(*library);
-    if (const auto failure = lock->acquire()) {
-        console.report(failure.text);
-        return std::nullopt;
-    }
-    if (!loadRecords(*library, console))
-        return std::nullopt;
-    // As the databases name systems: "Amersfoort / RD New".
-    StandardLibrary::getInstance().setSafeFileNames(true);
-    return LockedLibrary{*library, std::move(lock)};
 }
 
 /// After the registry's last change.
@@ -211,42 +208,22 @@ ExitStatus replaceIn(const LibraryDirectory &library, RecordKind kind, const Giv
     return ExitStatus::Success;
 }
 
-/// Whether an entry can be changed; a report when not.
-bool isChangeable(const LibraryDirectory &library, RecordKind kind, const QString &name,
-                  const char *change, Console &console)
-{
-    QString reason;
-    if (kind == RecordKind::Standard)
-        reason = QStringLiteral("it is a standard system, and only custom ones are changed");
-    else if (library::keyOf(kind, name) != name)
-        reason = QStringLiteral("its file's name for it has a byte order mark, which nobody sees; "
-                                "edit that file");
-    else
-        reason = shown(library::ownershipFailure(library, kind, name).text);
-    if (reason.isEmpty())
-        reason = library::nameFault(name);
-    if (reason.isEmpty())
-        return true;
-    console.report(
-        QStringLiteral("cannot %1 the %2 %3: %4")
-            .arg(QString::fromLatin1(change), library::titleOf(kind), inQuotes(name), reason));
-    return false;
-}
-
 } // namespace
 
 ExitStatus runLibraryAdd(const QStringList &arguments, Console &console)
 {
-    CommandLine line(QStringLiteral("[OPTIONS] FILE.xml"),
+    CommandLine line(QStringLiteral("[OPTIONS] FILE.xml|NAME"),
                      QStringLiteral("Adds the coordinate system, ellipsoid or projection of a "
                                     "document to a library."),
-                     QStringLiteral("A system becomes a custom one. It is written anew: numbers "
+                     QStringLiteral("A NAME is that of an entry of this library, of that of the "
+                                    "home directory or of\nthe delivered one: it is copied under "
+                                    "another name, or into another library.\n\nA system becomes a "
+                                    "custom one. It is written anew: numbers "
                                     "with 15 digits. A\nname may have slashes; that of its "
                                     "file has %2F for each.")
-                         + exitStatusHelp());
-    line.setExamples(
-        QStringLiteral("kelstd library add site.xml"),
-        QStringLiteral("kelstd library add --dir team --create --as \"Harbour\" site.xml"));
+                         + QStringLiteral("\n\n") + changeStatusHelp());
+    line.setExamples(QStringLiteral("kelstd library add harbour.xml"),
+                     QStringLiteral("kelstd library add --dir team --create harbour.xml"));
     addDirectoryOption(line);
     line.addOption({asOption, QStringLiteral("Add it under this name, which becomes its own."),
                     QStringLiteral("NAME")});
@@ -256,17 +233,16 @@ ExitStatus runLibraryAdd(const QStringList &arguments, Console &console)
     if (const auto status = line.parse(arguments, console, 1))
         return *status;
     if (line.positionals().isEmpty())
-        return line.refuse(QStringLiteral("the FILE.xml is missing"), console);
-    const QString fileName = onDisk(line.positionals().constFirst());
+        return line.refuse(QStringLiteral("the FILE.xml or NAME is missing"), console);
     const QString newName = library::withoutMarks(line.value(asOption));
     if (line.isSet(asOption) && !library::nameFault(newName).isEmpty())
         return line.refuse(library::nameFault(newName), console);
     QString mistake;
-    const auto kind = kindOfFile(line, fileName, mistake);
-    if (!kind)
+    const auto source = sourceFrom(line.positionals().constFirst(), line, mistake);
+    if (!source)
         return line.refuse(mistake, console);
 
-    auto given = recordFrom(fileName, *kind, console);
+    auto given = recordFrom(source->fileName, source->kind, source->name, console);
     if (!given)
         return ExitStatus::Environment;
     if (line.isSet(asOption))
@@ -276,14 +252,14 @@ ExitStatus runLibraryAdd(const QStringList &arguments, Console &console)
         return fail(QStringLiteral("%1; give it another one with --as").arg(fault),
                     ExitStatus::SomeFailed, console);
     }
-    if (const auto status = refuseLoss(given->record, fileName, "add", console))
+    if (const auto status = refuseLoss(given->record, source->fileName, "add", console))
         return *status;
 
     const auto library = openForChange(
         line, line.isSet(createOption) ? Missing::IsCreated : Missing::IsAnError, console);
     if (!library)
         return ExitStatus::Environment;
-    return addTo(library->directory, *kind, *given, console);
+    return addTo(library->directory, source->kind, *given, console);
 }
 
 ExitStatus runLibraryReplace(const QStringList &arguments, Console &console)
@@ -293,7 +269,7 @@ ExitStatus runLibraryReplace(const QStringList &arguments, Console &console)
                                     "library."),
                      QStringLiteral("The document's record takes NAME as its own name. It is "
                                     "written anew: numbers\nwith 15 digits.")
-                         + exitStatusHelp());
+                         + QStringLiteral("\n\n") + changeStatusHelp());
     line.setExamples(QStringLiteral("kelstd library replace \"My site\" site.xml"),
                      QStringLiteral("kelstd library replace --dir team \"My site\" site.xml"));
     addDirectoryOption(line);
@@ -309,7 +285,7 @@ ExitStatus runLibraryReplace(const QStringList &arguments, Console &console)
     if (!kind)
         return line.refuse(mistake, console);
 
-    auto given = recordFrom(fileName, *kind, console);
+    auto given = recordFrom(fileName, *kind, {}, console);
     if (!given)
         return ExitStatus::Environment;
     const QString givenName = library::nameOf(given->record);
@@ -332,51 +308,6 @@ ExitStatus runLibraryReplace(const QStringList &arguments, Console &console)
                            .arg(inQuotes(givenName), inQuotes(name)));
     }
     return replaceIn(library->directory, *kind, *given, console);
-}
-
-ExitStatus runLibraryRemove(const QStringList &arguments, Console &console)
-{
-    CommandLine line(QStringLiteral("[OPTIONS] NAME"),
-                     QStringLiteral("Removes a custom system, an ellipsoid or a projection of a "
-                                    "library with its\nfile."),
-                     exitStatusHelp().trimmed());
-    line.setExamples(QStringLiteral("kelstd library remove \"My site\""),
-                     QStringLiteral("kelstd library remove --dir team --kind system \"My site\""));
-    addDirectoryOption(line);
-    addOwnKindOption(line, QStringLiteral("the only kind that has the name"));
-    if (const auto status = line.parse(arguments, console, 1))
-        return *status;
-    QString mistake;
-    const auto kinds = kindsFrom(line, mistake);
-    if (kinds.isEmpty())
-        return line.refuse(mistake, console);
-    if (line.positionals().isEmpty())
-        return line.refuse(QStringLiteral("the NAME is missing"), console);
-    const QString name = library::withoutMarks(line.positionals().constFirst());
-    const auto library = openForChange(line, Missing::IsAnError, console);
-    if (!library)
-        return ExitStatus::Environment;
-
-    auto holding = library::kindsHolding(name, kinds);
-    if (holding.isEmpty())
-        return fail(unknownName(name, kinds, line), ExitStatus::SomeFailed, console);
-    if (holding.size() > 1 && holding.contains(RecordKind::Custom))
-        holding.removeAll(RecordKind::Standard);
-    if (holding.size() > 1) {
-        return line.refuse(QStringLiteral("%1 is %2 and %3; say which with --kind")
-                               .arg(inQuotes(name), library::withArticle(holding.at(0)),
-                                    library::withArticle(holding.at(1))),
-                           console);
-    }
-    const RecordKind kind = holding.constFirst();
-    if (!isChangeable(library->directory, kind, name, "remove", console))
-        return ExitStatus::SomeFailed;
-    const QString file = library::recordFile(library->directory, kind, name);
-    if (!library::removeRecord(kind, name))
-        return failAsTheRegistry(console);
-    console.printChange(
-        QStringLiteral("removed the %1 %2: %3").arg(library::titleOf(kind), inQuotes(name), file));
-    return ExitStatus::Success;
 }
 
 } // namespace KelStd::cli

@@ -41,7 +41,7 @@ CommandLine makeCommandLine()
                 "\n"
                 "Exit status: 0 all read, 1 some texts are no such values (standard error says\n"
                 "which), 2 usage."));
-    line.setExamples(QStringLiteral("kelstd parse --typed 52:30:15.5 \"52 30 15.5 S\""),
+    line.setExamples(QStringLiteral("kelstd parse --typed 52:30:15.5 -0:15"),
                      QStringLiteral("kelstd parse --type Distance --unit Foot 1200.5"));
     line.addOption({typeOption,
                     QStringLiteral("The kind of the values. With --style or --typed\n"

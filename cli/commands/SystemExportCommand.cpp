@@ -11,10 +11,16 @@
 #include <cli/terminal/ShownText.h>
 #include <cli/terminal/StandardStreams.h>
 #include <cli/terminal/UnknownWord.h>
+#include <cli/terminal/WithoutRaising.h>
 
+#include <KelStd/catalogue/Catalogue.h>
+#include <KelStd/io/SystemDocument.h>
 #include <KelStd/io/WholeFile.h>
+#include <KelStd/library/RecordLoss.h>
 
 #include <QtCore/QFileInfo>
+
+#include <optional>
 
 namespace KelStd::cli {
 
@@ -27,7 +33,7 @@ const QString forceOption = QStringLiteral("force");
 struct FormRow
 {
     const char *word;
-    catalogue::ExportForm form;
+    std::optional<catalogue::ExportForm> form; ///< nothing for a document
     const char *help;
 };
 
@@ -36,6 +42,7 @@ constexpr FormRow forms[] = {
     {"projjson", catalogue::ExportForm::ProjJson, "the same as JSON"},
     {"proj", catalogue::ExportForm::Proj, "a PROJ string"},
     {"esri", catalogue::ExportForm::Esri, "WKT 1 as in .prj files, which has no datum shift"},
+    {"xml", std::nullopt, "a document, which 'kelstd library add' takes; 15 digits"},
 };
 
 const FormRow *findForm(const QString &word)
@@ -75,9 +82,9 @@ CommandLine makeCommandLine()
                      QStringLiteral("Writes a coordinate system as a text for other programs."),
                      help);
     line.setExamples(QStringLiteral("kelstd system export \"Amersfoort / RD New\" --as wkt2"),
-                     QStringLiteral("kelstd system export site.xml --as esri -o site.prj"));
+                     QStringLiteral("kelstd system export site.xml --as proj -o site.txt"));
     line.addOption(
-        {formOption, QStringLiteral("wkt2, projjson, proj or esri."), QStringLiteral("FORM")});
+        {formOption, QStringLiteral("wkt2, projjson, proj, esri or xml."), QStringLiteral("FORM")});
     line.addOption({{QStringLiteral("o"), outputOption},
                     QStringLiteral("The file to write. Default: standard output."),
                     QStringLiteral("FILE")});
@@ -95,6 +102,56 @@ bool writeFile(const QString &fileName, const QByteArray &bytes, Console &consol
         return true;
     console.report(QStringLiteral("cannot write %1: %2").arg(fileName, reason));
     return false;
+}
+
+/// What is written, and what there is to say of it.
+struct Exported
+{
+    QByteArray bytes;
+    QString code;
+    QStringList lost;
+};
+
+/// The system in a form of PROJ's; nothing, with the status, after a report.
+std::optional<Exported> textOf(const ChosenSystem &system, const QString &given,
+                               const FormRow &form, ExitStatus &status, Console &console)
+{
+    const ProjEnvironment environment;
+    if (!environment.isReady(console)) {
+        status = ExitStatus::Environment;
+        return std::nullopt;
+    }
+    catalogue::Catalogue catalogue = programCatalogue(CatalogueUse::OfOthers);
+    catalogue::CatalogueFailure failure;
+    const auto exported =
+        catalogue.exportSystem(system.coord, *form.form, system.origin.fullCode(), &failure);
+    if (exported)
+        return Exported{exported->text.toUtf8() + '\n', exported->code, exported->lost};
+    console.report(QStringLiteral("cannot write %1 as %2: %3")
+                       .arg(shown(given), QLatin1String(form.word), failure.text));
+    status = statusOf(failure);
+    return std::nullopt;
+}
+
+/// The same for the system's document, which has to keep all of it.
+std::optional<Exported> documentOf(const ChosenSystem &system, const QString &given,
+                                   ExitStatus &status, Console &console)
+{
+    Exported exported;
+    QString reason;
+    io::DocumentFailure failure;
+    const auto make = [&] {
+        const library::LossCheck check = library::checkLoss(LibraryRecord(system.coord));
+        reason = check.failure.isEmpty() ? check.loss : check.failure;
+        if (reason.isEmpty()
+            && !io::systemDocument(system.coord, system.origin, exported.bytes, failure))
+            reason = io::describedFailure(failure);
+    };
+    if (withoutRaising(make, reason) && reason.isEmpty())
+        return exported;
+    console.report(QStringLiteral("cannot write %1 as xml: %2").arg(shown(given), shown(reason)));
+    status = ExitStatus::SomeFailed;
+    return std::nullopt;
 }
 
 } // namespace
@@ -130,19 +187,12 @@ ExitStatus runSystemExport(const QStringList &arguments, Console &console)
     const auto chosen = readChosenSystem(given, line, console);
     if (!chosen || !mayBeUsed(chosen->review, line, console))
         return ExitStatus::Environment;
-    const ProjEnvironment environment;
-    if (!environment.isReady(console))
-        return ExitStatus::Environment;
-    catalogue::Catalogue catalogue = programCatalogue(CatalogueUse::OfOthers);
-    catalogue::CatalogueFailure failure;
-    const auto exported =
-        catalogue.exportSystem(chosen->coord, form->form, chosen->origin.fullCode(), &failure);
-    if (!exported) {
-        console.report(QStringLiteral("cannot write %1 as %2: %3")
-                           .arg(shown(given), QLatin1String(form->word), failure.text));
-        return statusOf(failure);
-    }
-    const QByteArray bytes = exported->text.toUtf8() + '\n';
+    ExitStatus status = ExitStatus::Success;
+    const auto exported = form->form ? textOf(*chosen, given, *form, status, console)
+                                     : documentOf(*chosen, given, status, console);
+    if (!exported)
+        return status;
+    const QByteArray &bytes = exported->bytes;
     if (fileName.isEmpty())
         console.write(bytes);
     else if (!writeFile(fileName, bytes, console))

@@ -6,6 +6,7 @@
 #include <KelStd/grid/GridFile.h>
 #include <KelStd/proj/ProjInspection.h>
 
+#include <QtCore/QDir>
 #include <QtCore/QFileInfo>
 #include <QtCore/QStringList>
 
@@ -83,9 +84,30 @@ GeoidModelFinding doubtOf(const GeoidModels::File &file, const QString &name,
     return {};
 }
 
+/// Where a usable model lies, whose it is, and what was made of it.
+QStringList descriptionOf(const QString &name, const GeoidModels::File &file,
+                          const QStringList &different, const QStringList &before)
+{
+    QStringList words = {titleOf(file.folder)};
+    const QString fileName = QFileInfo(file.path).fileName();
+    const bool isOfDelivered =
+        isDelivered(file)
+        || (!different.contains(name)
+            && QFileInfo::exists(QDir(ProjInspection().deliveredGeoidModels()).filePath(name)));
+    words += isOfDelivered ? QStringLiteral("delivered") : QStringLiteral("the user's");
+    if (!isDelivered(file) && isOfDelivered && !before.contains(fileName))
+        words += QStringLiteral("copied just now");
+    if (GridFile::isGgfName(name)) {
+        const QString conversion = QFileInfo(GeoidModels::conversionOf(file.path)).fileName();
+        words += before.contains(conversion) ? QStringLiteral("converted")
+                                             : QStringLiteral("converted just now");
+    }
+    return words;
+}
+
 } // namespace
 
-QList<GeoidModelFinding> examineGeoidModels(bool isProjReady)
+QList<GeoidModelFinding> examineGeoidModels(bool isProjReady, const QStringList &before)
 {
     const QStringList different = ProjInspection().deliveredModels().different;
     QStringList usable;
@@ -108,9 +130,8 @@ QList<GeoidModelFinding> examineGeoidModels(bool isProjReady)
             problems += finding;
             continue;
         }
-        usable += QStringLiteral("%1 (%2%3)")
-                      .arg(name, titleOf(files.first().folder),
-                           GridFile::isGgfName(name) ? QStringLiteral(", converted") : QString());
+        usable += QStringLiteral("%1 (%2)").arg(
+            name, descriptionOf(name, files.first(), different, before).join(QLatin1String(", ")));
     }
     const QString text =
         usable.isEmpty() ? QStringLiteral("none") : usable.join(QLatin1String(", "));

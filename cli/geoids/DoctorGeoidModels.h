@@ -2,6 +2,7 @@
 
 #include <QtCore/QList>
 #include <QtCore/QString>
+#include <QtCore/QStringList>
 
 /// What `kelstd doctor` says of the geoid models.
 namespace KelStd::cli {
@@ -23,7 +24,8 @@ struct GeoidModelFinding
 
 /// Holds every model's files against their headers and against the delivered ones of their names,
 /// lets GGF grids be converted, and lets the loaded PROJ open what it would be given, where there
-/// is one. The line of those in order comes first.
-QList<GeoidModelFinding> examineGeoidModels(bool isProjReady);
+/// is one. The line of those in order comes first; it says which of them are delivered, the user's,
+/// and copied or converted since the home directory had the files `before`.
+QList<GeoidModelFinding> examineGeoidModels(bool isProjReady, const QStringList &before);
 
 } // namespace KelStd::cli

@@ -1,5 +1,6 @@
 #include <cli/library/DirectoryOption.h>
 
+#include <cli/proj/HomeDirectory.h>
 #include <cli/terminal/CommandLine.h>
 #include <cli/terminal/Console.h>
 #include <cli/terminal/FilePath.h>
@@ -19,6 +20,9 @@ std::optional<LibraryDirectory> refuse(const QString &reason, Console &console)
 /// The library of the home directory, which is laid out when there is none.
 std::optional<LibraryDirectory> openHomeLibrary(Console &console)
 {
+    const QString homeless = homeFailure();
+    if (!homeless.isEmpty())
+        return refuse(homeless, console);
     const LibraryDirectory library = LibraryDirectory::ofHome();
     const LibraryDirectory delivered = LibraryDirectory::delivered();
     bool isNew = false;

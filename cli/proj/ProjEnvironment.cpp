@@ -1,5 +1,6 @@
 #include <cli/proj/ProjEnvironment.h>
 
+#include <cli/proj/HomeDirectory.h>
 #include <cli/proj/ProjAdvice.h>
 #include <cli/terminal/Console.h>
 
@@ -9,6 +10,9 @@ namespace KelStd::cli {
 
 ProjEnvironment::ProjEnvironment()
 {
+    m_failure = homeFailure();
+    if (!m_failure.isEmpty())
+        return;
     const ProjInspection places;
     // With a valid marker nothing is emptied.
     if (places.markerState() != ProjInspection::MarkerState::Current

@@ -63,6 +63,7 @@ DisplayFile readDisplayFile(const QString &fileName)
         result.fault = QStringLiteral("it has version %1, not 1").arg(versionOf(bytes));
     else
         result.config = config;
+    result.isWhole = bytes.size() == wholeSize;
     if (result.config && bytes.size() < wholeSize) {
         result.fault = QStringLiteral("it ends after %1 of %2 bytes; loading takes zeros for the "
                                       "rest")

@@ -16,6 +16,7 @@ namespace cli {
 struct DisplayFile
 {
     std::optional<stShowConfig> config; ///< nothing when loading leaves the file alone
+    bool isWhole = false;               ///< it has all bytes of version 1 and no more
     QString fault;                      ///< why its settings are not to be trusted; empty for none
 };
 

@@ -149,11 +149,11 @@ TEST_F(ConvertByName, UnknownNamesGetNearOnesAndAHint)
                 Mentions("did you mean \"City / New\", \"City / Old\" or "));
     // By the catalogue's words, where it has better ones than the library.
     EXPECT_THAT(convert(text("utm 35s"), "3,0,10\n").err,
-                Mentions("did you mean \"WGS 84 / UTM zone 35S\", EPSG:"));
+                Mentions("did you mean EPSG:32735 (WGS 84 / UTM zone 35S), EPSG:"));
     EXPECT_THAT(convert(text("Pulkovo 1942 / Gaus-Kruger zone 7"), "3,0,10\n").err,
                 Mentions("did you mean EPSG:28407 (Pulkovo 1942 / Gauss-Kruger zone 7)"));
     EXPECT_THAT(convert(text("Amersfort"), "3,0,10\n").err,
-                Mentions("did you mean \"Amersfoort / RD New\""));
+                Mentions("EPSG:28992 (Amersfoort / RD New)"));
     EXPECT_THAT(convert(text("Nowhere"), "3,0,10\n").err,
                 Mentions("no system \"Nowhere\"; 'kelstd library list'"));
 }

@@ -120,7 +120,7 @@ TEST(ConvertEnvironment, ADirectoryIsNoSystem)
     EXPECT_THAT(result.err, Mentions("directory"));
 }
 
-TEST(ConvertEnvironment, WithoutProjItPointsToTheDoctor)
+TEST(ConvertEnvironment, WithoutAHomeItSaysWhatToDo)
 {
     ProgramRun program;
     program.setVariable(QStringLiteral("KELSTD_HOME_DIR"),
@@ -128,9 +128,10 @@ TEST(ConvertEnvironment, WithoutProjItPointsToTheDoctor)
     const auto result = program.convert(rdNew, position);
     EXPECT_EQ(result.status, 3);
     EXPECT_EQ(result.out, QString());
-    EXPECT_EQ(result.err, QStringLiteral("kelstd: PROJ is not ready: the home directory %1 is no "
-                                         "directory ('kelstd doctor' says what to do)\n")
-                              .arg(program.home().path(QStringLiteral("no-such-home"))));
+    EXPECT_EQ(result.err,
+              QStringLiteral("kelstd: the home directory %1 is no directory; create it, "
+                             "or set KELSTD_HOME_DIR to another one\n")
+                  .arg(program.home().path(QStringLiteral("no-such-home"))));
 }
 
 /// The first run in a new home unpacks PROJ, without a word.

@@ -38,8 +38,11 @@ TEST_F(DoctorGeoid, NamesTheModelsThatAreInOrder)
     const auto result = doctor();
     EXPECT_EQ(result.status, 0) << result.out;
     EXPECT_EQ(markOf(result, "geoid models"), "ok");
-    EXPECT_THAT(result.out, Mentions("a.gtx (home directory), b.ggf (home directory, converted), "
-                                     "egm96_15.gtx (program directory)\n"));
+    EXPECT_THAT(result.out,
+                Mentions("a.gtx (home directory, the user's), b.ggf (home directory, the "
+                         "user's, converted just now), egm96_15.gtx (program "
+                         "directory, delivered)\n"));
+    EXPECT_THAT(doctor().out, Mentions("b.ggf (home directory, the user's, converted), "));
     EXPECT_TRUE(QFileInfo(source + ".gtx").isFile());
 }
 
@@ -83,7 +86,7 @@ TEST_F(DoctorGeoid, CuresAHalfCopiedModel)
     own("egm96_15.gtx", delivered.left(100'000));
     const auto result = doctor();
     EXPECT_EQ(result.status, 3);
-    EXPECT_THAT(result.out, Mentions("egm96_15.gtx (program directory)"));
+    EXPECT_THAT(result.out, Mentions("egm96_15.gtx (program directory, delivered)"));
     EXPECT_EQ(
         adviceOn(result, "geoid model "),
         "conversions use that of the program directory; 'kelstd doctor --reinstall' copies it "

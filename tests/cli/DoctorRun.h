@@ -51,16 +51,10 @@ protected:
     ProgramRun m_program;
 };
 
-inline constexpr const char *examined[] = {"home directory",
-                                           "program directory",
-                                           "unpacking program",
-                                           "PROJ archive",
-                                           "private PROJ directory",
-                                           "marker",
-                                           "PROJ library",
-                                           "PROJ database",
-                                           "PROJ release",
-                                           "test conversion",
-                                           "geoid models"};
+inline constexpr const char *examined[] = {
+    "home directory",  "program directory",      "unpacking program",
+    "PROJ archive",    "private PROJ directory", "marker",
+    "PROJ library",    "PROJ database",          "PROJ release",
+    "test conversion", "geoid models",           "datum-shift grids"};
 
 } // namespace KelStd::test

@@ -1,5 +1,6 @@
 #include "cli/DoctorRun.h"
 #include "support/Printers.h"
+#include "support/ShiftGrids.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QFile>
@@ -25,7 +26,7 @@ TEST_F(Doctor, AllIsWell)
     EXPECT_EQ(result.err, QString());
     for (const char *label : examined)
         EXPECT_EQ(markOf(result, label), QStringLiteral("ok")) << label;
-    EXPECT_EQ(result.outLines().size(), 12) << "one line each, and the summary";
+    EXPECT_EQ(result.outLines().size(), 13) << "one line each, and the summary";
     EXPECT_EQ(result.outLines().last(), QStringLiteral("All is well."));
 }
 
@@ -64,7 +65,32 @@ TEST_F(Doctor, PreparesANewHome)
     const auto result = doctor();
     EXPECT_EQ(result.status, 0) << result.out;
     EXPECT_THAT(result.out, Mentions("/new/proj (prepared just now)"));
-    EXPECT_FALSE(doctor().out.contains(QLatin1String("prepared just now")));
+    for (const char *label : {"private PROJ directory", "marker", "PROJ library", "PROJ database"})
+        EXPECT_EQ(markOf(result, label), QStringLiteral("made")) << label;
+    for (const char *label : {"home directory", "PROJ archive", "PROJ release"})
+        EXPECT_EQ(markOf(result, label), QStringLiteral("ok")) << label;
+    EXPECT_THAT(result.out, Mentions("egm96_15.gtx (home directory, delivered, copied just now)"));
+    const auto again = doctor();
+    EXPECT_FALSE(again.out.contains(QLatin1String("just now")));
+    for (const char *label : examined)
+        EXPECT_EQ(markOf(again, label), QStringLiteral("ok")) << label;
+}
+
+TEST_F(Doctor, NamesTheGridsOfDatumShifts)
+{
+    test::ownResourceDirectory(m_program.home());
+    test::writeFile(privateFile("share/site.gsb"), test::ntv2Bytes());
+    const auto result = doctor();
+    EXPECT_EQ(result.status, 0) << result.out;
+    EXPECT_THAT(result.out, Mentions("BETA2007.gsb (delivered), "));
+    EXPECT_THAT(result.out, Mentions("site.gsb (the user's)"));
+    test::writeFile(privateFile("share/site.gsb"), test::ntv2Bytes().chopped(100));
+    const auto spoilt = doctor();
+    EXPECT_EQ(spoilt.status, 3);
+    EXPECT_EQ(markOf(spoilt, "datum-shift grid "), QStringLiteral("problem"));
+    EXPECT_EQ(adviceOn(spoilt, "datum-shift grid "),
+              QStringLiteral("put a whole one there by 'kelstd grid add --force', or remove the "
+                             "file"));
 }
 
 TEST_F(Doctor, PreparesAnEnvironmentOfAnotherVersionAnew)

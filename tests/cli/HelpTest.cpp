@@ -1,6 +1,8 @@
 #include "cli/ProgramRun.h"
 #include "support/Printers.h"
 
+#include <QtCore/QRegularExpression>
+
 #include <ostream>
 
 namespace KelStd {
@@ -52,7 +54,8 @@ const QList<CommandWords> &commands()
         {"library add",
          {"--dir D", "--kind KIND", "--as NAME", "--create", "FILE.xml", "--help", "Exit status"}},
         {"library replace", {"--dir D", "NAME FILE.xml", "--help", "Exit status"}},
-        {"library remove", {"--dir D", "--kind KIND", "NAME", "--help", "Exit status"}},
+        {"library remove", {"--force", "--dir D", "--kind KIND", "NAME", "--help", "Exit status"}},
+        {"library restore", {"--dir D", "--kind KIND", "[NAME...]", "--help", "Exit status"}},
         {"library check", {"--dir D", "--help", "Exit status"}},
         {"system default",
          {"--utm-zone N", "--central-meridian D", "--scale K", "--false-easting E",
@@ -64,12 +67,15 @@ const QList<CommandWords> &commands()
          {"SOURCE", "--at LON,LAT", "--shift CODE|NUMBER", "--take-as-wgs84", "--fit",
           "-o, --output FILE", "--add", "--as NAME", "--dir D", "--json", "Exit status"}},
         {"system export",
-         {"SYSTEM", "--as FORM", "wkt2", "projjson", "proj", "esri", "-o, --output FILE",
+         {"SYSTEM", "--as FORM", "wkt2", "projjson", "proj", "esri", "xml", "-o, --output FILE",
           "Exit status"}},
         {"system compose",
          {"--ellipsoid E", "A,RF", "--projection P", "--set KEY=VALUE", "--shift-parameters LIST",
           "X,Y,Z,RX,RY,RZ,S", "--geoid NAME", "--name NAME", "-o, --output FILE", "--add",
           "Exit status"}},
+        {"display show", {"--dir D", "--help", "Exit status"}},
+        {"display set", {"--dir D", "NAME VALUE", "--help", "Exit status"}},
+        {"display reset", {"--dir D", "--help", "Exit status"}},
         {"grid add", {"FILE", "--force", "--help", "Exit status"}},
         {"grid list", {"--help", "Exit status"}},
         {"geoid height",
@@ -174,6 +180,33 @@ TEST(Help, BeginsWithTwoExamplesAndFitsAScreen)
     }
 }
 
+// roff's instructions begin with a point; a page's other lines must not.
+TEST(Help, ManualPagesHaveTheirSections)
+{
+    const ProgramRun program;
+    QList<QStringList> pages = {{}};
+    for (const CommandWords &row : commands())
+        pages += words(row.command);
+    for (const QStringList &page : pages) {
+        SCOPED_TRACE(page.join(QLatin1Char(' ')).toStdString());
+        const auto result = program.run(QStringList(QStringLiteral("help")) + page
+                                        + QStringList(QStringLiteral("man")));
+        EXPECT_EQ(result.status, 0);
+        EXPECT_TRUE(result.out.startsWith(QLatin1String(".TH \"KELSTD")));
+        for (const char *section : {"NAME", "SYNOPSIS", "OPTIONS", "EXAMPLES", "SEE ALSO"})
+            EXPECT_THAT(result.out, Mentions((std::string(".SH \"") + section + "\"\n").c_str()));
+        for (const QString &line : result.outLines()) {
+            EXPECT_TRUE(QRegularExpression(QStringLiteral("\\A(\\.(TH|SH|TP|B|BR|nf|fi|sp)( .+)?|"
+                                                          "[^.'].*)?\\z"))
+                            .match(line)
+                            .hasMatch())
+                << line;
+            for (const QChar c : line)
+                EXPECT_LT(c.unicode(), 0x7F) << line;
+        }
+    }
+}
+
 TEST(Help, OfAGroupListsItsCommands)
 {
     for (const QStringList &arguments :
@@ -190,12 +223,28 @@ TEST(Help, OfAGroupListsItsCommands)
     }
 }
 
-TEST(Help, TheVersionIsTheProjects)
+TEST(Help, TheVersionsAreThoseOfTheProgramAndOfWhatItRunsOn)
 {
     for (const char *option : {"--version", "-v"}) {
         const auto result = ProgramRun().run({QString::fromLatin1(option)});
         EXPECT_EQ(result.status, 0);
-        EXPECT_EQ(result.out, QStringLiteral("kelstd " KELSTD_TEST_VERSION "\n"));
+        EXPECT_EQ(result.err, QString());
+        EXPECT_EQ(result.outLines().value(0), QStringLiteral("kelstd " KELSTD_TEST_VERSION));
+        EXPECT_EQ(result.outLines().value(1), QStringLiteral("Qt: ") + QLatin1String(qVersion()));
+        // What PROJ's own program says of itself: "Rel. 9.1.1, December 1st, 2022".
+        QProcess proj;
+        proj.setProcessChannelMode(QProcess::MergedChannels);
+        proj.start(QStringLiteral("proj"), QStringList());
+        proj.closeWriteChannel();
+        ASSERT_TRUE(proj.waitForFinished());
+        const QString release = QString::fromLatin1(proj.readAll()).section(QLatin1Char(' '), 1, 1);
+        EXPECT_EQ(result.outLines().value(2),
+                  QStringLiteral("PROJ: ") + release.section(QLatin1Char(','), 0, 0));
+        EXPECT_TRUE(QRegularExpression(QStringLiteral("\\APROJ database: EPSG v1\\d\\.\\d+\\z"))
+                        .match(result.outLines().value(3))
+                        .hasMatch())
+            << result.outLines().value(3);
+        EXPECT_EQ(result.outLines().size(), 4);
     }
 }
 
@@ -286,10 +335,11 @@ INSTANTIATE_TEST_SUITE_P(
                 {"library", "list", "--kind", "elipsoid"},
                 "--kind 'elipsoid' is no kind; did you mean ellipsoids? There are systems, custom, "
                 "standard, ellipsoids, projections; 'kelstd library list --help' tells more"},
-        Mistake{"MisspelledForm",
-                {"system", "export", "a.xml", "--as", "wkt"},
-                "--as 'wkt' is no form; did you mean wkt2? There are wkt2, projjson, proj, esri; "
-                "'kelstd system export --help' tells more"},
+        Mistake{
+            "MisspelledForm",
+            {"system", "export", "a.xml", "--as", "wkt"},
+            "--as 'wkt' is no form; did you mean wkt2? There are wkt2, projjson, proj, esri, xml; "
+            "'kelstd system export --help' tells more"},
         Mistake{"ValueMissing",
                 {"convert", "--system"},
                 "Missing value after '--system'; 'kelstd convert --help' tells more"},

@@ -153,7 +153,7 @@ TEST_F(SystemCompose, NamesWhatALibrarysProjectionBrings)
 
 TEST_F(SystemCompose, TheHelpSaysWhichSignsTheShiftHas)
 {
-    const auto help = compose("--help full");
+    const auto help = compose("--help|full");
     for (const char *text : {"+towgs84", "position\nvector", "coordinate frame", "reversed"})
         EXPECT_THAT(help.out, Mentions(text));
 }

@@ -37,7 +37,7 @@ const QList<Room> &rooms()
         {"KelStd/proj/", {"coord", "text", "display", "platform", "grid", "files"}},
         {"KelStd/location/", {"coord", "text", "proj", "platform"}},
         {"KelStd/positions/", {"coord", "display", "text", "location", "io"}},
-        {"KelStd/library/", {"coord", "display", "io", "files", "platform"}},
+        {"KelStd/library/", {"coord", "text", "display", "io", "files", "platform"}},
         {"KelStd/catalogue/", {"coord", "io", "location", "proj"}},
     };
     return rows;
@@ -51,15 +51,16 @@ const QList<Room> &programRooms()
         {"cli/terminal/", {}},
         {"cli/run/", {"terminal"}},
         {"cli/values/", {"terminal", "run"}},
-        {"cli/library/", {"terminal"}},
+        {"cli/library/", {"terminal", "proj"}},
         {"cli/geoids/", {"terminal", "run"}},
         {"cli/conversion/", {"terminal", "run", "values"}},
+        {"cli/doctor/", {"terminal", "proj", "geoids"}},
         {"cli/proj/", {"terminal"}},
         {"cli/catalogue/", {"terminal", "library", "proj"}},
         {"cli/systems/", {"terminal", "values", "library", "geoids", "catalogue"}},
         {"cli/commands/",
          {"terminal", "values", "run", "library", "geoids", "systems", "proj", "conversion",
-          "catalogue"}},
+          "catalogue", "doctor"}},
         {"cli/", {"commands", "terminal"}},
     };
     return rows;

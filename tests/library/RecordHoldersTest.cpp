@@ -225,7 +225,7 @@ TEST(SimilarNames, AreThoseOfOtherCaseOrElseThoseWithTheSameWords)
     EXPECT_EQ(library::similarNames(text(" Harbour"), names),
               (QStringList{text("harbour "), text("HARBOUR")}));
     EXPECT_EQ(library::similarNames(text("harb"), names),
-              (QStringList{text("harbour "), text("HARBOUR"), text("Harbour 2")}));
+              (QStringList{text("harbour "), text("Harbour 2"), text("HARBOUR")}));
     EXPECT_EQ(library::similarNames(text(" "), names), QStringList());
     EXPECT_EQ(library::similarNames(text("Zoo"), names), QStringList());
 }
