@@ -78,7 +78,7 @@ std::optional<ExportedSystem> Catalogue::exportSystem(const Coord &system, Expor
 {
     if (!m_session->proj.open(failure))
         return std::nullopt;
-    return exported(m_session->proj, system, form, code, failure);
+    return exported(m_session->proj, m_session->shifts, system, form, code, failure);
 }
 
 QString Catalogue::databaseVersion()

@@ -12,6 +12,8 @@
 #include <QtCore/QJsonObject>
 
 #include <algorithm>
+#include <cmath>
+#include <utility>
 
 namespace KelStd::catalogue {
 
@@ -67,6 +69,12 @@ QByteArray numberOf(const QString &code)
     return code.mid(code.indexOf(QLatin1Char(':')) + 1).toUtf8();
 }
 
+/// Places all over the area of a system of the database.
+std::vector<GroundPoint> placesOf(const ProjSession &session, const PJ *known)
+{
+    return placesIn(session.areaOf(known), placesPerSide);
+}
+
 /// The database's projected system of a code, where `coord` is that system; else null.
 ProjObject verified(const ProjSession &session, const Coord &coord, const QString &code)
 {
@@ -81,10 +89,9 @@ ProjObject verified(const ProjSession &session, const Coord &coord, const QStrin
     if (geodetic == nullptr)
         return nullptr;
     const CarriedShift shift = recordedShift(coord, primeMeridianOf(session, geodetic.get()));
-    SystemArea area = session.areaOf(object.get());
     const OwnCheck check =
         ownCheck(session, coord, withFullRotation(shift.steps),
-                 projectionSteps(session, object.get()), placesIn(area, placesPerSide));
+                 projectionSteps(session, object.get()), placesOf(session, object.get()));
     const bool isSame =
         check.isReady && check.compared > 0 && check.missing == 0 && check.difference <= sameSystem;
     return isSame ? std::move(object) : nullptr;
@@ -96,8 +103,87 @@ bool isWgs84(const ProjSession &session, const PJ *projected)
     return geodetic != nullptr && session.codeOf(geodetic.get()) == QLatin1String("EPSG:4326");
 }
 
-/// The system with its datum shift, by the database's words where it is verified.
-ProjObject boundObject(const ProjSession &session, const Coord &coord, const PJ *known)
+/// The database's operation from a geodetic system to WGS 84 with this code; null for one that
+/// leads the other way.
+ProjObject operationOf(const ProjSession &session, const PJ *geodetic, const QString &code)
+{
+    const proj::ProjFunctions &proj = session.functions();
+    ProjObject operation(proj.proj_create_from_database(
+        session.context(), authorityOf(code).constData(), numberOf(code).constData(),
+        PJ_CATEGORY_COORDINATE_OPERATION, 0, nullptr));
+    if (operation == nullptr || session.typeOf(operation.get()) != PJ_TYPE_TRANSFORMATION)
+        return nullptr; // also for a chain of several
+    const ProjObject from(proj.proj_get_source_crs(session.context(), operation.get()));
+    const ProjObject to(proj.proj_get_target_crs(session.context(), operation.get()));
+    const bool leadsThere = from != nullptr && to != nullptr
+                            && session.codeOf(from.get()) == session.codeOf(geodetic)
+                            && session.codeOf(to.get()) == QLatin1String("EPSG:4326");
+    return leadsThere ? std::move(operation) : nullptr;
+}
+
+/// But for what is lost when a definition is written.
+bool areSame(const Similarity &a, const Similarity &b)
+{
+    constexpr double tolerance = 1e-9; // [m], ["], [ppm]
+    for (std::size_t axis = 0; axis < 3; ++axis) {
+        if (std::abs(a.translation[axis] - b.translation[axis]) > tolerance
+            || std::abs(a.rotation[axis] - b.rotation[axis]) > tolerance)
+            return false;
+    }
+    return std::abs(a.scale - b.scale) <= tolerance;
+}
+
+/// The database's operation about a point of rotation that the seven parameters of a system were
+/// fitted to; null where they are published ones, or of another origin.
+ProjObject fittedOperation(ProjSession &session, ShiftMemory &memory, const Coord &coord,
+                           const PJ *known)
+{
+    const ProjObject geodetic = session.geodeticOf(known);
+    if (geodetic == nullptr || coord.ellipsoidTransform.fuction != EllipsoinTransformFunction_Seven)
+        return nullptr;
+    const std::vector<ShiftCandidate> candidates =
+        shiftCandidates(session, memory, geodetic.get(), session.areaOf(known), std::nullopt);
+    const Similarity stored = recordedShift(coord, 0.0).similarity;
+    const bool isPublished = std::any_of(
+        candidates.cbegin(), candidates.cend(), [&stored](const ShiftCandidate &candidate) {
+            return candidate.carried && candidate.carried->isPublished
+                   && areSame(candidate.carried->similarity, stored);
+        });
+    if (isPublished)
+        return nullptr;
+    const std::vector<ProjStep> projection = projectionSteps(session, known);
+    const std::vector<GroundPoint> places = placesOf(session, known);
+    ProjObject best;
+    double difference = sameSystem;
+    for (const ShiftCandidate &candidate : candidates) {
+        if (!candidate.carried || candidate.carried->kind != ShiftKind::Seven
+            || candidate.row.code.isEmpty())
+            continue;
+        const OwnCheck check =
+            ownCheck(session, coord, candidate.carried->steps, projection, places, WayBack::OfWay);
+        if (!check.isReady || check.compared == 0 || check.difference >= difference)
+            continue;
+        best = candidate.carried->isPublished
+                   ? nullptr
+                   : operationOf(session, geodetic.get(), candidate.row.code);
+        difference = check.difference;
+    }
+    return best;
+}
+
+/// What a bound system's text has of an operation.
+QJsonObject abridged(const QJsonObject &operation)
+{
+    QJsonObject result;
+    for (const char *key : {"name", "method", "parameters", "id"})
+        result.insert(QLatin1String(key), operation.value(QLatin1String(key)));
+    return result;
+}
+
+/// The system with its datum shift, by the database's words where it is verified. `operation` is
+/// the shift's, or null for the parameters that the system has.
+ProjObject boundObject(const ProjSession &session, const Coord &coord, const PJ *known,
+                       const PJ *operation)
 {
     ProjObject bound = objectOf(session, coord, true);
     if (bound == nullptr || session.typeOf(bound.get()) != PJ_TYPE_BOUND_CRS)
@@ -111,6 +197,8 @@ ProjObject boundObject(const ProjSession &session, const Coord &coord, const PJ 
     if (known == nullptr && !coord.coord_name.isEmpty())
         inner.insert(QStringLiteral("name"), coord.coord_name);
     json.insert(source, inner);
+    if (operation != nullptr)
+        json.insert(QStringLiteral("transformation"), abridged(jsonOf(session, operation)));
     return fromJson(session, json);
 }
 
@@ -121,7 +209,23 @@ bool isSet(const Coord &coord)
            || coord.ellipsoid.proj4EllpsName.contains(QLatin1String("nadgrids"));
 }
 
-QStringList lostOf(const ProjSession &session, const Coord &coord, ExportForm form, const PJ *known)
+/// How far a reader is from the system who applies its seven parameters linearly, in words.
+QString linearText(const ProjSession &session, const Coord &coord, const PJ *known)
+{
+    const ProjObject geodetic = known == nullptr ? nullptr : session.geodeticOf(known);
+    if (geodetic == nullptr)
+        return {};
+    const CarriedShift shift = recordedShift(coord, primeMeridianOf(session, geodetic.get()));
+    const OwnCheck check = ownCheck(session, coord, shift.steps, projectionSteps(session, known),
+                                    placesOf(session, known));
+    return check.isReady ? QStringLiteral(", which moves positions by up to %1 m")
+                               .arg(check.difference, 0, 'f', 4)
+                         : QString();
+}
+
+/// `isByOperation` says that the text has a published operation instead of the parameters.
+QStringList lostOf(const ProjSession &session, const Coord &coord, ExportForm form, const PJ *known,
+                   bool isByOperation)
 {
     QStringList lost;
     if (!coord.geoidModel.modelFileName.isEmpty())
@@ -137,11 +241,12 @@ QStringList lostOf(const ProjSession &session, const Coord &coord, ExportForm fo
     if (form == ExportForm::Proj)
         lost += QStringLiteral("The name of the system.");
     if (coord.ellipsoidTransform.fuction == EllipsoinTransformFunction_Seven
-        && form != ExportForm::Esri)
+        && form != ExportForm::Esri && !isByOperation)
         lost += QStringLiteral("The full rotation matrix: readers apply the seven parameters "
-                               "linearly.");
+                               "linearly%1.")
+                    .arg(linearText(session, coord, known));
     const std::vector<Axis> axes = known == nullptr ? std::vector<Axis>() : session.axesOf(known);
-    if (!axes.empty() && axes.front().factor != 1.0)
+    if (form != ExportForm::Proj && !axes.empty() && axes.front().factor != 1.0)
         lost += QStringLiteral("Metres: northing and easting of the text count in the unit \"%1\".")
                     .arg(axes.front().unit);
     return lost;
@@ -172,8 +277,8 @@ QString textOf(const ProjSession &session, const PJ *object, ExportForm form)
 
 } // namespace
 
-std::optional<ExportedSystem> exported(const ProjSession &session, const Coord &coord,
-                                       ExportForm form, const QString &code,
+std::optional<ExportedSystem> exported(ProjSession &session, ShiftMemory &memory,
+                                       const Coord &coord, ExportForm form, const QString &code,
                                        CatalogueFailure *failure)
 {
     const auto refuse = [failure](const QString &text) {
@@ -184,6 +289,7 @@ std::optional<ExportedSystem> exported(const ProjSession &session, const Coord &
     const ProjObject known = verified(session, coord, code);
     ExportedSystem result;
     ProjObject object;
+    ProjObject operation;
     if (form == ExportForm::Esri) {
         if (known == nullptr && isSet(coord))
             return refuse(QStringLiteral("an ESRI text has no datum shift, and the system has one "
@@ -194,7 +300,9 @@ std::optional<ExportedSystem> exported(const ProjSession &session, const Coord &
     } else if (form == ExportForm::Proj) {
         object = objectOf(session, coord, true);
     } else if (known == nullptr || isSet(coord) || !isWgs84(session, known.get())) {
-        object = boundObject(session, coord, known.get());
+        operation =
+            known == nullptr ? nullptr : fittedOperation(session, memory, coord, known.get());
+        object = boundObject(session, coord, known.get(), operation.get());
         if (object == nullptr)
             return refuse(QStringLiteral("PROJ cannot write the system in this form"));
     }
@@ -204,8 +312,7 @@ std::optional<ExportedSystem> exported(const ProjSession &session, const Coord &
         return refuse(QStringLiteral("PROJ cannot write the system in this form"));
     if (known != nullptr)
         result.code = session.codeOf(known.get());
-    const bool isOfDatabase = known != nullptr && form != ExportForm::Proj;
-    result.lost = lostOf(session, coord, form, isOfDatabase ? known.get() : nullptr);
+    result.lost = lostOf(session, coord, form, known.get(), operation != nullptr);
     return result;
 }
 

@@ -2,6 +2,7 @@
 
 #include <KelStd/catalogue/CatalogueFailure.h>
 #include <KelStd/catalogue/ProjSession.h>
+#include <KelStd/catalogue/ShiftCandidates.h>
 #include <KelStd/catalogue/SystemExport.h>
 #include <KelStd/coord/Coord.h>
 
@@ -10,8 +11,8 @@
 namespace KelStd::catalogue {
 
 /// Writes a system as a text (see `Catalogue::exportSystem`).
-std::optional<ExportedSystem> exported(const ProjSession &session, const Coord &coord,
-                                       ExportForm form, const QString &code,
+std::optional<ExportedSystem> exported(ProjSession &session, ShiftMemory &memory,
+                                       const Coord &coord, ExportForm form, const QString &code,
                                        CatalogueFailure *failure);
 
 } // namespace KelStd::catalogue

@@ -1,6 +1,7 @@
 #include <KelStd/catalogue/ShiftChoice.h>
 
 #include <KelStd/catalogue/ProjectionRecords.h>
+#include <KelStd/catalogue/ShiftRefusal.h>
 #include <KelStd/catalogue/TextShift.h>
 #include <KelStd/proj/ShiftGrids.h>
 
@@ -26,12 +27,6 @@ QString percent(double share)
     return QStringLiteral("%1 %").arg(share * 100.0, 0, 'f', 0);
 }
 
-QString nameOf(const DatumShift &shift)
-{
-    return shift.code.isEmpty() ? shift.name
-                                : shift.code + QLatin1String(" (") + shift.name + QLatin1Char(')');
-}
-
 /// The descriptions of areas end with a full stop; here they stand before one.
 QString withoutStop(const QString &description)
 {
@@ -42,65 +37,6 @@ QString withoutStop(const QString &description)
 QString keyOf(const DatumShift &shift)
 {
     return shift.code.isEmpty() ? QString::number(shift.number) : shift.code;
-}
-
-QString gridsOf(const std::vector<ShiftCandidate> &candidates)
-{
-    QStringList names;
-    for (const ShiftCandidate &candidate : candidates)
-        names += candidate.row.missingGrids;
-    names.removeDuplicates();
-    constexpr int most = 6;
-    const int more = names.size() - most;
-    QString text = QStringList(names.mid(0, most)).join(QLatin1String(", "));
-    if (more > 0)
-        text += QStringLiteral(" and %1 more").arg(more);
-    return text;
-}
-
-QString consentText(const ImportWork &work)
-{
-    return QStringLiteral("use %1, which takes its positions as WGS 84 ones, without any shift")
-        .arg(work.words.consent);
-}
-
-bool refuseForShift(ImportWork &work)
-{
-    const QString name = work.source.system.name;
-    const QString consent = consentText(work);
-    const bool needsGrids =
-        std::any_of(work.candidates.cbegin(), work.candidates.cend(),
-                    [](const ShiftCandidate &candidate) { return !candidate.row.grids.isEmpty(); });
-    if (needsGrids) {
-        const QString missing = gridsOf(work.candidates);
-        return work.refuse(
-            Kind::GridOnly,
-            missing.isEmpty()
-                ? QStringLiteral("every shift between %1 and WGS 84 chains grids, which a system "
-                                 "cannot carry; %2")
-                      .arg(name, consent)
-                : QStringLiteral("every shift between %1 and WGS 84 that is better than a "
-                                 "ballpark one needs a grid that is not there: %2; add one, or %3")
-                      .arg(name, missing, consent));
-    }
-    const bool dependsOnTime =
-        std::any_of(work.candidates.cbegin(), work.candidates.cend(),
-                    [](const ShiftCandidate &candidate) { return candidate.row.isTimeDependent; })
-        || (work.candidates.empty() && hasShiftsOfTime(work.session, work.source.geodetic.get()));
-    if (dependsOnTime)
-        return work.refuse(Kind::TimeSpecific,
-                           QStringLiteral("the shifts between %1 and WGS 84 depend on the time, "
-                                          "which a system cannot carry; %2")
-                               .arg(name, consent));
-    if (!work.candidates.empty())
-        return work.refuse(Kind::NoShift,
-                           QStringLiteral("the shift between %1 and WGS 84, %2, is of a kind that "
-                                          "a system cannot carry; %3")
-                               .arg(name, nameOf(work.candidates.front().row), consent));
-    return work.refuse(Kind::NoShift,
-                       QStringLiteral("PROJ knows no shift between %1 and WGS 84 but a ballpark "
-                                      "one, which can be wrong by hundreds of metres; %2")
-                           .arg(name, consent));
 }
 
 ShiftGrids::File examined(const QString &grid)
@@ -292,6 +228,40 @@ bool takeNothing(ImportWork &work, const Ellipsoid &ellipsoid)
     return true;
 }
 
+/// Whether two shifts that were published move positions by the same.
+bool areNear(const ProjSession &session, const CarriedShift &a, const CarriedShift &b)
+{
+    constexpr double tolerance = 1e-6; // [m]: texts have fifteen digits
+    constexpr double radius = 6371000.0;
+    const proj::ProjObject first = session.fromText(pipelineText(a.affine));
+    const proj::ProjObject second = session.fromText(pipelineText(b.affine));
+    if (first == nullptr || second == nullptr || a.turn != b.turn)
+        return false;
+    for (const Vector &axis : {Vector{1, 0, 0}, Vector{0, 1, 0}, Vector{0, 0, 1}}) {
+        const PJ_COORD at = {{axis[0] * radius, axis[1] * radius, axis[2] * radius, HUGE_VAL}};
+        const PJ_COORD here = session.functions().proj_trans(first.get(), PJ_FWD, at);
+        const PJ_COORD there = session.functions().proj_trans(second.get(), PJ_FWD, at);
+        const double distance =
+            std::hypot(here.v[0] - there.v[0], here.v[1] - there.v[1], here.v[2] - there.v[2]);
+        if (!(distance <= tolerance))
+            return false;
+    }
+    return true;
+}
+
+/// A definition's own operation, as the database has it.
+bool takeTextOperation(ImportWork &work)
+{
+    for (const ShiftCandidate &candidate : work.candidates) {
+        if (candidate.row.isAvailable && candidate.carried->kind == work.source.textOperation->kind
+            && areNear(work.session, *candidate.carried, *work.source.textOperation))
+            return take(work, candidate);
+    }
+    return work.refuse(Kind::NotUnderstood,
+                       QStringLiteral("the definition's own datum shift is about a point of "
+                                      "rotation, and none of the database's for this system"));
+}
+
 bool takeText(ImportWork &work, const Ellipsoid &ellipsoid)
 {
     const Similarity &similarity = *work.source.textShift;
@@ -323,6 +293,8 @@ bool chooseShift(ImportWork &work, const Ellipsoid &ellipsoid)
 {
     if (!work.options.shift.isEmpty())
         return takeAsked(work);
+    if (work.source.textOperation)
+        return takeTextOperation(work);
     if (work.source.textShift)
         return takeText(work, ellipsoid);
     const auto best =

@@ -151,8 +151,15 @@ bool takeTextShift(const ProjSession &session, const PJ *bound, SourceSystem &re
         return fail(failure, Kind::NotUnderstood,
                     QStringLiteral("the definition leads to a grid file of its own choice; import "
                                    "the system by its code, which finds the grid"));
-    if (hub == nullptr || !session.nameOf(hub.get()).startsWith(QLatin1String("WGS 84"))
-        || session.methodOf(operation.get()).startsWith(QLatin1String("Inverse of"))
+    const bool leadsToWgs84 =
+        hub != nullptr && session.nameOf(hub.get()).startsWith(QLatin1String("WGS 84"))
+        && !session.methodOf(operation.get()).startsWith(QLatin1String("Inverse of"));
+    if (leadsToWgs84
+        && session.methodOf(operation.get()).startsWith(QLatin1String("Molodensky-Badekas")))
+        result.textOperation = carriedShift(session.pipelineOf(operation.get()));
+    if (result.textOperation)
+        return true;
+    if (!leadsToWgs84
         || proj.proj_coordoperation_get_towgs84_values(session.context(), operation.get(), values,
                                                        7, 0)
                == 0)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <KelStd/catalogue/CarriedShift.h>
 #include <KelStd/catalogue/CatalogueWords.h>
 #include <KelStd/catalogue/ProjSession.h>
 #include <KelStd/catalogue/Similarity.h>
@@ -21,7 +22,9 @@ struct SourceSystem
     proj::ProjObject likelyGeodetic;     ///< what a text may lie on that names no datum; else null
     proj::ProjObject vertical;           ///< of a compound system; else null
     std::optional<Similarity> textShift; ///< a text's own "TOWGS84"
-    bool isText = false;                 ///< a definition, and none of the database's own
+    /// A text's own operation of another kind, which has to be one of the database.
+    std::optional<CarriedShift> textOperation;
+    bool isText = false; ///< a definition, and none of the database's own
     QStringList warnings;
 };
 

@@ -1,164 +1,19 @@
 // Every projected system of PROJ's database.
 
-#include "catalogue/CatalogueTest.h"
+#include "catalogue/DatabaseTest.h"
 #include "support/Printers.h"
 
 #include <KelStd/location/LocationBuilder.h>
-#include <KelStd/platform/AppConfig.h>
 
-#include <QtCore/QLibrary>
-
-#include <proj.h>
-
-#include <algorithm>
-#include <cmath>
 #include <map>
 
 namespace KelStd::catalogue {
 namespace {
 
-using test::CatalogueTest;
+using test::BareProj;
 
-/// PROJ's own functions, without anything of this library between.
-class BareProj
-{
-public:
-    BareProj()
-        : m_library(AppConfig::getInstance().homeDir().absoluteFilePath(
-            QStringLiteral("proj/" KELSTD_PROJ_LIBRARY_NAME)))
-    {
-#define TAKE(name) name = reinterpret_cast<decltype(name)>(m_library.resolve(#name))
-        TAKE(proj_context_create);
-        TAKE(proj_context_destroy);
-        TAKE(proj_log_level);
-        TAKE(proj_context_set_search_paths);
-        TAKE(proj_create);
-        TAKE(proj_create_operations);
-        TAKE(proj_create_operation_factory_context);
-        TAKE(proj_operation_factory_context_destroy);
-        TAKE(proj_operation_factory_context_set_spatial_criterion);
-        TAKE(proj_operation_factory_context_set_crs_extent_use);
-        TAKE(proj_list_get_count);
-        TAKE(proj_list_get);
-        TAKE(proj_list_destroy);
-        TAKE(proj_get_name);
-        TAKE(proj_trans);
-        TAKE(proj_destroy);
-        TAKE(proj_crs_get_coordinate_system);
-        TAKE(proj_cs_get_axis_info);
-#undef TAKE
-        const QByteArray share = AppConfig::getInstance()
-                                     .homeDir()
-                                     .absoluteFilePath(QStringLiteral("proj/share"))
-                                     .toUtf8();
-        const char *const path = share.constData();
-        context = proj_context_create();
-        proj_log_level(context, PJ_LOG_NONE);
-        proj_context_set_search_paths(context, 1, &path);
-        wgs84 = proj_create(context, "EPSG:4326");
-        factory = proj_create_operation_factory_context(context, nullptr);
-        proj_operation_factory_context_set_spatial_criterion(
-            context, factory, PROJ_SPATIAL_CRITERION_PARTIAL_INTERSECTION);
-        proj_operation_factory_context_set_crs_extent_use(context, factory, PJ_CRS_EXTENT_NONE);
-    }
-    ~BareProj()
-    {
-        proj_operation_factory_context_destroy(factory);
-        proj_destroy(wgs84);
-        proj_context_destroy(context);
-    }
-    BareProj(const BareProj &) = delete;
-    BareProj &operator=(const BareProj &) = delete;
-
-    /// Easting and northing [m] of a place by the operation whose name has these words; false where
-    /// PROJ has none.
-    bool project(const QString &code, const QString &operation, const GroundPoint &place, double &e,
-                 double &n) const
-    {
-        PJ *const system = proj_create(context, code.toUtf8().constData());
-        PJ_OBJ_LIST *const list = proj_create_operations(context, wgs84, system, factory);
-        bool isFound = false;
-        for (int index = 0; !isFound && index < proj_list_get_count(list); ++index) {
-            PJ *const candidate = proj_list_get(context, list, index);
-            if (QString::fromUtf8(proj_get_name(candidate)).contains(operation)) {
-                const PJ_COORD out = proj_trans(
-                    candidate, PJ_FWD, PJ_COORD{{place.latitude, place.longitude, 0.0, HUGE_VAL}});
-                isFound = std::isfinite(out.v[0]) && take(system, out, e, n);
-            }
-            proj_destroy(candidate);
-        }
-        proj_list_destroy(list);
-        proj_destroy(system);
-        return isFound;
-    }
-
-private:
-    /// By the names and directions of the system's own axes.
-    bool take(PJ *system, const PJ_COORD &out, double &e, double &n) const
-    {
-        PJ *const axes = proj_crs_get_coordinate_system(context, system);
-        int eastings = 0;
-        for (int index = 0; index < 2; ++index) {
-            const char *name = nullptr;
-            const char *direction = nullptr;
-            double factor = 0.0;
-            proj_cs_get_axis_info(context, axes, index, &name, nullptr, &direction, &factor,
-                                  nullptr, nullptr, nullptr);
-            const QByteArray way = direction;
-            const bool isEasting =
-                way == "east" || way == "west" || QByteArray(name).toLower().startsWith("east");
-            (isEasting ? e : n) = out.v[index] * factor;
-            eastings += isEasting ? 1 : 0;
-        }
-        proj_destroy(axes);
-        return eastings == 1;
-    }
-
-    QLibrary m_library;
-    PJ_CONTEXT *context = nullptr;
-    PJ *wgs84 = nullptr;
-    PJ_OPERATION_FACTORY_CONTEXT *factory = nullptr;
-#define HAVE(name) decltype(&::name) name = nullptr
-    HAVE(proj_context_create);
-    HAVE(proj_context_destroy);
-    HAVE(proj_log_level);
-    HAVE(proj_context_set_search_paths);
-    HAVE(proj_create);
-    HAVE(proj_create_operations);
-    HAVE(proj_create_operation_factory_context);
-    HAVE(proj_operation_factory_context_destroy);
-    HAVE(proj_operation_factory_context_set_spatial_criterion);
-    HAVE(proj_operation_factory_context_set_crs_extent_use);
-    HAVE(proj_list_get_count);
-    HAVE(proj_list_get);
-    HAVE(proj_list_destroy);
-    HAVE(proj_get_name);
-    HAVE(proj_trans);
-    HAVE(proj_destroy);
-    HAVE(proj_crs_get_coordinate_system);
-    HAVE(proj_cs_get_axis_info);
-#undef HAVE
-};
-
-class WholeDatabase : public CatalogueTest
-{
-protected:
-    /// The projected systems of EPSG, deprecated ones included; in a sanitized build some of them.
-    std::vector<FoundSystem> systems()
-    {
-        SystemQuery query;
-        query.withDeprecated = true;
-        std::vector<FoundSystem> chosen;
-        std::size_t count = 0;
-        for (const FoundSystem &system : catalogue().search(query)) {
-            if (system.kind == SystemKind::Projected
-                && system.code.startsWith(QLatin1String("EPSG:"))
-                && count++ % KELSTD_DATABASE_STEP == 0)
-                chosen.push_back(system);
-        }
-        return chosen;
-    }
-};
+class WholeDatabase : public test::DatabaseTest
+{};
 
 TEST_F(WholeDatabase, ImportsOrIsRefusedWithItsReason)
 {

@@ -136,6 +136,43 @@ TEST_F(SystemExport, DoesNotBelieveACode)
     EXPECT_TRUE(text->text.contains(QLatin1String("155001")));
 }
 
+// Large rotations about a point in Macao. Seven parameters that are fitted to the operation would
+// be 0.28 m off where they are applied linearly, as PROJ does.
+TEST_F(SystemExport, HasAnOperationAboutAPointAsItIsPublished)
+{
+    const ImportedSystem macao = import("EPSG:8433");
+    const GroundPoint at{113.55, 22.15};
+    const QStringList known = cs2cs(QStringLiteral("EPSG:8433"), at);
+    for (const ExportForm form : {ExportForm::Wkt2, ExportForm::ProjJson}) {
+        const auto text =
+            catalogue().exportSystem(*macao.system, form, QStringLiteral("EPSG:8433"));
+        ASSERT_TRUE(text);
+        EXPECT_LT(distance(cs2cs(text->text, at), known), 1e-6);
+        EXPECT_FALSE(text->lost.join(QLatin1Char(' ')).contains(QLatin1String("linearly")));
+        const ImportedSystem back = import(text->text.toUtf8());
+        EXPECT_EQ(back.report.shift.code, QStringLiteral("EPSG:8438"));
+        EXPECT_EQ(back.report.code, QStringLiteral("EPSG:8433"));
+    }
+    const auto proj =
+        catalogue().exportSystem(*macao.system, ExportForm::Proj, QStringLiteral("EPSG:8433"));
+    ASSERT_TRUE(proj);
+    EXPECT_NEAR(distance(cs2cs(proj->text, at), {known.value(1), known.value(0)}), 0.281, 0.002);
+    EXPECT_TRUE(proj->lost.join(QLatin1Char(' '))
+                    .contains(QLatin1String("linearly, which moves positions by up to 0.28")));
+}
+
+// What is none of the database's is not taken for one of them by its code.
+TEST_F(SystemExport, ReadsBackOnlyAPublishedOperationAboutAPoint)
+{
+    const ImportedSystem macao = import("EPSG:8433");
+    const auto text =
+        catalogue().exportSystem(*macao.system, ExportForm::Wkt2, QStringLiteral("EPSG:8433"));
+    ASSERT_TRUE(text);
+    QByteArray changed = text->text.toUtf8();
+    ASSERT_TRUE(changed.contains("-202.865"));
+    EXPECT_EQ(refusal(changed.replace("-202.865", "-203.865")), QStringLiteral("not-understood"));
+}
+
 TEST_F(SystemExport, SaysWhatIsLost)
 {
     const ImportedSystem compound = import("EPSG:28992+5773");
