@@ -23,15 +23,10 @@ ProjReleases projReleases()
     const QString none = QStringLiteral("none");
     if (const auto problem = homeProblem())
         return {QStringLiteral("%1 (%2)").arg(none, problem->text), none};
-    const ProjInspection places;
-    if (places.markerState() != ProjInspection::MarkerState::Current) {
-        return {QStringLiteral("%1 (not unpacked in %2; 'kelstd doctor' does it)")
-                    .arg(none, places.home().path()),
-                none};
-    }
     const ProjEnvironment environment;
     if (!environment.isReady())
         return {QStringLiteral("%1 (%2)").arg(none, environment.failure()), none};
+    const ProjInspection places;
     const QString release = ProjInspection::release(places.libraryFile());
     const QString database = catalogue::Catalogue().databaseVersion();
     return {release, database.isEmpty() ? none : database};

@@ -23,6 +23,9 @@ public:
 
     bool isReady() const { return m_isReady; }
 
+    /// Why it is not; empty when it is.
+    const QString &failure() const { return m_failure; }
+
     /// The same, with a report of the reason where it is not.
     bool isReady(Console &console) const;
 
