@@ -1,7 +1,6 @@
 // What receivers say, converted: kelstd convert --nmea.
 
 #include "cli/ProgramRun.h"
-#include "cli/RunningProgram.h"
 #include "house/SourceFiles.h"
 #include "location/PublishedFigures.h"
 #include "nmea/Sentences.h"
@@ -12,9 +11,6 @@
 #include <QtCore/QJsonArray>
 #include <QtCore/QJsonDocument>
 #include <QtCore/QJsonObject>
-#include <QtCore/QThread>
-
-#include <csignal>
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -26,7 +22,6 @@ using test::log;
 using test::Mentions;
 using test::ProgramResult;
 using test::ProgramRun;
-using test::RunningProgram;
 
 const QString system = QStringLiteral("rd_new.xml");
 
@@ -315,67 +310,6 @@ TEST(ConvertNmea, AFullDiskIsReported)
     const ProgramResult result = program.convert(system, log({gga}), {QStringLiteral("--nmea")});
     EXPECT_EQ(result.status, 3);
     EXPECT_THAT(result.err, Mentions("cannot write standard output"));
-}
-
-class LiveStream : public testing::Test
-{
-protected:
-    QStringList arguments(const QStringList &more = {}) const
-    {
-        return QStringList{QStringLiteral("convert"), QStringLiteral("--nmea"),
-                           QStringLiteral("--no-header"), QStringLiteral("--system"),
-                           test::systemPath(system)}
-               + more;
-    }
-
-    ProgramRun program;
-};
-
-TEST_F(LiveStream, AnEpochIsPrintedAfterASilence)
-{
-    RunningProgram running(program, arguments());
-    running.send(log({rmc, gga, gst}));
-    EXPECT_TRUE(running.waitForOutput("2024-02-29T12:34:56.20Z,2303,390914.20,4,17,0.62,39.8765,"
-                                      "0.0107,0.0095,0.0182\n"));
-    // What comes in pieces is one epoch all the same.
-    const QByteArray second = log({ggaAt("123457.20")});
-    running.send(second.left(30));
-    QThread::msleep(50);
-    running.send(second.mid(30));
-    EXPECT_TRUE(running.waitForOutput("2024-02-29T12:34:57.20Z,"));
-    EXPECT_TRUE(running.isRunning());
-    running.closeInput();
-    EXPECT_TRUE(running.waitForEnd());
-    EXPECT_EQ(running.status(), 0);
-    EXPECT_EQ(running.out().count('\n'), 2);
-}
-
-TEST_F(LiveStream, AnEpochIsPrintedWhenTheNextBegins)
-{
-    RunningProgram running(program, arguments());
-    running.send(log({rmc, gga, ggaAt("123456.40")}));
-    // Nothing is silent here: other sentences come all the time.
-    EXPECT_TRUE(running.sendUntilWritten(log({"GPGSV,3,1,11,03,03,111,00"}), 1));
-    EXPECT_TRUE(running.out().contains("2024-02-29T12:34:56.20Z"));
-    running.closeInput();
-    EXPECT_TRUE(running.waitForEnd());
-    EXPECT_EQ(running.status(), 0);
-    EXPECT_TRUE(running.out().contains("2024-02-29T12:34:56.40Z"));
-}
-
-TEST_F(LiveStream, AStopPrintsWhatWasRead)
-{
-    program.beforeStart([] { std::signal(SIGINT, SIG_DFL); });
-    RunningProgram running(program, arguments());
-    running.send(log({rmc, gga}));
-    ASSERT_TRUE(running.waitForOutput("2024-02-29T12:34:56.20Z"));
-    running.send("$GNGGA,123456.40,5231.0"); // a part of a sentence is not broken
-    running.signal(SIGINT);
-    EXPECT_TRUE(running.waitForEnd());
-    EXPECT_EQ(running.endedBy(), SIGINT);
-    EXPECT_EQ(running.out().count('\n'), 1);
-    EXPECT_FALSE(running.err().contains("broken"));
-    EXPECT_TRUE(running.err().contains("stopped behind line 1 of <stdin>"));
 }
 
 // What docs/receivers.md shows.
