@@ -3,6 +3,7 @@
 #include <KelStd/positions/Headings.h>
 #include <KelStd/positions/LineDoubts.h>
 #include <KelStd/positions/OrderDoubts.h>
+#include <KelStd/positions/OtherColumns.h>
 #include <KelStd/positions/OtherHeadings.h>
 #include <KelStd/positions/PositionHeader.h>
 #include <KelStd/positions/ReadComponents.h>

@@ -1,6 +1,7 @@
 #include <KelStd/positions/PickedColumns.h>
 
 #include <KelStd/positions/Headings.h>
+#include <KelStd/positions/OtherColumns.h>
 #include <KelStd/positions/ReadUnits.h>
 #include <KelStd/text/NearNames.h>
 #include <KelStd/text/TypedNumber.h>

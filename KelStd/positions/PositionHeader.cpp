@@ -1,11 +1,11 @@
 #include <KelStd/positions/PositionHeader.h>
 
 #include <KelStd/positions/Headings.h>
+#include <KelStd/positions/OtherColumns.h>
 #include <KelStd/positions/ReadComponents.h>
 #include <KelStd/positions/ReadUnits.h>
 #include <KelStd/text/TypedNumber.h>
 
-#include <QtCore/QRegularExpression>
 #include <QtCore/QVector>
 
 #include <algorithm>
@@ -14,19 +14,6 @@
 namespace KelStd::positions {
 
 namespace {
-
-/// The best first: of several columns one is that of the names.
-const QStringList &nameWords()
-{
-    static const QStringList words =
-        QStringLiteral(
-            "point name id point_name pt station no number point_id "
-            "pointname pointid pt_name pt_id ptid point_no point_number pt_no "
-            "station_name station_id label nr nummer pkt punkt punktname punktnummer "
-            "punktnr punkt_nr pktnr pkt_nr bezeichnung nokta nokta_no nokta_ad\u0131 nokta_adi")
-            .split(QLatin1Char(' '));
-    return words;
-}
 
 QVector<Heading> headingsOf(const QStringList &fields)
 {
@@ -152,34 +139,6 @@ QString partsOfAngles(const InputForm &form, const QVector<Heading> &headings,
     return {};
 }
 
-/// The fields that are neither read nor hold a unit.
-QVector<int> fieldsNotTaken(const QVector<Heading> &headings, const FieldOrder &order)
-{
-    QVector<int> found;
-    const auto &components = order.components;
-    for (int i = 0; i < headings.size(); ++i) {
-        const bool isTaken =
-            i == order.name
-            || std::find(components.begin(), components.end(), i) != components.end()
-            || std::find(order.units.begin(), order.units.end(), i) != order.units.end();
-        if (!isTaken)
-            found += i;
-    }
-    return found;
-}
-
-/// The headings among them of what does not stand in the program's own output.
-QStringList headingsNotTaken(const QVector<Heading> &headings, const FieldOrder &order)
-{
-    QStringList found;
-    for (const int field : fieldsNotTaken(headings, order)) {
-        const Heading &heading = headings.at(field);
-        if (!heading.text.isEmpty() && !isOfOutput(heading))
-            found += heading.text;
-    }
-    return found;
-}
-
 /// Whether headings that name two components are those of positions without heights: none speaks
 /// of a height of any kind.
 bool mayBeWithoutHeight(const InputForm &form, const QVector<Heading> &headings)
@@ -280,12 +239,7 @@ bool readHeader(const QStringList &fields, const InputForm &form, FieldOrder &or
     mistake = partsOfAngles(form, headings, order);
     if (!mistake.isEmpty())
         return false;
-    for (const QString &word : nameWords()) {
-        for (int i = 0; i < fields.size() && order.name < 0; ++i) {
-            if (normalisedHeading(fields.at(i)) == word)
-                order.name = i;
-        }
-    }
+    order.name = fieldOfName(fields);
     if (form.height != InputHeight::OfFrame) {
         order.notTaken = headingsNotTaken(headings, order);
         return true;
@@ -295,32 +249,6 @@ bool readHeader(const QStringList &fields, const InputForm &form, FieldOrder &or
             carry(field, fields, order);
     }
     return true;
-}
-
-void carry(int field, const QStringList &headings, FieldOrder &order)
-{
-    const QString heading = headings.value(field);
-    order.carried.push_back(field);
-    order.carriedHeadings +=
-        heading.isEmpty() ? QStringLiteral("column_%1").arg(field + 1) : heading;
-}
-
-std::vector<int> fieldsOfUnits(const QStringList &headings)
-{
-    static const QRegularExpression unit(
-        QStringLiteral("\\A((h|heights?|lengths?|linear|elevations?|coord|coordinates?|angles?|"
-                       "angular|xyz|horizontal|vertical)_)?(units?|uom)\\z"));
-    std::vector<int> fields;
-    for (int i = 0; i < headings.size(); ++i) {
-        if (unit.match(normalisedHeading(headings.at(i))).hasMatch())
-            fields.push_back(i);
-    }
-    return fields;
-}
-
-bool isNameWord(const QString &word)
-{
-    return nameWords().contains(word);
 }
 
 int countKnown(const QStringList &fields)

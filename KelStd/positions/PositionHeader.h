@@ -68,18 +68,9 @@ KELSTD_EXPORT FieldOrder plainOrder(int fields, int components = componentsPerFr
 KELSTD_EXPORT bool readHeader(const QStringList &fields, const InputForm &form, FieldOrder &order,
                               QString &mistake);
 
-/// Lets a field go into the output as it is, under its heading or, without one, as "column_7".
-void carry(int field, const QStringList &headings, FieldOrder &order);
-
-/// The fields that are headed as those of units: "unit", "height_unit".
-std::vector<int> fieldsOfUnits(const QStringList &headings);
-
 /// Whether the fields are headings of positions, of this form or of another: two of them or more
 /// name different components of one frame, whatever their units.
 bool lookLikeHeadings(const QStringList &fields, const InputForm &form);
-
-/// Whether the heading, as `normalisedHeading` writes it, is that of points' names.
-bool isNameWord(const QString &word);
 
 /// Whether the two orders find the same components in lines of as many fields, and the same name
 /// and carried fields where both know of them.

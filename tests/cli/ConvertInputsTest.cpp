@@ -3,6 +3,7 @@
 
 #include "cli/ProgramRun.h"
 #include "location/PublishedFigures.h"
+#include "support/GridFiles.h"
 #include "support/Printers.h"
 
 #include <QtCore/QProcess>
@@ -303,6 +304,34 @@ TEST(HeightOption, IsTheHeightOfAllInTheUnitOfLengths)
         ProgramRun().convert(system, "lat,lon,h\n52.5,5.25,40\n", {QStringLiteral("--height=1")});
     EXPECT_EQ(beside.status, 2);
     EXPECT_THAT(beside.err, Mentions("--height is for positions without a height"));
+}
+
+TEST(HeightOption, SaysWhatTheHeightIsAboveInASystemWithAGeoid)
+{
+    const ProgramRun program;
+    program.file(QStringLiteral("geoid_model_list/small.gtx"), test::gtxBytes(test::slopingGrid()));
+    const QString file =
+        program.file(QStringLiteral("geoid.xml"),
+                     test::editedSystem(system, {{QStringLiteral("modelFileName=\"\""),
+                                                  QStringLiteral("modelFileName=\"small.gtx\"")}}));
+    const auto convert = [&](const char *from, const char *given, const QByteArray &input) {
+        return program.run({QStringLiteral("convert"), QStringLiteral("--csv"),
+                            QStringLiteral("--system"), file, QStringLiteral("--from"),
+                            QString::fromLatin1(from), QString::fromLatin1(given)},
+                           input);
+    };
+    const auto plane = convert("local-neh", "--height=12.5", "465682.96,183928.88\n");
+    ASSERT_EQ(plane.status, 0) << plane.err;
+    EXPECT_EQ(plane.err, QStringLiteral("kelstd: note: the height of --height is taken as it is, "
+                                        "above the geoid small.gtx\n"));
+    EXPECT_EQ(csvRows(plane.out).value(0).value(QStringLiteral("local_height_m")),
+              QStringLiteral("12.50000"));
+    EXPECT_EQ(csvRows(plane.out).value(0).value(QStringLiteral("local_height_reference")),
+              QStringLiteral("geoid small.gtx"));
+    const auto angles = convert("wgs84-llh", "--height=12.5", "5.25,52.5\n");
+    EXPECT_EQ(angles.err, QStringLiteral("kelstd: note: the height of --height is taken as it is, "
+                                         "above the ellipsoid\n"));
+    EXPECT_EQ(csvRows(angles.out).value(0).value(height), QStringLiteral("12.50000"));
 }
 
 /// US survey feet of New York as cs2cs reads them.
