@@ -1,6 +1,7 @@
 #include <cli/geoids/GeoidModel.h>
 
 #include <cli/terminal/FilePath.h>
+#include <cli/terminal/UnknownWord.h>
 
 #include <KelStd/grid/GridFile.h>
 #include <KelStd/proj/ProjLib.h>
@@ -54,8 +55,9 @@ bool ChosenGrid::choose(const QString &nameOrFile, QString &reason)
     }
     const QFileInfo file(onDisk(nameOrFile));
     if (!file.exists()) {
-        reason += QStringLiteral("; nor is there a file of that name ('kelstd geoid list' lists "
-                                 "the models)");
+        reason += QStringLiteral("; nor is there a file of that name")
+                  + nearHint(nameOrFile, GeoidModels::names())
+                  + QStringLiteral(" ('kelstd geoid list' lists the models)");
         return false;
     }
     if (!file.isFile()) {

@@ -194,6 +194,7 @@ TEST_F(GeoidHeight, AModelThatCannotBeUsedIsAnEnvironmentError)
     const QByteArray nowhereName = nowhereFile.toUtf8();
     for (const BadModel &row :
          {BadModel{"missing.gtx", "it is not in "}, BadModel{"missing.gtx", "nor is there a file"},
+          BadModel{"egm96", "did you mean 'egm96_15.gtx'?"},
           BadModel{"../proj/proj_enviroment", "it is not in "},
           BadModel{"text.gtx", "PROJ does not read "},
           BadModel{"lie.gtx", "it is cut short: of 4294967294 values only 1525 are there"},
