@@ -4,6 +4,8 @@
 
 #include <KelStd/platform/Toolkits.h>
 
+#include <QtCore/QtGlobal>
+
 #include <algorithm>
 
 namespace KelStd::cli {
@@ -72,7 +74,7 @@ QString percent(double share)
     constexpr double nearlyAll = 0.9995; // boxes that meet, but for their last digits
     if (share >= nearlyAll)
         return QStringLiteral("100 %");
-    const int rounded = std::min(static_cast<int>(share * whole + 0.5), 99);
+    const int rounded = std::min(qRound(share * whole), 99);
     return share > 0.0 && rounded == 0 ? QStringLiteral("below 1 %")
                                        : QStringLiteral("%1 %").arg(rounded);
 }
