@@ -135,7 +135,8 @@ QString shiftLine(const ImportReport::Shift &shift)
     if (!shift.frame.isEmpty())
         text += QStringLiteral(", which starts from ") + shown(shift.frame);
     if (shift.frame != shift.operationFrame)
-        text += QStringLiteral(" (the database's operation says %1)").arg(shown(shift.operationFrame));
+        text +=
+            QStringLiteral(" (the database's operation says %1)").arg(shown(shift.operationFrame));
     return text;
 }
 
