@@ -115,8 +115,9 @@ ProjObject operationOf(const ProjSession &session, const PJ *geodetic, const QSt
         return nullptr; // also for a chain of several
     const ProjObject from(proj.proj_get_source_crs(session.context(), operation.get()));
     const ProjObject to(proj.proj_get_target_crs(session.context(), operation.get()));
+    // The name is the same with two and with three dimensions.
     const bool leadsThere = from != nullptr && to != nullptr
-                            && session.codeOf(from.get()) == session.codeOf(geodetic)
+                            && session.nameOf(from.get()) == session.nameOf(geodetic)
                             && session.codeOf(to.get()) == QLatin1String("EPSG:4326");
     return leadsThere ? std::move(operation) : nullptr;
 }

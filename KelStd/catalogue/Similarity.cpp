@@ -100,7 +100,7 @@ Similarity fitted(const std::vector<Pair> &pairs)
     Vector from{};
     Vector to{};
     double size = 0.0;
-    const double count = static_cast<double>(pairs.size());
+    const auto count = static_cast<double>(pairs.size());
     for (const Pair &pair : pairs) {
         for (std::size_t index = 0; index < 3; ++index) {
             from[index] += pair.first[index] / count;

@@ -53,7 +53,7 @@ QString plainLetter(QChar c)
 
 QString withoutAccents(const QString &text)
 {
-    const QString small = text.toLower();
+    QString small = text.toLower();
     if (std::all_of(small.cbegin(), small.cend(), [](QChar c) { return c.unicode() < 128; }))
         return small;
     QString plain;

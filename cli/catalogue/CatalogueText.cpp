@@ -4,6 +4,8 @@
 
 #include <KelStd/platform/Toolkits.h>
 
+#include <QtCore/QtGlobal>
+
 #include <algorithm>
 
 namespace KelStd::cli {
@@ -72,7 +74,7 @@ QString percent(double share)
     constexpr double nearlyAll = 0.9995; // boxes that meet, but for their last digits
     if (share >= nearlyAll)
         return QStringLiteral("100 %");
-    const int rounded = std::min(static_cast<int>(share * whole + 0.5), 99);
+    const int rounded = std::min(qRound(share * whole), 99);
     return share > 0.0 && rounded == 0 ? QStringLiteral("below 1 %")
                                        : QStringLiteral("%1 %").arg(rounded);
 }
@@ -133,7 +135,8 @@ QString shiftLine(const ImportReport::Shift &shift)
     if (!shift.frame.isEmpty())
         text += QStringLiteral(", which starts from ") + shown(shift.frame);
     if (shift.frame != shift.operationFrame)
-        text += QStringLiteral(" (the database's operation says %1)").arg(shown(shift.operationFrame));
+        text +=
+            QStringLiteral(" (the database's operation says %1)").arg(shown(shift.operationFrame));
     return text;
 }
 

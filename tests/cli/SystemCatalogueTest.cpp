@@ -410,6 +410,14 @@ TEST_F(SystemCatalogue, ConvertTakesCodesNamesAndDefinitions)
     EXPECT_EQ(refused.out, QString());
     EXPECT_THAT(refused.err, Mentions("cannot use the coordinate system EPSG:4326: "));
 
+    // What helps is said in the words of the command that has it.
+    const auto without = m_program.run({QStringLiteral("convert"), QStringLiteral("--system"),
+                                        QStringLiteral("EPSG:4533"), QStringLiteral("--dir"), dir},
+                                       "3,0,0\n");
+    EXPECT_EQ(without.status, 3);
+    EXPECT_THAT(without.err, Mentions("; use kelstd system import --take-as-wgs84, which takes"));
+    EXPECT_THAT(system("import EPSG:4533").err, Mentions("; use --take-as-wgs84, which takes"));
+
     // Why a definition is not understood is not told as of a document.
     const QString pipeline =
         m_program.file(QStringLiteral("pipeline.txt"), "+proj=pipeline +step +proj=utm +zone=31");
