@@ -34,6 +34,9 @@ bool areSameFile(const QString &one, const QString &other);
 /// Whether reading does not have to wait.
 bool isReady(int descriptor);
 
+/// Waits until the bytes of a file are on the disk; false where that failed.
+bool storeOnDisk(const QString &name);
+
 /// True when every byte was written.
 bool writeAll(int descriptor, const QByteArray &bytes);
 
