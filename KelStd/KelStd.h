@@ -72,6 +72,8 @@
 #include <KelStd/positions/PositionParser.h>
 #include <KelStd/positions/PositionWriter.h>
 #include <KelStd/positions/PrintOptions.h>
+#include <KelStd/positions/PrintedColumns.h>
+#include <KelStd/positions/ReadPosition.h>
 #include <KelStd/positions/ValuePrinter.h>
 #include <KelStd/proj/ConversionFailure.h>
 #include <KelStd/proj/GeoidModels.h>

@@ -39,30 +39,16 @@ void appendCsvField(QByteArray &bytes, std::string_view text)
         bytes += csvField(QString::fromUtf8(text.data(), size)).toUtf8();
 }
 
-QStringList columnNames(const LocationPrinter &printer, const InputColumns &columns)
-{
-    QStringList names = {QStringLiteral("point")};
-    for (const Column &column : positions::columns())
-        names += printer.csvName(column);
-    names += QStringLiteral("local_height_reference");
-    for (const QString &heading : columns.carried) {
-        QString name = heading;
-        for (int number = 2; names.contains(name); ++number)
-            name = QStringLiteral("%1_%2").arg(heading).arg(number);
-        names += name;
-    }
-    return names;
-}
-
 QByteArray CsvWriter::begin(const InputColumns &columns)
 {
+    m_columns = PrintedColumns(m_printer, columns);
     if (!m_hasHeader)
         return {};
     QByteArray heading;
-    for (const QString &name : columnNames(m_printer, columns)) {
+    for (const PrintedColumn &column : m_columns.all()) {
         if (!heading.isEmpty())
             heading += ',';
-        const QByteArray text = name.toUtf8();
+        const QByteArray text = column.name.toUtf8();
         appendCsvField(heading, {text.constData(), static_cast<std::size_t>(text.size())});
     }
     return heading + '\n';
@@ -70,21 +56,15 @@ QByteArray CsvWriter::begin(const InputColumns &columns)
 
 void CsvWriter::write(QByteArray &bytes, const PrintedPosition &position) const
 {
-    appendCsvField(bytes, position.name);
-    for (const Column &column : columns()) {
+    QByteArray buffer;
+    for (const PrintedColumn &column : m_columns.all()) {
+        if (column.kind == PrintedColumn::Kind::Component)
+            m_printer.append(bytes, columns()[column.index], position.location);
+        else
+            appendCsvField(bytes, PrintedColumns::text(column, position, buffer));
         bytes += ',';
-        m_printer.append(bytes, column, position.location);
     }
-    bytes += ',';
-    if (position.geoidModel.isEmpty())
-        bytes += m_ellipsoid;
-    else
-        bytes += csvField(heightReference(position.geoidModel)).toUtf8();
-    for (const std::string_view field : position.carried) {
-        bytes += ',';
-        appendCsvField(bytes, field);
-    }
-    bytes += '\n';
+    bytes.back() = '\n';
 }
 
 } // namespace KelStd::positions

@@ -3,6 +3,7 @@
 #include <KelStd/Export.h>
 #include <KelStd/positions/LocationPrinter.h>
 #include <KelStd/positions/PositionWriter.h>
+#include <KelStd/positions/PrintedColumns.h>
 
 namespace KelStd::positions {
 
@@ -24,12 +25,8 @@ public:
 private:
     LocationPrinter m_printer;
     bool m_hasHeader;
-    QByteArray m_ellipsoid = heightReference({}).toUtf8(); ///< what most heights are above
+    PrintedColumns m_columns;
 };
-
-/// The names of all columns for other programs, each of them once: a heading of the input that is
-/// taken has a number behind it. May be called on any thread.
-KELSTD_EXPORT QStringList columnNames(const LocationPrinter &printer, const InputColumns &columns);
 
 /// Appends a UTF-8 text as a field of a line: in quotation marks when it has to be. May be
 /// called on any thread.

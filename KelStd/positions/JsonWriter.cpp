@@ -37,44 +37,52 @@ void appendText(QByteArray &bytes, const QByteArray &text)
 
 QByteArray JsonWriter::begin(const InputColumns &columns)
 {
-    m_hasNames = columns.hasNames;
-    m_keys.clear();
-    for (const QString &name : columnNames(m_printer, columns)) {
+    const PrintedColumns printed(m_printer, columns);
+    m_columns.clear();
+    for (const PrintedColumn &column : printed.all()) {
+        if (column.kind == PrintedColumn::Kind::Name && !columns.hasNames)
+            continue;
         QByteArray key;
-        appendText(key, name.toUtf8());
-        m_keys.push_back(key + ':');
+        appendText(key, column.name.toUtf8());
+        m_columns.push_back({column, key + ':'});
     }
     return {};
 }
 
 void JsonWriter::append(QByteArray &bytes, const PrintedPosition &position) const
 {
-    auto key = m_keys.begin();
+    QByteArray buffer;
     bytes += '{';
-    if (m_hasNames) {
-        bytes += *key;
-        appendText(bytes, position.name);
+    for (const auto &[column, key] : m_columns) {
+        bytes += key;
+        appendValue(bytes, column, position, buffer);
         bytes += ',';
     }
-    for (const Column &column : columns()) {
-        bytes += *++key;
-        if (m_printer.printsNumbers(column)) {
-            m_printer.append(bytes, column, position.location);
-        } else {
-            QByteArray text;
-            m_printer.append(text, column, position.location);
-            appendText(bytes, text);
-        }
-        bytes += ',';
+    bytes.back() = '}';
+}
+
+/// A number as it stands, a missing one as null.
+void JsonWriter::appendValue(QByteArray &bytes, const PrintedColumn &column,
+                             const PrintedPosition &position, QByteArray &buffer) const
+{
+    const bool isComponent = column.kind == PrintedColumn::Kind::Component;
+    if (isComponent && column.isNumber) {
+        m_printer.append(bytes, columns()[column.index], position.location);
+        return;
     }
-    bytes += *++key;
-    appendText(bytes, heightReference(position.geoidModel).toUtf8());
-    for (const std::string_view field : position.carried) {
-        bytes += ',';
-        bytes += *++key;
-        appendText(bytes, field);
+    if (isComponent) {
+        buffer.clear();
+        m_printer.append(buffer, columns()[column.index], position.location);
+        appendText(bytes, buffer);
+        return;
     }
-    bytes += '}';
+    const std::string_view text = PrintedColumns::text(column, position, buffer);
+    if (!column.isNumber)
+        appendText(bytes, text);
+    else if (text.empty())
+        bytes += "null";
+    else
+        bytes.append(text.data(), static_cast<int>(text.size()));
 }
 
 void JsonWriter::write(QByteArray &bytes, const PrintedPosition &position) const

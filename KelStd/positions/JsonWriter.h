@@ -3,14 +3,15 @@
 #include <KelStd/Export.h>
 #include <KelStd/positions/LocationPrinter.h>
 #include <KelStd/positions/PositionWriter.h>
+#include <KelStd/positions/PrintedColumns.h>
 
 #include <vector>
 
 namespace KelStd::positions {
 
 /// A JSON object (RFC 8259) in a line for each location, with the names of the columns for keys.
-/// Plain decimals are numbers; angles in another style, names and carried fields are texts. Without
-/// names in the input there is no "point".
+/// Plain decimals are numbers, a missing one null; angles in another style, names and carried
+/// fields are texts. Without names in the input there is no "point".
 class KELSTD_EXPORT JsonWriter : public PositionWriter
 {
 public:
@@ -24,9 +25,17 @@ protected:
     void append(QByteArray &bytes, const PrintedPosition &position) const;
 
 private:
+    struct KeyedColumn
+    {
+        PrintedColumn column;
+        QByteArray key; ///< with quotation marks and colon
+    };
+
+    void appendValue(QByteArray &bytes, const PrintedColumn &column,
+                     const PrintedPosition &position, QByteArray &buffer) const;
+
     LocationPrinter m_printer;
-    bool m_hasNames = false;
-    std::vector<QByteArray> m_keys; ///< with quotation marks and colon
+    std::vector<KeyedColumn> m_columns;
 };
 
 /// A GeoJSON FeatureCollection (RFC 7946), a feature in a line: points at WGS84 longitude, latitude

@@ -2,6 +2,7 @@
 
 #include <KelStd/Export.h>
 #include <KelStd/coord/Location.h>
+#include <KelStd/positions/ReadPosition.h>
 
 #include <QtCore/QByteArray>
 #include <QtCore/QString>
@@ -12,11 +13,25 @@
 
 namespace KelStd::positions {
 
+/// A column of what a program knows of positions besides: the time of each, its quality.
+struct ExtraColumn
+{
+    enum class Kind
+    {
+        Text,
+        Number ///< plain decimals or whole numbers
+    };
+
+    QString name; ///< for other programs, with its unit: "undulation_m"
+    Kind kind = Kind::Text;
+};
+
 /// What the lines of an input have besides their positions.
 struct InputColumns
 {
     bool hasNames = false;
-    QStringList carried; ///< headings of the fields that are carried through
+    QStringList carried;             ///< headings of the fields that are carried through
+    std::vector<ExtraColumn> extras; ///< printed behind the frames, before what is carried
 };
 
 /// What is printed of a line. Texts are UTF-8.
@@ -28,6 +43,8 @@ struct PrintedPosition
     /// as all others are.
     const QString &geoidModel;
     const std::vector<std::string_view> &carried; ///< one for each heading
+    /// One for each extra column; empty where the value is not known.
+    const std::vector<std::string_view> &extras = noFields;
 };
 
 /// Prints locations in one form or another, as bytes of whole lines. `begin` is called

@@ -1,6 +1,8 @@
 #include <cli/commands/Command.h>
 
 #include <cli/commands/ConvertCommandLine.h>
+#include <cli/conversion/ConvertOptions.h>
+#include <cli/conversion/FrameWords.h>
 #include <cli/conversion/LocationForms.h>
 #include <cli/conversion/LocationJob.h>
 #include <cli/geoids/GeoidModel.h>
@@ -21,10 +23,8 @@
 #include <KelStd/positions/Columns.h>
 #include <KelStd/positions/LocationPrinter.h>
 
-#include <algorithm>
 #include <cmath>
 #include <optional>
-#include <thread>
 
 namespace KelStd::cli {
 
@@ -93,77 +93,6 @@ QString usableGeoidModel(const Coord &coord, Console &console)
     return {};
 }
 
-/// Threads for a run: as many as --threads says, or as the machine has cores. Nothing, with the
-/// `mistake`, for what is no number of threads.
-std::optional<std::size_t> threadsOf(const CommandLine &line, QString &mistake)
-{
-    constexpr unsigned maxThreads = 64; // each holds some blocks of lines in memory
-    if (!line.isSet(QStringLiteral("threads")))
-        return std::clamp(std::thread::hardware_concurrency(), 1U, maxThreads);
-    const QString text = line.value(QStringLiteral("threads"));
-    bool ok = false;
-    const unsigned threads = text.toUInt(&ok);
-    if (ok && threads >= 1 && threads <= maxThreads)
-        return threads;
-    mistake = QStringLiteral("--threads '%1' is no number from 1 to %2").arg(text).arg(maxThreads);
-    return std::nullopt;
-}
-
-/// What the options of the command line say.
-struct ConvertOptions
-{
-    QString system;
-    const positions::FrameRow *frame = nullptr;
-    const LocationForm *form = nullptr;
-    bool hasHeader = true;
-    DisplayOptions display;
-    std::size_t threads = 1;
-    QString rejects; ///< the file's name; empty for none
-};
-
-/// Nothing, with the `mistake`, when the options cannot be followed.
-std::optional<ConvertOptions> optionsOf(const CommandLine &line, PositionInput &input,
-                                        const Console &console, QString &mistake)
-{
-    ConvertOptions options;
-    options.system = line.value(QStringLiteral("system"));
-    if (options.system.isEmpty()) {
-        mistake = QStringLiteral("--system FILE.xml is missing");
-        return std::nullopt;
-    }
-    const QString from = line.value(QStringLiteral("from"));
-    options.frame = positions::findFrame(from);
-    if (options.frame == nullptr) {
-        mistake = QStringLiteral("--from '%1' is no frame; there are %2")
-                      .arg(from, frameNames(QStringLiteral(", ")));
-        return std::nullopt;
-    }
-    const auto form = chosenForm(line, locationOutputForms(), console, mistake);
-    if (!form)
-        return std::nullopt;
-    options.form = &locationForms()[*form];
-    options.hasHeader = !line.isSet(QStringLiteral("no-header"));
-    if (!options.hasHeader && !options.form->mayLackHeader) {
-        mistake =
-            QStringLiteral("--no-header is for comma-separated values, which are not printed");
-        return std::nullopt;
-    }
-    const auto display = DisplayOptions::from(line, mistake);
-    if (!display)
-        return std::nullopt;
-    options.display = *display;
-    const auto threads = threadsOf(line, mistake);
-    if (!threads)
-        return std::nullopt;
-    options.threads = *threads;
-    options.rejects = line.value(QStringLiteral("rejects"));
-    if (options.rejects.isEmpty() && line.isSet(QStringLiteral("rejects"))) {
-        mistake = QStringLiteral("--rejects has no file's name");
-        return std::nullopt;
-    }
-    return input.takeOptions(line, mistake) ? std::optional(options) : std::nullopt;
-}
-
 /// Whether the loaded PROJ can convert by the system, and the system is understood as it is
 /// written, or --lenient. False after a report.
 bool canBeUsed(const ChosenSystem &system, const QString &name, const CommandLine &line,
@@ -200,7 +129,7 @@ ExitStatus runConvert(const QStringList &arguments, Console &console)
         return *status;
     PositionInput input(PositionInput::Columns::MayBePicked);
     QString reason;
-    auto options = optionsOf(line, input, console, reason);
+    auto options = convertOptionsOf(line, input, console, reason);
     if (!options)
         return line.refuse(reason, console);
     if (!input.open(line, console))

@@ -1,5 +1,6 @@
 #include <cli/commands/ConvertCommandLine.h>
 
+#include <cli/conversion/FrameWords.h>
 #include <cli/conversion/LocationForms.h>
 #include <cli/library/DirectoryOption.h>
 #include <cli/run/PositionInput.h>
@@ -92,25 +93,6 @@ QString details()
 }
 
 } // namespace
-
-QString frameNames(const QString &separator)
-{
-    QStringList names;
-    for (const positions::FrameRow &row : positions::frames())
-        names += QString::fromLatin1(row.option);
-    return names.join(separator);
-}
-
-QString componentLabels(const positions::InputForm &form)
-{
-    QStringList labels;
-    for (int i = 0; i < positions::componentsPerFrame; ++i) {
-        const positions::Column &column = positions::columnOf(form.frame, i);
-        labels +=
-            QStringLiteral("%1 [%2]").arg(QString::fromLatin1(column.label), form.unitText(i));
-    }
-    return labels.join(QLatin1String(", "));
-}
 
 CommandLine convertCommandLine()
 {

@@ -21,13 +21,13 @@ public:
         m_builder.requireOneToOne();
     }
 
-    bool take(const positions::PositionParser &read, QByteArray &bytes, QString &reason) override
+    bool take(const positions::ReadPosition &read, QByteArray &bytes, QString &reason) override
     {
         Location location;
-        const bool isMade = m_builder.make(m_frame, read.position(), location, m_outcome);
+        const bool isMade = m_builder.make(m_frame, read.position, location, m_outcome);
         m_notices = !m_area  ? 0
-                    : isMade ? areaNotices(*m_area, m_frame, read.position(), location)
-                             : areaNoticesOfFailed(*m_area, m_frame, read.position());
+                    : isMade ? areaNotices(*m_area, m_frame, read.position, location)
+                             : areaNoticesOfFailed(*m_area, m_frame, read.position);
         if (!isMade) {
             reason = m_outcome.reason;
             return false;
@@ -39,7 +39,7 @@ public:
                          .arg(m_geoidModel, m_outcome.reason);
         }
         const QString &model = isAboveGeoid ? m_geoidModel : m_noModel;
-        m_writer.write(bytes, {read.name(), location, model, read.carried()});
+        m_writer.write(bytes, {read.name, location, model, read.carried, read.extras});
         return true;
     }
 

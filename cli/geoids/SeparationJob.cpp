@@ -111,16 +111,16 @@ public:
         : m_gridFile(gridFile), m_inverse(inverse), m_writer(writer)
     {}
 
-    bool take(const positions::PositionParser &read, QByteArray &bytes, QString &reason) override
+    bool take(const positions::ReadPosition &read, QByteArray &bytes, QString &reason) override
     {
-        const stLongLatH &in = read.position().getLongLatH();
+        const stLongLatH &in = read.position.getLongLatH();
         const auto calculate =
             m_inverse ? &ProjLib::Calc_geoid_diff_inverse : &ProjLib::Calc_geoid_diff;
         double diff = 0.0;
         if (!calculate(in.latitude, in.longitude, in.height, m_gridFile, diff, &reason))
             return false;
         const double other = in.height + diff;
-        m_writer.write(bytes, read.name(),
+        m_writer.write(bytes, read.name,
                        m_inverse ? GeoidPoint{in.longitude, in.latitude, other, diff, in.height}
                                  : GeoidPoint{in.longitude, in.latitude, in.height, -diff, other});
         return true;

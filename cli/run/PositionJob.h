@@ -2,8 +2,8 @@
 
 #include <cli/run/Notices.h>
 
-#include <KelStd/positions/PositionParser.h>
 #include <KelStd/positions/PositionWriter.h>
+#include <KelStd/positions/ReadPosition.h>
 
 #include <QtCore/QStringList>
 
@@ -22,8 +22,7 @@ public:
 
     /// Takes the position that was read and appends to `bytes` what is printed of it: whole lines.
     /// False when it fails, with the reason. A reason of one that was taken is a warning.
-    virtual bool take(const positions::PositionParser &read, QByteArray &bytes,
-                      QString &reason) = 0;
+    virtual bool take(const positions::ReadPosition &read, QByteArray &bytes, QString &reason) = 0;
 
     /// What was noticed about the position that was taken last, or failed.
     virtual NoticeBits notices() const { return 0; }

@@ -75,14 +75,22 @@ void appendLine(QByteArray &bytes, QString line)
     bytes += '\n';
 }
 
-/// A field that is carried through, below its heading.
-QString carriedCell(const QString &text, const QString &heading)
+/// A field behind those of the location, below its heading.
+QString furtherCell(const QString &text, const QString &heading)
 {
     constexpr int minWidth = 8;
     return gap + text.leftJustified(std::max(minWidth, heading.size()));
 }
 
 } // namespace
+
+/// Of the extra columns and, behind them, those that are carried through.
+QString TableWriter::furtherText(const positions::PrintedPosition &position, int index) const
+{
+    const auto field = static_cast<std::size_t>(index);
+    const std::size_t extras = m_columns.extras.size();
+    return fromUtf8(field < extras ? position.extras[field] : position.carried[field - extras]);
+}
 
 int TableWriter::wideWidth(const positions::LocationPrinter &printer, const QString &geoidModel)
 {
@@ -97,6 +105,10 @@ int TableWriter::wideWidth(const positions::LocationPrinter &printer, const QStr
 QByteArray TableWriter::begin(const positions::InputColumns &columns)
 {
     m_columns = columns;
+    m_further.clear();
+    for (const positions::ExtraColumn &extra : columns.extras)
+        m_further += extra.name;
+    m_further += columns.carried;
     if (m_layout == Layout::Narrow)
         return {};
 
@@ -120,8 +132,8 @@ QByteArray TableWriter::begin(const positions::InputColumns &columns)
         labels += gap
                   + QStringLiteral("above the")
                         .leftJustified(positions::heightReference(m_geoidModel).size());
-    for (const QString &heading : columns.carried)
-        labels += carriedCell(heading, heading);
+    for (const QString &heading : m_further)
+        labels += furtherCell(heading, heading);
     QByteArray heading;
     for (const QString &line : {titles, labels, units})
         appendLine(heading, line);
@@ -159,9 +171,8 @@ void TableWriter::writeWide(QByteArray &bytes, const positions::PrintedPosition 
         line += gap
                 + positions::heightReference(position.geoidModel)
                       .leftJustified(positions::heightReference(m_geoidModel).size());
-    for (int i = 0; i < m_columns.carried.size(); ++i)
-        line += carriedCell(fromUtf8(position.carried[static_cast<std::size_t>(i)]),
-                            m_columns.carried.at(i));
+    for (int i = 0; i < m_further.size(); ++i)
+        line += furtherCell(furtherText(position, i), m_further.at(i));
     appendLine(bytes, line);
 }
 
@@ -196,10 +207,8 @@ void TableWriter::writeNarrow(QByteArray &bytes, const positions::PrintedPositio
                            + positions::heightReference(position.geoidModel))
                               .rightJustified(lineWidth));
     }
-    for (int i = 0; i < m_columns.carried.size(); ++i) {
-        appendLine(bytes, gap + m_columns.carried.at(i) + QLatin1String(": ")
-                              + fromUtf8(position.carried[static_cast<std::size_t>(i)]));
-    }
+    for (int i = 0; i < m_further.size(); ++i)
+        appendLine(bytes, gap + m_further.at(i) + QLatin1String(": ") + furtherText(position, i));
 }
 
 } // namespace KelStd::cli

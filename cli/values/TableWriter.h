@@ -32,11 +32,13 @@ public:
 private:
     void writeWide(QByteArray &bytes, const positions::PrintedPosition &position) const;
     void writeNarrow(QByteArray &bytes, const positions::PrintedPosition &position) const;
+    QString furtherText(const positions::PrintedPosition &position, int index) const;
 
     positions::LocationPrinter m_printer;
     Layout m_layout;
     QString m_geoidModel;
     positions::InputColumns m_columns;
+    QStringList m_further; ///< headings of the extra columns, then of the carried ones
 };
 
 } // namespace KelStd::cli

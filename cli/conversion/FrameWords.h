@@ -1,0 +1,15 @@
+#pragma once
+
+#include <KelStd/positions/InputForm.h>
+
+#include <QtCore/QString>
+
+namespace KelStd::cli {
+
+/// "wgs84-llh, wgs84-xyz": the frames of positions, by the names that --from takes.
+QString frameNames(const QString &separator);
+
+/// "longitude [deg], latitude [deg], height [m]"
+QString componentLabels(const positions::InputForm &form);
+
+} // namespace KelStd::cli

@@ -1,0 +1,119 @@
+#include <cli/run/RecordRun.h>
+
+#include <cli/run/OrderedWorkers.h>
+#include <cli/terminal/Console.h>
+#include <cli/terminal/ProgressBar.h>
+#include <cli/terminal/StandardStreams.h>
+
+#include <algorithm>
+#include <string_view>
+
+namespace KelStd::cli {
+
+namespace {
+
+constexpr std::size_t maxRecords = 1024; // of a block
+
+std::string_view viewOf(const QByteArray &bytes)
+{
+    return {bytes.constData(), static_cast<std::size_t>(bytes.size())};
+}
+
+void look(const std::vector<QByteArray> &texts, std::vector<std::string_view> &views)
+{
+    views.resize(texts.size());
+    std::transform(texts.begin(), texts.end(), views.begin(), viewOf);
+}
+
+} // namespace
+
+ExitStatus RecordRun::run()
+{
+    const streams::StopRequests stop;
+    m_source.endAt(&stop);
+    std::optional<ProgressBar> progress;
+    if (const auto size = m_source.size())
+        m_output.setProgress(&progress.emplace(m_console, *size));
+    m_output.setHeading(m_job.begin(m_source.columns()));
+    m_output.setHeaderLine(m_source.headerLine());
+    const State end = runOver();
+    m_output.setProgress(nullptr);
+    progress.reset();
+    const ExitStatus status = m_output.finish(*end, m_source.errorText(), m_source.remarks());
+    m_console.flush(); // while no request to stop can end the program in the middle of a line
+    m_source.endAt(nullptr);
+    return status;
+}
+
+RecordRun::State RecordRun::runOver()
+{
+    OrderedWorkers<RecordBlock, BlockResult> workers(m_threads, [this] {
+        const auto maker = std::make_shared<ResultMaker>(m_job, m_output.keepsRejects());
+        return [maker](const RecordBlock &block) { return resultOf(*maker, block); };
+    });
+    State atEnd;
+    while (!atEnd) {
+        // What comes slowly is printed before the next one.
+        const bool mustWait = !m_source.isReady();
+        State end;
+        while (!end && !workers.isEmpty() && (mustWait || workers.isFull()))
+            end = take(workers.take());
+        if (end)
+            return end;
+        m_console.flushUnless(!mustWait);
+        RecordBlock block;
+        atEnd = next(block);
+        if (!block.records.empty())
+            workers.add(std::move(block));
+    }
+    State end;
+    while (!end && !workers.isEmpty())
+        end = take(workers.take());
+    return end ? end : atEnd;
+}
+
+/// Waits for one record, and takes those behind it that are ready.
+RecordRun::State RecordRun::next(RecordBlock &block)
+{
+    State end;
+    do {
+        SourceRecord record;
+        const RecordSource::Result result = m_source.next(record);
+        if (result == RecordSource::Result::Record)
+            block.records.push_back(std::move(record));
+        else if (result == RecordSource::Result::Error)
+            end = RunOutput::End::InputFailed;
+        else
+            end = m_source.isStopped() ? RunOutput::End::Stopped : RunOutput::End::Done;
+    } while (!end && block.records.size() < maxRecords && m_source.isReady());
+    block.bytes = m_source.done() - m_done;
+    m_done = m_source.done();
+    return end;
+}
+
+BlockResult RecordRun::resultOf(ResultMaker &maker, const RecordBlock &block)
+{
+    BlockResult result;
+    result.inputBytes = block.bytes;
+    std::vector<std::string_view> carried;
+    std::vector<std::string_view> extras;
+    for (const SourceRecord &record : block.records) {
+        result.lastLine = record.number;
+        if (!record.failure.isEmpty()) {
+            maker.fail(result, record.number, viewOf(record.source), record.failure);
+            continue;
+        }
+        look(record.carried, carried);
+        look(record.extras, extras);
+        maker.take(result, {record.position, viewOf(record.name), carried, extras}, record.number,
+                   viewOf(record.source));
+    }
+    return result;
+}
+
+RecordRun::State RecordRun::take(const BlockResult &result)
+{
+    return m_output.take(result) ? State() : RunOutput::End::OutputFailed;
+}
+
+} // namespace KelStd::cli

@@ -1,0 +1,54 @@
+#pragma once
+
+#include <cli/run/RecordSource.h>
+#include <cli/run/RunOutput.h>
+
+#include <cstddef>
+#include <optional>
+#include <vector>
+
+namespace KelStd::cli {
+
+/// A run over the records of a source; in all else as `PositionRun`, which is one over lines.
+class RecordRun
+{
+public:
+    RecordRun(RecordSource &source, PositionJob &job, Console &console)
+        : m_source(source), m_job(job), m_console(console), m_output(job, console)
+    {
+        m_output.setInput(source.displayName(), source.item());
+    }
+
+    /// On how many threads positions are taken.
+    void setThreads(std::size_t threads) { m_threads = threads; }
+
+    /// Where the records go that failed.
+    void setRejects(RejectsFile &rejects) { m_output.setRejects(rejects); }
+
+    /// To the end of the source, or until nothing can be printed any more.
+    ExitStatus run();
+
+private:
+    /// Nothing: the run goes on.
+    using State = std::optional<RunOutput::End>;
+
+    struct RecordBlock
+    {
+        std::vector<SourceRecord> records;
+        qint64 bytes = 0; ///< by how much the source went on
+    };
+
+    State runOver();
+    State next(RecordBlock &block);
+    State take(const BlockResult &result);
+    static BlockResult resultOf(ResultMaker &maker, const RecordBlock &block);
+
+    RecordSource &m_source;
+    PositionJob &m_job;
+    Console &m_console;
+    RunOutput m_output;
+    std::size_t m_threads = 1;
+    qint64 m_done = 0;
+};
+
+} // namespace KelStd::cli

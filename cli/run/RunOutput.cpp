@@ -1,0 +1,121 @@
+#include <cli/run/RunOutput.h>
+
+#include <cli/terminal/Console.h>
+#include <cli/terminal/ProgressBar.h>
+
+namespace KelStd::cli {
+
+bool RunOutput::take(const BlockResult &result)
+{
+    int printed = 0;
+    for (const BlockResult::Message &message : result.messages) {
+        print(result.output.constData() + printed, message.position - printed);
+        printed = message.position;
+        m_console.report(
+            QStringLiteral("%1:%2: %3").arg(m_inputName).arg(message.line).arg(message.text));
+    }
+    print(result.output.constData() + printed, result.output.size() - printed);
+    if (m_rejects != nullptr)
+        m_rejects->write(m_headerLine, result.rejects);
+
+    m_taken += result.taken;
+    m_failed += result.failed;
+    addNotices(m_notices, result.notices);
+    m_lastLine = result.lastLine;
+    m_doneBytes += result.inputBytes;
+    if (m_progress != nullptr)
+        m_progress->show(m_doneBytes);
+    return m_console.canPrint();
+}
+
+/// What is said once of all positions.
+void RunOutput::reportRemarks()
+{
+    for (const QString &remark : m_job.remarks(m_notices, m_taken, m_inputName))
+        m_console.report(remark);
+}
+
+void RunOutput::print(const char *bytes, int size)
+{
+    if (size == 0)
+        return;
+    printHeading();
+    // No separator stands before the first position.
+    const int skipped = m_hasPosition ? 0 : m_job.separator().size();
+    m_hasPosition = true;
+    m_console.write(QByteArray::fromRawData(bytes + skipped, size - skipped));
+}
+
+void RunOutput::printHeading()
+{
+    if (!m_hasHeading)
+        m_console.write(m_heading);
+    m_hasHeading = true;
+}
+
+ExitStatus RunOutput::finish(End end, const QString &error, const QStringList &remarks)
+{
+    if (end == End::OutputFailed)
+        return outputFailed();
+    if (end == End::BadHeader)
+        return finishBadHeader();
+    if (end == End::InputFailed) {
+        if (m_hasHeading)
+            m_console.write(m_job.ending());
+        reportRemarks();
+        m_console.report(QStringLiteral("cannot read %1: %2").arg(m_inputName, error));
+        return finishRejects(ExitStatus::Environment);
+    }
+    printHeading();
+    m_console.write(m_job.ending());
+    reportRemarks();
+    for (const QString &remark : remarks)
+        m_console.report(remark);
+    if (end == End::Stopped) {
+        m_console.report(QStringLiteral("stopped behind %1 %2 of %3")
+                             .arg(m_item)
+                             .arg(m_lastLine)
+                             .arg(m_inputName));
+        return finishRejects(ExitStatus::Stopped);
+    }
+    if (m_failed == 0)
+        return finishRejects(ExitStatus::Success);
+    m_console.report(
+        QStringLiteral("%1 of %2 positions failed").arg(m_failed).arg(m_taken + m_failed));
+    return finishRejects(ExitStatus::SomeFailed);
+}
+
+ExitStatus RunOutput::finishBadHeader()
+{
+    if (m_hasHeading)
+        m_console.write(m_job.ending());
+    // Where no line was taken, the rejected lines of an earlier run are kept.
+    if (m_taken + m_failed == 0)
+        return ExitStatus::Usage;
+    reportRemarks();
+    m_console.report(QStringLiteral("the run ended there: %1 of %2 positions before it failed")
+                         .arg(m_failed)
+                         .arg(m_taken + m_failed));
+    return finishRejects(ExitStatus::Usage);
+}
+
+/// An earlier file of rejected lines is not given up for those of a run that has to be repeated.
+ExitStatus RunOutput::outputFailed()
+{
+    if (m_rejects != nullptr)
+        m_console.report(QStringLiteral("the rejected lines are not kept"));
+    return ExitStatus::Environment;
+}
+
+ExitStatus RunOutput::finishRejects(ExitStatus status)
+{
+    if (!m_console.flush())
+        return outputFailed();
+    QString error;
+    if (m_rejects == nullptr || m_rejects->finish(error))
+        return status;
+    m_console.report(QStringLiteral("cannot write the rejected lines: %1").arg(error));
+    return ExitStatus::Environment;
+}
+
+} // namespace KelStd::cli

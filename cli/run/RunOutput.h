@@ -1,0 +1,87 @@
+#pragma once
+
+#include <cli/run/BlockResult.h>
+#include <cli/run/PositionJob.h>
+#include <cli/run/RejectsFile.h>
+#include <cli/terminal/ExitStatus.h>
+
+#include <QtCore/QByteArray>
+#include <QtCore/QString>
+#include <QtCore/QStringList>
+
+namespace KelStd::cli {
+
+class Console;
+class ProgressBar;
+
+/// What a run over positions prints, reports and keeps, in the order of its input: results are
+/// given to it one behind the other.
+class RunOutput
+{
+public:
+    /// How a run ends.
+    enum class End
+    {
+        Done,
+        Stopped, ///< as it was told to
+        InputFailed,
+        BadHeader,
+        OutputFailed
+    };
+
+    RunOutput(PositionJob &job, Console &console) : m_job(job), m_console(console) {}
+
+    /// What messages call the input, and one of what it consists of: "line".
+    void setInput(const QString &name, const QString &item)
+    {
+        m_inputName = name;
+        m_item = item;
+    }
+
+    /// Where what failed goes.
+    void setRejects(RejectsFile &rejects) { m_rejects = &rejects; }
+    bool keepsRejects() const { return m_rejects != nullptr; }
+
+    /// What shows how far the run is; null for nothing.
+    void setProgress(ProgressBar *progress) { m_progress = progress; }
+
+    /// What stands above the first position, and above rejected lines.
+    void setHeading(const QByteArray &heading) { m_heading = heading; }
+    void setHeaderLine(const QByteArray &line) { m_headerLine = line; }
+
+    /// Prints what became of the positions that come next; false when nothing can be printed any
+    /// more.
+    bool take(const BlockResult &result);
+
+    qint64 lastLine() const { return m_lastLine; }
+
+    /// Ends the output and says how many failed. `error`: of an input that failed. `remarks`: to be
+    /// said besides.
+    ExitStatus finish(End end, const QString &error, const QStringList &remarks = {});
+
+private:
+    void reportRemarks();
+    void print(const char *bytes, int size);
+    void printHeading();
+    ExitStatus finishBadHeader();
+    ExitStatus outputFailed();
+    ExitStatus finishRejects(ExitStatus status);
+
+    PositionJob &m_job;
+    Console &m_console;
+    QString m_inputName;
+    QString m_item = QStringLiteral("line");
+    RejectsFile *m_rejects = nullptr;
+    ProgressBar *m_progress = nullptr;
+    QByteArray m_heading;
+    QByteArray m_headerLine; ///< of the input
+    bool m_hasHeading = false;
+    bool m_hasPosition = false;
+    qint64 m_taken = 0;
+    qint64 m_failed = 0;
+    qint64 m_lastLine = 0;
+    qint64 m_doneBytes = 0;
+    Notices m_notices;
+};
+
+} // namespace KelStd::cli
