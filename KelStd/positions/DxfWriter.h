@@ -1,0 +1,46 @@
+#pragma once
+
+#include <KelStd/Export.h>
+#include <KelStd/positions/AttributeColumns.h>
+#include <KelStd/positions/LocationPrinter.h>
+#include <KelStd/positions/PositionWriter.h>
+
+#include <QtCore/QByteArray>
+#include <QtCore/QString>
+
+#include <string_view>
+
+namespace KelStd::positions {
+
+/// A DXF drawing of release 12 (AC1009), which every CAD program reads. Each location is a POINT on
+/// the layer POINTS at easting, northing and local height, with its name as a TEXT on the layer
+/// NAMES. A DXF names no coordinate reference system: a comment in the first line does.
+///
+/// The name and all other columns are extended data of the point under the application KELSTD: a
+/// text is one string "NAME=TEXT" between braces, a number the string "NAME=" and a real. Braces,
+/// backslashes, control characters and what is not ASCII stand as "\U+XXXX". A text of more than
+/// 200 bytes is split; all but its last piece end with a lone backslash.
+class KELSTD_EXPORT DxfWriter : public PositionWriter
+{
+public:
+    /// \param comment on the system and the units
+    /// \param metresPerUnit of easting and northing; heights are metres
+    DxfWriter(const LocationPrinter &printer, QString comment, double metresPerUnit)
+        : m_printer(printer), m_comment(std::move(comment)), m_metresPerUnit(metresPerUnit)
+    {}
+
+    QByteArray begin(const InputColumns &columns) override;
+    QByteArray ending() const override;
+    void write(QByteArray &bytes, const PrintedPosition &position) const override;
+
+private:
+    void appendPoint(QByteArray &bytes, const char *layer, const Location &location) const;
+
+    LocationPrinter m_printer;
+    QString m_comment;
+    double m_metresPerUnit;
+    bool m_hasNames = false;
+    AttributeColumns m_columns;
+};
+
+} // namespace KelStd::positions

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <KelStd/Export.h>
+#include <KelStd/positions/AttributeColumns.h>
+#include <KelStd/positions/LocationPrinter.h>
+#include <KelStd/positions/PositionWriter.h>
+
+#include <QtCore/QByteArray>
+#include <QtCore/QString>
+#include <QtCore/QStringList>
+
+#include <vector>
+
+namespace KelStd::positions {
+
+/// A GPX 1.1 document (topografix.com/GPX/1/1), a waypoint in a line: points at WGS84 latitude,
+/// longitude [deg] and ellipsoidal height [m] under their names. All other columns are extensions,
+/// elements of the namespace "http://osgeo.org/gdal" that GDAL gives to attributes.
+///
+/// A receiver that reads the file takes the heights as above mean sea level, as GPX says.
+class KELSTD_EXPORT GpxWriter : public PositionWriter
+{
+public:
+    explicit GpxWriter(const LocationPrinter &printer) : m_printer(printer) {}
+
+    QByteArray begin(const InputColumns &columns) override;
+    QByteArray ending() const override;
+    void write(QByteArray &bytes, const PrintedPosition &position) const override;
+
+    /// The names as elements can have them: letters, digits, "_", "-" and "." for all other
+    /// characters "_", each name once.
+    static QStringList elementNames(const QStringList &names);
+
+private:
+    LocationPrinter m_printer;
+    AttributeColumns m_columns;
+    std::vector<QByteArray> m_elements;
+};
+
+} // namespace KelStd::positions
