@@ -1,5 +1,6 @@
 #pragma once
 
+#include <KelStd/Export.h>
 #include <KelStd/positions/LocationPrinter.h>
 #include <KelStd/positions/PrintedColumns.h>
 
@@ -12,7 +13,7 @@ namespace KelStd::positions {
 
 /// The printed columns as attributes of features that have a name of their own: all of them but the
 /// name.
-class AttributeColumns
+class KELSTD_EXPORT AttributeColumns
 {
 public:
     void take(const PrintedColumns &columns);

@@ -17,29 +17,37 @@ void appendGroup(QByteArray &bytes, int code, const QByteArray &value)
     bytes += QByteArray::number(code).rightJustified(3) + '\n' + value + '\n';
 }
 
-bool needsEscape(ushort unit)
-{
-    // In a TEXT, "^" and "%%" begin characters of their own.
-    return unit < 0x20 || unit > 0x7E || unit == '{' || unit == '}' || unit == '\\' || unit == '^'
-           || unit == '%';
-}
+constexpr ushort lastAscii = 0x7E;
+constexpr ushort lastLatin = 0xFF; ///< in the code page that the drawing names
 
 QByteArray escaped(ushort unit)
 {
     return "\\U+" + QByteArray::number(unit, 16).toUpper().rightJustified(4, '0');
 }
 
-/// Pieces of at most `pieceBytes` that no escape is divided by. A blank at an end would be lost.
-QList<QByteArray> pieces(const QString &text)
+/// In a TEXT "^" and "%%" begin characters of their own.
+bool isSpecial(const QString &text, int place)
+{
+    const auto isPercent = [&text](int i) {
+        return i >= 0 && i < text.size() && text.at(i) == QLatin1Char('%');
+    };
+    const QChar c = text.at(place);
+    return c == QLatin1Char('\\') || c == QLatin1Char('^')
+           || (isPercent(place) && (isPercent(place - 1) || isPercent(place + 1)));
+}
+
+/// Pieces of some `pieceBytes` that no escape is divided by. A blank at an end would be lost.
+QList<QByteArray> pieces(const QString &text, ushort lastPlain)
 {
     QList<QByteArray> all;
     QByteArray piece;
     for (int i = 0; i < text.size(); ++i) {
         const ushort unit = text.at(i).unicode();
-        const bool isAtEnd = i == 0 || i == text.size() - 1;
-        const bool isBlankAtEnd = unit == ' ' && (isAtEnd || piece.isEmpty());
-        piece += needsEscape(unit) || isBlankAtEnd ? escaped(unit)
-                                                   : QByteArray(1, static_cast<char>(unit));
+        const bool isAtEnd = piece.isEmpty() || i == text.size() - 1;
+        const bool isPlain =
+            (unit >= 0x20 && unit <= lastAscii) || (unit >= 0xA0 && unit <= lastPlain);
+        const bool isEscaped = !isPlain || isSpecial(text, i) || (isAtEnd && unit == ' ');
+        piece += isEscaped ? escaped(unit) : QByteArray(1, static_cast<char>(unit));
         if (piece.size() >= pieceBytes && i + 1 < text.size() && unit != ' ') {
             all += piece;
             piece.clear();
@@ -58,23 +66,22 @@ void appendAttribute(QByteArray &bytes, const QString &name, std::string_view va
 {
     if (value.empty())
         return;
-    const QByteArray key = pieces(name).join() + '=';
-    appendGroup(bytes, 1002, "{");
+    const QByteArray key = pieces(name, lastAscii).join() + '=';
     if (isNumber) {
         appendGroup(bytes, 1000, key);
         appendGroup(bytes, 1040, QByteArray(value.data(), static_cast<int>(value.size())));
-    } else {
-        const QList<QByteArray> parts = pieces(stringOf(value));
-        for (int i = 0; i < parts.size(); ++i) {
-            const bool isLast = i + 1 == parts.size();
-            appendGroup(bytes, 1000, (i == 0 ? key : QByteArray()) + parts[i] + (isLast ? "" : "\\"));
-        }
+        return;
     }
-    appendGroup(bytes, 1002, "}");
+    const QList<QByteArray> parts = pieces(stringOf(value), lastAscii);
+    for (int i = 0; i < parts.size(); ++i) {
+        const bool isLast = i + 1 == parts.size();
+        appendGroup(bytes, 1000, (i == 0 ? key : QByteArray()) + parts[i] + (isLast ? "" : "\\"));
+    }
 }
 
 /// The points are drawn as crosses, half a unit large; the layers and the application are declared.
 const QByteArray tables = "  0\nSECTION\n  2\nHEADER\n  9\n$ACADVER\n  1\nAC1009\n"
+                          "  9\n$DWGCODEPAGE\n  3\nANSI_1252\n"
                           "  9\n$PDMODE\n 70\n     2\n  9\n$PDSIZE\n 40\n0.5\n  0\nENDSEC\n"
                           "  0\nSECTION\n  2\nTABLES\n"
                           "  0\nTABLE\n  2\nLTYPE\n 70\n     1\n  0\nLTYPE\n  2\nCONTINUOUS\n"
@@ -95,7 +102,7 @@ QByteArray DxfWriter::begin(const InputColumns &columns)
     m_columns.take(PrintedColumns(m_printer, columns));
     m_hasNames = columns.hasNames;
     QByteArray heading;
-    for (const QByteArray &piece : pieces(m_comment))
+    for (const QByteArray &piece : pieces(m_comment, lastAscii))
         appendGroup(heading, 999, piece);
     return heading + tables;
 }
@@ -127,13 +134,12 @@ void DxfWriter::write(QByteArray &bytes, const PrintedPosition &position) const
     appendAttribute(bytes, QStringLiteral("point"), position.name, false);
     QByteArray buffer;
     for (const PrintedColumn &column : m_columns.all()) {
-        const std::string_view text =
-            AttributeColumns::text(m_printer, column, position, buffer);
+        const std::string_view text = AttributeColumns::text(m_printer, column, position, buffer);
         appendAttribute(bytes, column.name, text, column.isNumber);
     }
     if (position.name.empty())
         return;
-    const QByteArray label = pieces(stringOf(position.name)).join();
+    const QByteArray label = pieces(stringOf(position.name), lastLatin).join();
     if (label.size() > maxLabelBytes)
         return; // the extended data has it
     appendGroup(bytes, 0, "TEXT");

@@ -17,9 +17,10 @@ namespace KelStd::positions {
 /// NAMES. A DXF names no coordinate reference system: a comment in the first line does.
 ///
 /// The name and all other columns are extended data of the point under the application KELSTD: a
-/// text is one string "NAME=TEXT" between braces, a number the string "NAME=" and a real. Braces,
-/// backslashes, control characters and what is not ASCII stand as "\U+XXXX". A text of more than
-/// 200 bytes is split; all but its last piece end with a lone backslash.
+/// text is a string "NAME=TEXT", a number the string "NAME=" and a real. All of it is ASCII: other
+/// characters, backslashes and carets stand as "\U+XXXX". A text of more than 200 bytes is split,
+/// and all but its last piece end with a lone backslash. A TEXT has the letters of Latin 1 as they
+/// are; a name of more than 250 bytes has none.
 class KELSTD_EXPORT DxfWriter : public PositionWriter
 {
 public:

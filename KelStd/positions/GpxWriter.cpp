@@ -39,14 +39,19 @@ QStringList GpxWriter::elementNames(const QStringList &names)
     return elements;
 }
 
-QByteArray GpxWriter::begin(const InputColumns &columns)
+QStringList GpxWriter::columnNames() const
 {
-    m_columns.take(PrintedColumns(m_printer, columns));
     QStringList names;
     for (const PrintedColumn &column : m_columns.all())
         names += column.name;
+    return names;
+}
+
+QByteArray GpxWriter::begin(const InputColumns &columns)
+{
+    m_columns.take(PrintedColumns(m_printer, columns));
     m_elements.clear();
-    for (const QString &name : elementNames(names))
+    for (const QString &name : elementNames())
         m_elements.push_back("ogr:" + name.toUtf8());
     return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
            "<gpx version=\"1.1\" creator=\"KelStd\" xmlns=\"http://www.topografix.com/GPX/1/1\" "

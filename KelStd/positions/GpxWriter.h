@@ -27,6 +27,11 @@ public:
     QByteArray ending() const override;
     void write(QByteArray &bytes, const PrintedPosition &position) const override;
 
+    /// The names of all columns but that of the point, and those of their elements; known after
+    /// `begin`.
+    QStringList columnNames() const;
+    QStringList elementNames() const { return elementNames(columnNames()); }
+
     /// The names as elements can have them: letters, digits, "_", "-" and "." for all other
     /// characters "_", each name once.
     static QStringList elementNames(const QStringList &names);

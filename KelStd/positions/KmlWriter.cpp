@@ -10,9 +10,10 @@ QByteArray KmlWriter::begin(const InputColumns &columns)
 {
     m_columns.take(PrintedColumns(m_printer, columns));
     m_tags.clear();
-    QByteArray heading = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-                         "<kml xmlns=\"http://www.opengis.net/kml/2.2\">\n<Document id=\"points\">\n"
-                         "<name>";
+    QByteArray heading =
+        "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+        "<kml xmlns=\"http://www.opengis.net/kml/2.2\">\n<Document id=\"points\">\n"
+        "<name>";
     appendXml(heading, m_title);
     heading += "</name>\n<Schema name=\"points\" id=\"attributes\">\n";
     for (const PrintedColumn &column : m_columns.all()) {

@@ -1,6 +1,7 @@
 #include <KelStd/positions/PositionHeader.h>
 
 #include <KelStd/positions/Headings.h>
+#include <KelStd/positions/PointNames.h>
 #include <KelStd/positions/ReadComponents.h>
 #include <KelStd/text/TypedNumber.h>
 
@@ -285,6 +286,19 @@ QVector<int> componentsMentioned(const QStringList &words, bool areHeadings, con
             mentioned += component;
     }
     return mentioned;
+}
+
+int pointNameAmong(const QStringList &headings)
+{
+    QStringList words;
+    for (const QString &heading : headings)
+        words += normalisedHeading(heading);
+    for (const QString &word : nameWords()) {
+        const int found = words.indexOf(word);
+        if (found >= 0)
+            return found;
+    }
+    return -1;
 }
 
 } // namespace KelStd::positions

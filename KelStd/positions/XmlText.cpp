@@ -1,5 +1,7 @@
 #include <KelStd/positions/XmlText.h>
 
+#include <QtCore/QVector>
+
 #include <algorithm>
 
 namespace KelStd::positions {

@@ -10,18 +10,24 @@
 #include <cli/proj/ProjEnvironment.h>
 #include <cli/run/PositionInput.h>
 #include <cli/run/PositionRun.h>
+#include <cli/run/RecordRun.h>
 #include <cli/systems/ConfiguredDisplay.h>
 #include <cli/systems/SystemChoice.h>
 #include <cli/systems/SystemFile.h>
 #include <cli/terminal/CommandLine.h>
 #include <cli/terminal/Console.h>
+#include <cli/terminal/FilePath.h>
 #include <cli/terminal/ShownText.h>
 #include <cli/terminal/StandardStreams.h>
 #include <cli/values/DisplayOptions.h>
+#include <cli/vector/FileOutput.h>
+#include <cli/vector/VectorFormats.h>
+#include <cli/vector/VectorInput.h>
 
 #include <KelStd/location/SystemNotes.h>
 #include <KelStd/positions/Columns.h>
 #include <KelStd/positions/LocationPrinter.h>
+#include <KelStd/text/CoordStringHelper.h>
 
 #include <cmath>
 #include <optional>
@@ -120,6 +126,50 @@ void configure(ConvertOptions &options, const CommandLine &line, Console &consol
         console.report(reason);
 }
 
+/// False with the `mistake` where options do not fit the file that is written.
+bool fits(const CommandLine &line, const std::optional<vector::FileOutput> &file, QString &mistake)
+{
+    if (!file || file->mayLackHeader() || !line.isSet(QStringLiteral("no-header")))
+        return true;
+    mistake = QStringLiteral("--no-header is for comma-separated values, which are not written");
+    return false;
+}
+
+/// What is said of an option that is for lists of text and has no meaning for a layer; empty for
+/// none.
+QString textOptionAmong(const CommandLine &line)
+{
+    for (const char *const option : {"columns", "skip"}) {
+        if (line.isSet(QString::fromLatin1(option))) {
+            return QStringLiteral("--%1 is for positions as text, and the input is a vector file")
+                .arg(QLatin1String(option));
+        }
+    }
+    return {};
+}
+
+/// Sets the frame of a layer; false after a report. Lengths of a layer that states no unit are in
+/// that of --length-unit, else in the system's own.
+bool takeFrame(vector::VectorInput &layer, const vector::LayerSystem &system,
+               const std::optional<positions::PlaneUnit> &planeUnit, ConvertOptions &options,
+               Console &console)
+{
+    vector::LayerUnits units;
+    if (options.display.lengthUnit != nullptr) {
+        units.others =
+            CoordStringHelper::LengthRatio_otherToMeter(options.display.lengthUnit->unit);
+        units.plane = units.others;
+    } else if (planeUnit) {
+        units.plane = planeUnit->metres;
+    }
+    const std::optional<positions::Frame> given =
+        options.isFrameGiven ? std::optional(options.frame->frame) : std::nullopt;
+    const auto frame = layer.frame(system, given, units, console);
+    if (frame)
+        options.frame = &positions::rowOf(*frame);
+    return frame.has_value();
+}
+
 } // namespace
 
 ExitStatus runConvert(const QStringList &arguments, Console &console)
@@ -129,10 +179,27 @@ ExitStatus runConvert(const QStringList &arguments, Console &console)
         return *status;
     PositionInput input(PositionInput::Columns::MayBePicked);
     QString reason;
-    auto options = convertOptionsOf(line, input, console, reason);
-    if (!options)
+    auto file = vector::FileOutput::from(line, reason);
+    auto options = !reason.isEmpty() ? std::nullopt
+                                     : convertOptionsOf(line, file ? file->formOption() : QString(),
+                                                        input, console, reason);
+    if (!options || !fits(line, file, reason))
         return line.refuse(reason, console);
-    if (!input.open(line, console))
+    // Before the system is read, which may load PROJ.
+    std::optional<vector::VectorInput> layer;
+    const QString given = line.positionals().value(0);
+    if (vector::isVectorFile(given)) {
+        reason = textOptionAmong(line);
+        if (!reason.isEmpty())
+            return line.refuse(reason, console);
+        if (!layer.emplace().open(given, line, console))
+            return ExitStatus::Usage;
+    } else if (!input.open(line, console)) {
+        return ExitStatus::Usage;
+    }
+    if (file && !file->prepare(console))
+        return ExitStatus::Environment;
+    if (file && !file->mayBeWritten({given, options->system, options->rejects}, line, console))
         return ExitStatus::Usage;
 
     const auto system = readChosenSystem(options->system, line, console);
@@ -149,31 +216,51 @@ ExitStatus runConvert(const QStringList &arguments, Console &console)
     for (const QString &note : location::notesOn(coord))
         console.report(QStringLiteral("note: %1").arg(note));
     const auto planeUnit = planeUnitOf(system->origin, options->display, console);
+    const QString geoidModel = usableGeoidModel(coord, console);
+    const vector::LayerSystem layerSystem = {coord, system->origin, options->system, geoidModel};
+    if (layer && !takeFrame(*layer, layerSystem, planeUnit, *options, console))
+        return ExitStatus::Usage;
     const positions::InputForm form = inputForm(options->frame->frame, options->display, planeUnit);
     configure(*options, line, console);
     const auto output = options->form->isConfigured ? positions::ValuePrinter::Output::Table
                                                     : positions::ValuePrinter::Output::Csv;
     const positions::LocationPrinter printer(options->display, output, planeUnit);
-    noteOnPlaneUnit(planeUnit, options->frame->frame == positions::Frame::LocalProjected,
-                    printer.hasOwnPlaneUnit(), console);
-    input.promptFor(componentLabels(form), console);
+    const bool readsPlane = !layer && options->frame->frame == positions::Frame::LocalProjected;
+    noteOnPlaneUnit(planeUnit, readsPlane, printer.hasOwnPlaneUnit(), console);
+    if (!layer)
+        input.promptFor(componentLabels(form), console);
 
     RejectsFile rejects;
-    if (!options->rejects.isEmpty()
-        && !rejects.open(options->rejects, input.input(), options->system, reason)) {
-        console.report(QStringLiteral("cannot write %1: %2").arg(options->rejects, reason));
-        return ExitStatus::Environment;
+    if (!options->rejects.isEmpty()) {
+        if (layer && streams::areSameFile(onDisk(given), onDisk(options->rejects)))
+            reason = QStringLiteral("it is the input");
+        if (!reason.isEmpty()
+            || !rejects.open(options->rejects, input.input(), options->system, reason)) {
+            console.report(QStringLiteral("cannot write %1: %2").arg(options->rejects, reason));
+            return ExitStatus::Environment;
+        }
     }
-    const QString geoidModel = usableGeoidModel(coord, console);
     const int width = console.isTerminal() ? streams::terminalWidth(streams::standardOutput) : 0;
-    const auto writer = options->form->makeWriter(
-        {options->display, planeUnit, geoidModel, options->hasHeader, width});
-    LocationJob job(coord, system->origin, geoidModel, *options->frame, *writer);
-    PositionRun run(input.input(), input.parser(form), job, console);
-    run.setThreads(options->threads);
-    if (rejects.isOpen())
-        run.setRejects(rejects);
-    return run.run();
+    const LocationOutput locations = {options->display, planeUnit, geoidModel, options->hasHeader,
+                                      width};
+    if (file && !file->open(layerSystem, locations, console))
+        return ExitStatus::Environment;
+    const auto printing = file ? nullptr : options->form->makeWriter(locations);
+    LocationJob job(coord, system->origin, geoidModel, *options->frame,
+                    file ? file->writer() : *printing);
+    const auto start = [&](auto &&run) {
+        run.setThreads(options->threads);
+        if (rejects.isOpen())
+            run.setRejects(rejects);
+        if (file)
+            run.setSink(file->sink());
+        return run.run();
+    };
+    if (layer) {
+        layer->keepSource(rejects.isOpen());
+        return start(RecordRun(layer->records(), job, console));
+    }
+    return start(PositionRun(input.input(), input.parser(form), job, console));
 }
 
 } // namespace KelStd::cli

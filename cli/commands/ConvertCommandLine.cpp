@@ -6,6 +6,8 @@
 #include <cli/run/PositionInput.h>
 #include <cli/systems/SystemChoice.h>
 #include <cli/values/DisplayOptions.h>
+#include <cli/vector/FileOutput.h>
+#include <cli/vector/VectorInput.h>
 
 #include <KelStd/positions/Columns.h>
 #include <KelStd/positions/ValuePrinter.h>
@@ -118,7 +120,9 @@ CommandLine convertCommandLine()
                              "them, of the point name if there is one: headings\n"
                              "or numbers. The others are carried through."));
     PositionInput::addSkipOption(line);
+    vector::VectorInput::addOptions(line);
     addFormOptions(line, locationOutputForms());
+    vector::FileOutput::addOptions(line);
     line.addOption({QStringLiteral("no-header"),
                     QStringLiteral("Print comma-separated values without a header\nline.")});
     DisplayOptions::addTo(line);

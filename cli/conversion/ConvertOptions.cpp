@@ -30,8 +30,9 @@ std::optional<std::size_t> threadsOf(const CommandLine &line, QString &mistake)
 
 } // namespace
 
-std::optional<ConvertOptions> convertOptionsOf(const CommandLine &line, PositionInput &input,
-                                               const Console &console, QString &mistake)
+std::optional<ConvertOptions> convertOptionsOf(const CommandLine &line, const QString &formOption,
+                                               PositionInput &input, const Console &console,
+                                               QString &mistake)
 {
     ConvertOptions options;
     options.system = line.value(QStringLiteral("system"));
@@ -46,10 +47,15 @@ std::optional<ConvertOptions> convertOptionsOf(const CommandLine &line, Position
                       .arg(from, frameNames(QStringLiteral(", ")));
         return std::nullopt;
     }
+    options.isFrameGiven = line.isSet(QStringLiteral("from"));
     const auto form = chosenForm(line, locationOutputForms(), console, mistake);
     if (!form)
         return std::nullopt;
     options.form = &locationForms()[*form];
+    for (const LocationForm &row : locationForms()) {
+        if (formOption == QLatin1String(row.form.option))
+            options.form = &row;
+    }
     options.hasHeader = !line.isSet(QStringLiteral("no-header"));
     if (!options.hasHeader && !options.form->mayLackHeader) {
         mistake =

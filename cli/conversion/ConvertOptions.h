@@ -21,6 +21,7 @@ struct ConvertOptions
 {
     QString system;
     const positions::FrameRow *frame = nullptr;
+    bool isFrameGiven = false; ///< or the default was taken
     const LocationForm *form = nullptr;
     bool hasHeader = true;
     DisplayOptions display;
@@ -28,8 +29,10 @@ struct ConvertOptions
     QString rejects; ///< the file's name; empty for none
 };
 
-/// Nothing, with the `mistake`, when the options cannot be followed.
-std::optional<ConvertOptions> convertOptionsOf(const CommandLine &line, PositionInput &input,
-                                               const Console &console, QString &mistake);
+/// Nothing, with the `mistake`, when the options cannot be followed. `formOption`: the form of a
+/// file that is written instead of printing; empty for none.
+std::optional<ConvertOptions> convertOptionsOf(const CommandLine &line, const QString &formOption,
+                                               PositionInput &input, const Console &console,
+                                               QString &mistake);
 
 } // namespace KelStd::cli

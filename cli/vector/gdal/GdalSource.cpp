@@ -1,11 +1,13 @@
 #include <cli/vector/gdal/GdalSource.h>
 
+#include <cli/vector/gdal/DxfAttributes.h>
 #include <cli/vector/gdal/GdalMessages.h>
 #include <cli/vector/gdal/GdalReference.h>
 
 #include <gdal.h>
 #include <ogr_api.h>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstring>
@@ -36,9 +38,10 @@ struct MadeUpField
 };
 
 constexpr MadeUpField madeUpFields[] = {
-    {"LIBKML", "tessellate"}, {"LIBKML", "extrude"}, {"LIBKML", "visibility"},
-    {"LIBKML", "drawOrder"},  {"DXF", "PaperSpace"}, {"DXF", "SubClasses"},
-    {"DXF", "EntityHandle"},  {"DXF", "Linetype"},
+    {"LIBKML", "tessellate"}, {"LIBKML", "extrude"},   {"LIBKML", "visibility"},
+    {"LIBKML", "drawOrder"},  {"DXF", "PaperSpace"},   {"DXF", "SubClasses"},
+    {"GPX", "ele"},           {"DXF", "EntityHandle"}, {"DXF", "Linetype"},
+    {"DXF", "RawCodeValues"},
 };
 
 bool isMadeUp(const std::string &driver, const std::string &field)
@@ -162,6 +165,7 @@ public:
         : m_layer(layer), m_driver(driver), m_facts(std::move(facts))
     {
         m_textField = driver == "DXF" ? fieldOf("Text") : -1;
+        m_extendedField = driver == "DXF" ? fieldOf("RawCodeValues") : -1;
         takeFields();
         OGR_L_ResetReading(m_layer);
     }
@@ -185,6 +189,7 @@ public:
         feature.values.clear();
         for (const int field : m_fields)
             feature.values.push_back(valueOf(read.get(), field));
+        appendAttributes(read.get(), feature.values);
         const OGRGeometryH point = pointOf(OGR_F_GetGeometryRef(read.get()), feature.failure);
         if (point == nullptr)
             return Result::Feature;
@@ -215,33 +220,84 @@ private:
         return m_textField >= 0 && OGR_F_IsFieldSetAndNotNull(feature, m_textField) != 0;
     }
 
+    /// GDAL writes attributes into GPX as elements of its own, and reads them with their prefix.
+    std::string ownName(const std::string &name) const
+    {
+        static const std::string prefix = "ogr_";
+        const bool isPrefixed = m_driver == "GPX" && name.compare(0, prefix.size(), prefix) == 0;
+        return isPrefixed ? name.substr(prefix.size()) : name;
+    }
+
     void takeFields()
     {
         const OGRFeatureDefnH definition = OGR_L_GetLayerDefn(m_layer);
         const int count = OGR_FD_GetFieldCount(definition);
-        const std::set<int> used = hasUnusedFields(m_driver) ? usedFields(count) : std::set<int>();
+        const bool knowsAll = !hasUnusedFields(m_driver);
+        const std::set<int> used = knowsAll ? std::set<int>() : usedFields(count);
         for (int i = 0; i < count; ++i) {
             const OGRFieldDefnH field = OGR_FD_GetFieldDefn(definition, i);
             const std::string name = OGR_Fld_GetNameRef(field);
-            if (isMadeUp(m_driver, name) || (hasUnusedFields(m_driver) && used.count(i) == 0))
+            if (isMadeUp(m_driver, name) || !(knowsAll || used.count(i) > 0))
                 continue;
             m_fields.push_back(i);
-            m_facts.fields.push_back({name, typeOf(OGR_Fld_GetType(field))});
+            m_facts.fields.push_back({ownName(name), typeOf(OGR_Fld_GetType(field))});
         }
+        for (const Field &attribute : m_attributes)
+            m_facts.fields.push_back(attribute);
     }
 
+    /// The fields that some feature has a value of. Notes the attributes in extended data.
     std::set<int> usedFields(int count)
     {
         const GdalMessages quiet;
         std::set<int> used;
         OGR_L_ResetReading(m_layer);
         while (const OwnedFeature read{OGR_L_GetNextFeature(m_layer)}) {
-            for (int i = 0; i < count && !isLabel(read.get()); ++i) {
+            if (isLabel(read.get()))
+                continue;
+            for (int i = 0; i < count; ++i) {
                 if (OGR_F_IsFieldSetAndNotNull(read.get(), i) != 0)
                     used.insert(i);
             }
+            noteAttributes(read.get());
         }
         return used;
+    }
+
+    std::vector<DxfAttribute> attributesOf(OGRFeatureH feature) const
+    {
+        const bool hasSome = m_extendedField >= 0 && !isLabel(feature)
+                             && OGR_F_IsFieldSetAndNotNull(feature, m_extendedField) != 0;
+        return hasSome ? dxfAttributes(OGR_F_GetFieldAsStringList(feature, m_extendedField))
+                       : std::vector<DxfAttribute>();
+    }
+
+    void noteAttributes(OGRFeatureH feature)
+    {
+        for (const DxfAttribute &attribute : attributesOf(feature)) {
+            const bool isNumber = std::holds_alternative<double>(attribute.value);
+            const auto known =
+                std::find_if(m_attributes.begin(), m_attributes.end(),
+                             [&](const Field &field) { return field.name == attribute.name; });
+            if (known == m_attributes.end())
+                m_attributes.push_back(
+                    {attribute.name, isNumber ? FieldType::Real : FieldType::Text});
+            else if (!isNumber)
+                known->type = FieldType::Text;
+        }
+    }
+
+    void appendAttributes(OGRFeatureH feature, std::vector<Value> &values) const
+    {
+        if (m_attributes.empty())
+            return;
+        const std::vector<DxfAttribute> attributes = attributesOf(feature);
+        for (const Field &field : m_attributes) {
+            const auto found =
+                std::find_if(attributes.begin(), attributes.end(),
+                             [&](const DxfAttribute &each) { return each.name == field.name; });
+            values.push_back(found == attributes.end() ? Value() : found->value);
+        }
     }
 
     OGRLayerH m_layer;
@@ -249,6 +305,8 @@ private:
     Layer m_facts;
     std::vector<int> m_fields; ///< of the layer, in the order of the facts
     int m_textField = -1;
+    int m_extendedField = -1;
+    std::vector<Field> m_attributes; ///< in extended data, behind the fields
     std::string m_error;
 };
 

@@ -39,6 +39,9 @@ public:
         CPLSetConfigOption("GDAL_PAM_ENABLED", "NO");
         CPLSetConfigOption("GML_DOWNLOAD_SCHEMA", "NO");
         CPLSetConfigOption("OGR_ENABLE_PARTIAL_REPROJECTION", "NO");
+        CPLSetConfigOption("GPX_ELE_AS_25D", "YES");
+        // The extended data of drawings is among what GDAL has no fields for.
+        CPLSetConfigOption("DXF_INCLUDE_RAW_CODE_VALUES", "TRUE");
         GDALAllRegister();
     }
 
