@@ -23,6 +23,7 @@ ExitStatus runProgram(const QStringList &arguments);
 ExitStatus runConvert(const QStringList &arguments, Console &console);
 ExitStatus runDoctor(const QStringList &arguments, Console &console);
 ExitStatus runFormat(const QStringList &arguments, Console &console);
+ExitStatus runFormats(const QStringList &arguments, Console &console);
 ExitStatus runGeoidConvert(const QStringList &arguments, Console &console);
 ExitStatus runGeoidHeight(const QStringList &arguments, Console &console);
 ExitStatus runGeoidInfo(const QStringList &arguments, Console &console);

@@ -131,8 +131,10 @@ QString shownShift(const std::vector<double> &shift)
 
 QString shownDatum(const Reference &reference)
 {
-    return reference.datum.empty() ? QStringLiteral("no datum that has a name")
-                                   : QStringLiteral("the datum \"%1\"").arg(text(reference.datum));
+    return reference.datum.empty()
+               ? QStringLiteral("no datum that has a name")
+               : QStringLiteral("the datum \"%1\"")
+                     .arg(text(reference.datum).replace(QLatin1Char('_'), QLatin1Char(' ')));
 }
 
 } // namespace
@@ -160,8 +162,8 @@ ReferenceFit ReferenceCheck::fit(const Reference &layer, Frame frame, bool hasHe
             layer.otherAxes.empty()
                 ? QStringLiteral("the layer is in \"%1\", which is no system of the earth")
                       .arg(name)
-                : QStringLiteral("the layer is in \"%1\", whose axes are %2, and %3 is %4")
-                      .arg(name, text(layer.otherAxes), nameOf(frame), needed);
+                : QStringLiteral("the layer is in \"%1\", whose axes are %2, not east and north")
+                      .arg(name, text(layer.otherAxes));
         return result;
     }
     if (layer.kind != needOf(frame).kind) {
@@ -298,21 +300,36 @@ QString ReferenceCheck::heightMistake(const Reference &layer, Frame frame, QStri
                  : QString());
 }
 
-std::optional<Frame> ReferenceCheck::onlyFrame(const Reference &layer, bool hasHeights) const
+std::optional<Frame> ReferenceCheck::onlyFrame(const Reference &layer, bool hasHeights,
+                                               QString &mistake) const
 {
-    if (layer.kind == Kind::None)
+    if (layer.kind == Kind::None) {
+        mistake = QStringLiteral("the layer names no coordinate reference system; --from says what "
+                                 "its positions are");
         return std::nullopt;
+    }
     std::vector<Frame> fitting;
+    QStringList names;
     // What is WGS 84 in both frames has the same numbers in both: then the first one is taken.
     for (const FrameNeed &need : needs) {
         const ReferenceFit found = fit(layer, need.frame, hasHeights);
-        if (!found.mistake.isEmpty())
-            continue;
-        if (found.notes.isEmpty())
+        if (found.mistake.isEmpty() && found.notes.isEmpty())
             return need.frame;
-        fitting.push_back(need.frame);
+        if (found.mistake.isEmpty()) {
+            fitting.push_back(need.frame);
+            names += nameOf(need.frame);
+        } else if (mistake.isEmpty() || layer.kind == need.kind) {
+            mistake = found.mistake;
+        }
     }
-    return fitting.size() == 1 ? std::optional(fitting.front()) : std::nullopt;
+    // In a system on WGS 84 longitude and latitude are the same in both frames.
+    if (fitting.size() == 1 || (!fitting.empty() && isWgs84(m_system.datum)))
+        return fitting.front();
+    if (!fitting.empty()) {
+        mistake = QStringLiteral("the layer \"%1\" may hold %2; --from says which")
+                      .arg(shownName(layer), names.join(QLatin1String(" or ")));
+    }
+    return std::nullopt;
 }
 
 } // namespace KelStd::cli::vector

@@ -39,9 +39,10 @@ public:
     /// heights, which have to be of the frame, too.
     ReferenceFit fit(const Reference &layer, positions::Frame frame, bool hasHeights) const;
 
-    /// The one frame that a layer's system names; nothing where that is none or several. One that
-    /// fits without a note goes before others.
-    std::optional<positions::Frame> onlyFrame(const Reference &layer, bool hasHeights) const;
+    /// The one frame that a layer's system names; one that fits without a note goes before others.
+    /// Nothing, with the `mistake`, where that is none or several.
+    std::optional<positions::Frame> onlyFrame(const Reference &layer, bool hasHeights,
+                                              QString &mistake) const;
 
 private:
     QString datumMistake(const Reference &layer, positions::Frame frame, QStringList &notes) const;

@@ -189,17 +189,11 @@ std::optional<positions::Frame> VectorInput::frame(const LayerSystem &system,
                              return m_files->haveSameDatum(one, other);
                          });
     check.setUnknown(unknown);
-    std::optional<positions::Frame> frame =
-        given ? given : check.onlyFrame(layer, mayHaveHeights());
+    QString mistake;
+    const std::optional<positions::Frame> frame =
+        given ? given : check.onlyFrame(layer, mayHaveHeights(), mistake);
     if (!frame) {
-        const QString what =
-            layer.kind == Reference::Kind::None
-                ? QStringLiteral("names no coordinate reference system")
-                : QStringLiteral("is in \"%1\", which is no frame of the system %2")
-                      .arg(shownName(layer), system.name);
-        console.report(QStringLiteral("%1: the layer %2; --from says what its positions are, where "
-                                      "that is right")
-                           .arg(m_name, what));
+        console.report(QStringLiteral("%1: %2").arg(m_name, mistake));
         return std::nullopt;
     }
     const ReferenceFit fit = check.fit(layer, *frame, mayHaveHeights());

@@ -1,5 +1,7 @@
 #include <cli/vector/VectorModule.h>
 
+#include <KelStd/proj/ProjInspection.h>
+
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
@@ -8,6 +10,12 @@
 namespace KelStd::cli::vector {
 
 namespace {
+
+/// The folder in which a file was found, where that is a link too.
+QString folderOf(const QString &file)
+{
+    return QDir(QFileInfo(file).absolutePath()).canonicalPath();
+}
 
 VectorFiles *loaded(QString &reason)
 {
@@ -28,9 +36,16 @@ VectorFiles *loaded(QString &reason)
     }
     const auto entry = reinterpret_cast<VectorFilesEntry>(library.resolve(vectorFilesEntryName));
     VectorFiles *const files = entry == nullptr ? nullptr : entry(interfaceVersion);
-    if (files == nullptr)
+    if (files == nullptr) {
         reason = QStringLiteral("%1 belongs to another release of the program").arg(file);
-    return files;
+        return nullptr;
+    }
+    // GDAL would change what the program's own PROJ does.
+    if (folderOf(QString::fromStdString(files->projFile()))
+        != folderOf(ProjInspection().libraryFile()))
+        return files;
+    reason = QStringLiteral("GDAL was loaded behind PROJ and has taken the one of the program");
+    return nullptr;
 }
 
 } // namespace

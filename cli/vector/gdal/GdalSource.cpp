@@ -317,6 +317,16 @@ bool mayHavePoints(OGRwkbGeometryType type)
            || flat == wkbUnknown;
 }
 
+/// How many there are where that is known without reading them all; 0 for none.
+long long featuresOf(OGRLayerH layer)
+{
+    const long long count = OGR_L_GetFeatureCount(layer, 0);
+    if (count >= 0)
+        return count;
+    OGR_L_ResetReading(layer);
+    return OwnedFeature(OGR_L_GetNextFeature(layer)) == nullptr ? 0 : -1;
+}
+
 class Source : public LayerSource
 {
 public:
@@ -334,7 +344,7 @@ public:
             const OGRwkbGeometryType type = OGR_L_GetGeomType(layer);
             facts.geometry = OGRGeometryTypeToName(type);
             facts.mayHavePoints = mayHavePoints(type);
-            facts.features = OGR_L_GetFeatureCount(layer, 1);
+            facts.features = facts.mayHavePoints ? featuresOf(layer) : -1;
             facts.reference = factsOf(OGRSpatialReference::FromHandle(OGR_L_GetSpatialRef(layer)));
             m_layers.push_back(std::move(facts));
             m_handles.push_back(layer);
