@@ -22,7 +22,7 @@ constexpr ushort lastLatin = 0xFF; ///< in the code page that the drawing names
 
 QByteArray escaped(ushort unit)
 {
-    return "\\U+" + QByteArray::number(unit, 16).toUpper().rightJustified(4, '0');
+    return QByteArray("\\") + "U+" + QByteArray::number(unit, 16).toUpper().rightJustified(4, '0');
 }
 
 /// In a TEXT "^" and "%%" begin characters of their own.

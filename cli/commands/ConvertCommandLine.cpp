@@ -57,6 +57,16 @@ QString details()
         "a point, whatever the locale, or behind a comma where semicolons or tabulators\n"
         "separate the fields. A line that can be read in two ways is refused.\n"
         "\n"
+        "A vector file may be INPUT as well (\"kelstd formats\"): points of one layer, whose\n"
+        "attributes are carried through. Its coordinate reference system is held against\n"
+        "--from and the system; without --from it says what the frame is. Features that\n"
+        "are no points are reported by their number.\n"
+        "\n"
+        "-o FILE writes a file in place of printing, by its extension one of\n"
+        "%6.\n"
+        ".gpkg, .shp and .dxf hold easting, northing and local height, the others WGS84;\n"
+        "all columns are attributes, and names are labels.\n"
+        "\n"
         "The output has the name and all four frames: WGS84 longitude, latitude, height;\n"
         "WGS84 X, Y, Z; local longitude, latitude, height; northing, easting, height.\n"
         "Heights are ellipsoidal (ell.), but the last one is above the geoid in a system\n"
@@ -91,7 +101,8 @@ QString details()
         .arg(stShowConfig().xyPrecision)
         .arg(findAngleStyle(QStringLiteral("degree"))->decimals)
         .arg(positions::csvAngleDecimals)
-        .arg(positions::csvLengthDecimals);
+        .arg(positions::csvLengthDecimals)
+        .arg(vector::FileOutput::extensions());
 }
 
 } // namespace

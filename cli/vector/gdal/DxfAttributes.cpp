@@ -10,7 +10,8 @@ const std::string beginning = "1001 ";
 const std::string application = "1001 KELSTD";
 const std::string text = "1000 ";
 const std::string number = "1040 ";
-constexpr std::size_t escapeSize = 7; // \U+00E9
+const std::string escape = std::string("\\") + "U+";
+constexpr std::size_t escapeSize = 7; ///< with four digits
 
 int hexDigit(char c)
 {
@@ -26,10 +27,10 @@ int hexDigit(char c)
 /// The UTF-16 unit that an escape at the place stands for; -1 for none.
 int escapedUnit(const std::string &written, std::size_t place)
 {
-    if (written.compare(place, 3, "\\U+") != 0 || place + escapeSize > written.size())
+    if (written.compare(place, escape.size(), escape) != 0 || place + escapeSize > written.size())
         return -1;
     int unit = 0;
-    for (std::size_t i = place + 3; i < place + escapeSize; ++i) {
+    for (std::size_t i = place + escape.size(); i < place + escapeSize; ++i) {
         const int digit = hexDigit(written[i]);
         if (digit < 0)
             return -1;
