@@ -95,9 +95,8 @@ QString heightNote(const QString &name, const char *format)
 void FileOutput::addOptions(CommandLine &line)
 {
     line.addOption({{QStringLiteral("o"), outputOption},
-                    QStringLiteral("Write a file instead of printing, whole or not at all. Its\n"
-                                   "extension says in which form: %1.")
-                        .arg(extensions()),
+                    QStringLiteral("Write a file instead of printing, whole or not at\n"
+                                   "all, in the form of its extension (see below)."),
                     QStringLiteral("FILE")});
     line.addOption({forceOption, QStringLiteral("Replace a FILE that exists.")});
 }

@@ -80,12 +80,11 @@ Reference referenceOf(const LayerSystem &system, VectorFiles &files, QString &re
 void VectorInput::addOptions(CommandLine &line)
 {
     line.addOption({layerOption,
-                    QStringLiteral("Of a vector file: the layer to read, where several hold\n"
-                                   "points."),
+                    QStringLiteral("The layer of a vector file, where several hold\npoints."),
                     QStringLiteral("NAME")});
     line.addOption({namesOption,
-                    QStringLiteral("Of a vector file: the field of the point names. Default: one\n"
-                                   "named point, name, id or alike."),
+                    QStringLiteral("The field of a vector file that has the names.\n"
+                                   "Default: one called point, name, id or alike."),
                     QStringLiteral("FIELD")});
 }
 
