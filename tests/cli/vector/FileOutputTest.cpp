@@ -7,6 +7,7 @@
 
 #include <QtCore/QDir>
 #include <QtCore/QFile>
+#include <QtCore/QProcess>
 
 #include <ostream>
 
@@ -201,6 +202,26 @@ TEST_F(FileOutputs, AreNotWrittenWhereTheRunDoesNotEnd)
         convert(QStringLiteral("--force -o ") + file, "name,lon,lat,h\nA,5,95,0\n");
     EXPECT_EQ(failed.status, 1);
     EXPECT_TRUE(mentionsAll(failed.err, {"out.csv is not written"})) << failed.err;
+    EXPECT_EQ(readFile(file), "mine");
+    EXPECT_EQ(files(), QStringList{"out.csv"});
+}
+
+TEST_F(FileOutputs, AreNotWrittenWhereTheRunIsStopped)
+{
+    const QString file = m_program.file(QStringLiteral("out.csv"), "mine");
+    const auto process =
+        m_program.process(words(QStringLiteral("convert --system EPSG:32631 --force -o ") + file));
+    process->start();
+    process->write("A,5.387,52.155,43.1\nB,5.4,95,43.1\n");
+    // The second line is reported once both are read.
+    QByteArray said;
+    process->setReadChannel(QProcess::StandardError);
+    while (!said.contains(":2: ") && process->waitForReadyRead(60000))
+        said += process->readAll();
+    process->terminate();
+    ASSERT_TRUE(process->waitForFinished(60000));
+    said += process->readAll();
+    EXPECT_TRUE(said.contains("out.csv is not written")) << said.toStdString();
     EXPECT_EQ(readFile(file), "mine");
     EXPECT_EQ(files(), QStringList{"out.csv"});
 }
