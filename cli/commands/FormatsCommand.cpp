@@ -25,7 +25,9 @@ ExitStatus runFormats(const QStringList &arguments, Console &console)
     console.print(
         QStringLiteral("GDAL: %1").arg(release.isEmpty() ? QStringLiteral("none") : release));
     console.print(QStringLiteral("Read: positions as text, %1").arg(vector::readFormatNames()));
-    console.print(QStringLiteral("Written: %1").arg(vector::FileOutput::extensions()));
+    console.print(QStringLiteral("Written: %1%2")
+                      .arg(vector::FileOutput::extensions(),
+                           release.isEmpty() ? QStringLiteral("; not .gpkg and .shp") : QString()));
     return ExitStatus::Success;
 }
 

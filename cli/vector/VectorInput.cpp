@@ -210,6 +210,16 @@ std::optional<positions::Frame> VectorInput::frame(const LayerSystem &system,
                            .arg(m_name));
     }
     const bool hasReference = layer.kind != Reference::Kind::None;
+    // Its heights may be in feet as well, which no reference system of a plane says.
+    const bool isInMetres = *frame != positions::Frame::LocalProjected || layer.unitFactor == 1.0;
+    if (hasReference && !isInMetres && !layer.hasHeightUnit && mayHaveHeights()) {
+        console.report(
+            QStringLiteral("note: %1: easting and northing are read in the unit \"%2\" of "
+                           "the layer, heights in %3; --length-unit says another one")
+                .arg(m_name, QString::fromStdString(layer.unit),
+                     units.others == 1.0 ? QStringLiteral("m")
+                                         : QStringLiteral("units of %1 m").arg(units.others)));
+    }
     m_form.frame = *frame;
     m_form.planeUnit = hasReference ? layer.unitFactor : units.plane;
     m_form.heightUnit = layer.hasHeightUnit ? layer.heightFactor : units.others;

@@ -168,6 +168,14 @@ TEST_F(VectorInputs, InFeetAreReadInFeet)
         layer(QStringLiteral("ny.gpkg"), QStringLiteral("-a_srs EPSG:2263"), point);
     const ProgramResult result = convert(file, QStringLiteral("--system EPSG:2263"));
     ASSERT_EQ(result.status, 0) << result.err;
+    EXPECT_TRUE(mentionsAll(result.err, {"US survey foot", "heights in m"})) << result.err;
+    const ProgramResult feet =
+        convert(file, QStringLiteral("--system EPSG:2263 --length-unit us-ft"));
+    // A US survey foot is 1200/3937 m.
+    EXPECT_NEAR(numberIn(csvRows(feet.out).value(0), QStringLiteral("local_height_us_ft")), 10.0,
+                printed);
+    EXPECT_NEAR(numberIn(csvRows(feet.out).value(0), QStringLiteral("local_easting_us_ft")),
+                984250.0, printed);
     const auto row = csvRows(result.out).value(0);
     const QStringList numbers =
         toolOutput(QStringLiteral("cs2cs"),
