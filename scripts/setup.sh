@@ -7,6 +7,7 @@ packages=(
     g++ cmake ninja-build            # the build
     qtbase5-dev libqt5xml5           # Qt 5 Core and Xml
     libproj-dev libproj25 proj-data  # PROJ's header, the library file and the resource files
+    libgdal-dev                      # the program's module for vector files
     unzip                            # unpacks PROJ at run time
     libgtest-dev libgmock-dev        # the tests
     proj-bin gdal-bin zip tzdata     # the tests' independent peers

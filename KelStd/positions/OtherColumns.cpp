@@ -1,5 +1,7 @@
 #include <KelStd/positions/OtherColumns.h>
 
+#include <KelStd/positions/PointNames.h>
+
 #include <QtCore/QRegularExpression>
 
 #include <algorithm>
@@ -28,7 +30,7 @@ bool isNameWord(const QString &word)
     return nameWords().contains(word);
 }
 
-int fieldOfName(const QStringList &headings)
+int pointNameAmong(const QStringList &headings)
 {
     QStringList words = headings;
     for (QString &word : words)
@@ -37,7 +39,7 @@ int fieldOfName(const QStringList &headings)
         if (words.contains(word))
             return words.indexOf(word);
     }
-    return FieldOrder::noField;
+    return -1;
 }
 
 std::vector<int> fieldsOfUnits(const QStringList &headings)

@@ -15,9 +15,6 @@ namespace KelStd::positions {
 /// Whether the heading, as `normalisedHeading` writes it, is that of points' names.
 bool isNameWord(const QString &word);
 
-/// The field of the points' names, `FieldOrder::noField` where there is none.
-int fieldOfName(const QStringList &headings);
-
 /// The fields that are headed as those of units: "unit", "height_unit".
 std::vector<int> fieldsOfUnits(const QStringList &headings);
 

@@ -2,6 +2,7 @@
 
 #include <KelStd/positions/Headings.h>
 #include <KelStd/positions/OtherColumns.h>
+#include <KelStd/positions/PointNames.h>
 #include <KelStd/positions/ReadComponents.h>
 #include <KelStd/positions/ReadUnits.h>
 #include <KelStd/text/TypedNumber.h>
@@ -239,7 +240,8 @@ bool readHeader(const QStringList &fields, const InputForm &form, FieldOrder &or
     mistake = partsOfAngles(form, headings, order);
     if (!mistake.isEmpty())
         return false;
-    order.name = fieldOfName(fields);
+    static_assert(FieldOrder::noField == -1);
+    order.name = pointNameAmong(fields);
     if (form.height != InputHeight::OfFrame) {
         order.notTaken = headingsNotTaken(headings, order);
         return true;

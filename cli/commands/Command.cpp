@@ -17,6 +17,7 @@ namespace {
 
 constexpr Command commands[] = {
     {"convert", "Positions of one frame in all frames of a coordinate system", runConvert},
+    {"formats", "The files of positions that are read and written", runFormats},
     {"format", "Values as the library shows them", runFormat},
     {"parse", "Values as the library reads them, with every digit", runParse},
     {"system show", "A coordinate system as a surveyor reads it", runSystemShow},

@@ -26,6 +26,7 @@ ExitStatus runDisplaySet(const QStringList &arguments, Console &console);
 ExitStatus runDisplayShow(const QStringList &arguments, Console &console);
 ExitStatus runDoctor(const QStringList &arguments, Console &console);
 ExitStatus runFormat(const QStringList &arguments, Console &console);
+ExitStatus runFormats(const QStringList &arguments, Console &console);
 ExitStatus runGeoidConvert(const QStringList &arguments, Console &console);
 ExitStatus runGeoidHeight(const QStringList &arguments, Console &console);
 ExitStatus runGeoidInfo(const QStringList &arguments, Console &console);

@@ -15,16 +15,22 @@
 #include <cli/systems/ConfiguredDisplay.h>
 #include <cli/terminal/CommandLine.h>
 #include <cli/terminal/Console.h>
+#include <cli/terminal/FilePath.h>
 #include <cli/terminal/ShownText.h>
 #include <cli/terminal/StandardStreams.h>
 #include <cli/values/DisplayOptions.h>
+#include <cli/vector/FileOutput.h>
+#include <cli/vector/VectorFormats.h>
+#include <cli/vector/VectorInput.h>
 
 #include <KelStd/positions/Columns.h>
 #include <KelStd/positions/LocationPrinter.h>
 #include <KelStd/positions/PrintedColumns.h>
+#include <KelStd/text/CoordStringHelper.h>
 
 #include <algorithm>
 #include <cmath>
+#include <memory>
 #include <optional>
 
 namespace KelStd::cli {
@@ -116,100 +122,286 @@ void configure(ConvertOptions &options, const CommandLine &line, Console &consol
         console.report(reason);
 }
 
-/// Converts what a receiver says.
-ExitStatus convertEpochs(Input &input, const ConvertOptions &options, LocationJob &job,
-                         RejectsFile &rejects, Console &console)
+/// False with the `mistake` where options do not fit the file that is written.
+bool fits(const CommandLine &line, const std::optional<vector::FileOutput> &file, QString &mistake)
 {
-    console.report(QStringLiteral("note: ellipsoidal height = mean-sea-level height + separation, "
-                                  "as the receiver gives them"));
-    EpochSource source(input, options.epochNames);
-    RecordRun run(source, job, console);
-    run.setThreads(options.threads);
-    if (rejects.isOpen())
-        run.setRejects(rejects);
-    const ExitStatus status = run.run();
-    return status == ExitStatus::Success && source.hasLosses() ? ExitStatus::SomeFailed : status;
+    if (!file || file->mayLackHeader() || !line.isSet(QStringLiteral("no-header")))
+        return true;
+    mistake = QStringLiteral("--no-header is for comma-separated values, which are not written");
+    return false;
 }
+
+/// What is said of an option that is for lists of text and has no meaning for a layer; empty for
+/// none.
+QString textOptionAmong(const CommandLine &line)
+{
+    for (const char *const option : {"columns", "skip"}) {
+        if (line.isSet(QString::fromLatin1(option))) {
+            return QStringLiteral("--%1 is for positions as text, and the input is a vector file")
+                .arg(QLatin1String(option));
+        }
+    }
+    return {};
+}
+
+/// Sets the frame of a layer; false after a report. Lengths of a layer that states no unit are in
+/// that of --length-unit, else in the system's own.
+bool takeFrame(vector::VectorInput &layer, const vector::LayerSystem &system,
+               const std::optional<positions::PlaneUnit> &planeUnit, ConvertOptions &options,
+               Console &console)
+{
+    vector::LayerUnits units;
+    if (options.display.lengthUnit != nullptr) {
+        units.others =
+            CoordStringHelper::LengthRatio_otherToMeter(options.display.lengthUnit->unit);
+        units.plane = units.others;
+    } else if (planeUnit) {
+        units.plane = planeUnit->metres;
+    }
+    const std::optional<positions::Frame> given =
+        options.isFrameGiven ? std::optional(options.frame->frame) : std::nullopt;
+    const auto frame = layer.frame(system, given, units, console);
+    if (frame)
+        options.frame = &positions::rowOf(*frame);
+    return frame.has_value();
+}
+
+/// What is wrong with options that are for lists of text, where the input is none; empty for
+/// nothing.
+QString mistakeInInputs(const ConvertOptions &options, const PositionInput &input)
+{
+    const bool isOne = input.inputs().size() == 1;
+    if (options.isNmea && !isOne)
+        return QStringLiteral("--nmea takes one input");
+    if (!options.rejects.isEmpty() && !isOne) {
+        return QStringLiteral("--rejects is for one input: lines of several have several orders");
+    }
+    return {};
+}
+
+/// A conversion, step by step: what it reads is opened before PROJ is loaded, what it writes once
+/// the systems are known.
+class Conversion
+{
+public:
+    Conversion(const CommandLine &line, Console &console)
+        : m_line(line), m_console(console), m_input(PositionInput::Columns::MayBePicked)
+    {}
+
+    ExitStatus run()
+    {
+        for (const auto step :
+             {&Conversion::takeOptions, &Conversion::openInput, &Conversion::prepareFile,
+              &Conversion::prepareSystems, &Conversion::prepareOutput}) {
+            if (const auto status = (this->*step)())
+                return *status;
+        }
+        return convert();
+    }
+
+private:
+    /// Nothing: the next step may follow.
+    using Status = std::optional<ExitStatus>;
+
+    Status takeOptions()
+    {
+        QString reason;
+        m_file = vector::FileOutput::from(m_line, reason);
+        if (reason.isEmpty()) {
+            m_options = convertOptionsOf(m_line, m_file ? m_file->formOption() : QString(), m_input,
+                                         m_console, reason);
+        }
+        if (!m_options || !fits(m_line, m_file, reason))
+            return m_line.refuse(reason, m_console);
+        return {};
+    }
+
+    /// Of a vector file before the system is read, which may load PROJ.
+    Status openInput()
+    {
+        const QString given = m_line.positionals().value(0);
+        QString reason;
+        if (!m_options->isNmea && vector::isVectorFile(given)) {
+            reason = textOptionAmong(m_line);
+            if (reason.isEmpty() && m_line.positionals().size() > 1)
+                reason = QStringLiteral("a vector file is read alone");
+            if (!reason.isEmpty())
+                return m_line.refuse(reason, m_console);
+            if (!m_layer.emplace().open(given, m_line, m_console))
+                return ExitStatus::Usage;
+            if (m_options->height)
+                m_layer->setHeight(*m_options->height);
+            return {};
+        }
+        if (m_line.isSet(QStringLiteral("names")) && !m_options->isNmea)
+            reason = QStringLiteral("--names is for --nmea and vector files");
+        else if (m_line.isSet(QStringLiteral("layer")))
+            reason = QStringLiteral("--layer is for vector files");
+        if (!reason.isEmpty())
+            return m_line.refuse(reason, m_console);
+        if (!m_input.open(m_line, m_console))
+            return ExitStatus::Usage;
+        reason = mistakeInInputs(*m_options, m_input);
+        return reason.isEmpty() ? Status() : m_line.refuse(reason, m_console);
+    }
+
+    Status prepareFile()
+    {
+        if (!m_file)
+            return {};
+        if (!m_file->prepare(m_console))
+            return ExitStatus::Environment;
+        QStringList read = m_line.positionals();
+        read += {m_options->system, m_options->to.value_or(QString()), m_options->rejects};
+        return m_file->mayBeWritten(read, m_line, m_console) ? Status() : ExitStatus::Usage;
+    }
+
+    Status prepareSystems()
+    {
+        if (!m_systems.read(m_options->system, m_options->to, m_line, m_console))
+            return ExitStatus::Environment;
+        m_environment.emplace();
+        if (!m_environment->isReady(m_console) || !m_systems.canBeUsed(m_line, m_console))
+            return ExitStatus::Environment;
+        m_systems.findGeoidModels(m_console);
+        m_givenUnit = planeUnitOf(m_systems.given());
+        m_printedUnit =
+            m_systems.target() != nullptr ? planeUnitOf(m_systems.printed()) : m_givenUnit;
+        if (m_layer
+            && !takeFrame(*m_layer, layerSystem(given()), m_givenUnit, *m_options, m_console))
+            return ExitStatus::Usage;
+        return {};
+    }
+
+    Status prepareOutput()
+    {
+        configure(*m_options, m_line, m_console);
+        noteOnUnits();
+        QString reason;
+        if (!openRejects(reason)) {
+            m_console.report(QStringLiteral("cannot write %1: %2").arg(m_options->rejects, reason));
+            return ExitStatus::Environment;
+        }
+        const int width =
+            m_console.isTerminal() ? streams::terminalWidth(streams::standardOutput) : 0;
+        const LocationOutput output = {m_options->display,   m_printedUnit,
+                                       printed().geoidModel, m_options->hasHeader,
+                                       m_options->columns,   width};
+        if (!m_file)
+            m_writer = m_options->form->makeWriter(output);
+        else if (!m_file->open(layerSystem(printed()), output, m_console))
+            return ExitStatus::Environment;
+        return {};
+    }
+
+    ExitStatus convert()
+    {
+        LocationJob job(
+            {given(), m_systems.target(), *m_options->frame, m_options->columns.factors()},
+            m_file ? m_file->writer() : *m_writer);
+        if (m_layer) {
+            m_layer->keepSource(m_rejects.isOpen());
+            return start(RecordRun(m_layer->records(), job, m_console));
+        }
+        if (m_options->isNmea)
+            return convertEpochs(job);
+        positions::InputForm form =
+            inputForm(m_options->frame->frame, m_options->display, m_givenUnit);
+        form.missingHeight = missingHeight(*m_options, given().geoidModel);
+        m_input.promptFor(componentLabels(form), m_console);
+        return start(PositionRun(m_input.inputs(), m_input.parser(form), job, m_console));
+    }
+
+    ExitStatus convertEpochs(LocationJob &job)
+    {
+        m_console.report(QStringLiteral("note: ellipsoidal height = mean-sea-level height + "
+                                        "separation, as the receiver gives them"));
+        EpochSource source(m_input.input(), m_options->epochNames);
+        const ExitStatus status = start(RecordRun(source, job, m_console));
+        return status == ExitStatus::Success && source.hasLosses() ? ExitStatus::SomeFailed
+                                                                   : status;
+    }
+
+    template <typename Run>
+    ExitStatus start(Run &&run)
+    {
+        run.setThreads(m_options->threads);
+        if (m_rejects.isOpen())
+            run.setRejects(m_rejects);
+        if (m_file)
+            run.setSink(m_file->sink());
+        return run.run();
+    }
+
+    const ConversionSystem &given() const { return m_systems.given(); }
+    const ConversionSystem &printed() const { return m_systems.printed(); }
+
+    static vector::LayerSystem layerSystem(const ConversionSystem &system)
+    {
+        return {system.coord, system.origin, system.name, system.geoidModel};
+    }
+
+    std::optional<positions::PlaneUnit> planeUnitOf(const ConversionSystem &system)
+    {
+        return cli::planeUnitOf(system.origin, m_systems.wordFor(system), m_options->display,
+                                m_console);
+    }
+
+    void noteOnUnits()
+    {
+        const auto output = m_options->form->isConfigured ? positions::ValuePrinter::Output::Table
+                                                          : positions::ValuePrinter::Output::Csv;
+        const positions::LocationPrinter printer(m_options->display, output, m_printedUnit);
+        const bool isRead = !m_layer && m_options->frame->frame == positions::Frame::LocalProjected;
+        const bool isPrinted =
+            printer.hasOwnPlaneUnit() && printsPlane(printer, m_options->columns);
+        const bool isOne = m_systems.target() == nullptr;
+        noteOnPlaneUnit(m_givenUnit, m_systems.wordFor(given()), isRead, isOne && isPrinted,
+                        m_console);
+        if (!isOne)
+            noteOnPlaneUnit(m_printedUnit, m_systems.wordFor(printed()), false, isPrinted,
+                            m_console);
+    }
+
+    /// False with the reason.
+    bool openRejects(QString &reason)
+    {
+        const QString name = m_options->rejects;
+        if (name.isEmpty())
+            return true;
+        QStringList read{m_options->system};
+        if (m_options->to)
+            read += *m_options->to;
+        if (!m_layer)
+            return m_rejects.open(name, m_input.input(), read, reason);
+        if (!streams::areSameFile(onDisk(m_line.positionals().value(0)), onDisk(name)))
+            return m_rejects.open(name, Input(), read, reason);
+        reason = QStringLiteral("it is the input");
+        return false;
+    }
+
+    const CommandLine &m_line;
+    Console &m_console;
+    PositionInput m_input;
+    std::optional<vector::FileOutput> m_file;
+    std::optional<vector::VectorInput> m_layer; ///< where the input is one
+    std::optional<ConvertOptions> m_options;
+    ConvertSystems m_systems;
+    std::optional<ProjEnvironment> m_environment;
+    std::optional<positions::PlaneUnit> m_givenUnit;
+    std::optional<positions::PlaneUnit> m_printedUnit;
+    RejectsFile m_rejects;
+    std::unique_ptr<positions::PositionWriter> m_writer; ///< of what is printed
+};
 
 } // namespace
 
 ExitStatus runConvert(const QStringList &arguments, Console &console)
 {
-    constexpr int maxOperands = 1000;
     CommandLine line = convertCommandLine();
-    if (const auto status = line.parse(arguments, console, maxOperands))
+    if (const auto status = line.parse(arguments, console, 1))
         return *status;
-    PositionInput input(PositionInput::Columns::MayBePicked);
-    QString reason;
-    auto options = convertOptionsOf(line, input, console, reason);
-    if (!options)
-        return line.refuse(reason, console);
-    if (!input.open(line, console))
-        return ExitStatus::Usage;
-    if (options->isNmea && input.inputs().size() > 1)
-        return line.refuse(QStringLiteral("--nmea takes one input"), console);
-    if (!options->rejects.isEmpty() && input.inputs().size() > 1) {
-        return line.refuse(QStringLiteral("--rejects is for one input: lines of several have "
-                                          "several orders"),
-                           console);
-    }
-
-    ConvertSystems systems;
-    if (!systems.read(options->system, options->to, line, console))
-        return ExitStatus::Environment;
-    const ProjEnvironment environment;
-    if (!environment.isReady(console))
-        return ExitStatus::Environment;
-    if (!systems.canBeUsed(line, console))
-        return ExitStatus::Environment;
-    const ConversionSystem &given = systems.given();
-    const ConversionSystem &printed = systems.printed();
-    const bool readsPlane = options->frame->frame == positions::Frame::LocalProjected;
-    const auto givenUnit =
-        planeUnitOf(given.origin, systems.wordFor(given), options->display, console);
-    const auto printedUnit =
-        systems.target() != nullptr
-            ? planeUnitOf(printed.origin, systems.wordFor(printed), options->display, console)
-            : givenUnit;
-    positions::InputForm form = inputForm(options->frame->frame, options->display, givenUnit);
-    configure(*options, line, console);
-    const auto output = options->form->isConfigured ? positions::ValuePrinter::Output::Table
-                                                    : positions::ValuePrinter::Output::Csv;
-    const positions::LocationPrinter printer(options->display, output, printedUnit);
-    const bool printsUnit = printer.hasOwnPlaneUnit() && printsPlane(printer, options->columns);
-    if (systems.target() == nullptr) {
-        noteOnPlaneUnit(givenUnit, systems.wordFor(given), readsPlane, printsUnit, console);
-    } else {
-        noteOnPlaneUnit(givenUnit, systems.wordFor(given), readsPlane, false, console);
-        noteOnPlaneUnit(printedUnit, systems.wordFor(printed), false, printsUnit, console);
-    }
-    if (!options->isNmea)
-        input.promptFor(componentLabels(form), console);
-
-    RejectsFile rejects;
-    QStringList systemFiles{options->system};
-    if (options->to)
-        systemFiles += *options->to;
-    if (!options->rejects.isEmpty()
-        && !rejects.open(options->rejects, input.input(), systemFiles, reason)) {
-        console.report(QStringLiteral("cannot write %1: %2").arg(options->rejects, reason));
-        return ExitStatus::Environment;
-    }
-    systems.findGeoidModels(console);
-    form.missingHeight = missingHeight(*options, given.geoidModel);
-    const int width = console.isTerminal() ? streams::terminalWidth(streams::standardOutput) : 0;
-    const auto writer =
-        options->form->makeWriter({options->display, printedUnit, printed.geoidModel,
-                                   options->hasHeader, options->columns, width});
-    LocationJob job({given, systems.target(), *options->frame, options->columns.factors()},
-                    *writer);
-    if (options->isNmea)
-        return convertEpochs(input.input(), *options, job, rejects, console);
-    PositionRun run(input.inputs(), input.parser(form), job, console);
-    run.setThreads(options->threads);
-    if (rejects.isOpen())
-        run.setRejects(rejects);
-    return run.run();
+    return Conversion(line, console).run();
 }
 
 } // namespace KelStd::cli

@@ -7,6 +7,8 @@
 #include <cli/run/PositionInput.h>
 #include <cli/systems/SystemChoice.h>
 #include <cli/values/DisplayOptions.h>
+#include <cli/vector/FileOutput.h>
+#include <cli/vector/VectorInput.h>
 
 #include <KelStd/positions/Columns.h>
 #include <KelStd/positions/ValuePrinter.h>
@@ -58,6 +60,16 @@ QString details()
         "links), which the headings name, and so they are printed. Decimals stand behind\n"
         "a point, whatever the locale, or behind a comma where semicolons or tabulators\n"
         "separate the fields. A line that can be read in two ways is refused.\n"
+        "\n"
+        "INPUT may be a vector file as well (\"kelstd formats\"): points of one layer,\n"
+        "whose attributes are carried through. Its coordinate reference system is held\n"
+        "against --from and the system; without --from it says what the frame is.\n"
+        "Features that are no points are reported by their number.\n"
+        "\n"
+        "-o FILE writes a file in place of printing, by its extension one of\n"
+        "%6.\n"
+        ".gpkg, .shp and .dxf hold easting, northing and local height, the others WGS84;\n"
+        "all columns are attributes, and names are labels.\n"
         "\n"
         "The output has the name and all four frames: WGS84 longitude, latitude, height;\n"
         "WGS84 X, Y, Z; local longitude, latitude, height; northing, easting, height.\n"
@@ -115,7 +127,8 @@ QString details()
         .arg(stShowConfig().xyPrecision)
         .arg(findAngleStyle(QStringLiteral("degree"))->decimals)
         .arg(positions::csvAngleDecimals)
-        .arg(positions::csvLengthDecimals);
+        .arg(positions::csvLengthDecimals)
+        .arg(vector::FileOutput::extensions());
 }
 
 } // namespace
@@ -131,7 +144,8 @@ CommandLine convertCommandLine()
         QStringLiteral("kelstd convert --system EPSG:28992 --from local-neh --csv site.csv"));
     line.setUsual({QStringLiteral("system"), QStringLiteral("from"), QStringLiteral("columns"),
                    QStringLiteral("table"), QStringLiteral("csv"), QStringLiteral("json"),
-                   QStringLiteral("geojson"), QStringLiteral("precision"), QStringLiteral("angle"),
+                   QStringLiteral("geojson"), QStringLiteral("output"), QStringLiteral("nmea"),
+                   QStringLiteral("to"), QStringLiteral("precision"), QStringLiteral("angle"),
                    QStringLiteral("rejects")});
     line.addOption({QStringLiteral("system"),
                     QStringLiteral("The coordinate system: its document, its name\n"
@@ -149,9 +163,10 @@ CommandLine convertCommandLine()
         {QStringLiteral("nmea"), QStringLiteral("The input is what a receiver says in NMEA 0183,\n"
                                                 "kept in a file or as it comes (see below).")});
     line.addOption({QStringLiteral("names"),
-                    QStringLiteral("With --nmea: what a point is called, 'number' (of\n"
-                                   "its epoch; the default) or 'utc'."),
-                    QStringLiteral("WHAT"), QStringLiteral("number")});
+                    QStringLiteral("What names the points. With --nmea: 'number' (of\n"
+                                   "the epoch; the default) or 'utc'. Of a vector\n"
+                                   "file: a field; default: point, name, id or alike."),
+                    QStringLiteral("WHAT")});
     line.addOption({QStringLiteral("to"),
                     QStringLiteral("Print the frames of this system instead, through\n"
                                    "WGS84; the input is one of --system."),
@@ -162,11 +177,13 @@ CommandLine convertCommandLine()
                              "them, of the point name if there is one: headings\n"
                              "or numbers. The others are carried through."));
     PositionInput::addSkipOption(line);
+    vector::VectorInput::addOptions(line);
     line.addOption({QStringLiteral("height"),
                     QStringLiteral("The height of positions that have none, in the\n"
                                    "unit of lengths. Default: 0, with a note."),
                     QStringLiteral("H")});
     addFormOptions(line, locationOutputForms());
+    vector::FileOutput::addOptions(line);
     addColumnOptions(line);
     line.addOption({QStringLiteral("no-header"),
                     QStringLiteral("Print comma-separated values without a header\nline.")});

@@ -22,7 +22,7 @@ QString helpOf(const QList<const Command *> &commands)
         "Options:\n"
         "  -h, --help      Show this help; 'kelstd help COMMAND' that of a command, and\n"
         "                  'kelstd help COMMAND full' all of it.\n"
-        "  -v, --version   Show the version, and those of Qt, PROJ and PROJ's database.\n"
+        "  -v, --version   Show the version, and those of Qt, PROJ, its database, GDAL.\n"
         "\n"
         "Exit status:\n"
         "  0  everything was done\n"

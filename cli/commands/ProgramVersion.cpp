@@ -2,6 +2,7 @@
 
 #include <cli/proj/HomeDirectory.h>
 #include <cli/proj/ProjEnvironment.h>
+#include <cli/vector/VectorModule.h>
 
 #include <KelStd/catalogue/Catalogue.h>
 #include <KelStd/proj/ProjInspection.h>
@@ -36,11 +37,13 @@ ProjReleases projReleases()
 
 QStringList versionLines()
 {
+    const QString gdal = vector::gdalRelease(); // its PROJ has to be loaded before ours
     const ProjReleases releases = projReleases();
     return {QStringLiteral("kelstd " KELSTD_VERSION),
             QStringLiteral("Qt: %1").arg(QLatin1String(qVersion())),
             QStringLiteral("PROJ: %1").arg(releases.proj),
-            QStringLiteral("PROJ database: %1").arg(releases.database)};
+            QStringLiteral("PROJ database: %1").arg(releases.database),
+            QStringLiteral("GDAL: %1").arg(gdal.isEmpty() ? QStringLiteral("none") : gdal)};
 }
 
 } // namespace KelStd::cli

@@ -37,11 +37,8 @@ std::optional<std::size_t> threadsOf(const CommandLine &line, QString &mistake)
 bool takeNmea(const CommandLine &line, ConvertOptions &options, QString &mistake)
 {
     options.isNmea = line.isSet(QStringLiteral("nmea"));
-    if (!options.isNmea) {
-        if (line.isSet(QStringLiteral("names")))
-            mistake = QStringLiteral("--names is for --nmea");
-        return mistake.isEmpty();
-    }
+    if (!options.isNmea)
+        return true;
     if (options.frame->frame != positions::Frame::Wgs84Geographic) {
         mistake = QStringLiteral("--from '%1' does not go with --nmea, whose positions are %2")
                       .arg(QString::fromLatin1(options.frame->option),
@@ -59,7 +56,7 @@ bool takeNmea(const CommandLine &line, ConvertOptions &options, QString &mistake
     const QString names = line.value(QStringLiteral("names"));
     if (names == QLatin1String("utc"))
         options.epochNames = EpochSource::Names::Utc;
-    else if (names != QLatin1String("number"))
+    else if (line.isSet(QStringLiteral("names")) && names != QLatin1String("number"))
         mistake = QStringLiteral("--names '%1' is none; there are number, utc").arg(names);
     return mistake.isEmpty();
 }
@@ -90,8 +87,9 @@ bool takeHeight(const CommandLine &line, ConvertOptions &options, QString &mista
 
 } // namespace
 
-std::optional<ConvertOptions> convertOptionsOf(const CommandLine &line, PositionInput &input,
-                                               const Console &console, QString &mistake)
+std::optional<ConvertOptions> convertOptionsOf(const CommandLine &line, const QString &formOption,
+                                               PositionInput &input, const Console &console,
+                                               QString &mistake)
 {
     ConvertOptions options;
     options.system = line.value(QStringLiteral("system"));
@@ -113,12 +111,17 @@ std::optional<ConvertOptions> convertOptionsOf(const CommandLine &line, Position
                               frameNames(QStringLiteral(" ")).split(QLatin1Char(' ')));
         return std::nullopt;
     }
+    options.isFrameGiven = line.isSet(QStringLiteral("from"));
     if (!takeNmea(line, options, mistake))
         return std::nullopt;
     const auto form = chosenForm(line, locationOutputForms(), console, mistake);
     if (!form)
         return std::nullopt;
     options.form = &locationForms()[*form];
+    for (const LocationForm &row : locationForms()) {
+        if (formOption == QLatin1String(row.form.option))
+            options.form = &row;
+    }
     options.hasHeader = !line.isSet(QStringLiteral("no-header"));
     if (!options.hasHeader && !options.form->mayLackHeader) {
         mistake =

@@ -24,6 +24,7 @@ struct ConvertOptions
     QString system;
     std::optional<QString> to; ///< the system whose frames are printed; nothing for the same one
     const positions::FrameRow *frame = nullptr;
+    bool isFrameGiven = false; ///< or the default was taken
     const LocationForm *form = nullptr;
     bool hasHeader = true;
     DisplayOptions display;
@@ -35,8 +36,10 @@ struct ConvertOptions
     EpochSource::Names epochNames = EpochSource::Names::Number;
 };
 
-/// Nothing, with the `mistake`, when the options cannot be followed.
-std::optional<ConvertOptions> convertOptionsOf(const CommandLine &line, PositionInput &input,
-                                               const Console &console, QString &mistake);
+/// Nothing, with the `mistake`, when the options cannot be followed. `formOption`: the form of a
+/// file that is written instead of printing; empty for none.
+std::optional<ConvertOptions> convertOptionsOf(const CommandLine &line, const QString &formOption,
+                                               PositionInput &input, const Console &console,
+                                               QString &mistake);
 
 } // namespace KelStd::cli

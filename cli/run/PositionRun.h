@@ -38,6 +38,9 @@ public:
     /// Where the lines go that failed.
     void setRejects(RejectsFile &rejects) { m_output.setRejects(rejects); }
 
+    /// Where what is printed goes instead of standard output.
+    void setSink(OutputSink &sink) { m_output.setSink(sink); }
+
     /// To the end of the last input, or until nothing can be printed any more.
     ExitStatus run();
 

@@ -25,6 +25,9 @@ public:
     /// Where the records go that failed.
     void setRejects(RejectsFile &rejects) { m_output.setRejects(rejects); }
 
+    /// Where what is printed goes instead of standard output.
+    void setSink(OutputSink &sink) { m_output.setSink(sink); }
+
     /// To the end of the source, or until nothing can be printed any more.
     ExitStatus run();
 

@@ -45,7 +45,7 @@ bool RunOutput::take(const BlockResult &result)
     m_doneBytes += result.inputBytes;
     if (m_progress != nullptr)
         m_progress->show(m_doneBytes);
-    return m_console.canPrint();
+    return m_sink != nullptr ? m_sink->canWrite() : m_console.canPrint();
 }
 
 /// What is said once of all positions.
@@ -63,31 +63,44 @@ void RunOutput::print(const char *bytes, int size)
     // No separator stands before the first position.
     const int skipped = m_hasPosition ? 0 : m_job.separator().size();
     m_hasPosition = true;
-    m_console.write(QByteArray::fromRawData(bytes + skipped, size - skipped));
+    write(QByteArray::fromRawData(bytes + skipped, size - skipped));
+}
+
+void RunOutput::write(const QByteArray &bytes)
+{
+    if (m_sink != nullptr)
+        m_sink->write(bytes);
+    else
+        m_console.write(bytes);
 }
 
 void RunOutput::printHeading()
 {
     if (!m_hasHeading)
-        m_console.write(m_heading);
+        write(m_heading);
     m_hasHeading = true;
 }
 
 ExitStatus RunOutput::finish(End end, const QString &error, const QStringList &remarks)
 {
-    if (end == End::OutputFailed)
+    if (end == End::OutputFailed) {
+        if (m_sink != nullptr)
+            reportSinkFailure();
         return outputFailed();
+    }
     if (end == End::BadHeader)
         return finishBadHeader();
     if (end == End::InputFailed) {
         if (m_hasHeading)
-            m_console.write(m_job.ending());
+            write(m_job.ending());
         reportRemarks();
         m_console.report(QStringLiteral("cannot read %1: %2").arg(m_inputName, error));
-        return finishRejects(ExitStatus::Environment);
+        return finishPartly(ExitStatus::Environment);
     }
     printHeading();
-    m_console.write(m_job.ending());
+    write(m_job.ending());
+    if (end == End::Done && !finishSink())
+        return outputFailed();
     reportRemarks();
     for (const QString &remark : remarks)
         m_console.report(remark);
@@ -96,7 +109,7 @@ ExitStatus RunOutput::finish(End end, const QString &error, const QStringList &r
                              .arg(m_item)
                              .arg(m_lastLine)
                              .arg(m_inputName));
-        return finishRejects(ExitStatus::Stopped);
+        return finishPartly(ExitStatus::Stopped);
     }
     if (m_failed == 0)
         return finishRejects(ExitStatus::Success);
@@ -108,15 +121,59 @@ ExitStatus RunOutput::finish(End end, const QString &error, const QStringList &r
 ExitStatus RunOutput::finishBadHeader()
 {
     if (m_hasHeading)
-        m_console.write(m_job.ending());
+        write(m_job.ending());
     // Where no line was taken, the rejected lines of an earlier run are kept.
-    if (m_taken + m_failed == 0)
+    if (m_taken + m_failed == 0) {
+        if (m_sink != nullptr)
+            reportUnwritten();
         return ExitStatus::Usage;
+    }
     reportRemarks();
     m_console.report(QStringLiteral("the run ended there: %1 of %2 positions before it failed")
                          .arg(m_failed)
                          .arg(m_taken + m_failed));
-    return finishRejects(ExitStatus::Usage);
+    return finishPartly(ExitStatus::Usage);
+}
+
+void RunOutput::reportSinkFailure()
+{
+    m_console.report(
+        QStringLiteral("cannot write %1: %2").arg(m_sink->displayName(), m_sink->errorText()));
+}
+
+void RunOutput::reportUnwritten()
+{
+    m_console.report(QStringLiteral("%1 is not written").arg(m_sink->displayName()));
+}
+
+/// False after a report. Without a position that was taken an earlier file stays.
+bool RunOutput::finishSink()
+{
+    if (m_sink == nullptr)
+        return true;
+    if (m_taken == 0 && m_failed > 0) {
+        reportUnwritten();
+        return true;
+    }
+    if (!m_sink->canWrite() || !m_sink->finish()) {
+        reportSinkFailure();
+        return false;
+    }
+    for (const QString &note : m_sink->notes())
+        m_console.report(note);
+    m_console.printChange(
+        QStringLiteral("Wrote %1: %2 positions").arg(m_sink->displayName()).arg(m_taken));
+    return true;
+}
+
+/// Ends a run that did not come to its end: what is printed stands, a file is not written.
+ExitStatus RunOutput::finishPartly(ExitStatus status)
+{
+    if (m_sink == nullptr)
+        return finishRejects(status);
+    reportUnwritten();
+    outputFailed();
+    return status;
 }
 
 /// An earlier file of rejected lines is not given up for those of a run that has to be repeated.

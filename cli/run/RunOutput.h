@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cli/run/BlockResult.h>
+#include <cli/run/OutputSink.h>
 #include <cli/run/PositionJob.h>
 #include <cli/run/RejectsFile.h>
 #include <cli/terminal/ExitStatus.h>
@@ -37,6 +38,8 @@ public:
 
     /// Where what failed goes.
     void setRejects(RejectsFile &rejects) { m_rejects = &rejects; }
+    /// Where what is printed goes instead of standard output.
+    void setSink(OutputSink &sink) { m_sink = &sink; }
     bool keepsRejects() const { return m_rejects != nullptr; }
 
     /// What shows how far the run is; null for nothing.
@@ -59,7 +62,12 @@ public:
 private:
     void reportRemarks();
     void print(const char *bytes, int size);
+    void write(const QByteArray &bytes);
     void printHeading();
+    void reportSinkFailure();
+    void reportUnwritten();
+    bool finishSink();
+    ExitStatus finishPartly(ExitStatus status);
     ExitStatus finishBadHeader();
     ExitStatus outputFailed();
     ExitStatus finishRejects(ExitStatus status);
@@ -69,6 +77,7 @@ private:
     QString m_inputName;
     QString m_item = QStringLiteral("line");
     RejectsFile *m_rejects = nullptr;
+    OutputSink *m_sink = nullptr;
     ProgressBar *m_progress = nullptr;
     QByteArray m_heading;
     QByteArray m_headerLine; ///< of the input

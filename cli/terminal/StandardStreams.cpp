@@ -65,6 +65,11 @@ bool isReadyWithin(int /*descriptor*/, int /*milliseconds*/)
     return true; // reading waits
 }
 
+bool storeOnDisk(const QString & /*name*/)
+{
+    return true;
+}
+
 StopRequests::StopRequests() = default;
 StopRequests::~StopRequests() = default;
 
@@ -134,6 +139,18 @@ bool isFile(int descriptor, const QString &name)
     return fstat(descriptor, &open) == 0 && S_ISREG(open.st_mode)
            && stat(QFile::encodeName(name).constData(), &named) == 0 && open.st_dev == named.st_dev
            && open.st_ino == named.st_ino;
+}
+
+bool storeOnDisk(const QString &name)
+{
+    const int descriptor = open(QFile::encodeName(name).constData(), O_RDONLY | O_CLOEXEC);
+    if (descriptor == -1)
+        return false;
+    const bool isStored = fsync(descriptor) == 0;
+    const int reason = errno;
+    close(descriptor);
+    errno = reason;
+    return isStored;
 }
 
 bool areSameFile(const QString &one, const QString &other)

@@ -38,6 +38,9 @@ bool isReady(int descriptor);
 /// stop is requested.
 bool isReadyWithin(int descriptor, int milliseconds);
 
+/// Waits until the bytes of a file are on the disk; false where that failed.
+bool storeOnDisk(const QString &name);
+
 /// True when every byte was written.
 bool writeAll(int descriptor, const QByteArray &bytes);
 

@@ -29,6 +29,10 @@ const QList<CommandWords> &commands()
           "--precision N[,M]",
           "--angle STYLE",
           "--length-unit UNIT",
+          "--layer NAME",
+          "--names FIELD",
+          "-o, --output FILE ",
+          "--force",
           "dms, degree, second, radian",
           "52d30'15.5\"",
           "--help",
@@ -45,6 +49,7 @@ const QList<CommandWords> &commands()
          {"--type TYPE", "--unit UNIT", "--to UNIT", "--style STYLE", "--precision N",
           "--erase-zeros", "--exact", "--table", "--int-digits N", "--show-unit", "--help",
           "ElevationHeight", "US Foot", "Exit status"}},
+        {"formats", {"--help", "GDAL", "Exit status"}},
         {"parse",
          {"--type TYPE", "--unit UNIT", "--style STYLE", "--typed", "--help", "Latitude", "Degree",
           "Exit status"}},
@@ -244,7 +249,15 @@ TEST(Help, TheVersionsAreThoseOfTheProgramAndOfWhatItRunsOn)
                         .match(result.outLines().value(3))
                         .hasMatch())
             << result.outLines().value(3);
-        EXPECT_EQ(result.outLines().size(), 4);
+        // What GDAL's own program says: "GDAL 3.6.2, released 2023/01/02", where there is one.
+        QProcess gdal;
+        gdal.start(QStringLiteral("ogrinfo"), {QStringLiteral("--version")});
+        ASSERT_TRUE(gdal.waitForFinished());
+        const QString gdalRelease =
+            QString::fromLatin1(gdal.readAll()).section(QLatin1Char(' '), 1, 1);
+        EXPECT_EQ(result.outLines().value(4),
+                  QStringLiteral("GDAL: ") + gdalRelease.section(QLatin1Char(','), 0, 0));
+        EXPECT_EQ(result.outLines().size(), 5);
     }
 }
 

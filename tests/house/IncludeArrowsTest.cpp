@@ -58,9 +58,11 @@ const QList<Room> &programRooms()
         {"cli/proj/", {"terminal"}},
         {"cli/catalogue/", {"terminal", "library", "proj"}},
         {"cli/systems/", {"terminal", "values", "library", "geoids", "catalogue"}},
+        {"cli/vector/gdal/", {"vector"}},
+        {"cli/vector/", {"terminal", "run", "conversion"}},
         {"cli/commands/",
          {"terminal", "values", "run", "library", "geoids", "systems", "proj", "conversion",
-          "catalogue", "doctor"}},
+           "catalogue", "doctor", "vector"}},
         {"cli/", {"commands", "terminal"}},
     };
     return rows;

@@ -1,0 +1,26 @@
+#include <KelStd/positions/AttributeColumns.h>
+
+#include <KelStd/positions/Columns.h>
+
+namespace KelStd::positions {
+
+void AttributeColumns::take(const PrintedColumns &columns)
+{
+    m_columns.clear();
+    for (const PrintedColumn &column : columns.all()) {
+        if (column.kind != PrintedColumn::Kind::Name)
+            m_columns.push_back(column);
+    }
+}
+
+std::string_view AttributeColumns::text(const LocationPrinter &printer, const PrintedColumn &column,
+                                        const PrintedPosition &position, QByteArray &buffer)
+{
+    if (column.kind != PrintedColumn::Kind::Component)
+        return PrintedColumns::text(column, position, buffer);
+    buffer.clear();
+    printer.append(buffer, columns()[column.index], position.location);
+    return {buffer.constData(), static_cast<std::size_t>(buffer.size())};
+}
+
+} // namespace KelStd::positions

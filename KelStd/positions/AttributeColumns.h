@@ -1,0 +1,31 @@
+#pragma once
+
+#include <KelStd/Export.h>
+#include <KelStd/positions/LocationPrinter.h>
+#include <KelStd/positions/PrintedColumns.h>
+
+#include <QtCore/QByteArray>
+
+#include <string_view>
+#include <vector>
+
+namespace KelStd::positions {
+
+/// The printed columns as attributes of features that have a name of their own: all of them but the
+/// name.
+class KELSTD_EXPORT AttributeColumns
+{
+public:
+    void take(const PrintedColumns &columns);
+
+    const std::vector<PrintedColumn> &all() const { return m_columns; }
+
+    /// The value of one as a UTF-8 text: empty where there is none. Valid until `buffer` changes.
+    static std::string_view text(const LocationPrinter &printer, const PrintedColumn &column,
+                                 const PrintedPosition &position, QByteArray &buffer);
+
+private:
+    std::vector<PrintedColumn> m_columns;
+};
+
+} // namespace KelStd::positions

@@ -1,0 +1,139 @@
+#include <cli/vector/FieldNames.h>
+
+#include <KelStd/positions/Columns.h>
+
+#include <QtCore/QByteArray>
+#include <QtCore/QChar>
+
+#include <algorithm>
+#include <iterator>
+
+namespace KelStd::cli::vector {
+
+namespace {
+
+constexpr int maxBytes = 10;
+
+struct ShortName
+{
+    const char *column; ///< without its unit
+    const char *name;   ///< leaves room for a unit of two letters where it can
+};
+
+constexpr ShortName shortNames[] = {
+    {"wgs84_longitude", "wgs84_lon"},
+    {"wgs84_latitude", "wgs84_lat"},
+    {"wgs84_height", "wgs84_h"},
+    {"wgs84_x", "wgs84_x"},
+    {"wgs84_y", "wgs84_y"},
+    {"wgs84_z", "wgs84_z"},
+    {"local_longitude", "local_lon"},
+    {"local_latitude", "local_lat"},
+    {"local_ellipsoidal_height", "local_h"},
+    {"local_northing", "northing"},
+    {"local_easting", "easting"},
+    {"local_height_reference", "height_ref"},
+    {"local_height", "height"},
+    {"point_scale", "pt_scale"},
+    {"elevation_factor", "elev_fact"},
+    {"combined_factor", "comb_fact"},
+    {"convergence", "converg"},
+};
+
+/// At most so many bytes of UTF-8, without half a character.
+QString cut(const QString &text, int bytes)
+{
+    QString result = text;
+    while (result.toUtf8().size() > bytes)
+        result.chop(result.size() > 1 && result.at(result.size() - 1).isLowSurrogate() ? 2 : 1);
+    return result;
+}
+
+QString shortened(const QString &name)
+{
+    if (name.toUtf8().size() <= maxBytes)
+        return name;
+    for (const ShortName &row : shortNames) {
+        const QLatin1String column(row.column);
+        if (name == column || name.startsWith(column + QLatin1Char('_')))
+            return QString::fromLatin1(row.name);
+    }
+    return cut(name, maxBytes);
+}
+
+/// Whether it is the name of a coordinate as the program prints it, in any unit.
+bool isOwnColumn(const QString &name)
+{
+    const auto isCalled = [&name](const QString &column) {
+        return name == column || name.startsWith(column + QLatin1Char('_'));
+    };
+    const auto &columns = positions::columns();
+    return name == QLatin1String("local_height_reference")
+           || std::any_of(columns.begin(), columns.end(), [&](const positions::Column &column) {
+                  return isCalled(QString::fromLatin1(column.csvName));
+              });
+}
+
+bool isShortOfOwn(const QString &name)
+{
+    return std::any_of(std::begin(shortNames), std::end(shortNames), [&name](const ShortName &row) {
+        const bool isCoordinate = isOwnColumn(QString::fromLatin1(row.column));
+        const QString shortName = QString::fromLatin1(row.name);
+        return isCoordinate && (name == shortName || name == shortName + QLatin1String("_m"));
+    });
+}
+
+} // namespace
+
+QStringList shapefileNames(const QStringList &names)
+{
+    QStringList result;
+    for (const QString &name : names) {
+        const QString plain = shortened(name);
+        QString unique = plain;
+        for (int number = 2; result.contains(unique, Qt::CaseInsensitive); ++number) {
+            const QString ending = QStringLiteral("_%1").arg(number);
+            unique = cut(plain, maxBytes - ending.size()) + ending;
+        }
+        result += unique;
+    }
+    return result;
+}
+
+QStringList databaseNames(const QStringList &names)
+{
+    QStringList result;
+    for (const QString &name : names) {
+        QString unique = name;
+        for (int number = 2; result.contains(unique, Qt::CaseInsensitive); ++number)
+            unique = QStringLiteral("%1_%2").arg(name).arg(number);
+        result += unique;
+    }
+    return result;
+}
+
+std::vector<bool> ownCoordinates(const QStringList &names)
+{
+    const QStringList marks = {QStringLiteral("wgs84_lon"), QStringLiteral("height_ref")};
+    bool isShortened = true;
+    for (const QString &mark : marks)
+        isShortened = isShortened && names.contains(mark);
+    std::vector<bool> own;
+    for (const QString &name : names) {
+        const bool isLong = isOwnColumn(name);
+        own.push_back(isLong || (isShortened && isShortOfOwn(name)));
+    }
+    return own;
+}
+
+QString changedNames(const QStringList &names, const QStringList &changed)
+{
+    QStringList pairs;
+    for (int i = 0; i < names.size() && i < changed.size(); ++i) {
+        if (names.at(i) != changed.at(i))
+            pairs += QStringLiteral("%1 as %2").arg(names.at(i), changed.at(i));
+    }
+    return pairs.join(QLatin1String(", "));
+}
+
+} // namespace KelStd::cli::vector

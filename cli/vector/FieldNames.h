@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QtCore/QStringList>
+
+#include <vector>
+
+namespace KelStd::cli::vector {
+
+/// Names that a Shapefile can hold: at most ten bytes, each once in any case of its letters. The
+/// program's own columns have names that say what they are; others are cut.
+QStringList shapefileNames(const QStringList &names);
+
+/// Names that differ in more than the case of their letters, as a database has to have them: of
+/// equal ones all but the first have a number behind them.
+QStringList databaseNames(const QStringList &names);
+
+/// Which of the fields of a layer are coordinates that the program wrote into it, by their names:
+/// those of its columns, or of a Shapefile that has them shortened.
+std::vector<bool> ownCoordinates(const QStringList &names);
+
+/// "local_northing_m as loc_north_, ..." of those that are different; empty for none.
+QString changedNames(const QStringList &names, const QStringList &changed);
+
+} // namespace KelStd::cli::vector

@@ -1,0 +1,293 @@
+#include <cli/vector/FileOutput.h>
+
+#include <cli/terminal/CommandLine.h>
+#include <cli/terminal/Console.h>
+#include <cli/terminal/FilePath.h>
+#include <cli/terminal/ShownText.h>
+#include <cli/terminal/StandardStreams.h>
+#include <cli/vector/FieldNames.h>
+#include <cli/vector/FileSink.h>
+#include <cli/vector/LayerOutput.h>
+#include <cli/vector/VectorModule.h>
+
+#include <KelStd/catalogue/Catalogue.h>
+#include <KelStd/positions/DxfWriter.h>
+#include <KelStd/positions/GpxWriter.h>
+#include <KelStd/positions/KmlWriter.h>
+
+#include <QtCore/QFileInfo>
+
+#include <algorithm>
+
+namespace KelStd::cli::vector {
+
+/// A form of files. Those without a form of output for themselves print numbers as CSV does.
+struct FileForm
+{
+    enum class Kind
+    {
+        Printed, ///< as it would be printed
+        Kml,
+        Gpx,
+        Dxf,
+        Layer ///< by the module
+    };
+
+    const char *extension;
+    Kind kind;
+    const char *option; ///< of the form of output
+    const char *driver; ///< of a layer
+};
+
+namespace {
+
+using Kind = FileForm::Kind;
+
+constexpr FileForm forms[] = {
+    {"csv", Kind::Printed, "csv", ""},
+    {"json", Kind::Printed, "json", ""},
+    {"geojson", Kind::Printed, "geojson", ""},
+    {"gpkg", Kind::Layer, "csv", "GPKG"},
+    {"shp", Kind::Layer, "csv", "ESRI Shapefile"},
+    {"kml", Kind::Kml, "csv", ""},
+    {"gpx", Kind::Gpx, "csv", ""},
+    {"dxf", Kind::Dxf, "csv", ""},
+};
+
+const QString outputOption = QStringLiteral("output");
+const QString forceOption = QStringLiteral("force");
+
+const FileForm *findForm(const QString &extension)
+{
+    const auto *const found =
+        std::find_if(std::begin(forms), std::end(forms), [&extension](const FileForm &form) {
+            return extension == QLatin1String(form.extension);
+        });
+    return found == std::end(forms) ? nullptr : found;
+}
+
+bool hasShift(const Coord &coord)
+{
+    return coord.ellipsoidTransform.fuction == EllipsoinTransformFunction_Three
+           || coord.ellipsoidTransform.fuction == EllipsoinTransformFunction_Seven
+           || coord.ellipsoid.proj4EllpsName.contains(QLatin1String("nadgrids"));
+}
+
+QString shownUnit(const LayerSystem &system)
+{
+    return system.origin.planeUnit ? shown(system.origin.planeUnit->name) : QStringLiteral("m");
+}
+
+double planeUnitOf(const LayerSystem &system)
+{
+    return system.origin.planeUnit ? system.origin.planeUnit->metres : 1.0;
+}
+
+QString heightNote(const QString &name, const char *format)
+{
+    return QStringLiteral("note: heights in %1 are WGS84 ellipsoidal; programs take those of %2 as "
+                          "above mean sea level")
+        .arg(name, QLatin1String(format));
+}
+
+} // namespace
+
+void FileOutput::addOptions(CommandLine &line)
+{
+    line.addOption({{QStringLiteral("o"), outputOption},
+                    QStringLiteral("Write a file instead of printing, whole or not at\n"
+                                   "all, in the form of its extension (see below)."),
+                    QStringLiteral("FILE")});
+    line.addOption({forceOption, QStringLiteral("Replace a FILE that exists.")});
+}
+
+QString FileOutput::extensions()
+{
+    QStringList words;
+    for (const FileForm &form : forms)
+        words += QLatin1Char('.') + QString::fromLatin1(form.extension);
+    return words.join(QLatin1Char(' '));
+}
+
+std::optional<FileOutput> FileOutput::from(const CommandLine &line, QString &mistake)
+{
+    if (!line.isSet(outputOption)) {
+        if (line.isSet(forceOption))
+            mistake = QStringLiteral("--force is for -o FILE");
+        return std::nullopt;
+    }
+    const QString name = line.value(outputOption);
+    const QFileInfo info(onDisk(name));
+    const FileForm *const form = findForm(info.suffix().toLower());
+    if (form == nullptr || info.completeBaseName().isEmpty()) {
+        mistake = QStringLiteral("-o '%1' has none of the extensions %2").arg(name, extensions());
+        return std::nullopt;
+    }
+    for (const LocationForm &row : locationForms()) {
+        const QString option = QString::fromLatin1(row.form.option);
+        const bool isSame = form->kind == Kind::Printed && option == QLatin1String(form->option);
+        if (line.isSet(option) && !isSame) {
+            mistake = QStringLiteral("--%1 and -o %2 exclude each other").arg(option, name);
+            return std::nullopt;
+        }
+    }
+    return FileOutput(*form, name);
+}
+
+QString FileOutput::formOption() const
+{
+    return QString::fromLatin1(m_form->option);
+}
+
+bool FileOutput::mayLackHeader() const
+{
+    return formOption() == QLatin1String(m_form->extension);
+}
+
+bool FileOutput::prepare(Console &console)
+{
+    if (m_form->kind != Kind::Layer)
+        return true;
+    QString reason;
+    m_files = vectorFiles(reason);
+    if (m_files == nullptr)
+        console.report(QStringLiteral("cannot write %1: %2").arg(m_name, reason));
+    return m_files != nullptr;
+}
+
+bool FileOutput::mayBeWritten(const QStringList &read, const CommandLine &line,
+                              Console &console) const
+{
+    const QString path = onDisk(m_name);
+    QStringList existing;
+    if (m_form->kind == Kind::Layer)
+        existing = FileSet(path).existing();
+    else if (QFileInfo::exists(path))
+        existing += path;
+    for (const QString &file : existing) {
+        const bool isRead = std::any_of(read.begin(), read.end(), [&file](const QString &each) {
+            return !each.isEmpty() && streams::areSameFile(onDisk(each), file);
+        });
+        if (isRead) {
+            console.report(QStringLiteral("cannot write %1: it is read in this run").arg(file));
+            return false;
+        }
+        if (!QFileInfo(file).isFile()) {
+            console.report(QStringLiteral("cannot write %1: it is no file").arg(file));
+            return false;
+        }
+        for (const int stream : {streams::standardOutput, streams::standardError}) {
+            if (streams::isFile(stream, file)) {
+                console.report(QStringLiteral("cannot write %1: it is the output").arg(file));
+                return false;
+            }
+        }
+    }
+    if (existing.isEmpty() || line.isSet(forceOption))
+        return true;
+    const bool isMain = QFileInfo::exists(path);
+    console.report(
+        QStringLiteral("%1 exists; --force replaces it").arg(isMain ? m_name : existing.first()));
+    return false;
+}
+
+bool FileOutput::open(const LayerSystem &system, const LocationOutput &output, Console &console)
+{
+    if (m_form->kind == Kind::Layer)
+        return openLayer(system, output, console);
+    const positions::LocationPrinter printer(output.display, positions::ValuePrinter::Output::Csv,
+                                             output.planeUnit);
+    auto sink = std::make_shared<FileSink>(m_name);
+    const QString name = m_name;
+    switch (m_form->kind) {
+    case Kind::Kml:
+        m_writer = std::make_shared<positions::KmlWriter>(
+            printer, QFileInfo(m_name).completeBaseName(), output.columns);
+        sink->setNotes([name] { return QStringList(heightNote(name, "KML")); });
+        break;
+    case Kind::Gpx: {
+        const auto writer = std::make_shared<positions::GpxWriter>(printer, output.columns);
+        m_writer = writer;
+        sink->setNotes([name, writer] {
+            QStringList notes(heightNote(name, "GPX"));
+            const QString changed = changedNames(writer->columnNames(), writer->elementNames());
+            if (!changed.isEmpty())
+                notes += QStringLiteral("note: names in %1: %2").arg(name, changed);
+            return notes;
+        });
+        break;
+    }
+    case Kind::Dxf:
+        m_writer = std::make_shared<positions::DxfWriter>(
+            printer,
+            QStringLiteral("%1 %2: easting, northing in %3, %4 height in m")
+                .arg(system.origin.fullCode(), system.coord.coord_name, shownUnit(system),
+                     system.geoidModel.isEmpty() ? QStringLiteral("ellipsoidal")
+                                                 : QStringLiteral("geoid"))
+                .trimmed(),
+            planeUnitOf(system), output.columns);
+        break;
+    case Kind::Printed: {
+        const auto row = std::find_if(locationForms().begin(), locationForms().end(),
+                                      [this](const LocationForm &each) {
+                                          return formOption() == QLatin1String(each.form.option);
+                                      });
+        m_writer = row->makeWriter(output);
+        break;
+    }
+    case Kind::Layer: break;
+    }
+    m_sink = sink;
+    if (sink->open())
+        return true;
+    console.report(QStringLiteral("cannot write %1: %2").arg(m_name, sink->errorText()));
+    return false;
+}
+
+bool FileOutput::openLayer(const LayerSystem &system, const LocationOutput &output,
+                           Console &console)
+{
+    LayerPlan plan;
+    plan.target = m_name;
+    plan.format = m_form->driver;
+    QString reason;
+    const Reference reference = referenceOf(system, *m_files, reason);
+    if (reference.kind == Reference::Kind::None) {
+        console.report(QStringLiteral("warning: %1 will name no coordinate reference system: %2")
+                           .arg(m_name, reason));
+    } else if (reference.kind != Reference::Kind::Projected) {
+        console.report(QStringLiteral("cannot write %1: the axes of the system are %2, and other "
+                                      "programs would read easting and northing")
+                           .arg(m_name, QString::fromStdString(reference.otherAxes)));
+        return false;
+    } else {
+        // The code brings the definition of the database, datum shift and all.
+        plan.reference = reference.code.empty() ? reference.definition : reference.code;
+        plan.planeUnit = reference.unitFactor;
+        if (reference.code.empty() && plan.format == "ESRI Shapefile" && hasShift(system.coord)) {
+            console.report(
+                QStringLiteral("warning: the .prj beside %1 cannot carry the datum shift "
+                               "of the system %2: programs that read it take one of their "
+                               "own, or none")
+                    .arg(m_name, shown(system.name)));
+        }
+        if (reference.unitFactor != 1.0) {
+            plan.notes +=
+                QStringLiteral("note: easting and northing in %1 are in the unit \"%2\" of "
+                               "its reference system, heights in m")
+                    .arg(m_name, QString::fromStdString(reference.unit));
+        }
+    }
+    const positions::LocationPrinter printer(output.display, positions::ValuePrinter::Output::Csv,
+                                             output.planeUnit);
+    const auto layer =
+        std::make_shared<LayerOutput>(*m_files, printer, output.columns, std::move(plan));
+    m_writer = layer;
+    m_sink = layer;
+    if (layer->open())
+        return true;
+    console.report(QStringLiteral("cannot write %1: %2").arg(m_name, layer->errorText()));
+    return false;
+}
+
+} // namespace KelStd::cli::vector

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QtCore/QString>
+
+namespace KelStd::cli::vector {
+
+/// Whether a file is one with layers, by its extension or by its first bytes. A list of positions
+/// as text is none, whatever it is called.
+bool isVectorFile(const QString &name);
+
+/// "GPKG, ESRI Shapefile, KML": the formats that are read; the reason why there are none instead.
+QString readFormatNames();
+
+} // namespace KelStd::cli::vector

@@ -1,0 +1,231 @@
+#include <cli/vector/VectorInput.h>
+
+#include <cli/terminal/CommandLine.h>
+#include <cli/terminal/Console.h>
+#include <cli/terminal/FilePath.h>
+#include <cli/vector/VectorModule.h>
+
+#include <KelStd/catalogue/Catalogue.h>
+#include <KelStd/positions/PointNames.h>
+
+#include <QtCore/QFileInfo>
+#include <QtCore/QStringList>
+
+#include <algorithm>
+
+namespace KelStd::cli::vector {
+
+namespace {
+
+const QString layerOption = QStringLiteral("layer");
+const QString namesOption = QStringLiteral("names");
+
+QString shownLayer(const Layer &layer)
+{
+    return QStringLiteral("\"%1\"").arg(QString::fromStdString(layer.name));
+}
+
+/// Layers that a name or nothing may mean: those that hold features, or all where none does.
+std::vector<std::size_t> pointLayers(const std::vector<Layer> &layers)
+{
+    std::vector<std::size_t> all;
+    std::vector<std::size_t> filled;
+    for (std::size_t i = 0; i < layers.size(); ++i) {
+        if (!layers[i].mayHavePoints)
+            continue;
+        all.push_back(i);
+        if (layers[i].features != 0)
+            filled.push_back(i);
+    }
+    return filled.empty() ? all : filled;
+}
+
+QString listed(const std::vector<Layer> &layers, const std::vector<std::size_t> &which)
+{
+    QStringList names;
+    for (const std::size_t i : which)
+        names += shownLayer(layers[i]);
+    return names.join(QLatin1String(", "));
+}
+
+/// Formats whose heights are above mean sea level by their own standards.
+bool hasSeaLevelHeights(const std::string &format)
+{
+    return format == "GPX" || format == "KML" || format == "LIBKML";
+}
+
+} // namespace
+
+Reference referenceOf(const LayerSystem &system, VectorFiles &files, QString &reason)
+{
+    Reference reference;
+    if (system.coord.planeTransform.fuction != PlaneTransformFunction_None) {
+        reason = QStringLiteral("its plane is fitted to a site, which no reference system states");
+        return reference;
+    }
+    catalogue::Catalogue catalogue;
+    catalogue::CatalogueFailure failure;
+    const auto exported = catalogue.exportSystem(system.coord, catalogue::ExportForm::Wkt2,
+                                                 system.origin.fullCode(), &failure);
+    if (!exported) {
+        reason = failure.text;
+        return reference;
+    }
+    std::string error;
+    if (!files.describe(exported->text.toStdString(), reference, error))
+        reason = QString::fromStdString(error);
+    return reference;
+}
+
+void VectorInput::addOptions(CommandLine &line)
+{
+    line.addOption({layerOption,
+                    QStringLiteral("The layer of a vector file, where several hold\npoints."),
+                    QStringLiteral("NAME")});
+}
+
+bool VectorInput::open(const QString &name, const CommandLine &line, Console &console)
+{
+    QString reason;
+    m_name = name;
+    m_files = vectorFiles(reason);
+    if (m_files == nullptr) {
+        console.report(QStringLiteral("cannot read %1: %2").arg(name, reason));
+        return false;
+    }
+    std::string error;
+    const QString path = QFileInfo(onDisk(name)).absoluteFilePath();
+    m_source = m_files->open(path.toStdString(), error);
+    if (m_source == nullptr) {
+        console.report(
+            QStringLiteral("cannot read %1: %2").arg(name, QString::fromStdString(error)));
+        return false;
+    }
+    return pickLayer(line.value(layerOption), console)
+           && pickName(line.value(namesOption), console);
+}
+
+bool VectorInput::pickLayer(const QString &wanted, Console &console)
+{
+    const std::vector<Layer> &layers = m_source->layers();
+    std::vector<std::size_t> candidates = pointLayers(layers);
+    if (!wanted.isEmpty()) {
+        candidates.clear();
+        for (std::size_t i = 0; i < layers.size(); ++i) {
+            if (QString::fromStdString(layers[i].name) == wanted)
+                candidates.push_back(i);
+        }
+    }
+    if (candidates.empty() && !wanted.isEmpty()) {
+        console.report(QStringLiteral("%1 has no layer \"%2\"; those with points are %3")
+                           .arg(m_name, wanted, listed(layers, pointLayers(layers))));
+        return false;
+    }
+    if (candidates.empty()) {
+        console.report(QStringLiteral("%1 has no layer with points").arg(m_name));
+        return false;
+    }
+    if (candidates.size() > 1) {
+        console.report(QStringLiteral("%1 has several layers with points: %2; --layer NAME picks "
+                                      "one")
+                           .arg(m_name, listed(layers, candidates)));
+        return false;
+    }
+    const Layer &layer = layers[candidates.front()];
+    if (!layer.mayHavePoints) {
+        console.report(QStringLiteral("the layer %1 of %2 holds no points but the type %3")
+                           .arg(shownLayer(layer), m_name, QString::fromStdString(layer.geometry)));
+        return false;
+    }
+    std::string error;
+    m_reader = m_source->read(candidates.front(), error);
+    if (m_reader == nullptr) {
+        console.report(
+            QStringLiteral("cannot read %1: %2").arg(m_name, QString::fromStdString(error)));
+        return false;
+    }
+    return true;
+}
+
+bool VectorInput::pickName(const QString &wanted, Console &console)
+{
+    QStringList fields;
+    for (const Field &field : m_reader->layer().fields)
+        fields += QString::fromStdString(field.name);
+    if (wanted.isEmpty()) {
+        m_form.nameField = positions::pointNameAmong(fields);
+        return true;
+    }
+    m_form.nameField = fields.indexOf(wanted);
+    if (m_form.nameField >= 0)
+        return true;
+    console.report(
+        QStringLiteral("%1 has no field \"%2\"; there are %3")
+            .arg(m_name, wanted,
+                 fields.isEmpty() ? QStringLiteral("none") : fields.join(QLatin1String(", "))));
+    return false;
+}
+
+bool VectorInput::mayHaveHeights() const
+{
+    const std::string &geometry = m_reader->layer().geometry;
+    return geometry != "Point" && geometry != "Multi Point";
+}
+
+std::optional<positions::Frame> VectorInput::frame(const LayerSystem &system,
+                                                   std::optional<positions::Frame> given,
+                                                   const LayerUnits &units, Console &console)
+{
+    const Reference &layer = m_reader->layer().reference;
+    QString unknown;
+    const Reference own = referenceOf(system, *m_files, unknown);
+    ReferenceCheck check(own, system.name, !system.geoidModel.isEmpty(),
+                         [this](const std::string &one, const std::string &other) {
+                             return m_files->haveSameDatum(one, other);
+                         });
+    check.setUnknown(unknown);
+    QString mistake;
+    const std::optional<positions::Frame> frame =
+        given ? given : check.onlyFrame(layer, mayHaveHeights(), mistake);
+    if (!frame) {
+        console.report(QStringLiteral("%1: %2").arg(m_name, mistake));
+        return std::nullopt;
+    }
+    const ReferenceFit fit = check.fit(layer, *frame, mayHaveHeights());
+    if (!fit.mistake.isEmpty()) {
+        console.report(QStringLiteral("%1: %2").arg(m_name, fit.mistake));
+        return std::nullopt;
+    }
+    for (const QString &note : fit.notes)
+        console.report(QStringLiteral("note: %1: %2").arg(m_name, note));
+    const bool isGeographic =
+        *frame == positions::Frame::Wgs84Geographic || *frame == positions::Frame::LocalGeographic;
+    if (isGeographic && hasSeaLevelHeights(m_source->format()) && mayHaveHeights()) {
+        console.report(QStringLiteral("note: %1: heights are taken as ellipsoidal; this format "
+                                      "means heights above mean sea level")
+                           .arg(m_name));
+    }
+    const bool hasReference = layer.kind != Reference::Kind::None;
+    // Its heights may be in feet as well, which no reference system of a plane says.
+    const bool isInMetres = *frame != positions::Frame::LocalProjected || layer.unitFactor == 1.0;
+    if (hasReference && !isInMetres && !layer.hasHeightUnit && mayHaveHeights()) {
+        console.report(
+            QStringLiteral("note: %1: easting and northing are read in the unit \"%2\" of "
+                           "the layer, heights in %3; --length-unit says another one")
+                .arg(m_name, QString::fromStdString(layer.unit),
+                     units.others == 1.0 ? QStringLiteral("m")
+                                         : QStringLiteral("units of %1 m").arg(units.others)));
+    }
+    m_form.frame = *frame;
+    m_form.planeUnit = hasReference ? layer.unitFactor : units.plane;
+    m_form.heightUnit = layer.hasHeightUnit ? layer.heightFactor : units.others;
+    return frame;
+}
+
+RecordSource &VectorInput::records()
+{
+    m_records = std::make_unique<LayerRecords>(*m_reader, m_name, m_form);
+    return *m_records;
+}
+
+} // namespace KelStd::cli::vector

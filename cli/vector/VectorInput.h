@@ -1,0 +1,84 @@
+#pragma once
+
+#include <cli/vector/LayerRecords.h>
+#include <cli/vector/ReferenceCheck.h>
+#include <cli/vector/VectorFiles.h>
+
+#include <KelStd/coord/Coord.h>
+#include <KelStd/coord/SystemOrigin.h>
+#include <KelStd/positions/Columns.h>
+
+#include <QtCore/QString>
+
+#include <memory>
+#include <optional>
+
+namespace KelStd::cli {
+
+class CommandLine;
+class Console;
+
+namespace vector {
+
+/// The system that positions are converted by, as a layer is held against it.
+struct LayerSystem
+{
+    const Coord &coord;
+    const SystemOrigin &origin;
+    QString name;       ///< what messages call it
+    QString geoidModel; ///< the one in use; empty for none
+};
+
+/// What one unit of northings and eastings, and of all other lengths, measures [m].
+struct LayerUnits
+{
+    double plane = 1.0;
+    double others = 1.0;
+};
+
+/// The facts of a system's plane; of kind `None` with the `reason` where it has no reference system
+/// to be compared with. PROJ has to be loaded.
+Reference referenceOf(const LayerSystem &system, VectorFiles &files, QString &reason);
+
+/// A layer of a vector file as the input of a run.
+class VectorInput
+{
+public:
+    /// The option --layer. That of the names is one for all inputs: --names.
+    static void addOptions(CommandLine &line);
+
+    /// Opens the file and picks the layer; false after a report. To be called before PROJ is loaded
+    /// (see `vectorFiles`).
+    bool open(const QString &name, const CommandLine &line, Console &console);
+
+    /// Holds the layer against the frame, and finds the frame where none is `given`. Nothing after
+    /// a report. `units`: those of a layer that states none.
+    std::optional<positions::Frame> frame(const LayerSystem &system,
+                                          std::optional<positions::Frame> given,
+                                          const LayerUnits &units, Console &console);
+
+    /// Of features that have none [m]; without one 0 is taken.
+    void setHeight(double height) { m_form.height = height; }
+
+    /// Whether features that fail are kept as lines.
+    void keepSource(bool keeps) { m_form.keepsSource = keeps; }
+
+    /// The features in the frame that was found.
+    RecordSource &records();
+
+private:
+    bool pickLayer(const QString &wanted, Console &console);
+    bool pickName(const QString &wanted, Console &console);
+    bool mayHaveHeights() const;
+
+    QString m_name;
+    VectorFiles *m_files = nullptr;
+    std::unique_ptr<LayerSource> m_source;
+    std::unique_ptr<LayerReader> m_reader;
+    LayerForm m_form;
+    std::unique_ptr<LayerRecords> m_records;
+};
+
+} // namespace vector
+
+} // namespace KelStd::cli

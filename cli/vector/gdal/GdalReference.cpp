@@ -1,0 +1,172 @@
+#include <cli/vector/gdal/GdalReference.h>
+
+#include <cli/vector/gdal/GdalMessages.h>
+
+#include <cpl_conv.h>
+
+#include <array>
+#include <cmath>
+#include <cstring>
+
+namespace KelStd::cli::vector {
+
+namespace {
+
+std::string textOr(const char *text)
+{
+    return text == nullptr ? std::string() : std::string(text);
+}
+
+/// What GDAL gives to be freed.
+std::string taken(char *text)
+{
+    std::string copy = textOr(text);
+    CPLFree(text);
+    return copy;
+}
+
+std::string codeOf(const OGRSpatialReference &system)
+{
+    const char *const authority = system.GetAuthorityName(nullptr);
+    const char *const code = system.GetAuthorityCode(nullptr);
+    if (authority == nullptr || code == nullptr)
+        return {};
+    return std::string(authority) + ':' + code;
+}
+
+const char *nameOf(OGRAxisOrientation orientation)
+{
+    return OSRAxisEnumToName(orientation);
+}
+
+/// The two axes as they are stored: the first to the east and the second to the north, once GDAL
+/// has turned those of systems that name the northing first. Around a pole both go north or south.
+bool isEastThenNorth(const OGRSpatialReference &system, std::string &otherAxes)
+{
+    const std::vector<int> &mapping = system.GetDataAxisToSRSAxisMapping();
+    std::array<OGRAxisOrientation, 2> orientations = {OAO_Other, OAO_Other};
+    std::array<std::string, 2> names;
+    for (std::size_t i = 0; i < 2; ++i) {
+        const int axis = i < mapping.size() ? std::abs(mapping[i]) - 1 : static_cast<int>(i);
+        names[i] = textOr(system.GetAxis(nullptr, axis, &orientations[i]));
+        if (i < mapping.size() && mapping[i] < 0)
+            orientations[i] = OAO_Other;
+    }
+    if (orientations[0] == OAO_East && orientations[1] == OAO_North)
+        return true;
+    const bool isPolar = orientations[0] == orientations[1]
+                         && (orientations[0] == OAO_North || orientations[0] == OAO_South);
+    const auto begins = [](const std::string &text, const char *word) {
+        return text.compare(0, std::strlen(word), word) == 0;
+    };
+    if (isPolar && begins(names[0], "East") && begins(names[1], "North"))
+        return true;
+    otherAxes = names[0] + " to the " + nameOf(orientations[0]) + ", " + names[1] + " to the "
+                + nameOf(orientations[1]);
+    return false;
+}
+
+Reference::Kind kindOf(const OGRSpatialReference &system)
+{
+    if (system.IsProjected())
+        return Reference::Kind::Projected;
+    if (system.IsGeocentric())
+        return Reference::Kind::Geocentric;
+    if (system.IsGeographic())
+        return Reference::Kind::Geographic;
+    return Reference::Kind::Other;
+}
+
+} // namespace
+
+Reference factsOf(const OGRSpatialReference *given)
+{
+    Reference facts;
+    if (given == nullptr || given->IsEmpty())
+        return facts;
+    const GdalMessages quiet;
+    OGRSpatialReference system(*given);
+    system.SetAxisMappingStrategy(OAMS_TRADITIONAL_GIS_ORDER);
+    facts.name = textOr(system.GetName());
+    facts.code = codeOf(system);
+    const char *const options[] = {"FORMAT=WKT2_2019", nullptr};
+    char *definition = nullptr;
+    system.exportToWkt(&definition, options);
+    facts.definition = taken(definition);
+
+    if (system.IsCompound()) {
+        facts.vertical = textOr(system.GetAttrValue("COMPD_CS|VERT_CS"));
+        const char *unit = nullptr;
+        facts.heightFactor = system.GetTargetLinearUnits("COMPD_CS|VERT_CS", &unit);
+        facts.hasHeightUnit = true;
+        if (facts.vertical.empty())
+            facts.vertical = "heights of their own";
+        system.StripVertical();
+        if (facts.code.empty())
+            facts.code = codeOf(system);
+        system.SetAxisMappingStrategy(OAMS_TRADITIONAL_GIS_ORDER);
+    } else if (system.GetAxesCount() == 3 && !system.IsGeocentric()) {
+        system.DemoteTo2D(nullptr);
+        system.SetAxisMappingStrategy(OAMS_TRADITIONAL_GIS_ORDER);
+    }
+    facts.kind = kindOf(system);
+    facts.datum = textOr(system.GetAttrValue("DATUM"));
+    facts.ellipsoid = textOr(system.GetAttrValue("SPHEROID"));
+    facts.semiMajor = system.GetSemiMajor();
+    facts.inverseFlattening = system.GetInvFlattening();
+    facts.primeMeridian = system.GetPrimeMeridian(static_cast<const char **>(nullptr));
+    const char *unit = nullptr;
+    if (facts.kind == Reference::Kind::Geographic)
+        facts.unitFactor = system.GetAngularUnits(&unit);
+    else
+        facts.unitFactor = system.GetLinearUnits(&unit);
+    facts.unit = textOr(unit);
+    if (facts.kind == Reference::Kind::Projected) {
+        char *projection = nullptr;
+        if (system.exportToProj4(&projection) == OGRERR_NONE)
+            facts.projection = taken(projection);
+        else
+            CPLFree(projection);
+    }
+    std::array<double, 7> shift = {};
+    if (system.GetTOWGS84(shift.data(), static_cast<int>(shift.size())) == OGRERR_NONE)
+        facts.toWgs84.assign(shift.begin(), shift.end());
+    const bool isOnGround =
+        facts.kind == Reference::Kind::Projected || facts.kind == Reference::Kind::Geographic;
+    if (isOnGround && !isEastThenNorth(system, facts.otherAxes))
+        facts.kind = Reference::Kind::Other;
+    return facts;
+}
+
+bool readReference(const std::string &text, OGRSpatialReference &system, std::string &error)
+{
+    const GdalMessages messages;
+    // A definition is neither a file nor an address.
+    const char *const options[] = {"ALLOW_NETWORK_ACCESS=NO", "ALLOW_FILE_ACCESS=NO", nullptr};
+    if (system.SetFromUserInput(text.c_str(), options) != OGRERR_NONE) {
+        error = messages.text("it is no coordinate reference system");
+        return false;
+    }
+    system.SetAxisMappingStrategy(OAMS_TRADITIONAL_GIS_ORDER);
+    return true;
+}
+
+bool haveSameDatum(const std::string &one, const std::string &other)
+{
+    std::array<OGRSpatialReference, 2> systems;
+    std::string error;
+    if (!readReference(one, systems[0], error) || !readReference(other, systems[1], error))
+        return false;
+    const GdalMessages quiet;
+    for (OGRSpatialReference &system : systems) {
+        system.StripVertical();
+        if (system.GetAxesCount() == 3 && !system.IsGeocentric())
+            system.DemoteTo2D(nullptr);
+    }
+    const char *const options[] = {"CRITERION=EQUIVALENT_EXCEPT_AXIS_ORDER_GEOGCRS",
+                                   "IGNORE_DATA_AXIS_TO_SRS_AXIS_MAPPING=YES",
+                                   "IGNORE_COORDINATE_EPOCH=YES", nullptr};
+    return systems[0].IsSameGeogCS(&systems[1], options) != 0;
+}
+
+} // namespace KelStd::cli::vector

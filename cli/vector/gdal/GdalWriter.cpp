@@ -1,0 +1,209 @@
+#include <cli/vector/gdal/GdalWriter.h>
+
+#include <cli/vector/gdal/GdalMessages.h>
+#include <cli/vector/gdal/GdalReference.h>
+
+#include <cpl_string.h>
+#include <gdal.h>
+#include <ogr_api.h>
+
+#include <cmath>
+#include <type_traits>
+
+namespace KelStd::cli::vector {
+
+namespace {
+
+constexpr int rowsPerTransaction = 65536;
+
+/// A DBF holds a number as text: room for the digits of every double that a survey has.
+constexpr int dbfNumberWidth = 31;
+constexpr int dbfDecimals = 15;
+constexpr std::size_t dbfMaxText = 254; ///< [bytes]
+
+const char *const shapefile = "ESRI Shapefile";
+const char *const geoPackage = "GPKG";
+
+/// The options with which the layer of a format is created.
+CPLStringList optionsOf(const NewLayer &layer)
+{
+    CPLStringList options;
+    if (layer.format == shapefile) {
+        options.SetNameValue("ENCODING", "UTF-8");
+        options.SetNameValue("RESIZE", "YES");
+    } else {
+        // Columns that no field's name is equal to.
+        std::string key = "fid";
+        std::string geometry = "geom";
+        for (bool isTaken = true; isTaken;) {
+            isTaken = false;
+            for (const Field &field : layer.fields) {
+                for (std::string *const name : {&key, &geometry}) {
+                    if (EQUAL(field.name.c_str(), name->c_str())) {
+                        *name += '_';
+                        isTaken = true;
+                    }
+                }
+            }
+        }
+        options.SetNameValue("FID", key.c_str());
+        options.SetNameValue("GEOMETRY_NAME", geometry.c_str());
+    }
+    return options;
+}
+
+OGRFieldType ogrType(FieldType type)
+{
+    switch (type) {
+    case FieldType::Integer: return OFTInteger64;
+    case FieldType::Real: return OFTReal;
+    case FieldType::Text: break;
+    }
+    return OFTString;
+}
+
+class Writer : public LayerWriter
+{
+public:
+    ~Writer() override
+    {
+        const GdalMessages quiet;
+        if (m_dataset != nullptr)
+            GDALClose(m_dataset);
+    }
+
+    bool create(const NewLayer &layer, std::string &error)
+    {
+        const GdalMessages messages;
+        m_fields = layer.fields;
+        m_isDbf = layer.format == shapefile;
+        const GDALDriverH driver = GDALGetDriverByName(layer.format.c_str());
+        if (driver == nullptr) {
+            error = "GDAL has no driver " + layer.format;
+            return false;
+        }
+        OGRSpatialReference system;
+        if (!layer.reference.empty() && !readReference(layer.reference, system, error))
+            return false;
+        m_dataset = GDALCreate(driver, layer.path.c_str(), 0, 0, 0, GDT_Unknown, nullptr);
+        if (m_dataset == nullptr)
+            return failed(messages, error);
+        const CPLStringList options = optionsOf(layer);
+        m_layer = GDALDatasetCreateLayer(
+            m_dataset, layer.name.c_str(),
+            layer.reference.empty() ? nullptr : OGRSpatialReference::ToHandle(&system), wkbPoint25D,
+            options.List());
+        if (m_layer == nullptr || !createFields())
+            return failed(messages, error);
+        m_hasTransactions = GDALDatasetTestCapability(m_dataset, ODsCTransactions) != 0
+                            && GDALDatasetStartTransaction(m_dataset, 0) == OGRERR_NONE;
+        return messages.hasError() ? failed(messages, error) : true;
+    }
+
+    bool add(const Feature &feature, std::string &error) override
+    {
+        const GdalMessages messages;
+        const OGRFeatureH made = OGR_F_Create(OGR_L_GetLayerDefn(m_layer));
+        for (std::size_t i = 0; i < m_fields.size() && i < feature.values.size(); ++i) {
+            if (!setValue(made, static_cast<int>(i), feature.values[i], error)) {
+                OGR_F_Destroy(made);
+                return false;
+            }
+        }
+        const OGRGeometryH point = OGR_G_CreateGeometry(wkbPoint25D);
+        OGR_G_SetPoint(point, 0, feature.x, feature.y, feature.z);
+        OGR_F_SetGeometryDirectly(made, point);
+        const OGRErr result = OGR_L_CreateFeature(m_layer, made);
+        OGR_F_Destroy(made);
+        // What a format cannot hold is said as a warning.
+        if (result != OGRERR_NONE || messages.hasWarning())
+            return failed(messages, error);
+        if (m_hasTransactions && ++m_pending == rowsPerTransaction) {
+            m_pending = 0;
+            if (GDALDatasetCommitTransaction(m_dataset) != OGRERR_NONE
+                || GDALDatasetStartTransaction(m_dataset, 0) != OGRERR_NONE)
+                return failed(messages, error);
+        }
+        return true;
+    }
+
+    bool finish(std::string &error) override
+    {
+        const GdalMessages messages;
+        if (m_hasTransactions && GDALDatasetCommitTransaction(m_dataset) != OGRERR_NONE)
+            return failed(messages, error);
+        GDALFlushCache(m_dataset);
+        // GDALClose has no result of its own in all releases; what it fails to write, it says.
+        GDALClose(m_dataset);
+        m_dataset = nullptr;
+        return messages.hasWarning() ? failed(messages, error) : true;
+    }
+
+private:
+    static bool failed(const GdalMessages &messages, std::string &error)
+    {
+        error = messages.text("it cannot be written");
+        return false;
+    }
+
+    bool createFields()
+    {
+        for (const Field &field : m_fields) {
+            const OGRFieldDefnH made = OGR_Fld_Create(field.name.c_str(), ogrType(field.type));
+            if (m_isDbf && field.type == FieldType::Real) {
+                OGR_Fld_SetWidth(made, dbfNumberWidth);
+                OGR_Fld_SetPrecision(made, dbfDecimals);
+            }
+            const OGRErr result = OGR_L_CreateField(m_layer, made, 0);
+            OGR_Fld_Destroy(made);
+            if (result != OGRERR_NONE)
+                return false;
+        }
+        return true;
+    }
+
+    bool setValue(OGRFeatureH feature, int field, const Value &value, std::string &error) const
+    {
+        if (const auto *const text = std::get_if<std::string>(&value)) {
+            if (m_isDbf && text->size() > dbfMaxText) {
+                error = "the text in \"" + m_fields[static_cast<std::size_t>(field)].name
+                        + "\" has " + std::to_string(text->size())
+                        + " bytes, and a Shapefile holds " + std::to_string(dbfMaxText);
+                return false;
+            }
+            OGR_F_SetFieldString(feature, field, text->c_str());
+        } else if (const auto *const number = std::get_if<double>(&value)) {
+            OGR_F_SetFieldDouble(feature, field, *number);
+        } else if (const auto *const whole = std::get_if<long long>(&value)) {
+            OGR_F_SetFieldInteger64(feature, field, *whole);
+        } else {
+            OGR_F_SetFieldNull(feature, field);
+        }
+        return true;
+    }
+
+    GDALDatasetH m_dataset = nullptr;
+    OGRLayerH m_layer = nullptr;
+    std::vector<Field> m_fields;
+    bool m_isDbf = false;
+    bool m_hasTransactions = false;
+    int m_pending = 0;
+};
+
+} // namespace
+
+const std::vector<const char *> &writtenDrivers()
+{
+    static const std::vector<const char *> names = {geoPackage, shapefile};
+    return names;
+}
+
+std::unique_ptr<LayerWriter> createLayer(const NewLayer &layer, std::string &error)
+{
+    auto writer = std::make_unique<Writer>();
+    if (!writer->create(layer, error))
+        return nullptr;
+    return writer;
+}
+
+} // namespace KelStd::cli::vector
