@@ -398,8 +398,9 @@ private:
 
 ExitStatus runConvert(const QStringList &arguments, Console &console)
 {
+    constexpr int maxOperands = 1000;
     CommandLine line = convertCommandLine();
-    if (const auto status = line.parse(arguments, console, 1))
+    if (const auto status = line.parse(arguments, console, maxOperands))
         return *status;
     return Conversion(line, console).run();
 }
