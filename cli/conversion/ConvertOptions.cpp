@@ -46,7 +46,7 @@ bool takeNmea(const CommandLine &line, ConvertOptions &options, QString &mistake
                                positions::rowOf(positions::Frame::Wgs84Geographic).option));
         return false;
     }
-    for (const char *option : {"columns", "skip"}) {
+    for (const char *option : {"columns", "skip", "height"}) {
         if (line.isSet(QString::fromLatin1(option))) {
             mistake = QStringLiteral("--%1 does not go with --nmea, whose fields are known")
                           .arg(QString::fromLatin1(option));

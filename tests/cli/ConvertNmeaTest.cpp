@@ -280,6 +280,7 @@ TEST(ConvertNmea, OptionsWithoutAMeaningAreRefused)
          "--from 'local-neh' does not go with --nmea, whose positions are wgs84-llh"},
         {{QStringLiteral("--columns"), QStringLiteral("1,2,3")}, "--columns does not go with"},
         {{QStringLiteral("--skip"), QStringLiteral("1")}, "--skip does not go with --nmea"},
+        {{QStringLiteral("--height"), QStringLiteral("40")}, "--height does not go with --nmea"},
         {{QStringLiteral("--names"), QStringLiteral("station")},
          "--names 'station' is none; there are number, utc"},
     };
