@@ -253,6 +253,11 @@ private:
             return {};
         if (!m_file->prepare(m_console))
             return ExitStatus::Environment;
+        if (m_file->writes(m_options->rejects)) {
+            m_console.report(QStringLiteral("cannot write %1: rejected lines go to the same file")
+                                 .arg(m_options->rejects));
+            return ExitStatus::Usage;
+        }
         QStringList read = m_line.positionals();
         read += {m_options->system, m_options->to.value_or(QString()), m_options->rejects};
         return m_file->mayBeWritten(read, m_line, m_console) ? Status() : ExitStatus::Usage;

@@ -200,6 +200,11 @@ bool FileOutput::mayBeWritten(const QStringList &read, const CommandLine &line,
     return false;
 }
 
+bool FileOutput::writes(const QString &name) const
+{
+    return !name.isEmpty() && FileSet(onDisk(m_name)).has(onDisk(name));
+}
+
 bool FileOutput::open(const LayerSystem &system, const LocationOutput &output, Console &console)
 {
     if (m_form->kind == Kind::Layer)

@@ -51,6 +51,9 @@ public:
     /// after a report. `read`: names of files.
     bool mayBeWritten(const QStringList &read, const CommandLine &line, Console &console) const;
 
+    /// Whether a file of this name would be one of those that are written.
+    bool writes(const QString &name) const;
+
     /// Makes writer and sink; false after a report. PROJ has to be loaded.
     bool open(const LayerSystem &system, const LocationOutput &output, Console &console);
 

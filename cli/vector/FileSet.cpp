@@ -6,6 +6,7 @@
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 
+#include <algorithm>
 #include <filesystem>
 #include <system_error>
 #include <utility>
@@ -50,6 +51,26 @@ bool move(const QString &from, const QString &to, QString &error)
     return !code;
 }
 
+/// Where a file is or would be, by one name whatever links and dots lead there.
+QString placeOf(const QString &name)
+{
+    const QFileInfo info(name);
+    if (info.exists())
+        return info.canonicalFilePath();
+    const QString folder = QFileInfo(info.absolutePath()).canonicalFilePath();
+    return folder.isEmpty() ? info.absoluteFilePath() : QDir(folder).filePath(info.fileName());
+}
+
+/// The endings of what belongs to a file of this extension.
+QStringList endingsBeside(const QString &extension)
+{
+    for (const Companions &row : companions()) {
+        if (extension == QLatin1String(row.extension))
+            return row.endings;
+    }
+    return {};
+}
+
 } // namespace
 
 FileSet::FileSet(const QString &target)
@@ -65,17 +86,24 @@ QStringList FileSet::existing() const
     if (QFileInfo::exists(m_target))
         found += m_target;
     const QFileInfo info(m_target);
-    const QString extension = info.suffix().toLower();
     const QString stem = m_target.chopped(info.suffix().size() + 1);
-    for (const Companions &row : companions()) {
-        if (extension != QLatin1String(row.extension))
-            continue;
-        for (const QString &ending : row.endings) {
-            if (QFileInfo::exists(stem + ending))
-                found += stem + ending;
-        }
+    for (const QString &ending : endingsBeside(info.suffix().toLower())) {
+        if (QFileInfo::exists(stem + ending))
+            found += stem + ending;
     }
     return found;
+}
+
+bool FileSet::has(const QString &name) const
+{
+    const QString place = placeOf(name);
+    const QString target = placeOf(m_target);
+    const QString extension = QFileInfo(m_target).suffix();
+    const QString stem = target.chopped(extension.size() + 1);
+    const QStringList endings = endingsBeside(extension.toLower());
+    return place == target
+           || std::any_of(endings.begin(), endings.end(),
+                          [&](const QString &ending) { return place == stem + ending; });
 }
 
 bool FileSet::prepare(QString &error)

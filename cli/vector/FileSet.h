@@ -20,6 +20,9 @@ public:
     /// Shapefile its attributes and indices, too.
     QStringList existing() const;
 
+    /// Whether a file of this name would be one of them.
+    bool has(const QString &name) const;
+
     /// Makes the directory; false with the `error`.
     bool prepare(QString &error);
 

@@ -7,6 +7,7 @@
 
 #include <QtCore/QDir>
 #include <QtCore/QFile>
+#include <QtCore/QFileInfo>
 #include <QtCore/QProcess>
 
 #include <ostream>
@@ -188,10 +189,30 @@ TEST_F(FileOutputs, OfSpreadsheetsAreWhatIsPrintedForThem)
     EXPECT_EQ(printed.status, 0) << printed.err;
     const QString file = path(QStringLiteral("sheet.csv"));
     EXPECT_EQ(convert(QStringLiteral("--excel -o ") + file).status, 0);
-    EXPECT_TRUE(readFile(file).startsWith("\xEF\xBB\xBFpoint,")) << readFile(file).left(20);
+    EXPECT_TRUE(readFile(file).startsWith("\xEF\xBB\xBFpoint,"));
     EXPECT_EQ(QString::fromUtf8(readFile(file)), printed.out);
     EXPECT_EQ(convert(QStringLiteral("--excel --no-header --force -o ") + file).status, 0);
     EXPECT_FALSE(readFile(file).contains("point"));
+}
+
+TEST_F(FileOutputs, AreNoFilesOfRejectsEither)
+{
+    for (const char *const other : {"out.shp", "out.dbf", "../%1/out.dbf", "./out.shp"}) {
+        SCOPED_TRACE(other);
+        const QString home = m_program.home().path();
+        QString rejects = home + QLatin1Char('/') + QString::fromLatin1(other);
+        rejects.replace(QStringLiteral("%1"), QFileInfo(home).fileName());
+        const ProgramResult result =
+            convert(QStringLiteral("-o %1/out.shp --rejects %2").arg(home, rejects));
+        EXPECT_EQ(result.status, 2);
+        EXPECT_TRUE(mentionsAll(result.err, {"rejected lines go to the same file"})) << result.err;
+        EXPECT_FALSE(QFileInfo::exists(path(QStringLiteral("out.shp"))));
+        EXPECT_FALSE(QFileInfo::exists(path(QStringLiteral("out.dbf"))));
+    }
+    const ProgramResult result =
+        convert(QStringLiteral("-o %1 --rejects %2")
+                    .arg(path(QStringLiteral("out.kml")), path(QStringLiteral("out.csv"))));
+    EXPECT_EQ(result.status, 0) << result.err;
 }
 
 TEST_F(FileOutputs, AreNeverWhatIsRead)
