@@ -232,9 +232,11 @@ QStringList LayerRecords::remarks() const
                 .arg(own);
     }
     if (m_withoutHeight > 0) {
+        const double height = m_form.height.value_or(0.0);
         remarks += QStringLiteral("note: %1 features have no height: %2 is taken")
                        .arg(m_withoutHeight)
-                       .arg(QString::number(m_form.height.value_or(0.0), 'g', 12));
+                       .arg(height == 0.0 ? QStringLiteral("0")
+                                          : QString::number(height, 'g', 12) + QLatin1String(" m"));
     }
     if (m_labels > 0) {
         remarks += QStringLiteral("note: %1 texts of the drawing are passed over, they are no "

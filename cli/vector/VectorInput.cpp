@@ -8,7 +8,9 @@
 #include <KelStd/catalogue/Catalogue.h>
 #include <KelStd/positions/PointNames.h>
 
+#include <QtCore/QFile>
 #include <QtCore/QFileInfo>
+#include <QtCore/QRegularExpression>
 #include <QtCore/QStringList>
 
 #include <algorithm>
@@ -52,6 +54,20 @@ QString listed(const std::vector<Layer> &layers, const std::vector<std::size_t> 
 bool hasSeaLevelHeights(const std::string &format)
 {
     return format == "GPX" || format == "KML" || format == "LIBKML";
+}
+
+/// The code that the program wrote into a drawing; empty for none.
+QString drawnSystem(const QString &file)
+{
+    // As FileOutput writes it: "EPSG:28992 Amersfoort / RD New: easting, northing in m, ..."
+    static const QRegularExpression comment(QStringLiteral(
+        "\\A999\\r?\\n([A-Za-z]+:\\w+) [^\\n]*: easting, northing in [^\\n]+ height in "
+        "m\\r?\\n"));
+    constexpr qint64 lookedAt = 1000;
+    QFile drawing(file);
+    if (!drawing.open(QIODevice::ReadOnly))
+        return {};
+    return comment.match(QString::fromUtf8(drawing.read(lookedAt))).captured(1);
 }
 
 } // namespace
@@ -172,11 +188,23 @@ bool VectorInput::mayHaveHeights() const
     return geometry != "Point" && geometry != "Multi Point";
 }
 
+Reference VectorInput::layerReference() const
+{
+    Reference reference = m_reader->layer().reference;
+    if (reference.kind != Reference::Kind::None || m_source->format() != "DXF")
+        return reference;
+    const QString code = drawnSystem(onDisk(m_name));
+    std::string error;
+    if (code.isEmpty() || !m_files->describe(code.toStdString(), reference, error))
+        return m_reader->layer().reference;
+    return reference;
+}
+
 std::optional<positions::Frame> VectorInput::frame(const LayerSystem &system,
                                                    std::optional<positions::Frame> given,
                                                    const LayerUnits &units, Console &console)
 {
-    const Reference &layer = m_reader->layer().reference;
+    const Reference layer = layerReference();
     QString unknown;
     const Reference own = referenceOf(system, *m_files, unknown);
     ReferenceCheck check(own, system.name, !system.geoidModel.isEmpty(),
@@ -218,7 +246,10 @@ std::optional<positions::Frame> VectorInput::frame(const LayerSystem &system,
     }
     m_form.frame = *frame;
     m_form.planeUnit = hasReference ? layer.unitFactor : units.plane;
-    m_form.heightUnit = layer.hasHeightUnit ? layer.heightFactor : units.others;
+    // What states a system in metres is not in the unit of what is printed.
+    m_form.heightUnit = layer.hasHeightUnit          ? layer.heightFactor
+                        : hasReference && isInMetres ? 1.0
+                                                     : units.others;
     return frame;
 }
 

@@ -70,6 +70,8 @@ private:
     bool pickLayer(const QString &wanted, Console &console);
     bool pickName(const QString &wanted, Console &console);
     bool mayHaveHeights() const;
+    /// What the layer states, or what the program wrote into a drawing.
+    Reference layerReference() const;
 
     QString m_name;
     VectorFiles *m_files = nullptr;

@@ -149,6 +149,48 @@ TEST_F(VectorInputs, OfDrawingsAreTheirPoints)
     EXPECT_EQ(csvRows(feet.out).value(0).value(QStringLiteral("local_height_ft")), "43.50000");
 }
 
+// What the program drew says its system, and is held against it as any other layer.
+TEST_F(VectorInputs, OfOurDrawingsAreOfTheSystemThatTheySay)
+{
+    const QString list =
+        m_program.file(QStringLiteral("list.csv"),
+                       "point,northing_usft,easting_usft,height_m,code\nA,196850,984250,10,TREE\n");
+    const QString file = path(QStringLiteral("ny.dxf"));
+    const ProgramResult drawn = m_program.run(words(
+        QStringLiteral("convert --from local-neh --system EPSG:2263 -o %1 %2").arg(file, list)));
+    ASSERT_EQ(drawn.status, 0) << drawn.err;
+    for (const char *const options : {"", "--from local-neh ", "--length-unit us-ft "}) {
+        SCOPED_TRACE(options);
+        const ProgramResult result =
+            convert(file, QString::fromLatin1(options) + QStringLiteral("--system EPSG:2263"));
+        ASSERT_EQ(result.status, 0) << result.err;
+        EXPECT_FALSE(result.err.contains(QLatin1String("names no coordinate"))) << result.err;
+        const auto row = csvRows(result.out).value(0);
+        EXPECT_NEAR(numberIn(row, QStringLiteral("local_easting_us_ft")), 984250.0, printed);
+        EXPECT_NEAR(numberIn(row, QStringLiteral("local_northing_us_ft")), 196850.0, printed);
+        EXPECT_EQ(row.value(QStringLiteral("code")), "TREE");
+    }
+    const ProgramResult other =
+        convert(file, QStringLiteral("--from local-neh --system EPSG:32618"));
+    EXPECT_EQ(other.status, 2);
+    EXPECT_EQ(other.out, QString());
+    EXPECT_TRUE(mentionsAll(other.err, {"EPSG:2263"})) << other.err;
+}
+
+// --length-unit is for what is printed where the layer says what it holds.
+TEST_F(VectorInputs, InMetresStayInMetres)
+{
+    for (const char *const options : {"", "-t_srs EPSG:32631"}) {
+        SCOPED_TRACE(options);
+        const QString file =
+            layer(QStringLiteral("p%1.gpkg").arg(qstrlen(options)), QString::fromLatin1(options));
+        const ProgramResult result = convert(file, QStringLiteral("--length-unit ft"));
+        ASSERT_EQ(result.status, 0) << result.err;
+        EXPECT_NEAR(numberIn(csvRows(result.out).value(0), QStringLiteral("wgs84_height_ft")),
+                    43.1 / 0.3048, 2 * printed);
+    }
+}
+
 TEST_F(VectorInputs, AreKnownByTheirContent)
 {
     const QString file = layer(QStringLiteral("p.gpkg"));
