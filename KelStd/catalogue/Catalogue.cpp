@@ -72,13 +72,14 @@ ImportedSystem Catalogue::importSystem(const QByteArray &source, const ImportOpt
     return result;
 }
 
-std::optional<ExportedSystem> Catalogue::exportSystem(const Coord &system, ExportForm form,
-                                                      const QString &code,
-                                                      CatalogueFailure *failure)
+std::optional<ExportedSystem>
+Catalogue::exportSystem(const Coord &system, ExportForm form, const QString &code,
+                        CatalogueFailure *failure,
+                        const std::optional<SystemOrigin::PlaneUnit> &planeUnit)
 {
     if (!m_session->proj.open(failure))
         return std::nullopt;
-    return exported(m_session->proj, m_session->shifts, system, form, code, failure);
+    return exported(m_session->proj, m_session->shifts, system, form, code, planeUnit, failure);
 }
 
 QString Catalogue::databaseVersion()

@@ -8,6 +8,7 @@
 #include <KelStd/catalogue/SystemExport.h>
 #include <KelStd/catalogue/SystemImport.h>
 #include <KelStd/coord/Coord.h>
+#include <KelStd/coord/SystemOrigin.h>
 
 #include <QtCore/QByteArray>
 #include <QtCore/QString>
@@ -78,9 +79,14 @@ public:
     /// Writes a system as a text. `code` is that of the database's system which it may be, as a
     /// document keeps it, or empty: whether it is, is found out by numbers. Nothing, with the
     /// reason in `failure` (when given), where it cannot be written.
-    std::optional<ExportedSystem> exportSystem(const Coord &system, ExportForm form,
-                                               const QString &code = QString(),
-                                               CatalogueFailure *failure = nullptr);
+    ///
+    /// A text by the parameters of the system counts northing and easting in `planeUnit`, in which
+    /// those of the system are customarily given, else in metres; a text by the database's words
+    /// in the database's unit. `ExportedSystem::lost` tells of another one.
+    std::optional<ExportedSystem>
+    exportSystem(const Coord &system, ExportForm form, const QString &code = QString(),
+                 CatalogueFailure *failure = nullptr,
+                 const std::optional<SystemOrigin::PlaneUnit> &planeUnit = {});
 
     /// Versions of the database, such as "EPSG v10.076"; empty where there is none.
     QString databaseVersion();

@@ -24,8 +24,18 @@ using proj::ProjObject;
 constexpr double sameSystem = 0.001; ///< [m]
 constexpr int placesPerSide = 4;
 
-/// The system without a part of its definition, as PROJ reads it.
-ProjObject objectOf(const ProjSession &session, const Coord &coord, bool withShift)
+using PlaneUnit = std::optional<SystemOrigin::PlaneUnit>;
+
+/// Whether a definition counts in metres.
+bool isMetre(const std::pair<QByteArray, QByteArray> &parameter)
+{
+    return parameter.first == "units" && parameter.second == "m";
+}
+
+/// The system without a part of its definition, as PROJ reads it. What is defined in metres counts
+/// in `unit`, where there is one.
+ProjObject objectOf(const ProjSession &session, const Coord &coord, const PlaneUnit &unit,
+                    bool withShift)
 {
     const ChainDefinitions definitions(&coord);
     std::vector<ProjStep> steps = stepsOf(definitions.localProjected.toUtf8());
@@ -40,6 +50,11 @@ ProjObject objectOf(const ProjSession &session, const Coord &coord, bool withShi
         const bool isEnu = parameter.first == "axis" && parameter.second == "enu";
         if (isEnu || (isShift && (!withShift || (hasGrid && parameter.first == "towgs84"))))
             continue;
+        if (unit && isMetre(parameter)) {
+            constexpr int digits = 15; // PROJ knows its units by them, as "us-ft"
+            text += " +to_meter=" + QByteArray::number(unit->metres, 'g', digits);
+            continue;
+        }
         text += " +" + parameter.first;
         if (!parameter.second.isEmpty())
             text += "=" + parameter.second;
@@ -183,10 +198,10 @@ QJsonObject abridged(const QJsonObject &operation)
 
 /// The system with its datum shift, by the database's words where it is verified. `operation` is
 /// the shift's, or null for the parameters that the system has.
-ProjObject boundObject(const ProjSession &session, const Coord &coord, const PJ *known,
-                       const PJ *operation)
+ProjObject boundObject(const ProjSession &session, const Coord &coord, const PlaneUnit &unit,
+                       const PJ *known, const PJ *operation)
 {
-    ProjObject bound = objectOf(session, coord, true);
+    ProjObject bound = objectOf(session, coord, unit, true);
     if (bound == nullptr || session.typeOf(bound.get()) != PJ_TYPE_BOUND_CRS)
         return bound;
     QJsonObject json = jsonOf(session, bound.get());
@@ -224,9 +239,27 @@ QString linearText(const ProjSession &session, const Coord &coord, const PJ *kno
                          : QString();
 }
 
+/// What to say of the unit of northing and easting. `inDatabase` is that of a text by the
+/// database's words.
+QStringList lostUnit(const Coord &coord, const PlaneUnit &unit, const Axis *inDatabase)
+{
+    constexpr double tolerance = 1e-9;
+    const bool isTaken = coord.projection.loc_or_height_unit == Unit_Meter;
+    const double own = unit ? unit->metres : 1.0;
+    const double written = inDatabase != nullptr ? inDatabase->factor : isTaken ? own : 1.0;
+    if (std::abs(written / own - 1.0) <= tolerance)
+        return {};
+    if (inDatabase != nullptr && !unit) {
+        return {QStringLiteral("Metres: northing and easting of the text count in the unit \"%1\".")
+                    .arg(inDatabase->unit)};
+    }
+    return {QStringLiteral("The unit \"%1\" of northing and easting: the text counts in another.")
+                .arg(unit ? unit->name : QString())};
+}
+
 /// `isByOperation` says that the text has a published operation instead of the parameters.
 QStringList lostOf(const ProjSession &session, const Coord &coord, ExportForm form, const PJ *known,
-                   bool isByOperation)
+                   bool isByOperation, const PlaneUnit &unit)
 {
     QStringList lost;
     if (!coord.geoidModel.modelFileName.isEmpty())
@@ -247,9 +280,8 @@ QStringList lostOf(const ProjSession &session, const Coord &coord, ExportForm fo
                                "linearly%1.")
                     .arg(linearText(session, coord, known));
     const std::vector<Axis> axes = known == nullptr ? std::vector<Axis>() : session.axesOf(known);
-    if (form != ExportForm::Proj && !axes.empty() && axes.front().factor != 1.0)
-        lost += QStringLiteral("Metres: northing and easting of the text count in the unit \"%1\".")
-                    .arg(axes.front().unit);
+    const bool isByDatabase = form != ExportForm::Proj && !axes.empty();
+    lost += lostUnit(coord, unit, isByDatabase ? &axes.front() : nullptr);
     return lost;
 }
 
@@ -280,7 +312,7 @@ QString textOf(const ProjSession &session, const PJ *object, ExportForm form)
 
 std::optional<ExportedSystem> exported(ProjSession &session, ShiftMemory &memory,
                                        const Coord &coord, ExportForm form, const QString &code,
-                                       CatalogueFailure *failure)
+                                       const PlaneUnit &planeUnit, CatalogueFailure *failure)
 {
     const auto refuse = [failure](const QString &text) {
         if (failure != nullptr)
@@ -297,13 +329,13 @@ std::optional<ExportedSystem> exported(ProjSession &session, ShiftMemory &memory
                                          "and is not known to be one of the database; WKT 2 "
                                          "carries it"));
         if (known == nullptr)
-            object = objectOf(session, coord, false);
+            object = objectOf(session, coord, planeUnit, false);
     } else if (form == ExportForm::Proj) {
-        object = objectOf(session, coord, true);
+        object = objectOf(session, coord, planeUnit, true);
     } else if (known == nullptr || isSet(coord) || !isWgs84(session, known.get())) {
         operation =
             known == nullptr ? nullptr : fittedOperation(session, memory, coord, known.get());
-        object = boundObject(session, coord, known.get(), operation.get());
+        object = boundObject(session, coord, planeUnit, known.get(), operation.get());
         if (object == nullptr)
             return refuse(QStringLiteral("PROJ cannot write the system in this form"));
     }
@@ -313,7 +345,7 @@ std::optional<ExportedSystem> exported(ProjSession &session, ShiftMemory &memory
         return refuse(QStringLiteral("PROJ cannot write the system in this form"));
     if (known != nullptr)
         result.code = session.codeOf(known.get());
-    result.lost = lostOf(session, coord, form, known.get(), operation != nullptr);
+    result.lost = lostOf(session, coord, form, known.get(), operation != nullptr, planeUnit);
     return result;
 }
 

@@ -5,6 +5,7 @@
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 #include <QtCore/QObject>
+#include <QtCore/QRegularExpression>
 
 #include <algorithm>
 
@@ -153,6 +154,30 @@ QString nameFault(const QString &name)
             .arg(longestFileName);
     }
     return {};
+}
+
+QString codeOfForm(const QString &text)
+{
+    static const QRegularExpression form(
+        QStringLiteral(
+            "\\A(?:urn:ogc:def:crs:([A-Z]\\w*):[^:]*|([A-Z]\\w*)):([A-Z0-9][\\w.+-]*)\\z"),
+        QRegularExpression::CaseInsensitiveOption);
+    const QRegularExpressionMatch match = form.match(text.trimmed());
+    if (!match.hasMatch())
+        return {};
+    return match.captured(1) + match.captured(2) + QLatin1Char(':') + match.captured(3);
+}
+
+QString codeNameFault(const QString &name, const SystemOrigin &origin)
+{
+    const QString code = codeOfForm(name);
+    const QString own = origin.fullCode();
+    if (code.isEmpty() || code.compare(own, Qt::CaseInsensitive) == 0)
+        return {};
+    return own.isEmpty()
+               ? QObject::tr("the name \"%1\" is that of a code, and the system has none").arg(name)
+               : QObject::tr("the name \"%1\" is that of a code, and the system's own is %2")
+                     .arg(name, own);
 }
 
 bool isTakenBy(const QString &name, const QString &present)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <KelStd/Export.h>
+#include <KelStd/coord/SystemOrigin.h>
 
 #include <QtCore/QDir>
 #include <QtCore/QString>
@@ -34,6 +35,14 @@ KELSTD_EXPORT bool leadsOut(const QDir &directory, const QString &name);
 /// separator of paths, a drive ("C:/"), a colon, a tilde or a dot, or whose `safeFileName` would
 /// have more than 255 bytes.
 KELSTD_EXPORT QString nameFault(const QString &name);
+
+/// The code that a text has the form of, as "EPSG:28992": that text, or its URN
+/// ("urn:ogc:def:crs:EPSG::28992"). Empty for any other text.
+KELSTD_EXPORT QString codeOfForm(const QString &text);
+
+/// Why a system of this origin must not be called `name`, as a clause to show; empty when it may.
+/// What has the form of a code means the system of that code: one that is called so must have it.
+KELSTD_EXPORT QString codeNameFault(const QString &name, const SystemOrigin &origin);
 
 /// Whether a present name keeps a new one from being added: it equals the new one, or the new one
 /// without the blanks around it, in all but case. Blanks around the present name count.

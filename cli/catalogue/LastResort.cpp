@@ -9,6 +9,8 @@
 #include <cli/terminal/Console.h>
 #include <cli/terminal/ShownText.h>
 
+#include <KelStd/library/RecordNames.h>
+
 #include <algorithm>
 
 namespace KelStd::cli {
@@ -32,6 +34,14 @@ bool beginsLikeDefinition(const QByteArray &source)
     });
 }
 
+/// A code of EPSG, to PROJ.
+bool isNumber(const QString &given)
+{
+    return !given.isEmpty() && std::all_of(given.cbegin(), given.cend(), [](QChar c) {
+        return c >= QLatin1Char('0') && c <= QLatin1Char('9');
+    });
+}
+
 } // namespace
 
 LastResort importAsLastResort(const QString &given, Console &console)
@@ -49,18 +59,22 @@ LastResort importAsLastResort(const QString &given, Console &console)
     if (imported.system) {
         for (const QString &text : essentialLines(imported.report))
             console.report(text);
-        return {imported.system, originOf(imported.report), false, {}};
+        return {imported.system, originOf(imported.report), false, false, {}};
     }
     // What is no source at all is a mistyped name or file, of which the caller says more.
     const bool isNone = imported.refusal.kind == catalogue::CatalogueFailureKind::NotUnderstood
                         && !beginsLikeDefinition(*source);
     if (isNone)
-        return {std::nullopt, {}, false, nearSystems(catalogue, given)};
+        return {std::nullopt,
+                {},
+                false,
+                !library::codeOfForm(given).isEmpty() || isNumber(given),
+                nearSystems(catalogue, given)};
     if (!isRefusal(imported.refusal))
         return {};
     console.report(QStringLiteral("cannot use the coordinate system %1: %2")
                        .arg(shown(given), imported.refusal.text));
-    return {std::nullopt, {}, true, {}};
+    return {std::nullopt, {}, true, false, {}};
 }
 
 } // namespace KelStd::cli

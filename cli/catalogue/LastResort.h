@@ -19,7 +19,8 @@ struct LastResort
     std::optional<Coord> system;
     SystemOrigin origin;
     bool isReported = false; ///< a report says why there is none; otherwise nothing was meant by it
-    QList<NearSystem> near;  ///< what may have been meant, where there is neither
+    bool isUnknownCode = false; ///< nothing was meant by a code that PROJ's database has not
+    QList<NearSystem> near;     ///< what may have been meant, where there is neither
 };
 
 /// Imports the system that `given` means as a source for the catalogue: a code, a name, a

@@ -149,7 +149,9 @@ ExitStatus SystemTarget::addToLibrary(const Coord &given, const SystemOrigin &or
     if (!m_name.isEmpty())
         coord.coord_name = m_name;
     const QString name = coord.coord_name;
-    const QString fault = library::nameFault(name);
+    QString fault = library::nameFault(name);
+    if (fault.isEmpty())
+        fault = library::codeNameFault(name, origin);
     if (!fault.isEmpty()) {
         return fail(QStringLiteral("%1; give it another one with --as").arg(fault),
                     ExitStatus::SomeFailed, console);

@@ -130,21 +130,46 @@ ExitStatus refuseCommand(const QStringList &words, Console &console)
     return ExitStatus::Usage;
 }
 
+/// The command with the words behind its name.
+ExitStatus run(const Command &command, const QStringList &words, Console &console)
+{
+    return command.run(QStringList(QStringLiteral("kelstd ") + nameOf(command)) + words, console);
+}
+
+/// Whether words behind the name of a group ask for its help: --help, with a form or without.
+bool asksForHelp(const QStringList &words)
+{
+    const bool hasForm = words.size() == 2 && helpForm(words.last());
+    return isHelpOption(words.value(0)) && (words.size() == 1 || hasForm);
+}
+
+/// The help of a group: what its commands are for, or, in a form that was asked for, that of each.
+ExitStatus showGroupHelp(const QList<const Command *> &group, const QStringList &words,
+                         Console &console)
+{
+    const bool isList = words.size() == 1;
+    for (const Command *member : group) {
+        if (isList) {
+            console.print(listed(*member));
+            continue;
+        }
+        if (member != group.first())
+            console.print(QString());
+        run(*member, words, console);
+    }
+    return ExitStatus::Success;
+}
+
 ExitStatus runCommand(const QStringList &words, Console &console)
 {
-    const Command *command = findCommand(words);
-    if (command == nullptr) {
-        const QList<const Command *> group = groupOf(words.first());
-        if (group.isEmpty() || words.size() != 2 || !isHelpOption(words.last()))
-            return refuseCommand(words, console);
-        for (const Command *member : group)
-            console.print(listed(*member));
-        return ExitStatus::Success;
+    if (const Command *command = findCommand(words)) {
+        const int nameWords = 1 + nameOf(*command).count(QLatin1Char(' '));
+        return run(*command, words.mid(nameWords), console);
     }
-    const QString name = nameOf(*command);
-    const int nameWords = 1 + name.count(QLatin1Char(' '));
-    return command->run(QStringList(QStringLiteral("kelstd ") + name) + words.mid(nameWords),
-                        console);
+    const QList<const Command *> group = groupOf(words.first());
+    const QStringList behind = words.mid(1);
+    return !group.isEmpty() && asksForHelp(behind) ? showGroupHelp(group, behind, console)
+                                                   : refuseCommand(words, console);
 }
 
 /// An option that stands before the second word of a command goes behind it:
@@ -159,6 +184,8 @@ QStringList withMemberSecond(QStringList words)
                                                                               : 0;
     if (length == 0 || words.size() <= 1 + length)
         return words;
+    if (isHelpOption(words.at(1 + length)))
+        return words.mid(0, 1) + words.mid(1 + length); // help is about no library
     words.move(1 + length, 1);
     return words;
 }

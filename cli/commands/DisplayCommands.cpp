@@ -181,7 +181,9 @@ ExitStatus runDisplaySet(const QStringList &arguments, Console &console)
     stShowConfig tried;
     if (!takeSetting(*setting, word, tried)) {
         const QStringList words = settingWords(*setting);
-        const QString hint = nearHint(word, words);
+        const bool hasFactor =
+            setting->kind == SettingKind::Length || setting->kind == SettingKind::Pressure;
+        const QString hint = hasFactor ? nearUnitHint(word, words) : nearHint(word, words);
         return line.refuse(QStringLiteral("'%1' is no value of %2%3")
                                .arg(word, name,
                                     (hint.isEmpty() ? QStringLiteral("; there are ")

@@ -84,7 +84,9 @@ std::optional<GivenRecord> recordFrom(const QString &fileName, RecordKind kind, 
     auto records = library::reviewRecords(fileName, kind, review.findings, failure);
     if (!records) {
         console.report(QStringLiteral("cannot read the %1 %2: %3")
-                           .arg(library::titleOf(kind), fileName, io::describedFailure(failure)));
+                           .arg(kind == RecordKind::Custom ? QStringLiteral("coordinate system")
+                                                           : library::titleOf(kind),
+                                fileName, io::describedFailure(failure)));
         return std::nullopt;
     }
     if (!name.isEmpty()) {
@@ -115,6 +117,16 @@ std::optional<GivenRecord> recordFrom(const QString &fileName, RecordKind kind, 
     return GivenRecord{record, *origin};
 }
 
+/// Why the record must not be added under its name; empty when it may.
+QString faultOf(const GivenRecord &given, RecordKind kind)
+{
+    const QString name = library::nameOf(given.record);
+    const QString fault = library::nameFault(name);
+    return fault.isEmpty() && kind == RecordKind::Custom
+               ? library::codeNameFault(name, given.origin)
+               : fault;
+}
+
 /// What is to be added: a file, or the document of a record that a library has.
 struct Source
 {
@@ -123,8 +135,10 @@ struct Source
     QString name; ///< of the record, where a name was given instead of a file
 };
 
-/// The source of FILE.xml|NAME. Nothing with the `mistake`, and its status.
-std::optional<Source> sourceFrom(const QString &given, const CommandLine &line, QString &mistake)
+/// The source of FILE.xml|NAME. Nothing with the `mistake`, and whether it is that of a name that
+/// nothing has.
+std::optional<Source> sourceFrom(const QString &given, const CommandLine &line, QString &mistake,
+                                 bool &isUnknown)
 {
     const QString fileName = onDisk(given);
     QString several;
@@ -139,6 +153,11 @@ std::optional<Source> sourceFrom(const QString &given, const CommandLine &line, 
         }
         if (!several.isEmpty()) {
             mistake = several;
+            return std::nullopt;
+        }
+        if (!QDir::isAbsolutePath(fileName) && !given.startsWith(QLatin1Char('.'))) {
+            isUnknown = true;
+            mistake = unknownDocument(given, kinds, line);
             return std::nullopt;
         }
     }
@@ -238,7 +257,10 @@ ExitStatus runLibraryAdd(const QStringList &arguments, Console &console)
     if (line.isSet(asOption) && !library::nameFault(newName).isEmpty())
         return line.refuse(library::nameFault(newName), console);
     QString mistake;
-    const auto source = sourceFrom(line.positionals().constFirst(), line, mistake);
+    bool isUnknown = false;
+    const auto source = sourceFrom(line.positionals().constFirst(), line, mistake, isUnknown);
+    if (!source && isUnknown)
+        return fail(mistake, ExitStatus::Environment, console);
     if (!source)
         return line.refuse(mistake, console);
 
@@ -247,7 +269,7 @@ ExitStatus runLibraryAdd(const QStringList &arguments, Console &console)
         return ExitStatus::Environment;
     if (line.isSet(asOption))
         library::rename(given->record, newName);
-    const QString fault = library::nameFault(library::nameOf(given->record));
+    const QString fault = faultOf(*given, source->kind);
     if (!fault.isEmpty()) {
         return fail(QStringLiteral("%1; give it another one with --as").arg(fault),
                     ExitStatus::SomeFailed, console);
@@ -303,6 +325,16 @@ ExitStatus runLibraryReplace(const QStringList &arguments, Console &console)
         return fail(unknownName(name, kinds, line), ExitStatus::SomeFailed, console);
     if (!isChangeable(library->directory, holding.constFirst(), name, "replace", console))
         return ExitStatus::SomeFailed;
+    // Without an origin the system may still be the present one, which keeps its own.
+    const SystemOrigin origin =
+        given->origin.isEmpty() ? library::originOf(holding.constFirst(), name) : given->origin;
+    const QString fault =
+        *kind == RecordKind::Custom ? library::codeNameFault(name, origin) : QString();
+    if (!fault.isEmpty()) {
+        return fail(QStringLiteral("cannot replace the %1 %2: %3")
+                        .arg(library::titleOf(*kind), inQuotes(name), fault),
+                    ExitStatus::SomeFailed, console);
+    }
     if (givenName != name) {
         console.report(QStringLiteral("note: the file's %1 is kept under the name %2")
                            .arg(inQuotes(givenName), inQuotes(name)));

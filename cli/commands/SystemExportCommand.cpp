@@ -72,6 +72,7 @@ CommandLine makeCommandLine()
                     .arg(QLatin1String(row.help));
     }
     help += QStringLiteral(
+        "Northing and easting of a text count in the unit that the system is given in.\n"
         "What a form cannot say of the system is listed on standard error. A .prj is that\n"
         "of the database's system which this one was found to be, by numbers.\n"
         "\n"
@@ -123,8 +124,8 @@ std::optional<Exported> textOf(const ChosenSystem &system, const QString &given,
     }
     catalogue::Catalogue catalogue = programCatalogue(CatalogueUse::OfOthers);
     catalogue::CatalogueFailure failure;
-    const auto exported =
-        catalogue.exportSystem(system.coord, *form.form, system.origin.fullCode(), &failure);
+    const auto exported = catalogue.exportSystem(system.coord, *form.form, system.origin.fullCode(),
+                                                 &failure, system.origin.planeUnit);
     if (exported)
         return Exported{exported->text.toUtf8() + '\n', exported->code, exported->lost};
     console.report(QStringLiteral("cannot write %1 as %2: %3")

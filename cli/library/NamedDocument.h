@@ -24,4 +24,10 @@ struct NamedDocument
 std::optional<NamedDocument> findNamedDocument(const QString &name, const QList<RecordKind> &kinds,
                                                const CommandLine &line, QString &mistake);
 
+/// "there is no file Amersfort, and the library has no entry \"Amersfort\"; did you mean ...?", for
+/// a name that is neither, with the names near to it of the library of `line` and of the delivered
+/// one. Loads the registry anew.
+QString unknownDocument(const QString &given, const QList<RecordKind> &kinds,
+                        const CommandLine &line);
+
 } // namespace KelStd::cli

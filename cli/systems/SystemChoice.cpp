@@ -8,8 +8,10 @@
 #include <cli/terminal/FilePath.h>
 #include <cli/terminal/ShownText.h>
 
+#include <KelStd/library/DeliveredRecords.h>
 #include <KelStd/library/RecordDocuments.h>
 #include <KelStd/library/RecordHolders.h>
+#include <KelStd/library/RecordNames.h>
 
 #include <QtCore/QFileInfo>
 #include <QtCore/QRegularExpression>
@@ -39,6 +41,11 @@ bool cannotRead(const QString &given, const QString &reason, Console &console)
 {
     console.report(QStringLiteral("cannot read the coordinate system %1: %2").arg(given, reason));
     return false;
+}
+
+LibraryFailure loadSystems(const LibraryDirectory &library)
+{
+    return library::loadPlaces(library, {LibraryPlace::Custom, LibraryPlace::Standard});
 }
 
 enum class Lookup
@@ -84,36 +91,80 @@ Lookup lookUpName(const LibraryDirectory &library, const QString &given, ChosenS
     return Lookup::Missing;
 }
 
-/// "EPSG:28992": an authority and a code of it.
-bool isCode(const QString &given)
+/// The code that a text means: "EPSG:28992", and "28992", which is the same to PROJ. Empty for
+/// none.
+QString codeMeantBy(const QString &given)
 {
-    static const QRegularExpression form(
-        QStringLiteral("\\A[A-Za-z][A-Za-z0-9_]*:[A-Za-z0-9][A-Za-z0-9_.-]*\\z"));
-    return form.match(given).hasMatch();
+    static const QRegularExpression number(QStringLiteral("\\A[0-9]+\\z"));
+    return number.match(given).hasMatch() ? QLatin1String("EPSG:") + given
+                                          : library::codeOfForm(given);
+}
+
+QString listOf(const QStringList &names)
+{
+    QStringList quoted;
+    for (const QString &name : names)
+        quoted += inQuotes(name);
+    return quoted.join(QLatin1String(", "));
+}
+
+/// The system of this code as it is delivered, where copies of it have the code, too. Empty where
+/// there is none, or where it was changed.
+QString untouchedOf(const LibraryDirectory &library, const QString &code)
+{
+    if (loadSystems(library))
+        return {};
+    const QStringList names = library::namesOfCode(RecordKind::Standard, code);
+    if (names.size() != 1)
+        return {};
+    for (const DeliveredRecord &record : library::deliveredRecords(LibraryDirectory::delivered())) {
+        if (record.kind == RecordKind::Standard && record.name == names.constFirst()
+            && library::deliveredState(library, record) == DeliveredState::AsDelivered)
+            return record.name;
+    }
+    return {};
+}
+
+/// One of several custom systems that have a code.
+Lookup readOneOf(const LibraryDirectory &library, RecordKind kind, const QString &code,
+                 const QStringList &names, ChosenSystem &chosen, Console &console)
+{
+    if (names.contains(code))
+        return readRegistered(library, kind, code, chosen, console);
+    const QString untouched = kind == RecordKind::Custom ? untouchedOf(library, code) : QString();
+    if (untouched.isEmpty()) {
+        return failedAfterReport(code,
+                                 QStringLiteral("%1 %2s of the library have this code: %3; "
+                                                "name one of them")
+                                     .arg(names.size())
+                                     .arg(library::titleOf(kind), listOf(names)),
+                                 console);
+    }
+    const Lookup lookup = readRegistered(library, RecordKind::Standard, untouched, chosen, console);
+    if (lookup == Lookup::Found) {
+        console.report(
+            QStringLiteral("note: %1 is the %2 %3 of the library; %4 %5s have this code, "
+                           "too: %6")
+                .arg(code, library::titleOf(RecordKind::Standard), inQuotes(untouched))
+                .arg(names.size())
+                .arg(library::titleOf(kind), listOf(names)));
+    }
+    return lookup;
 }
 
 /// The system that has this code, custom before standard.
 Lookup lookUpCode(const LibraryDirectory &library, const QString &given, ChosenSystem &chosen,
                   Console &console)
 {
-    if (!isCode(given))
+    const QString code = codeMeantBy(given);
+    if (code.isEmpty())
         return Lookup::Missing;
     for (const RecordKind kind : systemKinds) {
         if (const auto failure = library::loadPlaces(library, {library::placeOf(kind)}))
             return failedAfterReport(given, failure.text, console);
-        const QStringList names = library::namesOfCode(kind, given);
-        if (names.size() > 1) {
-            QStringList quoted;
-            for (const QString &name : names)
-                quoted += inQuotes(name);
-            return failedAfterReport(
-                given,
-                QStringLiteral("%1 %2s of the library have this code: %3; "
-                               "name one of them")
-                    .arg(names.size())
-                    .arg(library::titleOf(kind), quoted.join(QLatin1String(", "))),
-                console);
-        }
+        const QStringList names = library::namesOfCode(kind, code);
+        if (names.size() > 1)
+            return readOneOf(library, kind, code, names, chosen, console);
         if (names.size() == 1) {
             const Lookup lookup =
                 readRegistered(library, kind, names.constFirst(), chosen, console);
@@ -129,16 +180,47 @@ Lookup lookUpCode(const LibraryDirectory &library, const QString &given, ChosenS
     return Lookup::Missing;
 }
 
+/// The system of exactly this name, which may be a code, too, that means another one.
+Lookup lookUpNameAside(const LibraryDirectory &library, const QString &given, ChosenSystem &chosen,
+                       Console &console)
+{
+    const Lookup lookup = lookUpName(library, given, chosen, console);
+    const QString code = codeMeantBy(given);
+    if (lookup == Lookup::Found && !code.isEmpty()
+        && chosen.origin.fullCode().compare(code, Qt::CaseInsensitive) != 0) {
+        console.report(QStringLiteral("note: %1 is the system of this name of the library, which "
+                                      "is not known to be %2")
+                           .arg(shown(given), shown(code)));
+    }
+    return lookup;
+}
+
+/// Says that a system was passed over whose name is the code of another one, which was taken.
+void notePassedOver(const LibraryDirectory &library, const QString &code, Console &console)
+{
+    if (loadSystems(library))
+        return;
+    for (const RecordKind kind : library::kindsHolding(code, systemKinds)) {
+        if (library::originOf(kind, code).fullCode().compare(code, Qt::CaseInsensitive) != 0) {
+            console.report(QStringLiteral("note: %1 is taken as a code; the %2 of this name is "
+                                          "not known to have it")
+                               .arg(shown(code), library::titleOf(kind)));
+        }
+    }
+}
+
 /// What a text that names no file may mean, in the order in which it is tried. A further meaning is
 /// a further row.
-constexpr Lookup (*meanings[])(const LibraryDirectory &, const QString &, ChosenSystem &,
-                               Console &) = {&lookUpName, &lookUpCode};
+using Meaning = Lookup (*)(const LibraryDirectory &, const QString &, ChosenSystem &, Console &);
+constexpr Meaning meaningsOfName[] = {&lookUpNameAside, &lookUpCode};
+constexpr Meaning meaningsOfCode[] = {&lookUpCode, &lookUpNameAside};
 
 Lookup lookUp(const LibraryDirectory &library, const QString &given, ChosenSystem &chosen,
               Console &console)
 {
     Lookup lookup = Lookup::Missing;
-    for (const auto meaning : meanings) {
+    for (const auto meaning :
+         library::codeOfForm(given).isEmpty() ? meaningsOfName : meaningsOfCode) {
         if (lookup == Lookup::Missing)
             lookup = meaning(library, given, chosen, console);
     }
@@ -149,21 +231,20 @@ Lookup lookUp(const LibraryDirectory &library, const QString &given, ChosenSyste
 QString hiddenBy(const QString &fileName, const LibraryDirectory &library)
 {
     const bool isHidden =
-        !library::loadPlaces(library, {LibraryPlace::Custom, LibraryPlace::Standard})
-        && !library::kindsHolding(fileName, systemKinds).isEmpty();
+        !loadSystems(library) && !library::kindsHolding(fileName, systemKinds).isEmpty();
     return isHidden
                ? QStringLiteral("; the library has a system of this name, which the file hides")
                : QString();
 }
 
-/// Imports what no document has; nothing where nothing is meant by it, with what is `near` to it.
+/// Imports what no document has; nothing where nothing is meant by it, of which `tried` has more.
 /// Otherwise whether there is a system now, after a report where there is none.
 std::optional<bool> importInstead(const QString &given, ChosenSystem &chosen, Console &console,
-                                  QList<NearSystem> *near = nullptr)
+                                  LastResort *tried = nullptr)
 {
     LastResort imported = importAsLastResort(given, console);
-    if (near != nullptr)
-        *near = imported.near;
+    if (tried != nullptr)
+        *tried = imported;
     if (!imported.system)
         return imported.isReported ? std::optional(false) : std::nullopt;
     chosen = {*imported.system, imported.origin, {given, {}}};
@@ -206,19 +287,31 @@ bool choose(const QString &given, const CommandLine &line, ChosenSystem &chosen,
         return cannotRead(given,
                           QStringLiteral("there is no such file, and no library to look it up in"),
                           console);
-    const Lookup lookup = lookUp(*library, given, chosen, console);
+    // PROJ's system of a code goes before a record that is merely called so.
+    const bool isCode = !library::codeOfForm(given).isEmpty();
+    Lookup lookup = isCode ? lookUpCode(*library, given, chosen, console)
+                           : lookUp(*library, given, chosen, console);
+    LastResort tried;
+    if (lookup == Lookup::Missing && !QFileInfo(onDisk(given)).isDir()) {
+        if (const auto isImported = importInstead(given, chosen, console, &tried))
+            lookup = *isImported ? Lookup::Found : Lookup::Failed;
+    }
+    if (isCode && lookup == Lookup::Found)
+        notePassedOver(*library, given, console);
+    if (isCode && lookup == Lookup::Missing)
+        lookup = lookUpNameAside(*library, given, chosen, console);
     if (lookup != Lookup::Missing)
         return lookup == Lookup::Found;
     if (QFileInfo(onDisk(given)).isDir())
         return cannotRead(given, QStringLiteral("it is a directory"), console);
-    QList<NearSystem> near;
-    if (const auto isImported = importInstead(given, chosen, console, &near))
-        return *isImported;
-    library::loadPlaces(*library, {LibraryPlace::Custom, LibraryPlace::Standard}); // for the hint
+    loadSystems(*library); // for the hint
     QList<QPair<QString, QString>> elsewhere;
-    for (const NearSystem &system : near)
+    for (const NearSystem &system : tried.near)
         elsewhere += {system.name, system.text()};
-    console.report(QStringLiteral("there is no file %1, and ").arg(given)
+    console.report(QStringLiteral("there is no file %1, %2and ")
+                       .arg(given, tried.isUnknownCode
+                                       ? QStringLiteral("PROJ's database has no such code, ")
+                                       : QString())
                    + unknownName(given, systemKinds, line, elsewhere));
     return false;
 }
@@ -228,11 +321,12 @@ bool choose(const QString &given, const CommandLine &line, ChosenSystem &chosen,
 QString systemChoiceHelp()
 {
     return QStringLiteral("FILE.xml is a coordinate system's document. NAME is a system of the "
-                          "library,\nby its exact name or its code (EPSG:28992), custom before "
-                          "standard; 'kelstd\nlibrary list' lists them. A file that exists comes "
-                          "before a system of its name.\nWhat is neither is imported where PROJ "
-                          "knows it, as 'kelstd system import' does\nit: a code, a system's name, "
-                          "or a file with WKT, PROJJSON or a PROJ string.");
+                          "library,\nby its exact name or its code (EPSG:28992 or 28992), custom "
+                          "before standard;\n'kelstd library list' lists them. A file that exists "
+                          "comes before a system of\nits name, and a code before a system that is "
+                          "called so. What is neither is\nimported where PROJ knows it, as 'kelstd "
+                          "system import' does it: a code, a\nsystem's name, or a file with WKT, "
+                          "PROJJSON or a PROJ string.");
 }
 
 std::optional<ChosenSystem> readChosenSystem(const QString &given, const CommandLine &line,

@@ -4,6 +4,28 @@
 
 namespace KelStd::cli {
 
+namespace {
+
+QString plainLetters(const QString &text)
+{
+    QString letters;
+    for (const QChar c : text) {
+        if (c.isLetterOrNumber())
+            letters += c.toLower();
+    }
+    return letters;
+}
+
+QString quotedHint(const QStringList &near)
+{
+    QStringList quoted;
+    for (const QString &name : near)
+        quoted += QLatin1Char('\'') + name + QLatin1Char('\'');
+    return quoted.isEmpty() ? QString() : QLatin1String("; ") + hintAt(quoted);
+}
+
+} // namespace
+
 QString unknownWord(const QString &option, const QString &word, const QString &kind,
                     const QStringList &words)
 {
@@ -14,12 +36,19 @@ QString unknownWord(const QString &option, const QString &word, const QString &k
            + words.join(QLatin1String(", "));
 }
 
+QString nearUnitHint(const QString &given, const QStringList &known)
+{
+    QStringList same;
+    for (const QString &unit : known) {
+        if (plainLetters(unit) == plainLetters(given))
+            same += unit;
+    }
+    return quotedHint(same);
+}
+
 QString nearHint(const QString &given, const QStringList &known)
 {
-    QStringList quoted;
-    for (const QString &name : nearNames(given, known))
-        quoted += QLatin1Char('\'') + name + QLatin1Char('\'');
-    return quoted.isEmpty() ? QString() : QLatin1String("; ") + hintAt(quoted);
+    return quotedHint(nearNames(given, known));
 }
 
 } // namespace KelStd::cli

@@ -12,5 +12,8 @@ QString unknownWord(const QString &option, const QString &word, const QString &k
 
 /// "; did you mean 'a' or 'b'?" with the names that `given` is near to; empty for none.
 QString nearHint(const QString &given, const QStringList &known);
+/// The same for the symbol of a unit: near are those that differ from it in case and punctuation
+/// alone. Another letter is another factor ("kPa", "Pa").
+QString nearUnitHint(const QString &given, const QStringList &known);
 
 } // namespace KelStd::cli

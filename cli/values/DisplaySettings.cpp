@@ -30,6 +30,7 @@ constexpr WordRow fixedWords[] = {
     {Kind::Pressure, "bar", Unit_Bar},
     {Kind::Pressure, "Pa", Unit_Pascal},
     {Kind::Pressure, "mbar", Unit_MilliBar},
+    {Kind::Pressure, "hPa", Unit_MilliBar}, // 100 Pa, both
     {Kind::Pressure, "mmHg", Unit_MmHg},
     {Kind::Pressure, "inHg", Unit_InHg},
     {Kind::Temperature, "Celsius", Unit_Celsius},

@@ -91,13 +91,6 @@ TEST_F(ConvertByName, ACodeMeansACustomSystemBeforeAStandardOne)
                                       "\"B / C\"; name one of them"));
 }
 
-TEST_F(ConvertByName, ANameThatLooksLikeACodeGoesBeforeIt)
-{
-    putHome("standard/rd.xml", coded(system("RD")));
-    putHome("standard/named.xml", shiftedSystem().replace("\"A\"", "\"EPSG:28992\""));
-    EXPECT_EQ(convert(text("EPSG:28992"), "5.25,52.5,10\n").out.contains(text("245683.1")), true);
-}
-
 TEST_F(ConvertByName, ACustomSystemGoesBeforeAStandardOne)
 {
     putHome("standard/A.xml", system("A"));

@@ -135,6 +135,28 @@ TEST_F(DisplayCommand, ASettingIsThatOfTables)
                                                                    .left(17));
 }
 
+// A hectopascal is a millibar: 100 Pa.
+TEST_F(DisplayCommand, AHectopascalIsAMillibar)
+{
+    EXPECT_EQ(display({"set", "pressure-unit", "mbar"}).status, 0);
+    const auto millibar = hex();
+    EXPECT_EQ(display({"reset"}).status, 0);
+    EXPECT_EQ(display({"set", "pressure-unit", "hPa"}).status, 0);
+    EXPECT_EQ(hex(), millibar);
+}
+
+TEST_F(DisplayCommand, AUnitIsNotTakenForAnotherOfAFactor)
+{
+    for (const char *word : {"kPa", "MPa", "hpas"}) {
+        const auto result = display({"set", "pressure-unit", word});
+        EXPECT_EQ(result.status, 2);
+        EXPECT_FALSE(result.err.contains(text("did you mean"))) << result.err;
+    }
+    EXPECT_THAT(display({"set", "plane-unit", "cm"}).err,
+                Mentions("is no value of plane-unit; there are m, ft, us-ft, mm"));
+    EXPECT_THAT(display({"set", "plane-unit", "usft"}).err, Mentions("did you mean 'us-ft'?"));
+}
+
 TEST_F(DisplayCommand, MistakesAreRefusedWithNearWords)
 {
     const struct

@@ -228,6 +228,26 @@ TEST(Help, OfAGroupListsItsCommands)
     }
 }
 
+TEST(Help, OfAGroupHasTheFormsOfItsCommands)
+{
+    const auto run = [](const char *words) {
+        return ProgramRun().run(QString::fromLatin1(words).split(QLatin1Char(' ')));
+    };
+    const auto listed = run("display --help");
+    EXPECT_EQ(listed.status, 0);
+    EXPECT_EQ(run("display --dir nowhere --help").out, listed.out);
+    EXPECT_EQ(run("display -h").out, listed.out);
+    const auto full = run("display --help full");
+    EXPECT_EQ(full.status, 0);
+    EXPECT_EQ(full.err, QString());
+    EXPECT_EQ(run("help display full").out, full.out);
+    EXPECT_EQ(full.out, run("display show --help full").out + QLatin1Char('\n')
+                            + run("display set --help full").out + QLatin1Char('\n')
+                            + run("display reset --help full").out);
+    EXPECT_EQ(run("display --help nothing").status, 2);
+    EXPECT_EQ(run("display --full").status, 2);
+}
+
 TEST(Help, TheVersionsAreThoseOfTheProgramAndOfWhatItRunsOn)
 {
     for (const char *option : {"--version", "-v"}) {

@@ -129,6 +129,21 @@ TEST_F(LibraryChange, TheOriginOfASystemGoesAlong)
     EXPECT_THAT(refused.err, Mentions("Coord/Origin: <Origin> where ver=\"1\" is needed"));
 }
 
+TEST_F(LibraryChange, AMistypedSourceGetsNearNames)
+{
+    put("custom/h.xml", system("Harbour"));
+    const auto own = library({text("add"), text("Harbor"), text("--as"), text("q")});
+    EXPECT_EQ(own.status, 3);
+    EXPECT_EQ(own.err, text("kelstd: there is no file Harbor, and the library has no entry "
+                            "\"Harbor\"; did you mean \"Harbour\"? 'kelstd library list' with the "
+                            "same --dir lists them\n"));
+    EXPECT_THAT(library({text("add"), text("Amersfort"), text("--as"), text("q")}).err,
+                Mentions("did you mean \"Amersfoort / RD New\"?"));
+    EXPECT_THAT(library({text("add"), text("nowhere.xml")}).err,
+                Mentions("kelstd: cannot read the coordinate system nowhere.xml: No such file"));
+    EXPECT_FALSE(has("custom/q.xml"));
+}
+
 TEST_F(LibraryChange, ATakenNameIsSaidToBeWhose)
 {
     put("custom/Harbour.xml", system("Harbour"));

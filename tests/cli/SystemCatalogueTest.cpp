@@ -458,5 +458,61 @@ TEST_F(SystemCatalogue, ExportWritesEachForm)
     EXPECT_TRUE(test::readFile(file).startsWith("PROJCS["));
 }
 
+// The projection's natural origin has false coordinates by definition: 300000 m, which is 984250 US
+// survey feet of 1200/3937 m, in New York's Long Island zone (EPSG:2263).
+TEST_F(SystemCatalogue, ExportKeepsTheUnitOfThePlane)
+{
+    QDir().mkpath(path("none") + QStringLiteral("/custom"));
+    const QStringList there = {QStringLiteral("--dir"), path("none")};
+    const QString file = path("long-island.xml");
+    ASSERT_EQ(system(QStringList{QStringLiteral("import"), QStringLiteral("EPSG:2263"),
+                                 QStringLiteral("-o"), file})
+                  .status,
+              0);
+    const QByteArray imported = test::readFile(file);
+    // Another's system is written by its own parameters, as the texts of the database are not.
+    const QString own = m_program.file(QStringLiteral("own.xml"),
+                                       QByteArray(imported).replace(">300000<", ">300001<"));
+    struct Row
+    {
+        QString file;
+        const char *form;
+        const char *unit;
+        double easting; ///< [us-ft]
+    };
+    const Row rows[] = {
+        {file, "proj", "+units=us-ft", 984250.0},
+        {file, "wkt2", "US survey foot", 984250.0},
+        {own, "proj", "+units=us-ft", 984250.0 + 3937.0 / 1200.0},
+        {own, "wkt2", "US survey foot", 984250.0 + 3937.0 / 1200.0},
+        {own, "projjson", "US survey foot", 984250.0 + 3937.0 / 1200.0},
+    };
+    for (const Row &row : rows) {
+        SCOPED_TRACE(row.form);
+        const auto text = system(QStringList{QStringLiteral("export"), row.file,
+                                             QStringLiteral("--as"), QLatin1String(row.form)});
+        ASSERT_EQ(text.status, 0) << text.err;
+        EXPECT_THAT(text.out, test::Mentions(row.unit));
+        EXPECT_FALSE(text.err.contains(QLatin1String("count"))) << text.err;
+        const QString source = m_program.file(QStringLiteral("source.txt"), text.out.toUtf8());
+        const auto back = m_program.run(
+            QStringList{QStringLiteral("convert"), QStringLiteral("--system"), source} + there,
+            "-74,40.1666666666666667,0\n");
+        ASSERT_EQ(back.status, 0) << back.err;
+        const auto values = test::csvRows(back.out).value(0);
+        EXPECT_NEAR(test::numberIn(values, QStringLiteral("local_easting_us_ft")), row.easting,
+                    0.001);
+    }
+    // A unit that the text has not is said to be lost.
+    const QString other =
+        m_program.file(QStringLiteral("other.xml"),
+                       QByteArray(imported)
+                           .replace("metres=\"0.30480060960121924\"", "metres=\"0.3048\"")
+                           .replace("US survey foot", "foot"));
+    const auto lost = system(QStringList{QStringLiteral("export"), other, QStringLiteral("--as"),
+                                         QStringLiteral("esri")});
+    EXPECT_THAT(lost.err, test::Mentions("lost: The unit \"foot\" of northing and easting"));
+}
+
 } // namespace
 } // namespace KelStd

@@ -133,12 +133,15 @@ TEST(DeliveredLibrary, SystemsAreWrittenBackAsTheyAre)
     }
 }
 
-/// PROJ's own ellipsoids keep the definitions free of the display configuration.
+/// PROJ's own ellipsoids keep the definitions free of the display configuration. Its modified Airy
+/// is not that of the EPSG Dataset.
 TEST(DeliveredLibrary, SystemsNameTheirEllipsoidsAndProjections)
 {
     for (const std::string &fileName : test::deliveredFiles(QStringLiteral("standard"))) {
         const Coord coord = test::deliveredSystem(fileName);
-        EXPECT_FALSE(coord.ellipsoid.proj4EllpsName.isEmpty()) << fileName;
+        EXPECT_EQ(coord.ellipsoid.proj4EllpsName.isEmpty(),
+                  coord.ellipsoid.ellipsoid_name == QStringLiteral("Airy Modified 1849"))
+            << fileName;
         EXPECT_TRUE(QFile::exists(test::deliveredPath(
             QStringLiteral("ellipsoids/%1.xml").arg(coord.ellipsoid.ellipsoid_name))))
             << fileName;
