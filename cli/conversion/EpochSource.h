@@ -35,6 +35,7 @@ public:
     QString errorText() const override { return m_error; }
     std::optional<qint64> size() const override { return m_input.size(); }
     qint64 done() const override { return m_readBytes; }
+    bool isLive() const override { return !m_input.size(); }
     QStringList remarks() const override;
 
     /// Whether sentences were broken, or there was input without any that can be used: positions

@@ -36,6 +36,7 @@ ExitStatus RecordRun::run()
     }
     const streams::StopRequests stop;
     m_source.endAt(&stop);
+    m_output.setLive(m_source.isLive());
     std::optional<ProgressBar> progress;
     if (const auto size = m_source.size())
         m_output.setProgress(&progress.emplace(m_console, *size));

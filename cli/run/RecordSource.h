@@ -66,6 +66,10 @@ public:
     virtual bool isReady() = 0;
 
     virtual Result next(SourceRecord &record) = 0;
+
+    /// Whether what it has given cannot be had again, as of an instrument: a run that is stopped, or
+    /// whose source fails, keeps the file of what came before then.
+    virtual bool isLive() const { return false; }
     virtual QString errorText() const = 0;
 
     /// How far a bar can show the run to be: a size, and how much of it is done. Nothing where the
