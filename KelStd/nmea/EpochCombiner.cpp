@@ -101,7 +101,7 @@ void EpochCombiner::take(Message message, std::string_view text, qint64 line)
     if (m_messages.empty() && comesLate(message)) {
         m_tally.late.add(line);
         if (message.date && !message.isVoid)
-            m_dates.dateOf(*message.time, message.date);
+            dateOf(*message.time, message.date, line);
         return;
     }
     m_flushed.reset();
@@ -133,10 +133,21 @@ void EpochCombiner::keepDate(ReceiverEpoch &epoch)
     for (const Message &message : m_messages) {
         // What a receiver without a fix takes for the date may be anything.
         const bool counts = message.date && !message.isVoid;
+        if (counts && date && !isSameDate(*date, *message.date))
+            m_tally.otherDate.add(m_firstLine, QStringLiteral("RMC and ZDA have different ones"));
         if (counts && (!date || (message.date->hasFullYear && !date->hasFullYear)))
             date = message.date;
     }
-    epoch.date = m_dates.dateOf(*epoch.time, date);
+    epoch.date = dateOf(*epoch.time, date, m_firstLine);
+}
+
+std::optional<QDate> EpochCombiner::dateOf(const TimeOfDay &time,
+                                           const std::optional<ReceivedDate> &date, qint64 line)
+{
+    const auto kept = m_dates.dateOf(time, date);
+    if (!m_dates.contradiction().isEmpty())
+        m_tally.otherDate.add(line, m_dates.contradiction());
+    return kept;
 }
 
 void EpochCombiner::endEpoch()

@@ -36,6 +36,7 @@ struct SentenceTally
     SentenceCount malformed;     ///< broken, though the checksum is right
     SentenceCount late;          ///< of an epoch that was given out before
     SentenceCount contradicting; ///< another position of one time, by the same type and talker
+    SentenceCount otherDate;     ///< a date that contradicts another one or the time
     SentenceCount otherDatum;    ///< DTM names another datum than WGS84, which is the first reason
 
     qint64 broken() const { return noChecksum.count + badChecksum.count + malformed.count; }
@@ -100,6 +101,8 @@ private:
     bool comesLate(const Message &message) const;
     void endEpoch();
     void keepDate(ReceiverEpoch &epoch);
+    std::optional<QDate> dateOf(const TimeOfDay &time, const std::optional<ReceivedDate> &date,
+                                qint64 line);
 
     SentenceScanner m_scanner;
     std::vector<Message> m_messages; ///< of the epoch that is being read, in their order

@@ -94,6 +94,9 @@ constexpr SentenceRemark sentenceRemarks[] = {
     {&nmea::SentenceTally::contradicting,
      "warning: contradicting: %1 with another position of the same time, the first in line %2; "
      "the first position of each time was taken"},
+    {&nmea::SentenceTally::otherDate,
+     "warning: dates: %1 with one that contradicts another or the time, the first of the epoch in "
+     "line %2 (%3)"},
     {&nmea::SentenceTally::otherDatum,
      "warning: %1 (DTM) naming another datum of the positions than WGS84, the first in line %2 "
      "(\"%3\"); they were taken as WGS84 all the same"},

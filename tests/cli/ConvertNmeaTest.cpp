@@ -242,6 +242,12 @@ TEST(ConvertNmea, WhatMayMisleadIsSaid)
     EXPECT_EQ(twice.outLines().size(), 2);
     EXPECT_THAT(twice.err, Mentions("warning: contradicting: 1 sentence with another position of "
                                     "the same time, the first in line 2"));
+    EXPECT_THAT(convert(log({ggaAt("235959"), rmcAt("235959", "280224"), ggaAt("000000"),
+                             rmcAt("000000", "280224")}))
+                    .err,
+                Mentions("warning: dates: 1 sentence with one that contradicts another or the "
+                         "time, the first of the epoch in line 3 (2024-02-28 where the time goes "
+                         "on at 2024-02-29; the latter was taken)"));
     EXPECT_THAT(convert(log({ggaAt("123456"), rmcAt("123456", "010140")})).err,
                 Mentions("note: leap seconds are known until 20"));
 }

@@ -238,6 +238,29 @@ TEST(NmeaEpochs, TheFullYearOfZdaGoesBeforeRmc)
     EXPECT_EQ(epochs.at(2).utc(), "2100-01-01T00:00:01Z");
 }
 
+TEST(NmeaEpochs, ADateThatIsLateAtMidnightIsNotTaken)
+{
+    const auto at = [](const char *time, const char *date) {
+        return QList<QByteArray>{
+            QByteArray("GPGGA,") + time + ",5200.0,N,01300.0,E,1,08,0.9,30.0,M,40.0,M,,",
+            QByteArray("GPRMC,") + time + ",A,5200.0,N,01300.0,E,,," + date + ",,"};
+    };
+    SentenceTally tally;
+    const auto epochs = epochsOf(test::log(at("235959.95", "280224") + at("000000.00", "280224")
+                                           + at("000000.05", "290224")),
+                                 &tally);
+    ASSERT_EQ(epochs.size(), 3);
+    EXPECT_EQ(epochs.at(0).utc(), "2024-02-28T23:59:59.95Z");
+    EXPECT_EQ(epochs.at(1).utc(), "2024-02-29T00:00:00.00Z");
+    EXPECT_EQ(epochs.at(2).utc(), "2024-02-29T00:00:00.05Z");
+    EXPECT_EQ(tally.otherDate.count, 1);
+    EXPECT_EQ(tally.otherDate.firstLine, 3);
+    epochsOf(test::log(at("120000", "280224") + QList<QByteArray>{"GPZDA,120000,29,02,2024,,"}),
+             &tally);
+    EXPECT_EQ(tally.otherDate.count, 1);
+    EXPECT_THAT(tally.otherDate.firstReason, Mentions("RMC and ZDA"));
+}
+
 TEST(NmeaEpochs, TheDateOfAReceiverWithoutAFixIsNone)
 {
     const auto epochs =
