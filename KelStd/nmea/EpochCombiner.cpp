@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 
 namespace KelStd::nmea {
 
@@ -22,6 +23,23 @@ std::array<bool, 4> meritOf(const Message &message)
 {
     return {message.hasFix(), hasHeights(message.kind), message.talker == "GN",
             message.kind == MessageKind::Gga};
+}
+
+/// What makes the GST for a position of this talker the better one, the weightiest first.
+std::array<bool, 3> meritOf(const Message &deviations, const QByteArray &talker)
+{
+    return {deviations.talker == talker, deviations.talker == "GN",
+            deviations.sdLatitude || deviations.sdLongitude || deviations.sdHeight};
+}
+
+/// Whether they give one and the same position.
+bool isSamePosition(const Message &one, const Message &other)
+{
+    constexpr double rounding = 0.1; // [m] of a height with one decimal
+    const bool isSameHeight = !one.height || !other.height
+                              || std::abs(one.height->value - other.height->value) <= rounding;
+    return one.talker == other.talker && one.hasPosition() && one.latitude == other.latitude
+           && one.longitude == other.longitude && isSameHeight;
 }
 
 bool isSameDate(const ReceivedDate &one, const ReceivedDate &other)
@@ -150,6 +168,34 @@ std::optional<QDate> EpochCombiner::dateOf(const TimeOfDay &time,
     return kept;
 }
 
+/// Those of another talker are of another solution, which may be metres worse.
+void EpochCombiner::takeDeviations(ReceiverEpoch &epoch) const
+{
+    const QByteArray &talker = epoch.position.talker;
+    const Message *best = nullptr;
+    for (const Message &message : m_messages) {
+        if (message.kind == MessageKind::Gst
+            && (best == nullptr || meritOf(message, talker) > meritOf(*best, talker)))
+            best = &message;
+    }
+    if (best == nullptr)
+        return;
+    epoch.sdLatitude = best->sdLatitude;
+    epoch.sdLongitude = best->sdLongitude;
+    epoch.sdHeight = best->sdHeight;
+}
+
+/// A receiver may say it in one of GGA and GNS alone.
+void EpochCombiner::takeUndulation(Message &position) const
+{
+    const auto found =
+        std::find_if(m_messages.begin(), m_messages.end(), [&position](const Message &message) {
+            return message.undulation && isSamePosition(message, position);
+        });
+    if (!position.undulation && found != m_messages.end())
+        position.undulation = found->undulation;
+}
+
 void EpochCombiner::endEpoch()
 {
     ReceiverEpoch epoch;
@@ -162,16 +208,12 @@ void EpochCombiner::endEpoch()
         if (isPosition(message.kind)
             && (position == nullptr || meritOf(message) > meritOf(*position)))
             position = &message;
-        if (message.kind == MessageKind::Gst && !epoch.sdLatitude && !epoch.sdLongitude
-            && !epoch.sdHeight) {
-            epoch.sdLatitude = message.sdLatitude;
-            epoch.sdLongitude = message.sdLongitude;
-            epoch.sdHeight = message.sdHeight;
-        }
     }
     keepDate(epoch);
     if (position != nullptr) {
         epoch.position = *position;
+        takeDeviations(epoch);
+        takeUndulation(epoch.position);
         epoch.hasHeights = hasHeights(position->kind);
         epoch.sentences = m_sentences;
         epoch.line = m_firstLine;

@@ -58,7 +58,9 @@ struct SentenceTally
 /// sentences without a time are combined until a type comes again. The talker may be any. Where
 /// several sentences of an epoch give a position, one with a fix goes before one without, the
 /// talker GN (all systems together) before those of single systems, GGA before GNS before RMC, and
-/// the first one before those behind it. The date comes from RMC or ZDA, whose full year goes
+/// the first one before those behind it. Where it lacks the undulation, that of another sentence of
+/// the same position and talker is taken. Standard deviations are those of the position's talker,
+/// else of GN, else the first. The date comes from RMC or ZDA, whose full year goes
 /// before RMC's two digits, and is carried on (`DateKeeper`).
 ///
 /// Epochs that say nothing of a position are not given out. Nothing is raised but `std::bad_alloc`.
@@ -100,6 +102,8 @@ private:
     bool beginsEpoch(const Message &message) const;
     bool comesLate(const Message &message) const;
     void endEpoch();
+    void takeDeviations(ReceiverEpoch &epoch) const;
+    void takeUndulation(Message &position) const;
     void keepDate(ReceiverEpoch &epoch);
     std::optional<QDate> dateOf(const TimeOfDay &time, const std::optional<ReceivedDate> &date,
                                 qint64 line);

@@ -89,6 +89,54 @@ TEST(NmeaEpochs, TakeTheBestPosition)
     }
 }
 
+TEST(NmeaEpochs, TakeTheDeviationsOfThePositionsTalker)
+{
+    const QByteArray gp = "GPGST,120000,,,,,5.0,5.1,5.2";
+    const QByteArray gl = "GLGST,120000,,,,,6.0,6.1,6.2";
+    const QByteArray gn = "GNGST,120000,,,,,0.01,0.01,0.02";
+    const QByteArray silent = "GNGST,120000,,,,,,,";
+    const std::tuple<const char *, QList<QByteArray>, const char *> rows[] = {
+        {"GN", {ggaOf("GP", 1, 5), ggaOf("GN", 4, 12), gp, gn}, "0.02"},
+        {"a single system", {gp, gn, ggaOf("GP", 1, 5)}, "5.2"},
+        {"else GN", {gp, gn, ggaOf("GL", 1, 5)}, "0.02"},
+        {"else the first", {ggaOf("GN", 1, 5), gp, gl}, "5.2"},
+        {"one that says something", {ggaOf("GN", 1, 5), silent, gn}, "0.02"},
+        {"not those of another solution", {ggaOf("GN", 1, 5), gp, silent}, ""},
+    };
+    for (const auto &[what, bodies, height] : rows) {
+        SCOPED_TRACE(what);
+        const auto epochs = epochsOf(test::log(bodies));
+        ASSERT_EQ(epochs.size(), 1);
+        EXPECT_EQ(epochs.front().sdHeight.value_or(nmea::Decimal()).text, height);
+    }
+}
+
+TEST(NmeaEpochs, TakeTheSeparationOfTheSamePositionOnly)
+{
+    const QByteArray gga = "GNGGA,120000,5200.0,N,01300.0,E,4,12,1.0,30.0,M,,M,,";
+    const std::tuple<const char *, QByteArray, bool> rows[] = {
+        {"the same", "GNGNS,120000,5200.0,N,01300.0,E,RR,12,1.0,30.04,40.0,,", true},
+        {"without a height", "GNGNS,120000,5200.0,N,01300.0,E,RR,12,1.0,,40.0,,", true},
+        {"another latitude", "GNGNS,120000,5201.0,N,01300.0,E,RR,12,1.0,30.0,40.0,,", false},
+        {"another height", "GNGNS,120000,5200.0,N,01300.0,E,RR,12,1.0,35.0,40.0,,", false},
+        {"another talker", "GPGNS,120000,5200.0,N,01300.0,E,RR,12,1.0,30.0,40.0,,", false},
+        {"no position", "GNGNS,120000,,,,,RR,12,1.0,30.0,40.0,,", false},
+        {"another time", "GNGNS,120001,5200.0,N,01300.0,E,RR,12,1.0,30.0,40.0,,", false},
+    };
+    for (const auto &[what, gns, isTaken] : rows) {
+        SCOPED_TRACE(what);
+        for (const auto &bodies : {QList<QByteArray>{gga, gns}, QList<QByteArray>{gns, gga}}) {
+            for (const ReceiverEpoch &epoch : epochsOf(test::log(bodies))) {
+                if (epoch.position.kind != nmea::MessageKind::Gga)
+                    continue;
+                EXPECT_EQ(epoch.failure().kind,
+                          isTaken ? EpochFault::None : EpochFault::NoUndulation);
+                EXPECT_EQ(epoch.ellipsoidalHeight(), isTaken ? 70.0 : 0.0);
+            }
+        }
+    }
+}
+
 TEST(NmeaEpochs, WithoutAPositionHaveAReason)
 {
     const QByteArray validRmc = "GPRMC,120000,A,5200.0,N,01300.0,E,,,290224,,";
