@@ -1,53 +1,14 @@
 #include <KelStd/nmea/EpochCombiner.h>
 
 #include <algorithm>
-#include <array>
-#include <cmath>
+#include <utility>
 
 namespace KelStd::nmea {
 
 namespace {
 
-bool isPosition(MessageKind kind)
-{
-    return kind == MessageKind::Gga || kind == MessageKind::Gns || kind == MessageKind::Rmc;
-}
-
-bool hasHeights(MessageKind kind)
-{
-    return kind == MessageKind::Gga || kind == MessageKind::Gns;
-}
-
-/// What makes a sentence the better one, the weightiest first.
-std::array<bool, 4> meritOf(const Message &message)
-{
-    return {message.hasFix(), hasHeights(message.kind), message.talker == "GN",
-            message.kind == MessageKind::Gga};
-}
-
-/// What makes the GST for a position of this talker the better one, the weightiest first.
-std::array<bool, 3> meritOf(const Message &deviations, const QByteArray &talker)
-{
-    return {deviations.talker == talker, deviations.talker == "GN",
-            deviations.sdLatitude || deviations.sdLongitude || deviations.sdHeight};
-}
-
-/// Whether they give one and the same position.
-bool isSamePosition(const Message &one, const Message &other)
-{
-    constexpr double rounding = 0.1; // [m] of a height with one decimal
-    const bool isSameHeight = !one.height || !other.height
-                              || std::abs(one.height->value - other.height->value) <= rounding;
-    return one.talker == other.talker && one.hasPosition() && one.latitude == other.latitude
-           && one.longitude == other.longitude && isSameHeight;
-}
-
-bool isSameDate(const ReceivedDate &one, const ReceivedDate &other)
-{
-    constexpr int century = 100;
-    return one.day == other.day && one.month == other.month
-           && one.year % century == other.year % century;
-}
+/// How many epochs are remembered that have ended, for what comes late.
+constexpr std::size_t maxEnded = 4;
 
 } // namespace
 
@@ -60,8 +21,9 @@ void SentenceCount::add(qint64 line, const QString &reason)
     ++count;
 }
 
-EpochCombiner::EpochCombiner()
-    : m_scanner([this](std::string_view text, qint64 line) { takeText(text, line); })
+EpochCombiner::EpochCombiner(Order order)
+    : m_order(order),
+      m_scanner([this](std::string_view text, qint64 line) { takeText(text, line); })
 {}
 
 void EpochCombiner::takeText(std::string_view text, qint64 line)
@@ -94,69 +56,60 @@ void EpochCombiner::takeText(std::string_view text, qint64 line)
     take(std::move(*message), text, line);
 }
 
-bool EpochCombiner::beginsEpoch(const Message &message) const
+/// The epoch that the sentence belongs to. One before the last one lacks its type and talker:
+/// otherwise it is the same time of another day.
+OpenEpoch *EpochCombiner::openEpochOf(const Message &message)
 {
-    const auto &first = m_messages.front();
-    if (first.time.has_value() != message.time.has_value()
-        || (message.time && *message.time != *first.time))
-        return true;
-    return std::any_of(m_messages.begin(), m_messages.end(), [&message](const Message &before) {
-        const bool isAgain = before.kind == message.kind && before.talker == message.talker;
-        // The same time of two days.
-        const bool isOtherDay = before.kind == message.kind && before.date && message.date
-                                && !isSameDate(*before.date, *message.date);
-        return (isAgain && !message.time) || isOtherDay;
-    });
+    for (auto epoch = m_open.rbegin(); epoch != m_open.rend(); ++epoch) {
+        const bool isLast = epoch == m_open.rbegin();
+        if (epoch->isOf(message) && (isLast || (message.time && !epoch->hasAlready(message))))
+            return &*epoch;
+    }
+    return nullptr;
 }
 
 bool EpochCombiner::comesLate(const Message &message) const
 {
-    return m_flushed && message.time && *message.time == *m_flushed;
+    if (!message.time)
+        return false;
+    if (m_flushed && *message.time == *m_flushed)
+        return true;
+    const bool hasHeights = message.kind == MessageKind::Gga || message.kind == MessageKind::Gns;
+    return std::any_of(m_recent.begin(), m_recent.end(), [&](const OpenEpoch &epoch) {
+        return epoch.hasPosition() && (epoch.hasHeights() || !hasHeights) && epoch.isOf(message)
+               && !epoch.hasAlready(message);
+    });
 }
 
 void EpochCombiner::take(Message message, std::string_view text, qint64 line)
 {
-    if (m_messages.empty() && comesLate(message)) {
+    OpenEpoch *epoch = openEpochOf(message);
+    if (epoch == nullptr && comesLate(message)) {
         m_tally.late.add(line);
         if (message.date && !message.isVoid)
             dateOf(*message.time, message.date, line);
         return;
     }
     m_flushed.reset();
-    if (!m_messages.empty() && beginsEpoch(message))
-        endEpoch();
-    if (m_messages.empty())
-        m_firstLine = line;
-    const auto contradicts = [&message](const Message &before) {
-        return before.kind == message.kind && before.talker == message.talker
-               && before.hasPosition() && message.hasPosition()
-               && (before.latitude != message.latitude || before.longitude != message.longitude);
-    };
-    if (std::any_of(m_messages.begin(), m_messages.end(), contradicts))
+    if (epoch == nullptr) {
+        m_open.emplace_back(line);
+        endSurplus();
+        epoch = &m_open.back();
+    }
+    if (epoch->contradicts(message))
         m_tally.contradicting.add(line);
-    // Of sentences that come again the first ones are enough: a stream may repeat one for ever.
-    constexpr std::size_t maxMessages = 64;
-    if (m_messages.size() >= maxMessages)
-        return;
-    m_messages.push_back(std::move(message));
-    m_sentences.append(text.data(), static_cast<int>(text.size()));
-    m_sentences += '\n';
+    epoch->add(std::move(message), text);
 }
 
-void EpochCombiner::keepDate(ReceiverEpoch &epoch)
+/// Ends what has to make place for the epoch that begins. One without heights is not in a hurry:
+/// GGA or GNS may yet come.
+void EpochCombiner::endSurplus()
 {
-    if (!epoch.time)
-        return;
-    std::optional<ReceivedDate> date;
-    for (const Message &message : m_messages) {
-        // What a receiver without a fix takes for the date may be anything.
-        const bool counts = message.date && !message.isVoid;
-        if (counts && date && !isSameDate(*date, *message.date))
-            m_tally.otherDate.add(m_firstLine, QStringLiteral("RMC and ZDA have different ones"));
-        if (counts && (!date || (message.date->hasFullYear && !date->hasFullYear)))
-            date = message.date;
-    }
-    epoch.date = dateOf(*epoch.time, date, m_firstLine);
+    const auto room = [this] {
+        return m_order == Order::MayInterleave || !m_open.front().hasHeights() ? 2U : 1U;
+    };
+    while (m_open.size() > room())
+        endEpoch();
 }
 
 std::optional<QDate> EpochCombiner::dateOf(const TimeOfDay &time,
@@ -168,75 +121,38 @@ std::optional<QDate> EpochCombiner::dateOf(const TimeOfDay &time,
     return kept;
 }
 
-/// Those of another talker are of another solution, which may be metres worse.
-void EpochCombiner::takeDeviations(ReceiverEpoch &epoch) const
-{
-    const QByteArray &talker = epoch.position.talker;
-    const Message *best = nullptr;
-    for (const Message &message : m_messages) {
-        if (message.kind == MessageKind::Gst
-            && (best == nullptr || meritOf(message, talker) > meritOf(*best, talker)))
-            best = &message;
-    }
-    if (best == nullptr)
-        return;
-    epoch.sdLatitude = best->sdLatitude;
-    epoch.sdLongitude = best->sdLongitude;
-    epoch.sdHeight = best->sdHeight;
-}
-
-/// A receiver may say it in one of GGA and GNS alone.
-void EpochCombiner::takeUndulation(Message &position) const
-{
-    const auto found =
-        std::find_if(m_messages.begin(), m_messages.end(), [&position](const Message &message) {
-            return message.undulation && isSamePosition(message, position);
-        });
-    if (!position.undulation && found != m_messages.end())
-        position.undulation = found->undulation;
-}
-
+/// Ends the oldest one.
 void EpochCombiner::endEpoch()
 {
-    ReceiverEpoch epoch;
-    const Message *position = nullptr;
-    for (const Message &message : m_messages) {
-        if (message.time
-            && (!epoch.time || message.time->fraction.size() > epoch.time->fraction.size()))
-            epoch.time = message.time;
-        epoch.isVoid = epoch.isVoid || message.isVoid;
-        if (isPosition(message.kind)
-            && (position == nullptr || meritOf(message) > meritOf(*position)))
-            position = &message;
+    OpenEpoch open = std::move(m_open.front());
+    m_open.pop_front();
+    ReceiverEpoch epoch = open.epoch();
+    if (epoch.time) {
+        if (open.hasDifferentDates())
+            m_tally.otherDate.add(open.line(), QStringLiteral("RMC and ZDA have different ones"));
+        epoch.date = dateOf(*epoch.time, open.date(), open.line());
     }
-    keepDate(epoch);
-    if (position != nullptr) {
-        epoch.position = *position;
-        takeDeviations(epoch);
-        takeUndulation(epoch.position);
-        epoch.hasHeights = hasHeights(position->kind);
-        epoch.sentences = m_sentences;
-        epoch.line = m_firstLine;
+    if (open.hasPosition()) {
         epoch.number = ++m_lastNumber;
         m_ended.push_back(std::move(epoch));
     }
-    m_messages.clear();
-    m_sentences.clear();
+    m_recent.push_back(std::move(open));
+    if (m_recent.size() > maxEnded)
+        m_recent.pop_front();
 }
 
 bool EpochCombiner::canFlush() const
 {
-    return std::any_of(m_messages.begin(), m_messages.end(),
-                       [](const Message &message) { return hasHeights(message.kind); });
+    return std::any_of(m_open.begin(), m_open.end(),
+                       [](const OpenEpoch &epoch) { return epoch.hasHeights(); });
 }
 
 void EpochCombiner::flush()
 {
-    if (!canFlush())
-        return;
-    const auto time = m_messages.front().time;
-    endEpoch();
-    m_flushed = time;
+    while (canFlush()) {
+        m_flushed = m_open.front().time();
+        endEpoch();
+    }
 }
 
 void EpochCombiner::finish()
@@ -247,7 +163,7 @@ void EpochCombiner::finish()
 
 void EpochCombiner::abandon()
 {
-    if (!m_messages.empty())
+    while (!m_open.empty())
         endEpoch();
 }
 

@@ -90,7 +90,7 @@ constexpr SentenceRemark sentenceRemarks[] = {
      "warning: broken: %1 with a field that cannot be, the first in line %2 (%3); nothing of "
      "them was used"},
     {&nmea::SentenceTally::late,
-     "warning: late: %1 of an epoch that had been printed, after a silence; the first in line %2"},
+     "warning: late: %1 of an epoch that had ended before, not used; the first in line %2"},
     {&nmea::SentenceTally::contradicting,
      "warning: contradicting: %1 with another position of the same time, the first in line %2; "
      "the first position of each time was taken"},
@@ -103,6 +103,12 @@ constexpr SentenceRemark sentenceRemarks[] = {
 };
 
 } // namespace
+
+EpochSource::EpochSource(Input &input, Names names)
+    : m_input(input), m_names(names), m_isLive(!input.size()),
+      m_combiner(m_isLive ? nmea::EpochCombiner::Order::InTurn
+                          : nmea::EpochCombiner::Order::MayInterleave)
+{}
 
 positions::InputColumns EpochSource::columns() const
 {

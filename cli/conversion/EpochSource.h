@@ -23,7 +23,7 @@ public:
         Utc
     };
 
-    EpochSource(Input &input, Names names) : m_input(input), m_names(names) {}
+    EpochSource(Input &input, Names names);
 
     QString displayName() const override { return m_input.displayName(); }
     QString item() const override { return QStringLiteral("line"); }
@@ -35,7 +35,7 @@ public:
     QString errorText() const override { return m_error; }
     std::optional<qint64> size() const override { return m_input.size(); }
     qint64 done() const override { return m_readBytes; }
-    bool isLive() const override { return !m_input.size(); }
+    bool isLive() const override { return m_isLive; }
     QStringList remarks() const override;
 
     /// Whether sentences were broken, or there was input without any that can be used: positions
@@ -50,6 +50,7 @@ private:
 
     Input &m_input;
     Names m_names;
+    bool m_isLive;
     nmea::EpochCombiner m_combiner;
     std::optional<nmea::ReceiverEpoch> m_next;
     bool m_isAtEnd = false;

@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <iterator>
 #include <tuple>
 
 namespace KelStd {
@@ -113,7 +115,7 @@ TEST(NmeaEpochs, TakeTheDeviationsOfThePositionsTalker)
 
 TEST(NmeaEpochs, TakeTheSeparationOfTheSamePositionOnly)
 {
-    const QByteArray gga = "GNGGA,120000,5200.0,N,01300.0,E,4,12,1.0,30.0,M,,M,,";
+    const QByteArray lacking = "GNGGA,120000,5200.0,N,01300.0,E,4,12,1.0,30.0,M,,M,,";
     const std::tuple<const char *, QByteArray, bool> rows[] = {
         {"the same", "GNGNS,120000,5200.0,N,01300.0,E,RR,12,1.0,30.04,40.0,,", true},
         {"without a height", "GNGNS,120000,5200.0,N,01300.0,E,RR,12,1.0,,40.0,,", true},
@@ -125,7 +127,8 @@ TEST(NmeaEpochs, TakeTheSeparationOfTheSamePositionOnly)
     };
     for (const auto &[what, gns, isTaken] : rows) {
         SCOPED_TRACE(what);
-        for (const auto &bodies : {QList<QByteArray>{gga, gns}, QList<QByteArray>{gns, gga}}) {
+        for (const auto &bodies :
+             {QList<QByteArray>{lacking, gns}, QList<QByteArray>{gns, lacking}}) {
             for (const ReceiverEpoch &epoch : epochsOf(test::log(bodies))) {
                 if (epoch.position.kind != nmea::MessageKind::Gga)
                     continue;
@@ -213,6 +216,94 @@ TEST(NmeaEpochs, OfOneTimeOnTwoDaysAreTwo)
     EXPECT_EQ(epochs.at(0).utc(), "2024-02-28T12:00:00Z");
     EXPECT_EQ(epochs.at(1).utc(), "2024-02-29T12:00:00Z");
     EXPECT_EQ(epochs.at(1).position.satellites, 6);
+}
+
+QByteArray at(const char *type, const char *time)
+{
+    const QByteArray rests[] = {
+        ",5200.0,N,01300.0,E,1,12,1.0,30.0,M,40.0,M,,",
+        ",A,5200.0,N,01300.0,E,,,290224,,",
+        ",,,,,0.1,0.2,0.3",
+        ",29,02,2024,,",
+    };
+    const char *const types[] = {"GGA", "RMC", "GST", "ZDA"};
+    const auto found = std::find_if(std::begin(types), std::end(types),
+                                    [type](const char *each) { return QByteArray(each) == type; });
+    return QByteArray("GN") + type + ',' + time + rests[found - std::begin(types)];
+}
+
+struct InterleavedRow
+{
+    const char *what;
+    QList<QByteArray> bodies;
+    QList<QByteArray> inFile; ///< for each epoch: its second of GST, of its time, or neither
+    int lateInFile;
+    int lateInStream;
+};
+
+TEST(NmeaEpochs, MayInterleaveInAFile)
+{
+    using Order = EpochCombiner::Order;
+    const InterleavedRow rows[] = {
+        {"a date of before",
+         {at("GGA", "000001"), at("ZDA", "000000"), at("GST", "000001")},
+         {"sd"},
+         0,
+         1},
+        {"two by two",
+         {at("GGA", "000002"), at("GGA", "000003"), at("GST", "000002"), at("GST", "000003")},
+         {"sd", "sd"},
+         0,
+         1},
+        {"dates",
+         {at("GGA", "000001.00"), at("GGA", "000001.05"), at("RMC", "000001.00"),
+          at("RMC", "000001.05")},
+         {"utc", "utc"},
+         0,
+         1},
+        {"too late",
+         {at("GGA", "000001"), at("GGA", "000002"), at("GGA", "000003"), at("GST", "000001")},
+         {"", "", ""},
+         1,
+         1},
+        {"a position is never too late",
+         {at("GST", "000001"), at("GGA", "000002"), at("GGA", "000003"), at("GGA", "000004"),
+          at("GGA", "000001")},
+         {"", "", "", ""},
+         0,
+         0},
+        {"a day later",
+         {at("GGA", "000001"), at("GGA", "000002"), at("GGA", "000001")},
+         {"", "", ""},
+         0,
+         0},
+    };
+    for (const InterleavedRow &row : rows) {
+        SCOPED_TRACE(row.what);
+        SentenceTally tally;
+        const auto epochs = epochsOf(test::log(row.bodies), &tally, Order::MayInterleave);
+        QList<QByteArray> said;
+        for (const ReceiverEpoch &epoch : epochs)
+            said += epoch.sdHeight ? "sd" : epoch.utc().isEmpty() ? "" : "utc";
+        EXPECT_EQ(said, row.inFile);
+        EXPECT_EQ(tally.late.count, row.lateInFile);
+        EXPECT_EQ(tally.contradicting.count, 0);
+        EXPECT_EQ(epochsOf(test::log(row.bodies), &tally).size(), epochs.size());
+        EXPECT_EQ(tally.late.count, row.lateInStream);
+    }
+}
+
+TEST(NmeaEpochs, WithoutHeightsWaitForThem)
+{
+    SentenceTally tally;
+    const auto epochs = epochsOf(test::log({at("RMC", "000001.00"), at("RMC", "000001.05"),
+                                            at("GGA", "000001.00"), at("GGA", "000001.05")}),
+                                 &tally);
+    ASSERT_EQ(epochs.size(), 2);
+    EXPECT_EQ(epochs.at(0).utc(), "2024-02-29T00:00:01.00Z");
+    EXPECT_FALSE(epochs.at(0).failure());
+    EXPECT_FALSE(epochs.at(1).failure());
+    EXPECT_EQ(tally.late.count, 0);
 }
 
 TEST(NmeaEpochs, SilenceEndsThemAndWhatComesLateIsCounted)
