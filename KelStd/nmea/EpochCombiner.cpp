@@ -41,6 +41,7 @@ void EpochCombiner::takeText(std::string_view text, qint64 line)
         return;
     case SentenceFault::NoChecksum: m_tally.noChecksum.add(line, failure.text); return;
     case SentenceFault::BadChecksum: m_tally.badChecksum.add(line, failure.text); return;
+    case SentenceFault::TextBehind: m_tally.textBehind.add(line, failure.text); return;
     case SentenceFault::Malformed: m_tally.malformed.add(line, failure.text); return;
     }
     if (!message) {

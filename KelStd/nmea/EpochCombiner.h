@@ -32,13 +32,17 @@ struct SentenceTally
     qint64 otherLines = 0;       ///< lines that are neither blank nor hold a sentence
     SentenceCount noChecksum;    ///< broken
     SentenceCount badChecksum;   ///< broken
+    SentenceCount textBehind;    ///< broken: something follows the checksum, which is right
     SentenceCount malformed;     ///< broken, though the checksum is right
     SentenceCount late;          ///< of an epoch that was given out before
     SentenceCount contradicting; ///< another position of one time, by the same type and talker
     SentenceCount otherDate;     ///< a date that contradicts another one or the time
     SentenceCount otherDatum;    ///< DTM names another datum than WGS84, which is the first reason
 
-    qint64 broken() const { return noChecksum.count + badChecksum.count + malformed.count; }
+    qint64 broken() const
+    {
+        return noChecksum.count + badChecksum.count + textBehind.count + malformed.count;
+    }
 };
 
 /// Combines the sentences of a receiver to epochs, by the time that they carry.
