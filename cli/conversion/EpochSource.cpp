@@ -86,6 +86,9 @@ constexpr SentenceRemark sentenceRemarks[] = {
      "warning: broken: %1 without a checksum, the first in line %2; nothing of them was used"},
     {&nmea::SentenceTally::badChecksum,
      "warning: broken: %1 with a wrong checksum, the first in line %2; nothing of them was used"},
+    {&nmea::SentenceTally::textBehind,
+     "warning: broken: %1 with text behind the checksum, the first in line %2; nothing of them was "
+     "used"},
     {&nmea::SentenceTally::malformed,
      "warning: broken: %1 with a field that cannot be, the first in line %2 (%3); nothing of "
      "them was used"},
@@ -93,7 +96,8 @@ constexpr SentenceRemark sentenceRemarks[] = {
      "warning: late: %1 of an epoch that had ended before, not used; the first in line %2"},
     {&nmea::SentenceTally::contradicting,
      "warning: contradicting: %1 with another position of the same time, the first in line %2; "
-     "the first position of each time was taken"},
+     "the first position of each time was taken, and where the times lack decimals the others are "
+     "lost"},
     {&nmea::SentenceTally::otherDate,
      "warning: dates: %1 with one that contradicts another or the time, the first of the epoch in "
      "line %2 (%3)"},
@@ -207,7 +211,9 @@ SourceRecord EpochSource::recordOf(const nmea::ReceiverEpoch &epoch)
 
 bool EpochSource::hasLosses() const
 {
-    return m_combiner.tally().broken() > 0 || (m_readBytes > 0 && m_epochs == 0);
+    const nmea::SentenceTally tally = m_combiner.tally();
+    return tally.broken() > 0 || tally.contradicting.count > 0
+           || (m_readBytes > 0 && m_epochs == 0);
 }
 
 QStringList EpochSource::remarks() const

@@ -38,8 +38,8 @@ public:
     bool isLive() const override { return m_isLive; }
     QStringList remarks() const override;
 
-    /// Whether sentences were broken, or there was input without any that can be used: positions
-    /// may be missing.
+    /// Whether sentences were broken, positions of one time contradicted each other, or there was
+    /// input without any that can be used: positions may be missing.
     bool hasLosses() const;
 
 private:

@@ -228,6 +228,33 @@ TEST(ConvertNmea, BrokenSentencesAreCountedAndNotUsed)
         }));
 }
 
+TEST(ConvertNmea, TextBehindAChecksumIsSaid)
+{
+    const ProgramResult result = convert(log({gga}).trimmed() + " 12:34:56\r\n");
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.err, Mentions("warning: broken: 1 sentence with text behind the checksum, "
+                                     "the first in line 1; nothing of them was used"));
+}
+
+TEST(ConvertNmea, AFileMayMixTwoEpochs)
+{
+    const QByteArray mixed =
+        log({ggaAt("123456.00"), ggaAt("123456.05"), rmcAt("123456.00", "290224"),
+             rmcAt("123456.05", "290224"), "GNGST,123456.05,,,,,0.1,0.2,0.3"});
+    const ProgramRun program;
+    const QString file = program.home().path(QStringLiteral("mixed.nmea"));
+    test::writeFile(file, mixed);
+    const ProgramResult result = program.convert(system, {}, {QStringLiteral("--nmea"), file});
+    EXPECT_EQ(result.status, 0) << result.err;
+    EXPECT_EQ(column(result, "utc"), QStringList({QStringLiteral("2024-02-29T12:34:56.00Z"),
+                                                  QStringLiteral("2024-02-29T12:34:56.05Z")}));
+    EXPECT_EQ(column(result, "sd_height_m"), QStringList({QString(), QStringLiteral("0.3")}));
+    const ProgramResult stream = convert(mixed);
+    EXPECT_EQ(column(stream, "utc").last(), QStringLiteral("2024-02-29T12:34:56.05Z"));
+    EXPECT_THAT(stream.err, Mentions("warning: late: 1 sentence of an epoch that had ended before, "
+                                     "not used; the first in line 3"));
+}
+
 TEST(ConvertNmea, WhatMayMisleadIsSaid)
 {
     const ProgramResult doubtful = convert(log({ggaAt("123456", "8"), ggaAt("123457", "6")}));
@@ -240,6 +267,7 @@ TEST(ConvertNmea, WhatMayMisleadIsSaid)
     const ProgramResult twice =
         convert(log({ggaAt("123456"), "GNGGA,123456,5232.0,N,00524.0,E,4,17,0.6,30.0,M,40.0,M,,"}));
     EXPECT_EQ(twice.outLines().size(), 2);
+    EXPECT_EQ(twice.status, 1) << "a position is lost";
     EXPECT_THAT(twice.err, Mentions("warning: contradicting: 1 sentence with another position of "
                                     "the same time, the first in line 2"));
     EXPECT_THAT(convert(log({ggaAt("235959"), rmcAt("235959", "280224"), ggaAt("000000"),
@@ -286,6 +314,7 @@ TEST(ConvertNmea, OptionsWithoutAMeaningAreRefused)
          "--from 'local-neh' does not go with --nmea, whose positions are wgs84-llh"},
         {{QStringLiteral("--columns"), QStringLiteral("1,2,3")}, "--columns does not go with"},
         {{QStringLiteral("--skip"), QStringLiteral("1")}, "--skip does not go with --nmea"},
+        {{QStringLiteral("--height"), QStringLiteral("5")}, "--height does not go with --nmea"},
         {{QStringLiteral("--names"), QStringLiteral("station")},
          "--names 'station' is none; there are number, utc"},
     };
