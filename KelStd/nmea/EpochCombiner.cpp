@@ -162,6 +162,17 @@ void EpochCombiner::finish()
     abandon();
 }
 
+void EpochCombiner::beginInput()
+{
+    finish();
+    m_scanner.beginInput();
+    m_dates.beginLog();
+    m_recent.clear();
+    m_flushed.reset();
+    m_otherLine = 0;
+    m_tally = {};
+}
+
 void EpochCombiner::abandon()
 {
     while (!m_open.empty())

@@ -94,6 +94,10 @@ public:
     /// Ends the input.
     void finish();
 
+    /// Ends the input, and begins another one of the same receiver: epochs are counted on, lines
+    /// and sentences anew, and a date is carried on where the time of day goes on.
+    void beginInput();
+
     /// Ends the input where it is no longer read: a sentence that is not yet whole is none.
     void abandon();
 

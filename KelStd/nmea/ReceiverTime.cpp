@@ -90,11 +90,17 @@ QDate DateKeeper::completed(const ReceivedDate &date) const
     return {year, date.month, date.day};
 }
 
+/// Whether the time is that of the epoch before or up to a minute later, over midnight, too.
+bool DateKeeper::goesOn(const TimeOfDay &time) const
+{
+    return (time.second - m_second + secondsPerDay) % secondsPerDay <= secondsPerMinute;
+}
+
 /// The date of an epoch whose sentences gave none.
 std::optional<QDate> DateKeeper::carried(const TimeOfDay &time) const
 {
     constexpr int halfDay = secondsPerDay / 2;
-    if (!m_date)
+    if (!m_date || (m_isNewLog && !goesOn(time)))
         return std::nullopt;
     const int step = time.second - m_second;
     if (step <= -halfDay)
@@ -109,9 +115,8 @@ std::optional<QDate> DateKeeper::carried(const TimeOfDay &time) const
 /// Which date an epoch has whose sentences gave one.
 QDate DateKeeper::believed(const QDate &given, const TimeOfDay &time)
 {
-    const int step = (time.second - m_second + secondsPerDay) % secondsPerDay;
     const auto expected = carried(time);
-    if (!expected || *expected == given || step > secondsPerMinute)
+    if (!expected || *expected == given || !goesOn(time))
         return given;
     const bool isLate = given == expected->addDays(-1) && time.second < secondsPerMinute;
     const bool isEarly =
@@ -136,6 +141,7 @@ std::optional<QDate> DateKeeper::dateOf(const TimeOfDay &time,
         m_date = carried(time);
     }
     m_second = time.second;
+    m_isNewLog = false;
     return m_date;
 }
 

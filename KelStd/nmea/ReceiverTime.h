@@ -54,6 +54,10 @@ public:
     /// The date of an epoch (UTC). `date` is the one that its sentences gave; nothing for none.
     std::optional<QDate> dateOf(const TimeOfDay &time, const std::optional<ReceivedDate> &date);
 
+    /// What follows is of another log: a date is carried on only where the time of day goes on by a
+    /// minute at most.
+    void beginLog() { m_isNewLog = true; }
+
     /// The date as given. A year of two digits is the one nearest to the full year that was given
     /// last; before there was any, 80 to 99 are 1980 to 1999. Nothing for what is no date.
     QDate completed(const ReceivedDate &date) const;
@@ -64,10 +68,12 @@ public:
 private:
     QDate believed(const QDate &given, const TimeOfDay &time);
     std::optional<QDate> carried(const TimeOfDay &time) const;
+    bool goesOn(const TimeOfDay &time) const;
 
     QString m_contradiction;
     std::optional<QDate> m_date; ///< of the epoch before
     int m_second = 0;
+    bool m_isNewLog = false;
     std::optional<int> m_fullYear;
 };
 

@@ -21,6 +21,7 @@ class StopRequests;
 struct SourceRecord
 {
     qint64 number = 0; ///< in the source, for messages; not smaller than that of the one before
+    QString inputName; ///< what messages call the input that it is of; empty: as the source
     Pos position;      ///< in the frame of the run
     QByteArray name;
     std::vector<QByteArray> carried; ///< one for each heading
@@ -67,8 +68,8 @@ public:
 
     virtual Result next(SourceRecord &record) = 0;
 
-    /// Whether what it has given cannot be had again, as of an instrument: a run that is stopped, or
-    /// whose source fails, keeps the file of what came before then.
+    /// Whether what it has given cannot be had again, as of an instrument: a run that is stopped,
+    /// or whose source fails, keeps the file of what came before then.
     virtual bool isLive() const { return false; }
     virtual QString errorText() const = 0;
 

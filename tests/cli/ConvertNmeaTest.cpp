@@ -255,6 +255,42 @@ TEST(ConvertNmea, AFileMayMixTwoEpochs)
                                      "not used; the first in line 3"));
 }
 
+TEST(ConvertNmea, SeveralFilesAreReadOneBehindTheOther)
+{
+    const ProgramRun program;
+    const QString rejects = program.home().path(QStringLiteral("rejects.nmea"));
+    const QByteArray broken = "$GNGGA,000002,5231.0,N*00\n";
+    const QStringList files{
+        program.file(QStringLiteral("h23.nmea"),
+                     log({rmcAt("235959", "280224"), ggaAt("235959"), ggaAt("235958", "0")})),
+        program.file(QStringLiteral("none.nmea"), "nothing\n"),
+        program.file(QStringLiteral("h00.nmea"),
+                     log({ggaAt("000000"), ggaAt("000001", "0")}) + broken),
+        program.file(QStringLiteral("h12.nmea"),
+                     log({ggaAt("120000"), ggaAt("120001"), rmcAt("120001", "050324")}))};
+    const QStringList options{QStringLiteral("--nmea"), QStringLiteral("--rejects"), rejects};
+    const ProgramResult result = program.convert(system, {}, options + files);
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(column(result, "point"), QStringList({QStringLiteral("1"), QStringLiteral("3"),
+                                                    QStringLiteral("5"), QStringLiteral("6")}));
+    EXPECT_EQ(column(result, "utc"), QStringList({QStringLiteral("2024-02-28T23:59:59Z"),
+                                                  QStringLiteral("2024-02-29T00:00:00Z"), QString(),
+                                                  QStringLiteral("2024-03-05T12:00:01Z")}));
+    for (const char *message :
+         {"h23.nmea:3: the receiver has no fix", "h00.nmea:2: the receiver has no fix",
+          "1 sentence with a wrong checksum, the first in line 3 of ", "h00.nmea; nothing of them",
+          "none.nmea has no sentence of NMEA 0183", "2 of 6 positions failed"})
+        EXPECT_THAT(result.err, Mentions(message));
+    EXPECT_EQ(test::readFile(rejects),
+              log({ggaAt("235958", "0"), ggaAt("000001", "0")}).replace("\r\n", "\n"));
+    const ProgramResult same =
+        program.convert(system, {},
+                        {QStringLiteral("--nmea"), QStringLiteral("--rejects"), files.last(),
+                         files.first(), files.last()});
+    EXPECT_EQ(same.status, 3);
+    EXPECT_THAT(same.err, Mentions("it is the input"));
+}
+
 TEST(ConvertNmea, WhatMayMisleadIsSaid)
 {
     const ProgramResult doubtful = convert(log({ggaAt("123456", "8"), ggaAt("123457", "6")}));

@@ -130,6 +130,24 @@ TEST(NmeaDates, AreCarriedOn)
                                              {"120001", given, {2024, 2, 28}}});
 }
 
+TEST(NmeaDates, AreCarriedIntoALogThatGoesOn)
+{
+    const std::pair<const char *, QDate> rows[] = {
+        {"235959.5", {2024, 2, 28}},
+        {"000001", {2024, 2, 29}},
+        {"000100", {}},
+        {"235800", {}},
+        {"120000", {}},
+    };
+    for (const auto &[time, date] : rows) {
+        SCOPED_TRACE(time);
+        DateKeeper keeper;
+        keeper.dateOf(at("235959"), ReceivedDate{24, 2, 28, false});
+        keeper.beginLog();
+        EXPECT_EQ(keeper.dateOf(at(time), std::nullopt).value_or(QDate()), date);
+    }
+}
+
 TEST(NmeaDates, GivenLateOrEarlyAtMidnightAreNotBelieved)
 {
     const ReceivedDate last{24, 2, 28, false};
