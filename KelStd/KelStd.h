@@ -62,6 +62,7 @@
 #include <KelStd/location/SystemNotes.h>
 #include <KelStd/nmea/EpochCombiner.h>
 #include <KelStd/nmea/Message.h>
+#include <KelStd/nmea/OpenEpoch.h>
 #include <KelStd/nmea/ReceiverEpoch.h>
 #include <KelStd/nmea/ReceiverTime.h>
 #include <KelStd/nmea/Sentence.h>

@@ -1,35 +1,14 @@
 #include <KelStd/nmea/EpochCombiner.h>
 
 #include <algorithm>
-#include <array>
+#include <utility>
 
 namespace KelStd::nmea {
 
 namespace {
 
-bool isPosition(MessageKind kind)
-{
-    return kind == MessageKind::Gga || kind == MessageKind::Gns || kind == MessageKind::Rmc;
-}
-
-bool hasHeights(MessageKind kind)
-{
-    return kind == MessageKind::Gga || kind == MessageKind::Gns;
-}
-
-/// What makes a sentence the better one, the weightiest first.
-std::array<bool, 4> meritOf(const Message &message)
-{
-    return {message.hasFix(), hasHeights(message.kind), message.talker == "GN",
-            message.kind == MessageKind::Gga};
-}
-
-bool isSameDate(const ReceivedDate &one, const ReceivedDate &other)
-{
-    constexpr int century = 100;
-    return one.day == other.day && one.month == other.month
-           && one.year % century == other.year % century;
-}
+/// How many epochs are remembered that have ended, for what comes late.
+constexpr std::size_t maxEnded = 4;
 
 } // namespace
 
@@ -42,8 +21,9 @@ void SentenceCount::add(qint64 line, const QString &reason)
     ++count;
 }
 
-EpochCombiner::EpochCombiner()
-    : m_scanner([this](std::string_view text, qint64 line) { takeText(text, line); })
+EpochCombiner::EpochCombiner(Order order)
+    : m_order(order),
+      m_scanner([this](std::string_view text, qint64 line) { takeText(text, line); })
 {}
 
 void EpochCombiner::takeText(std::string_view text, qint64 line)
@@ -61,6 +41,7 @@ void EpochCombiner::takeText(std::string_view text, qint64 line)
         return;
     case SentenceFault::NoChecksum: m_tally.noChecksum.add(line, failure.text); return;
     case SentenceFault::BadChecksum: m_tally.badChecksum.add(line, failure.text); return;
+    case SentenceFault::TextBehind: m_tally.textBehind.add(line, failure.text); return;
     case SentenceFault::Malformed: m_tally.malformed.add(line, failure.text); return;
     }
     if (!message) {
@@ -76,114 +57,103 @@ void EpochCombiner::takeText(std::string_view text, qint64 line)
     take(std::move(*message), text, line);
 }
 
-bool EpochCombiner::beginsEpoch(const Message &message) const
+/// The epoch that the sentence belongs to. One before the last one lacks its type and talker:
+/// otherwise it is the same time of another day.
+OpenEpoch *EpochCombiner::openEpochOf(const Message &message)
 {
-    const auto &first = m_messages.front();
-    if (first.time.has_value() != message.time.has_value()
-        || (message.time && *message.time != *first.time))
-        return true;
-    return std::any_of(m_messages.begin(), m_messages.end(), [&message](const Message &before) {
-        const bool isAgain = before.kind == message.kind && before.talker == message.talker;
-        // The same time of two days.
-        const bool isOtherDay = before.kind == message.kind && before.date && message.date
-                                && !isSameDate(*before.date, *message.date);
-        return (isAgain && !message.time) || isOtherDay;
-    });
+    for (auto epoch = m_open.rbegin(); epoch != m_open.rend(); ++epoch) {
+        const bool isLast = epoch == m_open.rbegin();
+        if (epoch->isOf(message) && (isLast || (message.time && !epoch->hasAlready(message))))
+            return &*epoch;
+    }
+    return nullptr;
 }
 
 bool EpochCombiner::comesLate(const Message &message) const
 {
-    return m_flushed && message.time && *message.time == *m_flushed;
+    if (!message.time)
+        return false;
+    if (m_flushed && *message.time == *m_flushed)
+        return true;
+    const bool hasHeights = message.kind == MessageKind::Gga || message.kind == MessageKind::Gns;
+    return std::any_of(m_recent.begin(), m_recent.end(), [&](const OpenEpoch &epoch) {
+        return epoch.hasPosition() && (epoch.hasHeights() || !hasHeights) && epoch.isOf(message)
+               && !epoch.hasAlready(message);
+    });
 }
 
 void EpochCombiner::take(Message message, std::string_view text, qint64 line)
 {
-    if (m_messages.empty() && comesLate(message)) {
+    OpenEpoch *epoch = openEpochOf(message);
+    if (epoch == nullptr && comesLate(message)) {
         m_tally.late.add(line);
         if (message.date && !message.isVoid)
-            m_dates.dateOf(*message.time, message.date);
+            dateOf(*message.time, message.date, line);
         return;
     }
     m_flushed.reset();
-    if (!m_messages.empty() && beginsEpoch(message))
-        endEpoch();
-    if (m_messages.empty())
-        m_firstLine = line;
-    const auto contradicts = [&message](const Message &before) {
-        return before.kind == message.kind && before.talker == message.talker
-               && before.hasPosition() && message.hasPosition()
-               && (before.latitude != message.latitude || before.longitude != message.longitude);
-    };
-    if (std::any_of(m_messages.begin(), m_messages.end(), contradicts))
-        m_tally.contradicting.add(line);
-    // Of sentences that come again the first ones are enough: a stream may repeat one for ever.
-    constexpr std::size_t maxMessages = 64;
-    if (m_messages.size() >= maxMessages)
-        return;
-    m_messages.push_back(std::move(message));
-    m_sentences.append(text.data(), static_cast<int>(text.size()));
-    m_sentences += '\n';
-}
-
-void EpochCombiner::keepDate(ReceiverEpoch &epoch)
-{
-    if (!epoch.time)
-        return;
-    std::optional<ReceivedDate> date;
-    for (const Message &message : m_messages) {
-        // What a receiver without a fix takes for the date may be anything.
-        const bool counts = message.date && !message.isVoid;
-        if (counts && (!date || (message.date->hasFullYear && !date->hasFullYear)))
-            date = message.date;
+    if (epoch == nullptr) {
+        m_open.emplace_back(line);
+        endSurplus();
+        epoch = &m_open.back();
     }
-    epoch.date = m_dates.dateOf(*epoch.time, date);
+    if (epoch->contradicts(message))
+        m_tally.contradicting.add(line);
+    epoch->add(std::move(message), text);
 }
 
+/// Ends what has to make place for the epoch that begins. One without heights is not in a hurry:
+/// GGA or GNS may yet come.
+void EpochCombiner::endSurplus()
+{
+    const auto room = [this] {
+        return m_order == Order::MayInterleave || !m_open.front().hasHeights() ? 2U : 1U;
+    };
+    while (m_open.size() > room())
+        endEpoch();
+}
+
+std::optional<QDate> EpochCombiner::dateOf(const TimeOfDay &time,
+                                           const std::optional<ReceivedDate> &date, qint64 line)
+{
+    const auto kept = m_dates.dateOf(time, date);
+    if (!m_dates.contradiction().isEmpty())
+        m_tally.otherDate.add(line, m_dates.contradiction());
+    return kept;
+}
+
+/// Ends the oldest one.
 void EpochCombiner::endEpoch()
 {
-    ReceiverEpoch epoch;
-    const Message *position = nullptr;
-    for (const Message &message : m_messages) {
-        if (message.time
-            && (!epoch.time || message.time->fraction.size() > epoch.time->fraction.size()))
-            epoch.time = message.time;
-        epoch.isVoid = epoch.isVoid || message.isVoid;
-        if (isPosition(message.kind)
-            && (position == nullptr || meritOf(message) > meritOf(*position)))
-            position = &message;
-        if (message.kind == MessageKind::Gst && !epoch.sdLatitude && !epoch.sdLongitude
-            && !epoch.sdHeight) {
-            epoch.sdLatitude = message.sdLatitude;
-            epoch.sdLongitude = message.sdLongitude;
-            epoch.sdHeight = message.sdHeight;
-        }
+    OpenEpoch open = std::move(m_open.front());
+    m_open.pop_front();
+    ReceiverEpoch epoch = open.epoch();
+    if (epoch.time) {
+        if (open.hasDifferentDates())
+            m_tally.otherDate.add(open.line(), QStringLiteral("RMC and ZDA have different ones"));
+        epoch.date = dateOf(*epoch.time, open.date(), open.line());
     }
-    keepDate(epoch);
-    if (position != nullptr) {
-        epoch.position = *position;
-        epoch.hasHeights = hasHeights(position->kind);
-        epoch.sentences = m_sentences;
-        epoch.line = m_firstLine;
+    if (open.hasPosition()) {
         epoch.number = ++m_lastNumber;
         m_ended.push_back(std::move(epoch));
     }
-    m_messages.clear();
-    m_sentences.clear();
+    m_recent.push_back(std::move(open));
+    if (m_recent.size() > maxEnded)
+        m_recent.pop_front();
 }
 
 bool EpochCombiner::canFlush() const
 {
-    return std::any_of(m_messages.begin(), m_messages.end(),
-                       [](const Message &message) { return hasHeights(message.kind); });
+    return std::any_of(m_open.begin(), m_open.end(),
+                       [](const OpenEpoch &epoch) { return epoch.hasHeights(); });
 }
 
 void EpochCombiner::flush()
 {
-    if (!canFlush())
-        return;
-    const auto time = m_messages.front().time;
-    endEpoch();
-    m_flushed = time;
+    while (canFlush()) {
+        m_flushed = m_open.front().time();
+        endEpoch();
+    }
 }
 
 void EpochCombiner::finish()
@@ -192,9 +162,20 @@ void EpochCombiner::finish()
     abandon();
 }
 
+void EpochCombiner::beginInput()
+{
+    finish();
+    m_scanner.beginInput();
+    m_dates.beginLog();
+    m_recent.clear();
+    m_flushed.reset();
+    m_otherLine = 0;
+    m_tally = {};
+}
+
 void EpochCombiner::abandon()
 {
-    if (!m_messages.empty())
+    while (!m_open.empty())
         endEpoch();
 }
 

@@ -1,17 +1,16 @@
 #pragma once
 
 #include <KelStd/Export.h>
+#include <KelStd/nmea/OpenEpoch.h>
 #include <KelStd/nmea/ReceiverEpoch.h>
 #include <KelStd/nmea/SentenceScanner.h>
 
-#include <QtCore/QByteArray>
 #include <QtCore/QString>
 #include <QtCore/QtGlobal>
 
 #include <deque>
 #include <optional>
 #include <string_view>
-#include <vector>
 
 namespace KelStd::nmea {
 
@@ -33,12 +32,17 @@ struct SentenceTally
     qint64 otherLines = 0;       ///< lines that are neither blank nor hold a sentence
     SentenceCount noChecksum;    ///< broken
     SentenceCount badChecksum;   ///< broken
+    SentenceCount textBehind;    ///< broken: something follows the checksum, which is right
     SentenceCount malformed;     ///< broken, though the checksum is right
     SentenceCount late;          ///< of an epoch that was given out before
     SentenceCount contradicting; ///< another position of one time, by the same type and talker
+    SentenceCount otherDate;     ///< a date that contradicts another one or the time
     SentenceCount otherDatum;    ///< DTM names another datum than WGS84, which is the first reason
 
-    qint64 broken() const { return noChecksum.count + badChecksum.count + malformed.count; }
+    qint64 broken() const
+    {
+        return noChecksum.count + badChecksum.count + textBehind.count + malformed.count;
+    }
 };
 
 /// Combines the sentences of a receiver to epochs, by the time that they carry.
@@ -54,17 +58,28 @@ struct SentenceTally
 ///         use(*epoch);
 ///
 /// An epoch ends when a sentence of another time comes, one of another date, or `flush` is called;
-/// sentences without a time are combined until a type comes again. The talker may be any. Where
-/// several sentences of an epoch give a position, one with a fix goes before one without, the
-/// talker GN (all systems together) before those of single systems, GGA before GNS before RMC, and
-/// the first one before those behind it. The date comes from RMC or ZDA, whose full year goes
-/// before RMC's two digits, and is carried on (`DateKeeper`).
+/// where epochs may interleave, and where it has no height yet, when the next but one begins. What
+/// comes behind that is late: it is counted and only its date is used. Sentences without a time are
+/// combined until a type comes again. The talker may be any. Where several sentences of an epoch
+/// give a position, one with a fix goes before one without, the talker GN (all systems together)
+/// before those of single systems, GGA before GNS before RMC, and the first one before those behind
+/// it. Where it lacks the undulation, that of another sentence of the same position and talker is
+/// taken. Standard deviations are those of the position's talker, else of GN, else the first. The
+/// date comes from RMC or ZDA, whose full year goes before RMC's two digits, and is carried on
+/// (`DateKeeper`).
 ///
 /// Epochs that say nothing of a position are not given out. Nothing is raised but `std::bad_alloc`.
 class KELSTD_EXPORT EpochCombiner
 {
 public:
-    EpochCombiner();
+    /// How sentences of different times come.
+    enum class Order
+    {
+        InTurn,       ///< an epoch ends where another one begins, as one that is waited for should
+        MayInterleave ///< those of two epochs may be mixed, as in a file
+    };
+
+    explicit EpochCombiner(Order order = Order::InTurn);
     EpochCombiner(const EpochCombiner &) = delete;
     EpochCombiner &operator=(const EpochCombiner &) = delete;
 
@@ -78,6 +93,10 @@ public:
 
     /// Ends the input.
     void finish();
+
+    /// Ends the input, and begins another one of the same receiver: epochs are counted on, lines
+    /// and sentences anew, and a date is carried on where the time of day goes on.
+    void beginInput();
 
     /// Ends the input where it is no longer read: a sentence that is not yet whole is none.
     void abandon();
@@ -96,15 +115,17 @@ public:
 private:
     void takeText(std::string_view text, qint64 line);
     void take(Message message, std::string_view text, qint64 line);
-    bool beginsEpoch(const Message &message) const;
+    OpenEpoch *openEpochOf(const Message &message);
     bool comesLate(const Message &message) const;
+    void endSurplus();
     void endEpoch();
-    void keepDate(ReceiverEpoch &epoch);
+    std::optional<QDate> dateOf(const TimeOfDay &time, const std::optional<ReceivedDate> &date,
+                                qint64 line);
 
+    Order m_order;
     SentenceScanner m_scanner;
-    std::vector<Message> m_messages; ///< of the epoch that is being read, in their order
-    QByteArray m_sentences;
-    qint64 m_firstLine = 0;
+    std::deque<OpenEpoch> m_open;   ///< in the order in which they began; two at most
+    std::deque<OpenEpoch> m_recent; ///< that have ended, some of the last ones
     DateKeeper m_dates;
     std::optional<TimeOfDay>
         m_flushed; ///< the time of an epoch that had a position when silence ended it

@@ -90,25 +90,58 @@ QDate DateKeeper::completed(const ReceivedDate &date) const
     return {year, date.month, date.day};
 }
 
+/// Whether the time is that of the epoch before or up to a minute later, over midnight, too.
+bool DateKeeper::goesOn(const TimeOfDay &time) const
+{
+    return (time.second - m_second + secondsPerDay) % secondsPerDay <= secondsPerMinute;
+}
+
+/// The date of an epoch whose sentences gave none.
+std::optional<QDate> DateKeeper::carried(const TimeOfDay &time) const
+{
+    constexpr int halfDay = secondsPerDay / 2;
+    if (!m_date || (m_isNewLog && !goesOn(time)))
+        return std::nullopt;
+    const int step = time.second - m_second;
+    if (step <= -halfDay)
+        return m_date->addDays(1);
+    if (step >= secondsPerDay - secondsPerMinute)
+        return m_date->addDays(-1); // one that came late, from before midnight
+    if (step < -secondsPerMinute)
+        return std::nullopt;
+    return m_date;
+}
+
+/// Which date an epoch has whose sentences gave one.
+QDate DateKeeper::believed(const QDate &given, const TimeOfDay &time)
+{
+    const auto expected = carried(time);
+    if (!expected || *expected == given || !goesOn(time))
+        return given;
+    const bool isLate = given == expected->addDays(-1) && time.second < secondsPerMinute;
+    const bool isEarly =
+        given == expected->addDays(1) && time.second >= secondsPerDay - secondsPerMinute;
+    m_contradiction =
+        QStringLiteral("%1 where the time goes on at %2; the %3 was taken")
+            .arg(given.toString(Qt::ISODate), expected->toString(Qt::ISODate),
+                 isLate || isEarly ? QStringLiteral("latter") : QStringLiteral("former"));
+    return isLate || isEarly ? *expected : given;
+}
+
 std::optional<QDate> DateKeeper::dateOf(const TimeOfDay &time,
                                         const std::optional<ReceivedDate> &date)
 {
-    constexpr int halfDay = secondsPerDay / 2;
+    m_contradiction.clear();
     if (date) {
         const QDate given = completed(*date);
-        m_date = given.isValid() ? std::optional(given) : std::nullopt;
+        m_date = given.isValid() ? std::optional(believed(given, time)) : std::nullopt;
         if (date->hasFullYear)
             m_fullYear = date->year;
-    } else if (m_date) {
-        const int step = time.second - m_second;
-        if (step <= -halfDay)
-            m_date = m_date->addDays(1);
-        else if (step >= secondsPerDay - secondsPerMinute)
-            m_date = m_date->addDays(-1); // one that came late, from before midnight
-        else if (step < -secondsPerMinute)
-            m_date.reset();
+    } else {
+        m_date = carried(time);
     }
     m_second = time.second;
+    m_isNewLog = false;
     return m_date;
 }
 

@@ -4,6 +4,7 @@
 
 #include <QtCore/QByteArray>
 #include <QtCore/QDate>
+#include <QtCore/QString>
 
 #include <optional>
 #include <string_view>
@@ -43,19 +44,36 @@ struct ReceivedDate
 /// day that is earlier by twelve hours or more is of the next day. Earlier by up to a minute it is
 /// one that came late. Earlier by more than that it is of a day that nobody knows, and so are those
 /// behind it until a date comes.
+///
+/// Receivers change the date a moment before or behind midnight: within a minute of it, where the
+/// time of day goes on by a minute at most, the date of the epoch before is believed instead of one
+/// that is a day older behind midnight, or a day younger in front of it.
 class KELSTD_EXPORT DateKeeper
 {
 public:
     /// The date of an epoch (UTC). `date` is the one that its sentences gave; nothing for none.
     std::optional<QDate> dateOf(const TimeOfDay &time, const std::optional<ReceivedDate> &date);
 
+    /// What follows is of another log: a date is carried on only where the time of day goes on by a
+    /// minute at most.
+    void beginLog() { m_isNewLog = true; }
+
     /// The date as given. A year of two digits is the one nearest to the full year that was given
     /// last; before there was any, 80 to 99 are 1980 to 1999. Nothing for what is no date.
     QDate completed(const ReceivedDate &date) const;
 
+    /// Why the date that was given last cannot be right, or that before it; empty for no reason.
+    QString contradiction() const { return m_contradiction; }
+
 private:
+    QDate believed(const QDate &given, const TimeOfDay &time);
+    std::optional<QDate> carried(const TimeOfDay &time) const;
+    bool goesOn(const TimeOfDay &time) const;
+
+    QString m_contradiction;
     std::optional<QDate> m_date; ///< of the epoch before
     int m_second = 0;
+    bool m_isNewLog = false;
     std::optional<int> m_fullYear;
 };
 

@@ -87,12 +87,15 @@ std::optional<Sentence> readSentence(std::string_view text, SentenceFailure &fai
     const std::size_t star = text.find('*');
     if (star == std::string_view::npos)
         return fail(SentenceFault::NoChecksum, QStringLiteral("it has no checksum"));
-    const auto said = hexadecimal(text.substr(star + 1));
+    constexpr std::size_t checksumSize = 2;
+    const auto said = hexadecimal(text.substr(star + 1, checksumSize));
     std::string_view body = text.substr(1, star - 1);
     if (!said || *said != checksumOf(body)) {
         return fail(SentenceFault::BadChecksum,
                     QStringLiteral("its checksum is not that of its characters"));
     }
+    if (text.size() > star + 1 + checksumSize)
+        return fail(SentenceFault::TextBehind, QStringLiteral("text follows its checksum"));
     if (!std::all_of(body.begin(), body.end(), isPrintable))
         return fail(SentenceFault::Malformed, QStringLiteral("it holds control characters"));
 

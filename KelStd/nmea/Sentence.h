@@ -24,6 +24,7 @@ enum class SentenceFault
     NotASentence, ///< it does not begin as one: "$" or "!" and an address
     NoChecksum,   ///< its end is missing, and with it the checksum
     BadChecksum,  ///< the checksum is another one
+    TextBehind,   ///< the checksum is right, and more than blanks stand behind it
     Malformed     ///< it is too long, or a field holds what the field cannot hold
 };
 

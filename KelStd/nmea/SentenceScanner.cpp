@@ -32,6 +32,12 @@ void SentenceScanner::finish()
     endLine();
 }
 
+void SentenceScanner::beginInput()
+{
+    m_line = 1;
+    m_otherLines = 0;
+}
+
 void SentenceScanner::begin(char c)
 {
     m_text.assign(1, c);

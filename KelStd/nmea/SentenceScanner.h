@@ -31,6 +31,9 @@ public:
     /// At the end of the input: what was read of the last line is taken.
     void finish();
 
+    /// Behind `finish`: another input begins, whose lines are counted from 1.
+    void beginInput();
+
     /// The line that is being read, from 1.
     qint64 line() const { return m_line; }
 

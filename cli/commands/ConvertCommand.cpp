@@ -171,9 +171,7 @@ bool takeFrame(vector::VectorInput &layer, const vector::LayerSystem &system,
 QString mistakeInInputs(const ConvertOptions &options, const PositionInput &input)
 {
     const bool isOne = input.inputs().size() == 1;
-    if (options.isNmea && !isOne)
-        return QStringLiteral("--nmea takes one input");
-    if (!options.rejects.isEmpty() && !isOne) {
+    if (!options.rejects.isEmpty() && !isOne && !options.isNmea) {
         return QStringLiteral("--rejects is for one input: lines of several have several orders");
     }
     return {};
@@ -323,7 +321,7 @@ private:
     {
         m_console.report(QStringLiteral("note: ellipsoidal height = mean-sea-level height + "
                                         "separation, as the receiver gives them"));
-        EpochSource source(m_input.input(), m_options->epochNames);
+        EpochSource source(m_input.inputs(), m_options->epochNames);
         const ExitStatus status = start(RecordRun(source, job, m_console));
         return status == ExitStatus::Success && source.hasLosses() ? ExitStatus::SomeFailed
                                                                    : status;
@@ -379,10 +377,14 @@ private:
         QStringList read{m_options->system};
         if (m_options->to)
             read += *m_options->to;
-        if (!m_layer)
-            return m_rejects.open(name, m_input.input(), read, reason);
-        if (!streams::areSameFile(onDisk(m_line.positionals().value(0)), onDisk(name)))
-            return m_rejects.open(name, Input(), read, reason);
+        const QStringList inputs = m_line.positionals();
+        const bool isInput =
+            std::any_of(inputs.begin(), inputs.end(), [&name](const QString &each) {
+                return streams::areSameFile(onDisk(each), onDisk(name));
+            });
+        const Input none;
+        if (!isInput)
+            return m_rejects.open(name, m_layer ? none : m_input.input(), read, reason);
         reason = QStringLiteral("it is the input");
         return false;
     }

@@ -94,7 +94,10 @@ QString details()
         "sd_latitude_m, sd_longitude_m and sd_height_m, empty where the receiver did not\n"
         "say. The date is that of RMC or ZDA, carried on over midnight. An epoch without\n"
         "a fix (quality 0, RMC void), a height or a separation fails; --rejects keeps its\n"
-        "sentences. Broken sentences are not used, and counted at the end.\n"
+        "sentences. Broken sentences are not used, and counted at the end, as are other\n"
+        "positions of one time, of which the first is taken. Several INPUTs are read one\n"
+        "behind the other, as receivers log them by the hour. A stream that is stopped\n"
+        "writes its -o FILE of what came before.\n"
         "\n"
         "--frames and --fields choose what is printed; behind chosen frames stand the\n"
         "factors if --factors asks for them, and what is carried through. A carried\n"
@@ -121,8 +124,9 @@ QString details()
         "and standard error is one, a bar there shows how far it is. The interrupt key\n"
         "ends the run behind a whole line, which is reported; a second one at once.\n"
         "\n"
-        "Exit status: 0 all converted, 1 some failed or sentences were broken, 2 usage,\n"
-        "3 no PROJ, no usable system, or output that cannot be written.");
+        "Exit status: 0 all converted, 1 some failed or sentences were broken or\n"
+        "contradicted each other, 2 usage, 3 no PROJ, no usable system, or output that\n"
+        "cannot be written.");
     return text.arg(positions::defaultAngleStyle().decimals)
         .arg(stShowConfig().xyPrecision)
         .arg(findAngleStyle(QStringLiteral("degree"))->decimals)

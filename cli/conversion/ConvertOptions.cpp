@@ -53,6 +53,11 @@ bool takeNmea(const CommandLine &line, ConvertOptions &options, QString &mistake
             return false;
         }
     }
+    if (line.isSet(QStringLiteral("height"))) {
+        mistake = QStringLiteral("--height does not go with --nmea, whose heights are the "
+                                 "receiver's: a position without one fails");
+        return false;
+    }
     const QString names = line.value(QStringLiteral("names"));
     if (names == QLatin1String("utc"))
         options.epochNames = EpochSource::Names::Utc;

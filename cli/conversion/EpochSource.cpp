@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <array>
 #include <iterator>
+#include <utility>
 
 namespace KelStd::cli {
 
@@ -86,20 +87,33 @@ constexpr SentenceRemark sentenceRemarks[] = {
      "warning: broken: %1 without a checksum, the first in line %2; nothing of them was used"},
     {&nmea::SentenceTally::badChecksum,
      "warning: broken: %1 with a wrong checksum, the first in line %2; nothing of them was used"},
+    {&nmea::SentenceTally::textBehind,
+     "warning: broken: %1 with text behind the checksum, the first in line %2; nothing of them was "
+     "used"},
     {&nmea::SentenceTally::malformed,
      "warning: broken: %1 with a field that cannot be, the first in line %2 (%3); nothing of "
      "them was used"},
     {&nmea::SentenceTally::late,
-     "warning: late: %1 of an epoch that had been printed, after a silence; the first in line %2"},
+     "warning: late: %1 of an epoch that had ended before, not used; the first in line %2"},
     {&nmea::SentenceTally::contradicting,
      "warning: contradicting: %1 with another position of the same time, the first in line %2; "
-     "the first position of each time was taken"},
+     "the first position of each time was taken, and where the times lack decimals the others are "
+     "lost"},
+    {&nmea::SentenceTally::otherDate,
+     "warning: dates: %1 with one that contradicts another or the time, the first of the epoch in "
+     "line %2 (%3)"},
     {&nmea::SentenceTally::otherDatum,
      "warning: %1 (DTM) naming another datum of the positions than WGS84, the first in line %2 "
      "(\"%3\"); they were taken as WGS84 all the same"},
 };
 
 } // namespace
+
+EpochSource::EpochSource(std::vector<Input *> inputs, Names names)
+    : m_inputs(std::move(inputs)), m_names(names), m_isLive(!size()),
+      m_combiner(m_isLive ? nmea::EpochCombiner::Order::InTurn
+                          : nmea::EpochCombiner::Order::MayInterleave)
+{}
 
 positions::InputColumns EpochSource::columns() const
 {
@@ -110,21 +124,55 @@ positions::InputColumns EpochSource::columns() const
     return columns;
 }
 
+/// Nothing where one of them is no file.
+std::optional<qint64> EpochSource::size() const
+{
+    qint64 sum = 0;
+    for (const Input *each : m_inputs) {
+        const auto size = each->size();
+        if (!size)
+            return std::nullopt;
+        sum += *size;
+    }
+    return sum;
+}
+
+void EpochSource::endAt(const streams::StopRequests *stop)
+{
+    for (Input *each : m_inputs)
+        each->endAt(stop);
+}
+
+void EpochSource::beginNextInput()
+{
+    m_remarks += inputRemarks();
+    m_hasLosses = hasLosses();
+    m_combiner.beginInput();
+    ++m_current;
+    m_isInputAtEnd = false;
+    m_bytesOfInput = 0;
+    m_epochsOfInput = 0;
+}
+
 void EpochSource::read()
 {
+    if (m_isInputAtEnd)
+        beginNextInput();
     constexpr qint64 pieceSize = 1 << 16;
     std::array<char, pieceSize> piece;
-    const qint64 count = m_input.read(piece.data(), pieceSize);
+    const qint64 count = input().read(piece.data(), pieceSize);
     if (count > 0) {
         m_readBytes += count;
+        m_bytesOfInput += count;
         m_combiner.feed({piece.data(), static_cast<std::size_t>(count)});
         return;
     }
     if (count < 0)
         m_error = streams::lastErrorText();
-    m_isAtEnd = true;
+    m_isInputAtEnd = true;
+    m_isAtEnd = count < 0 || input().isStopped() || m_current + 1 == m_inputs.size();
     // What was read of a sentence before a stop was requested is none.
-    if (m_input.isStopped())
+    if (input().isStopped())
         m_combiner.abandon();
     else
         m_combiner.finish();
@@ -138,7 +186,7 @@ void EpochSource::look()
 
 bool EpochSource::isReady()
 {
-    for (look(); !m_next && !m_isAtEnd && m_input.isReady(); look())
+    for (look(); !m_next && !m_isAtEnd && input().isReady(); look())
         read();
     return m_next || m_isAtEnd;
 }
@@ -146,14 +194,14 @@ bool EpochSource::isReady()
 RecordSource::Result EpochSource::next(SourceRecord &record)
 {
     for (look(); !m_next && !m_isAtEnd; look()) {
-        if (m_combiner.canFlush() && !m_input.isReadyWithin(silence))
+        if (m_combiner.canFlush() && !input().isReadyWithin(silence))
             m_combiner.flush();
         else
             read();
     }
     if (!m_next)
         return m_error.isEmpty() ? Result::End : Result::Error;
-    ++m_epochs;
+    ++m_epochsOfInput;
     record = recordOf(*m_next);
     m_next.reset();
     return Result::Record;
@@ -179,6 +227,7 @@ SourceRecord EpochSource::recordOf(const nmea::ReceiverEpoch &epoch)
 {
     SourceRecord record;
     record.number = epoch.line;
+    record.inputName = input().displayName();
     record.source = epoch.sentences.chopped(1);
     const nmea::EpochFailure failure = epoch.failure();
     if (failure) {
@@ -198,25 +247,32 @@ SourceRecord EpochSource::recordOf(const nmea::ReceiverEpoch &epoch)
 
 bool EpochSource::hasLosses() const
 {
-    return m_combiner.tally().broken() > 0 || (m_readBytes > 0 && m_epochs == 0);
+    const nmea::SentenceTally tally = m_combiner.tally();
+    return m_hasLosses || tally.broken() > 0 || tally.contradicting.count > 0
+           || (m_bytesOfInput > 0 && m_epochsOfInput == 0);
 }
 
-QStringList EpochSource::remarks() const
+/// Of the input that is being read.
+QStringList EpochSource::inputRemarks() const
 {
+    const auto placeOf = [this](qint64 line) {
+        const QString number = QString::number(line);
+        return m_inputs.size() > 1 ? number + QLatin1String(" of ") + displayName() : number;
+    };
     const nmea::SentenceTally tally = m_combiner.tally();
     QStringList remarks;
     for (const SentenceRemark &row : sentenceRemarks) {
         const nmea::SentenceCount &found = tally.*row.count;
         if (found.count == 0)
             continue;
-        QString text = QString::fromLatin1(row.text)
-                           .arg(counted(found.count, "sentence", "sentences"))
-                           .arg(found.firstLine);
-        if (text.contains(QLatin1String("%3")))
-            text = text.arg(found.firstReason);
-        remarks += text;
+        const QString text = QString::fromLatin1(row.text);
+        const QString sentences = counted(found.count, "sentence", "sentences");
+        const QString place = placeOf(found.firstLine);
+        remarks += text.contains(QLatin1String("%3"))
+                       ? text.arg(sentences, place, found.firstReason)
+                       : text.arg(sentences, place);
     }
-    if (m_epochs == 0) {
+    if (m_epochsOfInput == 0) {
         remarks += QStringLiteral("warning: %1 has no sentence of NMEA 0183 that tells a position "
                                   "(GGA, GNS, RMC)")
                        .arg(displayName());
@@ -225,6 +281,12 @@ QStringList EpochSource::remarks() const
         remarks += QStringLiteral("note: %1 of %2 without a sentence")
                        .arg(counted(tally.otherLines, "line", "lines"), displayName());
     }
+    return remarks;
+}
+
+QStringList EpochSource::remarks() const
+{
+    QStringList remarks = m_remarks + inputRemarks();
     if (m_withoutTime > 0) {
         remarks += QStringLiteral("note: the time of %1 is empty: no date (RMC, ZDA) came before "
                                   "or the times of day went back since")

@@ -24,6 +24,7 @@ struct BlockResult
         QString text;
     };
 
+    QString inputName; ///< of the input that they are of, where a run has several; else empty
     QByteArray output; ///< the separator before each position
     std::vector<Message> messages;
     QByteArray rejects; ///< the lines that failed, as they stand

@@ -36,6 +36,7 @@ ExitStatus RecordRun::run()
     }
     const streams::StopRequests stop;
     m_source.endAt(&stop);
+    m_output.setLive(m_source.isLive());
     std::optional<ProgressBar> progress;
     if (const auto size = m_source.size())
         m_output.setProgress(&progress.emplace(m_console, *size));
@@ -44,10 +45,21 @@ ExitStatus RecordRun::run()
     const State end = runOver();
     m_output.setProgress(nullptr);
     progress.reset();
+    if (*end == RunOutput::End::InputFailed)
+        setInput(m_source.displayName());
     const ExitStatus status = m_output.finish(*end, m_source.errorText(), m_source.remarks());
     m_console.flush(); // while no request to stop can end the program in the middle of a line
     m_source.endAt(nullptr);
     return status;
+}
+
+/// What is reported from now on is of that input.
+void RecordRun::setInput(const QString &name)
+{
+    if (name.isEmpty() || name == m_inputName)
+        return;
+    m_inputName = name;
+    m_output.setInput(name, m_source.item());
 }
 
 RecordRun::State RecordRun::runOver()
@@ -77,21 +89,38 @@ RecordRun::State RecordRun::runOver()
     return end ? end : atEnd;
 }
 
-/// Waits for one record, and takes those behind it that are ready.
+/// Waits for one record, and takes those of the same input behind it that are ready.
 RecordRun::State RecordRun::next(RecordBlock &block)
 {
     State end;
-    do {
+    if (m_held) {
+        block.inputName = m_held->inputName;
+        block.records.push_back(std::move(*m_held));
+        m_held.reset();
+    }
+    while (!end && block.records.size() < maxRecords
+           && (block.records.empty() || m_source.isReady())) {
         SourceRecord record;
         const RecordSource::Result result = m_source.next(record);
-        if (result == RecordSource::Result::Record)
+        if (result == RecordSource::Result::Record) {
+            if (block.records.empty())
+                block.inputName = record.inputName;
+            if (record.inputName != block.inputName) {
+                m_held = std::move(record);
+                break;
+            }
             block.records.push_back(std::move(record));
-        else if (result == RecordSource::Result::Error)
+        } else if (result == RecordSource::Result::Error) {
             end = RunOutput::End::InputFailed;
-        else
+        } else {
             end = m_source.isStopped() ? RunOutput::End::Stopped : RunOutput::End::Done;
-    } while (!end && block.records.size() < maxRecords && m_source.isReady());
-    block.bytes = m_source.done() - m_done;
+        }
+    }
+    // What is done is counted anew for each input.
+    const bool isOther = !block.records.empty() && block.inputName != m_readName;
+    block.bytes = m_source.done() - (isOther ? 0 : m_done);
+    if (isOther)
+        m_readName = block.inputName;
     m_done = m_source.done();
     return end;
 }
@@ -99,6 +128,7 @@ RecordRun::State RecordRun::next(RecordBlock &block)
 BlockResult RecordRun::resultOf(ResultMaker &maker, const RecordBlock &block)
 {
     BlockResult result;
+    result.inputName = block.inputName;
     result.inputBytes = block.bytes;
     std::vector<std::string_view> carried;
     std::vector<std::string_view> extras;
@@ -118,6 +148,7 @@ BlockResult RecordRun::resultOf(ResultMaker &maker, const RecordBlock &block)
 
 RecordRun::State RecordRun::take(const BlockResult &result)
 {
+    setInput(result.inputName);
     return m_output.take(result) ? State() : RunOutput::End::OutputFailed;
 }
 

@@ -16,7 +16,7 @@ public:
     RecordRun(RecordSource &source, PositionJob &job, Console &console)
         : m_source(source), m_job(job), m_console(console), m_output(job, console)
     {
-        m_output.setInput(source.displayName(), source.item());
+        setInput(source.displayName());
     }
 
     /// On how many threads positions are taken.
@@ -37,10 +37,12 @@ private:
 
     struct RecordBlock
     {
-        std::vector<SourceRecord> records;
-        qint64 bytes = 0; ///< by how much the source went on
+        QString inputName;
+        std::vector<SourceRecord> records; ///< of one input
+        qint64 bytes = 0;                  ///< by how much the source went on
     };
 
+    void setInput(const QString &name);
     State runOver();
     State next(RecordBlock &block);
     State take(const BlockResult &result);
@@ -52,6 +54,9 @@ private:
     RunOutput m_output;
     std::size_t m_threads = 1;
     qint64 m_done = 0;
+    QString m_inputName;                ///< of what is reported
+    QString m_readName;                 ///< of what is read
+    std::optional<SourceRecord> m_held; ///< the first of another input
 };
 
 } // namespace KelStd::cli

@@ -21,6 +21,7 @@ class StopRequests;
 struct SourceRecord
 {
     qint64 number = 0; ///< in the source, for messages; not smaller than that of the one before
+    QString inputName; ///< what messages call the input that it is of; empty: as the source
     Pos position;      ///< in the frame of the run
     QByteArray name;
     std::vector<QByteArray> carried; ///< one for each heading
@@ -66,6 +67,10 @@ public:
     virtual bool isReady() = 0;
 
     virtual Result next(SourceRecord &record) = 0;
+
+    /// Whether what it has given cannot be had again, as of an instrument: a run that is stopped,
+    /// or whose source fails, keeps the file of what came before then.
+    virtual bool isLive() const { return false; }
     virtual QString errorText() const = 0;
 
     /// How far a bar can show the run to be: a size, and how much of it is done. Nothing where the

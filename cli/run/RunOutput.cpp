@@ -166,11 +166,14 @@ bool RunOutput::finishSink()
     return true;
 }
 
-/// Ends a run that did not come to its end: what is printed stands, a file is not written.
+/// Ends a run that did not come to its end: what is printed stands, a file is not written but for
+/// what cannot be had again.
 ExitStatus RunOutput::finishPartly(ExitStatus status)
 {
     if (m_sink == nullptr)
         return finishRejects(status);
+    if (m_isLive && m_taken > 0)
+        return finishSink() ? finishRejects(status) : outputFailed();
     reportUnwritten();
     outputFailed();
     return status;

@@ -40,6 +40,9 @@ public:
     void setRejects(RejectsFile &rejects) { m_rejects = &rejects; }
     /// Where what is printed goes instead of standard output.
     void setSink(OutputSink &sink) { m_sink = &sink; }
+    /// Whether the file is written although the run does not come to its end, with what came
+    /// before.
+    void setLive(bool isLive) { m_isLive = isLive; }
     bool keepsRejects() const { return m_rejects != nullptr; }
 
     /// What shows how far the run is; null for nothing.
@@ -81,6 +84,7 @@ private:
     ProgressBar *m_progress = nullptr;
     QByteArray m_heading;
     QByteArray m_headerLine; ///< of the input
+    bool m_isLive = false;
     bool m_hasHeading = false;
     bool m_hasPosition = false;
     bool m_hasOtherEncoding = false; ///< what was said of this input

@@ -87,5 +87,42 @@ TEST_F(LiveStream, AStopPrintsWhatWasRead)
     EXPECT_TRUE(running.err().contains("stopped behind line 1 of <stdin>"));
 }
 
+TEST_F(LiveStream, AStopWritesTheFileOfWhatCame)
+{
+    program.beforeStart([] { std::signal(SIGINT, SIG_DFL); });
+    const QString file = program.home().path(QStringLiteral("live.json"));
+    const QString rejects = program.home().path(QStringLiteral("live.nmea"));
+    const QStringList options{QStringLiteral("--force"), QStringLiteral("-o"), file,
+                              QStringLiteral("--rejects"), rejects};
+    QStringList words = arguments(options);
+    words.removeAll(QStringLiteral("--no-header"));
+    const QByteArray noFix = "GNGGA,123457.20,,,,,0,04,4.10,,M,,M,,";
+    {
+        RunningProgram running(program, words);
+        running.send(log({rmc, gga, noFix}));
+        ASSERT_TRUE(running.waitForError(":3: the receiver has no fix"));
+        running.send(log({ggaAt("123458.20")}) + "$GNGGA,123459.20,5231.0");
+        running.signal(SIGINT);
+        EXPECT_TRUE(running.waitForEnd());
+        EXPECT_EQ(running.endedBy(), SIGINT);
+        EXPECT_TRUE(running.err().contains("stopped behind line ")) << running.err().toStdString();
+        EXPECT_FALSE(running.err().contains("is not written")) << running.err().toStdString();
+    }
+    const QByteArray written = test::readFile(file);
+    const QList<QByteArray> lines = written.trimmed().split('\n');
+    ASSERT_GE(lines.size(), 1);
+    EXPECT_TRUE(lines.first().contains("\"2024-02-29T12:34:56.20Z\"")) << written.toStdString();
+    EXPECT_TRUE(written.endsWith("}\n"));
+    EXPECT_EQ(test::readFile(rejects), log({noFix}).replace("\r\n", "\n"));
+    // Of a stream that gave nothing, an earlier file stays.
+    RunningProgram running(program, words);
+    running.send("{\"class\":\"VERSION\"}\n" + log({noFix}));
+    ASSERT_TRUE(running.waitForError("the receiver has no fix"));
+    running.signal(SIGINT);
+    EXPECT_TRUE(running.waitForEnd());
+    EXPECT_TRUE(running.err().contains("live.json is not written")) << running.err().toStdString();
+    EXPECT_EQ(test::readFile(file), written);
+}
+
 } // namespace
 } // namespace KelStd

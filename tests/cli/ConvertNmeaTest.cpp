@@ -228,6 +228,69 @@ TEST(ConvertNmea, BrokenSentencesAreCountedAndNotUsed)
         }));
 }
 
+TEST(ConvertNmea, TextBehindAChecksumIsSaid)
+{
+    const ProgramResult result = convert(log({gga}).trimmed() + " 12:34:56\r\n");
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.err, Mentions("warning: broken: 1 sentence with text behind the checksum, "
+                                     "the first in line 1; nothing of them was used"));
+}
+
+TEST(ConvertNmea, AFileMayMixTwoEpochs)
+{
+    const QByteArray mixed =
+        log({ggaAt("123456.00"), ggaAt("123456.05"), rmcAt("123456.00", "290224"),
+             rmcAt("123456.05", "290224"), "GNGST,123456.05,,,,,0.1,0.2,0.3"});
+    const ProgramRun program;
+    const QString file = program.home().path(QStringLiteral("mixed.nmea"));
+    test::writeFile(file, mixed);
+    const ProgramResult result = program.convert(system, {}, {QStringLiteral("--nmea"), file});
+    EXPECT_EQ(result.status, 0) << result.err;
+    EXPECT_EQ(column(result, "utc"), QStringList({QStringLiteral("2024-02-29T12:34:56.00Z"),
+                                                  QStringLiteral("2024-02-29T12:34:56.05Z")}));
+    EXPECT_EQ(column(result, "sd_height_m"), QStringList({QString(), QStringLiteral("0.3")}));
+    const ProgramResult stream = convert(mixed);
+    EXPECT_EQ(column(stream, "utc").last(), QStringLiteral("2024-02-29T12:34:56.05Z"));
+    EXPECT_THAT(stream.err, Mentions("warning: late: 1 sentence of an epoch that had ended before, "
+                                     "not used; the first in line 3"));
+}
+
+TEST(ConvertNmea, SeveralFilesAreReadOneBehindTheOther)
+{
+    const ProgramRun program;
+    const QString rejects = program.home().path(QStringLiteral("rejects.nmea"));
+    const QByteArray broken = "$GNGGA,000002,5231.0,N*00\n";
+    const QStringList files{
+        program.file(QStringLiteral("h23.nmea"),
+                     log({rmcAt("235959", "280224"), ggaAt("235959"), ggaAt("235958", "0")})),
+        program.file(QStringLiteral("none.nmea"), "nothing\n"),
+        program.file(QStringLiteral("h00.nmea"),
+                     log({ggaAt("000000"), ggaAt("000001", "0")}) + broken),
+        program.file(QStringLiteral("h12.nmea"),
+                     log({ggaAt("120000"), ggaAt("120001"), rmcAt("120001", "050324")}))};
+    const QStringList options{QStringLiteral("--nmea"), QStringLiteral("--rejects"), rejects};
+    const ProgramResult result = program.convert(system, {}, options + files);
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(column(result, "point"), QStringList({QStringLiteral("1"), QStringLiteral("3"),
+                                                    QStringLiteral("5"), QStringLiteral("6")}));
+    EXPECT_EQ(column(result, "utc"), QStringList({QStringLiteral("2024-02-28T23:59:59Z"),
+                                                  QStringLiteral("2024-02-29T00:00:00Z"), QString(),
+                                                  QStringLiteral("2024-03-05T12:00:01Z")}));
+    for (const char *message :
+         {"h23.nmea:3: the receiver has no fix", "h00.nmea:2: the receiver has no fix",
+          "1 sentence with a wrong checksum, the first in line 3 of ", "h00.nmea; nothing of them",
+          "none.nmea has no sentence of NMEA 0183", "2 of 6 positions failed"})
+        EXPECT_THAT(result.err, Mentions(message));
+    EXPECT_EQ(test::readFile(rejects),
+              log({ggaAt("235958", "0"), ggaAt("000001", "0")}).replace("\r\n", "\n"));
+    const ProgramResult same =
+        program.convert(system, {},
+                        {QStringLiteral("--nmea"), QStringLiteral("--rejects"), files.last(),
+                         files.first(), files.last()});
+    EXPECT_EQ(same.status, 3);
+    EXPECT_THAT(same.err, Mentions("it is the input"));
+}
+
 TEST(ConvertNmea, WhatMayMisleadIsSaid)
 {
     const ProgramResult doubtful = convert(log({ggaAt("123456", "8"), ggaAt("123457", "6")}));
@@ -240,8 +303,15 @@ TEST(ConvertNmea, WhatMayMisleadIsSaid)
     const ProgramResult twice =
         convert(log({ggaAt("123456"), "GNGGA,123456,5232.0,N,00524.0,E,4,17,0.6,30.0,M,40.0,M,,"}));
     EXPECT_EQ(twice.outLines().size(), 2);
+    EXPECT_EQ(twice.status, 1) << "a position is lost";
     EXPECT_THAT(twice.err, Mentions("warning: contradicting: 1 sentence with another position of "
                                     "the same time, the first in line 2"));
+    EXPECT_THAT(convert(log({ggaAt("235959"), rmcAt("235959", "280224"), ggaAt("000000"),
+                             rmcAt("000000", "280224")}))
+                    .err,
+                Mentions("warning: dates: 1 sentence with one that contradicts another or the "
+                         "time, the first of the epoch in line 3 (2024-02-28 where the time goes "
+                         "on at 2024-02-29; the latter was taken)"));
     EXPECT_THAT(convert(log({ggaAt("123456"), rmcAt("123456", "010140")})).err,
                 Mentions("note: leap seconds are known until 20"));
 }

@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <iterator>
 #include <tuple>
 
 namespace KelStd {
@@ -89,6 +91,55 @@ TEST(NmeaEpochs, TakeTheBestPosition)
     }
 }
 
+TEST(NmeaEpochs, TakeTheDeviationsOfThePositionsTalker)
+{
+    const QByteArray gp = "GPGST,120000,,,,,5.0,5.1,5.2";
+    const QByteArray gl = "GLGST,120000,,,,,6.0,6.1,6.2";
+    const QByteArray gn = "GNGST,120000,,,,,0.01,0.01,0.02";
+    const QByteArray silent = "GNGST,120000,,,,,,,";
+    const std::tuple<const char *, QList<QByteArray>, const char *> rows[] = {
+        {"GN", {ggaOf("GP", 1, 5), ggaOf("GN", 4, 12), gp, gn}, "0.02"},
+        {"a single system", {gp, gn, ggaOf("GP", 1, 5)}, "5.2"},
+        {"else GN", {gp, gn, ggaOf("GL", 1, 5)}, "0.02"},
+        {"else the first", {ggaOf("GN", 1, 5), gp, gl}, "5.2"},
+        {"one that says something", {ggaOf("GN", 1, 5), silent, gn}, "0.02"},
+        {"not those of another solution", {ggaOf("GN", 1, 5), gp, silent}, ""},
+    };
+    for (const auto &[what, bodies, height] : rows) {
+        SCOPED_TRACE(what);
+        const auto epochs = epochsOf(test::log(bodies));
+        ASSERT_EQ(epochs.size(), 1);
+        EXPECT_EQ(epochs.front().sdHeight.value_or(nmea::Decimal()).text, height);
+    }
+}
+
+TEST(NmeaEpochs, TakeTheSeparationOfTheSamePositionOnly)
+{
+    const QByteArray lacking = "GNGGA,120000,5200.0,N,01300.0,E,4,12,1.0,30.0,M,,M,,";
+    const std::tuple<const char *, QByteArray, bool> rows[] = {
+        {"the same", "GNGNS,120000,5200.0,N,01300.0,E,RR,12,1.0,30.04,40.0,,", true},
+        {"without a height", "GNGNS,120000,5200.0,N,01300.0,E,RR,12,1.0,,40.0,,", true},
+        {"another latitude", "GNGNS,120000,5201.0,N,01300.0,E,RR,12,1.0,30.0,40.0,,", false},
+        {"another height", "GNGNS,120000,5200.0,N,01300.0,E,RR,12,1.0,35.0,40.0,,", false},
+        {"another talker", "GPGNS,120000,5200.0,N,01300.0,E,RR,12,1.0,30.0,40.0,,", false},
+        {"no position", "GNGNS,120000,,,,,RR,12,1.0,30.0,40.0,,", false},
+        {"another time", "GNGNS,120001,5200.0,N,01300.0,E,RR,12,1.0,30.0,40.0,,", false},
+    };
+    for (const auto &[what, gns, isTaken] : rows) {
+        SCOPED_TRACE(what);
+        for (const auto &bodies :
+             {QList<QByteArray>{lacking, gns}, QList<QByteArray>{gns, lacking}}) {
+            for (const ReceiverEpoch &epoch : epochsOf(test::log(bodies))) {
+                if (epoch.position.kind != nmea::MessageKind::Gga)
+                    continue;
+                EXPECT_EQ(epoch.failure().kind,
+                          isTaken ? EpochFault::None : EpochFault::NoUndulation);
+                EXPECT_EQ(epoch.ellipsoidalHeight(), isTaken ? 70.0 : 0.0);
+            }
+        }
+    }
+}
+
 TEST(NmeaEpochs, WithoutAPositionHaveAReason)
 {
     const QByteArray validRmc = "GPRMC,120000,A,5200.0,N,01300.0,E,,,290224,,";
@@ -167,6 +218,94 @@ TEST(NmeaEpochs, OfOneTimeOnTwoDaysAreTwo)
     EXPECT_EQ(epochs.at(1).position.satellites, 6);
 }
 
+QByteArray at(const char *type, const char *time)
+{
+    const QByteArray rests[] = {
+        ",5200.0,N,01300.0,E,1,12,1.0,30.0,M,40.0,M,,",
+        ",A,5200.0,N,01300.0,E,,,290224,,",
+        ",,,,,0.1,0.2,0.3",
+        ",29,02,2024,,",
+    };
+    const char *const types[] = {"GGA", "RMC", "GST", "ZDA"};
+    const auto found = std::find_if(std::begin(types), std::end(types),
+                                    [type](const char *each) { return QByteArray(each) == type; });
+    return QByteArray("GN") + type + ',' + time + rests[found - std::begin(types)];
+}
+
+struct InterleavedRow
+{
+    const char *what;
+    QList<QByteArray> bodies;
+    QList<QByteArray> inFile; ///< for each epoch: its second of GST, of its time, or neither
+    int lateInFile;
+    int lateInStream;
+};
+
+TEST(NmeaEpochs, MayInterleaveInAFile)
+{
+    using Order = EpochCombiner::Order;
+    const InterleavedRow rows[] = {
+        {"a date of before",
+         {at("GGA", "000001"), at("ZDA", "000000"), at("GST", "000001")},
+         {"sd"},
+         0,
+         1},
+        {"two by two",
+         {at("GGA", "000002"), at("GGA", "000003"), at("GST", "000002"), at("GST", "000003")},
+         {"sd", "sd"},
+         0,
+         1},
+        {"dates",
+         {at("GGA", "000001.00"), at("GGA", "000001.05"), at("RMC", "000001.00"),
+          at("RMC", "000001.05")},
+         {"utc", "utc"},
+         0,
+         1},
+        {"too late",
+         {at("GGA", "000001"), at("GGA", "000002"), at("GGA", "000003"), at("GST", "000001")},
+         {"", "", ""},
+         1,
+         1},
+        {"a position is never too late",
+         {at("GST", "000001"), at("GGA", "000002"), at("GGA", "000003"), at("GGA", "000004"),
+          at("GGA", "000001")},
+         {"", "", "", ""},
+         0,
+         0},
+        {"a day later",
+         {at("GGA", "000001"), at("GGA", "000002"), at("GGA", "000001")},
+         {"", "", ""},
+         0,
+         0},
+    };
+    for (const InterleavedRow &row : rows) {
+        SCOPED_TRACE(row.what);
+        SentenceTally tally;
+        const auto epochs = epochsOf(test::log(row.bodies), &tally, Order::MayInterleave);
+        QList<QByteArray> said;
+        for (const ReceiverEpoch &epoch : epochs)
+            said += epoch.sdHeight ? "sd" : epoch.utc().isEmpty() ? "" : "utc";
+        EXPECT_EQ(said, row.inFile);
+        EXPECT_EQ(tally.late.count, row.lateInFile);
+        EXPECT_EQ(tally.contradicting.count, 0);
+        EXPECT_EQ(epochsOf(test::log(row.bodies), &tally).size(), epochs.size());
+        EXPECT_EQ(tally.late.count, row.lateInStream);
+    }
+}
+
+TEST(NmeaEpochs, WithoutHeightsWaitForThem)
+{
+    SentenceTally tally;
+    const auto epochs = epochsOf(test::log({at("RMC", "000001.00"), at("RMC", "000001.05"),
+                                            at("GGA", "000001.00"), at("GGA", "000001.05")}),
+                                 &tally);
+    ASSERT_EQ(epochs.size(), 2);
+    EXPECT_EQ(epochs.at(0).utc(), "2024-02-29T00:00:01.00Z");
+    EXPECT_FALSE(epochs.at(0).failure());
+    EXPECT_FALSE(epochs.at(1).failure());
+    EXPECT_EQ(tally.late.count, 0);
+}
+
 TEST(NmeaEpochs, SilenceEndsThemAndWhatComesLateIsCounted)
 {
     EpochCombiner combiner;
@@ -236,6 +375,29 @@ TEST(NmeaEpochs, TheFullYearOfZdaGoesBeforeRmc)
     EXPECT_EQ(epochs.at(0).utc(), "2099-12-31T23:59:59Z");
     EXPECT_EQ(epochs.at(1).utc(), "2100-01-01T00:00:00Z");
     EXPECT_EQ(epochs.at(2).utc(), "2100-01-01T00:00:01Z");
+}
+
+TEST(NmeaEpochs, ADateThatIsLateAtMidnightIsNotTaken)
+{
+    const auto at = [](const char *time, const char *date) {
+        return QList<QByteArray>{
+            QByteArray("GPGGA,") + time + ",5200.0,N,01300.0,E,1,08,0.9,30.0,M,40.0,M,,",
+            QByteArray("GPRMC,") + time + ",A,5200.0,N,01300.0,E,,," + date + ",,"};
+    };
+    SentenceTally tally;
+    const auto epochs = epochsOf(test::log(at("235959.95", "280224") + at("000000.00", "280224")
+                                           + at("000000.05", "290224")),
+                                 &tally);
+    ASSERT_EQ(epochs.size(), 3);
+    EXPECT_EQ(epochs.at(0).utc(), "2024-02-28T23:59:59.95Z");
+    EXPECT_EQ(epochs.at(1).utc(), "2024-02-29T00:00:00.00Z");
+    EXPECT_EQ(epochs.at(2).utc(), "2024-02-29T00:00:00.05Z");
+    EXPECT_EQ(tally.otherDate.count, 1);
+    EXPECT_EQ(tally.otherDate.firstLine, 3);
+    epochsOf(test::log(at("120000", "280224") + QList<QByteArray>{"GPZDA,120000,29,02,2024,,"}),
+             &tally);
+    EXPECT_EQ(tally.otherDate.count, 1);
+    EXPECT_THAT(tally.otherDate.firstReason, Mentions("RMC and ZDA"));
 }
 
 TEST(NmeaEpochs, TheDateOfAReceiverWithoutAFixIsNone)

@@ -130,6 +130,70 @@ TEST(NmeaDates, AreCarriedOn)
                                              {"120001", given, {2024, 2, 28}}});
 }
 
+TEST(NmeaDates, AreCarriedIntoALogThatGoesOn)
+{
+    const std::pair<const char *, QDate> rows[] = {
+        {"235959.5", {2024, 2, 28}},
+        {"000001", {2024, 2, 29}},
+        {"000100", {}},
+        {"235800", {}},
+        {"120000", {}},
+    };
+    for (const auto &[time, date] : rows) {
+        SCOPED_TRACE(time);
+        DateKeeper keeper;
+        keeper.dateOf(at("235959"), ReceivedDate{24, 2, 28, false});
+        keeper.beginLog();
+        EXPECT_EQ(keeper.dateOf(at(time), std::nullopt).value_or(QDate()), date);
+    }
+}
+
+TEST(NmeaDates, GivenLateOrEarlyAtMidnightAreNotBelieved)
+{
+    const ReceivedDate last{24, 2, 28, false};
+    const ReceivedDate next{24, 2, 29, false};
+    expectDates("late", {{"235959.95", last, {2024, 2, 28}},
+                         {"000000.00", last, {2024, 2, 29}},
+                         {"000000.05", last, {2024, 2, 29}},
+                         {"000000.10", next, {2024, 2, 29}},
+                         {"000000.15", std::nullopt, {2024, 2, 29}}});
+    expectDates("early, as that of GPS time is", {{"235941.00", last, {2024, 2, 28}},
+                                                  {"235942.00", next, {2024, 2, 28}},
+                                                  {"235959.00", next, {2024, 2, 28}},
+                                                  {"000000.00", next, {2024, 2, 29}}});
+    expectDates("late behind a leap second",
+                {{"235960", ReceivedDate{2016, 12, 31, true}, {2016, 12, 31}},
+                 {"000000", ReceivedDate{16, 12, 31, false}, {2017, 1, 1}}});
+    expectDates("of one that came late", {{"000000.2", next, {2024, 2, 29}},
+                                          {"235959.8", last, {2024, 2, 28}},
+                                          {"000000.4", next, {2024, 2, 29}}});
+    // The first one cannot be held against another.
+    expectDates("from the beginning",
+                {{"000000.0", last, {2024, 2, 28}}, {"000000.2", next, {2024, 2, 29}}});
+    expectDates("of another log", {{"200000", next, {2024, 2, 29}},
+                                   {"070000", last, {2024, 2, 28}},
+                                   {"070001", next, {2024, 2, 29}}});
+}
+
+TEST(NmeaDates, ThatContradictTheTimeAreTold)
+{
+    DateKeeper keeper;
+    keeper.dateOf(at("235959"), ReceivedDate{24, 2, 28, false});
+    EXPECT_EQ(keeper.contradiction(), QString());
+    keeper.dateOf(at("000000"), ReceivedDate{24, 2, 28, false});
+    EXPECT_EQ(
+        keeper.contradiction(),
+        QStringLiteral("2024-02-28 where the time goes on at 2024-02-29; the latter was taken"));
+    keeper.dateOf(at("000001"), ReceivedDate{24, 3, 5, false});
+    EXPECT_EQ(
+        keeper.contradiction(),
+        QStringLiteral("2024-03-05 where the time goes on at 2024-02-29; the former was taken"));
+    keeper.dateOf(at("000002"), std::nullopt);
+    EXPECT_EQ(keeper.contradiction(), QString());
+    keeper.dateOf(at("120000"), ReceivedDate{24, 3, 7, false});
+    EXPECT_EQ(keeper.contradiction(), QString());
+}
+
 TEST(NmeaDates, TwoDigitsOfAYearAreCompleted)
 {
     expectDates("by GPS time", {{"000000", ReceivedDate{80, 1, 6, false}, {1980, 1, 6}},

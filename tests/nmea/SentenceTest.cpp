@@ -73,6 +73,10 @@ TEST(NmeaSentence, WhatIsBrokenHasAKind)
         {"$GPGGA,123519,4807.038,N,01131.000,E,1,08,0.9,545.4,M,46.9,M,,*4G",
          SentenceFault::BadChecksum},
         {"$GPGGA,123519,4807.038,N,01131.000,E,1,08,0.9,545.4,M,46.9,M,,*477",
+         SentenceFault::TextBehind},
+        {"$GPGGA,123519,4807.038,N,01131.000,E,1,08,0.9,545.4,M,46.9,M,,*47 12:35:19",
+         SentenceFault::TextBehind},
+        {"$GPGGA,123519,4807.038,N,01131.000,E,1,08,0.9,545.4,M,46.9,M,,*48 12:35:19",
          SentenceFault::BadChecksum},
         // One digit of the latitude is another.
         {"$GPGGA,123519,4807.138,N,01131.000,E,1,08,0.9,545.4,M,46.9,M,,*47",

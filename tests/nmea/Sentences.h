@@ -26,10 +26,11 @@ inline QByteArray log(const QList<QByteArray> &bodies)
 }
 
 /// Every epoch of an input.
-inline QList<nmea::ReceiverEpoch> epochsOf(const QByteArray &bytes,
-                                           nmea::SentenceTally *tally = nullptr)
+inline QList<nmea::ReceiverEpoch>
+epochsOf(const QByteArray &bytes, nmea::SentenceTally *tally = nullptr,
+         nmea::EpochCombiner::Order order = nmea::EpochCombiner::Order::InTurn)
 {
-    nmea::EpochCombiner combiner;
+    nmea::EpochCombiner combiner(order);
     combiner.feed({bytes.constData(), static_cast<std::size_t>(bytes.size())});
     combiner.finish();
     QList<nmea::ReceiverEpoch> epochs;
