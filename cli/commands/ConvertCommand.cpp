@@ -219,11 +219,13 @@ private:
     /// Of a vector file before the system is read, which may load PROJ.
     Status openInput()
     {
-        const QString given = m_line.positionals().value(0);
+        const QStringList operands = m_line.positionals();
+        const QString given = operands.value(0);
         QString reason;
-        if (!m_options->isNmea && vector::isVectorFile(given)) {
+        if (!m_options->isNmea
+            && std::any_of(operands.begin(), operands.end(), vector::isVectorFile)) {
             reason = textOptionAmong(m_line);
-            if (reason.isEmpty() && m_line.positionals().size() > 1)
+            if (reason.isEmpty() && operands.size() > 1)
                 reason = QStringLiteral("a vector file is read alone");
             if (!reason.isEmpty())
                 return m_line.refuse(reason, m_console);
@@ -398,8 +400,9 @@ private:
 
 ExitStatus runConvert(const QStringList &arguments, Console &console)
 {
+    constexpr int maxOperands = 1000;
     CommandLine line = convertCommandLine();
-    if (const auto status = line.parse(arguments, console, 1))
+    if (const auto status = line.parse(arguments, console, maxOperands))
         return *status;
     return Conversion(line, console).run();
 }

@@ -337,6 +337,20 @@ TEST_F(VectorInputs, AreLeftAsTheyAre)
     EXPECT_EQ(beside, QStringList{"p.gpkg"});
 }
 
+TEST_F(VectorInputs, AreReadAlone)
+{
+    const QString file = layer(QStringLiteral("p.gpkg"));
+    const QString list =
+        m_program.file(QStringLiteral("list.csv"), "name,lat,lon,h\nA,52.5,5.25,1\n");
+    for (const QStringList &operands : {QStringList{file, list}, QStringList{list, file}}) {
+        const ProgramResult result =
+            m_program.run(words(QStringLiteral("convert --system EPSG:32631")) + operands);
+        EXPECT_EQ(result.status, 2);
+        EXPECT_EQ(result.out, QString());
+        EXPECT_TRUE(mentionsAll(result.err, {"a vector file is read alone"})) << result.err;
+    }
+}
+
 TEST_F(VectorInputs, CannotBeTheRejects)
 {
     const QString file = layer(QStringLiteral("p.gpkg"));
