@@ -45,6 +45,7 @@ using Kind = FileForm::Kind;
 
 constexpr FileForm forms[] = {
     {"csv", Kind::Printed, "csv", ""},
+    {"csv", Kind::Printed, "excel", ""}, // the first of an extension is its default
     {"json", Kind::Printed, "json", ""},
     {"geojson", Kind::Printed, "geojson", ""},
     {"gpkg", Kind::Layer, "csv", "GPKG"},
@@ -57,13 +58,19 @@ constexpr FileForm forms[] = {
 const QString outputOption = QStringLiteral("output");
 const QString forceOption = QStringLiteral("force");
 
-const FileForm *findForm(const QString &extension)
+/// The form of the extension whose option is given, else the first.
+const FileForm *findForm(const QString &extension, const CommandLine &line)
 {
-    const auto *const found =
-        std::find_if(std::begin(forms), std::end(forms), [&extension](const FileForm &form) {
-            return extension == QLatin1String(form.extension);
-        });
-    return found == std::end(forms) ? nullptr : found;
+    const FileForm *found = nullptr;
+    for (const FileForm &form : forms) {
+        if (extension != QLatin1String(form.extension))
+            continue;
+        const bool isChosen =
+            form.kind == FileForm::Kind::Printed && line.isSet(QLatin1String(form.option));
+        if (found == nullptr || isChosen)
+            found = &form;
+    }
+    return found;
 }
 
 bool hasShift(const Coord &coord)
@@ -106,6 +113,7 @@ QString FileOutput::extensions()
     QStringList words;
     for (const FileForm &form : forms)
         words += QLatin1Char('.') + QString::fromLatin1(form.extension);
+    words.removeDuplicates();
     return words.join(QLatin1Char(' '));
 }
 
@@ -118,7 +126,7 @@ std::optional<FileOutput> FileOutput::from(const CommandLine &line, QString &mis
     }
     const QString name = line.value(outputOption);
     const QFileInfo info(onDisk(name));
-    const FileForm *const form = findForm(info.suffix().toLower());
+    const FileForm *const form = findForm(info.suffix().toLower(), line);
     if (form == nullptr || info.completeBaseName().isEmpty()) {
         mistake = QStringLiteral("-o '%1' has none of the extensions %2").arg(name, extensions());
         return std::nullopt;
@@ -141,7 +149,8 @@ QString FileOutput::formOption() const
 
 bool FileOutput::mayLackHeader() const
 {
-    return formOption() == QLatin1String(m_form->extension);
+    return m_form->kind == Kind::Printed
+           && QLatin1String(m_form->extension) == QLatin1String("csv");
 }
 
 bool FileOutput::prepare(Console &console)

@@ -165,6 +165,8 @@ TEST_F(FileOutputs, HaveOneFormThatTheirExtensionSays)
         {"--csv -o out.kml", "--csv and -o out.kml exclude each other"},
         {"--geojson -o out.csv", "exclude each other"},
         {"--table -o out.csv", "exclude each other"},
+        {"--excel -o out.json", "--excel and -o out.json exclude each other"},
+        {"--excel --csv -o out.csv", "--csv and -o out.csv exclude each other"},
         {"--no-header -o out.kml", "--no-header"},
         {"--force", "--force is for -o FILE"},
     };
@@ -178,6 +180,18 @@ TEST_F(FileOutputs, HaveOneFormThatTheirExtensionSays)
         convert(QStringLiteral("--csv --no-header -o ") + path(QStringLiteral("out.csv"))).status,
         0);
     EXPECT_TRUE(readFile(path(QStringLiteral("out.csv"))).startsWith("A1,"));
+}
+
+TEST_F(FileOutputs, OfSpreadsheetsAreWhatIsPrintedForThem)
+{
+    const ProgramResult printed = convert(QStringLiteral("--excel"));
+    EXPECT_EQ(printed.status, 0) << printed.err;
+    const QString file = path(QStringLiteral("sheet.csv"));
+    EXPECT_EQ(convert(QStringLiteral("--excel -o ") + file).status, 0);
+    EXPECT_TRUE(readFile(file).startsWith("\xEF\xBB\xBFpoint,")) << readFile(file).left(20);
+    EXPECT_EQ(QString::fromUtf8(readFile(file)), printed.out);
+    EXPECT_EQ(convert(QStringLiteral("--excel --no-header --force -o ") + file).status, 0);
+    EXPECT_FALSE(readFile(file).contains("point"));
 }
 
 TEST_F(FileOutputs, AreNeverWhatIsRead)
