@@ -83,6 +83,23 @@ bool isShortOfOwn(const QString &name)
     });
 }
 
+/// Whether it is of a frame whose shortened names are all among `names`: any one of them, as
+/// "height", may be another program's.
+bool isOfShortFrame(const QString &name, const QStringList &names)
+{
+    static const QStringList frames[] = {
+        {QStringLiteral("northing"), QStringLiteral("easting"), QStringLiteral("height"),
+         QStringLiteral("height_ref")},
+        {QStringLiteral("wgs84_lon"), QStringLiteral("wgs84_lat"), QStringLiteral("wgs84_h")},
+        {QStringLiteral("local_lon"), QStringLiteral("local_lat"), QStringLiteral("local_h")},
+    };
+    return std::any_of(std::begin(frames), std::end(frames), [&](const QStringList &frame) {
+        return frame.contains(name)
+               && std::all_of(frame.begin(), frame.end(),
+                              [&names](const QString &each) { return names.contains(each); });
+    });
+}
+
 } // namespace
 
 QStringList shapefileNames(const QStringList &names)
@@ -121,7 +138,7 @@ std::vector<bool> ownCoordinates(const QStringList &names)
     std::vector<bool> own;
     for (const QString &name : names) {
         const bool isLong = isOwnColumn(name);
-        own.push_back(isLong || (isShortened && isShortOfOwn(name)));
+        own.push_back(isLong || (isShortened && isShortOfOwn(name)) || isOfShortFrame(name, names));
     }
     return own;
 }

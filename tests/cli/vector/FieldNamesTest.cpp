@@ -65,6 +65,13 @@ TEST(OwnCoordinates, AreKnownByTheirNames)
     // A field "height" of other programs is one of ours only beside what nobody else writes.
     EXPECT_EQ(ownCoordinates({"height", "wgs84_lon", "height_ref", "code"}),
               (std::vector<bool>{true, true, true, false}));
+    // What --frames wrote: whole frames.
+    EXPECT_EQ(ownCoordinates({"northing", "easting", "height", "height_ref", "Code"}),
+              (std::vector<bool>{true, true, true, true, false}));
+    EXPECT_EQ(ownCoordinates({"wgs84_lon", "wgs84_lat", "wgs84_h", "height", "local_h"}),
+              (std::vector<bool>{true, true, true, false, false}));
+    EXPECT_EQ(ownCoordinates({"northing", "easting", "height"}),
+              (std::vector<bool>{false, false, false}));
 }
 
 } // namespace
