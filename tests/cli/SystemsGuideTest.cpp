@@ -1,6 +1,7 @@
 // The commands of docs/systems.md, run in their order.
 
 #include "cli/ProgramRun.h"
+#include "cli/ShownCommands.h"
 #include "house/SourceFiles.h"
 #include "support/Printers.h"
 
@@ -11,59 +12,15 @@ namespace {
 
 using test::ProgramRun;
 
-/// A command of the page, and the lines below it.
-struct Shown
-{
-    QString command;
-    QStringList lines;
-};
-
-QList<Shown> commandsOf(const QString &page)
-{
-    static const QRegularExpression block(QStringLiteral("```console\n(.*?)```"),
-                                          QRegularExpression::DotMatchesEverythingOption);
-    QList<Shown> commands;
-    auto blocks = block.globalMatch(page);
-    while (blocks.hasNext()) {
-        for (const QString &line : blocks.next().captured(1).split(QLatin1Char('\n'))) {
-            if (line.startsWith(QLatin1String("$ ")))
-                commands.append({line.mid(2), {}});
-            else if (!line.isEmpty())
-                commands.last().lines += line;
-        }
-    }
-    return commands;
-}
-
-/// What standard output and standard error have, against lines of which "..." stands for any.
-void expectShown(const QStringList &lines, const QStringList &printed)
-{
-    int at = 0;
-    bool mayPass = false;
-    for (const QString &line : lines) {
-        if (line == QLatin1String("...")) {
-            mayPass = true;
-            continue;
-        }
-        while (mayPass && at < printed.size() && printed.at(at) != line)
-            ++at;
-        ASSERT_LT(at, printed.size()) << "not printed: " << line;
-        EXPECT_EQ(printed.at(at), line);
-        ++at;
-        mayPass = false;
-    }
-    EXPECT_TRUE(mayPass || at == printed.size()) << printed.value(at) << " is not shown";
-}
-
 TEST(SystemsGuide, ItsCommandsPrintWhatItShows)
 {
     static const QRegularExpression form(
         QStringLiteral("\\A(?:echo '([^']*)' \\| )?kelstd (.*)\\z"));
-    const QList<Shown> commands = commandsOf(test::sourceText(QStringLiteral("docs/systems.md")));
+    const auto commands = test::commandsOf(test::sourceText(QStringLiteral("docs/systems.md")));
     EXPECT_GT(commands.size(), 7);
     const ProgramRun program;
     program.run({QStringLiteral("library"), QStringLiteral("list")}); // which lays the library out
-    for (const Shown &shown : commands) {
+    for (const test::ShownCommand &shown : commands) {
         SCOPED_TRACE(shown.command.toStdString());
         const auto match = form.match(shown.command);
         ASSERT_TRUE(match.hasMatch());
@@ -75,7 +32,7 @@ TEST(SystemsGuide, ItsCommandsPrintWhatItShows)
         ASSERT_TRUE(process->waitForFinished(60000));
         const QString printed =
             QString::fromUtf8(process->readAllStandardOutput() + process->readAllStandardError());
-        expectShown(shown.lines, printed.split(QLatin1Char('\n'), Qt::SkipEmptyParts));
+        test::expectShown(shown.lines, printed);
     }
 }
 
