@@ -83,6 +83,11 @@ bool PositionParser::knowsOrder() const
     return m_reading->isSettled();
 }
 
+qint64 PositionParser::orderLine() const
+{
+    return m_reading->isSettled() ? m_reading->orderLine() : 0;
+}
+
 bool PositionParser::hasNames() const
 {
     const auto &order = m_reading->order();

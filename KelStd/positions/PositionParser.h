@@ -117,6 +117,10 @@ public:
     /// a line of units may stand between them.
     bool knowsOrder() const;
 
+    /// The line that decided it: the headings, or the first position where there are none. 0 before
+    /// the order is known.
+    qint64 orderLine() const;
+
     /// Whether the lines have names. False before the order is known.
     bool hasNames() const;
 

@@ -35,6 +35,7 @@ public:
     std::string_view name() const { return m_name; }
     const std::vector<std::string_view> &carried() const { return m_carried; }
     const std::optional<FieldOrder> &order() const { return m_order; }
+    qint64 orderLine() const { return m_orderLine; }
     QStringList notes() const;
     bool isInWindows1252() const { return m_isInWindows1252; }
 

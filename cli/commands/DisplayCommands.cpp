@@ -3,13 +3,14 @@
 #include <cli/commands/Command.h>
 
 #include <cli/library/DirectoryOption.h>
+#include <cli/library/LibraryChange.h>
 #include <cli/systems/ConfiguredDisplay.h>
 #include <cli/terminal/CommandLine.h>
 #include <cli/terminal/Console.h>
 #include <cli/terminal/UnknownWord.h>
 #include <cli/values/DisplaySettings.h>
 
-#include <KelStd/library/LibraryLock.h>
+#include <KelStd/library/LibraryDirectory.h>
 #include <KelStd/positions/PrintOptions.h>
 #include <KelStd/text/UnitWords.h>
 
@@ -17,7 +18,6 @@
 #include <QtCore/QFileInfo>
 #include <QtCore/QSaveFile>
 
-#include <memory>
 #include <optional>
 
 namespace KelStd::cli {
@@ -121,26 +121,6 @@ QString followStyle(const DisplaySetting &setting, const stShowConfig &before, s
     return {};
 }
 
-/// The library that is locked for a change; nothing after a report.
-struct LockedDisplay
-{
-    QString fileName;
-    std::unique_ptr<LibraryLock> lock;
-};
-
-std::optional<LockedDisplay> openForChange(const CommandLine &line, Console &console)
-{
-    const auto library = openLibrary(line, Missing::IsAnError, console);
-    if (!library)
-        return std::nullopt;
-    auto lock = std::make_unique<LibraryLock>(*library);
-    if (const auto failure = lock->acquire()) {
-        console.report(failure.text);
-        return std::nullopt;
-    }
-    return LockedDisplay{library->path(LibraryPlace::Display), std::move(lock)};
-}
-
 } // namespace
 
 ExitStatus runDisplayShow(const QStringList &arguments, Console &console)
@@ -210,23 +190,23 @@ ExitStatus runDisplaySet(const QStringList &arguments, Console &console)
                            console);
     }
 
-    const auto display = openForChange(line, console);
-    if (!display)
+    const auto library = lockLibrary(line, Missing::IsAnError, console);
+    if (!library)
         return ExitStatus::Environment;
-    auto config = currentConfig(display->fileName, console);
+    const QString fileName = library->directory.path(LibraryPlace::Display);
+    auto config = currentConfig(fileName, console);
     if (!config)
         return ExitStatus::Environment;
     const stShowConfig before = *config;
     takeSetting(*setting, word, *config);
     const QString followed = followStyle(*setting, before, *config);
     QString reason;
-    if (!write(display->fileName, *config, reason))
-        return fail(QStringLiteral("cannot write %1: %2").arg(display->fileName, reason), console);
+    if (!write(fileName, *config, reason))
+        return fail(QStringLiteral("cannot write %1: %2").arg(fileName, reason), console);
     if (setting->unit == &stShowConfig::distanceUnit
         || setting->decimals == &stShowConfig::distancePrecision)
         noteOnDefinitions(*config, console);
-    console.printChange(
-        QStringLiteral("set %1 to %2%3: %4").arg(name, word, followed, display->fileName));
+    console.printChange(QStringLiteral("set %1 to %2%3: %4").arg(name, word, followed, fileName));
     return ExitStatus::Success;
 }
 
@@ -240,22 +220,22 @@ ExitStatus runDisplayReset(const QStringList &arguments, Console &console)
     addDirectoryOption(line);
     if (const auto status = line.parse(arguments, console, 0))
         return *status;
-    const auto display = openForChange(line, console);
-    if (!display)
+    const auto library = lockLibrary(line, Missing::IsAnError, console);
+    if (!library)
         return ExitStatus::Environment;
-    QFile file(display->fileName);
-    const QFileInfo info(display->fileName);
+    const QString fileName = library->directory.path(LibraryPlace::Display);
+    QFile file(fileName);
+    const QFileInfo info(fileName);
     if (!info.exists() && !info.isSymLink()) {
         console.print(QStringLiteral("all settings have their defaults"));
         return ExitStatus::Success;
     }
     if (!file.remove()) {
-        return fail(
-            QStringLiteral("cannot remove %1: %2").arg(display->fileName, file.errorString()),
-            console);
+        return fail(QStringLiteral("cannot remove %1: %2").arg(fileName, file.errorString()),
+                    console);
     }
     console.printChange(
-        QStringLiteral("all settings have their defaults; removed %1").arg(display->fileName));
+        QStringLiteral("all settings have their defaults; removed %1").arg(fileName));
     return ExitStatus::Success;
 }
 

@@ -19,6 +19,8 @@ ExitStatus runFormats(const QStringList &arguments, Console &console)
             "place of the formats; lists of positions as text, .kml, .gpx and .dxf need none.\n"
             "\n"
             "Exit status: 0 printed, 2 usage, 3 output that cannot be written."));
+    line.setExamples(QStringLiteral("kelstd formats"),
+                     QStringLiteral("kelstd formats | grep Written"));
     if (const auto status = line.parse(arguments, console, 0))
         return *status;
     const QString release = vector::gdalRelease();

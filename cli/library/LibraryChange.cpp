@@ -11,8 +11,7 @@
 
 namespace KelStd::cli {
 
-std::optional<LockedLibrary> openForChange(const CommandLine &line, Missing missing,
-                                           Console &console)
+std::optional<LockedLibrary> lockLibrary(const CommandLine &line, Missing missing, Console &console)
 {
     const auto library = openLibrary(line, missing, console);
     if (!library)
@@ -22,11 +21,18 @@ std::optional<LockedLibrary> openForChange(const CommandLine &line, Missing miss
         console.report(failure.text);
         return std::nullopt;
     }
-    if (!loadRecords(*library, console))
+    return LockedLibrary{*library, std::move(lock)};
+}
+
+std::optional<LockedLibrary> openForChange(const CommandLine &line, Missing missing,
+                                           Console &console)
+{
+    auto library = lockLibrary(line, missing, console);
+    if (!library || !loadRecords(library->directory, console))
         return std::nullopt;
     // As the databases name systems: "Amersfoort / RD New".
     StandardLibrary::getInstance().setSafeFileNames(true);
-    return LockedLibrary{*library, std::move(lock)};
+    return library;
 }
 
 void addOwnKindOption(CommandLine &line, const QString &without)

@@ -10,7 +10,7 @@
 
 namespace KelStd::cli {
 
-/// A library that no other program changes meanwhile, and which is loaded.
+/// A library that no other program changes meanwhile.
 struct LockedLibrary
 {
     LibraryDirectory directory;
@@ -18,6 +18,10 @@ struct LockedLibrary
 };
 
 /// The library that --dir names, or that of the home directory; nothing after a report.
+std::optional<LockedLibrary> lockLibrary(const CommandLine &line, Missing missing,
+                                         Console &console);
+
+/// The same, loaded.
 std::optional<LockedLibrary> openForChange(const CommandLine &line, Missing missing,
                                            Console &console);
 

@@ -14,7 +14,7 @@ BlockResult BlockWork::operator()(const LineBlock &block)
         const bool knewOrder = m_parser.knowsOrder();
         const positions::PositionParser::Result read =
             m_parser.parse(cursor.line(), cursor.lineNumber());
-        if (!knewOrder && m_parser.knowsOrder() && !begin(result, cursor.lineNumber()))
+        if (!knewOrder && m_parser.knowsOrder() && !begin(result))
             break;
         const bool isRead = read == positions::PositionParser::Result::Position
                             || read == positions::PositionParser::Result::Nothing;
@@ -47,25 +47,37 @@ BlockResult BlockWork::finish()
         result.messages.push_back({0, m_parser.reasonLine(), m_parser.reason()});
     // An input without any line has no columns that others would have to have.
     if (m_parser.knowsOrder())
-        begin(result, m_parser.skippedLines() + 1);
-    else if (!m_columns && m_job.mistakeIn({}).isEmpty())
-        m_heading = m_job.begin({});
+        begin(result);
+    else if (!m_columns && !result.hasBadHeader)
+        beginWithoutColumns(result);
     return result;
 }
 
 /// When the order of the fields is known: false where the run cannot go on with it.
-bool BlockWork::begin(BlockResult &result, qint64 line)
+bool BlockWork::begin(BlockResult &result)
 {
     const positions::InputColumns columns{m_parser.hasNames(), m_parser.carriedHeadings(), {}};
     const QString mistake = m_columns ? differenceTo(columns) : m_job.mistakeIn(columns);
     if (!mistake.isEmpty()) {
-        result.messages.push_back({result.output.size(), line, mistake});
+        result.messages.push_back({result.output.size(), m_parser.orderLine(), mistake});
         result.hasBadHeader = true;
     } else if (!m_columns) {
         m_columns = columns;
         m_heading = m_job.begin(columns);
     }
     return mistake.isEmpty();
+}
+
+/// The heading of an input without any line.
+void BlockWork::beginWithoutColumns(BlockResult &result)
+{
+    const QString mistake = m_job.mistakeIn({});
+    if (mistake.isEmpty()) {
+        m_heading = m_job.begin({});
+        return;
+    }
+    result.messages.push_back({result.output.size(), 1, mistake});
+    result.hasBadHeader = true;
 }
 
 /// Why an input with these columns cannot be taken behind the first one; empty when it can.

@@ -38,7 +38,8 @@ public:
     QByteArray heading() const { return m_heading; }
 
 private:
-    bool begin(BlockResult &result, qint64 line);
+    bool begin(BlockResult &result);
+    void beginWithoutColumns(BlockResult &result);
     QString differenceTo(const positions::InputColumns &columns) const;
 
     positions::PositionParser m_parser;

@@ -108,8 +108,9 @@ TEST(ConvertFields, HaveTheUnitThatTheyAreAskedFor)
 {
     EXPECT_EQ(convert({"--length-unit=ft", "--fields=wgs84_x", "--precision=3"}, "0,0,0\n").out,
               text("wgs84_x_ft\n20925646.325\n"));
-    EXPECT_EQ(convert({"--angle=dms", "--fields=wgs84_latitude", "--precision=0"}, "0,1.5,0\n").out,
-              text("wgs84_latitude_dms\n01\u00B030\u203200\u2033N\n"));
+    EXPECT_EQ(
+        convert({"--angle=dms", "--fields=wgs84_latitude", "--precision=0,0"}, "0,1.5,0\n").out,
+        text("wgs84_latitude_dms\n01\u00B030\u203200\u2033N\n"));
 }
 
 // By the formulas of the oblique stereographic projection (IOGP Publication 373-7-2) with 40

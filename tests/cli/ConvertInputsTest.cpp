@@ -91,7 +91,7 @@ TEST(SeveralInputs, MustHaveTheSameColumnsBesides)
     const QString empty = program.file(QStringLiteral("empty.csv"), "# nothing\n");
     const auto others = convertOf(program, {one, two});
     EXPECT_EQ(others.status, 2);
-    EXPECT_THAT(others.err, Mentions("two.csv:2: the inputs before have other columns besides the "
+    EXPECT_THAT(others.err, Mentions("two.csv:1: the inputs before have other columns besides the "
                                      "positions (code) than this one (kind)"));
     EXPECT_EQ(csvRows(others.out).size(), 1);
     EXPECT_FALSE(others.out.contains(QLatin1String("\nB,")));

@@ -30,7 +30,7 @@ const QList<CommandWords> &commands()
           "--angle STYLE",
           "--length-unit UNIT",
           "--layer NAME",
-          "--names FIELD",
+          "--names WHAT",
           "-o, --output FILE ",
           "--force",
           "dms, degree, second, radian",
