@@ -152,6 +152,8 @@ QString LayerRecords::placeOf(const Feature &feature, Pos &position)
 {
     const bool isPlane = m_form.frame == Frame::LocalProjected;
     const bool isCartesian = m_form.frame == Frame::Wgs84Cartesian;
+    if (feature.hasZ && !m_form.whyNoHeights.isEmpty())
+        return m_form.whyNoHeights;
     double height = feature.z;
     if (!feature.hasZ) {
         if (isCartesian)

@@ -192,10 +192,15 @@ std::optional<positions::Frame> VectorInput::frame(const LayerSystem &system,
         return std::nullopt;
     }
     const ReferenceFit fit = check.fit(layer, *frame, mayHaveHeights());
+    // A layer that declares no heights may have some all the same.
+    if (!mayHaveHeights())
+        m_form.whyNoHeights = check.fit(layer, *frame, true).mistake;
     if (!fit.mistake.isEmpty()) {
         console.report(QStringLiteral("%1: %2").arg(m_name, fit.mistake));
         return std::nullopt;
     }
+    for (const QString &warning : fit.warnings)
+        console.report(QStringLiteral("warning: %1: %2").arg(m_name, warning));
     for (const QString &note : fit.notes)
         console.report(QStringLiteral("note: %1: %2").arg(m_name, note));
     const bool isGeographic =

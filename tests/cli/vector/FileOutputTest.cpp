@@ -188,7 +188,8 @@ TEST_F(FileOutputs, OfSpreadsheetsAreWhatIsPrintedForThem)
     EXPECT_EQ(printed.status, 0) << printed.err;
     const QString file = path(QStringLiteral("sheet.csv"));
     EXPECT_EQ(convert(QStringLiteral("--excel -o ") + file).status, 0);
-    EXPECT_TRUE(readFile(file).startsWith("\xEF\xBB\xBFpoint,")) << readFile(file).left(20);
+    EXPECT_TRUE(readFile(file).startsWith("\xEF\xBB\xBFpoint,"))
+        << readFile(file).left(20).toStdString();
     EXPECT_EQ(QString::fromUtf8(readFile(file)), printed.out);
     EXPECT_EQ(convert(QStringLiteral("--excel --no-header --force -o ") + file).status, 0);
     EXPECT_FALSE(readFile(file).contains("point"));

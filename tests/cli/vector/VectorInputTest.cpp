@@ -242,6 +242,54 @@ TEST_F(VectorInputs, OfSeveralLayersNeedAName)
     EXPECT_TRUE(mentionsAll(road.err, {"Line String"})) << road.err;
 }
 
+// Declared to have no heights, of a system above NAP; the second point has one.
+TEST_F(VectorInputs, DeclaredWithoutHeightsAreHeldAgainstThemAllTheSame)
+{
+    const QByteArray points =
+        "{\"type\":\"FeatureCollection\",\"features\":["
+        "{\"type\":\"Feature\",\"properties\":{\"name\":\"flat\"},\"geometry\":{\"type\":"
+        "\"Point\",\"coordinates\":[155000,463000]}},"
+        "{\"type\":\"Feature\",\"properties\":{\"name\":\"high\"},\"geometry\":{\"type\":"
+        "\"Point\",\"coordinates\":[155000,463000,10]}}]}";
+    const QString file =
+        layer(QStringLiteral("p.gpkg"), QStringLiteral("-a_srs EPSG:7415 -nlt POINTZ"), points);
+    toolOutput(
+        QStringLiteral("ogrinfo"),
+        {file, QStringLiteral("-sql"), QStringLiteral("UPDATE gpkg_geometry_columns SET z = 0")});
+    const ProgramResult result = convert(file, QStringLiteral("--system EPSG:28992"));
+    EXPECT_EQ(result.status, 1) << result.err;
+    EXPECT_TRUE(mentionsAll(result.err, {"NAP height"})) << result.err;
+    EXPECT_FALSE(result.out.contains(QLatin1String("high"))) << result.out;
+}
+
+TEST_F(VectorInputs, InThreeAxesOfFeetAreReadInFeet)
+{
+    const QByteArray point = "{\"type\":\"FeatureCollection\",\"features\":[{\"type\":\"Feature\","
+                             "\"properties\":{},\"geometry\":{\"type\":\"Point\",\"coordinates\":"
+                             "[984250.0,196850.0,3937.0]}}]}";
+    const QString definition = m_program.file(
+        QStringLiteral("three.wkt"),
+        "PROJCRS[\"NY in three\",BASEGEOGCRS[\"NAD83\",DATUM[\"North American Datum 1983\","
+        "ELLIPSOID[\"GRS 1980\",6378137,298.257222101]]],CONVERSION[\"c\",METHOD[\"Lambert Conic "
+        "Conformal (2SP)\"],PARAMETER[\"Latitude of false origin\",40.1666666666667,ANGLEUNIT["
+        "\"degree\",0.0174532925199433]],PARAMETER[\"Longitude of false origin\",-74,ANGLEUNIT["
+        "\"degree\",0.0174532925199433]],PARAMETER[\"Latitude of 1st standard parallel\","
+        "41.0333333333333,ANGLEUNIT[\"degree\",0.0174532925199433]],PARAMETER[\"Latitude of 2nd "
+        "standard parallel\",40.6666666666667,ANGLEUNIT[\"degree\",0.0174532925199433]],"
+        "PARAMETER[\"Easting at false origin\",984250,LENGTHUNIT[\"US survey foot\","
+        "0.304800609601219]],PARAMETER[\"Northing at false origin\",0,LENGTHUNIT[\"US survey "
+        "foot\","
+        "0.304800609601219]]],CS[Cartesian,3],AXIS[\"easting\",east],AXIS[\"northing\",north],AXIS["
+        "\"ellipsoidal height\",up],LENGTHUNIT[\"US survey foot\",0.304800609601219]]");
+    const QString file =
+        layer(QStringLiteral("ny.gpkg"), QStringLiteral("-a_srs ") + definition, point);
+    const ProgramResult result = convert(file, QStringLiteral("--system EPSG:2263"));
+    ASSERT_EQ(result.status, 0) << result.err;
+    // A US survey foot is 1200/3937 m.
+    EXPECT_NEAR(numberIn(csvRows(result.out).value(0), QStringLiteral("local_height_m")), 1200.0,
+                printed);
+}
+
 TEST_F(VectorInputs, TakeNamesOfAnyField)
 {
     const QString file = layer(QStringLiteral("p.gpkg"));
