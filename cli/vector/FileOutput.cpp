@@ -15,6 +15,7 @@
 #include <KelStd/positions/GpxWriter.h>
 #include <KelStd/positions/KmlWriter.h>
 
+#include <QtCore/QDir>
 #include <QtCore/QFileInfo>
 
 #include <algorithm>
@@ -90,11 +91,34 @@ double planeUnitOf(const LayerSystem &system)
     return system.origin.planeUnit ? system.origin.planeUnit->metres : 1.0;
 }
 
+/// Whether two names are those of one file, which need not be there.
+bool areSamePlace(const QString &one, const QString &other)
+{
+    const auto placeOf = [](const QString &name) {
+        QFileInfo info(onDisk(name));
+        if (info.isSymLink())
+            info.setFile(info.symLinkTarget());
+        const QString directory = info.absoluteDir().canonicalPath();
+        return directory.isEmpty() ? QString() : directory + QLatin1Char('/') + info.fileName();
+    };
+    const QString place = placeOf(one);
+    return streams::areSameFile(onDisk(one), onDisk(other))
+           || (!place.isEmpty() && place == placeOf(other));
+}
+
 QString heightNote(const QString &name, const char *format)
 {
     return QStringLiteral("note: heights in %1 are WGS84 ellipsoidal; programs take those of %2 as "
                           "above mean sea level")
         .arg(name, QLatin1String(format));
+}
+
+QStringList nameNotes(const QString &file, const QStringList &names, const QStringList &written)
+{
+    const QString changed = changedNames(names, written);
+    return changed.isEmpty()
+               ? QStringList()
+               : QStringList(QStringLiteral("note: names in %1: %2").arg(file, changed));
 }
 
 } // namespace
@@ -168,11 +192,18 @@ bool FileOutput::mayBeWritten(const QStringList &read, const CommandLine &line,
                               Console &console) const
 {
     const QString path = onDisk(m_name);
+    const QStringList names =
+        m_form->kind == Kind::Layer ? FileSet(path).names() : QStringList(path);
+    const QString rejects = line.value(QStringLiteral("rejects"));
     QStringList existing;
-    if (m_form->kind == Kind::Layer)
-        existing = FileSet(path).existing();
-    else if (QFileInfo::exists(path))
-        existing += path;
+    for (const QString &file : names) {
+        if (!rejects.isEmpty() && areSamePlace(rejects, file)) {
+            console.report(QStringLiteral("cannot write %1: rejects are written there").arg(file));
+            return false;
+        }
+        if (QFileInfo::exists(file))
+            existing += file;
+    }
     for (const QString &file : existing) {
         const bool isRead = std::any_of(read.begin(), read.end(), [&file](const QString &each) {
             return !each.isEmpty() && streams::areSameFile(onDisk(each), file);
@@ -209,20 +240,22 @@ bool FileOutput::open(const LayerSystem &system, const LocationOutput &output, C
     auto sink = std::make_shared<FileSink>(m_name);
     const QString name = m_name;
     switch (m_form->kind) {
-    case Kind::Kml:
-        m_writer = std::make_shared<positions::KmlWriter>(
+    case Kind::Kml: {
+        const auto writer = std::make_shared<positions::KmlWriter>(
             printer, QFileInfo(m_name).completeBaseName(), output.columns);
-        sink->setNotes([name] { return QStringList(heightNote(name, "KML")); });
+        m_writer = writer;
+        sink->setNotes([name, writer] {
+            return QStringList(heightNote(name, "KML"))
+                   + nameNotes(name, writer->columnNames(), writer->fieldNames());
+        });
         break;
+    }
     case Kind::Gpx: {
         const auto writer = std::make_shared<positions::GpxWriter>(printer, output.columns);
         m_writer = writer;
         sink->setNotes([name, writer] {
-            QStringList notes(heightNote(name, "GPX"));
-            const QString changed = changedNames(writer->columnNames(), writer->elementNames());
-            if (!changed.isEmpty())
-                notes += QStringLiteral("note: names in %1: %2").arg(name, changed);
-            return notes;
+            return QStringList(heightNote(name, "GPX"))
+                   + nameNotes(name, writer->columnNames(), writer->elementNames());
         });
         break;
     }

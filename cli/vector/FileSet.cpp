@@ -59,21 +59,27 @@ FileSet::FileSet(const QString &target)
     m_target = isLink ? info.canonicalFilePath() : info.absoluteFilePath();
 }
 
-QStringList FileSet::existing() const
+QStringList FileSet::names() const
 {
-    QStringList found;
-    if (QFileInfo::exists(m_target))
-        found += m_target;
+    QStringList all{m_target};
     const QFileInfo info(m_target);
     const QString extension = info.suffix().toLower();
     const QString stem = m_target.chopped(info.suffix().size() + 1);
     for (const Companions &row : companions()) {
         if (extension != QLatin1String(row.extension))
             continue;
-        for (const QString &ending : row.endings) {
-            if (QFileInfo::exists(stem + ending))
-                found += stem + ending;
-        }
+        for (const QString &ending : row.endings)
+            all += stem + ending;
+    }
+    return all;
+}
+
+QStringList FileSet::existing() const
+{
+    QStringList found;
+    for (const QString &name : names()) {
+        if (QFileInfo::exists(name))
+            found += name;
     }
     return found;
 }

@@ -204,6 +204,39 @@ TEST_F(FileOutputs, AreNeverWhatIsRead)
     EXPECT_EQ(readFile(input), controller);
 }
 
+TEST_F(FileOutputs, AreNotTheFileOfTheRejects)
+{
+    const char *const rows[][2] = {{"out.csv", "out.csv"},
+                                   {"./out.csv", "out.csv"},
+                                   {"out.kml", "out.kml"},
+                                   {"out.gpkg", "out.gpkg"},
+                                   {"out.dbf", "out.shp"}};
+    for (const auto &row : rows) {
+        SCOPED_TRACE(row[1]);
+        const ProgramResult result =
+            convert(QStringLiteral("--rejects %1 -o %2")
+                        .arg(path(QString::fromLatin1(row[0])), path(QString::fromLatin1(row[1]))));
+        EXPECT_NE(result.status, 0);
+        EXPECT_TRUE(mentionsAll(result.err, {"rejects are written there"})) << result.err;
+        EXPECT_EQ(files(), QStringList());
+    }
+}
+
+TEST_F(FileOutputs, OfKmlHaveNamesThatDifferInMoreThanCase)
+{
+    const QString file = path(QStringLiteral("out.kml"));
+    const ProgramResult result =
+        m_program.run(words(QStringLiteral("convert --system EPSG:32631 --columns 1,2,3,4 -o "))
+                          + QStringList{file},
+                      "name,lon,lat,h,a,A\nP,5.387,52.155,43.1,x,y\n");
+    ASSERT_EQ(result.status, 0) << result.err;
+    EXPECT_TRUE(mentionsAll(result.err, {"A as A_2"})) << result.err;
+    const QString shown =
+        test::toolOutput(QStringLiteral("ogrinfo"), {QStringLiteral("-al"), file});
+    for (const char *line : {"a (String) = x", "A_2 (String) = y"})
+        EXPECT_TRUE(shown.contains(QLatin1String(line))) << line << '\n' << shown;
+}
+
 TEST_F(FileOutputs, AreNotWrittenWhereTheRunDoesNotEnd)
 {
     const QString file = m_program.file(QStringLiteral("out.csv"), "mine");

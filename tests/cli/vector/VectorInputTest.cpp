@@ -135,7 +135,7 @@ TEST_F(VectorInputs, OfDrawingsAreTheirPoints)
     EXPECT_TRUE(mentionsAll(without.err, {"--from"})) << without.err;
     const ProgramResult result = convert(file, QStringLiteral("--from local-neh"));
     EXPECT_EQ(result.status, 1);
-    EXPECT_TRUE(mentionsAll(result.err, {"no point but a Line String", "1 texts of the drawing"}))
+    EXPECT_TRUE(mentionsAll(result.err, {"no point but a Line String", "1 text of the drawing"}))
         << result.err;
     const auto rows = csvRows(result.out);
     ASSERT_EQ(rows.size(), 1);
@@ -210,10 +210,10 @@ TEST_F(VectorInputs, RejectWhatIsNoPointByItsFeature)
     const ProgramResult result = convert(file, QStringLiteral("--rejects ") + rejects);
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(csvRows(result.out).size(), 2);
-    EXPECT_TRUE(mentionsAll(result.err,
-                            {":12: it is no point but a Line String", ":13: it has no geometry",
-                             ":15: it is 2 points", ":16: its latitude is 95",
-                             "1 features have no height: 0 is taken", "4 of 6 positions failed"}))
+    EXPECT_TRUE(
+        mentionsAll(result.err, {":12: it is no point but a Line String", ":13: it has no geometry",
+                                 ":15: it is 2 points", ":16: its latitude is 95",
+                                 "1 feature has no height: 0 is taken", "4 of 6 positions failed"}))
         << result.err;
     EXPECT_EQ(test::readFile(rejects), "point,longitude,latitude,height\nB,,,\nC,,,\nE,,,\n"
                                        "F,5.4,95,1\n");
@@ -288,6 +288,58 @@ TEST_F(VectorInputs, InThreeAxesOfFeetAreReadInFeet)
     // A US survey foot is 1200/3937 m.
     EXPECT_NEAR(numberIn(csvRows(result.out).value(0), QStringLiteral("local_height_m")), 1200.0,
                 printed);
+}
+
+// What a KML says its heights are above.
+TEST_F(VectorInputs, OfKmlTakeHeightsByTheirAltitudeMode)
+{
+    const char *const rows[][2] = {{"relativeToGround", "10"},
+                                   {"clampToGround", "11"},
+                                   {"absolute", "12"},
+                                   {"", "13"},
+                                   {"", "0"}};
+    QByteArray bytes =
+        "<?xml version=\"1.0\"?><kml xmlns=\"http://www.opengis.net/kml/2.2\"><Document>\n";
+    for (const auto &row : rows) {
+        bytes += "<Placemark><name>H" + QByteArray(row[1]) + "</name><Point>";
+        if (*row[0] != '\0')
+            bytes += "<altitudeMode>" + QByteArray(row[0]) + "</altitudeMode>";
+        bytes +=
+            "<coordinates>5.4,52.2," + QByteArray(row[1]) + "</coordinates></Point></Placemark>\n";
+    }
+    const QString file = m_program.file(QStringLiteral("p.kml"), bytes + "</Document></kml>\n");
+    const ProgramResult result = convert(file, QStringLiteral("--height 7"));
+    EXPECT_EQ(result.status, 1);
+    EXPECT_TRUE(mentionsAll(result.err, {"above the ground (relativeToGround)",
+                                         "2 features have no height: 7 is taken"}))
+        << result.err;
+    const auto found = csvRows(result.out);
+    ASSERT_EQ(found.size(), 4);
+    const char *const heights[] = {"7.00000", "12.00000", "13.00000", "7.00000"};
+    for (int i = 0; i < found.size(); ++i)
+        EXPECT_EQ(found[i].value(QStringLiteral("wgs84_height_m")), heights[i]);
+}
+
+TEST_F(VectorInputs, KeepTheFractionsOfSeconds)
+{
+    const char *const times[][2] = {{"10:20:59.9999", "10:20:59.9999"},
+                                    {"10:20:59.9", "10:20:59.900"},
+                                    {"10:59:59.999999", "10:59:59.99999"},
+                                    {"10:20:30.25", "10:20:30.250"},
+                                    {"10:20:30", "10:20:30"}};
+    QByteArray bytes = "<?xml version=\"1.0\"?><gpx version=\"1.1\" creator=\"x\" "
+                       "xmlns=\"http://www.topografix.com/GPX/1/1\">";
+    for (const auto &row : times) {
+        bytes += "<wpt lat=\"52.155\" lon=\"5.387\"><ele>43.1</ele><time>2024-05-01T"
+                 + QByteArray(row[0]) + "Z</time></wpt>";
+    }
+    const ProgramResult result = convert(m_program.file(QStringLiteral("p.gpx"), bytes + "</gpx>"));
+    const auto rows = csvRows(result.out);
+    ASSERT_EQ(rows.size(), 5) << result.err;
+    for (int i = 0; i < rows.size(); ++i) {
+        EXPECT_EQ(rows[i].value(QStringLiteral("time")),
+                  QStringLiteral("2024-05-01T%1Z").arg(QLatin1String(times[i][1])));
+    }
 }
 
 TEST_F(VectorInputs, TakeNamesOfAnyField)
