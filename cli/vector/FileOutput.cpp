@@ -14,6 +14,7 @@
 #include <KelStd/positions/DxfWriter.h>
 #include <KelStd/positions/GpxWriter.h>
 #include <KelStd/positions/KmlWriter.h>
+#include <KelStd/text/CoordStringHelper.h>
 
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
@@ -84,6 +85,21 @@ bool hasShift(const Coord &coord)
 QString shownUnit(const LayerSystem &system)
 {
     return system.origin.planeUnit ? shown(system.origin.planeUnit->name) : QStringLiteral("m");
+}
+
+/// What the unit of --length-unit measures [m]; `otherwise` without the option.
+double lengthUnitOf(const LocationOutput &output, double otherwise)
+{
+    return output.display.lengthUnit != nullptr
+               ? CoordStringHelper::LengthRatio_otherToMeter(output.display.lengthUnit->unit)
+               : otherwise;
+}
+
+QString lengthUnitName(const LocationOutput &output, const QString &otherwise)
+{
+    return output.display.lengthUnit != nullptr
+               ? QString::fromLatin1(output.display.lengthUnit->symbol)
+               : otherwise;
 }
 
 double planeUnitOf(const LayerSystem &system)
@@ -262,12 +278,13 @@ bool FileOutput::open(const LayerSystem &system, const LocationOutput &output, C
     case Kind::Dxf:
         m_writer = std::make_shared<positions::DxfWriter>(
             printer,
-            QStringLiteral("%1 %2: easting, northing in %3, %4 height in m")
-                .arg(system.origin.fullCode(), system.coord.coord_name, shownUnit(system),
+            QStringLiteral("%1 %2: easting, northing, %4 height in %3")
+                .arg(system.origin.fullCode(), system.coord.coord_name,
+                     lengthUnitName(output, shownUnit(system)),
                      system.geoidModel.isEmpty() ? QStringLiteral("ellipsoidal")
                                                  : QStringLiteral("geoid"))
                 .trimmed(),
-            planeUnitOf(system), output.columns);
+            lengthUnitOf(output, planeUnitOf(system)), output.columns);
         break;
     case Kind::Printed: {
         const auto row = std::find_if(locationForms().begin(), locationForms().end(),
@@ -292,6 +309,7 @@ bool FileOutput::openLayer(const LayerSystem &system, const LocationOutput &outp
     LayerPlan plan;
     plan.target = m_name;
     plan.format = m_form->driver;
+    plan.heightUnit = lengthUnitOf(output, 1.0);
     QString reason;
     const Reference reference = referenceOf(system, *m_files, reason);
     if (reference.kind == Reference::Kind::None) {
@@ -313,11 +331,12 @@ bool FileOutput::openLayer(const LayerSystem &system, const LocationOutput &outp
                                "own, or none")
                     .arg(m_name, shown(system.name)));
         }
-        if (reference.unitFactor != 1.0) {
+        if (reference.unitFactor != 1.0 || plan.heightUnit != 1.0) {
             plan.notes +=
                 QStringLiteral("note: easting and northing in %1 are in the unit \"%2\" of "
-                               "its reference system, heights in m")
-                    .arg(m_name, QString::fromStdString(reference.unit));
+                               "its reference system, heights in %3")
+                    .arg(m_name, QString::fromStdString(reference.unit),
+                         lengthUnitName(output, QStringLiteral("m")));
         }
     }
     const positions::LocationPrinter printer(output.display, positions::ValuePrinter::Output::Csv,

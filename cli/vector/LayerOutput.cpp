@@ -76,7 +76,7 @@ void LayerOutput::write(QByteArray &bytes, const positions::PrintedPosition &pos
     }
     appendRow(bytes,
               {location.get_NEH_E() / m_plan.planeUnit, location.get_NEH_N() / m_plan.planeUnit,
-               location.get_NEH_H()},
+               location.get_NEH_H() / m_plan.heightUnit},
               texts);
 }
 

@@ -70,8 +70,10 @@ private:
     bool pickLayer(const QString &wanted, Console &console);
     bool pickName(const QString &wanted, Console &console);
     bool mayHaveHeights() const;
+    void takeUnits(const LayerUnits &units, Console &console);
 
     QString m_name;
+    std::optional<double> m_drawingUnit; ///< [m]
     VectorFiles *m_files = nullptr;
     std::unique_ptr<LayerSource> m_source;
     std::unique_ptr<LayerReader> m_reader;

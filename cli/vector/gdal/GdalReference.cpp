@@ -124,6 +124,11 @@ Reference factsOf(const OGRSpatialReference *given)
         system.SetAxisMappingStrategy(OAMS_TRADITIONAL_GIS_ORDER);
     }
     facts.kind = kindOf(system);
+    // What a GeoPackage says where it names no system, and GDAL where it was given none.
+    if (facts.name.compare(0, 10, "Undefined ") == 0) {
+        facts = Reference();
+        return facts;
+    }
     facts.datum = textOr(system.GetAttrValue("DATUM"));
     facts.ellipsoid = textOr(system.GetAttrValue("SPHEROID"));
     facts.semiMajor = system.GetSemiMajor();

@@ -135,8 +135,8 @@ TEST_F(FileOutputs, SayWhatHeightsAre)
                     .err.contains(QLatin1String("heights in")));
     EXPECT_TRUE(readFile((convert(QStringLiteral("-o ") + path(QStringLiteral("out.dxf"))),
                           path(QStringLiteral("out.dxf"))))
-                    .startsWith("999\nEPSG:32631 WGS 84 / UTM zone 31N: easting, northing in m, "
-                                "ellipsoidal height in m\n"));
+                    .startsWith("999\nEPSG:32631 WGS 84 / UTM zone 31N: easting, northing, "
+                                "ellipsoidal height in m\n999\n1 unit = 1 m\n"));
 }
 
 TEST_F(FileOutputs, ReplaceAFileOnlyWhenTold)
@@ -304,11 +304,12 @@ TEST_F(FileOutputs, InFeetSayTheirUnit)
         words(QStringLiteral("convert --system EPSG:2263 --from local-neh -o ") + file),
         "northing,easting,height\n196850,984250,10\n");
     ASSERT_EQ(result.status, 0) << result.err;
-    EXPECT_TRUE(readFile(file).contains("northing in US survey foot"));
+    EXPECT_TRUE(readFile(file).contains("ellipsoidal height in US survey foot"));
     const auto row = test::ogrRows(file).value(0);
     EXPECT_NEAR(test::numberIn(row, QStringLiteral("X")), 984250.0, 1e-4);
     EXPECT_NEAR(test::numberIn(row, QStringLiteral("Y")), 196850.0, 1e-4);
-    EXPECT_NEAR(test::numberIn(row, QStringLiteral("Z")), 10.0, 1e-4);
+    // A drawing has one unit: a US survey foot is 1200/3937 m.
+    EXPECT_NEAR(test::numberIn(row, QStringLiteral("Z")), 10.0 * 3937.0 / 1200.0, 1e-4);
 }
 
 } // namespace

@@ -159,6 +159,73 @@ TEST_F(VectorInputs, AreKnownByTheirContent)
 }
 
 // EPSG:2263 counts in US survey feet; from NAD83 to NAD83 nothing is shifted.
+// Written with an option and read with it, or read as the file says it.
+TEST_F(VectorInputs, OfFeetComeBackInFeet)
+{
+    for (const char *const name : {"nf.gpkg", "nf.dxf"}) {
+        SCOPED_TRACE(name);
+        const QString file = path(QString::fromLatin1(name));
+        const QStringList option = words(QStringLiteral("--length-unit us-ft"));
+        const QStringList begin =
+            words(QStringLiteral("convert --csv --system EPSG:2263 --from local-neh"));
+        const ProgramResult written =
+            m_program.run(words(QStringLiteral("convert --system EPSG:2263 --from local-neh"))
+                              + option + QStringList{QStringLiteral("-o"), file},
+                          "name,easting,northing,height\nP,1000000,200000,100\n");
+        ASSERT_EQ(written.status, 0) << written.err;
+        const auto row = test::ogrRows(file).value(0);
+        EXPECT_NEAR(numberIn(row, QStringLiteral("X")), 1000000.0, 1e-4);
+        EXPECT_NEAR(numberIn(row, QStringLiteral("Z")), 100.0, 1e-4);
+        const ProgramResult back = m_program.run(begin + option + QStringList{file});
+        EXPECT_NEAR(numberIn(csvRows(back.out).value(0), QStringLiteral("local_height_us_ft")),
+                    100.0, 2 * printed)
+            << back.err;
+        if (file.endsWith(QLatin1String("dxf"))) {
+            const ProgramResult own = m_program.run(begin + QStringList{file});
+            EXPECT_NEAR(numberIn(csvRows(own.out).value(0), QStringLiteral("local_height_m")),
+                        100.0 * 1200.0 / 3937.0, printed)
+                << own.err;
+        }
+    }
+}
+
+TEST_F(VectorInputs, OfDrawingsSayWhereTheirUnitIsAnother)
+{
+    for (const char *const unit : {"2", "4", "6", "0"}) {
+        SCOPED_TRACE(unit);
+        const QString file =
+            m_program.file(QStringLiteral("u.dxf"),
+                           "0\nSECTION\n2\nHEADER\n9\n$INSUNITS\n70\n" + QByteArray(unit)
+                               + "\n0\nENDSEC\n0\nSECTION\n2\nENTITIES\n"
+                                 "0\nPOINT\n8\nT\n10\n663290.5\n20\n5780964.25\n30\n43.5\n"
+                                 "0\nENDSEC\n0\nEOF\n");
+        const ProgramResult result = convert(file, QStringLiteral("--from local-neh"));
+        EXPECT_EQ(result.status, 0) << result.err;
+        const bool isOther = *unit == '2' || *unit == '4';
+        EXPECT_EQ(result.err.contains(QLatin1String("warning")), isOther) << result.err;
+    }
+}
+
+TEST_F(VectorInputs, WithAnUndefinedSystemNeedTheirFrame)
+{
+    const QString file = layer(QStringLiteral("p.gpkg"), QStringLiteral("-a_srs EPSG:32631"),
+                               "{\"type\":\"Point\",\"coordinates\":[663290.5,5780964.25,43.5]}");
+    for (const char *const id : {"-1", "0"}) {
+        SCOPED_TRACE(id);
+        for (const char *const table : {"gpkg_contents", "gpkg_geometry_columns"}) {
+            toolOutput(QStringLiteral("ogrinfo"),
+                       {file, QStringLiteral("-sql"),
+                        QStringLiteral("UPDATE %1 SET srs_id = %2")
+                            .arg(QLatin1String(table), QLatin1String(id))});
+        }
+        EXPECT_TRUE(mentionsAll(convert(file).err, {"--from says what"}));
+        const ProgramResult result = convert(file, QStringLiteral("--from local-neh"));
+        EXPECT_EQ(result.status, 0) << result.err;
+        EXPECT_EQ(csvRows(result.out).value(0).value(QStringLiteral("local_easting_m")),
+                  "663290.50000");
+    }
+}
+
 TEST_F(VectorInputs, InFeetAreReadInFeet)
 {
     const QByteArray point = "{\"type\":\"FeatureCollection\",\"features\":[{\"type\":\"Feature\","
