@@ -4,6 +4,26 @@
 
 namespace KelStd::positions {
 
+QStringList numberedNames(const QStringList &names)
+{
+    QStringList result;
+    for (const QString &name : names) {
+        QString unique = name;
+        for (int number = 2; result.contains(unique, Qt::CaseInsensitive); ++number)
+            unique = QStringLiteral("%1_%2").arg(name).arg(number);
+        result += unique;
+    }
+    return result;
+}
+
+QStringList AttributeColumns::names() const
+{
+    QStringList all;
+    for (const PrintedColumn &column : m_columns)
+        all += column.name;
+    return all;
+}
+
 void AttributeColumns::take(const PrintedColumns &columns)
 {
     m_columns.clear();

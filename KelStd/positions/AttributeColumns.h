@@ -5,11 +5,15 @@
 #include <KelStd/positions/PrintedColumns.h>
 
 #include <QtCore/QByteArray>
+#include <QtCore/QStringList>
 
 #include <string_view>
 #include <vector>
 
 namespace KelStd::positions {
+
+/// The names with a number behind those that differ from one before by no more than case.
+KELSTD_EXPORT QStringList numberedNames(const QStringList &names);
 
 /// The printed columns as attributes of features that have a name of their own: all of them but the
 /// name.
@@ -19,6 +23,8 @@ public:
     void take(const PrintedColumns &columns);
 
     const std::vector<PrintedColumn> &all() const { return m_columns; }
+
+    QStringList names() const;
 
     /// The value of one as a UTF-8 text: empty where there is none. Valid until `buffer` changes.
     static std::string_view text(const LocationPrinter &printer, const PrintedColumn &column,

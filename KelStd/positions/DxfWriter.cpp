@@ -104,6 +104,7 @@ QByteArray DxfWriter::begin(const InputColumns &columns)
     QByteArray heading;
     for (const QByteArray &piece : pieces(m_comment, lastAscii))
         appendGroup(heading, 999, piece);
+    appendGroup(heading, 999, "1 unit = " + QByteArray::number(m_metresPerUnit, 'g', 15) + " m");
     return heading + tables;
 }
 
@@ -116,7 +117,8 @@ void DxfWriter::appendPoint(QByteArray &bytes, const char *layer, const Location
 {
     appendGroup(bytes, 8, layer);
     const double values[] = {location.get_NEH_E() / m_metresPerUnit,
-                             location.get_NEH_N() / m_metresPerUnit, location.get_NEH_H()};
+                             location.get_NEH_N() / m_metresPerUnit,
+                             location.get_NEH_H() / m_metresPerUnit};
     int code = 10;
     for (const double value : values) {
         QByteArray number;

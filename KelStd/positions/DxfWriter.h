@@ -13,7 +13,8 @@ namespace KelStd::positions {
 
 /// A DXF drawing of release 12 (AC1009), which every CAD program reads. Each location is a POINT on
 /// the layer POINTS at easting, northing and local height, with its name as a TEXT on the layer
-/// NAMES. A DXF names no coordinate reference system: a comment in the first line does.
+/// NAMES. A DXF names no coordinate reference system: a comment in the first line does. Release 12
+/// has no variable for the unit either: a comment "1 unit = 0.3048 m" says it.
 ///
 /// The name and all other columns are extended data of the point under the application KELSTD: a
 /// text is a string "NAME=TEXT", a number the string "NAME=" and a real. All of it is ASCII: other
@@ -24,7 +25,7 @@ class KELSTD_EXPORT DxfWriter : public FeatureWriter
 {
 public:
     /// \param comment on the system and the units
-    /// \param metresPerUnit of easting and northing; heights are metres
+    /// \param metresPerUnit of easting, northing and height: a drawing has one unit
     /// \param selection of the attributes
     DxfWriter(const LocationPrinter &printer, QString comment, double metresPerUnit,
               ColumnSelection selection = {})

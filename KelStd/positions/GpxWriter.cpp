@@ -39,14 +39,6 @@ QStringList GpxWriter::elementNames(const QStringList &names)
     return elements;
 }
 
-QStringList GpxWriter::columnNames() const
-{
-    QStringList names;
-    for (const PrintedColumn &column : m_columns.all())
-        names += column.name;
-    return names;
-}
-
 QByteArray GpxWriter::begin(const InputColumns &columns)
 {
     m_columns.take(printedColumns(columns));

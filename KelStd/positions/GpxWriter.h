@@ -31,7 +31,7 @@ public:
 
     /// The names of all columns but that of the point, and those of their elements; known after
     /// `begin`.
-    QStringList columnNames() const;
+    QStringList columnNames() const { return m_columns.names(); }
     QStringList elementNames() const { return elementNames(columnNames()); }
 
     /// The names as elements can have them: letters, digits, "_", "-" and "." for all other

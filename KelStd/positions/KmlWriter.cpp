@@ -16,9 +16,11 @@ QByteArray KmlWriter::begin(const InputColumns &columns)
         "<name>";
     appendXml(heading, m_title);
     heading += "</name>\n<Schema name=\"points\" id=\"attributes\">\n";
-    for (const PrintedColumn &column : m_columns.all()) {
+    const QStringList fields = fieldNames();
+    for (std::size_t i = 0; i < m_columns.all().size(); ++i) {
+        const PrintedColumn &column = m_columns.all()[i];
         QByteArray name;
-        appendXml(name, column.name);
+        appendXml(name, fields.at(static_cast<int>(i)));
         heading += "<SimpleField type=\"";
         heading += column.isNumber ? "double" : "string";
         heading += "\" name=\"" + name + "\"/>\n";

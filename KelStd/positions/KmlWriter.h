@@ -6,6 +6,7 @@
 
 #include <QtCore/QByteArray>
 #include <QtCore/QString>
+#include <QtCore/QStringList>
 
 #include <vector>
 
@@ -27,6 +28,11 @@ public:
     QByteArray begin(const InputColumns &columns) override;
     QByteArray ending() const override;
     void write(QByteArray &bytes, const PrintedPosition &position) const override;
+
+    /// The names of all columns but that of the point, and those of their fields, which readers
+    /// tell from each other by more than case; known after `begin`.
+    QStringList columnNames() const { return m_columns.names(); }
+    QStringList fieldNames() const { return numberedNames(columnNames()); }
 
 private:
     QString m_title;

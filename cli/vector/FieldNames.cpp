@@ -1,9 +1,12 @@
 #include <cli/vector/FieldNames.h>
 
 #include <KelStd/positions/Columns.h>
+#include <KelStd/positions/PlaneUnit.h>
+#include <KelStd/text/UnitWords.h>
 
 #include <QtCore/QByteArray>
 #include <QtCore/QChar>
+#include <QtCore/QRegularExpression>
 
 #include <algorithm>
 #include <iterator>
@@ -61,11 +64,30 @@ QString shortened(const QString &name)
     return cut(name, maxBytes);
 }
 
+/// The endings of columns for the units in which the program prints.
+const QStringList &unitEndings()
+{
+    static const QStringList endings = [] {
+        QStringList symbols{QStringLiteral("deg")};
+        for (const LengthUnit &unit : lengthUnits())
+            symbols += QString::fromLatin1(unit.symbol);
+        for (const positions::PlaneUnit &unit : positions::planeUnits())
+            symbols += unit.symbol;
+        for (const AngleStyle &style : angleStyles())
+            symbols += QString::fromLatin1(style.unit);
+        symbols.replaceInStrings(QStringLiteral("-"), QStringLiteral("_"));
+        symbols.replaceInStrings(QRegularExpression(QStringLiteral("^")), QStringLiteral("_"));
+        return symbols;
+    }();
+    return endings;
+}
+
 /// Whether it is the name of a coordinate as the program prints it, in any unit.
 bool isOwnColumn(const QString &name)
 {
     const auto isCalled = [&name](const QString &column) {
-        return name == column || name.startsWith(column + QLatin1Char('_'));
+        return name == column
+               || (name.startsWith(column) && unitEndings().contains(name.mid(column.size())));
     };
     const auto &columns = positions::columns();
     return name == QLatin1String("local_height_reference")
@@ -112,18 +134,6 @@ QStringList shapefileNames(const QStringList &names)
             const QString ending = QStringLiteral("_%1").arg(number);
             unique = cut(plain, maxBytes - ending.size()) + ending;
         }
-        result += unique;
-    }
-    return result;
-}
-
-QStringList databaseNames(const QStringList &names)
-{
-    QStringList result;
-    for (const QString &name : names) {
-        QString unique = name;
-        for (int number = 2; result.contains(unique, Qt::CaseInsensitive); ++number)
-            unique = QStringLiteral("%1_%2").arg(name).arg(number);
         result += unique;
     }
     return result;

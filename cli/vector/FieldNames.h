@@ -10,10 +10,6 @@ namespace KelStd::cli::vector {
 /// program's own columns have names that say what they are; others are cut.
 QStringList shapefileNames(const QStringList &names);
 
-/// Names that differ in more than the case of their letters, as a database has to have them: of
-/// equal ones all but the first have a number behind them.
-QStringList databaseNames(const QStringList &names);
-
 /// Which of the fields of a layer are coordinates that the program wrote into it, by their names:
 /// those of its columns, or of a Shapefile that has them shortened.
 std::vector<bool> ownCoordinates(const QStringList &names);

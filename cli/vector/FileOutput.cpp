@@ -14,7 +14,9 @@
 #include <KelStd/positions/DxfWriter.h>
 #include <KelStd/positions/GpxWriter.h>
 #include <KelStd/positions/KmlWriter.h>
+#include <KelStd/text/CoordStringHelper.h>
 
+#include <QtCore/QDir>
 #include <QtCore/QFileInfo>
 
 #include <algorithm>
@@ -85,9 +87,39 @@ QString shownUnit(const LayerSystem &system)
     return system.origin.planeUnit ? shown(system.origin.planeUnit->name) : QStringLiteral("m");
 }
 
+/// What the unit of --length-unit measures [m]; `otherwise` without the option.
+double lengthUnitOf(const LocationOutput &output, double otherwise)
+{
+    return output.display.lengthUnit != nullptr
+               ? CoordStringHelper::LengthRatio_otherToMeter(output.display.lengthUnit->unit)
+               : otherwise;
+}
+
+QString lengthUnitName(const LocationOutput &output, const QString &otherwise)
+{
+    return output.display.lengthUnit != nullptr
+               ? QString::fromLatin1(output.display.lengthUnit->symbol)
+               : otherwise;
+}
+
 double planeUnitOf(const LayerSystem &system)
 {
     return system.origin.planeUnit ? system.origin.planeUnit->metres : 1.0;
+}
+
+/// Whether two names are those of one file, which need not be there.
+bool areSamePlace(const QString &one, const QString &other)
+{
+    const auto placeOf = [](const QString &name) {
+        QFileInfo info(onDisk(name));
+        if (info.isSymLink())
+            info.setFile(info.symLinkTarget());
+        const QString directory = info.absoluteDir().canonicalPath();
+        return directory.isEmpty() ? QString() : directory + QLatin1Char('/') + info.fileName();
+    };
+    const QString place = placeOf(one);
+    return streams::areSameFile(onDisk(one), onDisk(other))
+           || (!place.isEmpty() && place == placeOf(other));
 }
 
 QString heightNote(const QString &name, const char *format)
@@ -95,6 +127,14 @@ QString heightNote(const QString &name, const char *format)
     return QStringLiteral("note: heights in %1 are WGS84 ellipsoidal; programs take those of %2 as "
                           "above mean sea level")
         .arg(name, QLatin1String(format));
+}
+
+QStringList nameNotes(const QString &file, const QStringList &names, const QStringList &written)
+{
+    const QString changed = changedNames(names, written);
+    return changed.isEmpty()
+               ? QStringList()
+               : QStringList(QStringLiteral("note: names in %1: %2").arg(file, changed));
 }
 
 } // namespace
@@ -168,11 +208,18 @@ bool FileOutput::mayBeWritten(const QStringList &read, const CommandLine &line,
                               Console &console) const
 {
     const QString path = onDisk(m_name);
+    const QStringList names =
+        m_form->kind == Kind::Layer ? FileSet(path).names() : QStringList(path);
+    const QString rejects = line.value(QStringLiteral("rejects"));
     QStringList existing;
-    if (m_form->kind == Kind::Layer)
-        existing = FileSet(path).existing();
-    else if (QFileInfo::exists(path))
-        existing += path;
+    for (const QString &file : names) {
+        if (!rejects.isEmpty() && areSamePlace(rejects, file)) {
+            console.report(QStringLiteral("cannot write %1: rejects are written there").arg(file));
+            return false;
+        }
+        if (QFileInfo::exists(file))
+            existing += file;
+    }
     for (const QString &file : existing) {
         const bool isRead = std::any_of(read.begin(), read.end(), [&file](const QString &each) {
             return !each.isEmpty() && streams::areSameFile(onDisk(each), file);
@@ -214,32 +261,35 @@ bool FileOutput::open(const LayerSystem &system, const LocationOutput &output, C
     auto sink = std::make_shared<FileSink>(m_name);
     const QString name = m_name;
     switch (m_form->kind) {
-    case Kind::Kml:
-        m_writer = std::make_shared<positions::KmlWriter>(
+    case Kind::Kml: {
+        const auto writer = std::make_shared<positions::KmlWriter>(
             printer, QFileInfo(m_name).completeBaseName(), output.columns);
-        sink->setNotes([name] { return QStringList(heightNote(name, "KML")); });
+        m_writer = writer;
+        sink->setNotes([name, writer] {
+            return QStringList(heightNote(name, "KML"))
+                   + nameNotes(name, writer->columnNames(), writer->fieldNames());
+        });
         break;
+    }
     case Kind::Gpx: {
         const auto writer = std::make_shared<positions::GpxWriter>(printer, output.columns);
         m_writer = writer;
         sink->setNotes([name, writer] {
-            QStringList notes(heightNote(name, "GPX"));
-            const QString changed = changedNames(writer->columnNames(), writer->elementNames());
-            if (!changed.isEmpty())
-                notes += QStringLiteral("note: names in %1: %2").arg(name, changed);
-            return notes;
+            return QStringList(heightNote(name, "GPX"))
+                   + nameNotes(name, writer->columnNames(), writer->elementNames());
         });
         break;
     }
     case Kind::Dxf:
         m_writer = std::make_shared<positions::DxfWriter>(
             printer,
-            QStringLiteral("%1 %2: easting, northing in %3, %4 height in m")
-                .arg(system.origin.fullCode(), system.coord.coord_name, shownUnit(system),
+            QStringLiteral("%1 %2: easting, northing, %4 height in %3")
+                .arg(system.origin.fullCode(), system.coord.coord_name,
+                     lengthUnitName(output, shownUnit(system)),
                      system.geoidModel.isEmpty() ? QStringLiteral("ellipsoidal")
                                                  : QStringLiteral("geoid"))
                 .trimmed(),
-            planeUnitOf(system), output.columns);
+            lengthUnitOf(output, planeUnitOf(system)), output.columns);
         break;
     case Kind::Printed: {
         const auto row = std::find_if(locationForms().begin(), locationForms().end(),
@@ -264,6 +314,7 @@ bool FileOutput::openLayer(const LayerSystem &system, const LocationOutput &outp
     LayerPlan plan;
     plan.target = m_name;
     plan.format = m_form->driver;
+    plan.heightUnit = lengthUnitOf(output, 1.0);
     QString reason;
     const Reference reference = referenceOf(system, *m_files, reason);
     if (reference.kind == Reference::Kind::None) {
@@ -285,11 +336,12 @@ bool FileOutput::openLayer(const LayerSystem &system, const LocationOutput &outp
                                "own, or none")
                     .arg(m_name, shown(system.name)));
         }
-        if (reference.unitFactor != 1.0) {
+        if (reference.unitFactor != 1.0 || plan.heightUnit != 1.0) {
             plan.notes +=
                 QStringLiteral("note: easting and northing in %1 are in the unit \"%2\" of "
-                               "its reference system, heights in m")
-                    .arg(m_name, QString::fromStdString(reference.unit));
+                               "its reference system, heights in %3")
+                    .arg(m_name, QString::fromStdString(reference.unit),
+                         lengthUnitName(output, QStringLiteral("m")));
         }
     }
     const positions::LocationPrinter printer(output.display, positions::ValuePrinter::Output::Csv,

@@ -80,16 +80,22 @@ FileSet::FileSet(const QString &target)
     m_target = isLink ? info.canonicalFilePath() : info.absoluteFilePath();
 }
 
+QStringList FileSet::names() const
+{
+    QStringList all{m_target};
+    const QFileInfo info(m_target);
+    const QString stem = m_target.chopped(info.suffix().size() + 1);
+    for (const QString &ending : endingsBeside(info.suffix().toLower()))
+        all += stem + ending;
+    return all;
+}
+
 QStringList FileSet::existing() const
 {
     QStringList found;
-    if (QFileInfo::exists(m_target))
-        found += m_target;
-    const QFileInfo info(m_target);
-    const QString stem = m_target.chopped(info.suffix().size() + 1);
-    for (const QString &ending : endingsBeside(info.suffix().toLower())) {
-        if (QFileInfo::exists(stem + ending))
-            found += stem + ending;
+    for (const QString &name : names()) {
+        if (QFileInfo::exists(name))
+            found += name;
     }
     return found;
 }

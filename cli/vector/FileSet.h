@@ -16,6 +16,9 @@ public:
     /// `target`: the file's name, with its extension.
     explicit FileSet(const QString &target);
 
+    /// The files that it may be made of.
+    QStringList names() const;
+
     /// The files at the place that would be replaced or would be wrong beside the new ones: for a
     /// Shapefile its attributes and indices, too.
     QStringList existing() const;

@@ -40,7 +40,7 @@ QByteArray LayerOutput::begin(const positions::InputColumns &columns)
         names += column.name;
     }
     const bool isShapefile = m_plan.format == shapefile;
-    const QStringList held = isShapefile ? shapefileNames(names) : databaseNames(names);
+    const QStringList held = isShapefile ? shapefileNames(names) : positions::numberedNames(names);
     const QString changed = changedNames(names, held);
     if (!changed.isEmpty()) {
         m_plan.notes.prepend(
@@ -76,7 +76,7 @@ void LayerOutput::write(QByteArray &bytes, const positions::PrintedPosition &pos
     }
     appendRow(bytes,
               {location.get_NEH_E() / m_plan.planeUnit, location.get_NEH_N() / m_plan.planeUnit,
-               location.get_NEH_H()},
+               location.get_NEH_H() / m_plan.heightUnit},
               texts);
 }
 

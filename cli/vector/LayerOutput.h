@@ -19,11 +19,12 @@ namespace KelStd::cli::vector {
 /// What a layer is written with.
 struct LayerPlan
 {
-    QString target;         ///< the file, as it was given
-    std::string format;     ///< "GPKG"
-    std::string reference;  ///< a code or a definition; empty for none
-    double planeUnit = 1.0; ///< what one of the layer's northings and eastings measures [m]
-    QStringList notes;      ///< to be said once the file is written
+    QString target;          ///< the file, as it was given
+    std::string format;      ///< "GPKG"
+    std::string reference;   ///< a code or a definition; empty for none
+    double planeUnit = 1.0;  ///< what one of the layer's northings and eastings measures [m]
+    double heightUnit = 1.0; ///< the same of heights
+    QStringList notes;       ///< to be said once the file is written
 };
 
 /// Locations as rows of a layer: easting, northing, local height, and all printed columns as

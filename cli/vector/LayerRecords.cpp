@@ -48,6 +48,12 @@ QByteArray headingOf(Frame frame, int component)
     return QByteArray(positions::columnOf(frame, component).headerWords).split(' ').first();
 }
 
+/// "1 feature has", "2 features have"
+QString counted(qint64 count, const char *one, const char *many)
+{
+    return QStringLiteral("%1 %2").arg(count).arg(QLatin1String(count == 1 ? one : many));
+}
+
 void appendField(QByteArray &line, const QByteArray &field)
 {
     if (!line.isEmpty())
@@ -152,6 +158,8 @@ QString LayerRecords::placeOf(const Feature &feature, Pos &position)
 {
     const bool isPlane = m_form.frame == Frame::LocalProjected;
     const bool isCartesian = m_form.frame == Frame::Wgs84Cartesian;
+    if (feature.hasZ && !m_form.whyNoHeights.isEmpty())
+        return m_form.whyNoHeights;
     double height = feature.z;
     if (!feature.hasZ) {
         if (isCartesian)
@@ -224,29 +232,34 @@ QByteArray LayerRecords::sourceLine(const Feature &feature, const SourceRecord &
 QStringList LayerRecords::remarks() const
 {
     QStringList remarks;
-    const auto own = std::count(m_isOwn.begin(), m_isOwn.end(), true);
-    if (own > 0) {
-        remarks +=
-            QStringLiteral("note: %1 fields of the layer are coordinates of an earlier run and "
-                           "are passed over")
-                .arg(own);
+    QStringList own;
+    for (std::size_t i = 0; i < m_isOwn.size(); ++i) {
+        if (m_isOwn[i])
+            own += QString::fromStdString(m_reader.layer().fields[i].name);
+    }
+    if (!own.isEmpty()) {
+        remarks += QStringLiteral("note: %1 of an earlier run and passed over: %2")
+                       .arg(counted(own.size(), "field of the layer is a coordinate",
+                                    "fields of the layer are coordinates"),
+                            own.join(QLatin1String(", ")));
     }
     if (m_withoutHeight > 0) {
         const double height = m_form.height.value_or(0.0);
-        remarks += QStringLiteral("note: %1 features have no height: %2 is taken")
-                       .arg(m_withoutHeight)
+        remarks += QStringLiteral("note: %1 no height: %2 is taken")
+                       .arg(counted(m_withoutHeight, "feature has", "features have"))
                        .arg(height == 0.0 ? QStringLiteral("0")
                                           : QString::number(height, 'g', 12) + QLatin1String(" m"));
     }
     if (m_labels > 0) {
-        remarks += QStringLiteral("note: %1 texts of the drawing are passed over, they are no "
-                                  "positions")
-                       .arg(m_labels);
+        remarks +=
+            QStringLiteral("note: %1")
+                .arg(counted(m_labels, "text of the drawing is passed over, it is no position",
+                             "texts of the drawing are passed over, they are no positions"));
     }
     if (m_otherBytes > 0) {
-        remarks += QStringLiteral("note: %1 texts of the layer are not UTF-8 and were read as "
-                                  "Windows-1252")
-                       .arg(m_otherBytes);
+        remarks += QStringLiteral("note: %1 read as Windows-1252")
+                       .arg(counted(m_otherBytes, "text of the layer is not UTF-8 and was",
+                                    "texts of the layer are not UTF-8 and were"));
     }
     return remarks;
 }

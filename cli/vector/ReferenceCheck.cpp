@@ -16,6 +16,7 @@ using Kind = Reference::Kind;
 
 constexpr double degree = 0.017453292519943295; ///< [rad]
 const std::string wgs84 = "EPSG:4326";
+constexpr std::size_t shiftParameters = 7;
 
 QString text(const std::string &bytes)
 {
@@ -69,6 +70,27 @@ bool isUnnamed(const std::string &datum)
     return name.isEmpty() || name.startsWith(QLatin1String("unknown"))
            || name.startsWith(QLatin1String("unnamed"))
            || name.startsWith(QLatin1String("not specified"));
+}
+
+/// Numbers of a shift as they stand in a name, where a .prj has nothing but letters, digits and
+/// the minus: "346_448_-125_157_542_06". Zeros at the end are left out.
+QString plainShift(const QString &numbers)
+{
+    static const QRegularExpression others(QStringLiteral("[^0-9-]+"));
+    static const QRegularExpression ends(QStringLiteral("^_+|(_0+)*_*$"));
+    return QString(numbers).replace(others, QStringLiteral("_")).remove(ends);
+}
+
+/// The shift that the name of a datum states, "unknown based on ... using towgs84=1,2,3"; empty
+/// where it states none.
+QString shiftInName(const std::string &datum)
+{
+    static const QString word = QStringLiteral("using towgs84");
+    const QString name = plainName(datum);
+    const int place = name.indexOf(word);
+    if (place < 0)
+        return {};
+    return plainShift(text(datum).simplified().right(name.size() - place - word.size()));
 }
 
 /// Frames that move with the earth or a plate and agree with WGS 84 to some decimetres, a metre at
@@ -172,6 +194,8 @@ ReferenceFit ReferenceCheck::fit(const Reference &layer, Frame frame, bool hasHe
         return result;
     }
     result.mistake = datumMistake(layer, frame, result.notes);
+    if (result.mistake.isEmpty())
+        result.mistake = shiftMistake(layer, frame);
     if (result.mistake.isEmpty() && layer.kind == Kind::Geographic
         && std::abs(layer.unitFactor - degree) > 1e-12) {
         result.mistake =
@@ -187,8 +211,42 @@ ReferenceFit ReferenceCheck::fit(const Reference &layer, Frame frame, bool hasHe
     if (result.mistake.isEmpty() && frame == Frame::LocalProjected)
         result.mistake = planeMistake(layer);
     if (result.mistake.isEmpty() && hasHeights)
-        result.mistake = heightMistake(layer, frame, result.notes);
+        result.mistake = heightMistake(layer, frame, result.warnings);
     return result;
+}
+
+/// Two that state different shifts are two systems, whatever their datum is called.
+QString ReferenceCheck::shiftMistake(const Reference &layer, Frame frame) const
+{
+    const bool isLocal = frame == Frame::LocalGeographic || frame == Frame::LocalProjected;
+    const std::vector<double> none(shiftParameters, 0.0);
+    if (!isLocal && !haveSameShift(layer.toWgs84, none)) {
+        return QStringLiteral("the layer \"%1\" states the datum shift %2 to WGS 84, and %3 is "
+                              "WGS 84")
+            .arg(shownName(layer), shownShift(layer.toWgs84), nameOf(frame));
+    }
+    if (!isLocal)
+        return {};
+    const auto mistake = [&](const QString &one, const QString &other) {
+        return QStringLiteral(
+                   "the layer \"%1\" states the datum shift %2 to WGS 84, and the system "
+                   "%3 has %4")
+            .arg(shownName(layer), one, m_systemName, other);
+    };
+    const bool stateBoth = !layer.toWgs84.empty() && !m_system.toWgs84.empty();
+    if (stateBoth) {
+        return haveSameShift(layer.toWgs84, m_system.toWgs84)
+                   ? QString()
+                   : mistake(shownShift(layer.toWgs84), shownShift(m_system.toWgs84));
+    }
+    const QString inLayer = shiftInName(layer.datum);
+    const QString inSystem = m_system.toWgs84.empty() ? shiftInName(m_system.datum)
+                                                      : plainShift(shownShift(m_system.toWgs84));
+    if (inLayer.isEmpty() || inSystem.isEmpty() || inLayer == inSystem
+        || inLayer == shiftInName(m_system.datum))
+        return {};
+    return mistake(text(layer.datum),
+                   m_system.toWgs84.empty() ? text(m_system.datum) : shownShift(m_system.toWgs84));
 }
 
 QString ReferenceCheck::datumMistake(const Reference &layer, Frame frame, QStringList &notes) const
@@ -271,26 +329,25 @@ QString ReferenceCheck::planeMistake(const Reference &layer) const
             .arg(shownName(layer), text(layer.unit), QString::number(layer.unitFactor, 'g', 12),
                  m_systemName, text(m_system.unit), QString::number(m_system.unitFactor, 'g', 12));
     }
-    const bool stateBoth = !layer.toWgs84.empty() && !m_system.toWgs84.empty();
-    if (stateBoth && !haveSameShift(layer.toWgs84, m_system.toWgs84)) {
-        return QStringLiteral(
-                   "the layer \"%1\" states the datum shift %2 to WGS 84, and the system "
-                   "%3 has %4")
-            .arg(shownName(layer), shownShift(layer.toWgs84), m_systemName,
-                 shownShift(m_system.toWgs84));
-    }
     return {};
 }
 
-/// Heights above some sea level are never taken as ellipsoidal ones.
-QString ReferenceCheck::heightMistake(const Reference &layer, Frame frame, QStringList &notes) const
+/// Heights above some sea level are never taken as ellipsoidal ones, depths never as heights.
+QString ReferenceCheck::heightMistake(const Reference &layer, Frame frame,
+                                      QStringList &warnings) const
 {
+    if (layer.countsDown) {
+        return QStringLiteral("the layer counts \"%1\" downwards, and heights count upwards")
+            .arg(text(layer.vertical.empty() ? layer.name : layer.vertical));
+    }
     if (layer.vertical.empty())
         return {};
     if (frame == Frame::LocalProjected && m_hasGeoid) {
-        notes += QStringLiteral("heights of the layer are \"%1\"; they are taken as those of the "
-                                "system, above the geoid of its model")
-                     .arg(text(layer.vertical));
+        warnings +=
+            QStringLiteral("heights of the layer are \"%1\", and are taken as heights above "
+                           "the geoid model of the system %2: see to it that this is the "
+                           "model of that vertical system")
+                .arg(text(layer.vertical), m_systemName);
         return {};
     }
     return QStringLiteral("heights of the layer are \"%1\", and those of %2 are ellipsoidal%3")

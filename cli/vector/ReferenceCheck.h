@@ -15,8 +15,9 @@ namespace KelStd::cli::vector {
 /// The coordinate reference system of a layer held against a frame of the program.
 struct ReferenceFit
 {
-    QString mistake;   ///< why the layer is not in the frame; empty when it may be
-    QStringList notes; ///< what is taken for granted
+    QString mistake;      ///< why the layer is not in the frame; empty when it may be
+    QStringList notes;    ///< what is taken for granted
+    QStringList warnings; ///< what only the user can know
 };
 
 /// Compares layers with a system.
@@ -48,7 +49,9 @@ private:
     QString datumMistake(const Reference &layer, positions::Frame frame, QStringList &notes) const;
     QString systemDatumMistake(const Reference &layer, QStringList &notes) const;
     QString planeMistake(const Reference &layer) const;
-    QString heightMistake(const Reference &layer, positions::Frame frame, QStringList &notes) const;
+    QString shiftMistake(const Reference &layer, positions::Frame frame) const;
+    QString heightMistake(const Reference &layer, positions::Frame frame,
+                          QStringList &warnings) const;
 
     Reference m_system;
     QString m_systemName;

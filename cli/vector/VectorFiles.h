@@ -13,7 +13,7 @@
 namespace KelStd::cli::vector {
 
 /// What the program asks a module for is what it was built with.
-inline constexpr int interfaceVersion = 1;
+inline constexpr int interfaceVersion = 2;
 
 /// A coordinate reference system, in facts that can be compared.
 struct Reference
@@ -40,6 +40,7 @@ struct Reference
     std::string vertical;           ///< the vertical system that heights belong to; empty for none
     double heightFactor = 1.0;      ///< what one unit of a height measures [m]
     bool hasHeightUnit = false;     ///< whether the system itself says so
+    bool countsDown = false;        ///< whether its heights are depths
     std::string projection;      ///< as a PROJ string, without the datum; empty where there is none
     std::vector<double> toWgs84; ///< the seven parameters that the definition states; or none
     std::string otherAxes;       ///< of `Other`: what its axes are

@@ -3,6 +3,7 @@
 #include <cli/terminal/CommandLine.h>
 #include <cli/terminal/Console.h>
 #include <cli/terminal/FilePath.h>
+#include <cli/vector/DrawingUnit.h>
 #include <cli/vector/VectorModule.h>
 
 #include <KelStd/catalogue/Catalogue.h>
@@ -14,6 +15,7 @@
 #include <QtCore/QStringList>
 
 #include <algorithm>
+#include <cmath>
 
 namespace KelStd::cli::vector {
 
@@ -117,6 +119,8 @@ bool VectorInput::open(const QString &name, const CommandLine &line, Console &co
             QStringLiteral("cannot read %1: %2").arg(name, QString::fromStdString(error)));
         return false;
     }
+    if (m_source->format() == "DXF")
+        m_drawingUnit = drawingUnit(path);
     return pickLayer(line.value(layerOption), console)
            && pickName(line.value(namesOption), console);
 }
@@ -220,10 +224,15 @@ std::optional<positions::Frame> VectorInput::frame(const LayerSystem &system,
         return std::nullopt;
     }
     const ReferenceFit fit = check.fit(layer, *frame, mayHaveHeights());
+    // A layer that declares no heights may have some all the same.
+    if (!mayHaveHeights())
+        m_form.whyNoHeights = check.fit(layer, *frame, true).mistake;
     if (!fit.mistake.isEmpty()) {
         console.report(QStringLiteral("%1: %2").arg(m_name, fit.mistake));
         return std::nullopt;
     }
+    for (const QString &warning : fit.warnings)
+        console.report(QStringLiteral("warning: %1: %2").arg(m_name, warning));
     for (const QString &note : fit.notes)
         console.report(QStringLiteral("note: %1: %2").arg(m_name, note));
     const bool isGeographic =
@@ -233,24 +242,56 @@ std::optional<positions::Frame> VectorInput::frame(const LayerSystem &system,
                                       "means heights above mean sea level")
                            .arg(m_name));
     }
-    const bool hasReference = layer.kind != Reference::Kind::None;
-    // Its heights may be in feet as well, which no reference system of a plane says.
-    const bool isInMetres = *frame != positions::Frame::LocalProjected || layer.unitFactor == 1.0;
-    if (hasReference && !isInMetres && !layer.hasHeightUnit && mayHaveHeights()) {
-        console.report(
-            QStringLiteral("note: %1: easting and northing are read in the unit \"%2\" of "
-                           "the layer, heights in %3; --length-unit says another one")
-                .arg(m_name, QString::fromStdString(layer.unit),
-                     units.others == 1.0 ? QStringLiteral("m")
-                                         : QStringLiteral("units of %1 m").arg(units.others)));
-    }
     m_form.frame = *frame;
+    takeUnits(units, console);
+    return frame;
+}
+
+/// Heights of a plane may be in feet as well, which no reference system of a plane says. A drawing
+/// has one unit: where it says that it is the one of the plane, heights are in it, too.
+void VectorInput::takeUnits(const LayerUnits &units, Console &console)
+{
+    constexpr double tolerance = 1e-5; // feet are feet: drawings seldom tell one from another
+    const Reference layer = layerReference();
+    const bool hasReference = layer.kind != Reference::Kind::None;
     m_form.planeUnit = hasReference ? layer.unitFactor : units.plane;
     // What states a system in metres is not in the unit of what is printed.
+    const bool isInMetres =
+        m_form.frame != positions::Frame::LocalProjected || layer.unitFactor == 1.0;
     m_form.heightUnit = layer.hasHeightUnit          ? layer.heightFactor
                         : hasReference && isInMetres ? 1.0
                                                      : units.others;
-    return frame;
+    if (m_form.frame != positions::Frame::LocalProjected)
+        return;
+    const bool isOfPlane =
+        m_drawingUnit
+        && std::abs(*m_drawingUnit - m_form.planeUnit) <= tolerance * m_form.planeUnit;
+    if (m_drawingUnit && !isOfPlane) {
+        console.report(QStringLiteral("warning: %1: the drawing says that its unit is %2 m, and "
+                                      "easting and northing are read in units of %3 m; "
+                                      "--length-unit says another one")
+                           .arg(m_name)
+                           .arg(*m_drawingUnit, 0, 'g', 12)
+                           .arg(m_form.planeUnit, 0, 'g', 12));
+    }
+    if (isOfPlane) {
+        m_form.heightUnit = m_form.planeUnit;
+        return;
+    }
+    const bool isDifferent =
+        std::abs(m_form.planeUnit - m_form.heightUnit) > tolerance * m_form.planeUnit;
+    if (isDifferent && !layer.hasHeightUnit && mayHaveHeights()) {
+        console.report(
+            QStringLiteral("note: %1: easting and northing are read in the unit \"%2\" of "
+                           "the %4, heights in %3; --length-unit says another one")
+                .arg(m_name,
+                     hasReference ? QString::fromStdString(layer.unit)
+                                  : QStringLiteral("%1 m").arg(m_form.planeUnit, 0, 'g', 12),
+                     m_form.heightUnit == 1.0
+                         ? QStringLiteral("m")
+                         : QStringLiteral("units of %1 m").arg(m_form.heightUnit, 0, 'g', 12),
+                     hasReference ? QStringLiteral("layer") : QStringLiteral("system")));
+    }
 }
 
 RecordSource &VectorInput::records()

@@ -72,8 +72,10 @@ private:
     bool mayHaveHeights() const;
     /// What the layer states, or what the program wrote into a drawing.
     Reference layerReference() const;
+    void takeUnits(const LayerUnits &units, Console &console);
 
     QString m_name;
+    std::optional<double> m_drawingUnit; ///< [m]
     VectorFiles *m_files = nullptr;
     std::unique_ptr<LayerSource> m_source;
     std::unique_ptr<LayerReader> m_reader;

@@ -51,7 +51,8 @@ TEST(KmlWriter, EscapesWhatXmlCannotHold)
     EXPECT_TRUE(heading.contains("<SimpleField type=\"double\" name=\"hdop\"/>"));
     EXPECT_TRUE(heading.contains("<SimpleField type=\"string\" name=\"re mark\"/>"));
     const QByteArray line = written(writer, "<A&\x01>", "it's \"x\"\r");
-    EXPECT_TRUE(line.startsWith("<Placemark><name>&lt;A&amp;\xef\xbf\xbd&gt;</name>")) << line.toStdString();
+    EXPECT_TRUE(line.startsWith("<Placemark><name>&lt;A&amp;\xef\xbf\xbd&gt;</name>"))
+        << line.toStdString();
     EXPECT_TRUE(line.contains("<SimpleData name=\"re mark\">it&#39;s &quot;x&quot;&#13;</"));
     EXPECT_TRUE(line.contains("<SimpleData name=\"hdop\">0.9</SimpleData>"));
     EXPECT_TRUE(line.endsWith("<Point><coordinates>0.00000000000,0.00000000000,0.00000"
@@ -77,12 +78,14 @@ TEST(GpxWriter, NamesElementsAsXmlHasThem)
 TEST(DxfWriter, WritesAPointWithItsDataAndALabel)
 {
     positions::DxfWriter writer(printer(), QStringLiteral("on {site} \u00e9"), 1.0);
-    EXPECT_TRUE(writer.begin(columns()).startsWith("999\non {site} \\U+00E9\n  0\nSECTION\n"));
+    EXPECT_TRUE(writer.begin(columns()).startsWith(
+        "999\non {site} \\U+00E9\n999\n1 unit = 1 m\n  0\nSECTION\n"));
     const QByteArray bytes = written(writer, "\u00e9%%d", "a\\b");
     EXPECT_TRUE(bytes.startsWith("  0\nPOINT\n  8\nPOINTS\n 10\n0.00000\n 20\n0.00000\n 30\n0.00000"
                                  "\n1001\nKELSTD\n1000\npoint=\\U+00E9\\U+0025\\U+0025d\n"))
         << bytes.toStdString();
-    EXPECT_TRUE(bytes.contains("1000\nhdop=\n1040\n0.9\n1000\nre mark=a\\U+005Cb\n")) << bytes.toStdString();
+    EXPECT_TRUE(bytes.contains("1000\nhdop=\n1040\n0.9\n1000\nre mark=a\\U+005Cb\n"))
+        << bytes.toStdString();
     // Latin 1 in the code page that the drawing names.
     EXPECT_TRUE(bytes.endsWith("  0\nTEXT\n  8\nNAMES\n 10\n0.00000\n 20\n0.00000\n 30\n0.00000\n"
                                " 40\n0.5\n  1\n\xe9\\U+0025\\U+0025d\n"))

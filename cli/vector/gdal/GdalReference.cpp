@@ -77,6 +77,22 @@ Reference::Kind kindOf(const OGRSpatialReference &system)
     return Reference::Kind::Other;
 }
 
+/// Unit and direction of the third axis, of a system of heights or of the positions' own.
+void takeHeightAxis(const OGRSpatialReference &system, Reference &facts)
+{
+    constexpr int heightAxis = 2;
+    if (system.IsGeocentric() || system.GetAxesCount() <= heightAxis)
+        return;
+    OGRAxisOrientation orientation = OAO_Other;
+    double factor = 0.0;
+    if (system.GetAxis(nullptr, heightAxis, &orientation, &factor) == nullptr)
+        return;
+    facts.countsDown = orientation == OAO_Down;
+    facts.hasHeightUnit = factor > 0.0;
+    if (facts.hasHeightUnit)
+        facts.heightFactor = factor;
+}
+
 } // namespace
 
 Reference factsOf(const OGRSpatialReference *given)
@@ -94,11 +110,9 @@ Reference factsOf(const OGRSpatialReference *given)
     system.exportToWkt(&definition, options);
     facts.definition = taken(definition);
 
+    takeHeightAxis(system, facts);
     if (system.IsCompound()) {
         facts.vertical = textOr(system.GetAttrValue("COMPD_CS|VERT_CS"));
-        const char *unit = nullptr;
-        facts.heightFactor = system.GetTargetLinearUnits("COMPD_CS|VERT_CS", &unit);
-        facts.hasHeightUnit = true;
         if (facts.vertical.empty())
             facts.vertical = "heights of their own";
         system.StripVertical();
@@ -110,6 +124,11 @@ Reference factsOf(const OGRSpatialReference *given)
         system.SetAxisMappingStrategy(OAMS_TRADITIONAL_GIS_ORDER);
     }
     facts.kind = kindOf(system);
+    // What a GeoPackage says where it names no system, and GDAL where it was given none.
+    if (facts.name.compare(0, 10, "Undefined ") == 0) {
+        facts = Reference();
+        return facts;
+    }
     facts.datum = textOr(system.GetAttrValue("DATUM"));
     facts.ellipsoid = textOr(system.GetAttrValue("SPHEROID"));
     facts.semiMajor = system.GetSemiMajor();

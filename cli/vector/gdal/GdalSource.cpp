@@ -37,11 +37,13 @@ struct MadeUpField
     const char *field;
 };
 
+constexpr char altitudeMode[] = "altitudeMode"; ///< of KML, what a height is above
+
 constexpr MadeUpField madeUpFields[] = {
-    {"LIBKML", "tessellate"}, {"LIBKML", "extrude"},   {"LIBKML", "visibility"},
-    {"LIBKML", "drawOrder"},  {"DXF", "PaperSpace"},   {"DXF", "SubClasses"},
-    {"GPX", "ele"},           {"DXF", "EntityHandle"}, {"DXF", "Linetype"},
-    {"DXF", "RawCodeValues"},
+    {"LIBKML", "tessellate"}, {"LIBKML", "extrude"},    {"LIBKML", "visibility"},
+    {"LIBKML", "drawOrder"},  {"DXF", "PaperSpace"},    {"DXF", "SubClasses"},
+    {"GPX", "ele"},           {"DXF", "EntityHandle"},  {"DXF", "Linetype"},
+    {"DXF", "RawCodeValues"}, {"LIBKML", altitudeMode},
 };
 
 bool isMadeUp(const std::string &driver, const std::string &field)
@@ -74,6 +76,9 @@ bool isTime(OGRFieldType type)
     return type == OFTDate || type == OFTTime || type == OFTDateTime;
 }
 
+constexpr int secondUnits = 100000;    ///< parts of a second that a time can tell
+constexpr std::size_t minFraction = 4; ///< a point and milliseconds
+
 /// As ISO 8601 has it: "2024-05-01T10:20:30.5Z". The zone is written where the field has one.
 std::string timeText(OGRFeatureH feature, int field, OGRFieldType type)
 {
@@ -96,13 +101,21 @@ std::string timeText(OGRFeatureH feature, int field, OGRFieldType type)
     }
     if (type == OFTDate)
         return result;
-    const int milliseconds = static_cast<int>(std::lround(static_cast<double>(second) * 1000.0));
+    // As many digits as the number has; a second just before the minute's end stays in it.
+    constexpr int minuteUnits = 60 * secondUnits;
+    int units = static_cast<int>(std::lround(static_cast<double>(second) * secondUnits));
+    const bool mayBeLeapSecond = hour == 23 && minute == 59 && second >= 60.0F;
+    if (units >= minuteUnits && !mayBeLeapSecond)
+        units = minuteUnits - 1;
     std::snprintf(text.data(), text.size(), "%s%02d:%02d:%02d", result.empty() ? "" : "T", hour,
-                  minute, milliseconds / 1000);
+                  minute, units / secondUnits);
     result += text.data();
-    if (milliseconds % 1000 != 0) {
-        std::snprintf(text.data(), text.size(), ".%03d", milliseconds % 1000);
-        result += text.data();
+    if (units % secondUnits != 0) {
+        std::snprintf(text.data(), text.size(), ".%05d", units % secondUnits);
+        std::string fraction = text.data();
+        fraction.erase(fraction.find_last_not_of('0') + 1);
+        fraction.append(fraction.size() < minFraction ? minFraction - fraction.size() : 0, '0');
+        result += fraction;
     }
     constexpr int local = 1; // below it the zone is not known either
     constexpr int utc = 100; // others count quarters of an hour from it
@@ -165,6 +178,7 @@ public:
         : m_layer(layer), m_driver(driver), m_facts(std::move(facts))
     {
         m_textField = driver == "DXF" ? fieldOf("Text") : -1;
+        m_altitudeField = driver == "LIBKML" ? fieldOf(altitudeMode) : -1;
         m_extendedField = driver == "DXF" ? fieldOf("RawCodeValues") : -1;
         takeFields();
         OGR_L_ResetReading(m_layer);
@@ -203,6 +217,8 @@ public:
         }
         if (!std::isfinite(feature.x) || !std::isfinite(feature.y) || !std::isfinite(feature.z))
             feature.failure = "its position is not finite";
+        if (m_altitudeField >= 0)
+            applyAltitudeMode(read.get(), feature);
         return Result::Feature;
     }
 
@@ -212,6 +228,17 @@ private:
     int fieldOf(const char *name) const
     {
         return OGR_FD_GetFieldIndex(OGR_L_GetLayerDefn(m_layer), name);
+    }
+
+    /// Heights above the ground are none of a survey; on the ground there is none. KML puts points
+    /// there that say nothing, and those of a survey say nothing: then only 0 is no height.
+    void applyAltitudeMode(OGRFeatureH read, Feature &feature) const
+    {
+        const std::string mode = OGR_F_GetFieldAsString(read, m_altitudeField);
+        if (mode.compare(0, 8, "relative") == 0)
+            feature.failure = "its height is one above the ground (" + mode + ")";
+        else if (mode.compare(0, 5, "clamp") == 0 || (mode.empty() && feature.z == 0.0))
+            feature.hasZ = false;
     }
 
     /// A text of a drawing is no position.
@@ -305,6 +332,7 @@ private:
     Layer m_facts;
     std::vector<int> m_fields; ///< of the layer, in the order of the facts
     int m_textField = -1;
+    int m_altitudeField = -1;
     int m_extendedField = -1;
     std::vector<Field> m_attributes; ///< in extended data, behind the fields
     std::string m_error;

@@ -2,6 +2,8 @@
 
 #include <cli/vector/FieldNames.h>
 
+#include <KelStd/positions/AttributeColumns.h>
+
 #include "support/Printers.h"
 
 #include <gtest/gtest.h>
@@ -47,7 +49,7 @@ TEST(ShapefileNames, OfManyEqualOnesStayShort)
 
 TEST(DatabaseNames, DifferInMoreThanCase)
 {
-    EXPECT_EQ(databaseNames({"Code", "code", "CODE", "x"}),
+    EXPECT_EQ(positions::numberedNames({"Code", "code", "CODE", "x"}),
               (QStringList{"Code", "code_2", "CODE_3", "x"}));
 }
 
@@ -65,6 +67,11 @@ TEST(OwnCoordinates, AreKnownByTheirNames)
     // A field "height" of other programs is one of ours only beside what nobody else writes.
     EXPECT_EQ(ownCoordinates({"height", "wgs84_lon", "height_ref", "code"}),
               (std::vector<bool>{true, true, true, false}));
+    // What merely begins like one of ours is the user's, with any ending but that of a unit.
+    EXPECT_EQ(ownCoordinates({"local_height_pole", "wgs84_x_check", "local_height", "wgs84_x_us_ft",
+                              "local_easting_clarke_ft", "wgs84_latitude_dms", "wgs84_latitude_rad",
+                              "wgs84_longitude_deg"}),
+              (std::vector<bool>{false, false, true, true, true, true, true, true}));
     // What --frames wrote: whole frames.
     EXPECT_EQ(ownCoordinates({"northing", "easting", "height", "height_ref", "Code"}),
               (std::vector<bool>{true, true, true, true, false}));

@@ -136,8 +136,8 @@ TEST_F(FileOutputs, SayWhatHeightsAre)
                     .err.contains(QLatin1String("heights in")));
     EXPECT_TRUE(readFile((convert(QStringLiteral("-o ") + path(QStringLiteral("out.dxf"))),
                           path(QStringLiteral("out.dxf"))))
-                    .startsWith("999\nEPSG:32631 WGS 84 / UTM zone 31N: easting, northing in m, "
-                                "ellipsoidal height in m\n"));
+                    .startsWith("999\nEPSG:32631 WGS 84 / UTM zone 31N: easting, northing, "
+                                "ellipsoidal height in m\n999\n1 unit = 1 m\n"));
 }
 
 TEST_F(FileOutputs, ReplaceAFileOnlyWhenTold)
@@ -224,6 +224,39 @@ TEST_F(FileOutputs, AreNeverWhatIsRead)
     EXPECT_EQ(readFile(input), controller);
 }
 
+TEST_F(FileOutputs, AreNotTheFileOfTheRejects)
+{
+    const char *const rows[][2] = {{"out.csv", "out.csv"},
+                                   {"./out.csv", "out.csv"},
+                                   {"out.kml", "out.kml"},
+                                   {"out.gpkg", "out.gpkg"},
+                                   {"out.dbf", "out.shp"}};
+    for (const auto &row : rows) {
+        SCOPED_TRACE(row[1]);
+        const ProgramResult result =
+            convert(QStringLiteral("--rejects %1 -o %2")
+                        .arg(path(QString::fromLatin1(row[0])), path(QString::fromLatin1(row[1]))));
+        EXPECT_NE(result.status, 0);
+        EXPECT_TRUE(mentionsAll(result.err, {"rejects are written there"})) << result.err;
+        EXPECT_EQ(files(), QStringList());
+    }
+}
+
+TEST_F(FileOutputs, OfKmlHaveNamesThatDifferInMoreThanCase)
+{
+    const QString file = path(QStringLiteral("out.kml"));
+    const ProgramResult result =
+        m_program.run(words(QStringLiteral("convert --system EPSG:32631 --columns 1,2,3,4 -o "))
+                          + QStringList{file},
+                      "name,lon,lat,h,a,A\nP,5.387,52.155,43.1,x,y\n");
+    ASSERT_EQ(result.status, 0) << result.err;
+    EXPECT_TRUE(mentionsAll(result.err, {"A as A_2"})) << result.err;
+    const QString shown =
+        test::toolOutput(QStringLiteral("ogrinfo"), {QStringLiteral("-al"), file});
+    for (const char *line : {"a (String) = x", "A_2 (String) = y"})
+        EXPECT_TRUE(shown.contains(QLatin1String(line))) << line << '\n' << shown;
+}
+
 TEST_F(FileOutputs, AreNotWrittenWhereTheRunDoesNotEnd)
 {
     const QString file = m_program.file(QStringLiteral("out.csv"), "mine");
@@ -291,11 +324,12 @@ TEST_F(FileOutputs, InFeetSayTheirUnit)
         words(QStringLiteral("convert --system EPSG:2263 --from local-neh -o ") + file),
         "northing,easting,height\n196850,984250,10\n");
     ASSERT_EQ(result.status, 0) << result.err;
-    EXPECT_TRUE(readFile(file).contains("northing in US survey foot"));
+    EXPECT_TRUE(readFile(file).contains("ellipsoidal height in US survey foot"));
     const auto row = test::ogrRows(file).value(0);
     EXPECT_NEAR(test::numberIn(row, QStringLiteral("X")), 984250.0, 1e-4);
     EXPECT_NEAR(test::numberIn(row, QStringLiteral("Y")), 196850.0, 1e-4);
-    EXPECT_NEAR(test::numberIn(row, QStringLiteral("Z")), 10.0, 1e-4);
+    // A drawing has one unit: a US survey foot is 1200/3937 m.
+    EXPECT_NEAR(test::numberIn(row, QStringLiteral("Z")), 10.0 * 3937.0 / 1200.0, 1e-4);
 }
 
 } // namespace

@@ -35,6 +35,45 @@ const char *const ed50Shift = "+proj=utm +zone=31 +ellps=intl +towgs84=-87,-98,-
 const char *const ed50OtherShift = "+proj=utm +zone=31 +ellps=intl +towgs84=-84,-97,-117 +type=crs";
 const char *const ed50NoShift = "+proj=utm +zone=31 +ellps=intl +type=crs";
 
+/// A shift that is none of the database's, for a datum of that name.
+const char *const amersfoortOtherShift =
+    "GEOGCS[\"Amersfoort\",DATUM[\"Amersfoort\",SPHEROID[\"Bessel 1841\",6377397.155,"
+    "299.1528128],TOWGS84[100,200,300,0,0,0,0]],PRIMEM[\"Greenwich\",0],UNIT[\"degree\","
+    "0.0174532925199433]]";
+const char *const wgs84OtherShift =
+    "GEOGCS[\"WGS 84\",DATUM[\"WGS_1984\",SPHEROID[\"WGS 84\",6378137,298.257223563],"
+    "TOWGS84[100,200,300,0,0,0,0]],PRIMEM[\"Greenwich\",0],UNIT[\"degree\","
+    "0.0174532925199433]]";
+
+/// Systems without a name, and the .prj that ESRI's form makes of the first one's.
+const char *const namedShift = "+proj=tmerc +lat_0=0 +lon_0=5 +k=0.9999 +x_0=100000 +ellps=bessel "
+                               "+towgs84=446.448,-125.157,542.06,0.15,0.247,0.842,-20.489 "
+                               "+type=crs";
+const char *const otherNamedShift =
+    "+proj=tmerc +lat_0=0 +lon_0=5 +k=0.9999 +x_0=100000 +ellps=bessel "
+    "+towgs84=346.448,-125.157,542.06,0.15,0.247,0.842,-20.489 +type=crs";
+const char *const esriUnknownShift =
+    "PROJCS[\"unknown\",GEOGCS[\"GCS_unknown\",DATUM[\"D_Unknown_based_on_Bessel_1841_ellipsoid_"
+    "using_towgs84_446_448_-125_157_542_06_0_15_0_247_0_842_-20_489\",SPHEROID[\"Bessel_1841\","
+    "6377397.155,299.1528128]],PRIMEM[\"Greenwich\",0.0],UNIT[\"Degree\",0.0174532925199433]],"
+    "PROJECTION[\"Transverse_Mercator\"],PARAMETER[\"False_Easting\",100000.0],PARAMETER["
+    "\"False_Northing\",0.0],PARAMETER[\"Central_Meridian\",5.0],PARAMETER[\"Scale_Factor\","
+    "0.9999],PARAMETER[\"Latitude_Of_Origin\",0.0],UNIT[\"Meter\",1.0]]";
+
+/// EPSG:2263 with a height in the same feet.
+const char *const feetInThree =
+    "PROJCRS[\"NY in three\",BASEGEOGCRS[\"NAD83\",DATUM[\"North American Datum 1983\",ELLIPSOID["
+    "\"GRS 1980\",6378137,298.257222101]]],CONVERSION[\"c\",METHOD[\"Lambert Conic Conformal "
+    "(2SP)\"],PARAMETER[\"Latitude of false origin\",40.1666666666667,ANGLEUNIT[\"degree\","
+    "0.0174532925199433]],PARAMETER[\"Longitude of false origin\",-74,ANGLEUNIT[\"degree\","
+    "0.0174532925199433]],PARAMETER[\"Latitude of 1st standard parallel\",41.0333333333333,"
+    "ANGLEUNIT[\"degree\",0.0174532925199433]],PARAMETER[\"Latitude of 2nd standard parallel\","
+    "40.6666666666667,ANGLEUNIT[\"degree\",0.0174532925199433]],PARAMETER[\"Easting at false "
+    "origin\",984250,LENGTHUNIT[\"US survey foot\",0.304800609601219]],PARAMETER[\"Northing at "
+    "false origin\",0,LENGTHUNIT[\"US survey foot\",0.304800609601219]]],CS[Cartesian,3],AXIS["
+    "\"easting\",east],AXIS[\"northing\",north],AXIS[\"ellipsoidal height\",up],LENGTHUNIT[\"US "
+    "survey foot\",0.304800609601219]]";
+
 struct Held
 {
     const char *layer;
@@ -92,6 +131,7 @@ TEST_P(ReferenceChecks, FitOrSayWhy)
 INSTANTIATE_TEST_SUITE_P(
     Wgs84, ReferenceChecks,
     testing::Values(Held{"EPSG:4326", wgs84, "EPSG:28992", true, ""},
+                    Held{wgs84OtherShift, wgs84, "EPSG:28992", false, "shift 100,200,300"},
                     Held{"EPSG:4979", wgs84, "EPSG:28992", true, ""},
                     Held{"EPSG:4978", xyz, "EPSG:28992", true, ""},
                     Held{"OGC:CRS84", wgs84, "EPSG:28992", true, ""},
@@ -135,6 +175,10 @@ INSTANTIATE_TEST_SUITE_P(
         Held{ed50OtherShift, plane, ed50Shift, false, "states the datum shift -84,-97,-117"},
         Held{"EPSG:23031", plane, ed50NoShift, true, "the system does not name its datum"},
         Held{"EPSG:32631", plane, ed50NoShift, false, "WGS 84"},
+        Held{amersfoortOtherShift, local, namedShift, false, "datum shift 100,200,300"},
+        Held{esriUnknownShift, plane, namedShift, true, "does not name its datum"},
+        Held{esriUnknownShift, plane, otherNamedShift, false, "346.448"},
+        Held{"EPSG:32631+5861", plane, "EPSG:32631", false, "downwards"},
         Held{"LOCAL_CS[\"site\",UNIT[\"metre\",1]]", plane, "EPSG:28992", false,
              "no system of the earth"}));
 
@@ -145,7 +189,41 @@ TEST_F(ReferenceChecks, TakeHeightsOfAVerticalSystemOnlyWithAGeoid)
     EXPECT_EQ(check("EPSG:28992", false).fit(layer, plane, false).mistake, "");
     const ReferenceFit fit = check("EPSG:28992", true).fit(layer, plane, true);
     EXPECT_EQ(fit.mistake, "");
-    EXPECT_TRUE(fit.notes.join(QString()).contains(QLatin1String("NAP height")));
+    EXPECT_TRUE(fit.warnings.join(QString()).contains(QLatin1String("NAP height")));
+}
+
+TEST_F(ReferenceChecks, KnowTheAxisOfHeights)
+{
+    struct Row
+    {
+        const char *text;
+        bool hasUnit;
+        double metres; ///< of one unit
+        bool isDown;
+    };
+    const Row rows[] = {
+        {"EPSG:2263", false, 1.0, false},
+        {feetInThree, true, 1200.0 / 3937.0, false},
+        {"EPSG:4979", true, 1.0, false},
+        {"EPSG:7415", true, 1.0, false},
+        {"EPSG:2263+6360", true, 1200.0 / 3937.0, false}, // NAVD88 height (ftUS)
+        {"EPSG:2263+8228", true, 0.3048, false},          // NAVD88 height (ft)
+        {"EPSG:32631+5861", true, 1.0, true},             // LAT depth
+        {"EPSG:32631+5831", true, 1.0, true},             // Instantaneous Water Level depth
+    };
+    for (const Row &row : rows) {
+        SCOPED_TRACE(row.text);
+        const Reference reference = facts(row.text);
+        EXPECT_EQ(reference.hasHeightUnit, row.hasUnit);
+        EXPECT_NEAR(reference.heightFactor, row.metres, 1e-12);
+        EXPECT_EQ(reference.countsDown, row.isDown);
+    }
+}
+
+TEST_F(ReferenceChecks, NeverTakeDepthsAsHeights)
+{
+    const ReferenceFit fit = check("EPSG:32631", true).fit(facts("EPSG:32631+5861"), plane, true);
+    EXPECT_TRUE(fit.mistake.contains(QLatin1String("downwards"))) << fit.mistake;
 }
 
 struct Derived

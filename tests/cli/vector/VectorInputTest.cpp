@@ -135,7 +135,7 @@ TEST_F(VectorInputs, OfDrawingsAreTheirPoints)
     EXPECT_TRUE(mentionsAll(without.err, {"--from"})) << without.err;
     const ProgramResult result = convert(file, QStringLiteral("--from local-neh"));
     EXPECT_EQ(result.status, 1);
-    EXPECT_TRUE(mentionsAll(result.err, {"no point but a Line String", "1 texts of the drawing"}))
+    EXPECT_TRUE(mentionsAll(result.err, {"no point but a Line String", "1 text of the drawing"}))
         << result.err;
     const auto rows = csvRows(result.out);
     ASSERT_EQ(rows.size(), 1);
@@ -201,6 +201,73 @@ TEST_F(VectorInputs, AreKnownByTheirContent)
 }
 
 // EPSG:2263 counts in US survey feet; from NAD83 to NAD83 nothing is shifted.
+// Written with an option and read with it, or read as the file says it.
+TEST_F(VectorInputs, OfFeetComeBackInFeet)
+{
+    for (const char *const name : {"nf.gpkg", "nf.dxf"}) {
+        SCOPED_TRACE(name);
+        const QString file = path(QString::fromLatin1(name));
+        const QStringList option = words(QStringLiteral("--length-unit us-ft"));
+        const QStringList begin =
+            words(QStringLiteral("convert --csv --system EPSG:2263 --from local-neh"));
+        const ProgramResult written =
+            m_program.run(words(QStringLiteral("convert --system EPSG:2263 --from local-neh"))
+                              + option + QStringList{QStringLiteral("-o"), file},
+                          "name,easting,northing,height\nP,1000000,200000,100\n");
+        ASSERT_EQ(written.status, 0) << written.err;
+        const auto row = test::ogrRows(file).value(0);
+        EXPECT_NEAR(numberIn(row, QStringLiteral("X")), 1000000.0, 1e-4);
+        EXPECT_NEAR(numberIn(row, QStringLiteral("Z")), 100.0, 1e-4);
+        const ProgramResult back = m_program.run(begin + option + QStringList{file});
+        EXPECT_NEAR(numberIn(csvRows(back.out).value(0), QStringLiteral("local_height_us_ft")),
+                    100.0, 2 * printed)
+            << back.err;
+        if (file.endsWith(QLatin1String("dxf"))) {
+            const ProgramResult own = m_program.run(begin + QStringList{file});
+            EXPECT_NEAR(numberIn(csvRows(own.out).value(0), QStringLiteral("local_height_m")),
+                        100.0 * 1200.0 / 3937.0, printed)
+                << own.err;
+        }
+    }
+}
+
+TEST_F(VectorInputs, OfDrawingsSayWhereTheirUnitIsAnother)
+{
+    for (const char *const unit : {"2", "4", "6", "0"}) {
+        SCOPED_TRACE(unit);
+        const QString file =
+            m_program.file(QStringLiteral("u.dxf"),
+                           "0\nSECTION\n2\nHEADER\n9\n$INSUNITS\n70\n" + QByteArray(unit)
+                               + "\n0\nENDSEC\n0\nSECTION\n2\nENTITIES\n"
+                                 "0\nPOINT\n8\nT\n10\n663290.5\n20\n5780964.25\n30\n43.5\n"
+                                 "0\nENDSEC\n0\nEOF\n");
+        const ProgramResult result = convert(file, QStringLiteral("--from local-neh"));
+        EXPECT_EQ(result.status, 0) << result.err;
+        const bool isOther = *unit == '2' || *unit == '4';
+        EXPECT_EQ(result.err.contains(QLatin1String("warning")), isOther) << result.err;
+    }
+}
+
+TEST_F(VectorInputs, WithAnUndefinedSystemNeedTheirFrame)
+{
+    const QString file = layer(QStringLiteral("p.gpkg"), QStringLiteral("-a_srs EPSG:32631"),
+                               "{\"type\":\"Point\",\"coordinates\":[663290.5,5780964.25,43.5]}");
+    for (const char *const id : {"-1", "0"}) {
+        SCOPED_TRACE(id);
+        for (const char *const table : {"gpkg_contents", "gpkg_geometry_columns"}) {
+            toolOutput(QStringLiteral("ogrinfo"),
+                       {file, QStringLiteral("-sql"),
+                        QStringLiteral("UPDATE %1 SET srs_id = %2")
+                            .arg(QLatin1String(table), QLatin1String(id))});
+        }
+        EXPECT_TRUE(mentionsAll(convert(file).err, {"--from says what"}));
+        const ProgramResult result = convert(file, QStringLiteral("--from local-neh"));
+        EXPECT_EQ(result.status, 0) << result.err;
+        EXPECT_EQ(csvRows(result.out).value(0).value(QStringLiteral("local_easting_m")),
+                  "663290.50000");
+    }
+}
+
 TEST_F(VectorInputs, InFeetAreReadInFeet)
 {
     const QByteArray point = "{\"type\":\"FeatureCollection\",\"features\":[{\"type\":\"Feature\","
@@ -252,10 +319,10 @@ TEST_F(VectorInputs, RejectWhatIsNoPointByItsFeature)
     const ProgramResult result = convert(file, QStringLiteral("--rejects ") + rejects);
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(csvRows(result.out).size(), 2);
-    EXPECT_TRUE(mentionsAll(result.err,
-                            {":12: it is no point but a Line String", ":13: it has no geometry",
-                             ":15: it is 2 points", ":16: its latitude is 95",
-                             "1 features have no height: 0 is taken", "4 of 6 positions failed"}))
+    EXPECT_TRUE(
+        mentionsAll(result.err, {":12: it is no point but a Line String", ":13: it has no geometry",
+                                 ":15: it is 2 points", ":16: its latitude is 95",
+                                 "1 feature has no height: 0 is taken", "4 of 6 positions failed"}))
         << result.err;
     EXPECT_EQ(test::readFile(rejects), "point,longitude,latitude,height\nB,,,\nC,,,\nE,,,\n"
                                        "F,5.4,95,1\n");
@@ -282,6 +349,106 @@ TEST_F(VectorInputs, OfSeveralLayersNeedAName)
     const ProgramResult road = convert(file, QStringLiteral("--layer roads"));
     EXPECT_EQ(road.status, 2);
     EXPECT_TRUE(mentionsAll(road.err, {"Line String"})) << road.err;
+}
+
+// Declared to have no heights, of a system above NAP; the second point has one.
+TEST_F(VectorInputs, DeclaredWithoutHeightsAreHeldAgainstThemAllTheSame)
+{
+    const QByteArray points =
+        "{\"type\":\"FeatureCollection\",\"features\":["
+        "{\"type\":\"Feature\",\"properties\":{\"name\":\"flat\"},\"geometry\":{\"type\":"
+        "\"Point\",\"coordinates\":[155000,463000]}},"
+        "{\"type\":\"Feature\",\"properties\":{\"name\":\"high\"},\"geometry\":{\"type\":"
+        "\"Point\",\"coordinates\":[155000,463000,10]}}]}";
+    const QString file =
+        layer(QStringLiteral("p.gpkg"), QStringLiteral("-a_srs EPSG:7415 -nlt POINTZ"), points);
+    toolOutput(
+        QStringLiteral("ogrinfo"),
+        {file, QStringLiteral("-sql"), QStringLiteral("UPDATE gpkg_geometry_columns SET z = 0")});
+    const ProgramResult result = convert(file, QStringLiteral("--system EPSG:28992"));
+    EXPECT_EQ(result.status, 1) << result.err;
+    EXPECT_TRUE(mentionsAll(result.err, {"NAP height"})) << result.err;
+    EXPECT_FALSE(result.out.contains(QLatin1String("high"))) << result.out;
+}
+
+TEST_F(VectorInputs, InThreeAxesOfFeetAreReadInFeet)
+{
+    const QByteArray point = "{\"type\":\"FeatureCollection\",\"features\":[{\"type\":\"Feature\","
+                             "\"properties\":{},\"geometry\":{\"type\":\"Point\",\"coordinates\":"
+                             "[984250.0,196850.0,3937.0]}}]}";
+    const QString definition = m_program.file(
+        QStringLiteral("three.wkt"),
+        "PROJCRS[\"NY in three\",BASEGEOGCRS[\"NAD83\",DATUM[\"North American Datum 1983\","
+        "ELLIPSOID[\"GRS 1980\",6378137,298.257222101]]],CONVERSION[\"c\",METHOD[\"Lambert Conic "
+        "Conformal (2SP)\"],PARAMETER[\"Latitude of false origin\",40.1666666666667,ANGLEUNIT["
+        "\"degree\",0.0174532925199433]],PARAMETER[\"Longitude of false origin\",-74,ANGLEUNIT["
+        "\"degree\",0.0174532925199433]],PARAMETER[\"Latitude of 1st standard parallel\","
+        "41.0333333333333,ANGLEUNIT[\"degree\",0.0174532925199433]],PARAMETER[\"Latitude of 2nd "
+        "standard parallel\",40.6666666666667,ANGLEUNIT[\"degree\",0.0174532925199433]],"
+        "PARAMETER[\"Easting at false origin\",984250,LENGTHUNIT[\"US survey foot\","
+        "0.304800609601219]],PARAMETER[\"Northing at false origin\",0,LENGTHUNIT[\"US survey "
+        "foot\","
+        "0.304800609601219]]],CS[Cartesian,3],AXIS[\"easting\",east],AXIS[\"northing\",north],AXIS["
+        "\"ellipsoidal height\",up],LENGTHUNIT[\"US survey foot\",0.304800609601219]]");
+    const QString file =
+        layer(QStringLiteral("ny.gpkg"), QStringLiteral("-a_srs ") + definition, point);
+    const ProgramResult result = convert(file, QStringLiteral("--system EPSG:2263"));
+    ASSERT_EQ(result.status, 0) << result.err;
+    // A US survey foot is 1200/3937 m.
+    EXPECT_NEAR(numberIn(csvRows(result.out).value(0), QStringLiteral("local_height_m")), 1200.0,
+                printed);
+}
+
+// What a KML says its heights are above.
+TEST_F(VectorInputs, OfKmlTakeHeightsByTheirAltitudeMode)
+{
+    const char *const rows[][2] = {{"relativeToGround", "10"},
+                                   {"clampToGround", "11"},
+                                   {"absolute", "12"},
+                                   {"", "13"},
+                                   {"", "0"}};
+    QByteArray bytes =
+        "<?xml version=\"1.0\"?><kml xmlns=\"http://www.opengis.net/kml/2.2\"><Document>\n";
+    for (const auto &row : rows) {
+        bytes += "<Placemark><name>H" + QByteArray(row[1]) + "</name><Point>";
+        if (*row[0] != '\0')
+            bytes += "<altitudeMode>" + QByteArray(row[0]) + "</altitudeMode>";
+        bytes +=
+            "<coordinates>5.4,52.2," + QByteArray(row[1]) + "</coordinates></Point></Placemark>\n";
+    }
+    const QString file = m_program.file(QStringLiteral("p.kml"), bytes + "</Document></kml>\n");
+    const ProgramResult result = convert(file, QStringLiteral("--height 7"));
+    EXPECT_EQ(result.status, 1);
+    EXPECT_TRUE(mentionsAll(result.err, {"above the ground (relativeToGround)",
+                                         "2 features have no height: 7 is taken"}))
+        << result.err;
+    const auto found = csvRows(result.out);
+    ASSERT_EQ(found.size(), 4);
+    const char *const heights[] = {"7.00000", "12.00000", "13.00000", "7.00000"};
+    for (int i = 0; i < found.size(); ++i)
+        EXPECT_EQ(found[i].value(QStringLiteral("wgs84_height_m")), heights[i]);
+}
+
+TEST_F(VectorInputs, KeepTheFractionsOfSeconds)
+{
+    const char *const times[][2] = {{"10:20:59.9999", "10:20:59.9999"},
+                                    {"10:20:59.9", "10:20:59.900"},
+                                    {"10:59:59.999999", "10:59:59.99999"},
+                                    {"10:20:30.25", "10:20:30.250"},
+                                    {"10:20:30", "10:20:30"}};
+    QByteArray bytes = "<?xml version=\"1.0\"?><gpx version=\"1.1\" creator=\"x\" "
+                       "xmlns=\"http://www.topografix.com/GPX/1/1\">";
+    for (const auto &row : times) {
+        bytes += "<wpt lat=\"52.155\" lon=\"5.387\"><ele>43.1</ele><time>2024-05-01T"
+                 + QByteArray(row[0]) + "Z</time></wpt>";
+    }
+    const ProgramResult result = convert(m_program.file(QStringLiteral("p.gpx"), bytes + "</gpx>"));
+    const auto rows = csvRows(result.out);
+    ASSERT_EQ(rows.size(), 5) << result.err;
+    for (int i = 0; i < rows.size(); ++i) {
+        EXPECT_EQ(rows[i].value(QStringLiteral("time")),
+                  QStringLiteral("2024-05-01T%1Z").arg(QLatin1String(times[i][1])));
+    }
 }
 
 TEST_F(VectorInputs, TakeNamesOfAnyField)
