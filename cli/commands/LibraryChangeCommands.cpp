@@ -231,16 +231,18 @@ ExitStatus replaceIn(const LibraryDirectory &library, RecordKind kind, const Giv
 
 ExitStatus runLibraryAdd(const QStringList &arguments, Console &console)
 {
-    CommandLine line(QStringLiteral("[OPTIONS] FILE.xml|NAME"),
-                     QStringLiteral("Adds the coordinate system, ellipsoid or projection of a "
-                                    "document to a library."),
-                     QStringLiteral("A NAME is that of an entry of this library, of that of the "
-                                    "home directory or of\nthe delivered one: it is copied under "
-                                    "another name, or into another library.\n\nA system becomes a "
-                                    "custom one. It is written anew: numbers "
-                                    "with 15 digits. A\nname may have slashes; that of its "
-                                    "file has %2F for each.")
-                         + QStringLiteral("\n\n") + changeStatusHelp());
+    CommandLine line(
+        QStringLiteral("[OPTIONS] FILE.xml|NAME"),
+        QStringLiteral("Adds the coordinate system, ellipsoid or projection of a "
+                       "document to a library."),
+        QStringLiteral("A NAME is that of an entry of this library, of that of the "
+                       "home directory or of\nthe delivered one: it is copied under "
+                       "another name, or into another library.\n\nA system becomes a "
+                       "custom one. It is written anew: numbers "
+                       "with 15 digits. A\nname may have slashes; that of its "
+                       "file has %2F for each. One of the form\nof a code (EPSG:28992) "
+                       "is for the system of that code alone.")
+            + QStringLiteral("\n\n") + changeStatusHelp());
     line.setExamples(QStringLiteral("kelstd library add harbour.xml"),
                      QStringLiteral("kelstd library add --dir team --create harbour.xml"));
     addDirectoryOption(line);
