@@ -201,14 +201,15 @@ INSTANTIATE_TEST_SUITE_P(
             "PlanarTransformation",
             editedSystem(rdNew, {{QStringLiteral("<Plane_Transform ver=\"1\" fuction=\"None\""),
                                   QStringLiteral("<Plane_Transform ver=\"1\" "
-                                                 "fuction=\"Four\"")}}),
-            "planar transformation is kept but not applied"},
+                                                 "fuction=\"Four\"")},
+                                 {unfilledRatio, ratioOne}}),
+            "planar transformation is not applied to the four frames"},
         NotedSystem{
             "HeightFitting",
             editedSystem(rdNew, {{QStringLiteral("<Elevation_Fitting ver=\"1\" function=\"None\""),
                                   QStringLiteral("<Elevation_Fitting ver=\"1\" "
                                                  "function=\"Fixed\"")}}),
-            "height fitting is kept but not applied"},
+            "height fitting is not applied to the four frames"},
         NotedSystem{"AxesWestAndSouth",
                     test::readFile(test::systemPath(QStringLiteral("hartebeesthoek94_lo29.xml"))),
                     "axes of this system point west and south"}),
