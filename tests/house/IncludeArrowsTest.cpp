@@ -37,7 +37,7 @@ const QList<Room> &rooms()
         {"KelStd/location/", {"coord", "text", "proj", "platform"}},
         {"KelStd/positions/", {"coord", "display", "text", "location", "io"}},
         {"KelStd/library/", {"coord", "display", "io", "files", "platform"}},
-        {"KelStd/catalogue/", {"coord", "io", "location", "proj"}},
+        {"KelStd/catalogue/", {"coord", "io", "location", "proj", "calibration"}},
         {"KelStd/calibration/", {"coord", "text", "location"}},
     };
     return rows;
