@@ -8,6 +8,7 @@
 #include <KelStd/proj/ShiftGrids.h>
 
 #include <QtCore/QFileInfo>
+#include <QtCore/QLocale>
 
 #include <algorithm>
 
@@ -18,9 +19,10 @@ namespace {
 using calibration::SiteTransform;
 using Steps = std::vector<ProjStep>;
 
+/// In as many digits as read back the same.
 QByteArray exactly(double value)
 {
-    return QByteArray::number(value, 'g', 17);
+    return QString::number(value, 'g', QLocale::FloatingPointShortest).toLatin1();
 }
 
 void append(Steps &steps, const Steps &more)

@@ -122,10 +122,9 @@ std::optional<calibration::SiteTransform> siteOf(const Coord &coord, const Conve
     auto site = calibration::SiteTransform::of(coord, &failure);
     if (site && !site->hasSite() && options.isFromSite) {
         site.reset();
-        failure.text =
-            QStringLiteral("it has neither a planar transformation nor a height fitting, "
-                           "and no site without them: --from %1 reads its positions")
-                .arg(QLatin1String(positions::siteFrameName));
+        failure.text = QStringLiteral("it has no site, neither a planar transformation nor a "
+                                      "height fitting, and --from %1 reads positions of one")
+                           .arg(QLatin1String(positions::siteFrameName));
     }
     if (!site) {
         console.report(QStringLiteral("cannot use the coordinate system %1: %2")

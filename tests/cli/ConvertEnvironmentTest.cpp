@@ -19,6 +19,12 @@ using test::ProgramRun;
 const QByteArray position = "5.25,52.5,1\n";
 const QString rdNew = QStringLiteral("rd_new.xml");
 
+/// The scale of a planar transformation that nobody filled, and one that can be applied.
+const QString unfilledRatio = QStringLiteral("<ratio ver=\"1\" unit=\"None\" valType=\"Double\" "
+                                             "isDictionary=\"false\">0<");
+const QString ratioOne = QStringLiteral("<ratio ver=\"1\" unit=\"None\" valType=\"Double\" "
+                                        "isDictionary=\"false\">1<");
+
 /// Converts with a document of these bytes.
 ProgramResult convertWith(const QByteArray &document)
 {
