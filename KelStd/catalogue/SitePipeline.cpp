@@ -75,16 +75,13 @@ Steps projectionOf(const ChainDefinitions &chain)
     return steps;
 }
 
-/// From longitude and latitude [rad] of WGS84 to the plane, where a grid shifts. On the way lies
-/// GRS 80, as it does in the conversions.
+/// From longitude and latitude [rad] of WGS84 to the plane, where a grid shifts.
 std::optional<Steps> stepsByGrid(const ChainDefinitions &chain)
 {
     const Steps local = stepsOf(chain.localGeographic.toUtf8());
     if (local.size() != 1 || !local.front().has("nadgrids"))
         return std::nullopt;
-    Steps steps = {{"cart", false, {{"a", "6378137"}, {"rf", "298.257223563"}}},
-                   {"cart", true, {{"ellps", "GRS80"}}},
-                   {"hgridshift", true, {{"grids", pathsOfGrids(local.front().text("nadgrids"))}}}};
+    Steps steps = {{"hgridshift", true, {{"grids", pathsOfGrids(local.front().text("nadgrids"))}}}};
     append(steps, projectionOf(chain));
     return steps;
 }
