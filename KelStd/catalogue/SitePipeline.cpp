@@ -1,7 +1,6 @@
 #include <KelStd/catalogue/SitePipeline.h>
 
 #include <KelStd/catalogue/ProjSteps.h>
-#include <KelStd/coord/GeographicProjections.h>
 #include <KelStd/location/ChainDefinitions.h>
 #include <KelStd/location/LocationBuilder.h>
 #include <KelStd/location/ShortWay.h>
@@ -167,10 +166,6 @@ std::optional<QByteArray> sitePipeline(const ProjSession &session, const Coord &
     if (site.surfaceFunction() == ElevationFittingFunction_Curve) {
         reason = QStringLiteral("its height fitting is a curved surface, for which PROJ has no "
                                 "step");
-        return std::nullopt;
-    }
-    if (isGeographicProjection(coord.projection.proj4Projection.trimmed())) {
-        reason = QStringLiteral("its coordinates are longitudes and latitudes, which have no site");
         return std::nullopt;
     }
     const ChainDefinitions chain(&coord);

@@ -197,8 +197,9 @@ TEST(SiteTransform, RatioThatIsNotPositiveIsRefused)
 {
     // 0 is what a record has that nobody filled.
     for (const double ratio : {0.0, -0.0, -1.0, -1e-300}) {
-        EXPECT_EQ(refusalOf(test::similarity(1.0, 2.0, 3.0, ratio), noFitting, "ratio of the planar"),
-                  SiteFailureKind::BadRatio);
+        EXPECT_EQ(
+            refusalOf(test::similarity(1.0, 2.0, 3.0, ratio), noFitting, "ratio of the planar"),
+            SiteFailureKind::BadRatio);
     }
 }
 
@@ -272,6 +273,19 @@ TEST(SiteTransform, UnknownFunctionsAreRefused)
         fitting.function = static_cast<EElevationFittingFunction>(code);
         EXPECT_EQ(refusalOf(noPlane, fitting, "height fitting"), SiteFailureKind::UnknownFunction);
     }
+}
+
+TEST(SiteTransform, LongitudesAndLatitudesHaveNoSite)
+{
+    Coord coord;
+    coord.projection.proj4Projection = QStringLiteral("longlat");
+    EXPECT_FALSE(SiteTransform::of(coord)->hasSite());
+    coord.elevationFitting = test::fixedHeight(1.0);
+    SiteFailure failure;
+    EXPECT_FALSE(SiteTransform::of(coord, &failure).has_value());
+    EXPECT_EQ(failure.kind, SiteFailureKind::NoPlane);
+    EXPECT_TRUE(failure.text.contains(QLatin1String("longitudes and latitudes")));
+    EXPECT_FALSE(SiteTransform::of(coord).has_value());
 }
 
 TEST(SiteTransform, CoordinatesBeyondNumbersAreNotFinite)
