@@ -163,7 +163,7 @@ TEST_F(ConvertSite, HeadingsOfTheSiteAndThePlaneAreNotMixedUp)
          "these headings fit --from site-neh"},
         {"local_northing,local_easting,local_height", "--from=site-neh",
          "these headings fit --from local-neh"},
-        {"northing_site,easting_site,site_h", "--from=wgs84-llh",
+        {"site_northing_m,site_easting_m,site_height_m", "--from=wgs84-llh",
          "these headings fit --from site-neh"},
         {"site_id,local_northing,easting,height", "--from=site-neh", "it names no northing"},
     };
