@@ -72,6 +72,9 @@ CommandLine makeCommandLine()
                     .arg(QLatin1String(row.help));
     }
     help += QStringLiteral(
+        "Of a system with a site (a planar transformation, a height fitting), proj is one\n"
+        "pipeline from WGS84 longitude, latitude [deg] and height to easting, northing\n"
+        "and height at the site; wkt2 and projjson have its plane as a derived system.\n"
         "What a form cannot say of the system is listed on standard error. A .prj is that\n"
         "of the database's system which this one was found to be, by numbers.\n"
         "\n"

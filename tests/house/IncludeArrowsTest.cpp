@@ -38,7 +38,8 @@ const QList<Room> &rooms()
         {"KelStd/location/", {"coord", "text", "proj", "platform"}},
         {"KelStd/positions/", {"coord", "display", "text", "location", "io"}},
         {"KelStd/library/", {"coord", "text", "display", "io", "files", "platform"}},
-        {"KelStd/catalogue/", {"coord", "io", "location", "proj"}},
+        {"KelStd/catalogue/", {"coord", "io", "location", "proj", "calibration"}},
+        {"KelStd/calibration/", {"coord", "text", "location"}},
     };
     return rows;
 }
@@ -62,7 +63,7 @@ const QList<Room> &programRooms()
         {"cli/vector/", {"terminal", "run", "conversion"}},
         {"cli/commands/",
          {"terminal", "values", "run", "library", "geoids", "systems", "proj", "conversion",
-           "catalogue", "doctor", "vector"}},
+          "catalogue", "doctor", "vector"}},
         {"cli/", {"commands", "terminal"}},
     };
     return rows;
