@@ -3,6 +3,8 @@
 /// Every public header of KelStd.
 
 #include <KelStd/Failure.h>
+#include <KelStd/calibration/SiteFailure.h>
+#include <KelStd/calibration/SiteTransform.h>
 #include <KelStd/catalogue/Catalogue.h>
 #include <KelStd/catalogue/CatalogueFailure.h>
 #include <KelStd/catalogue/DatumShift.h>

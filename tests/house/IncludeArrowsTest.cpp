@@ -38,6 +38,7 @@ const QList<Room> &rooms()
         {"KelStd/positions/", {"coord", "display", "text", "location", "io"}},
         {"KelStd/library/", {"coord", "display", "io", "files", "platform"}},
         {"KelStd/catalogue/", {"coord", "io", "location", "proj"}},
+        {"KelStd/calibration/", {"coord", "text"}},
     };
     return rows;
 }
