@@ -3,7 +3,13 @@
 /// Every public header of KelStd.
 
 #include <KelStd/Failure.h>
+#include <KelStd/calibration/CalibrationFailure.h>
+#include <KelStd/calibration/DatumFit.h>
+#include <KelStd/calibration/FitStatistics.h>
+#include <KelStd/calibration/SiteCheck.h>
 #include <KelStd/calibration/SiteFailure.h>
+#include <KelStd/calibration/SiteFit.h>
+#include <KelStd/calibration/SiteHull.h>
 #include <KelStd/calibration/SiteTransform.h>
 #include <KelStd/catalogue/Catalogue.h>
 #include <KelStd/catalogue/CatalogueFailure.h>
@@ -13,6 +19,7 @@
 #include <KelStd/catalogue/SystemExport.h>
 #include <KelStd/catalogue/SystemImport.h>
 #include <KelStd/coord/AreaOfUse.h>
+#include <KelStd/coord/ControlPoint.h>
 #include <KelStd/coord/Coord.h>
 #include <KelStd/coord/Ellipsoid.h>
 #include <KelStd/coord/Enumerations.h>

@@ -16,8 +16,9 @@ namespace KelStd::calibration {
 struct DatumPair
 {
     QString name;
-    Pos local; ///< earth-centred cartesian on the local datum [m]
-    Pos wgs84; ///< earth-centred cartesian in WGS84 [m]
+    Pos local;                   ///< earth-centred cartesian on the local datum [m]
+    Pos wgs84;                   ///< earth-centred cartesian in WGS84 [m]
+    std::optional<double> sigma; ///< standard deviation of each coordinate [m]; of all or of none
 };
 
 /// How many parameters a datum shift has.
@@ -45,21 +46,21 @@ struct DatumParameters
 struct DatumPoint
 {
     QString name;
-    double residualX = 0.0; ///< [m]
-    double residualY = 0.0; ///< [m]
-    double residualZ = 0.0; ///< [m]
-    std::optional<double> test; ///< Pope's tau, the largest one of the three coordinates'
+    double residualX = 0.0;     ///< [m]
+    double residualY = 0.0;     ///< [m]
+    double residualZ = 0.0;     ///< [m]
+    std::optional<double> test; ///< |w| or tau, the largest one of the three coordinates'
     bool isSuspect = false;
 };
 
 /// A fitted datum shift.
 struct DatumFit
 {
-    Coord coord;               ///< the base system with its datum shift filled
+    Coord coord; ///< the base system with its datum shift filled
     DatumMethod method = DatumMethod::Seven;
-    DatumParameters rigorous;  ///< as stored, by the exact rotation matrix
-    DatumParameters linear;    ///< by the linear matrix of Bursa and Wolf, for comparison
-    FitStatistics statistics;  ///< s0 of single coordinates [m]
+    DatumParameters rigorous; ///< as stored, by the exact rotation matrix
+    DatumParameters linear;   ///< by the linear matrix of Bursa and Wolf, for comparison
+    FitStatistics statistics;
     QVector<DatumPoint> points;
     CalibrationWarnings warnings;
 };

@@ -29,8 +29,8 @@ enum class OutlierTest
 /// deviation where these were given.
 struct FitStatistics
 {
-    int points = 0;                      ///< that took part
-    int redundancy = 0;                  ///< observations less parameters
+    int points = 0;     ///< that took part
+    int redundancy = 0; ///< observations less parameters
     OutlierTest test = OutlierTest::Pope;
     std::optional<double> s0;            ///< [m] with Pope's test, without unit with Baarda's
     std::optional<double> rms;           ///< [m]

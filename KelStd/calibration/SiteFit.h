@@ -66,13 +66,13 @@ struct PlanFit
 struct HeightFit
 {
     HeightMethod method = HeightMethod::None;
-    HeightSurface surface;        ///< as stored; zeros where nothing is fitted
+    HeightSurface surface; ///< as stored; zeros where nothing is fitted
     FitStatistics statistics;
-    stENU centroid{};             ///< weighted, of the points used, in site coordinates [m]
-    double shiftAtCentroid = 0.0; ///< the surface there [m]
-    double slopeNorth = 0.0;      ///< and its slope [m/m]
-    double slopeEast = 0.0;       ///< [m/m]
-    std::optional<double> shiftDeviation;      ///< of the shift at the centroid [m]
+    stENU centroid{};                     ///< weighted, of the points used, in site coordinates [m]
+    double shiftAtCentroid = 0.0;         ///< the surface there [m]
+    double slopeNorth = 0.0;              ///< and its slope [m/m]
+    double slopeEast = 0.0;               ///< [m/m]
+    std::optional<double> shiftDeviation; ///< of the shift at the centroid [m]
     std::optional<double> slopeNorthDeviation; ///< [m/m]
     std::optional<double> slopeEastDeviation;  ///< [m/m]
 };
@@ -82,9 +82,9 @@ struct HeightFit
 struct SitePoint
 {
     QString name;
-    stENU base{};                 ///< the position in the plane of the system [m]
-    stENU site{};                 ///< what the fitted records make of it [m]
-    stENU control{};              ///< as it was given [m]; its height is 0 where none was
+    stENU base{};    ///< the position in the plane of the system [m]
+    stENU site{};    ///< what the fitted records make of it [m]
+    stENU control{}; ///< as it was given [m]; its height is 0 where none was
     PointStatistics plan;
     PointStatistics height;
     std::optional<double> residualNorth;  ///< [m]
