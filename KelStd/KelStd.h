@@ -71,6 +71,7 @@
 #include <KelStd/platform/Toolkits.h>
 #include <KelStd/positions/ColumnChoice.h>
 #include <KelStd/positions/Columns.h>
+#include <KelStd/positions/ControlList.h>
 #include <KelStd/positions/CsvWriter.h>
 #include <KelStd/positions/InputForm.h>
 #include <KelStd/positions/JsonWriter.h>

@@ -24,6 +24,13 @@ struct KELSTD_EXPORT ControlPoint
     std::optional<double> sigmaH; ///< standard deviation of northing and of easting, each [m]
     std::optional<double> sigmaV; ///< standard deviation of the height [m]
 
+    /// "hv", "h" (in plan), "v" (in height) or "-": what it is used for, as documents and lists of
+    /// points have it.
+    QString useWord() const;
+
+    /// Takes such a word, in letters of either size; false, and nothing changes, for another one.
+    bool setUse(const QString &word);
+
     bool operator==(const ControlPoint &other) const;
     bool operator!=(const ControlPoint &other) const { return !(*this == other); }
 };

@@ -8,12 +8,6 @@
 
 namespace KelStd::positions {
 
-namespace {
-
-constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
-
-} // namespace
-
 PositionParser::Reading::Reading(const InputForm &form, std::optional<ColumnChoice> choice)
     : m_form(form), m_components(form), m_choice(std::move(choice)), m_search(m_form, m_choice)
 {}
