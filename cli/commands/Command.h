@@ -21,6 +21,7 @@ struct Command
 ExitStatus runProgram(const QStringList &arguments);
 
 ExitStatus runConvert(const QStringList &arguments, Console &console);
+ExitStatus runDatumFit(const QStringList &arguments, Console &console);
 ExitStatus runDoctor(const QStringList &arguments, Console &console);
 ExitStatus runFormat(const QStringList &arguments, Console &console);
 ExitStatus runGeoidConvert(const QStringList &arguments, Console &console);
@@ -37,6 +38,8 @@ ExitStatus runLibraryRemove(const QStringList &arguments, Console &console);
 ExitStatus runLibraryReplace(const QStringList &arguments, Console &console);
 ExitStatus runLibraryShow(const QStringList &arguments, Console &console);
 ExitStatus runParse(const QStringList &arguments, Console &console);
+ExitStatus runSiteCheck(const QStringList &arguments, Console &console);
+ExitStatus runSiteFit(const QStringList &arguments, Console &console);
 ExitStatus runSystemCompose(const QStringList &arguments, Console &console);
 ExitStatus runSystemDefault(const QStringList &arguments, Console &console);
 ExitStatus runSystemExport(const QStringList &arguments, Console &console);

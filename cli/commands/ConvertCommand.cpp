@@ -93,22 +93,6 @@ QString usableGeoidModel(const Coord &coord, Console &console)
     return {};
 }
 
-/// Whether the loaded PROJ can convert by the system, and the system is understood as it is
-/// written, or --lenient. False after a report.
-bool canBeUsed(const ChosenSystem &system, const QString &name, const CommandLine &line,
-               Console &console)
-{
-    QString reason;
-    const auto definitions = definitionsOf(system.coord, reason);
-    // Where nothing can be converted, only the reason is reported.
-    if (definitions && !mayBeUsed(system.review, line, console))
-        return false;
-    if (definitions && acceptedByProj(*definitions, reason))
-        return true;
-    console.report(QStringLiteral("cannot use the coordinate system %1: %2").arg(name, reason));
-    return false;
-}
-
 /// Takes the display configuration of the library where the output starts from it.
 void configure(ConvertOptions &options, const CommandLine &line, Console &console)
 {

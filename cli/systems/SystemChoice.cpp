@@ -65,7 +65,7 @@ Lookup readRegistered(const LibraryDirectory &library, RecordKind kind, const QS
     if (const auto failure = library::fileFailure(chosen.review.file))
         reason = io::describedFailure(failure);
     else if (readSystem(chosen.review.file, chosen.coord, chosen.origin, chosen.review.findings,
-                      reason))
+                        reason))
         return Lookup::Found;
     return failedAfterReport(name, reason, console); // another program has changed it since
 }
@@ -235,6 +235,20 @@ std::optional<ChosenSystem> readChosenSystem(const QString &given, const Command
     if (!choose(given, line, chosen, console))
         return std::nullopt;
     return chosen;
+}
+
+bool canBeUsed(const ChosenSystem &system, const QString &name, const CommandLine &line,
+               Console &console)
+{
+    QString reason;
+    const auto definitions = definitionsOf(system.coord, reason);
+    // Where nothing can be converted, only the reason is reported.
+    if (definitions && !mayBeUsed(system.review, line, console))
+        return false;
+    if (definitions && acceptedByProj(*definitions, reason))
+        return true;
+    console.report(QStringLiteral("cannot use the coordinate system %1: %2").arg(name, reason));
+    return false;
 }
 
 } // namespace KelStd::cli
