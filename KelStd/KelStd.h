@@ -10,6 +10,7 @@
 #include <KelStd/calibration/SiteFailure.h>
 #include <KelStd/calibration/SiteFit.h>
 #include <KelStd/calibration/SiteHull.h>
+#include <KelStd/calibration/SiteReport.h>
 #include <KelStd/calibration/SiteTransform.h>
 #include <KelStd/catalogue/Catalogue.h>
 #include <KelStd/catalogue/CatalogueFailure.h>

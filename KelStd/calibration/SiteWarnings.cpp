@@ -15,6 +15,7 @@ constexpr double metresPerFoot = 0.3048;
 constexpr double footTolerance = 0.005; // of a scale, more than any projection has
 constexpr double farBetter = 10.0;      // times the RMS
 constexpr double leftOutLimit = 3.0;    // times the RMS
+constexpr double leastLeftOut = 0.001;  // [m], what coordinates are given to
 constexpr double leastMisfit = 0.01;    // [m] below which no mirror is looked for
 
 bool isNear(double value, double expected)
@@ -109,7 +110,7 @@ struct WorstLeftOut
 
     void take(const QString &point, double missedBy, double rms)
     {
-        if (!(missedBy > leftOutLimit * rms) || !(missedBy > arithmeticNoise))
+        if (!(missedBy > leftOutLimit * rms) || !(missedBy > leastLeftOut))
             return;
         others += name.isEmpty() ? 0 : 1;
         if (missedBy > length) {
