@@ -6,6 +6,7 @@
 #include <KelStd/calibration/CalibrationFailure.h>
 #include <KelStd/calibration/DatumFit.h>
 #include <KelStd/calibration/FitStatistics.h>
+#include <KelStd/calibration/SiteBuilder.h>
 #include <KelStd/calibration/SiteCheck.h>
 #include <KelStd/calibration/SiteFailure.h>
 #include <KelStd/calibration/SiteFit.h>

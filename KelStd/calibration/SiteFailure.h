@@ -4,14 +4,13 @@
 
 namespace KelStd::calibration {
 
-/// Why there are no site coordinates.
+/// Why the records of a site cannot be applied.
 enum class SiteFailureKind
 {
     None,
     UnknownFunction, ///< a record's function code is none that is known
     BadParameter,    ///< a parameter is no finite number, or in a unit that it cannot have
-    BadRatio,        ///< the ratio of a plane transformation is not positive
-    NoResult         ///< a position's coordinates are not finite
+    BadRatio         ///< the ratio of a plane transformation is not positive
 };
 
 using SiteFailure = Failure<SiteFailureKind>;

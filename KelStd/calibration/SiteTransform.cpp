@@ -128,7 +128,7 @@ bool failByFunction(int function, const QString &recordName, SiteFailure &failur
 
 QString planeName()
 {
-    return QObject::tr("plane transformation");
+    return QObject::tr("planar transformation");
 }
 
 QString fittingName()

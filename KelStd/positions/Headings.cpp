@@ -88,29 +88,43 @@ const NamedUnit *unitBySign(const QString &text)
     return text.size() > found.size() && text.startsWith(found) ? nullptr : unitNamed(found);
 }
 
-/// Takes "wgs84" or "local" from either end of "wgs84_latitude" and "latitude_wgs84".
+/// Whether one word is a heading of a component of the plane.
+bool isOfPlane(const QString &word)
+{
+    return std::any_of(siteColumns().begin(), siteColumns().end(), [&word](const Column &column) {
+        return wordsIn(column.headerWords).contains(word);
+    });
+}
+
+/// Takes "wgs84", "local" or "site" from either end of "wgs84_latitude" and "latitude_wgs84". A
+/// site has more than coordinates: "site_name", "site_id".
 QString takeFrame(QString &words)
 {
     words.replace(QLatin1String("wgs_84"), QLatin1String("wgs84"));
-    for (const char *name : {"wgs84", "local"}) {
-        QString frame = QString::fromLatin1(name);
-        if (words.startsWith(frame + underscore)) {
-            words.remove(0, frame.size() + 1);
-            return frame;
-        }
-        if (words.endsWith(underscore + frame)) {
-            words.chop(frame.size() + 1);
-            return frame;
-        }
+    for (const char *name : {"wgs84", "local", "site"}) {
+        const QString frame = QString::fromLatin1(name);
+        QString rest;
+        if (words.startsWith(frame + underscore))
+            rest = words.mid(frame.size() + 1);
+        else if (words.endsWith(underscore + frame))
+            rest = words.left(words.size() - frame.size() - 1);
+        else
+            continue;
+        if (frame == QLatin1String("site") && !isOfPlane(rest))
+            continue;
+        words = rest;
+        return frame;
     }
     return {};
 }
 
 bool isNameOfAColumn(const QString &name)
 {
-    return std::any_of(columns().begin(), columns().end(), [&name](const Column &column) {
+    const auto isNamed = [&name](const Column &column) {
         return QLatin1String(column.csvName) == name;
-    });
+    };
+    return std::any_of(columns().begin(), columns().end(), isNamed)
+           || std::any_of(siteColumns().begin(), siteColumns().end(), isNamed);
 }
 
 /// Whether "wgs84_..." or "local_..." may name the component. Of the local heights there are two,
@@ -121,9 +135,9 @@ bool isOfFrame(const InputForm &form, int component, const QString &frame)
         return true;
     const bool isHeight = component == componentsPerFrame - 1;
     const bool hasOneHeight =
-        frame == QLatin1String("wgs84") && form.height != InputHeight::AboveGeoid;
-    return QString::fromLatin1(rowOf(form.frame).option).startsWith(frame + QLatin1Char('-'))
-           && (!isHeight || hasOneHeight);
+        form.isAtSite
+        || (frame == QLatin1String("wgs84") && form.height != InputHeight::AboveGeoid);
+    return form.frameName().startsWith(frame + QLatin1Char('-')) && (!isHeight || hasOneHeight);
 }
 
 } // namespace
@@ -196,6 +210,8 @@ bool isKnown(const Heading &heading)
                 }
             }
         }
+        for (const Column &column : siteColumns())
+            all.insert(QString::fromLatin1(column.csvName));
         return all;
     }();
     return words.contains(heading.word) || words.contains(heading.whole);
@@ -302,11 +318,20 @@ QString otherMeaning(const InputForm &form, const Heading &heading)
     QString label;
     QStringList frameNames;
     for (const FrameRow &row : frames()) {
-        const int component = row.frame == form.frame ? -1 : componentHeaded(row.frame, heading);
+        const bool isItsOwn = row.frame == form.frame && !form.isAtSite;
+        const int component = isItsOwn ? -1 : componentHeaded(row.frame, heading);
         if (component < 0)
             continue;
         label = QString::fromLatin1(columnOf(row.frame, component).label);
         frameNames += QString::fromLatin1(row.option);
+    }
+    // Words without "site" are those of the plane.
+    if (frameNames.isEmpty() && !form.isAtSite) {
+        const int component = componentHeaded(InputForm::atSite(), heading);
+        if (component >= 0) {
+            label = QString::fromLatin1(columnOf(Frame::LocalProjected, component).label);
+            frameNames += QString::fromLatin1(siteFrameName);
+        }
     }
     if (frameNames.isEmpty()) {
         const InputForm aboveGeoid(Frame::Wgs84Geographic, InputHeight::AboveGeoid);

@@ -39,6 +39,12 @@ struct KELSTD_EXPORT InputForm
         : frame(inputFrame), height(inputHeight), lengthUnit(inputUnit)
     {}
 
+    /// Northing, easting and height at the site of a system, which are read as those of the plane.
+    static InputForm atSite(EUnit inputUnit = Unit_Meter);
+
+    /// "local-neh": what the three components together are called.
+    QString frameName() const;
+
     /// The unit in which a component is read, 0 to 2: "deg", "m", "us-ft".
     QString unitText(int component) const;
 
@@ -46,6 +52,7 @@ struct KELSTD_EXPORT InputForm
     double metresPerUnit(int component) const;
 
     Frame frame;
+    bool isAtSite = false;
     InputHeight height;
     EUnit lengthUnit; ///< of every length of the input, one that `lengthUnits` has
     std::optional<PlaneUnit> planeUnit; ///< of northing and easting, where it is another one

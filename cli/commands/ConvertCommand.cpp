@@ -19,6 +19,7 @@
 #include <cli/terminal/StandardStreams.h>
 #include <cli/values/DisplayOptions.h>
 
+#include <KelStd/calibration/SiteTransform.h>
 #include <KelStd/location/SystemNotes.h>
 #include <KelStd/positions/Columns.h>
 #include <KelStd/positions/LocationPrinter.h>
@@ -33,12 +34,15 @@ namespace {
 /// What the lines of the input hold. Lengths of the plane are in the unit of --length-unit, as they
 /// are printed; of the other frames only the output is, whose heights stand beside degrees. Without
 /// the option northing and easting are in the `planeUnit` where there is one.
-positions::InputForm inputForm(positions::Frame frame, const DisplayOptions &display,
+positions::InputForm inputForm(const ConvertOptions &options,
                                const std::optional<positions::PlaneUnit> &planeUnit)
 {
-    const bool hasUnit = frame == positions::Frame::LocalProjected && display.lengthUnit != nullptr;
-    positions::InputForm form(frame, positions::InputHeight::OfFrame,
-                              hasUnit ? display.lengthUnit->unit : Unit_Meter);
+    const positions::Frame frame = options.frame->frame;
+    const LengthUnit *const unit = options.display.lengthUnit;
+    positions::InputForm form(
+        frame, positions::InputHeight::OfFrame,
+        frame == positions::Frame::LocalProjected && unit != nullptr ? unit->unit : Unit_Meter);
+    form.isAtSite = options.isFromSite;
     form.planeUnit = planeUnit;
     return form;
 }
@@ -93,6 +97,26 @@ QString usableGeoidModel(const Coord &coord, Console &console)
     return {};
 }
 
+/// The site of the system; nothing after a report where its records cannot be applied, or there
+/// are none for positions at the site.
+std::optional<calibration::SiteTransform> siteOf(const Coord &coord, const ConvertOptions &options,
+                                                 Console &console)
+{
+    calibration::SiteFailure failure;
+    auto site = calibration::SiteTransform::of(coord, &failure);
+    if (site && !site->hasSite() && options.isFromSite) {
+        site.reset();
+        failure.text = QStringLiteral("it has no site, neither a planar transformation nor a "
+                                      "height fitting, and --from %1 reads positions of one")
+                           .arg(QLatin1String(positions::siteFrameName));
+    }
+    if (!site) {
+        console.report(QStringLiteral("cannot use the coordinate system %1: %2")
+                           .arg(options.system, failure.text));
+    }
+    return site;
+}
+
 /// Takes the display configuration of the library where the output starts from it.
 void configure(ConvertOptions &options, const CommandLine &line, Console &console)
 {
@@ -130,10 +154,13 @@ ExitStatus runConvert(const QStringList &arguments, Console &console)
     }
     if (!canBeUsed(*system, options->system, line, console))
         return ExitStatus::Environment;
+    const auto site = siteOf(coord, *options, console);
+    if (!site)
+        return ExitStatus::Environment;
     for (const QString &note : location::notesOn(coord))
         console.report(QStringLiteral("note: %1").arg(note));
     const auto planeUnit = planeUnitOf(system->origin, options->display, console);
-    const positions::InputForm form = inputForm(options->frame->frame, options->display, planeUnit);
+    const positions::InputForm form = inputForm(*options, planeUnit);
     configure(*options, line, console);
     const auto output = options->form->isConfigured ? positions::ValuePrinter::Output::Table
                                                     : positions::ValuePrinter::Output::Csv;
@@ -152,7 +179,9 @@ ExitStatus runConvert(const QStringList &arguments, Console &console)
     const int width = console.isTerminal() ? streams::terminalWidth(streams::standardOutput) : 0;
     const auto writer = options->form->makeWriter(
         {options->display, planeUnit, geoidModel, options->hasHeader, width});
-    LocationJob job(coord, system->origin, geoidModel, *options->frame, *writer);
+    const auto siteColumns =
+        site->hasSite() ? std::make_optional<SiteColumns>(printer) : std::nullopt;
+    LocationJob job(coord, system->origin, geoidModel, form, siteColumns, *writer);
     PositionRun run(input.input(), input.parser(form), job, console);
     run.setThreads(options->threads);
     if (rejects.isOpen())

@@ -28,6 +28,9 @@ QString details()
                     .arg(QString::fromLatin1(row.option), -9)
                     .arg(componentLabels(row.frame));
     }
+    text += QStringLiteral("  %1  %2\n")
+                .arg(QString::fromLatin1(positions::siteFrameName), -9)
+                .arg(componentLabels(positions::InputForm::atSite()));
     text += QStringLiteral(
         "unless a line of headings before them names the columns, in any order, such as\n"
         "  point,easting,northing,height     or     name;lat;lon;h\n"
@@ -49,17 +52,19 @@ QString details()
         "' \u2019, second\n"
         "signs \u2033 \" \u201D ''. Where blanks separate the fields, an angle holds none. "
         "Lengths\n"
-        "are metres; those of local-neh are in the unit of --length-unit. Without it,\n"
-        "northing and easting are in the system's own unit where it has one (feet,\n"
-        "links), which the headings name, and so they are printed. Decimals stand behind\n"
-        "a point, whatever the locale, or behind a comma where semicolons or tabulators\n"
-        "separate the fields. A line that can be read in two ways is refused.\n"
+        "are metres; those of local-neh and site-neh are in the unit of --length-unit.\n"
+        "Without it, northing and easting are in the system's own unit where it has one\n"
+        "(feet, links), which the headings name, and so they are printed. Decimals stand\n"
+        "behind a point, whatever the locale, or behind a comma where semicolons or\n"
+        "tabulators separate the fields. A line that can be read in two ways is refused.\n"
         "\n"
         "The output has the name and all four frames: WGS84 longitude, latitude, height;\n"
         "WGS84 X, Y, Z; local longitude, latitude, height; northing, easting, height.\n"
         "Heights are ellipsoidal (ell.), but the last one is above the geoid in a system\n"
         "that names a geoid model; the output says which. Where the model cannot be used\n"
         "or has no value for a point, a warning says so, and the height is ellipsoidal.\n"
+        "Behind them stand northing, easting and height at the site, where the system has\n"
+        "a planar transformation or a height fitting; site-neh reads them back.\n"
         "A table has degrees, minutes and seconds with %1 decimals and metres with up to\n"
         "%2; --angle degree has %3 decimals. CSV has plain numbers, degrees with %4\n"
         "decimals and metres with %5, unless --format or --angle is given. Units stand in\n"

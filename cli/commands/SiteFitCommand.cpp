@@ -8,10 +8,18 @@
 #include <cli/systems/RecordReview.h>
 #include <cli/terminal/CommandLine.h>
 #include <cli/terminal/Console.h>
+#include <cli/terminal/FilePath.h>
 #include <cli/terminal/ShownText.h>
+#include <cli/terminal/StandardStreams.h>
+#include <cli/terminal/WholeFile.h>
 
+#include <KelStd/calibration/SiteReport.h>
+#include <KelStd/catalogue/Catalogue.h>
 #include <KelStd/library/LibraryRecord.h>
 #include <KelStd/text/TypedNumber.h>
+
+#include <QtCore/QDate>
+#include <QtCore/QFileInfo>
 
 #include <algorithm>
 
@@ -25,6 +33,7 @@ const QString sigmaHOption = QStringLiteral("sigma-h");
 const QString sigmaVOption = QStringLiteral("sigma-v");
 const QString withoutOption = QStringLiteral("without");
 const QString nameOption = QStringLiteral("name");
+const QString reportOption = QStringLiteral("report");
 const QString jsonOption = QStringLiteral("json");
 
 CommandLine makeCommandLine()
@@ -72,6 +81,10 @@ CommandLine makeCommandLine()
                     QStringLiteral("The name of the site, which --add needs.\n"
                                    "Default: that of S."),
                     QStringLiteral("NAME")});
+    line.addOption({reportOption,
+                    QStringLiteral("Write a page for the client, with a plan of the\n"
+                                   "site."),
+                    QStringLiteral("FILE.html")});
     line.addOption({jsonOption, QStringLiteral("Print an object of JSON, with all digits.")});
     SystemTarget::addOptions(line);
     addLenientOption(line);
@@ -142,6 +155,46 @@ SystemOrigin originOf(const SystemOrigin &base, const ControlPoints &control)
     return origin;
 }
 
+/// The whole chain as PROJ reads it, or why there is none.
+void describeChain(const Coord &coord, calibration::SiteReportFacts &facts)
+{
+    catalogue::Catalogue catalogue;
+    catalogue::CatalogueFailure failure;
+    const auto exported =
+        catalogue.exportSystem(coord, catalogue::ExportForm::Proj, QString(), &failure);
+    if (exported)
+        facts.pipeline = exported->text;
+    else
+        facts.pipelineNote =
+            QStringLiteral("The chain cannot be written for PROJ: %1.").arg(failure.text);
+}
+
+/// Whether the report's place is free. Otherwise how the command ends, after a report.
+std::optional<ExitStatus> refusalOfReport(const QString &file, const CommandLine &line,
+                                          const SiteInput &input, Console &console)
+{
+    if (file.isEmpty())
+        return std::nullopt;
+    for (const QString &other :
+         {input.systemName, input.pointsFile, line.value(QStringLiteral("output"))}) {
+        if (!other.isEmpty()
+            && (onDisk(other) == file || streams::areSameFile(file, onDisk(other)))) {
+            console.report(
+                QStringLiteral("cannot write %1: it is another file of this command").arg(file));
+            return ExitStatus::Usage;
+        }
+    }
+    if (QFileInfo(file).isDir()) {
+        console.report(QStringLiteral("cannot write %1: it is a directory").arg(file));
+        return ExitStatus::Environment;
+    }
+    if (QFileInfo::exists(file) && !line.isSet(QStringLiteral("force"))) {
+        console.report(QStringLiteral("%1 exists; --force replaces it").arg(file));
+        return ExitStatus::Usage;
+    }
+    return std::nullopt;
+}
+
 } // namespace
 
 ExitStatus runSiteFit(const QStringList &arguments, Console &console)
@@ -165,6 +218,11 @@ ExitStatus runSiteFit(const QStringList &arguments, Console &console)
         if (const auto status = target.refusal(source, console))
             return *status;
     }
+    const QString report = onDisk(line.value(reportOption));
+    if (line.isSet(reportOption) && (report.isEmpty() || report == QLatin1String("-")))
+        return line.refuse(QStringLiteral("--report has no file's name"), console);
+    if (const auto status = refusalOfReport(report, line, input, console))
+        return *status;
     auto system = readChosenSystem(input.systemName, line, console);
     if (!system)
         return ExitStatus::Environment;
@@ -194,10 +252,25 @@ ExitStatus runSiteFit(const QStringList &arguments, Console &console)
         console.write(jsonLine(*fit));
     else
         printText(*fit, console);
-    if (!target.isNamed())
-        return ExitStatus::Success;
-    return target.put(fit->coord, originOf(input.system.origin, fit->control), line, isJson,
-                      console);
+    ExitStatus status = ExitStatus::Success;
+    if (target.isNamed()) {
+        status = target.put(fit->coord, originOf(input.system.origin, fit->control), line, isJson,
+                            console);
+    }
+    if (status != ExitStatus::Success || report.isEmpty())
+        return status;
+    calibration::SiteReportFacts facts;
+    facts.baseName = input.system.coord.coord_name;
+    facts.madeOn = QDate::currentDate().toString(Qt::ISODate);
+    describeChain(fit->coord, facts);
+    if (!writeWholeFile(report, calibration::siteReport(*fit, facts), console))
+        return ExitStatus::Environment;
+    const QString done = QStringLiteral("Wrote %1: the report").arg(report);
+    if (isJson)
+        console.noteChange(done);
+    else
+        console.printChange(done);
+    return ExitStatus::Success;
 }
 
 } // namespace KelStd::cli

@@ -9,11 +9,11 @@
 #include <cli/terminal/FilePath.h>
 #include <cli/terminal/ShownText.h>
 #include <cli/terminal/StandardStreams.h>
+#include <cli/terminal/WholeFile.h>
 
 #include <KelStd/catalogue/Catalogue.h>
 
 #include <QtCore/QFileInfo>
-#include <QtCore/QSaveFile>
 
 namespace KelStd::cli {
 
@@ -56,6 +56,9 @@ CommandLine makeCommandLine()
                     .arg(QLatin1String(row.help));
     }
     help += QStringLiteral(
+        "Of a system with a site (a planar transformation, a height fitting), proj is one\n"
+        "pipeline from WGS84 longitude, latitude [deg] and height to easting, northing\n"
+        "and height at the site; wkt2 and projjson have its plane as a derived system.\n"
         "What a form cannot say of the system is listed on standard error. A .prj is that\n"
         "of the database's system which this one was found to be, by numbers.\n"
         "\n"
@@ -74,17 +77,6 @@ CommandLine makeCommandLine()
     addDirectoryOption(line);
     addLenientOption(line);
     return line;
-}
-
-/// Whole or not at all; false after a report.
-bool writeFile(const QString &fileName, const QByteArray &bytes, Console &console)
-{
-    QSaveFile file(fileName);
-    if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.flush()
-        && file.commit())
-        return true;
-    console.report(QStringLiteral("cannot write %1: %2").arg(fileName, file.errorString()));
-    return false;
 }
 
 } // namespace
@@ -138,7 +130,7 @@ ExitStatus runSystemExport(const QStringList &arguments, Console &console)
     const QByteArray bytes = exported->text.toUtf8() + '\n';
     if (fileName.isEmpty())
         console.write(bytes);
-    else if (!writeFile(fileName, bytes, console))
+    else if (!writeWholeFile(fileName, bytes, console))
         return ExitStatus::Environment;
     if (!exported->code.isEmpty())
         console.report(QStringLiteral("note: the system is %1").arg(shown(exported->code)));

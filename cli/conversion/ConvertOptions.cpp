@@ -40,7 +40,9 @@ std::optional<ConvertOptions> convertOptionsOf(const CommandLine &line, Position
         return std::nullopt;
     }
     const QString from = line.value(QStringLiteral("from"));
-    options.frame = positions::findFrame(from);
+    options.isFromSite = from == QLatin1String(positions::siteFrameName);
+    options.frame = options.isFromSite ? &positions::rowOf(positions::Frame::LocalProjected)
+                                       : positions::findFrame(from);
     if (options.frame == nullptr) {
         mistake = QStringLiteral("--from '%1' is no frame; there are %2")
                       .arg(from, frameNames(QStringLiteral(", ")));

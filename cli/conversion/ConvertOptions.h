@@ -20,7 +20,8 @@ class PositionInput;
 struct ConvertOptions
 {
     QString system;
-    const positions::FrameRow *frame = nullptr;
+    const positions::FrameRow *frame = nullptr; ///< of positions at a site that of the plane
+    bool isFromSite = false;
     const LocationForm *form = nullptr;
     bool hasHeader = true;
     DisplayOptions display;

@@ -1,35 +1,39 @@
 #pragma once
 
+#include <cli/conversion/SiteColumns.h>
 #include <cli/run/PositionJob.h>
 
 #include <KelStd/coord/Coord.h>
 #include <KelStd/coord/SystemOrigin.h>
-#include <KelStd/location/LocationBuilder.h>
-#include <KelStd/positions/Columns.h>
+#include <KelStd/positions/InputForm.h>
 #include <KelStd/positions/PositionWriter.h>
 
 #include <QtCore/QString>
 
 #include <memory>
+#include <optional>
 
 namespace KelStd::cli {
 
-/// Makes a location of each position, only where the projection is one-to-one, and prints it. What
-/// is given must outlive the job.
+/// Makes a location of each position, only where the projection is one-to-one, and prints it, with
+/// the coordinates at the site behind it where the system has one. What is given must outlive the
+/// job, but for `SiteColumns`.
 class LocationJob : public PositionJob
 {
 public:
     /// `origin`: that of the system, whose area the positions are held against. `geoidModel`: the
-    /// one in use, empty for none. `frame`: that of the positions.
+    /// one in use, empty for none. `from`: what the positions are. `siteColumns`: nothing for a
+    /// system without a site. The records of the system's site must be such that can be applied.
     LocationJob(const Coord &coord, const SystemOrigin &origin, const QString &geoidModel,
-                const positions::FrameRow &frame, positions::PositionWriter &writer)
-        : m_coord(coord), m_origin(origin), m_geoidModel(geoidModel), m_frame(frame),
-          m_writer(writer)
+                const positions::InputForm &from, const std::optional<SiteColumns> &siteColumns,
+                positions::PositionWriter &writer)
+        : m_coord(coord), m_origin(origin), m_geoidModel(geoidModel), m_from(from),
+          m_siteColumns(siteColumns), m_writer(writer)
     {}
 
     QByteArray begin(const positions::InputColumns &columns) override
     {
-        return m_writer.begin(columns);
+        return m_writer.begin(m_siteColumns ? m_siteColumns->with(columns) : columns);
     }
     QByteArray separator() const override { return m_writer.separator(); }
     QByteArray ending() const override { return m_writer.ending(); }
@@ -41,7 +45,8 @@ private:
     const Coord &m_coord;
     const SystemOrigin &m_origin;
     const QString &m_geoidModel;
-    const positions::FrameRow &m_frame;
+    const positions::InputForm &m_from;
+    std::optional<SiteColumns> m_siteColumns;
     positions::PositionWriter &m_writer;
 };
 

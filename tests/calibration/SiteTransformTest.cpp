@@ -197,7 +197,7 @@ TEST(SiteTransform, RatioThatIsNotPositiveIsRefused)
 {
     // 0 is what a record has that nobody filled.
     for (const double ratio : {0.0, -0.0, -1.0, -1e-300}) {
-        EXPECT_EQ(refusalOf(test::similarity(1.0, 2.0, 3.0, ratio), noFitting, "ratio"),
+        EXPECT_EQ(refusalOf(test::similarity(1.0, 2.0, 3.0, ratio), noFitting, "ratio of the planar"),
                   SiteFailureKind::BadRatio);
     }
 }
@@ -264,7 +264,7 @@ TEST(SiteTransform, UnknownFunctionsAreRefused)
     for (const int code : {2, -1, 100}) {
         stPlaneTransform plane = test::similarity(1.0, 2.0, 3.0, 1.0);
         plane.fuction = static_cast<EPlaneTransformFunction>(code);
-        EXPECT_EQ(refusalOf(plane, noFitting, "plane transformation"),
+        EXPECT_EQ(refusalOf(plane, noFitting, "planar transformation"),
                   SiteFailureKind::UnknownFunction);
     }
     for (const int code : {4, -1, 100}) {

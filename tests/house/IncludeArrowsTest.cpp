@@ -37,8 +37,8 @@ const QList<Room> &rooms()
         {"KelStd/location/", {"coord", "text", "proj", "platform"}},
         {"KelStd/positions/", {"coord", "display", "text", "location", "io"}},
         {"KelStd/library/", {"coord", "display", "io", "files", "platform"}},
-        {"KelStd/catalogue/", {"coord", "io", "location", "proj"}},
-        {"KelStd/calibration/", {"coord", "text"}},
+        {"KelStd/catalogue/", {"coord", "io", "location", "proj", "calibration"}},
+        {"KelStd/calibration/", {"coord", "text", "location"}},
     };
     return rows;
 }

@@ -1,10 +1,12 @@
-// The commands of docs/systems.md, run in their order.
+// The commands of docs/systems.md and docs/sites.md, run in their order.
 
 #include "cli/ProgramRun.h"
 #include "house/SourceFiles.h"
 #include "support/Printers.h"
 
 #include <QtCore/QRegularExpression>
+
+#include <ostream>
 
 namespace KelStd {
 namespace {
@@ -55,13 +57,36 @@ void expectShown(const QStringList &lines, const QStringList &printed)
     EXPECT_TRUE(mayPass || at == printed.size()) << printed.value(at) << " is not shown";
 }
 
-TEST(SystemsGuide, ItsCommandsPrintWhatItShows)
+struct Guide
+{
+    const char *name;
+    const char *page;
+    int commands; ///< at least
+};
+
+void PrintTo(const Guide &guide, std::ostream *out)
+{
+    *out << guide.page;
+}
+
+class Guides : public testing::TestWithParam<Guide>
+{};
+
+INSTANTIATE_TEST_SUITE_P(Pages, Guides,
+                         testing::Values(Guide{"Systems", "docs/systems.md", 8},
+                                         Guide{"Sites", "docs/sites.md", 3}),
+                         [](const auto &guide) { return std::string(guide.param.name); });
+
+TEST_P(Guides, CommandsPrintWhatThePageShows)
 {
     static const QRegularExpression form(
         QStringLiteral("\\A(?:echo '([^']*)' \\| )?kelstd (.*)\\z"));
-    const QList<Shown> commands = commandsOf(test::sourceText(QStringLiteral("docs/systems.md")));
-    EXPECT_GT(commands.size(), 7);
+    const QList<Shown> commands =
+        commandsOf(test::sourceText(QString::fromLatin1(GetParam().page)));
+    EXPECT_GE(commands.size(), GetParam().commands);
     const ProgramRun program;
+    program.file(QStringLiteral("examples/site.xml"),
+                 test::sourceText(QStringLiteral("examples/site.xml")).toUtf8());
     program.run({QStringLiteral("library"), QStringLiteral("list")}); // which lays the library out
     for (const Shown &shown : commands) {
         SCOPED_TRACE(shown.command.toStdString());

@@ -1,0 +1,19 @@
+#include <cli/terminal/WholeFile.h>
+
+#include <cli/terminal/Console.h>
+
+#include <QtCore/QSaveFile>
+
+namespace KelStd::cli {
+
+bool writeWholeFile(const QString &fileName, const QByteArray &bytes, Console &console)
+{
+    QSaveFile file(fileName);
+    if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.flush()
+        && file.commit())
+        return true;
+    console.report(QStringLiteral("cannot write %1: %2").arg(fileName, file.errorString()));
+    return false;
+}
+
+} // namespace KelStd::cli

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <QtCore/QByteArray>
+#include <QtCore/QString>
+
+namespace KelStd::cli {
+
+class Console;
+
+/// Writes a file whole or not at all, in place of one that may be there; false after a report.
+bool writeWholeFile(const QString &fileName, const QByteArray &bytes, Console &console);
+
+} // namespace KelStd::cli
