@@ -197,8 +197,9 @@ TEST(SiteTransform, RatioThatIsNotPositiveIsRefused)
 {
     // 0 is what a record has that nobody filled.
     for (const double ratio : {0.0, -0.0, -1.0, -1e-300}) {
-        EXPECT_EQ(refusalOf(test::similarity(1.0, 2.0, 3.0, ratio), noFitting, "ratio of the planar"),
-                  SiteFailureKind::BadRatio);
+        EXPECT_EQ(
+            refusalOf(test::similarity(1.0, 2.0, 3.0, ratio), noFitting, "ratio of the planar"),
+            SiteFailureKind::BadRatio);
     }
 }
 

@@ -38,7 +38,7 @@ const QList<Room> &rooms()
         {"KelStd/positions/", {"coord", "display", "text", "location", "io"}},
         {"KelStd/library/", {"coord", "display", "io", "files", "platform"}},
         {"KelStd/catalogue/", {"coord", "io", "location", "proj", "calibration"}},
-        {"KelStd/calibration/", {"coord", "text", "location"}},
+        {"KelStd/calibration/", {"coord", "io", "text", "location"}},
     };
     return rows;
 }
@@ -57,9 +57,10 @@ const QList<Room> &programRooms()
         {"cli/proj/", {"terminal"}},
         {"cli/catalogue/", {"terminal", "library", "proj"}},
         {"cli/systems/", {"terminal", "values", "library", "geoids", "catalogue"}},
+        {"cli/site/", {"terminal", "run", "systems"}},
         {"cli/commands/",
          {"terminal", "values", "run", "library", "geoids", "systems", "proj", "conversion",
-          "catalogue"}},
+          "catalogue", "site"}},
         {"cli/", {"commands", "terminal"}},
     };
     return rows;
