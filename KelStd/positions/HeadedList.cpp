@@ -150,6 +150,7 @@ QString HeadedList::readPosition(const InputForm &form,
     FieldOrder order;
     order.hasHeadings = true;
     order.units = m_units;
+    order.name = fieldOf(nameColumn); // a point may be called N or E
     for (std::size_t i = 0; i < columns.size(); ++i) {
         const int field = fieldOf(columns[i]);
         const bool isAbsent = field < 0 || line.fields.at(field).isEmpty();

@@ -29,6 +29,7 @@ struct ListColumn
 class HeadedList
 {
 public:
+    /// The first column is that of the names.
     explicit HeadedList(std::vector<ListColumn> columns) : m_columns(std::move(columns)) {}
 
     enum class Result
@@ -65,6 +66,8 @@ public:
     const QStringList &notRead() const { return m_notRead; }
 
 private:
+    static constexpr int nameColumn = 0;
+
     int fieldOf(int column) const { return m_fields[static_cast<std::size_t>(column)]; }
     QString readHeadings(const QStringList &headings);
     QString lacking(const QStringList &missing) const;

@@ -7,7 +7,8 @@ namespace KelStd::cli {
 
 class Console;
 
-/// Writes a file whole or not at all, in place of one that may be there; false after a report.
+/// Writes a file whole or not at all, in place of a regular one that may be there;
+/// false after a report.
 bool writeWholeFile(const QString &fileName, const QByteArray &bytes, Console &console);
 
 } // namespace KelStd::cli
