@@ -10,7 +10,8 @@ enum class SiteFailureKind
     None,
     UnknownFunction, ///< a record's function code is none that is known
     BadParameter,    ///< a parameter is no finite number, or in a unit that it cannot have
-    BadRatio         ///< the ratio of a plane transformation is not positive
+    BadRatio,        ///< the ratio of a plane transformation is not positive
+    NoPlane          ///< the system's coordinates are longitudes and latitudes
 };
 
 using SiteFailure = Failure<SiteFailureKind>;

@@ -1,5 +1,6 @@
 #include <KelStd/calibration/SiteTransform.h>
 
+#include <KelStd/coord/GeographicProjections.h>
 #include <KelStd/text/CoordStringHelper.h>
 #include <KelStd/text/EnumerationTables.h>
 
@@ -190,7 +191,16 @@ std::optional<SiteTransform> SiteTransform::of(const stPlaneTransform &plane,
 
 std::optional<SiteTransform> SiteTransform::of(const Coord &coord, SiteFailure *failure)
 {
-    return of(coord.planeTransform, coord.elevationFitting, failure);
+    auto site = of(coord.planeTransform, coord.elevationFitting, failure);
+    const bool isGeographic = isGeographicProjection(coord.projection.proj4Projection.trimmed());
+    if (!site || !site->hasSite() || !isGeographic)
+        return site;
+    if (failure != nullptr) {
+        *failure = {SiteFailureKind::NoPlane,
+                    QObject::tr("the coordinates of the system are longitudes and latitudes, which "
+                                "have no site")};
+    }
+    return std::nullopt;
 }
 
 } // namespace KelStd::calibration

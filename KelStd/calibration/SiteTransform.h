@@ -60,7 +60,8 @@ public:
     /// The site of the records of `coord`, lengths converted to metres and angles to arc seconds;
     /// parameters that a function does not use are not looked at. Nothing, and a `failure` (when
     /// given), for a function that is not known, for a parameter that it uses and that is no finite
-    /// number or is stored in a unit that it cannot have, and for a ratio that is not positive.
+    /// number or is stored in a unit that it cannot have, for a ratio that is not positive, and for
+    /// a site of a system whose coordinates are longitudes and latitudes.
     static std::optional<SiteTransform> of(const Coord &coord, SiteFailure *failure = nullptr);
 
     /// The same of the two records.

@@ -1,7 +1,6 @@
 #include <KelStd/catalogue/SitePipeline.h>
 
 #include <KelStd/catalogue/ProjSteps.h>
-#include <KelStd/coord/GeographicProjections.h>
 #include <KelStd/location/ChainDefinitions.h>
 #include <KelStd/location/LocationBuilder.h>
 #include <KelStd/location/ShortWay.h>
@@ -75,16 +74,13 @@ Steps projectionOf(const ChainDefinitions &chain)
     return steps;
 }
 
-/// From longitude and latitude [rad] of WGS84 to the plane, where a grid shifts. On the way lies
-/// GRS 80, as it does in the conversions.
+/// From longitude and latitude [rad] of WGS84 to the plane, where a grid shifts.
 std::optional<Steps> stepsByGrid(const ChainDefinitions &chain)
 {
     const Steps local = stepsOf(chain.localGeographic.toUtf8());
     if (local.size() != 1 || !local.front().has("nadgrids"))
         return std::nullopt;
-    Steps steps = {{"cart", false, {{"a", "6378137"}, {"rf", "298.257223563"}}},
-                   {"cart", true, {{"ellps", "GRS80"}}},
-                   {"hgridshift", true, {{"grids", pathsOfGrids(local.front().text("nadgrids"))}}}};
+    Steps steps = {{"hgridshift", true, {{"grids", pathsOfGrids(local.front().text("nadgrids"))}}}};
     append(steps, projectionOf(chain));
     return steps;
 }
@@ -170,10 +166,6 @@ std::optional<QByteArray> sitePipeline(const ProjSession &session, const Coord &
     if (site.surfaceFunction() == ElevationFittingFunction_Curve) {
         reason = QStringLiteral("its height fitting is a curved surface, for which PROJ has no "
                                 "step");
-        return std::nullopt;
-    }
-    if (isGeographicProjection(coord.projection.proj4Projection.trimmed())) {
-        reason = QStringLiteral("its coordinates are longitudes and latitudes, which have no site");
         return std::nullopt;
     }
     const ChainDefinitions chain(&coord);

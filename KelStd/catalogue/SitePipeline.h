@@ -20,8 +20,8 @@ namespace KelStd::catalogue {
 /// the program's own.
 ///
 /// Nothing, with the `reason`, where PROJ has no step for a part of the system: a curved surface of
-/// heights, coordinates that are longitudes and latitudes, a geoid model without a file. Nor where
-/// the steps are not known to give what the conversions give.
+/// heights, a geoid model without a file. Nor where the steps are not known to give what the
+/// conversions give.
 std::optional<QByteArray> sitePipeline(const ProjSession &session, const Coord &coord,
                                        const calibration::SiteTransform &site, QString &reason);
 

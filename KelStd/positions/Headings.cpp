@@ -88,32 +88,20 @@ const NamedUnit *unitBySign(const QString &text)
     return text.size() > found.size() && text.startsWith(found) ? nullptr : unitNamed(found);
 }
 
-/// Whether one word is a heading of a component of the plane.
-bool isOfPlane(const QString &word)
-{
-    return std::any_of(siteColumns().begin(), siteColumns().end(), [&word](const Column &column) {
-        return wordsIn(column.headerWords).contains(word);
-    });
-}
-
-/// Takes "wgs84", "local" or "site" from either end of "wgs84_latitude" and "latitude_wgs84". A
-/// site has more than coordinates: "site_name", "site_id".
+/// Takes "wgs84" or "local" from either end of "wgs84_latitude" and "latitude_wgs84".
 QString takeFrame(QString &words)
 {
     words.replace(QLatin1String("wgs_84"), QLatin1String("wgs84"));
-    for (const char *name : {"wgs84", "local", "site"}) {
-        const QString frame = QString::fromLatin1(name);
-        QString rest;
-        if (words.startsWith(frame + underscore))
-            rest = words.mid(frame.size() + 1);
-        else if (words.endsWith(underscore + frame))
-            rest = words.left(words.size() - frame.size() - 1);
-        else
-            continue;
-        if (frame == QLatin1String("site") && !isOfPlane(rest))
-            continue;
-        words = rest;
-        return frame;
+    for (const char *name : {"wgs84", "local"}) {
+        QString frame = QString::fromLatin1(name);
+        if (words.startsWith(frame + underscore)) {
+            words.remove(0, frame.size() + 1);
+            return frame;
+        }
+        if (words.endsWith(underscore + frame)) {
+            words.chop(frame.size() + 1);
+            return frame;
+        }
     }
     return {};
 }
@@ -135,8 +123,7 @@ bool isOfFrame(const InputForm &form, int component, const QString &frame)
         return true;
     const bool isHeight = component == componentsPerFrame - 1;
     const bool hasOneHeight =
-        form.isAtSite
-        || (frame == QLatin1String("wgs84") && form.height != InputHeight::AboveGeoid);
+        frame == QLatin1String("wgs84") && form.height != InputHeight::AboveGeoid;
     return form.frameName().startsWith(frame + QLatin1Char('-')) && (!isHeight || hasOneHeight);
 }
 
@@ -325,7 +312,7 @@ QString otherMeaning(const InputForm &form, const Heading &heading)
         label = QString::fromLatin1(columnOf(row.frame, component).label);
         frameNames += QString::fromLatin1(row.option);
     }
-    // Words without "site" are those of the plane.
+    // All words but the names of its columns are those of the plane.
     if (frameNames.isEmpty() && !form.isAtSite) {
         const int component = componentHeaded(InputForm::atSite(), heading);
         if (component >= 0) {

@@ -75,7 +75,7 @@ QString otherFrames(const InputForm &form, const QVector<Heading> &headings)
         if (fits(row.frame, headings))
             fitting += form.words.frame + QLatin1Char(' ') + QLatin1String(row.option);
     }
-    // Words without "site" are those of the plane.
+    // All words but the names of its columns are those of the plane.
     if (fitting.isEmpty() && fits(InputForm::atSite(), headings))
         fitting += form.words.frame + QLatin1Char(' ') + QLatin1String(siteFrameName);
     return fitting.isEmpty() ? QString()

@@ -112,8 +112,8 @@ CommandLine convertCommandLine()
     addDirectoryOption(line);
     addLenientOption(line);
     line.addOption({QStringLiteral("from"),
-                    QStringLiteral("The frame of the input:\n%1.\nDefault: %2.")
-                        .arg(frameNames(QStringLiteral(", ")),
+                    QStringLiteral("The frame of the input: %1.\nDefault: %2.")
+                        .arg(frameNames(QStringLiteral(",\n")),
                              QString::fromLatin1(positions::frames().front().option)),
                     QStringLiteral("FRAME"),
                     QString::fromLatin1(positions::frames().front().option)});

@@ -275,6 +275,19 @@ TEST(SiteTransform, UnknownFunctionsAreRefused)
     }
 }
 
+TEST(SiteTransform, LongitudesAndLatitudesHaveNoSite)
+{
+    Coord coord;
+    coord.projection.proj4Projection = QStringLiteral("longlat");
+    EXPECT_FALSE(SiteTransform::of(coord)->hasSite());
+    coord.elevationFitting = test::fixedHeight(1.0);
+    SiteFailure failure;
+    EXPECT_FALSE(SiteTransform::of(coord, &failure).has_value());
+    EXPECT_EQ(failure.kind, SiteFailureKind::NoPlane);
+    EXPECT_TRUE(failure.text.contains(QLatin1String("longitudes and latitudes")));
+    EXPECT_FALSE(SiteTransform::of(coord).has_value());
+}
+
 TEST(SiteTransform, CoordinatesBeyondNumbersAreNotFinite)
 {
     const SiteTransform site = siteOf(test::similarity(0.0, 0.0, 3600.0, 1e300), noFitting);

@@ -141,10 +141,18 @@ TEST_P(SiteExportOfSystem, DerivedSystemHasThePlaneOfTheSite)
 // PROJ's null grid shifts by nothing, and takes the way of all grids.
 TEST_F(SiteExport, PipelineShiftsByTheGridThatIsNamed)
 {
-    for (const char *document : {"ed50_utm_31n.xml", "rd_new.xml", "hartebeesthoek94_lo29.xml"}) {
-        Coord coord = systemOf(document);
-        const QList<Pos> points = pointsOf(document, coord);
-        coord.ellipsoid.proj4EllpsName += QStringLiteral(" +nadgrids=@null");
+    const struct
+    {
+        const char *document;
+        const char *ellipsoid;
+    } rows[] = {{"ed50_utm_31n.xml", "intl"},
+                {"rd_new.xml", "bessel"},
+                {"hartebeesthoek94_lo29.xml", "WGS84"}}; // whose axes point west and south
+    for (const auto &row : rows) {
+        Coord coord = systemOf(row.document);
+        const QList<Pos> points = pointsOf(row.document, coord);
+        coord.ellipsoid.proj4EllpsName =
+            QLatin1String(row.ellipsoid) + QLatin1String(" +nadgrids=@null");
         coord.planeTransform = turned;
         coord.elevationFitting = test::fixedHeight(1.0);
         const QString pipeline = exported(coord);

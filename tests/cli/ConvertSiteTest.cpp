@@ -1,10 +1,8 @@
-// Systems with a site: its coordinates behind the frames, read back, and exported.
+// Systems with a site: its coordinates behind the frames, and read back.
 
 #include "cli/ProgramRun.h"
-#include "location/PublishedFigures.h"
+#include "cli/SiteEdits.h"
 #include "support/Printers.h"
-
-#include <KelStd/positions/CsvWriter.h>
 
 #include <QtCore/QJsonDocument>
 #include <QtCore/QJsonObject>
@@ -13,53 +11,15 @@ namespace KelStd {
 namespace {
 
 using test::csvRows;
+using test::edits;
 using test::Mentions;
 using test::numberIn;
 using test::ProgramResult;
 using test::ProgramRun;
+using test::quarterTurn;
+using test::text;
 
 const QString rdNew = QStringLiteral("rd_new.xml");
-
-QString text(const char *latin1)
-{
-    return QString::fromLatin1(latin1);
-}
-
-/// What makes a document's record of a function, with values for its parameters.
-QMap<QString, QString> edits(const char *record, const char *attribute, const char *function,
-                             const QList<QPair<QString, QString>> &values)
-{
-    const QString start = text("<%1 ver=\"1\" %2=\"").arg(text(record), text(attribute));
-    QMap<QString, QString> all{{start + text("None\""), start + text(function) + text("\"")}};
-    static const QMap<QString, QString> attributes = {
-        {text("north_translate"), text("unit=\"Meter\" valType=\"Distance\"")},
-        {text("east_translate"), text("unit=\"Meter\" valType=\"Distance\"")},
-        {text("rotate_angle"), text("unit=\"Second\" valType=\"Angle\"")}};
-    for (const auto &value : values) {
-        const QString opened =
-            text("<%1 ver=\"1\" %2 isDictionary=\"false\">")
-                .arg(value.first,
-                     attributes.value(value.first, text("unit=\"None\" valType=\"Double\"")));
-        all.insert(opened + text("0<"), opened + value.second + text("<"));
-    }
-    return all;
-}
-
-/// A quarter turn: easting 1000 and northing 2000 at Amersfoort, where the plane has 155000 and
-/// 463000; E' = N - 462000, N' = 157000 - E, H' = H + 0.5.
-QMap<QString, QString> quarterTurn(const char *ratio = "1")
-{
-    auto all = edits("Plane_Transform", "fuction", "Four",
-                     {{text("north_translate"), text("157000")},
-                      {text("east_translate"), text("-462000")},
-                      {text("rotate_angle"), text("324000")},
-                      {text("ratio"), text(ratio)}});
-    const auto fitting =
-        edits("Elevation_Fitting", "function", "Fixed", {{text("a"), text("0.5")}});
-    for (auto each = fitting.begin(); each != fitting.end(); ++each)
-        all.insert(each.key(), each.value());
-    return all;
-}
 
 class ConvertSite : public testing::Test
 {
@@ -134,10 +94,7 @@ TEST_F(ConvertSite, AllFormsHaveThem)
 
 TEST_F(ConvertSite, UnitsAndDecimalsAreThoseOfTheFrames)
 {
-    const auto feet = convert(quarterTurn(), "463000,155000,10\n",
-                              {"--from=wgs84-llh", "--length-unit=ft", "--decimals=2"});
-    EXPECT_EQ(feet.status, 1); // latitudes end at 90
-    const auto printed = convert(quarterTurn(), "1518044.6194,508530.1837,32.8084\n",
+    const auto printed = convert(quarterTurn(), "1519028.8714,508530.1837,32.8084\n",
                                  {"--from=local-neh", "--length-unit=ft"});
     ASSERT_EQ(printed.status, 0) << printed.err;
     // 2000 m, 1000 m and 10.5 m over 0.3048.
@@ -206,7 +163,7 @@ TEST_F(ConvertSite, HeadingsOfTheSiteAndThePlaneAreNotMixedUp)
          "these headings fit --from site-neh"},
         {"local_northing,local_easting,local_height", "--from=site-neh",
          "these headings fit --from local-neh"},
-        {"northing_site,easting_site,site_h", "--from=wgs84-llh",
+        {"site_northing_m,site_easting_m,site_height_m", "--from=wgs84-llh",
          "these headings fit --from site-neh"},
         {"site_id,local_northing,easting,height", "--from=site-neh", "it names no northing"},
     };
@@ -272,7 +229,7 @@ TEST_F(ConvertSite, PositionsOutsideTheAreaAreCounted)
     // The second lies 500 km further along the site's northing, which is westwards.
     const auto result =
         convert(changes, "2000,1000,1\n502000,1000,1\n1000,2000,1\n", {"--from=site-neh"});
-    EXPECT_THAT(result.err, Mentions("1 of 3 positions lies outside the area of use of the "
+    EXPECT_THAT(result.err, Mentions("1 of 3 positions lie outside the area of use of the "
                                      "system, longitudes 3.2 to 7.24"));
     EXPECT_FALSE(result.err.contains(text("WARNING")));
 }
@@ -292,44 +249,6 @@ TEST_F(ConvertSite, ManyLinesOnSeveralThreadsStandInTheirOrder)
     for (const QString &line : result.outLines().mid(1))
         printed += line.mid(line.indexOf(text(",ellipsoid,")) + 10).toUtf8() + '\n';
     EXPECT_TRUE(printed == expected);
-}
-
-TEST_F(ConvertSite, ExportedPipelineIsWrittenAsAText)
-{
-    const QString system =
-        m_program.file(text("system.xml"), test::editedSystem(rdNew, quarterTurn()));
-    const auto result =
-        m_program.run({text("system"), text("export"), system, text("--as"), text("proj")});
-    ASSERT_EQ(result.status, 0) << result.err;
-    EXPECT_TRUE(result.out.startsWith(text("+proj=pipeline +step +proj=unitconvert +xy_in=deg")));
-    EXPECT_TRUE(result.out.endsWith(
-        text("+step +proj=helmert +x=-462000 +y=157000 +s=1 +theta=324000 +step +proj=affine "
-             "+zoff=0.5\n")));
-    QProcess cct;
-    cct.start(text("cct"), QStringList{text("-d"), text("7")} + result.out.split(QLatin1Char(' ')));
-    cct.write("5.25 52.5 1 0\n");
-    cct.closeWriteChannel();
-    ASSERT_TRUE(cct.waitForFinished());
-    const QStringList numbers =
-        QString::fromUtf8(cct.readAllStandardOutput()).simplified().split(QLatin1Char(' '));
-    const auto row = csvRows(m_program
-                                 .run({text("convert"), text("--system"), system, text("--format"),
-                                       text("exact"), text("--csv")},
-                                      "5.25,52.5,1\n")
-                                 .out)
-                         .value(0);
-    EXPECT_NEAR(numbers.value(0).toDouble(), numberIn(row, text("site_easting_m")), 1e-6);
-    EXPECT_NEAR(numbers.value(1).toDouble(), numberIn(row, text("site_northing_m")), 1e-6);
-    EXPECT_NEAR(numbers.value(2).toDouble(), numberIn(row, text("site_height_m")), 1e-6);
-
-    const QString curved = m_program.file(
-        text("curved.xml"),
-        test::editedSystem(rdNew, edits("Elevation_Fitting", "function", "Curve", {})));
-    const auto refused =
-        m_program.run({text("system"), text("export"), curved, text("--as"), text("proj")});
-    EXPECT_EQ(refused.status, 1);
-    EXPECT_EQ(refused.out, QString());
-    EXPECT_THAT(refused.err, Mentions("curved surface, for which PROJ has no step"));
 }
 
 } // namespace
