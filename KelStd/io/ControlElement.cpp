@@ -8,7 +8,9 @@
 
 #include <QtCore/QLocale>
 
+#include <algorithm>
 #include <array>
+#include <cmath>
 
 namespace KelStd::io {
 
@@ -62,6 +64,15 @@ std::optional<double> numberIn(const QDomElement &element, const char *attribute
 QString exactNumber(double value)
 {
     return QString::number(value, 'g', QLocale::FloatingPointShortest);
+}
+
+/// Whether reading would take the point over.
+bool isReadable(const ControlPoint &point)
+{
+    const Numbers numbers = numbersOf(point);
+    return !point.name.isEmpty() && std::all_of(numbers.begin(), numbers.end(), [](double number) {
+        return std::isfinite(number);
+    });
 }
 
 std::optional<ControlPoint> readPoint(const QDomElement &element)
@@ -133,13 +144,15 @@ void appendControl(QDomDocument &document, const ControlPoints &points)
         return;
     QDomElement element = versionedElement(document, controlName);
     for (const ControlPoint &point : points) {
+        if (!isReadable(point))
+            continue;
         QDomElement child = document.createElement(pointName);
         child.setAttribute(nameAttribute, point.name);
         const Numbers numbers = numbersOf(point);
         for (std::size_t i = 0; i < numbers.size(); ++i)
             child.setAttribute(QString::fromLatin1(neededAttributes[i]), exactNumber(numbers[i]));
         for (const OptionalRow &row : optionalRows) {
-            if (point.*row.value)
+            if (point.*row.value && std::isfinite(*(point.*row.value)))
                 child.setAttribute(QString::fromLatin1(row.attribute),
                                    exactNumber(*(point.*row.value)));
         }

@@ -16,7 +16,8 @@ QString controlElementName();
 /// coordinates is passed over; another number that is none is not known.
 ControlPoints readControl(const QDomElement &root);
 
-/// Appends the element to the root of a document, unless there is no point.
+/// Appends the element to the root of a document, unless there is no point. What reading would not
+/// take over is left out.
 void appendControl(QDomDocument &document, const ControlPoints &points);
 
 /// What of the element is not taken over as it stands.

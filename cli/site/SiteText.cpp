@@ -18,9 +18,11 @@ using namespace calibration;
 constexpr double partsPerMillion = 1e6;
 constexpr int lengthDecimals = 4;
 
+/// Without the sign of what rounds to nothing.
 QString fixed(double value, int decimals)
 {
-    return QString::number(value, 'f', decimals);
+    const QString text = QString::number(value, 'f', decimals);
+    return text.toDouble() == 0.0 ? QString::number(0.0, 'f', decimals) : text;
 }
 
 QString length(const std::optional<double> &value)
