@@ -6,6 +6,7 @@
 #include <KelStd/positions/PositionHeader.h>
 #include <KelStd/positions/UnitDoubts.h>
 #include <KelStd/text/CoordStringHelper.h>
+#include <KelStd/text/TypedNumber.h>
 
 #include <algorithm>
 
@@ -72,7 +73,43 @@ HeadedList::Result HeadedList::take(std::string_view bytes, QString &mistake)
                       .arg(hintOnPieces(m_line.split));
         return Result::Mistake;
     }
-    return Result::Row;
+    mistake = settleDecimalMark();
+    return mistake.isEmpty() ? Result::Row : Result::Mistake;
+}
+
+/// An angle with a comma says that the commas of all numbers of its line stand before decimals:
+/// there are no thousands of degrees. They become points. Empty, or why the line is refused.
+QString HeadedList::settleDecimalMark()
+{
+    SplitLine &line = m_line.split;
+    if (line.separator != QLatin1Char(';') && line.separator != QLatin1Char('\t'))
+        return {};
+    QString withComma;
+    QString withPoint;
+    bool isSure = false;
+    std::vector<int> numbers;
+    for (std::size_t i = 0; i < m_columns.size(); ++i) {
+        if (m_fields[i] < 0 || m_columns[i].isText)
+            continue;
+        const QString &field = line.fields.at(m_fields[i]);
+        numbers.push_back(m_fields[i]);
+        if (field.contains(QLatin1Char('.')))
+            withPoint = field;
+        if (!field.contains(QLatin1Char(',')))
+            continue;
+        withComma = field;
+        isSure = isSure || m_columns[i].isAngle;
+    }
+    if (!withComma.isEmpty() && !withPoint.isEmpty()) {
+        return QStringLiteral("%1 has a comma and %2 a point; write every number with a decimal "
+                              "point, or every one with a decimal comma")
+            .arg(quoted(withComma), quoted(withPoint));
+    }
+    for (const int field : numbers) {
+        if (isSure)
+            line.fields[field] = withDecimalPoint(line.fields.at(field), DecimalMark::Comma);
+    }
+    return {};
 }
 
 QString HeadedList::lacking(const QStringList &missing) const

@@ -70,6 +70,7 @@ private:
 
     int fieldOf(int column) const { return m_fields[static_cast<std::size_t>(column)]; }
     QString readHeadings(const QStringList &headings);
+    QString settleDecimalMark();
     QString lacking(const QStringList &missing) const;
 
     std::vector<ListColumn> m_columns;

@@ -99,7 +99,8 @@ TEST_F(ControlElement, IsNotGivenWhatReadingWouldNotTakeOver)
     io::DocumentFailure failure;
     ASSERT_TRUE(io::writeSystem(completeSystem(), origin, path(), failure));
     EXPECT_TRUE(pointsIn(readFile(path())) == ControlPoints{bothPoints().last()});
-    EXPECT_TRUE(reviewed(readFile(path())).isEmpty());
+    for (const io::DocumentFinding &finding : reviewed(readFile(path())))
+        EXPECT_FALSE(finding.element.contains(QStringLiteral("Control_Points")));
 }
 
 struct Row

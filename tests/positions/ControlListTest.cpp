@@ -117,6 +117,8 @@ TEST(ControlList, RefusesWhatCanBeReadInTwoWays)
         {{"# all lengths in US survey feet", headings, "A,5,52,1,2,3,4"}, "feet"},
         {{"name;lon;lat;h;northing;easting", "A;5,5;52,5;1,5;2;3,000", "B;5;52;1;2;3,000"},
          "comma"},
+        {{"name;lon;lat;h;northing;easting", "A;5,5;52,5;1;2;3.5"}, "point"},
+        {{"name;lon;lat;h;northing;easting", "A;5,5;52,5;1;1,234,567;3"}, "\"1,234,567\""},
         {{"name;lon;lat;h;northing;easting", "A;5.5;52,5;1;2;3"}, "point"},
         {{"name lon lat h northing easting", "A 5 30 52 10 1 2 3"}, "8 fields"},
         {{headings + ",use", "A,5,52,1,2,3,4,vertical"}, "\"vertical\""},
@@ -127,6 +129,19 @@ TEST(ControlList, RefusesWhatCanBeReadInTwoWays)
         EXPECT_TRUE(mistake.contains(QLatin1String(row.says)))
             << row.lines.back() << ": " << mistake.toStdString();
     }
+}
+
+TEST(ControlList, AnAngleWithACommaTellsWhatTheCommasOfItsLineAre)
+{
+    ControlListReader reader;
+    EXPECT_EQ(mistakeOf(reader, {"name;lon;lat;h;northing;easting;elevation;sigma_h",
+                                 "A;5,25;52;1,234;100,123;200,456;12,345;0,01"}),
+              QString());
+    ASSERT_EQ(reader.points().size(), 1);
+    EXPECT_EQ(reader.points().first().north, 100.123);
+    EXPECT_EQ(reader.points().first().height, std::optional(12.345));
+    EXPECT_EQ(reader.points().first().wgs84.getLongLatH().height, 1.234);
+    EXPECT_EQ(reader.points().first().sigmaH, std::optional(0.01));
 }
 
 TEST(ControlList, APointMayBeCalledByALetterOfAHemisphere)
