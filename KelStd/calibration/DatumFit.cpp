@@ -182,12 +182,12 @@ CalibrationFailure faultOfChain(const Coord &coord, const Size &size, const Datu
         const Eigen::Vector3d byShift =
             localOf(parameters, vectors.wgs84[static_cast<std::size_t>(i)]);
         if (!((byChain - byShift).norm() < tolerance)) {
-            return {CalibrationFault::NotReproduced,
-                    QObject::tr("the system with the datum shift takes \"%1\" %2 m away from where "
-                                "the shift takes it; the parameters are too large for a datum "
-                                "shift: check the pairs")
-                        .arg(pairs.at(i).name)
-                        .arg((byChain - byShift).norm(), 0, 'g', 3)};
+            return {
+                CalibrationFault::NotReproduced,
+                QObject::tr("the system with the datum shift takes \"%1\" %2 m away from where "
+                            "the shift takes it; the parameters are too large for a datum "
+                            "shift: check the pairs")
+                    .arg(pairs.at(i).name, QString::number((byChain - byShift).norm(), 'g', 3))};
         }
     }
     return {};
@@ -206,8 +206,8 @@ void warn(const FitStatistics &statistics, bool isTied, CalibrationWarnings &war
             CalibrationWarningKind::Suspect,
             QObject::tr("\"%1\" is suspect: its test is above the critical value %2; check it, and "
                         "fit again without it if it is wrong")
-                .arg(statistics.suspect)
-                .arg(statistics.criticalValue.value_or(0.0), 0, 'f', 2)};
+                .arg(statistics.suspect,
+                     QString::number(statistics.criticalValue.value_or(0.0), 'f', 2))};
     } else if (isTied) {
         warnings += CalibrationWarning{
             CalibrationWarningKind::Suspect,

@@ -1,5 +1,6 @@
 #include <KelStd/calibration/HeightSolution.h>
 
+#include <KelStd/calibration/SiteMethods.h>
 #include <KelStd/calibration/StoredNumber.h>
 
 #include <algorithm>
@@ -44,7 +45,7 @@ LinearModel modelOf(const HeightPairs &pairs, HeightMethod method, const stENU &
                     double extent)
 {
     const auto count = static_cast<Eigen::Index>(pairs.site.size());
-    const int parameters = parametersOf(method);
+    const int parameters = leastPoints(method);
     LinearModel model;
     model.isWeighted = !pairs.sigma.empty();
     model.design = Eigen::MatrixXd::Zero(count, parameters);
@@ -93,7 +94,7 @@ HeightSurface storedSurface(const Eigen::VectorXd &found, HeightMethod method, c
 void setCentroid(HeightFit &fit, const Adjustment &adjustment, const stENU &origin, double extent,
                  const std::optional<double> &unit)
 {
-    const int parameters = parametersOf(fit.method);
+    const int parameters = leastPoints(fit.method);
     const double x = (fit.centroid.n - origin.n) / extent;
     const double y = (fit.centroid.e - origin.e) / extent;
     Eigen::MatrixXd terms(3, 6); // the value, its derivatives to the north and to the east
@@ -117,17 +118,6 @@ void setCentroid(HeightFit &fit, const Adjustment &adjustment, const stENU &orig
 }
 
 } // namespace
-
-int parametersOf(HeightMethod method)
-{
-    switch (method) {
-    case HeightMethod::None: break;
-    case HeightMethod::Fixed: return 1;
-    case HeightMethod::Plane: return 3;
-    case HeightMethod::Curve: return 6;
-    }
-    return 0;
-}
 
 HeightSolution solveHeights(const HeightPairs &pairs, HeightMethod method)
 {

@@ -40,7 +40,4 @@ HeightSolution solveHeights(const HeightPairs &pairs, HeightMethod method);
 /// Below it the points do not determine the surface.
 inline constexpr double leastCondition = 1e-6;
 
-/// How many parameters a method has, which is how many points it needs.
-int parametersOf(HeightMethod method);
-
 } // namespace KelStd::calibration

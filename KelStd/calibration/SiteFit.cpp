@@ -3,6 +3,7 @@
 #include <KelStd/calibration/ControlChecks.h>
 #include <KelStd/calibration/HeightSolution.h>
 #include <KelStd/calibration/PlaneSolution.h>
+#include <KelStd/calibration/SiteMethods.h>
 #include <KelStd/calibration/SiteRecordsOfFit.h>
 #include <KelStd/calibration/SiteWarnings.h>
 
@@ -17,45 +18,6 @@ namespace {
 
 /// From how many points on a plane of heights is fitted where nobody chooses.
 constexpr int pointsForPlane = 4;
-
-template <typename Method>
-struct MethodRow
-{
-    Method method;
-    const char *word;
-    int leastPoints;
-};
-
-constexpr MethodRow<PlanMethod> planRows[] = {
-    {PlanMethod::None, "none", 0},
-    {PlanMethod::Shift, "shift", 1},
-    {PlanMethod::Rotation, "rotation", 2},
-    {PlanMethod::Four, "four", 2},
-};
-
-constexpr MethodRow<HeightMethod> heightRows[] = {
-    {HeightMethod::None, "none", 0},
-    {HeightMethod::Fixed, "fixed", 1},
-    {HeightMethod::Plane, "plane", 3},
-    {HeightMethod::Curve, "curve", 6},
-};
-
-template <typename Rows, typename Method>
-const auto &rowOf(const Rows &rows, Method method)
-{
-    return *std::find_if(std::begin(rows), std::end(rows),
-                         [method](const auto &row) { return row.method == method; });
-}
-
-template <typename Method, std::size_t Count>
-std::optional<Method> methodOf(const MethodRow<Method> (&rows)[Count], const QString &word)
-{
-    for (const auto &row : rows) {
-        if (QLatin1String(row.word) == word)
-            return row.method;
-    }
-    return std::nullopt;
-}
 
 /// The fit of one site, step by step; `failure` says why a step ended it.
 class Fit
@@ -97,8 +59,7 @@ private:
     bool fitHeights();
     bool isReproduced();
 
-    template <typename Method>
-    bool hasEnough(const MethodRow<Method> &row, int points, const QString &where);
+    bool hasEnough(const QString &method, int least, int points, const QString &where);
     bool takeSigma(std::optional<double> ControlPoint::*own, const std::optional<double> &common,
                    const std::vector<int> &used, const QString &where, std::vector<double> &sigma);
     void sayChoice(const QString &text);
@@ -169,9 +130,9 @@ bool Fit::chooseMethods()
                                     "from %2 on a plane is checked")
                             .arg(inHeight)
                             .arg(pointsForPlane)
-                      : QObject::tr("heights are fitted by one shift, as %n point(s) have heights, "
-                                    "and a plane is checked from %1 on",
-                                    nullptr, inHeight)
+                      : QObject::tr("heights are fitted by one shift: there are %1 points with "
+                                    "heights, and a plane is checked from %2 on")
+                            .arg(inHeight)
                             .arg(pointsForPlane));
     }
     if (result.plan.method == PlanMethod::None && result.height.method == HeightMethod::None) {
@@ -190,10 +151,10 @@ bool Fit::chooseMethods()
         point.isUsedInPlan = point.isUsedInPlan && result.plan.method != PlanMethod::None;
         point.isUsedInHeight = point.isUsedInHeight && result.height.method != HeightMethod::None;
     }
-    if (!hasEnough(rowOf(planRows, result.plan.method), static_cast<int>(m_inPlan.size()),
-                   QObject::tr("plan"))
-        || !hasEnough(rowOf(heightRows, result.height.method), static_cast<int>(m_inHeight.size()),
-                      QObject::tr("height"))
+    if (!hasEnough(wordOf(result.plan.method), leastPoints(result.plan.method),
+                   static_cast<int>(m_inPlan.size()), QObject::tr("plan"))
+        || !hasEnough(wordOf(result.height.method), leastPoints(result.height.method),
+                      static_cast<int>(m_inHeight.size()), QObject::tr("height"))
         || !take(toBase(m_base, result.control, m_positions)))
         return false;
     if (m_base.planeTransform.fuction != PlaneTransformFunction_None
@@ -214,16 +175,15 @@ bool Fit::chooseMethods()
     return true;
 }
 
-template <typename Method>
-bool Fit::hasEnough(const MethodRow<Method> &row, int points, const QString &where)
+bool Fit::hasEnough(const QString &method, int least, int points, const QString &where)
 {
-    if (points >= row.leastPoints)
+    if (points >= least)
         return true;
     return fail(CalibrationFault::TooFewPoints,
                 QObject::tr("too few points in %1: the method %2 has to have at least %3, and %4 "
                             "can be used; measure more points, or choose a simpler method")
-                    .arg(where, QLatin1String(row.word))
-                    .arg(row.leastPoints)
+                    .arg(where, method)
+                    .arg(least)
                     .arg(points));
 }
 
@@ -377,26 +337,6 @@ std::optional<SiteFit> fitSite(const Coord &base, const ControlPoints &control,
     if (failure != nullptr)
         *failure = std::move(fit.failure);
     return std::nullopt;
-}
-
-QString wordOf(PlanMethod method)
-{
-    return QLatin1String(rowOf(planRows, method).word);
-}
-
-QString wordOf(HeightMethod method)
-{
-    return QLatin1String(rowOf(heightRows, method).word);
-}
-
-std::optional<PlanMethod> planMethodOf(const QString &word)
-{
-    return methodOf(planRows, word);
-}
-
-std::optional<HeightMethod> heightMethodOf(const QString &word)
-{
-    return methodOf(heightRows, word);
 }
 
 } // namespace KelStd::calibration

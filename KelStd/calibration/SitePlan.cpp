@@ -1,5 +1,6 @@
 #include <KelStd/calibration/SitePlan.h>
 
+#include <KelStd/calibration/ReportPage.h>
 #include <KelStd/calibration/SiteHull.h>
 
 #include <algorithm>
@@ -165,16 +166,6 @@ QString svg(double height, const QString &label, const QString &content)
 }
 
 } // namespace
-
-QString escaped(const QString &text)
-{
-    QString shown = text;
-    for (QChar &c : shown) { // control characters are no HTML
-        if (c.category() == QChar::Other_Control)
-            c = QLatin1Char(' ');
-    }
-    return shown.toHtmlEscaped();
-}
 
 double vectorMagnification(const SiteFit &fit)
 {

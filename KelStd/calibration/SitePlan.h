@@ -17,7 +17,4 @@ QString heightDrawing(const SiteFit &fit);
 /// How much longer residual vectors are drawn than the plan; 1 without any.
 double vectorMagnification(const SiteFit &fit);
 
-/// A text as it stands in HTML.
-QString escaped(const QString &text);
-
 } // namespace KelStd::calibration

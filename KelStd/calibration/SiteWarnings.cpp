@@ -80,8 +80,8 @@ void warnOfTest(const Judgement &judgement, const QString &where, CalibrationWar
         warn(warnings, CalibrationWarningKind::Suspect,
              QObject::tr("\"%1\" is suspect in %2: its test is above the critical value %3; check "
                          "it, and fit again without it if it is wrong")
-                 .arg(statistics.suspect, where)
-                 .arg(statistics.criticalValue.value_or(0.0), 0, 'f', 2));
+                 .arg(statistics.suspect, where,
+                      QString::number(statistics.criticalValue.value_or(0.0), 'f', 2)));
     } else if (judgement.isTied) {
         warn(warnings, CalibrationWarningKind::Suspect,
              QObject::tr("a point is suspect in %1, but several have the same test, so that it "

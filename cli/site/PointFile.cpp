@@ -18,7 +18,7 @@ std::optional<ExitStatus> read(const QString &fileName, Reader &reader, Console 
     LineReader lines;
     QString error;
     if (!lines.open(fileName, error)) {
-        console.report(error);
+        console.report(QStringLiteral("cannot read %1: %2").arg(fileName, error));
         return ExitStatus::Usage;
     }
     QByteArray line;
@@ -36,7 +36,7 @@ std::optional<ExitStatus> read(const QString &fileName, Reader &reader, Console 
         if (result == LineReader::Result::End)
             break;
         if (result == LineReader::Result::Error) {
-            console.report(lines.errorText());
+            console.report(QStringLiteral("cannot read %1: %2").arg(fileName, lines.errorText()));
             return ExitStatus::Environment;
         }
         QString mistake;
