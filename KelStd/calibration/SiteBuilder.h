@@ -47,7 +47,7 @@ public:
     /// former `outcome` is overwritten.
     bool make(Frame from, const Pos &position, Location &location, Pos &atSite, Outcome &outcome);
 
-    /// The same for `count` positions; see `LocationBuilder::make`.
+    /// The same for `count` positions; see `LocationBuilder::make`. `atSite` may be `positions`.
     /// \return how many were made.
     std::size_t make(Frame from, const Pos *positions, std::size_t count, Location *locations,
                      Pos *atSite, Outcome *outcomes = nullptr);
@@ -66,6 +66,8 @@ private:
 
     bool makeOne(Frame from, const Pos &position, Location &location, Pos &atSite,
                  Outcome *outcome);
+    bool makeTogether(Frame from, const Pos *positions, std::size_t count, Location *locations,
+                      Pos *atSite, Outcome *outcomes);
     bool makeOneFromSite(const Pos &atSite, Location &location, Outcome *outcome);
 
     SiteTransform m_site;

@@ -119,6 +119,8 @@ void buildLocationsOfSite(benchmark::State &state)
     fitting.c.value = -1e-5;
     auto builder = calibration::SiteBuilder::of(system);
     static std::vector<Pos> atSite(maxPoints); // for all repetitions, as `locations`
+    builder->make(LocationBuilder::Frame::Wgs84Geographic, positions().data(), 1,
+                  locations().data(), atSite.data());
     for (auto _ : state) {
         if (builder->make(LocationBuilder::Frame::Wgs84Geographic, positions().data(), points,
                           locations().data(), atSite.data())

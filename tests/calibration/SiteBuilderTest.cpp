@@ -219,6 +219,49 @@ TEST_F(SiteBuilderOfRdNew, FailureLeavesEverythingAndCostsTheOthersNothing)
     EXPECT_EQ(outcomes[0].failure, ConversionFailureKind::NoResult);
 }
 
+// Positions are made some tens at a time, where all of them can be.
+TEST_F(SiteBuilderOfRdNew, FailuresAnywhereInALongArrayAreTheirsAlone)
+{
+    makeSite(coord, amersfoort.getENU());
+    auto builder = SiteBuilder::of(coord);
+    constexpr std::size_t count = 1000;
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    const auto isBad = [](std::size_t i) { return i % 97 == 5; };
+    for (const bool hasBad : {false, true}) {
+        std::vector<Pos> given;
+        for (std::size_t i = 0; i < count; ++i) {
+            given.push_back(
+                Pos::fromENU(hasBad && isBad(i) ? nan : 1e5 + double(i), 4e5, double(i)));
+        }
+        const std::size_t good = hasBad ? count - 11 : count;
+        std::vector<Location> locations(count);
+        std::vector<Pos> atSite = given;
+        std::vector<SiteBuilder::Outcome> outcomes(count);
+        // In their place, with outcomes and without.
+        ASSERT_EQ(builder->make(Frame::LocalProjected, atSite.data(), count, locations.data(),
+                                atSite.data(), outcomes.data()),
+                  good);
+        std::vector<Pos> again(count);
+        ASSERT_EQ(builder->make(Frame::LocalProjected, given.data(), count, locations.data(),
+                                again.data()),
+                  good);
+        std::vector<Location> back(count);
+        ASSERT_EQ(builder->makeFromSite(atSite.data(), count, back.data(), outcomes.data()), good);
+        for (std::size_t i = 0; i < count; ++i) {
+            const bool isMade = !hasBad || !isBad(i);
+            ASSERT_EQ(outcomes[i].isMade, isMade) << i;
+            if (!isMade) {
+                EXPECT_EQ(again[i], Pos());
+                EXPECT_EQ(back[i], Location());
+                continue;
+            }
+            EXPECT_EQ(again[i], atSite[i]);
+            EXPECT_EQ(locations[i].localNEH, given[i]);
+            EXPECT_TRUE(back[i].localNEH.equals(given[i]));
+        }
+    }
+}
+
 TEST_F(SiteBuilderOfRdNew, ArraysAndSinglePositionsAgree)
 {
     makeSite(coord, amersfoort.getENU());
