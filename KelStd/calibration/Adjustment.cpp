@@ -99,6 +99,8 @@ Adjustment adjusted(const LinearModel &model)
 
     Adjustment result;
     result.redundancy = static_cast<int>(model.design.rows() - parameters);
+    if (!weighted.allFinite())
+        return result;
     const Eigen::HouseholderQR<Eigen::MatrixXd> qr(weighted);
     result.basis = qr.householderQ() * Eigen::MatrixXd::Identity(weighted.rows(), parameters);
     const Eigen::MatrixXd triangle =

@@ -32,7 +32,8 @@ struct Adjustment
     double sumOfSquares = 0.0;    ///< of the residuals, each over its standard deviation
     int redundancy = 0;
     /// The smallest singular value of the design with columns of length 1 over the largest one: 0
-    /// where the points do not determine the parameters.
+    /// where the points do not determine the parameters, and then nothing but the redundancy is
+    /// set.
     double condition = 0.0;
 };
 

@@ -16,8 +16,8 @@ enum class CalibrationFault
     MissingName,       ///< a point without a name
     DuplicateName,     ///< two points with one name
     UnknownName,       ///< a point to be left out that is not there
-    NotFinite,         ///< a coordinate that is no finite number
-    BadSigma,          ///< a standard deviation that is not positive
+    NotFinite,         ///< a coordinate that is no finite number, or of no place near the earth
+    BadSigma,          ///< a standard deviation below a micrometre or above a kilometre
     MissingSigma,      ///< a standard deviation for some points only
     CoincidentPoints,  ///< two points in one place
     CollinearPoints,   ///< points in one line, or for a curve on one conic

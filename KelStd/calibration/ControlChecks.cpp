@@ -29,17 +29,19 @@ bool hasFiniteCoordinates(const ControlPoint &point)
            && std::isfinite(point.north) && std::isfinite(point.east) && isFinite(point.height);
 }
 
-bool isDeviation(const std::optional<double> &sigma)
-{
-    return !sigma || (std::isfinite(*sigma) && *sigma > 0.0);
-}
-
 CalibrationFailure unusualPlane(const QString &text)
 {
     return {CalibrationFault::UnusualAxes, text};
 }
 
 } // namespace
+
+bool isDeviation(double sigma)
+{
+    constexpr double smallest = 1e-6; // [m]
+    constexpr double largest = 1e3;   // [m]
+    return sigma >= smallest && sigma <= largest;
+}
 
 CalibrationFailure faultOfNames(const QStringList &names)
 {
@@ -76,10 +78,11 @@ CalibrationFailure faultOfPoints(const ControlPoints &points)
                                 "or take the point out of the list")
                         .arg(point.name)};
         }
-        if (!isDeviation(point.sigmaH) || !isDeviation(point.sigmaV)) {
+        if ((point.sigmaH && !isDeviation(*point.sigmaH))
+            || (point.sigmaV && !isDeviation(*point.sigmaV))) {
             return {CalibrationFault::BadSigma,
-                    QObject::tr("a standard deviation of the point \"%1\" is not positive; give it "
-                                "in metres, or none")
+                    QObject::tr("a standard deviation of the point \"%1\" is not between 0.000001 "
+                                "and 1000; give it in metres, or none")
                         .arg(point.name)};
         }
     }

@@ -17,7 +17,11 @@ namespace KelStd::calibration {
 /// Each name once, and none missing.
 CalibrationFailure faultOfNames(const QStringList &names);
 
-/// Names, finite coordinates and positive standard deviations.
+/// Whether a standard deviation [m] can be one: from a micrometre to a kilometre. Weights of others
+/// would leave nothing of the rest.
+bool isDeviation(double sigma);
+
+/// Names, finite coordinates and standard deviations.
 CalibrationFailure faultOfPoints(const ControlPoints &points);
 
 /// Whether the plane of the system is easting and northing in metres.

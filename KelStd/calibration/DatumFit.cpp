@@ -20,6 +20,7 @@ constexpr double wgs84Reciprocal = 298.257223563;
 constexpr double leastAxis = 1000.0;
 
 constexpr double onePlace = 0.001; // [m]
+constexpr double farthest = 1e8;   // [m], from the earth's centre
 
 struct Size
 {
@@ -82,17 +83,19 @@ CalibrationFailure faultOfPairs(const QVector<DatumPair> &pairs, DatumMethod met
     for (const DatumPair &pair : pairs) {
         vectors.local.push_back(vectorOf(pair.local));
         vectors.wgs84.push_back(vectorOf(pair.wgs84));
-        if (!vectors.local.back().allFinite() || !vectors.wgs84.back().allFinite()) {
+        if (!(vectors.local.back().norm() < farthest)
+            || !(vectors.wgs84.back().norm() < farthest)) {
             return {CalibrationFault::NotFinite,
-                    QObject::tr("a coordinate of \"%1\" is no finite number; correct it, or take "
-                                "the pair out of the list")
+                    QObject::tr("a coordinate of \"%1\" is no finite number, or beyond every "
+                                "satellite; correct it, or take the pair out of the list")
                         .arg(pair.name)};
         }
-        if (pair.sigma && !(std::isfinite(*pair.sigma) && *pair.sigma > 0.0)) {
-            return {CalibrationFault::BadSigma,
-                    QObject::tr("the standard deviation of \"%1\" is not positive; give it in "
-                                "metres, or none")
-                        .arg(pair.name)};
+        if (pair.sigma && !isDeviation(*pair.sigma)) {
+            return {
+                CalibrationFault::BadSigma,
+                QObject::tr("the standard deviation of \"%1\" is not between 0.000001 and 1000; "
+                            "give it in metres, or none")
+                    .arg(pair.name)};
         }
         if (pair.sigma)
             vectors.sigma.push_back(*pair.sigma);

@@ -93,10 +93,11 @@ bool Fit::leaveOut()
 bool Fit::isSound()
 {
     for (const auto &sigma : {m_options.sigmaH, m_options.sigmaV}) {
-        if (sigma && !(std::isfinite(*sigma) && *sigma > 0.0)) {
-            return fail(CalibrationFault::BadSigma,
-                        QObject::tr("the standard deviation of all points is not positive; give it "
-                                    "in metres, or none"));
+        if (sigma && !isDeviation(*sigma)) {
+            return fail(
+                CalibrationFault::BadSigma,
+                QObject::tr("the standard deviation of all points is not between 0.000001 and "
+                            "1000; give it in metres, or none"));
         }
     }
     return take(faultOfPoints(result.control));

@@ -126,9 +126,20 @@ std::vector<RefusalRow> refusalRows()
          [nan](Problem &p) { p.control[1].height = nan; }},
         {"no number in a position", CalibrationFault::NotFinite, "\"P3\"",
          [nan](Problem &p) { p.control[2].wgs84.setLLH_H(nan); }},
-        {"a standard deviation of nothing", CalibrationFault::BadSigma, "not positive",
+        {"a standard deviation of nothing", CalibrationFault::BadSigma, "not between",
          [](Problem &p) { p.control[2].sigmaH = 0.0; }},
-        {"a negative one for all", CalibrationFault::BadSigma, "not positive",
+        {"a standard deviation that weighs all others down", CalibrationFault::BadSigma, "\"P1\"",
+         [](Problem &p) { p.control[0].sigmaH = 1e-200; }},
+        {"coordinates beyond all digits", CalibrationFault::NotReproduced, "too large",
+         [](Problem &p) { p.control[0].north = 1e300; }},
+        {"coordinates of which doubles keep a metre", CalibrationFault::NotReproduced, "too large",
+         [](Problem &p) {
+             for (ControlPoint &point : p.control)
+                 point.east += 1e16;
+         }},
+        {"a height beyond all digits", CalibrationFault::NotReproduced, "too large",
+         [](Problem &p) { p.control[3].height = -1e300; }},
+        {"a negative one for all", CalibrationFault::BadSigma, "not between",
          [](Problem &p) { p.options.sigmaV = -0.01; }},
         {"a standard deviation of some", CalibrationFault::MissingSigma, "all points, or none",
          [](Problem &p) { p.control[2].sigmaV = 0.01; }},
