@@ -7,7 +7,9 @@ namespace KelStd::calibration {
 
 namespace {
 
-constexpr double border = 0.001; // [m]
+constexpr double flatness = 0.001; // [m], below which a corner is none
+// Control points that are measured again lie outside by what was measured and by their residuals.
+constexpr double border = 0.1; // [m]
 
 /// Twice the area of the triangle, positive where the three turn counter-clockwise.
 double turn(const SitePlanePoint &a, const SitePlanePoint &b, const SitePlanePoint &c)
@@ -25,10 +27,10 @@ void appendHalf(const QVector<SitePlanePoint> &points, QVector<SitePlanePoint> &
 {
     const int start = corners.size();
     for (const SitePlanePoint &point : points) {
-        // A corner that is off the line of its neighbours by less than the border is none.
+        // A corner that is hardly off the line of its neighbours is none.
         while (corners.size() >= start + 2) {
             const SitePlanePoint &before = corners.at(corners.size() - 2);
-            if (turn(before, corners.last(), point) > border * distance(before, point))
+            if (turn(before, corners.last(), point) > flatness * distance(before, point))
                 break;
             corners.removeLast();
         }

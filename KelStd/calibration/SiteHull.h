@@ -32,7 +32,8 @@ public:
     /// repeated.
     const QVector<SitePlanePoint> &corners() const { return m_corners; }
 
-    /// Whether a point lies in the hull, or on its border to 1 mm. True where there is no area.
+    /// Whether a point lies in the hull or less than 0.1 m outside, as the control points may when
+    /// they are measured again. True where there is no area.
     bool contains(double north, double east) const;
 
 private:

@@ -12,7 +12,8 @@
 namespace KelStd {
 
 /// Where a coordinate system came from, where it is meant to be used, the unit in which its plane
-/// coordinates are customarily given, and the points that its site was fitted to. Nothing of it changes what a `Coord` computes.
+/// coordinates are customarily given, and the points that its site was fitted to. Nothing of it
+/// changes what a `Coord` computes.
 ///
 /// Everything is optional: what is not known is empty. A document keeps it beside its system
 /// (`io::readOrigin`, `io::writeSystem`).

@@ -366,8 +366,8 @@ TEST(SiteHull, HoldsWhatTheControlPointsEnclose)
     EXPECT_EQ(hull.corners().size(), 4);
     EXPECT_TRUE(hull.contains(50.0, 99.0));
     EXPECT_TRUE(hull.contains(100.0, 100.0));
-    EXPECT_TRUE(hull.contains(-0.0005, 50.0));
-    EXPECT_FALSE(hull.contains(-0.01, 50.0));
+    EXPECT_TRUE(hull.contains(-0.09, 50.0));
+    EXPECT_FALSE(hull.contains(-0.11, 50.0));
     EXPECT_FALSE(hull.contains(50.0, 101.0));
     EXPECT_FALSE(hull.contains(std::numeric_limits<double>::quiet_NaN(), 0.0));
 

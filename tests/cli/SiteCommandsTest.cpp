@@ -331,8 +331,11 @@ TEST_F(SiteCommands, ASiteIsFittedStoredCheckedAndUsed)
     // Inside the hull nothing is said, outside a warning.
     const QStringList convert = {text("convert"),   text("--system"), site,     text("--from"),
                                  text("local-neh"), text("--csv"),    text("-")};
-    const ProgramResult inside =
-        m_program.run(convert, "northing,easting,height\n463420,155400,45\n");
+    // So of the control points themselves, whose residuals put them on either side of it.
+    QByteArray input = "northing,easting,height\n463420,155400,45\n";
+    for (const Place &place : placesOfSite)
+        input += (number(place.north) + text(",") + number(place.east) + text(",1\n")).toLatin1();
+    const ProgramResult inside = m_program.run(convert, input);
     EXPECT_EQ(inside.status, 0) << inside.err;
     EXPECT_FALSE(inside.err.contains(text("hull"))) << inside.err;
     const auto row = csvRows(inside.out).first();
