@@ -1,7 +1,6 @@
 #include <cli/commands/ConvertSystems.h>
 
 #include <cli/geoids/GeoidModel.h>
-#include <cli/systems/SystemFile.h>
 #include <cli/terminal/CommandLine.h>
 #include <cli/terminal/Console.h>
 
@@ -30,23 +29,6 @@ QString usableGeoidModel(const ConversionSystem &of, const QString &system, Cons
                                 ? QStringLiteral(", and there are none at the site")
                                 : QString()));
     return {};
-}
-
-/// Whether the loaded PROJ can convert by the system, and the system is understood as it is
-/// written, or --lenient. False after a report.
-bool mayConvert(const ConversionSystem &system, const RecordReview &review, const CommandLine &line,
-                Console &console)
-{
-    QString reason;
-    const auto definitions = definitionsOf(system.coord, reason);
-    // Where nothing can be converted, only the reason is reported.
-    if (definitions && !mayBeUsed(review, line, console))
-        return false;
-    if (definitions && acceptedByProj(*definitions, reason))
-        return true;
-    console.report(
-        QStringLiteral("cannot use the coordinate system %1: %2").arg(system.name, reason));
-    return false;
 }
 
 /// Reads the records of the system's site; false after a report where they cannot be applied.
@@ -83,7 +65,7 @@ bool ConvertSystems::read(const QString &system, const std::optional<QString> &t
 bool ConvertSystems::canBeUsed(const CommandLine &line, Console &console)
 {
     for (std::size_t i = 0; i < m_systems.size(); ++i) {
-        if (!mayConvert(m_systems[i], m_reviews[i], line, console)
+        if (!cli::canBeUsed(m_systems[i].coord, m_reviews[i], m_systems[i].name, line, console)
             || !takeSite(m_systems[i], console))
             return false;
     }

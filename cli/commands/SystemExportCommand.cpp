@@ -11,11 +11,11 @@
 #include <cli/terminal/ShownText.h>
 #include <cli/terminal/StandardStreams.h>
 #include <cli/terminal/UnknownWord.h>
+#include <cli/terminal/WholeFile.h>
 #include <cli/terminal/WithoutRaising.h>
 
 #include <KelStd/catalogue/Catalogue.h>
 #include <KelStd/io/SystemDocument.h>
-#include <KelStd/io/WholeFile.h>
 #include <KelStd/library/RecordLoss.h>
 
 #include <QtCore/QFileInfo>
@@ -95,16 +95,6 @@ CommandLine makeCommandLine()
     addDirectoryOption(line);
     addLenientOption(line);
     return line;
-}
-
-/// False after a report.
-bool writeFile(const QString &fileName, const QByteArray &bytes, Console &console)
-{
-    QString reason;
-    if (io::writeWholeFile(fileName, bytes, &reason))
-        return true;
-    console.report(QStringLiteral("cannot write %1: %2").arg(fileName, reason));
-    return false;
 }
 
 /// What is written, and what there is to say of it.
@@ -198,7 +188,7 @@ ExitStatus runSystemExport(const QStringList &arguments, Console &console)
     const QByteArray &bytes = exported->bytes;
     if (fileName.isEmpty())
         console.write(bytes);
-    else if (!writeFile(fileName, bytes, console))
+    else if (!writeWholeFile(fileName, bytes, console))
         return ExitStatus::Environment;
     if (!exported->code.isEmpty())
         console.report(QStringLiteral("note: the system is %1").arg(shown(exported->code)));

@@ -2,6 +2,7 @@
 
 #include <cli/conversion/AreaNotices.h>
 #include <cli/conversion/FactorNotices.h>
+#include <cli/conversion/HullNotices.h>
 #include <cli/conversion/NoticeNumbers.h>
 #include <cli/conversion/SystemLocations.h>
 
@@ -39,6 +40,9 @@ public:
             reason = inSystem(m_plan.system) + m_given.reason();
             return false;
         }
+        // What is fitted is used where positions are at the site, or are printed so.
+        if ((m_plan.isFromSite || !m_target) && m_given.isOutsideHull())
+            m_notices |= 1U << hullNotice;
         if (m_target && !transfer(location, reason))
             return false;
         if (!m_target)
@@ -104,6 +108,8 @@ private:
             reason = inSystem(*m_plan.target) + m_target->reason();
             return false;
         }
+        if (m_target->isOutsideHull())
+            m_notices |= 1U << targetHullNotice;
         const QString ofInput = m_plan.frame.frame == Frame::LocalProjected ? m_given.heightWarning(
                                     ofSystem(m_plan.system),
                                     QStringLiteral("the height was taken for an ellipsoidal one"))
@@ -134,14 +140,16 @@ QString LocationJob::mistakeIn(const positions::InputColumns &columns) const
 QStringList LocationJob::remarks(const Notices &notices, qint64 taken,
                                  const QString &inputName) const
 {
-    const auto ofArea = [&](const ConversionSystem &system, std::size_t first) {
+    const auto remarksOn = [&](const ConversionSystem &system, std::size_t firstOfArea,
+                               std::size_t hull) {
         const QString name = m_plan.target != nullptr ? system.name : QString();
-        return areaRemarks(notices, first, system.origin, name, m_plan.frame.frame, taken,
-                           inputName);
+        return areaRemarks(notices, firstOfArea, system.origin, name, m_plan.frame.frame, taken,
+                           inputName)
+               + hullRemarks(notices, hull, name, taken, inputName);
     };
-    QStringList remarks = ofArea(m_plan.system, firstAreaNotice);
+    QStringList remarks = remarksOn(m_plan.system, firstAreaNotice, hullNotice);
     if (m_plan.target != nullptr)
-        remarks += ofArea(*m_plan.target, firstTargetAreaNotice);
+        remarks += remarksOn(*m_plan.target, firstTargetAreaNotice, targetHullNotice);
     return remarks + factorRemarks(notices, inputName);
 }
 

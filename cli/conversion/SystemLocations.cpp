@@ -7,7 +7,7 @@ namespace KelStd::cli {
 SystemLocations::SystemLocations(const ConversionSystem &system)
     : m_builder(calibration::SiteBuilder::of(system.coord).value()),
       m_hasSite(m_builder.site().hasSite()),
-      m_namesModel(!system.coord.geoidModel.modelFileName.isEmpty()),
+      m_namesModel(!system.coord.geoidModel.modelFileName.isEmpty()), m_hull(system.origin.control),
       m_geoidModel(system.geoidModel)
 {
     if (system.origin.area)
@@ -35,6 +35,12 @@ bool SystemLocations::makeFromSite(const Pos &atSite, Location &location)
     // Of a mistake at the site, where north may lie anywhere, an area knows nothing.
     m_areaNotices = m_area && isMade ? cli::areaNotices(*m_area, location) : 0;
     return isMade;
+}
+
+bool SystemLocations::isOutsideHull() const
+{
+    const stENU &at = m_site.location.localNEH.getENU();
+    return m_hasSite && m_hull.hasArea() && !m_hull.contains(at.n, at.e);
 }
 
 const QString &SystemLocations::heightModel() const

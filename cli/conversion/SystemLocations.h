@@ -4,6 +4,7 @@
 #include <cli/run/Notices.h>
 
 #include <KelStd/calibration/SiteBuilder.h>
+#include <KelStd/calibration/SiteHull.h>
 #include <KelStd/coord/Location.h>
 #include <KelStd/location/AreaCheck.h>
 #include <KelStd/positions/PositionWriter.h>
@@ -33,6 +34,9 @@ public:
     /// Of the area, counted from 0, for the last one, whether or not it was made.
     NoticeBits areaNotices() const { return m_areaNotices; }
 
+    /// Whether the last one that was made lies outside the control points of the system's site.
+    bool isOutsideHull() const;
+
     /// Why the last one was not made.
     const QString &reason() const { return m_outcome.reason; }
 
@@ -49,7 +53,8 @@ public:
 private:
     calibration::SiteBuilder m_builder;
     const bool m_hasSite;
-    const bool m_namesModel;         ///< be it one that can be used or not
+    const bool m_namesModel; ///< be it one that can be used or not
+    const calibration::SiteHull m_hull;
     std::optional<AreaCheck> m_area; ///< nothing where the area is not known
     NoticeBits m_areaNotices = 0;
     LocationBuilder::Outcome m_outcome;

@@ -86,7 +86,7 @@ TEST_F(ConvertSite, AllFormsHaveThem)
                 Mentions("\"site_northing_m\":2000.00000,\"site_easting_m\":1000.00000,"
                          "\"site_height_m\":10.50000}"));
     const auto table = convert(quarterTurn(), input, {"--from=local-neh", "--table"});
-    for (const char *words : {"site_northing_m", "2000 ", "1000 ", "10.5"})
+    for (const char *words : {"---- at the site ----", "2000 ", "1000 ", "10.5"})
         EXPECT_THAT(table.out, Mentions(words));
     const auto noHeader = convert(quarterTurn(), input, {"--from=local-neh", "--no-header"});
     EXPECT_TRUE(noHeader.out.endsWith(text(",ellipsoid,2000.00000,1000.00000,10.50000\n")));
@@ -145,8 +145,15 @@ TEST_F(ConvertSite, SiteIsReadInTheUnitThatIsPrinted)
                                 "site_northing_ft,site_easting_ft,site_height_ft\n"
                                 "6561.6798,3280.8399,34.4488\n",
                                 {"--from=site-neh"});
-    EXPECT_EQ(metres.status, 2);
-    EXPECT_THAT(metres.err, Mentions("\"site_northing_ft\" is in ft, but northing is read in m"));
+    ASSERT_EQ(metres.status, 0) << metres.err;
+    EXPECT_THAT(metres.err, Mentions("read with northing in ft, easting in ft, height in ft"));
+    EXPECT_NEAR(numberIn(csvRows(metres.out).value(0), text("local_easting_m")), 155000.0, rest);
+    const auto mixed = convert(quarterTurn(),
+                               "site_northing_ft,site_easting,site_height_ft\n"
+                               "6561.6798,3280.8399,34.4488\n",
+                               {"--from=site-neh"});
+    EXPECT_EQ(mixed.status, 2);
+    EXPECT_THAT(mixed.err, Mentions("\"site_easting\" names no unit"));
 }
 
 struct Headings
