@@ -160,8 +160,8 @@ CommandLine convertCommandLine()
     addDirectoryOption(line);
     addLenientOption(line);
     line.addOption({QStringLiteral("from"),
-                    QStringLiteral("The frame of the input: %1.\nDefault: %2.")
-                        .arg(frameNames(QStringLiteral(",\n")),
+                    QStringLiteral("The frame of the input:\n%1.\nDefault: %2.")
+                        .arg(frameNames(QStringLiteral(", ")),
                              QString::fromLatin1(positions::frames().front().option)),
                     QStringLiteral("FRAME"),
                     QString::fromLatin1(positions::frames().front().option)});

@@ -39,8 +39,8 @@ CommandLine makeCommandLine()
             "\n")
             + reviewHelp()
             + QStringLiteral("\n\nExit status: 0 fitted, 1 a line or the points are refused, 2 "
-                             "usage, headings that\nare not understood or a file that exists, 3 "
-                             "no PROJ, no usable system, or it\ncannot be written, 4 written, but "
+                             "usage, headings\nthat are not understood or a file that exists, 3 "
+                             "no PROJ, no usable system, or\nit cannot be written, 4 written, but "
                              "standard output cannot be written."));
     line.setExamples(
         QStringLiteral("kelstd datum fit --system rd.xml --pairs pairs.csv --parameters three"),

@@ -57,8 +57,8 @@ CommandLine makeCommandLine()
                 "that 'kelstd convert --system SITE' prints behind the four frames.\n\n")
             + reviewHelp()
             + QStringLiteral("\n\nExit status: 0 fitted, 1 a line or the points are refused, 2 "
-                             "usage, headings that\nare not understood or a file that exists, 3 "
-                             "no PROJ, no usable system, or it\ncannot be written, 4 written, but "
+                             "usage, headings\nthat are not understood or a file that exists, 3 "
+                             "no PROJ, no usable system, or\nit cannot be written, 4 written, but "
                              "standard output cannot be written."));
     line.setExamples(
         QStringLiteral("kelstd site fit --system EPSG:28992 --points control.csv -o new.xml"),
@@ -189,6 +189,10 @@ std::optional<ExitStatus> refusalOfReport(const QString &file, const CommandLine
     }
     if (QFileInfo(file).isDir()) {
         console.report(QStringLiteral("cannot write %1: it is a directory").arg(file));
+        return ExitStatus::Environment;
+    }
+    if (QFileInfo::exists(file) && !QFileInfo(file).isFile()) {
+        console.report(QStringLiteral("cannot write %1: it is no regular file").arg(file));
         return ExitStatus::Environment;
     }
     if (QFileInfo::exists(file) && !line.isSet(QStringLiteral("force"))) {

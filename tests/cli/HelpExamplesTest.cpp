@@ -33,7 +33,7 @@ public:
         put("model.ggf", test::ggfBytes(test::slopingGrid(), test::RowOrder::Reversed));
         put("new.gtx", "to be replaced");
         put("rd.xml", test::editedSystem(QStringLiteral("rd_new.xml"), {}));
-        put("hospital.xml", test::editedSystem(QStringLiteral("site.xml"), {}));
+        put("hospital.xml", readFile(QStringLiteral(KELSTD_TEST_SOURCE_DIR "/examples/site.xml")));
         put("control.csv",
             readFile(QStringLiteral(KELSTD_TEST_SOURCE_DIR "/examples/site_control.csv")));
         put("pairs.csv", "name,local_x,local_y,local_z,wgs84_x,wgs84_y,wgs84_z\n"

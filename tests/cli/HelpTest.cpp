@@ -348,7 +348,7 @@ INSTANTIATE_TEST_SUITE_P(
         Mistake{"MisspelledFrame",
                 {"convert", "--system", "a.xml", "--from", "local neh"},
                 "--from 'local neh' is no frame; did you mean local-neh? There are wgs84-llh, "
-                "wgs84-xyz, local-llh, local-neh; 'kelstd convert --help' tells more"},
+                "wgs84-xyz, local-llh, local-neh, site-neh; 'kelstd convert --help' tells more"},
         Mistake{"MisspelledScale",
                 {"time", "--from", "gps", "now"},
                 "--from 'gps' is no time scale; did you mean gpst or gpsw? There are utc, gpst, "

