@@ -160,8 +160,9 @@ CommandLine convertCommandLine()
     addDirectoryOption(line);
     addLenientOption(line);
     line.addOption({QStringLiteral("from"),
-                    QStringLiteral("The frame of the input:\n%1.\nDefault: %2.")
-                        .arg(frameNames(QStringLiteral(", ")),
+                    QStringLiteral("The frame of the input:\n%1,\n%2. Default: %3.")
+                        .arg(frameNames(QStringLiteral(", ")).section(QLatin1String(", "), 0, -2),
+                             QString::fromLatin1(positions::siteFrameName),
                              QString::fromLatin1(positions::frames().front().option)),
                     QStringLiteral("FRAME"),
                     QString::fromLatin1(positions::frames().front().option)});

@@ -43,8 +43,10 @@ CommandLine makeCommandLine()
                              "no PROJ, no usable system, or\nit cannot be written, 4 written, but "
                              "standard output cannot be written."));
     line.setExamples(
-        QStringLiteral("kelstd datum fit --system rd.xml --pairs pairs.csv --parameters three"),
-        QStringLiteral("kelstd datum fit --system rd.xml --pairs pairs.csv --name Y -o new.xml"));
+        QStringLiteral(
+            "kelstd datum fit --system harbour.xml --pairs pairs.csv --parameters three"),
+        QStringLiteral(
+            "kelstd datum fit --system harbour.xml --pairs pairs.csv --name Y -o new.xml"));
     line.addOption({QStringLiteral("system"),
                     QStringLiteral("The coordinate system: a document, or a name."),
                     QStringLiteral("S")});

@@ -62,7 +62,8 @@ CommandLine makeCommandLine()
                              "standard output cannot be written."));
     line.setExamples(
         QStringLiteral("kelstd site fit --system EPSG:28992 --points control.csv -o new.xml"),
-        QStringLiteral("kelstd site fit --system rd.xml --points control.csv --report fit.html"));
+        QStringLiteral(
+            "kelstd site fit --system harbour.xml --points control.csv --report fit.html"));
     addSiteInputOptions(line, QStringLiteral("The control points."));
     line.addOption({horizontalOption,
                     QStringLiteral("four, rotation, shift or none. Default: four."),

@@ -32,7 +32,6 @@ public:
                                                 QStringLiteral("Harbour")}}));
         put("model.ggf", test::ggfBytes(test::slopingGrid(), test::RowOrder::Reversed));
         put("new.gtx", "to be replaced");
-        put("rd.xml", test::editedSystem(QStringLiteral("rd_new.xml"), {}));
         put("hospital.xml", readFile(QStringLiteral(KELSTD_TEST_SOURCE_DIR "/examples/site.xml")));
         put("control.csv",
             readFile(QStringLiteral(KELSTD_TEST_SOURCE_DIR "/examples/site_control.csv")));
