@@ -3,6 +3,16 @@
 /// Every public header of KelStd.
 
 #include <KelStd/Failure.h>
+#include <KelStd/calibration/CalibrationFailure.h>
+#include <KelStd/calibration/DatumFit.h>
+#include <KelStd/calibration/FitStatistics.h>
+#include <KelStd/calibration/SiteBuilder.h>
+#include <KelStd/calibration/SiteCheck.h>
+#include <KelStd/calibration/SiteFailure.h>
+#include <KelStd/calibration/SiteFit.h>
+#include <KelStd/calibration/SiteHull.h>
+#include <KelStd/calibration/SiteReport.h>
+#include <KelStd/calibration/SiteTransform.h>
 #include <KelStd/catalogue/Catalogue.h>
 #include <KelStd/catalogue/CatalogueFailure.h>
 #include <KelStd/catalogue/CatalogueWords.h>
@@ -12,6 +22,7 @@
 #include <KelStd/catalogue/SystemExport.h>
 #include <KelStd/catalogue/SystemImport.h>
 #include <KelStd/coord/AreaOfUse.h>
+#include <KelStd/coord/ControlPoint.h>
 #include <KelStd/coord/Coord.h>
 #include <KelStd/coord/Ellipsoid.h>
 #include <KelStd/coord/Enumerations.h>
@@ -75,6 +86,7 @@
 #include <KelStd/positions/ColumnChoice.h>
 #include <KelStd/positions/ColumnSelection.h>
 #include <KelStd/positions/Columns.h>
+#include <KelStd/positions/ControlList.h>
 #include <KelStd/positions/CsvWriter.h>
 #include <KelStd/positions/DxfWriter.h>
 #include <KelStd/positions/FactorColumns.h>

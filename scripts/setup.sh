@@ -6,12 +6,14 @@ set -euo pipefail
 packages=(
     g++ cmake ninja-build            # the build
     qtbase5-dev libqt5xml5           # Qt 5 Core and Xml
+    libeigen3-dev libboost-math-dev  # least squares and quantiles: headers alone
     libproj-dev libproj25 proj-data  # PROJ's header, the library file and the resource files
     libgdal-dev                      # the program's module for vector files
     unzip                            # unpacks PROJ at run time
     libgtest-dev libgmock-dev        # the tests
     proj-bin gdal-bin zip tzdata     # the tests' independent peers
     gpsd-clients gpsbabel            # the same, for what receivers say
+    chromium                         # the tests look at reports with it
     qttools5-dev-tools               # lupdate, which the tests extract texts with
 )
 case "${1:-}" in

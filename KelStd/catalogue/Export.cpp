@@ -1,11 +1,14 @@
 #include <KelStd/catalogue/Export.h>
 
+#include <KelStd/calibration/SiteTransform.h>
 #include <KelStd/catalogue/CarriedShift.h>
+#include <KelStd/catalogue/DerivedSystem.h>
 #include <KelStd/catalogue/MethodDifference.h>
 #include <KelStd/catalogue/OwnCheck.h>
 #include <KelStd/catalogue/ProjSteps.h>
 #include <KelStd/catalogue/ProjectionRecords.h>
 #include <KelStd/catalogue/RecordedShift.h>
+#include <KelStd/catalogue/SitePipeline.h>
 #include <KelStd/location/ChainDefinitions.h>
 
 #include <QtCore/QJsonDocument>
@@ -225,6 +228,29 @@ bool isSet(const Coord &coord)
            || coord.ellipsoid.proj4EllpsName.contains(QLatin1String("nadgrids"));
 }
 
+/// The system whose plane is that of its site.
+ProjObject siteObject(const ProjSession &session, const Coord &coord,
+                      const calibration::SiteTransform &site)
+{
+    const ProjObject bound = boundObject(session, coord, nullptr, nullptr);
+    if (bound == nullptr)
+        return nullptr;
+    const QString name = coord.coord_name.isEmpty() ? QStringLiteral("site") : coord.coord_name;
+    return fromJson(session, derivedSystem(jsonOf(session, bound.get()), name, site.plane()));
+}
+
+/// What a pipeline of the site does not say.
+QStringList lostOfPipeline(const Coord &coord, const QByteArray &pipeline)
+{
+    QStringList lost{QStringLiteral("The name of the system.")};
+    if (!coord.geoidModel.modelFileName.isEmpty())
+        lost += QStringLiteral("Positions for which the geoid model \"%1\" has no value.")
+                    .arg(coord.geoidModel.modelFileName);
+    if (pipeline.contains("+grids="))
+        lost += QStringLiteral("The files of grids: the text names them by their paths here.");
+    return lost;
+}
+
 /// How far a reader is from the system who applies its seven parameters linearly, in words.
 QString linearText(const ProjSession &session, const Coord &coord, const PJ *known)
 {
@@ -265,7 +291,7 @@ QStringList lostOf(const ProjSession &session, const Coord &coord, ExportForm fo
     if (!coord.geoidModel.modelFileName.isEmpty())
         lost += QStringLiteral("The geoid model \"%1\": heights of the text are ellipsoidal.")
                     .arg(coord.geoidModel.modelFileName);
-    if (coord.planeTransform.fuction != PlaneTransformFunction_None)
+    if (coord.planeTransform.fuction != PlaneTransformFunction_None && form == ExportForm::Esri)
         lost += QStringLiteral("The plane transformation.");
     if (coord.elevationFitting.function != ElevationFittingFunction_None)
         lost += QStringLiteral("The height fitting.");
@@ -319,11 +345,29 @@ std::optional<ExportedSystem> exported(ProjSession &session, ShiftMemory &memory
             *failure = {CatalogueFailureKind::NotExportable, text};
         return std::nullopt;
     };
-    const ProjObject known = verified(session, coord, code);
+    calibration::SiteFailure siteFailure;
+    const auto site = calibration::SiteTransform::of(coord, &siteFailure);
+    if (!site)
+        return refuse(siteFailure.text);
     ExportedSystem result;
+    if (form == ExportForm::Proj && site->hasSite()) {
+        QString reason;
+        const auto pipeline = sitePipeline(session, coord, *site, reason);
+        if (!pipeline)
+            return refuse(reason);
+        result.text = QString::fromUtf8(*pipeline);
+        result.lost = lostOfPipeline(coord, *pipeline);
+        return result;
+    }
+    const bool isDerived = site->hasPlane() && form != ExportForm::Esri;
+    const ProjObject known = isDerived ? nullptr : verified(session, coord, code);
     ProjObject object;
     ProjObject operation;
-    if (form == ExportForm::Esri) {
+    if (isDerived) {
+        object = siteObject(session, coord, *site);
+        if (object == nullptr)
+            return refuse(QStringLiteral("PROJ cannot write the system in this form"));
+    } else if (form == ExportForm::Esri) {
         if (known == nullptr && isSet(coord))
             return refuse(QStringLiteral("an ESRI text has no datum shift, and the system has one "
                                          "and is not known to be one of the database; WKT 2 "

@@ -81,6 +81,16 @@ std::vector<ProjStep> stepsOf(const QByteArray &text)
     return steps;
 }
 
+namespace {
+
+/// A value with blanks stands in quotation marks.
+QByteArray quotedValue(const QByteArray &value)
+{
+    return value.contains(' ') ? '"' + value + '"' : value;
+}
+
+} // namespace
+
 QByteArray pipelineText(const std::vector<ProjStep> &steps)
 {
     if (steps.empty())
@@ -94,7 +104,7 @@ QByteArray pipelineText(const std::vector<ProjStep> &steps)
         for (const auto &parameter : step.parameters) {
             text += " +" + parameter.first;
             if (!parameter.second.isEmpty())
-                text += "=" + parameter.second;
+                text += "=" + quotedValue(parameter.second);
         }
     }
     return text;

@@ -10,9 +10,9 @@ namespace KelStd::catalogue {
 /// How a system is written as a text.
 enum class ExportForm
 {
-    Wkt2,     ///< ISO 19162:2019, the datum shift as a bound system
+    Wkt2,     ///< ISO 19162:2019, the datum shift as a bound system, the plane of a site as derived
     ProjJson, ///< the same as JSON
-    Proj,     ///< a PROJ string
+    Proj,     ///< a PROJ string; of a system with a site a pipeline to its coordinates
     Esri      ///< WKT 1 as ESRI writes it in .prj files, which has no datum shift
 };
 

@@ -66,7 +66,8 @@ public:
     /// "No proj library.", "Error format." (PROJ refuses a definition of the system, or one does
     /// not fit its buffer), PROJ's own text, or that the display configuration shows the
     /// ellipsoid's axis in a unit that is no length (docs/display-configuration.md). `ignoredCoord`
-    /// is not used. The plane transformation and the height fitting of `coord` are not applied.
+    /// is not used. The plane transformation and the height fitting of `coord` are not applied
+    /// (`calibration::SiteBuilder` does).
     ///
     /// The projected height is the local ellipsoidal one, unless `coord` names a geoid model: then
     /// it is the height above the geoid (WGS84 ellipsoidal height and separation). Where the host's

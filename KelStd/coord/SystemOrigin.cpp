@@ -27,7 +27,7 @@ bool SystemOrigin::operator==(const SystemOrigin &other) const
     return authority == other.authority && code == other.code
            && databaseVersion == other.databaseVersion && operation == other.operation
            && area == other.area && areaName == other.areaName && countries == other.countries
-           && planeUnit == other.planeUnit;
+           && planeUnit == other.planeUnit && control == other.control;
 }
 
 } // namespace KelStd

@@ -2,6 +2,7 @@
 
 #include <KelStd/Export.h>
 #include <KelStd/coord/AreaOfUse.h>
+#include <KelStd/coord/ControlPoint.h>
 
 #include <QtCore/QString>
 #include <QtCore/QStringList>
@@ -10,8 +11,9 @@
 
 namespace KelStd {
 
-/// Where a coordinate system came from, where it is meant to be used, and the unit in which its
-/// plane coordinates are customarily given. Nothing of it changes what a `Coord` computes.
+/// Where a coordinate system came from, where it is meant to be used, the unit in which its plane
+/// coordinates are customarily given, and the points that its site was fitted to. Nothing of it
+/// changes what a `Coord` computes.
 ///
 /// Everything is optional: what is not known is empty. A document keeps it beside its system
 /// (`io::readOrigin`, `io::writeSystem`).
@@ -46,6 +48,7 @@ struct KELSTD_EXPORT SystemOrigin
     QString areaName;                   ///< the area in words
     QStringList countries;              ///< names of countries in it, for those who look for them
     std::optional<PlaneUnit> planeUnit; ///< nothing for metres
+    ControlPoints control;              ///< that the system's site was fitted to; empty without one
 
     /// Whether nothing is known.
     bool isEmpty() const;

@@ -14,7 +14,7 @@ namespace KelStd {
 /// about an origin).
 ///
 /// Kept, compared and stored for the application; the location operations of `Coord` do not
-/// apply it.
+/// apply it. `calibration::SiteTransform` has the formula and applies it beside them.
 class KELSTD_EXPORT stElevationFitting
 {
 public:

@@ -13,7 +13,7 @@ namespace KelStd {
 /// A planar four-parameter similarity transformation of projected coordinates.
 ///
 /// Kept, compared and stored for the application; the location operations of `Coord` do not
-/// apply it.
+/// apply it. `calibration::SiteTransform` has the formula and applies it beside them.
 class KELSTD_EXPORT stPlaneTransform
 {
 public:

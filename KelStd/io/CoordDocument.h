@@ -16,6 +16,9 @@ DocumentFailure readCoord(const QString &fileName, Source source, Coord &coord);
 DocumentFailure readSystem(const QString &fileName, Source source, Coord &coord,
                            SystemOrigin &origin);
 
+/// The origin that a document has, and its control points, by its root.
+SystemOrigin readOriginAndControl(const QDomElement &root);
+
 /// What is left of it once the document is parsed.
 DocumentFailure readCoord(const QDomElement &root, Coord &coord);
 

@@ -77,7 +77,7 @@ bool reviewSystem(const QString &fileName, Coord &coord, SystemOrigin &origin,
         [&](const QDomElement &root) {
             const DocumentFailure fault = readCoord(root, coord);
             if (!fault)
-                origin = readOrigin(root);
+                origin = readOriginAndControl(root);
             return fault;
         },
         &reviewCoordForm,

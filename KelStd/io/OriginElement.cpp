@@ -257,7 +257,9 @@ SystemOrigin readOrigin(const QDomElement &root)
 
 void appendOrigin(QDomDocument &document, const SystemOrigin &origin)
 {
-    if (origin.isEmpty())
+    SystemOrigin own = origin;
+    own.control.clear(); // which stand in an element of their own
+    if (own.isEmpty())
         return;
     QDomElement element = versionedElement(document, originName);
     setText(element, authorityAttribute, origin.authority);

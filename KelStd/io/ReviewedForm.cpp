@@ -1,5 +1,6 @@
 #include <KelStd/io/ReviewedForm.h>
 
+#include <KelStd/io/ControlElement.h>
 #include <KelStd/io/Coord_IO.h>
 #include <KelStd/io/OriginElement.h>
 #include <KelStd/io/ProjNames.h>
@@ -281,6 +282,7 @@ void reviewCoordForm(const QDomElement &root, ReviewFindings &findings)
     for (const RecordRow &row : recordRows)
         shape.single += row.name;
     shape.single += originElementName();
+    shape.single += controlElementName();
     reviewVersion(root, findings);
     reviewShape(root, shape, findings);
     for (const RecordRow &row : recordRows) {
@@ -291,6 +293,9 @@ void reviewCoordForm(const QDomElement &root, ReviewFindings &findings)
     const QDomElement origin = root.firstChildElement(originElementName());
     if (!origin.isNull())
         reviewOriginForm(origin, findings);
+    const QDomElement control = root.firstChildElement(controlElementName());
+    if (!control.isNull())
+        reviewControlForm(control, findings);
 }
 
 void reviewListForm(const QDomElement &root, const QString &recordName, ReviewFindings &findings)

@@ -1,5 +1,6 @@
 #include <KelStd/io/SystemDocument.h>
 
+#include <KelStd/io/ControlElement.h>
 #include <KelStd/io/CoordDocument.h>
 #include <KelStd/io/OriginElement.h>
 #include <KelStd/io/RecordReaders.h>
@@ -14,17 +15,25 @@ QDomDocument documentOf(const Coord &coord, const SystemOrigin &origin)
 {
     QDomDocument document = coordDocument(coord);
     appendOrigin(document, origin);
+    appendControl(document, origin.control);
     return document;
 }
 
 } // namespace
+
+SystemOrigin readOriginAndControl(const QDomElement &root)
+{
+    SystemOrigin origin = readOrigin(root);
+    origin.control = readControl(root);
+    return origin;
+}
 
 bool readOrigin(const QString &fileName, SystemOrigin &origin, DocumentFailure &failure)
 {
     QDomDocument document;
     failure = readDocument(fileName, Source::Any, document);
     if (!failure && hasReadableVersion(document.documentElement(), failure))
-        origin = readOrigin(document.documentElement());
+        origin = readOriginAndControl(document.documentElement());
     return !failure;
 }
 
@@ -43,7 +52,7 @@ DocumentFailure readSystem(const QString &fileName, Source source, Coord &coord,
     if (!failure)
         failure = readCoord(document.documentElement(), coord);
     if (!failure)
-        origin = readOrigin(document.documentElement());
+        origin = readOriginAndControl(document.documentElement());
     return failure;
 }
 
@@ -67,6 +76,8 @@ SystemOrigin keptOrigin(const SystemOrigin &origin, const Coord &before, const C
     if (before.ellipsoid != after.ellipsoid || before.projection != after.projection)
         return {};
     SystemOrigin kept = origin;
+    if (before != after) // a site was fitted to what any of the records made of its points
+        kept.control.clear();
     if (before.ellipsoidTransform != after.ellipsoidTransform)
         kept.operation.reset();
     return kept;

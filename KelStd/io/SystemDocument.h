@@ -19,7 +19,15 @@
 ///         <Plane_Unit name="US survey foot" metres="0.304800609601219"/>
 ///     </Origin>
 ///
-/// `Coord_IO::xml_read` passes over it: a `Coord` is the same with it and without. All of these
+/// Behind it stand the control points of its site, if it has one, in degrees and metres; `use` is
+/// that of `ControlPoint::useWord`:
+///
+///     <Control_Points ver="1">
+///         <Point name="A1" longitude="9.1" latitude="47.2" height="512.25" north="1000"
+///                east="5000" site_height="463.1" use="hv" sigma_h="0.01" sigma_v="0.02"/>
+///     </Control_Points>
+///
+/// `Coord_IO::xml_read` passes over both: a `Coord` is the same with them and without. All of these
 /// operations may be called on any thread.
 namespace KelStd::io {
 
@@ -60,8 +68,9 @@ KELSTD_EXPORT bool systemDocument(const Coord &coord, const SystemOrigin &origin
 ///
 /// Code, area and plane unit belong to the ellipsoid and the projection: where one of these is
 /// another, nothing of the origin holds. The operation belongs to the datum shift: where that is
-/// another, it is not kept. Names, planar transformation, height fitting and geoid model change
-/// nothing.
+/// another, it is not kept. The control points belong to all records together: where any of them is
+/// another, they are not kept. Otherwise names, planar transformation, height fitting and geoid
+/// model change nothing.
 KELSTD_EXPORT SystemOrigin keptOrigin(const SystemOrigin &origin, const Coord &before,
                                       const Coord &after);
 

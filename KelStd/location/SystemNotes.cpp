@@ -81,15 +81,15 @@ void noteUnits(const Coord &coord, QStringList &notes)
     }
 }
 
-void noteWhatIsNotApplied(const Coord &coord, QStringList &notes)
+void noteSite(const Coord &coord, QStringList &notes)
 {
     if (coord.planeTransform.fuction != PlaneTransformFunction_None) {
-        notes += QStringLiteral("The planar transformation is kept but not applied: northing and "
-                                "easting are those of the projection.");
+        notes += QStringLiteral("The planar transformation is not applied to the four frames: it "
+                                "gives northing and easting at the site.");
     }
     if (coord.elevationFitting.function != ElevationFittingFunction_None) {
-        notes += QStringLiteral("The height fitting is kept but not applied: heights are not "
-                                "fitted.");
+        notes += QStringLiteral("The height fitting is not applied to the four frames: it gives "
+                                "the height at the site.");
     }
 }
 
@@ -118,7 +118,7 @@ QStringList notesOn(const Coord &coord)
     noteOverrulingKeys(coord, notes);
     noteParametersWithoutValue(coord.projection, notes);
     noteDatumShift(coord.ellipsoidTransform, notes);
-    noteWhatIsNotApplied(coord, notes);
+    noteSite(coord, notes);
     return notes;
 }
 

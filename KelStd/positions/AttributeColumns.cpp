@@ -36,10 +36,11 @@ void AttributeColumns::take(const PrintedColumns &columns)
 std::string_view AttributeColumns::text(const LocationPrinter &printer, const PrintedColumn &column,
                                         const PrintedPosition &position, QByteArray &buffer)
 {
-    if (column.kind != PrintedColumn::Kind::Component)
+    const Location *const location = column.locationIn(position);
+    if (location == nullptr)
         return PrintedColumns::text(column, position, buffer);
     buffer.clear();
-    printer.append(buffer, columns()[column.index], position.location);
+    printer.append(buffer, *column.component(), *location);
     return {buffer.constData(), static_cast<std::size_t>(buffer.size())};
 }
 

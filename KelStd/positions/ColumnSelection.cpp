@@ -2,6 +2,8 @@
 
 #include <KelStd/positions/FactorColumns.h>
 
+#include <algorithm>
+
 namespace KelStd::positions {
 
 namespace {
@@ -11,6 +13,7 @@ QString frameNames()
     QStringList names;
     for (const FrameRow &row : frames())
         names += QString::fromLatin1(row.option);
+    names += QString::fromLatin1(siteFrameName);
     return names.join(QLatin1String(", "));
 }
 
@@ -46,19 +49,25 @@ std::vector<const FactorColumn *> ColumnSelection::factors() const
     return found;
 }
 
-bool readFrames(const QString &list, std::vector<Frame> &frames, QString &mistake)
+bool ColumnSelection::namesSite() const
+{
+    return std::find(frames.begin(), frames.end(), FrameOrSite()) != frames.end();
+}
+
+bool readFrames(const QString &list, std::vector<FrameOrSite> &frames, QString &mistake)
 {
     QStringList words;
     if (!readWords(list, words, mistake))
         return false;
-    std::vector<Frame> found;
+    std::vector<FrameOrSite> found;
     for (const QString &word : words) {
         const FrameRow *row = findFrame(word);
-        if (row == nullptr) {
+        const bool isSite = word == QLatin1String(siteFrameName);
+        if (row == nullptr && !isSite) {
             mistake = QStringLiteral("'%1' is no frame; there are %2").arg(word, frameNames());
             return false;
         }
-        found.push_back(row->frame);
+        found.push_back(isSite ? FrameOrSite() : row->frame);
     }
     frames = found;
     return true;

@@ -51,6 +51,18 @@ const std::array<Column, columnCount> columnRows = {{
      "height h elevation", "m", anyLength, heightWidth, &L::get_NEH_H},
 }};
 
+std::array<Column, componentsPerFrame> makeSiteColumns()
+{
+    constexpr const char *names[] = {"site_northing", "site_easting", "site_height"};
+    std::array<Column, componentsPerFrame> made{};
+    for (int i = 0; i < componentsPerFrame; ++i) {
+        Column column = columnOf(Frame::LocalProjected, i);
+        column.csvName = names[i];
+        made[static_cast<std::size_t>(i)] = column;
+    }
+    return made;
+}
+
 Pos fromNorthEastHeight(double northing, double easting, double height)
 {
     return Pos::fromENU(easting, northing, height);
@@ -68,6 +80,12 @@ const std::array<FrameRow, frameCount> frameRows = {{
 const std::array<Column, columnCount> &columns()
 {
     return columnRows;
+}
+
+const std::array<Column, componentsPerFrame> &siteColumns()
+{
+    static const std::array<Column, componentsPerFrame> made = makeSiteColumns();
+    return made;
 }
 
 const Column &columnOf(Frame frame, int component)

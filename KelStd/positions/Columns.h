@@ -50,6 +50,14 @@ KELSTD_EXPORT const std::array<Column, columnCount> &columns();
 /// The column of a component of a frame. `component` must be 0 to 2.
 KELSTD_EXPORT const Column &columnOf(Frame frame, int component);
 
+/// Northing, easting and height at the site of a system (`calibration::SiteTransform`), which stand
+/// beside the frames: the columns of the projected frame by names of their own. Their values are
+/// taken from the projected frame of a location that has the coordinates at the site there.
+KELSTD_EXPORT const std::array<Column, componentsPerFrame> &siteColumns();
+
+/// What these three are called among the frames, in options and messages.
+inline constexpr const char *siteFrameName = "site-neh";
+
 /// True for longitudes and latitudes.
 KELSTD_EXPORT bool isAngle(const Column &column);
 

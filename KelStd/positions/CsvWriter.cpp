@@ -63,8 +63,8 @@ void CsvWriter::write(QByteArray &bytes, const PrintedPosition &position) const
 {
     QByteArray buffer;
     for (const PrintedColumn &column : m_columns.all()) {
-        if (column.kind == PrintedColumn::Kind::Component)
-            m_printer.append(bytes, columns()[column.index], position.location);
+        if (const Location *const location = column.locationIn(position))
+            m_printer.append(bytes, *column.component(), *location);
         else
             appendCsvField(bytes, PrintedColumns::text(column, position, buffer));
         bytes += ',';

@@ -9,6 +9,9 @@
 
 namespace KelStd::positions {
 
+/// What some programs put in front of a text in UTF-8.
+inline constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+
 /// The bytes of a line as text.
 struct DecodedLine
 {

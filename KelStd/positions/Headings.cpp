@@ -109,9 +109,11 @@ QString takeFrame(QString &words)
 
 bool isNameOfAColumn(const QString &name)
 {
-    return std::any_of(columns().begin(), columns().end(), [&name](const Column &column) {
+    const auto isNamed = [&name](const Column &column) {
         return QLatin1String(column.csvName) == name;
-    });
+    };
+    return std::any_of(columns().begin(), columns().end(), isNamed)
+           || std::any_of(siteColumns().begin(), siteColumns().end(), isNamed);
 }
 
 /// Whether "wgs84_..." or "local_..." may name the component. Of the local heights there are two,
@@ -123,8 +125,7 @@ bool isOfFrame(const InputForm &form, int component, const QString &frame)
     const bool isHeight = component == componentsPerFrame - 1;
     const bool hasOneHeight =
         frame == QLatin1String("wgs84") && form.height != InputHeight::AboveGeoid;
-    return QString::fromLatin1(rowOf(form.frame).option).startsWith(frame + QLatin1Char('-'))
-           && (!isHeight || hasOneHeight);
+    return form.frameName().startsWith(frame + QLatin1Char('-')) && (!isHeight || hasOneHeight);
 }
 
 } // namespace
@@ -201,6 +202,8 @@ bool isKnown(const Heading &heading)
                 }
             }
         }
+        for (const Column &column : siteColumns())
+            all.insert(QString::fromLatin1(column.csvName));
         return all;
     }();
     return words.contains(heading.word) || words.contains(heading.whole);
@@ -321,11 +324,20 @@ QString otherMeaning(const InputForm &form, const Heading &heading)
     QString label;
     QStringList frameNames;
     for (const FrameRow &row : frames()) {
-        const int component = row.frame == form.frame ? -1 : componentHeaded(row.frame, heading);
+        const bool isItsOwn = row.frame == form.frame && !form.isAtSite;
+        const int component = isItsOwn ? -1 : componentHeaded(row.frame, heading);
         if (component < 0)
             continue;
         label = QString::fromLatin1(columnOf(row.frame, component).label);
         frameNames += QString::fromLatin1(row.option);
+    }
+    // All words but the names of its columns are those of the plane.
+    if (frameNames.isEmpty() && !form.isAtSite) {
+        const int component = componentHeaded(InputForm::atSite(), heading);
+        if (component >= 0) {
+            label = QString::fromLatin1(columnOf(Frame::LocalProjected, component).label);
+            frameNames += QString::fromLatin1(siteFrameName);
+        }
     }
     if (frameNames.isEmpty()) {
         const InputForm aboveGeoid(Frame::Wgs84Geographic, InputHeight::AboveGeoid);

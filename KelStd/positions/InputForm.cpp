@@ -5,6 +5,18 @@
 
 namespace KelStd::positions {
 
+InputForm InputForm::atSite(EUnit inputUnit)
+{
+    InputForm form(Frame::LocalProjected, InputHeight::OfFrame, inputUnit);
+    form.isAtSite = true;
+    return form;
+}
+
+QString InputForm::frameName() const
+{
+    return QString::fromLatin1(isAtSite ? siteFrameName : rowOf(frame).option);
+}
+
 QString InputForm::unitText(int component) const
 {
     const Column &column = columnOf(frame, component);

@@ -49,6 +49,12 @@ struct KELSTD_EXPORT InputForm
         : frame(inputFrame), height(inputHeight), lengthUnit(inputUnit)
     {}
 
+    /// Northing, easting and height at the site of a system, which are read as those of the plane.
+    static InputForm atSite(EUnit inputUnit = Unit_Meter);
+
+    /// "local-neh": what the three components together are called.
+    QString frameName() const;
+
     /// The unit in which a component is read, 0 to 2: "deg", "m", "us-ft".
     QString unitText(int component) const;
 
@@ -65,6 +71,7 @@ struct KELSTD_EXPORT InputForm
     bool lacksHeight() const { return mayLackHeight() && missingHeight->isGiven; }
 
     Frame frame;
+    bool isAtSite = false;
     InputHeight height;
     EUnit lengthUnit; ///< of every length of the input, one that `lengthUnits` has
     std::optional<PlaneUnit> planeUnit; ///< of northing and easting, where it is another one

@@ -73,14 +73,14 @@ void JsonWriter::append(QByteArray &bytes, const PrintedPosition &position) cons
 void JsonWriter::appendValue(QByteArray &bytes, const PrintedColumn &column,
                              const PrintedPosition &position, QByteArray &buffer) const
 {
-    const bool isComponent = column.kind == PrintedColumn::Kind::Component;
-    if (isComponent && column.isNumber) {
-        m_printer.append(bytes, columns()[column.index], position.location);
+    const Location *const location = column.locationIn(position);
+    if (location != nullptr && column.isNumber) {
+        m_printer.append(bytes, *column.component(), *location);
         return;
     }
-    if (isComponent) {
+    if (location != nullptr) {
         buffer.clear();
-        m_printer.append(buffer, columns()[column.index], position.location);
+        m_printer.append(buffer, *column.component(), *location);
         appendText(bytes, buffer);
         return;
     }

@@ -86,8 +86,7 @@ QString contradiction(const Heading &heading, const InputForm &form, int compone
         if (!other.isEmpty()) {
             return QStringLiteral("%1 picks the column %2 as the %3 of %4; its heading names "
                                   "%5")
-                .arg(form.words.columns, quoted(heading.text), label,
-                     QLatin1String(rowOf(form.frame).option), other);
+                .arg(form.words.columns, quoted(heading.text), label, form.frameName(), other);
         }
     }
     const QString direction = meant < 0 ? directionIn(heading) : QString();

@@ -88,6 +88,9 @@ QString otherFrames(const InputForm &form, const QVector<Heading> &headings)
         if (fits(row.frame, headings))
             fitting += form.words.frame + QLatin1Char(' ') + QLatin1String(row.option);
     }
+    // All words but the names of its columns are those of the plane.
+    if (fitting.isEmpty() && fits(InputForm::atSite(), headings))
+        fitting += form.words.frame + QLatin1Char(' ') + QLatin1String(siteFrameName);
     return fitting.isEmpty() ? QString()
                              : QStringLiteral("; these headings fit %1")
                                    .arg(fitting.join(QLatin1String(" and ")));
@@ -100,8 +103,7 @@ QString missing(const InputForm &form, int component, const QVector<Heading> &he
         QStringLiteral("the line holds no number, so it is a header; it names no %1. Accepted%2: "
                        "%3%4")
             .arg(QString::fromLatin1(inputColumn(form, component).label),
-                 isChosen ? QStringLiteral(" for %1 %2")
-                                .arg(form.words.frame, QLatin1String(rowOf(form.frame).option))
+                 isChosen ? QStringLiteral(" for %1 %2").arg(form.words.frame, form.frameName())
                           : QString(),
                  acceptedWords(form), isChosen ? otherFrames(form, headings) : QString());
     const QVector<int> otherUnit = fieldsNaming(form, component, headings, UnitFit::CannotBeRead);
@@ -271,9 +273,10 @@ bool lookLikeHeadings(const QStringList &fields, const InputForm &form)
     if (headings.size() < 2)
         return false;
     return distinctNamed(form, headings) > 1
-           || std::any_of(frames().begin(), frames().end(), [&headings](const FrameRow &row) {
-                  return distinctNamed(row.frame, headings) > 1;
-              });
+           || std::any_of(
+               frames().begin(), frames().end(),
+               [&headings](const FrameRow &row) { return distinctNamed(row.frame, headings) > 1; })
+           || distinctNamed(InputForm::atSite(), headings) > 1;
 }
 
 namespace {

@@ -11,8 +11,6 @@ namespace KelStd::positions {
 
 namespace {
 
-constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
-
 /// "sep=;", with which spreadsheets are told the separator.
 bool isSeparatorLine(std::string_view bytes)
 {

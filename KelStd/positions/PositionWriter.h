@@ -36,6 +36,13 @@ struct InputColumns
     std::vector<ExtraColumn> extras; ///< printed behind the frames, before what is carried
 };
 
+/// The coordinates of a position at the site of a system.
+struct SiteCoordinates
+{
+    Location location;     ///< whose projected frame has them
+    bool hasHeight = true; ///< false where the height that the site's was fitted to is not known
+};
+
 /// What is printed of a line. Texts are UTF-8.
 struct PrintedPosition
 {
@@ -49,6 +56,8 @@ struct PrintedPosition
     const std::vector<std::string_view> &extras = noFields;
     /// Null where no factors are printed.
     const GridFactors::Values *factors = nullptr;
+    /// Null where the system has no site.
+    const SiteCoordinates *site = nullptr;
 };
 
 /// Prints locations in one form or another, as bytes of whole lines. `begin` is called

@@ -20,8 +20,8 @@ std::string_view viewOf(const QByteArray &bytes)
 /// The name without the unit, of a column that has one; otherwise empty.
 QString nameWithoutUnit(const PrintedColumn &column)
 {
-    if (column.kind == Kind::Component)
-        return QString::fromLatin1(columns()[column.index].csvName);
+    if (const Column *const component = column.component())
+        return QString::fromLatin1(component->csvName);
     if (column.kind == Kind::Factor)
         return QString::fromLatin1(factorColumns()[column.index].csvName);
     return {};
@@ -66,7 +66,8 @@ void add(std::vector<PrintedColumn> &columns, PrintedColumn column)
 }
 
 /// All that may be selected.
-std::vector<PrintedColumn> everyColumn(const LocationPrinter &printer, const InputColumns &input)
+std::vector<PrintedColumn> everyColumn(const LocationPrinter &printer, const InputColumns &input,
+                                       SiteKind site)
 {
     std::vector<PrintedColumn> all;
     add(all, {Kind::Name, 0, QStringLiteral("point"), false});
@@ -75,6 +76,13 @@ std::vector<PrintedColumn> everyColumn(const LocationPrinter &printer, const Inp
         add(all, {Kind::Component, i, printer.csvName(column), printer.printsNumbers(column)});
     }
     add(all, {Kind::HeightReference, 0, QStringLiteral("local_height_reference"), false});
+    for (std::size_t i = 0; i < siteColumns().size() && site != SiteKind::None; ++i) {
+        const Column &column = siteColumns()[i];
+        PrintedColumn printed{Kind::Site, i, printer.csvName(column),
+                              printer.printsNumbers(column)};
+        printed.isFitted = site == SiteKind::Heights && i + 1 == siteColumns().size();
+        add(all, printed);
+    }
     for (std::size_t i = 0; i < factorCount; ++i)
         add(all, {Kind::Factor, i, nameOf(factorColumns()[i]), true});
     for (std::size_t i = 0; i < input.extras.size(); ++i) {
@@ -89,11 +97,27 @@ std::vector<PrintedColumn> everyColumn(const LocationPrinter &printer, const Inp
 
 } // namespace
 
+const Column *PrintedColumn::component() const
+{
+    if (kind == Kind::Component)
+        return &columns()[index];
+    return kind == Kind::Site ? &siteColumns()[index] : nullptr;
+}
+
+const Location *PrintedColumn::locationIn(const PrintedPosition &position) const
+{
+    if (kind == Kind::Component)
+        return &position.location;
+    const bool isKnown =
+        kind == Kind::Site && position.site != nullptr && (position.site->hasHeight || !isFitted);
+    return isKnown ? &position.site->location : nullptr;
+}
+
 PrintedColumns::PrintedColumns(const LocationPrinter &printer, const InputColumns &columns,
                                const ColumnSelection &selection)
     : m_areNamed(!selection.fields.isEmpty())
 {
-    const std::vector<PrintedColumn> all = everyColumn(printer, columns);
+    const std::vector<PrintedColumn> all = everyColumn(printer, columns, selection.site);
     if (m_areNamed)
         takeNamed(all, selection.fields);
     else
@@ -110,9 +134,10 @@ void PrintedColumns::takeFrames(const std::vector<PrintedColumn> &all,
     const auto takeKind = [&](Kind kind) {
         takeIf([kind](const PrintedColumn &each) { return each.kind == kind; });
     };
-    const auto takeFrame = [&](Frame frame) {
+    const auto takeFrame = [&](FrameOrSite frame) {
         takeIf([frame](const PrintedColumn &each) {
-            return each.kind == Kind::Component && columns()[each.index].frame == frame;
+            return frame ? each.kind == Kind::Component && columns()[each.index].frame == *frame
+                         : each.kind == Kind::Site;
         });
     };
     takeKind(Kind::Name);
@@ -120,9 +145,14 @@ void PrintedColumns::takeFrames(const std::vector<PrintedColumn> &all,
     if (frames.empty())
         takeKind(Kind::Component);
     std::for_each(frames.begin(), frames.end(), takeFrame);
-    if (frames.empty()
-        || std::find(frames.begin(), frames.end(), Frame::LocalProjected) != frames.end())
+    const bool hasProjected =
+        std::find(frames.begin(), frames.end(), FrameOrSite(Frame::LocalProjected)) != frames.end();
+    const bool hasProjectedHeight =
+        hasProjected || (selection.namesSite() && selection.site == SiteKind::Plane);
+    if (frames.empty() || hasProjectedHeight)
         takeKind(Kind::HeightReference);
+    if (frames.empty())
+        takeKind(Kind::Site);
     if (selection.hasFactors)
         takeKind(Kind::Factor);
     takeKind(Kind::Extra);
@@ -165,7 +195,8 @@ std::string_view PrintedColumns::text(const PrintedColumn &column, const Printed
     }
     case Kind::Extra: return position.extras[column.index];
     case Kind::Carried: return position.carried[column.index];
-    case Kind::Component: break;
+    case Kind::Component:
+    case Kind::Site: break;
     }
     return {};
 }

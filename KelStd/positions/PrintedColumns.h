@@ -15,24 +15,33 @@
 namespace KelStd::positions {
 
 /// A column of what is printed of locations.
-struct PrintedColumn
+struct KELSTD_EXPORT PrintedColumn
 {
     enum class Kind
     {
         Name,            ///< of the point
         Component,       ///< one of the twelve numbers of a location
         HeightReference, ///< what the projected height is above
+        Site,            ///< one of the three numbers of a position at the site
         Factor,          ///< one of the factors of a location
         Extra,
         Carried
     };
 
     Kind kind;
-    std::size_t index; ///< of a component in `columns`, of a factor in `factorColumns`, of another
-                       ///< field among those of its kind
+    std::size_t index; ///< of a component in `columns`, of one at the site in `siteColumns`, of a
+                       ///< factor in `factorColumns`, of another field among those of its kind
     QString name;      ///< for other programs, with its unit: "wgs84_longitude_deg"
     bool isNumber;     ///< plain decimals; a factor or an extra one may be missing all the same
     int width = 0;     ///< characters that hold its values in a table; 0 for those of its name
+    bool isFitted = false; ///< a height at a site that is not the projected one
+
+    /// The component that a column of numbers of a location has, of the site's too; null for
+    /// another column.
+    const Column *component() const;
+
+    /// The location whose component is printed; null where it is missing, and without a component.
+    const Location *locationIn(const PrintedPosition &position) const;
 };
 
 /// Which columns are printed of each location, in which order: the one description that all forms
@@ -42,9 +51,9 @@ class KELSTD_EXPORT PrintedColumns
 public:
     PrintedColumns() = default;
 
-    /// The selected ones of: the name, the twelve, the reference of the height, the factors, extra
-    /// columns, carried ones. Each name stands once: a heading of the input that is the name of
-    /// another column, whether or not that one is selected, has a number behind it.
+    /// The selected ones of: the name, the twelve, the reference of the height, the site's, the
+    /// factors, extra columns, carried ones. Each name stands once: a heading of the input that is
+    /// the name of another column, whether or not that one is selected, has a number behind it.
     PrintedColumns(const LocationPrinter &printer, const InputColumns &columns,
                    const ColumnSelection &selection = {});
 
@@ -57,8 +66,8 @@ public:
     /// one's. Empty where it can. The columns are those of the other names then.
     const QString &mistake() const { return m_mistake; }
 
-    /// The value of a column that is no component, as it stands; empty for a missing one. `buffer`
-    /// holds what is made for it.
+    /// The value of a column whose location is null, as it stands; empty for a missing one.
+    /// `buffer` holds what is made for it.
     static std::string_view text(const PrintedColumn &column, const PrintedPosition &position,
                                  QByteArray &buffer);
 

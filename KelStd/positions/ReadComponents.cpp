@@ -4,6 +4,8 @@ namespace KelStd::positions {
 
 Column inputColumn(const InputForm &form, int component)
 {
+    if (form.isAtSite)
+        return siteColumns()[static_cast<std::size_t>(component)];
     Column column = columnOf(form.frame, component);
     if (form.height == InputHeight::AboveGeoid && component == componentsPerFrame - 1) {
         column.csvName = "height_above_geoid";

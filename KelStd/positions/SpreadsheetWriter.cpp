@@ -47,7 +47,8 @@ void SpreadsheetWriter::write(QByteArray &bytes, const PrintedPosition &position
         if (!isFirst)
             bytes += m_dialect.separator();
         isFirst = false;
-        if (column.kind != Kind::Component) {
+        const Location *const location = column.locationIn(position);
+        if (location == nullptr) {
             const std::string_view text = PrintedColumns::text(column, position, buffer);
             if (column.isNumber)
                 appendNumber(bytes, text);
@@ -56,7 +57,7 @@ void SpreadsheetWriter::write(QByteArray &bytes, const PrintedPosition &position
             continue;
         }
         buffer.clear();
-        m_printer.append(buffer, columns()[column.index], position.location);
+        m_printer.append(buffer, *column.component(), *location);
         // An angle with signs of degrees looks like nothing else.
         if (column.isNumber)
             appendNumber(bytes, viewOf(buffer));

@@ -4,6 +4,7 @@
 #include "support/BareProj.h"
 #include "support/Environment.h"
 
+#include <KelStd/calibration/SiteBuilder.h>
 #include <KelStd/location/LocationBuilder.h>
 #include <KelStd/platform/AppConfig.h>
 
@@ -94,6 +95,35 @@ void buildLocationsOneToOne(benchmark::State &state)
     for (auto _ : state) {
         if (builder.make(LocationBuilder::Frame::Wgs84Geographic, positions().data(), points,
                          locations().data())
+            != points)
+            state.SkipWithError("some positions cannot be converted");
+    }
+    state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+
+/// The array call with coordinates at a site, which is turned, scaled and inclined.
+void buildLocationsOfSite(benchmark::State &state)
+{
+    const auto points = static_cast<std::size_t>(state.range(0));
+    Coord system = benchmarkSystem();
+    stPlaneTransform &plane = system.planeTransform;
+    plane.fuction = PlaneTransformFunction_Four;
+    plane.north_translate.value = -5'000'000.0;
+    plane.east_translate.value = -400'000.0;
+    plane.rotate_angle.value = 7200.0;
+    plane.ratio.value = 1.0004;
+    stElevationFitting &fitting = system.elevationFitting;
+    fitting.function = ElevationFittingFunction_Plane;
+    fitting.a.value = 0.5;
+    fitting.b.value = 1e-5;
+    fitting.c.value = -1e-5;
+    auto builder = calibration::SiteBuilder::of(system);
+    static std::vector<Pos> atSite(maxPoints); // for all repetitions, as `locations`
+    builder->make(LocationBuilder::Frame::Wgs84Geographic, positions().data(), 1,
+                  locations().data(), atSite.data());
+    for (auto _ : state) {
+        if (builder->make(LocationBuilder::Frame::Wgs84Geographic, positions().data(), points,
+                          locations().data(), atSite.data())
             != points)
             state.SkipWithError("some positions cannot be converted");
     }
@@ -358,6 +388,11 @@ BENCHMARK(buildLocations)
     ->UseRealTime()
     ->Unit(benchmark::kMillisecond);
 BENCHMARK(buildLocationsOneToOne)
+    ->ArgName("points")
+    ->Arg(1'000'000)
+    ->UseRealTime()
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK(buildLocationsOfSite)
     ->ArgName("points")
     ->Arg(1'000'000)
     ->UseRealTime()

@@ -21,6 +21,7 @@ struct Command
 ExitStatus runProgram(const QStringList &arguments);
 
 ExitStatus runConvert(const QStringList &arguments, Console &console);
+ExitStatus runDatumFit(const QStringList &arguments, Console &console);
 ExitStatus runDisplayReset(const QStringList &arguments, Console &console);
 ExitStatus runDisplaySet(const QStringList &arguments, Console &console);
 ExitStatus runDisplayShow(const QStringList &arguments, Console &console);
@@ -42,6 +43,8 @@ ExitStatus runLibraryReplace(const QStringList &arguments, Console &console);
 ExitStatus runLibraryRestore(const QStringList &arguments, Console &console);
 ExitStatus runLibraryShow(const QStringList &arguments, Console &console);
 ExitStatus runParse(const QStringList &arguments, Console &console);
+ExitStatus runSiteCheck(const QStringList &arguments, Console &console);
+ExitStatus runSiteFit(const QStringList &arguments, Console &console);
 ExitStatus runSystemCompose(const QStringList &arguments, Console &console);
 ExitStatus runSystemDefault(const QStringList &arguments, Console &console);
 ExitStatus runSystemExport(const QStringList &arguments, Console &console);

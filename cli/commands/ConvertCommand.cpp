@@ -40,12 +40,14 @@ namespace {
 /// What the lines of the input hold, where their headings do not say another unit: lengths in the
 /// unit of --length-unit, as they are printed. Without the option northing and easting are in the
 /// `planeUnit` where there is one.
-positions::InputForm inputForm(positions::Frame frame, const DisplayOptions &display,
+positions::InputForm inputForm(const ConvertOptions &options,
                                const std::optional<positions::PlaneUnit> &planeUnit)
 {
-    const bool hasUnit = display.lengthUnit != nullptr;
-    positions::InputForm form(frame, positions::InputHeight::OfFrame,
-                              hasUnit ? display.lengthUnit->unit : Unit_Meter);
+    const LengthUnit *const unit = options.display.lengthUnit;
+    const bool hasUnit = unit != nullptr;
+    positions::InputForm form(options.frame->frame, positions::InputHeight::OfFrame,
+                              hasUnit ? unit->unit : Unit_Meter);
+    form.isAtSite = options.isFromSite;
     form.hasLengthUnit = hasUnit;
     form.planeUnit = planeUnit;
     return form;
@@ -53,13 +55,18 @@ positions::InputForm inputForm(positions::Frame frame, const DisplayOptions &dis
 
 /// The height of positions without one: that of --height, or 0. Above what it is taken is always
 /// said of the latter, and of the former where there are two kinds of heights.
-positions::MissingHeight missingHeight(const ConvertOptions &options, const QString &geoidModel)
+positions::MissingHeight missingHeight(const ConvertOptions &options,
+                                       const ConversionSystem &system)
 {
+    const QString &geoidModel = system.geoidModel;
+    const bool isFitted = options.isFromSite && system.site.hasSurface();
     const bool isProjected = options.frame->frame == positions::Frame::LocalProjected;
     positions::MissingHeight height;
     height.isGiven = options.height.has_value();
     height.metres = options.height.value_or(0.0);
-    if (!height.isGiven || !geoidModel.isEmpty()) {
+    if (isFitted) {
+        height.above = QStringLiteral("the zero of the site's heights");
+    } else if (!height.isGiven || !geoidModel.isEmpty()) {
         height.above = QStringLiteral("the ")
                        + positions::heightReference(isProjected ? geoidModel : QString());
     }
@@ -106,8 +113,7 @@ bool printsPlane(const positions::LocationPrinter &printer,
 {
     const positions::PrintedColumns printed(printer, {}, selection);
     return std::any_of(printed.all().begin(), printed.all().end(), [](const auto &each) {
-        return each.kind == positions::PrintedColumn::Kind::Component
-               && positions::isPlane(positions::columns()[each.index]);
+        return each.component() != nullptr && positions::isPlane(*each.component());
     });
 }
 
@@ -190,7 +196,7 @@ public:
     {
         for (const auto step :
              {&Conversion::takeOptions, &Conversion::openInput, &Conversion::prepareFile,
-              &Conversion::prepareSystems, &Conversion::prepareOutput}) {
+              &Conversion::prepareSystems, &Conversion::takeSites, &Conversion::prepareOutput}) {
             if (const auto status = (this->*step)())
                 return *status;
         }
@@ -225,6 +231,10 @@ private:
             reason = textOptionAmong(m_line);
             if (reason.isEmpty() && operands.size() > 1)
                 reason = QStringLiteral("a vector file is read alone");
+            if (reason.isEmpty() && m_options->isFromSite)
+                reason = QStringLiteral("--from %1 is for positions as text, and the input is a "
+                                        "vector file")
+                             .arg(QLatin1String(positions::siteFrameName));
             if (!reason.isEmpty())
                 return m_line.refuse(reason, m_console);
             if (!m_layer.emplace().open(given, m_line, m_console))
@@ -278,6 +288,22 @@ private:
         return {};
     }
 
+    /// The sites that options ask for must be there.
+    Status takeSites()
+    {
+        const calibration::SiteTransform &site = printed().site;
+        positions::ColumnSelection &columns = m_options->columns;
+        columns.site = site.hasSurface() ? positions::SiteKind::Heights
+                       : site.hasSite()  ? positions::SiteKind::Plane
+                                         : positions::SiteKind::None;
+        const bool isThere =
+            (!m_options->isFromSite
+             || ConvertSystems::hasSite(given(), QStringLiteral("--from"), m_console))
+            && (!columns.namesSite()
+                || ConvertSystems::hasSite(printed(), QStringLiteral("--frames"), m_console));
+        return isThere ? Status() : ExitStatus::Environment;
+    }
+
     Status prepareOutput()
     {
         configure(*m_options, m_line, m_console);
@@ -301,18 +327,17 @@ private:
 
     ExitStatus convert()
     {
-        LocationJob job(
-            {given(), m_systems.target(), *m_options->frame, m_options->columns.factors()},
-            m_file ? m_file->writer() : *m_writer);
+        LocationJob job({given(), m_systems.target(), *m_options->frame, m_options->isFromSite,
+                         m_options->columns.factors()},
+                        m_file ? m_file->writer() : *m_writer);
         if (m_layer) {
             m_layer->keepSource(m_rejects.isOpen());
             return start(RecordRun(m_layer->records(), job, m_console));
         }
         if (m_options->isNmea)
             return convertEpochs(job);
-        positions::InputForm form =
-            inputForm(m_options->frame->frame, m_options->display, m_givenUnit);
-        form.missingHeight = missingHeight(*m_options, given().geoidModel);
+        positions::InputForm form = inputForm(*m_options, m_givenUnit);
+        form.missingHeight = missingHeight(*m_options, given());
         m_input.promptFor(componentLabels(form), m_console);
         return start(PositionRun(m_input.inputs(), m_input.parser(form), job, m_console));
     }

@@ -32,6 +32,9 @@ QString details()
                     .arg(QString::fromLatin1(row.option), -9)
                     .arg(componentLabels(row.frame));
     }
+    text += QStringLiteral("  %1  %2\n")
+                .arg(QString::fromLatin1(positions::siteFrameName), -9)
+                .arg(componentLabels(positions::InputForm::atSite()));
     text += QStringLiteral(
         "unless a line of headings before them names the columns, in any order, such as\n"
         "  point,easting,northing,height     or     name;lat;lon;h\n"
@@ -76,6 +79,9 @@ QString details()
         "Heights are ellipsoidal (ell.), but the last one is above the geoid in a system\n"
         "that names a geoid model; the output says which. Where the model cannot be used\n"
         "or has no value for a point, a warning says so, and the height is ellipsoidal.\n"
+        "Behind them stand northing, easting and height at the site, where the system has\n"
+        "a planar transformation or a height fitting; site-neh reads them back. A height\n"
+        "that was fitted to those above the geoid is missing where there is none of them.\n"
         "A table has degrees, minutes and seconds with %1 decimals and metres with up to\n"
         "%2; --angle degree has %3 decimals. CSV has plain numbers, degrees with %4\n"
         "decimals and metres with %5, unless --format or --angle is given. Units stand in\n"
@@ -158,8 +164,9 @@ CommandLine convertCommandLine()
     addDirectoryOption(line);
     addLenientOption(line);
     line.addOption({QStringLiteral("from"),
-                    QStringLiteral("The frame of the input:\n%1.\nDefault: %2.")
-                        .arg(frameNames(QStringLiteral(", ")),
+                    QStringLiteral("The frame of the input:\n%1,\n%2. Default: %3.")
+                        .arg(frameNames(QStringLiteral(", ")).section(QLatin1String(", "), 0, -2),
+                             QString::fromLatin1(positions::siteFrameName),
                              QString::fromLatin1(positions::frames().front().option)),
                     QStringLiteral("FRAME"),
                     QString::fromLatin1(positions::frames().front().option)});

@@ -1,11 +1,11 @@
 #include <cli/commands/ConvertSystems.h>
 
 #include <cli/geoids/GeoidModel.h>
-#include <cli/systems/SystemFile.h>
 #include <cli/terminal/CommandLine.h>
 #include <cli/terminal/Console.h>
 
 #include <KelStd/location/SystemNotes.h>
+#include <KelStd/positions/Columns.h>
 
 namespace KelStd::cli {
 
@@ -13,9 +13,9 @@ namespace {
 
 /// The geoid model that the system names, as far as it can be used. Empty when it names none, and
 /// after a warning when it names one that is no use.
-QString usableGeoidModel(const Coord &coord, const QString &system, Console &console)
+QString usableGeoidModel(const ConversionSystem &of, const QString &system, Console &console)
 {
-    QString name = coord.geoidModel.modelFileName;
+    QString name = of.coord.geoidModel.modelFileName;
     if (name.isEmpty())
         return {};
     QString reason;
@@ -23,26 +23,25 @@ QString usableGeoidModel(const Coord &coord, const QString &system, Console &con
     if (path && geoidGridIsReadable(*path, reason))
         return name;
     console.report(QStringLiteral("warning: the geoid model \"%1\" of %2 cannot be used: "
-                                  "%3. All heights are ellipsoidal.")
-                       .arg(name, system, reason));
+                                  "%3. All heights are ellipsoidal%4.")
+                       .arg(name, system, reason,
+                            of.site.hasSurface()
+                                ? QStringLiteral(", and there are none at the site")
+                                : QString()));
     return {};
 }
 
-/// Whether the loaded PROJ can convert by the system, and the system is understood as it is
-/// written, or --lenient. False after a report.
-bool mayConvert(const ConversionSystem &system, const RecordReview &review, const CommandLine &line,
-                Console &console)
+/// Reads the records of the system's site; false after a report where they cannot be applied.
+bool takeSite(ConversionSystem &system, Console &console)
 {
-    QString reason;
-    const auto definitions = definitionsOf(system.coord, reason);
-    // Where nothing can be converted, only the reason is reported.
-    if (definitions && !mayBeUsed(review, line, console))
-        return false;
-    if (definitions && acceptedByProj(*definitions, reason))
-        return true;
-    console.report(
-        QStringLiteral("cannot use the coordinate system %1: %2").arg(system.name, reason));
-    return false;
+    calibration::SiteFailure failure;
+    const auto site = calibration::SiteTransform::of(system.coord, &failure);
+    if (site)
+        system.site = *site;
+    else
+        console.report(QStringLiteral("cannot use the coordinate system %1: %2")
+                           .arg(system.name, failure.text));
+    return site.has_value();
 }
 
 } // namespace
@@ -58,15 +57,16 @@ bool ConvertSystems::read(const QString &system, const std::optional<QString> &t
         if (!chosen)
             return false;
         m_reviews.push_back(chosen->review);
-        m_systems.push_back({name, chosen->coord, chosen->origin, {}});
+        m_systems.push_back({name, chosen->coord, chosen->origin, {}, {}});
     }
     return true;
 }
 
-bool ConvertSystems::canBeUsed(const CommandLine &line, Console &console) const
+bool ConvertSystems::canBeUsed(const CommandLine &line, Console &console)
 {
     for (std::size_t i = 0; i < m_systems.size(); ++i) {
-        if (!mayConvert(m_systems[i], m_reviews[i], line, console))
+        if (!cli::canBeUsed(m_systems[i].coord, m_reviews[i], m_systems[i].name, line, console)
+            || !takeSite(m_systems[i], console))
             return false;
     }
     for (const ConversionSystem &system : m_systems) {
@@ -80,7 +80,18 @@ bool ConvertSystems::canBeUsed(const CommandLine &line, Console &console) const
 void ConvertSystems::findGeoidModels(Console &console)
 {
     for (ConversionSystem &system : m_systems)
-        system.geoidModel = usableGeoidModel(system.coord, wordFor(system), console);
+        system.geoidModel = usableGeoidModel(system, wordFor(system), console);
+}
+
+bool ConvertSystems::hasSite(const ConversionSystem &system, const QString &option,
+                             Console &console)
+{
+    if (system.site.hasSite())
+        return true;
+    console.report(QStringLiteral("cannot use the coordinate system %1: it has no site, neither a "
+                                  "planar transformation nor a height fitting, for %2 %3")
+                       .arg(system.name, option, QLatin1String(positions::siteFrameName)));
+    return false;
 }
 
 QString ConvertSystems::wordFor(const ConversionSystem &system) const

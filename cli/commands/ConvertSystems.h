@@ -23,11 +23,15 @@ public:
     bool read(const QString &system, const std::optional<QString> &to, const CommandLine &line,
               Console &console);
 
-    /// Whether PROJ can convert by them, with notes on how they are read. False after a report.
-    bool canBeUsed(const CommandLine &line, Console &console) const;
+    /// Whether PROJ can convert by them and the records of their sites can be applied, with notes
+    /// on how they are read. False after a report.
+    bool canBeUsed(const CommandLine &line, Console &console);
 
     /// Finds the models that they name; after a warning, one that is no use is left out.
     void findGeoidModels(Console &console);
+
+    /// Whether a system has the site that an option asks for. False after a report.
+    static bool hasSite(const ConversionSystem &system, const QString &option, Console &console);
 
     const ConversionSystem &given() const { return m_systems.front(); }
     const ConversionSystem &printed() const { return m_systems.back(); }

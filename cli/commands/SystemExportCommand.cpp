@@ -11,11 +11,11 @@
 #include <cli/terminal/ShownText.h>
 #include <cli/terminal/StandardStreams.h>
 #include <cli/terminal/UnknownWord.h>
+#include <cli/terminal/WholeFile.h>
 #include <cli/terminal/WithoutRaising.h>
 
 #include <KelStd/catalogue/Catalogue.h>
 #include <KelStd/io/SystemDocument.h>
-#include <KelStd/io/WholeFile.h>
 #include <KelStd/library/RecordLoss.h>
 
 #include <QtCore/QFileInfo>
@@ -73,6 +73,9 @@ CommandLine makeCommandLine()
     }
     help += QStringLiteral(
         "Northing and easting of a text count in the unit that the system is given in.\n"
+        "Of a system with a site (a planar transformation, a height fitting), proj is one\n"
+        "pipeline from WGS84 longitude, latitude [deg] and height to easting, northing\n"
+        "and height at the site; wkt2 and projjson have its plane as a derived system.\n"
         "What a form cannot say of the system is listed on standard error. A .prj is that\n"
         "of the database's system which this one was found to be, by numbers.\n"
         "\n"
@@ -93,16 +96,6 @@ CommandLine makeCommandLine()
     addDirectoryOption(line);
     addLenientOption(line);
     return line;
-}
-
-/// False after a report.
-bool writeFile(const QString &fileName, const QByteArray &bytes, Console &console)
-{
-    QString reason;
-    if (io::writeWholeFile(fileName, bytes, &reason))
-        return true;
-    console.report(QStringLiteral("cannot write %1: %2").arg(fileName, reason));
-    return false;
 }
 
 /// What is written, and what there is to say of it.
@@ -196,7 +189,7 @@ ExitStatus runSystemExport(const QStringList &arguments, Console &console)
     const QByteArray &bytes = exported->bytes;
     if (fileName.isEmpty())
         console.write(bytes);
-    else if (!writeFile(fileName, bytes, console))
+    else if (!writeWholeFile(fileName, bytes, console))
         return ExitStatus::Environment;
     if (!exported->code.isEmpty())
         console.report(QStringLiteral("note: the system is %1").arg(shown(exported->code)));

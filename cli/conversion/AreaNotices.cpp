@@ -55,6 +55,11 @@ QString firstText(const NoticeCount &notice, const QString &inputName)
 
 } // namespace
 
+NoticeBits areaNotices(AreaCheck &check, const Location &location)
+{
+    return check.isInside(location) ? 0U : 1U << outside;
+}
+
 NoticeBits areaNoticesOfFailed(AreaCheck &check, LocationBuilder::Frame frame, const Pos &position)
 {
     const PositionMistake mistake = check.mistakeIn(frame, position);

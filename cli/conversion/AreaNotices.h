@@ -16,6 +16,9 @@ namespace KelStd::cli {
 inline NoticeBits areaNotices(AreaCheck &check, LocationBuilder::Frame frame, const Pos &position,
                               const Location &location);
 
+/// The notices of a location that was made of a position in no frame.
+NoticeBits areaNotices(AreaCheck &check, const Location &location);
+
 /// The notices of a position that failed: only the mistake that would explain it.
 NoticeBits areaNoticesOfFailed(AreaCheck &check, LocationBuilder::Frame frame, const Pos &position);
 

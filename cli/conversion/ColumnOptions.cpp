@@ -16,7 +16,7 @@ void addColumnOptions(CommandLine &line)
 {
     line.addOption({framesOption,
                     QStringLiteral("Print only these frames, in this order, named as\n"
-                                   "for --from."),
+                                   "for --from, site-neh too."),
                     QStringLiteral("FRAME,...")});
     line.addOption({fieldsOption,
                     QStringLiteral("Print only these columns, in this order: names of\n"

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <KelStd/calibration/SiteTransform.h>
 #include <KelStd/coord/Coord.h>
 #include <KelStd/coord/SystemOrigin.h>
 
@@ -14,6 +15,7 @@ struct ConversionSystem
     Coord coord;
     SystemOrigin origin; ///< whose area the positions are held against
     QString geoidModel;  ///< the one in use; empty for none
+    calibration::SiteTransform site;
 };
 
 } // namespace KelStd::cli

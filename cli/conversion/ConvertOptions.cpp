@@ -41,7 +41,7 @@ bool takeNmea(const CommandLine &line, ConvertOptions &options, QString &mistake
         return true;
     if (options.frame->frame != positions::Frame::Wgs84Geographic) {
         mistake = QStringLiteral("--from '%1' does not go with --nmea, whose positions are %2")
-                      .arg(QString::fromLatin1(options.frame->option),
+                      .arg(line.value(QStringLiteral("from")),
                            QString::fromLatin1(
                                positions::rowOf(positions::Frame::Wgs84Geographic).option));
         return false;
@@ -110,7 +110,9 @@ std::optional<ConvertOptions> convertOptionsOf(const CommandLine &line, const QS
         }
     }
     const QString from = line.value(QStringLiteral("from"));
-    options.frame = positions::findFrame(from);
+    options.isFromSite = from == QLatin1String(positions::siteFrameName);
+    options.frame = options.isFromSite ? &positions::rowOf(positions::Frame::LocalProjected)
+                                       : positions::findFrame(from);
     if (options.frame == nullptr) {
         mistake = unknownWord(QStringLiteral("from"), from, QStringLiteral("frame"),
                               frameNames(QStringLiteral(" ")).split(QLatin1Char(' ')));

@@ -23,7 +23,8 @@ struct ConvertOptions
 {
     QString system;
     std::optional<QString> to; ///< the system whose frames are printed; nothing for the same one
-    const positions::FrameRow *frame = nullptr;
+    const positions::FrameRow *frame = nullptr; ///< of positions at a site that of the plane
+    bool isFromSite = false;
     bool isFrameGiven = false; ///< or the default was taken
     const LocationForm *form = nullptr;
     bool hasHeader = true;

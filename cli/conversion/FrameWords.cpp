@@ -11,6 +11,7 @@ QString frameNames(const QString &separator)
     QStringList names;
     for (const positions::FrameRow &row : positions::frames())
         names += QString::fromLatin1(row.option);
+    names += QString::fromLatin1(positions::siteFrameName);
     return names.join(separator);
 }
 

@@ -2,10 +2,11 @@
 
 #include <cli/conversion/AreaNotices.h>
 #include <cli/conversion/FactorNotices.h>
+#include <cli/conversion/HullNotices.h>
 #include <cli/conversion/NoticeNumbers.h>
+#include <cli/conversion/SystemLocations.h>
 
 #include <KelStd/location/GridFactors.h>
-#include <KelStd/location/LocationBuilder.h>
 
 #include <optional>
 
@@ -13,60 +14,7 @@ namespace KelStd::cli {
 
 namespace {
 
-using Frame = LocationBuilder::Frame;
-
-/// Locations in a system, on one thread.
-class SystemLocations
-{
-public:
-    explicit SystemLocations(const ConversionSystem &system)
-        : m_builder(system.coord), m_geoidModel(system.geoidModel)
-    {
-        if (system.origin.area)
-            m_area.emplace(system.coord, *system.origin.area);
-        m_builder.requireOneToOne();
-    }
-
-    bool make(Frame frame, const Pos &position, Location &location)
-    {
-        const bool isMade = m_builder.make(frame, position, location, m_outcome);
-        m_notices = !m_area  ? 0
-                    : isMade ? areaNotices(*m_area, frame, position, location)
-                             : areaNoticesOfFailed(*m_area, frame, position);
-        return isMade;
-    }
-
-    NoticeBits notices() const { return m_notices; }
-
-    /// Why the last one was not made.
-    const QString &reason() const { return m_outcome.reason; }
-
-    /// The model above whose geoid its projected height is; empty for the ellipsoid.
-    const QString &heightModel() const
-    {
-        const bool isAboveGeoid = m_outcome.projectedHeight == LocationBuilder::Height::AboveGeoid;
-        return isAboveGeoid ? m_geoidModel : m_noModel;
-    }
-
-    /// What is to be said of a projected height that is ellipsoidal although the system has a
-    /// model; empty otherwise.
-    QString heightWarning(const QString &ofSystem, const char *consequence) const
-    {
-        if (m_geoidModel.isEmpty() || !heightModel().isEmpty())
-            return {};
-        return QStringLiteral(
-                   "warning: the geoid model \"%1\"%2 has no value for the point (%3): %4")
-            .arg(m_geoidModel, ofSystem, m_outcome.reason, QLatin1String(consequence));
-    }
-
-private:
-    LocationBuilder m_builder;
-    std::optional<AreaCheck> m_area; ///< nothing where the area is not known
-    NoticeBits m_notices = 0;
-    LocationBuilder::Outcome m_outcome;
-    const QString &m_geoidModel;
-    const QString m_noModel;
-};
+using Frame = SystemLocations::Frame;
 
 /// Locations of positions, on one thread.
 class LocationTaker : public PositionTaker
@@ -84,25 +32,30 @@ public:
     bool take(const positions::ReadPosition &read, QByteArray &bytes, QString &reason) override
     {
         Location location;
-        const bool isMade = m_given.make(m_plan.frame.frame, read.position, location);
-        m_notices = m_given.notices() << firstAreaNotice;
+        const bool isMade = m_plan.isFromSite
+                                ? m_given.makeFromSite(read.position, location)
+                                : m_given.make(m_plan.frame.frame, read.position, location);
+        m_notices = m_given.areaNotices() << firstAreaNotice;
         if (!isMade) {
             reason = inSystem(m_plan.system) + m_given.reason();
             return false;
         }
+        // What is fitted is used where positions are at the site, or are printed so.
+        if ((m_plan.isFromSite || !m_target) && m_given.isOutsideHull())
+            m_notices |= 1U << hullNotice;
         if (m_target && !transfer(location, reason))
             return false;
         if (!m_target)
-            reason = m_given.heightWarning({}, "its projected height is ellipsoidal");
+            reason = m_given.heightWarning({}, consequenceOfNoModel());
 
         std::optional<GridFactors::Values> factors;
         if (m_factors) {
             factors = m_factors->at(location);
             m_notices |= factorNotices(*factors, m_plan.factors);
         }
-        const QString &model = (m_target ? *m_target : m_given).heightModel();
-        m_writer.write(bytes, {read.name, location, model, read.carried, read.extras,
-                               factors ? &*factors : nullptr});
+        const SystemLocations &printed = m_target ? *m_target : m_given;
+        m_writer.write(bytes, {read.name, location, printed.heightModel(), read.carried,
+                               read.extras, factors ? &*factors : nullptr, printed.site()});
         return true;
     }
 
@@ -118,6 +71,19 @@ private:
     QString inSystem(const ConversionSystem &system) const
     {
         return m_target ? system.name + QLatin1String(": ") : QString();
+    }
+
+    /// For the point that is printed.
+    QString consequenceOfNoModel() const
+    {
+        if (m_plan.isFromSite && !m_target)
+            return QStringLiteral("the height was taken for one fitted to ellipsoidal heights");
+        const QString whose = m_target ? QStringLiteral("the") : QStringLiteral("its");
+        return printedSystem().site.hasSurface()
+                   ? QStringLiteral("%1 projected height is ellipsoidal, and there is none at the "
+                                    "site")
+                         .arg(whose)
+                   : QStringLiteral("%1 projected height is ellipsoidal").arg(whose);
     }
 
     static QString ofSystem(const ConversionSystem &system)
@@ -136,18 +102,20 @@ private:
         constexpr NoticeBits outside = 1U;
         const bool isOfInput =
             m_plan.frame.frame == Frame::Wgs84Geographic && !m_plan.system.origin.area;
-        m_notices |= (isOfInput ? m_target->notices() : m_target->notices() & outside)
+        m_notices |= (isOfInput ? m_target->areaNotices() : m_target->areaNotices() & outside)
                      << firstTargetAreaNotice;
         if (!isMade) {
             reason = inSystem(*m_plan.target) + m_target->reason();
             return false;
         }
-        const QString ofInput =
-            m_plan.frame.frame == Frame::LocalProjected ? m_given.heightWarning(
-                ofSystem(m_plan.system), "the height was taken for an ellipsoidal one")
-                                                        : QString();
-        const QString ofOutput = m_target->heightWarning(ofSystem(*m_plan.target),
-                                                         "the projected height is ellipsoidal");
+        if (m_target->isOutsideHull())
+            m_notices |= 1U << targetHullNotice;
+        const QString ofInput = m_plan.frame.frame == Frame::LocalProjected ? m_given.heightWarning(
+                                    ofSystem(m_plan.system),
+                                    QStringLiteral("the height was taken for an ellipsoidal one"))
+                                                                            : QString();
+        const QString ofOutput =
+            m_target->heightWarning(ofSystem(*m_plan.target), consequenceOfNoModel());
         reason = ofInput.isEmpty() || ofOutput.isEmpty() ? ofInput + ofOutput
                                                          : ofInput + QLatin1String("; ") + ofOutput;
         return true;
@@ -172,14 +140,16 @@ QString LocationJob::mistakeIn(const positions::InputColumns &columns) const
 QStringList LocationJob::remarks(const Notices &notices, qint64 taken,
                                  const QString &inputName) const
 {
-    const auto ofArea = [&](const ConversionSystem &system, std::size_t first) {
+    const auto remarksOn = [&](const ConversionSystem &system, std::size_t firstOfArea,
+                               std::size_t hull) {
         const QString name = m_plan.target != nullptr ? system.name : QString();
-        return areaRemarks(notices, first, system.origin, name, m_plan.frame.frame, taken,
-                           inputName);
+        return areaRemarks(notices, firstOfArea, system.origin, name, m_plan.frame.frame, taken,
+                           inputName)
+               + hullRemarks(notices, hull, name, taken, inputName);
     };
-    QStringList remarks = ofArea(m_plan.system, firstAreaNotice);
+    QStringList remarks = remarksOn(m_plan.system, firstAreaNotice, hullNotice);
     if (m_plan.target != nullptr)
-        remarks += ofArea(*m_plan.target, firstTargetAreaNotice);
+        remarks += remarksOn(*m_plan.target, firstTargetAreaNotice, targetHullNotice);
     return remarks + factorRemarks(notices, inputName);
 }
 

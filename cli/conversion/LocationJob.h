@@ -15,7 +15,8 @@
 namespace KelStd::cli {
 
 /// Makes a location of each position, only where the projection is one-to-one, and prints it; or
-/// that of the same WGS84 position in another system. What is given must outlive the job.
+/// that of the same WGS84 position in another system; with the coordinates at the site of the
+/// printed system, where that has one. What is given must outlive the job.
 class LocationJob : public PositionJob
 {
 public:
@@ -25,6 +26,7 @@ public:
         const ConversionSystem &system;   ///< of the positions
         const ConversionSystem *target;   ///< whose locations are printed; null for the same system
         const positions::FrameRow &frame; ///< of the positions
+        bool isFromSite; ///< they are at the site of their system, the frame is that of its plane
         std::vector<const positions::FactorColumn *> factors; ///< those that are printed
     };
 

@@ -24,7 +24,7 @@ struct NoticeCount
 
 /// What a job notices about positions besides what it says of each, such as that they lie outside
 /// an area. What each number means is the job's to say.
-inline constexpr std::size_t maxNotices = 16;
+inline constexpr std::size_t maxNotices = 20;
 using Notices = std::array<NoticeCount, maxNotices>;
 
 /// Several of them at once: bit n is notice n.

@@ -338,4 +338,18 @@ std::optional<ChosenSystem> readChosenSystem(const QString &given, const Command
     return chosen;
 }
 
+bool canBeUsed(const Coord &coord, const RecordReview &review, const QString &name,
+               const CommandLine &line, Console &console)
+{
+    QString reason;
+    const auto definitions = definitionsOf(coord, reason);
+    // Where nothing can be converted, only the reason is reported.
+    if (definitions && !mayBeUsed(review, line, console))
+        return false;
+    if (definitions && acceptedByProj(*definitions, reason))
+        return true;
+    console.report(QStringLiteral("cannot use the coordinate system %1: %2").arg(name, reason));
+    return false;
+}
+
 } // namespace KelStd::cli

@@ -34,4 +34,9 @@ struct ChosenSystem
 std::optional<ChosenSystem> readChosenSystem(const QString &given, const CommandLine &line,
                                              Console &console);
 
+/// Whether the loaded PROJ can convert by the system that `name` meant, and the system is
+/// understood as it is written, or --lenient. False after a report.
+bool canBeUsed(const Coord &coord, const RecordReview &review, const QString &name,
+               const CommandLine &line, Console &console);
+
 } // namespace KelStd::cli

@@ -7,6 +7,7 @@
 #include <cli/terminal/Report.h>
 #include <cli/terminal/WithoutRaising.h>
 
+#include <KelStd/calibration/SiteTransform.h>
 #include <KelStd/location/SystemNotes.h>
 #include <KelStd/platform/Toolkits.h>
 #include <KelStd/proj/ShiftGrids.h>
@@ -185,10 +186,10 @@ void reportDatumShift(const stEllipsoinTransform &shift, Report &report)
     }
 }
 
-/// A record that the document keeps for other programs.
-QString keptRecord(bool isNone, const QString &description)
+/// A record of which coordinates at the site are made.
+QString siteRecord(bool isNone, const QString &description)
 {
-    return isNone ? QStringLiteral("none") : description + QLatin1String(" (not applied)");
+    return isNone ? QStringLiteral("none") : description + QLatin1String(" (at the site)");
 }
 
 void reportCorrections(const Coord &coord, Report &report)
@@ -202,7 +203,7 @@ void reportCorrections(const Coord &coord, Report &report)
     report.section(QStringLiteral("Corrections"));
     report.value(
         QStringLiteral("planar transformation"),
-        keptRecord(!hasPlane,
+        siteRecord(!hasPlane,
                    CoordStringHelper::EPlaneTransformFunction_to_DescriptionString(plane.fuction)));
     if (hasPlane) {
         report.value(QStringLiteral("  north, east"),
@@ -212,7 +213,7 @@ void reportCorrections(const Coord &coord, Report &report)
     }
     report.value(
         QStringLiteral("height fitting"),
-        keptRecord(!hasFitting, CoordStringHelper::EElevationFittingFunction_to_DescriptionString(
+        siteRecord(!hasFitting, CoordStringHelper::EElevationFittingFunction_to_DescriptionString(
                                     fitting.function)));
     if (hasFitting) {
         report.value(QStringLiteral("  a to f"), joined({&fitting.a, &fitting.b, &fitting.c,
@@ -268,6 +269,9 @@ void showSystem(const Coord &coord, const SystemOrigin &origin, Console &console
                                 "ellipsoidal.")
                      .arg(geoid, reason);
     }
+    calibration::SiteFailure failure;
+    if (!calibration::SiteTransform::of(coord, &failure))
+        notes += QStringLiteral("There are no coordinates at the site: %1.").arg(failure.text);
     if (!notes.isEmpty())
         report.section(QStringLiteral("Take care"));
     for (const QString &note : notes)

@@ -25,9 +25,9 @@ bool isHeight(const positions::Column &column)
 TableColumn componentColumn(const PrintedColumn &column, const positions::LocationPrinter &printer,
                             const QString &geoidModel)
 {
-    const positions::Column &component = positions::columns()[column.index];
+    const positions::Column &component = *column.component();
     QString unit = printer.unit(component);
-    if (isEllipsoidalHeight(component, geoidModel))
+    if (isEllipsoidalHeight(column, geoidModel))
         unit += QLatin1String(" (ell.)");
     return {column, QString::fromLatin1(component.label), unit,
             std::max(printer.width(component), unit.size())};
@@ -52,6 +52,10 @@ TableGroup groupOf(const PrintedColumn &column, const positions::LocationPrinter
                 QString::fromLatin1(positions::rowOf(frame).title),
                 {componentColumn(column, printer, geoidModel)}};
     }
+    case PrintedColumn::Kind::Site:
+        return {Kind::Frame,
+                QStringLiteral("at the site"),
+                {componentColumn(column, printer, geoidModel)}};
     case PrintedColumn::Kind::HeightReference: {
         const QString label = QStringLiteral("above the");
         const int width = positions::heightReference(geoidModel).size();
@@ -86,10 +90,11 @@ void widenToTitle(TableGroup &group)
 
 } // namespace
 
-bool isEllipsoidalHeight(const positions::Column &column, const QString &geoidModel)
+bool isEllipsoidalHeight(const positions::PrintedColumn &column, const QString &geoidModel)
 {
-    return isHeight(column)
-           && (column.frame != positions::Frame::LocalProjected || geoidModel.isEmpty());
+    const positions::Column *const component = column.component();
+    return component != nullptr && isHeight(*component) && !column.isFitted
+           && (component->frame != positions::Frame::LocalProjected || geoidModel.isEmpty());
 }
 
 std::vector<TableGroup> tableGroups(const positions::PrintedColumns &columns,

@@ -46,8 +46,9 @@ std::vector<TableGroup> tableGroups(const positions::PrintedColumns &columns,
                                     const positions::LocationPrinter &printer,
                                     const QString &geoidModel, bool hasNames);
 
-/// What a height is labelled as to the eye, where nothing else says what it is above.
-bool isEllipsoidalHeight(const positions::Column &column, const QString &geoidModel);
+/// What a height is labelled as to the eye, where nothing else says what it is above. Of a fitted
+/// one only the control points of its site can say that.
+bool isEllipsoidalHeight(const positions::PrintedColumn &column, const QString &geoidModel);
 
 /// In characters, from the first column to the last.
 int widthOf(const std::vector<TableGroup> &groups);

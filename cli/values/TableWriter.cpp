@@ -105,8 +105,8 @@ void TableWriter::write(QByteArray &bytes, const positions::PrintedPosition &pos
 QString TableWriter::cell(const PrintedColumn &column,
                           const positions::PrintedPosition &position) const
 {
-    if (column.kind == PrintedColumn::Kind::Component)
-        return m_printer.cell(positions::columns()[column.index], position.location);
+    if (const Location *const location = column.locationIn(position))
+        return m_printer.cell(*column.component(), *location);
     QByteArray buffer;
     return fromUtf8(positions::PrintedColumns::text(column, position, buffer));
 }
@@ -169,9 +169,8 @@ void TableWriter::writeNumbers(QByteArray &bytes, const TableGroup &group,
         QString label = column.label;
         QString unit = column.unit;
         if (isFrame) {
-            const positions::Column &component = positions::columns()[column.column.index];
-            unit = m_printer.unit(component);
-            if (isEllipsoidalHeight(component, position.geoidModel))
+            unit = m_printer.unit(*column.column.component());
+            if (isEllipsoidalHeight(column.column, position.geoidModel))
                 label.prepend(QLatin1String("ell. "));
         }
         if (!unit.isEmpty())

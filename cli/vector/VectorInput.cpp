@@ -77,13 +77,13 @@ QString drawnSystem(const QString &file)
 Reference referenceOf(const LayerSystem &system, VectorFiles &files, QString &reason)
 {
     Reference reference;
-    if (system.coord.planeTransform.fuction != PlaneTransformFunction_None) {
-        reason = QStringLiteral("its plane is fitted to a site, which no reference system states");
-        return reference;
-    }
+    // Easting and northing of a layer are those of the projection, beside which a site stands.
+    Coord withoutSite = system.coord;
+    withoutSite.planeTransform = stPlaneTransform();
+    withoutSite.elevationFitting = stElevationFitting();
     catalogue::Catalogue catalogue;
     catalogue::CatalogueFailure failure;
-    const auto exported = catalogue.exportSystem(system.coord, catalogue::ExportForm::Wkt2,
+    const auto exported = catalogue.exportSystem(withoutSite, catalogue::ExportForm::Wkt2,
                                                  system.origin.fullCode(), &failure);
     if (!exported) {
         reason = failure.text;

@@ -19,6 +19,12 @@ using test::ProgramRun;
 const QByteArray position = "5.25,52.5,1\n";
 const QString rdNew = QStringLiteral("rd_new.xml");
 
+/// The scale of a planar transformation that nobody filled, and one that can be applied.
+const QString unfilledRatio = QStringLiteral("<ratio ver=\"1\" unit=\"None\" valType=\"Double\" "
+                                             "isDictionary=\"false\">0<");
+const QString ratioOne = QStringLiteral("<ratio ver=\"1\" unit=\"None\" valType=\"Double\" "
+                                        "isDictionary=\"false\">1<");
+
 /// Converts with a document of these bytes.
 ProgramResult convertWith(const QByteArray &document)
 {
@@ -202,14 +208,15 @@ INSTANTIATE_TEST_SUITE_P(
             "PlanarTransformation",
             editedSystem(rdNew, {{QStringLiteral("<Plane_Transform ver=\"1\" fuction=\"None\""),
                                   QStringLiteral("<Plane_Transform ver=\"1\" "
-                                                 "fuction=\"Four\"")}}),
-            "planar transformation is kept but not applied"},
+                                                 "fuction=\"Four\"")},
+                                 {unfilledRatio, ratioOne}}),
+            "planar transformation is not applied to the four frames"},
         NotedSystem{
             "HeightFitting",
             editedSystem(rdNew, {{QStringLiteral("<Elevation_Fitting ver=\"1\" function=\"None\""),
                                   QStringLiteral("<Elevation_Fitting ver=\"1\" "
                                                  "function=\"Fixed\"")}}),
-            "height fitting is kept but not applied"},
+            "height fitting is not applied to the four frames"},
         NotedSystem{"AxesWestAndSouth",
                     test::readFile(test::systemPath(QStringLiteral("hartebeesthoek94_lo29.xml"))),
                     "axes of this system point west and south"}),

@@ -32,6 +32,14 @@ public:
                                                 QStringLiteral("Harbour")}}));
         put("model.ggf", test::ggfBytes(test::slopingGrid(), test::RowOrder::Reversed));
         put("new.gtx", "to be replaced");
+        put("hospital.xml", readFile(QStringLiteral(KELSTD_TEST_SOURCE_DIR "/examples/site.xml")));
+        put("control.csv",
+            readFile(QStringLiteral(KELSTD_TEST_SOURCE_DIR "/examples/site_control.csv")));
+        put("pairs.csv", "name,local_x,local_y,local_z,wgs84_x,wgs84_y,wgs84_z\n"
+                         "A,3903506,368113,5013015,3904071,368163,5013481\n"
+                         "B,3903397,368919,5013044,3903962,368969,5013510\n"
+                         "C,3902752,368785,5013550,3903317,368835,5014016\n"
+                         "D,3902807,368078,5013566,3903372,368128,5014032\n");
         put("shifts.gsb", test::ntv2Bytes());
         put("leap-seconds.list", readFile(QStringLiteral("/usr/share/zoneinfo/leap-seconds.list")));
         QDir(path("")).mkpath(QStringLiteral("other"));

@@ -161,7 +161,7 @@ TEST(SystemShow, CorrectionsThatAreNone)
     EXPECT_FALSE(result.out.contains(QLatin1String("Take care")));
 }
 
-TEST(SystemShow, CorrectionsThatAreKeptAndNotApplied)
+TEST(SystemShow, CorrectionsAtTheSite)
 {
     const auto result = show(editedSystem(
         rdNew,
@@ -170,12 +170,16 @@ TEST(SystemShow, CorrectionsThatAreKeptAndNotApplied)
          {QStringLiteral("<Elevation_Fitting ver=\"1\" function=\"None\""),
           QStringLiteral("<Elevation_Fitting ver=\"1\" function=\"Plane\"")},
          {QStringLiteral("modelFileName=\"\""), QStringLiteral("modelFileName=\"local.gtx\"")}}));
-    for (const char *line : {"planar transformation Four (not applied)", "north, east 0 m, 0 m",
-                             "height fitting Plane (not applied)", "origin north, east 0 m, 0 m",
+    for (const char *line : {"planar transformation Four (at the site)", "north, east 0 m, 0 m",
+                             "height fitting Plane (at the site)", "origin north, east 0 m, 0 m",
                              "geoid model local.gtx (cannot be used)", "Take care"})
         EXPECT_THAT(result, HasLine(line));
-    EXPECT_THAT(result.out, Mentions("- The planar transformation is kept but not applied"));
-    EXPECT_THAT(result.out, Mentions("- The height fitting is kept but not applied"));
+    EXPECT_THAT(result.out,
+                Mentions("- The planar transformation is not applied to the four frames"));
+    EXPECT_THAT(result.out, Mentions("- The height fitting is not applied to the four frames"));
+    // The scale of a record that nobody filled.
+    EXPECT_THAT(result.out, Mentions("- There are no coordinates at the site: the ratio of the "
+                                     "planar transformation is 0"));
     EXPECT_THAT(result.out,
                 Mentions("- The geoid model \"local.gtx\" cannot be used: it is not in "));
 }

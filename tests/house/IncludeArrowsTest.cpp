@@ -38,7 +38,8 @@ const QList<Room> &rooms()
         {"KelStd/location/", {"coord", "text", "proj", "platform"}},
         {"KelStd/positions/", {"coord", "display", "text", "location", "io"}},
         {"KelStd/library/", {"coord", "text", "display", "io", "files", "platform"}},
-        {"KelStd/catalogue/", {"coord", "io", "location", "proj"}},
+        {"KelStd/catalogue/", {"coord", "io", "location", "proj", "calibration"}},
+        {"KelStd/calibration/", {"coord", "io", "text", "location"}},
     };
     return rows;
 }
@@ -58,11 +59,12 @@ const QList<Room> &programRooms()
         {"cli/proj/", {"terminal"}},
         {"cli/catalogue/", {"terminal", "library", "proj"}},
         {"cli/systems/", {"terminal", "values", "library", "geoids", "catalogue"}},
+        {"cli/site/", {"terminal", "run", "systems"}},
         {"cli/vector/gdal/", {"vector"}},
         {"cli/vector/", {"terminal", "run", "conversion"}},
         {"cli/commands/",
          {"terminal", "values", "run", "library", "geoids", "systems", "proj", "conversion",
-           "catalogue", "doctor", "vector"}},
+          "catalogue", "doctor", "vector", "site"}},
         {"cli/", {"commands", "terminal"}},
     };
     return rows;

@@ -191,15 +191,16 @@ TEST(SystemNotes, AxesThatPointElsewhere)
     }
 }
 
-TEST(SystemNotes, WhatIsNotApplied)
+TEST(SystemNotes, WhatIsNotAppliedToTheFrames)
 {
     Coord coord = plainSystem();
     coord.planeTransform.fuction = PlaneTransformFunction_Four;
     coord.elevationFitting.function = ElevationFittingFunction_Curve;
     const QStringList notes = location::notesOn(coord);
     ASSERT_EQ(notes.size(), 2);
-    EXPECT_THAT(notes.at(0).toStdString(), testing::HasSubstr("planar transformation"));
-    EXPECT_THAT(notes.at(1).toStdString(), testing::HasSubstr("height fitting"));
+    EXPECT_THAT(notes.at(0).toStdString(),
+                testing::HasSubstr("planar transformation is not applied"));
+    EXPECT_THAT(notes.at(1).toStdString(), testing::HasSubstr("height fitting is not applied"));
 }
 
 } // namespace

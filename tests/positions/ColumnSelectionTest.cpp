@@ -47,11 +47,15 @@ ColumnSelection fields(const char *list)
 
 TEST(ColumnSelections, ReadFramesByTheirNames)
 {
-    std::vector<Frame> frames;
+    using positions::FrameOrSite;
+    std::vector<FrameOrSite> frames;
     QString mistake;
+    EXPECT_TRUE(positions::readFrames(QStringLiteral("site-neh"), frames, mistake));
+    EXPECT_EQ(frames, std::vector<FrameOrSite>{std::nullopt});
     EXPECT_TRUE(positions::readFrames(QStringLiteral(" local-neh , wgs84-xyz"), frames, mistake));
-    EXPECT_EQ(frames, (std::vector<Frame>{Frame::LocalProjected, Frame::Wgs84Cartesian}));
-    for (const char *list : {"", ",", "local-neh,", "Local-NEH", "local-neh,wgs84-xyz,local-neh"}) {
+    EXPECT_EQ(frames, (std::vector<FrameOrSite>{Frame::LocalProjected, Frame::Wgs84Cartesian}));
+    for (const char *list : {"", ",", "local-neh,", "Local-NEH", "local-neh,wgs84-xyz,local-neh",
+                             "site-neh,site-neh"}) {
         EXPECT_FALSE(positions::readFrames(QString::fromUtf8(list), frames, mistake)) << list;
         EXPECT_FALSE(mistake.isEmpty()) << list;
     }

@@ -1,4 +1,4 @@
-// The commands of docs/systems.md, run in their order.
+// The commands of docs/systems.md and docs/sites.md, run in their order.
 
 #include "cli/ProgramRun.h"
 #include "cli/ShownCommands.h"
@@ -7,18 +7,46 @@
 
 #include <QtCore/QRegularExpression>
 
+#include <ostream>
+
 namespace KelStd {
 namespace {
 
 using test::ProgramRun;
 
-TEST(SystemsGuide, ItsCommandsPrintWhatItShows)
+struct Guide
+{
+    const char *name;
+    const char *page;
+    int commands; ///< at least
+};
+
+void PrintTo(const Guide &guide, std::ostream *out)
+{
+    *out << guide.page;
+}
+
+class Guides : public testing::TestWithParam<Guide>
+{};
+
+INSTANTIATE_TEST_SUITE_P(Pages, Guides,
+                         testing::Values(Guide{"Systems", "docs/systems.md", 8},
+                                         Guide{"Sites", "docs/sites.md", 6}),
+                         [](const auto &guide) { return std::string(guide.param.name); });
+
+TEST_P(Guides, CommandsPrintWhatThePageShows)
 {
     static const QRegularExpression form(
         QStringLiteral("\\A(?:echo '([^']*)' \\| )?kelstd (.*)\\z"));
-    const auto commands = test::commandsOf(test::sourceText(QStringLiteral("docs/systems.md")));
-    EXPECT_GT(commands.size(), 7);
+    const auto commands =
+        test::commandsOf(test::sourceText(QString::fromLatin1(GetParam().page)));
+    EXPECT_GE(commands.size(), GetParam().commands);
     const ProgramRun program;
+    for (const char *name :
+         {"examples/site.xml", "examples/rd_new.xml", "examples/site_control.csv"}) {
+        const QString path = QString::fromLatin1(name);
+        program.file(path, test::sourceText(path).toUtf8());
+    }
     program.run({QStringLiteral("library"), QStringLiteral("list")}); // which lays the library out
     for (const test::ShownCommand &shown : commands) {
         SCOPED_TRACE(shown.command.toStdString());

@@ -1,0 +1,92 @@
+#pragma once
+
+#include <KelStd/Export.h>
+#include <KelStd/calibration/CalibrationFailure.h>
+#include <KelStd/calibration/FitStatistics.h>
+#include <KelStd/coord/Coord.h>
+#include <KelStd/coord/Pos.h>
+
+#include <QtCore/QVector>
+
+#include <optional>
+
+namespace KelStd::calibration {
+
+/// A point that is known on the local ellipsoid and in WGS84.
+struct DatumPair
+{
+    QString name;
+    Pos local;                   ///< earth-centred cartesian on the local datum [m]
+    Pos wgs84;                   ///< earth-centred cartesian in WGS84 [m]
+    std::optional<double> sigma; ///< standard deviation of each coordinate [m]; of all or of none
+};
+
+/// How many parameters a datum shift has.
+enum class DatumMethod
+{
+    Three, ///< three translations; from 1 pair on
+    Seven  ///< and three rotations and a scale; from 3 pairs on, which are not in one line
+};
+
+/// A datum shift from local to WGS84, with rotations by the position vector convention:
+///
+///     W = T + (1 + scale) Rx Ry Rz L
+struct DatumParameters
+{
+    double x = 0.0;     ///< T [m]
+    double y = 0.0;     ///< [m]
+    double z = 0.0;     ///< [m]
+    double rx = 0.0;    ///< [arc seconds]
+    double ry = 0.0;    ///< [arc seconds]
+    double rz = 0.0;    ///< [arc seconds]
+    double scale = 0.0; ///< [ppm]
+};
+
+/// A pair in a fit; residuals are calculated minus given, in WGS84.
+struct DatumPoint
+{
+    QString name;
+    double residualX = 0.0;     ///< [m]
+    double residualY = 0.0;     ///< [m]
+    double residualZ = 0.0;     ///< [m]
+    std::optional<double> test; ///< |w| or tau, the largest one of the three coordinates'
+    bool isSuspect = false;
+};
+
+/// A fitted datum shift.
+struct DatumFit
+{
+    Coord coord; ///< the base system with its datum shift filled
+    DatumMethod method = DatumMethod::Seven;
+    DatumParameters rigorous; ///< as stored, by the exact rotation matrix
+    DatumParameters linear;   ///< by the linear matrix of Bursa and Wolf, for comparison
+    FitStatistics statistics;
+    QVector<DatumPoint> points;
+    CalibrationWarnings warnings;
+};
+
+/// Fits a datum shift to pairs of positions.
+///
+/// The seven parameters are those of the least sum of squares with a rigorous rotation (B. K. P.
+/// Horn, Closed-form solution of absolute orientation, J. Opt. Soc. Am. A 4, 1987; S. Umeyama,
+/// IEEE Trans. PAMI 13, 1991), taken from the matrix in the order Rx Ry Rz in which the chain
+/// builds it. The record stores translations and scale with reversed signs, rotations as they
+/// stand, as `Coord::__MakeCoordStrings` reads them. Every pair's WGS84 position is run through the
+/// chain of the result; more than 0.1 mm between its local position and the fitted one is a
+/// failure.
+///
+/// \param failure (when given) becomes the reason, with what to do about it
+/// \return nothing on a failure, and where PROJ is not loaded
+KELSTD_EXPORT std::optional<DatumFit> fitDatum(const Coord &base, const QVector<DatumPair> &pairs,
+                                               DatumMethod method,
+                                               CalibrationFailure *failure = nullptr);
+
+/// The earth-centred cartesian position [m] of longitude, latitude [deg] and height [m] on the
+/// ellipsoid of a system. Nothing, with the reason, for an ellipsoid without a size.
+KELSTD_EXPORT std::optional<Pos> cartesianOf(const Ellipsoid &ellipsoid, const Pos &geographic,
+                                             CalibrationFailure *failure = nullptr);
+
+/// The same on the ellipsoid of WGS 84.
+KELSTD_EXPORT Pos wgs84CartesianOf(const Pos &geographic);
+
+} // namespace KelStd::calibration

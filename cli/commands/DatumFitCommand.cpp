@@ -1,0 +1,159 @@
+#include <cli/commands/Command.h>
+
+#include <cli/catalogue/SystemTarget.h>
+#include <cli/proj/ProjEnvironment.h>
+#include <cli/site/PointFile.h>
+#include <cli/site/SiteJson.h>
+#include <cli/site/SiteText.h>
+#include <cli/systems/RecordReview.h>
+#include <cli/systems/SystemChoice.h>
+#include <cli/terminal/CommandLine.h>
+#include <cli/terminal/Console.h>
+#include <cli/terminal/FilePath.h>
+#include <cli/terminal/ShownText.h>
+
+#include <KelStd/io/SystemDocument.h>
+#include <KelStd/library/LibraryRecord.h>
+
+namespace KelStd::cli {
+
+namespace {
+
+using calibration::DatumMethod;
+
+CommandLine makeCommandLine()
+{
+    CommandLine line(
+        QStringLiteral("--system S --pairs FILE [OPTIONS]"),
+        QStringLiteral("Fits the datum shift of a system to points that are known on both "
+                       "sides."),
+        QStringLiteral(
+            "FILE is a list with a line of headings, in any order: name and, of each side,\n"
+            "local_x, local_y, local_z or local_longitude, local_latitude, local_height; and\n"
+            "so with wgs84. Local longitudes and latitudes are on the system's ellipsoid.\n"
+            "\n"
+            "Printed is the shift from the local ellipsoid to WGS 84, with rotations by the\n"
+            "position vector convention and the exact matrix, and beside it the parameters of\n"
+            "the linear matrix. The document keeps translations and scale with their signs\n"
+            "reversed, as all documents do.\n"
+            "\n")
+            + reviewHelp()
+            + QStringLiteral("\n\nExit status: 0 fitted, 1 a line or the points are refused, 2 "
+                             "usage, headings\nthat are not understood or a file that exists, 3 "
+                             "no PROJ, no usable system, or\nit cannot be written, 4 written, but "
+                             "standard output cannot be written."));
+    line.setExamples(
+        QStringLiteral(
+            "kelstd datum fit --system harbour.xml --pairs pairs.csv --parameters three"),
+        QStringLiteral(
+            "kelstd datum fit --system harbour.xml --pairs pairs.csv --name Y -o new.xml"));
+    line.addOption({QStringLiteral("system"),
+                    QStringLiteral("The coordinate system: a document, or a name."),
+                    QStringLiteral("S")});
+    line.addOption(
+        {QStringLiteral("pairs"), QStringLiteral("The points."), QStringLiteral("FILE")});
+    line.addOption({QStringLiteral("parameters"), QStringLiteral("three or seven. Default: seven."),
+                    QStringLiteral("COUNT")});
+    line.addOption({QStringLiteral("name"),
+                    QStringLiteral("The name of the system with the shift. Default:\n"
+                                   "that of S."),
+                    QStringLiteral("NAME")});
+    line.addOption({QStringLiteral("json"), QStringLiteral("Print an object of JSON, with all\n"
+                                                           "digits.")});
+    SystemTarget::addOptions(line);
+    addLenientOption(line);
+    return line;
+}
+
+/// The pairs in cartesian coordinates; nothing after a report.
+std::optional<QVector<calibration::DatumPair>>
+cartesianPairs(const positions::PairListReader &reader, const Coord &coord, Console &console)
+{
+    QVector<calibration::DatumPair> pairs;
+    for (const positions::PositionPair &given : reader.pairs()) {
+        calibration::DatumPair pair;
+        pair.name = given.name;
+        pair.local = given.local;
+        pair.wgs84 =
+            reader.isWgs84Geographic() ? calibration::wgs84CartesianOf(given.wgs84) : given.wgs84;
+        if (reader.isLocalGeographic()) {
+            calibration::CalibrationFailure failure;
+            const auto local = calibration::cartesianOf(coord.ellipsoid, given.local, &failure);
+            if (!local) {
+                console.report(QStringLiteral("nothing is fitted: %1").arg(shown(failure.text)));
+                return std::nullopt;
+            }
+            pair.local = *local;
+        }
+        pairs += pair;
+    }
+    return pairs;
+}
+
+} // namespace
+
+ExitStatus runDatumFit(const QStringList &arguments, Console &console)
+{
+    CommandLine line = makeCommandLine();
+    if (const auto status = line.parse(arguments, console, 0))
+        return *status;
+    const QString systemName = line.value(QStringLiteral("system"));
+    const QString fileName = line.value(QStringLiteral("pairs"));
+    const QString count = line.value(QStringLiteral("parameters"));
+    const QString name = library::withoutMarks(line.value(QStringLiteral("name")));
+    const bool isJson = line.isSet(QStringLiteral("json"));
+    if (systemName.isEmpty())
+        return line.refuse(QStringLiteral("--system is missing"), console);
+    if (fileName.isEmpty())
+        return line.refuse(QStringLiteral("--pairs is missing"), console);
+    if (line.isSet(QStringLiteral("parameters")) && count != QLatin1String("three")
+        && count != QLatin1String("seven"))
+        return line.refuse(
+            QStringLiteral("--parameters '%1' is neither three nor seven").arg(count), console);
+    if (line.isSet(QStringLiteral("name")) && name.trimmed().isEmpty())
+        return line.refuse(QStringLiteral("--name is empty"), console);
+    SystemTarget target;
+    QString mistake;
+    if (!target.takeOptions(line, mistake))
+        return line.refuse(mistake, console);
+    for (const QString &source : {systemName, fileName}) {
+        if (const auto status = target.refusal(source, console))
+            return *status;
+    }
+    const auto system = readChosenSystem(systemName, line, console);
+    if (!system)
+        return ExitStatus::Environment;
+    const ProjEnvironment environment;
+    if (!environment.isReady(console)
+        || !canBeUsed(system->coord, system->review, systemName, line, console))
+        return ExitStatus::Environment;
+    positions::PairListReader reader;
+    if (const auto status = readPointFile(
+            fileName == QLatin1String("-") ? fileName : onDisk(fileName), reader, console))
+        return *status;
+    const auto pairs = cartesianPairs(reader, system->coord, console);
+    if (!pairs)
+        return ExitStatus::SomeFailed;
+
+    calibration::CalibrationFailure failure;
+    auto fit = calibration::fitDatum(
+        system->coord, *pairs,
+        count == QLatin1String("three") ? DatumMethod::Three : DatumMethod::Seven, &failure);
+    if (!fit) {
+        console.report(QStringLiteral("nothing is fitted: %1").arg(shown(failure.text)));
+        return ExitStatus::SomeFailed;
+    }
+    if (!name.isEmpty())
+        fit->coord.coord_name = name;
+    reportWarnings(fit->warnings, console);
+    if (isJson)
+        console.write(jsonLine(*fit));
+    else
+        printText(*fit, console);
+    if (!target.isNamed())
+        return ExitStatus::Success;
+    const SystemOrigin origin = io::keptOrigin(system->origin, system->coord, fit->coord);
+    return target.put(fit->coord, origin, line, isJson, console);
+}
+
+} // namespace KelStd::cli

@@ -1,0 +1,60 @@
+#include <cli/conversion/SystemLocations.h>
+
+#include <cli/conversion/AreaNotices.h>
+
+namespace KelStd::cli {
+
+SystemLocations::SystemLocations(const ConversionSystem &system)
+    : m_builder(calibration::SiteBuilder::of(system.coord).value()),
+      m_hasSite(m_builder.site().hasSite()),
+      m_namesModel(!system.coord.geoidModel.modelFileName.isEmpty()), m_hull(system.origin.control),
+      m_geoidModel(system.geoidModel)
+{
+    if (system.origin.area)
+        m_area.emplace(system.coord, *system.origin.area);
+    m_builder.locations().requireOneToOne();
+}
+
+bool SystemLocations::make(Frame frame, const Pos &position, Location &location)
+{
+    Pos &atSite = m_site.location.localNEH;
+    const bool isMade = m_builder.make(frame, position, location, atSite, m_outcome);
+    // The surface of a site was fitted to heights above the geoid that the system names.
+    m_site.hasHeight = !m_namesModel || !heightModel().isEmpty();
+    m_areaNotices = !m_area  ? 0
+                    : isMade ? cli::areaNotices(*m_area, frame, position, location)
+                             : areaNoticesOfFailed(*m_area, frame, position);
+    return isMade;
+}
+
+bool SystemLocations::makeFromSite(const Pos &atSite, Location &location)
+{
+    const bool isMade = m_builder.makeFromSite(atSite, location, m_outcome);
+    m_site.location.localNEH = atSite;
+    m_site.hasHeight = true; // as it was given
+    // Of a mistake at the site, where north may lie anywhere, an area knows nothing.
+    m_areaNotices = m_area && isMade ? cli::areaNotices(*m_area, location) : 0;
+    return isMade;
+}
+
+bool SystemLocations::isOutsideHull() const
+{
+    const stENU &at = m_site.location.localNEH.getENU();
+    return m_hasSite && m_hull.hasArea() && !m_hull.contains(at.n, at.e);
+}
+
+const QString &SystemLocations::heightModel() const
+{
+    const bool isAboveGeoid = m_outcome.projectedHeight == LocationBuilder::Height::AboveGeoid;
+    return isAboveGeoid ? m_geoidModel : m_noModel;
+}
+
+QString SystemLocations::heightWarning(const QString &ofSystem, const QString &consequence) const
+{
+    if (m_geoidModel.isEmpty() || !heightModel().isEmpty())
+        return {};
+    return QStringLiteral("warning: the geoid model \"%1\"%2 has no value for the point (%3): %4")
+        .arg(m_geoidModel, ofSystem, m_outcome.reason, consequence);
+}
+
+} // namespace KelStd::cli

@@ -1,0 +1,72 @@
+#include <cli/site/SiteInput.h>
+
+#include <cli/site/PointFile.h>
+#include <cli/terminal/CommandLine.h>
+#include <cli/terminal/Console.h>
+#include <cli/terminal/FilePath.h>
+#include <cli/terminal/ShownText.h>
+
+#include <KelStd/positions/PlaneUnit.h>
+
+#include <cmath>
+
+namespace KelStd::cli {
+
+namespace {
+
+std::optional<positions::PlaneUnit> planeUnitOf(const SystemOrigin &origin, Console &console)
+{
+    constexpr double tolerance = 1e-9;
+    if (!origin.planeUnit || std::abs(origin.planeUnit->metres - 1.0) <= tolerance)
+        return std::nullopt;
+    const auto unit = positions::findPlaneUnit(*origin.planeUnit);
+    if (!unit) {
+        console.report(QStringLiteral("note: plane coordinates of the system are customarily in a "
+                                      "unit of %1 m (%2); here they are read in metres, or in the "
+                                      "unit of their heading")
+                           .arg(origin.planeUnit->metres, 0, 'g', 15)
+                           .arg(shown(origin.planeUnit->name)));
+    }
+    return unit;
+}
+
+} // namespace
+
+void addSiteInputOptions(CommandLine &line, const QString &pointsDescription)
+{
+    line.addOption({QStringLiteral("system"),
+                    QStringLiteral("The coordinate system: a document, or a name."),
+                    QStringLiteral("S")});
+    line.addOption({QStringLiteral("points"), pointsDescription, QStringLiteral("FILE")});
+}
+
+QString pointsHelp()
+{
+    return QStringLiteral(
+        "FILE is a list with a line of headings, in any order: name, longitude, latitude,\n"
+        "height (in WGS 84, as measured), northing, easting, and, where they are there,\n"
+        "elevation (of the site), use (h in plan, v in height, hv both, - neither),\n"
+        "sigma_h and sigma_v (standard deviations). Lengths are in metres or the unit of\n"
+        "their heading, as in northing_ft; longitudes and latitudes are typed as for\n"
+        "'kelstd convert'. A point without an elevation is left out of the heights. Where\n"
+        "a line can be read in two ways nothing is computed.");
+}
+
+std::optional<ExitStatus> readPoints(SiteInput &input, Console &console)
+{
+    const auto planeUnit = planeUnitOf(input.system.origin, console);
+    positions::ControlListReader reader(planeUnit);
+    const QString &name = input.pointsFile;
+    if (const auto status =
+            readPointFile(name == QLatin1String("-") ? name : onDisk(name), reader, console))
+        return status;
+    if (reader.usesPlaneUnit()) {
+        console.report(QStringLiteral("note: northing and easting are read in %1, the unit of the "
+                                      "system, where their headings name none")
+                           .arg(planeUnit->symbol));
+    }
+    input.points = reader.points();
+    return std::nullopt;
+}
+
+} // namespace KelStd::cli
