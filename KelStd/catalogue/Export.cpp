@@ -228,11 +228,11 @@ bool isSet(const Coord &coord)
            || coord.ellipsoid.proj4EllpsName.contains(QLatin1String("nadgrids"));
 }
 
-/// The system whose plane is that of its site.
+/// The system whose plane is that of its site, in metres, which the records of a site are in.
 ProjObject siteObject(const ProjSession &session, const Coord &coord,
                       const calibration::SiteTransform &site)
 {
-    const ProjObject bound = boundObject(session, coord, nullptr, nullptr);
+    const ProjObject bound = boundObject(session, coord, PlaneUnit(), nullptr, nullptr);
     if (bound == nullptr)
         return nullptr;
     const QString name = coord.coord_name.isEmpty() ? QStringLiteral("site") : coord.coord_name;
