@@ -33,6 +33,7 @@ struct PrintedColumn
     QString name;      ///< for other programs, with its unit: "wgs84_longitude_deg"
     bool isNumber;     ///< plain decimals; a factor or an extra one may be missing all the same
     int width = 0;     ///< characters that hold its values in a table; 0 for those of its name
+    bool isWhole = false; ///< of a number: a whole one
 };
 
 /// Which columns are printed of each location, in which order: the one description that all forms
