@@ -20,7 +20,8 @@ struct ExtraColumn
     enum class Kind
     {
         Text,
-        Number ///< plain decimals or whole numbers
+        Number, ///< plain decimals or whole numbers
+        Integer ///< whole numbers
     };
 
     QString name; ///< for other programs, with its unit: "undulation_m"

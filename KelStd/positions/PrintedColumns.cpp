@@ -87,8 +87,8 @@ std::vector<PrintedColumn> everyColumn(const LocationPrinter &printer, const Inp
         add(all, {Kind::Factor, i, nameOf(factorColumns()[i]), true});
     for (std::size_t i = 0; i < input.extras.size(); ++i) {
         const ExtraColumn &extra = input.extras[i];
-        add(all,
-            {Kind::Extra, i, extra.name, extra.kind == ExtraColumn::Kind::Number, extra.width});
+        add(all, {Kind::Extra, i, extra.name, extra.kind != ExtraColumn::Kind::Text, extra.width,
+                  extra.kind == ExtraColumn::Kind::Integer});
     }
     for (int i = 0; i < input.carried.size(); ++i)
         add(all, {Kind::Carried, static_cast<std::size_t>(i), input.carried.at(i), false});

@@ -15,6 +15,13 @@ namespace {
 
 const std::string shapefile = "ESRI Shapefile";
 
+FieldType typeOf(const positions::PrintedColumn &column)
+{
+    if (!column.isNumber)
+        return FieldType::Text;
+    return column.isWhole ? FieldType::Integer : FieldType::Real;
+}
+
 } // namespace
 
 LayerOutput::LayerOutput(VectorFiles &files, const positions::LocationPrinter &printer,
@@ -47,8 +54,7 @@ QByteArray LayerOutput::begin(const positions::InputColumns &columns)
             QStringLiteral("note: names of fields in %1: %2").arg(m_plan.target, changed));
     }
     for (std::size_t i = 0; i < m_columns.size(); ++i) {
-        m_fields.push_back({held.at(static_cast<int>(i)).toStdString(),
-                            m_columns[i].isNumber ? FieldType::Real : FieldType::Text});
+        m_fields.push_back({held.at(static_cast<int>(i)).toStdString(), typeOf(m_columns[i])});
     }
     NewLayer layer;
     layer.path = m_set.path().toStdString();

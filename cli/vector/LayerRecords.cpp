@@ -54,6 +54,16 @@ QString counted(qint64 count, const char *one, const char *many)
     return QStringLiteral("%1 %2").arg(count).arg(QLatin1String(count == 1 ? one : many));
 }
 
+positions::ExtraColumn::Kind kindOf(FieldType type)
+{
+    switch (type) {
+    case FieldType::Text: break;
+    case FieldType::Integer: return positions::ExtraColumn::Kind::Integer;
+    case FieldType::Real: return positions::ExtraColumn::Kind::Number;
+    }
+    return positions::ExtraColumn::Kind::Text;
+}
+
 void appendField(QByteArray &line, const QByteArray &field)
 {
     if (!line.isEmpty())
@@ -80,10 +90,7 @@ positions::InputColumns LayerRecords::columns() const
     for (const Field &field : m_reader.layer().fields) {
         if (!isCarried(index++))
             continue;
-        const bool isText = field.type == FieldType::Text;
-        columns.extras.push_back(
-            {QString::fromStdString(field.name),
-             isText ? positions::ExtraColumn::Kind::Text : positions::ExtraColumn::Kind::Number});
+        columns.extras.push_back({QString::fromStdString(field.name), kindOf(field.type)});
     }
     return columns;
 }

@@ -382,6 +382,12 @@ std::optional<Frame> ReferenceCheck::onlyFrame(const Reference &layer, bool hasH
     // In a system on WGS 84 longitude and latitude are the same in both frames.
     if (fitting.size() == 1 || (!fitting.empty() && isWgs84(m_system.datum)))
         return fitting.front();
+    if (fitting.empty() && hasHeights) {
+        // Where the heights are all that does not fit, they are the reason.
+        QString ignored;
+        if (const auto frame = onlyFrame(layer, false, ignored))
+            mistake = fit(layer, *frame, true).mistake;
+    }
     if (!fitting.empty()) {
         mistake = QStringLiteral("the layer \"%1\" may hold %2; --from says which")
                       .arg(shownName(layer), names.join(QLatin1String(" or ")));

@@ -173,6 +173,25 @@ TEST_F(LayerFiles, KeepNamesThatDifferInCaseOrAreTheDatabasesOwn)
     EXPECT_TRUE(mentionsAll(result.err, {"code as code_2"})) << result.err;
 }
 
+TEST_F(LayerFiles, KeepWholeNumbersWhole)
+{
+    const QString points = m_program.file(
+        QStringLiteral("in.geojson"),
+        "{\"type\":\"FeatureCollection\",\"features\":[{\"type\":\"Feature\",\"properties\":{"
+        "\"big\":123456789012345678,\"small\":7,\"real\":0.5},\"geometry\":{\"type\":\"Point\","
+        "\"coordinates\":[5.387,52.155,43.1]}}]}");
+    for (const char *name : {"out.gpkg", "out.shp"}) {
+        SCOPED_TRACE(name);
+        const QString file = path(QString::fromLatin1(name));
+        const ProgramResult result = convert(QStringLiteral("-o %1 %2").arg(file, points));
+        ASSERT_EQ(result.status, 0) << result.err;
+        const QString shown = info(file);
+        for (const char *line :
+             {"big (Integer64) = 123456789012345678", "small (Integer", "real (Real) = 0.5"})
+            EXPECT_TRUE(shown.contains(QLatin1String(line))) << line << '\n' << shown;
+    }
+}
+
 TEST_F(LayerFiles, NeverCutATextShort)
 {
     const QByteArray fits(254, 'x');

@@ -247,6 +247,7 @@ TEST_F(ReferenceChecks, FindTheOneFrame)
         {"EPSG:4258", "EPSG:32632", static_cast<int>(wgs84), ""},
         {"EPSG:4258", "EPSG:31985", -1, "wgs84-llh or local-llh"}, // SIRGAS 2000
         {"", "EPSG:28992", -1, "--from says what"},
+        {"EPSG:4326+5709", "EPSG:28992", -1, "NAP height"},
         {"EPSG:32631", "EPSG:28992", -1, "Amersfoort"},
     };
     for (const Derived &row : rows) {
