@@ -242,6 +242,7 @@ bool readHeader(const QStringList &fields, const InputForm &form, FieldOrder &or
         return false;
     static_assert(FieldOrder::noField == -1);
     order.name = pointNameAmong(fields);
+    order.heightReference = fieldOfHeightReference(fields, form, order);
     if (form.height != InputHeight::OfFrame) {
         order.notTaken = headingsNotTaken(headings, order);
         return true;
@@ -299,6 +300,7 @@ bool agree(const FieldOrder &one, const FieldOrder &other)
     return one.fields == other.fields && one.components == other.components
            && haveSameUnits(one, other) && (!haveNames || one.name == other.name)
            && one.carried == other.carried
+           && (!haveHeadings || one.heightReference == other.heightReference)
            && (!haveHeadings || one.carriedHeadings == other.carriedHeadings);
 }
 

@@ -6,6 +6,7 @@
 
 #include <KelStd/location/GridFactors.h>
 #include <KelStd/location/LocationBuilder.h>
+#include <KelStd/text/TypedNumber.h>
 
 #include <optional>
 
@@ -90,7 +91,8 @@ public:
             reason = inSystem(m_plan.system) + m_given.reason();
             return false;
         }
-        if (m_target && !transfer(location, reason))
+        if (!isHeightAsSaid(read.heightReference, reason)
+            || (m_target && !transfer(location, reason)))
             return false;
         if (!m_target)
             reason = m_given.heightWarning({}, "its projected height is ellipsoidal");
@@ -112,6 +114,23 @@ private:
     const ConversionSystem &printedSystem() const
     {
         return m_plan.target != nullptr ? *m_plan.target : m_plan.system;
+    }
+
+    /// False, with the reason, where the input says that its height is above something else than
+    /// what it was taken to be above.
+    bool isHeightAsSaid(std::string_view said, QString &reason) const
+    {
+        if (said.empty() || m_plan.frame.frame != Frame::LocalProjected)
+            return true;
+        const QString taken = positions::heightReference(m_given.heightModel());
+        const QString given = QString::fromUtf8(said.data(), static_cast<int>(said.size()));
+        if (given == taken)
+            return true;
+        reason = inSystem(m_plan.system)
+                 + QStringLiteral("the height is above %1, as %2 says, and would be read as one "
+                                  "above the %3; give the system that the heights are of")
+                       .arg(quoted(given), QLatin1String(positions::heightReferenceName), taken);
+        return false;
     }
 
     /// In front of a reason, where there are two systems.
