@@ -1,6 +1,7 @@
 #include <KelStd/positions/ColumnSelection.h>
 
 #include <KelStd/positions/FactorColumns.h>
+#include <KelStd/text/NearNames.h>
 
 #include <algorithm>
 
@@ -8,13 +9,17 @@ namespace KelStd::positions {
 
 namespace {
 
-QString frameNames()
+/// "there are wgs84-llh, ...", behind those that the name is near to.
+QString framesBeside(const QString &given)
 {
     QStringList names;
     for (const FrameRow &row : frames())
         names += QString::fromLatin1(row.option);
     names += QString::fromLatin1(siteFrameName);
-    return names.join(QLatin1String(", "));
+    const QString hint = hintAt(nearNames(given, names));
+    const QString there =
+        hint.isEmpty() ? QStringLiteral("there are ") : hint + QStringLiteral(" There are ");
+    return there + names.join(QLatin1String(", "));
 }
 
 /// The words of a list, each of them once.
@@ -64,7 +69,7 @@ bool readFrames(const QString &list, std::vector<FrameOrSite> &frames, QString &
         const FrameRow *row = findFrame(word);
         const bool isSite = word == QLatin1String(siteFrameName);
         if (row == nullptr && !isSite) {
-            mistake = QStringLiteral("'%1' is no frame; there are %2").arg(word, frameNames());
+            mistake = QStringLiteral("'%1' is no frame; %2").arg(word, framesBeside(word));
             return false;
         }
         found.push_back(isSite ? FrameOrSite() : row->frame);

@@ -99,6 +99,18 @@ bool isAngle(const Column &column)
     return column.valueType == ValueType_Longitude || column.valueType == ValueType_Latitude;
 }
 
+bool countsBackwards(const Column &column, EEllipsoidDirection localAxes)
+{
+    if (column.frame != Frame::LocalGeographic)
+        return false;
+    const bool westwards =
+        localAxes == EllipsoidDirection_WSU || localAxes == EllipsoidDirection_WNU;
+    const bool southwards =
+        localAxes == EllipsoidDirection_WSU || localAxes == EllipsoidDirection_ESU;
+    return (column.valueType == ValueType_Longitude && westwards)
+           || (column.valueType == ValueType_Latitude && southwards);
+}
+
 bool isPlane(const Column &column)
 {
     return column.valueType == ValueType_X || column.valueType == ValueType_Y;

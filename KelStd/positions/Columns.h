@@ -61,11 +61,18 @@ inline constexpr const char *siteFrameName = "site-neh";
 /// True for longitudes and latitudes.
 KELSTD_EXPORT bool isAngle(const Column &column);
 
+/// Whether longitude or latitude of the local geographic frame counts westwards or southwards in a
+/// system of these axes; of other columns none does.
+KELSTD_EXPORT bool countsBackwards(const Column &column, EEllipsoidDirection localAxes);
+
 /// True for northing and easting.
 KELSTD_EXPORT bool isPlane(const Column &column);
 
 /// "wgs84_longitude_deg", with the unit "deg"
 KELSTD_EXPORT QString csvNameOf(const Column &column, const QString &unit);
+
+/// The column that says what the projected height of a line is above.
+inline constexpr char heightReferenceName[] = "local_height_reference";
 
 /// What the projected height is above: "geoid MODEL", or "ellipsoid" without a model.
 KELSTD_EXPORT QString heightReference(const QString &geoidModel);

@@ -16,6 +16,14 @@ namespace KelStd::positions {
 
 namespace {
 
+/// Whether the field of an angle names the side of the earth, in front or behind.
+bool hasHemisphere(const QString &field)
+{
+    const QString text = field.trimmed();
+    const QString letters = QStringLiteral("NSEWnsew");
+    return !text.isEmpty() && (letters.contains(text.front()) || letters.contains(text.back()));
+}
+
 /// Whether whole degrees stand before a column that is not read. It may hold their minutes, which
 /// the careful way looks for.
 bool mayHaveMinutes(const PlainLine &line, const FieldOrder &order, int field)
@@ -120,9 +128,12 @@ QString ComponentReader::readComponent(int component, const QString &field, Deci
                                           : readTypedAngle(field, sense, mark, failure);
     if (!number)
         return failure.text;
-    const double inMetresOrDegrees = isAngle(column) && unit == nullptr
-                                         ? *number
-                                         : *number * measureOf(m_form, order, component);
+    const double read = isAngle(column) && unit == nullptr
+                            ? *number
+                            : *number * measureOf(m_form, order, component);
+    const bool isBackwards =
+        isAngle(column) && countsBackwards(column, m_form.localAxes) && hasHemisphere(field);
+    const double inMetresOrDegrees = isBackwards ? -read : read;
     if (!(std::abs(inMetresOrDegrees) <= column.limit)) {
         return unit == nullptr
                    ? QStringLiteral("%1 is not between -%2 and %2").arg(field).arg(column.limit)

@@ -218,8 +218,7 @@ bool isOfOutput(const Heading &heading)
 
 bool isOfLocations(const Heading &heading)
 {
-    return isNameOfAColumn(heading.whole)
-           || heading.whole == QLatin1String("local_height_reference");
+    return isNameOfAColumn(heading.whole) || heading.whole == QLatin1String(heightReferenceName);
 }
 
 bool speaksOfHeight(const Heading &heading)
@@ -264,6 +263,14 @@ QString unitMistake(const InputForm &form, int component, const Heading &heading
                     const QString &readUnit)
 {
     const bool isLength = !isAngle(columnOf(form.frame, component));
+    // The option would read with the foot that nearly surely is not meant.
+    if (isLength && heading.unit->unit == Unit_Foot && readUnit.endsWith(QLatin1String("-ft"))) {
+        return QStringLiteral("%1 is in ft, but %2 is read in %3, which is nearly surely meant: "
+                              "write the heading with %3, or without a unit, or with intl_ft for "
+                              "the international foot")
+            .arg(quoted(heading.text), QLatin1String(columnOf(form.frame, component).label),
+                 readUnit);
+    }
     return QStringLiteral("%1 is in %2, but %3 is read in %4%5")
         .arg(quoted(heading.text), QLatin1String(heading.unit->symbol),
              QLatin1String(columnOf(form.frame, component).label), readUnit,

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <KelStd/Export.h>
+#include <KelStd/coord/Enumerations.h>
 #include <KelStd/positions/Columns.h>
 #include <KelStd/positions/PlaneUnit.h>
 
@@ -77,6 +78,9 @@ struct KELSTD_EXPORT InputForm
     std::optional<PlaneUnit> planeUnit; ///< of northing and easting, where it is another one
     bool hasLengthUnit = false;         ///< whether the user has chosen the unit, the metre even
     std::optional<MissingHeight> missingHeight; ///< nothing: a line without a height is refused
+    /// Which way longitudes and latitudes of `Frame::LocalGeographic` count: plain numbers do, and
+    /// letters are the side of the earth.
+    EEllipsoidDirection localAxes = EllipsoidDirection_ENU;
     InputWords words;
 };
 

@@ -11,8 +11,13 @@ namespace KelStd::positions {
 PositionParser::Result PositionParser::Reading::takeLater(const TextLine &line)
 {
     const Result result = readFields(line.split, *m_order);
-    if (result == Result::Position)
-        return m_waitsForPosition ? takeFirstBelowHeadings(line.split) : result;
+    if (result == Result::Position && m_waitsForPosition)
+        return takeFirstBelowHeadings(line.split);
+    if (result == Result::Position) {
+        const QString height =
+            m_emptyBehind >= 0 ? heightBehind(line.split, *m_order, m_form) : QString();
+        return height.isEmpty() ? result : badHeader({m_lineNumber, height});
+    }
     const HeadingsFound found = m_search.headingsIn(line.split, false);
     if (found.kind != HeadingsFound::Kind::None)
         return takeLaterHeadings(found);
@@ -32,9 +37,19 @@ PositionParser::Result PositionParser::Reading::takeFirstBelowHeadings(const Spl
     const QString height = heightBehind(line, *m_order, m_form);
     if (!height.isEmpty())
         return badHeader({m_lineNumber, height});
+    watchBehind(line);
     m_waitsForPosition = false;
     m_mayTakeUnits = false;
     return Result::Position;
+}
+
+/// What is empty behind the first position may be the height of a later one: columns of texts show
+/// what they are, and every line has to be read alike, on whatever thread.
+void PositionParser::Reading::watchBehind(const SplitLine &line)
+{
+    const int field = fieldOfHeightBehind(*m_order, m_form);
+    const bool isEmpty = field >= 0 && line.fields.value(field).isEmpty();
+    m_emptyBehind = isEmpty ? field : FieldOrder::noField;
 }
 
 PositionParser::Result PositionParser::Reading::takeLaterRemark(const TextLine &line,

@@ -263,6 +263,7 @@ PositionParser::Result PositionParser::Reading::takeFirstPosition(const SplitLin
     decide(order, headings != nullptr ? headings->line : m_lineNumber,
            headings != nullptr ? headings->bytes : QByteArray());
     m_unitLines = m_search.linesOfUnits();
+    watchBehind(line);
     const ComponentFields components = m_order->componentFields();
     m_isUnlikeWholeNumbers =
         m_order->isPlain && m_order->name >= 0 && !isWhole(m_name)

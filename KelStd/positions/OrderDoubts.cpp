@@ -206,13 +206,19 @@ QString laterNameDoubt(const SplitLine &line, const FieldOrder &order, const Inp
              labelsOf(form.frame), whatToAdd(form));
 }
 
-QString heightBehind(const SplitLine &line, const FieldOrder &order, const InputForm &form)
+int fieldOfHeightBehind(const FieldOrder &order, const InputForm &form)
 {
     if (order.hasHeight() || !order.hasHeadings || form.lacksHeight() || order.isPicked)
-        return {};
+        return FieldOrder::noField;
     const ComponentFields fields = order.componentFields();
     const int next = *std::max_element(fields.begin(), fields.end()) + 1;
-    if (next >= line.fields.size() || next == order.name || !isValue(line.fields.at(next)))
+    return next < order.fields && next != order.name ? next : FieldOrder::noField;
+}
+
+QString heightBehind(const SplitLine &line, const FieldOrder &order, const InputForm &form)
+{
+    const int next = fieldOfHeightBehind(order, form);
+    if (next < 0 || next >= line.fields.size() || !isValue(line.fields.at(next)))
         return {};
     return QStringLiteral("the headings name no height, and %1 behind %2 may be one; say it with a "
                           "heading, or that there is none with %3")

@@ -100,6 +100,10 @@ QString laterNameDoubt(const SplitLine &line, const FieldOrder &order, const Inp
 /// Why a line is refused whose headings name no height and that has a number behind its two
 /// components: it may be the height. Empty where it is not, and where the user has said that there
 /// are no heights.
+/// The field behind the components that `heightBehind` looks at; `FieldOrder::noField` where a
+/// height is read, or none was left to be found.
+int fieldOfHeightBehind(const FieldOrder &order, const InputForm &form);
+
 QString heightBehind(const SplitLine &line, const FieldOrder &order, const InputForm &form);
 
 /// Why a name that may be the first component is refused, and what to add.

@@ -81,6 +81,18 @@ QStringList headingsNotTaken(const QVector<Heading> &headings, const FieldOrder 
     return found;
 }
 
+int fieldOfHeightReference(const QStringList &headings, const InputForm &form,
+                           const FieldOrder &order)
+{
+    if (form.frame != Frame::LocalProjected || !order.hasHeight())
+        return FieldOrder::noField;
+    const auto heading = std::find_if(headings.cbegin(), headings.cend(), [](const QString &text) {
+        return normalisedHeading(text) == QLatin1String(heightReferenceName);
+    });
+    return heading == headings.cend() ? FieldOrder::noField
+                                      : static_cast<int>(heading - headings.cbegin());
+}
+
 void carry(int field, const QStringList &headings, FieldOrder &order)
 {
     const QString heading = headings.value(field);

@@ -24,6 +24,11 @@ QVector<int> fieldsNotTaken(const QVector<Heading> &headings, const FieldOrder &
 /// The headings among them of what does not stand in the program's own output.
 QStringList headingsNotTaken(const QVector<Heading> &headings, const FieldOrder &order);
 
+/// The field that says what the projected height of its line is above, as the program's own output
+/// has it; `FieldOrder::noField` where there is none, or no such height is read.
+int fieldOfHeightReference(const QStringList &headings, const InputForm &form,
+                           const FieldOrder &order);
+
 /// Lets a field go into the output as it is, under its heading or, without one, as "column_7".
 void carry(int field, const QStringList &headings, FieldOrder &order);
 

@@ -209,6 +209,7 @@ bool orderPicked(const ColumnChoice &choice, const QStringList &headings, int fi
     if (!mistake.isEmpty())
         return false;
     order.units = fieldsOfUnits(headings);
+    order.heightReference = fieldOfHeightReference(headings, form, order);
     for (int field = 0; field < fields; ++field) {
         if (picked.contains(field))
             continue;

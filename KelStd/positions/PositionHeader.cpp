@@ -244,6 +244,7 @@ bool readHeader(const QStringList &fields, const InputForm &form, FieldOrder &or
         return false;
     static_assert(FieldOrder::noField == -1);
     order.name = pointNameAmong(fields);
+    order.heightReference = fieldOfHeightReference(fields, form, order);
     if (form.height != InputHeight::OfFrame) {
         order.notTaken = headingsNotTaken(headings, order);
         return true;
@@ -302,6 +303,7 @@ bool agree(const FieldOrder &one, const FieldOrder &other)
     return one.fields == other.fields && one.components == other.components
            && haveSameUnits(one, other) && (!haveNames || one.name == other.name)
            && one.carried == other.carried
+           && (!haveHeadings || one.heightReference == other.heightReference)
            && (!haveHeadings || one.carriedHeadings == other.carriedHeadings);
 }
 

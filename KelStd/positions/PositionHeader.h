@@ -34,6 +34,8 @@ struct FieldOrder
     std::array<int, componentsPerFrame> components{};
     /// The unit of a component that is not read in that of the form; null for the form's.
     std::array<const NamedUnit *, componentsPerFrame> otherUnits{};
+    /// What says in our own output what the projected height is above, where one is read.
+    int heightReference = noField;
     std::vector<int> carried;    ///< the fields that go into the output as they are
     QStringList carriedHeadings; ///< one for each
     QStringList notTaken;        ///< headings of fields that go nowhere

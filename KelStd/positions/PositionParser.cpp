@@ -78,6 +78,11 @@ const std::vector<std::string_view> &PositionParser::carried() const
     return m_reading->carried();
 }
 
+std::string_view PositionParser::heightReference() const
+{
+    return m_reading->heightReference();
+}
+
 bool PositionParser::knowsOrder() const
 {
     return m_reading->isSettled();

@@ -113,6 +113,10 @@ public:
     /// valid as `name`.
     const std::vector<std::string_view> &carried() const;
 
+    /// What the projected height is above, in the words of `heightReference`, where a column of the
+    /// input says so; otherwise empty. In UTF-8, valid as `name`.
+    std::string_view heightReference() const;
+
     /// Whether a line has decided the order of the fields: below headings the first position, since
     /// a line of units may stand between them.
     bool knowsOrder() const;

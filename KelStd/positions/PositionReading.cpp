@@ -244,7 +244,8 @@ bool PositionParser::Reading::mayBePair(std::string_view name) const
 void PositionParser::Reading::keepTexts(const SplitLine &line, const FieldOrder &order)
 {
     m_texts.clear();
-    m_texts.push_back(order.name >= 0 ? line.fields.at(order.name).toUtf8() : QByteArray());
+    for (const int field : {order.name, order.heightReference})
+        m_texts.push_back(field >= 0 ? line.fields.at(field).toUtf8() : QByteArray());
     for (const int field : order.carried)
         m_texts.push_back(line.fields.at(field).toUtf8());
     const auto view = [this](std::size_t i) {
@@ -252,8 +253,9 @@ void PositionParser::Reading::keepTexts(const SplitLine &line, const FieldOrder 
                                 static_cast<std::size_t>(m_texts[i].size()));
     };
     m_name = view(0);
+    m_heightReference = view(1);
     m_carried.clear();
-    for (std::size_t i = 1; i < m_texts.size(); ++i)
+    for (std::size_t i = 2; i < m_texts.size(); ++i)
         m_carried.push_back(view(i));
 }
 
@@ -272,10 +274,14 @@ bool PositionParser::Reading::readPlain(std::string_view line, qint64 lineNumber
             || (!m_order->hasHeight() && m_order->name >= 0 && mayBeginValue(m_name))
             || (mayBePair(m_name) && isWhole(m_plain.field(m_order->components[1])))))
         return false;
+    if (m_emptyBehind >= 0 && !m_plain.field(m_emptyBehind).empty())
+        return false;
     for (const int field : m_order->units) {
         if (m_plain.field(field) != "m" || !m_components.isInMetres())
             return false;
     }
+    m_heightReference = m_order->heightReference >= 0 ? m_plain.field(m_order->heightReference)
+                                                      : std::string_view();
     m_carried.clear();
     for (const int field : m_order->carried)
         m_carried.push_back(m_plain.field(field));

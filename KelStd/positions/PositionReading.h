@@ -34,6 +34,7 @@ public:
     const Pos &position() const { return m_position; }
     std::string_view name() const { return m_name; }
     const std::vector<std::string_view> &carried() const { return m_carried; }
+    std::string_view heightReference() const { return m_heightReference; }
     const std::optional<FieldOrder> &order() const { return m_order; }
     qint64 orderLine() const { return m_orderLine; }
     QStringList notes() const;
@@ -70,6 +71,7 @@ private:
     // LaterLines.cpp
     Result takeLater(const TextLine &line);
     Result takeFirstBelowHeadings(const SplitLine &line);
+    void watchBehind(const SplitLine &line);
     Result takeLaterRemark(const TextLine &line, const HeadingsFound &found);
     Result takeDamagedLater(const TextLine &line);
     std::optional<Result> takeLaterUnits(const TextLine &line, const QString &text);
@@ -101,17 +103,18 @@ private:
     /// The line that decided the plain order has a name and components that are not all whole
     /// numbers.
     bool m_isUnlikeWholeNumbers = false;
-    bool m_waitsForPosition = false; ///< headings gave the order, and no position followed
-    bool m_mayTakeUnits = false;     ///< nor any line that failed
-    bool m_isInWindows1252 = false;  ///< the last line
-    QByteArray m_unitLines;          ///< those that the order has taken, with their ends
+    int m_emptyBehind = FieldOrder::noField; ///< may hold the height of a later line
+    bool m_waitsForPosition = false;         ///< headings gave the order, and no position followed
+    bool m_mayTakeUnits = false;             ///< nor any line that failed
+    bool m_isInWindows1252 = false;          ///< the last line
+    QByteArray m_unitLines;                  ///< those that the order has taken, with their ends
     QByteArray m_headerLine;
     QString m_reason;
     qint64 m_reasonLine = 0;
     PlainLine m_plain;
-    std::vector<QByteArray>
-        m_texts; ///< what `m_name` and `m_carried` look at unless it is the line
+    std::vector<QByteArray> m_texts; ///< what `m_name` and others look at unless it is the line
     std::string_view m_name;
+    std::string_view m_heightReference;
     std::vector<std::string_view> m_carried;
     Pos m_position;
 };

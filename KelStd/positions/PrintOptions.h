@@ -1,6 +1,7 @@
 #pragma once
 
 #include <KelStd/Export.h>
+#include <KelStd/coord/Enumerations.h>
 #include <KelStd/display/stShowConfig.h>
 #include <KelStd/text/UnitWords.h>
 
@@ -26,6 +27,11 @@ struct PrintOptions
     std::optional<int> angleDecimals;
     const AngleStyle *angleStyle = nullptr; ///< as `findAngleStyle` gives it
     const LengthUnit *lengthUnit = nullptr; ///< as `findLengthUnit` gives it
+
+    /// Which way local longitudes and latitudes count. Their letters name the side of the earth, so
+    /// that a longitude of -30 is 30 degrees E where it counts westwards; plain numbers are what
+    /// the system has.
+    EEllipsoidDirection localAxes = EllipsoidDirection_ENU;
 
     /// What a configured output has where nothing else is set, instead of the default style and
     /// unit.

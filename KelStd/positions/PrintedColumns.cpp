@@ -1,7 +1,9 @@
 #include <KelStd/positions/PrintedColumns.h>
 
 #include <KelStd/positions/Columns.h>
+#include <KelStd/positions/OtherColumns.h>
 #include <KelStd/positions/PlainNumbers.h>
+#include <KelStd/text/NearNames.h>
 
 #include <algorithm>
 #include <iterator>
@@ -56,6 +58,21 @@ QString namesOf(const std::vector<PrintedColumn> &columns)
     return names.join(QLatin1String(", "));
 }
 
+/// "did you mean local_northing? There are": what stands before the list of the columns.
+QString beforeNames(const QString &given, const std::vector<PrintedColumn> &columns)
+{
+    QStringList names;
+    for (const PrintedColumn &each : columns) {
+        const QString name = nameWithoutUnit(each);
+        names += name.isEmpty() ? each.name : name;
+    }
+    QStringList near = nearNames(given, names);
+    if (near.isEmpty() && isNameWord(normalisedHeading(given)))
+        near += QStringLiteral("point");
+    return near.isEmpty() ? QStringLiteral("there are")
+                          : hintAt(near) + QStringLiteral(" There are");
+}
+
 /// Adds a column, with a number behind the name where that is taken.
 void add(std::vector<PrintedColumn> &columns, PrintedColumn column)
 {
@@ -75,7 +92,7 @@ std::vector<PrintedColumn> everyColumn(const LocationPrinter &printer, const Inp
         const Column &column = columns()[i];
         add(all, {Kind::Component, i, printer.csvName(column), printer.printsNumbers(column)});
     }
-    add(all, {Kind::HeightReference, 0, QStringLiteral("local_height_reference"), false});
+    add(all, {Kind::HeightReference, 0, QString::fromLatin1(heightReferenceName), false});
     for (std::size_t i = 0; i < siteColumns().size() && site != SiteKind::None; ++i) {
         const Column &column = siteColumns()[i];
         PrintedColumn printed{Kind::Site, i, printer.csvName(column),
@@ -165,7 +182,8 @@ void PrintedColumns::takeNamed(const std::vector<PrintedColumn> &all, const QStr
         const PrintedColumn *const column = find(all, field);
         QString mistake;
         if (column == nullptr)
-            mistake = QStringLiteral("'%1' is no column; there are %2").arg(field, namesOf(all));
+            mistake = QStringLiteral("'%1' is no column; %2 %3")
+                          .arg(field, beforeNames(field, all), namesOf(all));
         else if (findExact(m_columns, column->name) != nullptr)
             mistake = QStringLiteral("'%1' names the column %2 again").arg(field, column->name);
         else

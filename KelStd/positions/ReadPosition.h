@@ -20,6 +20,9 @@ struct ReadPosition
     std::string_view name;                                   ///< empty for none
     const std::vector<std::string_view> &carried = noFields; ///< one for each heading
     const std::vector<std::string_view> &extras = noFields;  ///< one for each extra column
+    /// What a projected height is above, in the words of `heightReference`; empty where the input
+    /// does not say.
+    std::string_view heightReference = {};
 };
 
 } // namespace KelStd::positions

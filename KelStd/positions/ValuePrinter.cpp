@@ -79,7 +79,8 @@ double within180(double longitude)
 }
 
 ValuePrinter::ValuePrinter(const PrintOptions &options, Output output)
-    : m_form(options.form == PrintOptions::Form::Exact ? Form::Exact : Form::Configured)
+    : m_form(options.form == PrintOptions::Form::Exact ? Form::Exact : Form::Configured),
+      m_localAxes(options.localAxes)
 {
     const bool isNumbers =
         output == Output::Csv && !options.form.has_value() && options.angleStyle == nullptr;
@@ -189,6 +190,8 @@ QString ValuePrinter::configuredText(const Column &column, double value) const
 {
     if (isAngle(column) && m_angleStyle->format == Format_Radian)
         return radianText(value);
+    if (isAngle(column) && countsBackwards(column, m_localAxes))
+        value = -value;
     const EValueType type = column.valueType;
     const double shown = type == ValueType_Longitude ? within180(value) : value;
     const QString text =

@@ -86,6 +86,7 @@ private:
     int angleWidth(const Column &column) const;
 
     Form m_form;
+    EEllipsoidDirection m_localAxes;
     const AngleStyle *m_angleStyle = &defaultAngleStyle();
     stShowConfig m_config; ///< units and decimals of every form but the exact one
     std::array<NumberPlan, columnCount> m_plans{}; ///< for each column what `m_config` says

@@ -73,6 +73,24 @@ positions::MissingHeight missingHeight(const ConvertOptions &options,
     return height;
 }
 
+/// Says that --length-unit names a foot that is nearly, but not quite, the one of the system's
+/// plane: 2 ppm are decimetres in a northing.
+void noteOnOtherFoot(const SystemOrigin::PlaneUnit &own, const QString &system,
+                     const LengthUnit &given, Console &console)
+{
+    constexpr double same = 1e-9;
+    constexpr double alike = 1e-3;
+    const double difference =
+        std::abs(CoordStringHelper::LengthRatio_otherToMeter(given.unit) / own.metres - 1.0);
+    if (difference <= same || difference > alike)
+        return;
+    console.report(QStringLiteral("note: --length-unit %1 is another unit than that of %2's plane "
+                                  "(%3, %4 m): both northing and easting differ by %5 ppm")
+                       .arg(QLatin1String(given.symbol), system, shown(own.name),
+                            QString::number(own.metres, 'g', 15),
+                            QString::number(difference * 1e6, 'f', 1)));
+}
+
 /// The unit of northing and easting that is the system's own, unless --length-unit overrules it.
 /// Nothing for metres, and after a note for a unit that the program does not have. `system`: what
 /// messages call it.
@@ -80,6 +98,8 @@ std::optional<positions::PlaneUnit> planeUnitOf(const SystemOrigin &origin, cons
                                                 const DisplayOptions &display, Console &console)
 {
     constexpr double tolerance = 1e-9;
+    if (origin.planeUnit && display.lengthUnit != nullptr)
+        noteOnOtherFoot(*origin.planeUnit, system, *display.lengthUnit, console);
     if (!origin.planeUnit || display.lengthUnit != nullptr
         || std::abs(origin.planeUnit->metres - 1.0) <= tolerance)
         return std::nullopt;
@@ -307,6 +327,7 @@ private:
     Status prepareOutput()
     {
         configure(*m_options, m_line, m_console);
+        m_options->display.localAxes = printed().coord.ellipsoid.positiveDir;
         noteOnUnits();
         QString reason;
         if (!openRejects(reason)) {
@@ -337,6 +358,7 @@ private:
         if (m_options->isNmea)
             return convertEpochs(job);
         positions::InputForm form = inputForm(*m_options, m_givenUnit);
+        form.localAxes = given().coord.ellipsoid.positiveDir;
         form.missingHeight = missingHeight(*m_options, given());
         m_input.promptFor(componentLabels(form), m_console);
         return start(PositionRun(m_input.inputs(), m_input.parser(form), job, m_console));

@@ -7,6 +7,7 @@
 #include <cli/conversion/SystemLocations.h>
 
 #include <KelStd/location/GridFactors.h>
+#include <KelStd/text/TypedNumber.h>
 
 #include <optional>
 
@@ -40,6 +41,8 @@ public:
             reason = inSystem(m_plan.system) + m_given.reason();
             return false;
         }
+        if (!isHeightAsSaid(read.heightReference, reason))
+            return false;
         // What is fitted is used where positions are at the site, or are printed so.
         if ((m_plan.isFromSite || !m_target) && m_given.isOutsideHull())
             m_notices |= 1U << hullNotice;
@@ -65,6 +68,24 @@ private:
     const ConversionSystem &printedSystem() const
     {
         return m_plan.target != nullptr ? *m_plan.target : m_plan.system;
+    }
+
+    /// False, with the reason, where the input says that its height is above something else than
+    /// what it was taken to be above.
+    bool isHeightAsSaid(std::string_view said, QString &reason) const
+    {
+        // It is not about heights at the site.
+        if (said.empty() || m_plan.isFromSite || m_plan.frame.frame != Frame::LocalProjected)
+            return true;
+        const QString taken = positions::heightReference(m_given.heightModel());
+        const QString given = QString::fromUtf8(said.data(), static_cast<int>(said.size()));
+        if (given == taken)
+            return true;
+        reason = inSystem(m_plan.system)
+                 + QStringLiteral("the height is above %1, as %2 says, and would be read as one "
+                                  "above the %3; give the system that the heights are of")
+                       .arg(quoted(given), QLatin1String(positions::heightReferenceName), taken);
+        return false;
     }
 
     /// In front of a reason, where there are two systems.

@@ -23,7 +23,9 @@ BlockResult BlockWork::operator()(const LineBlock &block)
         switch (read) {
         case positions::PositionParser::Result::Nothing: break;
         case positions::PositionParser::Result::Position:
-            m_maker.take(result, {m_parser.position(), m_parser.name(), m_parser.carried()},
+            m_maker.take(result,
+                         {m_parser.position(), m_parser.name(), m_parser.carried(),
+                          positions::noFields, m_parser.heightReference()},
                          cursor.lineNumber(), cursor.line());
             break;
         case positions::PositionParser::Result::BadLine:

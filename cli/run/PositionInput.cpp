@@ -61,6 +61,20 @@ bool isPosition(const QStringList &operands)
            && std::all_of(operands.cbegin(), operands.cend(), isValue);
 }
 
+/// "; a position is ..." for operands that hold one, though not as one component each; otherwise
+/// empty.
+QString hintOnPosition(const QStringList &operands)
+{
+    static const QRegularExpression separators(QStringLiteral("[,;\\s]+"));
+    QStringList values = operands.join(QLatin1Char(' ')).split(separators, Qt::SkipEmptyParts);
+    if (isPosition(values.mid(1)) && !isPosition(values))
+        values.removeFirst(); // a name
+    return isPosition(values)
+               ? QStringLiteral("; a position is two or three operands, without a name: %1")
+                     .arg(values.join(QLatin1Char(' ')))
+               : QString();
+}
+
 bool isThere(const QString &name)
 {
     return QFileInfo::exists(onDisk(name));
@@ -131,7 +145,8 @@ bool PositionInput::open(const CommandLine &line, Console &console)
         QString reason;
         m_inputs.push_back(std::make_unique<Input>());
         if (!m_inputs.back()->open(name, reason)) {
-            console.report(QStringLiteral("cannot open %1: %2").arg(name, reason));
+            console.report(
+                QStringLiteral("cannot open %1: %2%3").arg(name, reason, hintOnPosition(operands)));
             return false;
         }
     }

@@ -345,5 +345,63 @@ TEST(ConvertDisplay, NoOptionChangesWhatIsComputed)
                 0.5e-9 / 3600 + 1e-14);
 }
 
+// Hartebeesthoek94 is WGS 84 here, and its longitudes and latitudes count westwards and southwards
+// in EPSG:2053, as those of Krovak's S-JTSK do in EPSG:5513, some 100 m from WGS 84.
+TEST(ConvertDisplay, LettersNameTheSideOfTheEarthWhereAxesCountTheOtherWay)
+{
+    const struct
+    {
+        const char *code;
+        const char *wgs84;
+        const char *longitude; ///< both begin so
+        const char *latitude;
+        char side;         ///< of the latitude
+        const char *typed; ///< local
+        const char *plain; ///< the same
+    } rows[] = {
+        {"EPSG:2053", "29.5001,-29.5001,1\n", "029\u00B030\u2032", "29\u00B030\u2032", 'S',
+         "29\u00B030'E,29\u00B030'S,1\n", "-29.5,29.5,1\n"},
+        {"EPSG:5513", "14.51,50.01,1\n", "014\u00B030\u2032", "50\u00B000\u2032", 'N',
+         "14\u00B030'E,50\u00B000'N,1\n", "-14.5,-50,1\n"},
+    };
+    const ProgramRun program;
+    for (const auto &row : rows) {
+        SCOPED_TRACE(row.code);
+        const auto run = [&](const QStringList &more, const char *input) {
+            const auto result =
+                program.run(options({"convert", "--system", row.code}) + more, input);
+            EXPECT_EQ(result.status, 0) << result.err;
+            return result;
+        };
+        const QStringList bothFrames = options({"--frames=wgs84-llh,local-llh"});
+        const auto printed = run(bothFrames + options({"--angle=dms"}), row.wgs84);
+        const auto angles = csvRows(printed.out).value(0);
+        for (const char *frame : {"wgs84", "local"}) {
+            const QString name = QString::fromLatin1(frame);
+            const QString east = angles.value(name + "_longitude_dms");
+            const QString north = angles.value(name + "_latitude_dms");
+            EXPECT_TRUE(east.startsWith(QString::fromUtf8(row.longitude))
+                        && east.endsWith(QLatin1Char('E')))
+                << east;
+            EXPECT_TRUE(north.startsWith(QString::fromUtf8(row.latitude))
+                        && north.endsWith(QLatin1Char(row.side)))
+                << north;
+        }
+        const QStringList local = options({"--from=local-llh"});
+        EXPECT_EQ(run(local, row.typed).out, run(local, row.plain).out);
+        const auto back =
+            csvRows(run(local + options({"--frames=local-llh"}), row.typed).out).value(0);
+        EXPECT_LT(back.value(QStringLiteral("local_longitude_deg")).toDouble(), 0);
+        // What was printed is read.
+        const QStringList onlyWgs84 = options({"--frames=wgs84-llh"});
+        const auto again = csvRows(run(local + onlyWgs84, printed.out.toUtf8().constData()).out);
+        const auto first = csvRows(run(onlyWgs84, row.wgs84).out);
+        for (const char *name : {"wgs84_longitude_deg", "wgs84_latitude_deg"}) {
+            EXPECT_NEAR(again.value(0).value(QLatin1String(name)).toDouble(),
+                        first.value(0).value(QLatin1String(name)).toDouble(), 1e-8);
+        }
+    }
+}
+
 } // namespace
 } // namespace KelStd

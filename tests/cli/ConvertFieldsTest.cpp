@@ -214,14 +214,22 @@ TEST(ConvertFields, AreRefusedWithTheNamesThatThereAre)
 {
     const Refusal refusals[] = {
         {{"--frames=local-neh,wgs84"},
-         "--frames: 'wgs84' is no frame; there are wgs84-llh, wgs84-xyz, local-llh, local-neh"},
+         "--frames: 'wgs84' is no frame; did you mean wgs84-llh or wgs84-xyz? There are wgs84-llh, "
+         "wgs84-xyz, local-llh, local-neh"},
+        {{"--frames=local_neh"}, "'local_neh' is no frame; did you mean local-neh? There are"},
+        {{"--frames=LOCAL-NEH"}, "'LOCAL-NEH' is no frame; did you mean local-neh? There are"},
+        {{"--frames=utm"}, "'utm' is no frame; there are wgs84-llh"},
         {{"--frames=local-neh,local-neh"}, "--frames: 'local-neh' is named twice"},
         {{"--frames="}, "--frames: a name is missing in ''"},
         {{"--fields=point,"}, "--fields: a name is missing in 'point,'"},
         {{"--fields=point,point"}, "--fields: 'point' is named twice"},
         {{"--fields=point,Code"},
-         "<stdin>:1: --fields: 'Code' is no column; there are point, "
+         "<stdin>:1: --fields: 'Code' is no column; did you mean code? There are point, "
          "wgs84_longitude_"},
+        {{"--fields=local_norting"}, "is no column; did you mean local_northing"},
+        {{"--fields=Local_Height"}, "is no column; did you mean local_height"},
+        {{"--fields=name"}, "'name' is no column; did you mean point? There are point"},
+        {{"--fields=qqq"}, "'qqq' is no column; there are point"},
         {{"--fields=point,Code"}, "convergence_deg, code, point_scale_2\n"},
         {{"--fields=wgs84_x,wgs84_x_m"},
          "<stdin>:1: --fields: 'wgs84_x_m' names the column wgs84_x_m again"},

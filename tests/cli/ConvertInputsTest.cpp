@@ -449,5 +449,22 @@ TEST(OwnOutput, IsReadInEveryStyleAndFrame)
     }
 }
 
+TEST(ConvertInputs, PositionThatIsNotOneOperandEachIsNamed)
+{
+    const std::initializer_list<const char *> nearMisses[] = {
+        {"5.1,52.1,3"}, {"5.1 52.1 3"}, {"P1", "5.1", "52.1", "3"}, {"P1,5.1,52.1,3"}};
+    for (const auto &operands : nearMisses) {
+        QStringList list;
+        for (const char *operand : operands)
+            list += QString::fromLatin1(operand);
+        const auto result = ProgramRun().convert(system, "", list);
+        EXPECT_EQ(result.status, 2);
+        EXPECT_THAT(result.err, Mentions("a position is two or three operands, without a name: "
+                                         "5.1 52.1 3"));
+    }
+    const auto file = ProgramRun().convert(system, "", {QStringLiteral("points-2024-05-17.csv")});
+    EXPECT_FALSE(file.err.contains(QStringLiteral("a position is"))) << file.err;
+}
+
 } // namespace
 } // namespace KelStd

@@ -56,6 +56,31 @@ TEST_F(ConvertPlaneUnit, IsPrintedByDefault)
     EXPECT_THAT(table.out, Mentions("2963503.9"));
 }
 
+/// 1 ft = 0.3048 m, 1 us-ft = 1200/3937 m: 2.0 ppm.
+TEST_F(ConvertPlaneUnit, AnotherFootIsNeverAdvisedAndAlwaysNoted)
+{
+    const QByteArray headed = "northing_ft,easting_ft,h\n254759.80,2963503.91,12\n";
+    const auto refused = convert(texas(), headed, {"--from=local-neh"});
+    EXPECT_EQ(refused.status, 2);
+    EXPECT_EQ(refused.out, QString());
+    EXPECT_THAT(refused.err, Mentions("\"northing_ft\" is in ft, but northing is read in us-ft"));
+    EXPECT_THAT(refused.err, Mentions("write the heading with us-ft, or without a unit"));
+    EXPECT_FALSE(refused.err.contains(text("--length-unit ft"))) << refused.err;
+
+    const QByteArray said = "northing_usft,easting_usft,h\n254759.80,2963503.91,12\n";
+    const auto read = convert(texas(), said, {"--from=local-neh"});
+    ASSERT_EQ(read.status, 0) << read.err;
+    EXPECT_NEAR(numberIn(csvRows(read.out).value(0), text("wgs84_longitude_deg")), -96.0, 0.01);
+
+    const auto other = convert(texas(), "-96,28.5,12\n", {"--from=local-llh", "--length-unit=ft"});
+    EXPECT_THAT(other.err, Mentions("note: --length-unit ft is another unit than that of"));
+    EXPECT_THAT(other.err, Mentions("differ by 2.0 ppm"));
+    for (const char *unit : {"--length-unit=us-ft", "--length-unit=m"}) {
+        const auto same = convert(texas(), "-96,28.5,12\n", {"--from=local-llh", unit});
+        EXPECT_FALSE(same.err.contains(text("another unit"))) << same.err;
+    }
+}
+
 TEST_F(ConvertPlaneUnit, IsReadByDefault)
 {
     const auto result = convert(texas(), "254759.80,2963503.91,12\n", {"--from=local-neh"});

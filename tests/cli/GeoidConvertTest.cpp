@@ -7,6 +7,8 @@
 
 #include <QtCore/QFile>
 
+#include <ostream>
+
 namespace KelStd {
 namespace {
 
@@ -69,6 +71,68 @@ TEST_F(GeoidConvert, GivenProjectedHeightIsAboveTheGeoid)
     const auto back = test::csvRows(result.out).value(0);
     EXPECT_NEAR(numberIn(back, "wgs84_height_m"), 100.0, 0.001);
     EXPECT_EQ(back.value(reference), "geoid small.gtx");
+}
+
+/// A height of a line, and what its column says that it is above.
+struct SaidHeight
+{
+    const char *testName;
+    const char *model;   ///< of the system that reads the height
+    const char *said;    ///< of a point on the grid
+    const char *message; ///< empty where the line is taken
+};
+
+void PrintTo(const SaidHeight &row, std::ostream *out)
+{
+    *out << row.testName;
+}
+
+class GeoidConvertSaid : public GeoidConvert, public testing::WithParamInterface<SaidHeight>
+{};
+
+// 3.5 E 52.5 N in RD New, to a metre, by PROJ's cs2cs EPSG:4326 EPSG:28992.
+TEST_P(GeoidConvertSaid, IsHeldAgainstTheSystem)
+{
+    const SaidHeight &row = GetParam();
+    for (const char *line : {"A,503037,26860,57.45,%1\n", "\"A\",503037,26860,57.45,\"%1\"\n"}) {
+        const QByteArray input =
+            "point,local_northing_m,local_easting_m,local_height_m,local_height_reference\n"
+            + QString::fromLatin1(line).arg(QLatin1String(row.said)).toLatin1();
+        for (const char *columns : {"", "--columns=1,2,3,4"}) {
+            QStringList options = {"--from", "local-neh"};
+            if (*columns != '\0')
+                options += QString::fromLatin1(columns);
+            const auto result = convert(row.model, input, options);
+            const bool isTaken = *row.message == '\0';
+            EXPECT_EQ(result.status, isTaken ? 0 : 1);
+            EXPECT_EQ(test::csvRows(result.out).size(), isTaken ? 1 : 0);
+            EXPECT_THAT(result.err, Mentions(row.message));
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    All, GeoidConvertSaid,
+    testing::Values(
+        SaidHeight{"Same", "small.gtx", "geoid small.gtx", ""},
+        SaidHeight{"BothEllipsoidal", "", "ellipsoid", ""},
+        SaidHeight{"NotSaid", "small.gtx", "", ""},
+        SaidHeight{"AboveNoGeoid", "", "geoid small.gtx",
+                   "<stdin>:2: the height is above \"geoid small.gtx\", as "
+                   "local_height_reference says, and would be read as one above the ellipsoid"},
+        SaidHeight{"AboveAGeoid", "small.gtx", "ellipsoid",
+                   "the height is above \"ellipsoid\", as local_height_reference says, and would "
+                   "be read as one above the geoid small.gtx"},
+        SaidHeight{"OfAnotherGeoid", "small.gtx", "geoid large.gtx", "above \"geoid large.gtx\""},
+        SaidHeight{"InOtherWords", "", "NAP", "above \"NAP\""}),
+    [](const auto &row) { return row.param.testName; });
+
+TEST_F(GeoidConvert, HeightOfAnotherFrameIsNotAskedWhatItIsAbove)
+{
+    const QByteArray input =
+        "wgs84_longitude_deg,wgs84_latitude_deg,wgs84_height_m,local_height_reference\n"
+        "3.5,52.5,100,ellipsoid\n";
+    EXPECT_EQ(convert("small.gtx", input).status, 0);
 }
 
 TEST_F(GeoidConvert, GgfModelIsUsedByItsName)

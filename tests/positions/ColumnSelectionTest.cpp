@@ -88,8 +88,8 @@ TEST(ColumnSelections, GoByExactNamesBeforeThoseWithoutUnits)
 
 TEST(ColumnSelections, LeaveOutWhatIsNoColumnAndSaySo)
 {
-    const PrintedColumns printed(printer, {}, fields("nothing,point,else"));
-    EXPECT_TRUE(printed.mistake().startsWith(QLatin1String("'nothing' is no column; there are ")));
+    const PrintedColumns printed(printer, {}, fields("quux,point,else"));
+    EXPECT_TRUE(printed.mistake().startsWith(QLatin1String("'quux' is no column; there are ")));
     EXPECT_EQ(names(printed), "point");
 }
 
