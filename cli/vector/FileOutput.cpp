@@ -107,21 +107,6 @@ double planeUnitOf(const LayerSystem &system)
     return system.origin.planeUnit ? system.origin.planeUnit->metres : 1.0;
 }
 
-/// Whether two names are those of one file, which need not be there.
-bool areSamePlace(const QString &one, const QString &other)
-{
-    const auto placeOf = [](const QString &name) {
-        QFileInfo info(onDisk(name));
-        if (info.isSymLink())
-            info.setFile(info.symLinkTarget());
-        const QString directory = info.absoluteDir().canonicalPath();
-        return directory.isEmpty() ? QString() : directory + QLatin1Char('/') + info.fileName();
-    };
-    const QString place = placeOf(one);
-    return streams::areSameFile(onDisk(one), onDisk(other))
-           || (!place.isEmpty() && place == placeOf(other));
-}
-
 QString heightNote(const QString &name, const char *format)
 {
     return QStringLiteral("note: heights in %1 are WGS84 ellipsoidal; programs take those of %2 as "
@@ -210,13 +195,8 @@ bool FileOutput::mayBeWritten(const QStringList &read, const CommandLine &line,
     const QString path = onDisk(m_name);
     const QStringList names =
         m_form->kind == Kind::Layer ? FileSet(path).names() : QStringList(path);
-    const QString rejects = line.value(QStringLiteral("rejects"));
     QStringList existing;
     for (const QString &file : names) {
-        if (!rejects.isEmpty() && areSamePlace(rejects, file)) {
-            console.report(QStringLiteral("cannot write %1: rejects are written there").arg(file));
-            return false;
-        }
         if (QFileInfo::exists(file))
             existing += file;
     }

@@ -61,10 +61,10 @@ bool hasSeaLevelHeights(const std::string &format)
 /// The code that the program wrote into a drawing; empty for none.
 QString drawnSystem(const QString &file)
 {
-    // As FileOutput writes it: "EPSG:28992 Amersfoort / RD New: easting, northing in m, ..."
-    static const QRegularExpression comment(QStringLiteral(
-        "\\A999\\r?\\n([A-Za-z]+:\\w+) [^\\n]*: easting, northing in [^\\n]+ height in "
-        "m\\r?\\n"));
+    // As FileOutput writes it: "EPSG:28992 Amersfoort / RD New: easting, northing, ... height in m"
+    static const QRegularExpression comment(
+        QStringLiteral("\\A999\\r?\\n([A-Za-z]+:\\w+) [^\\n]*: easting, northing, \\w+ height in "
+                       "[^\\n]+\\n"));
     constexpr qint64 lookedAt = 1000;
     QFile drawing(file);
     if (!drawing.open(QIODevice::ReadOnly))
@@ -255,6 +255,11 @@ void VectorInput::takeUnits(const LayerUnits &units, Console &console)
     const Reference layer = layerReference();
     const bool hasReference = layer.kind != Reference::Kind::None;
     m_form.planeUnit = hasReference ? layer.unitFactor : units.plane;
+    // What the program drew is in the unit that it says beside the system, which may be another.
+    const bool isDrawnByUs =
+        hasReference && m_reader->layer().reference.kind == Reference::Kind::None;
+    if (isDrawnByUs && m_drawingUnit)
+        m_form.planeUnit = *m_drawingUnit;
     // What states a system in metres is not in the unit of what is printed.
     const bool isInMetres =
         m_form.frame != positions::Frame::LocalProjected || layer.unitFactor == 1.0;

@@ -420,7 +420,7 @@ TEST_F(VectorInputs, OfKmlTakeHeightsByTheirAltitudeMode)
     const ProgramResult result = convert(file, QStringLiteral("--height 7"));
     EXPECT_EQ(result.status, 1);
     EXPECT_TRUE(mentionsAll(result.err, {"above the ground (relativeToGround)",
-                                         "2 features have no height: 7 is taken"}))
+                                         "2 features have no height: 7 m is taken"}))
         << result.err;
     const auto found = csvRows(result.out);
     ASSERT_EQ(found.size(), 4);
