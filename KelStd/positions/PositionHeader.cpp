@@ -252,6 +252,8 @@ bool readHeader(const QStringList &fields, const InputForm &form, FieldOrder &or
     for (const int field : fieldsNotTaken(headings, order)) {
         if (!isOfLocations(headings.at(field)))
             carry(field, fields, order);
+        else if (field != order.heightReference)
+            order.computedAnew += headings.at(field).text;
     }
     return true;
 }

@@ -39,6 +39,7 @@ struct FieldOrder
     std::vector<int> carried;    ///< the fields that go into the output as they are
     QStringList carriedHeadings; ///< one for each
     QStringList notTaken;        ///< headings of fields that go nowhere
+    QStringList computedAnew;    ///< those of fields that the output has, too, with its own values
     bool endsEmpty = false;      ///< a separator without a field ends each line
     bool isPlain = false;        ///< neither headings nor a choice of columns gave it
     bool hasHeadings = false;    ///< headings gave it

@@ -124,7 +124,8 @@ QStringList PositionParser::Reading::notes() const
     QStringList notes;
     if (!isSettled())
         return notes;
-    for (const QString &note : {noteOnColumns(), noteOnUnits(m_form, *m_order), noteOnHeight()}) {
+    for (const QString &note : {noteOnColumns(), noteOnComputedColumns(),
+                                noteOnUnits(m_form, *m_order), noteOnHeight()}) {
         if (!note.isEmpty())
             notes += note;
     }
@@ -147,18 +148,36 @@ QString PositionParser::Reading::noteOnHeight() const
                                         .arg(m_form.words.height, above);
 }
 
-QString PositionParser::Reading::noteOnColumns() const
+namespace {
+
+/// `text` with as many of the columns' headings as can be read at a glance; nothing for none.
+QString namingColumns(const QString &text, const QStringList &headings)
 {
     constexpr int maxShown = 8;
-    if (m_order->notTaken.isEmpty())
+    if (headings.isEmpty())
         return {};
     QStringList columns;
-    for (const QString &heading : m_order->notTaken.mid(0, maxShown))
+    for (const QString &heading : headings.mid(0, maxShown))
         columns += quoted(heading);
-    if (m_order->notTaken.size() > maxShown)
-        columns += QStringLiteral("%1 more").arg(m_order->notTaken.size() - maxShown);
-    return QStringLiteral("columns that are not in the output: %1")
-        .arg(columns.join(QLatin1String(", ")));
+    if (headings.size() > maxShown)
+        columns += QStringLiteral("%1 more").arg(headings.size() - maxShown);
+    return text.arg(columns.join(QLatin1String(", ")));
+}
+
+} // namespace
+
+QString PositionParser::Reading::noteOnColumns() const
+{
+    return namingColumns(QStringLiteral("columns that are not in the output: %1"),
+                         m_order->notTaken);
+}
+
+/// A list that the program printed before has them, but so may one of another surveyor's.
+QString PositionParser::Reading::noteOnComputedColumns() const
+{
+    return namingColumns(
+        QStringLiteral("not carried through, since they are named as what is computed: %1"),
+        m_order->computedAnew);
 }
 
 namespace {

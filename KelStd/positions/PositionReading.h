@@ -84,6 +84,7 @@ private:
     Result readFields(const SplitLine &line, const FieldOrder &order);
     bool readPlain(std::string_view line, qint64 lineNumber);
     QString noteOnColumns() const;
+    QString noteOnComputedColumns() const;
     QString noteOnHeight() const;
     Result takeSeparatorLine(std::string_view bytes);
     QString doubtOnName(const SplitLine &line, const FieldOrder &order) const;

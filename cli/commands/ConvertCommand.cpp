@@ -7,6 +7,7 @@
 #include <cli/conversion/FrameWords.h>
 #include <cli/conversion/LocationForms.h>
 #include <cli/conversion/LocationJob.h>
+#include <cli/conversion/PlaneUnitChoice.h>
 #include <cli/library/DirectoryOption.h>
 #include <cli/proj/ProjEnvironment.h>
 #include <cli/run/PositionInput.h>
@@ -16,7 +17,6 @@
 #include <cli/terminal/CommandLine.h>
 #include <cli/terminal/Console.h>
 #include <cli/terminal/FilePath.h>
-#include <cli/terminal/ShownText.h>
 #include <cli/terminal/StandardStreams.h>
 #include <cli/values/DisplayOptions.h>
 #include <cli/vector/FileOutput.h>
@@ -29,7 +29,6 @@
 #include <KelStd/text/CoordStringHelper.h>
 
 #include <algorithm>
-#include <cmath>
 #include <memory>
 #include <optional>
 
@@ -71,60 +70,6 @@ positions::MissingHeight missingHeight(const ConvertOptions &options,
                        + positions::heightReference(isProjected ? geoidModel : QString());
     }
     return height;
-}
-
-/// Says that --length-unit names a foot that is nearly, but not quite, the one of the system's
-/// plane: 2 ppm are decimetres in a northing.
-void noteOnOtherFoot(const SystemOrigin::PlaneUnit &own, const QString &system,
-                     const LengthUnit &given, Console &console)
-{
-    constexpr double same = 1e-9;
-    constexpr double alike = 1e-3;
-    const double difference =
-        std::abs(CoordStringHelper::LengthRatio_otherToMeter(given.unit) / own.metres - 1.0);
-    if (difference <= same || difference > alike)
-        return;
-    console.report(QStringLiteral("note: --length-unit %1 is another unit than that of %2's plane "
-                                  "(%3, %4 m): both northing and easting differ by %5 ppm")
-                       .arg(QLatin1String(given.symbol), system, shown(own.name),
-                            QString::number(own.metres, 'g', 15),
-                            QString::number(difference * 1e6, 'f', 1)));
-}
-
-/// The unit of northing and easting that is the system's own, unless --length-unit overrules it.
-/// Nothing for metres, and after a note for a unit that the program does not have. `system`: what
-/// messages call it.
-std::optional<positions::PlaneUnit> planeUnitOf(const SystemOrigin &origin, const QString &system,
-                                                const DisplayOptions &display, Console &console)
-{
-    constexpr double tolerance = 1e-9;
-    if (origin.planeUnit && display.lengthUnit != nullptr)
-        noteOnOtherFoot(*origin.planeUnit, system, *display.lengthUnit, console);
-    if (!origin.planeUnit || display.lengthUnit != nullptr
-        || std::abs(origin.planeUnit->metres - 1.0) <= tolerance)
-        return std::nullopt;
-    const auto unit = positions::findPlaneUnit(*origin.planeUnit);
-    if (!unit) {
-        console.report(QStringLiteral("note: plane coordinates of %1 are customarily in a "
-                                      "unit of %2 m (%3); here they are in metres")
-                           .arg(system, QString::number(origin.planeUnit->metres, 'g', 15),
-                                shown(origin.planeUnit->name)));
-    }
-    return unit;
-}
-
-/// Says in which unit northing and easting are, where it is not that of the other lengths.
-void noteOnPlaneUnit(const std::optional<positions::PlaneUnit> &unit, const QString &system,
-                     bool isRead, bool isPrinted, Console &console)
-{
-    if (!unit || !(isRead || isPrinted))
-        return;
-    console.report(QStringLiteral("note: northing and easting are %1 in %2, the unit of "
-                                  "%3, all other lengths in m; --length-unit overrules that")
-                       .arg(isRead && isPrinted ? QStringLiteral("read and printed")
-                            : isRead            ? QStringLiteral("read")
-                                                : QStringLiteral("printed"),
-                            unit->symbol, system));
 }
 
 /// Whether northing or easting is among the columns that are printed.

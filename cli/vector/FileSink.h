@@ -31,6 +31,8 @@ public:
     void setNotes(std::function<QStringList()> notes) { m_notes = std::move(notes); }
 
 private:
+    void fail();
+
     QString m_name;
     QSaveFile m_file;
     bool m_canWrite = true;

@@ -315,11 +315,29 @@ TEST(CarriedFields, AreAllThatHeadingsNameBesides)
         EXPECT_TRUE(result.outLines().value(1).endsWith(QLatin1String(",ellipsoid")
                                                         + QString::fromUtf8(row.fields)))
             << result.out;
-        // Read again, the columns of the other frames go nowhere and those besides are carried on.
+        // Read again, the columns of the other frames are computed anew, as a note says, and those
+        // besides are carried on.
         const auto again = ProgramRun().convert(system, result.out.toUtf8());
-        EXPECT_EQ(again.err, QString());
+        EXPECT_EQ(again.err,
+                  "kelstd: note: not carried through, since they are named as what is computed: "
+                  "\"wgs84_x_m\", \"wgs84_y_m\", \"wgs84_z_m\", "
+                  "\"local_longitude_deg\", \"local_latitude_deg\", "
+                  "\"local_ellipsoidal_height_m\", \"local_northing_m\", \"local_easting_m\", "
+                  "2 more\n");
         EXPECT_EQ(again.outLines().value(0), headings);
     }
+}
+
+// They may be another surveyor's, of another system.
+TEST(CarriedFields, OfNamesThatTheOutputHasANoteTells)
+{
+    const auto result = ProgramRun().convert(
+        system, "name,lon,lat,h,local_northing_m,code\n1,5.25,52.5,1,222,T1\n");
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.err, "kelstd: note: not carried through, since they are named as what is "
+                          "computed: \"local_northing_m\"\n");
+    EXPECT_TRUE(result.out.contains(QLatin1String(",local_height_reference,code\n")));
+    EXPECT_TRUE(result.out.endsWith(QLatin1String(",T1\n")));
 }
 
 TEST(CarriedFields, NamesAreFoundUnderTheirHeadings)
