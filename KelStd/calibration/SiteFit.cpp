@@ -309,8 +309,8 @@ bool Fit::isReproduced()
         return fail(CalibrationFault::NotReproduced, siteFailure.text);
     for (SitePoint &point : result.points) {
         point.site = site->toSite(point.base);
-        const auto differs = [tolerance](const std::optional<double> &residual, double applied,
-                                         double control) {
+        const auto differs = [](const std::optional<double> &residual, double applied,
+                                double control) {
             return residual && !(std::abs(applied - control - *residual) < tolerance);
         };
         if (differs(point.residualNorth, point.site.n, point.control.n)
