@@ -183,6 +183,7 @@ std::vector<MethodValue> ProjSession::valuesOf(const PJ *operation) const
         const QByteArray kind(category == nullptr ? "" : category);
         row.isLength = kind == "linear";
         row.isAngle = kind == "angular";
+        row.unit = {textOf(unit), factor};
         row.value = row.isAngle ? degrees(value, factor, textOf(unit)) : value * factor;
         values.push_back(row);
     }

@@ -21,6 +21,13 @@ struct ObjectListDeleter
 };
 using ObjectList = std::unique_ptr<PJ_OBJ_LIST, ObjectListDeleter>;
 
+/// A unit, as a text or the database has it.
+struct Unit
+{
+    QString name;
+    double size = 1.0; ///< in metres or radians, or of a number without unit
+};
+
 /// One parameter of a projection or an operation, as the database or a text has it.
 struct MethodValue
 {
@@ -29,6 +36,7 @@ struct MethodValue
     double value = 0.0; ///< in metres, degrees or without unit; as published where that is its unit
     bool isLength = false;
     bool isAngle = false;
+    Unit unit; ///< in which it was written
 };
 
 /// One axis of a system's coordinates.

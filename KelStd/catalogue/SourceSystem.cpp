@@ -1,6 +1,7 @@
 #include <KelStd/catalogue/SourceSystem.h>
 
 #include <KelStd/catalogue/SourceText.h>
+#include <KelStd/catalogue/SourceUnits.h>
 
 #include <algorithm>
 
@@ -330,6 +331,11 @@ std::optional<SourceSystem> sourceSystem(ProjSession &session, SystemList &list,
         return std::nullopt;
     result.isText = !isOfDatabase;
     if (!isOfDatabase) {
+        const QString doubt = doubtOnUnits(session, result.projected.get(), result.geodetic.get());
+        if (!doubt.isEmpty()) {
+            fail(failure, Kind::NotUnderstood, doubt);
+            return std::nullopt;
+        }
         identify(session, result);
     } else if (!result.system.area.isKnown) {
         result.system.area = session.areaOf(result.projected.get());

@@ -102,6 +102,54 @@ TEST_F(SystemSource, IsNotTakenForWhatItClaimsToBe)
               0.0);
 }
 
+// EPSG Dataset: unit 9003 is 1200/3937 m, 9002 is 0.3048 m, 9102 is pi/180 rad.
+TEST_F(SystemSource, HasUnitsOfTheirSize)
+{
+    struct Row
+    {
+        const char *unit;
+        const char *written;
+        const char *reason; ///< null: taken
+    };
+    const QByteArray plane = R"(UNIT["Meter",1.0])";
+    const QByteArray angle = R"(UNIT["Degree",0.0174532925199433])";
+    for (const Row &row : {
+             Row{plane, R"(UNIT["Meter",0.0])", "its unit \"metre\" has the size 0, which is none"},
+             Row{plane, R"(UNIT["Stride",0.0])",
+                 "its unit \"Stride\" has the size 0, which is none"},
+             Row{plane, R"(UNIT["Rod",-5.0])", "its unit \"Rod\" has the size -5, which is none"},
+             Row{plane, R"(UNIT["Meter",2.0])",
+                 "its unit \"metre\" has the size 2, but is 1; one of the two is wrong"},
+             Row{plane, R"(UNIT["Foot_US",0.3048])",
+                 "its unit \"US survey foot\" has the size 0.3048, but is 0.304800609601219; one "
+                 "of the two is wrong"},
+             Row{plane, R"(UNIT["Foot",0.3048006096012192])",
+                 "its unit \"foot\" has the size 0.304800609601219, but is 0.3048; one of the two "
+                 "is wrong"},
+             Row{plane, R"(UNIT["Foot_US",0.304800609601])", nullptr},
+             Row{plane, R"(UNIT["Foot",0.3048])", nullptr},
+             Row{plane, R"(UNIT["Rod",5.0])", nullptr},
+             Row{angle, R"(UNIT["Degree",0.0])",
+                 "its unit \"Degree\" has the size 0, which is none"},
+             Row{angle, R"(UNIT["Degree",0.017])",
+                 "its unit \"Degree\" has the size 0.017, but is 0.0174532925199433; one of the "
+                 "two is wrong"},
+             Row{angle, R"(UNIT["Degree",0.01745329252])", nullptr},
+         }) {
+        const QByteArray source = QByteArray(esriRd).replace(row.unit, row.written);
+        ASSERT_NE(source, esriRd) << row.written;
+        const ImportedSystem imported = catalogue().importSystem(source);
+        if (row.reason == nullptr) {
+            EXPECT_TRUE(imported.system.has_value())
+                << row.written << ": " << imported.refusal.text.toStdString();
+            continue;
+        }
+        EXPECT_FALSE(imported.system.has_value()) << row.written;
+        EXPECT_EQ(imported.refusal.kind, CatalogueFailureKind::NotUnderstood) << row.written;
+        EXPECT_EQ(imported.refusal.text, QLatin1String(row.reason));
+    }
+}
+
 TEST_F(SystemSource, TellsTheSystemsThatANameMayMean)
 {
     const CatalogueFailure failure = catalogue().importSystem("MGA zone 55").refusal;

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <KelStd/catalogue/ProjSession.h>
+
+namespace KelStd::catalogue {
+
+/// Why the units of a projected system of a text cannot be believed: one that is no size, or whose
+/// size is not that of its name, as "Foot_US" with 0.3048. Empty where they can. PROJ multiplies by
+/// whatever is written.
+QString doubtOnUnits(const ProjSession &session, const PJ *projected, const PJ *geodetic);
+
+} // namespace KelStd::catalogue
