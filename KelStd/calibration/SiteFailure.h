@@ -14,6 +14,7 @@ enum class SiteFailureKind
     NoPlane          ///< the system's coordinates are longitudes and latitudes
 };
 
+/// A failure of one of the kinds of `SiteFailureKind`.
 using SiteFailure = Failure<SiteFailureKind>;
 
 } // namespace KelStd::calibration

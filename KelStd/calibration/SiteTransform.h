@@ -73,7 +73,9 @@ public:
     /// plane.
     bool hasSite() const { return m_hasPlane || hasSurface(); }
 
+    /// Whether the plane transformation has a function.
     bool hasPlane() const { return m_hasPlane; }
+    /// Whether the height fitting has a function.
     bool hasSurface() const { return m_function != ElevationFittingFunction_None; }
 
     /// Which coefficients of the surface are used.

@@ -48,10 +48,14 @@ public:
     /// Messages name what helps by `words`.
     explicit Catalogue(CatalogueWords words = {});
     ~Catalogue();
+    /// One that was moved from can only be assigned to or destroyed.
     Catalogue(Catalogue &&other) noexcept;
+    /// As the move constructor.
     Catalogue &operator=(Catalogue &&other) noexcept;
 
+    /// How long the text of a system may be [bytes].
     static constexpr int maxSourceBytes = 1'000'000;
+    /// How deeply the brackets of a text may be nested.
     static constexpr int maxSourceDepth = 64;
 
     /// The systems that meet `query`, best first: names and codes that are exactly what was looked

@@ -29,7 +29,9 @@ struct KELSTD_EXPORT AreaOfUse
     /// How far the box reaches from `west` to `east` [deg], 0 to 360.
     double width() const;
 
+    /// Equality of all members.
     bool operator==(const AreaOfUse &other) const;
+    /// The negation of `operator==`.
     bool operator!=(const AreaOfUse &other) const { return !(*this == other); }
 };
 

@@ -103,6 +103,7 @@ enum ELocationZeroType : qint32
     LocationZeroType_Central_Meridian_Zero = 1
 };
 
+/// Half of the earth, by the letters N and S.
 enum EWhichHalfEarth : qint32
 {
     WhichHalfEarth_North = 0,
@@ -133,12 +134,14 @@ enum EEllipsoinTransition : qint32
     EllipsoinTransition_BLH = 1  ///< latitude, longitude, height
 };
 
+/// The model of a planar transformation of projected coordinates.
 enum EPlaneTransformFunction : qint32
 {
     PlaneTransformFunction_None = 0,
     PlaneTransformFunction_Four = 1 ///< four-parameter similarity
 };
 
+/// The model of a height fitting.
 enum EElevationFittingFunction : qint32
 {
     ElevationFittingFunction_None = 0,

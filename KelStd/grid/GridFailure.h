@@ -19,6 +19,7 @@ enum class GridFailureKind
     OnlyForProj   ///< a layout that PROJ alone reads (GeoTIFF)
 };
 
+/// A failure of one of the kinds of `GridFailureKind`.
 using GridFailure = Failure<GridFailureKind>;
 
 } // namespace KelStd

@@ -22,6 +22,7 @@
 ///         use(coord);
 namespace KelStd::io {
 
+/// What is wrong with one place of a document.
 enum class FindingKind
 {
     /// \name What was not taken over as it stands
@@ -61,7 +62,7 @@ enum class FindingKind
 /// One place of a document.
 struct DocumentFinding
 {
-    FindingKind kind;
+    FindingKind kind;   ///< to decide by
     QString element;    ///< from the root: "Coord/Projection/param[FalseEast]"
     int line;           ///< the line, from 1, in which the element's first tag ends
     QString written;    ///< a text, or an attribute as in fuction="seven"
@@ -100,12 +101,14 @@ KELSTD_EXPORT bool reviewSystem(const QString &fileName, Coord &coord, SystemOri
 /// As `reviewCoord`, of `readEllipsoidList`.
 KELSTD_EXPORT bool reviewEllipsoidList(const QString &fileName, QList<Ellipsoid> &ellipsoids,
                                        QList<DocumentFinding> &findings, QString *error = nullptr);
+/// The same, with the failure whole.
 KELSTD_EXPORT bool reviewEllipsoidList(const QString &fileName, QList<Ellipsoid> &ellipsoids,
                                        QList<DocumentFinding> &findings, DocumentFailure &failure);
 
 /// As `reviewCoord`, of `readProjectionList`.
 KELSTD_EXPORT bool reviewProjectionList(const QString &fileName, QList<Projection> &projections,
                                         QList<DocumentFinding> &findings, QString *error = nullptr);
+/// The same, with the failure whole.
 KELSTD_EXPORT bool reviewProjectionList(const QString &fileName, QList<Projection> &projections,
                                         QList<DocumentFinding> &findings, DocumentFailure &failure);
 

@@ -20,8 +20,8 @@ namespace KelStd {
 /// A record of a delivered library, and the document that holds it alone.
 struct DeliveredRecord
 {
-    RecordKind kind;
-    QString name;
+    RecordKind kind;  ///< what it is
+    QString name;     ///< under which it is delivered
     QString fileName; ///< the document's absolute path
 };
 

@@ -25,6 +25,7 @@ enum class LibraryFailureKind
     SharedFile     ///< the file that holds the record holds others, too
 };
 
+/// A failure of one of the kinds of `LibraryFailureKind`.
 using LibraryFailure = Failure<LibraryFailureKind>;
 
 } // namespace KelStd

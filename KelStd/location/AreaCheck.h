@@ -41,7 +41,9 @@ public:
     AreaCheck(const Coord &coord, const AreaOfUse &area);
     ~AreaCheck();
 
+    /// One that was moved from can only be assigned to or destroyed.
     AreaCheck(AreaCheck &&other) noexcept;
+    /// As the move constructor.
     AreaCheck &operator=(AreaCheck &&other) noexcept;
 
     /// Whether the location lies in the area, by its WGS84 longitude and latitude.

@@ -28,6 +28,7 @@ enum class SentenceFault
     Malformed     ///< it is too long, or a field holds what the field cannot hold
 };
 
+/// A failure of one of the kinds of `SentenceFault`.
 using SentenceFailure = Failure<SentenceFault>;
 
 /// A sentence, cut into its fields. Everything looks into the text that was read.

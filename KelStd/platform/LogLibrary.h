@@ -46,6 +46,7 @@ public:
     /// \name Offered by the default implementation only
     /// \{
 
+    /// Where entries go; the arguments are those of `addLog`.
     using Sink =
         std::function<void(const QString &module, const QString &text, ELogType type, bool flag)>;
 

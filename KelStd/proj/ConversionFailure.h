@@ -17,6 +17,7 @@ enum class ConversionFailureKind
     BadGeoidModel      ///< PROJ cannot use the file of the geoid model
 };
 
+/// A failure of one of the kinds of `ConversionFailureKind`.
 using ConversionFailure = Failure<ConversionFailureKind>;
 
 } // namespace KelStd

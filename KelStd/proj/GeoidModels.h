@@ -24,6 +24,7 @@ enum class GeoidModelFailureKind
     NotLoaded      ///< PROJ is not loaded
 };
 
+/// A failure of one of the kinds of `GeoidModelFailureKind`.
 using GeoidModelFailure = Failure<GeoidModelFailureKind>;
 
 /// The geoid models that a coordinate system can name: the files of the folder "geoid_model_list"
@@ -59,8 +60,8 @@ public:
     /// A file of a model, as it was put into its folder.
     struct File
     {
-        QString path;
-        Folder folder = Folder::Home;
+        QString path;                 ///< where it lies
+        Folder folder = Folder::Home; ///< in which of the two folders it lies
         GeoidModelFailure failure; ///< why it cannot be used, as far as that is seen without PROJ
         bool endsInZeros = false;  ///< of one that can be used (see `GridFile::endsInZeros`)
     };

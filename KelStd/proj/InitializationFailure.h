@@ -24,6 +24,7 @@ enum class InitializationFailureKind
     PrivateDirectoryTooLong ///< its path is longer than what PROJ can be told
 };
 
+/// A failure of one of the kinds of `InitializationFailureKind`.
 using InitializationFailure = Failure<InitializationFailureKind>;
 
 } // namespace KelStd

@@ -19,8 +19,8 @@ enum class AngleSign
 /// A character that people type for a sign of angles.
 struct AngleSignRow
 {
-    char16_t character;
-    AngleSign sign;
+    char16_t character; ///< as it is typed
+    AngleSign sign;     ///< what it says
 };
 
 /// Every sign that a reader of typed angles knows. The first of its kind is the one that this

@@ -21,6 +21,7 @@ enum class LeapSecondListMistake
     BadExpiry      ///< the line "#@" holds no time
 };
 
+/// A failure of one of the kinds of `LeapSecondListMistake`.
 using LeapSecondListFailure = Failure<LeapSecondListMistake>;
 
 /// The list `leap-seconds.list` of the tz database, which IERS and NIST publish, too.
