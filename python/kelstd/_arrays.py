@@ -59,7 +59,7 @@ def thread_count(threads: int | None) -> int:
 def number_array(name: str, value: Any) -> NDArray[np.float64]:
     """A column as numbers. What is missing (masked, NA, None in a column of numbers) becomes NaN."""
     if isinstance(value, np.ma.MaskedArray):
-        value = value.astype(np.float64).filled(np.nan)
+        value = np.ma.filled(value.astype(np.float64), np.nan)  # type: ignore[no-untyped-call]
     elif isinstance(value, (str, bytes)):
         raise TypeError(f"{name} is a text; parse_angle and parse_length read texts")
     elif hasattr(value, "to_numpy") and hasattr(value, "dtype") and not isinstance(value, np.ndarray):

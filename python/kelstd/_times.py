@@ -183,11 +183,11 @@ def _one_time(name: str, item: Any, takes_zones: bool) -> np.datetime64:
             raise TypeError(f"{name} has a time zone, which GPS time has not")
         item = item.astimezone(datetime.timezone.utc).replace(tzinfo=None)  # type: ignore[union-attr]
     if hasattr(item, "to_datetime64"):
-        return np.datetime64(item.to_datetime64(), "ns")
+        item = item.to_datetime64()
     exact = np.datetime64(item)
     if not np.isnat(exact) and exact.astype("datetime64[ns]").astype(exact.dtype) != exact:
         raise ValueError(f"{name}: {item} is no time that nanoseconds hold")
-    return exact.astype("datetime64[ns]")
+    return np.datetime64(exact, "ns")
 
 
 def _refuse_nat(name: str, ns: NDArray[np.int64]) -> None:
