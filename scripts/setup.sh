@@ -16,6 +16,14 @@ packages=(
     chromium                         # the tests look at reports with it
     doxygen doxygen-awesome-css      # the documentation site and its theme
     qttools5-dev-tools               # lupdate, which the tests extract texts with
+    pybind11-dev python3-dev         # the Python package
+    python3-numpy python3-pandas     # its columns
+    python3-xarray                   # the same
+    python3-pytest mypy              # its tests
+    python3-pip python3-setuptools   # it is installed as Python installs packages
+    python3-wheel                    # the same
+    python3-distributed              # the example on a cluster
+    python3-zarr                     # and its arrays
 )
 case "${1:-}" in
 benchmark) packages+=(libbenchmark-dev python3-pyproj python3-numpy) ;;
