@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Installs what is missing of the Debian packages that the project needs. With the argument
-# "benchmark" or "fuzz", those of the benchmarks or of the fuzz targets, too.
+# "benchmark", "fuzz" or "package", those of the benchmarks, of the fuzz targets or of the packages, too.
 set -euo pipefail
 
 packages=(
@@ -15,10 +15,13 @@ packages=(
     gpsd-clients gpsbabel            # the same, for what receivers say
     chromium                         # the tests look at reports with it
     qttools5-dev-tools               # lupdate, which the tests extract texts with
+    zsh fish                         # the tests complete command lines in them
+    shared-mime-info xdg-utils libglib2.0-bin  # the tests ask what type a file has
 )
 case "${1:-}" in
 benchmark) packages+=(libbenchmark-dev python3-pyproj python3-numpy) ;;
 fuzz) packages+=(clang libclang-rt-dev) ;;
+package) packages+=(dpkg-dev file lintian) ;;
 esac
 
 missing=()
