@@ -43,4 +43,5 @@ foreach(document IN LISTS delivered_before)
     endif()
 endforeach()
 
-install(DIRECTORY "${delivered_library}" DESTINATION "${CMAKE_INSTALL_BINDIR}")
+install(DIRECTORY "${delivered_library}" DESTINATION "${KELSTD_INSTALL_PROGRAM_DIR}"
+    COMPONENT library)

@@ -1,5 +1,5 @@
 # Writes the manual pages of the program and of each of its commands into DIRECTORY, by PROGRAM
-# itself: cmake -DPROGRAM=... -DDIRECTORY=... -P
+# itself: cmake -DPROGRAM=... -DDIRECTORY=... [-DCOMPRESS=ON] -P
 function(write_page file)
     execute_process(COMMAND "${PROGRAM}" ${ARGN} man
         OUTPUT_VARIABLE page RESULT_VARIABLE status)
@@ -25,3 +25,9 @@ foreach(name IN LISTS names)
 endforeach()
 # The last one: the build takes it for all.
 write_page(kelstd help)
+
+# Without names and times, so that the same pages are the same bytes.
+if(COMPRESS)
+    file(GLOB pages "${DIRECTORY}/*.1")
+    execute_process(COMMAND gzip -9n ${pages} COMMAND_ERROR_IS_FATAL ANY)
+endif()

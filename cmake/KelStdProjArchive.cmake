@@ -39,5 +39,7 @@ add_custom_command(
     VERBATIM)
 add_custom_target(KelStdProgramDirectory ALL DEPENDS "${archive_file}" "${geoid_file}")
 
-install(FILES "${archive_file}" DESTINATION "${CMAKE_INSTALL_BINDIR}/proj")
-install(FILES "${geoid_file}" DESTINATION "${CMAKE_INSTALL_BINDIR}/geoid_model_list")
+install(FILES "${archive_file}" DESTINATION "${KELSTD_INSTALL_PROGRAM_DIR}/proj"
+    COMPONENT library)
+install(FILES "${geoid_file}" DESTINATION "${KELSTD_INSTALL_PROGRAM_DIR}/geoid_model_list"
+    COMPONENT library)

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Installs what is missing of the Debian packages that the project needs. With the argument
-# "benchmark" or "fuzz", those of the benchmarks or of the fuzz targets, too.
+# "benchmark", "fuzz" or "package", those of the benchmarks, of the fuzz targets or of the packages, too.
 set -euo pipefail
 
 packages=(
@@ -24,10 +24,13 @@ packages=(
     python3-wheel                    # the same
     python3-distributed              # the example on a cluster
     python3-zarr                     # and its arrays
+    zsh fish                         # the tests complete command lines in them
+    shared-mime-info xdg-utils libglib2.0-bin  # the tests ask what type a file has
 )
 case "${1:-}" in
 benchmark) packages+=(libbenchmark-dev python3-pyproj python3-numpy) ;;
 fuzz) packages+=(clang libclang-rt-dev) ;;
+package) packages+=(dpkg-dev file lintian) ;;
 esac
 
 missing=()

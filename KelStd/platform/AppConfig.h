@@ -44,7 +44,8 @@ public:
     ///
     /// Until something is set, the default implementation takes the environment variable
     /// KELSTD_BIN_DIR, then the directory of the running program if it holds "proj/proj.zip", then
-    /// the "bin" directory beside the one this library was loaded from.
+    /// the folder "kelstd" in the directory this library was loaded from if that does, then the
+    /// "bin" directory beside it.
     static void setBinDir(const QDir &dir);
     /// \}
 

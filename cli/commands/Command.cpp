@@ -1,5 +1,6 @@
 #include <cli/commands/Command.h>
 
+#include <cli/commands/ProgramCompletion.h>
 #include <cli/commands/ProgramHelp.h>
 #include <cli/commands/ProgramVersion.h>
 #include <cli/terminal/Console.h>
@@ -224,6 +225,8 @@ ExitStatus dispatch(const QStringList &words, Console &console)
     }
     if (isHelpOption(first) || first == QLatin1String("help"))
         return showHelp(words.mid(1), console);
+    if (first == QLatin1String("complete"))
+        return completeLine(words.mid(1), allCommands(), console);
     if (first == QLatin1String("--version") || first == QLatin1String("-v")) {
         for (const QString &text : versionLines())
             console.print(text);

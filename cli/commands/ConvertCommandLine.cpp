@@ -1,5 +1,6 @@
 #include <cli/commands/ConvertCommandLine.h>
 
+#include <cli/catalogue/SystemProposals.h>
 #include <cli/conversion/ColumnOptions.h>
 #include <cli/conversion/FrameWords.h>
 #include <cli/conversion/LocationForms.h>
@@ -160,7 +161,8 @@ CommandLine convertCommandLine()
     line.addOption({QStringLiteral("system"),
                     QStringLiteral("The coordinate system: its document, its name\n"
                                    "in the library, or its code."),
-                    QStringLiteral("FILE.xml|NAME")});
+                    QStringLiteral("FILE.xml|NAME")},
+                   systemValues());
     addDirectoryOption(line);
     addLenientOption(line);
     line.addOption({QStringLiteral("from"),
@@ -169,7 +171,8 @@ CommandLine convertCommandLine()
                              QString::fromLatin1(positions::siteFrameName),
                              QString::fromLatin1(positions::frames().front().option)),
                     QStringLiteral("FRAME"),
-                    QString::fromLatin1(positions::frames().front().option)});
+                    QString::fromLatin1(positions::frames().front().option)},
+                   Values::ofSource(&frameProposals));
     line.addOption(
         {QStringLiteral("nmea"), QStringLiteral("The input is what a receiver says in NMEA 0183,\n"
                                                 "kept in a file or as it comes (see below).")});
@@ -177,11 +180,13 @@ CommandLine convertCommandLine()
                     QStringLiteral("What names the points. With --nmea: 'number' (of\n"
                                    "the epoch; the default) or 'utc'. Of a vector\n"
                                    "file: a field; default: point, name, id or alike."),
-                    QStringLiteral("WHAT")});
+                    QStringLiteral("WHAT")},
+                   Values::ofWords({QStringLiteral("number"), QStringLiteral("utc")}));
     line.addOption({QStringLiteral("to"),
                     QStringLiteral("Print the frames of this system instead, through\n"
                                    "WGS84; the input is one of --system."),
-                    QStringLiteral("FILE.xml|NAME")});
+                    QStringLiteral("FILE.xml|NAME")},
+                   systemValues());
     PositionInput::addColumnsOption(
         line, QStringLiteral("The columns of longitude, latitude, height (or\n"
                              "those of the frame, in its order) and, before\n"

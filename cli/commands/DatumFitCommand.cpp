@@ -1,5 +1,6 @@
 #include <cli/commands/Command.h>
 
+#include <cli/catalogue/SystemProposals.h>
 #include <cli/catalogue/SystemTarget.h>
 #include <cli/proj/ProjEnvironment.h>
 #include <cli/site/PointFile.h>
@@ -49,11 +50,13 @@ CommandLine makeCommandLine()
             "kelstd datum fit --system harbour.xml --pairs pairs.csv --name Y -o new.xml"));
     line.addOption({QStringLiteral("system"),
                     QStringLiteral("The coordinate system: a document, or a name."),
-                    QStringLiteral("S")});
+                    QStringLiteral("S")},
+                   systemValues());
     line.addOption(
         {QStringLiteral("pairs"), QStringLiteral("The points."), QStringLiteral("FILE")});
     line.addOption({QStringLiteral("parameters"), QStringLiteral("three or seven. Default: seven."),
-                    QStringLiteral("COUNT")});
+                    QStringLiteral("COUNT")},
+                   Values::ofWords({QStringLiteral("three"), QStringLiteral("seven")}));
     line.addOption({QStringLiteral("name"),
                     QStringLiteral("The name of the system with the shift. Default:\n"
                                    "that of S."),

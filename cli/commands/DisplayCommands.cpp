@@ -121,6 +121,26 @@ QString followStyle(const DisplaySetting &setting, const stShowConfig &before, s
     return {};
 }
 
+QList<Proposal> settingProposals(const TypedLine &)
+{
+    QList<Proposal> settings;
+    for (const DisplaySetting &setting : displaySettings())
+        settings.append({QString::fromLatin1(setting.name), QString::fromLatin1(setting.meaning)});
+    return settings;
+}
+
+/// The words of the setting that is named before.
+QList<Proposal> settingValues(const TypedLine &line)
+{
+    const DisplaySetting *setting = findDisplaySetting(line.positionals.value(0));
+    if (setting == nullptr || setting->kind == SettingKind::Decimals)
+        return {};
+    QList<Proposal> words;
+    for (const QString &word : settingWords(*setting))
+        words.append({word, QString()});
+    return words;
+}
+
 } // namespace
 
 ExitStatus runDisplayShow(const QStringList &arguments, Console &console)
@@ -163,6 +183,7 @@ ExitStatus runDisplaySet(const QStringList &arguments, Console &console)
                      QStringLiteral("NAME is one that 'kelstd display show' prints. Plain numbers "
                                     "for other programs\n(CSV, JSON) follow no setting.\n\n")
                          + exitStatusHelp());
+    line.setPositionals({Values::ofSource(&settingProposals), Values::ofSource(&settingValues)});
     line.setExamples(QStringLiteral("kelstd display set latlong-style degree"),
                      QStringLiteral("kelstd display set --dir team plane-decimals 3"));
     addDirectoryOption(line);

@@ -50,20 +50,24 @@ CommandLine makeCommandLine()
     line.setExamples(
         QStringLiteral("kelstd format --type Latitude --table -30.5 45.25"),
         QStringLiteral("kelstd format --type Distance --to \"US Foot\" --precision 3 1200"));
-    line.addOption({typeOption, QStringLiteral("The kind of the values."), QStringLiteral("TYPE")});
+    line.addOption({typeOption, QStringLiteral("The kind of the values."), QStringLiteral("TYPE")},
+                   Values::ofWords(valueTypeWords()));
     line.addOption({unitOption,
                     QStringLiteral("The unit of the values. Default: Degree, Meter,\n"
                                    "bar or Celsius as the kind needs it."),
-                    QStringLiteral("UNIT")});
+                    QStringLiteral("UNIT")},
+                   Values::ofWords(unitWords()));
     line.addOption({toOption,
                     QStringLiteral("The unit of what is printed. Default: that of the\n"
                                    "values."),
-                    QStringLiteral("UNIT")});
+                    QStringLiteral("UNIT")},
+                   Values::ofWords(unitWords()));
     line.addOption({styleOption,
                     QStringLiteral("The style of angles: %1\n"
                                    "or none, the default, a bare number.")
                         .arg(angleStyleNames().join(QLatin1String(", "))),
-                    QStringLiteral("STYLE")});
+                    QStringLiteral("STYLE")},
+                   Values::ofWords(angleStyleNames() + QStringList(QStringLiteral("none"))));
     line.addOption(
         {precisionOption,
          QStringLiteral("Decimals, 0 to %1. Default: %2.").arg(maxPrecision).arg(defaultPrecision),

@@ -47,7 +47,8 @@ CommandLine makeCommandLine()
     line.addOption({QStringLiteral("model"),
                     QStringLiteral("The geoid model: a name that 'kelstd geoid list' lists,\n"
                                    "or a file."),
-                    QStringLiteral("NAME|FILE")});
+                    QStringLiteral("NAME|FILE")},
+                   geoidModelValues(Values::Files::All));
     line.addOption({QStringLiteral("inverse"),
                     QStringLiteral("The input's heights are above the geoid; wanted are the\n"
                                    "ellipsoidal ones.")});

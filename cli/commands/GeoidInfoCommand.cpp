@@ -83,6 +83,7 @@ ExitStatus runGeoidInfo(const QStringList &arguments, Console &console)
             "\n"
             "Exit status: 0 shown, 2 usage, 3 no grid, or one that is not what its\n"
             "header says."));
+    line.setPositionals({geoidModelValues(Values::Files::All)});
     line.setExamples(QStringLiteral("kelstd geoid info egm96_15.gtx"),
                      QStringLiteral("kelstd geoid info ./model.ggf"));
     if (const auto status = line.parse(arguments, console, 1))

@@ -2,9 +2,11 @@
 
 #include <cli/commands/Command.h>
 
+#include <cli/catalogue/SystemProposals.h>
 #include <cli/library/LibraryChange.h>
 #include <cli/library/LibraryOptions.h>
 #include <cli/library/NamedDocument.h>
+#include <cli/library/RecordProposals.h>
 #include <cli/library/UnknownName.h>
 #include <cli/systems/RecordReview.h>
 #include <cli/terminal/CommandLine.h>
@@ -243,6 +245,7 @@ ExitStatus runLibraryAdd(const QStringList &arguments, Console &console)
                        "file has %2F for each. One of the form\nof a code (EPSG:28992) "
                        "is for the system of that code alone.")
             + QStringLiteral("\n\n") + changeStatusHelp());
+    line.setPositionals({systemValues()});
     line.setExamples(QStringLiteral("kelstd library add harbour.xml"),
                      QStringLiteral("kelstd library add --dir team --create harbour.xml"));
     addDirectoryOption(line);
@@ -294,6 +297,7 @@ ExitStatus runLibraryReplace(const QStringList &arguments, Console &console)
                      QStringLiteral("The document's record takes NAME as its own name. It is "
                                     "written anew: numbers\nwith 15 digits.")
                          + QStringLiteral("\n\n") + changeStatusHelp());
+    line.setPositionals({recordValues(), Values::ofFiles()});
     line.setExamples(QStringLiteral("kelstd library replace \"My site\" site.xml"),
                      QStringLiteral("kelstd library replace --dir team \"My site\" site.xml"));
     addDirectoryOption(line);

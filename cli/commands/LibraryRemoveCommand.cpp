@@ -4,6 +4,7 @@
 
 #include <cli/library/LibraryChange.h>
 #include <cli/library/LibraryOptions.h>
+#include <cli/library/RecordProposals.h>
 #include <cli/library/UnknownName.h>
 #include <cli/run/LineReader.h>
 #include <cli/terminal/CommandLine.h>
@@ -117,6 +118,7 @@ ExitStatus runLibraryRemove(const QStringList &arguments, Console &console)
                                     "'kelstd library restore' brings back what was\n"
                                     "delivered.\n\n")
                          + changeStatusHelp());
+    line.setPositionals({recordValues()});
     line.setExamples(QStringLiteral("kelstd library remove \"My site\""),
                      QStringLiteral("kelstd library remove --force \"Amersfoort / RD New\""));
     addDirectoryOption(line);

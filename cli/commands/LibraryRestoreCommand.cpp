@@ -76,6 +76,14 @@ bool restore(const LibraryDirectory &library, const DeliveredRecord &record, Con
     return true;
 }
 
+QList<Proposal> deliveredProposals(const TypedLine &)
+{
+    QList<Proposal> names;
+    for (const DeliveredRecord &record : library::deliveredRecords(LibraryDirectory::delivered()))
+        names.append({record.name, library::titleOf(record.kind)});
+    return names;
+}
+
 } // namespace
 
 ExitStatus runLibraryRestore(const QStringList &arguments, Console &console)
@@ -87,6 +95,7 @@ ExitStatus runLibraryRestore(const QStringList &arguments, Console &console)
                        "stay\nas they are. A NAME comes back in place of a changed record of that "
                        "name.\n\n")
             + changeStatusHelp());
+    line.setPositionals({Values::ofSource(&deliveredProposals)});
     line.setExamples(QStringLiteral("kelstd library restore"),
                      QStringLiteral("kelstd library restore \"Amersfoort / RD New\" \"WGS 84\""));
     addDirectoryOption(line);

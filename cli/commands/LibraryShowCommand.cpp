@@ -2,6 +2,7 @@
 
 #include <cli/library/DirectoryOption.h>
 #include <cli/library/LibraryOptions.h>
+#include <cli/library/RecordProposals.h>
 #include <cli/library/UnknownName.h>
 #include <cli/systems/RecordReview.h>
 #include <cli/systems/SystemReport.h>
@@ -49,6 +50,7 @@ ExitStatus runLibraryShow(const QStringList &arguments, Console &console)
                      QStringLiteral("A name of several kinds is that of the first: custom system, "
                                     "standard system,\nellipsoid, projection.\n\n")
                          + reviewHelp());
+    line.setPositionals({recordValues()});
     line.setExamples(QStringLiteral("kelstd library show \"Amersfoort / RD New\""),
                      QStringLiteral("kelstd library show --kind ellipsoids \"Bessel 1841\""));
     addDirectoryOption(line);

@@ -46,15 +46,18 @@ CommandLine makeCommandLine()
     line.addOption({typeOption,
                     QStringLiteral("The kind of the values. With --style or --typed\n"
                                    "the default is Angle."),
-                    QStringLiteral("TYPE")});
+                    QStringLiteral("TYPE")},
+                   Values::ofWords(valueTypeWords()));
     line.addOption({unitOption,
                     QStringLiteral("The unit of the values. Default: Degree, Meter,\n"
                                    "bar or Celsius as the kind needs it."),
-                    QStringLiteral("UNIT")});
+                    QStringLiteral("UNIT")},
+                   Values::ofWords(unitWords()));
     line.addOption({styleOption,
                     QStringLiteral("Read angles written in one style, to degrees:\n%1.")
                         .arg(angleStyleNames().join(QLatin1String(", "))),
-                    QStringLiteral("STYLE")});
+                    QStringLiteral("STYLE")},
+                   Values::ofWords(angleStyleNames()));
     line.addOption({typedOption, QStringLiteral("Read angles as people type them.")});
     return line;
 }

@@ -36,6 +36,18 @@ const QString nameOption = QStringLiteral("name");
 const QString reportOption = QStringLiteral("report");
 const QString jsonOption = QStringLiteral("json");
 
+using calibration::HeightMethod;
+using calibration::PlanMethod;
+
+template <typename Method>
+Values wordsOf(std::initializer_list<Method> methods)
+{
+    QStringList words;
+    for (const Method method : methods)
+        words += calibration::wordOf(method);
+    return Values::ofWords(words);
+}
+
 CommandLine makeCommandLine()
 {
     CommandLine line(
@@ -65,13 +77,16 @@ CommandLine makeCommandLine()
         QStringLiteral(
             "kelstd site fit --system harbour.xml --points control.csv --report fit.html"));
     addSiteInputOptions(line, QStringLiteral("The control points."));
-    line.addOption({horizontalOption,
-                    QStringLiteral("four, rotation, shift or none. Default: four."),
-                    QStringLiteral("METHOD")});
+    line.addOption(
+        {horizontalOption, QStringLiteral("four, rotation, shift or none. Default: four."),
+         QStringLiteral("METHOD")},
+        wordsOf({PlanMethod::Four, PlanMethod::Rotation, PlanMethod::Shift, PlanMethod::None}));
     line.addOption({verticalOption,
                     QStringLiteral("fixed, plane, curve or none. Default: plane from\n"
                                    "four points with elevations on, else fixed."),
-                    QStringLiteral("METHOD")});
+                    QStringLiteral("METHOD")},
+                   wordsOf({HeightMethod::Fixed, HeightMethod::Plane, HeightMethod::Curve,
+                            HeightMethod::None}));
     line.addOption({sigmaHOption,
                     QStringLiteral("Standard deviation of northings and eastings [m]\n"
                                    "of points without one in FILE."),

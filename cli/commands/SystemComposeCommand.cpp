@@ -1,8 +1,10 @@
 #include <cli/commands/Command.h>
 
 #include <cli/catalogue/SystemTarget.h>
+#include <cli/geoids/GeoidModel.h>
 #include <cli/library/DirectoryOption.h>
 #include <cli/library/LibraryOptions.h>
+#include <cli/library/RecordProposals.h>
 #include <cli/proj/ProjEnvironment.h>
 #include <cli/systems/ComposedSystem.h>
 #include <cli/systems/SystemFile.h>
@@ -11,6 +13,7 @@
 
 #include <KelStd/io/Coord_IO.h>
 #include <KelStd/io/DocumentReview.h>
+#include <KelStd/io/ProjEllipsoid.h>
 
 #include <QtCore/QTemporaryDir>
 
@@ -24,6 +27,15 @@ const QString setOption = QStringLiteral("set");
 const QString shiftOption = QStringLiteral("shift-parameters");
 const QString geoidOption = QStringLiteral("geoid");
 const QString nameOption = QStringLiteral("name");
+
+/// The ellipsoids of the library, and PROJ's names.
+QList<Proposal> ellipsoidProposals(const TypedLine &line)
+{
+    QList<Proposal> ellipsoids = recordValues({RecordKind::Ellipsoid}).source(line);
+    for (const QString &name : io::ellipsoidNamesOfProj())
+        ellipsoids.append({name, QStringLiteral("PROJ's name")});
+    return ellipsoids;
+}
 
 CommandLine makeCommandLine()
 {
@@ -56,10 +68,12 @@ CommandLine makeCommandLine()
     line.addOption({ellipsoidOption,
                     QStringLiteral("PROJ's name of an ellipsoid, one of the library,\n"
                                    "or A,RF: semi-major axis [m] and 1/flattening."),
-                    QStringLiteral("E")});
+                    QStringLiteral("E")},
+                   Values::ofSource(&ellipsoidProposals));
     line.addOption({projectionOption,
                     QStringLiteral("A projection of the library, or PROJ's name of\none."),
-                    QStringLiteral("P")});
+                    QStringLiteral("P")},
+                   recordValues({RecordKind::Projection}));
     line.addRepeatedOption({setOption,
                             QStringLiteral("The value of a parameter of PROJ's; any number\n"
                                            "of times."),
@@ -71,7 +85,8 @@ CommandLine makeCommandLine()
     line.addOption({geoidOption,
                     QStringLiteral("The geoid model that heights refer to, one of\n"
                                    "'kelstd geoid list'. Default: none."),
-                    QStringLiteral("NAME")});
+                    QStringLiteral("NAME")},
+                   geoidModelValues());
     line.addOption({nameOption,
                     QStringLiteral("The name of the system. Default: those of the\n"
                                    "ellipsoid and the projection."),

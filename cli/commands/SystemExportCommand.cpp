@@ -2,6 +2,7 @@
 
 #include <cli/catalogue/CatalogueStatus.h>
 #include <cli/catalogue/ProgramCatalogue.h>
+#include <cli/catalogue/SystemProposals.h>
 #include <cli/library/DirectoryOption.h>
 #include <cli/proj/ProjEnvironment.h>
 #include <cli/systems/SystemChoice.h>
@@ -88,7 +89,9 @@ CommandLine makeCommandLine()
     line.setExamples(QStringLiteral("kelstd system export \"Amersfoort / RD New\" --as wkt2"),
                      QStringLiteral("kelstd system export site.xml --as proj -o site.txt"));
     line.addOption(
-        {formOption, QStringLiteral("wkt2, projjson, proj, esri or xml."), QStringLiteral("FORM")});
+        {formOption, QStringLiteral("wkt2, projjson, proj, esri or xml."), QStringLiteral("FORM")},
+        Values::ofWords(formWords()));
+    line.setPositionals({systemValues()});
     line.addOption({{QStringLiteral("o"), outputOption},
                     QStringLiteral("The file to write. Default: standard output."),
                     QStringLiteral("FILE")});

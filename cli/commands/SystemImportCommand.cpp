@@ -6,6 +6,7 @@
 #include <cli/catalogue/PlaceOptions.h>
 #include <cli/catalogue/ProgramCatalogue.h>
 #include <cli/catalogue/SourceArgument.h>
+#include <cli/catalogue/SystemProposals.h>
 #include <cli/catalogue/SystemTarget.h>
 #include <cli/proj/ProjEnvironment.h>
 #include <cli/terminal/CommandLine.h>
@@ -51,6 +52,7 @@ CommandLine makeCommandLine()
                      QStringLiteral("Makes a document of a coordinate system that PROJ knows, or "
                                     "of a definition."),
                      details());
+    line.setPositionals({sourceValues()});
     line.setExamples(
         QStringLiteral("kelstd system import EPSG:28992 -o rd.xml"),
         QStringLiteral("kelstd system import \"ED50 / UTM zone 31N\" --at 5.39,52.16 --add"));

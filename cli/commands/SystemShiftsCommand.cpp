@@ -6,6 +6,7 @@
 #include <cli/catalogue/PlaceOptions.h>
 #include <cli/catalogue/ProgramCatalogue.h>
 #include <cli/catalogue/SourceArgument.h>
+#include <cli/catalogue/SystemProposals.h>
 #include <cli/proj/ProjEnvironment.h>
 #include <cli/terminal/CommandLine.h>
 #include <cli/terminal/Console.h>
@@ -31,6 +32,7 @@ CommandLine makeCommandLine()
                 "\n"
                 "Exit status: 0 listed, 1 the source is not understood, 2 usage, 3 no PROJ, no\n"
                 "database, or the source cannot be read."));
+    line.setPositionals({sourceValues()});
     line.setExamples(
         QStringLiteral("kelstd system shifts EPSG:28992"),
         QStringLiteral("kelstd system shifts \"ED50 / UTM zone 31N\" --at 5.39,52.16"));

@@ -1,5 +1,6 @@
 #include <cli/commands/Command.h>
 
+#include <cli/catalogue/SystemProposals.h>
 #include <cli/library/DirectoryOption.h>
 #include <cli/systems/SystemChoice.h>
 #include <cli/systems/SystemReport.h>
@@ -15,6 +16,7 @@ ExitStatus runSystemShow(const QStringList &arguments, Console &console)
                                     "came from, its\nrecords, the PROJ definitions made of them, "
                                     "and what has to be known before its\nnumbers are trusted."),
                      systemChoiceHelp() + QStringLiteral("\n\n") + reviewHelp());
+    line.setPositionals({systemValues()});
     line.setExamples(QStringLiteral("kelstd system show \"Amersfoort / RD New\""),
                      QStringLiteral("kelstd system show site.xml"));
     addDirectoryOption(line);

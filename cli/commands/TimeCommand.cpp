@@ -58,7 +58,9 @@ CommandLine makeCommandLine()
     line.addOption({QStringLiteral("from"),
                     QStringLiteral("The scale of the values:\n%1.\nDefault: utc.")
                         .arg(timeScaleNames().join(QLatin1String(", "))),
-                    QStringLiteral("SCALE"), QStringLiteral("utc")});
+                    QStringLiteral("SCALE"), QStringLiteral("utc")},
+                   Values::ofWords(timeScaleNames()));
+    line.setPositionals({Values::ofWords({QStringLiteral("now")})});
     line.addOption({QStringLiteral("offset"),
                     QStringLiteral("The offset of local times from UTC [s], east positive.\n"
                                    "Default: the system's of this moment."),

@@ -1,5 +1,7 @@
 #include <cli/conversion/ColumnOptions.h>
 
+#include <cli/conversion/FieldProposals.h>
+#include <cli/conversion/FrameWords.h>
 #include <cli/terminal/CommandLine.h>
 
 namespace KelStd::cli {
@@ -17,13 +19,15 @@ void addColumnOptions(CommandLine &line)
     line.addOption({framesOption,
                     QStringLiteral("Print only these frames, in this order, named as\n"
                                    "for --from, site-neh too."),
-                    QStringLiteral("FRAME,...")});
+                    QStringLiteral("FRAME,...")},
+                   Values::listOf(&frameProposals));
     line.addOption({fieldsOption,
                     QStringLiteral("Print only these columns, in this order: names of\n"
                                    "the CSV's columns, with or without their units;\n"
                                    "\"point\", the factors and carried ones are among\n"
                                    "them."),
-                    QStringLiteral("NAME,...")});
+                    QStringLiteral("NAME,...")},
+                   Values::listOf(&fieldProposals));
     line.addOption(
         {factorsOption, QStringLiteral("Print point scale, elevation factor, combined\n"
                                        "factor and meridian convergence behind the frames.")});

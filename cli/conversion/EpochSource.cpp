@@ -109,6 +109,14 @@ constexpr SentenceRemark sentenceRemarks[] = {
 
 } // namespace
 
+QStringList EpochSource::columnNames()
+{
+    QStringList names;
+    for (const EpochColumn &column : epochColumns)
+        names += QString::fromLatin1(column.name);
+    return names;
+}
+
 EpochSource::EpochSource(std::vector<Input *> inputs, Names names)
     : m_inputs(std::move(inputs)), m_names(names), m_isLive(!size()),
       m_combiner(m_isLive ? nmea::EpochCombiner::Order::InTurn

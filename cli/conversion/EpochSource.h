@@ -28,6 +28,9 @@ public:
     /// Several inputs are read one behind the other, as a receiver's log of each hour.
     EpochSource(std::vector<Input *> inputs, Names names);
 
+    /// The columns that stand behind the frames.
+    static QStringList columnNames();
+
     QString displayName() const override { return input().displayName(); }
     QString item() const override { return QStringLiteral("line"); }
     positions::InputColumns columns() const override;

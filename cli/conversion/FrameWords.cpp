@@ -26,4 +26,15 @@ QString componentLabels(const positions::InputForm &form)
     return labels.join(QLatin1String(", "));
 }
 
+QList<Proposal> frameProposals(const TypedLine &)
+{
+    const auto remark = [](const positions::InputForm &form) { return componentLabels(form); };
+    QList<Proposal> proposals;
+    for (const positions::FrameRow &row : positions::frames())
+        proposals.append({QString::fromLatin1(row.option), remark(row.frame)});
+    proposals.append(
+        {QString::fromLatin1(positions::siteFrameName), remark(positions::InputForm::atSite())});
+    return proposals;
+}
+
 } // namespace KelStd::cli

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cli/terminal/Values.h>
+
 #include <KelStd/positions/InputForm.h>
 
 #include <QtCore/QString>
@@ -11,5 +13,8 @@ QString frameNames(const QString &separator);
 
 /// "longitude [deg], latitude [deg], height [m]"
 QString componentLabels(const positions::InputForm &form);
+
+/// The frames with their components.
+QList<Proposal> frameProposals(const TypedLine &line);
 
 } // namespace KelStd::cli

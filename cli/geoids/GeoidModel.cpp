@@ -22,6 +22,17 @@ QString textOf(const GeoidModelFailure &failure)
 
 } // namespace
 
+Values geoidModelValues(Values::Files files)
+{
+    const auto names = [](const TypedLine &) {
+        QList<Proposal> proposals;
+        for (const QString &name : GeoidModels::names())
+            proposals.append({name, QStringLiteral("geoid model")});
+        return proposals;
+    };
+    return Values::ofSource(names, files);
+}
+
 QString titleOf(GeoidModels::Folder folder)
 {
     return folder == GeoidModels::Folder::Home ? QStringLiteral("home directory")

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cli/terminal/Values.h>
+
 #include <KelStd/proj/GeoidModels.h>
 
 #include <QtCore/QString>
@@ -9,6 +11,9 @@
 
 /// The geoid models and grid files that users name.
 namespace KelStd::cli {
+
+/// The names of the models that there are.
+Values geoidModelValues(Values::Files files = Values::Files::None);
 
 /// Whose folder it is: "home directory".
 QString titleOf(GeoidModels::Folder folder);

@@ -49,7 +49,8 @@ void addDirectoryOption(CommandLine &line)
     line.addOption({dirOption,
                     QStringLiteral("The library's directory.\n"
                                    "Default: \"library\" in the home directory."),
-                    QStringLiteral("D")});
+                    QStringLiteral("D")},
+                   Values::ofDirectories());
 }
 
 bool namesLibrary(const CommandLine &line)

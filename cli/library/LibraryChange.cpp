@@ -39,7 +39,9 @@ void addOwnKindOption(CommandLine &line, const QString &without)
 {
     line.addOption({QStringLiteral("kind"),
                     QStringLiteral("system, ellipsoid or projection.\nDefault: %1.").arg(without),
-                    QStringLiteral("KIND")});
+                    QStringLiteral("KIND")},
+                   Values::ofWords({QStringLiteral("system"), QStringLiteral("ellipsoid"),
+                                    QStringLiteral("projection")}));
 }
 
 /// Whether an entry can be changed; a report when not.

@@ -10,6 +10,12 @@ namespace {
 
 const QString kindOption = QStringLiteral("kind");
 
+QStringList kindWords()
+{
+    return {QStringLiteral("systems"), QStringLiteral("custom"), QStringLiteral("standard"),
+            QStringLiteral("ellipsoids"), QStringLiteral("projections")};
+}
+
 } // namespace
 
 void addKindOption(CommandLine &line)
@@ -17,7 +23,8 @@ void addKindOption(CommandLine &line)
     line.addOption({kindOption,
                     QStringLiteral("One kind only: systems (custom and standard),\n"
                                    "custom, standard, ellipsoids or projections."),
-                    QStringLiteral("KIND")});
+                    QStringLiteral("KIND")},
+                   Values::ofWords(kindWords()));
 }
 
 QList<RecordKind> kindsFrom(const CommandLine &line, QString &mistake)
@@ -27,10 +34,7 @@ QList<RecordKind> kindsFrom(const CommandLine &line, QString &mistake)
     const QString word = line.value(kindOption);
     auto kinds = kindsNamed(word);
     if (kinds.isEmpty()) {
-        mistake = unknownWord(kindOption, word, QStringLiteral("kind"),
-                              {QStringLiteral("systems"), QStringLiteral("custom"),
-                               QStringLiteral("standard"), QStringLiteral("ellipsoids"),
-                               QStringLiteral("projections")});
+        mistake = unknownWord(kindOption, word, QStringLiteral("kind"), kindWords());
     }
     return kinds;
 }

@@ -1,5 +1,6 @@
 #include <cli/run/PositionInput.h>
 
+#include <cli/run/HeadingProposals.h>
 #include <cli/terminal/CommandLine.h>
 #include <cli/terminal/Console.h>
 #include <cli/terminal/FilePath.h>
@@ -84,7 +85,8 @@ bool isThere(const QString &name)
 
 void PositionInput::addColumnsOption(CommandLine &line, const QString &description)
 {
-    line.addOption({columnsOption, description, QStringLiteral("LIST")});
+    line.addOption({columnsOption, description, QStringLiteral("LIST")},
+                   Values::listOf(&headingProposals));
 }
 
 void PositionInput::addSkipOption(CommandLine &line)

@@ -1,5 +1,6 @@
 #include <cli/site/SiteInput.h>
 
+#include <cli/catalogue/SystemProposals.h>
 #include <cli/site/PointFile.h>
 #include <cli/terminal/CommandLine.h>
 #include <cli/terminal/Console.h>
@@ -36,7 +37,8 @@ void addSiteInputOptions(CommandLine &line, const QString &pointsDescription)
 {
     line.addOption({QStringLiteral("system"),
                     QStringLiteral("The coordinate system: a document, or a name."),
-                    QStringLiteral("S")});
+                    QStringLiteral("S")},
+                   systemValues());
     line.addOption({QStringLiteral("points"), pointsDescription, QStringLiteral("FILE")});
 }
 

@@ -39,29 +39,51 @@ QStringList withoutHelpForm(QStringList arguments, HelpForm &form)
     return arguments;
 }
 
+/// What the words of a usage tell of the arguments behind the options: "[OPTIONS] NAME FILE.xml".
+QList<Values> positionalsNamedIn(const QString &usage)
+{
+    QList<Values> positionals;
+    const QStringList words = usage.split(QLatin1Char(' '));
+    for (int i = 0; i < words.size(); ++i) {
+        const QString &word = words.at(i);
+        if (word.startsWith(QLatin1Char('-')))
+            ++i; // its value
+        else if (!word.startsWith(QLatin1String("[-")) && word != QLatin1String("[OPTIONS]"))
+            positionals += Values::namedIn(word);
+    }
+    return positionals;
+}
+
 } // namespace
 
 CommandLine::CommandLine(const QString &usage, const QString &summary, const QString &details)
     : m_parser(std::make_unique<QCommandLineParser>())
 {
-    m_help.usage = usage;
-    m_help.summary = summary;
-    m_help.details = details;
+    m_command.help.usage = usage;
+    m_command.help.summary = summary;
+    m_command.help.details = details;
+    m_command.positionals = positionalsNamedIn(usage);
 }
 
 void CommandLine::setExamples(const QString &first, const QString &second)
 {
-    m_help.examples = QStringList{first, second};
+    m_command.help.examples = QStringList{first, second};
 }
 
 void CommandLine::addOption(const QCommandLineOption &option)
 {
-    m_help.options += option;
+    addOption(option, Values::namedIn(option.valueName()));
+}
+
+void CommandLine::addOption(const QCommandLineOption &option, const Values &proposed)
+{
+    m_command.help.options += option;
+    m_command.values[option.names().last()] = proposed;
 }
 
 void CommandLine::addRepeatedOption(const QCommandLineOption &option)
 {
-    m_repeated += option.names().last();
+    m_command.repeated += option.names().last();
     addOption(option);
 }
 
@@ -70,12 +92,17 @@ std::optional<ExitStatus> CommandLine::parse(const QStringList &arguments, Conso
 {
     addOption({{QStringLiteral("h"), QStringLiteral("help")},
                QStringLiteral("Show the help; 'full' behind it shows all of it.")});
-    m_parser->addOptions(m_help.options);
-    m_help.name = arguments.first();
+    m_parser->addOptions(m_command.help.options);
+    m_command.help.name = arguments.first();
+    m_command.maxPositionals = maxPositionals;
+    if (CommandDescription *const told = console.description()) {
+        *told = m_command;
+        return ExitStatus::Success;
+    }
     HelpForm form = HelpForm::Short;
     const bool parsed = m_parser->parse(withValuesLast(withoutHelpForm(arguments, form)));
     if (m_parser->isSet(QStringLiteral("help"))) {
-        const QString text = helpText(m_help, form);
+        const QString text = helpText(m_command.help, form);
         if (form == HelpForm::Manual)
             console.write(text.toUtf8() + '\n');
         else
@@ -91,9 +118,10 @@ std::optional<ExitStatus> CommandLine::parse(const QStringList &arguments, Conso
 bool CommandLine::takesValue(const QString &word) const
 {
     const QString name = word.mid(word.startsWith(QLatin1String("--")) ? 2 : 1);
-    return std::any_of(m_help.options.cbegin(), m_help.options.cend(), [&name](const auto &option) {
-        return !option.valueName().isEmpty() && option.names().contains(name);
-    });
+    return std::any_of(m_command.help.options.cbegin(), m_command.help.options.cend(),
+                       [&name](const auto &option) {
+                           return !option.valueName().isEmpty() && option.names().contains(name);
+                       });
 }
 
 /// The options with their values, "--", and everything else in its order: the parser takes what
@@ -127,7 +155,8 @@ ExitStatus CommandLine::refuse(const QString &mistake, Console &console) const
         text.chop(1);
     const QString link =
         text.endsWith(QLatin1Char('?')) ? QStringLiteral(" ") : QStringLiteral("; ");
-    console.report(QStringLiteral("%1%2'%3 --help' tells more").arg(text, link, m_help.name));
+    console.report(
+        QStringLiteral("%1%2'%3 --help' tells more").arg(text, link, m_command.help.name));
     return ExitStatus::Usage;
 }
 
@@ -139,16 +168,16 @@ QString CommandLine::misreading() const
         text.chop(1);
     const QStringList unknown = m_parser->unknownOptionNames();
     QStringList known;
-    for (const QCommandLineOption &option : m_help.options)
+    for (const QCommandLineOption &option : m_command.help.options)
         known += QStringLiteral("--") + option.names().last();
     return unknown.isEmpty() ? text : text + nearHint(unknown.first(), known);
 }
 
 QString CommandLine::mistake(int maxPositionals) const
 {
-    for (const QCommandLineOption &option : m_help.options) {
+    for (const QCommandLineOption &option : m_command.help.options) {
         if (!option.valueName().isEmpty() && m_parser->values(option).size() > 1
-            && !m_repeated.contains(option.names().last()))
+            && !m_command.repeated.contains(option.names().last()))
             return QStringLiteral("--%1 is given twice").arg(option.names().last());
     }
     if (positionals().size() > maxPositionals) {

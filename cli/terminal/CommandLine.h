@@ -2,10 +2,12 @@
 
 #include <cli/terminal/CommandHelp.h>
 #include <cli/terminal/ExitStatus.h>
+#include <cli/terminal/Values.h>
 
 #include <QtCore/QCommandLineOption>
 #include <QtCore/QCommandLineParser>
 #include <QtCore/QList>
+#include <QtCore/QMap>
 #include <QtCore/QStringList>
 
 #include <memory>
@@ -14,6 +16,21 @@
 namespace KelStd::cli {
 
 class Console;
+
+/// What a command accepts, told to those who do not run it.
+struct CommandDescription
+{
+    CommandHelp help;
+    QStringList repeated;         ///< the last names of options that may be given several times
+    QMap<QString, Values> values; ///< of options, by their last names
+    QList<Values> positionals;    ///< in their order; the last one stands for those behind it, too
+    int maxPositionals = 0;
+
+    Values valuesOf(const QCommandLineOption &option) const
+    {
+        return values.value(option.names().last());
+    }
+};
 
 /// What a command accepts, its help text and what it was given.
 class CommandLine
@@ -28,17 +45,23 @@ public:
 
     /// The long names of the options that the short help lists: it fits a screen of 40 lines.
     /// Without this it lists all.
-    void setUsual(const QStringList &options) { m_help.usual = options; }
+    void setUsual(const QStringList &options) { m_command.help.usual = options; }
 
-    /// A description may have several lines.
+    /// A description may have several lines. What shells propose for its value is what the word for
+    /// it tells.
     void addOption(const QCommandLineOption &option);
+    void addOption(const QCommandLineOption &option, const Values &proposed);
 
     /// The same of one that may be given several times; `values` has them all.
     void addRepeatedOption(const QCommandLineOption &option);
 
-    /// Nothing when the command goes on. Otherwise the help was shown or a mistake was reported,
-    /// and this is how the program ends. A word that begins as a negative number is a value, not an
-    /// option.
+    /// What shells propose for the arguments that are no options, in their order; the last one
+    /// stands for those behind it. Without this it is what the words of the usage tell.
+    void setPositionals(const QList<Values> &proposed) { m_command.positionals = proposed; }
+
+    /// Nothing when the command goes on. Otherwise the help was shown, the console was told what
+    /// the command accepts, or a mistake was reported, and this is how the program ends. A word
+    /// that begins as a negative number is a value, not an option.
     std::optional<ExitStatus> parse(const QStringList &arguments, Console &console,
                                     int maxPositionals);
 
@@ -58,8 +81,7 @@ private:
     QStringList withValuesLast(const QStringList &arguments) const;
     bool takesValue(const QString &word) const;
 
-    CommandHelp m_help;
-    QStringList m_repeated; ///< the last names of options that may be given several times
+    CommandDescription m_command;
     std::unique_ptr<QCommandLineParser> m_parser; ///< a parser itself cannot be moved
 };
 

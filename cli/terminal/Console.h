@@ -6,6 +6,8 @@
 
 namespace KelStd::cli {
 
+struct CommandDescription;
+
 /// Standard output and standard error, in UTF-8 whatever the locale says.
 ///
 /// Output is written line by line on a terminal and in pieces otherwise. The first write that fails
@@ -58,6 +60,10 @@ public:
 
     bool isTerminal() const { return m_isTerminal; }
 
+    /// A command that is run with this console from now on does nothing but tell what it accepts.
+    void setDescription(CommandDescription *told) { m_description = told; }
+    CommandDescription *description() const { return m_description; } ///< null without this
+
 private:
     void reportChanges();
 
@@ -67,6 +73,7 @@ private:
     bool m_isTerminal;
     bool m_canPrint = true;
     bool m_hasUnreportedChange = false;
+    CommandDescription *m_description = nullptr;
 };
 
 } // namespace KelStd::cli

@@ -126,11 +126,13 @@ void DisplayOptions::addTo(CommandLine &line)
     line.addOption({angleOption,
                     QStringLiteral("The style of longitudes and latitudes:\n%1.")
                         .arg(angleStyleNames().join(QLatin1String(", "))),
-                    QStringLiteral("STYLE")});
+                    QStringLiteral("STYLE")},
+                   Values::ofWords(angleStyleNames()));
     line.addOption({lengthUnitOption,
                     QStringLiteral("The unit of all lengths: m, ft (0.3048 m) or\n"
                                    "us-ft (1200/3937 m)."),
-                    QStringLiteral("UNIT")});
+                    QStringLiteral("UNIT")},
+                   Values::ofWords(lengthUnitNames()));
 }
 
 std::optional<DisplayOptions> DisplayOptions::from(const CommandLine &line, QString &mistake)

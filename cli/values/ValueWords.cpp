@@ -11,16 +11,6 @@ namespace {
 
 using Helper = CoordStringHelper;
 
-QStringList valueTypeWords()
-{
-    return Helper::s_forCoordIO_valTypeAsciiStrings.values();
-}
-
-QStringList unitWords()
-{
-    return Helper::s_forCoordIO_unitDescriptionAsciiStrings.values();
-}
-
 /// Words with commas between them, in lines that fit a terminal.
 QString wrapped(const QStringList &words)
 {
@@ -39,6 +29,16 @@ QString wrapped(const QStringList &words)
 }
 
 } // namespace
+
+QStringList valueTypeWords()
+{
+    return Helper::s_forCoordIO_valTypeAsciiStrings.values();
+}
+
+QStringList unitWords()
+{
+    return Helper::s_forCoordIO_unitDescriptionAsciiStrings.values();
+}
 
 std::optional<EValueType> findValueType(const QString &word)
 {

@@ -3,6 +3,7 @@
 #include <KelStd/coord/Enumerations.h>
 
 #include <QtCore/QString>
+#include <QtCore/QStringList>
 
 #include <optional>
 
@@ -10,6 +11,10 @@
 namespace KelStd::cli {
 
 class CommandLine;
+
+/// The words of all kinds, and of all units.
+QStringList valueTypeWords();
+QStringList unitWords();
 
 /// The kind of that word, or nothing; exact and case-sensitive.
 std::optional<EValueType> findValueType(const QString &word);

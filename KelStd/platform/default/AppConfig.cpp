@@ -58,6 +58,10 @@ QDir deliveredBinDir()
         return QDir(program);
 
     const QString library = QFileInfo(kelstd_platform::ownLibraryPath()).absolutePath();
+    // An operating system's package keeps folders out of bin/.
+    const QDir besideLibrary(library + QStringLiteral("/kelstd"));
+    if (holdsProjArchive(besideLibrary))
+        return besideLibrary;
     // The library lies in lib/, or in lib/<architecture>/, beside bin/.
     QDir prefix(library);
     for (int level = 0; level < 2 && prefix.cdUp(); ++level) {
