@@ -118,7 +118,8 @@ bool isPlane(const Column &column)
 
 QString csvNameOf(const Column &column, const QString &unit)
 {
-    return QLatin1String(column.csvName) + QLatin1Char('_') + unit;
+    return QLatin1String(column.csvName) + QLatin1Char('_')
+           + QString(unit).replace(QLatin1Char('-'), QLatin1Char('_'));
 }
 
 QString heightReference(const QString &geoidModel)

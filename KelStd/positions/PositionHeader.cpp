@@ -60,6 +60,32 @@ QVector<int> fieldsHolding(const InputForm &form, int component, const QVector<H
     return ofForm.isEmpty() ? fieldsNaming(form, component, headings, UnitFit::CanBeRead) : ofForm;
 }
 
+/// The fields headed by the very names of the printed columns, one for each component: beside all
+/// three of them another word, such as the "h" of a column that was carried through, names nothing.
+/// Empty where one is not there, or where other words name all three as well.
+QVector<int> fieldsOfOutput(const InputForm &form, const QVector<Heading> &headings)
+{
+    QVector<int> own;
+    int withOthers = 0;
+    for (int i = 0; i < componentsPerFrame; ++i) {
+        bool hasOther = false;
+        int found = 0;
+        for (int field = 0; field < headings.size(); ++field) {
+            const Heading &heading = headings.at(field);
+            const bool isOwn = heading.whole == QLatin1String(inputColumn(form, i).csvName);
+            hasOther = hasOther || (!isOwn && isNamedBy(form, i, heading));
+            if (!isOwn || fitOf(form, i, heading) == UnitFit::CannotBeRead)
+                continue;
+            own += field;
+            ++found;
+        }
+        if (found != 1)
+            return {};
+        withOthers += hasOther ? 1 : 0;
+    }
+    return withOthers == componentsPerFrame ? QVector<int>() : own;
+}
+
 QString acceptedWords(const InputForm &form)
 {
     QStringList accepted;
@@ -209,8 +235,10 @@ bool readHeader(const QStringList &fields, const InputForm &form, FieldOrder &or
     order = {};
     order.fields = fields.size();
     order.hasHeadings = true;
+    const QVector<int> ofOutput = fieldsOfOutput(form, headings);
     for (int i = 0; i < componentsPerFrame; ++i) {
-        const QVector<int> found = fieldsHolding(form, i, headings);
+        const QVector<int> found =
+            ofOutput.isEmpty() ? fieldsHolding(form, i, headings) : QVector<int>{ofOutput.at(i)};
         const auto index = static_cast<std::size_t>(i);
         if (i == componentsPerFrame - 1 && mayBeWithoutHeight(form, headings)) {
             order.components[index] = FieldOrder::noField;
