@@ -142,6 +142,14 @@ QString FileOutput::extensions()
     return words.join(QLatin1Char(' '));
 }
 
+bool FileOutput::hasExtension(const QString &name)
+{
+    const QString suffix = QFileInfo(name).suffix().toLower();
+    return std::any_of(std::begin(forms), std::end(forms), [&suffix](const FileForm &form) {
+        return suffix == QLatin1String(form.extension);
+    });
+}
+
 std::optional<FileOutput> FileOutput::from(const CommandLine &line, QString &mistake)
 {
     if (!line.isSet(outputOption)) {
