@@ -33,6 +33,13 @@ void AttributeColumns::take(const PrintedColumns &columns)
     }
 }
 
+bool AttributeColumns::isValue(const PrintedColumn &column, std::string_view text)
+{
+    const bool mayBeEmptyText =
+        column.kind == PrintedColumn::Kind::Extra && column.extraKind == ExtraColumn::Kind::Text;
+    return mayBeEmptyText ? text.data() != nullptr : !text.empty();
+}
+
 std::string_view AttributeColumns::text(const LocationPrinter &printer, const PrintedColumn &column,
                                         const PrintedPosition &position, QByteArray &buffer)
 {

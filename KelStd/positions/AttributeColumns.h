@@ -29,7 +29,11 @@ public:
     /// The names of the attributes, in the same order.
     QStringList names() const;
 
-    /// The value of one as a UTF-8 text: empty where there is none. Valid until `buffer` changes.
+    /// Whether a text of a column is a value: an empty one is where the input has empty texts that
+    /// are values.
+    static bool isValue(const PrintedColumn &column, std::string_view text);
+
+    /// The value of one as a UTF-8 text. Valid until `buffer` changes.
     static std::string_view text(const LocationPrinter &printer, const PrintedColumn &column,
                                  const PrintedPosition &position, QByteArray &buffer);
 

@@ -87,6 +87,14 @@ QString ComponentReader::read(const SplitLine &line, const FieldOrder &order,
     for (int i = 0; i < order.countComponents(); ++i) {
         const auto index = static_cast<std::size_t>(i);
         const QString &field = line.fields.at(order.components[index]);
+        if (isMissingHeight(i, field)) {
+            if (!m_form.lacksHeight()) {
+                return QStringLiteral("height is missing; %1 says that of positions without one")
+                    .arg(m_form.words.height);
+            }
+            components[index] = m_form.missingHeight->metres;
+            continue;
+        }
         const QString reason = readComponent(i, field, *mark, order, components[index]);
         if (!reason.isEmpty()) {
             return QString::fromLatin1(columnOf(m_form.frame, i).label) + QLatin1Char(' ') + reason;
@@ -97,6 +105,11 @@ QString ComponentReader::read(const SplitLine &line, const FieldOrder &order,
     else if (!mayBeHeight(components.back(), m_form.frame, order))
         return heightDoubt(line.fields.at(order.components.back()), m_form);
     return {};
+}
+
+bool ComponentReader::isMissingHeight(int component, const QString &field) const
+{
+    return component == componentsPerFrame - 1 && field.isEmpty() && m_form.mayLackHeight();
 }
 
 /// Empty, or what the fields may mean besides what they seem to say.
@@ -135,11 +148,12 @@ QString ComponentReader::readComponent(int component, const QString &field, Deci
         isAngle(column) && countsBackwards(column, m_form.localAxes) && hasHemisphere(field);
     const double inMetresOrDegrees = isBackwards ? -read : read;
     if (!(std::abs(inMetresOrDegrees) <= column.limit)) {
-        return unit == nullptr
-                   ? QStringLiteral("%1 is not between -%2 and %2").arg(field).arg(column.limit)
-                   : QStringLiteral("%1 is not between -%2 and %2 deg")
-                         .arg(field)
-                         .arg(column.limit);
+        const bool isInDegrees = isAngle(column) && unit == nullptr;
+        const double measure = isInDegrees ? 1.0 : measureOf(m_form, order, component);
+        const QString limit = QString::number(column.limit / measure, 'g', 8);
+        return QStringLiteral("%1 is not between -%2 and %2%3")
+            .arg(field, limit,
+                 isInDegrees ? QString() : QLatin1Char(' ') + unitTextOf(m_form, order, component));
     }
     value = inMetresOrDegrees;
     return {};

@@ -37,6 +37,7 @@ public:
 
 private:
     QString doubtOf(const SplitLine &line, const FieldOrder &order) const;
+    bool isMissingHeight(int component, const QString &field) const;
     QString readComponent(int component, const QString &field, DecimalMark mark,
                           const FieldOrder &order, double &value) const;
 

@@ -75,7 +75,7 @@ void GpxWriter::write(QByteArray &bytes, const PrintedPosition &position) const
     for (std::size_t i = 0; i < m_elements.size(); ++i) {
         const std::string_view text =
             AttributeColumns::text(printer(), m_columns.all()[i], position, buffer);
-        if (text.empty())
+        if (!AttributeColumns::isValue(m_columns.all()[i], text))
             continue;
         bytes += '<' + m_elements[i] + '>';
         appendXml(bytes, text);

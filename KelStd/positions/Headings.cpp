@@ -89,6 +89,17 @@ const NamedUnit *unitBySign(const QString &text)
     return text.size() > found.size() && text.startsWith(found) ? nullptr : unitNamed(found);
 }
 
+/// "Easting (X)" without the letter: the word says which axis it is, whatever it is called there.
+QString withoutLetter(const QString &text)
+{
+    static const QRegularExpression letter(
+        QStringLiteral("\\A\\s*(east|easting|north|northing|height|elev|elevation)\\s*"
+                       "[\\[(]\\s*[xyzenh]\\s*[\\])](.*)\\z"),
+        QRegularExpression::CaseInsensitiveOption);
+    const QRegularExpressionMatch match = letter.match(text);
+    return match.hasMatch() ? match.captured(1) + QLatin1Char(' ') + match.captured(2) : text;
+}
+
 /// Takes "wgs84" or "local" from either end of "wgs84_latitude" and "latitude_wgs84".
 QString takeFrame(QString &words)
 {
@@ -154,7 +165,7 @@ Heading headingOf(const QString &text)
     heading.text = text;
     if (text.size() > maxCharacters)
         return heading;
-    heading.whole = normalisedHeading(text);
+    heading.whole = normalisedHeading(withoutLetter(text));
     heading.unit = takeUnit(heading.whole);
     if (heading.unit == nullptr)
         heading.unit = unitBySign(text);

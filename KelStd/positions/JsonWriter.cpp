@@ -69,7 +69,7 @@ void JsonWriter::append(QByteArray &bytes, const PrintedPosition &position) cons
         bytes.back() = '}'; // in place of the last comma
 }
 
-/// A number as it stands, a missing one as null.
+/// A number and a truth value as they stand, a missing value as null.
 void JsonWriter::appendValue(QByteArray &bytes, const PrintedColumn &column,
                              const PrintedPosition &position, QByteArray &buffer) const
 {
@@ -85,10 +85,13 @@ void JsonWriter::appendValue(QByteArray &bytes, const PrintedColumn &column,
         return;
     }
     const std::string_view text = PrintedColumns::text(column, position, buffer);
-    if (!column.isNumber)
-        appendText(bytes, text);
-    else if (text.empty())
+    const bool isExtra = column.kind == PrintedColumn::Kind::Extra;
+    const bool isText =
+        !column.isNumber && (!isExtra || column.extraKind != ExtraColumn::Kind::Boolean);
+    if (isText ? isExtra && text.data() == nullptr : text.empty())
         bytes += "null";
+    else if (isText)
+        appendText(bytes, text);
     else
         bytes.append(text.data(), static_cast<int>(text.size()));
 }

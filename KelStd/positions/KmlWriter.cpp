@@ -47,7 +47,7 @@ void KmlWriter::write(QByteArray &bytes, const PrintedPosition &position) const
     for (std::size_t i = 0; i < m_tags.size(); ++i) {
         const std::string_view text =
             AttributeColumns::text(printer(), m_columns.all()[i], position, buffer);
-        if (text.empty())
+        if (!AttributeColumns::isValue(m_columns.all()[i], text))
             continue;
         bytes += m_tags[i];
         appendXml(bytes, text);

@@ -99,6 +99,19 @@ QString noFields(const QString &text, const SplitLine &line)
     return QStringLiteral("%1 is not a number").arg(quoted(*first));
 }
 
+/// Whether two fields are numbers with decimals, or angles with signs, as no title has them.
+bool holdsCoordinates(const SplitLine &line)
+{
+    return std::count_if(line.fields.cbegin(), line.fields.cend(),
+                         [](const QString &field) {
+                             const QString number = withDecimalPoint(field, DecimalMark::Comma);
+                             const bool hasDegrees = beginsAsNumber(field) && hasAngleSigns(field)
+                                                     && !field.contains(QLatin1Char(':'));
+                             return isOtherNumber(number) || hasDegrees;
+                         })
+           > 1;
+}
+
 QByteArray copyOf(std::string_view bytes)
 {
     return {bytes.data(), static_cast<int>(bytes.size())};
@@ -209,11 +222,11 @@ PositionParser::Result PositionParser::Reading::takeTooLongOpening(const QString
 }
 
 /// A line in front of all positions that is neither headings nor a position: a title, perhaps.
-PositionParser::Result PositionParser::Reading::takeOther(const QString &reason)
+PositionParser::Result PositionParser::Reading::takeOther(const QString &reason, bool holdsData)
 {
     m_reason.clear();
-    return m_search.keepOther({m_lineNumber, reason}) ? Result::Nothing
-                                                      : badHeader(m_search.otherLines());
+    return m_search.keepOther({m_lineNumber, reason}, holdsData) ? Result::Nothing
+                                                                 : badHeader(m_search.otherLines());
 }
 
 /// The same of a line that may say in which units the positions are.
@@ -221,7 +234,7 @@ PositionParser::Result PositionParser::Reading::takeOther(const TextLine &line,
                                                           const QString &reason)
 {
     m_search.keepUnits(line.text, line, m_lineNumber);
-    return takeOther(reason);
+    return takeOther(reason, holdsCoordinates(line.split));
 }
 
 /// The first position, in an order that is not yet decided; Nothing, with the reason, when the line

@@ -241,13 +241,13 @@ QString orderDoubt(const SplitLine &line, const FieldOrder &order, const InputFo
 {
     const Frame frame = form.frame;
     // Of a quoted name nothing is said by marks that all fields have.
-    const bool isSure = line.isQuoted.at(0) && (order.name >= 0 || line.isQuoted.at(1));
+    const bool isSure = order.name >= 0 && line.isQuoted.at(0) && !line.isQuoted.at(1);
     if (!order.isPlain || (isSure && order.hasHeight()))
         return {};
     const QStringList fields = fieldsOf(line);
     if (!order.hasHeight()) {
-        const QString doubt =
-            isSure && order.name < 0 ? QString() : twoNumbersDoubt(fields, line, order, form);
+        const bool areApart = order.name < 0 && line.isQuoted.at(0) && line.isQuoted.at(1);
+        const QString doubt = areApart ? QString() : twoNumbersDoubt(fields, line, order, form);
         const bool isNameSure = order.name < 0 || isSure;
         return doubt.isEmpty() && !isNameSure ? laterNameDoubt(line, order, form) : doubt;
     }

@@ -223,11 +223,13 @@ bool OrderSearch::keepHeadings(const HeadingsLine &headings, LineMistake &mistak
     m_headings = headings;
     m_other = {};
     m_others = 0;
+    m_holdsData = false;
     return true;
 }
 
-bool OrderSearch::keepOther(const LineMistake &line)
+bool OrderSearch::keepOther(const LineMistake &line, bool holdsData)
 {
+    m_holdsData = m_holdsData || holdsData;
     if (!m_other.isThere())
         m_other = line;
     m_lastOther = line.line;
@@ -253,6 +255,16 @@ qint64 OrderSearch::failureOfMore(const FieldOrder &order, int &fields) const
 
 namespace {
 
+/// Whether the first field is a text before two numbers, by its marks: "101",5.25,52.5. Marks that
+/// all fields have, or that a comma needs, say nothing.
+bool isQuotedName(const SplitLine &line)
+{
+    const QString &first = line.fields.at(0);
+    return line.isQuoted.at(0) && !line.isQuoted.at(1) && !line.isQuoted.at(2)
+           && !first.contains(QLatin1Char(',')) && !first.contains(QLatin1Char(';'))
+           && isValue(line.fields.at(1)) && isValue(line.fields.at(2));
+}
+
 /// The order of a line without headings that has no height; nothing for another line.
 std::optional<FieldOrder> orderWithoutHeight(const SplitLine &line, const InputForm &form)
 {
@@ -262,7 +274,7 @@ std::optional<FieldOrder> orderWithoutHeight(const SplitLine &line, const InputF
         return std::nullopt;
     // Where a height may follow, a name is what can be no component.
     const bool isNamed = count > components
-                         && (form.lacksHeight()
+                         && (form.lacksHeight() || isQuotedName(line)
                              || (!isValue(line.fields.at(0)) && isValue(line.fields.at(1))
                                  && isValue(line.fields.at(2))));
     return count == components || isNamed ? std::optional(plainOrder(count, components))
@@ -336,8 +348,9 @@ LineMistake OrderSearch::settle(FieldOrder &order) const
 
 LineMistake OrderSearch::otherLines() const
 {
-    return m_other.isThere() ? LineMistake{m_other.line, withSkipHint(m_other.reason, m_lastOther)}
-                             : LineMistake();
+    if (!m_other.isThere() || m_holdsData)
+        return m_other;
+    return {m_other.line, withSkipHint(m_other.reason, m_lastOther)};
 }
 
 QString OrderSearch::withSkipHint(const QString &reason, qint64 lines) const

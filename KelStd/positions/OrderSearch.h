@@ -101,7 +101,8 @@ public:
 
     /// Keeps a line of another kind, such as a title, in front of headings: false when there are
     /// too many of them.
-    bool keepOther(const LineMistake &line);
+    /// `holdsData`: it is rather a position that cannot be read, and should not be passed over.
+    bool keepOther(const LineMistake &line, bool holdsData);
 
     /// Keeps that a line of so many fields was a position that cannot be read.
     void keepFailed(const SplitLine &line, qint64 lineNumber);
@@ -154,6 +155,7 @@ private:
     LineMistake m_other;          ///< the first line of another kind
     qint64 m_lastOther = 0;
     int m_others = 0;
+    bool m_holdsData = false;     ///< one of the lines of another kind
     qint64 m_numberedFailure = 0; ///< a line with a number for a name that failed
     qint64 m_failure = 0;         ///< the failed line with the most fields
     int m_failedFields = 0;

@@ -60,6 +60,32 @@ QVector<int> fieldsHolding(const InputForm &form, int component, const QVector<H
     return ofForm.isEmpty() ? fieldsNaming(form, component, headings, UnitFit::CanBeRead) : ofForm;
 }
 
+/// The fields headed by the very names of the printed columns, one for each component: beside all
+/// three of them another word, such as the "h" of a column that was carried through, names nothing.
+/// Empty where one is not there, or where other words name all three as well.
+QVector<int> fieldsOfOutput(const InputForm &form, const QVector<Heading> &headings)
+{
+    QVector<int> own;
+    int withOthers = 0;
+    for (int i = 0; i < componentsPerFrame; ++i) {
+        bool hasOther = false;
+        int found = 0;
+        for (int field = 0; field < headings.size(); ++field) {
+            const Heading &heading = headings.at(field);
+            const bool isOwn = heading.whole == QLatin1String(inputColumn(form, i).csvName);
+            hasOther = hasOther || (!isOwn && isNamedBy(form, i, heading));
+            if (!isOwn || fitOf(form, i, heading) == UnitFit::CannotBeRead)
+                continue;
+            own += field;
+            ++found;
+        }
+        if (found != 1)
+            return {};
+        withOthers += hasOther ? 1 : 0;
+    }
+    return withOthers == componentsPerFrame ? QVector<int>() : own;
+}
+
 QString acceptedWords(const InputForm &form)
 {
     QStringList accepted;
@@ -99,13 +125,10 @@ QString otherFrames(const InputForm &form, const QVector<Heading> &headings)
 QString missing(const InputForm &form, int component, const QVector<Heading> &headings)
 {
     const bool isChosen = form.height == InputHeight::OfFrame;
-    QString text =
-        QStringLiteral("the line holds no number, so it is a header; it names no %1. Accepted%2: "
-                       "%3%4")
-            .arg(QString::fromLatin1(inputColumn(form, component).label),
-                 isChosen ? QStringLiteral(" for %1 %2").arg(form.words.frame, form.frameName())
-                          : QString(),
-                 acceptedWords(form), isChosen ? otherFrames(form, headings) : QString());
+    QString text = QStringLiteral("the line holds no number, so it is a header; it names no %1")
+                       .arg(QString::fromLatin1(inputColumn(form, component).label));
+    if (isChosen)
+        text += otherFrames(form, headings);
     const QVector<int> otherUnit = fieldsNaming(form, component, headings, UnitFit::CannotBeRead);
     if (!otherUnit.isEmpty())
         text += QLatin1String("; ")
@@ -121,7 +144,12 @@ QString missing(const InputForm &form, int component, const QVector<Heading> &he
     } else if (isChosen) {
         text += QStringLiteral("; %1 picks columns with other headings").arg(form.words.columns);
     }
-    return text;
+    return text
+           + QStringLiteral(". Accepted%1: %2")
+                 .arg(isChosen
+                          ? QStringLiteral(" for %1 %2").arg(form.words.frame, form.frameName())
+                          : QString(),
+                      acceptedWords(form));
 }
 
 /// Degrees in one column and their minutes in another: the degrees alone are another angle.
@@ -131,12 +159,17 @@ QString partsOfAngles(const InputForm &form, const QVector<Heading> &headings,
     for (int i = 0; i < componentsPerFrame; ++i) {
         if (!isAngle(columnOf(form.frame, i)))
             continue;
-        for (const int field : fieldsNaming(form, i, headings, UnitFit::CannotBeRead)) {
-            if (headings.at(field).unit->isPartOfDegree)
-                return partOfAngleMistake(headings.at(field));
+        const int read = order.components[static_cast<std::size_t>(i)];
+        for (const UnitFit fit : {UnitFit::CannotBeRead, UnitFit::CanBeRead}) {
+            for (const int field : fieldsNaming(form, i, headings, fit)) {
+                if (field != read && headings.at(field).unit->isPartOfDegree)
+                    return partOfAngleMistake(headings.at(field));
+            }
         }
-        const int next = order.components[static_cast<std::size_t>(i)] + 1;
-        if (next < headings.size() && isPartOfAngleBefore(headings.at(next)))
+        const int next = read + 1;
+        const ComponentFields fields = order.componentFields();
+        const bool isComponent = std::find(fields.begin(), fields.end(), next) != fields.end();
+        if (next < headings.size() && !isComponent && isPartOfAngleBefore(headings.at(next)))
             return partOfAngleMistake(headings.at(next));
     }
     return {};
@@ -209,8 +242,10 @@ bool readHeader(const QStringList &fields, const InputForm &form, FieldOrder &or
     order = {};
     order.fields = fields.size();
     order.hasHeadings = true;
+    const QVector<int> ofOutput = fieldsOfOutput(form, headings);
     for (int i = 0; i < componentsPerFrame; ++i) {
-        const QVector<int> found = fieldsHolding(form, i, headings);
+        const QVector<int> found =
+            ofOutput.isEmpty() ? fieldsHolding(form, i, headings) : QVector<int>{ofOutput.at(i)};
         const auto index = static_cast<std::size_t>(i);
         if (i == componentsPerFrame - 1 && mayBeWithoutHeight(form, headings)) {
             order.components[index] = FieldOrder::noField;
@@ -225,12 +260,6 @@ bool readHeader(const QStringList &fields, const InputForm &form, FieldOrder &or
             return false;
         }
         const Heading &heading = headings.at(found.first());
-        if (i == componentsPerFrame - 1 && form.lacksHeight()) {
-            mistake = QStringLiteral("%1 is for positions without a height, and %2 is the heading "
-                                     "of one")
-                          .arg(form.words.height, quoted(heading.text));
-            return false;
-        }
         order.components[index] = found.first();
         order.hasUnit[index] = heading.unit != nullptr;
         order.otherUnits[index] = otherUnitOf(form, i, heading);

@@ -101,8 +101,22 @@ bool PositionParser::hasNames() const
 
 QStringList PositionParser::carriedHeadings() const
 {
-    const auto &order = m_reading->order();
-    return m_reading->isSettled() ? order->carriedHeadings : QStringList();
+    return m_reading->isSettled() ? m_reading->carriedHeadings() : QStringList();
+}
+
+void PositionParser::arrangeCarried(const QStringList &headings)
+{
+    m_reading->arrangeCarried(headings);
+}
+
+bool PositionParser::fillsHeights() const
+{
+    return m_reading->fillsHeights();
+}
+
+bool PositionParser::isHeightTaken() const
+{
+    return m_reading->isHeightTaken();
 }
 
 QStringList PositionParser::notes() const

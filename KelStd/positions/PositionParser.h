@@ -138,6 +138,18 @@ public:
     /// A heading for each carried field. Empty before the order is known.
     QStringList carriedHeadings() const;
 
+    /// Gives the carried fields in another order, that of the inputs before: nothing changes where
+    /// the headings are not those of `carriedHeadings`, each once. To be called once the order is
+    /// known.
+    void arrangeCarried(const QStringList &headings);
+
+    /// Whether there is a column of heights beside a height for the positions that have none, which
+    /// is taken where a field is empty.
+    bool fillsHeights() const;
+
+    /// Whether it was taken for the last position.
+    bool isHeightTaken() const;
+
     /// What is to be said once the order is known, a text each: which columns the headings name
     /// that go nowhere, what is not read in the unit of the form, what height positions without one
     /// have.

@@ -117,6 +117,29 @@ void PositionParser::Reading::decide(const FieldOrder &order, qint64 line,
     m_orderLine = line;
     m_headerLine = headerLine;
     m_components.follow(order);
+    m_carriedFields = order.carried;
+    m_carriedHeadings = order.carriedHeadings;
+}
+
+void PositionParser::Reading::arrangeCarried(const QStringList &headings)
+{
+    QStringList own = m_carriedHeadings;
+    QStringList wanted = headings;
+    own.sort();
+    wanted.sort();
+    if (!m_order || own != wanted || wanted.removeDuplicates() > 0)
+        return;
+    std::vector<int> fields;
+    std::vector<std::string_view> carried;
+    for (const QString &heading : headings) {
+        const auto at = static_cast<std::size_t>(m_carriedHeadings.indexOf(heading));
+        fields.push_back(m_carriedFields[at]);
+        if (at < m_carried.size())
+            carried.push_back(m_carried[at]);
+    }
+    m_carriedFields = fields;
+    m_carried = carried;
+    m_carriedHeadings = headings;
 }
 
 QStringList PositionParser::Reading::notes() const
@@ -135,7 +158,7 @@ QStringList PositionParser::Reading::notes() const
 /// What height the positions have whose lines have none.
 QString PositionParser::Reading::noteOnHeight() const
 {
-    if (m_order->hasHeight())
+    if (m_order->hasHeight() && !fillsHeights())
         return {};
     const MissingHeight &height = *m_form.missingHeight;
     const QString above =
@@ -231,6 +254,7 @@ PositionParser::Result PositionParser::Reading::readFields(const SplitLine &line
     if (!mistake.isEmpty())
         return bad(mistake);
     keepTexts(line, order);
+    m_isHeightTaken = order.hasHeight() && line.fields.at(order.components.back()).isEmpty();
     m_position = rowOf(m_form.frame).position(components[0], components[1], components[2]);
     return Result::Position;
 }
@@ -265,7 +289,8 @@ void PositionParser::Reading::keepTexts(const SplitLine &line, const FieldOrder 
     m_texts.clear();
     for (const int field : {order.name, order.heightReference})
         m_texts.push_back(field >= 0 ? line.fields.at(field).toUtf8() : QByteArray());
-    for (const int field : order.carried)
+    const std::vector<int> &carried = m_order ? m_carriedFields : order.carried;
+    for (const int field : carried)
         m_texts.push_back(line.fields.at(field).toUtf8());
     const auto view = [this](std::size_t i) {
         return std::string_view(m_texts[i].constData(),
@@ -302,8 +327,9 @@ bool PositionParser::Reading::readPlain(std::string_view line, qint64 lineNumber
     m_heightReference = m_order->heightReference >= 0 ? m_plain.field(m_order->heightReference)
                                                       : std::string_view();
     m_carried.clear();
-    for (const int field : m_order->carried)
+    for (const int field : m_carriedFields)
         m_carried.push_back(m_plain.field(field));
+    m_isHeightTaken = false;
     m_position = rowOf(m_form.frame).position(components[0], components[1], components[2]);
     m_lineNumber = lineNumber;
     m_reasonLine = lineNumber;

@@ -38,6 +38,10 @@ public:
     const std::optional<FieldOrder> &order() const { return m_order; }
     qint64 orderLine() const { return m_orderLine; }
     QStringList notes() const;
+    bool fillsHeights() const { return m_form.lacksHeight() && m_order && m_order->hasHeight(); }
+    bool isHeightTaken() const { return m_isHeightTaken; }
+    const QStringList &carriedHeadings() const { return m_carriedHeadings; }
+    void arrangeCarried(const QStringList &headings);
     bool isInWindows1252() const { return m_isInWindows1252; }
 
     /// Whether the order is known, and no line of units can change it any more.
@@ -62,7 +66,7 @@ private:
     Result takeOpeningRemark(const TextLine &line, const HeadingsFound &found);
     Result takeDamagedOpening(const TextLine &line);
     Result takeTooLongOpening(const QString &mistake);
-    Result takeOther(const QString &reason);
+    Result takeOther(const QString &reason, bool holdsData = false);
     Result takeOther(const TextLine &line, const QString &reason);
     Result takeFirstPosition(const SplitLine &line, const FieldOrder &found);
     QString doubtOnOrder(const SplitLine &line, const FieldOrder &order) const;
@@ -117,6 +121,9 @@ private:
     std::string_view m_name;
     std::string_view m_heightReference;
     std::vector<std::string_view> m_carried;
+    std::vector<int> m_carriedFields; ///< of the order, as they were arranged
+    QStringList m_carriedHeadings;
+    bool m_isHeightTaken = false;
     Pos m_position;
 };
 

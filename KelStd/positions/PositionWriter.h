@@ -21,8 +21,10 @@ struct ExtraColumn
     enum class Kind
     {
         Text,
-        Number, ///< plain decimals or whole numbers
-        Integer ///< whole numbers
+        Number,  ///< plain decimals or whole numbers
+        Integer, ///< whole numbers
+        Boolean, ///< "true" or "false"
+        Date     ///< "2024-05-01"
     };
 
     QString name;           ///< for other programs, with its unit: "undulation_m"
@@ -54,7 +56,8 @@ struct PrintedPosition
     /// as all others are.
     const QString &geoidModel;
     const std::vector<std::string_view> &carried; ///< one for each heading
-    /// One for each extra column; empty where the value is not known.
+    /// One for each extra column; empty where the value is not known. Of a column of texts only a
+    /// view of nothing, whose data is null, is no value: another empty one is an empty text.
     const std::vector<std::string_view> &extras = noFields;
     /// Null where no factors are printed.
     const GridFactors::Values *factors = nullptr;

@@ -104,8 +104,9 @@ std::vector<PrintedColumn> everyColumn(const LocationPrinter &printer, const Inp
         add(all, {Kind::Factor, i, nameOf(factorColumns()[i]), true});
     for (std::size_t i = 0; i < input.extras.size(); ++i) {
         const ExtraColumn &extra = input.extras[i];
-        add(all, {Kind::Extra, i, extra.name, extra.kind != ExtraColumn::Kind::Text, extra.width,
-                  extra.kind == ExtraColumn::Kind::Integer});
+        const bool isNumber =
+            extra.kind == ExtraColumn::Kind::Number || extra.kind == ExtraColumn::Kind::Integer;
+        add(all, {Kind::Extra, i, extra.name, isNumber, extra.width, extra.kind});
     }
     for (int i = 0; i < input.carried.size(); ++i)
         add(all, {Kind::Carried, static_cast<std::size_t>(i), input.carried.at(i), false});

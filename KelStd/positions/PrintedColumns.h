@@ -35,7 +35,7 @@ struct KELSTD_EXPORT PrintedColumn
     QString name;      ///< for other programs, with its unit: "wgs84_longitude_deg"
     bool isNumber;     ///< plain decimals; a factor or an extra one may be missing all the same
     int width = 0;     ///< characters that hold its values in a table; 0 for those of its name
-    bool isWhole = false;  ///< of a number: a whole one
+    ExtraColumn::Kind extraKind = ExtraColumn::Kind::Text; ///< of an extra one
     bool isFitted = false; ///< a height at a site that is not the projected one
 
     /// The component that a column of numbers of a location has, of the site's too; null for

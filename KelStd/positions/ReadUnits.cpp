@@ -110,12 +110,10 @@ bool canBeRead(const InputForm &form, int component, const Heading &heading)
     const bool isOfAngle = isAngle(columnOf(form.frame, component));
     if (isOfAngle == (unit.kind == UnitKind::Length) || !measureOf(unit))
         return false;
-    // Seconds alone are an angle in the program's own output; elsewhere they stand beside minutes.
+    // Seconds of arc are an angle by themselves; "sec" stands beside minutes.
     if (unit.isPartOfDegree) {
         return isSame(unit, "seconds")
-               && normalisedHeading(heading.text)
-                      == QLatin1String(columnOf(form.frame, component).csvName)
-                             + QLatin1String("_arcsec");
+               && normalisedHeading(heading.text).contains(QLatin1String("arcsec"));
     }
     return isOfAngle || !mayBeAnotherFoot(form, component, heading);
 }

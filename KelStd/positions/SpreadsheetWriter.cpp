@@ -58,11 +58,14 @@ void SpreadsheetWriter::write(QByteArray &bytes, const PrintedPosition &position
         }
         buffer.clear();
         m_printer.append(buffer, *column.component(), *location);
-        // An angle with signs of degrees looks like nothing else.
+        // An angle with signs of degrees looks like nothing else. Its decimals are those of the
+        // numbers beside it: points and commas in one line could mean two things.
+        QByteArray value;
+        appendNumber(value, viewOf(buffer));
         if (column.isNumber)
-            appendNumber(bytes, viewOf(buffer));
+            bytes += value;
         else
-            appendCsvField(bytes, viewOf(buffer));
+            appendCsvField(bytes, viewOf(value));
     }
     bytes += lineEnd;
 }

@@ -228,7 +228,7 @@ QString ValuePrinter::unit(const Column &column) const
 
 QString ValuePrinter::csvName(const Column &column) const
 {
-    return csvNameOf(column, unit(column).replace(QLatin1Char('-'), QLatin1Char('_')));
+    return csvNameOf(column, unit(column));
 }
 
 int ValuePrinter::decimalsOf(const Column &column) const

@@ -5,6 +5,7 @@
 #include <cli/conversion/ConvertOptions.h>
 #include <cli/conversion/EpochSource.h>
 #include <cli/conversion/FrameWords.h>
+#include <cli/conversion/LineForm.h>
 #include <cli/conversion/LocationForms.h>
 #include <cli/conversion/LocationJob.h>
 #include <cli/conversion/PlaneUnitChoice.h>
@@ -28,6 +29,8 @@
 #include <KelStd/positions/PrintedColumns.h>
 #include <KelStd/text/CoordStringHelper.h>
 
+#include <QtCore/QFileInfo>
+
 #include <algorithm>
 #include <memory>
 #include <optional>
@@ -35,42 +38,6 @@
 namespace KelStd::cli {
 
 namespace {
-
-/// What the lines of the input hold, where their headings do not say another unit: lengths in the
-/// unit of --length-unit, as they are printed. Without the option northing and easting are in the
-/// `planeUnit` where there is one.
-positions::InputForm inputForm(const ConvertOptions &options,
-                               const std::optional<positions::PlaneUnit> &planeUnit)
-{
-    const LengthUnit *const unit = options.display.lengthUnit;
-    const bool hasUnit = unit != nullptr;
-    positions::InputForm form(options.frame->frame, positions::InputHeight::OfFrame,
-                              hasUnit ? unit->unit : Unit_Meter);
-    form.isAtSite = options.isFromSite;
-    form.hasLengthUnit = hasUnit;
-    form.planeUnit = planeUnit;
-    return form;
-}
-
-/// The height of positions without one: that of --height, or 0. Above what it is taken is always
-/// said of the latter, and of the former where there are two kinds of heights.
-positions::MissingHeight missingHeight(const ConvertOptions &options,
-                                       const ConversionSystem &system)
-{
-    const QString &geoidModel = system.geoidModel;
-    const bool isFitted = options.isFromSite && system.site.hasSurface();
-    const bool isProjected = options.frame->frame == positions::Frame::LocalProjected;
-    positions::MissingHeight height;
-    height.isGiven = options.height.has_value();
-    height.metres = options.height.value_or(0.0);
-    if (isFitted) {
-        height.above = QStringLiteral("the zero of the site's heights");
-    } else if (!height.isGiven || !geoidModel.isEmpty()) {
-        height.above = QStringLiteral("the ")
-                       + positions::heightReference(isProjected ? geoidModel : QString());
-    }
-    return height;
-}
 
 /// Whether northing or easting is among the columns that are printed.
 bool printsPlane(const positions::LocationPrinter &printer,
@@ -113,6 +80,14 @@ QString textOptionAmong(const CommandLine &line)
         }
     }
     return {};
+}
+
+/// What the last of several operands may be meant as; empty where it is no form of output.
+QString outputHint(const QStringList &operands)
+{
+    return operands.size() > 1 && vector::FileOutput::hasExtension(operands.last())
+               ? QStringLiteral("; -o %1 writes a file").arg(operands.last())
+               : QString();
 }
 
 /// Sets the frame of a layer; false after a report. Lengths of a layer that states no unit are in
@@ -191,11 +166,17 @@ private:
         const QStringList operands = m_line.positionals();
         const QString given = operands.value(0);
         QString reason;
+        if (operands.size() > 1 && !QFileInfo::exists(onDisk(operands.last()))
+            && vector::FileOutput::hasExtension(operands.last())) {
+            reason = QStringLiteral("cannot open %1: there is no such file").arg(operands.last())
+                     + outputHint(operands);
+            return m_line.refuse(reason, m_console);
+        }
         if (!m_options->isNmea
             && std::any_of(operands.begin(), operands.end(), vector::isVectorFile)) {
             reason = textOptionAmong(m_line);
             if (reason.isEmpty() && operands.size() > 1)
-                reason = QStringLiteral("a vector file is read alone");
+                reason = QStringLiteral("a vector file is read alone") + outputHint(operands);
             if (reason.isEmpty() && m_options->isFromSite)
                 reason = QStringLiteral("--from %1 is for positions as text, and the input is a "
                                         "vector file")
@@ -302,9 +283,7 @@ private:
         }
         if (m_options->isNmea)
             return convertEpochs(job);
-        positions::InputForm form = inputForm(*m_options, m_givenUnit);
-        form.localAxes = given().coord.ellipsoid.positiveDir;
-        form.missingHeight = missingHeight(*m_options, given());
+        const positions::InputForm form = lineForm(*m_options, given(), m_givenUnit);
         m_input.promptFor(componentLabels(form), m_console);
         return start(PositionRun(m_input.inputs(), m_input.parser(form), job, m_console));
     }

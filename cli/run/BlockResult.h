@@ -32,6 +32,7 @@ struct BlockResult
     qint64 failed = 0;
     qint64 lastLine = 0;
     qint64 inputBytes = 0;
+    qint64 heightsTaken = 0; ///< by positions whose field of the height is empty
     Notices notices;
     qint64 firstInWindows1252 = 0; ///< the first line that was read so; 0 for none
     bool hasBadHeader = false;     ///< its message is the last one, and the run cannot go on

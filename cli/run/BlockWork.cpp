@@ -23,6 +23,8 @@ BlockResult BlockWork::operator()(const LineBlock &block)
         switch (read) {
         case positions::PositionParser::Result::Nothing: break;
         case positions::PositionParser::Result::Position:
+            if (m_parser.isHeightTaken())
+                ++result.heightsTaken;
             m_maker.take(result,
                          {m_parser.position(), m_parser.name(), m_parser.carried(),
                           positions::noFields, m_parser.heightReference()},
@@ -58,6 +60,8 @@ BlockResult BlockWork::finish()
 /// When the order of the fields is known: false where the run cannot go on with it.
 bool BlockWork::begin(BlockResult &result)
 {
+    if (m_columns)
+        m_parser.arrangeCarried(m_columns->carried);
     const positions::InputColumns columns{m_parser.hasNames(), m_parser.carriedHeadings(), {}};
     const QString mistake = m_columns ? differenceTo(columns) : m_job.mistakeIn(columns);
     if (!mistake.isEmpty()) {

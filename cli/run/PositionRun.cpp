@@ -21,6 +21,7 @@ ExitStatus PositionRun::run()
         if (end != RunOutput::End::Done)
             break;
     }
+    skipped += remarkOnHeights();
     const ExitStatus status = m_output.finish(end, m_blocks->errorText(), skipped);
     m_console.flush(); // while no request to stop can end the program in the middle of a line
     for (Input *each : m_inputs)
@@ -42,6 +43,7 @@ RunOutput::End PositionRun::runOver()
     else if (!first.parser().knowsOrder() && !m_columns && m_job.mistakeIn({}).isEmpty())
         m_output.setHeading(m_job.begin({}));
     m_columns = first.columns();
+    m_fillsHeights = m_fillsHeights || first.parser().fillsHeights();
     if (!end)
         end = readRest(first.parser());
     m_output.setProgress(nullptr);
@@ -132,10 +134,24 @@ PositionRun::State PositionRun::next(LineBlock &block)
 /// Prints what became of the lines that come next.
 PositionRun::State PositionRun::take(const BlockResult &result)
 {
+    m_heightsTaken += result.heightsTaken;
     const bool canGoOn = m_output.take(result);
     if (result.hasBadHeader)
         return RunOutput::End::BadHeader;
     return canGoOn ? State() : RunOutput::End::OutputFailed;
+}
+
+/// Of lists with a column of heights, for which a height was given all the same.
+QStringList PositionRun::remarkOnHeights() const
+{
+    if (!m_fillsHeights)
+        return {};
+    if (m_heightsTaken == 0)
+        return {QStringLiteral("warning: the height of --height is that of no position: all have "
+                               "one of their own")};
+    return {QStringLiteral("note: the height of --height is taken for %1 without one")
+                .arg(m_heightsTaken == 1 ? QStringLiteral("1 position")
+                                         : QStringLiteral("%1 positions").arg(m_heightsTaken))};
 }
 
 QStringList PositionRun::remarks() const

@@ -56,6 +56,7 @@ private:
     State next(LineBlock &block);
     State take(const BlockResult &result);
     QStringList remarks() const;
+    QStringList remarkOnHeights() const;
     Input &input() const { return *m_inputs[m_current]; }
 
     std::vector<Input *> m_inputs;
@@ -68,6 +69,8 @@ private:
     RunOutput m_output;
     positions::PositionParser m_parser;
     std::size_t m_threads = 1;
+    bool m_fillsHeights = false; ///< one of the inputs has heights beside a given one
+    qint64 m_heightsTaken = 0;   ///< that were given
 };
 
 } // namespace KelStd::cli

@@ -14,8 +14,11 @@ namespace {
 
 constexpr std::size_t maxRecords = 1024; // of a block
 
+/// Of nothing for a null array.
 std::string_view viewOf(const QByteArray &bytes)
 {
+    if (bytes.isNull())
+        return {};
     return {bytes.constData(), static_cast<std::size_t>(bytes.size())};
 }
 
@@ -140,8 +143,10 @@ BlockResult RecordRun::resultOf(ResultMaker &maker, const RecordBlock &block)
         }
         look(record.carried, carried);
         look(record.extras, extras);
-        maker.take(result, {record.position, viewOf(record.name), carried, extras}, record.number,
-                   viewOf(record.source));
+        maker.take(
+            result,
+            {record.position, viewOf(record.name), carried, extras, viewOf(record.heightReference)},
+            record.number, viewOf(record.source));
     }
     return result;
 }

@@ -25,7 +25,8 @@ struct SourceRecord
     Pos position;      ///< in the frame of the run
     QByteArray name;
     std::vector<QByteArray> carried; ///< one for each heading
-    std::vector<QByteArray> extras;  ///< one for each extra column
+    std::vector<QByteArray> extras;  ///< one for each extra column; null where there is no value
+    QByteArray heightReference;      ///< as `ReadPosition` has it
     QString failure;                 ///< why it is no position; empty when it is one
     QByteArray source;               ///< what is kept of one that fails, without its line's end
 };

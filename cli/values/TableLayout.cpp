@@ -88,6 +88,30 @@ void widenToTitle(TableGroup &group)
         group.columns.back().width += std::max(0, group.title.size() + frill - widthOf(group));
 }
 
+/// Where columns were asked for by their names, that of what heights are above may be missing.
+void sayGeoid(std::vector<TableGroup> &groups, const positions::PrintedColumns &columns,
+              const QString &geoidModel)
+{
+    const bool isSaid =
+        std::any_of(columns.all().begin(), columns.all().end(), [](const PrintedColumn &column) {
+            return column.kind == PrintedColumn::Kind::HeightReference;
+        });
+    if (geoidModel.isEmpty() || isSaid)
+        return;
+    for (TableGroup &group : groups) {
+        for (TableColumn &each : group.columns) {
+            const positions::Column *const component = each.column.component();
+            each.isAboveGeoid = component != nullptr && isHeight(*component)
+                                && component->frame == positions::Frame::LocalProjected
+                                && !each.column.isFitted;
+            if (!each.isAboveGeoid)
+                continue;
+            each.unit += QLatin1String(" (geoid)");
+            each.width = std::max(each.width, each.unit.size());
+        }
+    }
+}
+
 } // namespace
 
 bool isEllipsoidalHeight(const positions::PrintedColumn &column, const QString &geoidModel)
@@ -116,6 +140,7 @@ std::vector<TableGroup> tableGroups(const positions::PrintedColumns &columns,
         else
             groups.push_back(group);
     }
+    sayGeoid(groups, columns, geoidModel);
     std::for_each(groups.begin(), groups.end(), widenToTitle);
     return groups;
 }

@@ -13,8 +13,9 @@ struct TableColumn
 {
     positions::PrintedColumn column;
     QString label;
-    QString unit; ///< with what a height is above where the values do not say it
-    int width;    ///< in characters
+    QString unit;              ///< with what a height is above where the values do not say it
+    int width;                 ///< in characters
+    bool isAboveGeoid = false; ///< the unit says so, for no other column does
 };
 
 /// Columns that stand beside each other and belong together.

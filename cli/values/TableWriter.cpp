@@ -172,6 +172,8 @@ void TableWriter::writeNumbers(QByteArray &bytes, const TableGroup &group,
             unit = m_printer.unit(*column.column.component());
             if (isEllipsoidalHeight(column.column, position.geoidModel))
                 label.prepend(QLatin1String("ell. "));
+            else if (column.isAboveGeoid)
+                label.prepend(QLatin1String("geoid "));
         }
         if (!unit.isEmpty())
             label += QLatin1String(" [") + unit + QLatin1Char(']');

@@ -35,13 +35,15 @@ constexpr ShortName shortNames[] = {
     {"local_ellipsoidal_height", "local_h"},
     {"local_northing", "northing"},
     {"local_easting", "easting"},
-    {"local_height_reference", "height_ref"},
+    {positions::heightReferenceName, "height_ref"},
     {"local_height", "height"},
     {"point_scale", "pt_scale"},
     {"elevation_factor", "elev_fact"},
     {"combined_factor", "comb_fact"},
     {"convergence", "converg"},
 };
+
+const QString shortHeightReference = QStringLiteral("height_ref");
 
 /// At most so many bytes of UTF-8, without half a character.
 QString cut(const QString &text, int bytes)
@@ -90,7 +92,7 @@ bool isOwnColumn(const QString &name)
                || (name.startsWith(column) && unitEndings().contains(name.mid(column.size())));
     };
     const auto &columns = positions::columns();
-    return name == QLatin1String("local_height_reference")
+    return name == QLatin1String(positions::heightReferenceName)
            || std::any_of(columns.begin(), columns.end(), [&](const positions::Column &column) {
                   return isCalled(QString::fromLatin1(column.csvName));
               });
@@ -111,7 +113,7 @@ bool isOfShortFrame(const QString &name, const QStringList &names)
 {
     static const QStringList frames[] = {
         {QStringLiteral("northing"), QStringLiteral("easting"), QStringLiteral("height"),
-         QStringLiteral("height_ref")},
+         shortHeightReference},
         {QStringLiteral("wgs84_lon"), QStringLiteral("wgs84_lat"), QStringLiteral("wgs84_h")},
         {QStringLiteral("local_lon"), QStringLiteral("local_lat"), QStringLiteral("local_h")},
     };
@@ -141,7 +143,7 @@ QStringList shapefileNames(const QStringList &names)
 
 std::vector<bool> ownCoordinates(const QStringList &names)
 {
-    const QStringList marks = {QStringLiteral("wgs84_lon"), QStringLiteral("height_ref")};
+    const QStringList marks = {QStringLiteral("wgs84_lon"), shortHeightReference};
     bool isShortened = true;
     for (const QString &mark : marks)
         isShortened = isShortened && names.contains(mark);
@@ -151,6 +153,15 @@ std::vector<bool> ownCoordinates(const QStringList &names)
         own.push_back(isLong || (isShortened && isShortOfOwn(name)) || isOfShortFrame(name, names));
     }
     return own;
+}
+
+int heightReferenceAmong(const QStringList &names)
+{
+    const int full = names.indexOf(QLatin1String(positions::heightReferenceName));
+    const int shortened = names.indexOf(shortHeightReference);
+    if (full >= 0 || shortened < 0)
+        return full;
+    return ownCoordinates(names)[static_cast<std::size_t>(shortened)] ? shortened : -1;
 }
 
 QString changedNames(const QStringList &names, const QStringList &changed)

@@ -14,6 +14,10 @@ QStringList shapefileNames(const QStringList &names);
 /// those of its columns, or of a Shapefile that has them shortened.
 std::vector<bool> ownCoordinates(const QStringList &names);
 
+/// Which of the fields says what the projected height is above, in the words of
+/// `positions::heightReference`; -1 for none.
+int heightReferenceAmong(const QStringList &names);
+
 /// "local_northing_m as loc_north_, ..." of those that are different; empty for none.
 QString changedNames(const QStringList &names, const QStringList &changed);
 

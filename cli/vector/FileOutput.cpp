@@ -142,6 +142,14 @@ QString FileOutput::extensions()
     return words.join(QLatin1Char(' '));
 }
 
+bool FileOutput::hasExtension(const QString &name)
+{
+    const QString suffix = QFileInfo(name).suffix().toLower();
+    return std::any_of(std::begin(forms), std::end(forms), [&suffix](const FileForm &form) {
+        return suffix == QLatin1String(form.extension);
+    });
+}
+
 std::optional<FileOutput> FileOutput::from(const CommandLine &line, QString &mistake)
 {
     if (!line.isSet(outputOption)) {
@@ -294,12 +302,16 @@ bool FileOutput::openLayer(const LayerSystem &system, const LocationOutput &outp
     LayerPlan plan;
     plan.target = m_name;
     plan.format = m_form->driver;
-    plan.heightUnit = lengthUnitOf(output, 1.0);
     QString reason;
     const Reference reference = referenceOf(system, *m_files, reason);
     if (reference.kind == Reference::Kind::None) {
         console.report(QStringLiteral("warning: %1 will name no coordinate reference system: %2")
                            .arg(m_name, reason));
+        plan.planeUnit = lengthUnitOf(output, planeUnitOf(system));
+        plan.heightUnit = lengthUnitOf(output, 1.0);
+        plan.notes += QStringLiteral("note: easting and northing in %1 are in %2, heights in %3")
+                          .arg(m_name, lengthUnitName(output, shownUnit(system)),
+                               lengthUnitName(output, QStringLiteral("m")));
     } else if (reference.kind != Reference::Kind::Projected) {
         console.report(QStringLiteral("cannot write %1: the axes of the system are %2, and other "
                                       "programs would read easting and northing")
@@ -309,6 +321,10 @@ bool FileOutput::openLayer(const LayerSystem &system, const LocationOutput &outp
         // The code brings the definition of the database, datum shift and all.
         plan.reference = reference.code.empty() ? reference.definition : reference.code;
         plan.planeUnit = reference.unitFactor;
+        // Whoever reads a plane in metres takes its heights for metres, too; beside one in feet
+        // they are in one or the other.
+        const bool isInMetres = reference.unitFactor == 1.0;
+        plan.heightUnit = isInMetres ? 1.0 : lengthUnitOf(output, 1.0);
         if (reference.code.empty() && plan.format == "ESRI Shapefile" && hasShift(system.coord)) {
             console.report(
                 QStringLiteral("warning: the .prj beside %1 cannot carry the datum shift "
@@ -316,7 +332,12 @@ bool FileOutput::openLayer(const LayerSystem &system, const LocationOutput &outp
                                "own, or none")
                     .arg(m_name, shown(system.name)));
         }
-        if (reference.unitFactor != 1.0 || plan.heightUnit != 1.0) {
+        if (isInMetres && lengthUnitOf(output, 1.0) != 1.0) {
+            plan.notes += QStringLiteral("note: easting, northing and height of the points in %1 "
+                                         "are in the metres of its reference system; their "
+                                         "attributes are in %2")
+                              .arg(m_name, lengthUnitName(output, QStringLiteral("m")));
+        } else if (!isInMetres) {
             plan.notes +=
                 QStringLiteral("note: easting and northing in %1 are in the unit \"%2\" of "
                                "its reference system, heights in %3")

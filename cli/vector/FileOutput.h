@@ -31,6 +31,9 @@ public:
     /// ".csv .json .geojson"
     static QString extensions();
 
+    /// Whether a file of this name would be of one of the forms.
+    static bool hasExtension(const QString &name);
+
     /// What -o asks for; nothing without it, or with the `mistake`.
     static std::optional<FileOutput> from(const CommandLine &line, QString &mistake);
 

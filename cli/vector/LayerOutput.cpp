@@ -9,17 +9,37 @@
 
 #include <QtCore/QFileInfo>
 
+#include <cmath>
+
 namespace KelStd::cli::vector {
 
 namespace {
 
 const std::string shapefile = "ESRI Shapefile";
 
-FieldType typeOf(const positions::PrintedColumn &column)
+/// A Shapefile has no truth values that all programs read.
+FieldType typeOf(const positions::PrintedColumn &column, bool isShapefile)
 {
-    if (!column.isNumber)
-        return FieldType::Text;
-    return column.isWhole ? FieldType::Integer : FieldType::Real;
+    using Kind = positions::ExtraColumn::Kind;
+    if (column.kind != positions::PrintedColumn::Kind::Extra)
+        return column.isNumber ? FieldType::Real : FieldType::Text;
+    switch (column.extraKind) {
+    case Kind::Text: break;
+    case Kind::Number: return FieldType::Real;
+    case Kind::Integer: return FieldType::Integer;
+    case Kind::Boolean: return isShapefile ? FieldType::Text : FieldType::Boolean;
+    case Kind::Date: return FieldType::Date;
+    }
+    return FieldType::Text;
+}
+
+/// A height of 0 comes back from the ellipsoid as some 1e-10, of which GDAL 3.6 prints "E-10" as
+/// "E-1".
+double withoutNoise(double coordinate)
+{
+    constexpr double perUnit = 1e8;
+    return std::abs(coordinate) < 1.0 ? std::round(coordinate * perUnit) / perUnit + 0.0
+                                      : coordinate;
 }
 
 } // namespace
@@ -54,7 +74,8 @@ QByteArray LayerOutput::begin(const positions::InputColumns &columns)
             QStringLiteral("note: names of fields in %1: %2").arg(m_plan.target, changed));
     }
     for (std::size_t i = 0; i < m_columns.size(); ++i) {
-        m_fields.push_back({held.at(static_cast<int>(i)).toStdString(), typeOf(m_columns[i])});
+        m_fields.push_back(
+            {held.at(static_cast<int>(i)).toStdString(), typeOf(m_columns[i], isShapefile)});
     }
     NewLayer layer;
     layer.path = m_set.path().toStdString();
@@ -78,11 +99,14 @@ void LayerOutput::write(QByteArray &bytes, const positions::PrintedPosition &pos
     for (const positions::PrintedColumn &column : m_columns) {
         const std::string_view text =
             positions::AttributeColumns::text(printer(), column, position, buffer);
-        texts.emplace_back(text.data(), static_cast<int>(text.size()));
+        texts.push_back(positions::AttributeColumns::isValue(column, text)
+                            ? QByteArray(text.data(), static_cast<int>(text.size()))
+                            : QByteArray());
     }
     appendRow(bytes,
-              {location.get_NEH_E() / m_plan.planeUnit, location.get_NEH_N() / m_plan.planeUnit,
-               location.get_NEH_H() / m_plan.heightUnit},
+              {withoutNoise(location.get_NEH_E() / m_plan.planeUnit),
+               withoutNoise(location.get_NEH_N() / m_plan.planeUnit),
+               withoutNoise(location.get_NEH_H() / m_plan.heightUnit)},
               texts);
 }
 
@@ -106,6 +130,12 @@ bool LayerOutput::finish()
     if (m_writer == nullptr || !m_writer->finish(error)) {
         m_error = QString::fromStdString(error);
         return false;
+    }
+    if (const long long rounded = m_writer->roundedNumbers(); rounded > 0) {
+        m_plan.notes += QStringLiteral("note: numbers in %1 that are rounded to 15 decimals, which "
+                                       "a Shapefile holds: %2")
+                            .arg(m_plan.target)
+                            .arg(rounded);
     }
     return m_set.commit(m_error);
 }

@@ -3,8 +3,6 @@
 #include <cli/terminal/StandardStreams.h>
 #include <cli/vector/FieldNames.h>
 
-#include <KelStd/positions/CsvWriter.h>
-
 #include <QtCore/QLocale>
 #include <QtCore/QTextCodec>
 
@@ -17,35 +15,12 @@ namespace {
 
 using positions::Frame;
 
-std::string_view viewOf(const QByteArray &bytes)
-{
-    return {bytes.constData(), static_cast<std::size_t>(bytes.size())};
-}
-
 bool isUtf8(const std::string &text)
 {
     QTextCodec::ConverterState state;
     QTextCodec::codecForName("UTF-8")->toUnicode(text.data(), static_cast<int>(text.size()),
                                                  &state);
     return state.invalidChars == 0 && state.remainingChars == 0;
-}
-
-QByteArray shortest(double value)
-{
-    return QByteArray::number(value, 'f', QLocale::FloatingPointShortest);
-}
-
-/// A number that is not finite is none.
-QByteArray textOf(double value)
-{
-    return std::isfinite(value) ? QByteArray::number(value, 'g', QLocale::FloatingPointShortest)
-                                : QByteArray();
-}
-
-/// The first of the words by which the component is called in an input.
-QByteArray headingOf(Frame frame, int component)
-{
-    return QByteArray(positions::columnOf(frame, component).headerWords).split(' ').first();
 }
 
 /// "1 feature has", "2 features have"
@@ -60,27 +35,40 @@ positions::ExtraColumn::Kind kindOf(FieldType type)
     case FieldType::Text: break;
     case FieldType::Integer: return positions::ExtraColumn::Kind::Integer;
     case FieldType::Real: return positions::ExtraColumn::Kind::Number;
+    case FieldType::Boolean: return positions::ExtraColumn::Kind::Boolean;
+    case FieldType::Date: return positions::ExtraColumn::Kind::Date;
     }
     return positions::ExtraColumn::Kind::Text;
 }
 
-void appendField(QByteArray &line, const QByteArray &field)
+QStringList fieldNames(const Layer &layer)
 {
-    if (!line.isEmpty())
-        line += ',';
-    positions::appendCsvField(line, viewOf(field));
+    QStringList names;
+    for (const Field &field : layer.fields)
+        names += QString::fromStdString(field.name);
+    return names;
+}
+
+/// Those that are neither the name nor `own`.
+QStringList carriedNames(const QStringList &names, int nameField, const std::vector<bool> &own)
+{
+    QStringList carried;
+    for (int i = 0; i < names.size(); ++i) {
+        if (i != nameField && !own[static_cast<std::size_t>(i)])
+            carried += names.at(i);
+    }
+    return carried;
 }
 
 } // namespace
 
 LayerRecords::LayerRecords(LayerReader &reader, QString name, const LayerForm &form)
-    : m_reader(reader), m_name(std::move(name)), m_form(form)
-{
-    QStringList fields;
-    for (const Field &field : reader.layer().fields)
-        fields += QString::fromStdString(field.name);
-    m_isOwn = ownCoordinates(fields);
-}
+    : m_reader(reader), m_name(std::move(name)), m_form(form),
+      m_isOwn(ownCoordinates(fieldNames(reader.layer()))),
+      m_heightReferenceField(heightReferenceAmong(fieldNames(reader.layer()))),
+      m_rejected(reader.layer(), form,
+                 carriedNames(fieldNames(reader.layer()), form.nameField, m_isOwn))
+{}
 
 positions::InputColumns LayerRecords::columns() const
 {
@@ -135,29 +123,45 @@ void LayerRecords::take(const Feature &feature, SourceRecord &record)
 {
     record.number = feature.id;
     record.failure = QString::fromStdString(feature.failure);
-    int index = 0;
-    for (const Value &value : feature.values) {
-        QByteArray text;
-        if (const auto *const words = std::get_if<std::string>(&value)) {
-            text = QByteArray(words->data(), static_cast<int>(words->size()));
-            if (!isUtf8(*words)) {
-                ++m_otherBytes;
-                text = QTextCodec::codecForName("Windows-1252")->toUnicode(text).toUtf8();
-            }
-        } else if (const auto *const number = std::get_if<double>(&value)) {
-            text = textOf(*number);
-        } else if (const auto *const whole = std::get_if<long long>(&value)) {
-            text = QByteArray::number(*whole);
-        }
+    const std::vector<Field> &fields = m_reader.layer().fields;
+    for (std::size_t i = 0; i < feature.values.size() && i < fields.size(); ++i) {
+        const int index = static_cast<int>(i);
+        const QByteArray text = textOf(feature.values[i], fields[i].type);
         if (index == m_form.nameField)
             record.name = text;
         else if (isCarried(index))
             record.extras.push_back(text);
-        ++index;
+        if (index == m_heightReferenceField)
+            record.heightReference = text;
     }
     if (record.failure.isEmpty())
         record.failure = placeOf(feature, record.position);
-    record.source = sourceLine(feature, record);
+    if (m_form.keepsSource)
+        record.source = m_rejected.line(feature, record);
+}
+
+/// The value as it is carried; null for none.
+QByteArray LayerRecords::textOf(const Value &value, FieldType type)
+{
+    if (const auto *const words = std::get_if<std::string>(&value)) {
+        const QByteArray text(words->data(), static_cast<int>(words->size()));
+        if (isUtf8(*words))
+            return text;
+        ++m_otherBytes;
+        return QTextCodec::codecForName("Windows-1252")->toUnicode(text).toUtf8();
+    }
+    if (const auto *const number = std::get_if<double>(&value)) {
+        if (std::isfinite(*number))
+            return QByteArray::number(*number, 'g', QLocale::FloatingPointShortest);
+        ++m_notFinite;
+        return {};
+    }
+    if (const auto *const whole = std::get_if<long long>(&value)) {
+        if (type == FieldType::Boolean)
+            return *whole != 0 ? "true" : "false";
+        return QByteArray::number(*whole);
+    }
+    return {};
 }
 
 /// Sets the position; or returns why there is none.
@@ -171,7 +175,7 @@ QString LayerRecords::placeOf(const Feature &feature, Pos &position)
     if (!feature.hasZ) {
         if (isCartesian)
             return QStringLiteral("it has no Z");
-        height = m_form.height.value_or(0.0);
+        height = m_form.height.value_or(0.0) / m_form.heightUnit;
         ++m_withoutHeight;
     }
     // In the order of the components, the northing before the easting.
@@ -190,50 +194,6 @@ QString LayerRecords::placeOf(const Feature &feature, Pos &position)
     }
     position = positions::rowOf(m_form.frame).position(values[0], values[1], values[2]);
     return {};
-}
-
-QByteArray LayerRecords::headerLine() const
-{
-    QByteArray line;
-    QStringList names;
-    if (m_form.nameField >= 0)
-        names += QStringLiteral("point");
-    for (int i = 0; i < positions::componentsPerFrame; ++i)
-        names += QString::fromLatin1(headingOf(m_form.frame, i));
-    for (const positions::ExtraColumn &extra : columns().extras) {
-        QString name = extra.name;
-        for (int number = 2; names.contains(name, Qt::CaseInsensitive); ++number)
-            name = QStringLiteral("%1_%2").arg(extra.name).arg(number);
-        names += name;
-    }
-    for (const QString &name : names)
-        appendField(line, name.toUtf8());
-    return line;
-}
-
-/// The feature as a line of text, in the units in which the program reads such lines.
-QByteArray LayerRecords::sourceLine(const Feature &feature, const SourceRecord &record) const
-{
-    if (!m_form.keepsSource)
-        return {};
-    const bool isPlane = m_form.frame == Frame::LocalProjected;
-    QByteArray line;
-    const bool isPlaced = feature.failure.empty();
-    const QByteArray x = isPlaced ? shortest(feature.x) : QByteArray();
-    const QByteArray y = isPlaced ? shortest(feature.y) : QByteArray();
-    const QByteArray z =
-        !isPlaced ? QByteArray() : shortest(feature.hasZ ? feature.z : m_form.height.value_or(0.0));
-    QList<QByteArray> fields = {isPlane ? y : x, isPlane ? x : y, z};
-    if (m_form.nameField >= 0)
-        fields.prepend(record.name);
-    for (const QByteArray &extra : record.extras)
-        fields += extra;
-    for (int i = 0; i < fields.size(); ++i) {
-        if (i > 0)
-            line += ',';
-        positions::appendCsvField(line, viewOf(fields[i]));
-    }
-    return line;
 }
 
 QStringList LayerRecords::remarks() const
@@ -267,6 +227,16 @@ QStringList LayerRecords::remarks() const
         remarks += QStringLiteral("note: %1 read as Windows-1252")
                        .arg(counted(m_otherBytes, "text of the layer is not UTF-8 and was",
                                     "texts of the layer are not UTF-8 and were"));
+    }
+    if (!m_reader.warningText().empty()) {
+        remarks += QStringLiteral("warning: reading %1: %2")
+                       .arg(m_name, QString::fromStdString(m_reader.warningText()));
+    }
+    if (m_notFinite > 0) {
+        remarks +=
+            QStringLiteral("note: %1")
+                .arg(counted(m_notFinite, "number of the layer is not finite and stays empty",
+                             "numbers of the layer are not finite and stay empty"));
     }
     return remarks;
 }

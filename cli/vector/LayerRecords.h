@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cli/run/RecordSource.h>
+#include <cli/vector/RejectedFeatures.h>
 #include <cli/vector/VectorFiles.h>
 
 #include <KelStd/positions/Columns.h>
@@ -18,7 +19,7 @@ struct LayerForm
     positions::Frame frame = positions::Frame::Wgs84Geographic;
     double planeUnit = 1.0;       ///< what one of the northings and eastings measures [m]
     double heightUnit = 1.0;      ///< the same of heights, and of X, Y, Z
-    std::optional<double> height; ///< of features without one, in its unit
+    std::optional<double> height; ///< of features without one [m]
     QString whyNoHeights;         ///< why a height can not be taken; empty where it can
     int nameField = -1;           ///< the field of the names; -1 for none
     bool keepsSource = false;     ///< whether features that fail are kept as lines
@@ -35,7 +36,7 @@ public:
     QString displayName() const override { return m_name; }
     QString item() const override { return QStringLiteral("feature"); }
     positions::InputColumns columns() const override;
-    QByteArray headerLine() const override;
+    QByteArray headerLine() const override { return m_rejected.headerLine(); }
     void endAt(const streams::StopRequests *stop) override { m_stop = stop; }
     bool isStopped() const override;
     bool isReady() override { return true; }
@@ -47,8 +48,8 @@ public:
 
 private:
     void take(const Feature &feature, SourceRecord &record);
+    QByteArray textOf(const Value &value, FieldType type);
     QString placeOf(const Feature &feature, Pos &position);
-    QByteArray sourceLine(const Feature &feature, const SourceRecord &record) const;
 
     bool isCarried(int field) const
     {
@@ -58,12 +59,15 @@ private:
     LayerReader &m_reader;
     QString m_name;
     LayerForm m_form;
-    std::vector<bool> m_isOwn; ///< fields that are passed over: coordinates of an earlier run
+    std::vector<bool> m_isOwn;       ///< fields that are passed over: coordinates of an earlier run
+    int m_heightReferenceField = -1; ///< among them, what the height is above; -1 for none
+    RejectedFeatures m_rejected;
     const streams::StopRequests *m_stop = nullptr;
     qint64 m_done = 0;
     qint64 m_labels = 0;
     qint64 m_withoutHeight = 0;
     qint64 m_otherBytes = 0; ///< texts that were not UTF-8
+    qint64 m_notFinite = 0;  ///< numbers
 };
 
 } // namespace KelStd::cli::vector

@@ -22,14 +22,16 @@ Number takeRaw(std::string_view &bytes)
     return number;
 }
 
+constexpr int noValue = -1; ///< in place of a text's size
+
 Value valueOf(std::string_view text, FieldType type)
 {
-    if (text.empty())
-        return {};
     const QByteArray bytes = QByteArray::fromRawData(text.data(), static_cast<int>(text.size()));
     bool ok = false;
     switch (type) {
     case FieldType::Text: break;
+    case FieldType::Date: return text.empty() ? Value() : Value(std::string(text));
+    case FieldType::Boolean: return text.empty() ? Value() : Value(text == "true" ? 1LL : 0LL);
     case FieldType::Integer: {
         const long long whole = bytes.toLongLong(&ok);
         return ok ? Value(whole) : Value();
@@ -49,7 +51,7 @@ void appendRow(QByteArray &bytes, const double (&place)[3], const std::vector<QB
     for (const double number : place)
         appendRaw(bytes, number);
     for (const QByteArray &text : texts) {
-        appendRaw(bytes, text.size());
+        appendRaw(bytes, text.isNull() ? noValue : text.size());
         bytes += text;
     }
 }
@@ -64,9 +66,14 @@ bool takeRow(std::string_view &bytes, const std::vector<Field> &fields, Feature 
     feature.hasZ = true;
     feature.values.clear();
     for (const Field &field : fields) {
-        const auto size = static_cast<std::size_t>(takeRaw<int>(bytes));
-        feature.values.push_back(valueOf(bytes.substr(0, size), field.type));
-        bytes.remove_prefix(size);
+        const int size = takeRaw<int>(bytes);
+        if (size == noValue) {
+            feature.values.emplace_back();
+            continue;
+        }
+        const auto length = static_cast<std::size_t>(size);
+        feature.values.push_back(valueOf(bytes.substr(0, length), field.type));
+        bytes.remove_prefix(length);
     }
     return true;
 }

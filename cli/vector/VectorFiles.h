@@ -13,7 +13,7 @@
 namespace KelStd::cli::vector {
 
 /// What the program asks a module for is what it was built with.
-inline constexpr int interfaceVersion = 2;
+inline constexpr int interfaceVersion = 3;
 
 /// A coordinate reference system, in facts that can be compared.
 struct Reference
@@ -51,7 +51,9 @@ enum class FieldType
 {
     Text,
     Integer,
-    Real
+    Real,
+    Boolean,
+    Date
 };
 
 struct Field
@@ -60,7 +62,8 @@ struct Field
     FieldType type = FieldType::Text;
 };
 
-/// The value of a field; nothing where it is not set.
+/// The value of a field; nothing where it is not set. A truth value is 0 or 1, a date the text
+/// "2024-05-01".
 using Value = std::variant<std::monostate, std::string, long long, double>;
 
 struct Layer
@@ -68,6 +71,7 @@ struct Layer
     std::string name;
     std::string geometry;      ///< "Point", "3D Line String"
     bool mayHavePoints = true; ///< false for a layer of lines, polygons or without geometries
+    bool mayHaveOthers = true; ///< false where every feature is a point that can be taken
     long long features = -1;   ///< -1 where that is not known
     Reference reference;
     std::vector<Field> fields;
@@ -79,7 +83,8 @@ struct Feature
     /// Why it is no point; empty when it is one. An attribute or a position that is not finite is
     /// such a reason.
     std::string failure;
-    double x = 0.0; ///< easting, longitude or X, whatever the order of the system's axes
+    std::string geometry; ///< of one that is no point: as well-known text
+    double x = 0.0;       ///< easting, longitude or X, whatever the order of the system's axes
     double y = 0.0;
     double z = 0.0;
     bool hasZ = false;
@@ -110,6 +115,9 @@ public:
 
     /// Of the last `Error`.
     virtual std::string errorText() const = 0;
+
+    /// The first of what there was to warn of while features were read; empty for nothing.
+    virtual std::string warningText() const = 0;
 };
 
 /// A file with layers. Its readers do not outlive it.
@@ -152,6 +160,9 @@ public:
 
     /// Once, behind the last one. False with the `error`: the file is not complete.
     virtual bool finish(std::string &error) = 0;
+
+    /// How many numbers have lost digits, because the format has decimals for no more.
+    virtual long long roundedNumbers() const = 0;
 };
 
 class VectorFiles

@@ -137,6 +137,40 @@ void requireSound(std::string_view bytes, std::size_t piece, Order order)
     }
 }
 
+/// Two files of one receiver, the second behind the first: as it is alone, but for what is carried
+/// on.
+void requireSoundBehindAnother(std::string_view first, std::string_view second, Order order)
+{
+    EpochCombiner combiner(order);
+    const auto epochsOfInput = [&combiner](std::string_view bytes) {
+        std::vector<ReceiverEpoch> epochs;
+        combiner.feed(bytes);
+        combiner.finish();
+        while (auto epoch = combiner.next())
+            epochs.push_back(std::move(*epoch));
+        return epochs;
+    };
+    const auto before = epochsOfInput(first);
+    combiner.beginInput();
+    require(combiner.tally().used == 0 && combiner.tally().broken() == 0,
+            "sentences are counted anew");
+    const auto epochs = epochsOfInput(second);
+    const SentenceTally behind = combiner.tally();
+    SentenceTally tally;
+    const auto alone = epochsOf(second, std::max<std::size_t>(second.size(), 1), order, tally);
+    require(epochs.size() == alone.size(), "an input has its epochs");
+    require(behind.used == tally.used && behind.broken() == tally.broken()
+                && behind.late.count == tally.late.count && behind.otherLines == tally.otherLines,
+            "an input has its sentences");
+    qint64 number = static_cast<qint64>(before.size());
+    for (std::size_t i = 0; i < epochs.size(); ++i) {
+        requireSound(epochs[i]);
+        require(epochs[i].number == ++number, "epochs are counted on");
+        require(epochs[i].line == alone[i].line && epochs[i].sentences == alone[i].sentences,
+                "an epoch is the same behind another input");
+    }
+}
+
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
@@ -148,7 +182,15 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     const std::string mended =
         (data[0] & mendingBit) != 0 ? withChecksums(given) : std::string(given);
     const std::string_view bytes = mended;
-    for (const Order order : {Order::InTurn, Order::MayInterleave})
-        requireSound(bytes, (data[0] & ~mendingBit) + 1U, order);
+    // Two inputs, cut behind as many lines.
+    const unsigned piece = (data[0] & ~mendingBit) + 1U;
+    std::size_t end = 0;
+    for (unsigned i = 0; i < piece && end != std::string_view::npos; ++i)
+        end = bytes.find('\n', end == 0 ? 0 : end + 1);
+    const std::size_t cut = end == std::string_view::npos ? bytes.size() / 2 : end + 1;
+    for (const Order order : {Order::InTurn, Order::MayInterleave}) {
+        requireSound(bytes, piece, order);
+        requireSoundBehindAnother(bytes.substr(0, cut), bytes.substr(cut), order);
+    }
     return 0;
 }

@@ -3,6 +3,8 @@
 #include "cli/ProgramRun.h"
 #include "support/Printers.h"
 
+#include <ostream>
+
 namespace KelStd {
 namespace {
 
@@ -64,6 +66,48 @@ TEST(ConvertExcel, IsReadBack)
         EXPECT_EQ(back.out, plain.out) << locale;
     }
 }
+
+struct SheetRow
+{
+    const char *locale;
+    const char *style;
+};
+
+void PrintTo(const SheetRow &row, std::ostream *out)
+{
+    *out << row.locale << ' ' << row.style;
+}
+
+class AnglesOfSheets : public testing::TestWithParam<SheetRow>
+{};
+
+// Signs of degrees with a decimal point beside a height with a comma would be in doubt.
+TEST_P(AnglesOfSheets, AreReadBack)
+{
+    const QByteArray input = "P1,-5.25,52.125,43.75\n";
+    const QStringList angle{text("--excel"), text("--angle"), text(GetParam().style)};
+    const auto sheet = convertIn(GetParam().locale, input, angle);
+    ASSERT_EQ(sheet.status, 0) << sheet.err;
+    for (const char *frame : {"wgs84-llh", "local-llh", "local-neh", "wgs84-xyz"}) {
+        SCOPED_TRACE(frame);
+        const auto back = ProgramRun().convert(
+            system, sheet.out.toUtf8(),
+            {text("--from"), text(frame),
+             text("--fields=point,wgs84_longitude,wgs84_latitude,wgs84_height")});
+        ASSERT_EQ(back.status, 0) << back.err;
+        const auto row = test::csvRows(back.out).value(0);
+        EXPECT_NEAR(test::numberIn(row, text("wgs84_longitude_deg")), -5.25, 1e-8);
+        EXPECT_NEAR(test::numberIn(row, text("wgs84_latitude_deg")), 52.125, 1e-8);
+        EXPECT_NEAR(test::numberIn(row, text("wgs84_height_m")), 43.75, 1e-3);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Locales, AnglesOfSheets,
+    testing::Values(SheetRow{"de_DE.UTF-8", "dms"}, SheetRow{"de_DE.UTF-8", "degree"},
+                    SheetRow{"de_DE.UTF-8", "second"}, SheetRow{"de_DE.UTF-8", "radian"},
+                    SheetRow{"tr_TR.UTF-8", "dms"}, SheetRow{"de_CH.UTF-8", "dms"},
+                    SheetRow{"en_US.UTF-8", "dms"}));
 
 TEST(ConvertExcel, ExcludesOtherForms)
 {

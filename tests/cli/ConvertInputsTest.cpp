@@ -300,10 +300,56 @@ TEST(HeightOption, IsTheHeightOfAllInTheUnitOfLengths)
     const auto cartesian = ProgramRun().convert(
         system, "1,2,3\n", {QStringLiteral("--height=1"), QStringLiteral("--from=wgs84-xyz")});
     EXPECT_EQ(cartesian.status, 2);
-    const auto beside =
+}
+
+TEST(HeightOption, FillsWhatIsEmptyBelowAHeading)
+{
+    const QByteArray some =
+        "name,lat,lon,h,code\nA,52.5,5.25,,x\nB,52.5,5.5,40,y\nC,52.5,5.75,,z\n";
+    const auto result = ProgramRun().convert(
+        system, some,
+        {QStringLiteral("--height=1"), QStringLiteral("--fields=point,wgs84_height")});
+    EXPECT_EQ(result.status, 0) << result.err;
+    EXPECT_EQ(result.out.toStdString(), "point,wgs84_height_m\nA,1.00000\nB,40.00000\nC,1.00000\n");
+    EXPECT_EQ(result.err.toStdString(),
+              "kelstd: note: the height of --height is taken for 2 positions without one\n");
+    const auto without = ProgramRun().convert(system, some, {});
+    EXPECT_EQ(without.status, 1);
+    EXPECT_THAT(without.err, Mentions(":2: height is missing; --height says that of"));
+    const auto needless =
         ProgramRun().convert(system, "lat,lon,h\n52.5,5.25,40\n", {QStringLiteral("--height=1")});
-    EXPECT_EQ(beside.status, 2);
-    EXPECT_THAT(beside.err, Mentions("--height is for positions without a height"));
+    EXPECT_EQ(needless.status, 0);
+    EXPECT_THAT(needless.err, Mentions("warning: the height of --height is that of no position"));
+}
+
+TEST(SeveralFiles, MayHaveTheirFurtherColumnsInAnotherOrder)
+{
+    const ProgramRun program;
+    const QString one = program.file(QStringLiteral("one.csv"),
+                                     "name,lat,lon,h,code,remark\nA,52.5,5.25,40,c1,r1\n");
+    const QString other = program.file(QStringLiteral("other.csv"),
+                                       "remark,name,code,h,lat,lon\nr2,B,c2,41,52.5,5.25\n"
+                                       "remark,name,code,h,lat,lon\nr3,C,\"c3,\",42,52.5,5.25\n");
+    const auto result =
+        convertOf(program, {QStringLiteral("--fields=point,wgs84_height,code,remark"), one, other});
+    EXPECT_EQ(result.status, 0) << result.err;
+    EXPECT_EQ(result.out.toStdString(), "point,wgs84_height_m,code,remark\nA,40.00000,c1,r1\n"
+                                        "B,41.00000,c2,r2\nC,42.00000,\"c3,\",r3\n");
+}
+
+TEST(SeveralFiles, AreNotWhatIsToBeWritten)
+{
+    const ProgramRun program;
+    const QString in = program.file(QStringLiteral("in.csv"), "5.25,52.5,40\n");
+    for (const char *name : {"out.gpkg", "out.csv", "out.kml", "OUT.DXF"}) {
+        const QString out = program.home().path(QString::fromLatin1(name));
+        const auto result = convertOf(program, {in, out});
+        EXPECT_EQ(result.status, 2) << name;
+        EXPECT_EQ(result.out, QString());
+        EXPECT_THAT(result.err,
+                    Mentions(QStringLiteral("-o %1 writes a file").arg(out).toUtf8().constData()))
+            << name;
+    }
 }
 
 TEST(HeightOption, SaysWhatTheHeightIsAboveInASystemWithAGeoid)
@@ -328,6 +374,21 @@ TEST(HeightOption, SaysWhatTheHeightIsAboveInASystemWithAGeoid)
               QStringLiteral("12.50000"));
     EXPECT_EQ(csvRows(plane.out).value(0).value(QStringLiteral("local_height_reference")),
               QStringLiteral("geoid small.gtx"));
+    const auto filled = convert("local-neh", "--height=12.5", "n,e,h\n465682.96,183928.88,\n");
+    EXPECT_EQ(filled.err, QStringLiteral("kelstd: note: the height of --height is taken as it is, "
+                                         "above the geoid small.gtx\n"
+                                         "kelstd: note: the height of --height is taken for 1 "
+                                         "position without one\n"));
+    const auto table = [&](const char *fields) {
+        return program
+            .run({QStringLiteral("convert"), QStringLiteral("--table"), QStringLiteral("--system"),
+                  file, QStringLiteral("--fields"), QString::fromLatin1(fields)},
+                 "5.25,52.5,40\n")
+            .out;
+    };
+    EXPECT_THAT(table("local_height"), Mentions("m (geoid)\n"));
+    EXPECT_FALSE(table("local_height,local_height_reference").contains(QLatin1String("(geoid)")));
+    EXPECT_THAT(table("wgs84_height"), Mentions("m (ell.)\n"));
     const auto angles = convert("wgs84-llh", "--height=12.5", "5.25,52.5\n");
     EXPECT_EQ(angles.err, QStringLiteral("kelstd: note: the height of --height is taken as it is, "
                                          "above the ellipsoid\n"));

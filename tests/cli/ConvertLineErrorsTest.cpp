@@ -113,6 +113,41 @@ TEST(ConvertLineErrors, WithoutHeaderOrModelAWrongNumberOfFieldsSaysWhatIsExpect
                              "height, after a point name if there is one"));
 }
 
+TEST(ConvertLineErrors, NobodyIsToldToPassOverPositionsWithFurtherFields)
+{
+    for (const QByteArray &line :
+         {QByteArray("P1,5.25,52.5,40,TREE"), QByteArray("P1;5,25;52,5;40;TREE"),
+          QByteArray("1,5\u00B015'0\"E,52\u00B030'0\"N,40,TREE")}) {
+        const auto result = ProgramRun().convert(system, line + '\n' + line + '\n');
+        EXPECT_EQ(result.status, 2);
+        EXPECT_THAT(result.err, Mentions("5 fields found"));
+        EXPECT_FALSE(result.err.contains(QLatin1String("--skip"))) << result.err;
+    }
+    const auto title =
+        ProgramRun().convert(system, "Job 7,2024-05-01,10.5 degrees\nA,5.25,52.5,40\n");
+    EXPECT_EQ(title.status, 2);
+    EXPECT_THAT(title.err, Mentions("--skip 1 passes over the line"));
+}
+
+TEST(ConvertLineErrors, LimitsAreInTheUnitOfTheInput)
+{
+    const struct
+    {
+        QByteArray input;
+        const char *reason;
+    } rows[] = {
+        {"lat_rad,lon_rad,h\n0.9,100,3\n",
+         "longitude 100 is not between -6.2831853 and 6.2831853 rad"},
+        {"lat_gon,lon_gon,h\n101,5,3\n", "latitude 101 is not between -100 and 100 gon"},
+        {"lat,lon,h\n91,5,3\n", "latitude 91 is not between -90 and 90\n"},
+    };
+    for (const auto &row : rows) {
+        const auto result = ProgramRun().convert(system, row.input);
+        EXPECT_EQ(result.status, 1);
+        EXPECT_THAT(result.err, Mentions(row.reason));
+    }
+}
+
 /// Who knows what such a line says of the others.
 TEST(ConvertLineErrors, AFirstLineThatIsNeitherHeadingsNorAPositionEndsTheRunUnlessItIsSkipped)
 {
@@ -125,7 +160,9 @@ TEST(ConvertLineErrors, AFirstLineThatIsNeitherHeadingsNorAPositionEndsTheRunUnl
         EXPECT_EQ(result.status, 2);
         EXPECT_EQ(result.out, QString());
         EXPECT_THAT(result.err, Mentions("<stdin>:1: "));
-        EXPECT_THAT(result.err, Mentions("; --skip 1 passes over the line"));
+        // What holds coordinates is no title to be passed over.
+        const bool isData = first.contains("5.25,52.5");
+        EXPECT_EQ(result.err.contains(QLatin1String("; --skip 1 passes over the line")), !isData);
         const auto skipped = ProgramRun().convert(system, input, {QStringLiteral("--skip=1")});
         EXPECT_EQ(skipped.status, 0) << skipped.err;
         EXPECT_EQ(csvRows(skipped.out).size(), 1);

@@ -3,7 +3,7 @@
 #include "cli/ProgramRun.h"
 #include "cli/RunningProgram.h"
 #include "location/PublishedFigures.h"
-#include "support/FileSizeLimit.h"
+#include "support/FullDisk.h"
 #include "support/Printers.h"
 
 #include <QtCore/QDir>
@@ -257,7 +257,7 @@ TEST_F(ConvertRejects, AFullDiskIsReportedAndLeavesTheOldFile)
                          "A,5,52,1\n" + QByteArray("B,x,52,1\n").repeated(lines) + "C,5,52,1\n");
         ProgramResult result;
         {
-            const test::FileSizeLimit limit(500);
+            const test::FullDisk limit(500);
             result = convert({}, {input});
         }
         EXPECT_EQ(result.status, 3);

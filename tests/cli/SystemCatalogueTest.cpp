@@ -2,7 +2,7 @@
 
 #include "cli/ProgramRun.h"
 #include "proj/ProjPrograms.h"
-#include "support/FileSizeLimit.h"
+#include "support/FullDisk.h"
 #include "support/Printers.h"
 
 #include <KelStd/io/Coord_IO.h>
@@ -345,7 +345,7 @@ TEST_F(SystemCatalogue, AFileThatExistsIsKeptUnlessForced)
 TEST_F(SystemCatalogue, AFullDiskLeavesNothing)
 {
     const QString file = path("full.xml");
-    m_program.beforeStart([] { new test::FileSizeLimit(1000); });
+    m_program.beforeStart([] { new test::FullDisk(1000); });
     const auto result = system(wordsOf("import EPSG:32631 -o") + QStringList(file));
     EXPECT_EQ(result.status, 3);
     EXPECT_EQ(result.out, QString());

@@ -1,4 +1,4 @@
-#include "support/FileSizeLimit.h"
+#include "support/FullDisk.h"
 #include "support/GridFiles.h"
 #include "support/Printers.h"
 #include "support/ProjTest.h"
@@ -305,7 +305,7 @@ TEST_F(GgfConversion, ATargetThatCannotBeWrittenWholeStaysAsItWas)
         SCOPED_TRACE(most);
         QFile::remove(target);
         const auto convertLimited = [&] {
-            const test::FileSizeLimit limit(most);
+            const test::FullDisk limit(most);
             return ProjLib::ConvertGeoidModelFile_GGF(source, target);
         };
         EXPECT_FALSE(convertLimited());

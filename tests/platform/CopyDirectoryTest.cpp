@@ -1,4 +1,4 @@
-#include "support/FileSizeLimit.h"
+#include "support/FullDisk.h"
 #include "support/Printers.h"
 #include "support/ScopedMask.h"
 #include "support/TemporaryHome.h"
@@ -118,7 +118,7 @@ TEST_F(CopyDirectory, ACopyThatDoesNotFitLeavesTheOldFile)
     write("target/a.gtx", "old");
     bool complete = true;
     {
-        const test::FileSizeLimit limit(4096);
+        const test::FullDisk limit(4096);
         complete = copy();
     }
     EXPECT_FALSE(complete);
@@ -134,7 +134,7 @@ TEST_F(CopyDirectory, ASmallCopyThatDoesNotFitLeavesTheOldFile)
     write("target/a.gtx", "old");
     bool complete = true;
     {
-        const test::FileSizeLimit limit(999);
+        const test::FullDisk limit(999);
         complete = copy();
     }
     EXPECT_FALSE(complete);

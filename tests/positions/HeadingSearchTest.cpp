@@ -142,19 +142,19 @@ INSTANTIATE_TEST_SUITE_P(
         Ended{"TitleOfOneNumber", "2024\n5.25,52.5,40\n",
               "1: the line is neither headings nor a position: 1 field found"},
         Ended{"TitleOfTwoLines", "Survey\nof 2024 in B\nA,5.25,52.5,40\n",
-              "1: the line holds no number, so it is a header; it names no longitude. Accepted for "
-              "--from wgs84-llh: longitude (longitude, lon, long, lng, wgs84_longitude); latitude "
-              "(latitude, lat, wgs84_latitude); height (height, h, ellipsoidal_height, "
-              "wgs84_height); --columns picks columns with other headings; --skip 2 passes over "
-              "the first 2 lines"},
+              "1: the line holds no number, so it is a header; it names no longitude; --columns picks "
+              "columns with other headings. Accepted for --from wgs84-llh: longitude (longitude, "
+              "lon, long, lng, wgs84_longitude); latitude (latitude, lat, wgs84_latitude); height "
+              "(height, h, ellipsoidal_height, wgs84_height); --skip 2 passes over the first 2 "
+              "lines"},
         Ended{"FiveFields", "P1,5.682,52.88,47.5,CODE\n",
               "1: the line is neither headings nor a position: 5 fields found; expected are "
               "longitude, latitude, height, after a point name if there is one; where 5.682, 52.88 "
-              "and 47.5 are these, --columns 1,2,3,4 picks them; --skip 1"},
+              "and 47.5 are these, --columns 1,2,3,4 picks them"},
         Ended{"FiveFieldsWithoutAName", "5.682 52.88 47.5 T 7\n",
               "1: the line is neither headings nor a position: 5 fields found; expected are "
               "longitude, latitude, height, after a point name if there is one; where 5.682, 52.88 "
-              "and 47.5 are these, --columns 1,2,3 picks them; --skip 1"},
+              "and 47.5 are these, --columns 1,2,3 picks them"},
         Ended{"SixFieldsOfDegreesAndMinutes", "P1,52,30,5,15,40\n",
               "1: the line is neither headings nor a position: 6 fields found; expected are "
               "longitude, latitude, height, after a point name if there is one; --skip 1"},

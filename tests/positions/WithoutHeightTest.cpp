@@ -76,6 +76,9 @@ INSTANTIATE_TEST_SUITE_P(
         Read{"Typed", llh, "5\u00B015'E,52\u00B030'N\n"}, Read{"Letters", llh, "E5.25 N52.5\n"},
         Read{"Colons", llh, "5:15:00,52:30:00\n"}, Read{"Plane", neh, "463000.5,155000.25\n"},
         Read{"LocalAngles", localLlh, "5.25,52.5\n"}, Read{"Name", llh, "P1,5.25,52.5\n", "", "P1"},
+        Read{"QuotedNumber", llh, "\"101\",5.25,52.5\n", "", "101"},
+        Read{"QuotedLongitude", llh, "\"E12\",5.25,52.5\n", "", "E12"},
+        Read{"QuotedTime", llh, "\"10:00:00\";5.25;52.5\n", "", "10:00:00"},
         Read{"NameAndBlanks", llh, "P1 5.25 52.5\n", "", "P1"},
         Read{"NameInThePlane", neh, "P1;463000,5;155000,25\n", "", "P1"},
         Read{"Headings", llh, "lat,lon\n52.5,5.25\n"},
@@ -123,7 +126,9 @@ INSTANTIATE_TEST_SUITE_P(
         Doubtful{"NumberAndTwo", llh, "101,5.25,52.5\n", "101 may be a point's number before"},
         Doubtful{"NumberAndTwoOfThePlane", neh, "101,465682.96,183928.88\n",
                  "it may be an easting"},
-        Doubtful{"QuotedNumberAndTwo", llh, "\"101\",5.25,52.5\n", "101 may be a point's number"},
+        Doubtful{"AllQuotedAndTwo", llh, "\"101\",\"5.25\",\"52.5\"\n",
+                 "101 may be a point's number"},
+        Doubtful{"QuotedNumberAndWhole", llh, "\"101\",5,52\n", "may be a number in two pieces"},
         Doubtful{"NameOrAngle", llh, "E12,5.25,52.5\n", "E12 may be a point's number"},
         Doubtful{"DecimalComma", llh, "5,52\n", "may be a number in two pieces"},
         Doubtful{"NegativeDecimalComma", llh, "-5,52\n", "may be a number in two pieces"},
@@ -192,7 +197,6 @@ TEST(GivenHeight, IsRefusedBesideAHeight)
         const char *columns;
         const char *reason;
     } rows[] = {
-        {"lat,lon,h\n52.5,5.25,40\n", "", "--height is for positions without a height, and \"h\""},
         {"P1,5.25,52.5,40\n", "", "4 fields found; with --height expected are longitude and lat"},
         {"5.25,52.5,40\n", "", "\"5.25\" may be a point's number before 52.5 and 40"},
         {"5,52,40\n", "", "\"52\" and \"40\" may be a number in two pieces"},

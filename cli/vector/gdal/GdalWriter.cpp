@@ -3,12 +3,15 @@
 #include <cli/vector/gdal/GdalMessages.h>
 #include <cli/vector/gdal/GdalReference.h>
 
+#include <cpl_conv.h>
 #include <cpl_string.h>
 #include <gdal.h>
 #include <ogr_api.h>
 
+#include <array>
 #include <cmath>
-#include <type_traits>
+#include <cstdio>
+#include <optional>
 
 namespace KelStd::cli::vector {
 
@@ -19,6 +22,7 @@ constexpr int rowsPerTransaction = 65536;
 /// A DBF holds a number as text: room for the digits of every double that a survey has.
 constexpr int dbfNumberWidth = 31;
 constexpr int dbfDecimals = 15;
+constexpr int dbfWholeDigits = dbfNumberWidth - dbfDecimals - 1;
 constexpr std::size_t dbfMaxText = 254; ///< [bytes]
 
 const char *const shapefile = "ESRI Shapefile";
@@ -57,9 +61,19 @@ OGRFieldType ogrType(FieldType type)
     switch (type) {
     case FieldType::Integer: return OFTInteger64;
     case FieldType::Real: return OFTReal;
+    case FieldType::Boolean: return OFTInteger;
+    case FieldType::Date: return OFTDate;
     case FieldType::Text: break;
     }
     return OFTString;
+}
+
+/// The number as a DBF holds it; nothing where it has no room.
+std::optional<double> asHeldByDbf(double number)
+{
+    std::array<char, 400> text = {}; // the largest double has 309 digits before the point
+    const int size = std::snprintf(text.data(), text.size(), "%.*f", dbfDecimals, number);
+    return size <= dbfNumberWidth ? std::optional(CPLAtof(text.data())) : std::nullopt;
 }
 
 class Writer : public LayerWriter
@@ -139,6 +153,8 @@ public:
         return messages.hasWarning() ? failed(messages, error) : true;
     }
 
+    long long roundedNumbers() const override { return m_rounded; }
+
 private:
     static bool failed(const GdalMessages &messages, std::string &error)
     {
@@ -150,6 +166,8 @@ private:
     {
         for (const Field &field : m_fields) {
             const OGRFieldDefnH made = OGR_Fld_Create(field.name.c_str(), ogrType(field.type));
+            if (field.type == FieldType::Boolean)
+                OGR_Fld_SetSubType(made, OFSTBoolean);
             if (m_isDbf && field.type == FieldType::Real) {
                 OGR_Fld_SetWidth(made, dbfNumberWidth);
                 OGR_Fld_SetPrecision(made, dbfDecimals);
@@ -162,7 +180,7 @@ private:
         return true;
     }
 
-    bool setValue(OGRFeatureH feature, int field, const Value &value, std::string &error) const
+    bool setValue(OGRFeatureH feature, int field, const Value &value, std::string &error)
     {
         if (const auto *const text = std::get_if<std::string>(&value)) {
             if (m_isDbf && text->size() > dbfMaxText) {
@@ -171,14 +189,50 @@ private:
                         + " bytes, and a Shapefile holds " + std::to_string(dbfMaxText);
                 return false;
             }
+            if (m_fields[static_cast<std::size_t>(field)].type == FieldType::Date)
+                return setDate(feature, field, *text, error);
             OGR_F_SetFieldString(feature, field, text->c_str());
         } else if (const auto *const number = std::get_if<double>(&value)) {
-            OGR_F_SetFieldDouble(feature, field, *number);
+            return setNumber(feature, field, *number, error);
         } else if (const auto *const whole = std::get_if<long long>(&value)) {
             OGR_F_SetFieldInteger64(feature, field, *whole);
         } else {
             OGR_F_SetFieldNull(feature, field);
         }
+        return true;
+    }
+
+    static bool setDate(OGRFeatureH feature, int field, const std::string &text, std::string &error)
+    {
+        int year = 0;
+        int month = 0;
+        int day = 0;
+        if (std::sscanf(text.c_str(), "%d-%d-%d", &year, &month, &day) != 3) {
+            error = "\"" + text + "\" is no date";
+            return false;
+        }
+        OGR_F_SetFieldDateTime(feature, field, year, month, day, 0, 0, 0, 0);
+        return true;
+    }
+
+    bool setNumber(OGRFeatureH feature, int field, double number, std::string &error)
+    {
+        OGR_F_SetFieldDouble(feature, field, number);
+        if (!m_isDbf)
+            return true;
+        const std::optional<double> held = asHeldByDbf(number);
+        if (!held) {
+            std::array<char, 32> text = {};
+            std::snprintf(text.data(), text.size(), "%.15g", number);
+            error = "the number " + std::string(text.data()) + " in \""
+                    + m_fields[static_cast<std::size_t>(field)].name
+                    + "\" does not fit: a Shapefile holds " + std::to_string(dbfWholeDigits)
+                    + " characters before the decimal point, a GeoPackage any number";
+            return false;
+        }
+        constexpr double tolerance = 1e-12; // of the number; a double tells 2e-16
+        if (std::abs(*held - number) > tolerance * std::abs(number))
+            ++m_rounded;
         return true;
     }
 
@@ -188,6 +242,7 @@ private:
     bool m_isDbf = false;
     bool m_hasTransactions = false;
     int m_pending = 0;
+    long long m_rounded = 0;
 };
 
 } // namespace

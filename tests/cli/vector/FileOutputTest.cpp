@@ -2,7 +2,7 @@
 // ogr2ogr, the plane held against cs2cs.
 
 #include "cli/vector/VectorRun.h"
-#include "support/FileSizeLimit.h"
+#include "support/FullDisk.h"
 #include "support/Printers.h"
 
 #include <QtCore/QDir>
@@ -306,7 +306,7 @@ TEST_F(FileOutputs, LeaveNothingOnAFullDisk)
         m_program.file(QString::fromLatin1(name), "mine");
         ProgramResult result;
         {
-            const test::FileSizeLimit limit(100000);
+            const test::FullDisk limit(100000);
             result = convert(QStringLiteral("--force -o ") + path(QString::fromLatin1(name)), many);
         }
         EXPECT_EQ(result.status, 3) << result.err;

@@ -2,7 +2,7 @@
 // there and back.
 
 #include "cli/vector/VectorRun.h"
-#include "support/FileSizeLimit.h"
+#include "support/FullDisk.h"
 #include "support/Printers.h"
 
 #include <QtCore/QDir>
@@ -241,7 +241,7 @@ TEST_F(LayerFiles, LeaveNothingOnAFullDisk)
         m_program.file(QString::fromLatin1(name), "mine");
         ProgramResult result;
         {
-            const test::FileSizeLimit limit(120000);
+            const test::FullDisk limit(120000);
             result = convert(QStringLiteral("--columns name,lon,lat,h --force -o ")
                                  + path(QString::fromLatin1(name)),
                              many);

@@ -268,6 +268,64 @@ TEST_F(VectorInputs, WithAnUndefinedSystemNeedTheirFrame)
     }
 }
 
+TEST_F(VectorInputs, InFeetTakeAHeightInTheUnitOfLengths)
+{
+    const QByteArray point = "{\"type\":\"FeatureCollection\",\"features\":[{\"type\":\"Feature\","
+                             "\"properties\":{},\"geometry\":{\"type\":\"Point\",\"coordinates\":"
+                             "[984250.0,196850.0]}}]}";
+    const QString file =
+        layer(QStringLiteral("ny.gpkg"), QStringLiteral("-a_srs EPSG:2263"), point);
+    const ProgramResult result =
+        convert(file, QStringLiteral("--system EPSG:2263 --length-unit us-ft --height 100 "
+                                     "--fields local_height"));
+    ASSERT_EQ(result.status, 0) << result.err;
+    EXPECT_EQ(result.out.toStdString(), "local_height_us_ft\n100.00000\n");
+}
+
+TEST_F(VectorInputs, AreHeldAgainstWhatTheySayOfTheirHeights)
+{
+    struct Row
+    {
+        const char *field;
+        const char *said;
+        int status;
+    };
+    const Row rows[] = {{"local_height_reference", "ellipsoid", 0},
+                        {"local_height_reference", "geoid egm96_15.gtx", 1},
+                        {"local_height_reference", "", 0}};
+    for (const Row &row : rows) {
+        SCOPED_TRACE(std::string(row.field) + ' ' + row.said);
+        const QString file = layer(
+            QStringLiteral("p.gpkg"), QStringLiteral("-a_srs EPSG:32631 -overwrite"),
+            "{\"type\":\"FeatureCollection\",\"features\":[{\"type\":\"Feature\",\"properties\":{"
+            "\"" + QByteArray(row.field)
+                + "\":\"" + row.said
+                + "\"},\"geometry\":{\"type\":\"Point\",\"coordinates\":[663290.5,5780964.5,43.0]}}"
+                  "]}");
+        const ProgramResult result = convert(file);
+        EXPECT_EQ(result.status, row.status) << result.err;
+        if (row.status != 0) {
+            EXPECT_TRUE(mentionsAll(
+                result.err, {"the height is above \"geoid egm96_15.gtx\"", "above the ellipsoid"}))
+                << result.err;
+        }
+    }
+}
+
+TEST_F(VectorInputs, OfOurShapefilesAreHeldAgainstWhatTheySayOfTheirHeights)
+{
+    const QString file =
+        layer(QStringLiteral("p.shp"), QStringLiteral("-a_srs EPSG:32631"),
+              "{\"type\":\"FeatureCollection\",\"features\":[{\"type\":\"Feature\",\"properties\":{"
+              "\"northing\":5780964.5,\"easting\":663290.5,\"height\":43.0,\"height_ref\":"
+              "\"geoid egm96_15.gtx\"},\"geometry\":{\"type\":\"Point\",\"coordinates\":"
+              "[663290.5,5780964.5,43.0]}}]}");
+    const ProgramResult result = convert(file);
+    EXPECT_EQ(result.status, 1) << result.err;
+    EXPECT_TRUE(mentionsAll(result.err, {"the height is above \"geoid egm96_15.gtx\""}))
+        << result.err;
+}
+
 TEST_F(VectorInputs, InFeetAreReadInFeet)
 {
     const QByteArray point = "{\"type\":\"FeatureCollection\",\"features\":[{\"type\":\"Feature\","
@@ -315,8 +373,7 @@ TEST_F(VectorInputs, RejectWhatIsNoPointByItsFeature)
         "\"MultiPoint\",\"coordinates\":[[5.4,52.2,7],[5.5,52.2,7]]}},"
         "{\"type\":\"Feature\",\"id\":16,\"properties\":{\"name\":\"F\"},\"geometry\":{\"type\":"
         "\"Point\",\"coordinates\":[5.4,95.0,1]}}]}");
-    const QString rejects = path(QStringLiteral("rejects.csv"));
-    const ProgramResult result = convert(file, QStringLiteral("--rejects ") + rejects);
+    const ProgramResult result = convert(file);
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(csvRows(result.out).size(), 2);
     EXPECT_TRUE(
@@ -324,8 +381,6 @@ TEST_F(VectorInputs, RejectWhatIsNoPointByItsFeature)
                                  ":15: it is 2 points", ":16: its latitude is 95",
                                  "1 feature has no height: 0 is taken", "4 of 6 positions failed"}))
         << result.err;
-    EXPECT_EQ(test::readFile(rejects), "point,longitude,latitude,height\nB,,,\nC,,,\nE,,,\n"
-                                       "F,5.4,95,1\n");
 }
 
 TEST_F(VectorInputs, OfSeveralLayersNeedAName)

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <cli/vector/VectorFiles.h>
+
+#include <ogr_api.h>
+
+#include <string>
+
+namespace KelStd::cli::vector {
+
+/// The field of KML that says what a height is above.
+inline constexpr char altitudeMode[] = "altitudeMode";
+
+/// Whether a driver adds a field of this name to every feature, whatever the file says.
+bool isMadeUp(const std::string &driver, const std::string &field);
+
+/// Whether a driver's layers have all the fields that the format knows, used or not.
+bool hasUnusedFields(const std::string &driver);
+
+FieldType typeOf(OGRFieldDefnH field);
+
+/// The value of a field of the layer: a number, or a text. Times are those of ISO 8601.
+Value valueOf(OGRFeatureH feature, int field);
+
+} // namespace KelStd::cli::vector
