@@ -88,6 +88,19 @@ TEST_F(SiteFiles, NothingIsStoredWhereTheReportHasNoPlace)
     EXPECT_EQ(fit(add).status, 0);
 }
 
+TEST_F(SiteFiles, SystemShowCountsTheControlPoints)
+{
+    const QString site = path("site.xml");
+    ASSERT_EQ(fit({text("-o"), site, text("--without"), text("B")}).status, 0);
+    const ProgramResult shown = m_program.run({text("system"), text("show"), site});
+    EXPECT_EQ(shown.status, 0) << shown.err;
+    EXPECT_THAT(shown.out.simplified(),
+                Mentions("control points 5, of which 4 are used in plan and 4 in height"));
+    const ProgramResult none =
+        m_program.run({text("system"), text("show"), test::systemPath(text("rd_new.xml"))});
+    EXPECT_FALSE(none.out.contains(text("control points")));
+}
+
 // A file that cannot grow, as on a full disk: what was there stays, and nothing is half written.
 TEST_F(SiteFiles, WhatCannotBeWrittenWholeIsNotWritten)
 {
