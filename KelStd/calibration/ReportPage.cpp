@@ -1,5 +1,7 @@
 #include <KelStd/calibration/ReportPage.h>
 
+#include <KelStd/text/TextDirection.h>
+
 namespace KelStd::calibration {
 
 namespace {
@@ -24,7 +26,10 @@ small,.faint{color:var(--faint)}
 table{border-collapse:collapse;width:100%;font-size:.82rem;font-variant-numeric:tabular-nums}
 th,td{border-bottom:1px solid var(--line);padding:.2rem .35rem;text-align:right;
 vertical-align:top}
+th{overflow-wrap:normal}
+td{white-space:nowrap}
 th:first-child,td:first-child{text-align:left}
+td:first-child,.facts td{white-space:normal;min-width:4rem}
 tr{break-inside:avoid}
 .facts td{text-align:left}
 .facts td:first-child{width:13rem;color:var(--faint)}
@@ -48,6 +53,7 @@ text-align:right}
 td::before{content:attr(data-label);color:var(--faint);text-align:left}
 .facts td{display:block;text-align:left}
 }
+@media print{body{padding:0}}
 )css";
 
 } // namespace
@@ -129,6 +135,8 @@ QString escaped(const QString &text)
     for (QChar &c : shown) { // control characters are no HTML
         if (c.category() == QChar::Other_Control)
             c = QLatin1Char(' ');
+        else if (turnsDirection(c))
+            c = QChar::ReplacementCharacter;
     }
     return shown.toHtmlEscaped();
 }

@@ -46,7 +46,10 @@ QString lengthText(double metres)
 
 QString shortName(const QString &name)
 {
-    return name.size() <= longestName ? name : name.left(longestName - 1) + QChar(0x2026);
+    if (name.size() <= longestName)
+        return name;
+    const int kept = longestName - (name.at(longestName - 2).isHighSurrogate() ? 2 : 1);
+    return name.left(kept) + QChar(0x2026);
 }
 
 /// Where the points of the site are drawn.
@@ -208,8 +211,9 @@ QString heightDrawing(const SiteFit &fit)
     }
     if (count == 0)
         return {};
-    constexpr double centre = 370.0;
-    constexpr double room = 200.0;
+    constexpr double numberEnd = 280.0; // behind the longest name of the widest letters
+    constexpr double centre = 460.0;
+    constexpr double room = 170.0;
     const double unitsPerMetre = largest > noVector ? room / largest : 0.0;
     QString content;
     double y = rowHeight;
@@ -220,12 +224,12 @@ QString heightDrawing(const SiteFit &fit)
         content +=
             QStringLiteral("<rect class=\"%1\" x=\"%2\" y=\"%3\" width=\"%4\" "
                            "height=\"12\"/><text x=\"20\" y=\"%5\">%6</text>"
-                           "<text x=\"150\" y=\"%5\" text-anchor=\"end\">%7</text>\n")
+                           "<text x=\"%8\" y=\"%5\" text-anchor=\"end\">%7</text>\n")
                 .arg(point.height.isSuspect ? QStringLiteral("suspect") : QStringLiteral("height"),
                      number(centre + std::min(length, 0.0)), number(y - 10.0),
                      number(std::max(std::abs(length), 0.5)), number(y),
-                     escaped(shortName(point.name)),
-                     QString::number(*point.residualHeight, 'f', 4));
+                     escaped(shortName(point.name)), QString::number(*point.residualHeight, 'f', 4),
+                     number(numberEnd));
         y += rowHeight;
     }
     content += QStringLiteral("<line class=\"bar\" x1=\"%1\" y1=\"4\" x2=\"%1\" y2=\"%2\"/>\n")

@@ -6,6 +6,7 @@
 
 #include <QtCore/QVector>
 
+#include <algorithm>
 #include <cmath>
 
 namespace KelStd::calibration {
@@ -15,9 +16,11 @@ namespace {
 constexpr double partsPerMillion = 1e6;
 constexpr double arcSecondsPerDegree = 3600.0;
 
+/// Without the sign of what rounds to nothing.
 QString fixed(double value, int decimals)
 {
-    return QString::number(value, 'f', decimals);
+    const QString text = QString::number(value, 'f', decimals);
+    return text.toDouble() == 0.0 ? QString::number(0.0, 'f', decimals) : text;
 }
 
 QString shown(const std::optional<double> &value, int decimals)
@@ -125,10 +128,9 @@ void addHeight(const HeightFit &height, ReportPage &page)
                            exact(surface.b), exact(surface.c), exact(surface.d), exact(surface.e),
                            exact(surface.f)));
     }
-    page.fact(QStringLiteral("With the other sign"),
-              QStringLiteral("the site's heights are lowered by %1 m to those of the base system, "
-                             "at the centroid")
-                  .arg(fixed(height.shiftAtCentroid, 4)));
+    page.fact(
+        QStringLiteral("With the other sign"),
+        QStringLiteral("H = H' %1 m at the centroid").arg(signedText(-height.shiftAtCentroid, 4)));
     page.fact(QStringLiteral("About the centroid"),
               withDeviation(QStringLiteral("%1 m at N' %2, E' %3")
                                 .arg(signedText(height.shiftAtCentroid, 4),
@@ -150,39 +152,53 @@ void addHeight(const HeightFit &height, ReportPage &page)
     page.endTable();
 }
 
-void addPoints(const SiteFit &fit, ReportPage &page)
+QString remark(const PointStatistics &point)
 {
-    page.heading(QStringLiteral("Points in plan"));
+    return point.isSuspect ? QStringLiteral("suspect") : QString();
+}
+
+void addControl(const SiteFit &fit, ReportPage &page)
+{
+    page.heading(QStringLiteral("Control points"));
+    page.beginTable({QStringLiteral("Point"), QStringLiteral("Use"), QStringLiteral("North"),
+                     QStringLiteral("East"), QStringLiteral("Height")});
+    for (int i = 0; i < fit.points.size(); ++i) {
+        const SitePoint &point = fit.points.at(i);
+        page.row({point.name, fit.control.at(i).useWord(), fixed(point.control.n, 4),
+                  fixed(point.control.e, 4), shown(fit.control.at(i).height, 4)},
+                 point.plan.isSuspect || point.height.isSuspect);
+    }
+    page.endTable();
+}
+
+/// Tables of as few columns as A4 has room for without a number that is broken in two.
+void addResiduals(const SiteFit &fit, ReportPage &page)
+{
+    page.heading(QStringLiteral("Residuals in plan"));
     page.paragraph(QStringLiteral("Residuals are calculated minus control [m]; those without the "
                                   "point are of a fit to the others. r is the share of an error "
                                   "that shows; found is the smallest error that the test finds "
                                   "[m]."));
-    page.beginTable({QStringLiteral("Point"), QStringLiteral("Use"), QStringLiteral("North"),
-                     QStringLiteral("East"), QStringLiteral("v north"), QStringLiteral("v east"),
+    page.beginTable({QStringLiteral("Point"), QStringLiteral("v north"), QStringLiteral("v east"),
                      QStringLiteral("r"), QStringLiteral("Test"), QStringLiteral("Found"),
                      QStringLiteral("North without"), QStringLiteral("East without"),
                      QStringLiteral("Remark")});
-    for (int i = 0; i < fit.points.size(); ++i) {
-        const SitePoint &point = fit.points.at(i);
-        page.row({point.name, fit.control.at(i).useWord(), fixed(point.control.n, 3),
-                  fixed(point.control.e, 3), shown(point.residualNorth, 4),
-                  shown(point.residualEast, 4), shown(point.plan.redundancy, 2),
-                  shown(point.plan.test, 2), shown(point.plan.detectable, 3),
-                  shown(point.leftOutNorth, 4), shown(point.leftOutEast, 4),
-                  point.plan.isSuspect ? QStringLiteral("suspect") : QString()},
+    for (const SitePoint &point : fit.points) {
+        page.row({point.name, shown(point.residualNorth, 4), shown(point.residualEast, 4),
+                  shown(point.plan.redundancy, 2), shown(point.plan.test, 2),
+                  shown(point.plan.detectable, 3), shown(point.leftOutNorth, 4),
+                  shown(point.leftOutEast, 4), remark(point.plan)},
                  point.plan.isSuspect);
     }
     page.endTable();
-    page.heading(QStringLiteral("Points in height"));
-    page.beginTable({QStringLiteral("Point"), QStringLiteral("Height"), QStringLiteral("v"),
-                     QStringLiteral("r"), QStringLiteral("Test"), QStringLiteral("Found"),
-                     QStringLiteral("Without"), QStringLiteral("Remark")});
-    for (int i = 0; i < fit.points.size(); ++i) {
-        const SitePoint &point = fit.points.at(i);
-        page.row({point.name, shown(fit.control.at(i).height, 3), shown(point.residualHeight, 4),
-                  shown(point.height.redundancy, 2), shown(point.height.test, 2),
-                  shown(point.height.detectable, 3), shown(point.leftOutHeight, 4),
-                  point.height.isSuspect ? QStringLiteral("suspect") : QString()},
+    page.heading(QStringLiteral("Residuals in height"));
+    page.beginTable({QStringLiteral("Point"), QStringLiteral("v"), QStringLiteral("r"),
+                     QStringLiteral("Test"), QStringLiteral("Found"), QStringLiteral("Without"),
+                     QStringLiteral("Remark")});
+    for (const SitePoint &point : fit.points) {
+        page.row({point.name, shown(point.residualHeight, 4), shown(point.height.redundancy, 2),
+                  shown(point.height.test, 2), shown(point.height.detectable, 3),
+                  shown(point.leftOutHeight, 4), remark(point.height)},
                  point.height.isSuspect);
     }
     page.endTable();
@@ -193,7 +209,9 @@ void addDrawings(const SiteFit &fit, ReportPage &page)
     const QString plan = planDrawing(fit);
     if (!plan.isEmpty()) {
         page.heading(QStringLiteral("Plan of the site"));
-        const bool hasEllipses = !fit.points.isEmpty() && fit.points.first().ellipse.has_value();
+        const bool hasEllipses =
+            std::any_of(fit.points.begin(), fit.points.end(),
+                        [](const SitePoint &point) { return point.ellipse.has_value(); });
         page.paragraph(QStringLiteral("To scale, north up. Residual vectors%1 are drawn %2 times "
                                       "as long.")
                            .arg(hasEllipses ? QStringLiteral(" and standard ellipses") : QString())
@@ -249,7 +267,8 @@ QByteArray siteReport(const SiteFit &fit, const SiteReportFacts &facts)
         page.list(warnings);
     addPlan(fit.plan, page);
     addHeight(fit.height, page);
-    addPoints(fit, page);
+    addControl(fit, page);
+    addResiduals(fit, page);
     addDrawings(fit, page);
     addHull(fit, page);
     page.heading(QStringLiteral("For other programs"));

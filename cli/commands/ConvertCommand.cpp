@@ -104,6 +104,8 @@ bool takeFrame(vector::VectorInput &layer, const vector::LayerSystem &system,
     } else if (planeUnit) {
         units.plane = planeUnit->metres;
     }
+    if (options.isFromSite)
+        return layer.takeAtSite(units, console);
     const std::optional<positions::Frame> given =
         options.isFrameGiven ? std::optional(options.frame->frame) : std::nullopt;
     const auto frame = layer.frame(system, given, units, console);
@@ -177,10 +179,6 @@ private:
             reason = textOptionAmong(m_line);
             if (reason.isEmpty() && operands.size() > 1)
                 reason = QStringLiteral("a vector file is read alone") + outputHint(operands);
-            if (reason.isEmpty() && m_options->isFromSite)
-                reason = QStringLiteral("--from %1 is for positions as text, and the input is a "
-                                        "vector file")
-                             .arg(QLatin1String(positions::siteFrameName));
             if (!reason.isEmpty())
                 return m_line.refuse(reason, m_console);
             if (!m_layer.emplace().open(given, m_line, m_console))

@@ -2,14 +2,11 @@
 
 #include <cli/catalogue/SystemProposals.h>
 #include <cli/catalogue/SystemTarget.h>
-#include <cli/proj/ProjEnvironment.h>
-#include <cli/site/PointFile.h>
+#include <cli/site/SiteInput.h>
 #include <cli/site/SiteText.h>
 #include <cli/systems/RecordReview.h>
-#include <cli/systems/SystemChoice.h>
 #include <cli/terminal/CommandLine.h>
 #include <cli/terminal/Console.h>
-#include <cli/terminal/FilePath.h>
 #include <cli/terminal/ShownText.h>
 
 #include <KelStd/calibration/FitJson.h>
@@ -100,15 +97,12 @@ ExitStatus runDatumFit(const QStringList &arguments, Console &console)
     CommandLine line = makeCommandLine();
     if (const auto status = line.parse(arguments, console, 0))
         return *status;
-    const QString systemName = line.value(QStringLiteral("system"));
-    const QString fileName = line.value(QStringLiteral("pairs"));
+    SiteInput input(QStringLiteral("pairs"));
+    if (const auto status = input.takeOptions(line, console))
+        return *status;
     const QString count = line.value(QStringLiteral("parameters"));
     const QString name = library::withoutMarks(line.value(QStringLiteral("name")));
     const bool isJson = line.isSet(QStringLiteral("json"));
-    if (systemName.isEmpty())
-        return line.refuse(QStringLiteral("--system is missing"), console);
-    if (fileName.isEmpty())
-        return line.refuse(QStringLiteral("--pairs is missing"), console);
     if (line.isSet(QStringLiteral("parameters")) && count != QLatin1String("three")
         && count != QLatin1String("seven"))
         return line.refuse(
@@ -119,28 +113,23 @@ ExitStatus runDatumFit(const QStringList &arguments, Console &console)
     QString mistake;
     if (!target.takeOptions(line, mistake))
         return line.refuse(mistake, console);
-    for (const QString &source : {systemName, fileName}) {
+    for (const QString &source : input.names()) {
         if (const auto status = target.refusal(source, console))
             return *status;
     }
-    const auto system = readChosenSystem(systemName, line, console);
-    if (!system)
-        return ExitStatus::Environment;
-    const ProjEnvironment environment;
-    if (!environment.isReady(console)
-        || !canBeUsed(system->coord, system->review, systemName, line, console))
-        return ExitStatus::Environment;
-    positions::PairListReader reader;
-    if (const auto status = readPointFile(
-            fileName == QLatin1String("-") ? fileName : onDisk(fileName), reader, console))
+    if (const auto status = input.readSystem(line, console))
         return *status;
-    const auto pairs = cartesianPairs(reader, system->coord, console);
+    positions::PairListReader reader;
+    if (const auto status = input.readPairs(reader, console))
+        return *status;
+    const ChosenSystem &system = input.system();
+    const auto pairs = cartesianPairs(reader, system.coord, console);
     if (!pairs)
         return ExitStatus::SomeFailed;
 
     calibration::CalibrationFailure failure;
     auto fit = calibration::fitDatum(
-        system->coord, *pairs,
+        system.coord, *pairs,
         count == QLatin1String("three") ? DatumMethod::Three : DatumMethod::Seven, &failure);
     if (!fit) {
         console.report(QStringLiteral("nothing is fitted: %1").arg(shown(failure.text)));
@@ -155,7 +144,7 @@ ExitStatus runDatumFit(const QStringList &arguments, Console &console)
         printText(*fit, console);
     if (!target.isNamed())
         return ExitStatus::Success;
-    const SystemOrigin origin = io::keptOrigin(system->origin, system->coord, fit->coord);
+    const SystemOrigin origin = io::keptOrigin(system.origin, system.coord, fit->coord);
     return target.put(fit->coord, origin, line, isJson, console);
 }
 

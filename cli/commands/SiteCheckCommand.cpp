@@ -1,7 +1,6 @@
 #include <cli/commands/Command.h>
 
 #include <cli/library/DirectoryOption.h>
-#include <cli/proj/ProjEnvironment.h>
 #include <cli/site/SiteInput.h>
 #include <cli/site/SiteText.h>
 #include <cli/systems/RecordReview.h>
@@ -46,26 +45,17 @@ ExitStatus runSiteCheck(const QStringList &arguments, Console &console)
     CommandLine line = makeCommandLine();
     if (const auto status = line.parse(arguments, console, 0))
         return *status;
-    SiteInput input;
-    input.systemName = line.value(QStringLiteral("system"));
-    input.pointsFile = line.value(QStringLiteral("points"));
-    if (input.systemName.isEmpty())
-        return line.refuse(QStringLiteral("--system is missing"), console);
-    if (input.pointsFile.isEmpty())
-        return line.refuse(QStringLiteral("--points is missing"), console);
-    auto system = readChosenSystem(input.systemName, line, console);
-    if (!system)
-        return ExitStatus::Environment;
-    input.system = *system;
-    const ProjEnvironment environment;
-    if (!environment.isReady(console)
-        || !canBeUsed(input.system.coord, input.system.review, input.systemName, line, console))
-        return ExitStatus::Environment;
-    if (const auto status = readPoints(input, console))
+    SiteInput input(QStringLiteral("points"));
+    if (const auto status = input.takeOptions(line, console))
+        return *status;
+    if (const auto status = input.readSystem(line, console))
+        return *status;
+    ControlPoints points;
+    if (const auto status = input.readPoints(points, console))
         return *status;
 
     calibration::CalibrationFailure failure;
-    const auto check = calibration::checkSite(input.system.coord, input.points, &failure);
+    const auto check = calibration::checkSite(input.system().coord, points, &failure);
     if (!check) {
         console.report(QStringLiteral("nothing is checked: %1").arg(shown(failure.text)));
         return ExitStatus::SomeFailed;

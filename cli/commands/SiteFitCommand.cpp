@@ -1,16 +1,13 @@
 #include <cli/commands/Command.h>
 
 #include <cli/catalogue/SystemTarget.h>
-#include <cli/proj/ProjEnvironment.h>
+#include <cli/site/ReportTarget.h>
 #include <cli/site/SiteInput.h>
 #include <cli/site/SiteText.h>
 #include <cli/systems/RecordReview.h>
 #include <cli/terminal/CommandLine.h>
 #include <cli/terminal/Console.h>
-#include <cli/terminal/FilePath.h>
 #include <cli/terminal/ShownText.h>
-#include <cli/terminal/StandardStreams.h>
-#include <cli/terminal/WholeFile.h>
 
 #include <KelStd/calibration/FitJson.h>
 #include <KelStd/calibration/SiteReport.h>
@@ -19,7 +16,6 @@
 #include <KelStd/text/TypedNumber.h>
 
 #include <QtCore/QDate>
-#include <QtCore/QFileInfo>
 
 #include <algorithm>
 
@@ -33,7 +29,6 @@ const QString sigmaHOption = QStringLiteral("sigma-h");
 const QString sigmaVOption = QStringLiteral("sigma-v");
 const QString withoutOption = QStringLiteral("without");
 const QString nameOption = QStringLiteral("name");
-const QString reportOption = QStringLiteral("report");
 const QString jsonOption = QStringLiteral("json");
 
 using calibration::HeightMethod;
@@ -100,10 +95,7 @@ CommandLine makeCommandLine()
                     QStringLiteral("The name of the site, which --add needs.\n"
                                    "Default: that of S."),
                     QStringLiteral("NAME")});
-    line.addOption({reportOption,
-                    QStringLiteral("Write a page for the client, with a plan of the\n"
-                                   "site."),
-                    QStringLiteral("FILE.html")});
+    ReportTarget::addOption(line);
     line.addOption({jsonOption, QStringLiteral("Print an object of JSON, with all digits.")});
     SystemTarget::addOptions(line);
     addLenientOption(line);
@@ -188,36 +180,6 @@ void describeChain(const Coord &coord, calibration::SiteReportFacts &facts)
             QStringLiteral("The chain cannot be written for PROJ: %1.").arg(failure.text);
 }
 
-/// Whether the report's place is free. Otherwise how the command ends, after a report.
-std::optional<ExitStatus> refusalOfReport(const QString &file, const CommandLine &line,
-                                          const SiteInput &input, Console &console)
-{
-    if (file.isEmpty())
-        return std::nullopt;
-    for (const QString &other :
-         {input.systemName, input.pointsFile, line.value(QStringLiteral("output"))}) {
-        if (!other.isEmpty()
-            && (onDisk(other) == file || streams::areSameFile(file, onDisk(other)))) {
-            console.report(
-                QStringLiteral("cannot write %1: it is another file of this command").arg(file));
-            return ExitStatus::Usage;
-        }
-    }
-    if (QFileInfo(file).isDir()) {
-        console.report(QStringLiteral("cannot write %1: it is a directory").arg(file));
-        return ExitStatus::Environment;
-    }
-    if (QFileInfo::exists(file) && !QFileInfo(file).isFile()) {
-        console.report(QStringLiteral("cannot write %1: it is no regular file").arg(file));
-        return ExitStatus::Environment;
-    }
-    if (QFileInfo::exists(file) && !line.isSet(QStringLiteral("force"))) {
-        console.report(QStringLiteral("%1 exists; --force replaces it").arg(file));
-        return ExitStatus::Usage;
-    }
-    return std::nullopt;
-}
-
 } // namespace
 
 ExitStatus runSiteFit(const QStringList &arguments, Console &console)
@@ -225,41 +187,32 @@ ExitStatus runSiteFit(const QStringList &arguments, Console &console)
     CommandLine line = makeCommandLine();
     if (const auto status = line.parse(arguments, console, 0))
         return *status;
-    SiteInput input;
-    input.systemName = line.value(QStringLiteral("system"));
-    input.pointsFile = line.value(QStringLiteral("points"));
-    if (input.systemName.isEmpty())
-        return line.refuse(QStringLiteral("--system is missing"), console);
-    if (input.pointsFile.isEmpty())
-        return line.refuse(QStringLiteral("--points is missing"), console);
+    SiteInput input(QStringLiteral("points"));
+    if (const auto status = input.takeOptions(line, console))
+        return *status;
     calibration::SiteFitOptions options;
     SystemTarget target;
+    ReportTarget report;
     QString mistake;
-    if (!takeOptions(line, options, mistake) || !target.takeOptions(line, mistake))
+    if (!takeOptions(line, options, mistake) || !target.takeOptions(line, mistake)
+        || !report.takeOptions(line, mistake))
         return line.refuse(mistake, console);
-    for (const QString &source : {input.systemName, input.pointsFile}) {
+    for (const QString &source : input.names()) {
         if (const auto status = target.refusal(source, console))
             return *status;
     }
-    const QString report = onDisk(line.value(reportOption));
-    if (line.isSet(reportOption) && (report.isEmpty() || report == QLatin1String("-")))
-        return line.refuse(QStringLiteral("--report has no file's name"), console);
-    if (const auto status = refusalOfReport(report, line, input, console))
+    const QStringList others = input.names() + QStringList(line.value(QStringLiteral("output")));
+    if (const auto status = report.refusal(others, console))
         return *status;
-    auto system = readChosenSystem(input.systemName, line, console);
-    if (!system)
-        return ExitStatus::Environment;
-    input.system = *system;
-    const ProjEnvironment environment;
-    if (!environment.isReady(console)
-        || !canBeUsed(input.system.coord, input.system.review, input.systemName, line, console))
-        return ExitStatus::Environment;
-    if (const auto status = readPoints(input, console))
+    if (const auto status = input.readSystem(line, console))
+        return *status;
+    ControlPoints points;
+    if (const auto status = input.readPoints(points, console))
         return *status;
 
-    options.without = namesIn(line.values(withoutOption), input.points);
+    options.without = namesIn(line.values(withoutOption), points);
     calibration::CalibrationFailure failure;
-    auto fit = calibration::fitSite(input.system.coord, input.points, options, &failure);
+    auto fit = calibration::fitSite(input.system().coord, points, options, &failure);
     if (!fit) {
         console.report(QStringLiteral("nothing is fitted: %1").arg(shown(failure.text)));
         return ExitStatus::SomeFailed;
@@ -274,23 +227,16 @@ ExitStatus runSiteFit(const QStringList &arguments, Console &console)
         printText(*fit, console);
     ExitStatus status = ExitStatus::Success;
     if (target.isNamed()) {
-        status = target.put(fit->coord, originOf(input.system.origin, fit->control), line, isJson,
+        status = target.put(fit->coord, originOf(input.system().origin, fit->control), line, isJson,
                             console);
     }
-    if (status != ExitStatus::Success || report.isEmpty())
+    if (status != ExitStatus::Success || !report.isNamed())
         return status;
     calibration::SiteReportFacts facts;
-    facts.baseName = input.system.coord.coord_name;
+    facts.baseName = input.system().coord.coord_name;
     facts.madeOn = QDate::currentDate().toString(Qt::ISODate);
     describeChain(fit->coord, facts);
-    if (!writeWholeFile(report, calibration::siteReport(*fit, facts), console))
-        return ExitStatus::Environment;
-    const QString done = QStringLiteral("Wrote %1: the report").arg(report);
-    if (isJson)
-        console.noteChange(done);
-    else
-        console.printChange(done);
-    return ExitStatus::Success;
+    return report.write(calibration::siteReport(*fit, facts), isJson, console);
 }
 
 } // namespace KelStd::cli

@@ -25,10 +25,9 @@ std::optional<ExitStatus> read(const QString &fileName, Reader &reader, Console 
     qint64 mistakes = 0;
     const auto report = [&](const QString &mistake) {
         if (++mistakes <= maxReports) {
-            console.report(QStringLiteral("%1:%2: %3")
-                               .arg(lines.displayName())
-                               .arg(lines.lineNumber())
-                               .arg(shown(mistake)));
+            console.report(
+                QStringLiteral("%1:%2: %3")
+                    .arg(lines.displayName(), QString::number(lines.lineNumber()), shown(mistake)));
         }
     };
     for (;;) {

@@ -31,6 +31,12 @@ std::optional<positions::PlaneUnit> planeUnitOf(const SystemOrigin &origin, Cons
     return unit;
 }
 
+/// "-" is standard input.
+QString listFile(const QString &name)
+{
+    return name == QLatin1String("-") ? name : onDisk(name);
+}
+
 } // namespace
 
 void addSiteInputOptions(CommandLine &line, const QString &pointsDescription)
@@ -54,21 +60,53 @@ QString pointsHelp()
         "a line can be read in two ways nothing is computed.");
 }
 
-std::optional<ExitStatus> readPoints(SiteInput &input, Console &console)
+std::optional<ExitStatus> SiteInput::takeOptions(const CommandLine &line, Console &console)
 {
-    const auto planeUnit = planeUnitOf(input.system.origin, console);
+    const struct
+    {
+        QString option;
+        QString *name;
+    } rows[] = {{QStringLiteral("system"), &m_systemName}, {m_listOption, &m_listName}};
+    for (const auto &row : rows) {
+        *row.name = line.value(row.option);
+        if (row.name->isEmpty())
+            return line.refuse(QStringLiteral("--%1 is missing").arg(row.option), console);
+    }
+    return std::nullopt;
+}
+
+std::optional<ExitStatus> SiteInput::readSystem(const CommandLine &line, Console &console)
+{
+    const auto system = readChosenSystem(m_systemName, line, console);
+    if (!system)
+        return ExitStatus::Environment;
+    m_system = *system;
+    m_environment.emplace();
+    if (!m_environment->isReady(console)
+        || !canBeUsed(m_system.coord, m_system.review, m_systemName, line, console))
+        return ExitStatus::Environment;
+    return std::nullopt;
+}
+
+std::optional<ExitStatus> SiteInput::readPoints(ControlPoints &points, Console &console) const
+{
+    const auto planeUnit = planeUnitOf(m_system.origin, console);
     positions::ControlListReader reader(planeUnit);
-    const QString &name = input.pointsFile;
-    if (const auto status =
-            readPointFile(name == QLatin1String("-") ? name : onDisk(name), reader, console))
+    if (const auto status = readPointFile(listFile(m_listName), reader, console))
         return status;
     if (reader.usesPlaneUnit()) {
         console.report(QStringLiteral("note: northing and easting are read in %1, the unit of the "
                                       "system, where their headings name none")
                            .arg(planeUnit->symbol));
     }
-    input.points = reader.points();
+    points = reader.points();
     return std::nullopt;
+}
+
+std::optional<ExitStatus> SiteInput::readPairs(positions::PairListReader &reader,
+                                               Console &console) const
+{
+    return readPointFile(listFile(m_listName), reader, console);
 }
 
 } // namespace KelStd::cli

@@ -96,11 +96,13 @@ void printPlan(const PlanFit &plan, Report &report)
                                    .arg(fixed(similarity.scale, 10),
                                         fixed((similarity.scale - 1.0) * partsPerMillion, 3)),
                                plan.scaleDeviation, 3));
-    report.value(QStringLiteral("Centroid"), QStringLiteral("N %1, E %2 becomes N %3, E %4")
-                                                 .arg(fixed(plan.baseCentroid.n, lengthDecimals),
-                                                      fixed(plan.baseCentroid.e, lengthDecimals),
-                                                      fixed(plan.siteCentroid.n, lengthDecimals),
-                                                      fixed(plan.siteCentroid.e, lengthDecimals)));
+    report.value(QStringLiteral("Centroid"),
+                 withDeviation(QStringLiteral("N %1, E %2 becomes N %3, E %4")
+                                   .arg(fixed(plan.baseCentroid.n, lengthDecimals),
+                                        fixed(plan.baseCentroid.e, lengthDecimals),
+                                        fixed(plan.siteCentroid.n, lengthDecimals),
+                                        fixed(plan.siteCentroid.e, lengthDecimals)),
+                               plan.shiftDeviation, lengthDecimals));
     printStatistics(plan.statistics, report);
 }
 

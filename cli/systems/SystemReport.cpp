@@ -192,7 +192,25 @@ QString siteRecord(bool isNone, const QString &description)
     return isNone ? QStringLiteral("none") : description + QLatin1String(" (at the site)");
 }
 
-void reportCorrections(const Coord &coord, Report &report)
+/// The points that the site was fitted to, which its document keeps.
+void reportControl(const ControlPoints &control, Report &report)
+{
+    if (control.isEmpty())
+        return;
+    int inPlan = 0;
+    int inHeight = 0;
+    for (const ControlPoint &point : control) {
+        inPlan += point.isUsedInPlan ? 1 : 0;
+        inHeight += point.isUsedInHeight && point.height ? 1 : 0;
+    }
+    report.value(QStringLiteral("control points"),
+                 QStringLiteral("%1, of which %2 are used in plan and %3 in height")
+                     .arg(control.size())
+                     .arg(inPlan)
+                     .arg(inHeight));
+}
+
+void reportCorrections(const Coord &coord, const ControlPoints &control, Report &report)
 {
     const stPlaneTransform &plane = coord.planeTransform;
     const stElevationFitting &fitting = coord.elevationFitting;
@@ -221,6 +239,7 @@ void reportCorrections(const Coord &coord, Report &report)
         report.value(QStringLiteral("  origin north, east"),
                      joined({&fitting.north_zero_x0, &fitting.east_zero_y0}));
     }
+    reportControl(control, report);
     QString reason;
     report.value(QStringLiteral("geoid model"), geoid.isEmpty() ? QStringLiteral("none")
                                                 : findGeoidModel(geoid, reason)
@@ -258,7 +277,7 @@ void showSystem(const Coord &coord, const SystemOrigin &origin, Console &console
     else
         reportGrids(grids, coord.ellipsoidTransform.fuction != EllipsoinTransformFunction_None,
                     report);
-    reportCorrections(coord, report);
+    reportCorrections(coord, origin.control, report);
     reportDefinitions(coord, report);
 
     QString reason;

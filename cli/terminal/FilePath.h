@@ -11,4 +11,7 @@ inline QString onDisk(const QString &given)
     return given.startsWith(QLatin1Char(':')) ? QLatin1String("./") + given : given;
 }
 
+/// Where a file is or would be, by one name whatever links and dots lead there.
+QString placeOf(const QString &name);
+
 } // namespace KelStd::cli

@@ -1,5 +1,7 @@
 #include <cli/terminal/ShownText.h>
 
+#include <KelStd/text/TextDirection.h>
+
 #include <algorithm>
 
 namespace KelStd::cli {
@@ -23,7 +25,7 @@ QString escaped(const QString &text, IsCommand isCommand)
 
 bool isControl(QChar c)
 {
-    return c.category() == QChar::Other_Control && c != QLatin1Char('\t');
+    return (c.category() == QChar::Other_Control && c != QLatin1Char('\t')) || turnsDirection(c);
 }
 
 } // namespace

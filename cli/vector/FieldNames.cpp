@@ -37,6 +37,9 @@ constexpr ShortName shortNames[] = {
     {"local_easting", "easting"},
     {positions::heightReferenceName, "height_ref"},
     {"local_height", "height"},
+    {"site_northing", "site_north"},
+    {"site_easting", "site_east"},
+    {"site_height", "site_h"},
     {"point_scale", "pt_scale"},
     {"elevation_factor", "elev_fact"},
     {"combined_factor", "comb_fact"},
@@ -91,11 +94,14 @@ bool isOwnColumn(const QString &name)
         return name == column
                || (name.startsWith(column) && unitEndings().contains(name.mid(column.size())));
     };
+    const auto isOf = [&isCalled](const positions::Column &column) {
+        return isCalled(QString::fromLatin1(column.csvName));
+    };
     const auto &columns = positions::columns();
+    const auto &atSite = positions::siteColumns();
     return name == QLatin1String(positions::heightReferenceName)
-           || std::any_of(columns.begin(), columns.end(), [&](const positions::Column &column) {
-                  return isCalled(QString::fromLatin1(column.csvName));
-              });
+           || std::any_of(columns.begin(), columns.end(), isOf)
+           || std::any_of(atSite.begin(), atSite.end(), isOf);
 }
 
 bool isShortOfOwn(const QString &name)
@@ -116,6 +122,7 @@ bool isOfShortFrame(const QString &name, const QStringList &names)
          shortHeightReference},
         {QStringLiteral("wgs84_lon"), QStringLiteral("wgs84_lat"), QStringLiteral("wgs84_h")},
         {QStringLiteral("local_lon"), QStringLiteral("local_lat"), QStringLiteral("local_h")},
+        {QStringLiteral("site_north"), QStringLiteral("site_east"), QStringLiteral("site_h")},
     };
     return std::any_of(std::begin(frames), std::end(frames), [&](const QStringList &frame) {
         return frame.contains(name)

@@ -122,6 +122,16 @@ QStringList nameNotes(const QString &file, const QStringList &names, const QStri
                : QStringList(QStringLiteral("note: names in %1: %2").arg(file, changed));
 }
 
+/// Where the points of a plane lie, which some would look for at the site.
+QStringList siteNotes(const QString &name, const LocationOutput &output)
+{
+    if (output.columns.site == positions::SiteKind::None)
+        return {};
+    return {QStringLiteral("note: the points of %1 lie at easting and northing of the projection; "
+                           "their coordinates at the site are attributes")
+                .arg(name)};
+}
+
 } // namespace
 
 void FileOutput::addOptions(CommandLine &line)
@@ -269,6 +279,7 @@ bool FileOutput::open(const LayerSystem &system, const LocationOutput &output, C
         break;
     }
     case Kind::Dxf:
+        sink->setNotes([notes = siteNotes(m_name, output)] { return notes; });
         m_writer = std::make_shared<positions::DxfWriter>(
             printer,
             QStringLiteral("%1 %2: easting, northing, %4 height in %3")
@@ -302,6 +313,7 @@ bool FileOutput::openLayer(const LayerSystem &system, const LocationOutput &outp
     LayerPlan plan;
     plan.target = m_name;
     plan.format = m_form->driver;
+    plan.notes = siteNotes(m_name, output);
     QString reason;
     const Reference reference = referenceOf(system, *m_files, reason);
     if (reference.kind == Reference::Kind::None) {

@@ -1,5 +1,6 @@
 #include <cli/vector/FileSet.h>
 
+#include <cli/terminal/FilePath.h>
 #include <cli/terminal/StandardStreams.h>
 
 #include <QtCore/QDir>
@@ -49,16 +50,6 @@ bool move(const QString &from, const QString &to, QString &error)
     if (code)
         error = QString::fromStdString(code.message());
     return !code;
-}
-
-/// Where a file is or would be, by one name whatever links and dots lead there.
-QString placeOf(const QString &name)
-{
-    const QFileInfo info(name);
-    if (info.exists())
-        return info.canonicalFilePath();
-    const QString folder = QFileInfo(info.absolutePath()).canonicalFilePath();
-    return folder.isEmpty() ? info.absoluteFilePath() : QDir(folder).filePath(info.fileName());
 }
 
 /// The endings of what belongs to a file of this extension.

@@ -44,6 +44,7 @@ struct Reference
     std::string projection;      ///< as a PROJ string, without the datum; empty where there is none
     std::vector<double> toWgs84; ///< the seven parameters that the definition states; or none
     std::string otherAxes;       ///< of `Other`: what its axes are
+    bool isLocal = false;        ///< of `Other`: a plane of its own, east and north, as a site has
     std::string definition;      ///< WKT 2
 };
 

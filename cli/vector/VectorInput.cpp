@@ -3,6 +3,7 @@
 #include <cli/terminal/CommandLine.h>
 #include <cli/terminal/Console.h>
 #include <cli/terminal/FilePath.h>
+#include <cli/terminal/ShownText.h>
 #include <cli/vector/DrawingUnit.h>
 #include <cli/vector/VectorModule.h>
 
@@ -58,18 +59,24 @@ bool hasSeaLevelHeights(const std::string &format)
     return format == "GPX" || format == "KML" || format == "LIBKML";
 }
 
-/// The code that the program wrote into a drawing; empty for none.
+/// The system that the program wrote into a drawing, as FileOutput does: "EPSG:28992 Amersfoort /
+/// RD New: easting, northing, ... height in m". Null where another program drew.
 QString drawnSystem(const QString &file)
 {
-    // As FileOutput writes it: "EPSG:28992 Amersfoort / RD New: easting, northing, ... height in m"
     static const QRegularExpression comment(
-        QStringLiteral("\\A999\\r?\\n([A-Za-z]+:\\w+) [^\\n]*: easting, northing, \\w+ height in "
-                       "[^\\n]+\\n"));
+        QStringLiteral("\\A999\\r?\\n([^\\n]*): easting, northing, \\w+ height in [^\\n]+\\n"));
     constexpr qint64 lookedAt = 1000;
     QFile drawing(file);
     if (!drawing.open(QIODevice::ReadOnly))
         return {};
     return comment.match(QString::fromUtf8(drawing.read(lookedAt))).captured(1);
+}
+
+/// The code with which the text of a drawing begins; empty for none.
+QString codeOf(const QString &drawn)
+{
+    static const QRegularExpression code(QStringLiteral("\\A([A-Za-z]+:\\w+) "));
+    return code.match(drawn).captured(1);
 }
 
 } // namespace
@@ -197,7 +204,7 @@ Reference VectorInput::layerReference() const
     Reference reference = m_reader->layer().reference;
     if (reference.kind != Reference::Kind::None || m_source->format() != "DXF")
         return reference;
-    const QString code = drawnSystem(onDisk(m_name));
+    const QString code = codeOf(drawnSystem(onDisk(m_name)));
     std::string error;
     if (code.isEmpty() || !m_files->describe(code.toStdString(), reference, error))
         return m_reader->layer().reference;
@@ -245,6 +252,27 @@ std::optional<positions::Frame> VectorInput::frame(const LayerSystem &system,
     m_form.frame = *frame;
     takeUnits(units, console);
     return frame;
+}
+
+bool VectorInput::takeAtSite(const LayerUnits &units, Console &console)
+{
+    const Reference &layer = m_reader->layer().reference;
+    const QString drawn = m_source->format() == "DXF" ? drawnSystem(onDisk(m_name)) : QString();
+    const bool mayBe = layer.kind == Reference::Kind::None || layer.isLocal;
+    if (!mayBe || !drawn.isNull()) {
+        console.report(QStringLiteral("%1: its coordinates are of %2, and positions at a site have "
+                                      "no reference system; --from local-neh reads those of the "
+                                      "plane")
+                           .arg(m_name, drawn.isNull() ? shownName(layer) : shown(drawn)));
+        return false;
+    }
+    if (layer.isLocal) {
+        console.report(QStringLiteral("note: %1: \"%2\" is taken as the coordinates of the site")
+                           .arg(m_name, shown(QString::fromStdString(layer.name))));
+    }
+    m_form.frame = positions::Frame::LocalProjected;
+    takeUnits(units, console);
+    return true;
 }
 
 /// Heights of a plane may be in feet as well, which no reference system of a plane says. A drawing

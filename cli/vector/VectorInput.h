@@ -57,6 +57,11 @@ public:
                                           std::optional<positions::Frame> given,
                                           const LayerUnits &units, Console &console);
 
+    /// Takes the layer's coordinates as those at a site, in these units. False, after a report,
+    /// where the layer states a reference system of the earth or is a drawing of the program, whose
+    /// points lie in the plane of a projection.
+    bool takeAtSite(const LayerUnits &units, Console &console);
+
     /// Of features that have none [m]; without one 0 is taken.
     void setHeight(double height) { m_form.height = height; }
 

@@ -7,6 +7,7 @@
 #include "support/Printers.h"
 
 #include <QtCore/QDir>
+#include <QtCore/QProcess>
 
 namespace KelStd {
 namespace {
@@ -161,7 +162,71 @@ TEST_F(SiteColumns, ALayerBesideThemIsInTheReferenceSystemOfTheProjection)
     EXPECT_THAT(read.out, Mentions("A,2000.00000,1000.00000,10.50000"));
     const auto refused = atSite({}, {"--from=site-neh", qPrintable(file)});
     EXPECT_EQ(refused.status, 2);
-    EXPECT_THAT(refused.err, Mentions("--from site-neh is for positions as text"));
+    EXPECT_THAT(refused.err, Mentions("and positions at a site have no reference system"));
+}
+
+// What another site, or an earlier fit, made of the points must not stand beside what this one
+// does.
+TEST_F(SiteColumns, OfAnEarlierRunAreNotCarried)
+{
+    for (const char *name : {"out.gpkg", "out.shp", "out.geojson"}) {
+        SCOPED_TRACE(name);
+        const QString file = m_program.home().path(text(name));
+        ASSERT_EQ(atSite(amersfoort, {"--from=local-neh", "-o", qPrintable(file)}).status, 0);
+        const QString other = system("other.xml", edits("Elevation_Fitting", "function", "Fixed",
+                                                        {{text("a"), text("7.5")}}));
+        const auto read = convert(other, {}, {qPrintable(file)});
+        EXPECT_EQ(read.status, 0) << read.err;
+        const auto rows = csvRows(read.out);
+        ASSERT_EQ(rows.size(), 1);
+        EXPECT_THAT(rows.first().keys().join(QLatin1Char(' ')), testing::Not(Mentions("_2")));
+        EXPECT_FALSE(rows.first().contains(text("site_h")));
+        EXPECT_NEAR(test::numberIn(rows.first(), text("site_height_m")), 17.5, 2e-5);
+    }
+}
+
+// A plan of the building in site coordinates, which no reference system knows.
+TEST_F(SiteColumns, AreReadFromLayersWithoutAReferenceSystem)
+{
+    const QByteArray plan = "  0\nSECTION\n  2\nENTITIES\n  0\nPOINT\n  8\nPLAN\n"
+                            " 10\n1000.0\n 20\n2000.0\n 30\n10.5\n  0\nENDSEC\n  0\nEOF\n";
+    const QString drawing = m_program.file(text("plan.dxf"), plan);
+    const auto read =
+        atSite({}, {"--from=site-neh", "--frames=local-neh,site-neh", qPrintable(drawing)});
+    EXPECT_EQ(read.status, 0) << read.err;
+    EXPECT_THAT(read.out, Mentions(",463000.00000,155000.00000,10.00000,2000.00000,1000.00000,"
+                                   "10.50000,ellipsoid"));
+
+    // In feet: 304.8 m and 609.6 m east and north, and 3.048 m up, by hand.
+    const auto feet = atSite(
+        {}, {"--from=site-neh", "--frames=local-neh", "--length-unit=ft", qPrintable(drawing)});
+    EXPECT_EQ(feet.status, 0) << feet.err;
+    const auto row = csvRows(feet.out).value(0);
+    EXPECT_NEAR(test::numberIn(row, text("local_northing_ft")), (304.8 + 462000.0) / 0.3048, 1e-4);
+    EXPECT_NEAR(test::numberIn(row, text("local_easting_ft")), (157000.0 - 609.6) / 0.3048, 1e-4);
+
+    // A shapefile in a plane of its own, in feet, as its .prj says.
+    ASSERT_EQ(
+        QProcess::execute(text("ogr2ogr"), {text("-f"), text("ESRI Shapefile"), text("-a_srs"),
+                                            text("LOCAL_CS[\"Site 7\",UNIT[\"foot\",0.3048]]"),
+                                            m_program.home().path(text("plan.shp")), drawing}),
+        0);
+    const auto local = atSite({}, {"--from=site-neh", "--frames=local-neh",
+                                   qPrintable(m_program.home().path(text("plan.shp")))});
+    EXPECT_EQ(local.status, 0) << local.err;
+    EXPECT_THAT(local.err, Mentions("\"Site 7\" is taken as the coordinates of the site"));
+    const auto place = csvRows(local.out).value(0);
+    EXPECT_NEAR(test::numberIn(place, text("local_northing_m")), 304.8 + 462000.0, 2e-5);
+    EXPECT_NEAR(test::numberIn(place, text("local_easting_m")), 157000.0 - 609.6, 2e-5);
+
+    // What the program drew lies in the plane of the projection.
+    const QString own = m_program.home().path(text("own.dxf"));
+    const auto drawn = atSite(amersfoort, {"--from=local-neh", "-o", qPrintable(own)});
+    EXPECT_THAT(drawn.err, Mentions("own.dxf"));
+    EXPECT_THAT(drawn.err, Mentions("lie at easting and northing of the projection"));
+    const auto refused = atSite({}, {"--from=site-neh", qPrintable(own)});
+    EXPECT_EQ(refused.status, 2);
+    EXPECT_THAT(refused.err, Mentions("own.dxf"));
 }
 
 TEST_F(SiteColumns, ReceiversGiveThem)

@@ -159,8 +159,9 @@ TEST_F(SiteReportTest, TheDrawingIsToScale)
                 -*m_fit.points.at(0).residualNorth * scale * times, 0.05);
 }
 
-// Windows are as wide as a telephone, a desk's screen and A4 at 96 dots per inch. A frame of that
-// width holds the page: a headless browser's own window is never below 500.
+// Windows are as wide as a telephone, A4 at 96 dots per inch and a desk's screen, paper as A4 within
+// its margins. A frame of that width holds the page: a headless browser's own window is never below
+// 500. A number that is broken over two lines reads as another one.
 TEST_F(SiteReportTest, NothingOverflowsOnAnyScreenOrPaperInLightAndDark)
 {
     for (const bool isDark : {false, true}) {
@@ -172,7 +173,7 @@ TEST_F(SiteReportTest, NothingOverflowsOnAnyScreenOrPaperInLightAndDark)
             if (isDark)
                 bytes.replace("prefers-color-scheme:dark", "min-width:0");
             QString frames;
-            for (const int width : {360, 794, 1280}) {
+            for (const int width : {360, 680, 794, 1280}) {
                 frames += QStringLiteral("<iframe style=\"border:0\" width=\"%1\" height=\"900\" "
                                          "srcdoc=\"%2\"></iframe>")
                               .arg(width)
@@ -190,14 +191,19 @@ TEST_F(SiteReportTest, NothingOverflowsOnAnyScreenOrPaperInLightAndDark)
                        "let clipped = 0;"
                        "for (const e of d.body.querySelectorAll('td,pre,p,h1,h2,li'))"
                        " clipped = Math.max(clipped, e.scrollWidth - e.clientWidth);"
+                       "let broken = '';"
+                       "for (const e of d.body.querySelectorAll('td')) {"
+                       " if (!/^[-+]?[0-9]+[.][0-9]+$/.test(e.textContent)) continue;"
+                       " const r = d.createRange(); r.selectNodeContents(e);"
+                       " if (r.getClientRects().length != 1) broken += e.textContent + ','; }"
                        "const s = d.defaultView.getComputedStyle(d.body);"
                        "out += `[${f.width} ${w.clientWidth} ${w.scrollWidth} ${worst <= 0.5} "
-                       "${clipped <= 1} ${s.color} on ${s.backgroundColor}]`; }"
+                       "${clipped <= 1} ${broken || 'whole'} ${s.color} on ${s.backgroundColor}]`; }"
                        "document.body.textContent = out; };</script></body>");
             const QString measured = dumped(outer.toUtf8(), {text("--window-size=1400,1000"),
                                                              text("--virtual-time-budget=5000")});
-            for (const int width : {360, 794, 1280}) {
-                if (isPrinted && width != 794)
+            for (const int width : {360, 680, 794, 1280}) {
+                if (isPrinted != (width == 680))
                     continue;
                 SCOPED_TRACE(QStringLiteral("%1 dark %2 printed %3: %4")
                                  .arg(width)
@@ -206,7 +212,7 @@ TEST_F(SiteReportTest, NothingOverflowsOnAnyScreenOrPaperInLightAndDark)
                                  .arg(measured.right(600))
                                  .toStdString());
                 const QRegularExpression found(
-                    QStringLiteral("\\[%1 (\\d+) (\\d+) (\\w+) (\\w+) rgb\\((.*?)\\) on "
+                    QStringLiteral("\\[%1 (\\d+) (\\d+) (\\w+) (\\w+) (\\S+) rgb\\((.*?)\\) on "
                                    "rgb\\((.*?)\\)\\]")
                         .arg(width));
                 const QRegularExpressionMatch match = found.match(measured);
@@ -214,9 +220,10 @@ TEST_F(SiteReportTest, NothingOverflowsOnAnyScreenOrPaperInLightAndDark)
                 EXPECT_LE(match.captured(2).toInt(), match.captured(1).toInt());
                 EXPECT_EQ(match.captured(3), text("true"));
                 EXPECT_EQ(match.captured(4), text("true"));
+                EXPECT_EQ(match.captured(5), text("whole"));
                 // Dark ink on light, or the other way round; paper is white.
-                const int ink = match.captured(5).section(QLatin1Char(','), 0, 0).toInt();
-                const int paper = match.captured(6).section(QLatin1Char(','), 0, 0).toInt();
+                const int ink = match.captured(6).section(QLatin1Char(','), 0, 0).toInt();
+                const int paper = match.captured(7).section(QLatin1Char(','), 0, 0).toInt();
                 if (isDark && !isPrinted)
                     EXPECT_GT(ink, paper + 150);
                 else

@@ -59,7 +59,7 @@ const QList<Room> &programRooms()
         {"cli/proj/", {"terminal"}},
         {"cli/catalogue/", {"terminal", "library", "proj"}},
         {"cli/systems/", {"terminal", "values", "library", "geoids", "catalogue"}},
-        {"cli/site/", {"terminal", "run", "systems"}},
+        {"cli/site/", {"terminal", "run", "proj", "systems"}},
         {"cli/vector/gdal/", {"vector"}},
         {"cli/vector/", {"terminal", "run", "conversion"}},
         {"cli/commands/",

@@ -154,6 +154,7 @@ Reference factsOf(const OGRSpatialReference *given)
         facts.kind == Reference::Kind::Projected || facts.kind == Reference::Kind::Geographic;
     if (isOnGround && !isEastThenNorth(system, facts.otherAxes))
         facts.kind = Reference::Kind::Other;
+    facts.isLocal = system.IsLocal() && isEastThenNorth(system, facts.otherAxes);
     return facts;
 }
 

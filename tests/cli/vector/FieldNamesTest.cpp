@@ -19,6 +19,8 @@ TEST(ShapefileNames, OfOurColumnsSayWhatTheyAre)
         shapefileNames({"point", "wgs84_longitude_deg", "wgs84_x_m", "local_northing_us_ft",
                         "local_easting_m", "local_height_reference"}),
         (QStringList{"point", "wgs84_lon", "wgs84_x_m", "northing", "easting", "height_ref"}));
+    EXPECT_EQ(shapefileNames({"site_northing_m", "site_easting_us_ft", "site_height_ft"}),
+              (QStringList{"site_north", "site_east", "site_h"}));
 }
 
 TEST(ShapefileNames, OfOthersAreCutAndStandOnce)
@@ -79,6 +81,12 @@ TEST(OwnCoordinates, AreKnownByTheirNames)
               (std::vector<bool>{true, true, true, false, false}));
     EXPECT_EQ(ownCoordinates({"northing", "easting", "height"}),
               (std::vector<bool>{false, false, false}));
+    // At a site, where only whole frames are ours.
+    EXPECT_EQ(ownCoordinates({"site_northing_m", "site_easting_us_ft", "site_height", "site_name"}),
+              (std::vector<bool>{true, true, true, false}));
+    EXPECT_EQ(ownCoordinates({"site_north", "site_east", "site_h", "point"}),
+              (std::vector<bool>{true, true, true, false}));
+    EXPECT_EQ(ownCoordinates({"site_h", "point"}), (std::vector<bool>{false, false}));
 }
 
 } // namespace
