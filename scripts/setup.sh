@@ -22,6 +22,7 @@ case "${1:-}" in
 benchmark) packages+=(libbenchmark-dev python3-pyproj python3-numpy) ;;
 fuzz) packages+=(clang libclang-rt-dev) ;;
 package) packages+=(dpkg-dev file lintian) ;;
+try-packages) packages+=(mmdebstrap) ;;
 esac
 
 missing=()
