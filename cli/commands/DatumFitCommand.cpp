@@ -1,6 +1,5 @@
 #include <cli/commands/Command.h>
 
-#include <cli/catalogue/SystemProposals.h>
 #include <cli/catalogue/SystemTarget.h>
 #include <cli/proj/ProjEnvironment.h>
 #include <cli/site/PointFile.h>
@@ -8,6 +7,7 @@
 #include <cli/site/SiteText.h>
 #include <cli/systems/RecordReview.h>
 #include <cli/systems/SystemChoice.h>
+#include <cli/systems/SystemProposals.h>
 #include <cli/terminal/CommandLine.h>
 #include <cli/terminal/Console.h>
 #include <cli/terminal/FilePath.h>
