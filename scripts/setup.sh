@@ -16,7 +16,7 @@ packages=(
     chromium                         # the tests look at reports with it
     qttools5-dev-tools               # lupdate, which the tests extract texts with
     zsh fish                         # the tests complete command lines in them
-    shared-mime-info xdg-utils libglib2.0-bin  # the tests ask what type a file has
+    shared-mime-info libfile-mimeinfo-perl libglib2.0-bin  # and ask what type a file has
 )
 case "${1:-}" in
 benchmark) packages+=(libbenchmark-dev python3-pyproj python3-numpy) ;;
