@@ -5,6 +5,7 @@
 #include <KelStd/Failure.h>
 #include <KelStd/calibration/CalibrationFailure.h>
 #include <KelStd/calibration/DatumFit.h>
+#include <KelStd/calibration/FitJson.h>
 #include <KelStd/calibration/FitStatistics.h>
 #include <KelStd/calibration/SiteBuilder.h>
 #include <KelStd/calibration/SiteCheck.h>
@@ -15,9 +16,11 @@
 #include <KelStd/calibration/SiteTransform.h>
 #include <KelStd/catalogue/Catalogue.h>
 #include <KelStd/catalogue/CatalogueFailure.h>
+#include <KelStd/catalogue/CatalogueJson.h>
 #include <KelStd/catalogue/CatalogueWords.h>
 #include <KelStd/catalogue/DatumShift.h>
 #include <KelStd/catalogue/FoundSystem.h>
+#include <KelStd/catalogue/ImportedOrigin.h>
 #include <KelStd/catalogue/SystemArea.h>
 #include <KelStd/catalogue/SystemExport.h>
 #include <KelStd/catalogue/SystemImport.h>

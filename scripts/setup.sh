@@ -17,6 +17,14 @@ packages=(
     qttools5-dev-tools               # lupdate, which the tests extract texts with
     zsh fish                         # the tests complete command lines in them
     shared-mime-info libfile-mimeinfo-perl libglib2.0-bin  # and ask what type a file has
+    pybind11-dev python3-dev         # the Python package
+    python3-numpy python3-pandas     # its columns
+    python3-xarray                   # the same
+    python3-pytest mypy              # its tests
+    python3-pip python3-setuptools   # it is installed as Python installs packages
+    python3-wheel                    # the same
+    python3-distributed              # the example on a cluster
+    python3-zarr                     # and its arrays
 )
 case "${1:-}" in
 benchmark) packages+=(libbenchmark-dev python3-pyproj python3-numpy) ;;

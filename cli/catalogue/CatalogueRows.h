@@ -1,8 +1,9 @@
 #pragma once
 
-#include <cli/catalogue/CatalogueJson.h>
 #include <cli/catalogue/CatalogueText.h>
 #include <cli/terminal/Console.h>
+
+#include <KelStd/catalogue/CatalogueJson.h>
 
 #include <vector>
 

@@ -2,13 +2,13 @@
 
 #include <cli/catalogue/CatalogueStatus.h>
 #include <cli/catalogue/CatalogueText.h>
-#include <cli/catalogue/ImportedOrigin.h>
 #include <cli/catalogue/ProgramCatalogue.h>
 #include <cli/catalogue/SourceArgument.h>
 #include <cli/proj/ProjEnvironment.h>
 #include <cli/terminal/Console.h>
 #include <cli/terminal/ShownText.h>
 
+#include <KelStd/catalogue/ImportedOrigin.h>
 #include <KelStd/library/RecordNames.h>
 
 #include <algorithm>

@@ -3,7 +3,6 @@
 #include <cli/catalogue/SystemTarget.h>
 #include <cli/proj/ProjEnvironment.h>
 #include <cli/site/PointFile.h>
-#include <cli/site/SiteJson.h>
 #include <cli/site/SiteText.h>
 #include <cli/systems/RecordReview.h>
 #include <cli/systems/SystemChoice.h>
@@ -13,6 +12,7 @@
 #include <cli/terminal/FilePath.h>
 #include <cli/terminal/ShownText.h>
 
+#include <KelStd/calibration/FitJson.h>
 #include <KelStd/io/SystemDocument.h>
 #include <KelStd/library/LibraryRecord.h>
 

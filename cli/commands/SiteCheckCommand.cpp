@@ -3,12 +3,13 @@
 #include <cli/library/DirectoryOption.h>
 #include <cli/proj/ProjEnvironment.h>
 #include <cli/site/SiteInput.h>
-#include <cli/site/SiteJson.h>
 #include <cli/site/SiteText.h>
 #include <cli/systems/RecordReview.h>
 #include <cli/terminal/CommandLine.h>
 #include <cli/terminal/Console.h>
 #include <cli/terminal/ShownText.h>
+
+#include <KelStd/calibration/FitJson.h>
 
 namespace KelStd::cli {
 

@@ -3,7 +3,6 @@
 #include <cli/catalogue/SystemTarget.h>
 #include <cli/proj/ProjEnvironment.h>
 #include <cli/site/SiteInput.h>
-#include <cli/site/SiteJson.h>
 #include <cli/site/SiteText.h>
 #include <cli/systems/RecordReview.h>
 #include <cli/terminal/CommandLine.h>
@@ -13,6 +12,7 @@
 #include <cli/terminal/StandardStreams.h>
 #include <cli/terminal/WholeFile.h>
 
+#include <KelStd/calibration/FitJson.h>
 #include <KelStd/calibration/SiteReport.h>
 #include <KelStd/catalogue/Catalogue.h>
 #include <KelStd/library/LibraryRecord.h>

@@ -1,9 +1,7 @@
 #include <cli/commands/Command.h>
 
-#include <cli/catalogue/CatalogueJson.h>
 #include <cli/catalogue/CatalogueStatus.h>
 #include <cli/catalogue/CatalogueText.h>
-#include <cli/catalogue/ImportedOrigin.h>
 #include <cli/catalogue/NearSystems.h>
 #include <cli/catalogue/PlaceOptions.h>
 #include <cli/catalogue/ProgramCatalogue.h>
@@ -14,6 +12,9 @@
 #include <cli/terminal/CommandLine.h>
 #include <cli/terminal/Console.h>
 #include <cli/terminal/ShownText.h>
+
+#include <KelStd/catalogue/CatalogueJson.h>
+#include <KelStd/catalogue/ImportedOrigin.h>
 
 namespace KelStd::cli {
 

@@ -54,7 +54,8 @@ QList<Literal> literalsOf(const QString &source)
 
 QStringList sources()
 {
-    return test::sourcesUnder(QStringLiteral("KelStd")) + test::sourcesUnder(QStringLiteral("cli"));
+    return test::sourcesUnder(QStringLiteral("KelStd")) + test::sourcesUnder(QStringLiteral("cli"))
+           + test::sourcesUnder(QStringLiteral("python"));
 }
 
 bool isAscii(const QString &text)

@@ -30,7 +30,8 @@ TEST(PublicHeaders, IncludeOnlyPublicHeaders)
 TEST(PublicHeaders, AreAllThatTheProgramIncludes)
 {
     const QStringList headers = installedHeaders();
-    const QStringList sources = test::sourcesUnder(QStringLiteral("cli"));
+    const QStringList sources =
+        test::sourcesUnder(QStringLiteral("cli")) + test::sourcesUnder(QStringLiteral("python"));
     ASSERT_GT(sources.size(), 60);
     for (const QString &source : sources) {
         for (const QString &included : test::ownIncludes(test::sourceText(source)))

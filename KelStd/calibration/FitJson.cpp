@@ -1,14 +1,12 @@
-#include <cli/site/SiteJson.h>
+#include <KelStd/calibration/FitJson.h>
 
 #include <QtCore/QJsonArray>
 #include <QtCore/QJsonDocument>
 #include <QtCore/QJsonObject>
 
-namespace KelStd::cli {
+namespace KelStd::calibration {
 
 namespace {
-
-using namespace calibration;
 
 constexpr double partsPerMillion = 1e6;
 
@@ -175,4 +173,4 @@ QByteArray jsonLine(const DatumFit &fit)
     return lineOf(object);
 }
 
-} // namespace KelStd::cli
+} // namespace KelStd::calibration

@@ -1,8 +1,8 @@
-#include <cli/catalogue/ImportedOrigin.h>
+#include <KelStd/catalogue/ImportedOrigin.h>
 
-namespace KelStd::cli {
+namespace KelStd::catalogue {
 
-SystemOrigin originOf(const catalogue::ImportReport &report)
+SystemOrigin originOf(const ImportReport &report)
 {
     SystemOrigin origin;
     origin.authority = report.code.section(QLatin1Char(':'), 0, 0);
@@ -21,4 +21,4 @@ SystemOrigin originOf(const catalogue::ImportReport &report)
     return origin;
 }
 
-} // namespace KelStd::cli
+} // namespace KelStd::catalogue

@@ -1,19 +1,12 @@
-#include <cli/catalogue/CatalogueJson.h>
+#include <KelStd/catalogue/CatalogueJson.h>
 
 #include <QtCore/QJsonArray>
 #include <QtCore/QJsonDocument>
 #include <QtCore/QJsonObject>
 
-namespace KelStd::cli {
+namespace KelStd::catalogue {
 
 namespace {
-
-using catalogue::CatalogueFailureKind;
-using catalogue::DatumShift;
-using catalogue::FoundSystem;
-using catalogue::ImportedSystem;
-using catalogue::ImportReport;
-using catalogue::SystemArea;
 
 QByteArray lineOf(const QJsonObject &object)
 {
@@ -42,7 +35,7 @@ QJsonObject objectOf(const DatumShift &shift)
 {
     return {{QStringLiteral("code"), textOrNull(shift.code)},
             {QStringLiteral("name"), shift.name},
-            {QStringLiteral("kind"), catalogue::shiftWord(shift.kind)},
+            {QStringLiteral("kind"), shiftWord(shift.kind)},
             {QStringLiteral("accuracy_m"), numberOrNull(shift.accuracy)},
             {QStringLiteral("coverage"), shift.coverage},
             {QStringLiteral("grids"), QJsonArray::fromStringList(shift.grids)}};
@@ -62,7 +55,7 @@ QJsonArray arrayOf(const std::vector<DatumShift> &shifts)
 
 QJsonObject objectOf(const ImportReport::Shift &shift)
 {
-    QJsonObject object = {{QStringLiteral("kind"), catalogue::shiftWord(shift.kind)},
+    QJsonObject object = {{QStringLiteral("kind"), shiftWord(shift.kind)},
                           {QStringLiteral("code"), textOrNull(shift.code)},
                           {QStringLiteral("name"), textOrNull(shift.name)},
                           {QStringLiteral("accuracy_m"), numberOrNull(shift.accuracy)},
@@ -102,7 +95,7 @@ QByteArray jsonLine(const FoundSystem &system)
 {
     return lineOf({{QStringLiteral("code"), system.code},
                    {QStringLiteral("name"), system.name},
-                   {QStringLiteral("kind"), catalogue::kindWord(system.kind)},
+                   {QStringLiteral("kind"), kindWord(system.kind)},
                    {QStringLiteral("area"), boxOf(system.area)},
                    {QStringLiteral("area_name"), textOrNull(system.area.name)},
                    {QStringLiteral("deprecated"), system.isDeprecated}});
@@ -134,7 +127,7 @@ QByteArray jsonLine(const ImportedSystem &imported)
         {QStringLiteral("vertical"), verticalOf(report)},
         {QStringLiteral("warnings"), QJsonArray::fromStringList(report.warnings)}};
     if (isRefused) {
-        object.insert(QStringLiteral("refused"), catalogue::refusalWord(imported.refusal.kind));
+        object.insert(QStringLiteral("refused"), refusalWord(imported.refusal.kind));
         object.insert(QStringLiteral("reason"), imported.refusal.text);
         if (imported.refusal.kind == CatalogueFailureKind::GridOnly) {
             object.insert(QStringLiteral("grids"),
@@ -150,4 +143,4 @@ QByteArray jsonLine(const ImportedSystem &imported)
     return lineOf(object);
 }
 
-} // namespace KelStd::cli
+} // namespace KelStd::catalogue

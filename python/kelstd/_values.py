@@ -1,0 +1,70 @@
+"""Angles and lengths as texts."""
+
+from __future__ import annotations
+
+from typing import Any, Callable
+
+import numpy as np
+
+from . import _core
+
+__all__ = ["format_angle", "format_length", "parse_angle", "parse_length"]
+
+
+def format_angle(
+    degrees: Any, kind: str = "angle", *, style: str = "dms", decimals: int | None = None
+) -> Any:
+    """Angles as texts, such as 52\N{DEGREE SIGN}10\N{PRIME}42.700500\N{DOUBLE PRIME}N.
+
+    :param degrees: [deg], a number or an array
+    :param kind: "longitude" and "latitude" end in E, W, N or S; "angle" has a sign
+    :param style: "dms", "degree", "second" or "radian"
+    :param decimals: of the last part, 0 to 15; None for 0.000001 of an arc second
+    :return: a text, or an array of texts
+    :raises ValueRefusedError: a number that is not finite, or an unknown word
+    """
+    return _each(lambda one: _core.format_angle(float(one), kind, style, decimals), degrees)
+
+
+def parse_angle(text: Any, kind: str = "angle") -> Any:
+    """Angles as people type them, in degrees.
+
+    Read are 52.5, 52d30'15.5", 52:30:15.5 and the same with the signs of degrees, minutes and
+    seconds; N, S, E or W before or behind, for the ``kind`` that has them; decimals behind a point or
+    a comma. A leading minus counts for the whole angle. What can be read in two ways is refused.
+
+    :param text: a text, or an array of texts
+    :raises ValueRefusedError: a text that is no such angle; it says which
+    """
+    return _each(lambda one: _core.parse_angle(_text(one), kind), text, np.float64)
+
+
+def format_length(metres: Any, unit: str = "m", *, decimals: int = 3) -> Any:
+    """Lengths as texts without their unit.
+
+    :param metres: [m], a number or an array
+    :param unit: "m", "ft", "us-ft" (the US survey foot) or "mm"
+    :param decimals: 0 to 15
+    """
+    return _each(lambda one: _core.format_length(float(one), unit, decimals), metres)
+
+
+def parse_length(text: Any, unit: str = "m") -> Any:
+    """Texts of lengths in ``unit``, a number without a unit behind it each, as metres."""
+    return _each(lambda one: _core.parse_length(_text(one), unit), text, np.float64)
+
+
+def _text(value: Any) -> str:
+    if not isinstance(value, str):
+        raise TypeError(f"{value!r} is no text")
+    return value
+
+
+def _each(make: Callable[[Any], Any], values: Any, dtype: Any = object) -> Any:
+    if isinstance(values, str) or np.ndim(values) == 0:
+        return make(values.item() if isinstance(values, np.ndarray) else values)
+    given = np.asarray(values, dtype=object)
+    made = np.empty(given.shape, dtype=dtype)
+    for at, value in np.ndenumerate(given):
+        made[at] = make(value)
+    return made
