@@ -15,7 +15,7 @@ namespace KelStd::io {
 /// What a caller can decide by.
 enum class DocumentFault
 {
-    None = 0,
+    None = 0, ///< no failure
 
     /// \name The file
     /// \{

@@ -30,7 +30,7 @@ enum class DeliveredState
 {
     AsDelivered, ///< its document has the delivered one's bytes
     Changed,     ///< another document holds a record of this kind and name
-    Missing
+    Missing      ///< no document holds such a record
 };
 
 namespace library {

@@ -78,6 +78,14 @@ QString table(const QStringList &lines, const QString &title, bool areCommands)
     return text;
 }
 
+/// Above the column of names: "option" below "Options".
+QString headingOf(const QString &title)
+{
+    const QString word = title.toLower();
+    return word.endsWith(QLatin1Char('s')) && !word.endsWith(QLatin1String("us")) ? word.chopped(1)
+                                                                                  : word;
+}
+
 /// "Options:", whose lines stand below it.
 bool isTitle(const Piece &piece, const Piece *next)
 {
@@ -111,7 +119,7 @@ QString commandPage(const QString &command, const QString &fullHelp)
             const bool areExamples = title == QLatin1String("Examples");
             page += areExamples
                         ? code(next->lines)
-                        : table(next->lines, title.toLower(), title == QLatin1String("Commands"));
+                        : table(next->lines, headingOf(title), title == QLatin1String("Commands"));
             ++i;
         } else if (piece.isIndented) {
             page += code(piece.lines);
