@@ -243,22 +243,28 @@ QString siteHeader(const QString &header, const QString &path)
     const QString group = QFileInfo(path).path().section(QLatin1Char('/'), -1);
     const QString open = QStringLiteral(" /** \\addtogroup room_%1 */ /** \\{ */").arg(group);
     const QString close = QStringLiteral("/** \\} */ ");
-    static const QRegularExpression opening(QStringLiteral("\\Anamespace KelStd[\\w:]* \\{\\z"));
-    static const QRegularExpression closing(QStringLiteral("\\A\\} // namespace KelStd[\\w:]*\\z"));
-    const bool hasNamespace = header.contains(QLatin1String("\nnamespace KelStd"));
+    static const QRegularExpression opening(QStringLiteral("\\Anamespace [\\w:]+ \\{\\z"));
+    static const QRegularExpression closing(QStringLiteral("\\A\\} // namespace [\\w:]+\\z"));
     QStringList lines = header.split(QLatin1Char('\n'));
     dropPrivateSections(lines);
     if (lines.first() == QLatin1String("#pragma once"))
         lines.first() += QLatin1String(" /** \\file */");
+    const bool hasNamespace = header.contains(QLatin1String("\nnamespace "));
+    int depth = 0;
     int lastInclude = -1;
     for (int i = 0; i < lines.size(); ++i) {
         QString &line = lines[i];
-        if (opening.match(line).hasMatch())
-            line += open;
-        else if (closing.match(line).hasMatch())
-            line.prepend(close);
-        else if (line.startsWith(QLatin1String("#include")))
+        if (opening.match(line).hasMatch()) {
+            // A group is not within itself: it ends where another namespace begins in it.
+            line = (depth > 0 ? close : QString()) + line + open;
+            ++depth;
+        } else if (closing.match(line).hasMatch()) {
+            --depth;
+            line.remove(0, 1);
+            line = close + QLatin1Char('}') + (depth > 0 ? open : QString()) + line;
+        } else if (line.startsWith(QLatin1String("#include"))) {
             lastInclude = i;
+        }
     }
     // The host's platform is in no namespace.
     if (!hasNamespace && lastInclude >= 0) {

