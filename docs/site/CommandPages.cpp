@@ -1,5 +1,6 @@
 #include "docs/site/CommandPages.h"
 
+#include <QtCore/QMap>
 #include <QtCore/QRegularExpression>
 
 namespace KelStd::site {
@@ -137,6 +138,36 @@ QString commandPage(const QString &command, const QString &fullHelp)
     if (!command.isEmpty())
         page += QStringLiteral("\n[All commands](commands.md)\n");
     return page;
+}
+
+QString commandTabs(const QStringList &commands)
+{
+    QStringList firsts;
+    QMap<QString, QStringList> byFirst;
+    for (const QString &command : commands) {
+        const QString first = command.section(QLatin1Char(' '), 0, 0);
+        if (!byFirst.contains(first))
+            firsts += first;
+        byFirst[first] += command;
+    }
+    const auto tab = [](const QString &command) {
+        return QStringLiteral("<tab type=\"user\" url=\"@ref %1\" title=\"%2\"/>\n")
+            .arg(commandPageName(command), command);
+    };
+    QString tabs = QStringLiteral(
+        "<tab type=\"usergroup\" visible=\"yes\" url=\"@ref commands\" title=\"Commands\">\n");
+    for (const QString &first : qAsConst(firsts)) {
+        const QStringList &together = byFirst.value(first);
+        if (together.size() == 1) {
+            tabs += tab(together.first());
+            continue;
+        }
+        tabs += QStringLiteral("<tab type=\"usergroup\" url=\"[none]\" title=\"%1\">\n").arg(first);
+        for (const QString &command : together)
+            tabs += tab(command);
+        tabs += QStringLiteral("</tab>\n");
+    }
+    return tabs + QStringLiteral("</tab>\n");
 }
 
 } // namespace KelStd::site

@@ -61,14 +61,25 @@ bool writePage(const QString &directory, const QString &command, const QByteArra
     return page.open(QIODevice::WriteOnly) && page.write(text) == text.size();
 }
 
-int commands(const QString &program, const QString &directory)
+int commands(const QString &program, const QString &directory, const QString &layoutFile)
 {
+    QFile layout(layoutFile);
+    if (!layout.open(QIODevice::ReadOnly))
+        return failed(layoutFile + QStringLiteral(": ") + layout.errorString());
+    const QString layoutText = QString::fromUtf8(layout.readAll());
     const QString help = QStringLiteral("help");
     const QString full = QStringLiteral("full");
     QStringList names = QString::fromUtf8(printed(program, {help, QStringLiteral("names")}))
                             .split(QLatin1Char('\n'), Qt::SkipEmptyParts);
     if (names.isEmpty())
         return failed(program + QStringLiteral(" tells no names of commands"));
+    QFile filled(QDir(directory).filePath(QStringLiteral("Layout.xml")));
+    const QByteArray tabs =
+        QString(layoutText)
+            .replace(QStringLiteral("<!-- commands -->"), KelStd::site::commandTabs(names))
+            .toUtf8();
+    if (!filled.open(QIODevice::WriteOnly) || filled.write(tabs) != tabs.size())
+        return failed(directory + QStringLiteral(" cannot be written to"));
     names.prepend(QString());
     for (const QString &name : qAsConst(names)) {
         const QByteArray text =
@@ -121,9 +132,10 @@ int main(int argc, char **argv)
     const QStringList words = application.arguments();
     if (words.size() == 3 && words.at(1) == QLatin1String("filter"))
         return filter(words.at(2));
-    if (words.size() == 4 && words.at(1) == QLatin1String("commands"))
-        return commands(words.at(2), words.at(3));
+    if (words.size() == 5 && words.at(1) == QLatin1String("commands"))
+        return commands(words.at(2), words.at(3), words.at(4));
     if (words.size() == 3 && words.at(1) == QLatin1String("tree"))
         return tree(words.at(2));
-    return failed(QStringLiteral("filter FILE, commands PROGRAM DIRECTORY, or tree DIRECTORY"));
+    return failed(
+        QStringLiteral("filter FILE, commands PROGRAM DIRECTORY LAYOUT, or tree DIRECTORY"));
 }

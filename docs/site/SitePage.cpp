@@ -150,7 +150,9 @@ private:
     static QString plain(QString text)
     {
         static const QRegularExpression dashes(QStringLiteral("(?<![-|:])--(?![-|:])"));
+        static const QRegularExpression name(QStringLiteral("(?<![\\w/:])KelStd(?![\\w/:])"));
         text.replace(dashes, QStringLiteral("\\--"));
+        text.replace(name, QStringLiteral("%KelStd")); // the library, not the namespace
         return text.replace(QLatin1Char('@'), QLatin1String("\\@"));
     }
 

@@ -40,6 +40,7 @@ const Prepared rows[] = {
     {u"`two\nlines`", u"``two\nlines``"},
     {u"a -- b @c", u"a \\-- b \\@c"},
     {u"|---|---|", u"|---|---|"},
+    {u"KelStd is `KelStd`, not KelStd::Pos", u"%KelStd is ``KelStd``, not KelStd::Pos"},
     {u"```cpp\n# no `title`\n```", u"```{.cpp}\n# no `title`\n```"},
     {u"```console\n$ a -- b\n```", u"```{.unparsed}\n$ a -- b\n```"},
 };
@@ -58,6 +59,18 @@ TEST(SitePageNames, AreThoseOfPaths)
     EXPECT_EQ(site::pageName(QStringLiteral("formats/ggf.md")), QStringLiteral("formats-ggf"));
     EXPECT_EQ(site::headingAnchor(QStringLiteral("A controller's list: `x`, and back")),
               QStringLiteral("a-controllers-list-x-and-back"));
+}
+
+TEST(CommandPage, StandsInTheMenuWithThoseOfItsFirstWord)
+{
+    EXPECT_EQ(
+        site::commandTabs({QStringLiteral("a b"), QStringLiteral("c"), QStringLiteral("a")}),
+        QStringLiteral(
+            "<tab type=\"usergroup\" visible=\"yes\" url=\"@ref commands\" title=\"Commands\">\n"
+            "<tab type=\"usergroup\" url=\"[none]\" title=\"a\">\n"
+            "<tab type=\"user\" url=\"@ref command-a-b\" title=\"a b\"/>\n"
+            "<tab type=\"user\" url=\"@ref command-a\" title=\"a\"/>\n</tab>\n"
+            "<tab type=\"user\" url=\"@ref command-c\" title=\"c\"/>\n</tab>\n"));
 }
 
 TEST(CommandPage, HasTheSectionsOfTheHelp)
