@@ -12,9 +12,9 @@
 ///
 ///     const LibraryLock lock(directory); // and load the registry
 ///     for (const DeliveredRecord &record :
-///     library::deliveredRecords(LibraryDirectory::delivered()))
+///          library::deliveredRecords(LibraryDirectory::delivered()))
 ///         if (library::deliveredState(directory, record) == DeliveredState::Missing)
-///             library::restoreRecord(directory, record);
+///             library::restoreRecord(directory, record, fileName);
 namespace KelStd {
 
 /// A record of a delivered library, and the document that holds it alone.
