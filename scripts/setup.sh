@@ -14,6 +14,7 @@ packages=(
     proj-bin gdal-bin zip tzdata     # the tests' independent peers
     gpsd-clients gpsbabel            # the same, for what receivers say
     chromium                         # the tests look at reports with it
+    doxygen doxygen-awesome-css      # the documentation site and its theme
     qttools5-dev-tools               # lupdate, which the tests extract texts with
     zsh fish                         # the tests complete command lines in them
     shared-mime-info libfile-mimeinfo-perl libglib2.0-bin  # and ask what type a file has

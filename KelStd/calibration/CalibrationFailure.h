@@ -10,7 +10,7 @@ namespace KelStd::calibration {
 /// Why nothing is fitted. The texts say what to do.
 enum class CalibrationFault
 {
-    None = 0,
+    None = 0,          ///< no failure
     NothingToFit,      ///< neither the plane nor the heights are to be fitted
     TooFewPoints,      ///< fewer than the method has to have
     MissingName,       ///< a point without a name
@@ -28,6 +28,7 @@ enum class CalibrationFault
     NotReproduced      ///< the records, applied, do not give what was fitted
 };
 
+/// A failure of one of the kinds of `CalibrationFault`.
 using CalibrationFailure = Failure<CalibrationFault>;
 
 /// What a surveyor has to see before relying on a fit.
@@ -48,10 +49,11 @@ enum class CalibrationWarningKind
 /// A text for people, without a full stop.
 struct CalibrationWarning
 {
-    CalibrationWarningKind kind;
-    QString text;
+    CalibrationWarningKind kind; ///< to decide by
+    QString text;                ///< to show
 };
 
+/// What a fit is to be read with, in the order in which it was noticed.
 using CalibrationWarnings = QVector<CalibrationWarning>;
 
 } // namespace KelStd::calibration

@@ -15,7 +15,7 @@ namespace KelStd::calibration {
 /// A point that is known on the local ellipsoid and in WGS84.
 struct DatumPair
 {
-    QString name;
+    QString name;                ///< of the point
     Pos local;                   ///< earth-centred cartesian on the local datum [m]
     Pos wgs84;                   ///< earth-centred cartesian in WGS84 [m]
     std::optional<double> sigma; ///< standard deviation of each coordinate [m]; of all or of none
@@ -45,24 +45,24 @@ struct DatumParameters
 /// A pair in a fit; residuals are calculated minus given, in WGS84.
 struct DatumPoint
 {
-    QString name;
+    QString name;               ///< of the point
     double residualX = 0.0;     ///< [m]
     double residualY = 0.0;     ///< [m]
     double residualZ = 0.0;     ///< [m]
     std::optional<double> test; ///< |w| or tau, the largest one of the three coordinates'
-    bool isSuspect = false;
+    bool isSuspect = false;     ///< the largest test of all, and above the critical value
 };
 
 /// A fitted datum shift.
 struct DatumFit
 {
-    Coord coord; ///< the base system with its datum shift filled
-    DatumMethod method = DatumMethod::Seven;
-    DatumParameters rigorous; ///< as stored, by the exact rotation matrix
-    DatumParameters linear;   ///< by the linear matrix of Bursa and Wolf, for comparison
-    FitStatistics statistics;
-    QVector<DatumPoint> points;
-    CalibrationWarnings warnings;
+    Coord coord;                             ///< the base system with its datum shift filled
+    DatumMethod method = DatumMethod::Seven; ///< which parameters were fitted
+    DatumParameters rigorous;                ///< as stored, by the exact rotation matrix
+    DatumParameters linear;       ///< by the linear matrix of Bursa and Wolf, for comparison
+    FitStatistics statistics;     ///< of all coordinates together
+    QVector<DatumPoint> points;   ///< in the order of the pairs
+    CalibrationWarnings warnings; ///< what has to be seen before the shift is used
 };
 
 /// Fits a datum shift to pairs of positions.

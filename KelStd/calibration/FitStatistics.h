@@ -29,15 +29,15 @@ enum class OutlierTest
 /// deviation where these were given.
 struct FitStatistics
 {
-    int points = 0;     ///< that took part
-    int redundancy = 0; ///< observations less parameters
-    OutlierTest test = OutlierTest::Pope;
-    std::optional<double> s0;            ///< [m] with Pope's test, without unit with Baarda's
-    std::optional<double> rms;           ///< [m]
-    std::optional<double> max;           ///< the longest residual vector [m]
-    QString maxPoint;                    ///< whose it is
-    std::optional<double> criticalValue; ///< of the test; nothing below a redundancy of 2 for tau
-    QString suspect;                     ///< the name of the one point that is suspected
+    int points = 0;                       ///< that took part
+    int redundancy = 0;                   ///< observations less parameters
+    OutlierTest test = OutlierTest::Pope; ///< by which blunders are looked for
+    std::optional<double> s0;             ///< [m] with Pope's test, without unit with Baarda's
+    std::optional<double> rms;            ///< [m]
+    std::optional<double> max;            ///< the longest residual vector [m]
+    QString maxPoint;                     ///< whose it is
+    std::optional<double> criticalValue;  ///< of the test; nothing below a redundancy of 2 for tau
+    QString suspect;                      ///< the name of the one point that is suspected
 };
 
 /// What is to be said of one point, in plan or in height. What does not exist is nothing: without
@@ -45,7 +45,7 @@ struct FitStatistics
 /// comes of leaving the point out.
 struct PointStatistics
 {
-    bool isUsed = false;
+    bool isUsed = false; ///< whether it took part
     /// The share of a blunder in the observation that shows in its residual, 0 to 1; in plan the
     /// smaller one of the two coordinates'.
     std::optional<double> redundancy;

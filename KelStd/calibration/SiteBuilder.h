@@ -30,13 +30,16 @@ namespace KelStd::calibration {
 class KELSTD_EXPORT SiteBuilder
 {
 public:
+    /// The frames of a location.
     using Frame = LocationBuilder::Frame;
+    /// What became of one position.
     using Outcome = LocationBuilder::Outcome;
 
     /// Nothing, and a `failure` (when given), where `SiteTransform::of` refuses the records. Raises
     /// what `LocationBuilder`'s constructor raises.
     static std::optional<SiteBuilder> of(const Coord &coord, SiteFailure *failure = nullptr);
 
+    /// The site's records, ready to be applied.
     const SiteTransform &site() const { return m_site; }
 
     /// That of the locations, to set what is required of them.

@@ -14,7 +14,7 @@ namespace KelStd::calibration {
 /// How far the site coordinates of a measured point are from what they should be.
 struct PointDifference
 {
-    QString name;
+    QString name;                 ///< of the point
     std::optional<double> north;  ///< site less control [m]; nothing for a point not used in plan
     std::optional<double> east;   ///< [m]
     std::optional<double> height; ///< [m]; nothing for a point not used in height
@@ -23,7 +23,7 @@ struct PointDifference
 /// The differences in one number each.
 struct DifferenceSummary
 {
-    int points = 0;
+    int points = 0;            ///< that took part
     std::optional<double> rms; ///< square root of the sum of the vectors' squares over points [m]
     std::optional<double> max; ///< the longest vector [m]
     QString maxPoint;          ///< whose it is
@@ -32,9 +32,9 @@ struct DifferenceSummary
 /// Independent points held against a site; nothing is fitted.
 struct SiteCheck
 {
-    QVector<PointDifference> points;
-    DifferenceSummary plan;
-    DifferenceSummary height;
+    QVector<PointDifference> points; ///< in the order of the list
+    DifferenceSummary plan;          ///< northing and easting together
+    DifferenceSummary height;        ///< of the heights
 };
 
 /// The differences between the site coordinates of `points` in `site`, by its records, and what

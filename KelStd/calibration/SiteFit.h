@@ -48,9 +48,9 @@ struct SiteFitOptions
 /// The plane of a site. Parameters are those that the records store.
 struct PlanFit
 {
-    PlanMethod method = PlanMethod::None;
-    PlaneSimilarity similarity; ///< the identity where nothing is fitted
-    FitStatistics statistics;
+    PlanMethod method = PlanMethod::None; ///< by which the plane was fitted
+    PlaneSimilarity similarity;           ///< the identity where nothing is fitted
+    FitStatistics statistics;             ///< of northings and eastings
     stENU baseCentroid{}; ///< weighted, of the points used, in the plane of the system [m]
     stENU siteCentroid{}; ///< what it becomes [m]
     /// \name Standard deviations of the parameters
@@ -65,9 +65,9 @@ struct PlanFit
 /// The heights of a site.
 struct HeightFit
 {
-    HeightMethod method = HeightMethod::None;
-    HeightSurface surface; ///< as stored; zeros where nothing is fitted
-    FitStatistics statistics;
+    HeightMethod method = HeightMethod::None; ///< by which the heights were fitted
+    HeightSurface surface;                    ///< as stored; zeros where nothing is fitted
+    FitStatistics statistics;                 ///< of the heights
     stENU centroid{};                     ///< weighted, of the points used, in site coordinates [m]
     double shiftAtCentroid = 0.0;         ///< the surface there [m]
     double slopeNorth = 0.0;              ///< and its slope [m/m]
@@ -81,18 +81,19 @@ struct HeightFit
 /// without the point, in plan or in height.
 struct SitePoint
 {
-    QString name;
-    stENU base{};    ///< the position in the plane of the system [m]
-    stENU site{};    ///< what the fitted records make of it [m]
-    stENU control{}; ///< as it was given [m]; its height is 0 where none was
-    PointStatistics plan;
-    PointStatistics height;
+    QString name;                         ///< of the point
+    stENU base{};                         ///< the position in the plane of the system [m]
+    stENU site{};                         ///< what the fitted records make of it [m]
+    stENU control{};                      ///< as it was given [m]; its height is 0 where none was
+    PointStatistics plan;                 ///< of northing and easting
+    PointStatistics height;               ///< of the height
     std::optional<double> residualNorth;  ///< [m]
     std::optional<double> residualEast;   ///< [m]
     std::optional<double> residualHeight; ///< [m]
     std::optional<double> leftOutNorth;   ///< [m]
     std::optional<double> leftOutEast;    ///< [m]
     std::optional<double> leftOutHeight;  ///< [m]
+    /// Of the fitted plane at the point; nothing without redundancy.
     std::optional<ErrorEllipse> ellipse;
 };
 
@@ -101,10 +102,10 @@ struct SiteFit
 {
     Coord coord;           ///< the base system with the records of the site filled
     ControlPoints control; ///< all points, with what they were used for; for the site's document
-    PlanFit plan;
-    HeightFit height;
-    QVector<SitePoint> points; ///< in the order of the control points
-    CalibrationWarnings warnings;
+    PlanFit plan;          ///< northing and easting
+    HeightFit height;      ///< the heights
+    QVector<SitePoint> points;    ///< in the order of the control points
+    CalibrationWarnings warnings; ///< what has to be seen before the site is used
 };
 
 /// Fits a site to its control points.
@@ -139,10 +140,12 @@ KELSTD_EXPORT std::optional<SiteFit> fitSite(const Coord &base, const ControlPoi
 
 /// "four", "rotation", "shift", "none": the word of a method, in reports and in JSON.
 KELSTD_EXPORT QString wordOf(PlanMethod method);
+/// The same of a method for heights: "fixed", "plane", "curve", "none".
 KELSTD_EXPORT QString wordOf(HeightMethod method);
 
 /// The method of a word.
 KELSTD_EXPORT std::optional<PlanMethod> planMethodOf(const QString &word);
+/// The same for heights.
 KELSTD_EXPORT std::optional<HeightMethod> heightMethodOf(const QString &word);
 
 } // namespace KelStd::calibration

@@ -48,7 +48,7 @@ struct HeightSurface
 ///
 ///     const auto site = SiteTransform::of(system);
 ///     if (site && site->hasSite())
-///         const stENU atSite = site->toSite(location.localNEH.getENU());
+///         atSite = site->toSite(location.localNEH.getENU());
 ///
 /// A plain value: any thread may use one.
 class KELSTD_EXPORT SiteTransform
@@ -73,7 +73,9 @@ public:
     /// plane.
     bool hasSite() const { return m_hasPlane || hasSurface(); }
 
+    /// Whether the plane transformation has a function.
     bool hasPlane() const { return m_hasPlane; }
+    /// Whether the height fitting has a function.
     bool hasSurface() const { return m_function != ElevationFittingFunction_None; }
 
     /// Which coefficients of the surface are used.

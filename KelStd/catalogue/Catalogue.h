@@ -25,7 +25,7 @@ namespace KelStd::catalogue {
 ///     Catalogue catalogue;
 ///     const ImportedSystem imported = catalogue.importSystem("EPSG:28992");
 ///     if (imported.system)
-///         Coord_IO::xml_write("rd_new.xml", *imported.system, nullptr);
+///         Coord_IO::xml_write(*imported.system, "rd_new.xml", nullptr);
 ///     else
 ///         qWarning() << imported.refusal.text;
 ///
@@ -48,10 +48,14 @@ public:
     /// Messages name what helps by `words`.
     explicit Catalogue(CatalogueWords words = {});
     ~Catalogue();
+    /// One that was moved from can only be assigned to or destroyed.
     Catalogue(Catalogue &&other) noexcept;
+    /// As the move constructor.
     Catalogue &operator=(Catalogue &&other) noexcept;
 
+    /// How long the text of a system may be [bytes].
     static constexpr int maxSourceBytes = 1'000'000;
+    /// How deeply the brackets of a text may be nested.
     static constexpr int maxSourceDepth = 64;
 
     /// The systems that meet `query`, best first: names and codes that are exactly what was looked

@@ -9,14 +9,15 @@
 
 namespace KelStd::catalogue {
 
+/// What a system of the database is.
 enum class SystemKind
 {
-    Projected,
-    Compound,
+    Projected,  ///< northing and easting
+    Compound,   ///< a horizontal and a vertical system
     Geographic, ///< two- or three-dimensional
-    Geocentric,
-    Vertical,
-    Other
+    Geocentric, ///< X, Y, Z
+    Vertical,   ///< heights
+    Other       ///< none of these
 };
 
 /// "projected", "compound" and so on.
@@ -25,11 +26,11 @@ KELSTD_EXPORT QString kindWord(SystemKind kind);
 /// A system of PROJ's database.
 struct FoundSystem
 {
-    QString code; ///< "EPSG:28992"
-    QString name;
-    SystemKind kind = SystemKind::Other;
-    SystemArea area;
-    bool isDeprecated = false;
+    QString code;                        ///< "EPSG:28992"
+    QString name;                        ///< "Amersfoort / RD New"
+    SystemKind kind = SystemKind::Other; ///< what it is
+    SystemArea area;                     ///< where it is meant to be used
+    bool isDeprecated = false;           ///< whether the database advises against it
 };
 
 /// What is looked for. Every condition that is given has to be met.
@@ -42,7 +43,7 @@ struct SystemQuery
     QString words;
     std::optional<GroundPoint> at; ///< lies in the area of use
     std::optional<SystemArea> box; ///< has something in common with the area of use
-    bool withDeprecated = false;
+    bool withDeprecated = false;   ///< whether systems are listed that the database advises against
 };
 
 } // namespace KelStd::catalogue

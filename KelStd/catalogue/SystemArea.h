@@ -9,8 +9,8 @@ namespace KelStd::catalogue {
 /// A point on the ground in WGS 84 [deg].
 struct GroundPoint
 {
-    double longitude = 0.0;
-    double latitude = 0.0;
+    double longitude = 0.0; ///< [deg], east positive
+    double latitude = 0.0;  ///< [deg], north positive
 };
 
 /// The area of use of a system or an operation: a box of longitudes and latitudes [deg], and what
@@ -18,11 +18,11 @@ struct GroundPoint
 struct KELSTD_EXPORT SystemArea
 {
     bool isKnown = false; ///< a system of a text may have none
-    double west = -180.0;
-    double south = -90.0;
-    double east = 180.0;
-    double north = 90.0;
-    QString name; ///< a description, such as "Fiji - onshore and offshore"
+    double west = -180.0; ///< [deg]
+    double south = -90.0; ///< [deg]
+    double east = 180.0;  ///< [deg]
+    double north = 90.0;  ///< [deg]
+    QString name;         ///< a description, such as "Fiji - onshore and offshore"
 
     /// How many degrees of longitude it spans, 0 to 360.
     double width() const;
@@ -32,6 +32,7 @@ struct KELSTD_EXPORT SystemArea
 
     /// False where the area is not known. Longitudes a whole turn apart are the same.
     bool contains(const GroundPoint &point) const;
+    /// Whether the two have something in common; false where one of them is not known.
     bool intersects(const SystemArea &other) const;
 
     /// The share of this area that `other` covers, 0 to 1, as boxes on the sphere; 1 where either

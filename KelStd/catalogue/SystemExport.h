@@ -16,9 +16,10 @@ enum class ExportForm
     Esri      ///< WKT 1 as ESRI writes it in .prj files, which has no datum shift
 };
 
+/// A system as a text for other programs.
 struct ExportedSystem
 {
-    QString text;
+    QString text;     ///< UTF-8 in a file; in the form that was asked for
     QStringList lost; ///< English sentences on what the text does not say of the system
     QString code;     ///< the code of the database's system that it was verified to be; or empty
 };

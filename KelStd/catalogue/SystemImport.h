@@ -12,6 +12,7 @@
 
 namespace KelStd::catalogue {
 
+/// What an import may take, and what it is for.
 struct ImportOptions
 {
     /// Where the system is used: the datum shift is chosen for this place instead of the centre of
@@ -34,26 +35,27 @@ struct ImportOptions
 /// What was imported, and how far it can be trusted.
 struct ImportReport
 {
-    QString source; ///< as it was given, or what it was when it was a long text ("WKT 1")
-    QString name;
-    QString code; ///< "EPSG:28992"; empty where none was identified
-    SystemArea area;
+    QString source;  ///< as it was given, or what it was when it was a long text ("WKT 1")
+    QString name;    ///< of the system
+    QString code;    ///< "EPSG:28992"; empty where none was identified
+    SystemArea area; ///< where it is meant to be used
 
+    /// The datum shift that the system has.
     struct Shift
     {
-        ShiftKind kind = ShiftKind::None;
-        QString code; ///< empty where the database has none for it
-        QString name;
-        std::optional<double> accuracy; ///< [m]
-        double coverage = 0.0;          ///< share of the system's area, 0 to 1
-        QStringList grids;
+        ShiftKind kind = ShiftKind::None; ///< what it computes with
+        QString code;                     ///< empty where the database has none for it
+        QString name;                     ///< "Amersfoort to WGS 84 (4)"
+        std::optional<double> accuracy;   ///< [m]
+        double coverage = 0.0;            ///< share of the system's area, 0 to 1
+        QStringList grids;                ///< the files that it needs
 
         /// What a grid leads to from the local frame, which WGS 84 positions are taken as: by its
         /// header "ETRS89", where that says it; else as `operationFrame`. Empty without a grid.
         QString frame;
         QString operationFrame; ///< by the database, which may say "WGS 84" of the same grid
     };
-    Shift shift;
+    Shift shift; ///< as it was taken over
 
     /// The largest difference [m] to PROJ's own result by the same operation.
     double difference = 0.0;
@@ -76,6 +78,7 @@ struct ImportReport
     QStringList warnings; ///< English sentences
 };
 
+/// What became of an import.
 struct ImportedSystem
 {
     std::optional<Coord> system; ///< nothing where the import is refused

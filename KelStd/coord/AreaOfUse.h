@@ -8,7 +8,7 @@ namespace KelStd {
 /// latitudes. One whose `west` is greater than its `east` crosses the meridian of 180 degrees.
 ///
 ///     AreaOfUse fiji{176.81, -20.81, -178.15, -12.42};
-///     fiji.contains(179.5, -17.0) && fiji.contains(-179.5, -17.0)
+///     const bool isIn = fiji.contains(179.5, -17.0) && fiji.contains(-179.5, -17.0); // true
 struct KELSTD_EXPORT AreaOfUse
 {
     double west = 0.0;  ///< longitude [deg], -180 to 180
@@ -29,7 +29,9 @@ struct KELSTD_EXPORT AreaOfUse
     /// How far the box reaches from `west` to `east` [deg], 0 to 360.
     double width() const;
 
+    /// Equality of all members.
     bool operator==(const AreaOfUse &other) const;
+    /// The negation of `operator==`.
     bool operator!=(const AreaOfUse &other) const { return !(*this == other); }
 };
 

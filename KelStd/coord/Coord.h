@@ -51,6 +51,7 @@ public:
 
     /// Every record is equal; `coord_name` is not compared.
     bool operator==(const Coord &other) const;
+    /// The negation of `operator==`.
     bool operator!=(const Coord &other) const;
 
     /// Equality of what takes part in the computation, record by record.
@@ -160,12 +161,13 @@ public:
     /// \name The system
     /// \{
 
-    QString coord_name;
-    Ellipsoid ellipsoid;
-    Projection projection;
-    stEllipsoinTransform ellipsoidTransform;
-    stPlaneTransform planeTransform;
-    stElevationFitting elevationFitting;
+    QString coord_name;                      ///< for people; not compared
+    Ellipsoid ellipsoid;                     ///< the local ellipsoid
+    Projection projection;                   ///< from longitude and latitude to the plane
+    stEllipsoinTransform ellipsoidTransform; ///< the datum shift from WGS84
+    stPlaneTransform planeTransform;         ///< of the site; not applied by the conversions
+    stElevationFitting elevationFitting;     ///< of the site; not applied by the conversions
+    /// What the projected height is above; without a name the local ellipsoid.
     stGeoidModel geoidModel;
     /// \}
 

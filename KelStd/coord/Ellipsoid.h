@@ -26,6 +26,7 @@ public:
 
     /// Equality of all that enters a computation; `ellipsoid_name` is not compared.
     bool operator==(const Ellipsoid &other) const;
+    /// The negation of `operator==`.
     bool operator!=(const Ellipsoid &other) const;
 
     /// Writes the block of version 1: the version [int32], then every member in declaration order,
@@ -37,11 +38,11 @@ public:
     /// another version. The stream's status is neither inspected nor reset (see `Param::load`).
     bool load(QDataStream &stream);
 
-    QString ellipsoid_name;
-    QString proj4EllpsName; ///< PROJ's name (`+ellps=`), empty when given by its numbers
-    Param biggerHalfAxle;   ///< semi-major axis, in its own length unit
-    double reciprocal;      ///< inverse flattening 1/f, without unit
-    EEllipsoidDirection positiveDir;
+    QString ellipsoid_name;          ///< for people; not compared
+    QString proj4EllpsName;          ///< PROJ's name (`+ellps=`), empty when given by its numbers
+    Param biggerHalfAxle;            ///< semi-major axis, in its own length unit
+    double reciprocal;               ///< inverse flattening 1/f, without unit
+    EEllipsoidDirection positiveDir; ///< the directions of the axes of its frame
 };
 
 } // namespace KelStd

@@ -15,6 +15,7 @@ namespace KelStd {
 class KELSTD_EXPORT Location
 {
 public:
+    /// Twelve zeros.
     void clear();
 
     double get_WGS84_LLH_Long() const;   ///< [deg]
@@ -35,6 +36,7 @@ public:
 
     /// Exact equality of the twelve components.
     bool operator==(const Location &other) const;
+    /// The negation of `operator==`.
     bool operator!=(const Location &other) const;
 
     /// True when each of the twelve components differs by at most 0.0001.

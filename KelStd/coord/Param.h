@@ -19,6 +19,7 @@ class KELSTD_EXPORT Param
 public:
     /// A plain number without unit whose value is the `int` 0.
     Param();
+    /// A value of this kind, in this unit, without a dictionary.
     Param(EValueType valType, EUnit unit, const QVariant &value);
 
     /// Back to a plain number without unit, with a null `value`. The null is deliberate: a fresh
@@ -27,6 +28,7 @@ public:
 
     /// Every member is equal; `value` as `QVariant` compares, without tolerance of its own.
     bool operator==(const Param &other) const;
+    /// The negation of `operator==`.
     bool operator!=(const Param &other) const;
 
     /// Writes the block of version 1: the version [int32], then every member in declaration order
@@ -46,13 +48,13 @@ public:
     /// unknown zone is an invalid time.
     bool load(QDataStream &stream);
 
-    EValueType valType; ///< the kind of `value`
-    EUnit unit;         ///< the unit in which `value` is stored
-    QVariant value;
-    bool isDictionary; ///< true when the value is chosen from `dictionaryValues`
-    QString dictionarySelKey;
-    QMap<QString, QVariant> dictionaryValues;
-    QString dictionaryBindParamName; ///< the parameter to which the dictionary is bound
+    EValueType valType;       ///< the kind of `value`
+    EUnit unit;               ///< the unit in which `value` is stored
+    QVariant value;           ///< of the kind of `valType`, in `unit`
+    bool isDictionary;        ///< true when the value is chosen from `dictionaryValues`
+    QString dictionarySelKey; ///< the key that is chosen
+    QMap<QString, QVariant> dictionaryValues; ///< the values to choose from, by their keys
+    QString dictionaryBindParamName;          ///< the parameter to which the dictionary is bound
 };
 
 } // namespace KelStd

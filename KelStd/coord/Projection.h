@@ -28,6 +28,7 @@ public:
 
     /// Equality of all that enters a computation; `projection_name` is not compared.
     bool operator==(const Projection &other) const;
+    /// The negation of `operator==`.
     bool operator!=(const Projection &other) const;
 
     /// True when both name the same PROJ projection and give each PROJ parameter the same value,
@@ -38,6 +39,7 @@ public:
     /// Metre for plane coordinates, degree for geographic ones, none for any other
     /// `locationType`. `northUnit` is the same operation.
     EUnit eastUnit() const;
+    /// As `eastUnit`.
     EUnit northUnit() const;
 
     /// `loc_or_height_unit`, or none for a `locationType` that is neither plane nor geographic.
@@ -57,12 +59,12 @@ public:
     /// `Param::load`); a count beyond the stream's end fails at the end.
     bool load(QDataStream &stream);
 
-    QString projection_name;
-    QString proj4Projection; ///< PROJ's name, for example "tmerc"
-    QMap<QString, Param> param;
+    QString projection_name;           ///< for people; not compared
+    QString proj4Projection;           ///< PROJ's name, for example "tmerc"
+    QMap<QString, Param> param;        ///< values by keys of the author's choice
     QMap<QString, QString> paramProj4; ///< parameter key to PROJ parameter name
-    ELocationType locationType;
-    EUnit loc_or_height_unit; ///< unit of the plane coordinates or of the heights
+    ELocationType locationType;        ///< whether positions are plane or geographic
+    EUnit loc_or_height_unit;          ///< unit of the plane coordinates or of the heights
 };
 
 } // namespace KelStd

@@ -26,7 +26,9 @@ struct KELSTD_EXPORT SystemOrigin
         QString name;                    ///< "Amersfoort to WGS 84 (4)"
         std::optional<double> accuracyM; ///< as the database has it [m]
 
+        /// Equality of all members.
         bool operator==(const Operation &other) const;
+        /// The negation of `operator==`.
         bool operator!=(const Operation &other) const { return !(*this == other); }
     };
 
@@ -36,7 +38,9 @@ struct KELSTD_EXPORT SystemOrigin
         QString name;        ///< "US survey foot"
         double metres = 1.0; ///< what one of it measures [m]
 
+        /// Equality of all members.
         bool operator==(const PlaneUnit &other) const;
+        /// The negation of `operator==`.
         bool operator!=(const PlaneUnit &other) const { return !(*this == other); }
     };
 
@@ -44,7 +48,7 @@ struct KELSTD_EXPORT SystemOrigin
     QString code;                       ///< within the authority, "28992"
     QString databaseVersion;            ///< of the database that it was read from, "EPSG v10.076"
     std::optional<Operation> operation; ///< of the datum shift
-    std::optional<AreaOfUse> area;
+    std::optional<AreaOfUse> area;      ///< where the system is meant to be used
     QString areaName;                   ///< the area in words
     QStringList countries;              ///< names of countries in it, for those who look for them
     std::optional<PlaneUnit> planeUnit; ///< nothing for metres
@@ -56,7 +60,9 @@ struct KELSTD_EXPORT SystemOrigin
     /// "EPSG:28992"; empty without an authority or a code.
     QString fullCode() const;
 
+    /// Equality of all members.
     bool operator==(const SystemOrigin &other) const;
+    /// The negation of `operator==`.
     bool operator!=(const SystemOrigin &other) const { return !(*this == other); }
 };
 

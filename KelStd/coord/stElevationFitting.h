@@ -24,7 +24,9 @@ public:
     /// members of the `Param`s survive on purpose.
     void clear();
 
+    /// Equality of all members.
     bool operator==(const stElevationFitting &other) const;
+    /// The negation of `operator==`.
     bool operator!=(const stElevationFitting &other) const;
 
     /// Equality of what the selected function uses; an unlisted function code is never the same.
@@ -39,15 +41,15 @@ public:
     /// inspected nor reset (see `Param::load`).
     bool load(QDataStream &stream);
 
-    EElevationFittingFunction function;
-    Param a;
-    Param b;
-    Param c;
-    Param d;
-    Param e;
-    Param f;
-    Param north_zero_x0; ///< northing of the fitting's origin
-    Param east_zero_y0;  ///< easting of the fitting's origin
+    EElevationFittingFunction function; ///< which of the parameters are used
+    Param a;                            ///< the constant, a length
+    Param b;                            ///< of the northing
+    Param c;                            ///< of the easting
+    Param d;                            ///< of the square of the northing
+    Param e;                            ///< of the square of the easting
+    Param f;                            ///< of the product of northing and easting
+    Param north_zero_x0;                ///< northing of the fitting's origin
+    Param east_zero_y0;                 ///< easting of the fitting's origin
 };
 
 } // namespace KelStd

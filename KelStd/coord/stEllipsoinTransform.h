@@ -24,7 +24,9 @@ public:
     /// members of the `Param`s survive on purpose.
     void clear();
 
+    /// Equality of all members.
     bool operator==(const stEllipsoinTransform &other) const;
+    /// The negation of `operator==`.
     bool operator!=(const stEllipsoinTransform &other) const;
 
     /// Equality of what the selected function uses. A function code outside the enumeration is
@@ -40,15 +42,16 @@ public:
     /// inspected nor reset (see `Param::load`).
     bool load(QDataStream &stream);
 
+    /// Which of the parameters are used; the name is the contract's.
     EEllipsoinTransformFunction fuction;
     EEllipsoinTransition nofuction_transtion; ///< used when `fuction` is none
-    Param x_translate;
-    Param y_translate;
-    Param z_translate;
-    Param x_rotate;
-    Param y_rotate;
-    Param z_rotate;
-    Param ratio_ppm;
+    Param x_translate;                        ///< a length
+    Param y_translate;                        ///< a length
+    Param z_translate; ///< a length; a three-parameter shift reads it in the unit of `y_translate`
+    Param x_rotate;    ///< arc seconds by default
+    Param y_rotate;    ///< arc seconds by default
+    Param z_rotate;    ///< arc seconds by default
+    Param ratio_ppm;   ///< difference of the scale from 1 [ppm]
 };
 
 } // namespace KelStd

@@ -16,9 +16,12 @@ class KELSTD_EXPORT stGeoidModel
 public:
     stGeoidModel();
 
+    /// Empties the name.
     void clear();
 
+    /// Equality of all members.
     bool operator==(const stGeoidModel &other) const;
+    /// The negation of `operator==`.
     bool operator!=(const stGeoidModel &other) const;
     /// The same as `operator==`.
     bool isSameLogic(const stGeoidModel &other) const;

@@ -23,7 +23,9 @@ public:
     /// members of the `Param`s survive on purpose.
     void clear();
 
+    /// Equality of all members.
     bool operator==(const stPlaneTransform &other) const;
+    /// The negation of `operator==`.
     bool operator!=(const stPlaneTransform &other) const;
 
     /// Equality of what the selected function uses; an unlisted function code is never the same.
@@ -38,11 +40,12 @@ public:
     /// inspected nor reset (see `Param::load`).
     bool load(QDataStream &stream);
 
+    /// Which of the parameters are used; the name is the contract's.
     EPlaneTransformFunction fuction;
-    Param north_translate;
-    Param east_translate;
-    Param rotate_angle; ///< arc seconds by default
-    Param ratio;        ///< scale
+    Param north_translate; ///< a length
+    Param east_translate;  ///< a length
+    Param rotate_angle;    ///< arc seconds by default
+    Param ratio;           ///< scale
 };
 
 } // namespace KelStd

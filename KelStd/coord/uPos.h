@@ -5,25 +5,25 @@ namespace KelStd {
 /// Earth-centred cartesian components [m].
 struct stXYZ
 {
-    double x;
-    double y;
-    double z;
+    double x; ///< towards longitude 0 on the equator [m]
+    double y; ///< towards longitude 90 degrees east on the equator [m]
+    double z; ///< towards the north pole [m]
 };
 
 /// Geographic components: longitude, then latitude [deg], then ellipsoidal height [m].
 struct stLongLatH
 {
-    double longitude;
-    double latitude;
-    double height;
+    double longitude; ///< [deg], east positive
+    double latitude;  ///< [deg], north positive
+    double height;    ///< above the ellipsoid [m]
 };
 
 /// Plane components: east, north, up or height [m].
 struct stENU
 {
-    double e;
-    double n;
-    double u;
+    double e; ///< easting [m]
+    double n; ///< northing [m]
+    double u; ///< height [m]
 };
 
 /// The same three doubles under three readings.
@@ -32,9 +32,9 @@ struct stENU
 /// compilers define reading a union through another of its members.
 union uPos
 {
-    stXYZ xyz;
-    stLongLatH llh;
-    stENU enu;
+    stXYZ xyz;      ///< as X, Y, Z
+    stLongLatH llh; ///< as longitude, latitude and height
+    stENU enu;      ///< as east, north and up
 };
 
 } // namespace KelStd

@@ -26,9 +26,12 @@ class KELSTD_EXPORT stShowConfig
 public:
     stShowConfig();
 
+    /// Sets every field to the values of the second default set, 12 or 15 decimals for most kinds.
     void clear();
 
+    /// Equality of all fields, `coordOrder` included.
     bool operator==(const stShowConfig &other) const;
+    /// The negation of `operator==`.
     bool operator!=(const stShowConfig &other) const;
 
     /// Writes version 1 and the fields in declaration order: 68 bytes on a stream with Qt's default
@@ -43,6 +46,7 @@ public:
     /// The description of the unit or style in which values of a kind are shown ("meter",
     /// "Degree Minute Second", "GPSW"), translated; empty for a kind without one.
     QString getParamShowFormatDescription(EValueType type) const;
+    /// The same for the kind of `param`.
     QString getParamShowFormatDescription(const Param &param) const;
 
     /// The text of `param` in a table. A value or setting that cannot be shown is the empty text:
@@ -62,49 +66,50 @@ public:
 
     EFormat coordOrder; ///< kept for the host; nothing in this library reads it
 
-    unsigned char doublePrecision;
-    bool doubleKeepZero;
+    unsigned char doublePrecision; ///< decimals of plain numbers, 6 at first
+    bool doubleKeepZero;           ///< whether zeros at their end stay; so for the others
 
-    EFormat latLongFormat;
-    unsigned char latLongPrecision;
-    bool latLongKeepZero;
+    EFormat latLongFormat;          ///< style of longitudes and latitudes
+    unsigned char latLongPrecision; ///< decimals of the last part, 6 at first
+    bool latLongKeepZero;           ///< kept; longitudes and latitudes in tables keep their zeros
 
-    EUnit earthHeightUnit;
-    unsigned char earthHeightPrecision;
-    bool earthHeightKeepZero;
+    EUnit earthHeightUnit;              ///< of ellipsoidal heights
+    unsigned char earthHeightPrecision; ///< decimals, 4 at first
+    bool earthHeightKeepZero;           ///< whether zeros at the end stay
 
-    EUnit xyUnit;
-    unsigned char xyPrecision;
-    bool xyKeepZero;
+    EUnit xyUnit;              ///< of northings and eastings
+    unsigned char xyPrecision; ///< decimals, 4 at first
+    bool xyKeepZero;           ///< whether zeros at the end stay
 
-    EUnit elevationHeightUnit;
-    unsigned char elevationHeightPrecision;
-    bool elevationHeightKeepZero;
+    EUnit elevationHeightUnit;              ///< of heights in the system of the plane
+    unsigned char elevationHeightPrecision; ///< decimals, 4 at first
+    bool elevationHeightKeepZero;           ///< whether zeros at the end stay
 
-    EFormat timeFormat;
+    EFormat timeFormat; ///< the time scale in which times are shown
 
-    EUnit tempratureUnit;
-    unsigned char tempraturePrecision;
-    bool tempratureKeepZero;
+    EUnit tempratureUnit;              ///< degrees Celsius at first; the names are the contract's
+    unsigned char tempraturePrecision; ///< decimals, 0 at first
+    bool tempratureKeepZero;           ///< whether zeros at the end stay
 
-    EUnit pressureUnit;
-    unsigned char pressurePrecision;
-    bool pressureKeepZero;
+    EUnit pressureUnit;              ///< bar at first
+    unsigned char pressurePrecision; ///< decimals, 0 at first
+    bool pressureKeepZero;           ///< whether zeros at the end stay
 
+    /// Style of angles that are no longitude or latitude, arc seconds at first.
     EFormat angleFormat;
-    unsigned char anglePrecision;
-    bool angleKeepZero;
+    unsigned char anglePrecision; ///< decimals of the last part, 2 at first
+    bool angleKeepZero;           ///< kept; angles in tables keep their zeros
 
     /// Also the unit and decimals in which a spelled-out semi-major axis reaches PROJ: keep metres
     /// and at least 3 decimals while converting (docs/display-configuration.md). Anything else is
     /// warned of in the host's log.
     EUnit distanceUnit;
-    unsigned char distancePrecision;
-    bool distanceKeepZero;
+    unsigned char distancePrecision; ///< decimals, 4 at first
+    bool distanceKeepZero;           ///< whether zeros at the end stay
 
-    EUnit heightUnit;
-    unsigned char heightPrecision;
-    bool heightKeepZero;
+    EUnit heightUnit;              ///< of heights that are no component of a position
+    unsigned char heightPrecision; ///< decimals, 4 at first
+    bool heightKeepZero;           ///< whether zeros at the end stay
 };
 
 } // namespace KelStd

@@ -25,18 +25,21 @@ public:
     FileLock(const FileLock &) = delete;
     FileLock &operator=(const FileLock &) = delete;
 
+    /// What became of an attempt to take the lock.
     enum class Outcome
     {
-        Taken,
+        Taken,         ///< by this object
         HeldByAnother, ///< still, after all of the patience
         Unavailable    ///< no lock file can be made there, or what has its name is something else
     };
 
+    /// The patience of who waits as long as it takes.
     static constexpr int forEver = -1;
 
     /// Takes the lock, waiting for another holder for `patience` [ms] or `forEver`.
     Outcome take(int patience);
 
+    /// Whether this object holds the lock.
     bool isTaken() const { return m_holder != nullptr; }
 
     /// Lets go, and removes the file.

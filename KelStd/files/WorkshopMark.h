@@ -14,11 +14,13 @@
 /// characters may be "backup".
 namespace KelStd::workshop {
 
+/// The name of the file that is the mark.
 inline QString markName()
 {
     return QStringLiteral(".kelstd-workshop");
 }
 
+/// What stands in it, for people who find it.
 inline QByteArray markText()
 {
     return QByteArrayLiteral("KelStd prepares something here, and removes this directory.\n");

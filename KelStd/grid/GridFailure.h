@@ -7,7 +7,7 @@ namespace KelStd {
 /// Why a geoid grid file cannot be read, or must not be used.
 enum class GridFailureKind
 {
-    None,
+    None,         ///< no failure
     Unreadable,   ///< not there, or the system refuses to read it; the text is the system's
     NotAFile,     ///< a directory, or something else that is no regular file
     TooShort,     ///< for a header
@@ -19,6 +19,7 @@ enum class GridFailureKind
     OnlyForProj   ///< a layout that PROJ alone reads (GeoTIFF)
 };
 
+/// A failure of one of the kinds of `GridFailureKind`.
 using GridFailure = Failure<GridFailureKind>;
 
 } // namespace KelStd

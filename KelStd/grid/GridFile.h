@@ -21,10 +21,11 @@ namespace KelStd {
 class KELSTD_EXPORT GridFile
 {
 public:
+    /// The layout of a grid.
     enum class Format
     {
-        Gtx,
-        Ggf,
+        Gtx,    ///< which PROJ reads
+        Ggf,    ///< which is converted to GTX
         GeoTiff ///< which PROJ alone reads
     };
 
@@ -32,6 +33,7 @@ public:
     /// `format` as it was found out: `GridFailureKind::OnlyForProj` goes with `Format::GeoTiff`.
     GridFailure open(const QString &fileName);
 
+    /// The layout of the file that was opened last.
     Format format() const { return m_format; }
 
     /// Of the file that was opened last; no rows and columns before the first one and after a
@@ -50,7 +52,7 @@ public:
     /// A node and its value [m].
     struct Node
     {
-        double value;
+        double value;  ///< [m]
         qint64 row;    ///< 0 is the southernmost
         qint64 column; ///< 0 is the westernmost
     };
@@ -61,8 +63,8 @@ public:
         /// Nodes with the mark of GTX for a missing value (-88.8888), with one beyond 1000 m, which
         /// PROJ takes for such a mark, or with what is no number.
         qint64 missing = 0;
-        Node lowest{0.0, -1, -1}; ///< the first of the lowest in the file; row -1: all are missing
-        Node highest{0.0, -1, -1};
+        Node lowest{0.0, -1, -1};  ///< the first of the lowest in the file; row -1: all are missing
+        Node highest{0.0, -1, -1}; ///< the first of the highest; row -1: all are missing
     };
 
     /// Reads all values, in pieces of 64 KiB. A failure, also one of `completeness`, leaves
@@ -74,6 +76,7 @@ public:
 
     /// Whether a file's name ends in ".ggf" or ".gtx", in letters of either size.
     static bool isGgfName(const QString &fileName);
+    /// The same for ".gtx".
     static bool isGtxName(const QString &fileName);
 
 private:

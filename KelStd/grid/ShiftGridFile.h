@@ -26,11 +26,12 @@ namespace KelStd {
 class KELSTD_EXPORT ShiftGridFile
 {
 public:
+    /// The layout of a grid of datum shifts.
     enum class Format
     {
-        None, ///< neither of the others
-        Ntv2,
-        GeoTiff
+        None,   ///< neither of the others
+        Ntv2,   ///< by its first record
+        GeoTiff ///< by its first bytes
     };
 
     /// Reads the headers of a regular file. A failure leaves the object without grids, with
@@ -40,6 +41,7 @@ public:
     /// \return kind `None` where the file has all that its headers promise.
     GridFailure open(const QString &fileName);
 
+    /// The layout of the file that was opened last.
     Format format() const { return m_format; }
 
     /// The grids of the file, in its order; a fine one may lie within a coarse one.
@@ -55,6 +57,7 @@ public:
     /// What the shifts start from and lead to, as NTv2 has it in eight letters each ("DHDN90",
     /// "ETRS89"), and GeoTIFF as a code ("EPSG:4283"); empty where it is not said.
     QString fromSystem() const { return m_from; }
+    /// What the shifts lead to, as `fromSystem` says what they start from.
     QString toSystem() const { return m_to; }
 
     /// "NTv2", "GeoTIFF" or "".

@@ -22,10 +22,10 @@
 ///         use(coord);
 namespace KelStd::io {
 
+/// What is wrong with one place of a document.
 enum class FindingKind
 {
-    /// \name What was not taken over as it stands
-    /// \{
+    // What was not taken over as it stands
     UnknownElement,   ///< no such element is read in this place
     UnknownAttribute, ///< no such attribute is read in this place
     StrayText,        ///< a text where none is read
@@ -38,10 +38,7 @@ enum class FindingKind
     SplitText,        ///< something within a text, of which the part before it is taken at most
     DamagedText,      ///< bytes that are no text in the document's encoding
 
-    /// \}
-
-    /// \name What the definitions will not use
-    /// \{
+    // What the definitions will not use
     NotUsed,        ///< a value that no definition has, or that it has otherwise
     UnitNotUsed,    ///< a unit other than the one in which the definition takes the number
     Contradiction,  ///< numbers of an ellipsoid beside the PROJ name of another one
@@ -49,19 +46,15 @@ enum class FindingKind
     NotOneProjName, ///< a PROJ name with blanks or signs that make several of it
     Overruling,     ///< a parameter of a projection that would overrule another record
 
-    /// \}
-
-    /// \name What cannot be meant
-    /// \{
+    // What cannot be meant
     Implausible, ///< an axis, flattening, scale, angle or shift that none on this earth is
 
-    /// \}
 };
 
 /// One place of a document.
 struct DocumentFinding
 {
-    FindingKind kind;
+    FindingKind kind;   ///< to decide by
     QString element;    ///< from the root: "Coord/Projection/param[FalseEast]"
     int line;           ///< the line, from 1, in which the element's first tag ends
     QString written;    ///< a text, or an attribute as in fuction="seven"
@@ -100,12 +93,14 @@ KELSTD_EXPORT bool reviewSystem(const QString &fileName, Coord &coord, SystemOri
 /// As `reviewCoord`, of `readEllipsoidList`.
 KELSTD_EXPORT bool reviewEllipsoidList(const QString &fileName, QList<Ellipsoid> &ellipsoids,
                                        QList<DocumentFinding> &findings, QString *error = nullptr);
+/// The same, with the failure whole.
 KELSTD_EXPORT bool reviewEllipsoidList(const QString &fileName, QList<Ellipsoid> &ellipsoids,
                                        QList<DocumentFinding> &findings, DocumentFailure &failure);
 
 /// As `reviewCoord`, of `readProjectionList`.
 KELSTD_EXPORT bool reviewProjectionList(const QString &fileName, QList<Projection> &projections,
                                         QList<DocumentFinding> &findings, QString *error = nullptr);
+/// The same, with the failure whole.
 KELSTD_EXPORT bool reviewProjectionList(const QString &fileName, QList<Projection> &projections,
                                         QList<DocumentFinding> &findings, DocumentFailure &failure);
 

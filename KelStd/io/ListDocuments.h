@@ -28,6 +28,7 @@ KELSTD_EXPORT bool readEllipsoidList(const QString &fileName, QList<Ellipsoid> &
 /// As `readEllipsoidList`.
 KELSTD_EXPORT bool readProjectionList(const QString &fileName, QList<Projection> &projections,
                                       QString *error = nullptr);
+/// The same, with the failure whole.
 KELSTD_EXPORT bool readProjectionList(const QString &fileName, QList<Projection> &projections,
                                       DocumentFailure &failure);
 

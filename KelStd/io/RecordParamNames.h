@@ -9,13 +9,15 @@
 /// all.
 namespace KelStd::io {
 
+/// A parameter of a record by its name.
 template <typename Record>
 struct NamedParam
 {
-    const char *name;
-    Param Record::*member;
+    const char *name;      ///< of the element, and of the member
+    Param Record::*member; ///< where the record has it
 };
 
+/// The parameters of a datum shift.
 inline constexpr NamedParam<stEllipsoinTransform> ellipsoidTransformParams[] = {
     {"x_translate", &stEllipsoinTransform::x_translate},
     {"y_translate", &stEllipsoinTransform::y_translate},
@@ -26,6 +28,7 @@ inline constexpr NamedParam<stEllipsoinTransform> ellipsoidTransformParams[] = {
     {"ratio_ppm", &stEllipsoinTransform::ratio_ppm},
 };
 
+/// Those of a plane transformation.
 inline constexpr NamedParam<stPlaneTransform> planeTransformParams[] = {
     {"north_translate", &stPlaneTransform::north_translate},
     {"east_translate", &stPlaneTransform::east_translate},
@@ -33,6 +36,7 @@ inline constexpr NamedParam<stPlaneTransform> planeTransformParams[] = {
     {"ratio", &stPlaneTransform::ratio},
 };
 
+/// Those of a height fitting.
 inline constexpr NamedParam<stElevationFitting> elevationFittingParams[] = {
     {"a", &stElevationFitting::a},
     {"b", &stElevationFitting::b},

@@ -41,8 +41,10 @@ public:
 
     /// The absolute path of the directory, or of a place in it.
     QString path() const { return m_dir.absolutePath(); }
+    /// The absolute path of that place.
     QString path(LibraryPlace place) const;
 
+    /// Whether the directory is there.
     bool exists() const { return m_dir.exists(); }
     /// Whether any of the places is there.
     bool holdsLibrary() const;

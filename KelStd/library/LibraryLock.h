@@ -23,6 +23,7 @@ namespace KelStd {
 class KELSTD_EXPORT LibraryLock
 {
 public:
+    /// Nothing is locked yet.
     explicit LibraryLock(const LibraryDirectory &library);
 
     /// Waits for other programs; `HeldByAnother` when one of them takes longer than `patience`

@@ -20,10 +20,10 @@ namespace KelStd {
 /// row each in LibraryRecord.cpp.
 enum class RecordKind
 {
-    Custom,
-    Standard,
-    Ellipsoid,
-    Projection
+    Custom,    ///< a system of the user's
+    Standard,  ///< a system that is delivered
+    Ellipsoid, ///< an ellipsoid
+    Projection ///< a projection
 };
 
 /// A record of any kind; custom and standard systems are both a `Coord`.
@@ -52,6 +52,7 @@ KELSTD_EXPORT QString withoutMarks(const QString &name);
 
 /// The record's own name.
 KELSTD_EXPORT QString nameOf(const LibraryRecord &record);
+/// Gives the record this name of its own.
 KELSTD_EXPORT void rename(LibraryRecord &record, const QString &name);
 
 /// The names under which the registry has records of a kind, in their order there.
@@ -65,8 +66,8 @@ KELSTD_EXPORT QString keyOf(RecordKind kind, const QString &name);
 /// A record of the registry by its kind and the name that it has there.
 struct RecordKey
 {
-    RecordKind kind;
-    QString name;
+    RecordKind kind; ///< in which part of the registry it is
+    QString name;    ///< that it has there
 };
 
 /// The entry of the registry that keeps a name from being added, byte order marks aside
@@ -90,11 +91,13 @@ KELSTD_EXPORT QStringList offeredNames();
 /// The registry's own operations, with their results; `StandardLibrary::lastFailure` says why one
 /// failed. A `Coord` is added, or replaced, as a custom system.
 KELSTD_EXPORT bool addRecord(const QString &name, const LibraryRecord &record);
+/// Replaces the record of exactly this name.
 KELSTD_EXPORT bool replaceRecord(const QString &name, const LibraryRecord &record);
 /// As above; the document keeps the origin of a system beside it. Where `origin` is empty,
 /// replacing keeps what still holds of the present one.
 KELSTD_EXPORT bool addRecord(const QString &name, const LibraryRecord &record,
                              const SystemOrigin &origin);
+/// Replaces the record of exactly this name, and its origin.
 KELSTD_EXPORT bool replaceRecord(const QString &name, const LibraryRecord &record,
                                  const SystemOrigin &origin);
 /// False for standard systems, which the registry does not remove; no failure is told of that.

@@ -100,20 +100,29 @@ public:
     const Coord *getBaseCoord() const;
 
     // Null when there is no such name. Standard and custom systems are looked up apart.
+    /// The ellipsoid of exactly this name; null for none.
     const Ellipsoid *getEllipsoidFromLibrary(const QString &name) const;
+    /// The projection of exactly this name; null for none.
     const Projection *getProjectionFromLibrary(const QString &name) const;
+    /// The standard system of exactly this name; null for none. Custom systems are looked up apart.
     const Coord *getCoordFromStandardLibrary(const QString &name) const;
+    /// The custom system of exactly this name; null for none.
     const Coord *getCoordFromCustomLibrary(const QString &name) const;
 
     /// Where a system came from, as its document has it; null where the document does not, and
     /// where there is no such system. Valid as long as the system's own pointer.
     const SystemOrigin *getOriginFromStandardLibrary(const QString &name) const;
+    /// The same of a custom system.
     const SystemOrigin *getOriginFromCustomLibrary(const QString &name) const;
 
     // Each adds its records to `out` and overwrites what has the same name there; the rest stays.
+    /// All ellipsoids by their names.
     void getEllipsoidLibrary(QMap<QString, const Ellipsoid *> &out) const;
+    /// All projections by their names.
     void getProjectionLibrary(QMap<QString, const Projection *> &out) const;
+    /// All standard systems by their names.
     void getStandardCoordLibrary(QMap<QString, const Coord *> &out) const;
+    /// All custom systems by their names.
     void getCustomCoordLibrary(QMap<QString, const Coord *> &out) const;
 
     /// `out` becomes the offered systems: pairs of a system's name and the name to show.
@@ -140,7 +149,9 @@ public:
     /// either. The record's own name stays, even when it differs: the next `loadLibrary` goes by
     /// that one.
     bool addEllipsoidToLibrary(const QString &name, const Ellipsoid *ellipsoid);
+    /// The same of a projection.
     bool addProjectionToLibrary(const QString &name, const Projection *projection);
+    /// The same of a custom system.
     bool addCoordToCustomLibrary(const QString &name, const Coord *coord);
 
     /// As `addCoordToCustomLibrary`, with the origin that the document keeps beside the system.
@@ -149,7 +160,9 @@ public:
     /// Replaces the record of exactly this name, which must be there. Of a system's origin the
     /// document keeps what still holds for the new one (`io::keptOrigin`).
     bool setEllipsoidInLibrary(const QString &name, const Ellipsoid *ellipsoid);
+    /// The same of a projection.
     bool setProjectionInLibrary(const QString &name, const Projection *projection);
+    /// The same of a custom system.
     bool setCoordInCustomLibrary(const QString &name, const Coord *coord);
 
     /// As `setCoordInCustomLibrary`; the document's origin becomes this one.
@@ -158,7 +171,9 @@ public:
     /// Removes the record of exactly this name and the file named after it. A record that came from
     /// a file of another name stays.
     bool removeEllipsoidFromLibrary(const QString &name);
+    /// The same of a projection.
     bool removeProjectionFromLibrary(const QString &name);
+    /// The same of a custom system.
     bool removeCoordFromCustomLibrary(const QString &name);
 
     /// Replaces a configuration that differs, writes it to its file and then emits
@@ -178,7 +193,9 @@ public:
     /// \}
 
 Q_SIGNALS:
+    /// The display configuration has become another one.
     void sgShowConfigChanged();
+    /// The list of systems that are offered for a new project has become another one.
     void sgShowInCreateProjectCoordsChanged();
 
 private:

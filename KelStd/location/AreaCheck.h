@@ -15,7 +15,7 @@ namespace KelStd {
 /// How the first two components of a position may have been mistaken.
 enum class PositionMistake
 {
-    None,
+    None,       ///< no mistake that would explain it
     Swapped,    ///< they stand in each other's place
     FirstSign,  ///< longitude, or easting, has the wrong sign
     SecondSign, ///< latitude, or northing, has the wrong sign
@@ -41,7 +41,9 @@ public:
     AreaCheck(const Coord &coord, const AreaOfUse &area);
     ~AreaCheck();
 
+    /// One that was moved from can only be assigned to or destroyed.
     AreaCheck(AreaCheck &&other) noexcept;
+    /// As the move constructor.
     AreaCheck &operator=(AreaCheck &&other) noexcept;
 
     /// Whether the location lies in the area, by its WGS84 longitude and latitude.

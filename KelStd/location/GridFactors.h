@@ -34,6 +34,7 @@ public:
         Unknown       ///< PROJ is not loaded or has no factors, or not those of the system's plane
     };
 
+    /// What there is to say of the plane at one location. A ratio has no unit.
     struct Values
     {
         /// A length in the plane by the length on the local ellipsoid, where that is the same in
@@ -51,7 +52,7 @@ public:
         /// true north. Grid north is the direction in which the northing grows; in a system that
         /// counts southwards, that in which the southing falls.
         std::optional<double> convergence;
-        Missing missing = Missing::Nothing;
+        Missing missing = Missing::Nothing; ///< why `pointScale` or the convergence is not there
     };
 
     /// Writes the definitions of `coord`: later changes of it and of the display configuration have
@@ -59,7 +60,9 @@ public:
     explicit GridFactors(const Coord &coord);
     ~GridFactors();
 
+    /// One that was moved from can only be assigned to or destroyed.
     GridFactors(GridFactors &&other) noexcept;
+    /// As the move constructor.
     GridFactors &operator=(GridFactors &&other) noexcept;
 
     /// The values at a location that was made in the system. They are computed from its local

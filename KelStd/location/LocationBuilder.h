@@ -69,7 +69,7 @@ public:
     /// What became of one position.
     struct Outcome
     {
-        bool isMade = false;
+        bool isMade = false; ///< whether there is a location
         /// What the height of the projected frame is measured from, in a location that was made.
         Height projectedHeight = Height::Ellipsoidal;
         /// Why none was made; also why a location was made without the geoid model that the system
@@ -84,7 +84,9 @@ public:
     explicit LocationBuilder(const Coord &coord);
     ~LocationBuilder();
 
+    /// One that was moved from can only be assigned to or destroyed.
     LocationBuilder(LocationBuilder &&other) noexcept;
+    /// As the move constructor.
     LocationBuilder &operator=(LocationBuilder &&other) noexcept;
 
     /// Whether locations are made only where the projection is one-to-one. At first they are made

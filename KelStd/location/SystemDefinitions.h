@@ -13,10 +13,11 @@ namespace KelStd::location {
 /// The four PROJ definitions between which the positions of a system are converted.
 struct SystemDefinitions
 {
-    QString wgs84Geographic;
-    QString wgs84Cartesian;
+    QString wgs84Geographic; ///< longitude, latitude [deg], ellipsoidal height [m]
+    QString wgs84Cartesian;  ///< X, Y, Z [m]
+    /// Longitude, latitude, height on the local ellipsoid, with the datum shift.
     QString localGeographic;
-    QString localProjected;
+    QString localProjected; ///< easting, northing, height [m], with the datum shift
 };
 
 /// The definitions that `Coord::MakeLocation_by...` use, by the display configuration as it is now.

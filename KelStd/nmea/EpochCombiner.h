@@ -17,10 +17,11 @@ namespace KelStd::nmea {
 /// How often something was found, and where first.
 struct SentenceCount
 {
-    qint64 count = 0;
+    qint64 count = 0;     ///< how often
     qint64 firstLine = 0; ///< from 1; 0 for none
     QString firstReason;  ///< what was wrong there
 
+    /// Counts one more; the first one is kept with its line and reason.
     void add(qint64 line, const QString &reason = {});
 };
 
@@ -39,6 +40,7 @@ struct SentenceTally
     SentenceCount otherDate;     ///< a date that contradicts another one or the time
     SentenceCount otherDatum;    ///< DTM names another datum than WGS84, which is the first reason
 
+    /// How many sentences were broken, in any way.
     qint64 broken() const
     {
         return noChecksum.count + badChecksum.count + textBehind.count + malformed.count;
@@ -79,6 +81,7 @@ public:
         MayInterleave ///< those of two epochs may be mixed, as in a file
     };
 
+    /// Nothing is read yet.
     explicit EpochCombiner(Order order = Order::InTurn);
     EpochCombiner(const EpochCombiner &) = delete;
     EpochCombiner &operator=(const EpochCombiner &) = delete;
@@ -110,6 +113,7 @@ public:
     /// The line that is being read, from 1.
     qint64 line() const { return m_scanner.line(); }
 
+    /// What became of the sentences up to here.
     SentenceTally tally() const;
 
 private:

@@ -16,6 +16,7 @@ namespace KelStd::nmea {
 class KELSTD_EXPORT OpenEpoch
 {
 public:
+    /// Without sentences; the first one stands in this line of the input.
     explicit OpenEpoch(qint64 line) : m_line(line) {}
 
     /// Whether the sentence is one of these: of the same time, and of the same day as far as is
@@ -39,8 +40,10 @@ public:
 
     /// The date by RMC or ZDA, whose full year goes before two digits.
     std::optional<ReceivedDate> date() const;
+    /// Whether two sentences have dates that contradict each other.
     bool hasDifferentDates() const;
 
+    /// The time of day of the sentences (UTC), from the one that gives it with most decimals.
     std::optional<TimeOfDay> time() const;
     qint64 line() const { return m_line; } ///< of the first sentence
 

@@ -16,7 +16,7 @@ namespace KelStd::nmea {
 /// Why an epoch has no position that can be used.
 enum class EpochFault
 {
-    None,
+    None,        ///< no failure
     NoFix,       ///< quality 0
     Void,        ///< RMC says that its position is not valid
     NoPosition,  ///< latitude and longitude are empty
@@ -25,23 +25,24 @@ enum class EpochFault
                  ///< ellipsoid is not said
 };
 
+/// A failure of one of the kinds of `EpochFault`.
 using EpochFailure = Failure<EpochFault>;
 
 /// What the sentences of one time say together.
 struct KELSTD_EXPORT ReceiverEpoch
 {
     qint64 number = 0; ///< from 1, of the epochs with a position or with a reason why there is none
-    std::optional<TimeOfDay> time;
-    std::optional<QDate> date; ///< UTC; nothing before the first sentence with a date
+    std::optional<TimeOfDay> time; ///< UTC; nothing where no sentence has one
+    std::optional<QDate> date;     ///< UTC; nothing before the first sentence with a date
     /// Latitude, longitude, height and undulation, quality and satellites of one sentence.
     Message position;
-    bool hasHeights = false;           ///< whether `position` is of GGA or GNS
-    bool isVoid = false;               ///< whether RMC says so
-    std::optional<Decimal> sdLatitude; ///< standard deviation by GST [m]
-    std::optional<Decimal> sdLongitude;
-    std::optional<Decimal> sdHeight;
-    QByteArray sentences; ///< those that it is made of, as they came, a line each
-    qint64 line = 0;      ///< in the input, of the first of them, from 1
+    bool hasHeights = false;            ///< whether `position` is of GGA or GNS
+    bool isVoid = false;                ///< whether RMC says so
+    std::optional<Decimal> sdLatitude;  ///< standard deviation by GST [m]
+    std::optional<Decimal> sdLongitude; ///< standard deviation by GST [m]
+    std::optional<Decimal> sdHeight;    ///< standard deviation by GST [m]
+    QByteArray sentences;               ///< those that it is made of, as they came, a line each
+    qint64 line = 0;                    ///< in the input, of the first of them, from 1
 
     /// Why there is no position; no failure where there is one.
     EpochFailure failure() const;

@@ -26,16 +26,17 @@ struct KELSTD_EXPORT TimeOfDay
 
     /// Whether this is the same time: "12.5" is "12.50".
     bool operator==(const TimeOfDay &other) const;
+    /// The negation of `operator==`.
     bool operator!=(const TimeOfDay &other) const { return !(*this == other); }
 };
 
 /// A date that a receiver gave. RMC's years have two digits.
 struct ReceivedDate
 {
-    int year = 0; ///< 0 to 99 without a full year
-    int month = 0;
-    int day = 0;
-    bool hasFullYear = false;
+    int year = 0;             ///< 0 to 99 without a full year
+    int month = 0;            ///< 1 to 12
+    int day = 0;              ///< 1 to 31
+    bool hasFullYear = false; ///< whether the year has four digits
 };
 
 /// The date of each epoch, where sentences with a date come now and then only.

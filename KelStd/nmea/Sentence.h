@@ -20,7 +20,7 @@ inline constexpr int maxSentenceBytes = 255;
 /// Why a text is no sentence that can be used.
 enum class SentenceFault
 {
-    None,
+    None,         ///< no failure
     NotASentence, ///< it does not begin as one: "$" or "!" and an address
     NoChecksum,   ///< its end is missing, and with it the checksum
     BadChecksum,  ///< the checksum is another one
@@ -28,6 +28,7 @@ enum class SentenceFault
     Malformed     ///< it is too long, or a field holds what the field cannot hold
 };
 
+/// A failure of one of the kinds of `SentenceFault`.
 using SentenceFailure = Failure<SentenceFault>;
 
 /// A sentence, cut into its fields. Everything looks into the text that was read.

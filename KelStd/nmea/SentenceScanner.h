@@ -24,8 +24,10 @@ public:
     /// `maxSentenceBytes` + 1.
     using Taker = std::function<void(std::string_view text, qint64 line)>;
 
+    /// Nothing is read yet.
     explicit SentenceScanner(Taker taker) : m_taker(std::move(taker)) {}
 
+    /// Reads on; sentences that end in `bytes` are taken before the call returns.
     void feed(std::string_view bytes);
 
     /// At the end of the input: what was read of the last line is taken.

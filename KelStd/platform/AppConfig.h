@@ -14,6 +14,7 @@ class ResourceQuery;
 class KELSTD_PLATFORM_EXPORT AppConfig
 {
 public:
+    /// The one configuration of the process.
     static AppConfig &getInstance();
 
     /// The directory of the user's own files. The private PROJ directory "proj" and the folder

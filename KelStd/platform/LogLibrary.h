@@ -9,9 +9,9 @@
 /// The level of a log entry.
 enum ELogType : qint32
 {
-    LogType_Message = 0,
-    LogType_Warning = 1,
-    LogType_Error = 2
+    LogType_Message = 0, ///< for those who look for a cause
+    LogType_Warning = 1, ///< something is not as it should be
+    LogType_Error = 2    ///< something was not done
 };
 
 /// The host's log. The library logs these, always with the flag false:
@@ -46,6 +46,7 @@ public:
     /// \name Offered by the default implementation only
     /// \{
 
+    /// Where entries go; the arguments are those of `addLog`.
     using Sink =
         std::function<void(const QString &module, const QString &text, ELogType type, bool flag)>;
 

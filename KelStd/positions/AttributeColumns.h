@@ -20,10 +20,13 @@ KELSTD_EXPORT QStringList numberedNames(const QStringList &names);
 class KELSTD_EXPORT AttributeColumns
 {
 public:
+    /// Takes all of `columns` but the name.
     void take(const PrintedColumns &columns);
 
+    /// In the order in which they are printed.
     const std::vector<PrintedColumn> &all() const { return m_columns; }
 
+    /// The names of the attributes, in the same order.
     QStringList names() const;
 
     /// The value of one as a UTF-8 text: empty where there is none. Valid until `buffer` changes.

@@ -18,18 +18,22 @@ namespace KelStd::positions {
 /// The four frames of a location; their order is that in which they are printed.
 using Frame = LocationBuilder::Frame;
 
+/// Each frame has so many numbers.
 inline constexpr int componentsPerFrame = 3;
+/// A location has so many frames.
 inline constexpr std::size_t frameCount = 4;
+/// A location has so many numbers.
 inline constexpr std::size_t columnCount = frameCount * componentsPerFrame;
 
 /// Decimals of plain numbers, degrees and metres: 0.01 mm loses nothing that a survey can measure.
 inline constexpr int csvAngleDecimals = 11;
+/// The same of metres.
 inline constexpr int csvLengthDecimals = 5;
 
 /// One of the twelve numbers of a location.
 struct Column
 {
-    Frame frame;
+    Frame frame;          ///< to which it belongs
     int component;        ///< 0 to 2: its place in the frame
     EValueType valueType; ///< what its values are to the display configuration
     const char *label;    ///< what the component is called in its frame
@@ -40,7 +44,7 @@ struct Column
     double limit;     ///< the largest magnitude that an input may have, in degrees or metres
     int integerWidth; ///< of a sign and the digits before the point, in metres or degrees, of every
                       ///< number on and near the earth
-    double (Location::*value)() const;
+    double (Location::*value)() const; ///< reads it from a location
 };
 
 /// The twelve, frame by frame; within a frame in the order in which the program reads and prints
@@ -80,15 +84,17 @@ KELSTD_EXPORT QString heightReference(const QString &geoidModel);
 /// A frame by its name.
 struct FrameRow
 {
-    Frame frame;
+    Frame frame;        ///< the frame
     const char *option; ///< "wgs84-llh": its name in options and messages
     const char *title;  ///< above its columns
     /// A position from its components in the order of its columns.
     Pos (*position)(double first, double second, double third);
 };
 
+/// All frames, in the order in which they are printed.
 KELSTD_EXPORT const std::array<FrameRow, frameCount> &frames();
 
+/// The row of a frame.
 KELSTD_EXPORT const FrameRow &rowOf(Frame frame);
 
 /// The row of that name; null for another word.

@@ -37,6 +37,7 @@ public:
     /// False while no line was headings: then nothing can be read.
     bool hasHeadings() const;
 
+    /// The points that were read, in their order.
     const ControlPoints &points() const { return m_points; }
 
     /// The headings of columns that are not read.
@@ -56,9 +57,9 @@ private:
 /// A point in a list of pairs of positions.
 struct PositionPair
 {
-    QString name;
-    Pos local; ///< longitude, latitude [deg], height [m], or X, Y, Z [m]
-    Pos wgs84; ///< longitude, latitude [deg], height [m], or X, Y, Z [m]
+    QString name; ///< of the point
+    Pos local;    ///< longitude, latitude [deg], height [m], or X, Y, Z [m]
+    Pos wgs84;    ///< longitude, latitude [deg], height [m], or X, Y, Z [m]
 };
 
 /// Reads pairs of positions: name and, of each side, either local_x, local_y, local_z or
@@ -74,13 +75,17 @@ public:
     /// As `ControlListReader::read`.
     bool read(std::string_view line, QString &mistake);
 
+    /// As `ControlListReader::hasHeadings`.
     bool hasHeadings() const;
+    /// The pairs that were read, in their order.
     const QVector<PositionPair> &pairs() const { return m_pairs; }
 
     /// Whether positions of the side are longitudes, latitudes and heights.
     bool isLocalGeographic() const;
+    /// The same of the WGS84 side.
     bool isWgs84Geographic() const;
 
+    /// As `ControlListReader::notRead`.
     QStringList notRead() const;
 
 private:

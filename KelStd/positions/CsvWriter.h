@@ -14,6 +14,7 @@ namespace KelStd::positions {
 class KELSTD_EXPORT CsvWriter : public PositionWriter
 {
 public:
+    /// Copies `printer`.
     CsvWriter(const LocationPrinter &printer, bool hasHeader, const ColumnSelection &selection = {})
         : m_printer(printer), m_hasHeader(hasHeader), m_selection(selection)
     {}

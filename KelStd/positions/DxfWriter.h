@@ -34,6 +34,7 @@ public:
     {}
 
     QByteArray begin(const InputColumns &columns) override;
+    /// What stands behind the last position.
     QByteArray ending() const override;
     void write(QByteArray &bytes, const PrintedPosition &position) const override;
 

@@ -18,11 +18,12 @@ struct FactorColumn
     const char *label;   ///< in a table
     const char *csvName; ///< without the unit, unique among all columns
     const char *unit;    ///< in names of columns; empty for a ratio
-    int decimals;
-    int integerWidth; ///< of a sign and the digits before the point
-    std::optional<double> GridFactors::Values::*value;
+    int decimals;        ///< in every form of output
+    int integerWidth;    ///< of a sign and the digits before the point
+    std::optional<double> GridFactors::Values::*value; ///< reads it from the values
 };
 
+/// A location has so many factors.
 inline constexpr std::size_t factorCount = 4;
 
 /// In the order in which they are printed. May be called on any thread.

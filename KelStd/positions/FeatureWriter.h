@@ -21,12 +21,15 @@ public:
     }
 
 protected:
+    /// Copies `printer`.
     FeatureWriter(const LocationPrinter &printer, ColumnSelection selection)
         : m_printer(printer), m_selection(std::move(selection))
     {}
 
+    /// What prints the numbers.
     const LocationPrinter &printer() const { return m_printer; }
 
+    /// The columns that are written for an input that has these.
     PrintedColumns printedColumns(const InputColumns &columns) const
     {
         return {m_printer, columns, m_selection};

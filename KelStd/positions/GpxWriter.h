@@ -26,12 +26,14 @@ public:
     {}
 
     QByteArray begin(const InputColumns &columns) override;
+    /// What stands behind the last position.
     QByteArray ending() const override;
     void write(QByteArray &bytes, const PrintedPosition &position) const override;
 
     /// The names of all columns but that of the point, and those of their elements; known after
     /// `begin`.
     QStringList columnNames() const { return m_columns.names(); }
+    /// The names of the elements of this file's columns, in their order.
     QStringList elementNames() const { return elementNames(columnNames()); }
 
     /// The names as elements can have them: letters, digits, "_", "-" and "." for all other

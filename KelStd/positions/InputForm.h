@@ -23,7 +23,7 @@ enum class InputHeight
 /// The height of positions whose lines have none: two numbers a line.
 struct MissingHeight
 {
-    double metres = 0.0;
+    double metres = 0.0; ///< the height [m]
     bool isGiven =
         false;     ///< by the user, so that lines have none; else it is taken where one lacks
     QString above; ///< "the ellipsoid": what it is measured from, for the note
@@ -45,6 +45,7 @@ struct InputWords
 /// neither headings nor a line of units name one. Angles without a named unit are degrees.
 struct KELSTD_EXPORT InputForm
 {
+    /// Positions of this frame, with lengths in this unit.
     InputForm(Frame inputFrame, InputHeight inputHeight = InputHeight::OfFrame,
               EUnit inputUnit = Unit_Meter)
         : frame(inputFrame), height(inputHeight), lengthUnit(inputUnit)
@@ -71,17 +72,17 @@ struct KELSTD_EXPORT InputForm
     /// Whether the user has said that the lines have no heights.
     bool lacksHeight() const { return mayLackHeight() && missingHeight->isGiven; }
 
-    Frame frame;
-    bool isAtSite = false;
-    InputHeight height;
-    EUnit lengthUnit; ///< of every length of the input, one that `lengthUnits` has
+    Frame frame;           ///< of the positions, or of the plane that the site belongs to
+    bool isAtSite = false; ///< whether northing, easting and height are those of the site
+    InputHeight height;    ///< what the heights of geographic positions are above
+    EUnit lengthUnit;      ///< of every length of the input, one that `lengthUnits` has
     std::optional<PlaneUnit> planeUnit; ///< of northing and easting, where it is another one
     bool hasLengthUnit = false;         ///< whether the user has chosen the unit, the metre even
     std::optional<MissingHeight> missingHeight; ///< nothing: a line without a height is refused
     /// Which way longitudes and latitudes of `Frame::LocalGeographic` count: plain numbers do, and
     /// letters are the side of the earth.
     EEllipsoidDirection localAxes = EllipsoidDirection_ENU;
-    InputWords words;
+    InputWords words; ///< what messages call the things that a user can choose
 };
 
 } // namespace KelStd::positions

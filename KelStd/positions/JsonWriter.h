@@ -16,6 +16,7 @@ namespace KelStd::positions {
 class KELSTD_EXPORT JsonWriter : public PositionWriter
 {
 public:
+    /// Copies `printer`.
     explicit JsonWriter(const LocationPrinter &printer, const ColumnSelection &selection = {})
         : m_printer(printer), m_selection(selection)
     {}
@@ -49,10 +50,12 @@ private:
 class KELSTD_EXPORT GeoJsonWriter : public JsonWriter
 {
 public:
+    /// As `JsonWriter`'s.
     using JsonWriter::JsonWriter;
 
     QByteArray begin(const InputColumns &columns) override;
     QByteArray separator() const override;
+    /// What stands behind the last position.
     QByteArray ending() const override;
     void write(QByteArray &bytes, const PrintedPosition &position) const override;
 };

@@ -26,12 +26,14 @@ public:
     {}
 
     QByteArray begin(const InputColumns &columns) override;
+    /// What stands behind the last position.
     QByteArray ending() const override;
     void write(QByteArray &bytes, const PrintedPosition &position) const override;
 
     /// The names of all columns but that of the point, and those of their fields, which readers
     /// tell from each other by more than case; known after `begin`.
     QStringList columnNames() const { return m_columns.names(); }
+    /// The names of the fields of this file's columns, in their order.
     QStringList fieldNames() const { return numberedNames(columnNames()); }
 
 private:

@@ -56,6 +56,7 @@ inline constexpr int maxLineBytes = 4096;
 class KELSTD_EXPORT PositionParser
 {
 public:
+    /// What became of a line.
     enum class Result
     {
         Nothing,  ///< no position was to be expected: a header, a comment, a blank line
@@ -64,22 +65,28 @@ public:
         BadHeader ///< no further line can be read; `reason` says why, `reasonLine` where
     };
 
+    /// Of an input of this form; `choice` says in which columns the components stand.
     explicit PositionParser(const InputForm &form,
                             std::optional<ColumnChoice> choice = std::nullopt);
+    /// Of an input in metres and degrees.
     explicit PositionParser(Frame frame, InputHeight height = InputHeight::OfFrame,
                             std::optional<ColumnChoice> choice = std::nullopt);
     ~PositionParser();
 
+    /// A copy reads on from where the other one is.
     PositionParser(const PositionParser &other);
+    /// As the copy constructor.
     PositionParser &operator=(const PositionParser &other);
 
     /// One that was moved from can only be assigned to or destroyed.
     PositionParser(PositionParser &&other) noexcept;
+    /// As the move constructor.
     PositionParser &operator=(PositionParser &&other) noexcept;
 
     /// Passes over so many lines at the beginning of the input, whatever they hold. To be set
     /// before the first line.
     void setSkippedLines(qint64 count);
+    /// How many lines are passed over.
     qint64 skippedLines() const;
 
     /// Reads a line without its end.

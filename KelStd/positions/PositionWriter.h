@@ -17,22 +17,23 @@ namespace KelStd::positions {
 /// A column of what a program knows of positions besides: the time of each, its quality.
 struct ExtraColumn
 {
+    /// What the values are.
     enum class Kind
     {
-        Text,
+        Text,   ///< any text
         Number, ///< plain decimals or whole numbers
         Integer ///< whole numbers
     };
 
-    QString name; ///< for other programs, with its unit: "undulation_m"
-    Kind kind = Kind::Text;
-    int width = 0; ///< characters that hold its values in a table; 0 for those of its name
+    QString name;           ///< for other programs, with its unit: "undulation_m"
+    Kind kind = Kind::Text; ///< what the values are
+    int width = 0;          ///< characters that hold its values in a table; 0 for those of its name
 };
 
 /// What the lines of an input have besides their positions.
 struct InputColumns
 {
-    bool hasNames = false;
+    bool hasNames = false;           ///< whether lines have names of points
     QStringList carried;             ///< headings of the fields that are carried through
     std::vector<ExtraColumn> extras; ///< printed behind the frames, before what is carried
 };
@@ -47,8 +48,8 @@ struct SiteCoordinates
 /// What is printed of a line. Texts are UTF-8.
 struct PrintedPosition
 {
-    std::string_view name; ///< empty for none
-    const Location &location;
+    std::string_view name;    ///< empty for none
+    const Location &location; ///< in all four frames
     /// The model above whose geoid the projected height is; empty when that height is ellipsoidal,
     /// as all others are.
     const QString &geoidModel;
@@ -80,6 +81,7 @@ public:
 
     /// What stands between two positions, and below the last one.
     virtual QByteArray separator() const { return {}; }
+    /// What stands below the last position.
     virtual QByteArray ending() const { return {}; }
 
     /// Appends a position. It must have as many carried fields as `begin` was given headings for.

@@ -12,12 +12,14 @@ namespace KelStd::positions {
 /// How the numbers of locations are to be printed.
 struct PrintOptions
 {
+    /// How many digits a number has.
     enum class Form
     {
         Configured, ///< as the library's display configuration shows values in tables
         Exact       ///< decimal degrees and metres with all the digits of a double
     };
 
+    /// At most so many decimals are printed.
     static constexpr int maxDecimals = 17;
 
     /// What is not set is what the output has for a default.

@@ -17,6 +17,7 @@ namespace KelStd::positions {
 /// A column of what is printed of locations.
 struct KELSTD_EXPORT PrintedColumn
 {
+    /// What stands in the column.
     enum class Kind
     {
         Name,            ///< of the point
@@ -24,11 +25,11 @@ struct KELSTD_EXPORT PrintedColumn
         HeightReference, ///< what the projected height is above
         Site,            ///< one of the three numbers of a position at the site
         Factor,          ///< one of the factors of a location
-        Extra,
-        Carried
+        Extra,           ///< one of what the program knows besides
+        Carried          ///< a field of the input that is carried through
     };
 
-    Kind kind;
+    Kind kind;         ///< what stands in it
     std::size_t index; ///< of a component in `columns`, of one at the site in `siteColumns`, of a
                        ///< factor in `factorColumns`, of another field among those of its kind
     QString name;      ///< for other programs, with its unit: "wgs84_longitude_deg"
@@ -58,6 +59,7 @@ public:
     PrintedColumns(const LocationPrinter &printer, const InputColumns &columns,
                    const ColumnSelection &selection = {});
 
+    /// In the order in which they are printed.
     const std::vector<PrintedColumn> &all() const { return m_columns; }
 
     /// Whether each column was asked for by its name.

@@ -15,6 +15,7 @@ namespace KelStd::positions {
 class KELSTD_EXPORT SpreadsheetDialect
 {
 public:
+    /// What spreadsheets that are set to `locale` expect.
     explicit SpreadsheetDialect(const QLocale &locale);
 
     /// Between fields: ';' where decimals stand behind a comma, and in Switzerland and

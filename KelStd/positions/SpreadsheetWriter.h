@@ -17,6 +17,7 @@ namespace KelStd::positions {
 class KELSTD_EXPORT SpreadsheetWriter : public PositionWriter
 {
 public:
+    /// Copies `printer`.
     SpreadsheetWriter(const LocationPrinter &printer, const SpreadsheetDialect &dialect,
                       bool hasHeader, const ColumnSelection &selection = {})
         : m_printer(printer), m_dialect(dialect), m_hasHeader(hasHeader), m_selection(selection)

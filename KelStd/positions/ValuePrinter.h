@@ -22,6 +22,7 @@ namespace KelStd::positions {
 class KELSTD_EXPORT ValuePrinter
 {
 public:
+    /// What is printed for.
     enum class Output
     {
         Table, ///< configured when no option says otherwise

@@ -7,7 +7,7 @@ namespace KelStd {
 /// Why a position was not converted, or its height not referred to the geoid.
 enum class ConversionFailureKind
 {
-    None,
+    None,              ///< no failure
     NotLoaded,         ///< PROJ is not loaded (`ProjLib::___InitializeEnviroment`)
     BadSystem,         ///< no definition can be written of the system, or of one of its units
     RefusedDefinition, ///< PROJ has no transformation between the definitions
@@ -17,6 +17,7 @@ enum class ConversionFailureKind
     BadGeoidModel      ///< PROJ cannot use the file of the geoid model
 };
 
+/// A failure of one of the kinds of `ConversionFailureKind`.
 using ConversionFailure = Failure<ConversionFailureKind>;
 
 } // namespace KelStd

@@ -15,7 +15,7 @@ namespace KelStd {
 /// Why a geoid model gives no heights.
 enum class GeoidModelFailureKind
 {
-    None,
+    None,          ///< no failure
     NotFound,      ///< no folder has a file of that name, or the name leads out of the folders
     BadPath,       ///< its path has a character that PROJ does not take for a part of one
     BadGrid,       ///< the file is empty, or not what its header says
@@ -24,6 +24,7 @@ enum class GeoidModelFailureKind
     NotLoaded      ///< PROJ is not loaded
 };
 
+/// A failure of one of the kinds of `GeoidModelFailureKind`.
 using GeoidModelFailure = Failure<GeoidModelFailureKind>;
 
 /// The geoid models that a coordinate system can name: the files of the folder "geoid_model_list"
@@ -40,8 +41,8 @@ public:
     /// A name is looked up in the user's folder first.
     enum class Folder
     {
-        Home,
-        Program
+        Home,   ///< the home directory's
+        Program ///< the program directory's
     };
 
     /// Whether it exists or not.
@@ -59,8 +60,8 @@ public:
     /// A file of a model, as it was put into its folder.
     struct File
     {
-        QString path;
-        Folder folder = Folder::Home;
+        QString path;                 ///< where it lies
+        Folder folder = Folder::Home; ///< in which of the two folders it lies
         GeoidModelFailure failure; ///< why it cannot be used, as far as that is seen without PROJ
         bool endsInZeros = false;  ///< of one that can be used (see `GridFile::endsInZeros`)
     };

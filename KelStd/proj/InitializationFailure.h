@@ -7,7 +7,7 @@ namespace KelStd {
 /// Why PROJ could not be made ready (`ProjLib::initializationFailure`).
 enum class InitializationFailureKind
 {
-    None,
+    None,                   ///< no failure
     NoHome,                 ///< the home directory does not exist, or is no directory
     Untrusted,              ///< other users may change what would be loaded
     LinkNotReplaced,        ///< the private directory would be replaced and is a symbolic link
@@ -24,6 +24,7 @@ enum class InitializationFailureKind
     PrivateDirectoryTooLong ///< its path is longer than what PROJ can be told
 };
 
+/// A failure of one of the kinds of `InitializationFailureKind`.
 using InitializationFailure = Failure<InitializationFailureKind>;
 
 } // namespace KelStd

@@ -20,26 +20,35 @@ public:
     /// Of the directories that the platform's configuration names now.
     ProjInspection();
 
+    /// Of other directories.
     ProjInspection(const QDir &home, const QDir &programDir);
 
     /// \name Where the pieces lie
     /// Paths, whether there is something or not.
     /// @{
+
+    /// The user's directory.
     const QDir &home() const { return m_home; }
+    /// The program's directory.
     const QDir &programDir() const { return m_programDir; }
+    /// The packed PROJ, in the program's directory.
     QString archive() const;
+    /// What it is unpacked into, in the user's directory.
     QString privateDirectory() const;
     QString marker() const; ///< in the private directory, like the two below
+    /// PROJ's library file.
     QString libraryFile() const;
+    /// PROJ's database.
     QString database() const;
     QString geoidModels() const;          ///< the folder in the home directory
     QString deliveredGeoidModels() const; ///< the folder in the program directory
     /// @}
 
+    /// What is to be said of the packed PROJ.
     enum class ArchiveState
     {
-        Good,
-        Missing,
+        Good,       ///< whole, and of PROJ
+        Missing,    ///< there is no such file
         Damaged,    ///< not a zip archive, cut short, or with wrong contents
         WithoutProj ///< an archive, but of something else
     };
@@ -48,6 +57,7 @@ public:
     /// long as unpacking.
     ArchiveState archiveState(const QString &unpacker) const;
 
+    /// What the marker says, which is written last when PROJ is unpacked.
     enum class MarkerState
     {
         Current,      ///< PROJ was unpacked by a release that installs what this one does
@@ -56,6 +66,7 @@ public:
         Unreadable    ///< PROJ is neither loaded nor unpacked
     };
 
+    /// Reads the marker.
     MarkerState markerState() const;
 
     /// The version of the marker that this release installs and accepts.
@@ -76,6 +87,7 @@ public:
         QStringList different; ///< files that differ, which unpacking PROJ anew replaces
         QStringList blocked;   ///< directories, in whose place nothing is copied
     };
+    /// Compares the folders; reads every delivered model.
     DeliveredModels deliveredModels() const;
 
     /// Why the library loads no code from a file or directory.
@@ -86,6 +98,7 @@ public:
         WritableByAll  ///< all other users may write it
     };
 
+    /// Of this file or directory.
     static AccessFault accessFault(const QString &path);
 
     /// The unpacking program that `ProjLib::___InitializeEnviroment` would run: the first of that

@@ -16,7 +16,7 @@ namespace KelStd {
 /// Why a grid of datum shifts was not put where PROJ finds it.
 enum class ShiftGridFailureKind
 {
-    None,
+    None,       ///< no failure
     BadGrid,    ///< the file is not what its header says, or none of the formats
     NotAShift,  ///< a GeoTIFF file with one value a node: a geoid model or an image
     BadName,    ///< a name that no definition can hold
@@ -25,6 +25,7 @@ enum class ShiftGridFailureKind
     NotWritable ///< the text has the file's own reason
 };
 
+/// A failure of one of the kinds of `ShiftGridFailureKind`.
 using ShiftGridFailure = Failure<ShiftGridFailureKind>;
 
 /// The grids of datum shifts that PROJ finds by their names: the NTv2 and GeoTIFF files among its
@@ -46,14 +47,14 @@ public:
     /// A file among PROJ's resource files.
     struct File
     {
-        QString name; ///< as definitions have it: "BETA2007.gsb"
-        QString path;
+        QString name;    ///< as definitions have it: "BETA2007.gsb"
+        QString path;    ///< where it lies
         qint64 size = 0; ///< [bytes]
-        ShiftGridFile::Format format = ShiftGridFile::Format::None;
+        ShiftGridFile::Format format = ShiftGridFile::Format::None; ///< of the file's layout
         std::optional<AreaOfUse> area; ///< the box around all of its grids
         QString fromSystem;            ///< as `ShiftGridFile` has it
-        QString toSystem;
-        GridFailure failure; ///< why PROJ is not to use it
+        QString toSystem;              ///< as `ShiftGridFile` has it
+        GridFailure failure;           ///< why PROJ is not to use it
     };
 
     /// All of them, in the order of their names: the files that are NTv2 or GeoTIFF by their first
@@ -63,6 +64,7 @@ public:
     /// What a file holds, wherever it lies.
     static File examine(const QString &path);
 
+    /// What becomes of a file of the same name.
     enum class Existing
     {
         IsKept,    ///< another file of that name makes `add` fail

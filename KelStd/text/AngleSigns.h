@@ -9,18 +9,18 @@ namespace KelStd {
 /// What a sign behind a number makes of it.
 enum class AngleSign
 {
-    None,
-    Degree,
-    Minute,
-    Second,
-    Colon ///< degrees, minutes or seconds, by its place
+    None,   ///< no sign of angles
+    Degree, ///< degrees
+    Minute, ///< minutes
+    Second, ///< seconds
+    Colon   ///< degrees, minutes or seconds, by its place
 };
 
 /// A character that people type for a sign of angles.
 struct AngleSignRow
 {
-    char16_t character;
-    AngleSign sign;
+    char16_t character; ///< as it is typed
+    AngleSign sign;     ///< what it says
 };
 
 /// Every sign that a reader of typed angles knows. The first of its kind is the one that this

@@ -79,35 +79,58 @@ public:
     /// word is the enumerator 0, without a report.
     /// \{
 
+    /// The word of an `EValueType`.
     static QString ForCoordIO_ValueType_to_AsciiString(EValueType value);
+    /// The `EValueType` of a word.
     static EValueType ForCoordIO_ValueType_from_AsciiString(const QString &word);
+    /// The word of an `EUnit`.
     static QString ForCoordIO_Unit_to_DescriptionAsciiString(EUnit value);
+    /// The `EUnit` of a word.
     static EUnit ForCoordIO_Unit_from_DescriptionAsciiString(const QString &word);
+    /// The word of an `EFormat`.
     static QString ForCoordIO_Format_to_AsciiString(EFormat value);
+    /// The `EFormat` of a word.
     static EFormat ForCoordIO_Format_from_AsciiString(const QString &word);
+    /// The word of an `ELocationType`.
     static QString ForCoordIO_ELocationType_to_AsciiString(ELocationType value);
+    /// The `ELocationType` of a word.
     static ELocationType ForCoordIO_ELocationType_from_AsciiString(const QString &word);
+    /// The word of an `ELocationZeroType`.
     static QString ForCoordIO_ELocationZeroType_to_AsciiString(ELocationZeroType value);
+    /// The `ELocationZeroType` of a word.
     static ELocationZeroType ForCoordIO_ELocationZeroType_from_AsciiString(const QString &word);
+    /// The word of an `EWhichHalfEarth`.
     static QString ForCoordIO_EWhichHalfEarth_to_AsciiString(EWhichHalfEarth value);
+    /// The `EWhichHalfEarth` of a word.
     static EWhichHalfEarth ForCoordIO_EWhichHalfEarth_from_AsciiString(const QString &word);
+    /// The word of an `EEllipsoidDirection`.
     static QString ForCoordIO_EEllipsoidDirection_to_AsciiString(EEllipsoidDirection value);
+    /// The `EEllipsoidDirection` of a word.
     static EEllipsoidDirection ForCoordIO_EEllipsoidDirection_from_AsciiString(const QString &word);
+    /// The word of an `EEllipsoinTransformFunction`.
     static QString
     ForCoordIO_EEllipsoinTransformFunction_to_AsciiString(EEllipsoinTransformFunction value);
+    /// The `EEllipsoinTransformFunction` of a word.
     static EEllipsoinTransformFunction
     ForCoordIO_EEllipsoinTransformFunction_from_AsciiString(const QString &word);
+    /// The word of an `EEllipsoinTransition`.
     static QString ForCoordIO_EEllipsoinTransition_to_AsciiString(EEllipsoinTransition value);
+    /// The `EEllipsoinTransition` of a word.
     static EEllipsoinTransition
     ForCoordIO_EEllipsoinTransition_from_AsciiString(const QString &word);
+    /// The word of an `EPlaneTransformFunction`.
     static QString ForCoordIO_EPlaneTransformFunction_to_AsciiString(EPlaneTransformFunction value);
+    /// The `EPlaneTransformFunction` of a word.
     static EPlaneTransformFunction
     ForCoordIO_EPlaneTransformFunction_from_AsciiString(const QString &word);
+    /// The word of an `EElevationFittingFunction`.
     static QString
     ForCoordIO_EElevationFittingFunction_to_AsciiString(EElevationFittingFunction value);
+    /// The `EElevationFittingFunction` of a word.
     static EElevationFittingFunction
     ForCoordIO_EElevationFittingFunction_from_AsciiString(const QString &word);
 
+    /// "true" or "false".
     static QString ForCoordIO_Boolean_to_AsciiString(bool value);
     /// "true" in any mixture of cases is true, everything else false: looser than the words above,
     /// deliberately.
@@ -115,17 +138,27 @@ public:
 
     /// Enumerator to file word, filled before any operation can run and never changed.
     static const QMap<EValueType, QString> s_forCoordIO_valTypeAsciiStrings;
+    /// The words of `EUnit`.
     static const QMap<EUnit, QString> s_forCoordIO_unitDescriptionAsciiStrings;
+    /// The words of `EFormat`.
     static const QMap<EFormat, QString> s_forCoordIO_formatAsciiStrings;
+    /// The words of `ELocationType`.
     static const QMap<ELocationType, QString> s_forCoordIO_ELocationType_asciiStrings;
+    /// The words of `ELocationZeroType`.
     static const QMap<ELocationZeroType, QString> s_forCoordIO_ELocationZeroType_asciiStrings;
+    /// The words of `EWhichHalfEarth`.
     static const QMap<EWhichHalfEarth, QString> s_forCoordIO_EWhichHalfEarth_asciiStrings;
+    /// The words of `EEllipsoidDirection`.
     static const QMap<EEllipsoidDirection, QString> s_forCoordIO_EEllipsoidDirection_asciiStrings;
+    /// The words of `EEllipsoinTransformFunction`.
     static const QMap<EEllipsoinTransformFunction, QString>
         s_forCoordIO_EEllipsoinTransformFunction_asciiStrings;
+    /// The words of `EEllipsoinTransition`.
     static const QMap<EEllipsoinTransition, QString> s_forCoordIO_EEllipsoinTransition_asciiStrings;
+    /// The words of `EPlaneTransformFunction`.
     static const QMap<EPlaneTransformFunction, QString>
         s_forCoordIO_EPlaneTransformFunction_asciiStrings;
+    /// The words of `EElevationFittingFunction`.
     static const QMap<EElevationFittingFunction, QString>
         s_forCoordIO_EElevationFittingFunction_asciiStrings;
 
@@ -136,16 +169,26 @@ public:
 
     /// \throws std::exception* "No Time Value In Coordinate" for the two time kinds
     static QString ValueType_to_DescriptionString(EValueType value);
+    /// The description of an `EUnit`.
     static QString Unit_to_DescriptionString(EUnit value);
+    /// The description of an `EFormat`.
     static QString Format_to_DescriptionString(EFormat value);
+    /// The description of an `ELocationType`.
     static QString ELocationType_to_DescriptionString(ELocationType value);
+    /// The description of an `ELocationZeroType`.
     static QString ELocationZeroType_to_DescriptionString(ELocationZeroType value);
+    /// The description of an `EWhichHalfEarth`.
     static QString EWhichHalfEarth_to_DescriptionString(EWhichHalfEarth value);
+    /// The description of an `EEllipsoidDirection`.
     static QString EEllipsoidDirection_to_DescriptionString(EEllipsoidDirection value);
+    /// The description of an `EEllipsoinTransformFunction`.
     static QString
     EEllipsoinTransformFunction_to_DescriptionString(EEllipsoinTransformFunction value);
+    /// The description of an `EEllipsoinTransition`.
     static QString EEllipsoinTransition_to_DescriptionString(EEllipsoinTransition value);
+    /// The description of an `EPlaneTransformFunction`.
     static QString EPlaneTransformFunction_to_DescriptionString(EPlaneTransformFunction value);
+    /// The description of an `EElevationFittingFunction`.
     static QString EElevationFittingFunction_to_DescriptionString(EElevationFittingFunction value);
 
     /// \}

@@ -15,8 +15,8 @@ namespace KelStd {
 /// A unit of lengths by its symbol. A new one is a row in UnitNames.h.
 struct LengthUnit
 {
-    const char *symbol;
-    EUnit unit;
+    const char *symbol; ///< "m", "us-ft"
+    EUnit unit;         ///< what it is the symbol of
 };
 
 /// Metre, foot, US survey foot, millimetre: "m", "ft", "us-ft", "mm".
@@ -31,8 +31,8 @@ KELSTD_EXPORT QString unitSymbol(EUnit unit);
 /// A style of angles by its name. A new one is a row in UnitWords.cpp.
 struct AngleStyle
 {
-    const char *name;
-    EFormat format;
+    const char *name; ///< "dms", "degree", "second", "radian"
+    EFormat format;   ///< what it is the name of
     const char *unit; ///< what an angle in this style is in, for headings and names of columns
     int decimals;     ///< as many as show 0.000001 of an arc second
     double degrees;   ///< what 1 of the part that has decimals is: of "dms" a second [deg]

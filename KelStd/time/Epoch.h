@@ -17,7 +17,7 @@ namespace KelStd {
 /// A scale in which instants are written.
 enum class TimeScale
 {
-    Utc,
+    Utc,  ///< UTC
     GpsT, ///< GPS time as calendar fields
     GpsW, ///< GPS week and seconds of the week
     Local ///< what a clock at an offset from UTC shows
@@ -26,7 +26,7 @@ enum class TimeScale
 /// A time scale in words. A new scale is an enumerator, a row in Epoch.cpp and its reading there.
 struct TimeScaleRow
 {
-    TimeScale scale;
+    TimeScale scale;   ///< the scale
     const char *name;  ///< short and without blanks, as for an option
     const char *label; ///< for people
     /// Examples of what `Epoch::read` accepts, with commas between them. Those with blanks may
@@ -44,7 +44,7 @@ KELSTD_EXPORT const TimeScaleRow *findTimeScale(const QString &name);
 /// Why a text is no epoch.
 enum class EpochMistake
 {
-    None,
+    None,            ///< no mistake
     WrongForm,       ///< it is not written as a value of the scale
     NoSuchTime,      ///< there is no such date or time of day
     LeapSecondInUtc, ///< 23:59:60 of a date, which UTC fields do not hold; GPS time does
@@ -53,6 +53,7 @@ enum class EpochMistake
     TooFine          ///< decimals beyond the millisecond that are not 0, which would be lost
 };
 
+/// A failure of one of the kinds of `EpochMistake`.
 using EpochFailure = Failure<EpochMistake>;
 
 /// One instant in every scale.
@@ -63,10 +64,10 @@ using EpochFailure = Failure<EpochMistake>;
 ///     Epoch::read("2303:390914", TimeScale::GpsW, 0)->utc.toString() == "2024-02-29 12:34:56"
 struct KELSTD_EXPORT Epoch
 {
-    TimeGpsT gpsT;
-    TimeGpsW gpsW; ///< without the milliseconds, which are those of `gpsT`
-    TimeUtc utc;
-    TimeLocal local;
+    TimeGpsT gpsT;   ///< the instant, to the millisecond
+    TimeGpsW gpsW;   ///< without the milliseconds, which are those of `gpsT`
+    TimeUtc utc;     ///< the same in UTC
+    TimeLocal local; ///< the same at an offset from UTC
 
     /// Reads a value of `scale`: "2024-02-29 12:34:56" with a blank or a T between date and time of
     /// day (UTC with or without a Z behind it), and of GPS weeks "2303:390914", "2303 390914",

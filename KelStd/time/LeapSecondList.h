@@ -14,13 +14,14 @@ namespace KelStd {
 /// What is wrong with bytes that should be a list of leap seconds.
 enum class LeapSecondListMistake
 {
-    None,
+    None,          ///< no mistake
     NoLeapSeconds, ///< there is no row at all
     BadRow,        ///< a line is neither a row nor a comment
     NotInOrder,    ///< a row is not later than the one before it
     BadExpiry      ///< the line "#@" holds no time
 };
 
+/// A failure of one of the kinds of `LeapSecondListMistake`.
 using LeapSecondListFailure = Failure<LeapSecondListMistake>;
 
 /// The list `leap-seconds.list` of the tz database, which IERS and NIST publish, too.

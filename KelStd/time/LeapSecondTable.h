@@ -10,7 +10,7 @@ namespace KelStd {
 /// The count that holds from a UTC instant on.
 struct LeapSecondRow
 {
-    TimeUtc from;
+    TimeUtc from;        ///< the first instant with this count
     int gpsMinusUtc = 0; ///< [s], negative before 1980: GPS time is behind UTC there
 };
 

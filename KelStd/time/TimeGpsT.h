@@ -43,7 +43,7 @@ public:
 
     /// \name The fields on the GPS scale
     /// \{
-    unsigned short year() const { return m_fields.year(); }
+    unsigned short year() const { return m_fields.year(); }                   ///< 1 to 65535
     unsigned char month() const { return m_fields.month(); }                  ///< 1 to 12
     unsigned char day() const { return m_fields.day(); }                      ///< 1 to 31
     unsigned char hour() const { return m_fields.hour(); }                    ///< 0 to 23
@@ -89,10 +89,16 @@ public:
     /// \name Comparisons
     /// As `TimeUtc` compares them, after each was turned into UTC with its own count.
     /// \{
+
+    /// -1 when this is earlier, 1 when it is later, 0 otherwise.
     int compare(const TimeGpsT &other) const;
+    /// Whether both are the same instant.
     bool operator==(const TimeGpsT &other) const;
+    /// The negation of `operator==`.
     bool operator!=(const TimeGpsT &other) const;
+    /// Whether this is earlier.
     bool operator<(const TimeGpsT &other) const;
+    /// Whether this is later.
     bool operator>(const TimeGpsT &other) const;
     /// \}
 

@@ -36,6 +36,7 @@ public:
     /// Back to zeros.
     void clear();
 
+    /// Since 1980-01-06, without roll-over; negative before.
     int gps_weeks() const { return m_gpsWeeks; }
     int gps_seconds() const { return m_gpsSeconds; }  ///< [s], 0 to 604799
     int leapSeconds() const { return m_leapSeconds; } ///< GPS minus UTC [s]
@@ -52,8 +53,12 @@ public:
     /// \name Instants that are taken
     /// As those of `TimeGpsT`, then without the milliseconds; always true.
     /// \{
+
+    /// Takes a millisecond count of UTC.
     bool fromValueTime(long long utc);
+    /// The same with a supplied count of leap seconds [s].
     bool fromValueTime(long long utc, int leapSeconds);
+    /// Takes a millisecond count on the GPS scale.
     bool fromGpsTime(long long gps);
     /// \}
     /// The system's time.
@@ -69,16 +74,27 @@ public:
     /// \name Moves, differences and comparisons
     /// Those of `TimeGpsT`.
     /// \{
+
+    /// So much later [ms].
     TimeGpsW operator+(long long milliseconds) const;
+    /// So much earlier [ms].
     TimeGpsW operator-(long long milliseconds) const;
+    /// Moves this by so much [ms].
     TimeGpsW &operator+=(long long milliseconds);
+    /// Moves this back by so much [ms].
     TimeGpsW &operator-=(long long milliseconds);
+    /// The time elapsed from the other to this [ms], on the GPS scale.
     long long operator-(const TimeGpsW &other) const;
 
+    /// -1 when this is earlier, 1 when it is later, 0 otherwise.
     int compare(const TimeGpsW &other) const;
+    /// Whether both are the same instant.
     bool operator==(const TimeGpsW &other) const;
+    /// The negation of `operator==`.
     bool operator!=(const TimeGpsW &other) const;
+    /// Whether this is earlier.
     bool operator<(const TimeGpsW &other) const;
+    /// Whether this is later.
     bool operator>(const TimeGpsW &other) const;
     /// \}
 

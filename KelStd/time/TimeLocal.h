@@ -45,7 +45,7 @@ public:
     /// They are in UTC like those that the constructors take; `local_time` has the ones that a
     /// clock at the offset shows.
     /// \{
-    unsigned short year() const { return m_utc.year(); }
+    unsigned short year() const { return m_utc.year(); }                   ///< 1 to 65535
     unsigned char month() const { return m_utc.month(); }                  ///< 1 to 12
     unsigned char day() const { return m_utc.day(); }                      ///< 1 to 31
     unsigned char hour() const { return m_utc.hour(); }                    ///< 0 to 23
@@ -79,16 +79,27 @@ public:
     /// \name Moves, differences and comparisons
     /// Those of `TimeUtc` on the instant. A move keeps the offset.
     /// \{
+
+    /// So much later [ms].
     TimeLocal operator+(long long milliseconds) const;
+    /// So much earlier [ms].
     TimeLocal operator-(long long milliseconds) const;
+    /// Moves this by so much [ms].
     TimeLocal &operator+=(long long milliseconds);
+    /// Moves this back by so much [ms].
     TimeLocal &operator-=(long long milliseconds);
+    /// The time elapsed from the other to this [ms], without leap seconds.
     long long operator-(const TimeLocal &other) const;
 
+    /// -1 when this is earlier, 1 when it is later, 0 otherwise.
     int compare(const TimeLocal &other) const;
+    /// Whether both are the same instant.
     bool operator==(const TimeLocal &other) const;
+    /// The negation of `operator==`.
     bool operator!=(const TimeLocal &other) const;
+    /// Whether this is earlier.
     bool operator<(const TimeLocal &other) const;
+    /// Whether this is later.
     bool operator>(const TimeLocal &other) const;
     /// \}
 

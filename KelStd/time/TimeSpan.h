@@ -31,9 +31,14 @@ public:
     /// \name Whole units
     /// Truncated toward zero: -1500 ms are -1 second.
     /// \{
+
+    /// Whole days, towards zero.
     long long toDays() const;
+    /// Whole hours, towards zero.
     long long toHours() const;
+    /// Whole minutes, towards zero.
     long long toMinutes() const;
+    /// Whole seconds, towards zero.
     long long toSeconds() const;
     /// \}
 
@@ -63,6 +68,7 @@ public:
 
     /// By the milliseconds, sign included.
     bool operator==(const TimeSpan &other) const { return m_timeSpan == other.m_timeSpan; }
+    /// The negation of `operator==`.
     bool operator!=(const TimeSpan &other) const { return !(*this == other); }
 
     /// Writes a version and the milliseconds.

@@ -44,7 +44,7 @@ public:
 
     /// \name The fields, as they were given
     /// \{
-    unsigned short year() const { return m_year; }
+    unsigned short year() const { return m_year; }                   ///< 1 to 65535
     unsigned char month() const { return m_month; }                  ///< 1 to 12
     unsigned char day() const { return m_day; }                      ///< 1 to 31
     unsigned char hour() const { return m_hour; }                    ///< 0 to 23
@@ -83,9 +83,13 @@ public:
     /// at the count 0 here. The operators compare `QDateTime`s, to which invalid ones are all equal
     /// and earlier than every valid one. The two differ on purpose.
     int compare(const TimeUtc &other) const;
+    /// Whether both are the same instant.
     bool operator==(const TimeUtc &other) const;
+    /// The negation of `operator==`.
     bool operator!=(const TimeUtc &other) const;
+    /// Whether this is earlier.
     bool operator<(const TimeUtc &other) const;
+    /// Whether this is later.
     bool operator>(const TimeUtc &other) const;
     /// \}
 
