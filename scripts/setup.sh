@@ -16,6 +16,8 @@ packages=(
     chromium                         # the tests look at reports with it
     doxygen doxygen-awesome-css      # the documentation site and its theme
     qttools5-dev-tools               # lupdate, which the tests extract texts with
+    zsh fish                         # the tests complete command lines in them
+    shared-mime-info libfile-mimeinfo-perl libglib2.0-bin  # and ask what type a file has
     pybind11-dev python3-dev         # the Python package
     python3-numpy python3-pandas     # its columns
     python3-xarray                   # the same
@@ -24,13 +26,12 @@ packages=(
     python3-wheel                    # the same
     python3-distributed              # the example on a cluster
     python3-zarr                     # and its arrays
-    zsh fish                         # the tests complete command lines in them
-    shared-mime-info xdg-utils libglib2.0-bin  # the tests ask what type a file has
 )
 case "${1:-}" in
 benchmark) packages+=(libbenchmark-dev python3-pyproj python3-numpy) ;;
 fuzz) packages+=(clang libclang-rt-dev) ;;
 package) packages+=(dpkg-dev file lintian) ;;
+try-packages) packages+=(mmdebstrap) ;;
 esac
 
 missing=()

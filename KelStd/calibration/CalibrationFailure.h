@@ -10,7 +10,7 @@ namespace KelStd::calibration {
 /// Why nothing is fitted. The texts say what to do.
 enum class CalibrationFault
 {
-    None = 0,
+    None = 0,          ///< no failure
     NothingToFit,      ///< neither the plane nor the heights are to be fitted
     TooFewPoints,      ///< fewer than the method has to have
     MissingName,       ///< a point without a name

@@ -7,7 +7,7 @@ namespace KelStd::calibration {
 /// Why the records of a site cannot be applied.
 enum class SiteFailureKind
 {
-    None,
+    None,            ///< no failure
     UnknownFunction, ///< a record's function code is none that is known
     BadParameter,    ///< a parameter is no finite number, or in a unit that it cannot have
     BadRatio,        ///< the ratio of a plane transformation is not positive

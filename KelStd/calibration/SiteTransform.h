@@ -48,7 +48,7 @@ struct HeightSurface
 ///
 ///     const auto site = SiteTransform::of(system);
 ///     if (site && site->hasSite())
-///         const stENU atSite = site->toSite(location.localNEH.getENU());
+///         atSite = site->toSite(location.localNEH.getENU());
 ///
 /// A plain value: any thread may use one.
 class KELSTD_EXPORT SiteTransform

@@ -25,7 +25,7 @@ namespace KelStd::catalogue {
 ///     Catalogue catalogue;
 ///     const ImportedSystem imported = catalogue.importSystem("EPSG:28992");
 ///     if (imported.system)
-///         Coord_IO::xml_write("rd_new.xml", *imported.system, nullptr);
+///         Coord_IO::xml_write(*imported.system, "rd_new.xml", nullptr);
 ///     else
 ///         qWarning() << imported.refusal.text;
 ///

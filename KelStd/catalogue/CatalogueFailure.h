@@ -10,7 +10,7 @@ namespace KelStd::catalogue {
 /// Why the catalogue has no answer.
 enum class CatalogueFailureKind
 {
-    None,
+    None,          ///< no failure
     NotLoaded,     ///< PROJ is not loaded
     NoDatabase,    ///< the loaded PROJ has no database, or lacks a function that asks it
     NotUnderstood, ///< the source is no system: no such code or name, or not what it seems to be

@@ -12,12 +12,12 @@ namespace KelStd::catalogue {
 /// What a system of the database is.
 enum class SystemKind
 {
-    Projected,
-    Compound,
+    Projected,  ///< northing and easting
+    Compound,   ///< a horizontal and a vertical system
     Geographic, ///< two- or three-dimensional
-    Geocentric,
-    Vertical,
-    Other
+    Geocentric, ///< X, Y, Z
+    Vertical,   ///< heights
+    Other       ///< none of these
 };
 
 /// "projected", "compound" and so on.

@@ -8,7 +8,7 @@ namespace KelStd {
 /// latitudes. One whose `west` is greater than its `east` crosses the meridian of 180 degrees.
 ///
 ///     AreaOfUse fiji{176.81, -20.81, -178.15, -12.42};
-///     fiji.contains(179.5, -17.0) && fiji.contains(-179.5, -17.0)
+///     const bool isIn = fiji.contains(179.5, -17.0) && fiji.contains(-179.5, -17.0); // true
 struct KELSTD_EXPORT AreaOfUse
 {
     double west = 0.0;  ///< longitude [deg], -180 to 180

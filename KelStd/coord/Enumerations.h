@@ -16,12 +16,12 @@ namespace KelStd {
 /// Bands: 0-12 general kinds, 100-105 coordinate components, 200-202 enumerations, 300 PROJ flags.
 enum EValueType : qint32
 {
-    ValueType_None = 0,
-    ValueType_String = 1,
-    ValueType_Int32 = 2,
-    ValueType_Int64 = 3,
-    ValueType_Double = 4, ///< plain real number without unit
-    ValueType_Boolean = 5,
+    ValueType_None = 0,        ///< no value, or of an unknown kind
+    ValueType_String = 1,      ///< a text
+    ValueType_Int32 = 2,       ///< a whole number of 32 bits
+    ValueType_Int64 = 3,       ///< a whole number of 64 bits
+    ValueType_Double = 4,      ///< plain real number without unit
+    ValueType_Boolean = 5,     ///< true or false
     ValueType_Distance = 6,    ///< in a length unit
     ValueType_Height = 7,      ///< in a length unit
     ValueType_Angle = 8,       ///< in an angle unit
@@ -47,67 +47,67 @@ enum EValueType : qint32
 /// A unit of measure. Bands: 10-30 length, 100-104 pressure, 200-202 temperature, 300-301 angle.
 enum EUnit : qint32
 {
-    Unit_None = 0,
+    Unit_None = 0, ///< no unit
 
-    Unit_Meter = 10,
-    Unit_MilliMeter = 11,
-    Unit_Foot = 20,   ///< international foot, 0.3048 m
-    Unit_Yard = 21,   ///< international yard; a conversion factor only, it has no texts
-    Unit_Inch = 22,   ///< international inch; a conversion factor only
-    Unit_Mile = 23,   ///< international mile; a conversion factor only
-    Unit_USFoot = 30, ///< US survey foot, 1200/3937 m
+    Unit_Meter = 10,      ///< metre
+    Unit_MilliMeter = 11, ///< millimetre
+    Unit_Foot = 20,       ///< international foot, 0.3048 m
+    Unit_Yard = 21,       ///< international yard; a conversion factor only, it has no texts
+    Unit_Inch = 22,       ///< international inch; a conversion factor only
+    Unit_Mile = 23,       ///< international mile; a conversion factor only
+    Unit_USFoot = 30,     ///< US survey foot, 1200/3937 m
 
-    Unit_Bar = 100,
-    Unit_Pascal = 101,
-    Unit_MilliBar = 102,
-    Unit_MmHg = 103,
-    Unit_InHg = 104,
+    Unit_Bar = 100,      ///< bar
+    Unit_Pascal = 101,   ///< pascal
+    Unit_MilliBar = 102, ///< millibar
+    Unit_MmHg = 103,     ///< millimetre of mercury
+    Unit_InHg = 104,     ///< inch of mercury
 
-    Unit_Celsius = 200,
-    Unit_Fahrenheit = 201,
-    Unit_Kelvin = 202,
+    Unit_Celsius = 200,    ///< degree Celsius
+    Unit_Fahrenheit = 201, ///< degree Fahrenheit
+    Unit_Kelvin = 202,     ///< kelvin
 
-    Unit_Degree = 300,
-    Unit_Second = 301 ///< arc second
+    Unit_Degree = 300, ///< degree of arc
+    Unit_Second = 301  ///< arc second
 };
 
 /// How a value is presented. Bands: 1-2 coordinate order, 20-24 angle styles, 30-33 time scales.
 enum EFormat : qint32
 {
-    Format_None = 0,
-    Format_NorthEastHeight = 1,
-    Format_EastNorthHeight = 2,
+    Format_None = 0,            ///< no style
+    Format_NorthEastHeight = 1, ///< northing before easting
+    Format_EastNorthHeight = 2, ///< easting before northing
 
-    Format_DegreeMinuteSecond = 20,
-    Format_Degree = 22, ///< decimal degrees; 21 is free
-    Format_Second = 23, ///< arc seconds
-    Format_Radian = 24,
+    Format_DegreeMinuteSecond = 20, ///< degrees, minutes and seconds
+    Format_Degree = 22,             ///< decimal degrees; 21 is free
+    Format_Second = 23,             ///< arc seconds
+    Format_Radian = 24,             ///< radians
 
-    Format_UTC = 30,
-    Format_Local = 31,
-    Format_GPST = 32, ///< GPS calendar time
-    Format_GPSW = 33  ///< GPS week and seconds of week
+    Format_UTC = 30,   ///< UTC
+    Format_Local = 31, ///< local time
+    Format_GPST = 32,  ///< GPS calendar time
+    Format_GPSW = 33   ///< GPS week and seconds of week
 };
 
 /// In which kind of coordinates a coordinate system's user positions are given.
 enum ELocationType : qint32
 {
-    LocationType_X_Y_ElevationHeight = 0,
-    LocationType_Lat_Long_EarthHeight = 1
+    LocationType_X_Y_ElevationHeight = 0, ///< plane: northing, easting, height
+    LocationType_Lat_Long_EarthHeight = 1 ///< geographic: latitude, longitude, ellipsoidal height
 };
 
 /// The zero line from which a projection's plane coordinates count.
 enum ELocationZeroType : qint32
 {
-    LocationZeroType_Equator_Zero = 0,
-    LocationZeroType_Central_Meridian_Zero = 1
+    LocationZeroType_Equator_Zero = 0,         ///< the equator
+    LocationZeroType_Central_Meridian_Zero = 1 ///< the central meridian
 };
 
 /// Half of the earth, by the letters N and S.
 enum EWhichHalfEarth : qint32
 {
-    WhichHalfEarth_North = 0,
-    WhichHalfEarth_South = 1
+    WhichHalfEarth_North = 0, ///< "N"
+    WhichHalfEarth_South = 1  ///< "S"
 };
 
 /// The positive directions of the first, second and third axis of an ellipsoid's frame.
@@ -122,7 +122,7 @@ enum EEllipsoidDirection : qint32
 /// The model of a datum transformation.
 enum EEllipsoinTransformFunction : qint32
 {
-    EllipsoinTransformFunction_None = 0,
+    EllipsoinTransformFunction_None = 0,  ///< no shift
     EllipsoinTransformFunction_Three = 1, ///< three translations
     EllipsoinTransformFunction_Seven = 2  ///< Helmert: translations, rotations, scale
 };
@@ -137,17 +137,17 @@ enum EEllipsoinTransition : qint32
 /// The model of a planar transformation of projected coordinates.
 enum EPlaneTransformFunction : qint32
 {
-    PlaneTransformFunction_None = 0,
-    PlaneTransformFunction_Four = 1 ///< four-parameter similarity
+    PlaneTransformFunction_None = 0, ///< no transformation
+    PlaneTransformFunction_Four = 1  ///< four-parameter similarity
 };
 
 /// The model of a height fitting.
 enum EElevationFittingFunction : qint32
 {
-    ElevationFittingFunction_None = 0,
+    ElevationFittingFunction_None = 0,  ///< no fitting
     ElevationFittingFunction_Fixed = 1, ///< a constant offset
-    ElevationFittingFunction_Plane = 2,
-    ElevationFittingFunction_Curve = 3 ///< a curved surface
+    ElevationFittingFunction_Plane = 2, ///< an offset and two slopes
+    ElevationFittingFunction_Curve = 3  ///< a curved surface
 };
 
 } // namespace KelStd

@@ -28,7 +28,7 @@ public:
     /// What became of an attempt to take the lock.
     enum class Outcome
     {
-        Taken,
+        Taken,         ///< by this object
         HeldByAnother, ///< still, after all of the patience
         Unavailable    ///< no lock file can be made there, or what has its name is something else
     };

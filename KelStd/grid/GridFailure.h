@@ -7,7 +7,7 @@ namespace KelStd {
 /// Why a geoid grid file cannot be read, or must not be used.
 enum class GridFailureKind
 {
-    None,
+    None,         ///< no failure
     Unreadable,   ///< not there, or the system refuses to read it; the text is the system's
     NotAFile,     ///< a directory, or something else that is no regular file
     TooShort,     ///< for a header

@@ -24,8 +24,8 @@ public:
     /// The layout of a grid.
     enum class Format
     {
-        Gtx,
-        Ggf,
+        Gtx,    ///< which PROJ reads
+        Ggf,    ///< which is converted to GTX
         GeoTiff ///< which PROJ alone reads
     };
 

@@ -29,9 +29,9 @@ public:
     /// The layout of a grid of datum shifts.
     enum class Format
     {
-        None, ///< neither of the others
-        Ntv2,
-        GeoTiff
+        None,   ///< neither of the others
+        Ntv2,   ///< by its first record
+        GeoTiff ///< by its first bytes
     };
 
     /// Reads the headers of a regular file. A failure leaves the object without grids, with

@@ -15,33 +15,25 @@ namespace KelStd::io {
 /// What a caller can decide by.
 enum class DocumentFault
 {
-    None = 0,
+    None = 0, ///< no failure
 
-    /// \name The file
-    /// \{
+    // The file
     CannotBeOpened,  ///< the text is the file's own
     CannotBeWritten, ///< the text is the file's own; the old file is as it was
     Empty,           ///< the file has no byte
     TooLarge,        ///< more than `largestDocument` bytes, read or to be written
 
-    /// \}
-
-    /// \name The XML
-    /// \{
+    // The XML
     NotWellFormed,   ///< not XML: the text says what, as Qt's parser or our own look at it found
     NestedTooDeeply, ///< elements deeper than `deepestNesting`
     TooMuchMarkup,   ///< more than `maxMarkup`
     HasDeclarations, ///< its document type declares entities, elements or attributes of its own
     ForeignText,     ///< U+FFFE, U+FFFF or half a surrogate pair, which no document can hold
 
-    /// \}
-
-    /// \name What it says
-    /// \{
+    // What it says
     OtherVersion,   ///< an element that is needed has another "ver" than 1, or none
     MissingElement, ///< a coordinate system without one of its records; the text is the contract's
 
-    /// \}
 };
 
 /// The line is where the document is at fault; where an element is, that in which its first tag

@@ -10,7 +10,7 @@ namespace KelStd::io {
 /// What the name of a document's root says that it holds. Reading does not ask for it.
 enum class DocumentKind
 {
-    Other,
+    Other,          ///< none of those
     System,         ///< "Coord"
     EllipsoidList,  ///< "Ellipsoid_List"
     ProjectionList, ///< "Projection_List"

@@ -25,8 +25,7 @@ namespace KelStd::io {
 /// What is wrong with one place of a document.
 enum class FindingKind
 {
-    /// \name What was not taken over as it stands
-    /// \{
+    // What was not taken over as it stands
     UnknownElement,   ///< no such element is read in this place
     UnknownAttribute, ///< no such attribute is read in this place
     StrayText,        ///< a text where none is read
@@ -39,10 +38,7 @@ enum class FindingKind
     SplitText,        ///< something within a text, of which the part before it is taken at most
     DamagedText,      ///< bytes that are no text in the document's encoding
 
-    /// \}
-
-    /// \name What the definitions will not use
-    /// \{
+    // What the definitions will not use
     NotUsed,        ///< a value that no definition has, or that it has otherwise
     UnitNotUsed,    ///< a unit other than the one in which the definition takes the number
     Contradiction,  ///< numbers of an ellipsoid beside the PROJ name of another one
@@ -50,13 +46,9 @@ enum class FindingKind
     NotOneProjName, ///< a PROJ name with blanks or signs that make several of it
     Overruling,     ///< a parameter of a projection that would overrule another record
 
-    /// \}
-
-    /// \name What cannot be meant
-    /// \{
+    // What cannot be meant
     Implausible, ///< an axis, flattening, scale, angle or shift that none on this earth is
 
-    /// \}
 };
 
 /// One place of a document.

@@ -12,9 +12,9 @@
 ///
 ///     const LibraryLock lock(directory); // and load the registry
 ///     for (const DeliveredRecord &record :
-///     library::deliveredRecords(LibraryDirectory::delivered()))
+///          library::deliveredRecords(LibraryDirectory::delivered()))
 ///         if (library::deliveredState(directory, record) == DeliveredState::Missing)
-///             library::restoreRecord(directory, record);
+///             library::restoreRecord(directory, record, fileName);
 namespace KelStd {
 
 /// A record of a delivered library, and the document that holds it alone.
@@ -30,7 +30,7 @@ enum class DeliveredState
 {
     AsDelivered, ///< its document has the delivered one's bytes
     Changed,     ///< another document holds a record of this kind and name
-    Missing
+    Missing      ///< no document holds such a record
 };
 
 namespace library {

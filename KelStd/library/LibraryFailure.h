@@ -7,7 +7,7 @@ namespace KelStd {
 /// Why a change of the registry, or what was done with a library's directory, failed.
 enum class LibraryFailureKind
 {
-    None,
+    None,        ///< no failure
     NoName,      ///< the name is empty
     NoRecord,    ///< the record is null
     NameTaken,   ///< a present name equals the new one in all but case and the blanks around it

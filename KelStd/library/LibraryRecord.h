@@ -20,10 +20,10 @@ namespace KelStd {
 /// row each in LibraryRecord.cpp.
 enum class RecordKind
 {
-    Custom,
-    Standard,
-    Ellipsoid,
-    Projection
+    Custom,    ///< a system of the user's
+    Standard,  ///< a system that is delivered
+    Ellipsoid, ///< an ellipsoid
+    Projection ///< a projection
 };
 
 /// A record of any kind; custom and standard systems are both a `Coord`.

@@ -12,7 +12,7 @@ namespace KelStd::library {
 /// countries of their origins.
 ///
 ///     RecordFilter filter({"utm", "31N"});
-///     filter.matches(RecordKind::Standard, "WGS 84 / UTM zone 31N")
+///     const bool isMet = filter.matches(RecordKind::Standard, "WGS 84 / UTM zone 31N"); // true
 ///
 /// Case, accents and the order of the words do not matter, and a word may be the beginning of one.
 /// Signs between letters and digits separate words: "EPSG:28992" is two.

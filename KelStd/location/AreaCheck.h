@@ -15,7 +15,7 @@ namespace KelStd {
 /// How the first two components of a position may have been mistaken.
 enum class PositionMistake
 {
-    None,
+    None,       ///< no mistake that would explain it
     Swapped,    ///< they stand in each other's place
     FirstSign,  ///< longitude, or easting, has the wrong sign
     SecondSign, ///< latitude, or northing, has the wrong sign

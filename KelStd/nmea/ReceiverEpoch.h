@@ -16,7 +16,7 @@ namespace KelStd::nmea {
 /// Why an epoch has no position that can be used.
 enum class EpochFault
 {
-    None,
+    None,        ///< no failure
     NoFix,       ///< quality 0
     Void,        ///< RMC says that its position is not valid
     NoPosition,  ///< latitude and longitude are empty

@@ -20,7 +20,7 @@ inline constexpr int maxSentenceBytes = 255;
 /// Why a text is no sentence that can be used.
 enum class SentenceFault
 {
-    None,
+    None,         ///< no failure
     NotASentence, ///< it does not begin as one: "$" or "!" and an address
     NoChecksum,   ///< its end is missing, and with it the checksum
     BadChecksum,  ///< the checksum is another one

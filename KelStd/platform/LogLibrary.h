@@ -9,9 +9,9 @@
 /// The level of a log entry.
 enum ELogType : qint32
 {
-    LogType_Message = 0,
-    LogType_Warning = 1,
-    LogType_Error = 2
+    LogType_Message = 0, ///< for those who look for a cause
+    LogType_Warning = 1, ///< something is not as it should be
+    LogType_Error = 2    ///< something was not done
 };
 
 /// The host's log. The library logs these, always with the flag false:

@@ -16,7 +16,7 @@ struct FactorColumn;
 /// What a system has of a site, whose coordinates stand beside the frames.
 enum class SiteKind
 {
-    None,
+    None,   ///< nothing of it
     Plane,  ///< whose heights are those of the projected frame
     Heights ///< heights of its own
 };

@@ -20,7 +20,7 @@ struct ExtraColumn
     /// What the values are.
     enum class Kind
     {
-        Text,
+        Text,    ///< any text
         Number,  ///< plain decimals or whole numbers
         Integer, ///< whole numbers
         Boolean, ///< "true" or "false"

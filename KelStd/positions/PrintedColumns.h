@@ -25,8 +25,8 @@ struct KELSTD_EXPORT PrintedColumn
         HeightReference, ///< what the projected height is above
         Site,            ///< one of the three numbers of a position at the site
         Factor,          ///< one of the factors of a location
-        Extra,
-        Carried
+        Extra,           ///< one of what the program knows besides
+        Carried          ///< a field of the input that is carried through
     };
 
     Kind kind;         ///< what stands in it

@@ -7,7 +7,7 @@ namespace KelStd {
 /// Why a position was not converted, or its height not referred to the geoid.
 enum class ConversionFailureKind
 {
-    None,
+    None,              ///< no failure
     NotLoaded,         ///< PROJ is not loaded (`ProjLib::___InitializeEnviroment`)
     BadSystem,         ///< no definition can be written of the system, or of one of its units
     RefusedDefinition, ///< PROJ has no transformation between the definitions

@@ -15,7 +15,7 @@ namespace KelStd {
 /// Why a geoid model gives no heights.
 enum class GeoidModelFailureKind
 {
-    None,
+    None,          ///< no failure
     NotFound,      ///< no folder has a file of that name, or the name leads out of the folders
     BadPath,       ///< its path has a character that PROJ does not take for a part of one
     BadGrid,       ///< the file is empty, or not what its header says
@@ -41,8 +41,8 @@ public:
     /// A name is looked up in the user's folder first.
     enum class Folder
     {
-        Home,
-        Program
+        Home,   ///< the home directory's
+        Program ///< the program directory's
     };
 
     /// Whether it exists or not.

@@ -7,7 +7,7 @@ namespace KelStd {
 /// Why PROJ could not be made ready (`ProjLib::initializationFailure`).
 enum class InitializationFailureKind
 {
-    None,
+    None,                   ///< no failure
     NoHome,                 ///< the home directory does not exist, or is no directory
     Untrusted,              ///< other users may change what would be loaded
     LinkNotReplaced,        ///< the private directory would be replaced and is a symbolic link

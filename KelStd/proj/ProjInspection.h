@@ -47,8 +47,8 @@ public:
     /// What is to be said of the packed PROJ.
     enum class ArchiveState
     {
-        Good,
-        Missing,
+        Good,       ///< whole, and of PROJ
+        Missing,    ///< there is no such file
         Damaged,    ///< not a zip archive, cut short, or with wrong contents
         WithoutProj ///< an archive, but of something else
     };

@@ -29,12 +29,12 @@ public:
     /// the position unread and unwritten.
     enum EConvertType : qint32
     {
-        WGS84LatLongH_to_WGS84XYZ = 0,
-        WGS84XYZ_to_WGS84LatLongH = 1,
-        WGS84XYZ_to_LocalLatLongH = 2,
-        LocalLatLongH_to_WGS84XYZ = 3,
-        LocalLatLongH_to_LocalNEH = 4,
-        LocalNEH_to_LocalLatLongH = 5
+        WGS84LatLongH_to_WGS84XYZ = 0, ///< from longitude, latitude, height to X, Y, Z
+        WGS84XYZ_to_WGS84LatLongH = 1, ///< the way back
+        WGS84XYZ_to_LocalLatLongH = 2, ///< the datum shift
+        LocalLatLongH_to_WGS84XYZ = 3, ///< its way back
+        LocalLatLongH_to_LocalNEH = 4, ///< the projection
+        LocalNEH_to_LocalLatLongH = 5  ///< its way back
     };
 
     /// Prepares the private PROJ directory when its marker is missing or of another version, loads

@@ -16,7 +16,7 @@ namespace KelStd {
 /// Why a grid of datum shifts was not put where PROJ finds it.
 enum class ShiftGridFailureKind
 {
-    None,
+    None,       ///< no failure
     BadGrid,    ///< the file is not what its header says, or none of the formats
     NotAShift,  ///< a GeoTIFF file with one value a node: a geoid model or an image
     BadName,    ///< a name that no definition can hold

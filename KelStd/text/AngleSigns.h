@@ -9,11 +9,11 @@ namespace KelStd {
 /// What a sign behind a number makes of it.
 enum class AngleSign
 {
-    None,
-    Degree,
-    Minute,
-    Second,
-    Colon ///< degrees, minutes or seconds, by its place
+    None,   ///< no sign of angles
+    Degree, ///< degrees
+    Minute, ///< minutes
+    Second, ///< seconds
+    Colon   ///< degrees, minutes or seconds, by its place
 };
 
 /// A character that people type for a sign of angles.

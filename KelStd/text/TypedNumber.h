@@ -13,8 +13,8 @@ namespace KelStd {
 /// What stands before the decimals of a number.
 enum class DecimalMark
 {
-    Point,
-    Comma
+    Point, ///< 1.5
+    Comma  ///< 1,5
 };
 
 /// A quotation of a text for a message: in quotation marks, and of a long text its first 40

@@ -7,7 +7,7 @@ namespace KelStd {
 /// Why a text that somebody typed is no number, or no angle.
 enum class TypedValueFault
 {
-    None = 0,
+    None = 0,    ///< no failure
     Missing,     ///< the text is empty
     NotANumber,  ///< no decimal number with Latin digits
     NotFinite,   ///< an infinity, no number by name ("nan"), or too large for a double

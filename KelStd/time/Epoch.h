@@ -17,7 +17,7 @@ namespace KelStd {
 /// A scale in which instants are written.
 enum class TimeScale
 {
-    Utc,
+    Utc,  ///< UTC
     GpsT, ///< GPS time as calendar fields
     GpsW, ///< GPS week and seconds of the week
     Local ///< what a clock at an offset from UTC shows
@@ -44,7 +44,7 @@ KELSTD_EXPORT const TimeScaleRow *findTimeScale(const QString &name);
 /// Why a text is no epoch.
 enum class EpochMistake
 {
-    None,
+    None,            ///< no mistake
     WrongForm,       ///< it is not written as a value of the scale
     NoSuchTime,      ///< there is no such date or time of day
     LeapSecondInUtc, ///< 23:59:60 of a date, which UTC fields do not hold; GPS time does

@@ -14,7 +14,7 @@ namespace KelStd {
 /// What is wrong with bytes that should be a list of leap seconds.
 enum class LeapSecondListMistake
 {
-    None,
+    None,          ///< no mistake
     NoLeapSeconds, ///< there is no row at all
     BadRow,        ///< a line is neither a row nor a comment
     NotInOrder,    ///< a row is not later than the one before it

@@ -1,12 +1,12 @@
 #include <cli/commands/ConvertCommandLine.h>
 
-#include <cli/catalogue/SystemProposals.h>
 #include <cli/conversion/ColumnOptions.h>
 #include <cli/conversion/FrameWords.h>
 #include <cli/conversion/LocationForms.h>
 #include <cli/library/DirectoryOption.h>
 #include <cli/run/PositionInput.h>
 #include <cli/systems/SystemChoice.h>
+#include <cli/systems/SystemProposals.h>
 #include <cli/values/DisplayOptions.h>
 #include <cli/vector/FileOutput.h>
 #include <cli/vector/VectorInput.h>

@@ -1,6 +1,5 @@
 #include <cli/commands/Command.h>
 
-#include <cli/catalogue/SystemProposals.h>
 #include <cli/catalogue/SystemTarget.h>
 #include <cli/site/SiteInput.h>
 #include <cli/site/SiteText.h>

@@ -2,13 +2,13 @@
 
 #include <cli/commands/Command.h>
 
-#include <cli/catalogue/SystemProposals.h>
 #include <cli/library/LibraryChange.h>
 #include <cli/library/LibraryOptions.h>
 #include <cli/library/NamedDocument.h>
 #include <cli/library/RecordProposals.h>
 #include <cli/library/UnknownName.h>
 #include <cli/systems/RecordReview.h>
+#include <cli/systems/SystemProposals.h>
 #include <cli/terminal/CommandLine.h>
 #include <cli/terminal/Console.h>
 #include <cli/terminal/FilePath.h>

@@ -111,7 +111,7 @@ Completion completionOfLine(QStringList before, const QString &word,
 /// The files and directories whose names begin as a text does.
 QList<Proposal> filesBeginningWith(const QString &beginning)
 {
-    const int end = beginning.lastIndexOf(QLatin1Char('/')) + 1;
+    const auto end = beginning.lastIndexOf(QLatin1Char('/')) + 1;
     const QString folder = beginning.left(end);
     const QString name = beginning.mid(end);
     const QDir dir(folder.isEmpty() ? QStringLiteral(".") : onDisk(folder));

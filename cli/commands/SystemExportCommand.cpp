@@ -2,10 +2,10 @@
 
 #include <cli/catalogue/CatalogueStatus.h>
 #include <cli/catalogue/ProgramCatalogue.h>
-#include <cli/catalogue/SystemProposals.h>
 #include <cli/library/DirectoryOption.h>
 #include <cli/proj/ProjEnvironment.h>
 #include <cli/systems/SystemChoice.h>
+#include <cli/systems/SystemProposals.h>
 #include <cli/terminal/CommandLine.h>
 #include <cli/terminal/Console.h>
 #include <cli/terminal/FilePath.h>

@@ -6,7 +6,7 @@
 #include <cli/catalogue/PlaceOptions.h>
 #include <cli/catalogue/ProgramCatalogue.h>
 #include <cli/catalogue/SourceArgument.h>
-#include <cli/catalogue/SystemProposals.h>
+#include <cli/catalogue/SourceProposals.h>
 #include <cli/proj/ProjEnvironment.h>
 #include <cli/terminal/CommandLine.h>
 #include <cli/terminal/Console.h>

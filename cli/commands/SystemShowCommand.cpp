@@ -1,8 +1,8 @@
 #include <cli/commands/Command.h>
 
-#include <cli/catalogue/SystemProposals.h>
 #include <cli/library/DirectoryOption.h>
 #include <cli/systems/SystemChoice.h>
+#include <cli/systems/SystemProposals.h>
 #include <cli/systems/SystemReport.h>
 #include <cli/terminal/CommandLine.h>
 #include <cli/terminal/Console.h>

@@ -2,8 +2,6 @@
 
 #include <cli/terminal/FilePath.h>
 
-#include <KelStd/positions/LineSplitter.h>
-
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 
@@ -31,6 +29,17 @@ QString firstLine(const QString &fileName)
     return {};
 }
 
+/// At the first separator that there is. Quotation marks hold no separators in the headings that
+/// --columns can pick.
+QStringList fieldsOf(const QString &line)
+{
+    for (const char separator : {';', ',', '\t'}) {
+        if (line.contains(QLatin1Char(separator)))
+            return line.split(QLatin1Char(separator));
+    }
+    return line.split(QLatin1Char(' '), Qt::SkipEmptyParts);
+}
+
 bool isNumber(const QString &field)
 {
     bool ok = false;
@@ -43,8 +52,9 @@ bool isNumber(const QString &field)
 QList<Proposal> headingProposals(const TypedLine &line)
 {
     QList<Proposal> headings;
-    const positions::SplitLine split = positions::splitLine(firstLine(line.positionals.value(0)));
-    for (const QString &field : split.fields) {
+    for (const QString &each : fieldsOf(firstLine(line.positionals.value(0)))) {
+        QString field = each.trimmed();
+        field.remove(QLatin1Char('"'));
         if (isNumber(field))
             return {};
         if (!field.isEmpty() && !field.contains(QLatin1Char(',')))

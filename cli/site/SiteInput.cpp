@@ -1,7 +1,7 @@
 #include <cli/site/SiteInput.h>
 
-#include <cli/catalogue/SystemProposals.h>
 #include <cli/site/PointFile.h>
+#include <cli/systems/SystemProposals.h>
 #include <cli/terminal/CommandLine.h>
 #include <cli/terminal/Console.h>
 #include <cli/terminal/FilePath.h>

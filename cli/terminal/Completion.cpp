@@ -45,7 +45,7 @@ public:
         return m_given.contains(option.names().last());
     }
     TypedLine line(const QString &beginning) const { return {beginning, m_positionals, m_values}; }
-    int positionals() const { return m_positionals.size(); }
+    int positionals() const { return static_cast<int>(m_positionals.size()); }
 
 private:
     void take(const CommandDescription &command, const QString &word)
@@ -81,7 +81,7 @@ private:
 Completion valuesOf(const Values &values, const TypedLine &line)
 {
     // The values before the last comma stay, and are not proposed again.
-    const int end = values.isList ? line.beginning.lastIndexOf(QLatin1Char(',')) + 1 : 0;
+    const auto end = values.isList ? line.beginning.lastIndexOf(QLatin1Char(',')) + 1 : 0;
     const QString head = line.beginning.left(end);
     const QStringList taken = head.split(QLatin1Char(','));
     TypedLine last = line;
@@ -155,7 +155,7 @@ Completion completionOf(const CommandDescription &command, const QStringList &be
     const bool mayBeOption = !words.areOptionsOver();
     if (mayBeOption && word.startsWith(QLatin1Char('-'))) {
         const QCommandLineOption *option = optionOf(command, word);
-        const int end = word.indexOf(QLatin1Char('=')) + 1;
+        const auto end = word.indexOf(QLatin1Char('=')) + 1;
         if (end == 0)
             return {optionNames(command, words, word)};
         if (option == nullptr || !takesValue(*option))
@@ -167,7 +167,7 @@ Completion completionOf(const CommandDescription &command, const QStringList &be
     }
     Completion completion;
     if (words.positionals() < command.maxPositionals && !command.positionals.isEmpty()) {
-        const int last = command.positionals.size() - 1;
+        const int last = static_cast<int>(command.positionals.size()) - 1;
         completion =
             valuesOf(command.positionals.at(std::min(words.positionals(), last)), words.line(word));
     }

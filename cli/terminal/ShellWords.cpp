@@ -73,7 +73,7 @@ private:
         if (c == QLatin1Char(singleQuote) || c == QLatin1Char(doubleQuote)) {
             m_quote = c;
             m_isWord = true;
-            m_kept = m_word.size();
+            m_kept = static_cast<int>(m_word.size());
         } else if (c.isSpace()) {
             endWord();
         } else if (isIn("<>", c)) {
@@ -87,7 +87,7 @@ private:
         } else {
             add(c);
             if (m_breaks.contains(c))
-                m_kept = m_word.size();
+                m_kept = static_cast<int>(m_word.size());
         }
     }
 

@@ -1,5 +1,6 @@
 #include "docs/site/CommandPages.h"
 
+#include <QtCore/QMap>
 #include <QtCore/QRegularExpression>
 
 namespace KelStd::site {
@@ -78,6 +79,14 @@ QString table(const QStringList &lines, const QString &title, bool areCommands)
     return text;
 }
 
+/// Above the column of names: "option" below "Options".
+QString headingOf(const QString &title)
+{
+    const QString word = title.toLower();
+    return word.endsWith(QLatin1Char('s')) && !word.endsWith(QLatin1String("us")) ? word.chopped(1)
+                                                                                  : word;
+}
+
 /// "Options:", whose lines stand below it.
 bool isTitle(const Piece &piece, const Piece *next)
 {
@@ -111,7 +120,7 @@ QString commandPage(const QString &command, const QString &fullHelp)
             const bool areExamples = title == QLatin1String("Examples");
             page += areExamples
                         ? code(next->lines)
-                        : table(next->lines, title.toLower(), title == QLatin1String("Commands"));
+                        : table(next->lines, headingOf(title), title == QLatin1String("Commands"));
             ++i;
         } else if (piece.isIndented) {
             page += code(piece.lines);
@@ -129,6 +138,36 @@ QString commandPage(const QString &command, const QString &fullHelp)
     if (!command.isEmpty())
         page += QStringLiteral("\n[All commands](commands.md)\n");
     return page;
+}
+
+QString commandTabs(const QStringList &commands)
+{
+    QStringList firsts;
+    QMap<QString, QStringList> byFirst;
+    for (const QString &command : commands) {
+        const QString first = command.section(QLatin1Char(' '), 0, 0);
+        if (!byFirst.contains(first))
+            firsts += first;
+        byFirst[first] += command;
+    }
+    const auto tab = [](const QString &command) {
+        return QStringLiteral("<tab type=\"user\" url=\"@ref %1\" title=\"%2\"/>\n")
+            .arg(commandPageName(command), command);
+    };
+    QString tabs = QStringLiteral(
+        "<tab type=\"usergroup\" visible=\"yes\" url=\"@ref commands\" title=\"Commands\">\n");
+    for (const QString &first : qAsConst(firsts)) {
+        const QStringList &together = byFirst.value(first);
+        if (together.size() == 1) {
+            tabs += tab(together.first());
+            continue;
+        }
+        tabs += QStringLiteral("<tab type=\"usergroup\" url=\"[none]\" title=\"%1\">\n").arg(first);
+        for (const QString &command : together)
+            tabs += tab(command);
+        tabs += QStringLiteral("</tab>\n");
+    }
+    return tabs + QStringLiteral("</tab>\n");
 }
 
 } // namespace KelStd::site

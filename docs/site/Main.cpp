@@ -10,6 +10,7 @@
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 #include <QtCore/QProcess>
+#include <QtCore/QRegularExpression>
 
 #include <cstdio>
 
@@ -60,14 +61,25 @@ bool writePage(const QString &directory, const QString &command, const QByteArra
     return page.open(QIODevice::WriteOnly) && page.write(text) == text.size();
 }
 
-int commands(const QString &program, const QString &directory)
+int commands(const QString &program, const QString &directory, const QString &layoutFile)
 {
+    QFile layout(layoutFile);
+    if (!layout.open(QIODevice::ReadOnly))
+        return failed(layoutFile + QStringLiteral(": ") + layout.errorString());
+    const QString layoutText = QString::fromUtf8(layout.readAll());
     const QString help = QStringLiteral("help");
     const QString full = QStringLiteral("full");
     QStringList names = QString::fromUtf8(printed(program, {help, QStringLiteral("names")}))
                             .split(QLatin1Char('\n'), Qt::SkipEmptyParts);
     if (names.isEmpty())
         return failed(program + QStringLiteral(" tells no names of commands"));
+    QFile filled(QDir(directory).filePath(QStringLiteral("Layout.xml")));
+    const QByteArray tabs =
+        QString(layoutText)
+            .replace(QStringLiteral("<!-- commands -->"), KelStd::site::commandTabs(names))
+            .toUtf8();
+    if (!filled.open(QIODevice::WriteOnly) || filled.write(tabs) != tabs.size())
+        return failed(directory + QStringLiteral(" cannot be written to"));
     names.prepend(QString());
     for (const QString &name : qAsConst(names)) {
         const QByteArray text =
@@ -81,6 +93,37 @@ int commands(const QString &program, const QString &directory)
     return 0;
 }
 
+/// The tree has what a header declares below it, and leads to places of the header's page that are
+/// not there: declarations are on the pages of their groups. The headers stay, as leaves. Nor is
+/// there a list of all pages.
+bool mendTree(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return false;
+    QString script = QString::fromUtf8(file.readAll());
+    file.close();
+    static const QRegularExpression below(QStringLiteral("\"\\w+_8h\" \\]"));
+    static const QRegularExpression place(
+        QStringLiteral("\"(?:\\w+_8h\\.html#|pages\\.html\")[^\n]*\n"));
+    script.replace(below, QStringLiteral("null ]"));
+    script.remove(place);
+    const QByteArray bytes = script.toUtf8();
+    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
+}
+
+int tree(const QString &path)
+{
+    const QDir directory(path);
+    for (const QString &name : directory.entryList({QStringLiteral("*.js")}, QDir::Files)) {
+        const QString script = directory.filePath(name);
+        const bool isHeaders = name.endsWith(QLatin1String("_8h.js"));
+        if (isHeaders ? !QFile::remove(script) : !mendTree(script))
+            return failed(script + QStringLiteral(" cannot be changed"));
+    }
+    return 0;
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -89,7 +132,10 @@ int main(int argc, char **argv)
     const QStringList words = application.arguments();
     if (words.size() == 3 && words.at(1) == QLatin1String("filter"))
         return filter(words.at(2));
-    if (words.size() == 4 && words.at(1) == QLatin1String("commands"))
-        return commands(words.at(2), words.at(3));
-    return failed(QStringLiteral("filter FILE, or commands PROGRAM DIRECTORY"));
+    if (words.size() == 5 && words.at(1) == QLatin1String("commands"))
+        return commands(words.at(2), words.at(3), words.at(4));
+    if (words.size() == 3 && words.at(1) == QLatin1String("tree"))
+        return tree(words.at(2));
+    return failed(
+        QStringLiteral("filter FILE, commands PROGRAM DIRECTORY LAYOUT, or tree DIRECTORY"));
 }

@@ -135,12 +135,13 @@ private:
         return out + plain(text.mid(at));
     }
 
-    /// The generator takes a quotation mark within a span of code for the beginning of a text.
+    /// The generator takes a quotation mark within a span of code for the beginning of a text, and
+    /// prints the backslash that keeps a bar from ending the cell of a table.
     static QString code(QString span)
     {
-        if (!span.contains(QLatin1Char('"')))
+        if (!span.contains(QLatin1Char('"')) && !span.contains(QLatin1String("\\|")))
             return QStringLiteral("``%1``").arg(span);
-        static const QRegularExpression sign(QStringLiteral("([\\\\`*_<>\\[\\]#&@%]|--)"));
+        static const QRegularExpression sign(QStringLiteral("(\\\\(?!\\|)|[`*_<>\\[\\]#&@%]|--)"));
         span.replace(sign, QStringLiteral("\\\\1"));
         span.replace(QLatin1Char('"'), QLatin1String("&quot;"));
         return QStringLiteral("<code>%1</code>").arg(span);
@@ -149,7 +150,9 @@ private:
     static QString plain(QString text)
     {
         static const QRegularExpression dashes(QStringLiteral("(?<![-|:])--(?![-|:])"));
+        static const QRegularExpression name(QStringLiteral("(?<![\\w/:])KelStd(?![\\w/:])"));
         text.replace(dashes, QStringLiteral("\\--"));
+        text.replace(name, QStringLiteral("%KelStd")); // the library, not the namespace
         return text.replace(QLatin1Char('@'), QLatin1String("\\@"));
     }
 
@@ -211,24 +214,59 @@ QString sitePage(const QString &markdown, const QString &path)
     return PageWriter(path).page(markdown);
 }
 
+namespace {
+
+/// Leaves the lines of private sections empty: the generator would name what is in them without
+/// saying what it is. A section ends with the next one of its class, or with the class.
+void dropPrivateSections(QStringList &lines)
+{
+    static const QRegularExpression privately(QStringLiteral("\\A( *)private:\\z"));
+    QString end;
+    bool isPrivate = false;
+    for (QString &line : lines) {
+        const auto begin = privately.match(line);
+        if (begin.hasMatch()) {
+            end = begin.captured(1);
+            isPrivate = true;
+        } else if (isPrivate
+                   && (line == end + QLatin1String("};") || line == end + QLatin1String("public:")
+                       || line == end + QLatin1String("protected:"))) {
+            isPrivate = false;
+        }
+        if (isPrivate)
+            line.clear();
+    }
+}
+
+} // namespace
+
 QString siteHeader(const QString &header, const QString &path)
 {
     const QString group = QFileInfo(path).path().section(QLatin1Char('/'), -1);
     const QString open = QStringLiteral(" /** \\addtogroup room_%1 */ /** \\{ */").arg(group);
     const QString close = QStringLiteral("/** \\} */ ");
-    static const QRegularExpression opening(QStringLiteral("\\Anamespace KelStd[\\w:]* \\{\\z"));
-    static const QRegularExpression closing(QStringLiteral("\\A\\} // namespace KelStd[\\w:]*\\z"));
-    const bool hasNamespace = header.contains(QLatin1String("\nnamespace KelStd"));
+    static const QRegularExpression opening(QStringLiteral("\\Anamespace [\\w:]+ \\{\\z"));
+    static const QRegularExpression closing(QStringLiteral("\\A\\} // namespace [\\w:]+\\z"));
     QStringList lines = header.split(QLatin1Char('\n'));
+    dropPrivateSections(lines);
+    if (lines.first() == QLatin1String("#pragma once"))
+        lines.first() += QLatin1String(" /** \\file */");
+    const bool hasNamespace = header.contains(QLatin1String("\nnamespace "));
+    int depth = 0;
     int lastInclude = -1;
     for (int i = 0; i < lines.size(); ++i) {
         QString &line = lines[i];
-        if (opening.match(line).hasMatch())
-            line += open;
-        else if (closing.match(line).hasMatch())
-            line.prepend(close);
-        else if (line.startsWith(QLatin1String("#include")))
+        if (opening.match(line).hasMatch()) {
+            // A group is not within itself: it ends where another namespace begins in it.
+            line = (depth > 0 ? close : QString()) + line + open;
+            ++depth;
+        } else if (closing.match(line).hasMatch()) {
+            --depth;
+            line.remove(0, 1);
+            line = close + QLatin1Char('}') + (depth > 0 ? open : QString()) + line;
+        } else if (line.startsWith(QLatin1String("#include"))) {
             lastInclude = i;
+        }
     }
     // The host's platform is in no namespace.
     if (!hasNamespace && lastInclude >= 0) {

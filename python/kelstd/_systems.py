@@ -5,6 +5,7 @@ from __future__ import annotations
 import json
 import os
 from typing import Any, Mapping, NamedTuple
+from xml.etree import ElementTree
 
 from . import _core
 from ._arrays import warn
@@ -202,7 +203,11 @@ class System:
         return f"<System {self.name!r}{code}>"
 
     def __eq__(self, other: object) -> bool:
-        return isinstance(other, System) and self.to_xml() == other.to_xml()
+        return isinstance(other, System) and self._canonical() == other._canonical()
 
     def __hash__(self) -> int:
-        return hash(self.to_xml())
+        return hash(self._canonical())
+
+    def _canonical(self) -> str:
+        # The attributes of a document are in no order of their own.
+        return str(ElementTree.canonicalize(self.to_xml()))

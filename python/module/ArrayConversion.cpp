@@ -30,7 +30,7 @@ namespace {
 using Frame = LocationBuilder::Frame;
 using Outcome = LocationBuilder::Outcome;
 
-constexpr std::size_t pointsTogether = 1024;   ///< whose outcomes stay near the processor
+constexpr std::size_t pointsTogether = 256;    ///< whose locations stay near the processor
 constexpr std::size_t pointsOfAThread = 10000; ///< fewer are not worth starting one
 constexpr std::size_t columnsOfLocation = 12;
 constexpr std::size_t columnsOfSite = 3;
@@ -127,46 +127,68 @@ struct ArrayConversion::Run
 
     void takePiece(std::size_t begin, std::size_t size, Worker &worker,
                    const ArrayConversion &conversion);
+    void readPiece(std::size_t begin, std::size_t size, Worker &worker);
+    void fail(std::size_t at, const QString &reason);
     void takeLocations(std::size_t begin, std::size_t size, Worker &worker,
                        const ArrayConversion &conversion);
     void takeSeparations(std::size_t begin, std::size_t size, Worker &worker);
 };
 
+/// Copies a piece of the columns. Nothing that is not finite is below a limit.
+void ArrayConversion::Run::readPiece(std::size_t begin, std::size_t size, Worker &worker)
+{
+    const std::array<Column, 3> read = columns;
+    const double limits[] = {components[0].limit, components[1].limit, components[2].limit};
+    const bool isNorthFirst = frame == Frame::LocalProjected;
+    for (std::size_t i = 0; i < size; ++i) {
+        const std::size_t at = begin + i;
+        const double first = read[0].at(at);
+        const double second = read[1].at(at);
+        const double third = read[2].at(at);
+        if (isNorthFirst)
+            worker.positions[i].setENU(second, first, third);
+        else
+            worker.positions[i].setXYZ(first, second, third);
+        const bool isFit = std::abs(first) <= limits[0] && std::abs(second) <= limits[1]
+                           && std::abs(third) <= limits[2];
+        status[at] = isFit ? 0 : status::failed;
+    }
+}
+
 void ArrayConversion::Run::takePiece(std::size_t begin, std::size_t size, Worker &worker,
                                      const ArrayConversion &conversion)
 {
-    const auto position = positions::rowOf(frame).position;
-    for (std::size_t i = 0; i < size; ++i) {
-        const std::size_t at = begin + i;
-        worker.positions[i] = position(columns[0].at(at), columns[1].at(at), columns[2].at(at));
-        status[at] = 0;
-    }
+    readPiece(begin, size, worker);
     if (wantsSeparations)
         takeSeparations(begin, size, worker);
     else
         takeLocations(begin, size, worker, conversion);
     for (std::size_t i = 0; i < size; ++i) {
-        const std::size_t at = begin + i;
-        const QString *mistake =
-            mistakeIn(components, columns[0].at(at), columns[1].at(at), columns[2].at(at));
         const Outcome &outcome = worker.outcomes[i];
-        if (mistake == nullptr && outcome.isMade) {
-            if (!outcome.reason.isEmpty())
-                reasons.keep(at, outcome.reason);
-            continue;
-        }
-        status[at] = status::failed;
-        reasons.keep(at, mistake != nullptr ? *mistake
-                         : outcome.reason.isEmpty()
-                             ? QStringLiteral("the geoid model has no value for the point")
-                             : outcome.reason);
-        if (wantsSeparations)
-            separations[at] = noNumber;
-        else
-            markFailed(locations[at]);
-        if (atSite != nullptr)
-            atSite[at].setENU(noNumber, noNumber, noNumber);
+        const std::size_t at = begin + i;
+        if (!outcome.isMade || (status[at] & status::failed) != 0)
+            fail(at, outcome.reason);
+        else if (!outcome.reason.isEmpty())
+            reasons.keep(at, outcome.reason);
     }
+}
+
+/// Keeps why there is no result, and that there is none.
+void ArrayConversion::Run::fail(std::size_t at, const QString &reason)
+{
+    status[at] = status::failed;
+    const QString *mistake =
+        mistakeIn(components, columns[0].at(at), columns[1].at(at), columns[2].at(at));
+    reasons.keep(at, mistake != nullptr ? *mistake
+                     : reason.isEmpty()
+                         ? QStringLiteral("the geoid model has no value for the point")
+                         : reason);
+    if (wantsSeparations)
+        separations[at] = noNumber;
+    else
+        markFailed(locations[at]);
+    if (atSite != nullptr)
+        atSite[at].setENU(noNumber, noNumber, noNumber);
 }
 
 void ArrayConversion::Run::takeLocations(std::size_t begin, std::size_t size, Worker &worker,
@@ -189,6 +211,9 @@ void ArrayConversion::Run::takeLocations(std::size_t begin, std::size_t size, Wo
     const bool hasFittedHeights = !isFromSite && site != nullptr
                                   && worker.builder.site().hasSurface()
                                   && !conversion.m_system->coord.geoidModel.modelFileName.isEmpty();
+    const bool hasModel = !conversion.m_geoidModel.isEmpty();
+    if (!hasModel && !hasFittedHeights && !worker.area && site == nullptr)
+        return;
     for (std::size_t i = 0; i < size; ++i) {
         unsigned char &bits = status[begin + i];
         if (worker.outcomes[i].projectedHeight == LocationBuilder::Height::AboveGeoid)
@@ -296,7 +321,7 @@ void ArrayConversion::work(Run &run, int threads, std::size_t count)
         for (std::size_t i = 1; i < used; ++i)
             others.emplace_back([&, i] { takePieces(*workers[i], [] {}); });
         // The interrupt key has to wait for the interpreter, which this thread is in.
-        constexpr int piecesBetweenLooks = 256;
+        constexpr int piecesBetweenLooks = 1000;
         int pieces = 0;
         takePieces(*workers[0], [&] {
             if (++pieces % piecesBetweenLooks != 0)

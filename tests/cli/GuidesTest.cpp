@@ -1,4 +1,4 @@
-// The commands of docs/systems.md and docs/sites.md, run in their order.
+// The commands of the pages of the guide, run in their order.
 
 #include "cli/ProgramRun.h"
 #include "cli/ShownCommands.h"
@@ -29,21 +29,23 @@ void PrintTo(const Guide &guide, std::ostream *out)
 class Guides : public testing::TestWithParam<Guide>
 {};
 
-INSTANTIATE_TEST_SUITE_P(Pages, Guides,
-                         testing::Values(Guide{"Systems", "docs/systems.md", 8},
-                                         Guide{"Sites", "docs/sites.md", 6}),
-                         [](const auto &guide) { return std::string(guide.param.name); });
+INSTANTIATE_TEST_SUITE_P(
+    Pages, Guides,
+    testing::Values(Guide{"CoordinateSystems", "docs/coordinate-systems.md", 2},
+                    Guide{"GetStarted", "docs/get-started.md", 1},
+                    Guide{"Heights", "docs/heights.md", 3}, Guide{"Systems", "docs/systems.md", 8},
+                    Guide{"Sites", "docs/sites.md", 6}, Guide{"Time", "docs/time.md", 2}),
+    [](const auto &guide) { return std::string(guide.param.name); });
 
 TEST_P(Guides, CommandsPrintWhatThePageShows)
 {
     static const QRegularExpression form(
         QStringLiteral("\\A(?:echo '([^']*)' \\| )?kelstd (.*)\\z"));
-    const auto commands =
-        test::commandsOf(test::sourceText(QString::fromLatin1(GetParam().page)));
+    const auto commands = test::commandsOf(test::sourceText(QString::fromLatin1(GetParam().page)));
     EXPECT_GE(commands.size(), GetParam().commands);
     const ProgramRun program;
-    for (const char *name :
-         {"examples/site.xml", "examples/rd_new.xml", "examples/site_control.csv"}) {
+    for (const char *name : {"examples/site.xml", "examples/rd_new.xml",
+                             "examples/rd_new_points.csv", "examples/site_control.csv"}) {
         const QString path = QString::fromLatin1(name);
         program.file(path, test::sourceText(path).toUtf8());
     }

@@ -77,8 +77,13 @@ ProgramResult Terminal::run(const ProgramRun &program, const QStringList &argume
 
 void Terminal::start(const ProgramRun &program, const QStringList &arguments, Errors errors)
 {
+    start(program.process(arguments), errors);
+}
+
+void Terminal::start(std::unique_ptr<QProcess> process, Errors errors)
+{
     const QString name = QString::fromLocal8Bit(ttyname(m_slave));
-    m_process = program.process(arguments);
+    m_process = std::move(process);
     m_process->setStandardInputFile(name);
     m_process->setStandardOutputFile(name);
     if (errors == Errors::Shown)

@@ -35,6 +35,8 @@ public:
     /// Starts the program with the terminal as its standard input and output.
     void start(const ProgramRun &program, const QStringList &arguments,
                Errors errors = Errors::Hidden);
+    /// The same of another program, as it is set up.
+    void start(std::unique_ptr<QProcess> process, Errors errors = Errors::Hidden);
     void type(const QByteArray &keys);
     /// Waits until the terminal shows `text`; false when it never does.
     bool waitFor(const QString &text);

@@ -6,6 +6,8 @@
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QFile>
+#include <QtCore/QFileInfo>
+#include <QtCore/QMap>
 #include <QtCore/QProcess>
 #include <QtCore/QProcessEnvironment>
 #include <QtCore/QTemporaryDir>
@@ -147,28 +149,63 @@ TEST_F(AppConfigUnset, ProgramDirectoryIsTheRunningProgramsIfItHoldsTheArchive)
         testing::ExitedWithCode(0), "");
 }
 
+TEST_F(AppConfigUnset, ProgramDirectoryIsOtherwiseTheLibrarys)
+{
+    EXPECT_EXIT(exitWhetherEqual(AppConfig::getInstance().binDir().canonicalPath(),
+                                 qEnvironmentVariable("KELSTD_TEST_EXPECTED_BIN", builtBinDir())),
+                testing::ExitedWithCode(0), "");
+}
+
+/// A test of this program passes in a process of its own, whatever share of the tests this one was
+/// dealt.
+void expectPasses(const QString &executable, const char *test, const QMap<QString, QString> &set)
+{
+    QProcess program;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    for (const char *dealt : {"GTEST_TOTAL_SHARDS", "GTEST_SHARD_INDEX", "GTEST_BRIEF"})
+        environment.remove(QString::fromLatin1(dealt));
+    for (auto entry = set.constBegin(); entry != set.constEnd(); ++entry)
+        environment.insert(entry.key(), entry.value());
+    program.setProcessEnvironment(environment);
+    program.setProcessChannelMode(QProcess::MergedChannels);
+    program.start(executable,
+                  {QStringLiteral("--gtest_filter=AppConfigUnset.") + QLatin1String(test)});
+    ASSERT_TRUE(program.waitForFinished());
+    const QByteArray report = program.readAll();
+    EXPECT_EQ(program.exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(program.exitCode(), 0) << report.constData();
+    EXPECT_TRUE(report.contains("[  PASSED  ] 1 test")) << report.constData();
+}
+
 TEST(AppConfig, TheSameProgramBesideAnArchiveTakesThatOne)
 {
     QTemporaryDir place;
     const QString copy = place.filePath(QStringLiteral("program"));
     ASSERT_TRUE(QFile::copy(QCoreApplication::applicationFilePath(), copy));
     test::writeFile(place.filePath(QStringLiteral("proj/proj.zip")), "an archive");
+    expectPasses(copy, "ProgramDirectoryIsTheRunningProgramsIfItHoldsTheArchive", {});
+}
 
-    QProcess program;
-    // It runs its one test whatever share of the tests this process was dealt.
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    for (const char *dealt : {"GTEST_TOTAL_SHARDS", "GTEST_SHARD_INDEX", "GTEST_BRIEF"})
-        environment.remove(QString::fromLatin1(dealt));
-    program.setProcessEnvironment(environment);
-    program.setProcessChannelMode(QProcess::MergedChannels);
-    program.start(copy,
-                  {QStringLiteral("--gtest_filter=AppConfigUnset."
-                                  "ProgramDirectoryIsTheRunningProgramsIfItHoldsTheArchive")});
-    ASSERT_TRUE(program.waitForFinished());
-    const QByteArray report = program.readAll();
-    EXPECT_EQ(program.exitStatus(), QProcess::NormalExit);
-    EXPECT_EQ(program.exitCode(), 0) << report.constData();
-    EXPECT_TRUE(report.contains("[  PASSED  ] 1 test")) << report.constData();
+// An operating system's libraries have a folder of their own in lib/<architecture>, and programs
+// lie in a bin/ without folders.
+TEST(AppConfig, ALibraryTakesTheFolderBesideItAndElseTheNextBin)
+{
+    const QFileInfo library(QStringLiteral(KELSTD_TEST_PLATFORM_LIBRARY));
+    QTemporaryDir place;
+    QDir(place.path()).mkpath(QStringLiteral("lib/any-linux"));
+    const QString copy = place.filePath(QStringLiteral("lib/any-linux/") + library.fileName());
+    ASSERT_TRUE(QFile::copy(library.filePath(), copy));
+    const auto expectTaken = [&](const char *folder) {
+        const QString expected = place.filePath(QString::fromLatin1(folder));
+        test::writeFile(expected + QStringLiteral("/proj/proj.zip"), "an archive");
+        expectPasses(QCoreApplication::applicationFilePath(),
+                     "ProgramDirectoryIsOtherwiseTheLibrarys",
+                     {{QStringLiteral("LD_LIBRARY_PATH"), QFileInfo(copy).path()},
+                      {QStringLiteral("KELSTD_TEST_EXPECTED_BIN"),
+                       QFileInfo(expected).canonicalFilePath()}});
+    };
+    expectTaken("bin");
+    expectTaken("lib/any-linux/kelstd");
 }
 
 TEST_F(AppConfigUnset, WhatIsSetWinsOverTheEnvironment)
