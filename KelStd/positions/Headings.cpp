@@ -239,6 +239,15 @@ bool speaksOfHeight(const Heading &heading)
     return speaksOfHeight(normalisedHeading(text.replace(camelCase, QStringLiteral("_"))));
 }
 
+bool speaksOfGeoid(const Heading &heading)
+{
+    static const QStringList parts =
+        wordsIn("geoid ortho orthometric orthom msl amsl sea nn nhn nap navd88 ngvd29");
+    const QStringList words = normalisedHeading(heading.text).split(underscore);
+    return std::any_of(words.begin(), words.end(),
+                       [](const QString &word) { return parts.contains(word); });
+}
+
 bool isNamedBy(const InputForm &form, int component, const Heading &heading)
 {
     const Column column = inputColumn(form, component);

@@ -45,6 +45,9 @@ bool isOfLocations(const Heading &heading);
 /// Whether the heading speaks of some height, known or not.
 bool speaksOfHeight(const Heading &heading);
 
+/// Whether the heading speaks of a height above the geoid or the sea: "Ortho. Height", "NHN".
+bool speaksOfGeoid(const Heading &heading);
+
 /// Whether the heading names the component, whatever unit it names.
 bool isNamedBy(const InputForm &form, int component, const Heading &heading);
 
