@@ -48,7 +48,7 @@ const std::array<Column, columnCount> columnRows = {{
     {Frame::LocalProjected, 1, ValueType_Y, "easting", "local_easting", "easting east e", "m",
      anyLength, planeWidth, &L::get_NEH_E},
     {Frame::LocalProjected, 2, ValueType_ElevationHeight, "height", "local_height",
-     "height h elevation elev", "m", anyLength, heightWidth, &L::get_NEH_H},
+     "height h elevation elev z", "m", anyLength, heightWidth, &L::get_NEH_H},
 }};
 
 std::array<Column, componentsPerFrame> makeSiteColumns()

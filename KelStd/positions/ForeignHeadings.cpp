@@ -24,7 +24,8 @@ constexpr Translation translations[] = {
     {u"breite breitengrad geographische_breite geogr_breite enlem", "latitude"},
     {u"h\u00F6he hoehe y\u00FCkseklik yukseklik", "height"},
     {u"ellipsoidische_h\u00F6he ellipsoidische_hoehe ell_h\u00F6he ellipsoidh\u00F6he "
-     u"elipsoidal_y\u00FCkseklik elipsoidal_yukseklik elipsoit_y\u00FCksekli\u011Fi",
+     u"elipsoidal_y\u00FCkseklik elipsoidal_yukseklik elipsoit_y\u00FCksekli\u011Fi "
+     u"ell_height ell_ht ellipsoid_height ellipsoidal_ht ellipsoid_ht h_ell",
      "ellipsoidal_height"},
 };
 

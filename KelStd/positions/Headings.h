@@ -1,29 +1,13 @@
 #pragma once
 
 #include <KelStd/Export.h>
+#include <KelStd/positions/Heading.h>
 #include <KelStd/positions/InputForm.h>
-#include <KelStd/text/UnitNames.h>
 
 #include <QtCore/QString>
 #include <QtCore/QStringList>
 
 namespace KelStd::positions {
-
-/// What a heading says: "WGS84 latitude [rad]" is the word "latitude", the frame "wgs84" and the
-/// unit radian.
-struct Heading
-{
-    QString text;                    ///< as it stands
-    QString whole;                   ///< without the unit: "wgs84_latitude"
-    QString word;                    ///< without frame and unit: "latitude"
-    QString frame;                   ///< "wgs84", "local" or empty
-    const NamedUnit *unit = nullptr; ///< null: it names none
-};
-
-/// A heading as it is compared: "Longitude [deg]" is "longitude_deg".
-QString normalisedHeading(const QString &heading);
-
-KELSTD_EXPORT Heading headingOf(const QString &text);
 
 /// Whether the heading, directly behind that of an angle, is that of its minutes or seconds: "min",
 /// "s" or "'".
@@ -44,6 +28,9 @@ bool isOfLocations(const Heading &heading);
 
 /// Whether the heading speaks of some height, known or not.
 bool speaksOfHeight(const Heading &heading);
+
+/// Whether the heading speaks of a height above the geoid or the sea: "Ortho. Height", "NHN".
+bool speaksOfGeoid(const Heading &heading);
 
 /// Whether the heading names the component, whatever unit it names.
 bool isNamedBy(const InputForm &form, int component, const Heading &heading);

@@ -78,6 +78,9 @@ struct KELSTD_EXPORT InputForm
     EUnit lengthUnit;      ///< of every length of the input, one that `lengthUnits` has
     std::optional<PlaneUnit> planeUnit; ///< of northing and easting, where it is another one
     bool hasLengthUnit = false;         ///< whether the user has chosen the unit, the metre even
+    /// Whether heights of the plane are taken as ellipsoidal: a note says so of those that are
+    /// called otherwise.
+    bool isPlaneHeightEllipsoidal = false;
     std::optional<MissingHeight> missingHeight; ///< nothing: a line without a height is refused
     /// Which way longitudes and latitudes of `Frame::LocalGeographic` count: plain numbers do, and
     /// letters are the side of the earth.

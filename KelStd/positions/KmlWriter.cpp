@@ -6,6 +6,16 @@
 
 namespace KelStd::positions {
 
+QStringList KmlWriter::fieldNames() const
+{
+    // Attributes of these names are taken for the placemark's own, by GDAL at least.
+    static const QStringList ofPlacemarks =
+        QStringLiteral("name timestamp begin end altitudeMode tessellate extrude visibility "
+                       "drawOrder")
+            .split(QLatin1Char(' '));
+    return numberedNames(ofPlacemarks + columnNames()).mid(ofPlacemarks.size());
+}
+
 QByteArray KmlWriter::begin(const InputColumns &columns)
 {
     m_columns.take(printedColumns(columns));

@@ -31,10 +31,11 @@ public:
     void write(QByteArray &bytes, const PrintedPosition &position) const override;
 
     /// The names of all columns but that of the point, and those of their fields, which readers
-    /// tell from each other by more than case; known after `begin`.
+    /// tell from each other by more than case and from what KML itself says of a placemark; known
+    /// after `begin`.
     QStringList columnNames() const { return m_columns.names(); }
     /// The names of the fields of this file's columns, in their order.
-    QStringList fieldNames() const { return numberedNames(columnNames()); }
+    QStringList fieldNames() const;
 
 private:
     QString m_title;

@@ -16,7 +16,8 @@ const QStringList &nameWords()
     static const QStringList words =
         QStringLiteral(
             "point name id point_name pt station no number point_id "
-            "pointname pointid pt_name pt_id ptid point_no point_number pt_no "
+            "pointname pointid pt_name pt_id ptid point_no point_number pt_no ptno pointno "
+            "pointnumber point_nr ptnr "
             "station_name station_id label nr nummer pkt punkt punktname punktnummer "
             "punktnr punkt_nr pktnr pkt_nr bezeichnung nokta nokta_no nokta_ad\u0131 nokta_adi")
             .split(QLatin1Char(' '));

@@ -50,7 +50,8 @@ int fieldHeaded(const QString &column, const QStringList &headings, const InputW
 /// user knows.
 bool isForTheUserToKnow(const Heading &heading, Frame frame)
 {
-    if (heading.frame.isEmpty() && heading.word == QLatin1String("elevation"))
+    if (heading.frame.isEmpty()
+        && (heading.word == QLatin1String("elevation") || heading.word == QLatin1String("elev")))
         return true;
     return frame == Frame::LocalProjected && heading.frame.isEmpty()
            && (heading.word == QLatin1String("x") || heading.word == QLatin1String("y")
@@ -202,6 +203,8 @@ bool orderPicked(const ColumnChoice &choice, const QStringList &headings, int fi
         mistake = contradiction(heading, form, i);
         if (!mistake.isEmpty())
             return false;
+        if (i + 1 == componentsPerFrame && speaksOfGeoid(heading))
+            order.geoidHeight = heading.text;
         order.hasUnit[index] = heading.unit != nullptr;
         order.otherUnits[index] = otherUnitOf(form, i, heading);
     }

@@ -48,7 +48,9 @@ struct FieldOrder
     /// Whether a line of units names the unit, and the heading does not.
     std::array<bool, componentsPerFrame> hasUnitOfLine{};
     std::vector<int> units; ///< the fields that hold a unit of the line
-    QString doubtfulFirst;  ///< the first of these headings if it may be a word of a remark instead
+    /// The heading of a height that was picked, where it speaks of the geoid or the sea.
+    QString geoidHeight;
+    QString doubtfulFirst; ///< the first of these headings if it may be a word of a remark instead
 
     bool hasHeight() const { return components.back() != noField; }
     int countComponents() const

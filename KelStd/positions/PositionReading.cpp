@@ -148,7 +148,7 @@ QStringList PositionParser::Reading::notes() const
     if (!isSettled())
         return notes;
     for (const QString &note : {noteOnColumns(), noteOnComputedColumns(),
-                                noteOnUnits(m_form, *m_order), noteOnHeight()}) {
+                                noteOnUnits(m_form, *m_order), noteOnHeight(), noteOnGeoid()}) {
         if (!note.isEmpty())
             notes += note;
     }
@@ -169,6 +169,18 @@ QString PositionParser::Reading::noteOnHeight() const
     return height.above.isEmpty() ? QString()
                                   : QStringLiteral("the height of %1 is taken as it is%2")
                                         .arg(m_form.words.height, above);
+}
+
+QString PositionParser::Reading::noteOnGeoid() const
+{
+    const bool isEllipsoidal = m_form.frame == Frame::LocalProjected
+                                   ? m_form.isPlaneHeightEllipsoidal && !m_form.isAtSite
+                                   : m_form.height == InputHeight::OfFrame;
+    if (m_order->geoidHeight.isEmpty() || !isEllipsoidal)
+        return {};
+    return QStringLiteral("%1 is read as a height above the ellipsoid, and its heading speaks of "
+                          "another")
+        .arg(quoted(m_order->geoidHeight));
 }
 
 namespace {

@@ -90,6 +90,7 @@ private:
     QString noteOnColumns() const;
     QString noteOnComputedColumns() const;
     QString noteOnHeight() const;
+    QString noteOnGeoid() const;
     Result takeSeparatorLine(std::string_view bytes);
     QString doubtOnName(const SplitLine &line, const FieldOrder &order) const;
     bool mayBePair(std::string_view name) const;

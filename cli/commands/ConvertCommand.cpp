@@ -1,6 +1,7 @@
 #include <cli/commands/Command.h>
 
 #include <cli/commands/ConvertCommandLine.h>
+#include <cli/commands/ConvertInputs.h>
 #include <cli/commands/ConvertSystems.h>
 #include <cli/conversion/ConvertOptions.h>
 #include <cli/conversion/EpochSource.h>
@@ -21,15 +22,12 @@
 #include <cli/terminal/StandardStreams.h>
 #include <cli/values/DisplayOptions.h>
 #include <cli/vector/FileOutput.h>
-#include <cli/vector/VectorFormats.h>
 #include <cli/vector/VectorInput.h>
 
 #include <KelStd/positions/Columns.h>
 #include <KelStd/positions/LocationPrinter.h>
 #include <KelStd/positions/PrintedColumns.h>
 #include <KelStd/text/CoordStringHelper.h>
-
-#include <QtCore/QFileInfo>
 
 #include <algorithm>
 #include <memory>
@@ -69,27 +67,6 @@ bool fits(const CommandLine &line, const std::optional<vector::FileOutput> &file
     return false;
 }
 
-/// What is said of an option that is for lists of text and has no meaning for a layer; empty for
-/// none.
-QString textOptionAmong(const CommandLine &line)
-{
-    for (const char *const option : {"columns", "skip"}) {
-        if (line.isSet(QString::fromLatin1(option))) {
-            return QStringLiteral("--%1 is for positions as text, and the input is a vector file")
-                .arg(QLatin1String(option));
-        }
-    }
-    return {};
-}
-
-/// What the last of several operands may be meant as; empty where it is no form of output.
-QString outputHint(const QStringList &operands)
-{
-    return operands.size() > 1 && vector::FileOutput::hasExtension(operands.last())
-               ? QStringLiteral("; -o %1 writes a file").arg(operands.last())
-               : QString();
-}
-
 /// Sets the frame of a layer; false after a report. Lengths of a layer that states no unit are in
 /// that of --length-unit, else in the system's own.
 bool takeFrame(vector::VectorInput &layer, const vector::LayerSystem &system,
@@ -112,17 +89,6 @@ bool takeFrame(vector::VectorInput &layer, const vector::LayerSystem &system,
     if (frame)
         options.frame = &positions::rowOf(*frame);
     return frame.has_value();
-}
-
-/// What is wrong with options that are for lists of text, where the input is none; empty for
-/// nothing.
-QString mistakeInInputs(const ConvertOptions &options, const PositionInput &input)
-{
-    const bool isOne = input.inputs().size() == 1;
-    if (!options.rejects.isEmpty() && !isOne && !options.isNmea) {
-        return QStringLiteral("--rejects is for one input: lines of several have several orders");
-    }
-    return {};
 }
 
 /// A conversion, step by step: what it reads is opened before PROJ is loaded, what it writes once
@@ -166,31 +132,20 @@ private:
     Status openInput()
     {
         const QStringList operands = m_line.positionals();
-        const QString given = operands.value(0);
-        QString reason;
-        if (operands.size() > 1 && !QFileInfo::exists(onDisk(operands.last()))
-            && vector::FileOutput::hasExtension(operands.last())) {
-            reason = QStringLiteral("cannot open %1: there is no such file").arg(operands.last())
-                     + outputHint(operands);
+        QString reason = mistakeInOperands(operands);
+        if (!reason.isEmpty())
             return m_line.refuse(reason, m_console);
-        }
-        if (!m_options->isNmea
-            && std::any_of(operands.begin(), operands.end(), vector::isVectorFile)) {
-            reason = textOptionAmong(m_line);
-            if (reason.isEmpty() && operands.size() > 1)
-                reason = QStringLiteral("a vector file is read alone") + outputHint(operands);
+        if (isLayer(operands, *m_options)) {
+            reason = mistakeForLayer(m_line);
             if (!reason.isEmpty())
                 return m_line.refuse(reason, m_console);
-            if (!m_layer.emplace().open(given, m_line, m_console))
+            if (!m_layer.emplace().open(operands.value(0), m_line, m_console))
                 return ExitStatus::Usage;
             if (m_options->height)
                 m_layer->setHeight(*m_options->height);
             return {};
         }
-        if (m_line.isSet(QStringLiteral("names")) && !m_options->isNmea)
-            reason = QStringLiteral("--names is for --nmea and vector files");
-        else if (m_line.isSet(QStringLiteral("layer")))
-            reason = QStringLiteral("--layer is for vector files");
+        reason = mistakeForList(m_line, *m_options);
         if (!reason.isEmpty())
             return m_line.refuse(reason, m_console);
         if (!m_input.open(m_line, m_console))

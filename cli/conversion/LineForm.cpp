@@ -39,6 +39,7 @@ positions::InputForm lineForm(const ConvertOptions &options, const ConversionSys
     form.hasLengthUnit = hasUnit;
     form.planeUnit = planeUnit;
     form.localAxes = given.coord.ellipsoid.positiveDir;
+    form.isPlaneHeightEllipsoidal = given.geoidModel.isEmpty();
     form.missingHeight = missingHeight(options, given);
     return form;
 }

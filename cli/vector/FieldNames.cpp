@@ -165,10 +165,7 @@ std::vector<bool> ownCoordinates(const QStringList &names)
 int heightReferenceAmong(const QStringList &names)
 {
     const int full = names.indexOf(QLatin1String(positions::heightReferenceName));
-    const int shortened = names.indexOf(shortHeightReference);
-    if (full >= 0 || shortened < 0)
-        return full;
-    return ownCoordinates(names)[static_cast<std::size_t>(shortened)] ? shortened : -1;
+    return full >= 0 ? full : names.indexOf(shortHeightReference);
 }
 
 QString changedNames(const QStringList &names, const QStringList &changed)

@@ -14,7 +14,7 @@ QStringList shapefileNames(const QStringList &names);
 /// those of its columns, or of a Shapefile that has them shortened.
 std::vector<bool> ownCoordinates(const QStringList &names);
 
-/// Which of the fields says what the projected height is above, in the words of
+/// Which of the fields may say what the projected height is above, in the words of
 /// `positions::heightReference`; -1 for none.
 int heightReferenceAmong(const QStringList &names);
 

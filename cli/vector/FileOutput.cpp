@@ -3,18 +3,16 @@
 #include <cli/terminal/CommandLine.h>
 #include <cli/terminal/Console.h>
 #include <cli/terminal/FilePath.h>
-#include <cli/terminal/ShownText.h>
 #include <cli/terminal/StandardStreams.h>
 #include <cli/vector/FieldNames.h>
 #include <cli/vector/FileSink.h>
 #include <cli/vector/LayerOutput.h>
+#include <cli/vector/LayerPlans.h>
 #include <cli/vector/VectorModule.h>
 
-#include <KelStd/catalogue/Catalogue.h>
 #include <KelStd/positions/DxfWriter.h>
 #include <KelStd/positions/GpxWriter.h>
 #include <KelStd/positions/KmlWriter.h>
-#include <KelStd/text/CoordStringHelper.h>
 
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
@@ -73,38 +71,6 @@ const FileForm *findForm(const QString &extension, const CommandLine &line)
             found = &form;
     }
     return found;
-}
-
-bool hasShift(const Coord &coord)
-{
-    return coord.ellipsoidTransform.fuction == EllipsoinTransformFunction_Three
-           || coord.ellipsoidTransform.fuction == EllipsoinTransformFunction_Seven
-           || coord.ellipsoid.proj4EllpsName.contains(QLatin1String("nadgrids"));
-}
-
-QString shownUnit(const LayerSystem &system)
-{
-    return system.origin.planeUnit ? shown(system.origin.planeUnit->name) : QStringLiteral("m");
-}
-
-/// What the unit of --length-unit measures [m]; `otherwise` without the option.
-double lengthUnitOf(const LocationOutput &output, double otherwise)
-{
-    return output.display.lengthUnit != nullptr
-               ? CoordStringHelper::LengthRatio_otherToMeter(output.display.lengthUnit->unit)
-               : otherwise;
-}
-
-QString lengthUnitName(const LocationOutput &output, const QString &otherwise)
-{
-    return output.display.lengthUnit != nullptr
-               ? QString::fromLatin1(output.display.lengthUnit->symbol)
-               : otherwise;
-}
-
-double planeUnitOf(const LayerSystem &system)
-{
-    return system.origin.planeUnit ? system.origin.planeUnit->metres : 1.0;
 }
 
 QString heightNote(const QString &name, const char *format)
@@ -284,11 +250,11 @@ bool FileOutput::open(const LayerSystem &system, const LocationOutput &output, C
             printer,
             QStringLiteral("%1 %2: easting, northing, %4 height in %3")
                 .arg(system.origin.fullCode(), system.coord.coord_name,
-                     lengthUnitName(output, shownUnit(system)),
+                     planeUnitName(system, output),
                      system.geoidModel.isEmpty() ? QStringLiteral("ellipsoidal")
                                                  : QStringLiteral("geoid"))
                 .trimmed(),
-            lengthUnitOf(output, planeUnitOf(system)), output.columns);
+            planeUnitOf(system, output), output.columns);
         break;
     case Kind::Printed: {
         const auto row = std::find_if(locationForms().begin(), locationForms().end(),
@@ -310,57 +276,14 @@ bool FileOutput::open(const LayerSystem &system, const LocationOutput &output, C
 bool FileOutput::openLayer(const LayerSystem &system, const LocationOutput &output,
                            Console &console)
 {
-    LayerPlan plan;
-    plan.target = m_name;
-    plan.format = m_form->driver;
-    plan.notes = siteNotes(m_name, output);
-    QString reason;
-    const Reference reference = referenceOf(system, *m_files, reason);
-    if (reference.kind == Reference::Kind::None) {
-        console.report(QStringLiteral("warning: %1 will name no coordinate reference system: %2")
-                           .arg(m_name, reason));
-        plan.planeUnit = lengthUnitOf(output, planeUnitOf(system));
-        plan.heightUnit = lengthUnitOf(output, 1.0);
-        plan.notes += QStringLiteral("note: easting and northing in %1 are in %2, heights in %3")
-                          .arg(m_name, lengthUnitName(output, shownUnit(system)),
-                               lengthUnitName(output, QStringLiteral("m")));
-    } else if (reference.kind != Reference::Kind::Projected) {
-        console.report(QStringLiteral("cannot write %1: the axes of the system are %2, and other "
-                                      "programs would read easting and northing")
-                           .arg(m_name, QString::fromStdString(reference.otherAxes)));
+    auto plan = layerPlan(m_name, m_form->driver, system, output, *m_files, console);
+    if (!plan)
         return false;
-    } else {
-        // The code brings the definition of the database, datum shift and all.
-        plan.reference = reference.code.empty() ? reference.definition : reference.code;
-        plan.planeUnit = reference.unitFactor;
-        // Whoever reads a plane in metres takes its heights for metres, too; beside one in feet
-        // they are in one or the other.
-        const bool isInMetres = reference.unitFactor == 1.0;
-        plan.heightUnit = isInMetres ? 1.0 : lengthUnitOf(output, 1.0);
-        if (reference.code.empty() && plan.format == "ESRI Shapefile" && hasShift(system.coord)) {
-            console.report(
-                QStringLiteral("warning: the .prj beside %1 cannot carry the datum shift "
-                               "of the system %2: programs that read it take one of their "
-                               "own, or none")
-                    .arg(m_name, shown(system.name)));
-        }
-        if (isInMetres && lengthUnitOf(output, 1.0) != 1.0) {
-            plan.notes += QStringLiteral("note: easting, northing and height of the points in %1 "
-                                         "are in the metres of its reference system; their "
-                                         "attributes are in %2")
-                              .arg(m_name, lengthUnitName(output, QStringLiteral("m")));
-        } else if (!isInMetres) {
-            plan.notes +=
-                QStringLiteral("note: easting and northing in %1 are in the unit \"%2\" of "
-                               "its reference system, heights in %3")
-                    .arg(m_name, QString::fromStdString(reference.unit),
-                         lengthUnitName(output, QStringLiteral("m")));
-        }
-    }
+    plan->notes = siteNotes(m_name, output) + plan->notes;
     const positions::LocationPrinter printer(output.display, positions::ValuePrinter::Output::Csv,
                                              output.planeUnit);
     const auto layer =
-        std::make_shared<LayerOutput>(*m_files, printer, output.columns, std::move(plan));
+        std::make_shared<LayerOutput>(*m_files, printer, output.columns, std::move(*plan));
     m_writer = layer;
     m_sink = layer;
     if (layer->open())

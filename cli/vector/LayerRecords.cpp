@@ -29,6 +29,12 @@ QString counted(qint64 count, const char *one, const char *many)
     return QStringLiteral("%1 %2").arg(count).arg(QLatin1String(count == 1 ? one : many));
 }
 
+/// Whether a text is in the words of `positions::heightReference`.
+bool isHeightReference(const QByteArray &text)
+{
+    return text == positions::heightReference({}).toUtf8() || text.startsWith("geoid ");
+}
+
 positions::ExtraColumn::Kind kindOf(FieldType type)
 {
     switch (type) {
@@ -131,7 +137,7 @@ void LayerRecords::take(const Feature &feature, SourceRecord &record)
             record.name = text;
         else if (isCarried(index))
             record.extras.push_back(text);
-        if (index == m_heightReferenceField)
+        if (index == m_heightReferenceField && (m_isOwn[i] || isHeightReference(text)))
             record.heightReference = text;
     }
     if (record.failure.isEmpty())

@@ -235,7 +235,15 @@ std::optional<positions::Frame> VectorInput::frame(const LayerSystem &system,
     if (!mayHaveHeights())
         m_form.whyNoHeights = check.fit(layer, *frame, true).mistake;
     if (!fit.mistake.isEmpty()) {
-        console.report(QStringLiteral("%1: %2").arg(m_name, fit.mistake));
+        // Who has a layer of another plane wants it in that of the system.
+        const bool isOtherPlane = layer.kind == Reference::Kind::Projected && !layer.code.empty()
+                                  && layer.code != own.code;
+        const QString hint =
+            isOtherPlane ? QStringLiteral("; --system %1 is that of the layer, and --to another "
+                                          "one that is printed")
+                               .arg(QString::fromStdString(layer.code))
+                         : QString();
+        console.report(QStringLiteral("%1: %2%3").arg(m_name, fit.mistake, hint));
         return std::nullopt;
     }
     for (const QString &warning : fit.warnings)

@@ -352,6 +352,32 @@ TEST(SeveralFiles, AreNotWhatIsToBeWritten)
     }
 }
 
+TEST(PickedHeights, ThatAreSaidToBeOfAnotherKindAreNoted)
+{
+    const struct
+    {
+        const char *from;
+        const char *heading;
+        bool isNoted;
+    } rows[] = {{"local-neh", "Ortho. Height [m]", true},
+                {"local-neh", "NHN", true},
+                {"wgs84-llh", "MSL height", true},
+                {"local-neh", "Level", false}};
+    for (const auto &row : rows) {
+        SCOPED_TRACE(row.heading);
+        const QString heading = QString::fromLatin1(row.heading);
+        const auto result =
+            ProgramRun().convert(system, "a,b," + QByteArray(row.heading) + "\n5.25,52.5,40\n",
+                                 {QStringLiteral("--from"), QString::fromLatin1(row.from),
+                                  QStringLiteral("--columns"), QStringLiteral("a,b,") + heading});
+        EXPECT_EQ(result.err.contains(QStringLiteral("\"%1\" is read as a height above the "
+                                                     "ellipsoid")
+                                          .arg(heading)),
+                  row.isNoted)
+            << result.err;
+    }
+}
+
 TEST(HeightOption, SaysWhatTheHeightIsAboveInASystemWithAGeoid)
 {
     const ProgramRun program;

@@ -257,6 +257,22 @@ TEST_F(FileOutputs, OfKmlHaveNamesThatDifferInMoreThanCase)
         EXPECT_TRUE(shown.contains(QLatin1String(line))) << line << '\n' << shown;
 }
 
+TEST_F(FileOutputs, OfKmlKeepAttributesThatAreCalledAsWhatKmlSays)
+{
+    const QString out = path(QStringLiteral("out.kml"));
+    const ProgramResult result =
+        convert(QStringLiteral("-o ") + out,
+                "name,lon,lat,h,Name,timestamp,visibility,end\nP1,5.387,52.155,43.1,B,10:20,7,E\n");
+    ASSERT_EQ(result.status, 0) << result.err;
+    EXPECT_TRUE(mentionsAll(result.err, {"Name as Name_2", "timestamp as timestamp_2"}))
+        << result.err;
+    const QString shown = test::toolOutput(QStringLiteral("ogrinfo"), {QStringLiteral("-al"), out});
+    EXPECT_TRUE(mentionsAll(shown, {"Name (String) = P1", "Name_2 (String) = B",
+                                    "timestamp_2 (String) = 10:20", "visibility_2 (String) = 7",
+                                    "end_2 (String) = E"}))
+        << shown;
+}
+
 TEST_F(FileOutputs, AreNotWrittenWhereTheRunDoesNotEnd)
 {
     const QString file = m_program.file(QStringLiteral("out.csv"), "mine");
