@@ -35,6 +35,7 @@ struct SiteCheck
     QVector<PointDifference> points;
     DifferenceSummary plan;
     DifferenceSummary height;
+    bool hasSite = false; ///< whether the system has records of a site
 };
 
 /// The differences between the site coordinates of `points` in `site`, by its records, and what

@@ -101,6 +101,21 @@ TEST_F(SiteFiles, SystemShowCountsTheControlPoints)
     EXPECT_FALSE(none.out.contains(text("control points")));
 }
 
+TEST_F(SiteFiles, ACheckAgainstASystemWithoutASiteIsWarnedOf)
+{
+    const QString points = m_program.file(text("points.csv"), controlPoints);
+    const auto check = [&](const QString &system) {
+        return m_program.run({text("site"), text("check"), text("--system"), system,
+                              text("--points"), points, text("--json")});
+    };
+    const ProgramResult base = check(test::systemPath(text("rd_new.xml")));
+    EXPECT_EQ(base.status, 0) << base.err;
+    EXPECT_THAT(base.err, Mentions("rd_new.xml has no site"));
+    const QString site = path("site.xml");
+    ASSERT_EQ(fit({text("-o"), site}).status, 0);
+    EXPECT_EQ(check(site).err, QString());
+}
+
 // A file that cannot grow, as on a full disk: what was there stays, and nothing is half written.
 TEST_F(SiteFiles, WhatCannotBeWrittenWholeIsNotWritten)
 {
