@@ -21,7 +21,8 @@ constexpr double wgs84Reciprocal = 298.257223563;
 constexpr double leastAxis = 1000.0;
 
 constexpr double onePlace = 0.001; // [m]
-constexpr double farthest = 1e8;   // [m], from the earth's centre
+constexpr double nearest = 6e6;    // [m], from the earth's centre; 0 stands for what is not known
+constexpr double farthest = 1e8;   // [m]
 
 struct Size
 {
@@ -84,11 +85,13 @@ CalibrationFailure faultOfPairs(const QVector<DatumPair> &pairs, DatumMethod met
     for (const DatumPair &pair : pairs) {
         vectors.local.push_back(vectorOf(pair.local));
         vectors.wgs84.push_back(vectorOf(pair.wgs84));
-        if (!(vectors.local.back().norm() < farthest)
-            || !(vectors.wgs84.back().norm() < farthest)) {
+        const auto isNearEarth = [](const Eigen::Vector3d &position) {
+            return position.norm() > nearest && position.norm() < farthest;
+        };
+        if (!isNearEarth(vectors.local.back()) || !isNearEarth(vectors.wgs84.back())) {
             return {CalibrationFault::NotFinite,
-                    QObject::tr("a coordinate of \"%1\" is no finite number, or beyond every "
-                                "satellite; correct it, or take the pair out of the list")
+                    QObject::tr("a coordinate of \"%1\" is no finite number, or the position is "
+                                "not near the earth; correct it, or take the pair out of the list")
                         .arg(pair.name)};
         }
         if (pair.sigma && !isDeviation(*pair.sigma)) {

@@ -245,6 +245,9 @@ TEST_F(DatumFitTest, IsRefused)
     bad[3].wgs84 = Pos::fromXYZ(1e300, 0.0, 0.0);
     EXPECT_EQ(refusalOf(bad, DatumMethod::Seven), CalibrationFault::NotFinite);
     bad = good;
+    bad[3].wgs84 = Pos::fromXYZ(0.0, 0.0, 0.0);
+    EXPECT_EQ(refusalOf(bad, DatumMethod::Seven), CalibrationFault::NotFinite);
+    bad = good;
     bad[3].sigma = 0.01;
     EXPECT_EQ(refusalOf(bad, DatumMethod::Seven), CalibrationFault::MissingSigma);
     bad.clear();
