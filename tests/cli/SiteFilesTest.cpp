@@ -103,6 +103,32 @@ TEST_F(SiteFiles, SystemShowCountsTheControlPoints)
     EXPECT_FALSE(none.out.contains(text("control points")));
 }
 
+TEST_F(SiteFiles, ALibraryKeepsTheControlPoints)
+{
+    const auto shown = [this](const char *name) {
+        return m_program.run({text("system"), text("show"), text(name)}).out.simplified();
+    };
+    const QString file = path("hospital.xml");
+    const QString other = path("other.xml");
+    const QStringList named = {text("--name"), text("Hospital"), text("-o")};
+    ASSERT_EQ(fit(named + QStringList(file)).status, 0);
+    ASSERT_EQ(fit(named + QStringList{other, text("--without"), text("B")}).status, 0);
+    for (const QStringList &change :
+         {QStringList{text("library"), text("add"), file},
+          {text("library"), text("add"), file, text("--as"), text("Clinic")}}) {
+        const ProgramResult result = m_program.run(change);
+        ASSERT_EQ(result.status, 0) << result.err;
+    }
+    for (const char *name : {"Hospital", "Clinic"})
+        EXPECT_THAT(shown(name), Mentions("control points 5, of which 5 are used in plan and 5"));
+    ASSERT_EQ(m_program.run({text("library"), text("replace"), text("Hospital"), other}).status, 0);
+    EXPECT_THAT(shown("Hospital"), Mentions("control points 5, of which 4 are used in plan and 4"));
+    EXPECT_EQ(m_program.run({text("library"), text("check")}).status, 0);
+    const ProgramResult exported = m_program.run(
+        {text("system"), text("export"), text("Hospital"), text("--as"), text("xml")});
+    EXPECT_EQ(exported.out.count(text("<Point ")), 5);
+}
+
 TEST_F(SiteFiles, ACheckAgainstASystemWithoutASiteIsWarnedOf)
 {
     const QString points = m_program.file(text("points.csv"), controlPoints);
