@@ -42,6 +42,7 @@ enum class CalibrationWarningKind
     Feet,            ///< lengths differ as feet and metres do
     LeftOut,         ///< the fit without a point misses it by more than three times the RMS
     Suspect,         ///< the one point whose test is largest and above its critical value
+    LargeShift,      ///< a datum shift of which a part is larger than that of any datum
     ReplacedRecords, ///< the base system had records of a site, which are replaced
     UnknownColumn    ///< something in the list of points was not read
 };

@@ -3,6 +3,7 @@
 #include <KelStd/calibration/ControlChecks.h>
 #include <KelStd/calibration/DatumSolution.h>
 #include <KelStd/io/ProjEllipsoid.h>
+#include <KelStd/io/ShiftLimits.h>
 #include <KelStd/location/LocationBuilder.h>
 
 #include <QtCore/QObject>
@@ -20,7 +21,8 @@ constexpr double wgs84Reciprocal = 298.257223563;
 constexpr double leastAxis = 1000.0;
 
 constexpr double onePlace = 0.001; // [m]
-constexpr double farthest = 1e8;   // [m], from the earth's centre
+constexpr double nearest = 6e6;    // [m], from the earth's centre; 0 stands for what is not known
+constexpr double farthest = 1e8;   // [m]
 
 struct Size
 {
@@ -83,11 +85,13 @@ CalibrationFailure faultOfPairs(const QVector<DatumPair> &pairs, DatumMethod met
     for (const DatumPair &pair : pairs) {
         vectors.local.push_back(vectorOf(pair.local));
         vectors.wgs84.push_back(vectorOf(pair.wgs84));
-        if (!(vectors.local.back().norm() < farthest)
-            || !(vectors.wgs84.back().norm() < farthest)) {
+        const auto isNearEarth = [](const Eigen::Vector3d &position) {
+            return position.norm() > nearest && position.norm() < farthest;
+        };
+        if (!isNearEarth(vectors.local.back()) || !isNearEarth(vectors.wgs84.back())) {
             return {CalibrationFault::NotFinite,
-                    QObject::tr("a coordinate of \"%1\" is no finite number, or beyond every "
-                                "satellite; correct it, or take the pair out of the list")
+                    QObject::tr("a coordinate of \"%1\" is no finite number, or the position is "
+                                "not near the earth; correct it, or take the pair out of the list")
                         .arg(pair.name)};
         }
         if (pair.sigma && !isDeviation(*pair.sigma)) {
@@ -196,6 +200,37 @@ CalibrationFailure faultOfChain(const Coord &coord, const Size &size, const Datu
     return {};
 }
 
+/// A part of the shift that no datum has comes of columns or axes that are mixed up, or of pairs in
+/// a small area, where rotations and translations are hardly told apart.
+void warnOfSize(const DatumParameters &parameters, CalibrationWarnings &warnings)
+{
+    const struct
+    {
+        QString part;
+        double size;
+        double limit;
+        const char *unit;
+    } rows[] = {
+        {QObject::tr("translation"),
+         std::max({std::abs(parameters.x), std::abs(parameters.y), std::abs(parameters.z)}),
+         io::maxTranslation, " m"},
+        {QObject::tr("rotation"),
+         std::max({std::abs(parameters.rx), std::abs(parameters.ry), std::abs(parameters.rz)}),
+         io::maxRotation, "\""},
+        {QObject::tr("scale"), std::abs(parameters.scale), io::maxScaleDifference, " ppm"},
+    };
+    for (const auto &row : rows) {
+        if (row.size <= row.limit)
+            continue;
+        warnings += CalibrationWarning{
+            CalibrationWarningKind::LargeShift,
+            QObject::tr("the %1 of %2%3 is larger than that of any datum, and a system with it is "
+                        "refused; check the columns of the pairs, and whether they lie far enough "
+                        "apart")
+                .arg(row.part, QString::number(row.size, 'f', 1), QLatin1String(row.unit))};
+    }
+}
+
 void warn(const FitStatistics &statistics, bool isTied, CalibrationWarnings &warnings)
 {
     if (statistics.redundancy == 0) {
@@ -257,6 +292,7 @@ std::optional<DatumFit> fitDatum(const Coord &base, const QVector<DatumPair> &pa
                                  own.test,
                                  own.isSuspect};
     }
+    warnOfSize(fit.rigorous, fit.warnings);
     warn(fit.statistics, solution.judgement.isTied, fit.warnings);
     return fit;
 }

@@ -6,6 +6,7 @@
 #include <Eigen/Geometry>
 #include <Eigen/SVD>
 
+#include <algorithm>
 #include <cmath>
 
 namespace KelStd::calibration {
@@ -72,7 +73,7 @@ void solveRigorously(const Centred &points, DatumParameters &parameters)
     const Matrix3d rotation = svd.matrixU() * signs.asDiagonal() * svd.matrixV().transpose();
     const double scale = svd.singularValues().dot(signs) / squares;
     // Rx Ry Rz by its elements: the chain builds the matrix in this order.
-    parameters.ry = std::asin(rotation(0, 2)) * arcSecondsPerRadian;
+    parameters.ry = std::asin(std::clamp(rotation(0, 2), -1.0, 1.0)) * arcSecondsPerRadian;
     parameters.rx = std::atan2(-rotation(1, 2), rotation(2, 2)) * arcSecondsPerRadian;
     parameters.rz = std::atan2(-rotation(0, 1), rotation(0, 0)) * arcSecondsPerRadian;
     parameters.scale = (scale - 1.0) * partsPerMillion;

@@ -141,4 +141,10 @@ QString escaped(const QString &text)
     return shown.toHtmlEscaped();
 }
 
+QString fixed(double value, int decimals)
+{
+    const QString text = QString::number(value, 'f', decimals);
+    return text.toDouble() == 0.0 ? QString::number(0.0, 'f', decimals) : text;
+}
+
 } // namespace KelStd::calibration

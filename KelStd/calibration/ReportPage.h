@@ -37,4 +37,7 @@ private:
 /// A text as it stands in HTML.
 QString escaped(const QString &text);
 
+/// A number with so many decimals, without the sign of what rounds to nothing.
+QString fixed(double value, int decimals);
+
 } // namespace KelStd::calibration

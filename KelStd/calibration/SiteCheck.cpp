@@ -56,6 +56,7 @@ std::optional<SiteCheck> checkSite(const Coord &site, const ControlPoints &point
         return fail(std::move(found), failure);
 
     SiteCheck check;
+    check.hasSite = transform->hasSite();
     for (int i = 0; i < points.size(); ++i) {
         const ControlPoint &point = points.at(i);
         const stENU at = transform->toSite(base[static_cast<std::size_t>(i)]);

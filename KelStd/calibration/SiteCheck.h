@@ -35,6 +35,7 @@ struct SiteCheck
     QVector<PointDifference> points; ///< in the order of the list
     DifferenceSummary plan;          ///< northing and easting together
     DifferenceSummary height;        ///< of the heights
+    bool hasSite = false;            ///< whether the system has records of a site
 };
 
 /// The differences between the site coordinates of `points` in `site`, by its records, and what

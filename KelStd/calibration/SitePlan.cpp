@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace KelStd::calibration {
 
@@ -52,17 +53,25 @@ QString shortName(const QString &name)
     return name.left(kept) + QChar(0x2026);
 }
 
-/// Where the points of the site are drawn.
+bool isDrawn(const SitePoint &point)
+{
+    return point.residualNorth && point.residualEast;
+}
+
+/// Where the points of the site are drawn. Those that are not used may be anywhere, by a mistake
+/// for example, and say nothing about the sheet.
 class Sheet
 {
 public:
     explicit Sheet(const SiteFit &fit)
     {
-        double south = fit.points.first().control.n;
-        double north = south;
-        m_west = fit.points.first().control.e;
-        double east = m_west;
+        double south = std::numeric_limits<double>::infinity();
+        double north = -south;
+        double east = -south;
+        m_west = south;
         for (const SitePoint &point : fit.points) {
+            if (!isDrawn(point) && !point.residualHeight)
+                continue;
             south = std::min(south, point.control.n);
             north = std::max(north, point.control.n);
             m_west = std::min(m_west, point.control.e);
@@ -81,6 +90,13 @@ public:
     double scale() const { return m_scale; } ///< units of the drawing per metre
     double height() const { return m_height; }
 
+    bool holds(const stENU &point) const
+    {
+        const double left = x(point.e);
+        const double top = y(point.n);
+        return left >= 0.0 && left <= width && top >= 0.0 && top <= m_height;
+    }
+
 private:
     double m_west = 0.0;
     double m_north = 0.0;
@@ -88,11 +104,6 @@ private:
     double m_left = 0.0;
     double m_height = 0.0;
 };
-
-bool isDrawn(const SitePoint &point)
-{
-    return point.residualNorth && point.residualEast;
-}
 
 /// The longest of residual vectors and ellipses [m].
 double longestLength(const SiteFit &fit)
@@ -173,7 +184,7 @@ QString svg(double height, const QString &label, const QString &content)
 double vectorMagnification(const SiteFit &fit)
 {
     const double longest = longestLength(fit);
-    if (fit.points.isEmpty() || !(longest > noVector))
+    if (!(longest > noVector))
         return 1.0;
     return roundBelow(longestVector / longest / Sheet(fit).scale());
 }
@@ -185,8 +196,10 @@ QString planDrawing(const SiteFit &fit)
     const Sheet sheet(fit);
     const double unitsPerMetre = sheet.scale() * vectorMagnification(fit);
     QString content = hullOf(fit, sheet);
-    for (const SitePoint &point : fit.points)
-        content += drawn(point, sheet, unitsPerMetre, fit.points.size() <= maxLabels);
+    for (const SitePoint &point : fit.points) {
+        if (sheet.holds(point.control))
+            content += drawn(point, sheet, unitsPerMetre, fit.points.size() <= maxLabels);
+    }
     const double plan = roundBelow(150.0 / sheet.scale());
     const double top = sheet.height() + 20.0;
     content += bar(20.0, top, plan * sheet.scale(), lengthText(plan), "bar");
@@ -228,7 +241,7 @@ QString heightDrawing(const SiteFit &fit)
                 .arg(point.height.isSuspect ? QStringLiteral("suspect") : QStringLiteral("height"),
                      number(centre + std::min(length, 0.0)), number(y - 10.0),
                      number(std::max(std::abs(length), 0.5)), number(y),
-                     escaped(shortName(point.name)), QString::number(*point.residualHeight, 'f', 4),
+                     escaped(shortName(point.name)), fixed(*point.residualHeight, 4),
                      number(numberEnd));
         y += rowHeight;
     }

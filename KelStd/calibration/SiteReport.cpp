@@ -16,13 +16,6 @@ namespace {
 constexpr double partsPerMillion = 1e6;
 constexpr double arcSecondsPerDegree = 3600.0;
 
-/// Without the sign of what rounds to nothing.
-QString fixed(double value, int decimals)
-{
-    const QString text = QString::number(value, 'f', decimals);
-    return text.toDouble() == 0.0 ? QString::number(0.0, 'f', decimals) : text;
-}
-
 QString shown(const std::optional<double> &value, int decimals)
 {
     return value ? fixed(*value, decimals) : QStringLiteral("-");

@@ -8,6 +8,7 @@
 #include <KelStd/io/RecordParamNames.h>
 #include <KelStd/io/RecordReaders.h>
 #include <KelStd/io/ReviewedValue.h>
+#include <KelStd/io/ShiftLimits.h>
 #include <KelStd/io/ValueText.h>
 #include <KelStd/text/CoordStringHelper.h>
 #include <KelStd/text/EnumerationTables.h>
@@ -48,10 +49,9 @@ constexpr Range angles = {-360.0, 360.0};
 constexpr Range scales = {0.9, 1.1};
 constexpr Range zones = {1.0, 60.0};
 
-// No datum of this earth is shifted or turned further.
-constexpr Range translations = {-1e4, 1e4};           // [m]
-constexpr Range rotations = {-600.0, 600.0};          // [arc seconds]
-constexpr Range scaleDifferences = {-1000.0, 1000.0}; // [ppm]
+constexpr Range translations = {-maxTranslation, maxTranslation};             // [m]
+constexpr Range rotations = {-maxRotation, maxRotation};                      // [arc seconds]
+constexpr Range scaleDifferences = {-maxScaleDifference, maxScaleDifference}; // [ppm]
 
 /// How PROJ takes a parameter of this name.
 struct ProjParameter

@@ -183,6 +183,13 @@ QString sideMistake(const HeadedList &list, Side side)
         .arg(word);
 }
 
+/// The same of the headings as a whole.
+QString headingMistake(const HeadedList &list)
+{
+    const QString local = sideMistake(list, Local);
+    return local.isEmpty() ? sideMistake(list, Wgs84) : local;
+}
+
 QString readSide(const HeadedList &list, Side side, Pos &position)
 {
     const bool isGeographic = hasSide(list, side, true);
@@ -288,7 +295,7 @@ PairListReader::~PairListReader() = default;
 
 bool PairListReader::hasHeadings() const
 {
-    return m_list->hasHeadings();
+    return m_list->hasHeadings() && headingMistake(*m_list).isEmpty();
 }
 
 QStringList PairListReader::notRead() const
@@ -312,11 +319,9 @@ bool PairListReader::read(std::string_view line, QString &mistake)
     if (result == HeadedList::Result::Mistake)
         return false;
     if (m_list->hasHeadings() && m_pairs.isEmpty()) {
-        for (const Side side : {Local, Wgs84}) {
-            mistake = sideMistake(*m_list, side);
-            if (!mistake.isEmpty())
-                return false;
-        }
+        mistake = headingMistake(*m_list);
+        if (!mistake.isEmpty())
+            return false;
     }
     if (result == HeadedList::Result::Nothing)
         return true;

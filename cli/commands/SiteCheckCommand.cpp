@@ -60,6 +60,12 @@ ExitStatus runSiteCheck(const QStringList &arguments, Console &console)
         console.report(QStringLiteral("nothing is checked: %1").arg(shown(failure.text)));
         return ExitStatus::SomeFailed;
     }
+    if (!check->hasSite) {
+        console.report(
+            QStringLiteral("warning: %1 has no site, neither a planar transformation nor "
+                           "a height fitting: the points are held against its own plane")
+                .arg(shown(input.names().constFirst())));
+    }
     if (line.isSet(QStringLiteral("json")))
         console.write(jsonLine(*check));
     else

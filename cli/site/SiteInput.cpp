@@ -95,9 +95,10 @@ std::optional<ExitStatus> SiteInput::readPoints(ControlPoints &points, Console &
     if (const auto status = readPointFile(listFile(m_listName), reader, console))
         return status;
     if (reader.usesPlaneUnit()) {
-        console.report(QStringLiteral("note: northing and easting are read in %1, the unit of the "
-                                      "system, where their headings name none")
-                           .arg(planeUnit->symbol));
+        console.report(
+            QStringLiteral("note: northing and easting are read in %1, the unit of the "
+                           "system, all other lengths in m, where their headings name no unit")
+                .arg(planeUnit->symbol));
     }
     points = reader.points();
     return std::nullopt;

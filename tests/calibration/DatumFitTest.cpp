@@ -172,6 +172,45 @@ TEST_F(DatumFitTest, ThreeParametersAreTheMeanDifference)
     EXPECT_FALSE(fitted(pairs, DatumMethod::Three).warnings.isEmpty());
 }
 
+QStringList warningsOfSize(const DatumFit &fit)
+{
+    QStringList texts;
+    for (const auto &warning : fit.warnings) {
+        if (warning.kind == calibration::CalibrationWarningKind::LargeShift)
+            texts += warning.text;
+    }
+    return texts;
+}
+
+// X and Y of the local side mixed up by a quarter turn: 324000 arc seconds about Z, which fit
+// perfectly.
+TEST_F(DatumFitTest, WarnsOfAShiftThatNoDatumHas)
+{
+    Pairs pairs = shifted(localPositions(m_base), {100.0, -50.0, 25.5, 0.0, 0.0, 0.0, 0.0});
+    EXPECT_EQ(warningsOfSize(fitted(pairs, DatumMethod::Seven)), QStringList());
+    Pairs turned = pairs;
+    for (DatumPair &pair : turned) {
+        const stXYZ at = pair.local.getXYZ();
+        pair.local = Pos::fromXYZ(at.y, -at.x, at.z);
+    }
+    const DatumFit fit = fitted(turned, DatumMethod::Seven);
+    EXPECT_NEAR(fit.rigorous.rz, 324000.0, 1e-3);
+    EXPECT_LT(*fit.statistics.s0, 1e-6);
+    const QStringList texts = warningsOfSize(fit);
+    ASSERT_EQ(texts.size(), 1);
+    EXPECT_TRUE(texts.first().startsWith(QStringLiteral("the rotation of 324000.0\" is larger")))
+        << texts.first();
+
+    for (DatumPair &pair : pairs) {
+        const stXYZ at = pair.local.getXYZ();
+        pair.local = Pos::fromXYZ(at.x * 1.002, at.y * 1.002, at.z * 1.002);
+    }
+    const QStringList scaled = warningsOfSize(fitted(pairs, DatumMethod::Seven));
+    ASSERT_EQ(scaled.size(), 1);
+    EXPECT_TRUE(scaled.first().startsWith(QStringLiteral("the scale of 1996.0 ppm"))) // 1 - 1/1.002
+        << scaled.first();
+}
+
 TEST_F(DatumFitTest, NamesThePairOfABlunder)
 {
     Pairs pairs = shifted(localPositions(m_base), swedenRounded);
@@ -204,6 +243,9 @@ TEST_F(DatumFitTest, IsRefused)
     EXPECT_EQ(refusalOf(bad, DatumMethod::Seven), CalibrationFault::NotFinite);
     bad = good;
     bad[3].wgs84 = Pos::fromXYZ(1e300, 0.0, 0.0);
+    EXPECT_EQ(refusalOf(bad, DatumMethod::Seven), CalibrationFault::NotFinite);
+    bad = good;
+    bad[3].wgs84 = Pos::fromXYZ(0.0, 0.0, 0.0);
     EXPECT_EQ(refusalOf(bad, DatumMethod::Seven), CalibrationFault::NotFinite);
     bad = good;
     bad[3].sigma = 0.01;

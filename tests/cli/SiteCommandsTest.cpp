@@ -472,7 +472,10 @@ TEST_F(SiteCommands, ADatumIsFittedToPairsOfEitherKind)
     for (const char *key : {"wgs84_x_m", "wgs84_y_m", "wgs84_z_m"})
         EXPECT_NEAR(numberIn(row, text(key)), numberIn(m_rows.at(4), text(key)), 1e-4);
 
-    expectMentions(fitPairs("name,local_x,local_y,local_z\nA,1,2,3\n", {}).err, {"wgs84_x"});
+    const ProgramResult headless = fitPairs("name,local_x,local_y,local_z\nA,1,2,3\nB,4,5,6\n", {});
+    expectMentions(headless.err, {":1: the headings have to name wgs84_x"});
+    EXPECT_EQ(headless.errLines().size(), 1);
+    EXPECT_EQ(headless.status, 2);
     EXPECT_EQ(fitPairs(geographic.left(geographic.lastIndexOf(';')), {}).status, 1);
     EXPECT_EQ(fitPairs(cartesian, {text("--parameters"), text("six")}).status, 2);
 }

@@ -6,6 +6,8 @@
 
 #include <QtCore/QDir>
 #include <QtCore/QFile>
+#include <QtCore/QJsonDocument>
+#include <QtCore/QJsonObject>
 
 #include <csignal>
 #include <sys/resource.h>
@@ -99,6 +101,70 @@ TEST_F(SiteFiles, SystemShowCountsTheControlPoints)
     const ProgramResult none =
         m_program.run({text("system"), text("show"), test::systemPath(text("rd_new.xml"))});
     EXPECT_FALSE(none.out.contains(text("control points")));
+}
+
+TEST_F(SiteFiles, ALibraryKeepsTheControlPoints)
+{
+    const auto shown = [this](const char *name) {
+        return m_program.run({text("system"), text("show"), text(name)}).out.simplified();
+    };
+    const QString file = path("hospital.xml");
+    const QString other = path("other.xml");
+    const QStringList named = {text("--name"), text("Hospital"), text("-o")};
+    ASSERT_EQ(fit(named + QStringList(file)).status, 0);
+    ASSERT_EQ(fit(named + QStringList{other, text("--without"), text("B")}).status, 0);
+    for (const QStringList &change :
+         {QStringList{text("library"), text("add"), file},
+          {text("library"), text("add"), file, text("--as"), text("Clinic")}}) {
+        const ProgramResult result = m_program.run(change);
+        ASSERT_EQ(result.status, 0) << result.err;
+    }
+    for (const char *name : {"Hospital", "Clinic"})
+        EXPECT_THAT(shown(name), Mentions("control points 5, of which 5 are used in plan and 5"));
+    ASSERT_EQ(m_program.run({text("library"), text("replace"), text("Hospital"), other}).status, 0);
+    EXPECT_THAT(shown("Hospital"), Mentions("control points 5, of which 4 are used in plan and 4"));
+    EXPECT_EQ(m_program.run({text("library"), text("check")}).status, 0);
+    const ProgramResult exported = m_program.run(
+        {text("system"), text("export"), text("Hospital"), text("--as"), text("xml")});
+    EXPECT_EQ(exported.out.count(text("<Point ")), 5);
+}
+
+TEST_F(SiteFiles, ACheckAgainstASystemWithoutASiteIsWarnedOf)
+{
+    const QString points = m_program.file(text("points.csv"), controlPoints);
+    const auto check = [&](const QString &system) {
+        return m_program.run({text("site"), text("check"), text("--system"), system,
+                              text("--points"), points, text("--json")});
+    };
+    const ProgramResult base = check(test::systemPath(text("rd_new.xml")));
+    EXPECT_EQ(base.status, 0) << base.err;
+    EXPECT_THAT(base.err, Mentions("rd_new.xml has no site"));
+    const QString site = path("site.xml");
+    ASSERT_EQ(fit({text("-o"), site}).status, 0);
+    EXPECT_EQ(check(site).err, QString());
+}
+
+// New York Long Island in US survey feet; northings and eastings by PROJ's cct, shifted by 200,000
+// and 980,000 ft. Elevations in feet would be 3.3 times as high.
+TEST_F(SiteFiles, ThePlaneOfASystemInFeetIsSaidToBeInFeet)
+{
+    const QString list = m_program.file(
+        text("feet.csv"), "name,longitude,latitude,height,northing,easting,elevation\n"
+                          "A,-73.98,40.75,10,12522.5192,9791.4573,43\n"
+                          "B,-73.97,40.75,20,12523.3100,12562.1859,53\n"
+                          "C,-73.97,40.757,15,15073.6366,12561.3125,48\n");
+    const ProgramResult result =
+        m_program.run({text("site"), text("fit"), text("--system"), text("EPSG:2263"),
+                       text("--points"), list, text("--json")});
+    EXPECT_EQ(result.status, 0) << result.err;
+    EXPECT_THAT(result.err, Mentions("northing and easting are read in us-ft, the unit of the "
+                                     "system, all other lengths in m, where their headings"));
+    const QJsonObject fit = QJsonDocument::fromJson(result.out.toUtf8()).object();
+    const QJsonObject plan = fit.value(text("horizontal")).toObject();
+    EXPECT_NEAR(plan.value(text("scale")).toDouble(), 1.0, 1e-6);
+    EXPECT_NEAR(plan.value(text("north_shift_m")).toDouble(), -200000.0 * 1200.0 / 3937.0, 0.01);
+    EXPECT_NEAR(plan.value(text("east_shift_m")).toDouble(), -980000.0 * 1200.0 / 3937.0, 0.01);
+    EXPECT_NEAR(fit.value(text("vertical")).toObject().value(text("a")).toDouble(), 33.0, 1e-3);
 }
 
 // A file that cannot grow, as on a full disk: what was there stays, and nothing is half written.

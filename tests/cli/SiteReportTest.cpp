@@ -159,9 +159,9 @@ TEST_F(SiteReportTest, TheDrawingIsToScale)
                 -*m_fit.points.at(0).residualNorth * scale * times, 0.05);
 }
 
-// Windows are as wide as a telephone, A4 at 96 dots per inch and a desk's screen, paper as A4 within
-// its margins. A frame of that width holds the page: a headless browser's own window is never below
-// 500. A number that is broken over two lines reads as another one.
+// Windows are as wide as a telephone, A4 at 96 dots per inch and a desk's screen, paper as A4
+// within its margins. A frame of that width holds the page: a headless browser's own window is
+// never below 500. A number that is broken over two lines reads as another one.
 TEST_F(SiteReportTest, NothingOverflowsOnAnyScreenOrPaperInLightAndDark)
 {
     for (const bool isDark : {false, true}) {
@@ -181,25 +181,26 @@ TEST_F(SiteReportTest, NothingOverflowsOnAnyScreenOrPaperInLightAndDark)
             }
             const QString outer =
                 text("<!DOCTYPE html><body>") + frames
-                + text("<script>window.onload = () => {"
-                       "let out = '';"
-                       "for (const f of document.querySelectorAll('iframe')) {"
-                       "const d = f.contentDocument, w = d.documentElement;"
-                       "let worst = 0;"
-                       "for (const e of d.body.querySelectorAll('*'))"
-                       " worst = Math.max(worst, e.getBoundingClientRect().right - w.clientWidth);"
-                       "let clipped = 0;"
-                       "for (const e of d.body.querySelectorAll('td,pre,p,h1,h2,li'))"
-                       " clipped = Math.max(clipped, e.scrollWidth - e.clientWidth);"
-                       "let broken = '';"
-                       "for (const e of d.body.querySelectorAll('td')) {"
-                       " if (!/^[-+]?[0-9]+[.][0-9]+$/.test(e.textContent)) continue;"
-                       " const r = d.createRange(); r.selectNodeContents(e);"
-                       " if (r.getClientRects().length != 1) broken += e.textContent + ','; }"
-                       "const s = d.defaultView.getComputedStyle(d.body);"
-                       "out += `[${f.width} ${w.clientWidth} ${w.scrollWidth} ${worst <= 0.5} "
-                       "${clipped <= 1} ${broken || 'whole'} ${s.color} on ${s.backgroundColor}]`; }"
-                       "document.body.textContent = out; };</script></body>");
+                + text(
+                    "<script>window.onload = () => {"
+                    "let out = '';"
+                    "for (const f of document.querySelectorAll('iframe')) {"
+                    "const d = f.contentDocument, w = d.documentElement;"
+                    "let worst = 0;"
+                    "for (const e of d.body.querySelectorAll('*'))"
+                    " worst = Math.max(worst, e.getBoundingClientRect().right - w.clientWidth);"
+                    "let clipped = 0;"
+                    "for (const e of d.body.querySelectorAll('td,pre,p,h1,h2,li'))"
+                    " clipped = Math.max(clipped, e.scrollWidth - e.clientWidth);"
+                    "let broken = '';"
+                    "for (const e of d.body.querySelectorAll('td')) {"
+                    " if (!/^[-+]?[0-9]+[.][0-9]+$/.test(e.textContent)) continue;"
+                    " const r = d.createRange(); r.selectNodeContents(e);"
+                    " if (r.getClientRects().length != 1) broken += e.textContent + ','; }"
+                    "const s = d.defaultView.getComputedStyle(d.body);"
+                    "out += `[${f.width} ${w.clientWidth} ${w.scrollWidth} ${worst <= 0.5} "
+                    "${clipped <= 1} ${broken || 'whole'} ${s.color} on ${s.backgroundColor}]`; }"
+                    "document.body.textContent = out; };</script></body>");
             const QString measured = dumped(outer.toUtf8(), {text("--window-size=1400,1000"),
                                                              text("--virtual-time-budget=5000")});
             for (const int width : {360, 680, 794, 1280}) {
@@ -231,6 +232,51 @@ TEST_F(SiteReportTest, NothingOverflowsOnAnyScreenOrPaperInLightAndDark)
             }
         }
     }
+}
+
+// One with coordinates that were typed wrong would make all others one spot.
+TEST_F(SiteReportTest, APointThatIsNotUsedDoesNotScaleTheDrawing)
+{
+    const auto drawing = [this] {
+        const QString shown = QString::fromUtf8(page());
+        return shown.mid(shown.indexOf(text("<svg")),
+                         shown.indexOf(text("</svg>")) - shown.indexOf(text("<svg")));
+    };
+    const QString before = drawing();
+    calibration::SitePoint far;
+    far.name = text("far");
+    far.control = {1e6, 0.0, 0.0};
+    m_fit.points += far;
+    m_fit.control += ControlPoint();
+    m_fit.control.last().setUse(text("-"));
+    EXPECT_EQ(drawing(), before);
+    m_fit.points.last().control = m_fit.points.first().control;
+    EXPECT_TRUE(drawing().contains(text("class=\"unused\"")));
+}
+
+// Rounding leaves "-0.0000" of a residual that is nothing.
+TEST_F(SiteReportTest, NothingHasNoSign)
+{
+    for (auto &point : m_fit.points) {
+        for (auto *value : {&point.residualNorth, &point.residualEast, &point.residualHeight,
+                            &point.leftOutNorth, &point.leftOutEast, &point.leftOutHeight})
+            *value = -1e-7;
+    }
+    m_fit.plan.statistics.rms = 0.0;
+    const QByteArray bytes = page();
+    EXPECT_TRUE(bytes.contains(">0.0000<"));
+    EXPECT_FALSE(QRegularExpression(text(">-0[.]0+<")).match(QString::fromUtf8(bytes)).hasMatch());
+}
+
+// A name is cut between letters, not in the middle of one that takes two units of UTF-16.
+TEST_F(SiteReportTest, LongNamesAreCutBetweenLetters)
+{
+    const QString letter = QString::fromUtf8("\xF0\x9F\x98\x80");
+    m_fit.points[2].name = letter.repeated(9);
+    const QString shown = QString::fromUtf8(page());
+    EXPECT_TRUE(shown.contains(letter.repeated(6) + QChar(0x2026) + text("</text>")));
+    EXPECT_FALSE(shown.contains(QChar::ReplacementCharacter));
+    EXPECT_FALSE(shown.contains(text("?") + QChar(0x2026)));
 }
 
 TEST_F(SiteReportTest, SaysWhatAPoorSiteLacks)
