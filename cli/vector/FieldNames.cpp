@@ -94,18 +94,14 @@ bool isOwnColumn(const QString &name)
         return name == column
                || (name.startsWith(column) && unitEndings().contains(name.mid(column.size())));
     };
-    const auto &atSite = positions::siteColumns();
-    const bool isAtSite =
-        std::any_of(atSite.begin(), atSite.end(), [&](const positions::Column &column) {
-            return isCalled(QString::fromLatin1(column.csvName));
-        });
-    if (isAtSite)
-        return true;
+    const auto isOf = [&isCalled](const positions::Column &column) {
+        return isCalled(QString::fromLatin1(column.csvName));
+    };
     const auto &columns = positions::columns();
+    const auto &atSite = positions::siteColumns();
     return name == QLatin1String(positions::heightReferenceName)
-           || std::any_of(columns.begin(), columns.end(), [&](const positions::Column &column) {
-                  return isCalled(QString::fromLatin1(column.csvName));
-              });
+           || std::any_of(columns.begin(), columns.end(), isOf)
+           || std::any_of(atSite.begin(), atSite.end(), isOf);
 }
 
 bool isShortOfOwn(const QString &name)
