@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Installs what is missing of the Debian packages that the project needs. With the argument
-# "benchmark" or "fuzz", those of the benchmarks or of the fuzz targets, too.
+# "benchmark", "fuzz" or "qt6", those of the benchmarks, of the fuzz targets or of Qt 6, too.
 set -euo pipefail
 
 packages=(
@@ -14,11 +14,14 @@ packages=(
     proj-bin gdal-bin zip tzdata     # the tests' independent peers
     gpsd-clients gpsbabel            # the same, for what receivers say
     chromium                         # the tests look at reports with it
+    make pkgconf                     # a build by pkg-config, which the tests run
+    abigail-tools git                # compares what the libraries offer with a release
     qttools5-dev-tools               # lupdate, which the tests extract texts with
 )
 case "${1:-}" in
 benchmark) packages+=(libbenchmark-dev python3-pyproj python3-numpy) ;;
 fuzz) packages+=(clang libclang-rt-dev) ;;
+qt6) packages+=(qt6-base-dev qt6-l10n-tools) ;;
 esac
 
 missing=()

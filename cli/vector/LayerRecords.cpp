@@ -4,9 +4,9 @@
 #include <cli/vector/FieldNames.h>
 
 #include <KelStd/positions/CsvWriter.h>
+#include <KelStd/text/TextDecoder.h>
 
 #include <QtCore/QLocale>
-#include <QtCore/QTextCodec>
 
 #include <algorithm>
 #include <cmath>
@@ -20,14 +20,6 @@ using positions::Frame;
 std::string_view viewOf(const QByteArray &bytes)
 {
     return {bytes.constData(), static_cast<std::size_t>(bytes.size())};
-}
-
-bool isUtf8(const std::string &text)
-{
-    QTextCodec::ConverterState state;
-    QTextCodec::codecForName("UTF-8")->toUnicode(text.data(), static_cast<int>(text.size()),
-                                                 &state);
-    return state.invalidChars == 0 && state.remainingChars == 0;
 }
 
 QByteArray shortest(double value)
@@ -140,9 +132,9 @@ void LayerRecords::take(const Feature &feature, SourceRecord &record)
         QByteArray text;
         if (const auto *const words = std::get_if<std::string>(&value)) {
             text = QByteArray(words->data(), static_cast<int>(words->size()));
-            if (!isUtf8(*words)) {
+            if (!isUtf8(text.constData(), text.size())) {
                 ++m_otherBytes;
-                text = QTextCodec::codecForName("Windows-1252")->toUnicode(text).toUtf8();
+                text = TextDecoder("windows-1252").decode(text).toUtf8();
             }
         } else if (const auto *const number = std::get_if<double>(&value)) {
             text = textOf(*number);
