@@ -120,6 +120,7 @@
 #include <KelStd/text/AngleSigns.h>
 #include <KelStd/text/CoordStringHelper.h>
 #include <KelStd/text/NearNames.h>
+#include <KelStd/text/TextDecoder.h>
 #include <KelStd/text/TextDirection.h>
 #include <KelStd/text/TypedAngle.h>
 #include <KelStd/text/TypedNumber.h>

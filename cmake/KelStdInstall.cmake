@@ -15,14 +15,31 @@ foreach(header IN LISTS public_headers)
         COMPONENT development)
 endforeach()
 
+# Where the program directory is installed.
+set(KELSTD_PROGRAM_DIRECTORY "${CMAKE_INSTALL_BINDIR}")
 set(package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/KelStd")
+set(KELSTD_STATIC_PACKAGE "")
+if(KELSTD_IS_STATIC)
+    string(CONCAT KELSTD_STATIC_PACKAGE
+        "include(\"\${CMAKE_CURRENT_LIST_DIR}/KelStdProgramDirectory.cmake\")\n"
+        "kelstd_tell_program_directory(KelStd::PlatformDefault \"\${KelStd_PROGRAM_DIRECTORY}\")")
+    install(FILES cmake/KelStdProgramDirectory.cmake DESTINATION "${package_dir}"
+        COMPONENT development)
+endif()
 install(EXPORT KelStdTargets NAMESPACE KelStd:: DESTINATION "${package_dir}"
     COMPONENT development)
 configure_package_config_file(cmake/KelStdConfig.cmake.in
-    "${PROJECT_BINARY_DIR}/KelStdConfig.cmake" INSTALL_DESTINATION "${package_dir}")
+    "${PROJECT_BINARY_DIR}/KelStdConfig.cmake" INSTALL_DESTINATION "${package_dir}"
+    PATH_VARS KELSTD_PROGRAM_DIRECTORY)
 write_basic_package_version_file("${PROJECT_BINARY_DIR}/KelStdConfigVersion.cmake"
     COMPATIBILITY SameMinorVersion)
 install(FILES
     "${PROJECT_BINARY_DIR}/KelStdConfig.cmake"
     "${PROJECT_BINARY_DIR}/KelStdConfigVersion.cmake"
     DESTINATION "${package_dir}" COMPONENT development)
+
+include(KelStdPkgConfig)
+install(FILES README.md CHANGELOG.md LICENSE
+    DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT development)
+install(DIRECTORY docs/ DESTINATION "${CMAKE_INSTALL_DOCDIR}/docs" COMPONENT development
+    FILES_MATCHING PATTERN "*.md")

@@ -38,6 +38,8 @@ add_custom_command(
     DEPENDS "${KELSTD_EGM96_GRID}"
     VERBATIM)
 add_custom_target(KelStdProgramDirectory ALL DEPENDS "${archive_file}" "${geoid_file}")
+# Whoever builds a target of his own that links the library gets what it unpacks, too.
+add_dependencies(KelStd KelStdProgramDirectory)
 
 install(FILES "${archive_file}" DESTINATION "${KELSTD_INSTALL_PROGRAM_DIR}/proj"
     COMPONENT library)

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Installs what is missing of the Debian packages that the project needs. With the argument
-# "benchmark", "fuzz" or "package", those of the benchmarks, of the fuzz targets or of the packages, too.
+# "benchmark", "fuzz", "package", "try-packages" or "qt6", what that needs besides.
 set -euo pipefail
 
 packages=(
@@ -15,6 +15,8 @@ packages=(
     gpsd-clients gpsbabel            # the same, for what receivers say
     chromium                         # the tests look at reports with it
     doxygen doxygen-awesome-css      # the documentation site and its theme
+    make pkgconf                     # a build by pkg-config, which the tests run
+    abigail-tools git                # compares what the libraries offer with a release
     qttools5-dev-tools               # lupdate, which the tests extract texts with
     zsh fish                         # the tests complete command lines in them
     shared-mime-info libfile-mimeinfo-perl libglib2.0-bin  # and ask what type a file has
@@ -32,6 +34,7 @@ benchmark) packages+=(libbenchmark-dev python3-pyproj python3-numpy) ;;
 fuzz) packages+=(clang libclang-rt-dev) ;;
 package) packages+=(dpkg-dev file lintian) ;;
 try-packages) packages+=(mmdebstrap) ;;
+qt6) packages+=(qt6-base-dev qt6-l10n-tools) ;;
 esac
 
 missing=()

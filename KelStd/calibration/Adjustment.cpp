@@ -36,7 +36,8 @@ void summarise(const LinearModel &model, const Adjustment &adjustment, const QSt
         statistics.s0 = std::sqrt(adjustment.sumOfSquares / adjustment.redundancy);
     if (names.isEmpty())
         return;
-    statistics.rms = std::sqrt(adjustment.residuals.squaredNorm() / names.size());
+    statistics.rms =
+        std::sqrt(adjustment.residuals.squaredNorm() / static_cast<double>(names.size()));
     for (int i = 0; i < names.size(); ++i) {
         const double length = adjustment.residuals.segment(i * rows, rows).norm();
         if (!statistics.max || length > *statistics.max) {

@@ -25,7 +25,7 @@ double distance(const SitePlanePoint &a, const SitePlanePoint &b)
 /// Appends the corners of one half of the hull (A. M. Andrew's monotone chain, 1979).
 void appendHalf(const QVector<SitePlanePoint> &points, QVector<SitePlanePoint> &corners)
 {
-    const int start = corners.size();
+    const auto start = corners.size();
     for (const SitePlanePoint &point : points) {
         // A corner that is hardly off the line of its neighbours is none.
         while (corners.size() >= start + 2) {

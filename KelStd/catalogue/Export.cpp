@@ -79,7 +79,8 @@ ProjObject fromJson(const ProjSession &session, const QJsonObject &json)
 
 QByteArray authorityOf(const QString &code)
 {
-    return code.left(std::max(0, code.indexOf(QLatin1Char(':')))).toUtf8();
+    const auto colon = code.indexOf(QLatin1Char(':'));
+    return colon < 0 ? QByteArray() : code.left(colon).toUtf8();
 }
 
 QByteArray numberOf(const QString &code)

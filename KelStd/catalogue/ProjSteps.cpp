@@ -65,7 +65,7 @@ std::vector<ProjStep> stepsOf(const QByteArray &text)
     for (QByteArray word : wordsOf(text)) {
         if (word.startsWith('+'))
             word.remove(0, 1);
-        const int sign = word.indexOf('=');
+        const auto sign = word.indexOf('=');
         const QByteArray key = sign < 0 ? word : word.left(sign);
         const QByteArray value = sign < 0 ? QByteArray() : word.mid(sign + 1);
         if (key == "step")

@@ -50,7 +50,7 @@ QString frameInHeaders(const ProjSession &session, const QStringList &grids)
     QStringList frames;
     for (const QString &grid : grids) {
         const QString frame = examined(grid).toSystem;
-        const int colon = frame.indexOf(QLatin1Char(':'));
+        const auto colon = frame.indexOf(QLatin1Char(':'));
         const proj::ProjObject known =
             colon < 0
                 ? nullptr
@@ -129,7 +129,7 @@ bool isOfEllipsoid(const ImportWork &work, const QString &operation, const Ellip
 {
     const ProjSession &session = work.session;
     const QByteArray code = operation.toUtf8();
-    const int colon = code.indexOf(':');
+    const auto colon = code.indexOf(':');
     if (colon <= 0)
         return true;
     const proj::ProjObject object(session.functions().proj_create_from_database(

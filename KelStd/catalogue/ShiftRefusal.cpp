@@ -15,7 +15,7 @@ QString gridsOf(const std::vector<ShiftCandidate> &candidates)
         names += candidate.row.missingGrids;
     names.removeDuplicates();
     constexpr int most = 6;
-    const int more = names.size() - most;
+    const auto more = names.size() - most;
     QString text = QStringList(names.mid(0, most)).join(QLatin1String(", "));
     if (more > 0)
         text += QStringLiteral(" and %1 more").arg(more);

@@ -3,10 +3,10 @@
 #include <KelStd/catalogue/Catalogue.h>
 #include <KelStd/catalogue/ProjSteps.h>
 #include <KelStd/io/ProjNames.h>
+#include <KelStd/text/TextDecoder.h>
 
 #include <QtCore/QRegularExpression>
 #include <QtCore/QSet>
-#include <QtCore/QTextCodec>
 
 #include <algorithm>
 
@@ -26,15 +26,15 @@ QString notText()
 std::optional<QByteArray> decoded(const QByteArray &source)
 {
     const bool isUtf16 = source.startsWith("\xff\xfe") || source.startsWith("\xfe\xff");
-    QTextCodec *const codec = QTextCodec::codecForName(isUtf16 ? "UTF-16" : "UTF-8");
-    QTextCodec::ConverterState state(isUtf16 ? QTextCodec::DefaultConversion
-                                             : QTextCodec::IgnoreHeader);
-    QString text = codec->toUnicode(source.constData(), source.size(), &state);
-    if (!isUtf16 && (state.invalidChars > 0 || state.remainingChars > 0)) {
+    TextDecoder decoder(isUtf16 ? "UTF-16" : "UTF-8",
+                        isUtf16 ? TextDecoder::Mark::Dropped : TextDecoder::Mark::Kept);
+    QString text = decoder.decode(source);
+    const bool isDamaged = decoder.hasFoundDamage() || decoder.isInsideCharacter();
+    if (isDamaged && isUtf16)
+        return std::nullopt;
+    if (isDamaged) {
         // .prj files of older programs have names in an 8-bit code; what matters is ASCII.
         text = QString::fromLatin1(source);
-    } else if (state.invalidChars > 0 || state.remainingChars > 0) {
-        return std::nullopt;
     }
     if (text.startsWith(QChar(0xfeff)))
         text.remove(0, 1);

@@ -96,7 +96,7 @@ std::vector<Condition> conditionsOf(const QString &words)
 
 bool isMet(const Condition &condition, const QStringList &words)
 {
-    const int count = condition.size();
+    const auto count = condition.size();
     for (int start = 0; start + count <= words.size(); ++start) {
         bool isHere = true;
         for (int index = 0; index < count && isHere; ++index) {

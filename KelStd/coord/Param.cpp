@@ -3,6 +3,7 @@
 #include <KelStd/coord/MapEquality.h>
 #include <KelStd/stream/BlockVersion.h>
 #include <KelStd/stream/VariantReader.h>
+#include <KelStd/stream/VariantWriter.h>
 
 namespace KelStd {
 
@@ -45,8 +46,11 @@ bool Param::operator!=(const Param &other) const
 
 void Param::save(QDataStream &stream) const
 {
-    stream << streamVersion << valType << unit << value << isDictionary << dictionarySelKey
-           << dictionaryValues << dictionaryBindParamName;
+    stream << streamVersion << valType << unit;
+    writeVariant(stream, value);
+    stream << isDictionary << dictionarySelKey;
+    writeVariants(stream, dictionaryValues);
+    stream << dictionaryBindParamName;
 }
 
 bool Param::load(QDataStream &stream)

@@ -2,6 +2,7 @@
 
 #include <KelStd/coord/MapEquality.h>
 #include <KelStd/stream/BlockVersion.h>
+#include <KelStd/stream/VariantWriter.h>
 
 #include <algorithm>
 
@@ -134,7 +135,8 @@ void Projection::save(QDataStream &stream) const
 {
     stream << streamVersion << projection_name << proj4Projection;
     saveEntries(param, stream);
-    stream << paramProj4 << locationType;
+    writeTexts(stream, paramProj4);
+    stream << locationType;
 }
 
 bool Projection::load(QDataStream &stream)

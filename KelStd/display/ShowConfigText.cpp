@@ -43,7 +43,7 @@ void appendPadded(QString &out, double value, int width, int decimals)
         out += QLatin1Char('-');
         --width;
     }
-    for (int missing = width - digits.size(); missing > 0; --missing)
+    for (auto missing = width - digits.size(); missing > 0; --missing)
         out += QLatin1Char('0');
     out += digits;
 }

@@ -46,7 +46,7 @@ DocumentFailure reviewList(const QString &fileName, const QString &recordName, R
                            void (*reviewUse)(const QDomElement &, const Record &, ReviewFindings &),
                            QList<Record> &records, QList<DocumentFinding> &findings)
 {
-    const int before = records.size();
+    const auto before = records.size();
     return review(
         fileName, Source::RegularFile, findings,
         [&](const QDomElement &root) {
@@ -58,7 +58,7 @@ DocumentFailure reviewList(const QString &fileName, const QString &recordName, R
             reviewListForm(root, recordName, found);
         },
         [&](const QDomElement &root, ReviewFindings &found) {
-            int at = before;
+            auto at = before;
             readEach(root, recordName, [&](const QDomElement &element) {
                 reviewUse(element, records.at(at++), found);
                 return true;

@@ -219,6 +219,10 @@ private:
                 m_attributes.push_back(nameBefore(m_at));
             }
         });
+        if (static_cast<int>(m_attributes.size()) > maxAttributes) {
+            refuse(DocumentFault::TooMuchMarkup,
+                   QStringLiteral("a tag of it has more attributes than %1").arg(maxAttributes));
+        }
         refuseOneTwice(m_attributes);
         judgeReferences(before);
         return m_at - before > 2 && m_at[-2] == QLatin1Char('/');

@@ -86,7 +86,7 @@ bool isTooLongForASuffix(const QString &fileName)
 {
     constexpr int longestName = 255; // NAME_MAX
     constexpr int suffix = 7;        // ".XXXXXX"
-    const int length = QFile::encodeName(QFileInfo(fileName).fileName()).size();
+    const auto length = QFile::encodeName(QFileInfo(fileName).fileName()).size();
     return length > longestName - suffix && length <= longestName;
 }
 

@@ -155,7 +155,7 @@ bool isOneProjName(const QString &text)
 NameWithGrids splitEllipsoidName(const QString &text)
 {
     const QString key = QStringLiteral(" +nadgrids=");
-    const int at = text.indexOf(key);
+    const auto at = text.indexOf(key);
     if (at < 0)
         return {text, {}};
     return {text.left(at).trimmed(), text.mid(at + key.size())};

@@ -1,11 +1,13 @@
 #include <KelStd/io/XmlDocument.h>
 
 #include <KelStd/io/DocumentLimits.h>
+#include <KelStd/text/TextDecoder.h>
 
 #include <QtCore/QObject>
 #include <QtCore/QRegularExpression>
-#include <QtCore/QTextCodec>
 #include <QtCore/QTextStream>
+
+#include <utility>
 
 namespace KelStd::io {
 
@@ -14,32 +16,36 @@ namespace {
 constexpr const char *encoding = "UTF-8";
 constexpr int indentation = 4;
 
-/// The codec that an XML declaration names, by its bytes.
-QTextCodec *declaredCodec(const QByteArray &bytes)
+/// The encoding that an XML declaration names, by its bytes; empty where it names none.
+QByteArray declaredEncoding(const QByteArray &bytes)
 {
     constexpr int longestDeclaration = 256;
     static const QRegularExpression pattern(
         QStringLiteral("\\A\\s*<\\?xml\\s[^>]*?encoding\\s*=\\s*[\"']([A-Za-z0-9._-]+)[\"']"));
     const QRegularExpressionMatch match =
         pattern.match(QString::fromLatin1(bytes.left(longestDeclaration)));
-    return match.hasMatch() ? QTextCodec::codecForName(match.captured(1).toLatin1()) : nullptr;
+    return match.captured(1).toLatin1();
 }
 
 /// A byte order mark decides, then the declaration, then UTF-8.
-QTextCodec *codecOf(const QByteArray &bytes)
+TextDecoder decoderOf(const QByteArray &bytes)
 {
-    QTextCodec *const codec = QTextCodec::codecForUtfText(bytes, declaredCodec(bytes));
-    return codec != nullptr ? codec : QTextCodec::codecForName(encoding);
+    const QByteArray mark = encodingOfMark(bytes);
+    TextDecoder decoder(mark.isEmpty() ? declaredEncoding(bytes) : mark);
+    return decoder.isKnown() ? std::move(decoder) : TextDecoder(encoding);
 }
 
-/// A text may well have U+FFFD itself.
-Damage damageOf(const QByteArray &bytes, const QString &text)
+/// The bytes as text, in which what is no text is U+FFFD. A text may well have U+FFFD itself.
+QString decoded(const QByteArray &bytes, Damage *damage)
 {
-    if (!text.contains(QChar(QChar::ReplacementCharacter)))
-        return Damage::None;
-    QTextCodec::ConverterState state;
-    codecOf(bytes)->toUnicode(bytes.constData(), bytes.size(), &state);
-    return state.invalidChars > 0 || state.remainingChars > 0 ? Damage::Some : Damage::None;
+    TextDecoder decoder = decoderOf(bytes);
+    QString text = decoder.decode(bytes);
+    if (decoder.isInsideCharacter())
+        text += QChar(QChar::ReplacementCharacter);
+    if (damage != nullptr)
+        *damage =
+            decoder.hasFoundDamage() || decoder.isInsideCharacter() ? Damage::Some : Damage::None;
+    return text;
 }
 
 /// Reads to the end. False for more than a document may have, of which the rest stays unread.
@@ -80,9 +86,7 @@ DocumentFailure readText(const QString &fileName, Source source, QString &text, 
         return tooLarge();
     if (bytes.isEmpty())
         return {DocumentFault::Empty, QStringLiteral("the file is empty"), 0};
-    text = codecOf(bytes)->toUnicode(bytes);
-    if (damage != nullptr)
-        *damage = damageOf(bytes, text);
+    text = decoded(bytes, damage);
     return {};
 }
 
@@ -105,7 +109,9 @@ QString textOf(const QDomDocument &document)
 {
     QString text;
     QTextStream stream(&text);
-    stream.setCodec(encoding); // which the processing instruction names
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
+    stream.setCodec(encoding); // which the processing instruction names, and Qt 6 takes by itself
+#endif
     document.save(stream, indentation, QDomNode::EncodingFromTextStream);
     return text;
 }

@@ -22,7 +22,7 @@ int recordsIn(const QString &fileName, RecordKind kind)
 {
     io::DocumentFailure failure;
     const auto records = readRecords(fileName, kind, failure);
-    return records ? records->size() : 0;
+    return records ? static_cast<int>(records->size()) : 0;
 }
 
 std::optional<QByteArray> bytesOf(const QString &fileName)

@@ -54,7 +54,7 @@ bool goesUp(const QString &name)
     for (int i = 0; i < name.size(); ++i) {
         if (!isSeparator(name.at(i)))
             continue;
-        if (name.midRef(begin, i - begin).trimmed() == QLatin1String(".."))
+        if (name.mid(begin, i - begin).trimmed() == QLatin1String(".."))
             return true;
         begin = i + 1;
     }
@@ -146,7 +146,7 @@ QString nameFault(const QString &name)
                 .arg(name, QObject::tr(row.meaning));
         }
     }
-    const int bytes = QFile::encodeName(safeFileName(name)).size();
+    const auto bytes = QFile::encodeName(safeFileName(name)).size();
     if (bytes > longestFileName) {
         return QObject::tr("the name is too long: its file's name would have %1 bytes, and file "
                            "systems take %2")

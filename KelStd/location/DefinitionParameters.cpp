@@ -12,7 +12,7 @@ Parameters parametersOf(const QString &definition)
     Parameters parameters;
     for (const QString &word : definition.simplified().split(QLatin1Char(' '))) {
         const int start = word.startsWith(QLatin1Char('+')) ? 1 : 0;
-        const int equals = word.indexOf(QLatin1Char('='));
+        const auto equals = word.indexOf(QLatin1Char('='));
         if (equals < 0)
             parameters += {word.mid(start), {}};
         else

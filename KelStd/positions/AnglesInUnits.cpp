@@ -24,7 +24,7 @@ int takeLetter(QString &text, AngleSense sense)
     const bool isBehind = letters.contains(text.back().toUpper());
     if (!isBehind && !letters.contains(text.front().toUpper()))
         return 0;
-    const int sign = signOf(isBehind ? text.back() : text.front());
+    const int sign = static_cast<int>(signOf(isBehind ? text.back() : text.front()));
     text = (isBehind ? text.left(text.size() - 1) : text.mid(1)).trimmed();
     return sign;
 }

@@ -13,7 +13,7 @@ std::optional<ColumnChoice> ColumnChoice::from(const QString &list, QString &mis
     ColumnChoice choice;
     for (const QString &column : list.split(QLatin1Char(',')))
         choice.m_columns += column.trimmed();
-    const int count = choice.m_columns.size();
+    const auto count = choice.m_columns.size();
     if (count < componentsPerFrame - 1 || count > componentsPerFrame + 1) {
         mistake = QStringLiteral("%1 '%2' has %3 columns; there are three, or four with that "
                                  "of the point name first, or two without a height")

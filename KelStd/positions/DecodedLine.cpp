@@ -1,7 +1,8 @@
 #include <KelStd/positions/DecodedLine.h>
 
+#include <KelStd/text/TextDecoder.h>
+
 #include <QtCore/QRegularExpression>
-#include <QtCore/QTextCodec>
 
 #include <algorithm>
 
@@ -39,11 +40,10 @@ bool isControl(QChar c)
 
 DecodedLine decoded(const QByteArray &bytes)
 {
-    QTextCodec::ConverterState state;
+    TextDecoder decoder("UTF-8");
     DecodedLine line;
-    line.text =
-        QTextCodec::codecForName("UTF-8")->toUnicode(bytes.constData(), bytes.size(), &state);
-    line.isUtf8 = state.invalidChars == 0 && state.remainingChars == 0;
+    line.text = decoder.decode(bytes);
+    line.isUtf8 = !decoder.hasFoundDamage() && !decoder.isInsideCharacter();
     if (!line.isUtf8)
         line.text = fromWindows1252(bytes);
     if (std::any_of(line.text.cbegin(), line.text.cend(), isControl)) {

@@ -58,10 +58,10 @@ HeadedList::Result HeadedList::take(std::string_view bytes, QString &mistake)
                                  "headings");
         return Result::Mistake;
     }
-    const int fields = m_line.split.fields.size() - (endsEmpty(m_line.split) ? 1 : 0);
+    const auto fields = m_line.split.fields.size() - (endsEmpty(m_line.split) ? 1 : 0);
     if (fields != m_count && m_line.split.fields.size() != m_count) {
         mistake = QStringLiteral("the line has %1, and there are %2 headings%3")
-                      .arg(fieldCount(m_line.split.fields.size()))
+                      .arg(fieldCount(static_cast<int>(m_line.split.fields.size())))
                       .arg(m_count)
                       .arg(hintOnPieces(m_line.split));
         return Result::Mistake;
@@ -116,7 +116,7 @@ QString HeadedList::lacking(const QStringList &missing) const
 
 QString HeadedList::readHeadings(const QStringList &headings)
 {
-    m_count = headings.size();
+    m_count = static_cast<int>(headings.size());
     m_fields.assign(m_columns.size(), -1);
     m_measures.assign(m_columns.size(), 0.0);
     m_headings = headings;
@@ -201,14 +201,14 @@ QString HeadedList::readPosition(const InputForm &given,
             } else {
                 line.fields += QStringLiteral("0");
                 line.isQuoted += false;
-                order.components[i] = line.fields.size() - 1;
+                order.components[i] = static_cast<int>(line.fields.size()) - 1;
             }
         }
     }
     const QString doubt = unitsInDoubt(form, order, m_headings);
     if (!doubt.isEmpty())
         return doubt;
-    order.fields = line.fields.size();
+    order.fields = static_cast<int>(line.fields.size());
     for (const QString &remark : m_remarks) {
         const QString mistake = saidUnitMistake(remark, order, form);
         if (!mistake.isEmpty())

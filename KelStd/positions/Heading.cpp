@@ -36,9 +36,9 @@ const NamedUnit *takeUnit(QString &words)
 {
     constexpr int maxWords = 3; // "us survey feet"
     QVector<int> starts;
-    for (int i = words.size() - 1; i > 0 && starts.size() < maxWords; --i) {
+    for (auto i = words.size() - 1; i > 0 && starts.size() < maxWords; --i) {
         if (words.at(i) == underscore)
-            starts.prepend(i);
+            starts.prepend(static_cast<int>(i));
     }
     for (const int position : starts) {
         const NamedUnit *unit = unitNamed(words.mid(position + 1));

@@ -52,13 +52,13 @@ bool hasOnlyDecimalCommas(const QString &line, const QVector<int> &separators)
 QChar separatorOf(const QString &line)
 {
     const QString candidates = QStringLiteral(";,\t");
-    int best = candidates.size();
+    auto best = candidates.size();
     bool quoted = false;
     bool atFieldStart = true;
     QVector<int> positions;
     for (int i = 0; i < line.size(); ++i) {
         const QChar c = line.at(i);
-        const int rank = candidates.indexOf(c);
+        const auto rank = candidates.indexOf(c);
         if (c == quote && (quoted || atFieldStart)) {
             quoted = !quoted;
         } else if (!quoted && rank >= 0) {

@@ -71,7 +71,7 @@ int LocationPrinter::width(const Column &column) const
     if (!isInPlaneUnit(column))
         return width;
     const int moreDigits = static_cast<int>(std::ceil(-std::log10(m_planeUnit->metres)));
-    return std::max(width + std::max(moreDigits, 0), unit(column).size());
+    return std::max(width + std::max(moreDigits, 0), static_cast<int>(unit(column).size()));
 }
 
 } // namespace KelStd::positions

@@ -143,7 +143,8 @@ PositionParser::Result PositionParser::Reading::takeOpeningWords(const TextLine 
         const QStringList headings = headingFields(line.split);
         FieldOrder order;
         LineMistake mistake;
-        if (orderPicked(*m_choice, headings, headings.size(), m_form, order, reason)) {
+        if (orderPicked(*m_choice, headings, static_cast<int>(headings.size()), m_form, order,
+                        reason)) {
             m_search.keepHeadings({order, m_lineNumber, copyOf(line.bytes), false}, mistake);
             return Result::Nothing;
         }

@@ -61,8 +61,8 @@ HeadingsFound OrderSearch::headingsIn(const SplitLine &line, bool isRemark) cons
     const bool isMeant = isComplete || isIncomplete || isRemarkOfHeadings || picked > 1;
     if (!m_choice->hasHeadings() && !isMeant)
         return found;
-    const bool isApplied =
-        orderPicked(*m_choice, fields, fields.size(), m_form, found.order, found.mistake);
+    const bool isApplied = orderPicked(*m_choice, fields, static_cast<int>(fields.size()), m_form,
+                                       found.order, found.mistake);
     if (isApplied && (isMeant || picked > 0))
         found.kind = Kind::Order;
     else if (isMeant && (!isRemark || !m_choice->hasHeadings() || picked > 1))
@@ -111,7 +111,7 @@ bool OrderSearch::contradictsAsHeadings(const QString &remark, const SplitLine &
 
 void OrderSearch::keepRemark(const QString &remark, const SplitLine &line, qint64 lineNumber)
 {
-    const int fields = headingFields(line).size();
+    const auto fields = headingFields(line).size();
     const bool hasName = fields > componentsPerFrame;
     const FieldOrder usual = plainOrder(componentsPerFrame + (hasName ? 1 : 0));
     const bool isForeign = areHeadingsOfAnyLanguage(line) && !isSentence(line)
@@ -165,7 +165,7 @@ bool OrderSearch::keepOther(const LineMistake &line, bool holdsData)
 void OrderSearch::keepFailed(const SplitLine &line, qint64 lineNumber)
 {
     if (line.fields.size() > m_failedFields) {
-        m_failedFields = line.fields.size();
+        m_failedFields = static_cast<int>(line.fields.size());
         m_failure = lineNumber;
     }
     if (line.fields.size() > componentsPerFrame && isNumber(line.fields.first())
@@ -195,7 +195,7 @@ bool isQuotedName(const SplitLine &line)
 std::optional<FieldOrder> orderWithoutHeight(const SplitLine &line, const InputForm &form)
 {
     constexpr int components = componentsPerFrame - 1;
-    const int count = line.fields.size();
+    const int count = static_cast<int>(line.fields.size());
     if (!form.mayLackHeight() || endsEmpty(line) || count < components || count > components + 1)
         return std::nullopt;
     // Where a height may follow, a name is what can be no component.
@@ -211,7 +211,7 @@ std::optional<FieldOrder> orderWithoutHeight(const SplitLine &line, const InputF
 
 std::optional<FieldOrder> OrderSearch::orderFor(const SplitLine &line, QString &reason) const
 {
-    const int count = line.fields.size();
+    const int count = static_cast<int>(line.fields.size());
     if (m_headings) {
         if (count == m_headings->order.fields
             || (count == m_headings->order.fields + 1 && endsEmpty(line)

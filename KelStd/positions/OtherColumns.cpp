@@ -38,7 +38,7 @@ int pointNameAmong(const QStringList &headings)
         word = normalisedHeading(word);
     for (const QString &word : nameWords()) {
         if (words.contains(word))
-            return words.indexOf(word);
+            return static_cast<int>(words.indexOf(word));
     }
     return -1;
 }

@@ -34,9 +34,9 @@ int fieldHeaded(const QString &column, const QStringList &headings, const InputW
         for (QString &heading : compared)
             heading = normalisedHeading(heading);
     }
-    const int count = compared.count(wanted);
+    const auto count = compared.count(wanted);
     if (count == 1)
-        return compared.indexOf(wanted);
+        return static_cast<int>(compared.indexOf(wanted));
     mistake = count > 1 ? QStringLiteral("%1: %2 is the heading of %3 columns; pick one by "
                                          "its number")
                               .arg(words.columns, quoted(column), QString::number(count))
@@ -187,10 +187,10 @@ bool orderPicked(const ColumnChoice &choice, const QStringList &headings, int fi
         picked += field;
     }
 
-    const int components = countPickedComponents(picked.size(), form, mistake);
+    const auto components = countPickedComponents(static_cast<int>(picked.size()), form, mistake);
     if (components == 0)
         return false;
-    const int first = picked.size() - components;
+    const auto first = picked.size() - components;
     order.name = first > 0 ? picked.first() : FieldOrder::noField;
     order.components.back() = FieldOrder::noField;
     for (int i = 0; i < components; ++i) {

@@ -240,7 +240,7 @@ bool readHeader(const QStringList &fields, const InputForm &form, FieldOrder &or
 {
     const QVector<Heading> headings = headingsOf(fields);
     order = {};
-    order.fields = fields.size();
+    order.fields = static_cast<int>(fields.size());
     order.hasHeadings = true;
     const QVector<int> ofOutput = fieldsOfOutput(form, headings);
     for (int i = 0; i < componentsPerFrame; ++i) {

@@ -235,7 +235,7 @@ QString thousandsDoubt()
 PositionParser::Result PositionParser::Reading::readFields(const SplitLine &line,
                                                            const FieldOrder &order)
 {
-    const int count = line.fields.size();
+    const int count = static_cast<int>(line.fields.size());
     if (count == order.fields + 1 && endsEmpty(line)
         && mayEndEmpty(line.fields.first().toStdString(), order)) {
         SplitLine shorter = line;

@@ -93,7 +93,8 @@ bool isFiller(const QString &word)
 const NamedUnit *unitAt(const QVector<Word> &words, int position, int &next)
 {
     constexpr int maxWords = 3; // "us survey feet"
-    for (int count = std::min(maxWords, words.size() - position); count > 0; --count) {
+    for (int count = std::min(maxWords, static_cast<int>(words.size()) - position); count > 0;
+         --count) {
         QStringList parts;
         for (int i = position; i < position + count; ++i)
             parts += words.at(i).lower();

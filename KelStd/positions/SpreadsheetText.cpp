@@ -144,14 +144,14 @@ QString fromSpreadsheetText(const QString &field)
     if (!field.startsWith(QLatin1String("=\"")))
         return field;
     QString text;
-    int i = 1;
+    auto i = field.indexOf(quote); // behind the sign
     while (i < field.size() && field.at(i) == quote) {
         ++i;
         for (;;) {
-            const int end = field.indexOf(quote, i);
+            const auto end = field.indexOf(quote, i);
             if (end < 0)
                 return field;
-            text += field.midRef(i, end - i);
+            text.append(field.constData() + i, end - i);
             i = end + 1;
             if (i == field.size() || field.at(i) != quote)
                 break;

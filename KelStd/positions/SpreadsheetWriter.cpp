@@ -73,7 +73,7 @@ void SpreadsheetWriter::write(QByteArray &bytes, const PrintedPosition &position
 /// Plain decimals, with the decimal sign of the dialect.
 void SpreadsheetWriter::appendNumber(QByteArray &bytes, std::string_view text) const
 {
-    const int start = bytes.size();
+    const auto start = bytes.size();
     bytes.append(text.data(), static_cast<int>(text.size()));
     std::replace(bytes.begin() + start, bytes.end(), '.', m_dialect.decimalPoint());
 }

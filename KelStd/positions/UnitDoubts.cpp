@@ -188,7 +188,7 @@ QStringList unitsOfLine(const SplitLine &line)
 
 QString takeUnits(const QStringList &units, const InputForm &form, FieldOrder &order)
 {
-    const auto places = placesOfUnits(units.size(), order);
+    const auto places = placesOfUnits(static_cast<int>(units.size()), order);
     if (!places)
         return unitsMistake(units, order, form);
     FieldOrder taken = order;
@@ -207,7 +207,7 @@ QString takeUnits(const QStringList &units, const InputForm &form, FieldOrder &o
 QString unitsMistake(const QStringList &units, const FieldOrder &order, const InputForm &form)
 {
     const int count = order.countComponents();
-    if (const auto places = placesOfUnits(units.size(), order)) {
+    if (const auto places = placesOfUnits(static_cast<int>(units.size()), order)) {
         for (int i = 0; i < count; ++i) {
             QString mistake =
                 mistakeAt(units.at((*places)[static_cast<std::size_t>(i)]), form, order, i);

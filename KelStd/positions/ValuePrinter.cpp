@@ -213,8 +213,8 @@ QString ValuePrinter::cell(const Column &column, const Location &location) const
     QString shown = text(column, location);
     if (m_form != Form::Configured || isAngle(column))
         return shown;
-    const int point = shown.indexOf(QLatin1Char('.'));
-    const int fraction = point < 0 ? 0 : shown.size() - point;
+    const auto point = shown.indexOf(QLatin1Char('.'));
+    const int fraction = point < 0 ? 0 : static_cast<int>(shown.size() - point);
     return shown
            + QString(std::max(0, fractionWidth(decimalsOf(column)) - fraction), QLatin1Char(' '));
 }
@@ -265,7 +265,8 @@ int ValuePrinter::width(const Column &column) const
         const int moreDigits = static_cast<int>(std::ceil(std::log10(unitsOfMetre)));
         width = column.integerWidth + moreDigits + fractionWidth(decimalsOf(column));
     }
-    return std::max({width, static_cast<int>(qstrlen(column.label)), unit(column).size()});
+    return std::max(
+        {width, static_cast<int>(qstrlen(column.label)), static_cast<int>(unit(column).size())});
 }
 
 } // namespace KelStd::positions

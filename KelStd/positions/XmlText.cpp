@@ -34,7 +34,7 @@ void appendXml(QByteArray &bytes, std::string_view text)
 void appendXml(QByteArray &bytes, const QString &text)
 {
     QString allowed;
-    for (const uint code : text.toUcs4()) {
+    for (const char32_t code : text.toUcs4()) {
         if (isAllowed(code))
             allowed += QString::fromUcs4(&code, 1);
         else

@@ -1,5 +1,7 @@
 #include <KelStd/stream/VariantReader.h>
 
+#include <KelStd/stream/MetaTypes.h>
+
 #include <QtCore/QBitArray>
 #include <QtCore/QByteArrayList>
 #include <QtCore/QDateTime>
@@ -34,12 +36,14 @@ constexpr quint32 distanceOfMoved = 97; // of the numbers from 128 on, by Qt 5.0
 bool isNamed(quint32 id, int streamVersion)
 {
     constexpr quint32 named = QMetaType::User;
-    constexpr quint32 namedThen = 127; // before Qt 5.0
+    constexpr quint32 namedByQt5 = 1024;
+    constexpr quint32 namedByQt4 = 127;
+    const auto isEither = [](quint32 number) { return number == named || number == namedByQt5; };
     if (streamVersion < QDataStream::Qt_4_0)
         return false;
     if (streamVersion < QDataStream::Qt_5_0)
-        return id == namedThen || id == named || id == named + distanceOfMoved;
-    return id == named;
+        return id == namedByQt4 || isEither(id) || isEither(id - distanceOfMoved);
+    return id == named || (id == namedByQt5 && streamVersion < firstVersionOfThisQt);
 }
 
 /// Qt keeps thirty bits of the number. Where those bits of a larger number are another type's, Qt
@@ -55,7 +59,7 @@ bool isTakenForAnother(quint32 id, int streamVersion)
 /// variant that ends behind the number.
 int presentType(quint32 id, int streamVersion)
 {
-    if (streamVersion >= QDataStream::Qt_5_0)
+    if (streamVersion >= firstVersionOfThisQt)
         return static_cast<int>(id);
     QByteArray bytes;
     QDataStream(&bytes, QIODevice::WriteOnly) << id;
@@ -79,7 +83,7 @@ bool readHeader(QDataStream &stream, VariantHeader &header)
     if (isNamed(id, stream.version())) {
         QByteArray name;
         stream >> name;
-        header.type = QMetaType::type(name.constData());
+        header.type = typeOfName(name);
         if (header.type != QMetaType::UnknownType)
             return true;
     } else if (!isTakenForAnother(id, stream.version())) {
@@ -146,8 +150,7 @@ void readContent(QDataStream &stream, QList<Element> &list, int depth)
     });
 }
 
-/// As Qt does, all entries of a key that occurs twice stay.
-template <typename MultiMap, typename Map>
+template <typename Map>
 void readEntries(QDataStream &stream, Map &map, int depth)
 {
     readElements(stream, map, [&] {
@@ -155,18 +158,18 @@ void readEntries(QDataStream &stream, Map &map, int depth)
         QVariant value;
         stream >> key;
         readNested(stream, value, depth);
-        static_cast<MultiMap &>(map).insert(key, value);
+        insertEntry(map, key, value);
     });
 }
 
 void readContent(QDataStream &stream, QVariantMap &map, int depth)
 {
-    readEntries<QMultiMap<QString, QVariant>>(stream, map, depth);
+    readEntries(stream, map, depth);
 }
 
 void readContent(QDataStream &stream, QVariantHash &hash, int depth)
 {
-    readEntries<QMultiHash<QString, QVariant>>(stream, hash, depth);
+    readEntries(stream, hash, depth);
 }
 
 void readContent(QDataStream &stream, QVariant &value, int depth)
@@ -196,25 +199,10 @@ void refuse(QDataStream &stream, QVariant &value)
     stream.setStatus(QDataStream::ReadCorruptData);
 }
 
-/// A variant of this type with an empty value. Values are read in place: setting one would take
-/// the null flag away.
-QVariant emptyVariant(const VariantHeader &header)
-{
-    return header.isNull ? QVariant(static_cast<QVariant::Type>(header.type)) // is null
-                         : QVariant(header.type, nullptr);                    // is not
-}
-
 template <typename Content>
 void readHolding(QDataStream &stream, QVariant &value, int depth)
 {
-    readContent(stream, *static_cast<Content *>(value.data()), depth + 1);
-}
-
-/// Qt takes the last seven counts of bits for less than none, and cannot write what it made of
-/// them.
-bool hasNegativeSize(const QVariant &value)
-{
-    return value.userType() == QMetaType::QBitArray && value.toBitArray().size() < 0;
+    readContent(stream, *static_cast<Content *>(placeOfValue(value)), depth + 1);
 }
 
 /// Qt reads a time of a zone that it does not know as an invalid one, and crashes when it writes
@@ -238,10 +226,8 @@ void readByQt(QDataStream &stream, QVariant &value, int /*depth*/)
         }
         return;
     }
-    if (!QMetaType::load(stream, value.userType(), value.data()))
+    if (!loadValue(stream, value))
         stream.setStatus(QDataStream::ReadCorruptData);
-    if (hasNegativeSize(value))
-        return refuse(stream, value);
     forgetUnknownZone(value);
 }
 
@@ -251,6 +237,12 @@ void readTime(QDataStream &stream, QVariant &value, int depth)
         readHolding<QDateTime>(stream, value, depth);
     else
         readByQt(stream, value, depth);
+}
+
+void readBitArray(QDataStream &stream, QVariant &value, int /*depth*/)
+{
+    if (!readBits(stream, *static_cast<QBitArray *>(placeOfValue(value))))
+        refuse(stream, value);
 }
 
 using ReadValue = void (*)(QDataStream &, QVariant &, int depth);
@@ -269,6 +261,7 @@ constexpr BoundedType boundedTypes[] = {
     {QMetaType::QVariant, &readHolding<QVariant>},
     {QMetaType::QStringList, &readHolding<QStringList>},
     {QMetaType::QByteArrayList, &readHolding<QByteArrayList>},
+    {QMetaType::QBitArray, &readBitArray},
     {QMetaType::QDateTime, &readTime},
     {QMetaType::QEasingCurve, nullptr},
 };
@@ -287,7 +280,7 @@ try {
     const ReadValue read = bounded != std::end(boundedTypes) ? bounded->read : &readByQt;
     if (read == nullptr)
         return refuse(stream, value);
-    value = emptyVariant(header);
+    value = emptyVariant(header.type, header.isNull);
     read(stream, value, depth);
 } catch (const std::bad_alloc &) {
     refuse(stream, value);

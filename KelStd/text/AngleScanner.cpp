@@ -85,7 +85,8 @@ private:
     {
         const LetterRow *leading = letterOf(m_rest.at(0));
         const LetterRow *trailing = letterOf(m_rest.at(m_rest.size() - 1));
-        const int minutes = m_rest.indexOf(QLatin1Char('m'), 0, Qt::CaseInsensitive);
+        const int minutes =
+            static_cast<int>(m_rest.indexOf(QLatin1Char('m'), 0, Qt::CaseInsensitive));
         if (trailing != nullptr && minutes > 0
             && m_rest.endsWith(QLatin1Char('s'), Qt::CaseInsensitive))
             return strangerAt(minutes); // "5d15m00s"
@@ -244,7 +245,7 @@ private:
     {
         for (int i = 0; i < m_parts.size(); ++i) {
             const QString number = m_parts.at(i).number;
-            const int points = number.count(QLatin1Char('.'));
+            const auto points = number.count(QLatin1Char('.'));
             if (points > 0 && i + 1 < m_parts.size()) {
                 return {Fault::NotAnAngle,
                         QStringLiteral("has decimals in a part that is not its last")};
@@ -276,7 +277,7 @@ private:
         if (m_parts.size() == 1)
             return whole;
         const QString last = m_parts.last().number;
-        const int point = last.indexOf(QLatin1Char('.'));
+        const auto point = last.indexOf(QLatin1Char('.'));
         const QString fraction = point < 0 ? QString() : last.mid(point + 1);
         int divisor = unitsPerPart;
         int rest = static_cast<int>(partValue(1));

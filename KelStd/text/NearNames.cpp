@@ -78,7 +78,9 @@ int allowedErrors(const QString &text)
 {
     constexpr int maxErrors = 3;
     constexpr int lettersPerError = 4;
-    return text.size() <= 2 ? 0 : std::min(maxErrors, (text.size() + 2) / lettersPerError);
+    return text.size() <= 2
+               ? 0
+               : std::min(maxErrors, static_cast<int>(text.size() + 2) / lettersPerError);
 }
 
 /// What it costs to take `given` for `word`; nothing where it is too unlike.

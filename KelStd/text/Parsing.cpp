@@ -34,9 +34,9 @@ bool isBelowSixty(double number)
 struct Symbols
 {
     explicit Symbols(const QString &text)
-        : degree(text.indexOf(CoordStringHelper::s_specialSymbol_degree)),
-          minute(text.indexOf(CoordStringHelper::s_specialSymbol_Minute)),
-          second(text.indexOf(CoordStringHelper::s_specialSymbol_Second))
+        : degree(static_cast<int>(text.indexOf(CoordStringHelper::s_specialSymbol_degree))),
+          minute(static_cast<int>(text.indexOf(CoordStringHelper::s_specialSymbol_Minute))),
+          second(static_cast<int>(text.indexOf(CoordStringHelper::s_specialSymbol_Second)))
     {}
 
     bool hasAny() const { return degree >= 0 || minute >= 0 || second >= 0; }

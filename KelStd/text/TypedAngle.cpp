@@ -25,7 +25,7 @@ bool hasDoubtfulExponent(const QString &text, AngleSense sense)
 {
     if (sense == AngleSense::Plain)
         return false;
-    const int position = text.indexOf(QLatin1Char('e'), 0, Qt::CaseInsensitive);
+    const auto position = text.indexOf(QLatin1Char('e'), 0, Qt::CaseInsensitive);
     return position > 0 && position + 1 < text.size()
            && typed::isNumberCharacter(text.at(position - 1))
            && typed::isDigit(text.at(position + 1));

@@ -132,15 +132,15 @@ QString TimeSpan::toTimeSpanString(long long milliseconds)
 
 long long TimeSpan::fromTimeSpanString(const QString &text)
 {
-    const int first = text.indexOf(QLatin1Char(':'));
-    const int second = first < 0 ? -1 : text.indexOf(QLatin1Char(':'), first + 1);
-    const int point = second < 0 ? -1 : text.indexOf(QLatin1Char('.'), second + 1);
+    const auto first = text.indexOf(QLatin1Char(':'));
+    const auto second = first < 0 ? -1 : text.indexOf(QLatin1Char(':'), first + 1);
+    const auto point = second < 0 ? -1 : text.indexOf(QLatin1Char('.'), second + 1);
     if (point < 0)
         return 0;
-    const qint32 hours = text.midRef(0, first).toInt();
-    const qint32 minutes = text.midRef(first + 1, second - first - 1).toInt();
-    const qint32 seconds = text.midRef(second + 1, point - second - 1).toInt();
-    const qint32 milliseconds = text.midRef(point + 1).toInt();
+    const qint32 hours = text.mid(0, first).toInt();
+    const qint32 minutes = text.mid(first + 1, second - first - 1).toInt();
+    const qint32 seconds = text.mid(second + 1, point - second - 1).toInt();
+    const qint32 milliseconds = text.mid(point + 1).toInt();
     const qint64 wholeSeconds =
         static_cast<qint64>(product(minutes, 60)) + product(hours, 3600) + seconds;
     return wholeSeconds * msPerSecond + milliseconds;

@@ -47,7 +47,7 @@ QStringList aligned(const QList<QStringList> &rows)
     for (const QStringList &row : rows) {
         widths.resize(std::max(widths.size(), row.size()));
         for (int i = 0; i < row.size(); ++i)
-            widths[i] = std::max(widths.at(i), row.at(i).size());
+            widths[i] = std::max(widths.at(i), static_cast<int>(row.at(i).size()));
     }
     QStringList lines;
     for (const QStringList &row : rows) {

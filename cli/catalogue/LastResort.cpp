@@ -25,7 +25,7 @@ bool beginsLikeDefinition(const QByteArray &source)
     const QByteArray start = source.left(1000).trimmed();
     if (start.startsWith('+') || start.startsWith('{'))
         return true;
-    const int bracket = start.indexOf('[');
+    const auto bracket = start.indexOf('[');
     if (bracket <= 0 || bracket > longestKeyword)
         return false;
     const QByteArray keyword = start.left(bracket).trimmed();

@@ -114,7 +114,7 @@ QString hintFor(const QStringList &words)
     if (!group.isEmpty() && words.size() == 1)
         return QStringLiteral("there are ") + quoted(group).join(QLatin1String(", "));
     const QStringList all = namesOf(allCommands());
-    const int maxWords = std::min(2, words.size());
+    const int maxWords = std::min(2, static_cast<int>(words.size()));
     for (int count = maxWords; count >= 1; --count) {
         const QStringList near = nearNames(words.mid(0, count).join(QLatin1Char(' ')), all);
         if (!near.isEmpty())
@@ -167,7 +167,7 @@ ExitStatus showGroupHelp(const QList<const Command *> &group, const QStringList 
 ExitStatus runCommand(const QStringList &words, Console &console)
 {
     if (const Command *command = findCommand(words)) {
-        const int nameWords = 1 + nameOf(*command).count(QLatin1Char(' '));
+        const auto nameWords = 1 + nameOf(*command).count(QLatin1Char(' '));
         return run(*command, words.mid(nameWords), console);
     }
     const QList<const Command *> group = groupOf(words.first());

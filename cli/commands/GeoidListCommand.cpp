@@ -89,7 +89,7 @@ ExitStatus runGeoidList(const QStringList &arguments, Console &console)
     }
     int width = 0;
     for (const QString &name : names)
-        width = std::max(width, name.size());
+        width = std::max(width, static_cast<int>(name.size()));
     for (const QString &name : names) {
         const QList<GeoidModels::File> files = GeoidModels::files(name);
         if (!files.isEmpty())

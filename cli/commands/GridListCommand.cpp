@@ -65,7 +65,7 @@ ExitStatus runGridList(const QStringList &arguments, Console &console)
     }
     int width = 0;
     for (const ShiftGrids::File &file : files)
-        width = std::max(width, file.name.size());
+        width = std::max(width, static_cast<int>(file.name.size()));
     for (const ShiftGrids::File &file : files)
         console.print(shown(file.name).leftJustified(width) + QLatin1String("  ")
                       + contentOf(file));

@@ -74,7 +74,7 @@ QString shortArea(const QString &area)
     constexpr int maxLength = 60;
     if (area.size() <= maxLength)
         return area;
-    const int end = area.lastIndexOf(QLatin1Char(' '), maxLength - 3);
+    const auto end = area.lastIndexOf(QLatin1Char(' '), maxLength - 3);
     return area.left(end > 0 ? end : maxLength - 3) + QStringLiteral("...");
 }
 
@@ -101,7 +101,7 @@ void printTable(const QList<RecordKind> &kinds, const library::RecordFilter &fil
 {
     int kindWidth = 0;
     for (const RecordKind kind : kinds)
-        kindWidth = std::max(kindWidth, library::wordOf(kind).size());
+        kindWidth = std::max(kindWidth, static_cast<int>(library::wordOf(kind).size()));
     const QString gap(2, QLatin1Char(' '));
     const int terminalWidth =
         console.isTerminal() ? streams::terminalWidth(streams::standardOutput) : 0;
@@ -111,7 +111,7 @@ void printTable(const QList<RecordKind> &kinds, const library::RecordFilter &fil
         for (const QString &name : namesOf(kind, filter)) {
             rows += fieldsOf(kind, name);
             for (int i = 0; i < widths.size(); ++i)
-                widths[i] = std::max(widths[i], rows.constLast()[i].size());
+                widths[i] = std::max(widths[i], static_cast<int>(rows.constLast()[i].size()));
         }
         for (const QStringList &row : rows) {
             QString line = library::wordOf(kind).leftJustified(kindWidth);

@@ -107,7 +107,7 @@ std::optional<ParseOptions> optionsFrom(const CommandLine &line, QString &mistak
 
 QString exactText(const QVariant &value)
 {
-    return static_cast<QMetaType::Type>(value.type()) == QMetaType::Double
+    return static_cast<QMetaType::Type>(value.userType()) == QMetaType::Double
                ? QString::number(value.toDouble(), 'f', QLocale::FloatingPointShortest)
                : value.toString();
 }

@@ -5,7 +5,7 @@ namespace KelStd::cli {
 void ResultMaker::take(BlockResult &result, const positions::ReadPosition &position, qint64 line,
                        std::string_view source)
 {
-    const int size = result.output.size();
+    const auto size = result.output.size();
     result.output += m_separator;
     QString reason;
     const bool isTaken = m_taker->take(position, result.output, reason);

@@ -19,7 +19,7 @@ struct BlockResult
 {
     struct Message
     {
-        int position; ///< how many bytes of the output stand before it
+        qint64 position; ///< how many bytes of the output stand before it
         qint64 line;
         QString text;
     };

@@ -17,16 +17,16 @@ const char *encodingOf(const QByteArray &bytes)
 
 } // namespace
 
-void InputText::normalise(QByteArray &bytes, int from, bool isAtEnd)
+void InputText::normalise(QByteArray &bytes, qsizetype from, bool isAtEnd)
 {
     if (!m_knowsEncoding)
         recogniseEncoding(bytes, from, isAtEnd);
     if (m_decoder) {
-        QString text = m_decoder->toUnicode(bytes.constData() + from, bytes.size() - from);
+        QString text = m_decoder->decode(bytes.constData() + from, bytes.size() - from);
         // Half a character is none that could be left out.
-        if (isAtEnd && m_decoder->needsMoreData())
+        if (isAtEnd && m_decoder->isInsideCharacter())
             text += QChar(QChar::ReplacementCharacter);
-        bytes.truncate(from);
+        bytes.truncate(static_cast<int>(from));
         bytes += text.toUtf8();
     }
     if (m_ends == LineEnds::NotKnown) {
@@ -37,7 +37,7 @@ void InputText::normalise(QByteArray &bytes, int from, bool isAtEnd)
         std::replace(bytes.begin() + from, bytes.end(), '\r', '\n');
 }
 
-void InputText::recogniseEncoding(QByteArray &bytes, int &from, bool isAtEnd)
+void InputText::recogniseEncoding(QByteArray &bytes, qsizetype &from, bool isAtEnd)
 {
     if (bytes.size() < markSize && !isAtEnd)
         return;
@@ -45,7 +45,7 @@ void InputText::recogniseEncoding(QByteArray &bytes, int &from, bool isAtEnd)
     const char *encoding = encodingOf(bytes);
     if (encoding == nullptr)
         return;
-    m_decoder.reset(QTextCodec::codecForName(encoding)->makeDecoder(QTextCodec::IgnoreHeader));
+    m_decoder.emplace(encoding, TextDecoder::Mark::Kept);
     bytes.remove(0, markSize);
     from = 0;
 }

@@ -1,9 +1,10 @@
 #pragma once
 
-#include <QtCore/QByteArray>
-#include <QtCore/QTextCodec>
+#include <KelStd/text/TextDecoder.h>
 
-#include <memory>
+#include <QtCore/QByteArray>
+
+#include <optional>
 
 namespace KelStd::cli {
 
@@ -15,7 +16,7 @@ class InputText
 public:
     /// Turns the bytes behind `from`, which follow those of the calls before, into such text.
     /// `bytes` holds at least what stands behind the last line end. `isAtEnd`: no more follow.
-    void normalise(QByteArray &bytes, int from, bool isAtEnd);
+    void normalise(QByteArray &bytes, qsizetype from, bool isAtEnd);
 
 private:
     enum class LineEnds
@@ -25,11 +26,11 @@ private:
         CarriageReturns
     };
 
-    void recogniseEncoding(QByteArray &bytes, int &from, bool isAtEnd);
+    void recogniseEncoding(QByteArray &bytes, qsizetype &from, bool isAtEnd);
     void recogniseLineEnds(const QByteArray &bytes, bool isAtEnd);
 
     bool m_knowsEncoding = false;
-    std::unique_ptr<QTextDecoder> m_decoder; ///< of UTF-16
+    std::optional<TextDecoder> m_decoder; ///< of UTF-16
     LineEnds m_ends = LineEnds::NotKnown;
 };
 

@@ -22,7 +22,7 @@ bool LineBlocks::hasLine() const
 /// Appends what the input has to the rest.
 void LineBlocks::read()
 {
-    const int old = m_rest.size();
+    const auto old = m_rest.size();
     m_rest.resize(old + pieceSize);
     const qint64 count = m_input.read(m_rest.data() + old, pieceSize);
     if (count < 0)
@@ -31,7 +31,7 @@ void LineBlocks::read()
     m_rest.resize(old + static_cast<int>(std::max<qint64>(count, 0)));
     m_text.normalise(m_rest, old, m_isAtEnd);
     if (m_isSkipping) {
-        const int end = m_rest.indexOf(lineEnd, old);
+        const auto end = m_rest.indexOf(lineEnd, old);
         m_isSkipping = end < 0;
         m_rest.remove(old, (m_isSkipping ? m_rest.size() : end) - old);
     }
@@ -54,7 +54,7 @@ LineBlocks::Result LineBlocks::next(LineBlock &block)
         read();
     if (!m_error.isEmpty())
         return Result::Error;
-    int end = m_rest.lastIndexOf(lineEnd);
+    auto end = m_rest.lastIndexOf(lineEnd);
     if (end < 0) {
         // What was read of a line before a stop was requested is no line.
         if (m_rest.isEmpty() || m_input.isStopped())

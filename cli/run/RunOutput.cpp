@@ -27,7 +27,7 @@ bool RunOutput::take(const BlockResult &result)
                 .arg(result.firstInWindows1252)
                 .arg(m_inputName));
     }
-    int printed = 0;
+    qint64 printed = 0;
     for (const BlockResult::Message &message : result.messages) {
         print(result.output.constData() + printed, message.position - printed);
         printed = message.position;
@@ -55,15 +55,15 @@ void RunOutput::reportRemarks()
         m_console.report(remark);
 }
 
-void RunOutput::print(const char *bytes, int size)
+void RunOutput::print(const char *bytes, qint64 size)
 {
     if (size == 0)
         return;
     printHeading();
     // No separator stands before the first position.
-    const int skipped = m_hasPosition ? 0 : m_job.separator().size();
+    const auto skipped = m_hasPosition ? 0 : m_job.separator().size();
     m_hasPosition = true;
-    write(QByteArray::fromRawData(bytes + skipped, size - skipped));
+    write(QByteArray::fromRawData(bytes + skipped, static_cast<int>(size - skipped)));
 }
 
 void RunOutput::write(const QByteArray &bytes)

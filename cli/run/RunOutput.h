@@ -64,7 +64,7 @@ public:
 
 private:
     void reportRemarks();
-    void print(const char *bytes, int size);
+    void print(const char *bytes, qint64 size);
     void write(const QByteArray &bytes);
     void printHeading();
     void reportSinkFailure();

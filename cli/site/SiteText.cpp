@@ -48,7 +48,7 @@ void printTable(const QVector<QStringList> &rows, Console &console)
     QVector<int> widths(rows.first().size());
     for (const QStringList &row : rows) {
         for (int i = 0; i < row.size(); ++i)
-            widths[i] = std::max(widths.at(i), row.at(i).size());
+            widths[i] = std::max(widths.at(i), static_cast<int>(row.at(i).size()));
     }
     for (const QStringList &row : rows) {
         QString line = row.first().leftJustified(widths.first());

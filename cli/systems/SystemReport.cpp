@@ -115,8 +115,8 @@ void reportProjection(const Projection &projection, Report &report)
     int projWidth = 0;
     int valueWidth = 0;
     for (const ParameterLine &line : lines) {
-        projWidth = std::max(projWidth, line.projName.size());
-        valueWidth = std::max(valueWidth, line.value.size());
+        projWidth = std::max(projWidth, static_cast<int>(line.projName.size()));
+        valueWidth = std::max(valueWidth, static_cast<int>(line.value.size()));
     }
     QString label = QStringLiteral("parameters");
     for (const ParameterLine &line : lines) {

@@ -25,7 +25,7 @@ QString listOf(const QList<QCommandLineOption> &options)
 {
     int width = 0;
     for (const QCommandLineOption &option : options)
-        width = std::max(width, headOf(option).size());
+        width = std::max(width, static_cast<int>(headOf(option).size()));
     QString text;
     for (const QCommandLineOption &option : options) {
         const QString indent = QLatin1Char('\n') + QString(width + 4, QLatin1Char(' '));
@@ -58,7 +58,7 @@ QString beginning(const CommandHelp &help)
 QString shortHelp(const CommandHelp &help)
 {
     const QList<QCommandLineOption> usual = usualOptions(help);
-    const int others = help.options.size() - usual.size();
+    const auto others = help.options.size() - usual.size();
     const QString more = help.name + QLatin1String(" --help full");
     QString text = beginning(help)
                    + (others > 0 ? QLatin1String("The usual options:") : QLatin1String("Options:"));
@@ -143,7 +143,7 @@ QString pageHead(const QString &command, const QString &brief)
 QString briefOf(const QString &summary)
 {
     const QString text = QString(summary).replace(QLatin1Char('\n'), QLatin1Char(' '));
-    const int end = text.indexOf(QLatin1String(". "));
+    const auto end = text.indexOf(QLatin1String(". "));
     QString brief = end < 0 ? text : text.left(end);
     while (brief.endsWith(QLatin1Char('.')))
         brief.chop(1);

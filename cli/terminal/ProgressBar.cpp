@@ -43,7 +43,7 @@ QString progressText(qint64 done, qint64 size, qint64 elapsed, int columns)
         text += QStringLiteral("  %1 left")
                     .arg(duration(static_cast<qint64>(std::min(left + 0.5, maxSeconds))));
     }
-    const int cells = std::min(maxCells, columns - text.size() - brackets);
+    const int cells = std::min(maxCells, columns - static_cast<int>(text.size()) - brackets);
     if (cells > 0) {
         const int full = static_cast<int>(cells * share);
         text.prepend(QLatin1Char('[') + QString(full, QLatin1Char('#'))

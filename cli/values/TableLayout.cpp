@@ -30,7 +30,7 @@ TableColumn componentColumn(const PrintedColumn &column, const positions::Locati
     if (isEllipsoidalHeight(column, geoidModel))
         unit += QLatin1String(" (ell.)");
     return {column, QString::fromLatin1(component.label), unit,
-            std::max(printer.width(component), unit.size())};
+            std::max(printer.width(component), static_cast<int>(unit.size()))};
 }
 
 TableColumn factorColumn(const PrintedColumn &column)
@@ -38,7 +38,8 @@ TableColumn factorColumn(const PrintedColumn &column)
     const positions::FactorColumn &factor = positions::factorColumns()[column.index];
     const QString label = QString::fromLatin1(factor.label);
     const int digits = factor.integerWidth + 1 + factor.decimals;
-    return {column, label, QString::fromLatin1(factor.unit), std::max(digits, label.size())};
+    return {column, label, QString::fromLatin1(factor.unit),
+            std::max(digits, static_cast<int>(label.size()))};
 }
 
 TableGroup groupOf(const PrintedColumn &column, const positions::LocationPrinter &printer,
@@ -58,7 +59,7 @@ TableGroup groupOf(const PrintedColumn &column, const positions::LocationPrinter
                 {componentColumn(column, printer, geoidModel)}};
     case PrintedColumn::Kind::HeightReference: {
         const QString label = QStringLiteral("above the");
-        const int width = positions::heightReference(geoidModel).size();
+        const int width = static_cast<int>(positions::heightReference(geoidModel).size());
         return {Kind::HeightReference, {}, {{column, label, {}, width}}};
     }
     case PrintedColumn::Kind::Factor:
@@ -66,15 +67,17 @@ TableGroup groupOf(const PrintedColumn &column, const positions::LocationPrinter
     case PrintedColumn::Kind::Extra:
     case PrintedColumn::Kind::Carried: break;
     }
-    return {
-        Kind::Further,
-        {},
-        {{column, column.name, {}, std::max({furtherWidth, column.width, column.name.size()})}}};
+    return {Kind::Further,
+            {},
+            {{column,
+              column.name,
+              {},
+              std::max({furtherWidth, column.width, static_cast<int>(column.name.size())})}}};
 }
 
 int widthOf(const TableGroup &group)
 {
-    int width = tableGap.size() * (static_cast<int>(group.columns.size()) - 1);
+    int width = static_cast<int>(tableGap.size()) * (static_cast<int>(group.columns.size()) - 1);
     for (const TableColumn &column : group.columns)
         width += column.width;
     return width;
@@ -85,7 +88,8 @@ void widenToTitle(TableGroup &group)
 {
     constexpr int frill = 4;
     if (!group.title.isEmpty())
-        group.columns.back().width += std::max(0, group.title.size() + frill - widthOf(group));
+        group.columns.back().width +=
+            std::max(0, static_cast<int>(group.title.size()) + frill - widthOf(group));
 }
 
 /// Where columns were asked for by their names, that of what heights are above may be missing.
@@ -149,7 +153,7 @@ int widthOf(const std::vector<TableGroup> &groups)
 {
     int width = 0;
     for (const TableGroup &group : groups)
-        width += widthOf(group) + (width > 0 ? tableGap.size() : 0);
+        width += widthOf(group) + (width > 0 ? static_cast<int>(tableGap.size()) : 0);
     return width;
 }
 

@@ -13,7 +13,7 @@ using positions::PrintedColumn;
 /// A title in the middle of a rule.
 QString ruled(const QString &title, int width)
 {
-    const int dashes = width - title.size() - 2;
+    const auto dashes = width - title.size() - 2;
     return QString(dashes / 2, QLatin1Char('-')) + QLatin1Char(' ') + title + QLatin1Char(' ')
            + QString(dashes - dashes / 2, QLatin1Char('-'));
 }
@@ -79,7 +79,7 @@ QByteArray TableWriter::wideHeading() const
             joined(group, [](const TableColumn &column) { return column.label; });
         lines[0] += gap
                     + (group.title.isEmpty() ? QString(labels.size(), QLatin1Char(' '))
-                                             : ruled(group.title, labels.size()));
+                                             : ruled(group.title, static_cast<int>(labels.size())));
         lines[1] += gap + labels;
         lines[2] += gap + joined(group, [](const TableColumn &column) { return column.unit; });
     }
@@ -178,7 +178,8 @@ void TableWriter::writeNumbers(QByteArray &bytes, const TableGroup &group,
         if (!unit.isEmpty())
             label += QLatin1String(" [") + unit + QLatin1Char(']');
         const QString number = cell(column.column, position);
-        const int width = std::max({minWidth, label.size(), number.size()});
+        const int width =
+            std::max({minWidth, static_cast<int>(label.size()), static_cast<int>(number.size())});
         labels += tableGap + label.rightJustified(width);
         numbers += tableGap + number.rightJustified(width);
     }

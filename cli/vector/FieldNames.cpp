@@ -141,7 +141,7 @@ QStringList shapefileNames(const QStringList &names)
         QString unique = plain;
         for (int number = 2; result.contains(unique, Qt::CaseInsensitive); ++number) {
             const QString ending = QStringLiteral("_%1").arg(number);
-            unique = cut(plain, maxBytes - ending.size()) + ending;
+            unique = cut(plain, maxBytes - static_cast<int>(ending.size())) + ending;
         }
         result += unique;
     }

@@ -3,8 +3,9 @@
 #include <cli/terminal/StandardStreams.h>
 #include <cli/vector/FieldNames.h>
 
+#include <KelStd/text/TextDecoder.h>
+
 #include <QtCore/QLocale>
-#include <QtCore/QTextCodec>
 
 #include <algorithm>
 #include <cmath>
@@ -14,14 +15,6 @@ namespace KelStd::cli::vector {
 namespace {
 
 using positions::Frame;
-
-bool isUtf8(const std::string &text)
-{
-    QTextCodec::ConverterState state;
-    QTextCodec::codecForName("UTF-8")->toUnicode(text.data(), static_cast<int>(text.size()),
-                                                 &state);
-    return state.invalidChars == 0 && state.remainingChars == 0;
-}
 
 /// "1 feature has", "2 features have"
 QString counted(qint64 count, const char *one, const char *many)
@@ -151,10 +144,10 @@ QByteArray LayerRecords::textOf(const Value &value, FieldType type)
 {
     if (const auto *const words = std::get_if<std::string>(&value)) {
         const QByteArray text(words->data(), static_cast<int>(words->size()));
-        if (isUtf8(*words))
+        if (isUtf8(text.constData(), text.size()))
             return text;
         ++m_otherBytes;
-        return QTextCodec::codecForName("Windows-1252")->toUnicode(text).toUtf8();
+        return TextDecoder("windows-1252").decode(text).toUtf8();
     }
     if (const auto *const number = std::get_if<double>(&value)) {
         if (std::isfinite(*number))

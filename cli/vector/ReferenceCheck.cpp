@@ -87,7 +87,7 @@ QString shiftInName(const std::string &datum)
 {
     static const QString word = QStringLiteral("using towgs84");
     const QString name = plainName(datum);
-    const int place = name.indexOf(word);
+    const auto place = name.indexOf(word);
     if (place < 0)
         return {};
     return plainShift(text(datum).simplified().right(name.size() - place - word.size()));

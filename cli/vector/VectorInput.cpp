@@ -183,7 +183,7 @@ bool VectorInput::pickName(const QString &wanted, Console &console)
         m_form.nameField = positions::pointNameAmong(fields);
         return true;
     }
-    m_form.nameField = fields.indexOf(wanted);
+    m_form.nameField = static_cast<int>(fields.indexOf(wanted));
     if (m_form.nameField >= 0)
         return true;
     console.report(

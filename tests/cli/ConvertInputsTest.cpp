@@ -5,9 +5,9 @@
 #include "location/PublishedFigures.h"
 #include "support/GridFiles.h"
 #include "support/Printers.h"
+#include "support/Utf16.h"
 
 #include <QtCore/QProcess>
-#include <QtCore/QTextCodec>
 
 #include <cmath>
 
@@ -202,11 +202,8 @@ void PrintTo(const Written &row, std::ostream *out)
 
 QByteArray utf16(const char *codec, const char *text)
 {
-    const QByteArray mark =
-        QByteArray(codec).endsWith("LE") ? QByteArray("\xFF\xFE") : QByteArray("\xFE\xFF");
-    const std::unique_ptr<QTextEncoder> encoder(
-        QTextCodec::codecForName(codec)->makeEncoder(QTextCodec::IgnoreHeader));
-    return mark + encoder->fromUnicode(QString::fromUtf8(text));
+    return test::utf16(QChar(QChar::ByteOrderMark) + QString::fromUtf8(text),
+                       QByteArray(codec).endsWith("BE"));
 }
 
 class TextOfOtherPrograms : public testing::TestWithParam<Written>

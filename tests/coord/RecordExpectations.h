@@ -58,7 +58,7 @@ inline void expectNumber(const Param &param, EValueType valType, EUnit unit, dou
 {
     EXPECT_EQ(param.valType, valType);
     EXPECT_EQ(param.unit, unit);
-    EXPECT_EQ(static_cast<QMetaType::Type>(param.value.type()), QMetaType::Double);
+    EXPECT_EQ(static_cast<QMetaType::Type>(param.value.userType()), QMetaType::Double);
     EXPECT_EQ(param.value.toDouble(), value);
     EXPECT_FALSE(param.isDictionary);
 }

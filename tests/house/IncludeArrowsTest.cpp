@@ -38,7 +38,7 @@ const QList<Room> &rooms()
         {"KelStd/location/", {"coord", "text", "proj", "platform"}},
         {"KelStd/positions/", {"coord", "display", "text", "location", "io"}},
         {"KelStd/library/", {"coord", "text", "display", "io", "files", "platform"}},
-        {"KelStd/catalogue/", {"coord", "io", "location", "proj", "calibration"}},
+        {"KelStd/catalogue/", {"coord", "text", "io", "location", "proj", "calibration"}},
         {"KelStd/calibration/", {"coord", "io", "text", "location"}},
     };
     return rows;

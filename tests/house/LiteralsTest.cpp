@@ -32,7 +32,7 @@ QList<Literal> literalsOf(const QString &source)
             const bool isLine = rest.startsWith(u"//");
             const int end = source.indexOf(isLine ? QLatin1String("\n") : QLatin1String("*/"), i);
             const int next = end < 0 ? source.size() : isLine ? end : end + 2;
-            line += source.midRef(i, next - i).count(QLatin1Char('\n'));
+            line += source.mid(i, next - i).count(QLatin1Char('\n'));
             i = next - 1;
             continue;
         }

@@ -1,7 +1,6 @@
 #include "io/CompleteSystem.h"
 #include "io/DocumentTest.h"
-
-#include <QtCore/QTextCodec>
+#include "support/Utf16.h"
 
 namespace KelStd::test {
 namespace {
@@ -11,19 +10,6 @@ QString declaring(const char *encoding)
 {
     return QString::fromUtf8(storedDocument("complete.xml"))
         .replace(QLatin1String("UTF-8"), QLatin1String(encoding));
-}
-
-/// Two bytes for each unit of `text`, which needs no others.
-QByteArray utf16(const QString &text, bool bigEndian)
-{
-    QByteArray bytes;
-    for (const QChar c : text) {
-        const char high = static_cast<char>(c.row());
-        const char low = static_cast<char>(c.cell());
-        bytes += bigEndian ? high : low;
-        bytes += bigEndian ? low : high;
-    }
-    return bytes;
 }
 
 class DocumentEncoding : public DocumentTest

@@ -5,6 +5,7 @@
 
 #include <QtCore/QElapsedTimer>
 
+#include <algorithm>
 #include <random>
 
 namespace KelStd::test {
@@ -211,6 +212,26 @@ TEST_F(HostileDocuments, TheBoundThatIsExceededIsTold)
     for (int i = 0; i <= 400000; ++i)
         tag += " a" + QByteArray::number(i) + "=''";
     EXPECT_EQ(faultOf(tag + "/>"), Fault::TooMuchMarkup);
+    tag = "<Coord";
+    for (int i = 0; i <= io::maxAttributes; ++i)
+        tag += " a" + QByteArray::number(i) + "=''";
+    EXPECT_EQ(faultOf(tag + "/>"), Fault::TooMuchMarkup);
+}
+
+/// As many tags as there may be, of as many attributes as each may have.
+TEST_F(HostileDocuments, FullTagsAreReadQuickly)
+{
+    QElapsedTimer timer;
+    timer.start();
+    constexpr int perTag = std::min(io::maxAttributes, 1000);
+    QByteArray tag = "<a";
+    for (int i = 0; i < perTag; ++i)
+        tag += " a" + QByteArray::number(i) + "=''";
+    DocumentPieces pieces;
+    pieces.more = (tag + "/>").repeated(io::maxMarkup / (perTag + 1) - 1);
+    Coord coord;
+    EXPECT_TRUE(read(pieces.bytes(), coord));
+    EXPECT_LT(timer.elapsed(), quickly);
 }
 
 TEST_F(HostileDocuments, EntityBombIsRefusedQuickly)
@@ -306,7 +327,7 @@ TEST_F(HostileDocuments, ManyAttributesAndReferencesAreReadQuickly)
     QElapsedTimer timer;
     timer.start();
     DocumentPieces pieces;
-    for (int i = 0; i < 200000; ++i)
+    for (int i = 0; i < std::min(200000, io::maxAttributes - 10); ++i)
         pieces.rootAttributes += " a" + QByteArray::number(i) + "='&#x1F30D;'";
     Coord coord;
     EXPECT_TRUE(read(pieces.bytes(), coord));

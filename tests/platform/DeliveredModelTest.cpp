@@ -84,14 +84,14 @@ TEST_F(DeliveredModel, GoesBeforeTheUsersThatIsNotWhole)
 {
     const QByteArray wholeGtx = gtx(50.0);
     writeFile(delivered("model.gtx"), wholeGtx);
-    for (const int size : {0, 1, 39, 40, wholeGtx.size() - 1}) {
+    for (const int size : {0, 1, 39, 40, int(wholeGtx.size()) - 1}) {
         SCOPED_TRACE(size);
         writeFile(own("model.gtx"), wholeGtx.left(size));
         EXPECT_EQ(query("model.gtx"), delivered("model.gtx"));
     }
     const QByteArray wholeGgf = ggf(50.0);
     writeFile(delivered("model.ggf"), wholeGgf);
-    for (const int size : {0, 145, 146, wholeGgf.size() - 1}) {
+    for (const int size : {0, 145, 146, int(wholeGgf.size()) - 1}) {
         SCOPED_TRACE(size);
         writeFile(own("model.ggf"), wholeGgf.left(size));
         EXPECT_EQ(query("model.ggf"), delivered("model.ggf.gtx"));

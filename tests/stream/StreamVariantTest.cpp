@@ -2,6 +2,7 @@
 
 #include "stream/StreamBytes.h"
 #include "support/Printers.h"
+#include "support/TypedVariants.h"
 
 #include <KelStd/coord/Param.h>
 
@@ -140,7 +141,7 @@ Param expectReadAsByQt(const QByteArray &variant, int version, QDataStream::Byte
     EXPECT_EQ(stream.device()->pos(), bytes.size());
     EXPECT_EQ(param.value.userType(), qt.value.userType());
     const bool differs = isTimeOfUnknownZone(qt.value); // on purpose
-    EXPECT_EQ(param.value.isNull(), differs || qt.value.isNull());
+    EXPECT_EQ(param.value.isNull(), differs ? QVariant(QDateTime()).isNull() : qt.value.isNull());
     EXPECT_TRUE(param.value == qt.value);
     // It outlives the end of the block.
     EXPECT_EQ(stream.status(), qt.status == QDataStream::Ok ? QDataStream::ReadPastEnd : qt.status);
@@ -151,33 +152,33 @@ std::vector<QVariant> variantsOfManyKinds()
 {
     const QVariantMap map{{QStringLiteral("a"), 1}, {QStringLiteral("b"), QVariantList{2.5, true}}};
     QVariantMap twice{{QStringLiteral("a"), 1}};
-    static_cast<QMultiMap<QString, QVariant> &>(twice).insert(QStringLiteral("a"), 2);
+    test::insertAgain(twice, QStringLiteral("a"), 2);
     const QVariant inner(QStringLiteral("inner"));
     std::vector<QVariant> variants = {
         QVariant(),
-        QVariant(QVariant::Double),
+        test::nullVariant(QMetaType::Double),
         1.5,
         7,
         true,
         QStringLiteral("text"),
-        QVariant(QVariant::String),
+        test::nullVariant(QMetaType::QString),
         QByteArray("bytes"),
         QDate(2024, 2, 29),
         QDateTime({2024, 2, 29}, {12, 0}, QTimeZone("UTC")),
         QUrl(QStringLiteral("http://host/x")),
         QStringList{QStringLiteral("a"), QString()},
-        QVariant(QVariant::StringList),
+        test::nullVariant(QMetaType::QStringList),
         QVariant::fromValue(QByteArrayList{"a", "b"}),
         map,
         twice,
-        QVariant(QVariant::Map),
+        test::nullVariant(QMetaType::QVariantMap),
         QVariantHash{{QStringLiteral("h"), map}},
-        QVariant(QVariant::Hash),
+        test::nullVariant(QMetaType::QVariantHash),
         QVariantList{},
-        QVariant(QVariant::List),
+        test::nullVariant(QMetaType::QVariantList),
         QVariantList{map, QVariant(), QStringList{QStringLiteral("x")}, 5},
-        QVariant(QMetaType::QVariant, &inner),
-        QVariant(QMetaType::QVariant, nullptr),
+        test::variantOfVariant(&inner),
+        test::variantOfVariant(nullptr),
     };
     QVariantList everything;
     for (const QVariant &variant : variants)
@@ -289,7 +290,8 @@ TEST(StreamVariants, AnUnknownTypeIsAnInvalidVariantAndACorruptStream)
     const QuietMessages quiet;
     Param param;
     QDataStream stream(paramAround(
-        (Bytes() << quint32(1024) << qint8(0) << QByteArray("no such type\0", 13)).bytes()));
+        (Bytes() << quint32(QMetaType::User) << qint8(0) << QByteArray("no such type\0", 13))
+            .bytes()));
     EXPECT_TRUE(param.load(stream));
     EXPECT_FALSE(param.value.isValid());
     EXPECT_EQ(stream.status(), QDataStream::ReadCorruptData);
@@ -302,7 +304,7 @@ TEST(StreamVariants, AMapWithABrokenEntryIsEmpty)
     Bytes bytes;
     bytes << qint32(1) << qint32(4) << qint32(0) << QVariant(1.5) << true << QStringLiteral("sel")
           << quint32(2) << QStringLiteral("good") << QVariant(1) << QStringLiteral("bad")
-          << quint32(1024) << qint8(0) << QByteArray("no such type\0", 13)
+          << quint32(QMetaType::User) << qint8(0) << QByteArray("no such type\0", 13)
           << QStringLiteral("bind");
     Param param;
     QDataStream stream(bytes.bytes());
@@ -313,17 +315,22 @@ TEST(StreamVariants, AMapWithABrokenEntryIsEmpty)
     EXPECT_EQ(stream.status(), QDataStream::ReadCorruptData);
 }
 
-/// As Qt's map operators have it: no later one replaces an earlier one.
-TEST(StreamVariants, ADictionaryKeepsEveryEntryOfAKeyThatOccursTwice)
+/// As Qt's map operators have it: in Qt 5, no later one replaces an earlier one; a map of Qt 6
+/// keeps the last. The value of the key is the same.
+TEST(StreamVariants, ADictionaryHasTheLastValueOfAKeyThatOccursTwice)
 {
     Bytes bytes;
     bytes << qint32(1) << qint32(4) << qint32(0) << QVariant(1.5) << true << QString() << quint32(2)
           << QStringLiteral("k") << QVariant(1) << QStringLiteral("k") << QVariant(2) << QString();
     Param param;
     EXPECT_TRUE(test::loadBytes(param, bytes.bytes()));
-    EXPECT_EQ(param.dictionaryValues.size(), 2);
     EXPECT_EQ(param.dictionaryValues.value(QStringLiteral("k")).toInt(), 2);
-    EXPECT_EQ(test::saved(param).toHex(' '), bytes.bytes().toHex(' '));
+    Param last;
+    EXPECT_TRUE(test::loadBytes(last, test::saved(param)));
+    EXPECT_TRUE(last == param);
+    const bool keepsBoth = QT_VERSION < QT_VERSION_CHECK(6, 0, 0);
+    EXPECT_EQ(param.dictionaryValues.size(), keepsBoth ? 2 : 1);
+    EXPECT_EQ(test::saved(param) == bytes.bytes(), keepsBoth);
 }
 
 TEST(StreamVariants, NestedAsDeepAsIsReadComeBackWhole)
@@ -411,6 +418,7 @@ TEST(StreamVariants, AnArrayOfMoreBitsThanItsBytesCanCountIsRefused)
         Param param(ValueType_Double, Unit_None, 5.0);
         QDataStream stream(
             paramAround((Bytes() << quint32(QMetaType::QBitArray) << qint8(0) << bits).bytes()));
+        stream.setVersion(QDataStream::Qt_5_15);
         EXPECT_TRUE(param.load(stream));
         EXPECT_FALSE(param.value.isValid());
         EXPECT_EQ(stream.status(), QDataStream::ReadCorruptData);
@@ -518,7 +526,7 @@ public:
         open(QIODevice::ReadOnly | QIODevice::Unbuffered);
     }
     bool isSequential() const override { return true; }
-    qint64 bytesAvailable() const override { return std::min(m_arrived, m_left.size()); }
+    qint64 bytesAvailable() const override { return std::min<qint64>(m_arrived, m_left.size()); }
 
 protected:
     /// What has arrived, once; the rest after that.
@@ -534,7 +542,7 @@ protected:
 
 private:
     QByteArray m_left;
-    int m_arrived;
+    qint64 m_arrived;
 };
 
 TEST(StreamVariants, FromADeviceThatOnlyGoesForward)

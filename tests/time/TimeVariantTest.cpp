@@ -1,4 +1,5 @@
 #include "support/Printers.h"
+#include "support/TypedVariants.h"
 #include "time/TimePrinters.h"
 #include "time/WalkedCalendar.h"
 
@@ -114,8 +115,8 @@ void expectRefused(const Time &time, int code, int size)
 
     Time kept(time);
     for (const QVariant &wrong :
-         {QVariant(), QVariant(QVariant::List), QVariant(QVariantList()), QVariant(code),
-          QVariant(newYear2024), QVariant(QStringLiteral("2024-01-01 00:00:00")),
+         {QVariant(), test::nullVariant(QMetaType::QVariantList), QVariant(QVariantList()),
+          QVariant(code), QVariant(newYear2024), QVariant(QStringLiteral("2024-01-01 00:00:00")),
           QVariant(QVariantMap{{QStringLiteral("30"), newYear2024}}), QVariant(QByteArray("\x1e")),
           QVariant(shorter), QVariant(longer), QVariant(otherCode), QVariant(noCode),
           QVariant(nullCode), QVariant(reversed), QVariant(QVariantList{QVariant(right)})}) {

@@ -57,6 +57,10 @@ QDir deliveredBinDir()
     if (!program.isEmpty() && holdsProjArchive(QDir(program)))
         return QDir(program);
 
+    const QString told = kelstd_platform::toldProgramDirectory();
+    if (!told.isEmpty() && holdsProjArchive(QDir(told)))
+        return QDir(told);
+
     const QString library = QFileInfo(kelstd_platform::ownLibraryPath()).absolutePath();
     // An operating system's package keeps folders out of bin/.
     const QDir besideLibrary(library + QStringLiteral("/kelstd"));

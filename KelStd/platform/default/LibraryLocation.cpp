@@ -6,6 +6,12 @@
 #    include <dlfcn.h>
 #endif
 
+#if defined(Q_OS_UNIX)
+/// In the program that links the static libraries, where its build has it
+/// (cmake/KelStdProgramDirectory.cmake).
+extern "C" const char *kelstdProgramDirectory() __attribute__((weak));
+#endif
+
 namespace kelstd_platform {
 
 QString ownLibraryPath()
@@ -15,6 +21,15 @@ QString ownLibraryPath()
     if (dladdr(reinterpret_cast<const void *>(&ownLibraryPath), &info) != 0
         && info.dli_fname != nullptr)
         return QFile::decodeName(info.dli_fname);
+#endif
+    return {};
+}
+
+QString toldProgramDirectory()
+{
+#if defined(Q_OS_UNIX)
+    if (kelstdProgramDirectory != nullptr)
+        return QFile::decodeName(kelstdProgramDirectory());
 #endif
     return {};
 }

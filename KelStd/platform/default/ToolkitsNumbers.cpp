@@ -87,10 +87,10 @@ void Toolkits::GetDegreeMinuteSecond(double value, double *degree, double *minut
 
 void Toolkits::EraseTailZero(QString &text)
 {
-    const int point = text.indexOf(QLatin1Char('.'));
+    const auto point = text.indexOf(QLatin1Char('.'));
     if (point < 0 || !std::all_of(text.cbegin() + point + 1, text.cend(), isDigit))
         return;
-    int keep = text.size();
+    auto keep = text.size();
     while (text.at(keep - 1) == QLatin1Char('0'))
         --keep;
     if (keep == point + 1)
@@ -102,7 +102,7 @@ QString Toolkits::DoubleToString(double value, int decimals)
 {
     const int maxDecimals = std::max(decimals, 0);
     QString shortest = QString::number(value, 'f', QLocale::FloatingPointShortest);
-    const int point = shortest.indexOf(QLatin1Char('.'));
+    const auto point = shortest.indexOf(QLatin1Char('.'));
     if (point < 0 || shortest.size() - point - 1 <= maxDecimals)
         return shortest;
     QString rounded = QString::number(value, 'f', maxDecimals);

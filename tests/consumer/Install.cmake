@@ -1,0 +1,36 @@
+# Installs the build tree, for the tests that use it, and looks at what came.
+include("${CMAKE_CURRENT_LIST_DIR}/Steps.cmake")
+
+file(REMOVE_RECURSE "${WORK}")
+file(MAKE_DIRECTORY "${WORK}")
+step("${CMAKE_COMMAND}" --install "${BUILD_TREE}" --prefix "${prefix}")
+
+# The delivered library, all of it.
+file(GLOB_RECURSE delivered RELATIVE "${BUILD_TREE}/bin/library" "${BUILD_TREE}/bin/library/*")
+file(GLOB_RECURSE installed RELATIVE "${prefix}/bin/library" "${prefix}/bin/library/*")
+list(LENGTH installed installed_count)
+if(NOT installed STREQUAL delivered OR installed_count LESS 130)
+    complain("installed: ${installed}" "and not: ${delivered}")
+endif()
+
+# The documents, every header that a header includes, and nothing that names the build tree.
+foreach(document README.md LICENSE CHANGELOG.md docs/build-with-kelstd.md)
+    if(NOT EXISTS "${prefix}/share/doc/KelStd/${document}")
+        complain("${document} is not installed")
+    endif()
+endforeach()
+file(GLOB_RECURSE texts "${prefix}/include/*.h" "${prefix}/*.cmake" "${prefix}/*.pc")
+foreach(file IN LISTS texts)
+    file(READ "${file}" text)
+    string(REGEX MATCHALL "#include <KelStd/[^>]+>" includes "${text}")
+    foreach(include IN LISTS includes)
+        string(REGEX REPLACE "#include <(.*)>" "\\1" header "${include}")
+        if(NOT EXISTS "${prefix}/include/${header}")
+            complain("${file} includes ${header}, which is not installed")
+        endif()
+    endforeach()
+    string(FIND "${text}" "${BUILD_TREE}" place)
+    if(NOT place EQUAL -1)
+        complain("${file} names the build tree")
+    endif()
+endforeach()

@@ -1,0 +1,38 @@
+# A Makefile that asks pkg-config for the installed package: PROGRAM of SOURCE.
+include("${CMAKE_CURRENT_LIST_DIR}/Steps.cmake")
+
+file(GLOB package_files "${prefix}/*/pkgconfig/kelstd.pc" "${prefix}/*/*/pkgconfig/kelstd.pc")
+list(LENGTH package_files count)
+if(NOT count EQUAL 1)
+    complain("installed as kelstd.pc: ${package_files}")
+endif()
+get_filename_component(pc_directory "${package_files}" DIRECTORY)
+set(ENV{PKG_CONFIG_PATH} "${pc_directory}")
+
+# Every library once, and the one that leaves symbols open before the one that has them.
+step(pkg-config --libs ${PACKAGE})
+string(REGEX MATCHALL "-l[A-Za-z0-9]+" libraries "${output}")
+list(FILTER libraries INCLUDE REGEX "^-l(KelStd|Qt)")
+set(expected -lKelStd -lKelStdPlatform -lQt${QT}Xml -lQt${QT}Core)
+if(PACKAGE STREQUAL "kelstd-core")
+    list(REMOVE_ITEM expected -lKelStdPlatform)
+endif()
+if(NOT libraries STREQUAL expected)
+    complain("${PACKAGE} links ${libraries}" "and not ${expected}")
+endif()
+step(pkg-config --variable=qt_version_major ${PACKAGE})
+string(STRIP "${output}" major)
+if(NOT major EQUAL QT)
+    complain("${PACKAGE} says that it was built with Qt ${major}")
+endif()
+
+set(build "${WORK}/make ${PROGRAM}")
+file(MAKE_DIRECTORY "${build}")
+step("${CMAKE_COMMAND}" -E chdir "${build}" make -f "${SOURCE}/Makefile"
+    "VPATH=${SOURCE}" "CXX=${COMPILER}" ${PROGRAM})
+if(PROGRAM STREQUAL "host")
+    file(MAKE_DIRECTORY "${build}/home")
+    run_program("${build}/host" "${build}/home" "${prefix}/bin" "${SYSTEM}")
+else()
+    run_program("${build}/quickstart" "${SYSTEM}")
+endif()

@@ -1,0 +1,1 @@
+add_subdirectory("${KELSTD_FOLDER}" "${KELSTD_BINARY_FOLDER}")
