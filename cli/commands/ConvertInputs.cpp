@@ -6,7 +6,9 @@
 #include <cli/vector/FileOutput.h>
 #include <cli/vector/VectorFormats.h>
 
+#include <QtCore/QFile>
 #include <QtCore/QFileInfo>
+#include <QtCore/QRegularExpression>
 
 #include <algorithm>
 
@@ -32,6 +34,16 @@ QString outputHint(const QStringList &operands)
     return operands.size() > 1 && vector::FileOutput::hasExtension(operands.last())
                ? QStringLiteral("; -o %1 writes a file").arg(operands.last())
                : QString();
+}
+
+/// Whether a file begins with a sentence of NMEA 0183. Nothing is read of a pipe.
+bool beginsWithSentence(const QString &name)
+{
+    constexpr qint64 lookedAt = 200;
+    static const QRegularExpression sentence(QStringLiteral("\\A\\s*[$!][A-Z]{2}[A-Z0-9]{3},"));
+    QFile file(onDisk(name));
+    return QFileInfo(file).isFile() && file.open(QIODevice::ReadOnly)
+           && sentence.match(QString::fromLatin1(file.read(lookedAt))).hasMatch();
 }
 
 } // namespace
@@ -65,8 +77,14 @@ QString mistakeForList(const CommandLine &line, const ConvertOptions &options)
 {
     if (line.isSet(QStringLiteral("names")) && !options.isNmea)
         return QStringLiteral("--names is for --nmea and vector files");
-    return line.isSet(QStringLiteral("layer")) ? QStringLiteral("--layer is for vector files")
-                                               : QString();
+    if (line.isSet(QStringLiteral("layer")))
+        return QStringLiteral("--layer is for vector files");
+    const QStringList operands = line.positionals();
+    const auto nmea = std::find_if(operands.begin(), operands.end(), beginsWithSentence);
+    return options.isNmea || nmea == operands.end() || line.isSet(QStringLiteral("columns"))
+               ? QString()
+               : QStringLiteral("%1 begins with a sentence of NMEA 0183, which --nmea reads")
+                     .arg(*nmea);
 }
 
 QString mistakeInInputs(const ConvertOptions &options, const PositionInput &input)

@@ -43,7 +43,7 @@ using Epoch = nmea::ReceiverEpoch;
 
 constexpr EpochColumn epochColumns[] = {
     {"utc", ExtraColumn::Kind::Text, 24, [](const Epoch &epoch) { return epoch.utc(); }},
-    {"gps_week", ExtraColumn::Kind::Number, 0,
+    {"gps_week", ExtraColumn::Kind::Integer, 0,
      [](const Epoch &epoch) {
          const auto gps = epoch.gps();
          return gps ? QByteArray::number(gps->week) : QByteArray();
@@ -53,9 +53,9 @@ constexpr EpochColumn epochColumns[] = {
          const auto gps = epoch.gps();
          return gps ? gps->seconds : QByteArray();
      }},
-    {"quality", ExtraColumn::Kind::Number, 0,
+    {"quality", ExtraColumn::Kind::Integer, 0,
      [](const Epoch &epoch) { return numberOf(epoch.position.quality); }},
-    {"satellites", ExtraColumn::Kind::Number, 0,
+    {"satellites", ExtraColumn::Kind::Integer, 0,
      [](const Epoch &epoch) { return numberOf(epoch.position.satellites); }},
     {"hdop", ExtraColumn::Kind::Number, 0,
      [](const Epoch &epoch) { return textOf(epoch.position.hdop); }},

@@ -156,13 +156,19 @@ QStringList PositionRun::remarkOnHeights() const
 
 QStringList PositionRun::remarks() const
 {
-    if (m_parser.skippedLines() == 0 || input().isStopped()
-        || m_output.lastLine() > m_parser.skippedLines())
+    if (input().isStopped() || !m_output.isWithoutPositions())
         return {};
-    return {QStringLiteral("warning: --skip %1 passes over all of %2: line %3 is its last")
-                .arg(m_parser.skippedLines())
-                .arg(input().displayName())
-                .arg(m_output.lastLine())};
+    const QString name = input().displayName();
+    const qint64 skipped = m_parser.skippedLines();
+    if (skipped > 0 && m_output.lastLine() <= skipped) {
+        return {QStringLiteral("warning: --skip %1 passes over all of %2: line %3 is its last")
+                    .arg(skipped)
+                    .arg(name)
+                    .arg(m_output.lastLine())};
+    }
+    // A pipe may be empty, as in any other line of programs.
+    return input().isFile(name) ? QStringList(QStringLiteral("note: %1 has no positions").arg(name))
+                                : QStringList();
 }
 
 } // namespace KelStd::cli

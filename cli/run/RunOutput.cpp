@@ -10,6 +10,7 @@ void RunOutput::setInput(const QString &name, const QString &item)
     reportRemarks();
     m_notices = {};
     m_takenBefore = m_taken;
+    m_before = m_taken + m_failed;
     m_lastLine = 0;
     m_doneBytes = 0;
     m_hasOtherEncoding = false;

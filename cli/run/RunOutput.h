@@ -58,6 +58,9 @@ public:
 
     qint64 lastLine() const { return m_lastLine; }
 
+    /// Whether the input has had no position, not even one that failed.
+    bool isWithoutPositions() const { return m_taken + m_failed == m_before; }
+
     /// Ends the output and says how many failed. `error`: of an input that failed. `remarks`: to be
     /// said besides.
     ExitStatus finish(End end, const QString &error, const QStringList &remarks = {});
@@ -91,6 +94,7 @@ private:
     qint64 m_taken = 0;
     qint64 m_takenBefore = 0; ///< of the inputs before
     qint64 m_failed = 0;
+    qint64 m_before = 0; ///< positions of the inputs before, those that failed, too
     qint64 m_lastLine = 0;
     qint64 m_doneBytes = 0;
     Notices m_notices;

@@ -334,6 +334,32 @@ TEST(SeveralFiles, MayHaveTheirFurtherColumnsInAnotherOrder)
                                         "B,41.00000,c2,r2\nC,42.00000,\"c3,\",r3\n");
 }
 
+TEST(SeveralFiles, WithoutPositionsAreSaid)
+{
+    const ProgramRun program;
+    const QString empty = program.file(QStringLiteral("empty.csv"), "");
+    const QString headings = program.file(QStringLiteral("headings.csv"), "lat,lon,h\n\n");
+    const QString one = program.file(QStringLiteral("one.csv"), "lat,lon,h\n52.5,5.25,40\n");
+    const QString bad = program.file(QStringLiteral("bad.csv"), "lat,lon,h\n95,5.25,40\n");
+    const auto result = convertOf(program, {empty, one, headings, bad});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.err, Mentions("empty.csv has no positions\n"));
+    EXPECT_THAT(result.err, Mentions("headings.csv has no positions\n"));
+    EXPECT_EQ(result.err.count(QLatin1String("has no positions")), 2) << result.err;
+}
+
+TEST(SeveralFiles, OfAReceiverAreTold)
+{
+    const ProgramRun program;
+    const QString log = program.file(
+        QStringLiteral("log.txt"), "$GPGGA,120000,5210.1,N,00523.7,E,1,08,0.9,9.4,M,43.2,M,,*50\n");
+    const auto result = convertOf(program, {log});
+    EXPECT_EQ(result.status, 2);
+    EXPECT_EQ(result.out, QString());
+    EXPECT_THAT(result.err,
+                Mentions("log.txt begins with a sentence of NMEA 0183, which --nmea reads"));
+}
+
 TEST(SeveralFiles, AreNotWhatIsToBeWritten)
 {
     const ProgramRun program;
