@@ -44,12 +44,7 @@ CommandLine makeCommandLine()
             "kelstd datum fit --system harbour.xml --pairs pairs.csv --parameters three"),
         QStringLiteral(
             "kelstd datum fit --system harbour.xml --pairs pairs.csv --name Y -o new.xml"));
-    line.addOption({QStringLiteral("system"),
-                    QStringLiteral("The coordinate system: a document, or a name."),
-                    QStringLiteral("S")},
-                   systemValues());
-    line.addOption(
-        {QStringLiteral("pairs"), QStringLiteral("The points."), QStringLiteral("FILE")});
+    addSiteInputOptions(line, QStringLiteral("pairs"), QStringLiteral("The points."));
     line.addOption({QStringLiteral("parameters"), QStringLiteral("three or seven. Default: seven."),
                     QStringLiteral("COUNT")},
                    Values::ofWords({QStringLiteral("three"), QStringLiteral("seven")}));

@@ -30,7 +30,7 @@ CommandLine makeCommandLine()
     line.setExamples(
         QStringLiteral("kelstd site check --system hospital.xml --points control.csv"),
         QStringLiteral("kelstd site check --system hospital.xml --points control.csv --json"));
-    addSiteInputOptions(line, QStringLiteral("The points."));
+    addSiteInputOptions(line, QStringLiteral("points"), QStringLiteral("The points."));
     line.addOption({QStringLiteral("json"), QStringLiteral("Print an object of JSON, with all\n"
                                                            "digits.")});
     addDirectoryOption(line);

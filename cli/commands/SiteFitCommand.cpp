@@ -71,7 +71,7 @@ CommandLine makeCommandLine()
         QStringLiteral("kelstd site fit --system EPSG:28992 --points control.csv -o new.xml"),
         QStringLiteral(
             "kelstd site fit --system harbour.xml --points control.csv --report fit.html"));
-    addSiteInputOptions(line, QStringLiteral("The control points."));
+    addSiteInputOptions(line, QStringLiteral("points"), QStringLiteral("The control points."));
     line.addOption(
         {horizontalOption, QStringLiteral("four, rotation, shift or none. Default: four."),
          QStringLiteral("METHOD")},

@@ -39,13 +39,13 @@ QString listFile(const QString &name)
 
 } // namespace
 
-void addSiteInputOptions(CommandLine &line, const QString &pointsDescription)
+void addSiteInputOptions(CommandLine &line, const QString &listOption, const QString &description)
 {
     line.addOption({QStringLiteral("system"),
                     QStringLiteral("The coordinate system: a document, or a name."),
                     QStringLiteral("S")},
                    systemValues());
-    line.addOption({QStringLiteral("points"), pointsDescription, QStringLiteral("FILE")});
+    line.addOption({listOption, description, QStringLiteral("FILE")});
 }
 
 QString pointsHelp()

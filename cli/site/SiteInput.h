@@ -16,8 +16,8 @@ namespace KelStd::cli {
 class CommandLine;
 class Console;
 
-/// Adds --system and --points, with this description of the latter.
-void addSiteInputOptions(CommandLine &line, const QString &pointsDescription);
+/// Adds --system and the option of the list, with this description.
+void addSiteInputOptions(CommandLine &line, const QString &listOption, const QString &description);
 
 /// What the help says about the list of points.
 QString pointsHelp();
