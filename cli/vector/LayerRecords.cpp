@@ -17,6 +17,8 @@ using positions::Frame;
 
 bool isUtf8(const std::string &text)
 {
+    if (std::all_of(text.begin(), text.end(), [](char c) { return c > 0; }))
+        return true;
     QTextCodec::ConverterState state;
     QTextCodec::codecForName("UTF-8")->toUnicode(text.data(), static_cast<int>(text.size()),
                                                  &state);
@@ -72,8 +74,9 @@ LayerRecords::LayerRecords(LayerReader &reader, QString name, const LayerForm &f
     : m_reader(reader), m_name(std::move(name)), m_form(form),
       m_isOwn(ownCoordinates(fieldNames(reader.layer()))),
       m_heightReferenceField(heightReferenceAmong(fieldNames(reader.layer()))),
-      m_rejected(reader.layer(), form,
-                 carriedNames(fieldNames(reader.layer()), form.nameField, m_isOwn))
+      m_rejected(
+          reader.layer(), form, carriedNames(fieldNames(reader.layer()), form.nameField, m_isOwn),
+          m_heightReferenceField >= 0 && m_isOwn[static_cast<std::size_t>(m_heightReferenceField)])
 {}
 
 positions::InputColumns LayerRecords::columns() const
@@ -222,6 +225,10 @@ QStringList LayerRecords::remarks() const
                        .arg(counted(m_withoutHeight, "feature has", "features have"))
                        .arg(height == 0.0 ? QStringLiteral("0")
                                           : QString::number(height, 'g', 12) + QLatin1String(" m"));
+    }
+    if (m_form.height && m_withoutHeight == 0) {
+        remarks += QStringLiteral("warning: the height of --height is that of no feature: all have "
+                                  "one of their own");
     }
     if (m_labels > 0) {
         remarks +=
