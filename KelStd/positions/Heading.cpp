@@ -78,8 +78,9 @@ const NamedUnit *unitBySign(const QString &text)
 QString withoutLetter(const QString &text)
 {
     static const QRegularExpression letter(
-        QStringLiteral("\\A\\s*(east|easting|north|northing|height|elev|elevation)\\s*"
-                       "[\\[(]\\s*[xyzenh]\\s*[\\])](.*)\\z"),
+        QStringLiteral("\\A\\s*(east(?:ing)?(?=%1[xye])|north(?:ing)?(?=%1[xyn])|"
+                       "(?:height|elev(?:ation)?)(?=%1[zh]))%1[a-z]\\s*[\\])](.*)\\z")
+            .arg(QStringLiteral("\\s*[\\[(]\\s*")),
         QRegularExpression::CaseInsensitiveOption);
     const QRegularExpressionMatch match = letter.match(text);
     return match.hasMatch() ? match.captured(1) + QLatin1Char(' ') + match.captured(2) : text;

@@ -60,12 +60,12 @@ void SpreadsheetWriter::write(QByteArray &bytes, const PrintedPosition &position
         m_printer.append(buffer, *column.component(), *location);
         // An angle with signs of degrees looks like nothing else. Its decimals are those of the
         // numbers beside it: points and commas in one line could mean two things.
-        QByteArray value;
-        appendNumber(value, viewOf(buffer));
-        if (column.isNumber)
-            bytes += value;
-        else
-            appendCsvField(bytes, viewOf(value));
+        if (column.isNumber) {
+            appendNumber(bytes, viewOf(buffer));
+            continue;
+        }
+        std::replace(buffer.begin(), buffer.end(), '.', m_dialect.decimalPoint());
+        appendCsvField(bytes, viewOf(buffer));
     }
     bytes += lineEnd;
 }

@@ -65,8 +65,9 @@ LayerRecords::LayerRecords(LayerReader &reader, QString name, const LayerForm &f
     : m_reader(reader), m_name(std::move(name)), m_form(form),
       m_isOwn(ownCoordinates(fieldNames(reader.layer()))),
       m_heightReferenceField(heightReferenceAmong(fieldNames(reader.layer()))),
-      m_rejected(reader.layer(), form,
-                 carriedNames(fieldNames(reader.layer()), form.nameField, m_isOwn))
+      m_rejected(
+          reader.layer(), form, carriedNames(fieldNames(reader.layer()), form.nameField, m_isOwn),
+          m_heightReferenceField >= 0 && m_isOwn[static_cast<std::size_t>(m_heightReferenceField)])
 {}
 
 positions::InputColumns LayerRecords::columns() const
@@ -215,6 +216,10 @@ QStringList LayerRecords::remarks() const
                        .arg(counted(m_withoutHeight, "feature has", "features have"))
                        .arg(height == 0.0 ? QStringLiteral("0")
                                           : QString::number(height, 'g', 12) + QLatin1String(" m"));
+    }
+    if (m_form.height && m_withoutHeight == 0) {
+        remarks += QStringLiteral("warning: the height of --height is that of no feature: all have "
+                                  "one of their own");
     }
     if (m_labels > 0) {
         remarks +=

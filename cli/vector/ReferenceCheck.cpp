@@ -1,8 +1,7 @@
 #include <cli/vector/ReferenceCheck.h>
 
+#include <cli/vector/DatumFacts.h>
 #include <cli/vector/PlaneProjection.h>
-
-#include <QtCore/QRegularExpression>
 
 #include <algorithm>
 #include <cmath>
@@ -55,108 +54,6 @@ QString positionsOf(Kind kind)
 QString nameOf(Frame frame)
 {
     return QString::fromLatin1(positions::rowOf(frame).option);
-}
-
-/// "D_WGS_1984" is "wgs 1984".
-QString plainName(const std::string &datum)
-{
-    QString name = text(datum).toLower().replace(QLatin1Char('_'), QLatin1Char(' ')).simplified();
-    return name.startsWith(QLatin1String("d ")) ? name.mid(2) : name;
-}
-
-bool isUnnamed(const std::string &datum)
-{
-    const QString name = plainName(datum);
-    return name.isEmpty() || name.startsWith(QLatin1String("unknown"))
-           || name.startsWith(QLatin1String("unnamed"))
-           || name.startsWith(QLatin1String("not specified"));
-}
-
-/// Numbers of a shift as they stand in a name, where a .prj has nothing but letters, digits and
-/// the minus: "346_448_-125_157_542_06". Zeros at the end are left out.
-QString plainShift(const QString &numbers)
-{
-    static const QRegularExpression others(QStringLiteral("[^0-9-]+"));
-    static const QRegularExpression ends(QStringLiteral("^_+|(_0+)*_*$"));
-    return QString(numbers).replace(others, QStringLiteral("_")).remove(ends);
-}
-
-/// The shift that the name of a datum states, "unknown based on ... using towgs84=1,2,3"; empty
-/// where it states none.
-QString shiftInName(const std::string &datum)
-{
-    static const QString word = QStringLiteral("using towgs84");
-    const QString name = plainName(datum);
-    const auto place = name.indexOf(word);
-    if (place < 0)
-        return {};
-    return plainShift(text(datum).simplified().right(name.size() - place - word.size()));
-}
-
-/// Frames that move with the earth or a plate and agree with WGS 84 to some decimetres, a metre at
-/// most: what a receiver gives as WGS 84 is often one of them.
-bool isNearWgs84(const std::string &datum)
-{
-    static const QRegularExpression names(QStringLiteral(
-        "^(wgs ?84|wgs 1984|world geodetic system 1984|etrs ?89|etrs 1989|etrf|european "
-        "terrestrial "
-        "reference (system|frame)|itrf|igs|international terrestrial reference "
-        "frame|sirgas|sistema "
-        "de referencia geocentrico|china 2000|cgcs ?2000|gda ?2020|geocentric datum of australia "
-        "2020|nzgd ?2000|new zealand geodetic datum 2000)"));
-    return names.match(plainName(datum)).hasMatch();
-}
-
-bool isWgs84(const std::string &datum)
-{
-    static const QRegularExpression names(
-        QStringLiteral("^(wgs ?84|wgs 1984|world geodetic system 1984)( ensemble)?$"));
-    return names.match(plainName(datum)).hasMatch();
-}
-
-bool haveSameEllipsoid(const Reference &one, const Reference &other)
-{
-    // A tenth of a millimetre in the radius; what texts leave of 1/298.257223563.
-    constexpr double radiusTolerance = 1e-4;
-    constexpr double flatteningTolerance = 1e-6;
-    return std::abs(one.semiMajor - other.semiMajor) <= radiusTolerance
-           && std::abs(one.inverseFlattening - other.inverseFlattening) <= flatteningTolerance
-           && std::abs(one.primeMeridian - other.primeMeridian) <= 1e-9;
-}
-
-/// Whether two stated shifts are one: to a millimetre on the ground.
-bool haveSameShift(const std::vector<double> &one, const std::vector<double> &other)
-{
-    constexpr double earthRadius = 6.4e6;
-    constexpr double secondOfArc = degree / 3600.0;
-    const double scales[] = {1.0,
-                             1.0,
-                             1.0,
-                             secondOfArc * earthRadius,
-                             secondOfArc * earthRadius,
-                             secondOfArc * earthRadius,
-                             1e-6 * earthRadius};
-    for (std::size_t i = 0; i < one.size() && i < other.size(); ++i) {
-        if (std::abs(one[i] - other[i]) * scales[i] > 0.001)
-            return false;
-    }
-    return true;
-}
-
-QString shownShift(const std::vector<double> &shift)
-{
-    QStringList numbers;
-    for (const double number : shift)
-        numbers += QString::number(number, 'g', 10);
-    return numbers.join(QLatin1Char(','));
-}
-
-QString shownDatum(const Reference &reference)
-{
-    return reference.datum.empty()
-               ? QStringLiteral("no datum that has a name")
-               : QStringLiteral("the datum \"%1\"")
-                     .arg(text(reference.datum).replace(QLatin1Char('_'), QLatin1Char(' ')));
 }
 
 } // namespace

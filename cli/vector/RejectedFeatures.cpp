@@ -44,11 +44,14 @@ QByteArray wellKnownText(const Feature &feature)
 
 } // namespace
 
-RejectedFeatures::RejectedFeatures(const Layer &layer, const LayerForm &form, QStringList extras)
+RejectedFeatures::RejectedFeatures(const Layer &layer, const LayerForm &form, QStringList extras,
+                                   bool saysReference)
     : m_frame(form.frame), m_hasNames(form.nameField >= 0),
       m_hasGeometries(layer.mayHaveOthers || !form.whyNoHeights.isEmpty()),
-      m_readsHeights(form.whyNoHeights.isEmpty()), m_planeUnit(unitOf(form.planeUnit)),
-      m_lengthUnit(unitOf(form.heightUnit)), m_extras(std::move(extras))
+      m_readsHeights(form.whyNoHeights.isEmpty()),
+      m_saysReference(saysReference && form.frame == Frame::LocalProjected),
+      m_planeUnit(unitOf(form.planeUnit)), m_lengthUnit(unitOf(form.heightUnit)),
+      m_extras(std::move(extras))
 {}
 
 /// The unit itself where it has a name that is read beside any frame, else metres.
@@ -79,6 +82,8 @@ QByteArray RejectedFeatures::headerLine() const
         const positions::Column &column = positions::columnOf(m_frame, i);
         names += positions::csvNameOf(column, unitOf(column).symbol);
     }
+    if (m_saysReference)
+        names += QString::fromLatin1(positions::heightReferenceName);
     QStringList others = m_extras;
     if (m_hasGeometries)
         others += QStringLiteral("geometry");
@@ -109,6 +114,8 @@ QByteArray RejectedFeatures::line(const Feature &feature, const SourceRecord &re
         const bool isKnown = i + 1 < positions::componentsPerFrame ? isPlaced : hasHeight;
         fields += isKnown ? shortest(values[i] * unit.factor) : QByteArray();
     }
+    if (m_saysReference)
+        fields += record.heightReference;
     for (const QByteArray &extra : record.extras)
         fields += extra;
     if (m_hasGeometries) {

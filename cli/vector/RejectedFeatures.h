@@ -18,8 +18,10 @@ struct LayerForm;
 class RejectedFeatures
 {
 public:
-    /// `extras`: the names of the attributes that are carried.
-    RejectedFeatures(const Layer &layer, const LayerForm &form, QStringList extras);
+    /// `extras`: the names of the attributes that are carried. `saysReference`: a field that is not
+    /// carried says what the projected height is above.
+    RejectedFeatures(const Layer &layer, const LayerForm &form, QStringList extras,
+                     bool saysReference);
 
     QByteArray headerLine() const;
 
@@ -43,6 +45,7 @@ private:
     bool m_hasNames;
     bool m_hasGeometries;
     bool m_readsHeights;
+    bool m_saysReference;
     Unit m_planeUnit;
     Unit m_lengthUnit;
     Unit m_angleUnit = {QStringLiteral("deg"), 1.0};

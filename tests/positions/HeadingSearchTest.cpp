@@ -142,7 +142,8 @@ INSTANTIATE_TEST_SUITE_P(
         Ended{"TitleOfOneNumber", "2024\n5.25,52.5,40\n",
               "1: the line is neither headings nor a position: 1 field found"},
         Ended{"TitleOfTwoLines", "Survey\nof 2024 in B\nA,5.25,52.5,40\n",
-              "1: the line holds no number, so it is a header; it names no longitude; --columns picks "
+              "1: the line holds no number, so it is a header; it names no longitude; --columns "
+              "picks "
               "columns with other headings. Accepted for --from wgs84-llh: longitude (longitude, "
               "lon, long, lng, wgs84_longitude); latitude (latitude, lat, wgs84_latitude); height "
               "(height, h, ellipsoidal_height, wgs84_height); --skip 2 passes over the first 2 "

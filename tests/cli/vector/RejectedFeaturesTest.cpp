@@ -100,6 +100,23 @@ TEST_F(RejectedFeatures, KeepAPointOfKmlAboveTheGround)
     EXPECT_TRUE(rejects.contains("POINT Z (5.4 52.2 7.5)")) << rejects.toStdString();
 }
 
+TEST_F(RejectedFeatures, StillSayWhatTheirHeightsAreAbove)
+{
+    const QString file = layer(
+        "p.gpkg", "-a_srs EPSG:32631 -nlt POINTZ",
+        feature("\"name\":\"A\",\"local_height_reference\":\"geoid egm96_15.gtx\",\"code\":\"x\"",
+                "{\"type\":\"Point\",\"coordinates\":[663290.5,5780964.5,43]}"));
+    const QByteArray rejects = rejectsOf(file, QStringLiteral("--system EPSG:32631"));
+    EXPECT_EQ(rejects.toStdString(), "point,local_northing_m,local_easting_m,local_height_m,"
+                                     "local_height_reference,code\n"
+                                     "A,5780964.5,663290.5,43,geoid egm96_15.gtx,x\n");
+    const ProgramResult again = m_program.run(
+        words(QStringLiteral("convert --system EPSG:32631 --from local-neh")), rejects);
+    EXPECT_EQ(again.status, 1);
+    EXPECT_TRUE(mentionsAll(again.err, {"the height is above \"geoid egm96_15.gtx\""}))
+        << again.err;
+}
+
 // EPSG:2263 is a plane in US survey feet (1200/3937 m).
 TEST_F(RejectedFeatures, NameTheirUnitsAndAreReadInThem)
 {

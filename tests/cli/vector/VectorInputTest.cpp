@@ -280,6 +280,9 @@ TEST_F(VectorInputs, InFeetTakeAHeightInTheUnitOfLengths)
                                      "--fields local_height"));
     ASSERT_EQ(result.status, 0) << result.err;
     EXPECT_EQ(result.out.toStdString(), "local_height_us_ft\n100.00000\n");
+    const ProgramResult needless =
+        convert(layer(QStringLiteral("p.gpkg")), QStringLiteral("--height 100"));
+    EXPECT_TRUE(mentionsAll(needless.err, {"--height is that of no feature"})) << needless.err;
 }
 
 TEST_F(VectorInputs, AreHeldAgainstWhatTheySayOfTheirHeights)
