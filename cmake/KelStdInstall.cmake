@@ -39,7 +39,12 @@ install(FILES
     DESTINATION "${package_dir}" COMPONENT development)
 
 include(KelStdPkgConfig)
+# The documents' folder has our name, also as a part of a project with another.
+set(documents "${CMAKE_INSTALL_DOCDIR}")
+if(NOT PROJECT_IS_TOP_LEVEL)
+    set(documents "${CMAKE_INSTALL_DATAROOTDIR}/doc/KelStd")
+endif()
 install(FILES README.md CHANGELOG.md LICENSE
-    DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT development)
-install(DIRECTORY docs/ DESTINATION "${CMAKE_INSTALL_DOCDIR}/docs" COMPONENT development
+    DESTINATION "${documents}" COMPONENT development)
+install(DIRECTORY docs/ DESTINATION "${documents}/docs" COMPONENT development
     FILES_MATCHING PATTERN "*.md")

@@ -22,6 +22,18 @@ namespace {
 /// U+FFFE and U+FFFF are no characters of XML.
 constexpr ushort firstNonCharacter = 0xFFFE;
 
+/// XML leaves the control characters below the blank out. The parser of Qt 5 takes them, and names
+/// may have them; that of Qt 6 does not.
+constexpr bool takesControls = QT_VERSION < QT_VERSION_CHECK(6, 0, 0);
+
+/// Whether a document can hold the character, which is no half of a pair.
+bool isHeld(QChar c)
+{
+    const bool isControl = c < QLatin1Char(' ') && c != QLatin1Char('\t') && c != QLatin1Char('\n')
+                           && c != QLatin1Char('\r');
+    return c < QChar(firstNonCharacter) && (takesControls || !isControl);
+}
+
 /// The line of a place in a text, from 1; it may end in a line feed, a carriage return or both.
 int lineOf(const QChar *begin, const QChar *place)
 {
@@ -290,12 +302,10 @@ QString withCharacters(const QString &text, const std::vector<WideReference> &re
 bool isXmlText(const QString &text)
 {
     constexpr ushort firstSurrogate = 0xD800;
-    const auto isOrdinary = [](QChar c) { return c < QChar(firstSurrogate); };
+    const auto isOrdinary = [](QChar c) { return c < QChar(firstSurrogate) && isHeld(c); };
     if (std::all_of(text.cbegin(), text.cend(), isOrdinary))
         return true;
-    return text.isValidUtf16() && std::all_of(text.cbegin(), text.cend(), [](QChar c) {
-               return c < QChar(firstNonCharacter);
-           });
+    return text.isValidUtf16() && std::all_of(text.cbegin(), text.cend(), isHeld);
 }
 
 namespace {
@@ -308,7 +318,7 @@ DocumentFailure foreignText(const QString &text)
         const bool isPair = text.at(known).isHighSurrogate() && known + 1 < text.size()
                             && text.at(known + 1).isLowSurrogate();
         const QChar c = text.at(known);
-        if (!isPair && (c.isSurrogate() || c >= QChar(firstNonCharacter)))
+        if (!isPair && (c.isSurrogate() || !isHeld(c)))
             break;
         known += isPair ? 2 : 1;
     }
