@@ -25,6 +25,10 @@ const LookedAt pages[] = {
     {"concepts.html", "Glossary"},
     {"values.html", "Angles as they are typed"},
     {"formats-streams.html", "Examples, byte by byte"},
+    {"formats-documents.html", "A whole one"},
+    {"formats-ggf.html", "Leaving rows out is an old habit"},
+    {"heights.html", "Which height is where"},
+    {"display-configuration.html", "What the library does about it"},
     {"cookbook.html", "A whole survey in every format"},
     {"commands.html", "Positions of one frame in all frames"},
     {"command-convert.html", "--columns LIST"},
@@ -32,6 +36,9 @@ const LookedAt pages[] = {
     {"group__room__coord.html", "ISO 19111"},
     {"classKelStd_1_1LocationBuilder.html", "Makes many locations of one coordinate system."},
     {"classKelStd_1_1CoordStringHelper.html", "ForCoordIO_Unit_from_DescriptionAsciiString"},
+    {"classKelStd_1_1stEllipsoinTransform.html", "The datum transformation from WGS84"},
+    {"functions_func_f.html", "ForCoordIO_Boolean_to_AsciiString"},
+    {"KelStd_8h.html", "KelStd/calibration/SiteFit.h"},
     {"performance.html", "What the rows mean"},
 };
 

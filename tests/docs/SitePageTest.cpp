@@ -45,7 +45,8 @@ const Prepared rows[] = {
     {u"```console\n$ a -- b\n```", u"```{.unparsed}\n$ a -- b\n```"},
 };
 
-INSTANTIATE_TEST_SUITE_P(Rows, SitePage, testing::ValuesIn(rows));
+INSTANTIATE_TEST_SUITE_P(Rows, SitePage, testing::ValuesIn(rows),
+                         [](const auto &row) { return std::to_string(row.index); });
 
 TEST_P(SitePage, IsWrittenForTheGenerator)
 {
