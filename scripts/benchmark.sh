@@ -86,6 +86,8 @@ measure_part() {
         keep_figures_of benchmarks/peers/pyproj_arrays.py "$programs/location_arrays" "$points"
         keep_figures_of env PYTHONPATH=build/benchmark/python benchmarks/python/array_call.py \
             build/benchmark/lib/array_call.so tests/data/systems/ed50_utm_31n.xml "$points"
+        keep_figures_of env PYTHONPATH=build/benchmark/python benchmarks/python/ways.py \
+            build/benchmark/bin/kelstd examples/dask tests/data/systems/ed50_utm_31n.xml "$points"
         keep_figures_of benchmarks/peers/whole_programs.py build/benchmark/bin/kelstd \
             tests/data/systems/ed50_utm_31n.xml "$points"
         if [ "$(nproc)" -gt 1 ]; then

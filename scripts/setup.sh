@@ -30,7 +30,7 @@ packages=(
     python3-zarr                     # and its arrays
 )
 case "${1:-}" in
-benchmark) packages+=(libbenchmark-dev python3-pyproj python3-numpy) ;;
+benchmark) packages+=(libbenchmark-dev python3-pyproj parallel) ;;
 fuzz) packages+=(clang libclang-rt-dev) ;;
 package) packages+=(dpkg-dev file lintian) ;;
 try-packages) packages+=(mmdebstrap) ;;

@@ -8,6 +8,8 @@
 #    include <QtCore/QStringDecoder>
 #endif
 
+#include <algorithm>
+
 namespace KelStd {
 
 // What differs between the two Qts is this class.
@@ -112,6 +114,9 @@ QByteArray encodingOfMark(const QByteArray &bytes)
 
 bool isUtf8(const char *bytes, qsizetype size)
 {
+    // Nearly all texts are of ASCII alone.
+    if (std::all_of(bytes, bytes + size, [](char c) { return c > 0; }))
+        return true;
     TextDecoder decoder("UTF-8");
     decoder.decode(bytes, size);
     return !decoder.hasFoundDamage() && !decoder.isInsideCharacter();

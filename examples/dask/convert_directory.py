@@ -49,6 +49,8 @@ def keep_to_manifest(plan: partitions.Plan, output: pathlib.Path, inputs: list[p
     now = {"system": plan.system, "frame": plan.frame, "csv_columns": list(plan.columns), "rows": rows,
            "columns": partitions.names_of(plan), "inputs": {path.name: fingerprint(path) for path in inputs}}
     path = output / MANIFEST
+    if not path.exists() and any(not left.name.startswith(partitions.TEMPORARY) for left in output.iterdir()):
+        raise SystemExit(f"{output} has something else in it; name another directory")
     if path.exists():
         before = json.loads(path.read_text())
         for key in ("system", "frame", "csv_columns", "rows"):
@@ -158,5 +160,5 @@ def main() -> int:
 if __name__ == "__main__":
     try:
         sys.exit(main())
-    except kelstd.Error as error:
+    except (kelstd.Error, OSError) as error:
         sys.exit(f"convert_directory: {error}")

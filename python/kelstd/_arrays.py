@@ -92,8 +92,8 @@ def _of_objects(name: str, array: NDArray[Any]) -> NDArray[np.float64]:
         try:
             numbers[at] = np.nan if item is None or item is getattr(sys.modules.get("pandas"), "NA", None) \
                 else float(item)
-        except (TypeError, ValueError):
-            raise TypeError(f"{name} holds {item!r}, which is no real number") from None
+        except (TypeError, ValueError, OverflowError):
+            raise TypeError(f"{name} holds {item!r:.100}, which is no real number") from None
     return numbers
 
 

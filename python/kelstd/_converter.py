@@ -10,6 +10,7 @@ from . import _core
 from ._arrays import Positions, take_positions, thread_count, warn
 from ._locations import _ABOVE_GEOID, _FAILED, _OUTSIDE_AREA, _OUTSIDE_HULL, Locations, Outcomes
 from ._systems import System
+from ._texts import plain_text
 
 __all__ = ["FRAMES", "Converter", "Geoid", "Separations", "geoid_models"]
 
@@ -200,9 +201,7 @@ class Geoid:
     """
 
     def __init__(self, name: str) -> None:
-        if not isinstance(name, str):
-            raise TypeError("the name of a geoid model is a text")
-        self._name = name
+        self._name = plain_text("the name of a geoid model", name)
         self._core = _core.ArrayConversion(_core.system_of_model(name))
 
     def __reduce__(self) -> tuple[Any, ...]:

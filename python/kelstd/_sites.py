@@ -10,6 +10,7 @@ from typing import Any, Iterable, Mapping
 from . import _core
 from ._arrays import warn
 from ._systems import System
+from ._texts import plain_text
 
 __all__ = ["ControlPoint", "SiteCheck", "SiteFit", "check_site", "control_points", "fit_site"]
 
@@ -79,11 +80,14 @@ def fit_site(
     :raises FitRefusedError: the points do not make the fit; the text says what to do
     """
     _require_system(system)
+    for word in (horizontal, vertical, name):
+        if word is not None:
+            plain_text("a method or a name", word)
     if isinstance(without, str):
         raise TypeError("without is a list of names")
     core, text = _core.fit_site(
         system._core, _rows(points), horizontal, vertical, _number_or_none("sigma_h", sigma_h),
-        _number_or_none("sigma_v", sigma_v), [str(one) for one in without], name,
+        _number_or_none("sigma_v", sigma_v), [plain_text("a name", one) for one in without], name,
     )
     report = json.loads(text)
     warn(report["warnings"])
@@ -143,8 +147,8 @@ def _row(point: Any) -> tuple[Any, ...]:
     has_use = isinstance(use, str) or not (use is None or use != use)
     numbers = [float(values[name]) for name in _NEEDED[1:]]
     return (
-        str(values["name"]), *numbers, _number_or_none("elevation", values["elevation"]),
-        str(use) if has_use else None, _number_or_none("sigma_h", values["sigma_h"]),
+        plain_text("the name of a point", str(values["name"])), *numbers, _number_or_none("elevation", values["elevation"]),
+        plain_text("the use", str(use)) if has_use else None, _number_or_none("sigma_h", values["sigma_h"]),
         _number_or_none("sigma_v", values["sigma_v"]),
     )
 

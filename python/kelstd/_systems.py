@@ -3,12 +3,14 @@
 from __future__ import annotations
 
 import json
+import math
 import os
 from typing import Any, Mapping, NamedTuple
 from xml.etree import ElementTree
 
 from . import _core
 from ._arrays import warn
+from ._texts import plain_text, whole_path
 
 __all__ = ["DatumShift", "Definitions", "Origin", "PlaneUnit", "System"]
 
@@ -76,10 +78,8 @@ class System:
         :raises SystemRefusedError: it is no document of a system, or it is in doubt and not
             ``lenient``; ``details`` has the findings
         """
-        given = os.fspath(path)
-        if not isinstance(given, str):
-            raise TypeError("the path is a text or a path of texts")
-        return cls._noted(_core.read_file(os.path.abspath(given), given, bool(lenient)))
+        whole = whole_path(path)
+        return cls._noted(_core.read_file(whole, str(path), bool(lenient)))
 
     @classmethod
     def find(
@@ -89,7 +89,7 @@ class System:
         library: str | os.PathLike[str] | None = None,
         lenient: bool = False,
         at: tuple[float, float] | None = None,
-        shift: str | None = None,
+        shift: str | int | None = None,
         take_as_wgs84: bool = False,
         fit: bool = False,
     ) -> System:
@@ -113,19 +113,23 @@ class System:
             several systems have the code, or the document is in doubt
         :raises NotReadyError: PROJ or the library cannot be used
         """
-        if not isinstance(name, str):
-            raise TypeError("the name of a system is a text")
-        place = None if at is None else (float(at[0]), float(at[1]))
-        directory = "" if library is None else os.path.abspath(os.fspath(library))
+        text = plain_text("the name of a system", name)
+        place = None if at is None else _place(at)
+        directory = "" if library is None else whole_path(library)
+        chosen = "" if shift is None else plain_text("the datum shift", str(shift)).strip()
+        if shift is not None and not chosen:
+            raise ValueError("the datum shift has no name")
         found = _core.find(
-            name, directory, bool(lenient), place, shift or "", bool(take_as_wgs84), bool(fit)
+            text, directory, bool(lenient), place, chosen, bool(take_as_wgs84), bool(fit)
         )
         return cls._noted(found)
 
     @classmethod
     def from_xml(cls, text: str | bytes, *, lenient: bool = False) -> System:
         """Reads a document from memory, as :meth:`open` does from a file."""
-        document = text.encode() if isinstance(text, str) else bytes(text)
+        if not isinstance(text, (str, bytes)):
+            raise TypeError("a document is a text or its bytes")
+        document = plain_text("the document", text).encode() if isinstance(text, str) else text
         return cls._noted(_core.read_text(document, bool(lenient)))
 
     @classmethod
@@ -147,7 +151,7 @@ class System:
 
     def save(self, path: str | os.PathLike[str]) -> None:
         """Writes the document, whole or not at all; a file that is there is replaced."""
-        self._core.save(os.path.abspath(os.fspath(path)))
+        self._core.save(whole_path(path))
 
     @property
     def name(self) -> str:
@@ -211,3 +215,13 @@ class System:
     def _canonical(self) -> str:
         # The attributes of a document are in no order of their own.
         return str(ElementTree.canonicalize(self.to_xml()))
+
+
+def _place(at: Any) -> tuple[float, float]:
+    try:
+        longitude, latitude = () if isinstance(at, str) else (float(number) for number in at)
+    except (TypeError, ValueError):
+        raise ValueError("a place is its longitude and latitude in degrees") from None
+    if not (math.isfinite(longitude) and abs(longitude) <= 360 and abs(latitude) <= 90):
+        raise ValueError(f"there is no place at longitude {longitude}, latitude {latitude}")
+    return longitude, latitude

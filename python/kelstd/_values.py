@@ -7,6 +7,7 @@ from typing import Any, Callable
 import numpy as np
 
 from . import _core
+from ._texts import plain_text
 
 __all__ = ["format_angle", "format_length", "parse_angle", "parse_length"]
 
@@ -23,7 +24,9 @@ def format_angle(
     :return: a text, or an array of texts
     :raises ValueRefusedError: a number that is not finite, or an unknown word
     """
-    return _each(lambda one: _core.format_angle(float(one), kind, style, decimals), degrees)
+    plain_text("the kind", kind), plain_text("the style", style)
+    shown = None if decimals is None else _decimals(decimals)
+    return _each(lambda one: _core.format_angle(float(one), kind, style, shown), degrees)
 
 
 def parse_angle(text: Any, kind: str = "angle") -> Any:
@@ -36,7 +39,7 @@ def parse_angle(text: Any, kind: str = "angle") -> Any:
     :param text: a text, or an array of texts
     :raises ValueRefusedError: a text that is no such angle; it says which
     """
-    return _each(lambda one: _core.parse_angle(_text(one), kind), text, np.float64)
+    return _each(lambda one: _core.parse_angle(plain_text("an angle", one), plain_text("the kind", kind)), text, np.float64)
 
 
 def format_length(metres: Any, unit: str = "m", *, decimals: int = 3) -> Any:
@@ -46,18 +49,20 @@ def format_length(metres: Any, unit: str = "m", *, decimals: int = 3) -> Any:
     :param unit: "m", "ft", "us-ft" (the US survey foot) or "mm"
     :param decimals: 0 to 15
     """
-    return _each(lambda one: _core.format_length(float(one), unit, decimals), metres)
+    plain_text("the unit", unit)
+    shown = _decimals(decimals)
+    return _each(lambda one: _core.format_length(float(one), unit, shown), metres)
 
 
 def parse_length(text: Any, unit: str = "m") -> Any:
     """Texts of lengths in ``unit``, a number without a unit behind it each, as metres."""
-    return _each(lambda one: _core.parse_length(_text(one), unit), text, np.float64)
+    return _each(lambda one: _core.parse_length(plain_text("a length", one), plain_text("the unit", unit)), text, np.float64)
 
 
-def _text(value: Any) -> str:
-    if not isinstance(value, str):
-        raise TypeError(f"{value!r} is no text")
-    return value
+def _decimals(value: Any) -> int:
+    if isinstance(value, bool) or not isinstance(value, (int, np.integer)):
+        raise TypeError("decimals is a whole number")
+    return max(-1, min(int(value), 1000))  # of which the library takes those that it can print
 
 
 def _each(make: Callable[[Any], Any], values: Any, dtype: Any = object) -> Any:

@@ -2,6 +2,7 @@
 
 #include "Host.h"
 #include "ReasonTexts.h"
+#include "ResultMemory.h"
 #include "Text.h"
 
 #include <KelStd/location/LocationBuilder.h>
@@ -52,16 +53,6 @@ Column columnOf(const py::array_t<double> &array)
     return {reinterpret_cast<const char *>(array.data()), array.strides(0)};
 }
 
-/// A new array whose memory is not touched before it is filled.
-template <typename Number>
-py::array_t<Number> newArray(std::size_t rows, std::size_t columns = 1)
-{
-    if (columns == 1)
-        return py::array_t<Number>(static_cast<py::ssize_t>(rows));
-    return py::array_t<Number>(std::vector<py::ssize_t>{static_cast<py::ssize_t>(rows),
-                                                        static_cast<py::ssize_t>(columns)});
-}
-
 /// Why a position is none, or null.
 const QString *mistakeIn(const std::array<ReasonTexts::Component, 3> &components, double first,
                          double second, double third)
@@ -106,6 +97,7 @@ struct ArrayConversion::Worker
     std::optional<AreaCheck> area;
     std::vector<Pos> positions = std::vector<Pos>(pointsTogether);
     std::vector<Outcome> outcomes = std::vector<Outcome>(pointsTogether);
+    bool expectsFailures = false; ///< some of the last piece failed
 };
 
 /// One call.
@@ -127,16 +119,20 @@ struct ArrayConversion::Run
 
     void takePiece(std::size_t begin, std::size_t size, Worker &worker,
                    const ArrayConversion &conversion);
-    void readPiece(std::size_t begin, std::size_t size, Worker &worker);
+    bool readPiece(std::size_t begin, std::size_t size, Worker &worker);
+    bool areAllMade(std::size_t begin, std::size_t size, Worker &worker);
+    void markOutside(std::size_t begin, std::size_t size, const Worker &worker);
     void fail(std::size_t at, const QString &reason);
     void takeLocations(std::size_t begin, std::size_t size, Worker &worker,
                        const ArrayConversion &conversion);
     void takeSeparations(std::size_t begin, std::size_t size, Worker &worker);
 };
 
-/// Copies a piece of the columns. Nothing that is not finite is below a limit.
-void ArrayConversion::Run::readPiece(std::size_t begin, std::size_t size, Worker &worker)
+/// Copies a piece of the columns, and says whether all of its numbers are fit for positions.
+/// Nothing that is not finite is below a limit.
+bool ArrayConversion::Run::readPiece(std::size_t begin, std::size_t size, Worker &worker)
 {
+    unsigned char any = 0;
     const std::array<Column, 3> read = columns;
     const double limits[] = {components[0].limit, components[1].limit, components[2].limit};
     const bool isNorthFirst = frame == Frame::LocalProjected;
@@ -152,17 +148,27 @@ void ArrayConversion::Run::readPiece(std::size_t begin, std::size_t size, Worker
         const bool isFit = std::abs(first) <= limits[0] && std::abs(second) <= limits[1]
                            && std::abs(third) <= limits[2];
         status[at] = isFit ? 0 : status::failed;
+        any |= status[at];
     }
+    return any == 0;
 }
 
 void ArrayConversion::Run::takePiece(std::size_t begin, std::size_t size, Worker &worker,
                                      const ArrayConversion &conversion)
 {
-    readPiece(begin, size, worker);
+    const bool isFit = readPiece(begin, size, worker);
+    // Nearly always all of a piece are made, and without a geoid model nothing is to be said of
+    // them.
+    if (isFit && conversion.isSimple() && !wantsSeparations && !worker.expectsFailures
+        && areAllMade(begin, size, worker))
+        return;
     if (wantsSeparations)
         takeSeparations(begin, size, worker);
     else
         takeLocations(begin, size, worker, conversion);
+    worker.expectsFailures = std::any_of(
+        worker.outcomes.begin(), worker.outcomes.begin() + static_cast<std::ptrdiff_t>(size),
+        [](const Outcome &outcome) { return !outcome.isMade; });
     for (std::size_t i = 0; i < size; ++i) {
         const Outcome &outcome = worker.outcomes[i];
         const std::size_t at = begin + i;
@@ -170,6 +176,27 @@ void ArrayConversion::Run::takePiece(std::size_t begin, std::size_t size, Worker
             fail(at, outcome.reason);
         else if (!outcome.reason.isEmpty())
             reasons.keep(at, outcome.reason);
+    }
+}
+
+/// Makes a piece of a system without site and geoid model, where none of it fails.
+bool ArrayConversion::Run::areAllMade(std::size_t begin, std::size_t size, Worker &worker)
+{
+    Location *const made = locations + begin;
+    std::fill(made, made + size, Location());
+    if (worker.builder.locations().make(frame, worker.positions.data(), size, made) != size)
+        return false;
+    markOutside(begin, size, worker);
+    return true;
+}
+
+void ArrayConversion::Run::markOutside(std::size_t begin, std::size_t size, const Worker &worker)
+{
+    if (!worker.area)
+        return;
+    for (std::size_t at = begin; at < begin + size; ++at) {
+        if (!worker.area->isInside(locations[at]))
+            status[at] |= status::outsideArea;
     }
 }
 
@@ -211,9 +238,7 @@ void ArrayConversion::Run::takeLocations(std::size_t begin, std::size_t size, Wo
     const bool hasFittedHeights = !isFromSite && site != nullptr
                                   && worker.builder.site().hasSurface()
                                   && !conversion.m_system->coord.geoidModel.modelFileName.isEmpty();
-    const bool hasModel = !conversion.m_geoidModel.isEmpty();
-    if (!hasModel && !hasFittedHeights && !worker.area && site == nullptr)
-        return;
+    markOutside(begin, size, worker);
     for (std::size_t i = 0; i < size; ++i) {
         unsigned char &bits = status[begin + i];
         if (worker.outcomes[i].projectedHeight == LocationBuilder::Height::AboveGeoid)
@@ -223,9 +248,6 @@ void ArrayConversion::Run::takeLocations(std::size_t begin, std::size_t size, Wo
             const stENU place = site[i].getENU();
             site[i].setENU(place.e, place.n, noNumber);
         }
-        // Of a mistake at the site, where north may lie anywhere, the area knows nothing else.
-        if (worker.area && !worker.area->isInside(made[i]))
-            bits |= status::outsideArea;
         if (site != nullptr && conversion.m_hull.hasArea()
             && !conversion.m_hull.contains(site[i].getENU().n, site[i].getENU().e))
             bits |= status::outsideHull;
@@ -347,12 +369,12 @@ py::dict ArrayConversion::convert(ArrayFrame frame, const py::array_t<double> &f
                                   const py::array_t<double> &third, int threads)
 {
     const auto count = static_cast<std::size_t>(first.shape(0));
-    auto locations = newArray<double>(count, columnsOfLocation);
-    auto statuses = newArray<unsigned char>(count);
+    auto locations = newResult(count, columnsOfLocation);
+    py::array_t<unsigned char> statuses(static_cast<py::ssize_t>(count));
     py::object site = py::none();
     Run run;
     if (m_hasSite) {
-        auto array = newArray<double>(count, columnsOfSite);
+        auto array = newResult(count, columnsOfSite);
         run.atSite = reinterpret_cast<Pos *>(array.mutable_data());
         site = array;
     }
@@ -408,8 +430,8 @@ py::dict ArrayConversion::separations(const py::array_t<double> &longitude,
                                       const py::array_t<double> &height, int threads)
 {
     const auto count = static_cast<std::size_t>(longitude.shape(0));
-    auto separations = newArray<double>(count);
-    auto statuses = newArray<unsigned char>(count);
+    py::array_t<double> separations(static_cast<py::ssize_t>(count));
+    py::array_t<unsigned char> statuses(static_cast<py::ssize_t>(count));
     Run run;
     run.wantsSeparations = true;
     run.components = ReasonTexts::componentsOf(run.frame);

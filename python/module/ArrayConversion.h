@@ -84,6 +84,9 @@ private:
     struct Worker;
     struct Run;
 
+    /// Whether there is no more to be said of a location that was made than that.
+    bool isSimple() const { return !m_hasSite && m_geoidModel.isEmpty(); }
+
     std::unique_ptr<Worker> takeWorker();
     void giveBack(std::vector<std::unique_ptr<Worker>> workers);
     void work(Run &run, int threads, std::size_t count);

@@ -13,6 +13,8 @@
 
 #include <pybind11/stl.h>
 
+#include <initializer_list>
+
 namespace KelStd::python {
 
 namespace py = pybind11;
@@ -174,6 +176,16 @@ void addSystems(py::module_ &module)
     module.def("find", &find);
 }
 
+void requireColumns(std::initializer_list<const py::array_t<double> *> columns, int threads)
+{
+    for (const auto *column : columns) {
+        if (column->ndim() != 1 || column->shape(0) != (*columns.begin())->shape(0))
+            throw Raised(Raise::Value, QStringLiteral("the columns are not of one length"));
+    }
+    if (threads < 1)
+        throw Raised(Raise::Value, QStringLiteral("there is no thread to convert on"));
+}
+
 void addConversions(py::module_ &module)
 {
     py::class_<ArrayConversion>(module, "ArrayConversion")
@@ -188,10 +200,19 @@ void addConversions(py::module_ &module)
         .def("convert",
              [](ArrayConversion &conversion, int frame, const py::array_t<double> &first,
                 const py::array_t<double> &second, const py::array_t<double> &third, int threads) {
+                 if (frame < 0 || frame > static_cast<int>(ArrayFrame::Site)
+                     || (frame == static_cast<int>(ArrayFrame::Site) && !conversion.hasSite()))
+                     throw Raised(Raise::Value, QStringLiteral("there is no such frame"));
+                 requireColumns({&first, &second, &third}, threads);
                  return conversion.convert(static_cast<ArrayFrame>(frame), first, second, third,
                                            threads);
              })
-        .def("separations", &ArrayConversion::separations);
+        .def("separations", [](ArrayConversion &conversion, const py::array_t<double> &longitude,
+                               const py::array_t<double> &latitude,
+                               const py::array_t<double> &height, int threads) {
+            requireColumns({&longitude, &latitude, &height}, threads);
+            return conversion.separations(longitude, latitude, height, threads);
+        });
     module.def("system_of_model", &systemOfModel);
     module.def("geoid_models", [] {
         prepareHost();

@@ -2,6 +2,7 @@
 
 import os
 import pickle
+import signal
 import subprocess
 import threading
 
@@ -229,6 +230,35 @@ def test_arguments_that_mean_nothing_are_refused(kelstd, rd, rd_converter):
             rd_converter.from_wgs84(5, 52, 0, threads=threads)
     with pytest.raises(ValueError, match="no geoid model"):
         rd_converter.geoid_separations(5, 52)
+
+
+def test_the_module_below_refuses_what_the_package_never_asks(kelstd, rd, rd_converter):
+    convert = rd_converter._core.convert
+    three, two = np.full(3, 5.0), np.full(2, 5.0)
+    for arguments in ((0, three, two, three, 1), (0, three.reshape(3, 1), three, three, 1),
+                      (99, three, three, three, 1), (-1, three, three, three, 1), (4, three, three, three, 1),
+                      (0, three, three, three, 0)):
+        with pytest.raises(kelstd.ValueRefusedError):
+            convert(*arguments)
+
+
+def test_the_interrupt_key_ends_a_conversion(rd_converter):
+    lon = np.full(6_000_000, 5.0)
+    threading.Timer(0.3, os.kill, (os.getpid(), signal.SIGINT)).start()
+    with pytest.raises(KeyboardInterrupt):
+        while True:
+            rd_converter.from_wgs84(lon, 52.0, 0.0, threads=2)
+    assert not rd_converter.from_wgs84(5, 52, 0).failed
+
+
+def test_results_outlive_what_they_came_from(kelstd, rd):
+    positions = many(20_000, seed=9)
+    kept = [kelstd.Converter(rd).from_wgs84(*positions).local_northing_m for _ in range(3)]
+    # The memory of large results is used again: not while somebody has a column of it.
+    others = kelstd.Converter(rd).from_wgs84(*many(20_000, seed=10))
+    del others
+    kelstd.Converter(rd).from_wgs84(*many(20_000, seed=11))
+    assert kept[0].tobytes() == kept[1].tobytes() == kept[2].tobytes()
 
 
 def many(count, seed=3):

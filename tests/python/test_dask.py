@@ -49,7 +49,7 @@ def command(given, output, *options):
 
 
 def run(given, output, *options, status=0):
-    made = subprocess.run(command(given, output, *options), capture_output=True, text=True, timeout=120)
+    made = subprocess.run(command(given, output, *options), capture_output=True, text=True, timeout=300)
     assert made.returncode == status, made.stderr
     return made.stderr
 
@@ -69,11 +69,11 @@ def contents(directory):
 
 
 def begin(given, output, *options):
-    """A run of its own session, which is over half-way when this returns."""
+    """A run of its own session, which has some chunks and has the tables before it when this returns."""
     process = subprocess.Popen(command(given, output, *options), stderr=subprocess.PIPE, text=True,
                                start_new_session=True)
-    deadline = time.monotonic() + 60
-    while len(list(output.glob("*.csv"))) < FILES // 4:
+    deadline = time.monotonic() + 200
+    while len(list(output.glob("cloud.zarr/*.0"))) < 3:
         assert process.poll() is None and time.monotonic() < deadline
         time.sleep(0.002)
     return process
@@ -105,7 +105,7 @@ def test_a_killed_worker_loses_nothing(given, alone, tmp_path):
     assert len(workers) == 2
     workers[0].kill()
     finished = len(list((tmp_path / "output").glob("*.csv")))
-    _, told = process.communicate(timeout=120)
+    _, told = process.communicate(timeout=300)
     assert process.returncode == 0, told
     assert finished < FILES  # half-way indeed
     assert contents(tmp_path / "output") == contents(alone)
@@ -116,8 +116,9 @@ def test_a_killed_run_goes_on_where_it_was(given, alone, tmp_path):
     process = begin(given, output, "--workers", "0")
     os.killpg(process.pid, signal.SIGKILL)
     process.communicate()
-    finished = {path: path.stat().st_mtime_ns for path in output.glob("*.csv")}
-    assert 0 < len(finished) < FILES
+    tables = list(output.glob("*.csv"))
+    finished = {path: path.stat().st_mtime_ns for path in [*tables, *output.glob("cloud.zarr/*.0")]}
+    assert len(finished) >= 3 and len(tables) < FILES  # half-way indeed
     run(given, output, "--workers", "2")
     assert {path: path.stat().st_mtime_ns for path in finished} == finished
     assert contents(output) == contents(alone)
@@ -163,6 +164,18 @@ def test_what_is_no_table_or_array_costs_the_others_nothing(tmp_path):
     assert table.reason.tolist() == ["dry", "", ""]
     assert table.reason_2.tolist() == ["", "the latitude is not a finite number", "the height is not a finite number"]
     assert table.local_northing_m.tolist()[1:] == ["", ""]
+
+
+def test_what_is_there_already_is_no_result(tmp_path):
+    """Neither the input itself nor a table of somebody else's is taken for a finished partition."""
+    given = tmp_path / "given"
+    given.mkdir()
+    (given / "a.csv").write_text("longitude,latitude,height\n5.4,52.1,10\n")
+    before = contents(given)
+    assert "has something else in it" in run(given, given, "--workers", "0", status=1)
+    assert contents(given) == before
+    assert "No such file" in run(given, tmp_path / "no" / "such", "--workers", "0", status=1)
+    assert "No such file" in run(tmp_path / "missing", tmp_path / "output", status=1)
 
 
 def test_nothing_to_convert_is_an_error(tmp_path):

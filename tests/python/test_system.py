@@ -117,6 +117,32 @@ def test_what_is_no_file_is_refused(kelstd, tmp_path):
             kelstd.System.open(path)
 
 
+@pytest.mark.parametrize("ask, error", [
+    (lambda k: k.System.find("\ud800"), ValueError),
+    (lambda k: k.System.find("EPSG:28992\0"), ValueError),
+    (lambda k: k.System.find("x" * 2_000_000), LookupError),
+    (lambda k: k.System.find("EPSG:28992", at=(5,)), ValueError),
+    (lambda k: k.System.find("EPSG:28992", at=(float("nan"), 52)), ValueError),
+    (lambda k: k.System.find("EPSG:28992", at=(5, 91)), ValueError),
+    (lambda k: k.System.find("EPSG:28992", at="52"), ValueError),
+    (lambda k: k.System.find("EPSG:28992", shift=""), ValueError),
+    (lambda k: k.System.find("EPSG:28992", shift="EPSG:1"), LookupError),
+    (lambda k: k.System.open("a\0b"), ValueError),
+    (lambda k: k.System.open(":/resource.xml"), LookupError),
+    (lambda k: k.System.from_xml(5), TypeError),
+    (lambda k: k.System.from_xml("\ud800"), ValueError),
+    (lambda k: k.System.from_xml('<!DOCTYPE a [<!ENTITY b "c">]><Coord>&b;</Coord>'), Exception),
+    (lambda k: k.System.find("EPSG:28992").save("/nowhere/\0"), ValueError),
+    (lambda k: k.Geoid(""), LookupError),
+    (lambda k: k.Geoid("../geoid.gtx"), LookupError),
+    (lambda k: k.Geoid(5), TypeError),
+])
+def test_texts_that_name_nothing_are_refused(kelstd, ask, error, capfd):
+    with pytest.raises(error):
+        ask(kelstd)
+    assert capfd.readouterr() == ("", "")
+
+
 def test_a_system_is_made_by_its_own_functions_only(kelstd):
     with pytest.raises(TypeError, match="System.open"):
         kelstd.System("EPSG:28992")

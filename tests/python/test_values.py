@@ -70,6 +70,19 @@ def test_what_means_nothing_is_refused(kelstd, ask):
         ask(kelstd)
 
 
+def test_decimals_are_whole_numbers(kelstd):
+    for decimals in ("2", 2.0, True):
+        with pytest.raises(TypeError):
+            kelstd.format_angle(5, decimals=decimals)
+        with pytest.raises(TypeError):
+            kelstd.format_length(5, decimals=decimals)
+    with pytest.raises(kelstd.ValueRefusedError, match="0 to 15"):
+        kelstd.format_length(5, decimals=10**20)
+    for text in ("5\0", "\ud800"):
+        with pytest.raises(ValueError):
+            kelstd.parse_angle(text)
+
+
 def test_texts_and_numbers_are_told_apart(kelstd):
     for ask in (lambda: kelstd.parse_angle(5), lambda: kelstd.parse_length(["1", 2]),
                 lambda: kelstd.format_angle("ten"), lambda: kelstd.format_length(None)):
