@@ -95,12 +95,16 @@ ${about}
 This package has the libraries, and what they look up at run time: PROJ and its
 resource files as an archive, the delivered systems and the EGM96 geoid model."
     DEPENDS libproj25 proj-data unzip)
+set(qt_headers qtbase5-dev)
+if("${KELSTD_QT_MAJOR}" STREQUAL "6")
+    set(qt_headers qt6-base-dev)
+endif()
 kelstd_package(development libkelstd-dev libdevel
 "coordinate systems for GNSS surveying - development files
 ${about}
 .
 This package has the headers and what CMake's find_package(KelStd) needs."
-    COMPONENTS library DEPENDS qtbase5-dev)
+    COMPONENTS library DEPENDS ${qt_headers})
 kelstd_package(program kelstd science
 "coordinate systems for GNSS surveying - program
 ${about}
@@ -109,12 +113,23 @@ This package has the program kelstd: it converts lists of positions, vector
 files and what receivers say, finds and imports coordinate systems, and fits
 building sites. Completion for bash, zsh and fish comes with it."
     COMPONENTS library)
+# The module is one of the Python that it was built with. What Python compiles of it goes with it.
+if(KELSTD_PYTHON)
+    find_package(Python3 REQUIRED COMPONENTS Interpreter)
+    math(EXPR next_minor "${Python3_VERSION_MINOR} + 1")
+    set(python_versions
+        "python3 (>= ${Python3_VERSION_MAJOR}.${Python3_VERSION_MINOR}~)"
+        "python3 (<< ${Python3_VERSION_MAJOR}.${next_minor})")
+endif()
+set(CPACK_DEBIAN_PYTHON_PACKAGE_CONTROL_EXTRA
+    "${PROJECT_SOURCE_DIR}/packaging/debian/python/postinst"
+    "${PROJECT_SOURCE_DIR}/packaging/debian/python/prerm")
 kelstd_package(python python3-kelstd python
 "coordinate systems for GNSS surveying - Python module
 ${about}
 .
 This package has the module kelstd, which takes and gives NumPy arrays."
-    COMPONENTS library DEPENDS python3 python3-numpy)
+    COMPONENTS library DEPENDS ${python_versions} python3-numpy)
 kelstd_package(documents kelstd-doc doc
 "coordinate systems for GNSS surveying - documentation
 ${about}

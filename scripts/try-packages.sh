@@ -5,7 +5,8 @@
 # Dask. With the argument "qt6" the README's example runs under Qt 6, too, with a library that is built
 # there. Needs root; leaves nothing behind.
 set -euo pipefail
-cd "$(dirname "$0")/.."
+self=$(realpath "$0")
+cd "$(dirname "$self")/.."
 
 if [ "$(id -u)" -ne 0 ]; then
     echo "try-packages: this needs root" >&2
@@ -14,7 +15,7 @@ fi
 # In namespaces of its own: what is mounted, and what runs in there, ends with this script.
 if [ "${KELSTD_TRY_INSIDE:-}" != yes ]; then
     command -v mmdebstrap >/dev/null || scripts/setup.sh try-packages
-    KELSTD_TRY_INSIDE=yes exec unshare --mount --pid --fork --kill-child --mount-proc "$0" "$@"
+    KELSTD_TRY_INSIDE=yes exec unshare --mount --pid --fork --kill-child --mount-proc "$self" "$@"
 fi
 trap 'exit 130' INT
 trap 'exit 143' TERM
@@ -130,13 +131,24 @@ quickstart6/quickstart examples/rd_new.xml' |
 fi
 
 if installed python3-kelstd; then
-    step "Python"
-    as_user 'python3 -c "
-import kelstd
-system = kelstd.System.find(\"EPSG:28992\")
-result = kelstd.Converter(system).from_wgs84(5.81015219, 52.17852792, 90.865)
-print(float(result[\"local_easting_m\"]), float(result[\"local_northing_m\"]))
-"' | expect 183928.87
+    step "the Python example"
+    inside apt-get install -y -qq --no-install-recommends python3-pandas >>"$work/apt.log" 2>&1
+    as_user 'python3 examples/python/convert_table.py examples/rd_new.xml examples/rd_new_points.csv' |
+        expect "$(cat examples/python/expected_output.txt)"
+
+    step "the Dask example"
+    inside apt-get install -y -qq --no-install-recommends python3-distributed python3-zarr \
+        >>"$work/apt.log" 2>&1
+    as_user '
+mkdir tables
+cp examples/rd_new_points.csv tables/
+python3 examples/dask/convert_directory.py --system examples/rd_new.xml tables converted
+head -2 converted/rd_new_points.csv' | expect 465682.96
+fi
+
+if installed kelstd-doc; then
+    step "the pages"
+    as_user 'ls /usr/share/doc/kelstd-doc/html | wc -l; test -s /usr/share/doc/kelstd-doc/html/index.html'
 fi
 
 step "apt purge"
