@@ -80,7 +80,8 @@ set(about "KelStd turns a measured GNSS position into every frame a surveyor nee
 WGS84 geographic and cartesian, local geographic, and the projected
 northing, easting and height of a coordinate system.")
 
-# What links the libraries needs a package of at least their version.
+# What links the libraries needs a package of at least their version. It is called after their SONAME.
+get_target_property(soversion KelStd SOVERSION)
 configure_file(packaging/debian/shlibs.in packaging/shlibs @ONLY)
 set(CPACK_DEBIAN_LIBRARY_PACKAGE_CONTROL_EXTRA
     "${PROJECT_BINARY_DIR}/packaging/shlibs" "${PROJECT_SOURCE_DIR}/packaging/debian/triggers")
@@ -88,7 +89,7 @@ set(CPACK_POST_BUILD_SCRIPTS "${CMAKE_CURRENT_LIST_DIR}/KelStdPackageFinish.cmak
 
 # PROJ is loaded from an archive that unzip unpacks: no binary says so. The copy in the archive needs
 # what Debian's own needs.
-kelstd_package(library libkelstd${PROJECT_VERSION_MAJOR} libs
+kelstd_package(library libkelstd${soversion} libs
 "coordinate systems for GNSS surveying - shared libraries
 ${about}
 .

@@ -12,13 +12,18 @@ if [ "$(id -u)" -ne 0 ]; then
     echo "try-packages: this needs root" >&2
     exit 1
 fi
-# In namespaces of its own: what is mounted, and what runs in there, ends with this script.
-if [ "${KELSTD_TRY_INSIDE:-}" != yes ]; then
+# In namespaces of its own: what is mounted, and what runs in there, ends with it, however it ends.
+if [ -z "${KELSTD_TRY_DIRECTORY:-}" ]; then
     command -v mmdebstrap >/dev/null || scripts/setup.sh try-packages
-    KELSTD_TRY_INSIDE=yes exec unshare --mount --pid --fork --kill-child --mount-proc "$self" "$@"
+    KELSTD_TRY_DIRECTORY=$(mktemp -d)
+    export KELSTD_TRY_DIRECTORY
+    trap 'rm -rf --one-file-system "$KELSTD_TRY_DIRECTORY"' EXIT
+    unshare --mount --pid --fork --kill-child --mount-proc "$self" "$@" &
+    child=$!
+    trap 'kill "$child"; wait "$child" || true; sleep 1; exit 130' INT TERM
+    wait "$child"
+    exit
 fi
-trap 'exit 130' INT
-trap 'exit 143' TERM
 
 packages=$PWD/build/package/packages
 if ! compgen -G "$packages/kelstd_*.deb" >/dev/null; then
@@ -26,13 +31,8 @@ if ! compgen -G "$packages/kelstd_*.deb" >/dev/null; then
     exit 1
 fi
 
-work=$(mktemp -d)
+work=$KELSTD_TRY_DIRECTORY
 root=$work/debian
-cleanup() {
-    umount --quiet --lazy "$root/proc" "$root/dev" 2>/dev/null || true
-    rm -rf --one-file-system "$work"
-}
-trap cleanup EXIT
 
 step() { printf '\n=== %s\n' "$*"; }
 inside() { chroot "$root" /usr/bin/env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin LC_ALL=C.UTF-8 \
@@ -57,7 +57,7 @@ apt-get indextargets --format 'deb $(REPO_URI) $(CODENAME) $(COMPONENT)' \
     'Created-By: Packages' 'Origin: Debian' | grep ' bookworm' | sort -u >"$work/sources.list"
 [ -s "$work/sources.list" ] || { echo "try-packages: apt knows no archive of Debian 12" >&2; exit 1; }
 apt-config dump | grep -E '^Acquire::(http|https)::(Proxy|CAInfo)' >"$work/apt.conf" || true
-mmdebstrap --quiet --variant=apt --aptopt="$work/apt.conf" bookworm "$root" "$work/sources.list"
+mmdebstrap --quiet --variant=apt --dpkgopt=force-unsafe-io --aptopt="$work/apt.conf" bookworm "$root" "$work/sources.list"
 cp -L /etc/resolv.conf "$root/etc/resolv.conf"
 mount -t proc proc "$root/proc"
 mount --rbind /dev "$root/dev"
