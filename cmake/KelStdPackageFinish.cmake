@@ -2,7 +2,7 @@
 # the scripts that cpack has written for it would do so a second time.
 foreach(package IN LISTS CPACK_PACKAGE_FILES)
     get_filename_component(name "${package}" NAME)
-    if(NOT name MATCHES "^libkelstd[0-9]+_")
+    if(NOT name MATCHES "^libkelstd[0-9][^_]*_")
         continue()
     endif()
     set(tree "${package}.tree")

@@ -80,7 +80,8 @@ set(about "KelStd turns a measured GNSS position into every frame a surveyor nee
 WGS84 geographic and cartesian, local geographic, and the projected
 northing, easting and height of a coordinate system.")
 
-# What links the libraries needs a package of at least their version.
+# What links the libraries needs a package of at least their version. It is called after their SONAME.
+get_target_property(soversion KelStd SOVERSION)
 configure_file(packaging/debian/shlibs.in packaging/shlibs @ONLY)
 set(CPACK_DEBIAN_LIBRARY_PACKAGE_CONTROL_EXTRA
     "${PROJECT_BINARY_DIR}/packaging/shlibs" "${PROJECT_SOURCE_DIR}/packaging/debian/triggers")
@@ -88,19 +89,23 @@ set(CPACK_POST_BUILD_SCRIPTS "${CMAKE_CURRENT_LIST_DIR}/KelStdPackageFinish.cmak
 
 # PROJ is loaded from an archive that unzip unpacks: no binary says so. The copy in the archive needs
 # what Debian's own needs.
-kelstd_package(library libkelstd${PROJECT_VERSION_MAJOR} libs
+kelstd_package(library libkelstd${soversion} libs
 "coordinate systems for GNSS surveying - shared libraries
 ${about}
 .
 This package has the libraries, and what they look up at run time: PROJ and its
 resource files as an archive, the delivered systems and the EGM96 geoid model."
     DEPENDS libproj25 proj-data unzip)
+set(qt_headers qtbase5-dev)
+if("${KELSTD_QT_MAJOR}" STREQUAL "6")
+    set(qt_headers qt6-base-dev)
+endif()
 kelstd_package(development libkelstd-dev libdevel
 "coordinate systems for GNSS surveying - development files
 ${about}
 .
 This package has the headers and what CMake's find_package(KelStd) needs."
-    COMPONENTS library DEPENDS qtbase5-dev)
+    COMPONENTS library DEPENDS ${qt_headers})
 kelstd_package(program kelstd science
 "coordinate systems for GNSS surveying - program
 ${about}
@@ -109,12 +114,23 @@ This package has the program kelstd: it converts lists of positions, vector
 files and what receivers say, finds and imports coordinate systems, and fits
 building sites. Completion for bash, zsh and fish comes with it."
     COMPONENTS library)
+# The module is one of the Python that it was built with. What Python compiles of it goes with it.
+if(KELSTD_PYTHON)
+    find_package(Python3 REQUIRED COMPONENTS Interpreter)
+    math(EXPR next_minor "${Python3_VERSION_MINOR} + 1")
+    set(python_versions
+        "python3 (>= ${Python3_VERSION_MAJOR}.${Python3_VERSION_MINOR}~)"
+        "python3 (<< ${Python3_VERSION_MAJOR}.${next_minor})")
+endif()
+set(CPACK_DEBIAN_PYTHON_PACKAGE_CONTROL_EXTRA
+    "${PROJECT_SOURCE_DIR}/packaging/debian/python/postinst"
+    "${PROJECT_SOURCE_DIR}/packaging/debian/python/prerm")
 kelstd_package(python python3-kelstd python
 "coordinate systems for GNSS surveying - Python module
 ${about}
 .
 This package has the module kelstd, which takes and gives NumPy arrays."
-    COMPONENTS library DEPENDS python3 python3-numpy)
+    COMPONENTS library DEPENDS ${python_versions} python3-numpy)
 kelstd_package(documents kelstd-doc doc
 "coordinate systems for GNSS surveying - documentation
 ${about}

@@ -12,7 +12,7 @@ made=$PWD/build/package/packages
 rm -rf "$made"
 (cd build/package && cpack -G DEB -B "$made")
 rm -rf "$made/_CPack_Packages"
-for expected in libkelstd0 libkelstd-dev kelstd; do
+for expected in libkelstd0 libkelstd-dev kelstd python3-kelstd kelstd-doc; do
     if ! compgen -G "$made/${expected}_*.deb" >/dev/null; then
         echo "package: $expected was not made" >&2
         exit 1

@@ -5,19 +5,25 @@
 # Dask. With the argument "qt6" the README's example runs under Qt 6, too, with a library that is built
 # there. Needs root; leaves nothing behind.
 set -euo pipefail
-cd "$(dirname "$0")/.."
+self=$(realpath "$0")
+cd "$(dirname "$self")/.."
 
 if [ "$(id -u)" -ne 0 ]; then
     echo "try-packages: this needs root" >&2
     exit 1
 fi
-# In namespaces of its own: what is mounted, and what runs in there, ends with this script.
-if [ "${KELSTD_TRY_INSIDE:-}" != yes ]; then
+# In namespaces of its own: what is mounted, and what runs in there, ends with it, however it ends.
+if [ -z "${KELSTD_TRY_DIRECTORY:-}" ]; then
     command -v mmdebstrap >/dev/null || scripts/setup.sh try-packages
-    KELSTD_TRY_INSIDE=yes exec unshare --mount --pid --fork --kill-child --mount-proc "$0" "$@"
+    KELSTD_TRY_DIRECTORY=$(mktemp -d)
+    export KELSTD_TRY_DIRECTORY
+    trap 'rm -rf --one-file-system "$KELSTD_TRY_DIRECTORY"' EXIT
+    unshare --mount --pid --fork --kill-child --mount-proc "$self" "$@" &
+    child=$!
+    trap 'kill "$child"; wait "$child" || true; sleep 1; exit 130' INT TERM
+    wait "$child"
+    exit
 fi
-trap 'exit 130' INT
-trap 'exit 143' TERM
 
 packages=$PWD/build/package/packages
 if ! compgen -G "$packages/kelstd_*.deb" >/dev/null; then
@@ -25,13 +31,8 @@ if ! compgen -G "$packages/kelstd_*.deb" >/dev/null; then
     exit 1
 fi
 
-work=$(mktemp -d)
+work=$KELSTD_TRY_DIRECTORY
 root=$work/debian
-cleanup() {
-    umount --quiet --lazy "$root/proc" "$root/dev" 2>/dev/null || true
-    rm -rf --one-file-system "$work"
-}
-trap cleanup EXIT
 
 step() { printf '\n=== %s\n' "$*"; }
 inside() { chroot "$root" /usr/bin/env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin LC_ALL=C.UTF-8 \
@@ -56,7 +57,7 @@ apt-get indextargets --format 'deb $(REPO_URI) $(CODENAME) $(COMPONENT)' \
     'Created-By: Packages' 'Origin: Debian' | grep ' bookworm' | sort -u >"$work/sources.list"
 [ -s "$work/sources.list" ] || { echo "try-packages: apt knows no archive of Debian 12" >&2; exit 1; }
 apt-config dump | grep -E '^Acquire::(http|https)::(Proxy|CAInfo)' >"$work/apt.conf" || true
-mmdebstrap --quiet --variant=apt --aptopt="$work/apt.conf" bookworm "$root" "$work/sources.list"
+mmdebstrap --quiet --variant=apt --dpkgopt=force-unsafe-io --aptopt="$work/apt.conf" bookworm "$root" "$work/sources.list"
 cp -L /etc/resolv.conf "$root/etc/resolv.conf"
 mount -t proc proc "$root/proc"
 mount --rbind /dev "$root/dev"
@@ -130,13 +131,24 @@ quickstart6/quickstart examples/rd_new.xml' |
 fi
 
 if installed python3-kelstd; then
-    step "Python"
-    as_user 'python3 -c "
-import kelstd
-system = kelstd.System.find(\"EPSG:28992\")
-result = kelstd.Converter(system).from_wgs84(5.81015219, 52.17852792, 90.865)
-print(float(result[\"local_easting_m\"]), float(result[\"local_northing_m\"]))
-"' | expect 183928.87
+    step "the Python example"
+    inside apt-get install -y -qq --no-install-recommends python3-pandas >>"$work/apt.log" 2>&1
+    as_user 'python3 examples/python/convert_table.py examples/rd_new.xml examples/rd_new_points.csv' |
+        expect "$(cat examples/python/expected_output.txt)"
+
+    step "the Dask example"
+    inside apt-get install -y -qq --no-install-recommends python3-distributed python3-zarr \
+        >>"$work/apt.log" 2>&1
+    as_user '
+mkdir tables
+cp examples/rd_new_points.csv tables/
+python3 examples/dask/convert_directory.py --system examples/rd_new.xml tables converted
+head -2 converted/rd_new_points.csv' | expect 465682.96
+fi
+
+if installed kelstd-doc; then
+    step "the pages"
+    as_user 'ls /usr/share/doc/kelstd-doc/html | wc -l; test -s /usr/share/doc/kelstd-doc/html/index.html'
 fi
 
 step "apt purge"

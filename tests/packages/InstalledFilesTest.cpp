@@ -68,8 +68,7 @@ protected:
     QTemporaryDir m_prefix;
 };
 
-INSTANTIATE_TEST_SUITE_P(Components, InstalledComponent,
-                         testing::Values("library", "development", "program"),
+INSTANTIATE_TEST_SUITE_P(Components, InstalledComponent, testing::Values(KELSTD_TEST_COMPONENTS),
                          [](const auto &row) { return std::string(row.param); });
 
 TEST_P(InstalledComponent, HasTheFilesOfItsList)
