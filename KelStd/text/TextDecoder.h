@@ -28,7 +28,9 @@ public:
     /// \param encoding a name of it, as "UTF-8", "UTF-16LE" or "windows-1251", in any case
     explicit TextDecoder(const QByteArray &encoding, Mark mark = Mark::Dropped);
     ~TextDecoder();
+    /// Takes over what the other has begun; the other may only be assigned to or destroyed then.
     TextDecoder(TextDecoder &&) noexcept;
+    /// The same.
     TextDecoder &operator=(TextDecoder &&) noexcept;
 
     /// Whether the encoding is known. Otherwise there is no text: `decode` gives an empty one.
@@ -37,6 +39,7 @@ public:
     /// The text of the bytes that follow those of the calls before. The bytes of a character that
     /// has not ended wait for the next call.
     QString decode(const char *bytes, qsizetype size);
+    /// The same.
     QString decode(const QByteArray &bytes) { return decode(bytes.constData(), bytes.size()); }
 
     /// Whether something so far was no text of the encoding. Known of the UTFs; of others as far as
