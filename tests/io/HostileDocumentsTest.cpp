@@ -218,22 +218,6 @@ TEST_F(HostileDocuments, TheBoundThatIsExceededIsTold)
     EXPECT_EQ(faultOf(tag + "/>"), Fault::TooMuchMarkup);
 }
 
-/// As many tags as there may be, of as many attributes as each may have.
-TEST_F(HostileDocuments, FullTagsAreReadQuickly)
-{
-    QElapsedTimer timer;
-    timer.start();
-    constexpr int perTag = std::min(io::maxAttributes, 1000);
-    QByteArray tag = "<a";
-    for (int i = 0; i < perTag; ++i)
-        tag += " a" + QByteArray::number(i) + "=''";
-    DocumentPieces pieces;
-    pieces.more = (tag + "/>").repeated(io::maxMarkup / (perTag + 1) - 1);
-    Coord coord;
-    EXPECT_TRUE(read(pieces.bytes(), coord));
-    EXPECT_LT(timer.elapsed(), quickly);
-}
-
 TEST_F(HostileDocuments, EntityBombIsRefusedQuickly)
 {
     QByteArray entities = "<!ENTITY e0 \"lol\">\n";
