@@ -109,7 +109,10 @@ TEST_P(SiteInABrowser, NothingOverflowsOnATelephoneOrADesk)
          QStringLiteral("--user-data-dir=") + directory.filePath(QStringLiteral("profile")),
          QStringLiteral("--blink-settings=preferredColorScheme=%1").arg(isDark ? 0 : 1),
          QStringLiteral("file://") + outer});
-    ASSERT_TRUE(browser.waitForFinished(120000));
+    const bool isDone = browser.waitForFinished(240000);
+    browser.kill();
+    browser.waitForFinished();
+    ASSERT_TRUE(isDone);
     ASSERT_EQ(browser.exitCode(), 0);
     const QString said = QString::fromUtf8(browser.readAllStandardError());
     EXPECT_FALSE(said.contains(QLatin1String("CONSOLE"))) << said;
