@@ -141,7 +141,7 @@ if installed python3-kelstd; then
         >>"$work/apt.log" 2>&1
     as_user '
 mkdir tables
-cp examples/rd_new_points.csv tables/
+grep -v "^#" examples/rd_new_points.csv >tables/rd_new_points.csv
 python3 examples/dask/convert_directory.py --system examples/rd_new.xml tables converted
 head -2 converted/rd_new_points.csv' | expect 465682.96
 fi
