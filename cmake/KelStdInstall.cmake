@@ -16,7 +16,7 @@ foreach(header IN LISTS public_headers)
 endforeach()
 
 # Where the program directory is installed.
-set(KELSTD_PROGRAM_DIRECTORY "${CMAKE_INSTALL_BINDIR}")
+set(KELSTD_PROGRAM_DIRECTORY "${KELSTD_INSTALL_PROGRAM_DIR}")
 set(package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/KelStd")
 set(KELSTD_STATIC_PACKAGE "")
 if(KELSTD_IS_STATIC)
@@ -44,7 +44,10 @@ set(documents "${CMAKE_INSTALL_DOCDIR}")
 if(NOT PROJECT_IS_TOP_LEVEL)
     set(documents "${CMAKE_INSTALL_DATAROOTDIR}/doc/KelStd")
 endif()
-install(FILES README.md CHANGELOG.md LICENSE
-    DESTINATION "${documents}" COMPONENT development)
-install(DIRECTORY docs/ DESTINATION "${documents}/docs" COMPONENT development
-    FILES_MATCHING PATTERN "*.md")
+# Debian has the pages in a package of their own, and the other two in forms of its own.
+if(NOT KELSTD_DEBIAN_BUILD)
+    install(FILES README.md CHANGELOG.md LICENSE
+        DESTINATION "${documents}" COMPONENT development)
+    install(DIRECTORY docs/ DESTINATION "${documents}/docs" COMPONENT development
+        FILES_MATCHING PATTERN "*.md" PATTERN site EXCLUDE)
+endif()
