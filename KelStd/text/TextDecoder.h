@@ -21,8 +21,8 @@ public:
     /// What becomes of a byte-order mark at the beginning.
     enum class Mark
     {
-        Dropped,
-        Kept ///< as U+FEFF
+        Dropped, ///< no text comes of it
+        Kept     ///< it comes as U+FEFF
     };
 
     /// \param encoding a name of it, as "UTF-8", "UTF-16LE" or "windows-1251", in any case

@@ -57,7 +57,8 @@ INSTANTIATE_TEST_SUITE_P(
         BadLine{"QuotedDecimalComma", "C,5.25,\"52,5\",1",
                 "\"52,5\" has a comma and \"5.25\" a point; write every number with a decimal "
                 "point, or every one with a decimal comma"},
-        BadLine{"MissingHeight", "C,5.25,52.5,", "height is missing"},
+        BadLine{"MissingHeight", "C,5.25,52.5,",
+                "height is missing; --height says that of positions without one"},
         BadLine{"NotANumberWord", "C,nan,52.5,1", "longitude \"nan\" is not a finite number"},
         BadLine{"Infinity", "C,5.25,52.5,-inf", "height \"-inf\" is not a finite number"},
         BadLine{"TooLargeForADouble", "C,5.25,52.5,1e999",
