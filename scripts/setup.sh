@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Installs what is missing of the Debian packages that the project needs. With the argument
-# "benchmark", "fuzz", "package", "try-packages" or "qt6", what that needs besides.
+# Installs what is missing of the Debian packages that the project needs: for the build and all tests,
+# or for what the argument names alone.
 set -euo pipefail
 
 packages=(
@@ -10,19 +10,23 @@ packages=(
     libproj-dev libproj25 proj-data  # PROJ's header, the library file and the resource files
     libgdal-dev                      # the program's module for vector files
     unzip                            # unpacks PROJ at run time
-    libgtest-dev libgmock-dev        # the tests
-    proj-bin gdal-bin zip tzdata     # the tests' independent peers
-    gpsd-clients gpsbabel            # the same, for what receivers say
-    chromium                         # the tests look at reports with it
-    doxygen doxygen-awesome-css      # the documentation site and its theme
-    make pkgconf                     # a build by pkg-config, which the tests run
-    abigail-tools git                # compares what the libraries offer with a release
-    qttools5-dev-tools               # lupdate, which the tests extract texts with
-    zsh fish                         # the tests complete command lines in them
-    shared-mime-info libfile-mimeinfo-perl libglib2.0-bin  # and ask what type a file has
+)
+python=(
     pybind11-dev python3-dev         # the Python package
-    python3-numpy python3-pandas     # its columns
-    python3-xarray                   # the same
+    python3-numpy                    # its columns
+)
+site=(doxygen doxygen-awesome-css)   # the documentation site and its theme
+tests=(
+    libgtest-dev libgmock-dev        # the tests
+    proj-bin gdal-bin zip tzdata     # their independent peers
+    gpsd-clients gpsbabel            # the same, for what receivers say
+    chromium                         # looks at reports and at the site
+    make pkgconf                     # a build by pkg-config
+    abigail-tools git                # compares what the libraries offer with a release
+    qttools5-dev-tools               # lupdate, which extracts texts
+    zsh fish                         # complete command lines
+    shared-mime-info libfile-mimeinfo-perl libglib2.0-bin  # are asked what type a file has
+    python3-pandas python3-xarray    # columns for the Python package
     python3-pytest mypy              # its tests
     python3-pip python3-setuptools   # it is installed as Python installs packages
     python3-wheel                    # the same
@@ -30,11 +34,20 @@ packages=(
     python3-zarr                     # and its arrays
 )
 case "${1:-}" in
-benchmark) packages+=(libbenchmark-dev python3-pyproj parallel) ;;
+build) ;;
+benchmark)
+    packages+=("${python[@]}" libbenchmark-dev)
+    packages+=(proj-bin python3-pyproj python3-pandas python3-distributed parallel) # the peers
+    ;;
 fuzz) packages+=(clang libclang-rt-dev) ;;
-package) packages+=(dpkg-dev file lintian) ;;
+package) packages+=("${python[@]}" "${site[@]}" dpkg-dev file lintian) ;;
 try-packages) packages+=(mmdebstrap) ;;
-qt6) packages+=(qt6-base-dev qt6-l10n-tools) ;;
+qt6) packages+=("${python[@]}" "${site[@]}" "${tests[@]}" qt6-base-dev qt6-l10n-tools) ;;
+"") packages+=("${python[@]}" "${site[@]}" "${tests[@]}") ;;
+*)
+    echo "usage: scripts/setup.sh [build|benchmark|fuzz|package|try-packages|qt6]" >&2
+    exit 2
+    ;;
 esac
 
 missing=()
