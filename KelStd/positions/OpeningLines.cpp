@@ -196,7 +196,8 @@ PositionParser::Result PositionParser::Reading::takeOpeningRemark(const TextLine
     if (found.isRemarkWithoutHeight)
         m_search.keepWithoutHeight({found.order, m_lineNumber, copyOf(line.bytes), true});
     m_search.keepRemark(line.text, line.split, m_lineNumber);
-    return line.flaw.isEmpty() ? Result::Nothing : bad(line.flaw);
+    // What may give the order has not failed.
+    return line.flaw.isEmpty() || found.isRemarkWithoutHeight ? Result::Nothing : bad(line.flaw);
 }
 
 /// A line in front of all positions that is no text, or has broken quotation marks. It may be a

@@ -7,7 +7,7 @@ namespace KelStd::test {
 
 namespace {
 
-constexpr int patience = 60000; // [ms], for a machine under load
+constexpr int patience = 240000; // [ms], for a machine under load, and with a sanitizer
 
 /// A process that does something between its birth and the start of the program.
 class PreparedProcess : public QProcess

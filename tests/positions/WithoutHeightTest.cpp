@@ -89,6 +89,8 @@ INSTANTIATE_TEST_SUITE_P(
         Read{"Feet", neh, "e_km,n_km\n155.00025,463.0005\n"},
         Read{"RemarkOfHeadings", llh, "# lat,lon\n52.5,5.25\n"},
         Read{"RemarkOfHeadingsWithName", llh, "# name,lat,lon\nA,52.5,5.25\n", "", "A"},
+        Read{"RemarkOfHeadingsWithAZeroByte", llh,
+             QByteArray("# name,\0lat,lon\nA,52.5,5.25\n", 28), "", "A"},
         Read{"PickedColumns", llh, "x,52.5,7,5.25\n", "4,2"},
         Read{"PickedHeadings", llh, "a,b,c\n52.5,40,5.25\n", "c,a"}),
     [](const auto &row) { return row.param.testName; });
