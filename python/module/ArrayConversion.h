@@ -47,6 +47,9 @@ inline constexpr unsigned char outsideArea = 4;
 inline constexpr unsigned char outsideHull = 8;
 } // namespace status
 
+struct ArrayRun;
+struct ArrayWorker;
+
 /// Arrays of positions converted by a system, on threads of its own. An object belongs to the
 /// interpreter's lock, which it gives up while it computes.
 class ArrayConversion
@@ -81,23 +84,17 @@ public:
                                const pybind11::array_t<double> &height, int threads);
 
 private:
-    struct Worker;
-    struct Run;
-
-    /// Whether there is no more to be said of a location that was made than that.
-    bool isSimple() const { return !m_hasSite && m_geoidModel.isEmpty(); }
-
-    std::unique_ptr<Worker> takeWorker();
-    void giveBack(std::vector<std::unique_ptr<Worker>> workers);
-    void work(Run &run, int threads, std::size_t count);
-    QString areaOfFirstOutside(const Run &run) const;
+    std::unique_ptr<ArrayWorker> takeWorker();
+    void giveBack(std::vector<std::unique_ptr<ArrayWorker>> workers);
+    void work(ArrayRun &run, int threads, std::size_t count);
+    QString areaOfFirstOutside(const ArrayRun &run) const;
 
     std::shared_ptr<const UsedSystem> m_system;
     bool m_hasSite;
     QString m_geoidModel;
     QStringList m_warnings;
     calibration::SiteHull m_hull;
-    std::vector<std::unique_ptr<Worker>> m_idle;
+    std::vector<std::unique_ptr<ArrayWorker>> m_idle;
     long m_process; ///< whose workers the idle ones are: a fork does not share open files
 };
 

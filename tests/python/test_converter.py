@@ -1,10 +1,6 @@
 """Arrays of positions: published figures, PROJ's own program, and what cannot be converted."""
 
-import os
-import pickle
-import signal
 import subprocess
-import threading
 
 import numpy as np
 import pytest
@@ -240,101 +236,6 @@ def test_the_module_below_refuses_what_the_package_never_asks(kelstd, rd, rd_con
                       (0, three, three, three, 0)):
         with pytest.raises(kelstd.ValueRefusedError):
             convert(*arguments)
-
-
-def test_the_interrupt_key_ends_a_conversion(rd_converter):
-    lon = np.full(6_000_000, 5.0)
-    threading.Timer(0.3, os.kill, (os.getpid(), signal.SIGINT)).start()
-    with pytest.raises(KeyboardInterrupt):
-        while True:
-            rd_converter.from_wgs84(lon, 52.0, 0.0, threads=2)
-    assert not rd_converter.from_wgs84(5, 52, 0).failed
-
-
-def test_results_outlive_what_they_came_from(kelstd, rd):
-    positions = many(20_000, seed=9)
-    kept = [kelstd.Converter(rd).from_wgs84(*positions).local_northing_m for _ in range(3)]
-    # The memory of large results is used again: not while somebody has a column of it.
-    others = kelstd.Converter(rd).from_wgs84(*many(20_000, seed=10))
-    del others
-    kelstd.Converter(rd).from_wgs84(*many(20_000, seed=11))
-    assert kept[0].tobytes() == kept[1].tobytes() == kept[2].tobytes()
-
-
-def many(count, seed=3):
-    random = np.random.default_rng(seed)
-    lon, lat = random.uniform(3, 8, count), random.uniform(50, 54, count)
-    lon[::97] = np.nan
-    return lon, lat, random.uniform(-10, 300, count)
-
-
-def test_the_number_of_threads_changes_no_bit(rd_converter):
-    positions = many(60_000)
-    one = rd_converter.from_wgs84(*positions, threads=1)
-    for threads in (2, 5, None):
-        other = rd_converter.from_wgs84(*positions, threads=threads)
-        for name in COLUMNS:
-            assert one[name].tobytes() == other[name].tobytes()
-        assert (one.failed == other.failed).all() and (one.reasons == other.reasons).all()
-
-
-def test_a_converter_is_used_by_several_threads_at_once(rd_converter):
-    positions = many(20_000)
-    expected = rd_converter.from_wgs84(*positions, threads=1).local_northing_m.tobytes()
-    results = []
-
-    def convert():
-        for _ in range(3):
-            results.append(rd_converter.from_wgs84(*positions, threads=2).local_northing_m.tobytes())
-
-    threads = [threading.Thread(target=convert) for _ in range(4)]
-    for thread in threads:
-        thread.start()
-    for thread in threads:
-        thread.join()
-    assert results == [expected] * 12
-
-
-def test_other_python_threads_run_meanwhile(rd_converter):
-    positions = many(150_000)
-    steps, done = [], threading.Event()
-
-    def count():
-        while not done.is_set():
-            steps.append(1)
-            done.wait(0.001)
-
-    counter = threading.Thread(target=count)
-    counter.start()
-    rd_converter.from_wgs84(*positions, threads=1)
-    done.set()
-    counter.join()
-    # While the interpreter is locked there would be none or one.
-    assert len(steps) > 10
-
-
-def test_a_forked_process_converts_on_its_own(rd_converter):
-    positions = many(5_000)
-    expected = rd_converter.from_wgs84(*positions, threads=1).local_northing_m.tobytes()
-    read, write = os.pipe()
-    child = os.fork()
-    if child == 0:
-        try:
-            same = rd_converter.from_wgs84(*positions, threads=1).local_northing_m.tobytes() == expected
-            os.write(write, b"same" if same else b"different")
-        finally:
-            os._exit(0)
-    os.close(write)
-    with os.fdopen(read, "rb") as pipe:
-        assert pipe.read() == b"same"
-    os.waitpid(child, 0)
-
-
-def test_a_copy_by_pickle_gives_the_same_bits(rd_converter):
-    positions = many(2_000)
-    copy = pickle.loads(pickle.dumps(rd_converter))
-    assert (copy.from_wgs84(*positions).local_northing_m.tobytes()
-            == rd_converter.from_wgs84(*positions).local_northing_m.tobytes())
 
 
 def test_positions_outside_the_area_of_use_are_warned_of(kelstd):
