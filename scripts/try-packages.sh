@@ -113,8 +113,8 @@ fi
 
 if [ "${1:-}" = qt6 ]; then
     step "the README's example, under Qt 6"
-    inside apt-get install -y -qq --no-install-recommends qt6-base-dev ninja-build libproj-dev \
-        libeigen3-dev libboost-math-dev proj-data >>"$work/apt.log" 2>&1
+    inside apt-get install -y -qq --no-install-recommends qt6-base-dev qt6-5compat-dev \
+        ninja-build libproj-dev libeigen3-dev libboost-math-dev proj-data >>"$work/apt.log" 2>&1
     mkdir "$root/home/surveyor/source"
     git ls-files -z | xargs -0 tar cf - | tar xf - -C "$root/home/surveyor/source"
     inside chown -R surveyor: /home/surveyor/source
