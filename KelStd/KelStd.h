@@ -69,6 +69,7 @@
 #include <KelStd/library/RecordLoss.h>
 #include <KelStd/library/RecordNames.h>
 #include <KelStd/library/StandardLibrary.h>
+#include <KelStd/library/SystemLookup.h>
 #include <KelStd/location/AreaCheck.h>
 #include <KelStd/location/GridFactors.h>
 #include <KelStd/location/LocationBuilder.h>

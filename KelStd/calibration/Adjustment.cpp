@@ -87,6 +87,14 @@ std::optional<double> criticalTau(int redundancy)
     return std::sqrt(redundancy) * t / std::sqrt(redundancy - 1 + t * t);
 }
 
+std::vector<double> weightsOf(const std::vector<double> &sigma, std::size_t points)
+{
+    std::vector<double> weights(points, 1.0);
+    std::transform(sigma.begin(), sigma.end(), weights.begin(),
+                   [](double each) { return 1.0 / (each * each); });
+    return weights;
+}
+
 Adjustment adjusted(const LinearModel &model)
 {
     const Eigen::Index parameters = model.design.cols();

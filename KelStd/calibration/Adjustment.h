@@ -37,6 +37,10 @@ struct Adjustment
     double condition = 0.0;
 };
 
+/// The weights of so many points, whose standard deviations may be unknown: `sigma` is empty then,
+/// and the weights are ones.
+std::vector<double> weightsOf(const std::vector<double> &sigma, std::size_t points);
+
 Adjustment adjusted(const LinearModel &model);
 
 /// The residuals of a point in the adjustment without it. Nothing where the others do not

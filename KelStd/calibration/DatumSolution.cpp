@@ -43,10 +43,7 @@ Vector3d weightedMean(const std::vector<Vector3d> &positions, const std::vector<
 Centred centred(const DatumVectors &vectors)
 {
     Centred result;
-    for (std::size_t i = 0; i < vectors.local.size(); ++i) {
-        const double sigma = vectors.sigma.empty() ? 1.0 : vectors.sigma[i];
-        result.weight.push_back(1.0 / (sigma * sigma));
-    }
+    result.weight = weightsOf(vectors.sigma, vectors.local.size());
     result.localCentroid = weightedMean(vectors.local, result.weight);
     result.wgs84Centroid = weightedMean(vectors.wgs84, result.weight);
     for (std::size_t i = 0; i < vectors.local.size(); ++i) {

@@ -65,10 +65,7 @@ Sums difference(const Sums &left, const Sums &right)
 Centred centred(const PlanePairs &pairs)
 {
     Centred result;
-    for (std::size_t i = 0; i < pairs.base.size(); ++i) {
-        const double sigma = pairs.sigma.empty() ? 1.0 : pairs.sigma[i];
-        result.weight.push_back(1.0 / (sigma * sigma));
-    }
+    result.weight = weightsOf(pairs.sigma, pairs.base.size());
     result.baseCentroid = weightedMean(pairs.base, result.weight);
     result.controlCentroid = weightedMean(pairs.control, result.weight);
     for (std::size_t i = 0; i < pairs.base.size(); ++i) {

@@ -340,4 +340,14 @@ std::optional<SiteFit> fitSite(const Coord &base, const ControlPoints &control,
     return std::nullopt;
 }
 
+SystemOrigin siteOrigin(const SystemOrigin &base, const ControlPoints &control)
+{
+    SystemOrigin origin = base;
+    origin.authority.clear();
+    origin.code.clear();
+    origin.databaseVersion.clear();
+    origin.control = control;
+    return origin;
+}
+
 } // namespace KelStd::calibration

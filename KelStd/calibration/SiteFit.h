@@ -6,6 +6,7 @@
 #include <KelStd/calibration/SiteTransform.h>
 #include <KelStd/coord/ControlPoint.h>
 #include <KelStd/coord/Coord.h>
+#include <KelStd/coord/SystemOrigin.h>
 
 #include <QtCore/QStringList>
 #include <QtCore/QVector>
@@ -137,6 +138,10 @@ struct SiteFit
 KELSTD_EXPORT std::optional<SiteFit> fitSite(const Coord &base, const ControlPoints &control,
                                              const SiteFitOptions &options = {},
                                              CalibrationFailure *failure = nullptr);
+
+/// What of the origin of a base system holds for the site that was fitted to `control` on it: all
+/// but its code, since it is no system of a database any more.
+KELSTD_EXPORT SystemOrigin siteOrigin(const SystemOrigin &base, const ControlPoints &control);
 
 /// "four", "rotation", "shift", "none": the word of a method, in reports and in JSON.
 KELSTD_EXPORT QString wordOf(PlanMethod method);

@@ -22,7 +22,8 @@ enum class LibraryFailureKind
     HeldByAnother, ///< another program is changing the library
     SeveralFiles,  ///< several files hold a record of this name, and any of them may be loaded
     OtherFileName, ///< the file that holds the record is not called as the record is
-    SharedFile     ///< the file that holds the record holds others, too
+    SharedFile,    ///< the file that holds the record holds others, too
+    SeveralSystems ///< several systems have this code
 };
 
 /// A failure of one of the kinds of `LibraryFailureKind`.

@@ -155,17 +155,6 @@ QStringList namesIn(const QStringList &values, const ControlPoints &points)
     return names;
 }
 
-/// What of the base system's origin holds for the site. It is no system of a database any more.
-SystemOrigin originOf(const SystemOrigin &base, const ControlPoints &control)
-{
-    SystemOrigin origin = base;
-    origin.authority.clear();
-    origin.code.clear();
-    origin.databaseVersion.clear();
-    origin.control = control;
-    return origin;
-}
-
 /// The whole chain as PROJ reads it, or why there is none.
 void describeChain(const Coord &coord, calibration::SiteReportFacts &facts)
 {
@@ -227,8 +216,9 @@ ExitStatus runSiteFit(const QStringList &arguments, Console &console)
         printText(*fit, console);
     ExitStatus status = ExitStatus::Success;
     if (target.isNamed()) {
-        status = target.put(fit->coord, originOf(input.system().origin, fit->control), line, isJson,
-                            console);
+        status =
+            target.put(fit->coord, calibration::siteOrigin(input.system().origin, fit->control),
+                       line, isJson, console);
     }
     if (status != ExitStatus::Success || !report.isNamed())
         return status;

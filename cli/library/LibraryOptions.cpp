@@ -4,6 +4,8 @@
 #include <cli/terminal/Console.h>
 #include <cli/terminal/UnknownWord.h>
 
+#include <KelStd/library/SystemLookup.h>
+
 namespace KelStd::cli {
 
 namespace {
@@ -43,7 +45,7 @@ QList<RecordKind> kindsNamed(const QString &word)
 {
     const QString singular = word.endsWith(QLatin1Char('s')) ? word.chopped(1) : word;
     if (singular == QLatin1String("system"))
-        return {RecordKind::Custom, RecordKind::Standard};
+        return library::systemKinds();
     for (const RecordKind kind : library::recordKinds) {
         if (singular == library::wordOf(kind))
             return {kind};

@@ -4,6 +4,7 @@
 #include <cli/terminal/ShownText.h>
 
 #include <KelStd/library/RecordNames.h>
+#include <KelStd/library/SystemLookup.h>
 #include <KelStd/text/NearNames.h>
 
 #include <QtCore/QMap>
@@ -17,7 +18,7 @@ QString unknownName(const QString &name, const QList<RecordKind> &kinds, const C
     for (const RecordKind kind : kinds)
         known += library::namesOf(kind);
     known.removeDuplicates();
-    const bool isSystem = kinds == QList<RecordKind>{RecordKind::Custom, RecordKind::Standard};
+    const bool isSystem = kinds == library::systemKinds();
     const QString title = kinds.size() == 1 ? library::titleOf(kinds.first())
                           : isSystem        ? QStringLiteral("system")
                                             : QStringLiteral("entry");

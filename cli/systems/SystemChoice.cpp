@@ -8,20 +8,16 @@
 #include <cli/terminal/FilePath.h>
 #include <cli/terminal/ShownText.h>
 
-#include <KelStd/library/DeliveredRecords.h>
 #include <KelStd/library/RecordDocuments.h>
 #include <KelStd/library/RecordHolders.h>
 #include <KelStd/library/RecordNames.h>
+#include <KelStd/library/SystemLookup.h>
 
 #include <QtCore/QFileInfo>
-#include <QtCore/QRegularExpression>
 
 namespace KelStd::cli {
 
 namespace {
-
-/// The custom systems hide standard ones of their name, and are few.
-const QList<RecordKind> systemKinds = {RecordKind::Custom, RecordKind::Standard};
 
 /// Whether a file keeps a name from meaning a system of the library.
 bool isFile(const QString &given)
@@ -61,131 +57,46 @@ Lookup failedAfterReport(const QString &given, const QString &reason, Console &c
     return Lookup::Failed;
 }
 
-/// Reads the system of a name that is in the registry from the file that it came from.
-Lookup readRegistered(const LibraryDirectory &library, RecordKind kind, const QString &name,
-                      ChosenSystem &chosen, Console &console)
+/// Reads the system that was found from the file that it came from.
+Lookup readMatch(const LibraryDirectory &library, const library::SystemLookup &lookup,
+                 ChosenSystem &chosen, Console &console)
 {
-    if (const auto several = library::ambiguityFailure(library, kind, name))
-        return failedAfterReport(name, shown(several.text), console);
-    chosen.review.file = library::documentsHolding(library, kind, name).value(0);
+    if (lookup.failure)
+        return failedAfterReport(lookup.subject, shown(lookup.failure.text), console);
+    if (!lookup.match)
+        return Lookup::Missing;
+    const library::SystemMatch &match = *lookup.match;
+    chosen.review.file = library::documentsHolding(library, match.kind, match.name).value(0);
     QString reason;
     if (const auto failure = library::fileFailure(chosen.review.file))
         reason = io::describedFailure(failure);
     else if (readSystem(chosen.review.file, chosen.coord, chosen.origin, chosen.review.findings,
                         reason))
         return Lookup::Found;
-    return failedAfterReport(name, reason, console); // another program has changed it since
-}
-
-/// The system of exactly this name.
-Lookup lookUpName(const LibraryDirectory &library, const QString &given, ChosenSystem &chosen,
-                  Console &console)
-{
-    const QString name = library::withoutMarks(given);
-    for (const RecordKind kind : systemKinds) {
-        if (const auto failure = library::loadPlaces(library, {library::placeOf(kind)}))
-            return failedAfterReport(name, failure.text, console);
-        if (library::find(kind, name))
-            return readRegistered(library, kind, name, chosen, console);
-    }
-    return Lookup::Missing;
-}
-
-/// The code that a text means: "EPSG:28992", and "28992", which is the same to PROJ. Empty for
-/// none.
-QString codeMeantBy(const QString &given)
-{
-    static const QRegularExpression number(QStringLiteral("\\A[0-9]+\\z"));
-    return number.match(given).hasMatch() ? QLatin1String("EPSG:") + given
-                                          : library::codeOfForm(given);
-}
-
-QString listOf(const QStringList &names)
-{
-    QStringList quoted;
-    for (const QString &name : names)
-        quoted += inQuotes(name);
-    return quoted.join(QLatin1String(", "));
-}
-
-/// The system of this code as it is delivered, where copies of it have the code, too. Empty where
-/// there is none, or where it was changed.
-QString untouchedOf(const LibraryDirectory &library, const QString &code)
-{
-    if (loadSystems(library))
-        return {};
-    const QStringList names = library::namesOfCode(RecordKind::Standard, code);
-    if (names.size() != 1)
-        return {};
-    for (const DeliveredRecord &record : library::deliveredRecords(LibraryDirectory::delivered())) {
-        if (record.kind == RecordKind::Standard && record.name == names.constFirst()
-            && library::deliveredState(library, record) == DeliveredState::AsDelivered)
-            return record.name;
-    }
-    return {};
-}
-
-/// One of several custom systems that have a code.
-Lookup readOneOf(const LibraryDirectory &library, RecordKind kind, const QString &code,
-                 const QStringList &names, ChosenSystem &chosen, Console &console)
-{
-    if (names.contains(code))
-        return readRegistered(library, kind, code, chosen, console);
-    const QString untouched = kind == RecordKind::Custom ? untouchedOf(library, code) : QString();
-    if (untouched.isEmpty()) {
-        return failedAfterReport(code,
-                                 QStringLiteral("%1 %2s of the library have this code: %3; "
-                                                "name one of them")
-                                     .arg(names.size())
-                                     .arg(library::titleOf(kind), listOf(names)),
-                                 console);
-    }
-    const Lookup lookup = readRegistered(library, RecordKind::Standard, untouched, chosen, console);
-    if (lookup == Lookup::Found) {
-        console.report(
-            QStringLiteral("note: %1 is the %2 %3 of the library; %4 %5s have this code, "
-                           "too: %6")
-                .arg(code, library::titleOf(RecordKind::Standard), inQuotes(untouched))
-                .arg(names.size())
-                .arg(library::titleOf(kind), listOf(names)));
-    }
-    return lookup;
+    return failedAfterReport(match.name, reason, console); // another program has changed it since
 }
 
 /// The system that has this code, custom before standard.
 Lookup lookUpCode(const LibraryDirectory &library, const QString &given, ChosenSystem &chosen,
                   Console &console)
 {
-    const QString code = codeMeantBy(given);
-    if (code.isEmpty())
-        return Lookup::Missing;
-    for (const RecordKind kind : systemKinds) {
-        if (const auto failure = library::loadPlaces(library, {library::placeOf(kind)}))
-            return failedAfterReport(given, failure.text, console);
-        const QStringList names = library::namesOfCode(kind, code);
-        if (names.size() > 1)
-            return readOneOf(library, kind, code, names, chosen, console);
-        if (names.size() == 1) {
-            const Lookup lookup =
-                readRegistered(library, kind, names.constFirst(), chosen, console);
-            // One of the user's own may have another datum shift, or be fitted to a site.
-            if (lookup == Lookup::Found && kind == RecordKind::Custom) {
-                console.report(
-                    QStringLiteral("note: %1 is the %2 %3 of the library")
-                        .arg(given, library::titleOf(kind), inQuotes(names.constFirst())));
-            }
-            return lookup;
-        }
-    }
-    return Lookup::Missing;
+    const library::SystemLookup found = library::systemOfCode(library, given);
+    const Lookup lookup = readMatch(library, found, chosen, console);
+    if (lookup != Lookup::Found)
+        return lookup;
+    const QString remark = library::remarkOn(*found.match, given);
+    if (!remark.isEmpty())
+        console.report(QStringLiteral("note: %1").arg(shown(remark)));
+    return lookup;
 }
 
 /// The system of exactly this name, which may be a code, too, that means another one.
 Lookup lookUpNameAside(const LibraryDirectory &library, const QString &given, ChosenSystem &chosen,
                        Console &console)
 {
-    const Lookup lookup = lookUpName(library, given, chosen, console);
-    const QString code = codeMeantBy(given);
+    const Lookup lookup =
+        readMatch(library, library::systemOfName(library, given), chosen, console);
+    const QString code = library::codeMeantBy(given);
     if (lookup == Lookup::Found && !code.isEmpty()
         && chosen.origin.fullCode().compare(code, Qt::CaseInsensitive) != 0) {
         console.report(QStringLiteral("note: %1 is the system of this name of the library, which "
@@ -200,7 +111,7 @@ void notePassedOver(const LibraryDirectory &library, const QString &code, Consol
 {
     if (loadSystems(library))
         return;
-    for (const RecordKind kind : library::kindsHolding(code, systemKinds)) {
+    for (const RecordKind kind : library::kindsHolding(code, library::systemKinds())) {
         if (library::originOf(kind, code).fullCode().compare(code, Qt::CaseInsensitive) != 0) {
             console.report(QStringLiteral("note: %1 is taken as a code; the %2 of this name is "
                                           "not known to have it")
@@ -231,7 +142,7 @@ Lookup lookUp(const LibraryDirectory &library, const QString &given, ChosenSyste
 QString hiddenBy(const QString &fileName, const LibraryDirectory &library)
 {
     const bool isHidden =
-        !loadSystems(library) && !library::kindsHolding(fileName, systemKinds).isEmpty();
+        !loadSystems(library) && !library::kindsHolding(fileName, library::systemKinds()).isEmpty();
     return isHidden
                ? QStringLiteral("; the library has a system of this name, which the file hides")
                : QString();
@@ -312,7 +223,7 @@ bool choose(const QString &given, const CommandLine &line, ChosenSystem &chosen,
                        .arg(given, tried.isUnknownCode
                                        ? QStringLiteral("PROJ's database has no such code, ")
                                        : QString())
-                   + unknownName(given, systemKinds, line, elsewhere));
+                   + unknownName(given, library::systemKinds(), line, elsewhere));
     return false;
 }
 

@@ -4,6 +4,8 @@
 #include <cli/library/RecordProposals.h>
 #include <cli/terminal/Completion.h>
 
+#include <KelStd/library/SystemLookup.h>
+
 #include <QtCore/QSet>
 
 namespace KelStd::cli {
@@ -12,12 +14,11 @@ namespace {
 
 QList<Proposal> ofLibrary(const TypedLine &line)
 {
-    const QList<RecordKind> kinds = {RecordKind::Custom, RecordKind::Standard};
-    if (!loadForProposals(line, kinds))
+    if (!loadForProposals(line, library::systemKinds()))
         return {};
     const bool isCode = beginsAsCode(line.beginning);
     QList<Proposal> systems;
-    for (const RecordKind kind : kinds) {
+    for (const RecordKind kind : library::systemKinds()) {
         for (const QString &name : library::namesOf(kind)) {
             const QString code = library::originOf(kind, name).fullCode();
             systems.append({name, code});

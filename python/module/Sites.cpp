@@ -79,17 +79,6 @@ std::optional<Method> methodOf(const py::object &word,
     return method;
 }
 
-/// What of the base system's origin holds for the site. It is no system of a database any more.
-SystemOrigin siteOrigin(const SystemOrigin &base, const ControlPoints &control)
-{
-    SystemOrigin origin = base;
-    origin.authority.clear();
-    origin.code.clear();
-    origin.databaseVersion.clear();
-    origin.control = control;
-    return origin;
-}
-
 py::tuple fitSite(const std::shared_ptr<const UsedSystem> &base, const py::list &rows,
                   const py::object &horizontal, const py::object &vertical,
                   const py::object &sigmaH, const py::object &sigmaV, const py::list &without,
@@ -116,7 +105,7 @@ py::tuple fitSite(const std::shared_ptr<const UsedSystem> &base, const py::list 
     site->coord = fit->coord;
     if (!name.is_none())
         site->coord.coord_name = fromPython(name.cast<std::string>());
-    site->origin = siteOrigin(base->origin, fit->control);
+    site->origin = calibration::siteOrigin(base->origin, fit->control);
     site->source = site->coord.coord_name;
     return py::make_tuple(std::shared_ptr<const UsedSystem>(site),
                           toPython(jsonLine(*fit).trimmed()));

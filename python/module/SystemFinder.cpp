@@ -8,20 +8,16 @@
 #include <KelStd/io/DocumentReview.h>
 #include <KelStd/library/LibraryDirectory.h>
 #include <KelStd/library/LibraryRecord.h>
-#include <KelStd/library/RecordDocuments.h>
 #include <KelStd/library/RecordHolders.h>
 #include <KelStd/library/RecordNames.h>
+#include <KelStd/library/SystemLookup.h>
 #include <KelStd/platform/Toolkits.h>
 
 #include <QtCore/QFileInfo>
-#include <QtCore/QRegularExpression>
 
 namespace KelStd::python {
 
 namespace {
-
-/// The custom systems hide standard ones of their name.
-constexpr RecordKind systemKinds[] = {RecordKind::Custom, RecordKind::Standard};
 
 LibraryDirectory openLibrary(const QString &named)
 {
@@ -39,26 +35,21 @@ LibraryDirectory openLibrary(const QString &named)
     return library;
 }
 
-void load(const LibraryDirectory &library, RecordKind kind)
+/// The system that was found, from the document that holds it.
+std::optional<UsedSystem> readMatch(const LibraryDirectory &library,
+                                    const library::SystemLookup &lookup, bool isLenient)
 {
-    if (const auto failure = library::loadPlaces(library, {library::placeOf(kind)}))
+    using Kind = LibraryFailureKind;
+    const LibraryFailure &failure = lookup.failure;
+    if (failure.kind == Kind::SeveralFiles || failure.kind == Kind::SeveralSystems)
+        refuse(lookup.subject, failure.text);
+    if (failure)
         throw Raised(Raise::NotReady, failure.text);
-}
-
-UsedSystem readRegistered(const LibraryDirectory &library, RecordKind kind, const QString &name,
-                          bool isLenient)
-{
-    if (const auto several = library::ambiguityFailure(library, kind, name))
-        refuse(name, several.text);
-    return readSystemFile(library::documentsHolding(library, kind, name).value(0), name, isLenient);
-}
-
-/// The code that a text means: "EPSG:28992", and "28992", which is the same to PROJ.
-QString codeMeantBy(const QString &given)
-{
-    static const QRegularExpression number(QStringLiteral("\\A[0-9]+\\z"));
-    return number.match(given).hasMatch() ? QLatin1String("EPSG:") + given
-                                          : library::codeOfForm(given);
+    if (!lookup.match)
+        return std::nullopt;
+    const library::SystemMatch &match = *lookup.match;
+    return readSystemFile(library::documentsHolding(library, match.kind, match.name).value(0),
+                          match.name, isLenient);
 }
 
 bool hasCode(const SystemOrigin &origin, const QString &code)
@@ -69,49 +60,27 @@ bool hasCode(const SystemOrigin &origin, const QString &code)
 std::optional<UsedSystem> findName(const LibraryDirectory &library, const QString &given,
                                    const FindOptions &options)
 {
-    const QString name = library::withoutMarks(given);
-    for (const RecordKind kind : systemKinds) {
-        load(library, kind);
-        if (!library::find(kind, name))
-            continue;
-        UsedSystem system = readRegistered(library, kind, name, options.isLenient);
-        const QString code = codeMeantBy(given);
-        if (!code.isEmpty() && !hasCode(system.origin, code)) {
-            system.warnings += QStringLiteral("%1 is the system of this name of the library, "
-                                              "which is not known to be %2")
-                                   .arg(given, code);
-        }
-        return system;
+    auto system = readMatch(library, library::systemOfName(library, given), options.isLenient);
+    const QString code = library::codeMeantBy(given);
+    if (system && !code.isEmpty() && !hasCode(system->origin, code)) {
+        system->warnings += QStringLiteral("%1 is the system of this name of the library, "
+                                           "which is not known to be %2")
+                                .arg(given, code);
     }
-    return std::nullopt;
+    return system;
 }
 
 std::optional<UsedSystem> findCode(const LibraryDirectory &library, const QString &given,
                                    const FindOptions &options)
 {
-    const QString code = codeMeantBy(given);
-    if (code.isEmpty())
-        return std::nullopt;
-    for (const RecordKind kind : systemKinds) {
-        load(library, kind);
-        const QStringList names = library::namesOfCode(kind, code);
-        if (names.isEmpty())
-            continue;
-        if (names.size() > 1) {
-            refuse(code, QStringLiteral("%1 %2s of the library have this code: %3; name one of "
-                                        "them")
-                             .arg(names.size())
-                             .arg(library::titleOf(kind), names.join(QLatin1String(", "))));
-        }
-        UsedSystem system = readRegistered(library, kind, names.constFirst(), options.isLenient);
-        // One of the user's own may have another datum shift, or be fitted to a site.
-        if (kind == RecordKind::Custom) {
-            system.warnings += QStringLiteral("%1 is the %2 \"%3\" of the library")
-                                   .arg(given, library::titleOf(kind), names.constFirst());
-        }
+    const library::SystemLookup lookup = library::systemOfCode(library, given);
+    auto system = readMatch(library, lookup, options.isLenient);
+    if (!system)
         return system;
-    }
-    return std::nullopt;
+    const QString remark = library::remarkOn(*lookup.match, given);
+    if (!remark.isEmpty())
+        system->warnings += remark;
+    return system;
 }
 
 /// What has to be known before the numbers of an import are used.

@@ -253,5 +253,26 @@ TEST_F(SiteFitTest, PutsTheSurfaceOfHeightsWhereThePlaneIsTransformedTo)
     EXPECT_NEAR(fit.height.surface.c, -100e-6, 1e-11);
 }
 
+TEST(SiteOrigins, KeepWhatHoldsForThePlaceButNoCode)
+{
+    SystemOrigin base;
+    base.authority = QStringLiteral("EPSG");
+    base.code = QStringLiteral("28992");
+    base.databaseVersion = QStringLiteral("EPSG v10.076");
+    base.operation = SystemOrigin::Operation{QStringLiteral("EPSG:4833"), QStringLiteral("x"), 1.0};
+    base.area = AreaOfUse{3.2, 50.75, 7.22, 53.7};
+    base.areaName = QStringLiteral("Netherlands");
+    base.countries = QStringList{QStringLiteral("Netherlands")};
+    base.planeUnit = SystemOrigin::PlaneUnit{QStringLiteral("foot"), 0.3048};
+    ControlPoint point;
+    point.name = QStringLiteral("1");
+
+    SystemOrigin expected = base;
+    expected.authority = expected.code = expected.databaseVersion = QString();
+    expected.control = {point};
+    EXPECT_TRUE(calibration::siteOrigin(base, {point}) == expected);
+    EXPECT_EQ(calibration::siteOrigin(base, {point}).fullCode(), QString());
+}
+
 } // namespace
 } // namespace KelStd

@@ -190,6 +190,17 @@ def test_a_custom_system_of_a_code_is_told_of(kelstd, tmp_path):
         kelstd.System.find("EPSG:28992", library=tmp_path)
 
 
+def test_copies_of_a_delivered_system_leave_its_code_to_it(kelstd, home, tmp_path):
+    delivered = kelstd.System.find("EPSG:28992").to_xml()
+    library = shutil.copytree(home / "library", tmp_path / "library")
+    for name in ("Mine", "Other"):
+        (library / "custom" / f"{name}.xml").write_text(
+            delivered.replace("Amersfoort / RD New", name))
+    with pytest.warns(kelstd.KelstdWarning,
+                      match='2 custom systems have this code, too: "Mine", "Other"'):
+        assert kelstd.System.find("EPSG:28992", library=library).name == "Amersfoort / RD New"
+
+
 def in_a_process(code, **environment):
     return subprocess.run([sys.executable, "-c", code], capture_output=True, text=True, cwd=ROOT,
                           env={**os.environ, **environment}, timeout=60)
