@@ -19,7 +19,9 @@ endforeach()
 set(KELSTD_PROGRAM_DIRECTORY "${KELSTD_INSTALL_PROGRAM_DIR}")
 set(package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/KelStd")
 set(KELSTD_STATIC_PACKAGE "")
+set(KELSTD_QT_LINKED "")
 if(KELSTD_IS_STATIC)
+    set(KELSTD_QT_LINKED ${KELSTD_QT_PRIVATE})
     string(CONCAT KELSTD_STATIC_PACKAGE
         "include(\"\${CMAKE_CURRENT_LIST_DIR}/KelStdProgramDirectory.cmake\")\n"
         "kelstd_tell_program_directory(KelStd::PlatformDefault \"\${KelStd_PROGRAM_DIRECTORY}\")")

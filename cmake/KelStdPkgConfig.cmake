@@ -13,7 +13,11 @@ endforeach()
 # Debian's Qt wants position-independent code of everybody, and its CMake package sees to it.
 set(pc_flags "-fPIC")
 set(pc_private_libraries "")
+set(pc_private_packages "")
 if(KELSTD_IS_STATIC)
+    list(TRANSFORM KELSTD_QT_PRIVATE REPLACE "(.+)"
+        "Qt${KELSTD_QT_MAJOR}\\1 >= ${KELSTD_QT_MINIMUM}" OUTPUT_VARIABLE pc_private_packages)
+    list(JOIN pc_private_packages " " pc_private_packages)
     if(WIN32)
         string(APPEND pc_flags " -DKELSTD_STATIC")
     endif()

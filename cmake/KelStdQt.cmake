@@ -30,5 +30,16 @@ else()
 endif()
 set(KELSTD_QT_MINIMUM "${KELSTD_QT${KELSTD_QT_MAJOR}_MINIMUM}")
 find_package(Qt${KELSTD_QT_MAJOR} "${KELSTD_QT_MINIMUM}" REQUIRED COMPONENTS Core Xml)
+
+# The parser and the codecs that Qt 5 has itself are in a module of their own beside Qt 6. Who links a
+# shared KelStd sees nothing of it.
+set(KELSTD_QT_PRIVATE "")
+if(KELSTD_QT_MAJOR EQUAL 6)
+    set(KELSTD_QT_PRIVATE Core5Compat)
+    find_package(Qt6 "${KELSTD_QT_MINIMUM}" QUIET COMPONENTS ${KELSTD_QT_PRIVATE})
+    if(NOT Qt6Core5Compat_FOUND)
+        message(FATAL_ERROR "KelStd needs Core5Compat of Qt 6, too. Debian has it in qt6-5compat-dev.")
+    endif()
+endif()
 set(KELSTD_QT_VERSION "${Qt${KELSTD_QT_MAJOR}_VERSION}")
 message(STATUS "KelStd is built with Qt ${KELSTD_QT_VERSION}")

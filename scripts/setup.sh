@@ -42,7 +42,7 @@ benchmark)
 fuzz) packages+=(clang libclang-rt-dev) ;;
 package) packages+=("${python[@]}" "${site[@]}" dpkg-dev file lintian) ;;
 try-packages) packages+=(mmdebstrap) ;;
-qt6) packages+=("${python[@]}" "${site[@]}" "${tests[@]}" qt6-base-dev qt6-l10n-tools) ;;
+qt6) packages+=("${python[@]}" "${site[@]}" "${tests[@]}" qt6-base-dev qt6-5compat-dev qt6-l10n-tools) ;;
 "") packages+=("${python[@]}" "${site[@]}" "${tests[@]}") ;;
 *)
     echo "usage: scripts/setup.sh [build|benchmark|fuzz|package|try-packages|qt6]" >&2

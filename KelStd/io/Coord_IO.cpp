@@ -2,6 +2,7 @@
 
 #include <KelStd/io/CoordDocument.h>
 #include <KelStd/io/DocumentReview.h>
+#include <KelStd/io/DomParser.h>
 #include <KelStd/io/RecordReaders.h>
 #include <KelStd/io/RecordWriters.h>
 #include <KelStd/io/XmlDocument.h>
@@ -23,7 +24,7 @@ bool readRequired(const QDomElement &root, const QString &name, io::Reader<Recor
     failure = {io::DocumentFault::MissingElement,
                QStringLiteral("%1 [%2] %3.")
                    .arg(QObject::tr("Format error, element"), name, QObject::tr("not found")),
-               root.lineNumber()};
+               io::lineOf(root)};
     return false;
 }
 

@@ -18,9 +18,4 @@ inline constexpr qint64 largestDocument = qint64{64} * 1024 * 1024;
 /// with this bound a document of 60 MB takes no more than ten times its size, whatever it is.
 inline constexpr int maxMarkup = 400000;
 
-/// Documents with a tag of more attributes are refused. No tag of a coordinate system has thirty.
-/// With Qt 5 the bound of all markup is the only one; the parser of Qt 6 compares each attribute
-/// with all that stand before it in the tag.
-inline constexpr int maxAttributes = QT_VERSION < QT_VERSION_CHECK(6, 0, 0) ? maxMarkup : 1000;
-
 } // namespace KelStd::io

@@ -22,18 +22,6 @@ namespace {
 /// U+FFFE and U+FFFF are no characters of XML.
 constexpr ushort firstNonCharacter = 0xFFFE;
 
-/// XML leaves the control characters below the blank out. The parser of Qt 5 takes them, and names
-/// may have them; that of Qt 6 does not.
-constexpr bool takesControls = QT_VERSION < QT_VERSION_CHECK(6, 0, 0);
-
-/// Whether a document can hold the character, which is no half of a pair.
-bool isHeld(QChar c)
-{
-    const bool isControl = c < QLatin1Char(' ') && c != QLatin1Char('\t') && c != QLatin1Char('\n')
-                           && c != QLatin1Char('\r');
-    return c < QChar(firstNonCharacter) && (takesControls || !isControl);
-}
-
 /// The line of a place in a text, from 1; it may end in a line feed, a carriage return or both.
 int lineOf(const QChar *begin, const QChar *place)
 {
@@ -231,10 +219,6 @@ private:
                 m_attributes.push_back(nameBefore(m_at));
             }
         });
-        if (static_cast<int>(m_attributes.size()) > maxAttributes) {
-            refuse(DocumentFault::TooMuchMarkup,
-                   QStringLiteral("a tag of it has more attributes than %1").arg(maxAttributes));
-        }
         refuseOneTwice(m_attributes);
         judgeReferences(before);
         return m_at - before > 2 && m_at[-2] == QLatin1Char('/');
@@ -302,10 +286,12 @@ QString withCharacters(const QString &text, const std::vector<WideReference> &re
 bool isXmlText(const QString &text)
 {
     constexpr ushort firstSurrogate = 0xD800;
-    const auto isOrdinary = [](QChar c) { return c < QChar(firstSurrogate) && isHeld(c); };
+    const auto isOrdinary = [](QChar c) { return c < QChar(firstSurrogate); };
     if (std::all_of(text.cbegin(), text.cend(), isOrdinary))
         return true;
-    return text.isValidUtf16() && std::all_of(text.cbegin(), text.cend(), isHeld);
+    return text.isValidUtf16() && std::all_of(text.cbegin(), text.cend(), [](QChar c) {
+               return c < QChar(firstNonCharacter);
+           });
 }
 
 namespace {
@@ -318,7 +304,7 @@ DocumentFailure foreignText(const QString &text)
         const bool isPair = text.at(known).isHighSurrogate() && known + 1 < text.size()
                             && text.at(known + 1).isLowSurrogate();
         const QChar c = text.at(known);
-        if (!isPair && (c.isSurrogate() || !isHeld(c)))
+        if (!isPair && (c.isSurrogate() || c >= QChar(firstNonCharacter)))
             break;
         known += isPair ? 2 : 1;
     }

@@ -1,6 +1,7 @@
 #include <KelStd/io/RecordReaders.h>
 
 #include <KelStd/io/Coord_IO.h>
+#include <KelStd/io/DomParser.h>
 #include <KelStd/io/RecordParamNames.h>
 #include <KelStd/io/ShortenedText.h>
 #include <KelStd/io/ValueText.h>
@@ -61,7 +62,7 @@ bool hasReadableVersion(const QDomElement &element, DocumentFailure &failure)
                             ? QStringLiteral("no version")
                             : QStringLiteral("version \"%1\"").arg(shortened(version)),
                         QString::number(documentVersion)),
-               element.lineNumber()};
+               lineOf(element)};
     return false;
 }
 

@@ -1,6 +1,7 @@
 #include <KelStd/io/ReviewFindings.h>
 
 #include <KelStd/io/Coord_IO.h>
+#include <KelStd/io/DomParser.h>
 #include <KelStd/io/ShortenedText.h>
 #include <KelStd/text/Translation.h>
 
@@ -70,7 +71,7 @@ void ReviewFindings::add(FindingKind kind, const QDomElement &element, const QSt
 {
     if (m_findings.size() >= maxFindings)
         return;
-    m_findings.append({kind, pathOf(element), element.lineNumber(), written, understood});
+    m_findings.append({kind, pathOf(element), lineOf(element), written, understood});
     m_doubts.append({element, {}});
 }
 

@@ -1,6 +1,7 @@
 #include <KelStd/io/XmlDocument.h>
 
 #include <KelStd/io/DocumentLimits.h>
+#include <KelStd/io/DomParser.h>
 #include <KelStd/text/TextDecoder.h>
 
 #include <QtCore/QObject>
@@ -97,7 +98,7 @@ DocumentFailure parse(QString &text, LineEnds lineEnds, QDomDocument &document)
     DocumentFailure failure = makeSafeToParse(text);
     QString reason;
     int line = 0;
-    if (!failure && !document.setContent(text, &reason, &line)) {
+    if (!failure && !parseXml(text, document, reason, line)) {
         failure = {DocumentFault::NotWellFormed,
                    QStringLiteral("no well-formed XML: %1").arg(reason), line};
     }

@@ -13,8 +13,7 @@
 namespace KelStd::io {
 
 /// False for a text with U+FFFE or U+FFFF, which XML leaves out (XML 1.0, section 2.2), or with
-/// half a surrogate pair, which no encoding has; with Qt 6, with a control character, too, which XML
-/// leaves out and the parser of Qt 5 takes.
+/// half a surrogate pair, which no encoding has.
 bool isXmlText(const QString &text);
 
 /// Readies a text for Qt's parser, which takes more than XML is and reads some of it as something

@@ -1,19 +1,10 @@
 #include <KelStd/text/TextDecoder.h>
 
-#include <QtCore/QtGlobal>
-
-#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
-#    include <QtCore/QTextCodec>
-#else
-#    include <QtCore/QStringDecoder>
-#endif
+#include <QTextCodec> // of QtCore in Qt 5, of QtCore5Compat in Qt 6
 
 #include <algorithm>
 
 namespace KelStd {
-
-// What differs between the two Qts is this class.
-#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
 
 class TextDecoder::Codec
 {
@@ -35,33 +26,6 @@ private:
     QTextCodec *m_codec;
     QTextCodec::ConverterState m_state;
 };
-
-#else
-
-class TextDecoder::Codec : private QStringDecoder
-{
-public:
-    Codec(const QByteArray &encoding, Mark mark)
-        : QStringDecoder(encoding.constData(),
-                         mark == Mark::Kept ? Flag::ConvertInitialBom : Flag::Default)
-    {}
-    bool isKnown() const { return isValid(); }
-    QString decode(const char *bytes, qsizetype size)
-    {
-        if (!isValid())
-            return {};
-        QString text = QStringDecoder::decode(QByteArrayView(bytes, size));
-        // ICU's converters of encodings in Asia put this in place of what is no text.
-        constexpr QChar substitute(0x1A);
-        if (hasError() && text.contains(substitute))
-            text.replace(substitute, QChar(QChar::ReplacementCharacter));
-        return text;
-    }
-    bool hasFoundDamage() const { return hasError(); }
-    bool isInsideCharacter() const { return state.remainingChars > 0; }
-};
-
-#endif
 
 TextDecoder::TextDecoder(const QByteArray &encoding, Mark mark)
     : m_codec(std::make_unique<Codec>(encoding, mark))

@@ -13,8 +13,8 @@ namespace KelStd {
 /// next. Bytes that are no text of the encoding become U+FFFD. Raises nothing. Decoders may be used
 /// on any thread, each on one at a time.
 ///
-/// The encodings are those that the Qt has with which KelStd was built: the UTFs and Latin-1
-/// always, and all that ICU has where Qt was built with it, as in Debian's Qt 5 and Qt 6.
+/// The encodings are those of `QTextCodec`, which is in Qt 5 and beside Qt 6: the UTFs and Latin-1
+/// always, and all that ICU has where Qt was built with it, as Debian's is.
 class KELSTD_EXPORT TextDecoder
 {
 public:
@@ -42,8 +42,7 @@ public:
     /// The same.
     QString decode(const QByteArray &bytes) { return decode(bytes.constData(), bytes.size()); }
 
-    /// Whether something so far was no text of the encoding. Known of the UTFs; of others as far as
-    /// Qt tells, and Qt 5 does not.
+    /// Whether something so far was no text of the encoding. Known of the UTFs only.
     bool hasFoundDamage() const;
 
     /// Whether the last character has not ended, which at the end of the bytes is damage. Known of

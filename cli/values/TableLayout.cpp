@@ -111,7 +111,7 @@ void sayGeoid(std::vector<TableGroup> &groups, const positions::PrintedColumns &
             if (!each.isAboveGeoid)
                 continue;
             each.unit += QLatin1String(" (geoid)");
-            each.width = std::max(each.width, each.unit.size());
+            each.width = std::max(each.width, static_cast<int>(each.unit.size()));
         }
     }
 }

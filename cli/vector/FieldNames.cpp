@@ -164,8 +164,8 @@ std::vector<bool> ownCoordinates(const QStringList &names)
 
 int heightReferenceAmong(const QStringList &names)
 {
-    const int full = names.indexOf(QLatin1String(positions::heightReferenceName));
-    return full >= 0 ? full : names.indexOf(shortHeightReference);
+    const auto full = names.indexOf(QLatin1String(positions::heightReferenceName));
+    return static_cast<int>(full >= 0 ? full : names.indexOf(shortHeightReference));
 }
 
 QString changedNames(const QStringList &names, const QStringList &changed)

@@ -205,7 +205,7 @@ TEST_F(GeoidConvert, ADeliveredModelThatWasNotCopiedIsUsedAllTheSame)
 {
     const QByteArray delivered = test::readFile(test::egm96Path());
     const double separation = test::GridReader(delivered).separation(52.5, 3.5);
-    for (const int copied : {-1, 0, 1000, delivered.size() - 1}) {
+    for (const int copied : {-1, 0, 1000, static_cast<int>(delivered.size()) - 1}) {
         SCOPED_TRACE(copied);
         if (copied >= 0)
             program.file(QStringLiteral("geoid_model_list/egm96_15.gtx"), delivered.left(copied));

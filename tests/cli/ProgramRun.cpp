@@ -13,6 +13,7 @@ constexpr int patience = 240000; // [ms], for a machine under load, and with a s
 class PreparedProcess : public QProcess
 {
 public:
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
     explicit PreparedProcess(std::function<void()> action) : m_action(std::move(action)) {}
 
 protected:
@@ -24,6 +25,12 @@ protected:
 
 private:
     std::function<void()> m_action;
+#else
+    explicit PreparedProcess(const std::function<void()> &action)
+    {
+        setChildProcessModifier(action);
+    }
+#endif
 };
 
 QStringList linesOf(const QString &text)

@@ -30,4 +30,17 @@ if(INSTALLED)
     if(output MATCHES "libKelStd")
         complain("linked to the shared library: ${output}")
     endif()
+
+    # And by pkg-config, which knows no program directory but the one that the environment names.
+    file(GLOB_RECURSE package_file "${WORK}/moved/kelstd.pc")
+    get_filename_component(pc_directory "${package_file}" DIRECTORY)
+    set(ENV{PKG_CONFIG_PATH} "${pc_directory}")
+    step(pkg-config --static --cflags --libs kelstd)
+    separate_arguments(flags UNIX_COMMAND "${output}")
+    step("${COMPILER}" -std=c++17 "${SOURCE}/examples/quickstart/main.cpp"
+        -o "${WORK}/found static/by pkg-config" ${flags})
+    step(pkg-config --variable=program_directory kelstd)
+    string(STRIP "${output}" program_directory)
+    run_program("${CMAKE_COMMAND}" -E env "KELSTD_BIN_DIR=${program_directory}"
+        "${WORK}/found static/by pkg-config" "${SYSTEM}")
 endif()

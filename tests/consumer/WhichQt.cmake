@@ -3,11 +3,16 @@ include("${CMAKE_CURRENT_LIST_DIR}/Steps.cmake")
 
 set(work "${WORK}/which qt")
 file(REMOVE_RECURSE "${work}")
-foreach(version 5.15.8 5.12.0 6.4.2 6.2.0)
+foreach(version 5.15.8 5.12.0 6.4.2 6.4.3 6.2.0)
     string(SUBSTRING "${version}" 0 1 major)
+    set(parts "Core Xml")
+    if(version STREQUAL "6.4.2")
+        string(APPEND parts " Core5Compat")
+    endif()
     set(package "${work}/qt-${version}/lib/cmake/Qt${major}")
     file(WRITE "${package}/Qt${major}Config.cmake"
-        "foreach(part Core Xml)\n"
+        "foreach(part ${parts})\n"
+        "    set(Qt${major}\${part}_FOUND TRUE)\n"
         "    if(NOT TARGET Qt${major}::\${part})\n"
         "        add_library(Qt${major}::\${part} INTERFACE IMPORTED)\n"
         "    endif()\n"
@@ -46,5 +51,6 @@ expect("5.15.8;6.4.2" "-DFOUND_BEFORE=6" "${six}")
 expect("5.15.8;6.4.2" "-DFOUND_BEFORE=6;-DKELSTD_QT=5" "${five}")
 expect("5.15.8" "-DKELSTD_QT=6" "provided by \"Qt6\"")
 expect("6.2.0" "-DKELSTD_QT=6" "requested version \"6.4\"")
+expect("6.4.3" "" "KelStd needs Core5Compat of Qt 6, too. Debian has it in qt6-5compat-dev.")
 expect("6.2.0;5.12.0" "" "KelStd needs Core and Xml of Qt 5.15, or of Qt 6.4.")
 expect("5.15.8" "-DKELSTD_QT=4" "KELSTD_QT is 5 or 6, not \"4\"")

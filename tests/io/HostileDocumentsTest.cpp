@@ -212,10 +212,6 @@ TEST_F(HostileDocuments, TheBoundThatIsExceededIsTold)
     for (int i = 0; i <= 400000; ++i)
         tag += " a" + QByteArray::number(i) + "=''";
     EXPECT_EQ(faultOf(tag + "/>"), Fault::TooMuchMarkup);
-    tag = "<Coord";
-    for (int i = 0; i <= io::maxAttributes; ++i)
-        tag += " a" + QByteArray::number(i) + "=''";
-    EXPECT_EQ(faultOf(tag + "/>"), Fault::TooMuchMarkup);
 }
 
 TEST_F(HostileDocuments, EntityBombIsRefusedQuickly)
@@ -311,7 +307,7 @@ TEST_F(HostileDocuments, ManyAttributesAndReferencesAreReadQuickly)
     QElapsedTimer timer;
     timer.start();
     DocumentPieces pieces;
-    for (int i = 0; i < std::min(200000, io::maxAttributes - 10); ++i)
+    for (int i = 0; i < 200000; ++i)
         pieces.rootAttributes += " a" + QByteArray::number(i) + "='&#x1F30D;'";
     Coord coord;
     EXPECT_TRUE(read(pieces.bytes(), coord));

@@ -228,6 +228,9 @@ TEST_F(XmlTable, BeforeTheRoot)
 
 TEST_F(XmlTable, AfterTheRoot)
 {
+    // The stream reader of Qt 6 takes a document type there.
+    constexpr Stream ofLateTypes =
+        QT_VERSION < QT_VERSION_CHECK(6, 0, 0) ? Stream::Same : Stream::Other;
     const Row rows[] = {
         {" \r\n\t", u"site", Stream::Same},
         {"<!-- c --> <?p i?>", u"site", Stream::Same},
@@ -236,7 +239,7 @@ TEST_F(XmlTable, AfterTheRoot)
         {"<![CDATA[]]>", refused, Stream::Same},
         {"<b/>", refused, Stream::Same},
         {"</Coord>", refused, Stream::Same},
-        {"<!DOCTYPE Coord>", refused, Stream::Same},
+        {"<!DOCTYPE Coord>", refused, ofLateTypes},
         {QByteArray(1, '\0'), refused, Stream::Same},
         {"<!-- c", refused, Stream::Same},
     };
