@@ -9,7 +9,8 @@ import numpy as np
 from numpy.typing import NDArray
 
 from . import _core
-from ._arrays import number_array, warn
+from ._arrays import take_columns, warn
+from ._masks import plain_and_mask
 
 __all__ = [
     "WeekSeconds",
@@ -121,7 +122,7 @@ def gps_from_week_seconds(week: Any, seconds: Any) -> Any:
     :raises ValueError: a week that is not whole, seconds outside 0 to below 604800, or a time
         outside 1678 to 2262
     """
-    weeks, parts = np.broadcast_arrays(number_array("week", week), number_array("seconds", seconds))
+    weeks, parts = take_columns(("week", "seconds"), (week, seconds))[0]
     missing = np.isnan(weeks) | np.isnan(parts)
     _refuse("week", "is no whole number of weeks", ~missing & (weeks != np.floor(weeks)), weeks)
     _refuse("seconds", "is not between 0 and 604800", ~missing & ~((parts >= 0) & (parts < 604800)), parts)
@@ -163,13 +164,14 @@ def _datetimes(name: str, value: Any, takes_zones: bool) -> NDArray[np.datetime6
         converted = value.dt if hasattr(value, "dt") else value
         value = converted.tz_convert("UTC").to_numpy(dtype="datetime64[ns]") \
             if converted is value else converted.tz_convert("UTC").dt.tz_localize(None).to_numpy()
+    value, mask = plain_and_mask(value)
     array = np.asarray(value)
     if array.dtype == object:
         array = np.array([_one_time(name, item, takes_zones) for item in array.ravel()],
                          dtype="datetime64[ns]").reshape(array.shape)
     if array.dtype.kind != "M":
         raise TypeError(f"{name} holds {array.dtype}, not times (datetime64)")
-    return array
+    return array if mask is None else np.where(mask, np.datetime64("NaT"), array)
 
 
 def _one_time(name: str, item: Any, takes_zones: bool) -> np.datetime64:
