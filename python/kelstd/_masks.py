@@ -11,19 +11,20 @@ __all__ = ["leaf_types", "plain_and_mask"]
 
 
 def leaf_types(values: Any) -> set[type]:
-    """The types of what lists and tuples hold, however deep; of arrays in them, those of their items."""
+    """The types of what lists and tuples hold, however deep; of columns in them, those of their items, too."""
     types: set[type] = set(map(type, values))
-    if not any(issubclass(kind, (list, tuple, np.ndarray)) for kind in types):
+    if not any(issubclass(kind, (list, tuple)) or _is_column(kind) for kind in types):
         return types
-    found = set()
     for item in values:
         if isinstance(item, (list, tuple)):
-            found |= leaf_types(item)
-        elif isinstance(item, np.ndarray):
-            found |= {item.dtype.type, type(item)}
-        else:
-            found.add(type(item))
-    return found
+            types |= leaf_types(item)
+        elif _is_column(type(item)):
+            types.add(item.dtype.type)
+    return types
+
+
+def _is_column(kind: type) -> bool:
+    return hasattr(kind, "dtype") and not issubclass(kind, np.generic)
 
 
 def plain_and_mask(value: Any) -> tuple[Any, NDArray[np.bool_] | None]:

@@ -35,7 +35,7 @@ def test_a_list_of_masked_columns_keeps_their_masks(rd_converter):
     np.array([np.bool_(True), 5.0], dtype=object), np.array([np.complex64(5 + 1j), 5.0], dtype=object),
     np.array([np.datetime64("2017-01-01", "ns"), 5.0], dtype=object), pandas.Series([np.bool_(True), 5.0]),
     [True, 5.0], [[5.0], [np.True_]], (5.0, np.array(True)), [np.array([True, False]), np.array([5.0, 6.0])],
-    [np.ma.array([True, False]), [5.0, 6.0]],
+    [np.ma.array([True, False]), [5.0, 6.0]], [pandas.Series([True, False]), pandas.Series([5.0, 6.0])],
 ])
 def test_what_is_no_number_is_refused_behind_a_mask_and_among_objects(rd_converter, column):
     with pytest.raises(TypeError, match="real number"):
