@@ -183,9 +183,11 @@ def inputs_of(directory: pathlib.Path, output: pathlib.Path) -> list[pathlib.Pat
     """What is converted; of everything else it is said that it is not."""
     taken = []
     for path in sorted(directory.iterdir()):
+        if path == output:
+            continue
         if partitions.kind_of(path) in partitions.KINDS and not path.name.startswith(partitions.TEMPORARY):
             taken.append(path)
-        elif path != output:
+        else:
             print(f"not taken: {path}", file=sys.stderr)
     return taken
 

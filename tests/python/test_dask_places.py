@@ -71,10 +71,11 @@ def test_every_entry_is_taken_or_told_of(convert_directory, given, output):
         f"not taken: {given / name}" for name in (".kelstd-a.csv", "csv", "more", "notes.txt")]
 
 
-def test_an_output_inside_the_input_is_no_input(convert_directory, given):
+@pytest.mark.parametrize("name", ["output", "output.csv", "output.zarr"])
+def test_an_output_inside_the_input_is_no_input(convert_directory, given, name):
     (given / "a.csv").write_text(TABLE)
     for _ in range(2):
-        status, told = convert_directory(given, given / "output")
+        status, told = convert_directory(given, given / name)
         assert status == 0 and "not taken" not in told
 
 
