@@ -115,7 +115,7 @@ class Run:
     def note(self, source: pathlib.Path, error: BaseException) -> None:
         self.mistakes.setdefault(source, str(error).strip() or repr(error))
 
-    def partitions(self) -> list[partitions.Partition]:
+    def to_do(self) -> list[partitions.Partition]:
         todo: list[partitions.Partition] = []
         for source in self.inputs:
             with self.mistakes_of(source):
@@ -206,7 +206,7 @@ def main() -> int:
     keep_to_manifest(plan, options.output, inputs)
 
     run = Run(plan, inputs, options.output)
-    todo = run.partitions()
+    todo = run.to_do()
     if not todo:
         print("nothing is left to do", file=sys.stderr)
     run.convert(todo, options)
