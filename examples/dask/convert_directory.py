@@ -12,8 +12,9 @@ the rows of positions that failed.
 
 A CSV file, or so many rows of an array, is a partition. It appears in OUTPUT whole or not at all, and
 is not done again by the next run, which goes on where another one ended. Which worker does a
-partition, and how many there are, changes no byte. INPUT and OUTPUT have to be the same directories
-on all machines; KELSTD_HOME_DIR is best one of each machine's own.
+partition, and how many there are, changes no byte. What cannot be converted is told of, and the rest
+is done all the same. INPUT and OUTPUT have to be the same directories on all machines;
+KELSTD_HOME_DIR is best one of each machine's own.
 """
 
 from __future__ import annotations
@@ -24,6 +25,7 @@ import hashlib
 import json
 import os
 import pathlib
+import shutil
 import sys
 from typing import Iterator
 from xml.etree import ElementTree
@@ -44,9 +46,9 @@ def fingerprint(source: pathlib.Path) -> list[int]:
     return [len(files), int.from_bytes(digest.digest()[:6], "big")]
 
 
-def keep_to_manifest(plan: partitions.Plan, output: pathlib.Path, inputs: list[pathlib.Path], rows: int) -> None:
+def keep_to_manifest(plan: partitions.Plan, output: pathlib.Path, inputs: list[pathlib.Path]) -> None:
     """Refuses to go on with what another system, another frame or other inputs began."""
-    now = {"system": plan.system, "frame": plan.frame, "csv_columns": list(plan.columns), "rows": rows,
+    now = {"system": plan.system, "frame": plan.frame, "csv_columns": list(plan.columns), "rows": plan.rows,
            "columns": partitions.names_of(plan), "inputs": {path.name: fingerprint(path) for path in inputs}}
     path = output / MANIFEST
     if not path.exists() and any(not left.name.startswith(partitions.TEMPORARY) for left in output.iterdir()):
@@ -66,14 +68,15 @@ def keep_to_manifest(plan: partitions.Plan, output: pathlib.Path, inputs: list[p
 # --- The run -------------------------------------------------------------------------------------
 
 
-def finished(plan: partitions.Plan, todo: list[partitions.Partition], options: argparse.Namespace) -> Iterator[partitions.Done | str]:
-    """What becomes of each partition, in the order in which they are done; a text is a mistake."""
+def finished(plan: partitions.Plan, todo: list[partitions.Partition], options: argparse.Namespace) -> Iterator[
+        tuple[partitions.Partition, partitions.Done | BaseException]]:
+    """What becomes of each partition, in the order in which they are done."""
     if not todo or (options.workers == 0 and options.scheduler is None):
         for partition in todo:
             try:
-                yield partitions.convert(plan, partition)
+                yield partition, partitions.convert(plan, partition)
             except Exception as error:
-                yield f"{partition.source}: {error}"
+                yield partition, error
         return
     import distributed
 
@@ -87,9 +90,68 @@ def finished(plan: partitions.Plan, todo: list[partitions.Partition], options: a
         partition_of = dict(zip(futures, todo))
         del futures
         for future in distributed.as_completed(list(partition_of)):
-            error = future.exception()
-            yield f"{partition_of[future].source}: {error}" if error else future.result()
+            yield partition_of[future], future.exception() or future.result()
             del partition_of[future]  # which the cluster then forgets
+
+
+class Run:
+    """What there is to do for a directory, and what came of it."""
+
+    def __init__(self, plan: partitions.Plan, inputs: list[pathlib.Path], output: pathlib.Path) -> None:
+        self.plan = plan
+        self.inputs = inputs
+        self.output = output
+        self.mistakes: dict[pathlib.Path, str] = {}  # the first one of each input
+        self.positions = self.failed = 0
+
+    @contextlib.contextmanager
+    def mistakes_of(self, source: pathlib.Path) -> Iterator[None]:
+        """What is wrong with an input costs the others nothing."""
+        try:
+            yield
+        except Exception as error:
+            self.note(source, error)
+
+    def note(self, source: pathlib.Path, error: BaseException) -> None:
+        self.mistakes.setdefault(source, str(error).strip() or repr(error))
+
+    def to_do(self) -> list[partitions.Partition]:
+        todo: list[partitions.Partition] = []
+        for source in self.inputs:
+            with self.mistakes_of(source):
+                kind = partitions.KINDS[partitions.kind_of(source)]
+                todo += kind.partitions(self.plan, source, self.output / source.name)
+        return todo
+
+    def convert(self, todo: list[partitions.Partition], options: argparse.Namespace) -> None:
+        done = []
+        for partition, outcome in finished(self.plan, todo, options):
+            if isinstance(outcome, BaseException):
+                self.note(pathlib.Path(partition.source), outcome)
+                continue
+            done.append(partition)
+            self.positions, self.failed = self.positions + outcome.positions, self.failed + outcome.failed
+            print(f"{len(done)} of {len(todo)} partitions, {self.positions} positions", file=sys.stderr)
+        self.look_for(done)
+
+    def look_for(self, done: list[partitions.Partition]) -> None:
+        """Workers elsewhere may have written into another directory of this name."""
+        for folder in {pathlib.Path(partition.target).parent for partition in done}:
+            os.listdir(folder)  # so that a network file system looks again
+        for partition in done:
+            if not partitions.is_done(pathlib.Path(partition.target)):
+                unseen = OSError(f"the workers do not see {self.output}: there is no {partition.target}")
+                self.note(pathlib.Path(partition.source), unseen)
+
+    def finish(self) -> None:
+        for source in self.inputs:
+            finish = partitions.KINDS[partitions.kind_of(source)].finish
+            if finish and source not in self.mistakes:
+                with self.mistakes_of(source):
+                    finish(self.plan, source, self.output / source.name)
+        if not self.mistakes:
+            for left in self.output.glob(partitions.TEMPORARY + "*"):
+                shutil.rmtree(left) if left.is_dir() else left.unlink()  # of workers that were killed
 
 
 def arguments() -> argparse.Namespace:
@@ -109,8 +171,25 @@ def arguments() -> argparse.Namespace:
     columns = options.columns.split(",") if options.columns else list(kelstd.FRAMES[options.frame])
     if len(columns) != 3 or options.rows < 1 or options.workers < 0:
         parser.error("three columns, at least one row and no fewer than 0 workers")
+    if len(set(columns)) != 3:
+        parser.error("--columns names a column twice")
     options.columns = tuple(columns)
+    # Workers may have another current directory.
+    options.input, options.output = options.input.absolute(), options.output.absolute()
     return options
+
+
+def inputs_of(directory: pathlib.Path, output: pathlib.Path) -> list[pathlib.Path]:
+    """What is converted; of everything else it is said that it is not."""
+    taken = []
+    for path in sorted(directory.iterdir()):
+        if path == output:
+            continue
+        if partitions.kind_of(path) in partitions.KINDS and not path.name.startswith(partitions.TEMPORARY):
+            taken.append(path)
+        else:
+            print(f"not taken: {path}", file=sys.stderr)
+    return taken
 
 
 def main() -> int:
@@ -119,42 +198,24 @@ def main() -> int:
     system = kelstd.System.open(options.system) if is_file else kelstd.System.find(options.system)
     # Otherwise the order of its attributes would not always be the same.
     document = ElementTree.canonicalize(system.to_xml())
-    plan = partitions.Plan(document, options.frame, options.columns)
-    inputs = sorted(path for path in options.input.iterdir() if path.suffix[1:] in partitions.KINDS)
+    plan = partitions.Plan(document, options.frame, options.columns, options.rows)
+    inputs = inputs_of(options.input, options.output)
     if not inputs:
         raise SystemExit(f"{options.input} has none of {', '.join('*.' + kind for kind in partitions.KINDS)}")
     options.output.mkdir(exist_ok=True)
-    keep_to_manifest(plan, options.output, inputs, options.rows)
+    keep_to_manifest(plan, options.output, inputs)
 
-    mistakes = []
-    todo = []
-    for source in inputs:
-        try:
-            kind = partitions.KINDS[source.suffix[1:]]
-            todo += kind.partitions(plan, source, options.output / source.name, options.rows)
-        except (OSError, ValueError) as error:
-            mistakes.append(f"{source}: {error}")
-    positions = failed = done = 0
+    run = Run(plan, inputs, options.output)
+    todo = run.to_do()
     if not todo:
         print("nothing is left to do", file=sys.stderr)
-    for outcome in finished(plan, todo, options):
-        if isinstance(outcome, str):
-            mistakes.append(outcome)
-            continue
-        done, positions, failed = done + 1, positions + outcome.positions, failed + outcome.failed
-        print(f"{done} of {len(todo)} partitions, {positions} positions", file=sys.stderr)
-    if not mistakes:
-        for source in inputs:
-            finish = partitions.KINDS[source.suffix[1:]].finish
-            if finish:
-                finish(plan, source, options.output / source.name)
-        for left in options.output.glob(partitions.TEMPORARY + "*"):
-            left.unlink()  # of workers that were killed
-    for mistake in mistakes:
-        print(f"not converted: {mistake}", file=sys.stderr)
-    if failed:
-        print(f"{failed} of {positions} positions failed", file=sys.stderr)
-    return 1 if mistakes else 0
+    run.convert(todo, options)
+    run.finish()
+    for source, mistake in run.mistakes.items():
+        print(f"not converted: {source}: {mistake}", file=sys.stderr)
+    if run.failed:
+        print(f"{run.failed} of {run.positions} positions failed", file=sys.stderr)
+    return 1 if run.mistakes else 0
 
 
 if __name__ == "__main__":

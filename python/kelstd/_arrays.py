@@ -12,8 +12,9 @@ import numpy as np
 from numpy.typing import NDArray
 
 from ._errors import KelstdWarning
+from ._masks import leaf_types, plain_and_mask
 
-__all__ = ["Labels", "Positions", "take_positions", "number_array", "thread_count", "warn"]
+__all__ = ["Labels", "Positions", "take_columns", "take_positions", "thread_count", "warn"]
 
 
 @dataclass(frozen=True)
@@ -56,11 +57,12 @@ def thread_count(threads: int | None) -> int:
     return int(threads)
 
 
-def number_array(name: str, value: Any) -> NDArray[np.float64]:
+def _number_array(name: str, value: Any) -> NDArray[np.float64]:
     """A column as numbers. What is missing (masked, NA, None in a column of numbers) becomes NaN."""
-    if isinstance(value, np.ma.MaskedArray):
-        value = np.ma.filled(value.astype(np.float64), np.nan)  # type: ignore[no-untyped-call]
-    elif isinstance(value, (str, bytes)):
+    if isinstance(value, (list, tuple)) and leaf_types(value) & {bool, np.bool_}:
+        raise TypeError(f"{name} holds truth values, not real numbers")  # which numpy would promote
+    value, mask = plain_and_mask(value)
+    if isinstance(value, (str, bytes)):
         raise TypeError(f"{name} is a text; parse_angle and parse_length read texts")
     elif hasattr(value, "to_numpy") and hasattr(value, "dtype") and not isinstance(value, np.ndarray):
         value = _of_labelled(name, value)
@@ -69,7 +71,8 @@ def number_array(name: str, value: Any) -> NDArray[np.float64]:
         array = _of_objects(name, array)
     if array.dtype.kind not in "fiu":
         raise TypeError(f"{name} holds {array.dtype}, not real numbers")
-    return np.asarray(array, dtype=np.float64)
+    numbers = np.asarray(array, dtype=np.float64)
+    return numbers if mask is None else np.where(mask, np.nan, numbers)
 
 
 def _of_labelled(name: str, column: Any) -> Any:
@@ -86,25 +89,27 @@ def _of_objects(name: str, array: NDArray[Any]) -> NDArray[np.float64]:
     if array.size == 0:
         return array.astype(np.float64)
     numbers = np.empty(array.shape, dtype=np.float64)
+    missing = getattr(sys.modules.get("pandas"), "NA", None)
     for at, item in np.ndenumerate(array):
-        if isinstance(item, (str, bytes, bool, complex)):
+        # Numpy has kinds of its own of which float() makes numbers: truth values, times, complex ones.
+        kind = getattr(getattr(item, "dtype", None), "kind", "f")
+        if isinstance(item, (str, bytes, bool, complex)) or kind not in "fiu":
             raise TypeError(f"{name} holds {item!r}, which is no real number")
         try:
-            numbers[at] = np.nan if item is None or item is getattr(sys.modules.get("pandas"), "NA", None) \
-                else float(item)
+            numbers[at] = np.nan if item is None or item is missing or item is np.ma.masked else float(item)
         except (TypeError, ValueError, OverflowError):
             raise TypeError(f"{name} holds {item!r:.100}, which is no real number") from None
     return numbers
 
 
-def take_positions(names: Sequence[str], values: Sequence[Any]) -> Positions:
-    """Three columns as positions: numbers, arrays that broadcast, columns of pandas or xarray.
+def take_columns(names: Sequence[str], values: Sequence[Any]) -> tuple[list[NDArray[np.float64]], Labels]:
+    """Columns of one shape: numbers, arrays that broadcast, columns of pandas or xarray.
 
     Columns of pandas have to have the same index, in the same order; those of xarray are brought
     together by the names of their dimensions.
     """
     labels, values = _aligned(names, values)
-    arrays = [number_array(name, value) for name, value in zip(names, values)]
+    arrays = [_number_array(name, value) for name, value in zip(names, values)]
     try:
         shape = np.broadcast_shapes(*(array.shape for array in arrays))
     except ValueError:
@@ -112,8 +117,14 @@ def take_positions(names: Sequence[str], values: Sequence[Any]) -> Positions:
         raise ValueError(f"the shapes do not fit each other: {shapes}") from None
     if labels.index is not None and shape != (len(labels.index),):
         raise ValueError(f"columns of {len(labels.index)} rows do not make the shape {shape}")
-    first, second, third = (np.broadcast_to(array, shape).reshape(-1) for array in arrays)
-    return Positions((first, second, third), shape, labels)
+    return [np.broadcast_to(array, shape) for array in arrays], labels
+
+
+def take_positions(names: Sequence[str], values: Sequence[Any]) -> Positions:
+    """Three columns as positions, as :func:`take_columns` takes them."""
+    arrays, labels = take_columns(names, values)
+    first, second, third = (array.reshape(-1) for array in arrays)
+    return Positions((first, second, third), arrays[0].shape, labels)
 
 
 def _aligned(names: Sequence[str], values: Sequence[Any]) -> tuple[Labels, list[Any]]:

@@ -9,7 +9,8 @@ import numpy as np
 from numpy.typing import NDArray
 
 from . import _core
-from ._arrays import number_array, warn
+from ._arrays import take_columns, warn
+from ._masks import plain_and_mask
 
 __all__ = [
     "WeekSeconds",
@@ -28,7 +29,8 @@ _SECOND = 1_000_000_000
 _WEEK = 604_800 * _SECOND
 _WEEK_0 = int(np.datetime64("1980-01-06", "ns").astype(np.int64))
 _NAT = np.iinfo(np.int64).min
-_MARGIN = 100 * _SECOND  # more than the scales differ by
+_FARTHEST = int(np.iinfo(np.int64).max) - 100 * _SECOND  # from 1970; the scales differ by less
+_WHOLE_0, _REST_0 = divmod(_WEEK_0, _WEEK)  # weeks from 1970, and the rest
 
 _ROWS = np.array(_core.leap_seconds(), dtype=np.int64)
 _FROM_UTC = _ROWS[:, 0] * 1_000_000
@@ -105,8 +107,9 @@ def week_seconds_from_gps(gps: Any) -> WeekSeconds:
     """GPS times as week and seconds; NaT raises a ValueError, as whole weeks have no such value."""
     ns = _nanoseconds("gps", gps, takes_zones=False)
     _refuse_nat("gps", ns)
-    week, rest = np.divmod(ns - _WEEK_0, _WEEK)
-    return WeekSeconds(week[()], (rest / _SECOND)[()])
+    whole, rest = np.divmod(ns, _WEEK)
+    carried, rest = np.divmod(rest - _REST_0, _WEEK)
+    return WeekSeconds((whole - _WHOLE_0 + carried)[()], (rest / _SECOND)[()])
 
 
 def week_seconds_from_utc(utc: Any) -> WeekSeconds:
@@ -119,16 +122,21 @@ def gps_from_week_seconds(week: Any, seconds: Any) -> Any:
 
     :return: ``datetime64[ns]`` on the GPS scale; NaT where either is NaN
     :raises ValueError: a week that is not whole, seconds outside 0 to below 604800, or a time
-        outside 1678 to 2262
+        outside 1678 to 2262; columns that do not fit each other, as in :meth:`Converter.from_wgs84`
     """
-    weeks, parts = np.broadcast_arrays(number_array("week", week), number_array("seconds", seconds))
+    (weeks, parts), _ = take_columns(("week", "seconds"), (week, seconds))
     missing = np.isnan(weeks) | np.isnan(parts)
     _refuse("week", "is no whole number of weeks", ~missing & (weeks != np.floor(weeks)), weeks)
     _refuse("seconds", "is not between 0 and 604800", ~missing & ~((parts >= 0) & (parts < 604800)), parts)
-    _refuse("week", "is no time that nanoseconds hold", ~missing & (np.abs(weeks) > 14000), weeks)
-    whole = np.where(missing, 0, weeks).astype(np.int64)
-    ns = np.rint(np.where(missing, 0, parts) * _SECOND).astype(np.int64)
-    return _times(np.where(missing, _NAT, _WEEK_0 + whole * _WEEK + ns))
+    carried, rest = np.divmod(np.rint(np.where(missing, 0, parts) * _SECOND).astype(np.int64) + _REST_0, _WEEK)
+    whole = np.clip(np.where(missing, 0, weeks), -1e6, 1e6).astype(np.int64) + _WHOLE_0 + carried
+    first, last = divmod(-_FARTHEST, _WEEK), divmod(_FARTHEST, _WEEK)
+    before = (whole < first[0]) | ((whole == first[0]) & (rest < first[1]))
+    behind = (whole > last[0]) | ((whole == last[0]) & (rest > last[1]))
+    _refuse("week", "is no time that nanoseconds hold", ~missing & (before | behind), weeks)
+    # A negative week is counted from its end, as its beginning can be further than nanoseconds reach.
+    up = np.where(whole < 0, 1, 0)
+    return _times(np.where(missing, _NAT, (whole + up) * _WEEK + (rest - up * _WEEK)))
 
 
 def utc_from_week_seconds(week: Any, seconds: Any) -> Any:
@@ -151,7 +159,7 @@ def _nanoseconds(name: str, value: Any, takes_zones: bool) -> NDArray[np.int64]:
     ns = array.astype("datetime64[ns]")
     same = (ns.astype(array.dtype) == array) | np.isnat(array)
     numbers = np.asarray(ns.view(np.int64)) if ns.ndim else ns.reshape(1).view(np.int64).reshape(())
-    far = (numbers != _NAT) & (np.abs(numbers) > np.iinfo(np.int64).max - _MARGIN)
+    far = (numbers != _NAT) & (np.abs(numbers) > _FARTHEST)
     _refuse(name, "is no time that nanoseconds hold", ~same | far, array)
     return np.asarray(numbers)
 
@@ -163,13 +171,14 @@ def _datetimes(name: str, value: Any, takes_zones: bool) -> NDArray[np.datetime6
         converted = value.dt if hasattr(value, "dt") else value
         value = converted.tz_convert("UTC").to_numpy(dtype="datetime64[ns]") \
             if converted is value else converted.tz_convert("UTC").dt.tz_localize(None).to_numpy()
+    value, mask = plain_and_mask(value)
     array = np.asarray(value)
     if array.dtype == object:
         array = np.array([_one_time(name, item, takes_zones) for item in array.ravel()],
                          dtype="datetime64[ns]").reshape(array.shape)
     if array.dtype.kind != "M":
         raise TypeError(f"{name} holds {array.dtype}, not times (datetime64)")
-    return array
+    return array if mask is None else np.where(mask, np.datetime64("NaT"), array)
 
 
 def _one_time(name: str, item: Any, takes_zones: bool) -> np.datetime64:

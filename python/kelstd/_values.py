@@ -7,6 +7,8 @@ from typing import Any, Callable
 import numpy as np
 
 from . import _core
+from ._errors import ValueRefusedError
+from ._masks import plain_and_mask
 from ._texts import plain_text
 
 __all__ = ["format_angle", "format_length", "parse_angle", "parse_length"]
@@ -66,6 +68,9 @@ def _decimals(value: Any) -> int:
 
 
 def _each(make: Callable[[Any], Any], values: Any, dtype: Any = object) -> Any:
+    values, mask = plain_and_mask(values)
+    if mask is not None and mask.any():
+        raise ValueRefusedError(f"the value at index {int(np.flatnonzero(mask)[0])} is masked")
     if isinstance(values, str) or np.ndim(values) == 0:
         return make(values.item() if isinstance(values, np.ndarray) else values)
     given = np.asarray(values, dtype=object)

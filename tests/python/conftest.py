@@ -1,7 +1,9 @@
 """What the tests share: systems, and a home directory of the run's own."""
 
+import importlib
 import os
 import pathlib
+import sys
 
 import pytest
 
@@ -37,3 +39,22 @@ def rd(kelstd, systems):
 @pytest.fixture(scope="session")
 def rd_converter(kelstd, rd):
     return kelstd.Converter(rd)
+
+
+@pytest.fixture
+def convert_directory(home, monkeypatch, capsys):
+    """The example on a Dask cluster, run in this process: what it returns, and what it says."""
+    monkeypatch.syspath_prepend(ROOT / "examples" / "dask")
+    module = importlib.import_module("convert_directory")
+
+    def run(given, output, *options):
+        monkeypatch.setattr(sys, "argv", ["convert_directory", "--system", str(ROOT / "examples" / "rd_new.xml"),
+                                          "--workers", "0", *options, str(given), str(output)])
+        try:
+            status = module.main()
+        except SystemExit as end:
+            status = end.code
+        return status, capsys.readouterr().err
+
+    run.module = module
+    return run

@@ -2,11 +2,14 @@
 
 import os
 import pathlib
+import re
 import shutil
 import subprocess
 import sys
+import tarfile
 
 import pytest
+from packaging.requirements import Requirement
 
 from conftest import ROOT
 
@@ -68,3 +71,46 @@ def test_it_is_what_pip_says(installed):
     for name in ("py.typed", "__init__.pyi", "_core.pyi", "bin/proj/proj.zip"):
         assert f"kelstd/{name}" in told
     assert pathlib.Path(installed / "kelstd" / "bin" / "library" / "standard").is_dir()
+
+
+def requirements(installed):
+    text = next(installed.glob("kelstd-*.dist-info/METADATA")).read_text()
+    return [Requirement(line) for line in re.findall(r"^Requires-Dist: (.*)", text, re.MULTILINE)]
+
+
+@pytest.mark.parametrize("name, version, fits", [
+    ("numpy", "1.21.0", True), ("numpy", "1.26.4", True), ("numpy", "2.0.0", False),
+    ("zarr", "2.13.6", True), ("zarr", "3.0.0", False),
+])
+def test_it_asks_for_versions_that_it_works_with(installed, name, version, fits):
+    """numpy by the release notes of pybind11 2.12, with which modules came to work with NumPy 2."""
+    asked = [one for one in requirements(installed) if one.name == name]
+    assert len(asked) == 1 and asked[0].specifier.contains(version) is fits
+
+
+def test_the_archive_of_its_sources_can_be_built(tmp_path):
+    """Configured as setup.py does; that every source of the build is there, a dry run shows."""
+    place = tmp_path / "place"
+    place.mkdir()
+    for entry in ROOT.iterdir():
+        if entry.is_file():
+            shutil.copy(entry, place)
+        elif entry.name == "python":
+            shutil.copytree(entry, place / entry.name)  # which setuptools writes into
+        elif entry.name != "build" and not entry.name.startswith("."):
+            (place / entry.name).symlink_to(entry)
+    subprocess.run([sys.executable, "setup.py", "-q", "sdist"], check=True, cwd=place, capture_output=True)
+    with tarfile.open(next((place / "dist").glob("*.tar.gz"))) as archive:
+        archive.extractall(tmp_path)
+    sources = next(path for path in tmp_path.glob("kelstd-*") if path.is_dir())
+    configure = """
+import pathlib, setuptools
+setuptools.setup = lambda **given: given["cmdclass"]["build_ext"].configure(None, pathlib.Path("build"))
+import setup
+"""
+    made = subprocess.run([sys.executable, "-c", configure], cwd=sources, capture_output=True, text=True)
+    assert made.returncode == 0, made.stderr
+    subprocess.run(["cmake", "--build", "build", "--target", "kelstd_python", "--", "-n"], check=True, cwd=sources,
+                   stdout=subprocess.DEVNULL)
+    headers = {str(path.relative_to(ROOT)) for folder in ("KelStd", "python") for path in (ROOT / folder).rglob("*.h")}
+    assert headers and all((sources / header).exists() for header in headers)

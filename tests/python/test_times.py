@@ -6,6 +6,7 @@ import warnings
 import numpy as np
 import pandas
 import pytest
+import xarray
 
 # UTC, GPS minus UTC, week and seconds: IERS Bulletin C 52 and its predecessors; the weeks by
 # counting days from 1980-01-06.
@@ -102,6 +103,7 @@ def test_what_is_missing_stays_missing(kelstd):
 
 @pytest.mark.parametrize("week, seconds", [
     (1.5, 0), (1930, 604800), (1930, -1), (1930, -1e-9), (1930, np.inf), (np.inf, 0), (1e9, 0), (-1e9, 0),
+    (-np.inf, 0), (1e300, 0), (20000, 0), (-20000, 0), (14728, 0), (-15774, 0),
 ])
 def test_weeks_and_seconds_that_there_are_not_are_refused(kelstd, week, seconds):
     with pytest.raises(ValueError, match="at index 1"):
@@ -130,3 +132,41 @@ def test_gps_time_has_no_time_zone(kelstd):
     aware = datetime.datetime(2017, 1, 1, tzinfo=datetime.timezone.utc)
     with pytest.raises(TypeError, match="time zone"):
         kelstd.utc_from_gps(aware)
+
+
+@pytest.mark.parametrize("day", ["1678-01-01", "1700-02-28", "1711-08-30", "1970-01-01", "2250-01-01", "2261-12-31"])
+def test_weeks_are_those_of_all_times_that_nanoseconds_hold(kelstd, day):
+    """Counted by the calendar of Python."""
+    days = (datetime.date.fromisoformat(day) - datetime.date(1980, 1, 6)).days
+    week, seconds = days // 7, days % 7 * 86400
+    for unlike in (week, np.array([week]), pandas.Series([week])):
+        assert np.all(kelstd.gps_from_week_seconds(unlike, seconds + 0.5) == times(day) + np.timedelta64(500, "ms"))
+    assert kelstd.week_seconds_from_gps(times([day, day])).week.tolist() == [week, week]
+    assert kelstd.week_seconds_from_gps(times(day)) == (week, seconds)
+
+
+def test_the_first_and_last_times_are_within_100_s_of_the_range(kelstd):
+    """By whole numbers of Python: nanoseconds reach 2**63 - 1 from 1970."""
+    weeks = 315_964_800_000_000_000
+    reach = 2**63 - 1 - 100 * 10**9
+    for first in (-reach // 10**9 + 1, reach // 10**9):
+        week, seconds = divmod(first - weeks // 10**9, 604_800)
+        made = kelstd.gps_from_week_seconds(week, seconds)
+        assert int(made.astype(np.int64)) == first * 10**9
+        assert kelstd.week_seconds_from_gps(made) == (week, seconds)
+        with pytest.raises(ValueError, match="nanoseconds"):
+            kelstd.gps_from_week_seconds(week, seconds + (1 if first > 0 else -1))
+
+
+def test_labelled_weeks_and_seconds_are_paired_by_their_labels(kelstd):
+    week = pandas.Series([1930, 1931], index=["a", "b"])
+    seconds = pandas.Series([18.0, 0.0], index=["a", "b"])
+    for ask in (kelstd.gps_from_week_seconds, kelstd.utc_from_week_seconds):
+        assert ask(week, seconds).shape == (2,)
+        with pytest.raises(ValueError, match="index of seconds"):
+            ask(week, seconds[::-1])
+        spanned = ask(xarray.DataArray(week.to_numpy(), dims="pass"), xarray.DataArray([0.0, 1.0, 2.0], dims="epoch"))
+        assert spanned.shape == (2, 3)
+        across = ask(xarray.DataArray([[1930, 1931]] * 2, dims=("epoch", "pass")),
+                     xarray.DataArray([[0, 1], [2, 3]], dims=("pass", "epoch")))
+        assert (across[:, 0] - across[0, 0]).astype("timedelta64[s]").astype(int).tolist() == [0, 1]
