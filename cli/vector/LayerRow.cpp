@@ -22,7 +22,7 @@ Number takeRaw(std::string_view &bytes)
     return number;
 }
 
-constexpr int noValue = -1; ///< in place of a text's size
+constexpr qint64 noValue = -1; ///< in place of a text's size
 
 Value valueOf(std::string_view text, FieldType type)
 {
@@ -51,7 +51,7 @@ void appendRow(QByteArray &bytes, const double (&place)[3], const std::vector<QB
     for (const double number : place)
         appendRaw(bytes, number);
     for (const QByteArray &text : texts) {
-        appendRaw(bytes, text.isNull() ? noValue : text.size());
+        appendRaw<qint64>(bytes, text.isNull() ? noValue : text.size());
         bytes += text;
     }
 }
@@ -66,7 +66,7 @@ bool takeRow(std::string_view &bytes, const std::vector<Field> &fields, Feature 
     feature.hasZ = true;
     feature.values.clear();
     for (const Field &field : fields) {
-        const int size = takeRaw<int>(bytes);
+        const auto size = takeRaw<qint64>(bytes);
         if (size == noValue) {
             feature.values.emplace_back();
             continue;
