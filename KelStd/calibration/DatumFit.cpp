@@ -2,6 +2,8 @@
 
 #include <KelStd/calibration/ControlChecks.h>
 #include <KelStd/calibration/DatumSolution.h>
+#include <KelStd/calibration/SiteFit.h>
+#include <KelStd/calibration/SiteRecordsOfFit.h>
 #include <KelStd/io/ProjEllipsoid.h>
 #include <KelStd/io/ShiftLimits.h>
 #include <KelStd/location/LocationBuilder.h>
@@ -276,6 +278,8 @@ std::optional<DatumFit> fitDatum(const Coord &base, const QVector<DatumPair> &pa
     const DatumSolution solution = solveDatum(vectors, method);
     DatumFit fit;
     fit.coord = base;
+    // The site was fitted to what the former datum shift made of its control points.
+    clearSite(fit.coord, fit.warnings, QObject::tr("left out; fit the site again on this system"));
     fit.method = method;
     fit.rigorous = solution.rigorous;
     fit.linear = solution.linear;
@@ -295,6 +299,13 @@ std::optional<DatumFit> fitDatum(const Coord &base, const QVector<DatumPair> &pa
     warnOfSize(fit.rigorous, fit.warnings);
     warn(fit.statistics, solution.judgement.isTied, fit.warnings);
     return fit;
+}
+
+SystemOrigin datumOrigin(const SystemOrigin &base)
+{
+    SystemOrigin origin = siteOrigin(base, {});
+    origin.operation.reset();
+    return origin;
 }
 
 std::optional<Pos> cartesianOf(const Ellipsoid &ellipsoid, const Pos &geographic,

@@ -5,6 +5,7 @@
 #include <KelStd/calibration/FitStatistics.h>
 #include <KelStd/coord/Coord.h>
 #include <KelStd/coord/Pos.h>
+#include <KelStd/coord/SystemOrigin.h>
 
 #include <QtCore/QVector>
 
@@ -56,7 +57,7 @@ struct DatumPoint
 /// A fitted datum shift.
 struct DatumFit
 {
-    Coord coord;                             ///< the base system with its datum shift filled
+    Coord coord; ///< the base system with its datum shift filled, without the records of a site
     DatumMethod method = DatumMethod::Seven; ///< which parameters were fitted
     DatumParameters rigorous;                ///< as stored, by the exact rotation matrix
     DatumParameters linear;       ///< by the linear matrix of Bursa and Wolf, for comparison
@@ -73,13 +74,20 @@ struct DatumFit
 /// builds it. The record stores translations and scale with reversed signs, rotations as they
 /// stand, as `Coord::__MakeCoordStrings` reads them. Every pair's WGS84 position is run through the
 /// chain of the result; more than 0.1 mm between its local position and the fitted one is a
-/// failure.
+/// failure. A site of the base system was fitted to what its former datum shift made of the control
+/// points: its records are not taken over, with a warning.
 ///
 /// \param failure (when given) becomes the reason, with what to do about it
 /// \return nothing on a failure, and where PROJ is not loaded
 KELSTD_EXPORT std::optional<DatumFit> fitDatum(const Coord &base, const QVector<DatumPair> &pairs,
                                                DatumMethod method,
                                                CalibrationFailure *failure = nullptr);
+
+/// What of the origin of a base system holds for the system with a fitted datum shift: as of a site
+/// on it (`siteOrigin`), all but its code, since it is no system of a database any more and whoever
+/// knows the code would take the database's own datum shift; and not the operation of the former
+/// datum shift, nor control points.
+KELSTD_EXPORT SystemOrigin datumOrigin(const SystemOrigin &base);
 
 /// The earth-centred cartesian position [m] of longitude, latitude [deg] and height [m] on the
 /// ellipsoid of a system. Nothing, with the reason, for an ellipsoid without a size.
