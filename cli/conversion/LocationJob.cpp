@@ -98,7 +98,7 @@ private:
     QString consequenceOfNoModel() const
     {
         if (m_plan.isFromSite && !m_target)
-            return QStringLiteral("the height was taken for one fitted to ellipsoidal heights");
+            return QStringLiteral("the height was taken for an ellipsoidal one");
         const QString whose = m_target ? QStringLiteral("the") : QStringLiteral("its");
         return printedSystem().site.hasSurface()
                    ? QStringLiteral("%1 projected height is ellipsoidal, and there is none at the "

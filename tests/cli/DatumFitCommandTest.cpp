@@ -30,8 +30,7 @@ protected:
                       const QStringList &options) const
     {
         return m_program.run(QStringList{text("datum"), text("fit"), text("--system"), system,
-                                         text("--pairs"),
-                                         m_program.file(text("pairs.csv"), pairs)}
+                                         text("--pairs"), m_program.file(text("pairs.csv"), pairs)}
                              + options);
     }
 
@@ -40,9 +39,8 @@ protected:
     /// Easting and northing of a place, as the program converts.
     QMap<QString, QString> converted(const QString &system) const
     {
-        const auto result =
-            m_program.run({text("convert"), text("--system"), system, text("--csv"), text("-")},
-                          "5.5,52.1,0\n");
+        const auto result = m_program.run(
+            {text("convert"), text("--system"), system, text("--csv"), text("-")}, "5.5,52.1,0\n");
         EXPECT_EQ(result.status, 0) << result.err;
         return test::csvRows(result.out).value(0);
     }
@@ -77,14 +75,14 @@ TEST_F(DatumFitCommand, WhatIsExportedIsNoSystemOfTheDatabase)
     EXPECT_THAT(document, Mentions("<Area ")); // it is where it was
 
     const QString exported = path("new.wkt");
-    const auto written = m_program.run({text("system"), text("export"), file, text("--as"),
-                                        text("wkt2"), text("-o"), exported});
+    const auto written = m_program.run(
+        {text("system"), text("export"), file, text("--as"), text("wkt2"), text("-o"), exported});
     ASSERT_EQ(written.status, 0) << written.err;
     EXPECT_FALSE(written.err.contains(text("28992"))) << written.err;
     EXPECT_FALSE(QString::fromUtf8(test::readFile(exported)).contains(text("28992")));
     QProcess gdal;
-    gdal.start(text("gdaltransform"), {text("-s_srs"), text("EPSG:4979"), text("-t_srs"), exported,
-                                       text("-output_xy")});
+    gdal.start(text("gdaltransform"),
+               {text("-s_srs"), text("EPSG:4979"), text("-t_srs"), exported, text("-output_xy")});
     gdal.write("5.5 52.1 0\n");
     gdal.closeWriteChannel();
     ASSERT_TRUE(gdal.waitForFinished(60000));
