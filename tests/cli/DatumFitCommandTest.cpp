@@ -2,6 +2,7 @@
 
 #include "cli/ProgramRun.h"
 #include "cli/SiteEdits.h"
+#include "location/PublishedFigures.h"
 #include "support/Printers.h"
 
 #include <QtCore/QJsonDocument>
@@ -92,6 +93,41 @@ TEST_F(DatumFitCommand, WhatIsExportedIsNoSystemOfTheDatabase)
     const auto row = converted(file);
     EXPECT_NEAR(place.at(0).toDouble(), numberIn(row, text("local_easting_m")), 0.001);
     EXPECT_NEAR(place.at(1).toDouble(), numberIn(row, text("local_northing_m")), 0.001);
+}
+
+// Some hundred metres apart, three translations are known to their rounding, seven parameters are
+// not.
+TEST_F(DatumFitCommand, PrintsHowWellParametersAreKnown)
+{
+    // With 30 mm more in X of one pair: 7.5 mm of the mean, s0 the root of 675e-6 over 9.
+    QByteArray pairs = movedPairs;
+    pairs.replace("3903900.5,", "3903900.53,");
+    const QString base = test::systemPath(text("rd_new.xml"));
+    const auto three = fit(base, pairs, {text("--parameters=three")});
+    EXPECT_EQ(three.status, 0) << three.err;
+    EXPECT_THAT(three.out, Mentions("100.0075 m (standard deviation 0.0043, linear: 100.0075)"));
+    EXPECT_THAT(three.out, Mentions("Scale                   0.000000 ppm (linear: 0.000000)"));
+    EXPECT_FALSE(three.err.contains(text("too near"))) << three.err;
+    const auto objectOf = [](const ProgramResult &result) {
+        return QJsonDocument::fromJson(result.out.toUtf8()).object();
+    };
+    const auto json = objectOf(fit(base, pairs, {text("--parameters=three"), text("--json")}));
+    const QJsonObject deviations = json.value(text("standard_deviations")).toObject();
+    EXPECT_EQ(deviations.keys(),
+              (QStringList{text("rx_arcsec"), text("ry_arcsec"), text("rz_arcsec"),
+                           text("scale_ppm"), text("x_m"), text("y_m"), text("z_m")}));
+    EXPECT_NEAR(deviations.value(text("x_m")).toDouble(), 0.00433013, 1e-6); // s0 over 2
+    EXPECT_TRUE(deviations.value(text("scale_ppm")).isNull());
+
+    const auto seven = fit(base, pairs, {});
+    EXPECT_EQ(seven.status, 0);
+    EXPECT_THAT(seven.err, Mentions("warning: the translation is known to"));
+    EXPECT_THAT(seven.err, Mentions("the pairs lie too near each other"));
+    // One pair tells nothing of it.
+    const QByteArray one = pairs.left(pairs.indexOf('\n', pairs.indexOf('\n') + 1) + 1);
+    const auto single = objectOf(fit(base, one, {text("--parameters=three"), text("--json")}));
+    EXPECT_TRUE(single.value(text("standard_deviations")).isNull());
+    EXPECT_TRUE(single.contains(text("standard_deviations")));
 }
 
 } // namespace

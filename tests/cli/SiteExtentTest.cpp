@@ -2,6 +2,7 @@
 
 #include "cli/ProgramRun.h"
 #include "cli/SiteEdits.h"
+#include "location/PublishedFigures.h"
 #include "support/Printers.h"
 
 namespace KelStd {
