@@ -237,14 +237,13 @@ void addExtent(const SiteFit &fit, ReportPage &page)
                                           "corners. Outside, errors grow with the distance.")
                                .arg(what));
             addCorners(hull, page);
-        } else if (hull.corners().size() == 1) {
-            page.paragraph(QStringLiteral("%1: within %2 m of its only control point.")
-                               .arg(what)
-                               .arg(SiteHull::pointRadius));
         } else {
-            page.paragraph(QStringLiteral("%1: its control points are in one line; no farther from "
-                                          "it than it is long.")
-                               .arg(what));
+            page.paragraph(
+                QStringLiteral("%1: its control points enclose no area; %2.")
+                    .arg(what, hull.corners().size() == 1
+                                   ? QStringLiteral("within %1 m of the only one")
+                                         .arg(SiteHull::pointRadius)
+                                   : QStringLiteral("no farther from their line than it is long")));
         }
     };
     const SiteHull *const heights = extent.heightHull();

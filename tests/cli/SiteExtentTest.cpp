@@ -5,6 +5,8 @@
 #include "location/PublishedFigures.h"
 #include "support/Printers.h"
 
+#include <ostream>
+
 namespace KelStd {
 namespace {
 
@@ -13,17 +15,22 @@ using test::ProgramResult;
 using test::ProgramRun;
 using test::text;
 
-/// Control points at (0, 0), (0, 300), (400, 0) and (400, 300) of the plane of a system without a
-/// datum shift, each with the columns "use" of the row.
+/// Control points at the corners of a rectangle of 400 m to the north and 300 m to the east, whose
+/// coordinates at the site are those of the plane.
 struct Row
 {
     const char *name;
     const char *method;
-    const char *uses[4]; ///< null: no such point
+    const char *uses[4]; ///< "hv", "h" or "v"; null for no such point
     const char *inside;  ///< northing and easting
     const char *outside;
     QList<const char *> told; ///< of the one outside
 };
+
+void PrintTo(const Row &row, std::ostream *out)
+{
+    *out << row.name;
+}
 
 class SiteExtentOf : public testing::TestWithParam<Row>
 {};
@@ -35,16 +42,19 @@ TEST_P(SiteExtentOf, IsWarnedOfOutside)
     const QString base = test::systemPath(text("rd_new.xml"));
     const char *const places[] = {"463000,155000", "463000,155300", "463400,155000",
                                   "463400,155300"};
+    QByteArray input;
+    for (int i = 0; i < 4; ++i)
+        input += QByteArray("P") + QByteArray::number(i) + ',' + places[i] + ",10\n";
+    const auto made =
+        program.run({text("convert"), text("--system"), base, text("--from=local-neh"),
+                     text("--csv"), text("--no-header"), text("--frames=wgs84-llh"), text("-")},
+                    input);
+    ASSERT_EQ(made.status, 0) << made.err;
     QByteArray list = "name,longitude,latitude,height,northing,easting,elevation,use\n";
     for (int i = 0; i < 4; ++i) {
-        if (row.uses[i] == nullptr)
-            continue;
-        const auto made = program.run(
-            {text("convert"), text("--system"), base, text("--from=local-neh"), text("--csv"),
-             text("--no-header"), text("--frames=wgs84-llh"), text("--decimals=11"), text("-")},
-            QByteArray("P") + QByteArray::number(i) + ',' + places[i] + ",10\n");
-        ASSERT_EQ(made.status, 0) << made.err;
-        list += made.out.trimmed().toLatin1() + ',' + places[i] + ",10," + row.uses[i] + '\n';
+        if (row.uses[i] != nullptr)
+            list +=
+                made.outLines().value(i).toLatin1() + ',' + places[i] + ",10," + row.uses[i] + '\n';
     }
     const QString site = program.home().path(text("site.xml"));
     QStringList fit = {text("site"),     text("fit"),
