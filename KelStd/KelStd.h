@@ -9,6 +9,7 @@
 #include <KelStd/calibration/FitStatistics.h>
 #include <KelStd/calibration/SiteBuilder.h>
 #include <KelStd/calibration/SiteCheck.h>
+#include <KelStd/calibration/SiteExtent.h>
 #include <KelStd/calibration/SiteFailure.h>
 #include <KelStd/calibration/SiteFit.h>
 #include <KelStd/calibration/SiteHull.h>

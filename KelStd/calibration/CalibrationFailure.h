@@ -43,8 +43,9 @@ enum class CalibrationWarningKind
     LeftOut,         ///< the fit without a point misses it by more than three times the RMS
     Suspect,         ///< the one point whose test is largest and above its critical value
     LargeShift,      ///< a datum shift of which a part is larger than that of any datum
-    ReplacedRecords, ///< the base system had records of a site, which are replaced
-    UnknownColumn    ///< something in the list of points was not read
+    ReplacedRecords, ///< the base system had records of a site, which are not kept
+    UnknownColumn,   ///< something in the list of points was not read
+    SmallExtent      ///< pairs too near each other to tell the parts of a datum shift apart
 };
 
 /// A text for people, without a full stop.

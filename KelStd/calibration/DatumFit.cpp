@@ -2,8 +2,10 @@
 
 #include <KelStd/calibration/ControlChecks.h>
 #include <KelStd/calibration/DatumSolution.h>
+#include <KelStd/calibration/DatumWarnings.h>
+#include <KelStd/calibration/SiteFit.h>
+#include <KelStd/calibration/SiteRecordsOfFit.h>
 #include <KelStd/io/ProjEllipsoid.h>
-#include <KelStd/io/ShiftLimits.h>
 #include <KelStd/location/LocationBuilder.h>
 
 #include <QtCore/QObject>
@@ -200,60 +202,6 @@ CalibrationFailure faultOfChain(const Coord &coord, const Size &size, const Datu
     return {};
 }
 
-/// A part of the shift that no datum has comes of columns or axes that are mixed up, or of pairs in
-/// a small area, where rotations and translations are hardly told apart.
-void warnOfSize(const DatumParameters &parameters, CalibrationWarnings &warnings)
-{
-    const struct
-    {
-        QString part;
-        double size;
-        double limit;
-        const char *unit;
-    } rows[] = {
-        {QObject::tr("translation"),
-         std::max({std::abs(parameters.x), std::abs(parameters.y), std::abs(parameters.z)}),
-         io::maxTranslation, " m"},
-        {QObject::tr("rotation"),
-         std::max({std::abs(parameters.rx), std::abs(parameters.ry), std::abs(parameters.rz)}),
-         io::maxRotation, "\""},
-        {QObject::tr("scale"), std::abs(parameters.scale), io::maxScaleDifference, " ppm"},
-    };
-    for (const auto &row : rows) {
-        if (row.size <= row.limit)
-            continue;
-        warnings += CalibrationWarning{
-            CalibrationWarningKind::LargeShift,
-            QObject::tr("the %1 of %2%3 is larger than that of any datum, and a system with it is "
-                        "refused; check the columns of the pairs, and whether they lie far enough "
-                        "apart")
-                .arg(row.part, QString::number(row.size, 'f', 1), QLatin1String(row.unit))};
-    }
-}
-
-void warn(const FitStatistics &statistics, bool isTied, CalibrationWarnings &warnings)
-{
-    if (statistics.redundancy == 0) {
-        warnings += CalibrationWarning{
-            CalibrationWarningKind::NoRedundancy,
-            QObject::tr("there is no redundancy: the pairs determine the parameters without a "
-                        "check; measure another point")};
-    }
-    if (!statistics.suspect.isEmpty()) {
-        warnings += CalibrationWarning{
-            CalibrationWarningKind::Suspect,
-            QObject::tr("\"%1\" is suspect: its test is above the critical value %2; check it, and "
-                        "fit again without it if it is wrong")
-                .arg(statistics.suspect,
-                     QString::number(statistics.criticalValue.value_or(0.0), 'f', 2))};
-    } else if (isTied) {
-        warnings += CalibrationWarning{
-            CalibrationWarningKind::Suspect,
-            QObject::tr("a pair is suspect, but several have the same test, so that it cannot be "
-                        "told which; measure more points")};
-    }
-}
-
 } // namespace
 
 std::optional<DatumFit> fitDatum(const Coord &base, const QVector<DatumPair> &pairs,
@@ -276,6 +224,8 @@ std::optional<DatumFit> fitDatum(const Coord &base, const QVector<DatumPair> &pa
     const DatumSolution solution = solveDatum(vectors, method);
     DatumFit fit;
     fit.coord = base;
+    // The site was fitted to what the former datum shift made of its control points.
+    clearSite(fit.coord, fit.warnings, QObject::tr("left out; fit the site again on this system"));
     fit.method = method;
     fit.rigorous = solution.rigorous;
     fit.linear = solution.linear;
@@ -292,9 +242,20 @@ std::optional<DatumFit> fitDatum(const Coord &base, const QVector<DatumPair> &pa
                                  own.test,
                                  own.isSuspect};
     }
-    warnOfSize(fit.rigorous, fit.warnings);
-    warn(fit.statistics, solution.judgement.isTied, fit.warnings);
+    if (solution.judgement.unitDeviation)
+        fit.deviations = scaled(solution.cofactors, *solution.judgement.unitDeviation);
+    warnOfShift(fit.rigorous, fit.warnings);
+    if (method == DatumMethod::Seven)
+        warnOfExtent(solution, fit.warnings);
+    warnOfPairs(solution.judgement, fit.warnings);
     return fit;
+}
+
+SystemOrigin datumOrigin(const SystemOrigin &base)
+{
+    SystemOrigin origin = siteOrigin(base, {});
+    origin.operation.reset();
+    return origin;
 }
 
 std::optional<Pos> cartesianOf(const Ellipsoid &ellipsoid, const Pos &geographic,

@@ -5,6 +5,7 @@
 #include <KelStd/calibration/FitStatistics.h>
 #include <KelStd/coord/Coord.h>
 #include <KelStd/coord/Pos.h>
+#include <KelStd/coord/SystemOrigin.h>
 
 #include <QtCore/QVector>
 
@@ -42,6 +43,20 @@ struct DatumParameters
     double scale = 0.0; ///< [ppm]
 };
 
+/// Standard deviations of the parameters of a datum shift. Those of translations are at the earth's
+/// centre, far from the pairs: what cannot be told of rotations and scale within a small area shows
+/// in them.
+struct DatumDeviations
+{
+    double x = 0.0;              ///< [m]
+    double y = 0.0;              ///< [m]
+    double z = 0.0;              ///< [m]
+    std::optional<double> rx;    ///< [arc seconds]; nothing where it is not fitted
+    std::optional<double> ry;    ///< [arc seconds]; nothing where it is not fitted
+    std::optional<double> rz;    ///< [arc seconds]; nothing where it is not fitted
+    std::optional<double> scale; ///< [ppm]; nothing where it is not fitted
+};
+
 /// A pair in a fit; residuals are calculated minus given, in WGS84.
 struct DatumPoint
 {
@@ -56,9 +71,12 @@ struct DatumPoint
 /// A fitted datum shift.
 struct DatumFit
 {
-    Coord coord;                             ///< the base system with its datum shift filled
+    Coord coord; ///< the base system with its datum shift filled, without the records of a site
     DatumMethod method = DatumMethod::Seven; ///< which parameters were fitted
     DatumParameters rigorous;                ///< as stored, by the exact rotation matrix
+    /// Of the rigorous ones, by the standard deviations of the pairs or else s0; nothing without
+    /// redundancy and standard deviations.
+    std::optional<DatumDeviations> deviations;
     DatumParameters linear;       ///< by the linear matrix of Bursa and Wolf, for comparison
     FitStatistics statistics;     ///< of all coordinates together
     QVector<DatumPoint> points;   ///< in the order of the pairs
@@ -73,13 +91,25 @@ struct DatumFit
 /// builds it. The record stores translations and scale with reversed signs, rotations as they
 /// stand, as `Coord::__MakeCoordStrings` reads them. Every pair's WGS84 position is run through the
 /// chain of the result; more than 0.1 mm between its local position and the fitted one is a
-/// failure.
+/// failure. A site of the base system was fitted to what its former datum shift made of the control
+/// points: its records are not taken over, with a warning.
+///
+/// Seven parameters of pairs that lie near each other are hardly told apart: a rotation or a scale
+/// that is off by a little turns and stretches the shift away from the pairs. A translation whose
+/// standard deviation exceeds 5 m (8 cm in 100 km from the pairs, by the earth's radius) is warned
+/// of; pairs without standard deviations are taken to be known to 1 mm at best.
 ///
 /// \param failure (when given) becomes the reason, with what to do about it
 /// \return nothing on a failure, and where PROJ is not loaded
 KELSTD_EXPORT std::optional<DatumFit> fitDatum(const Coord &base, const QVector<DatumPair> &pairs,
                                                DatumMethod method,
                                                CalibrationFailure *failure = nullptr);
+
+/// What of the origin of a base system holds for the system with a fitted datum shift: as of a site
+/// on it (`siteOrigin`), all but its code, since it is no system of a database any more and whoever
+/// knows the code would take the database's own datum shift; and not the operation of the former
+/// datum shift, nor control points.
+KELSTD_EXPORT SystemOrigin datumOrigin(const SystemOrigin &base);
 
 /// The earth-centred cartesian position [m] of longitude, latitude [deg] and height [m] on the
 /// ellipsoid of a system. Nothing, with the reason, for an ellipsoid without a size.

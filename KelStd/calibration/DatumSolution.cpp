@@ -142,13 +142,59 @@ DatumParameters linearParameters(const DatumVectors &vectors, const Centred &poi
             scale * partsPerMillion};
 }
 
+Matrix3d turn(double arcSeconds, const Vector3d &axis)
+{
+    return Eigen::AngleAxisd(arcSeconds / arcSecondsPerRadian, axis).toRotationMatrix();
+}
+
+/// Skew-symmetric: times a vector, the cross product with it.
+Matrix3d crossOf(const Vector3d &vector)
+{
+    Matrix3d matrix;
+    matrix << Vector3d::UnitX().cross(vector), Vector3d::UnitY().cross(vector),
+        Vector3d::UnitZ().cross(vector);
+    return -matrix;
+}
+
+/// The roots of the cofactors of the parameters, by the law of their propagation from those of the
+/// model: of the shift at the centroid, of small turns about the axes and of a relative scale.
+/// `centre`: the centroid of the local positions, turned and scaled.
+DatumDeviations deviationsOf(const DatumParameters &parameters, const Eigen::MatrixXd &cofactors,
+                             const Vector3d &centre)
+{
+    const auto rootsOf = [&cofactors](const Eigen::MatrixXd &derivatives) -> Eigen::VectorXd {
+        return (derivatives * cofactors * derivatives.transpose()).diagonal().cwiseSqrt();
+    };
+    DatumDeviations deviations;
+    Eigen::MatrixXd translation = Eigen::MatrixXd::Zero(3, cofactors.rows());
+    translation.leftCols<3>() = Matrix3d::Identity();
+    if (cofactors.rows() > 3) {
+        translation.middleCols<3>(3) = crossOf(centre);
+        translation.col(6) = -centre;
+        // A small turn by the three rotations: each is about its axis as turned by those before.
+        const Matrix3d first = turn(parameters.rx, Vector3d::UnitX());
+        Matrix3d axes;
+        axes << Vector3d::UnitX(), first * Vector3d::UnitY(),
+            first * turn(parameters.ry, Vector3d::UnitY()) * Vector3d::UnitZ();
+        Eigen::MatrixXd turned = Eigen::MatrixXd::Zero(3, cofactors.rows());
+        turned.middleCols<3>(3) = axes.inverse() * arcSecondsPerRadian;
+        const Eigen::VectorXd rotations = rootsOf(turned);
+        deviations.rx = rotations(0);
+        deviations.ry = rotations(1);
+        deviations.rz = rotations(2);
+        deviations.scale = std::sqrt(cofactors(6, 6)) * (partsPerMillion + parameters.scale);
+    }
+    const Eigen::VectorXd translations = rootsOf(translation);
+    deviations.x = translations(0);
+    deviations.y = translations(1);
+    deviations.z = translations(2);
+    return deviations;
+}
+
 } // namespace
 
 Matrix3d rotationOf(const DatumParameters &parameters)
 {
-    const auto turn = [](double arcSeconds, const Vector3d &axis) {
-        return Eigen::AngleAxisd(arcSeconds / arcSecondsPerRadian, axis).toRotationMatrix();
-    };
     return turn(parameters.rx, Vector3d::UnitX()) * turn(parameters.ry, Vector3d::UnitY())
            * turn(parameters.rz, Vector3d::UnitZ());
 }
@@ -173,6 +219,18 @@ bool areInLine(const std::vector<Vector3d> &positions)
     return solver.eigenvalues()(1) <= thinnest * solver.eigenvalues()(2);
 }
 
+DatumDeviations scaled(const DatumDeviations &deviations, double unit)
+{
+    DatumDeviations result = deviations;
+    for (double *each : {&result.x, &result.y, &result.z})
+        *each *= unit;
+    for (std::optional<double> *each : {&result.rx, &result.ry, &result.rz, &result.scale}) {
+        if (*each)
+            **each *= unit;
+    }
+    return result;
+}
+
 DatumSolution solveDatum(const DatumVectors &vectors, DatumMethod method)
 {
     const Centred points = centred(vectors);
@@ -195,6 +253,8 @@ DatumSolution solveDatum(const DatumVectors &vectors, DatumMethod method)
     const LinearModel model = modelOf(vectors, method, shifted, left);
     const Adjustment adjustment = adjusted(model);
     solution.judgement = judged(model, adjustment, vectors.names);
+    solution.cofactors =
+        deviationsOf(solution.rigorous, adjustment.cofactors, turned * points.localCentroid);
     solution.residuals = adjustment.residuals;
     return solution;
 }

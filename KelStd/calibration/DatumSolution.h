@@ -23,8 +23,12 @@ struct DatumSolution
     DatumParameters rigorous; ///< as a document keeps them
     DatumParameters linear;
     Judgement judgement;
+    DatumDeviations cofactors; ///< the deviations of the rigorous ones, by a unit of 1
     Eigen::VectorXd residuals; ///< three rows a pair, calculated minus given
 };
+
+/// Times the standard deviation of unit weight.
+DatumDeviations scaled(const DatumDeviations &deviations, double unit);
 
 DatumSolution solveDatum(const DatumVectors &vectors, DatumMethod method);
 

@@ -128,6 +128,20 @@ QJsonObject objectOf(const DatumParameters &parameters)
             {QStringLiteral("scale_ppm"), parameters.scale}};
 }
 
+/// Null without redundancy, and so is that of a parameter that is not fitted.
+QJsonValue valueOf(const std::optional<DatumDeviations> &deviations)
+{
+    if (!deviations)
+        return {};
+    return QJsonObject{{QStringLiteral("x_m"), deviations->x},
+                       {QStringLiteral("y_m"), deviations->y},
+                       {QStringLiteral("z_m"), deviations->z},
+                       {QStringLiteral("rx_arcsec"), orNull(deviations->rx)},
+                       {QStringLiteral("ry_arcsec"), orNull(deviations->ry)},
+                       {QStringLiteral("rz_arcsec"), orNull(deviations->rz)},
+                       {QStringLiteral("scale_ppm"), orNull(deviations->scale)}};
+}
+
 } // namespace
 
 QByteArray jsonLine(const SiteFit &fit)
@@ -167,6 +181,7 @@ QByteArray jsonLine(const DatumFit &fit)
     }
     QJsonObject object = objectOf(fit.rigorous);
     object[QStringLiteral("linear")] = objectOf(fit.linear);
+    object[QStringLiteral("standard_deviations")] = valueOf(fit.deviations);
     object[QStringLiteral("s0_m")] = orNull(fit.statistics.s0);
     object[QStringLiteral("points")] = points;
     object[QStringLiteral("warnings")] = arrayOf(fit.warnings);

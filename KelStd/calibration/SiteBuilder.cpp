@@ -33,7 +33,8 @@ bool failBySite(LocationBuilder::Outcome *outcome)
 } // namespace
 
 SiteBuilder::SiteBuilder(const Coord &coord, const SiteTransform &site)
-    : m_site(site), m_locations(coord)
+    : m_site(site), m_locations(coord),
+      m_geoidModel(site.hasSurface() ? coord.geoidModel.modelFileName : QString())
 {}
 
 std::optional<SiteBuilder> SiteBuilder::of(const Coord &coord, SiteFailure *failure)
@@ -94,9 +95,54 @@ bool SiteBuilder::makeOneFromSite(const Pos &atSite, Location &location, Outcome
     if (!isFinite(place))
         return failBySite(outcome);
     const Pos projected = Pos::fromENU(place.e, place.n, place.u);
+    if (!m_geoidModel.isEmpty()) {
+        Outcome own;
+        Outcome &told = outcome != nullptr ? *outcome : own;
+        Location made;
+        if (!m_locations.make(Frame::LocalProjected, projected, made, told) || !holds(told))
+            return false;
+        location = made;
+        return true;
+    }
     return outcome != nullptr
                ? m_locations.make(Frame::LocalProjected, projected, location, *outcome)
                : m_locations.make(Frame::LocalProjected, projected, location);
+}
+
+/// Makes at most `pointsTogether` locations, each only where its height is one above the geoid.
+std::size_t SiteBuilder::makeAboveGeoid(const Pos *projected, std::size_t count,
+                                        Location *locations, Outcome *outcomes)
+{
+    std::array<Location, pointsTogether> all;
+    std::array<Outcome, pointsTogether> own;
+    Outcome *const told = outcomes != nullptr ? outcomes : own.data();
+    m_locations.make(Frame::LocalProjected, projected, count, all.data(), told);
+    std::size_t made = 0;
+    for (std::size_t i = 0; i < count; ++i) {
+        if (!told[i].isMade || !holds(told[i]))
+            continue;
+        locations[i] = all[i];
+        ++made;
+    }
+    return made;
+}
+
+/// Whether a location that was made has its height above the geoid; otherwise it fails.
+bool SiteBuilder::holds(Outcome &outcome) const
+{
+    if (outcome.projectedHeight == LocationBuilder::Height::AboveGeoid)
+        return true;
+    const bool isMissing = outcome.failure == ConversionFailureKind::None;
+    const QString why = isMissing                  ? QObject::tr("there is none of that name")
+                        : outcome.reason.isEmpty() ? QObject::tr("it has no value for the point")
+                                                   : outcome.reason;
+    outcome.isMade = false;
+    if (isMissing)
+        outcome.failure = ConversionFailureKind::NoGeoidModel;
+    outcome.reason = QObject::tr("heights at the site are above the geoid of \"%1\", which gives "
+                                 "none here: %2")
+                         .arg(m_geoidModel, why);
+    return false;
 }
 
 bool SiteBuilder::make(Frame from, const Pos &position, Location &location, Pos &atSite,
@@ -146,9 +192,11 @@ std::size_t SiteBuilder::makeFromSite(const Pos *atSite, std::size_t count, Loca
             areFinite = areFinite && isFinite(place);
         }
         if (areFinite) {
-            made +=
-                m_locations.make(Frame::LocalProjected, projected.data(), points, locations + first,
-                                 outcomes != nullptr ? outcomes + first : nullptr);
+            Outcome *const outcome = outcomes != nullptr ? outcomes + first : nullptr;
+            made += m_geoidModel.isEmpty()
+                        ? m_locations.make(Frame::LocalProjected, projected.data(), points,
+                                           locations + first, outcome)
+                        : makeAboveGeoid(projected.data(), points, locations + first, outcome);
             continue;
         }
         for (std::size_t i = first; i < first + points; ++i) {

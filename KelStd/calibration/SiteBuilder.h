@@ -6,6 +6,8 @@
 #include <KelStd/coord/Location.h>
 #include <KelStd/location/LocationBuilder.h>
 
+#include <QtCore/QString>
+
 #include <cstddef>
 #include <optional>
 
@@ -57,6 +59,12 @@ public:
 
     /// Makes the location of the coordinates `atSite`, as `Frame::LocalProjected` does of the
     /// projected ones that `SiteTransform::fromSite` gives.
+    ///
+    /// Heights of a system that names a geoid model were fitted above that geoid. Where the model
+    /// cannot be used or has no value for the point, a location would be off by the separation of
+    /// the geoid, tens of metres: it fails, with what `outcome` has of the model, or
+    /// `NoGeoidModel`. The other way there is a location, whose `Outcome::projectedHeight` says
+    /// that it is ellipsoidal, and a height at the site that is off by as much.
     bool makeFromSite(const Pos &atSite, Location &location, Outcome &outcome);
 
     /// The same for `count` positions.
@@ -72,9 +80,13 @@ private:
     bool makeTogether(Frame from, const Pos *positions, std::size_t count, Location *locations,
                       Pos *atSite, Outcome *outcomes);
     bool makeOneFromSite(const Pos &atSite, Location &location, Outcome *outcome);
+    std::size_t makeAboveGeoid(const Pos *projected, std::size_t count, Location *locations,
+                               Outcome *outcomes);
+    bool holds(Outcome &outcome) const;
 
     SiteTransform m_site;
     LocationBuilder m_locations;
+    QString m_geoidModel; ///< above whose geoid heights were fitted; empty for the ellipsoid
 };
 
 } // namespace KelStd::calibration

@@ -158,13 +158,7 @@ bool Fit::chooseMethods()
                       static_cast<int>(m_inHeight.size()), QObject::tr("height"))
         || !take(toBase(m_base, result.control, m_positions)))
         return false;
-    if (m_base.planeTransform.fuction != PlaneTransformFunction_None
-        || m_base.elevationFitting.function != ElevationFittingFunction_None) {
-        result.warnings += CalibrationWarning{
-            CalibrationWarningKind::ReplacedRecords,
-            QObject::tr("the base system has a site already, whose plane transformation and height "
-                        "fitting are replaced")};
-    }
+    clearSite(result.coord, result.warnings, QObject::tr("replaced"));
     for (int i = 0; i < result.control.size(); ++i) {
         const ControlPoint &control = result.control.at(i);
         SitePoint point;

@@ -1,5 +1,7 @@
 #include <KelStd/calibration/SiteRecordsOfFit.h>
 
+#include <QtCore/QObject>
+
 namespace KelStd::calibration {
 
 namespace {
@@ -41,6 +43,20 @@ void setHeights(const HeightFit &fit, stElevationFitting &record)
     record.f.value = fit.surface.f;
     record.north_zero_x0.value = fit.surface.originNorth;
     record.east_zero_y0.value = fit.surface.originEast;
+}
+
+void clearSite(Coord &coord, CalibrationWarnings &warnings, const QString &what)
+{
+    if (coord.planeTransform.fuction != PlaneTransformFunction_None
+        || coord.elevationFitting.function != ElevationFittingFunction_None) {
+        warnings += CalibrationWarning{
+            CalibrationWarningKind::ReplacedRecords,
+            QObject::tr("the base system has a site already, whose plane transformation and height "
+                        "fitting are %1")
+                .arg(what)};
+    }
+    coord.planeTransform = stPlaneTransform();
+    coord.elevationFitting = stElevationFitting();
 }
 
 } // namespace KelStd::calibration

@@ -11,4 +11,8 @@ namespace KelStd::calibration {
 void setPlane(const PlanFit &fit, stPlaneTransform &record);
 void setHeights(const HeightFit &fit, stElevationFitting &record);
 
+/// Takes the records of a site away. They were fitted to coordinates that the system does not give
+/// any more, so that there is a warning where it has one. `what`: becomes of it.
+void clearSite(Coord &coord, CalibrationWarnings &warnings, const QString &what);
+
 } // namespace KelStd::calibration

@@ -1,7 +1,7 @@
 #include <KelStd/calibration/SiteReport.h>
 
 #include <KelStd/calibration/ReportPage.h>
-#include <KelStd/calibration/SiteHull.h>
+#include <KelStd/calibration/SiteExtent.h>
 #include <KelStd/calibration/SitePlan.h>
 
 #include <QtCore/QVector>
@@ -218,22 +218,39 @@ void addDrawings(const SiteFit &fit, ReportPage &page)
     }
 }
 
-void addHull(const SiteFit &fit, ReportPage &page)
+void addCorners(const SiteHull &hull, ReportPage &page)
 {
-    page.heading(QStringLiteral("Where the fit holds"));
-    const SiteHull hull(fit.control);
-    if (!hull.hasArea()) {
-        page.paragraph(QStringLiteral("The control points enclose no area: the fit holds near them "
-                                      "alone."));
-        return;
-    }
-    page.paragraph(QStringLiteral("Within the hull of the control points, with these corners. "
-                                  "Outside, errors grow with the distance."));
     page.beginTable({QStringLiteral("Corner"), QStringLiteral("North"), QStringLiteral("East")});
     int corner = 0;
     for (const SitePlanePoint &point : hull.corners())
         page.row({QString::number(++corner), fixed(point.north, 3), fixed(point.east, 3)}, false);
     page.endTable();
+}
+
+void addExtent(const SiteFit &fit, ReportPage &page)
+{
+    page.heading(QStringLiteral("Where the fit holds"));
+    const SiteExtent extent(SiteTransform::of(fit.coord).value_or(SiteTransform()), fit.control);
+    const auto describe = [&page](const SiteHull &hull, const QString &what) {
+        if (hull.hasArea()) {
+            page.paragraph(QStringLiteral("%1: within the hull of its control points, with these "
+                                          "corners. Outside, errors grow with the distance.")
+                               .arg(what));
+            addCorners(hull, page);
+        } else {
+            page.paragraph(
+                QStringLiteral("%1: its control points enclose no area; %2.")
+                    .arg(what, hull.corners().size() == 1
+                                   ? QStringLiteral("within %1 m of the only one")
+                                         .arg(SiteHull::pointRadius)
+                                   : QStringLiteral("no farther from their line than it is long")));
+        }
+    };
+    const SiteHull *const heights = extent.heightHull();
+    describe(extent.hull(), heights == nullptr ? QStringLiteral("The fit")
+                                               : QStringLiteral("Northing and easting"));
+    if (heights != nullptr)
+        describe(*heights, QStringLiteral("Heights"));
 }
 
 } // namespace
@@ -263,7 +280,7 @@ QByteArray siteReport(const SiteFit &fit, const SiteReportFacts &facts)
     addControl(fit, page);
     addResiduals(fit, page);
     addDrawings(fit, page);
-    addHull(fit, page);
+    addExtent(fit, page);
     page.heading(QStringLiteral("For other programs"));
     if (facts.pipeline.isEmpty()) {
         page.paragraph(facts.pipelineNote);

@@ -53,7 +53,8 @@ ProjObject readWkt(const ProjSession &session, const QByteArray &text, Catalogue
 {
     Complaints complaints(session);
     ProjObject object(session.functions().proj_create_from_wkt(
-        session.context(), text.constData(), nullptr, &complaints.warnings, &complaints.errors));
+        session.context(), withWholeAngles(text).constData(), nullptr, &complaints.warnings,
+        &complaints.errors));
     if (object == nullptr)
         fail(failure, Kind::NotUnderstood,
              QStringLiteral("the WKT cannot be read%1").arg(complaints.text()));

@@ -88,6 +88,10 @@ QString ComponentReader::read(const SplitLine &line, const FieldOrder &order,
         const auto index = static_cast<std::size_t>(i);
         const QString &field = line.fields.at(order.components[index]);
         if (isMissingHeight(i, field)) {
+            if (!m_form.lacksHeight() && m_form.words.height.isEmpty()) {
+                return QStringLiteral("height is missing; correct the line, or take it out of the "
+                                      "list");
+            }
             if (!m_form.lacksHeight()) {
                 return QStringLiteral("height is missing; %1 says that of positions without one")
                     .arg(m_form.words.height);

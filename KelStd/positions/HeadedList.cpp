@@ -178,6 +178,7 @@ QString HeadedList::readPosition(const InputForm &given,
 {
     InputForm form = given;
     form.missingHeight = MissingHeight();
+    form.words.height.clear();
     SplitLine line = m_line.split;
     FieldOrder order;
     order.hasHeadings = true;

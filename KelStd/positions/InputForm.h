@@ -38,7 +38,8 @@ struct InputWords
     QString skip = QStringLiteral("skipping");       ///< of `PositionParser::setSkippedLines`
     QString frame = QStringLiteral("the frame");     ///< of `InputForm::frame`
     QString lengthUnit = QStringLiteral("the unit"); ///< of `InputForm::lengthUnit`
-    QString height = QStringLiteral("the height");   ///< of `InputForm::missingHeight`
+    /// Of `InputForm::missingHeight`; empty where nobody can set it.
+    QString height = QStringLiteral("the height");
 };
 
 /// What the three components of an input are, and in which unit its lengths are measured where

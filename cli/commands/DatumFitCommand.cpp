@@ -9,7 +9,6 @@
 #include <cli/terminal/ShownText.h>
 
 #include <KelStd/calibration/FitJson.h>
-#include <KelStd/io/SystemDocument.h>
 #include <KelStd/library/LibraryRecord.h>
 
 namespace KelStd::cli {
@@ -138,8 +137,7 @@ ExitStatus runDatumFit(const QStringList &arguments, Console &console)
         printText(*fit, console);
     if (!target.isNamed())
         return ExitStatus::Success;
-    const SystemOrigin origin = io::keptOrigin(system.origin, system.coord, fit->coord);
-    return target.put(fit->coord, origin, line, isJson, console);
+    return target.put(fit->coord, calibration::datumOrigin(system.origin), line, isJson, console);
 }
 
 } // namespace KelStd::cli

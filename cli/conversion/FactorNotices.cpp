@@ -31,7 +31,7 @@ std::size_t noticeOf(Missing missing)
     return firstFactorNotice + static_cast<std::size_t>(missing);
 }
 
-static_assert(firstFactorNotice + static_cast<std::size_t>(Missing::Unknown) < hullNotice);
+static_assert(firstFactorNotice + static_cast<std::size_t>(Missing::Unknown) < firstExtentNotice);
 
 } // namespace
 

@@ -1,8 +1,8 @@
 #include <cli/conversion/LocationJob.h>
 
 #include <cli/conversion/AreaNotices.h>
+#include <cli/conversion/ExtentNotices.h>
 #include <cli/conversion/FactorNotices.h>
-#include <cli/conversion/HullNotices.h>
 #include <cli/conversion/NoticeNumbers.h>
 #include <cli/conversion/SystemLocations.h>
 
@@ -44,8 +44,8 @@ public:
         if (!isHeightAsSaid(read.heightReference, reason))
             return false;
         // What is fitted is used where positions are at the site, or are printed so.
-        if ((m_plan.isFromSite || !m_target) && m_given.isOutsideHull())
-            m_notices |= 1U << hullNotice;
+        if (m_plan.isFromSite || !m_target)
+            m_notices |= m_given.partsOutside() << firstExtentNotice;
         if (m_target && !transfer(location, reason))
             return false;
         if (!m_target)
@@ -98,7 +98,7 @@ private:
     QString consequenceOfNoModel() const
     {
         if (m_plan.isFromSite && !m_target)
-            return QStringLiteral("the height was taken for one fitted to ellipsoidal heights");
+            return QStringLiteral("the height was taken for an ellipsoidal one");
         const QString whose = m_target ? QStringLiteral("the") : QStringLiteral("its");
         return printedSystem().site.hasSurface()
                    ? QStringLiteral("%1 projected height is ellipsoidal, and there is none at the "
@@ -129,8 +129,7 @@ private:
             reason = inSystem(*m_plan.target) + m_target->reason();
             return false;
         }
-        if (m_target->isOutsideHull())
-            m_notices |= 1U << targetHullNotice;
+        m_notices |= m_target->partsOutside() << firstTargetExtentNotice;
         const QString ofInput = m_plan.frame.frame == Frame::LocalProjected ? m_given.heightWarning(
                                     ofSystem(m_plan.system),
                                     QStringLiteral("the height was taken for an ellipsoidal one"))
@@ -162,15 +161,15 @@ QStringList LocationJob::remarks(const Notices &notices, qint64 taken,
                                  const QString &inputName) const
 {
     const auto remarksOn = [&](const ConversionSystem &system, std::size_t firstOfArea,
-                               std::size_t hull) {
+                               std::size_t firstOfExtent) {
         const QString name = m_plan.target != nullptr ? system.name : QString();
         return areaRemarks(notices, firstOfArea, system.origin, name, m_plan.frame.frame, taken,
                            inputName)
-               + hullRemarks(notices, hull, name, taken, inputName);
+               + extentRemarks(notices, firstOfExtent, system, name, taken, inputName);
     };
-    QStringList remarks = remarksOn(m_plan.system, firstAreaNotice, hullNotice);
+    QStringList remarks = remarksOn(m_plan.system, firstAreaNotice, firstExtentNotice);
     if (m_plan.target != nullptr)
-        remarks += remarksOn(*m_plan.target, firstTargetAreaNotice, targetHullNotice);
+        remarks += remarksOn(*m_plan.target, firstTargetAreaNotice, firstTargetExtentNotice);
     return remarks + factorRemarks(notices, inputName);
 }
 

@@ -7,8 +7,8 @@ namespace KelStd::cli {
 SystemLocations::SystemLocations(const ConversionSystem &system)
     : m_builder(calibration::SiteBuilder::of(system.coord).value()),
       m_hasSite(m_builder.site().hasSite()),
-      m_namesModel(!system.coord.geoidModel.modelFileName.isEmpty()), m_hull(system.origin.control),
-      m_geoidModel(system.geoidModel)
+      m_namesModel(!system.coord.geoidModel.modelFileName.isEmpty()),
+      m_extent(m_builder.site(), system.origin.control), m_geoidModel(system.geoidModel)
 {
     if (system.origin.area)
         m_area.emplace(system.coord, *system.origin.area);
@@ -37,10 +37,10 @@ bool SystemLocations::makeFromSite(const Pos &atSite, Location &location)
     return isMade;
 }
 
-bool SystemLocations::isOutsideHull() const
+unsigned SystemLocations::partsOutside() const
 {
     const stENU &at = m_site.location.localNEH.getENU();
-    return m_hasSite && m_hull.hasArea() && !m_hull.contains(at.n, at.e);
+    return m_extent.outside(at.n, at.e);
 }
 
 const QString &SystemLocations::heightModel() const

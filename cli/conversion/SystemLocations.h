@@ -4,7 +4,7 @@
 #include <cli/run/Notices.h>
 
 #include <KelStd/calibration/SiteBuilder.h>
-#include <KelStd/calibration/SiteHull.h>
+#include <KelStd/calibration/SiteExtent.h>
 #include <KelStd/coord/Location.h>
 #include <KelStd/location/AreaCheck.h>
 #include <KelStd/positions/PositionWriter.h>
@@ -34,8 +34,9 @@ public:
     /// Of the area, counted from 0, for the last one, whether or not it was made.
     NoticeBits areaNotices() const { return m_areaNotices; }
 
-    /// Whether the last one that was made lies outside the control points of the system's site.
-    bool isOutsideHull() const;
+    /// The parts of the fit of the system's site (of `SiteExtent`) that do not hold at the last one
+    /// that was made.
+    unsigned partsOutside() const;
 
     /// Why the last one was not made.
     const QString &reason() const { return m_outcome.reason; }
@@ -54,7 +55,7 @@ private:
     calibration::SiteBuilder m_builder;
     const bool m_hasSite;
     const bool m_namesModel; ///< be it one that can be used or not
-    const calibration::SiteHull m_hull;
+    const calibration::SiteExtent m_extent;
     std::optional<AreaCheck> m_area; ///< nothing where the area is not known
     NoticeBits m_areaNotices = 0;
     LocationBuilder::Outcome m_outcome;

@@ -195,25 +195,31 @@ void printText(const DatumFit &fit, Console &console)
     Report report(console);
     report.section(QStringLiteral("Datum shift"),
                    QStringLiteral("local to WGS 84, rotations as position vector"));
+    const DatumDeviations known = fit.deviations.value_or(DatumDeviations());
     const struct
     {
         const char *label;
         double DatumParameters::*value;
         const char *unit;
         int decimals;
+        std::optional<double> deviation;
     } rows[] = {
-        {"X", &DatumParameters::x, " m", 4},
-        {"Y", &DatumParameters::y, " m", 4},
-        {"Z", &DatumParameters::z, " m", 4},
-        {"Rotation X", &DatumParameters::rx, "\"", 6},
-        {"Rotation Y", &DatumParameters::ry, "\"", 6},
-        {"Rotation Z", &DatumParameters::rz, "\"", 6},
-        {"Scale", &DatumParameters::scale, " ppm", 6},
+        {"X", &DatumParameters::x, " m", 4, known.x},
+        {"Y", &DatumParameters::y, " m", 4, known.y},
+        {"Z", &DatumParameters::z, " m", 4, known.z},
+        {"Rotation X", &DatumParameters::rx, "\"", 6, known.rx},
+        {"Rotation Y", &DatumParameters::ry, "\"", 6, known.ry},
+        {"Rotation Z", &DatumParameters::rz, "\"", 6, known.rz},
+        {"Scale", &DatumParameters::scale, " ppm", 6, known.scale},
     };
     for (const auto &row : rows) {
+        const bool isKnown = fit.deviations && row.deviation;
         report.value(QLatin1String(row.label),
-                     QStringLiteral("%1%2 (linear: %3)")
+                     QStringLiteral("%1%2 (%3linear: %4)")
                          .arg(fixed(fit.rigorous.*row.value, row.decimals), QLatin1String(row.unit),
+                              isKnown ? QStringLiteral("standard deviation %1, ")
+                                            .arg(fixed(*row.deviation, row.decimals))
+                                      : QString(),
                               fixed(fit.linear.*row.value, row.decimals)));
     }
     printStatistics(fit.statistics, report);

@@ -8,7 +8,15 @@ import numpy as np
 
 from . import _core
 from ._arrays import Positions, take_positions, thread_count, warn
-from ._locations import _ABOVE_GEOID, _FAILED, _OUTSIDE_AREA, _OUTSIDE_HULL, Locations, Outcomes
+from ._locations import (
+    _ABOVE_GEOID,
+    _FAILED,
+    _OUTSIDE_AREA,
+    _OUTSIDE_HEIGHT_HULL,
+    _OUTSIDE_HULL,
+    Locations,
+    Outcomes,
+)
 from ._systems import System
 from ._texts import plain_text
 
@@ -27,6 +35,14 @@ FRAMES: dict[str, tuple[str, str, str]] = {
     "site-neh": _PLANE,
 }
 _NUMBERS = {name: number for number, name in enumerate(FRAMES)}
+
+#: What of the fit of a site does not hold, and what is said of it.
+_EITHER_HULL = _OUTSIDE_HULL | _OUTSIDE_HEIGHT_HULL
+_OUTSIDE_SITE = {
+    _EITHER_HULL: "the control points of the site, where errors of its fit grow",
+    _OUTSIDE_HULL: "the control points of the site used in plan, where errors of northing and easting grow",
+    _OUTSIDE_HEIGHT_HULL: "the control points of the site used in height, where errors of its heights grow",
+}
 
 
 class Converter:
@@ -147,13 +163,13 @@ class Converter:
         texts = []
         if any_of & _OUTSIDE_AREA:
             texts.append(
-                f"{_share(status, _OUTSIDE_AREA)} outside the area of use of the system, {raw['area']}"
+                f"{_share(status & _OUTSIDE_AREA)} outside the area of use of the system, {raw['area']}"
             )
-        if any_of & _OUTSIDE_HULL:
-            texts.append(
-                f"{_share(status, _OUTSIDE_HULL)} outside the control points of the site, where "
-                "errors of its fit grow"
-            )
+        if any_of & _EITHER_HULL:
+            for bits, place in _OUTSIDE_SITE.items():
+                found = (status & _EITHER_HULL) == bits
+                if found.any():
+                    texts.append(f"{_share(found)} outside {place}")
         if self.geoid_model and count:
             ellipsoidal = np.flatnonzero((status & (_FAILED | _ABOVE_GEOID)) == 0)
             if ellipsoidal.size:
@@ -165,10 +181,10 @@ class Converter:
         warn(texts)
 
 
-def _share(status: Any, bit: int) -> str:
-    at = np.flatnonzero(status & bit)
-    verb = "lies" if len(status) == 1 else "lie"
-    return f"{at.size} of {len(status)} positions (the first at index {int(at[0])}) {verb}"
+def _share(found: Any) -> str:
+    at = np.flatnonzero(found)
+    verb = "lies" if len(found) == 1 else "lie"
+    return f"{at.size} of {len(found)} positions (the first at index {int(at[0])}) {verb}"
 
 
 class Separations(Outcomes):

@@ -12,7 +12,7 @@ from ._errors import ValueRefusedError
 
 __all__ = ["Locations", "Outcomes"]
 
-_FAILED, _ABOVE_GEOID, _OUTSIDE_AREA, _OUTSIDE_HULL = 1, 2, 4, 8
+_FAILED, _ABOVE_GEOID, _OUTSIDE_AREA, _OUTSIDE_HULL, _OUTSIDE_HEIGHT_HULL = 1, 2, 4, 8, 16
 
 
 class _Column:
@@ -183,8 +183,8 @@ class Locations(Outcomes):
 
     @property
     def outside_hull(self) -> Any:
-        """True for each position outside the control points of the system's site."""
-        return self._bits(_OUTSIDE_HULL)
+        """True for each position outside the control points of the system's site, in plan or in height."""
+        return self._bits(_OUTSIDE_HULL | _OUTSIDE_HEIGHT_HULL)
 
 
 _COLUMNS: dict[str, _Column] = {

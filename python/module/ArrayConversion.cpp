@@ -53,12 +53,14 @@ QString degrees(double value)
 } // namespace
 
 ArrayConversion::ArrayConversion(std::shared_ptr<const UsedSystem> system)
-    : m_system(std::move(system)), m_hull(m_system->origin.control), m_process(::getpid())
+    : m_system(std::move(system)), m_process(::getpid())
 {
     requireProj();
     requireUsable(*m_system);
     const Coord &coord = m_system->coord;
-    m_hasSite = calibration::SiteTransform::of(coord)->hasSite();
+    const auto site = calibration::SiteTransform::of(coord);
+    m_hasSite = site->hasSite();
+    m_extent = calibration::SiteExtent(*site, m_system->origin.control);
     const QString model = coord.geoidModel.modelFileName;
     if (model.isEmpty())
         return;
@@ -174,7 +176,7 @@ py::dict ArrayConversion::convert(ArrayFrame frame, const py::array_t<double> &f
     run.isFromSite = frame == ArrayFrame::Site;
     run.isSimple = !m_hasSite && m_geoidModel.isEmpty();
     run.hasHeightsOfGeoid = !m_system->coord.geoidModel.modelFileName.isEmpty();
-    run.hull = &m_hull;
+    run.extent = &m_extent;
     run.components = ReasonTexts::componentsOf(run.frame);
     run.columns = {columnOf(first), columnOf(second), columnOf(third)};
     run.count = count;

@@ -3,7 +3,7 @@
 #include "UsedSystem.h"
 
 #include <KelStd/calibration/SiteBuilder.h>
-#include <KelStd/calibration/SiteHull.h>
+#include <KelStd/calibration/SiteExtent.h>
 #include <KelStd/location/AreaCheck.h>
 
 #include <pybind11/numpy.h>
@@ -44,7 +44,9 @@ namespace status {
 inline constexpr unsigned char failed = 1;
 inline constexpr unsigned char aboveGeoid = 2;
 inline constexpr unsigned char outsideArea = 4;
-inline constexpr unsigned char outsideHull = 8;
+inline constexpr unsigned char outsideHull = 8; ///< northing and easting at the site
+/// and heights at the site
+inline constexpr unsigned char outsideHeightHull = 16;
 } // namespace status
 
 struct ArrayRun;
@@ -93,7 +95,7 @@ private:
     bool m_hasSite;
     QString m_geoidModel;
     QStringList m_warnings;
-    calibration::SiteHull m_hull;
+    calibration::SiteExtent m_extent;
     std::vector<std::unique_ptr<ArrayWorker>> m_idle;
     long m_process; ///< whose workers the idle ones are: a fork does not share open files
 };

@@ -35,6 +35,15 @@ void markFailed(Location &location)
         position->setXYZ(row[0], row[1], row[2]);
 }
 
+/// Of the parts of a fit that do not hold.
+unsigned char bitsOf(unsigned parts)
+{
+    using calibration::SiteExtent;
+    static_assert(SiteExtent::plan * status::outsideHull == status::outsideHull
+                  && SiteExtent::heights * status::outsideHull == status::outsideHeightHull);
+    return static_cast<unsigned char>(parts * status::outsideHull);
+}
+
 } // namespace
 
 ArrayWorker::ArrayWorker(const UsedSystem &system)
@@ -162,9 +171,8 @@ void ArrayRun::takeLocations(std::size_t begin, std::size_t size, ArrayWorker &w
             const stENU place = site[i].getENU();
             site[i].setENU(place.e, place.n, noNumber);
         }
-        if (site != nullptr && hull->hasArea()
-            && !hull->contains(site[i].getENU().n, site[i].getENU().e))
-            bits |= status::outsideHull;
+        if (site != nullptr)
+            bits |= bitsOf(extent->outside(site[i].getENU().n, site[i].getENU().e));
     }
 }
 

@@ -33,7 +33,7 @@ struct ArrayRun
     bool wantsSeparations = false;
     bool isSimple = false;          ///< of a location that was made no more is to be said
     bool hasHeightsOfGeoid = false; ///< a geoid model is named
-    const calibration::SiteHull *hull = nullptr;
+    const calibration::SiteExtent *extent = nullptr; ///< of the site
     std::array<ReasonTexts::Component, 3> components;
     std::array<Column, 3> columns;
     std::size_t count = 0;

@@ -1,5 +1,6 @@
 // Datum shifts fitted to pairs of positions.
 
+#include "calibration/SiteRecords.h"
 #include "proj/ProjPrograms.h"
 #include "support/Printers.h"
 #include "support/ProjTest.h"
@@ -256,6 +257,57 @@ TEST_F(DatumFitTest, IsRefused)
         bad += DatumPair{QStringLiteral("L%1").arg(i), at, at, {}};
     }
     EXPECT_EQ(refusalOf(bad, DatumMethod::Seven), CalibrationFault::CollinearPoints);
+}
+
+// The site was fitted to positions by the former datum shift.
+TEST_F(DatumFitTest, ASiteOfTheBaseIsLeftOutWithAWarning)
+{
+    const Pairs pairs = shifted(localPositions(m_base), swedenRounded);
+    const auto warningsOfSite = [&](const Coord &base) {
+        const auto fit = calibration::fitDatum(base, pairs, DatumMethod::Seven);
+        EXPECT_TRUE(fit.has_value());
+        EXPECT_TRUE(fit->coord.planeTransform == stPlaneTransform());
+        EXPECT_TRUE(fit->coord.elevationFitting == stElevationFitting());
+        QStringList texts;
+        for (const auto &warning : fit->warnings) {
+            if (warning.kind == calibration::CalibrationWarningKind::ReplacedRecords)
+                texts += warning.text;
+        }
+        return texts;
+    };
+    EXPECT_EQ(warningsOfSite(m_base), QStringList());
+    Coord plane = m_base;
+    plane.planeTransform = test::similarity(1000.0, 2000.0, 3600.0, 1.0001);
+    Coord heights = m_base;
+    heights.elevationFitting = test::inclinedPlane(12.5, 1e-5, 2e-5);
+    for (const Coord &base : {plane, heights}) {
+        const QStringList texts = warningsOfSite(base);
+        ASSERT_EQ(texts.size(), 1);
+        EXPECT_TRUE(
+            texts.first().startsWith(QStringLiteral("the base system has a site already, whose")))
+            << texts.first();
+    }
+}
+
+TEST(DatumOrigins, KeepWhatHoldsForThePlaceButNeitherCodeNorOperation)
+{
+    SystemOrigin base;
+    base.authority = QStringLiteral("EPSG");
+    base.code = QStringLiteral("28992");
+    base.databaseVersion = QStringLiteral("EPSG v10.076");
+    base.operation = SystemOrigin::Operation{QStringLiteral("EPSG:4833"), QStringLiteral("x"), 1.0};
+    base.area = AreaOfUse{3.2, 50.75, 7.22, 53.7};
+    base.areaName = QStringLiteral("Netherlands");
+    base.countries = QStringList{QStringLiteral("Netherlands")};
+    base.planeUnit = SystemOrigin::PlaneUnit{QStringLiteral("foot"), 0.3048};
+    base.control.resize(2);
+
+    SystemOrigin expected;
+    expected.area = base.area;
+    expected.areaName = base.areaName;
+    expected.countries = base.countries;
+    expected.planeUnit = base.planeUnit;
+    EXPECT_TRUE(calibration::datumOrigin(base) == expected);
 }
 
 TEST_F(DatumFitTest, AnEllipsoidWithoutASizeIsRefused)

@@ -181,6 +181,60 @@ TEST_F(SiteBuilderOfRdNew, GeoidComesBeforeTheFittingOfHeights)
     EXPECT_NEAR(location.get_WGS84_LLH_Height(), 53.0, 1e-6);
 }
 
+// The way back would be off by the separation of the geoid, some forty metres here.
+TEST_F(SiteBuilderOfRdNew, NothingComesBackFromHeightsAboveAGeoidThatIsNotThere)
+{
+    coord.geoidModel.modelFileName = QStringLiteral("lost.gtx");
+    const Location before = [] {
+        Location location;
+        location.wgs84LLH = Pos::fromLongLatH(1.0, 2.0, 3.0);
+        return location;
+    }();
+    constexpr std::size_t count = 100;
+    const std::vector<Pos> atSite(count, amersfoort);
+    const auto made = [&](bool hasOutcomes, std::vector<Location> &locations,
+                          std::vector<SiteBuilder::Outcome> &outcomes) {
+        locations.assign(count, before);
+        outcomes.assign(count, {});
+        auto builder = SiteBuilder::of(coord);
+        return builder->makeFromSite(atSite.data(), count, locations.data(),
+                                     hasOutcomes ? outcomes.data() : nullptr);
+    };
+    std::vector<Location> locations;
+    std::vector<SiteBuilder::Outcome> outcomes;
+    coord.elevationFitting = test::fixedHeight(0.25);
+    for (const bool hasOutcomes : {true, false}) {
+        EXPECT_EQ(made(hasOutcomes, locations, outcomes), 0U);
+        for (std::size_t i = 0; i < count; ++i) {
+            ASSERT_EQ(locations[i], before) << i;
+            ASSERT_EQ(outcomes[i].failure, hasOutcomes ? ConversionFailureKind::NoGeoidModel
+                                                       : ConversionFailureKind::None);
+            ASSERT_EQ(outcomes[i].reason.contains(QLatin1String("lost.gtx")), hasOutcomes);
+        }
+    }
+    Location one = before;
+    SiteBuilder::Outcome outcome;
+    EXPECT_FALSE(SiteBuilder::of(coord)->makeFromSite(amersfoort, one, outcome));
+    EXPECT_FALSE(outcome.isMade);
+    EXPECT_EQ(outcome.failure, ConversionFailureKind::NoGeoidModel);
+    EXPECT_EQ(one, before);
+
+    // What was not fitted is the projected height.
+    coord.elevationFitting = stElevationFitting();
+    coord.planeTransform = test::similarity(0.0, 0.0, 0.0, 1.0);
+    EXPECT_EQ(made(true, locations, outcomes), count);
+    EXPECT_EQ(outcomes[0].projectedHeight, LocationBuilder::Height::Ellipsoidal);
+
+    // With the model each of them is there.
+    coord.elevationFitting = test::fixedHeight(0.25);
+    coord.geoidModel.modelFileName = QStringLiteral("egm96_15.gtx");
+    for (const bool hasOutcomes : {true, false}) {
+        EXPECT_EQ(made(hasOutcomes, locations, outcomes), count);
+        for (const Location &location : locations)
+            ASSERT_NEAR(location.get_NEH_H(), 9.75, 1e-9);
+    }
+}
+
 TEST_F(SiteBuilderOfRdNew, FailureLeavesEverythingAndCostsTheOthersNothing)
 {
     coord.planeTransform = test::similarity(0.0, 0.0, 0.0, 1e305);

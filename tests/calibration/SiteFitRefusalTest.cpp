@@ -6,7 +6,6 @@
 #include "support/ProjTest.h"
 
 #include <KelStd/calibration/SiteCheck.h>
-#include <KelStd/calibration/SiteHull.h>
 
 #include <algorithm>
 #include <functional>
@@ -348,34 +347,6 @@ TEST_F(SiteFitRefusalTest, ACheckGivesDifferencesBySiteLessGiven)
     bad.planeTransform.ratio.value = 0.0;
     EXPECT_FALSE(calibration::checkSite(bad, check, &failure));
     EXPECT_EQ(failure.kind, CalibrationFault::BadRecords);
-}
-
-TEST(SiteHull, HoldsWhatTheControlPointsEnclose)
-{
-    ControlPoints control;
-    const double corners[][2] = {{0, 0}, {0, 100}, {100, 100}, {100, 0}, {50, 50}, {0, 50}};
-    for (const auto &corner : corners) {
-        ControlPoint point;
-        point.name = test::pointName(control.size());
-        point.north = corner[0];
-        point.east = corner[1];
-        control += point;
-    }
-    const calibration::SiteHull hull(control);
-    EXPECT_TRUE(hull.hasArea());
-    EXPECT_EQ(hull.corners().size(), 4);
-    EXPECT_TRUE(hull.contains(50.0, 99.0));
-    EXPECT_TRUE(hull.contains(100.0, 100.0));
-    EXPECT_TRUE(hull.contains(-0.09, 50.0));
-    EXPECT_FALSE(hull.contains(-0.11, 50.0));
-    EXPECT_FALSE(hull.contains(50.0, 101.0));
-    EXPECT_FALSE(hull.contains(std::numeric_limits<double>::quiet_NaN(), 0.0));
-
-    ControlPoints line = control.mid(0, 2);
-    line += control.at(5);
-    EXPECT_FALSE(calibration::SiteHull(line).hasArea());
-    EXPECT_TRUE(calibration::SiteHull(line).contains(1e6, 1e6));
-    EXPECT_FALSE(calibration::SiteHull().hasArea());
 }
 
 } // namespace

@@ -135,6 +135,10 @@ TEST_F(SystemSource, HasUnitsOfTheirSize)
                  "its unit \"Degree\" has the size 0.017, but is 0.0174532925199433; one of the "
                  "two is wrong"},
              Row{angle, R"(UNIT["Degree",0.01745329252])", nullptr},
+             Row{angle, R"(UNIT["Degree",0.0174532925])", nullptr}, // ten digits
+             Row{angle, R"(UNIT["Degree",0.01745329])",
+                 "its unit \"Degree\" has the size 0.01745329, but is 0.0174532925199433; one of "
+                 "the two is wrong"},
          }) {
         const QByteArray source = QByteArray(esriRd).replace(row.unit, row.written);
         ASSERT_NE(source, esriRd) << row.written;
@@ -147,6 +151,54 @@ TEST_F(SystemSource, HasUnitsOfTheirSize)
         EXPECT_FALSE(imported.system.has_value()) << row.written;
         EXPECT_EQ(imported.refusal.kind, CatalogueFailureKind::NotUnderstood) << row.written;
         EXPECT_EQ(imported.refusal.text, QLatin1String(row.reason));
+    }
+}
+
+// EPSG Dataset: 9096 (yard), 9097 (chain), 9098 (link), 9003, 9033 and 9034 (of the US survey);
+// PROJ's table of units has "us-ft" and "us-yd".
+TEST_F(SystemSource, KnowsUnitsByTheirShortAndOtherNames)
+{
+    const struct
+    {
+        const char *name;
+        double size;  ///< [m]
+        double wrong; ///< [m], that of the other foot
+    } rows[] = {
+        {"ftUS", 0.304800609601219, 0.3048},        {"us-ft", 0.304800609601219, 0.3048},
+        {"survey_foot", 0.304800609601219, 0.3048}, {"US Survey Feet", 0.304800609601219, 0.3048},
+        {"ft", 0.3048, 0.304800609601219},          {"Yard", 0.9144, 0.914401828803658},
+        {"us-yd", 0.914401828803658, 0.9144},       {"link", 0.201168, 0.201168402336805},
+        {"chain", 20.1168, 20.1168402336805},       {"Chain_US", 20.1168402336805, 20.1168},
+        {"Link_US", 0.201168402336805, 0.201168},   {"km", 1000.0, 100.0},
+    };
+    for (const auto &row : rows) {
+        const auto imported = [&](double size) {
+            const QByteArray unit =
+                QByteArray("UNIT[\"") + row.name + "\"," + QByteArray::number(size, 'g', 15) + "]";
+            return catalogue().importSystem(
+                QByteArray(esriRd).replace(R"(UNIT["Meter",1.0])", unit));
+        };
+        const ImportedSystem good = imported(row.size);
+        EXPECT_TRUE(good.system.has_value()) << row.name << ": " << good.refusal.text.toStdString();
+        const ImportedSystem wrong = imported(row.wrong);
+        EXPECT_FALSE(wrong.system.has_value()) << row.name;
+        EXPECT_EQ(wrong.refusal.kind, CatalogueFailureKind::NotUnderstood) << row.name;
+        EXPECT_TRUE(wrong.refusal.text.endsWith(QLatin1String("one of the two is wrong")))
+            << wrong.refusal.text.toStdString();
+    }
+}
+
+// What a degree with ten digits is off would put a central meridian of 147 degrees 13 mm aside.
+TEST_F(SystemSource, ADegreeWithFewerDigitsIsADegree)
+{
+    const QByteArray east = QByteArray(esriRd).replace("5.38763888888889", "147.0");
+    for (const char *size : {"0.0174532925199433", "0.01745329252", "0.0174532925"}) {
+        const ImportedSystem imported =
+            catalogue().importSystem(QByteArray(east).replace("0.0174532925199433", size));
+        ASSERT_TRUE(imported.system.has_value()) << imported.refusal.text.toStdString();
+        const auto &values = imported.system->projection.param;
+        EXPECT_EQ(values.value(QStringLiteral("lon_0")).value.toDouble(), 147.0) << size;
+        EXPECT_EQ(values.value(QStringLiteral("lat_0")).value.toDouble(), 52.1561605555556) << size;
     }
 }
 

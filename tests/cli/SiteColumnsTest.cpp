@@ -276,9 +276,36 @@ TEST_F(SiteColumns, AHeightThatWasFittedAboveTheGeoidIsMissingWithoutIt)
     EXPECT_EQ(missing.outLines().value(1), text("A,2000.00000,1000.00000,"));
     EXPECT_THAT(missing.err, Mentions("All heights are ellipsoidal, and there are none at the "
                                       "site."));
-    const auto given =
-        convert(lost, "A,2000.0,1000.0,10.5\n", {"--from=site-neh", "--frames=site-neh"});
-    EXPECT_EQ(given.outLines().value(1), text("A,2000.00000,1000.00000,10.50000"));
+}
+
+// The way back is as wrong: heights in WGS84 would be off.
+TEST_F(SiteColumns, AHeightThatWasFittedAboveTheGeoidLeadsNowhereWithoutIt)
+{
+    test::Grid grid = test::slopingGrid();
+    grid.latitude = 20.0; // far from Amersfoort
+    m_program.file(text("geoid_model_list/small.gtx"), test::gtxBytes(grid));
+    const QString small = system("small.xml", aboveGeoid("small.gtx"));
+    const QString lost = system("lost.xml", aboveGeoid("lost.gtx"));
+    const QByteArray toPlain = "--to=" + system("plain.xml", {}).toLocal8Bit();
+    for (const QString &site : {small, lost}) {
+        for (const char *option : {"--csv", "--frames=site-neh", toPlain.constData()}) {
+            const auto result =
+                convert(site, "A,2000.0,1000.0,10.5\n", {"--from=site-neh", "--no-header", option});
+            EXPECT_EQ(result.status, 1);
+            EXPECT_EQ(result.out, QString());
+            EXPECT_THAT(result.err, Mentions("<stdin>:1: "));
+            EXPECT_THAT(result.err, Mentions("heights at the site are above the geoid of"));
+            EXPECT_THAT(result.err, Mentions("1 of 1 positions failed"));
+        }
+    }
+    // Where the plane alone is fitted the height is the projected one.
+    Edits plane = edits("Plane_Transform", "fuction", "Four", {{text("ratio"), text("1")}});
+    plane.insert(text("modelFileName=\"\""), text("modelFileName=\"lost.gtx\""));
+    const auto projected = convert(system("plane.xml", plane), "A,463000,155000,10\n",
+                                   {"--from=site-neh", "--frames=local-neh"});
+    EXPECT_EQ(projected.status, 0);
+    EXPECT_EQ(projected.outLines().value(1),
+              text("A,463000.00000,155000.00000,10.00000,ellipsoid"));
 }
 
 TEST_F(SiteColumns, AHeightThatIsNotFittedSaysWhatItIsAbove)

@@ -279,6 +279,24 @@ TEST_F(SiteReportTest, LongNamesAreCutBetweenLetters)
     EXPECT_FALSE(shown.contains(text("?") + QChar(0x2026)));
 }
 
+TEST_F(SiteReportTest, SaysWhereHeightsHoldWhereThatIsElsewhere)
+{
+    const Coord base = test::planeSystem();
+    const auto reportOf = [&](int heights) {
+        ControlPoints control = test::controlOf(base, test::TrueSite());
+        for (int i = heights; i < control.size(); ++i)
+            control[i].isUsedInHeight = false;
+        SiteFitOptions options;
+        options.height = calibration::HeightMethod::Plane;
+        return QString::fromUtf8(calibration::siteReport(test::fitted(base, control, options), {}));
+    };
+    expectMentions(reportOf(3), {"Northing and easting: within the hull of its control points",
+                                 "Heights: within the hull of its control points"});
+    const QString all = reportOf(8);
+    expectMentions(all, {"The fit: within the hull of its control points"});
+    EXPECT_FALSE(all.contains(text("Heights: within")));
+}
+
 TEST_F(SiteReportTest, SaysWhatAPoorSiteLacks)
 {
     const Coord base = test::planeSystem();
@@ -290,8 +308,9 @@ TEST_F(SiteReportTest, SaysWhatAPoorSiteLacks)
     calibration::SiteReportFacts facts;
     facts.pipelineNote = text("There is none.");
     const QString shown = QString::fromUtf8(calibration::siteReport(fit, facts));
-    expectMentions(shown, {"Plan: shift", "no redundancy in plan", "enclose no area",
-                           "There is none.", "Height: none"});
+    expectMentions(shown, {"Plan: shift", "no redundancy in plan",
+                           "enclose no area; within 100 m of the only one", "There is none.",
+                           "Height: none"});
     EXPECT_FALSE(shown.contains(text("nan")));
     EXPECT_FALSE(shown.contains(text("inf\"")));
 }

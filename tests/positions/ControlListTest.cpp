@@ -123,6 +123,9 @@ TEST(ControlList, RefusesWhatCanBeReadInTwoWays)
         {{headings, ",5,52,1,2,3,4"}, "no name"},
         {{headings, "A,,52,1,2,3,4"}, "longitude is missing"},
         {{headings, "A,5,52,1,,3,4"}, "northing is missing"},
+        // No option gives a control point a height.
+        {{headings, "A,5,52,,2,3,4"},
+         "height is missing; correct the line, or take it out of the list"},
         {{headings, "A,5,52,1,2,3,high"}, "\"high\""},
         {{headings, "A,5,91,1,2,3,4"}, "91"},
         {{headings, "A,52N,5E,1,2,3,4"}, "longitude"},

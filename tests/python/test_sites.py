@@ -68,6 +68,49 @@ def test_a_point_far_from_the_site_is_told_of(kelstd, fitted):
     assert made.outside_hull.tolist() == [False, True]
 
 
+def test_heights_are_told_of_where_their_points_do_not_reach(kelstd, rd, known):
+    heights = [p if p.name in "ABC" else kelstd.ControlPoint(p.name, p.longitude, p.latitude, p.height, p.northing,
+                                                             p.easting) for p in known]
+    with pytest.warns(kelstd.KelstdWarning):
+        site = kelstd.fit_site(rd, heights, vertical="plane").system
+    converter = kelstd.Converter(site)
+    with pytest.warns(kelstd.KelstdWarning) as told:
+        made = converter.from_wgs84([5.40, 5.396, 5.6], [52.155, 52.168, 52.3], 50)
+    assert made.outside_hull.tolist() == [False, True, True]
+    place = "lie outside the control points of the site"
+    assert [str(each.message).split(", where")[0] for each in told] == [
+        f"1 of 3 positions (the first at index 2) {place}",
+        f"1 of 3 positions (the first at index 1) {place} used in height",
+    ]
+
+
+# The fit to points in one line holds as far from it as it is long, that to one point 100 m from it.
+@pytest.mark.filterwarnings("ignore:there is no redundancy")
+@pytest.mark.parametrize("count", [1, 2])
+def test_few_points_hold_near_them_alone(kelstd, rd, known, count):
+    at, end = known[:2]
+    reach = 100.0 if count == 1 else math.hypot(at.northing - end.northing, at.easting - end.easting)
+    site = kelstd.fit_site(rd, known[:count], horizontal="shift", vertical="none").system
+    converter, far = kelstd.Converter(site), 1.01 * reach
+    # The other end is in the north.
+    assert end.northing > at.northing
+    near = converter.from_site_neh([at.northing, at.northing - reach + 1], at.easting, 0)
+    assert not near.outside_hull.any()
+    with pytest.warns(kelstd.KelstdWarning, match="2 of 3"):
+        made = converter.from_site_neh([at.northing, at.northing - far, at.northing], [at.easting] * 2 + [9e4], 0)
+    assert made.outside_hull.tolist() == [False, True, True]
+
+
+def test_heights_above_a_geoid_without_a_value_lead_nowhere(kelstd, fitted):
+    lost = kelstd.System.from_xml(fitted.system.to_xml().replace('modelFileName=""', 'modelFileName="lost.gtx"'))
+    with pytest.warns(kelstd.KelstdWarning, match="lost.gtx"):
+        converter = kelstd.Converter(lost)
+    made = converter.from_site_neh([1000.0, 1010.0], 5000.0, 10.0)
+    assert made.failed.all()
+    assert np.isnan(made.wgs84_height_m).all() and np.isnan(made.site_height_m).all()
+    assert "above the geoid of \"lost.gtx\"" in made.reasons[0]
+
+
 def test_a_failed_position_has_no_coordinates_at_the_site(kelstd, fitted):
     made = kelstd.Converter(fitted.system).from_wgs84([5.40, np.nan], 52.155, 50)
     for name in ("site_northing_m", "site_easting_m", "site_height_m"):
