@@ -40,7 +40,7 @@ if(INSTALLED)
     step("${COMPILER}" -std=c++17 "${SOURCE}/examples/quickstart/main.cpp"
         -o "${WORK}/found static/by pkg-config" ${flags})
     step(pkg-config --variable=program_directory kelstd)
-    string(STRIP "${output}" program_directory)
+    separate_arguments(program_directory UNIX_COMMAND "${output}")
     run_program("${CMAKE_COMMAND}" -E env "KELSTD_BIN_DIR=${program_directory}"
         "${WORK}/found static/by pkg-config" "${SYSTEM}")
 endif()

@@ -36,12 +36,12 @@ QStringList namedIn(const QString &text)
 }
 
 /// Whether the word is a path of the tree: it has a slash, or ends as sources do. What begins with
-/// a capital placeholder, a dot or a sign is none.
+/// a capital placeholder, a dot or a sign is none, and what a build makes may not be there yet.
 bool isPath(const QString &word)
 {
     static const QRegularExpression path(
         QStringLiteral("\\A[A-Za-z][\\w.-]*(/[\\w.-]*)+\\z|\\A\\w+\\.(cpp|h|md|cmake|sh|py)\\z"));
-    return path.match(word).hasMatch();
+    return path.match(word).hasMatch() && !word.startsWith(QLatin1String("build/"));
 }
 
 /// From the root, from the library, or beside the path that was named before it.
