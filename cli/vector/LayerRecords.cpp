@@ -2,10 +2,9 @@
 
 #include <cli/terminal/StandardStreams.h>
 #include <cli/vector/FieldNames.h>
+#include <cli/vector/ShortestNumber.h>
 
 #include <KelStd/text/TextDecoder.h>
-
-#include <QtCore/QLocale>
 
 #include <algorithm>
 #include <cmath>
@@ -40,14 +39,6 @@ positions::ExtraColumn::Kind kindOf(FieldType type)
     return positions::ExtraColumn::Kind::Text;
 }
 
-QStringList fieldNames(const Layer &layer)
-{
-    QStringList names;
-    for (const Field &field : layer.fields)
-        names += QString::fromStdString(field.name);
-    return names;
-}
-
 /// Those that are neither the name nor `own`.
 QStringList carriedNames(const QStringList &names, int nameField, const std::vector<bool> &own)
 {
@@ -65,9 +56,11 @@ LayerRecords::LayerRecords(LayerReader &reader, QString name, const LayerForm &f
     : m_reader(reader), m_name(std::move(name)), m_form(form),
       m_isOwn(ownCoordinates(fieldNames(reader.layer()))),
       m_heightReferenceField(heightReferenceAmong(fieldNames(reader.layer()))),
-      m_rejected(
-          reader.layer(), form, carriedNames(fieldNames(reader.layer()), form.nameField, m_isOwn),
-          m_heightReferenceField >= 0 && m_isOwn[static_cast<std::size_t>(m_heightReferenceField)])
+      m_rejected(reader.layer(), form,
+                 carriedNames(fieldNames(reader.layer()), form.nameField, m_isOwn),
+                 !form.heightReference.isEmpty()
+                     || (m_heightReferenceField >= 0
+                         && m_isOwn[static_cast<std::size_t>(m_heightReferenceField)]))
 {}
 
 positions::InputColumns LayerRecords::columns() const
@@ -127,13 +120,16 @@ void LayerRecords::take(const Feature &feature, SourceRecord &record)
     for (std::size_t i = 0; i < feature.values.size() && i < fields.size(); ++i) {
         const int index = static_cast<int>(i);
         const QByteArray text = textOf(feature.values[i], fields[i].type);
+        const auto *const number = std::get_if<double>(&feature.values[i]);
         if (index == m_form.nameField)
-            record.name = text;
+            record.name = number != nullptr && !text.isEmpty() ? shortestDecimal(*number) : text;
         else if (isCarried(index))
             record.extras.push_back(text);
         if (index == m_heightReferenceField && (m_isOwn[i] || isHeightReference(text)))
             record.heightReference = text;
     }
+    if (record.heightReference.isEmpty() && feature.hasZ)
+        record.heightReference = m_form.heightReference.toUtf8();
     if (record.failure.isEmpty())
         record.failure = placeOf(feature, record.position);
     if (m_form.keepsSource)
@@ -152,7 +148,7 @@ QByteArray LayerRecords::textOf(const Value &value, FieldType type)
     }
     if (const auto *const number = std::get_if<double>(&value)) {
         if (std::isfinite(*number))
-            return QByteArray::number(*number, 'g', QLocale::FloatingPointShortest);
+            return shortestNumber(*number);
         ++m_notFinite;
         return {};
     }

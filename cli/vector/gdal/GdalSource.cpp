@@ -36,6 +36,16 @@ long long featuresOf(OGRLayerH layer)
     return OwnedFeature(OGR_L_GetNextFeature(layer)) == nullptr ? 0 : -1;
 }
 
+/// What the program wrote into the description of the layer; empty for nothing.
+std::string heightReferenceOf(OGRLayerH layer)
+{
+    static const std::string before = heightReferenceInDescription;
+    const char *const text = GDALGetMetadataItem(layer, "DESCRIPTION", nullptr);
+    const std::string description = text == nullptr ? "" : text;
+    return description.compare(0, before.size(), before) == 0 ? description.substr(before.size())
+                                                              : std::string();
+}
+
 class Source : public LayerSource
 {
 public:
@@ -57,6 +67,7 @@ public:
             facts.mayHaveOthers = OGR_GT_Flatten(type) != wkbPoint || m_format == "LIBKML";
             facts.features = facts.mayHavePoints ? featuresOf(layer) : -1;
             facts.reference = factsOf(OGRSpatialReference::FromHandle(OGR_L_GetSpatialRef(layer)));
+            facts.heightReference = heightReferenceOf(layer);
             m_layers.push_back(std::move(facts));
             m_handles.push_back(layer);
         }

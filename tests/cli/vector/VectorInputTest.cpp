@@ -231,23 +231,6 @@ TEST_F(VectorInputs, OfFeetComeBackInFeet)
     }
 }
 
-TEST_F(VectorInputs, OfDrawingsSayWhereTheirUnitIsAnother)
-{
-    for (const char *const unit : {"2", "4", "6", "0"}) {
-        SCOPED_TRACE(unit);
-        const QString file =
-            m_program.file(QStringLiteral("u.dxf"),
-                           "0\nSECTION\n2\nHEADER\n9\n$INSUNITS\n70\n" + QByteArray(unit)
-                               + "\n0\nENDSEC\n0\nSECTION\n2\nENTITIES\n"
-                                 "0\nPOINT\n8\nT\n10\n663290.5\n20\n5780964.25\n30\n43.5\n"
-                                 "0\nENDSEC\n0\nEOF\n");
-        const ProgramResult result = convert(file, QStringLiteral("--from local-neh"));
-        EXPECT_EQ(result.status, 0) << result.err;
-        const bool isOther = *unit == '2' || *unit == '4';
-        EXPECT_EQ(result.err.contains(QLatin1String("warning")), isOther) << result.err;
-    }
-}
-
 TEST_F(VectorInputs, WithAnUndefinedSystemNeedTheirFrame)
 {
     const QString file = layer(QStringLiteral("p.gpkg"), QStringLiteral("-a_srs EPSG:32631"),
