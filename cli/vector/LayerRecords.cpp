@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace KelStd::cli::vector {
 
@@ -155,6 +156,12 @@ QByteArray LayerRecords::textOf(const Value &value, FieldType type)
     if (const auto *const whole = std::get_if<long long>(&value)) {
         if (type == FieldType::Boolean)
             return *whole != 0 ? "true" : "false";
+        // What the layer's text or number beyond them was, nobody knows any more.
+        using Limits = std::numeric_limits<long long>;
+        if (*whole == Limits::max() || *whole == Limits::min()) {
+            ++m_tooLarge;
+            return {};
+        }
         return QByteArray::number(*whole);
     }
     return {};
@@ -231,6 +238,12 @@ QStringList LayerRecords::remarks() const
     if (!m_reader.warningText().empty()) {
         remarks += QStringLiteral("warning: reading %1: %2")
                        .arg(m_name, QString::fromStdString(m_reader.warningText()));
+    }
+    if (m_tooLarge > 0) {
+        remarks +=
+            QStringLiteral("warning: %1")
+                .arg(counted(m_tooLarge, "whole number of the layer is too large and stays empty",
+                             "whole numbers of the layer are too large and stay empty"));
     }
     if (m_notFinite > 0) {
         remarks +=

@@ -68,6 +68,7 @@ private:
     qint64 m_labels = 0;
     qint64 m_withoutHeight = 0;
     qint64 m_otherBytes = 0; ///< texts that were not UTF-8
+    qint64 m_tooLarge = 0;   ///< whole numbers
     qint64 m_notFinite = 0;  ///< numbers
 };
 

@@ -6,6 +6,7 @@
 #include <cli/terminal/ShownText.h>
 #include <cli/vector/DrawingUnit.h>
 #include <cli/vector/FieldNames.h>
+#include <cli/vector/LayerChoice.h>
 #include <cli/vector/LineBreaks.h>
 #include <cli/vector/VectorModule.h>
 
@@ -15,7 +16,6 @@
 #include <QtCore/QFileInfo>
 #include <QtCore/QStringList>
 
-#include <algorithm>
 #include <cmath>
 
 namespace KelStd::cli::vector {
@@ -24,34 +24,6 @@ namespace {
 
 const QString layerOption = QStringLiteral("layer");
 const QString namesOption = QStringLiteral("names");
-
-QString shownLayer(const Layer &layer)
-{
-    return QStringLiteral("\"%1\"").arg(QString::fromStdString(layer.name));
-}
-
-/// Layers that a name or nothing may mean: those that hold features, or all where none does.
-std::vector<std::size_t> pointLayers(const std::vector<Layer> &layers)
-{
-    std::vector<std::size_t> all;
-    std::vector<std::size_t> filled;
-    for (std::size_t i = 0; i < layers.size(); ++i) {
-        if (!layers[i].mayHavePoints)
-            continue;
-        all.push_back(i);
-        if (layers[i].features != 0)
-            filled.push_back(i);
-    }
-    return filled.empty() ? all : filled;
-}
-
-QString listed(const std::vector<Layer> &layers, const std::vector<std::size_t> &which)
-{
-    QStringList names;
-    for (const std::size_t i : which)
-        names += shownLayer(layers[i]);
-    return names.join(QLatin1String(", "));
-}
 
 /// Formats whose heights are above mean sea level by their own standards.
 bool hasSeaLevelHeights(const std::string &format)
@@ -137,38 +109,14 @@ void VectorInput::warnOfLineBreaks(const QString &path, Console &console) const
 
 bool VectorInput::pickLayer(const QString &wanted, Console &console)
 {
-    const std::vector<Layer> &layers = m_source->layers();
-    std::vector<std::size_t> candidates = pointLayers(layers);
-    if (!wanted.isEmpty()) {
-        candidates.clear();
-        for (std::size_t i = 0; i < layers.size(); ++i) {
-            if (QString::fromStdString(layers[i].name) == wanted)
-                candidates.push_back(i);
-        }
-    }
-    if (candidates.empty() && !wanted.isEmpty()) {
-        console.report(QStringLiteral("%1 has no layer \"%2\"; those with points are %3")
-                           .arg(m_name, wanted, listed(layers, pointLayers(layers))));
-        return false;
-    }
-    if (candidates.empty()) {
-        console.report(QStringLiteral("%1 has no layer with points").arg(m_name));
-        return false;
-    }
-    if (candidates.size() > 1) {
-        console.report(QStringLiteral("%1 has several layers with points: %2; --layer NAME picks "
-                                      "one")
-                           .arg(m_name, listed(layers, candidates)));
-        return false;
-    }
-    const Layer &layer = layers[candidates.front()];
-    if (!layer.mayHavePoints) {
-        console.report(QStringLiteral("the layer %1 of %2 holds no points but the type %3")
-                           .arg(shownLayer(layer), m_name, QString::fromStdString(layer.geometry)));
+    QString mistake;
+    const auto layer = chosenLayer(m_source->layers(), wanted, m_name, mistake);
+    if (!layer) {
+        console.report(mistake);
         return false;
     }
     std::string error;
-    m_reader = m_source->read(candidates.front(), error);
+    m_reader = m_source->read(*layer, error);
     if (m_reader == nullptr) {
         console.report(
             QStringLiteral("cannot read %1: %2").arg(m_name, QString::fromStdString(error)));
@@ -333,10 +281,13 @@ bool VectorInput::takeAtSite(const LayerUnits &units, Console &console)
     const Reference &layer = m_reader->layer().reference;
     const bool mayBe = layer.kind == Reference::Kind::None || layer.isLocal;
     if (!mayBe || m_drawn) {
+        const QString ofDrawing = m_drawn && m_drawn->system.isEmpty()
+                                      ? QStringLiteral("the plane of a system without a name")
+                                      : shown(m_drawn.value_or(DrawingComment()).system);
         console.report(QStringLiteral("%1: its coordinates are of %2, and positions at a site have "
                                       "no reference system; --from local-neh reads those of the "
                                       "plane")
-                           .arg(m_name, m_drawn ? shown(m_drawn->system) : shownName(layer)));
+                           .arg(m_name, m_drawn ? ofDrawing : shownName(layer)));
         return false;
     }
     if (layer.isLocal) {

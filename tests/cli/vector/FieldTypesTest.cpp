@@ -120,6 +120,20 @@ TEST_F(FieldTypes, OfGpxLoseTheirLineBreaksWithAWarning)
     EXPECT_TRUE(pretty.out.contains(QLatin1String("\"one\ntwo\""))) << pretty.out;
 }
 
+// GDAL takes the largest number that it has for those beyond.
+TEST_F(FieldTypes, OfNumbersThatAreTooLargeStayEmptyWithAWarning)
+{
+    const QString in =
+        m_program.file(QStringLiteral("in.geojson"),
+                       collection(pointWith("\"n\":12345678901234567890,\"m\":7") + ','
+                                  + pointWith("\"n\":1234567890123456789,\"m\":8")));
+    const ProgramResult result =
+        m_program.run(words(QStringLiteral("convert --system EPSG:32631 --fields n,m ") + in));
+    EXPECT_EQ(result.out.toStdString(), "n,m\n,7\n1234567890123456789,8\n") << result.err;
+    EXPECT_TRUE(mentionsAll(result.err, {"warning: 1 whole number of the layer is too large"}))
+        << result.err;
+}
+
 // 1e6 is 1000000: a name and a number are the same in every program.
 TEST_F(FieldTypes, OfRealNumbersHaveNoExponents)
 {
