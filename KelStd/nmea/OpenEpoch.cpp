@@ -61,18 +61,22 @@ bool areDifferent(const std::optional<Decimal> &one, const std::optional<Decimal
 
 constexpr double metresPerDegree = 111320.0; // of latitude, and of longitude on the equator
 
-/// How far two positions are apart horizontally [m] at least, for their last digits are rounded.
-/// Not exact where that is far.
+/// How far two angles are apart [deg] at least: the one in fewer digits is rounded or cut. In equal
+/// digits one solution gives equal numbers.
+double differenceOf(double difference, double digit, double otherDigit)
+{
+    const double rounding = digit == otherDigit ? 0.0 : std::max(digit, otherDigit);
+    return std::max(std::abs(difference) - rounding, 0.0);
+}
+
+/// How far two positions are apart horizontally [m] at least. Not exact where that is far.
 double distanceOf(const Message &one, const Message &other)
 {
     constexpr double degree = 0.017453292519943295; // [rad]
-    const auto beyondRounding = [](double difference, double digits) {
-        return std::max(std::abs(difference) - digits, 0.0);
-    };
     const double north =
-        beyondRounding(*one.latitude - *other.latitude, one.latitudeDigit + other.latitudeDigit);
-    const double east = beyondRounding(std::remainder(*one.longitude - *other.longitude, 360.0),
-                                       one.longitudeDigit + other.longitudeDigit);
+        differenceOf(*one.latitude - *other.latitude, one.latitudeDigit, other.latitudeDigit);
+    const double east = differenceOf(std::remainder(*one.longitude - *other.longitude, 360.0),
+                                     one.longitudeDigit, other.longitudeDigit);
     return metresPerDegree * std::hypot(north, east * std::cos(*one.latitude * degree));
 }
 
