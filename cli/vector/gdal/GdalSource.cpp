@@ -108,9 +108,11 @@ std::unique_ptr<LayerSource> openSource(const std::string &path, std::string &er
     const GdalMessages messages;
     std::vector<const char *> drivers = readDrivers();
     drivers.push_back(nullptr);
+    // What was found out of a file of GML is not kept beside it. "@": for drivers that know it.
+    const char *const options[] = {"@WRITE_GFS=NO", nullptr};
     Dataset dataset(GDALOpenEx(path.c_str(),
                                GDAL_OF_VECTOR | GDAL_OF_READONLY | GDAL_OF_VERBOSE_ERROR,
-                               drivers.data(), nullptr, nullptr));
+                               drivers.data(), options, nullptr));
     if (dataset == nullptr) {
         error = messages.text("it is of no format that is known");
         return nullptr;

@@ -587,6 +587,24 @@ TEST_F(VectorInputs, AreLeftAsTheyAre)
     EXPECT_EQ(beside, QStringList{"p.gpkg"});
 }
 
+// Without a schema beside it GML has texts, and it has none afterwards either.
+TEST_F(VectorInputs, OfGmlWithoutASchemaKeepTheirTexts)
+{
+    const QString file = m_program.file(
+        QStringLiteral("p.gml"),
+        "<?xml version=\"1.0\"?><o:all xmlns:o=\"http://ogr.maptools.org/\" "
+        "xmlns:gml=\"http://www.opengis.net/gml\"><gml:featureMember><o:p><o:place><gml:Point "
+        "srsName=\"EPSG:32631\"><gml:coordinates>663290.5,5780964.25,43.5</gml:coordinates>"
+        "</gml:Point></o:place><o:code>007</o:code><o:serial>99999999999999999999</o:serial>"
+        "</o:p></gml:featureMember></o:all>");
+    for (int run = 0; run < 2; ++run) {
+        const ProgramResult result = convert(file, QStringLiteral("--fields code,serial"));
+        EXPECT_EQ(result.out.toStdString(), "code,serial\n007,99999999999999999999\n")
+            << result.err;
+        EXPECT_EQ(QFileInfo(file).dir().entryList({QStringLiteral("p.*")}), QStringList{"p.gml"});
+    }
+}
+
 TEST_F(VectorInputs, AreReadAlone)
 {
     const QString file = layer(QStringLiteral("p.gpkg"));
