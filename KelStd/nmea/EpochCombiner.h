@@ -36,7 +36,7 @@ struct SentenceTally
     SentenceCount textBehind;    ///< broken: something follows the checksum, which is right
     SentenceCount malformed;     ///< broken, though the checksum is right
     SentenceCount late;          ///< of an epoch that was given out before
-    SentenceCount contradicting; ///< another position of one time, by the same type and talker
+    SentenceCount contradicting; ///< another position of one time, see `OpenEpoch::contradicts`
     SentenceCount otherDate;     ///< a date that contradicts another one or the time
     SentenceCount otherDatum;    ///< DTM names another datum than WGS84, which is the first reason
 
@@ -63,11 +63,13 @@ struct SentenceTally
 /// where epochs may interleave, and where it has no height yet, when the next but one begins. What
 /// comes behind that is late: it is counted and only its date is used. Sentences without a time are
 /// combined until a type comes again. The talker may be any. Where several sentences of an epoch
-/// give a position, one with a fix goes before one without, the talker GN (all systems together)
-/// before those of single systems, GGA before GNS before RMC, and the first one before those behind
-/// it. Where it lacks the undulation, that of another sentence of the same position and talker is
-/// taken. Standard deviations are those of the position's talker, else of GN, else the first. The
-/// date comes from RMC or ZDA, whose full year goes before RMC's two digits, and is carried on
+/// give a position, one with a fix goes before one without, GGA and GNS before RMC, the better
+/// quality (fixed, floating, differential or precise, single, estimated) before the worse one, the
+/// talker GN (all systems together) before those of single systems, GGA before GNS, and the first
+/// one before those behind it. Where it lacks the undulation, that of another sentence of the same
+/// position and talker is taken. Standard deviations are those of the position's talker, else of
+/// GN, else the first. The date comes from RMC or ZDA, whose full year goes before RMC's two
+/// digits, and is carried on
 /// (`DateKeeper`).
 ///
 /// Epochs that say nothing of a position are not given out. Nothing is raised but `std::bad_alloc`.

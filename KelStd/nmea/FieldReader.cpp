@@ -1,6 +1,7 @@
 #include <KelStd/nmea/FieldReader.h>
 
 #include <algorithm>
+#include <cmath>
 
 namespace KelStd::nmea {
 
@@ -62,6 +63,15 @@ struct ModeRow
 /// From the best to the least.
 constexpr ModeRow modeRows[] = {{'R', 4}, {'F', 5}, {'P', 3}, {'D', 2}, {'A', 1},
                                 {'E', 6}, {'M', 7}, {'S', 8}, {'N', 0}};
+
+/// What one of the last digit of an angle in degrees and minutes is [deg].
+double lastDigitOf(std::string_view field)
+{
+    constexpr double minute = 1.0 / 60;
+    const std::size_t point = field.find('.');
+    const std::size_t decimals = point == std::string_view::npos ? 0 : field.size() - point - 1;
+    return minute * std::pow(10.0, -static_cast<double>(decimals));
+}
 
 } // namespace
 
@@ -180,14 +190,15 @@ std::optional<double> FieldReader::angle(std::size_t place, int maxDegrees,
     return side == letters[0] ? angle : -angle;
 }
 
-void FieldReader::position(std::size_t place, std::optional<double> &latitude,
-                           std::optional<double> &longitude)
+void FieldReader::position(std::size_t place, Message &message)
 {
     const std::size_t other = place + 2;
     if (text(place).empty() && text(other).empty())
         return;
-    latitude = angle(place, 90, "NS");
-    longitude = angle(other, 180, "EW");
+    message.latitude = angle(place, 90, "NS");
+    message.longitude = angle(other, 180, "EW");
+    message.latitudeDigit = lastDigitOf(text(place));
+    message.longitudeDigit = lastDigitOf(text(other));
 }
 
 std::optional<ReceivedDate> FieldReader::checked(std::size_t place, const ReceivedDate &date)

@@ -29,9 +29,8 @@ public:
     char letter(std::size_t place, std::string_view letters);
     /// The quality of the modes of GNS, a letter for each system.
     std::optional<int> modes(std::size_t place);
-    /// Latitude and longitude from four fields; both or none.
-    void position(std::size_t place, std::optional<double> &latitude,
-                  std::optional<double> &longitude);
+    /// Latitude and longitude of the message from four fields; both or none.
+    void position(std::size_t place, Message &message);
     std::optional<ReceivedDate> shortDate(std::size_t place);
     std::optional<ReceivedDate> fullDate(std::size_t place);
 

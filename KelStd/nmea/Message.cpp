@@ -11,7 +11,7 @@ namespace {
 void readGga(FieldReader &fields, Message &message)
 {
     message.time = fields.time(1);
-    fields.position(2, message.latitude, message.longitude);
+    fields.position(2, message);
     message.quality = fields.digit(6);
     message.satellites = fields.count(7);
     message.hdop = fields.notNegative(8);
@@ -22,7 +22,7 @@ void readGga(FieldReader &fields, Message &message)
 void readGns(FieldReader &fields, Message &message)
 {
     message.time = fields.time(1);
-    fields.position(2, message.latitude, message.longitude);
+    fields.position(2, message);
     message.quality = fields.modes(6);
     message.satellites = fields.count(7);
     message.hdop = fields.notNegative(8);
@@ -35,7 +35,7 @@ void readRmc(FieldReader &fields, Message &message)
     constexpr std::size_t mode = 12;
     message.time = fields.time(1);
     message.isVoid = fields.letter(2, "AV") != 'A' || fields.text(mode) == "N";
-    fields.position(3, message.latitude, message.longitude);
+    fields.position(3, message);
     message.date = fields.shortDate(9);
 }
 

@@ -44,6 +44,8 @@ struct KELSTD_EXPORT Message
     std::optional<ReceivedDate> date;    ///< UTC, where the sentence has it
     std::optional<double> latitude;      ///< [deg], north positive; with a longitude or not at all
     std::optional<double> longitude;     ///< [deg], east positive
+    double latitudeDigit = 0;            ///< what one of the last digit of it is [deg]
+    double longitudeDigit = 0;           ///< what one of the last digit of it is [deg]
     /// As GGA counts it: 0 no fix, 1 single, 2 differential, 3 precise, 4 fixed and 5 floating
     /// ambiguities, 6 estimated, 7 typed in, 8 simulated. That of GNS is the least of the systems
     /// that take part.
@@ -62,6 +64,11 @@ struct KELSTD_EXPORT Message
     bool hasPosition() const { return latitude && longitude; }
     /// Whether it has a position that the receiver stands by.
     bool hasFix() const { return hasPosition() && quality.value_or(0) > 0; }
+    /// The same, also of RMC, which has no quality.
+    bool isBelieved() const
+    {
+        return kind == MessageKind::Rmc ? hasPosition() && !isVoid : hasFix();
+    }
 };
 
 } // namespace KelStd::nmea

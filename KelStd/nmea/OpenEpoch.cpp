@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <iterator>
 #include <utility>
 
 namespace KelStd::nmea {
@@ -19,11 +20,100 @@ bool hasHeights(MessageKind kind)
     return kind == MessageKind::Gga || kind == MessageKind::Gns;
 }
 
-/// What makes a sentence the better one, the weightiest first.
-std::array<bool, 4> meritOf(const Message &message)
+/// How positions of a quality are to be taken.
+struct QualityRow
 {
-    return {message.hasFix(), hasHeights(message.kind), message.talker == "GN",
-            message.kind == MessageKind::Gga};
+    int quality;
+    int rank;        ///< the greater one is the better one
+    double accuracy; ///< how far such a position may be off horizontally [m]
+};
+
+constexpr QualityRow qualities[] = {
+    {4, 5, 0.5},   // fixed ambiguities
+    {5, 4, 3.0},   // floating ones
+    {2, 3, 10.0},  // differential
+    {3, 3, 10.0},  // precise
+    {1, 2, 30.0},  // single
+    {6, 1, 300.0}, // estimated, with nothing received for a while
+};
+constexpr QualityRow otherQuality = {0, 0, 30.0}; // typed in, simulated, not said
+
+const QualityRow &rowOf(const Message &message)
+{
+    const auto *const row = std::find_if(
+        std::begin(qualities), std::end(qualities),
+        [&message](const QualityRow &each) { return each.quality == message.quality.value_or(0); });
+    return row == std::end(qualities) ? otherQuality : *row;
+}
+
+/// What makes a sentence the better one, the weightiest first.
+std::array<int, 5> meritOf(const Message &message)
+{
+    return {message.hasFix() ? 1 : 0, hasHeights(message.kind) ? 1 : 0, rowOf(message).rank,
+            message.talker == "GN" ? 1 : 0, message.kind == MessageKind::Gga ? 1 : 0};
+}
+
+/// Whether both say it, and not the same.
+bool areDifferent(const std::optional<Decimal> &one, const std::optional<Decimal> &other)
+{
+    return one && other && one->value != other->value;
+}
+
+constexpr double metresPerDegree = 111320.0; // of latitude, and of longitude on the equator
+
+/// How far two angles are apart [deg] at least: the one in fewer digits is rounded or cut. In equal
+/// digits one solution gives equal numbers.
+double differenceOf(double difference, double digit, double otherDigit)
+{
+    const double rounding = digit == otherDigit ? 0.0 : std::max(digit, otherDigit);
+    return std::max(std::abs(difference) - rounding, 0.0);
+}
+
+/// How far two positions are apart horizontally [m] at least. Not exact where that is far.
+double distanceOf(const Message &one, const Message &other)
+{
+    constexpr double degree = 0.017453292519943295; // [rad]
+    const double north =
+        differenceOf(*one.latitude - *other.latitude, one.latitudeDigit, other.latitudeDigit);
+    const double east = differenceOf(std::remainder(*one.longitude - *other.longitude, 360.0),
+                                     one.longitudeDigit, other.longitudeDigit);
+    return metresPerDegree * std::hypot(north, east * std::cos(*one.latitude * degree));
+}
+
+/// How far two heights are apart [m]: above the ellipsoid where both sentences know it, for
+/// receivers have different geoids; 0 where one has none.
+double heightDifferenceOf(const Message &one, const Message &other)
+{
+    if (!one.height || !other.height)
+        return 0.0;
+    const bool areEllipsoidal = one.undulation && other.undulation;
+    return std::abs(one.height->value - other.height->value
+                    + (areEllipsoidal ? one.undulation->value - other.undulation->value : 0.0));
+}
+
+/// Whether two sentences of different talkers or types are further apart than their qualities
+/// explain. Those of one talker are of one solution, and differ by their digits alone.
+bool areApart(const Message &one, const Message &other)
+{
+    if (!one.isBelieved() || !other.isBelieved())
+        return false;
+    constexpr double ofOneSolution = 1.0; // [m] together
+    constexpr double perHeight = 2.0;     // heights are some two times as inaccurate
+    const double accuracy =
+        one.talker == other.talker ? ofOneSolution : rowOf(one).accuracy + rowOf(other).accuracy;
+    return distanceOf(one, other) > accuracy
+           || heightDifferenceOf(one, other) > perHeight * accuracy;
+}
+
+/// Whether two sentences of one time have different positions.
+bool contradict(const Message &one, const Message &other)
+{
+    if (one.kind != other.kind || one.talker != other.talker)
+        return areApart(one, other);
+    return one.hasPosition() && other.hasPosition()
+           && (one.latitude != other.latitude || one.longitude != other.longitude
+               || areDifferent(one.height, other.height)
+               || areDifferent(one.undulation, other.undulation));
 }
 
 /// What makes the GST for a position of this talker the better one, the weightiest first.
@@ -84,11 +174,8 @@ bool OpenEpoch::hasAlready(const Message &message) const
 
 bool OpenEpoch::contradicts(const Message &message) const
 {
-    return std::any_of(m_messages.begin(), m_messages.end(), [&message](const Message &before) {
-        return before.kind == message.kind && before.talker == message.talker
-               && before.hasPosition() && message.hasPosition()
-               && (before.latitude != message.latitude || before.longitude != message.longitude);
-    });
+    return std::any_of(m_messages.begin(), m_messages.end(),
+                       [&message](const Message &before) { return contradict(before, message); });
 }
 
 void OpenEpoch::add(Message message, std::string_view text)

@@ -26,7 +26,8 @@ public:
     /// Whether there is one of the same type and talker.
     bool hasAlready(const Message &message) const;
 
-    /// Whether there is another position by the same type and talker.
+    /// Whether there is another position: other numbers by the same type and talker, or one of
+    /// another type or talker that is further away than the qualities of both explain.
     bool contradicts(const Message &message) const;
 
     /// Of sentences that come again the first ones are enough: a stream may repeat one for ever.

@@ -78,6 +78,7 @@ bool takeFrame(vector::VectorInput &layer, const vector::LayerSystem &system,
         units.others =
             CoordStringHelper::LengthRatio_otherToMeter(options.display.lengthUnit->unit);
         units.plane = units.others;
+        units.areGiven = true;
     } else if (planeUnit) {
         units.plane = planeUnit->metres;
     }

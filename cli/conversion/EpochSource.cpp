@@ -97,8 +97,8 @@ constexpr SentenceRemark sentenceRemarks[] = {
      "warning: late: %1 of an epoch that had ended before, not used; the first in line %2"},
     {&nmea::SentenceTally::contradicting,
      "warning: contradicting: %1 with another position of the same time, the first in line %2; "
-     "the first position of each time was taken, and where the times lack decimals the others are "
-     "lost"},
+     "one position of each time was taken, that of the best quality, and where the times lack "
+     "decimals the others are lost"},
     {&nmea::SentenceTally::otherDate,
      "warning: dates: %1 with one that contradicts another or the time, the first of the epoch in "
      "line %2 (%3)"},

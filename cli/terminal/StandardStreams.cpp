@@ -108,7 +108,9 @@ void prepare()
                 return; // without it there is nothing to protect the number with
         }
     }
+    // What cannot be written is an error of the write, which is reported and tidied up after.
     std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGXFSZ, SIG_IGN);
 }
 
 bool isTerminal(int descriptor)

@@ -14,7 +14,8 @@ inline constexpr int standardError = 2;
 
 /// To be called before any file is opened. A standard stream that the program was started without
 /// is replaced by one that fails, so that no file takes its number and is written over; and a
-/// closed pipe is an error of the write, not a signal that ends the program.
+/// closed pipe or a limit of the sizes of files is an error of the write, not a signal that ends
+/// the program.
 void prepare();
 
 bool isTerminal(int descriptor);

@@ -133,6 +133,14 @@ bool isOfShortFrame(const QString &name, const QStringList &names)
 
 } // namespace
 
+QStringList fieldNames(const Layer &layer)
+{
+    QStringList names;
+    for (const Field &field : layer.fields)
+        names += QString::fromStdString(field.name);
+    return names;
+}
+
 QStringList shapefileNames(const QStringList &names)
 {
     QStringList result;

@@ -1,10 +1,15 @@
 #pragma once
 
+#include <cli/vector/VectorFiles.h>
+
 #include <QtCore/QStringList>
 
 #include <vector>
 
 namespace KelStd::cli::vector {
+
+/// The names of a layer's fields, in their order.
+QStringList fieldNames(const Layer &layer);
 
 /// Names that a Shapefile can hold: at most ten bytes, each once in any case of its letters. The
 /// program's own columns have names that say what they are; others are cut.

@@ -4,6 +4,7 @@
 #include <cli/terminal/Console.h>
 #include <cli/terminal/FilePath.h>
 #include <cli/terminal/StandardStreams.h>
+#include <cli/vector/DrawingComment.h>
 #include <cli/vector/FieldNames.h>
 #include <cli/vector/FileSink.h>
 #include <cli/vector/LayerOutput.h>
@@ -248,12 +249,10 @@ bool FileOutput::open(const LayerSystem &system, const LocationOutput &output, C
         sink->setNotes([notes = siteNotes(m_name, output)] { return notes; });
         m_writer = std::make_shared<positions::DxfWriter>(
             printer,
-            QStringLiteral("%1 %2: easting, northing, %4 height in %3")
-                .arg(system.origin.fullCode(), system.coord.coord_name,
-                     planeUnitName(system, output),
-                     system.geoidModel.isEmpty() ? QStringLiteral("ellipsoidal")
-                                                 : QStringLiteral("geoid"))
-                .trimmed(),
+            DrawingComment{systemInComment(system.origin.fullCode(), system.coord.coord_name),
+                           planeUnitName(system, output),
+                           positions::heightReference(system.geoidModel)}
+                .text(),
             planeUnitOf(system, output), output.columns);
         break;
     case Kind::Printed: {

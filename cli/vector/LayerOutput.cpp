@@ -9,6 +9,7 @@
 
 #include <QtCore/QFileInfo>
 
+#include <algorithm>
 #include <cmath>
 
 namespace KelStd::cli::vector {
@@ -77,11 +78,23 @@ QByteArray LayerOutput::begin(const positions::InputColumns &columns)
         m_fields.push_back(
             {held.at(static_cast<int>(i)).toStdString(), typeOf(m_columns[i], isShapefile)});
     }
+    const bool saysHeights =
+        std::any_of(m_columns.begin(), m_columns.end(), [](const positions::PrintedColumn &each) {
+            return each.kind == Kind::HeightReference;
+        });
+    if (isShapefile && !saysHeights && m_plan.heightReference != positions::heightReference({})) {
+        m_plan.notes.prepend(
+            QStringLiteral("warning: nothing in %1 says that its heights are above "
+                           "the %2; the column %3 among --fields does")
+                .arg(m_plan.target, m_plan.heightReference,
+                     QLatin1String(positions::heightReferenceName)));
+    }
     NewLayer layer;
     layer.path = m_set.path().toStdString();
     layer.format = m_plan.format;
     layer.name = QFileInfo(m_plan.target).completeBaseName().toStdString();
     layer.reference = m_plan.reference;
+    layer.heightReference = m_plan.heightReference.toStdString();
     layer.fields = m_fields;
     std::string error;
     m_writer = m_files.create(layer, error);

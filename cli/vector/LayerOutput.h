@@ -24,6 +24,7 @@ struct LayerPlan
     std::string reference;   ///< a code or a definition; empty for none
     double planeUnit = 1.0;  ///< what one of the layer's northings and eastings measures [m]
     double heightUnit = 1.0; ///< the same of heights
+    QString heightReference; ///< what the heights are above
     QStringList notes;       ///< to be said once the file is written
 };
 

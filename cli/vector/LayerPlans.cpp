@@ -3,6 +3,7 @@
 #include <cli/terminal/Console.h>
 #include <cli/terminal/ShownText.h>
 
+#include <KelStd/positions/Columns.h>
 #include <KelStd/text/CoordStringHelper.h>
 
 namespace KelStd::cli::vector {
@@ -51,6 +52,7 @@ std::optional<LayerPlan> layerPlan(const QString &target, const char *driver,
     LayerPlan plan;
     plan.target = target;
     plan.format = driver;
+    plan.heightReference = positions::heightReference(system.geoidModel);
     QString reason;
     const Reference reference = referenceOf(system, files, reason);
     if (reference.kind == Reference::Kind::None) {

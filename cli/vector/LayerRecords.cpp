@@ -2,13 +2,13 @@
 
 #include <cli/terminal/StandardStreams.h>
 #include <cli/vector/FieldNames.h>
+#include <cli/vector/ShortestNumber.h>
 
 #include <KelStd/text/TextDecoder.h>
 
-#include <QtCore/QLocale>
-
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace KelStd::cli::vector {
 
@@ -40,14 +40,6 @@ positions::ExtraColumn::Kind kindOf(FieldType type)
     return positions::ExtraColumn::Kind::Text;
 }
 
-QStringList fieldNames(const Layer &layer)
-{
-    QStringList names;
-    for (const Field &field : layer.fields)
-        names += QString::fromStdString(field.name);
-    return names;
-}
-
 /// Those that are neither the name nor `own`.
 QStringList carriedNames(const QStringList &names, int nameField, const std::vector<bool> &own)
 {
@@ -65,9 +57,11 @@ LayerRecords::LayerRecords(LayerReader &reader, QString name, const LayerForm &f
     : m_reader(reader), m_name(std::move(name)), m_form(form),
       m_isOwn(ownCoordinates(fieldNames(reader.layer()))),
       m_heightReferenceField(heightReferenceAmong(fieldNames(reader.layer()))),
-      m_rejected(
-          reader.layer(), form, carriedNames(fieldNames(reader.layer()), form.nameField, m_isOwn),
-          m_heightReferenceField >= 0 && m_isOwn[static_cast<std::size_t>(m_heightReferenceField)])
+      m_rejected(reader.layer(), form,
+                 carriedNames(fieldNames(reader.layer()), form.nameField, m_isOwn),
+                 !form.heightReference.isEmpty()
+                     || (m_heightReferenceField >= 0
+                         && m_isOwn[static_cast<std::size_t>(m_heightReferenceField)]))
 {}
 
 positions::InputColumns LayerRecords::columns() const
@@ -127,13 +121,16 @@ void LayerRecords::take(const Feature &feature, SourceRecord &record)
     for (std::size_t i = 0; i < feature.values.size() && i < fields.size(); ++i) {
         const int index = static_cast<int>(i);
         const QByteArray text = textOf(feature.values[i], fields[i].type);
+        const auto *const number = std::get_if<double>(&feature.values[i]);
         if (index == m_form.nameField)
-            record.name = text;
+            record.name = number != nullptr && !text.isEmpty() ? shortestDecimal(*number) : text;
         else if (isCarried(index))
             record.extras.push_back(text);
         if (index == m_heightReferenceField && (m_isOwn[i] || isHeightReference(text)))
             record.heightReference = text;
     }
+    if (record.heightReference.isEmpty() && feature.hasZ)
+        record.heightReference = m_form.heightReference.toUtf8();
     if (record.failure.isEmpty())
         record.failure = placeOf(feature, record.position);
     if (m_form.keepsSource)
@@ -152,13 +149,19 @@ QByteArray LayerRecords::textOf(const Value &value, FieldType type)
     }
     if (const auto *const number = std::get_if<double>(&value)) {
         if (std::isfinite(*number))
-            return QByteArray::number(*number, 'g', QLocale::FloatingPointShortest);
+            return shortestNumber(*number);
         ++m_notFinite;
         return {};
     }
     if (const auto *const whole = std::get_if<long long>(&value)) {
         if (type == FieldType::Boolean)
             return *whole != 0 ? "true" : "false";
+        // What the layer's text or number beyond them was, nobody knows any more.
+        using Limits = std::numeric_limits<long long>;
+        if (*whole == Limits::max() || *whole == Limits::min()) {
+            ++m_tooLarge;
+            return {};
+        }
         return QByteArray::number(*whole);
     }
     return {};
@@ -235,6 +238,12 @@ QStringList LayerRecords::remarks() const
     if (!m_reader.warningText().empty()) {
         remarks += QStringLiteral("warning: reading %1: %2")
                        .arg(m_name, QString::fromStdString(m_reader.warningText()));
+    }
+    if (m_tooLarge > 0) {
+        remarks +=
+            QStringLiteral("warning: %1")
+                .arg(counted(m_tooLarge, "whole number of the layer is too large and stays empty",
+                             "whole numbers of the layer are too large and stay empty"));
     }
     if (m_notFinite > 0) {
         remarks +=

@@ -20,9 +20,10 @@ struct LayerForm
     double planeUnit = 1.0;       ///< what one of the northings and eastings measures [m]
     double heightUnit = 1.0;      ///< the same of heights, and of X, Y, Z
     std::optional<double> height; ///< of features without one [m]
-    QString whyNoHeights;         ///< why a height can not be taken; empty where it can
-    int nameField = -1;           ///< the field of the names; -1 for none
-    bool keepsSource = false;     ///< whether features that fail are kept as lines
+    QString heightReference;  ///< of features that do not say it themselves; empty where unknown
+    QString whyNoHeights;     ///< why a height can not be taken; empty where it can
+    int nameField = -1;       ///< the field of the names; -1 for none
+    bool keepsSource = false; ///< whether features that fail are kept as lines
 };
 
 /// The features of a layer as positions. Their attributes are extra columns, but for coordinates
@@ -67,6 +68,7 @@ private:
     qint64 m_labels = 0;
     qint64 m_withoutHeight = 0;
     qint64 m_otherBytes = 0; ///< texts that were not UTF-8
+    qint64 m_tooLarge = 0;   ///< whole numbers
     qint64 m_notFinite = 0;  ///< numbers
 };
 

@@ -1,12 +1,11 @@
 #include <cli/vector/RejectedFeatures.h>
 
 #include <cli/vector/LayerRecords.h>
+#include <cli/vector/ShortestNumber.h>
 
 #include <KelStd/positions/CsvWriter.h>
 #include <KelStd/text/CoordStringHelper.h>
 #include <KelStd/text/UnitWords.h>
-
-#include <QtCore/QLocale>
 
 #include <cmath>
 #include <string_view>
@@ -16,11 +15,6 @@ namespace KelStd::cli::vector {
 namespace {
 
 using positions::Frame;
-
-QByteArray shortest(double value)
-{
-    return QByteArray::number(value, 'f', QLocale::FloatingPointShortest);
-}
 
 QByteArray joined(const QList<QByteArray> &fields)
 {
@@ -38,8 +32,8 @@ QByteArray joined(const QList<QByteArray> &fields)
 
 QByteArray wellKnownText(const Feature &feature)
 {
-    return "POINT Z (" + shortest(feature.x) + ' ' + shortest(feature.y) + ' ' + shortest(feature.z)
-           + ')';
+    return "POINT Z (" + shortestDecimal(feature.x) + ' ' + shortestDecimal(feature.y) + ' '
+           + shortestDecimal(feature.z) + ')';
 }
 
 } // namespace
@@ -112,7 +106,7 @@ QByteArray RejectedFeatures::line(const Feature &feature, const SourceRecord &re
     for (int i = 0; i < positions::componentsPerFrame; ++i) {
         const Unit &unit = unitOf(positions::columnOf(m_frame, i));
         const bool isKnown = i + 1 < positions::componentsPerFrame ? isPlaced : hasHeight;
-        fields += isKnown ? shortest(values[i] * unit.factor) : QByteArray();
+        fields += isKnown ? shortestDecimal(values[i] * unit.factor) : QByteArray();
     }
     if (m_saysReference)
         fields += record.heightReference;

@@ -13,7 +13,7 @@
 namespace KelStd::cli::vector {
 
 /// What the program asks a module for is what it was built with.
-inline constexpr int interfaceVersion = 3;
+inline constexpr int interfaceVersion = 4;
 
 /// A coordinate reference system, in facts that can be compared.
 struct Reference
@@ -75,6 +75,7 @@ struct Layer
     bool mayHaveOthers = true; ///< false where every feature is a point that can be taken
     long long features = -1;   ///< -1 where that is not known
     Reference reference;
+    std::string heightReference; ///< what its heights are above, as the program wrote it; or empty
     std::vector<Field> fields;
 };
 
@@ -144,6 +145,8 @@ struct NewLayer
     std::string format; ///< the name of the driver
     std::string name;
     std::string reference; ///< a code or a definition; empty for none
+    /// What its heights are above, for formats that hold more of a layer than its fields.
+    std::string heightReference;
     std::vector<Field> fields;
 };
 
@@ -165,6 +168,9 @@ public:
     /// How many numbers have lost digits, because the format has decimals for no more.
     virtual long long roundedNumbers() const = 0;
 };
+
+/// What stands in front of what its heights are above, where a format describes its layers.
+inline constexpr char heightReferenceInDescription[] = "local_height_reference: ";
 
 class VectorFiles
 {

@@ -5,17 +5,17 @@
 #include <cli/terminal/FilePath.h>
 #include <cli/terminal/ShownText.h>
 #include <cli/vector/DrawingUnit.h>
+#include <cli/vector/FieldNames.h>
+#include <cli/vector/LayerChoice.h>
+#include <cli/vector/LineBreaks.h>
 #include <cli/vector/VectorModule.h>
 
 #include <KelStd/catalogue/Catalogue.h>
 #include <KelStd/positions/PointNames.h>
 
-#include <QtCore/QFile>
 #include <QtCore/QFileInfo>
-#include <QtCore/QRegularExpression>
 #include <QtCore/QStringList>
 
-#include <algorithm>
 #include <cmath>
 
 namespace KelStd::cli::vector {
@@ -25,58 +25,19 @@ namespace {
 const QString layerOption = QStringLiteral("layer");
 const QString namesOption = QStringLiteral("names");
 
-QString shownLayer(const Layer &layer)
-{
-    return QStringLiteral("\"%1\"").arg(QString::fromStdString(layer.name));
-}
-
-/// Layers that a name or nothing may mean: those that hold features, or all where none does.
-std::vector<std::size_t> pointLayers(const std::vector<Layer> &layers)
-{
-    std::vector<std::size_t> all;
-    std::vector<std::size_t> filled;
-    for (std::size_t i = 0; i < layers.size(); ++i) {
-        if (!layers[i].mayHavePoints)
-            continue;
-        all.push_back(i);
-        if (layers[i].features != 0)
-            filled.push_back(i);
-    }
-    return filled.empty() ? all : filled;
-}
-
-QString listed(const std::vector<Layer> &layers, const std::vector<std::size_t> &which)
-{
-    QStringList names;
-    for (const std::size_t i : which)
-        names += shownLayer(layers[i]);
-    return names.join(QLatin1String(", "));
-}
-
 /// Formats whose heights are above mean sea level by their own standards.
 bool hasSeaLevelHeights(const std::string &format)
 {
     return format == "GPX" || format == "KML" || format == "LIBKML";
 }
 
-/// The system that the program wrote into a drawing, as FileOutput does: "EPSG:28992 Amersfoort /
-/// RD New: easting, northing, ... height in m". Null where another program drew.
-QString drawnSystem(const QString &file)
+/// Units in which a drawing is said to be because the template that it was begun with says so:
+/// inches and millimetres.
+bool isOfTemplates(double metres)
 {
-    static const QRegularExpression comment(
-        QStringLiteral("\\A999\\r?\\n([^\\n]*): easting, northing, \\w+ height in [^\\n]+\\n"));
-    constexpr qint64 lookedAt = 1000;
-    QFile drawing(file);
-    if (!drawing.open(QIODevice::ReadOnly))
-        return {};
-    return comment.match(QString::fromUtf8(drawing.read(lookedAt))).captured(1);
-}
-
-/// The code with which the text of a drawing begins; empty for none.
-QString codeOf(const QString &drawn)
-{
-    static const QRegularExpression code(QStringLiteral("\\A([A-Za-z]+:\\w+) "));
-    return code.match(drawn).captured(1);
+    constexpr double inch = 0.0254;
+    constexpr double millimetre = 0.001;
+    return metres == inch || metres == millimetre;
 }
 
 } // namespace
@@ -126,46 +87,36 @@ bool VectorInput::open(const QString &name, const CommandLine &line, Console &co
             QStringLiteral("cannot read %1: %2").arg(name, QString::fromStdString(error)));
         return false;
     }
-    if (m_source->format() == "DXF")
+    if (m_source->format() == "GPX")
+        warnOfLineBreaks(path, console);
+    if (m_source->format() == "DXF") {
         m_drawingUnit = drawingUnit(path);
+        m_drawn = drawingComment(path);
+    }
     return pickLayer(line.value(layerOption), console)
            && pickName(line.value(namesOption), console);
 }
 
+void VectorInput::warnOfLineBreaks(const QString &path, Console &console) const
+{
+    if (const qint64 count = extensionsWithLineBreaks(path); count > 0) {
+        console.report(QStringLiteral("warning: %1: line breaks in texts of extensions are left "
+                                      "out; texts that have some: %2")
+                           .arg(m_name)
+                           .arg(count));
+    }
+}
+
 bool VectorInput::pickLayer(const QString &wanted, Console &console)
 {
-    const std::vector<Layer> &layers = m_source->layers();
-    std::vector<std::size_t> candidates = pointLayers(layers);
-    if (!wanted.isEmpty()) {
-        candidates.clear();
-        for (std::size_t i = 0; i < layers.size(); ++i) {
-            if (QString::fromStdString(layers[i].name) == wanted)
-                candidates.push_back(i);
-        }
-    }
-    if (candidates.empty() && !wanted.isEmpty()) {
-        console.report(QStringLiteral("%1 has no layer \"%2\"; those with points are %3")
-                           .arg(m_name, wanted, listed(layers, pointLayers(layers))));
-        return false;
-    }
-    if (candidates.empty()) {
-        console.report(QStringLiteral("%1 has no layer with points").arg(m_name));
-        return false;
-    }
-    if (candidates.size() > 1) {
-        console.report(QStringLiteral("%1 has several layers with points: %2; --layer NAME picks "
-                                      "one")
-                           .arg(m_name, listed(layers, candidates)));
-        return false;
-    }
-    const Layer &layer = layers[candidates.front()];
-    if (!layer.mayHavePoints) {
-        console.report(QStringLiteral("the layer %1 of %2 holds no points but the type %3")
-                           .arg(shownLayer(layer), m_name, QString::fromStdString(layer.geometry)));
+    QString mistake;
+    const auto layer = chosenLayer(m_source->layers(), wanted, m_name, mistake);
+    if (!layer) {
+        console.report(mistake);
         return false;
     }
     std::string error;
-    m_reader = m_source->read(candidates.front(), error);
+    m_reader = m_source->read(*layer, error);
     if (m_reader == nullptr) {
         console.report(
             QStringLiteral("cannot read %1: %2").arg(m_name, QString::fromStdString(error)));
@@ -176,9 +127,7 @@ bool VectorInput::pickLayer(const QString &wanted, Console &console)
 
 bool VectorInput::pickName(const QString &wanted, Console &console)
 {
-    QStringList fields;
-    for (const Field &field : m_reader->layer().fields)
-        fields += QString::fromStdString(field.name);
+    const QStringList fields = fieldNames(m_reader->layer());
     if (wanted.isEmpty()) {
         m_form.nameField = positions::pointNameAmong(fields);
         return true;
@@ -202,9 +151,9 @@ bool VectorInput::mayHaveHeights() const
 Reference VectorInput::layerReference() const
 {
     Reference reference = m_reader->layer().reference;
-    if (reference.kind != Reference::Kind::None || m_source->format() != "DXF")
+    if (reference.kind != Reference::Kind::None || !m_drawn)
         return reference;
-    const QString code = codeOf(drawnSystem(onDisk(m_name)));
+    const QString code = m_drawn->code();
     std::string error;
     if (code.isEmpty() || !m_files->describe(code.toStdString(), reference, error))
         return m_reader->layer().reference;
@@ -216,6 +165,51 @@ std::optional<positions::Frame> VectorInput::frame(const LayerSystem &system,
                                                    const LayerUnits &units, Console &console)
 {
     const Reference layer = layerReference();
+    const bool isNameAllThatIsKnown =
+        layer.kind == Reference::Kind::None && m_drawn && !m_drawn->system.isEmpty();
+    const auto frame = isNameAllThatIsKnown ? frameByName(system, given, console)
+                                            : frameOf(layer, system, given, console);
+    if (!frame)
+        return std::nullopt;
+    m_form.frame = *frame;
+    takeHeightReference(layer, system, console);
+    if (!takeUnits(units, console))
+        return std::nullopt;
+    return frame;
+}
+
+/// That of a drawing of the program whose system has no code: it has to have the same name.
+std::optional<positions::Frame> VectorInput::frameByName(const LayerSystem &system,
+                                                         std::optional<positions::Frame> given,
+                                                         Console &console) const
+{
+    constexpr positions::Frame drawn = positions::Frame::LocalProjected;
+    const QString name = system.coord.coord_name;
+    const bool isSame = m_drawn->system == systemInComment({}, name)
+                        || m_drawn->system == systemInComment(system.origin.fullCode(), name);
+    if (!isSame) {
+        console.report(QStringLiteral("%1: the drawing is of the system \"%2\", as it says in its "
+                                      "first line, and would be read as one of the system %3; "
+                                      "--system takes the one that it is of")
+                           .arg(m_name, shown(m_drawn->system), system.name));
+        return std::nullopt;
+    }
+    if (given && *given != drawn) {
+        console.report(
+            QStringLiteral("%1: the drawing holds easting and northing of \"%2\", not %3")
+                .arg(m_name, shown(m_drawn->system),
+                     QString::fromLatin1(positions::rowOf(*given).option)));
+        return std::nullopt;
+    }
+    return drawn;
+}
+
+/// That of a layer with this reference system, or with none.
+std::optional<positions::Frame> VectorInput::frameOf(const Reference &layer,
+                                                     const LayerSystem &system,
+                                                     std::optional<positions::Frame> given,
+                                                     Console &console)
+{
     QString unknown;
     const Reference own = referenceOf(system, *m_files, unknown);
     ReferenceCheck check(own, system.name, !system.geoidModel.isEmpty(),
@@ -257,21 +251,43 @@ std::optional<positions::Frame> VectorInput::frame(const LayerSystem &system,
                                       "means heights above mean sea level")
                            .arg(m_name));
     }
-    m_form.frame = *frame;
-    takeUnits(units, console);
     return frame;
+}
+
+/// What the heights are above where the layer says so of all of them.
+void VectorInput::takeHeightReference(const Reference &layer, const LayerSystem &system,
+                                      Console &console)
+{
+    if (m_form.frame != positions::Frame::LocalProjected)
+        return;
+    const QString ofSystem = positions::heightReference(system.geoidModel);
+    m_form.heightReference = m_drawn ? m_drawn->heightReference
+                                     : QString::fromStdString(m_reader->layer().heightReference);
+    // Which model it is, drawings did not always say.
+    const bool isAboveSomeGeoid = m_form.heightReference == QLatin1String("geoid");
+    if (isAboveSomeGeoid && !system.geoidModel.isEmpty())
+        m_form.heightReference = ofSystem;
+    const bool isSaid = !m_form.heightReference.isEmpty() || !layer.vertical.empty()
+                        || heightReferenceAmong(fieldNames(m_reader->layer())) >= 0;
+    if (!isSaid && !system.geoidModel.isEmpty() && mayHaveHeights()) {
+        console.report(QStringLiteral("note: %1: heights are taken as those above the %2; the "
+                                      "layer does not say what they are above")
+                           .arg(m_name, ofSystem));
+    }
 }
 
 bool VectorInput::takeAtSite(const LayerUnits &units, Console &console)
 {
     const Reference &layer = m_reader->layer().reference;
-    const QString drawn = m_source->format() == "DXF" ? drawnSystem(onDisk(m_name)) : QString();
     const bool mayBe = layer.kind == Reference::Kind::None || layer.isLocal;
-    if (!mayBe || !drawn.isNull()) {
+    if (!mayBe || m_drawn) {
+        const QString ofDrawing = m_drawn && m_drawn->system.isEmpty()
+                                      ? QStringLiteral("the plane of a system without a name")
+                                      : shown(m_drawn.value_or(DrawingComment()).system);
         console.report(QStringLiteral("%1: its coordinates are of %2, and positions at a site have "
                                       "no reference system; --from local-neh reads those of the "
                                       "plane")
-                           .arg(m_name, drawn.isNull() ? shownName(layer) : shown(drawn)));
+                           .arg(m_name, m_drawn ? ofDrawing : shownName(layer)));
         return false;
     }
     if (layer.isLocal) {
@@ -279,22 +295,20 @@ bool VectorInput::takeAtSite(const LayerUnits &units, Console &console)
                            .arg(m_name, shown(QString::fromStdString(layer.name))));
     }
     m_form.frame = positions::Frame::LocalProjected;
-    takeUnits(units, console);
-    return true;
+    return takeUnits(units, console);
 }
 
 /// Heights of a plane may be in feet as well, which no reference system of a plane says. A drawing
-/// has one unit: where it says that it is the one of the plane, heights are in it, too.
-void VectorInput::takeUnits(const LayerUnits &units, Console &console)
+/// has one unit: where it says that it is the one of the plane, heights are in it, too; where it
+/// says another one, nobody but the user knows which of the two is right.
+bool VectorInput::takeUnits(const LayerUnits &units, Console &console)
 {
     constexpr double tolerance = 1e-5; // feet are feet: drawings seldom tell one from another
     const Reference layer = layerReference();
     const bool hasReference = layer.kind != Reference::Kind::None;
     m_form.planeUnit = hasReference ? layer.unitFactor : units.plane;
     // What the program drew is in the unit that it says beside the system, which may be another.
-    const bool isDrawnByUs =
-        hasReference && m_reader->layer().reference.kind == Reference::Kind::None;
-    if (isDrawnByUs && m_drawingUnit)
+    if (m_drawn && m_drawingUnit)
         m_form.planeUnit = *m_drawingUnit;
     // What states a system in metres is not in the unit of what is printed.
     const bool isInMetres =
@@ -303,21 +317,27 @@ void VectorInput::takeUnits(const LayerUnits &units, Console &console)
                         : hasReference && isInMetres ? 1.0
                                                      : units.others;
     if (m_form.frame != positions::Frame::LocalProjected)
-        return;
+        return true;
     const bool isOfPlane =
         m_drawingUnit
         && std::abs(*m_drawingUnit - m_form.planeUnit) <= tolerance * m_form.planeUnit;
     if (m_drawingUnit && !isOfPlane) {
-        console.report(QStringLiteral("warning: %1: the drawing says that its unit is %2 m, and "
-                                      "easting and northing are read in units of %3 m; "
-                                      "--length-unit says another one")
-                           .arg(m_name)
-                           .arg(*m_drawingUnit, 0, 'g', 12)
-                           .arg(m_form.planeUnit, 0, 'g', 12));
+        const bool isBelieved = !units.areGiven && !isOfTemplates(*m_drawingUnit);
+        console.report(
+            QStringLiteral("%1%2: the drawing says that its unit is %3 m, and easting "
+                           "and northing %4 read in units of %5 m; --length-unit says "
+                           "%6")
+                .arg(isBelieved ? QString() : QStringLiteral("warning: "), m_name)
+                .arg(*m_drawingUnit, 0, 'g', 12)
+                .arg(isBelieved ? QStringLiteral("would be") : QStringLiteral("are"))
+                .arg(m_form.planeUnit, 0, 'g', 12)
+                .arg(isBelieved ? QStringLiteral("which it is") : QStringLiteral("another one")));
+        if (isBelieved)
+            return false;
     }
     if (isOfPlane) {
         m_form.heightUnit = m_form.planeUnit;
-        return;
+        return true;
     }
     const bool isDifferent =
         std::abs(m_form.planeUnit - m_form.heightUnit) > tolerance * m_form.planeUnit;
@@ -333,6 +353,7 @@ void VectorInput::takeUnits(const LayerUnits &units, Console &console)
                          : QStringLiteral("units of %1 m").arg(m_form.heightUnit, 0, 'g', 12),
                      hasReference ? QStringLiteral("layer") : QStringLiteral("system")));
     }
+    return true;
 }
 
 RecordSource &VectorInput::records()

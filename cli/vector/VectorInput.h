@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cli/vector/DrawingComment.h>
 #include <cli/vector/LayerRecords.h>
 #include <cli/vector/ReferenceCheck.h>
 #include <cli/vector/VectorFiles.h>
@@ -34,6 +35,7 @@ struct LayerUnits
 {
     double plane = 1.0;
     double others = 1.0;
+    bool areGiven = false; ///< whether the user said so
 };
 
 /// The facts of a system's plane; of kind `None` with the `reason` where it has no reference system
@@ -72,15 +74,24 @@ public:
     RecordSource &records();
 
 private:
+    void warnOfLineBreaks(const QString &path, Console &console) const;
     bool pickLayer(const QString &wanted, Console &console);
     bool pickName(const QString &wanted, Console &console);
     bool mayHaveHeights() const;
     /// What the layer states, or what the program wrote into a drawing.
     Reference layerReference() const;
-    void takeUnits(const LayerUnits &units, Console &console);
+    std::optional<positions::Frame> frameByName(const LayerSystem &system,
+                                                std::optional<positions::Frame> given,
+                                                Console &console) const;
+    std::optional<positions::Frame> frameOf(const Reference &layer, const LayerSystem &system,
+                                            std::optional<positions::Frame> given,
+                                            Console &console);
+    void takeHeightReference(const Reference &layer, const LayerSystem &system, Console &console);
+    bool takeUnits(const LayerUnits &units, Console &console);
 
     QString m_name;
-    std::optional<double> m_drawingUnit; ///< [m]
+    std::optional<double> m_drawingUnit;   ///< [m]
+    std::optional<DrawingComment> m_drawn; ///< of a drawing of the program
     VectorFiles *m_files = nullptr;
     std::unique_ptr<LayerSource> m_source;
     std::unique_ptr<LayerReader> m_reader;

@@ -306,6 +306,14 @@ TEST(ConvertNmea, WhatMayMisleadIsSaid)
     EXPECT_EQ(twice.status, 1) << "a position is lost";
     EXPECT_THAT(twice.err, Mentions("warning: contradicting: 1 sentence with another position of "
                                     "the same time, the first in line 2"));
+    // The single one of all systems is 185 m off the fixed one of GPS.
+    const ProgramResult two =
+        convert(log({"GPGGA,123456,5230.0,N,00524.0,E,4,17,0.6,30.0,M,40.0,M,,",
+                     "GNGGA,123456,5230.1,N,00524.0,E,1,17,0.6,30.0,M,40.0,M,,"}));
+    EXPECT_EQ(two.status, 1);
+    EXPECT_THAT(two.err, Mentions("warning: contradicting: 1 sentence with another position"));
+    EXPECT_EQ(test::csvRows(two.out).value(0).value(QStringLiteral("wgs84_latitude_deg")),
+              "52.50000000000");
     EXPECT_THAT(convert(log({ggaAt("235959"), rmcAt("235959", "280224"), ggaAt("000000"),
                              rmcAt("000000", "280224")}))
                     .err,

@@ -31,4 +31,13 @@ private:
     rlimit m_before{};
 };
 
+/// No file of a process that has yet to start its program grows beyond `bytes`: it is sent the
+/// signal that ends programs that do not know it, as by `ulimit -f`.
+inline void limitFilesOfThisProcess(rlim_t bytes)
+{
+    std::signal(SIGXFSZ, SIG_DFL);
+    const rlimit limited{bytes, bytes};
+    setrlimit(RLIMIT_FSIZE, &limited);
+}
+
 } // namespace KelStd::test

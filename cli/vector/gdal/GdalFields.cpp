@@ -1,5 +1,6 @@
 #include <cli/vector/gdal/GdalFields.h>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdio>
@@ -107,6 +108,26 @@ FieldType typeOf(OGRFieldDefnH field)
     case OFTDate: return FieldType::Date;
     default: return FieldType::Text;
     }
+}
+
+bool guessesTypes(const std::string &driver)
+{
+    return driver == "GPX";
+}
+
+bool isPlainNumber(const std::string &text)
+{
+    constexpr std::size_t maxSize = 18; // more digits than that, no number of the machine has
+    const auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
+    const std::size_t begin = !text.empty() && text[0] == '-' ? 1 : 0;
+    const std::size_t point = std::min(text.find('.'), text.size());
+    const bool hasZeros = point > begin + 1 && text[begin] == '0';
+    const bool endsInPoint = point + 1 == text.size();
+    for (std::size_t i = begin; i < text.size(); ++i) {
+        if (i != point && !isDigit(text[i]))
+            return false;
+    }
+    return point > begin && text.size() <= maxSize && !hasZeros && !endsInPoint;
 }
 
 Value valueOf(OGRFeatureH feature, int field)

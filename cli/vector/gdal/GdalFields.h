@@ -19,6 +19,12 @@ bool hasUnusedFields(const std::string &driver);
 
 FieldType typeOf(OGRFieldDefnH field);
 
+/// Whether a driver guesses the types of fields from their texts: "007" is a number to it.
+bool guessesTypes(const std::string &driver);
+
+/// Whether a text is that of a number, digit by digit, as programs print them.
+bool isPlainNumber(const std::string &text);
+
 /// The value of a field of the layer: a number, or a text. Times are those of ISO 8601.
 Value valueOf(OGRFeatureH feature, int field);
 

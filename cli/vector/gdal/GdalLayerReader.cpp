@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <map>
 #include <set>
 
 namespace KelStd::cli::vector {
@@ -59,6 +60,8 @@ public:
         m_textField = driver == "DXF" ? fieldOf("Text") : -1;
         m_altitudeField = driver == "LIBKML" ? fieldOf(altitudeMode) : -1;
         m_extendedField = driver == "DXF" ? fieldOf("RawCodeValues") : -1;
+        if (guessesTypes(driver))
+            readAsTexts();
         takeFields();
         OGR_L_ResetReading(m_layer);
     }
@@ -147,6 +150,28 @@ private:
         return isPrefixed ? name.substr(prefix.size()) : name;
     }
 
+    /// Has numbers read as the texts that they are in the file, each to its last digit. What they
+    /// are carried as, all of them say together.
+    void readAsTexts()
+    {
+        const GdalMessages quiet;
+        OGR_L_ResetReading(m_layer); // features that it has read ahead are of the types before
+        const OGRFeatureDefnH definition = OGR_L_GetLayerDefn(m_layer);
+        const int count = OGR_FD_GetFieldCount(definition);
+        for (int i = 0; i < count; ++i) {
+            const OGRFieldDefnH field = OGR_FD_GetFieldDefn(definition, i);
+            const FieldType type = typeOf(field);
+            if (type != FieldType::Integer && type != FieldType::Real)
+                continue;
+            OGR_Fld_SetType(field, OFTString);
+            // Later releases may keep to what they have guessed.
+            if (OGR_Fld_GetType(field) == OFTString)
+                m_numbers.emplace(i, type);
+            else
+                m_warning = "numbers lose the zeros that they begin with";
+        }
+    }
+
     void takeFields()
     {
         const OGRFeatureDefnH definition = OGR_L_GetLayerDefn(m_layer);
@@ -159,7 +184,9 @@ private:
             if (isMadeUp(m_driver, name) || !(knowsAll || used.count(i) > 0))
                 continue;
             m_fields.push_back(i);
-            m_facts.fields.push_back({ownName(name), typeOf(field)});
+            const auto number = m_numbers.find(i);
+            m_facts.fields.push_back(
+                {ownName(name), number == m_numbers.end() ? typeOf(field) : number->second});
         }
         for (const Field &attribute : m_attributes)
             m_facts.fields.push_back(attribute);
@@ -175,8 +202,11 @@ private:
             if (isLabel(read.get()))
                 continue;
             for (int i = 0; i < count; ++i) {
-                if (OGR_F_IsFieldSetAndNotNull(read.get(), i) != 0)
-                    used.insert(i);
+                if (OGR_F_IsFieldSetAndNotNull(read.get(), i) == 0)
+                    continue;
+                used.insert(i);
+                if (m_numbers.count(i) > 0 && !isPlainNumber(OGR_F_GetFieldAsString(read.get(), i)))
+                    m_numbers.erase(i);
             }
             noteAttributes(read.get());
         }
@@ -222,7 +252,8 @@ private:
     OGRLayerH m_layer;
     std::string m_driver;
     Layer m_facts;
-    std::vector<int> m_fields; ///< of the layer, in the order of the facts
+    std::map<int, FieldType> m_numbers; ///< fields that are read as texts, and hold numbers
+    std::vector<int> m_fields;          ///< of the layer, in the order of the facts
     int m_textField = -1;
     int m_altitudeField = -1;
     int m_extendedField = -1;

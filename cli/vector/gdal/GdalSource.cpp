@@ -36,6 +36,16 @@ long long featuresOf(OGRLayerH layer)
     return OwnedFeature(OGR_L_GetNextFeature(layer)) == nullptr ? 0 : -1;
 }
 
+/// What the program wrote into the description of the layer; empty for nothing.
+std::string heightReferenceOf(OGRLayerH layer)
+{
+    static const std::string before = heightReferenceInDescription;
+    const char *const text = GDALGetMetadataItem(layer, "DESCRIPTION", nullptr);
+    const std::string description = text == nullptr ? "" : text;
+    return description.compare(0, before.size(), before) == 0 ? description.substr(before.size())
+                                                              : std::string();
+}
+
 class Source : public LayerSource
 {
 public:
@@ -57,6 +67,7 @@ public:
             facts.mayHaveOthers = OGR_GT_Flatten(type) != wkbPoint || m_format == "LIBKML";
             facts.features = facts.mayHavePoints ? featuresOf(layer) : -1;
             facts.reference = factsOf(OGRSpatialReference::FromHandle(OGR_L_GetSpatialRef(layer)));
+            facts.heightReference = heightReferenceOf(layer);
             m_layers.push_back(std::move(facts));
             m_handles.push_back(layer);
         }
@@ -97,9 +108,11 @@ std::unique_ptr<LayerSource> openSource(const std::string &path, std::string &er
     const GdalMessages messages;
     std::vector<const char *> drivers = readDrivers();
     drivers.push_back(nullptr);
+    // What was found out of a file of GML is not kept beside it. "@": for drivers that know it.
+    const char *const options[] = {"@WRITE_GFS=NO", nullptr};
     Dataset dataset(GDALOpenEx(path.c_str(),
                                GDAL_OF_VECTOR | GDAL_OF_READONLY | GDAL_OF_VERBOSE_ERROR,
-                               drivers.data(), nullptr, nullptr));
+                               drivers.data(), options, nullptr));
     if (dataset == nullptr) {
         error = messages.text("it is of no format that is known");
         return nullptr;

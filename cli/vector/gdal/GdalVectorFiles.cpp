@@ -38,6 +38,7 @@ public:
         // A file that is read is left as it is, and so is the directory that it lies in.
         CPLSetConfigOption("GDAL_PAM_ENABLED", "NO");
         CPLSetConfigOption("GML_DOWNLOAD_SCHEMA", "NO");
+        CPLSetConfigOption("GML_FIELDTYPES", "ALWAYS_STRING"); // where no schema says them
         CPLSetConfigOption("OGR_ENABLE_PARTIAL_REPROJECTION", "NO");
         CPLSetConfigOption("GPX_ELE_AS_25D", "YES");
         // The extended data of drawings is among what GDAL has no fields for.

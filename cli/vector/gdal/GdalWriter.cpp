@@ -52,6 +52,10 @@ CPLStringList optionsOf(const NewLayer &layer)
         }
         options.SetNameValue("FID", key.c_str());
         options.SetNameValue("GEOMETRY_NAME", geometry.c_str());
+        if (!layer.heightReference.empty()) {
+            const std::string description = heightReferenceInDescription + layer.heightReference;
+            options.SetNameValue("DESCRIPTION", description.c_str());
+        }
     }
     return options;
 }

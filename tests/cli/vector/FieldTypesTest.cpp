@@ -58,6 +58,97 @@ protected:
     ProgramRun m_program;
 };
 
+// Every text of GPX is one: codes keep their zeros, long numbers their digits, and numbers are
+// numbers where all of a field are.
+TEST_F(FieldTypes, OfGpxAreThoseThatAllTextsAllow)
+{
+    const QByteArray names[] = {"code", "serial", "girth", "count", "phase"};
+    const QByteArray values[][5] = {{"007", "12345678901", "1.50", "7", "1e3"},
+                                    {"12", "99999999999999999999", "-2", "8", "2"}};
+    QByteArray bytes = "<?xml version=\"1.0\"?><gpx version=\"1.1\" creator=\"x\" "
+                       "xmlns=\"http://www.topografix.com/GPX/1/1\" xmlns:a=\"urn:a\">";
+    for (const auto &row : values) {
+        bytes += "<wpt lat=\"52.155\" lon=\"5.387\"><ele>43.1</ele><hdop>0.70</hdop><extensions>";
+        for (int i = 0; i < 5; ++i)
+            bytes += "<a:" + names[i] + '>' + row[i] + "</a:" + names[i] + '>';
+        bytes += "</extensions></wpt>";
+    }
+    const QString file = m_program.file(QStringLiteral("p.gpx"), bytes + "</gpx>");
+    const QString fields = QStringLiteral(
+        "--fields hdop,a_code,a_serial,a_girth,a_count,a_phase --system EPSG:32631 ");
+    const ProgramResult csv = m_program.run(words(QStringLiteral("convert ") + fields + file));
+    EXPECT_EQ(csv.out.toStdString(), "hdop,a_code,a_serial,a_girth,a_count,a_phase\n"
+                                     "0.70,007,12345678901,1.50,7,1e3\n"
+                                     "0.70,12,99999999999999999999,-2,8,2\n")
+        << csv.err;
+    const ProgramResult json =
+        m_program.run(words(QStringLiteral("convert --json ") + fields + file));
+    EXPECT_TRUE(mentionsAll(json.out, {"\"a_code\":\"007\"", "\"a_code\":\"12\"",
+                                       "\"a_serial\":\"12345678901\"", "\"a_girth\":1.50",
+                                       "\"a_count\":7", "\"a_phase\":\"1e3\""}))
+        << json.out;
+    const ProgramResult back = m_program.run(words(
+        QStringLiteral("convert %1-o %2 %3").arg(fields, path(QStringLiteral("b.gpkg")), file)));
+    EXPECT_EQ(back.status, 0) << back.err;
+    EXPECT_TRUE(mentionsAll(info(path(QStringLiteral("b.gpkg"))),
+                            {"a_code (String) = 007", "a_serial (String) = 99999999999999999999",
+                             "a_girth (Real) = 1.5", "a_count (Integer64) = 7"}));
+}
+
+TEST_F(FieldTypes, OfGpxLoseTheirLineBreaksWithAWarning)
+{
+    const QString file = path(QStringLiteral("p.gpx"));
+    const ProgramResult written =
+        write(QStringLiteral("p.gpx"),
+              collection(pointWith("\"name\":\"A\",\"remark\":\"one\\ntwo\"") + ','
+                         + pointWith("\"name\":\"B\",\"remark\":\"one two\"")));
+    ASSERT_EQ(written.status, 0) << written.err;
+    const ProgramResult read =
+        m_program.run(words(QStringLiteral("convert --system EPSG:32631 ") + file));
+    EXPECT_TRUE(mentionsAll(read.err, {"warning: ", "line breaks", "texts that have some: 1"}))
+        << read.err;
+    // Those of the layout are no texts.
+    const ProgramResult pretty = m_program.run(
+        words(QStringLiteral("convert --system EPSG:32631 ")
+              + m_program.file(QStringLiteral("q.gpx"),
+                               "<gpx version=\"1.1\" creator=\"x\" "
+                               "xmlns=\"http://www.topografix.com/GPX/1/1\" xmlns:a=\"urn:a\">\n"
+                               "<wpt lat=\"52\" lon=\"5\">\n<desc>one\ntwo</desc>\n<extensions>"
+                               "\n<a:b>\n<a:c>1</a:c>\n</a:b>\n</extensions>\n</wpt>\n</gpx>")));
+    EXPECT_EQ(pretty.status, 0) << pretty.err;
+    EXPECT_FALSE(pretty.err.contains(QLatin1String("line breaks"))) << pretty.err;
+    EXPECT_TRUE(pretty.out.contains(QLatin1String("\"one\ntwo\""))) << pretty.out;
+}
+
+// GDAL takes the largest number that it has for those beyond.
+TEST_F(FieldTypes, OfNumbersThatAreTooLargeStayEmptyWithAWarning)
+{
+    const QString in =
+        m_program.file(QStringLiteral("in.geojson"),
+                       collection(pointWith("\"n\":12345678901234567890,\"m\":7") + ','
+                                  + pointWith("\"n\":1234567890123456789,\"m\":8")));
+    const ProgramResult result =
+        m_program.run(words(QStringLiteral("convert --system EPSG:32631 --fields n,m ") + in));
+    EXPECT_EQ(result.out.toStdString(), "n,m\n,7\n1234567890123456789,8\n") << result.err;
+    EXPECT_TRUE(mentionsAll(result.err, {"warning: 1 whole number of the layer is too large"}))
+        << result.err;
+}
+
+// 1e6 is 1000000: a name and a number are the same in every program.
+TEST_F(FieldTypes, OfRealNumbersHaveNoExponents)
+{
+    const QString in =
+        m_program.file(QStringLiteral("in.geojson"),
+                       collection(pointWith("\"name\":1000000.0,\"size\":2500000.0,\"far\":1e20")
+                                  + ',' + pointWith("\"name\":0.00001,\"size\":0.00001,\"far\":0.5")
+                                  + ',' + pointWith("\"name\":1e20,\"size\":0.5,\"far\":0.5")));
+    const ProgramResult result = m_program.run(
+        words(QStringLiteral("convert --system EPSG:32631 --fields point,size,far ") + in));
+    EXPECT_EQ(result.out.toStdString(), "point,size,far\n1000000,2500000,1e+20\n"
+                                        "0.00001,0.00001,0.5\n100000000000000000000,0.5,0.5\n")
+        << result.err;
+}
+
 struct Form
 {
     const char *file;

@@ -334,6 +334,25 @@ TEST_F(FileOutputs, LeaveNothingOnAFullDisk)
     EXPECT_EQ(files().size(), 5);
 }
 
+// A limit of the user's account sends a signal, which ends programs that do not know it.
+TEST_F(FileOutputs, LeaveNothingWhereALimitOfFilesSendsASignal)
+{
+    ASSERT_EQ(convert({}).status, 0);
+    QByteArray many = "name,lon,lat,h\n";
+    for (int i = 0; i < 4000; ++i)
+        many += 'P' + QByteArray::number(i) + ",5.387,52.155,43.1\n";
+    m_program.beforeStart([] { test::limitFilesOfThisProcess(100000); });
+    for (const char *const name :
+         {"out.csv", "out.kml", "out.gpx", "out.dxf", "out.geojson", "out.json"}) {
+        SCOPED_TRACE(name);
+        const ProgramResult result =
+            convert(QStringLiteral("-o ") + path(QString::fromLatin1(name)), many);
+        EXPECT_EQ(result.status, 3) << result.err;
+        EXPECT_TRUE(mentionsAll(result.err, {"cannot write", "out."})) << result.err;
+        EXPECT_EQ(files(), QStringList());
+    }
+}
+
 TEST_F(FileOutputs, InFeetSayTheirUnit)
 {
     const QString file = path(QStringLiteral("out.dxf"));

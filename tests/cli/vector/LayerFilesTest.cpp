@@ -98,6 +98,23 @@ TEST_F(LayerFiles, OfShapefilesListTheirShortenedNames)
               (QStringList{"out.cpg", "out.dbf", "out.prj", "out.shp", "out.shx"}));
 }
 
+// A limit of the user's account sends a signal, which ends programs that do not know it.
+TEST_F(LayerFiles, LeaveNothingWhereALimitOfFilesSendsASignal)
+{
+    ASSERT_EQ(convert(QStringLiteral("--csv")).status, 0);
+    QByteArray many = "name,lon,lat,h\n";
+    for (int i = 0; i < 4000; ++i)
+        many += 'P' + QByteArray::number(i) + ",5.387,52.155,43.1\n";
+    m_program.beforeStart([] { test::limitFilesOfThisProcess(100000); });
+    for (const char *const name : {"out.gpkg", "out.shp"}) {
+        SCOPED_TRACE(name);
+        const ProgramResult result = write(QString::fromLatin1(name), many);
+        EXPECT_EQ(result.status, 3) << result.err;
+        EXPECT_TRUE(mentionsAll(result.err, {"cannot write", name})) << result.err;
+        EXPECT_EQ(files(QStringLiteral("out*")), QStringList());
+    }
+}
+
 // A .prj of a system that the database has no code for names no datum shift.
 TEST_F(LayerFiles, WarnOfAShiftThatAPrjCannotCarry)
 {

@@ -231,23 +231,6 @@ TEST_F(VectorInputs, OfFeetComeBackInFeet)
     }
 }
 
-TEST_F(VectorInputs, OfDrawingsSayWhereTheirUnitIsAnother)
-{
-    for (const char *const unit : {"2", "4", "6", "0"}) {
-        SCOPED_TRACE(unit);
-        const QString file =
-            m_program.file(QStringLiteral("u.dxf"),
-                           "0\nSECTION\n2\nHEADER\n9\n$INSUNITS\n70\n" + QByteArray(unit)
-                               + "\n0\nENDSEC\n0\nSECTION\n2\nENTITIES\n"
-                                 "0\nPOINT\n8\nT\n10\n663290.5\n20\n5780964.25\n30\n43.5\n"
-                                 "0\nENDSEC\n0\nEOF\n");
-        const ProgramResult result = convert(file, QStringLiteral("--from local-neh"));
-        EXPECT_EQ(result.status, 0) << result.err;
-        const bool isOther = *unit == '2' || *unit == '4';
-        EXPECT_EQ(result.err.contains(QLatin1String("warning")), isOther) << result.err;
-    }
-}
-
 TEST_F(VectorInputs, WithAnUndefinedSystemNeedTheirFrame)
 {
     const QString file = layer(QStringLiteral("p.gpkg"), QStringLiteral("-a_srs EPSG:32631"),
@@ -602,6 +585,24 @@ TEST_F(VectorInputs, AreLeftAsTheyAre)
     EXPECT_EQ(test::readFile(file), before);
     const QStringList beside = QFileInfo(file).dir().entryList({QStringLiteral("p.gpkg*")});
     EXPECT_EQ(beside, QStringList{"p.gpkg"});
+}
+
+// Without a schema beside it GML has texts, and it has none afterwards either.
+TEST_F(VectorInputs, OfGmlWithoutASchemaKeepTheirTexts)
+{
+    const QString file = m_program.file(
+        QStringLiteral("p.gml"),
+        "<?xml version=\"1.0\"?><o:all xmlns:o=\"http://ogr.maptools.org/\" "
+        "xmlns:gml=\"http://www.opengis.net/gml\"><gml:featureMember><o:p><o:place><gml:Point "
+        "srsName=\"EPSG:32631\"><gml:coordinates>663290.5,5780964.25,43.5</gml:coordinates>"
+        "</gml:Point></o:place><o:code>007</o:code><o:serial>99999999999999999999</o:serial>"
+        "</o:p></gml:featureMember></o:all>");
+    for (int run = 0; run < 2; ++run) {
+        const ProgramResult result = convert(file, QStringLiteral("--fields code,serial"));
+        EXPECT_EQ(result.out.toStdString(), "code,serial\n007,99999999999999999999\n")
+            << result.err;
+        EXPECT_EQ(QFileInfo(file).dir().entryList({QStringLiteral("p.*")}), QStringList{"p.gml"});
+    }
 }
 
 TEST_F(VectorInputs, AreReadAlone)
