@@ -12,6 +12,7 @@ constexpr QChar quote = QLatin1Char('"');
 constexpr QChar blank = QLatin1Char(' ');
 constexpr QChar comma = QLatin1Char(',');
 constexpr QChar tabulator = QLatin1Char('\t');
+constexpr QChar lineBreak = QLatin1Char('\n');
 
 bool isBlank(QChar c)
 {
@@ -91,15 +92,12 @@ public:
                 break;
             const bool isQuoted = !atEnd() && m_line.at(m_position) == quote;
             result.isQuoted += isQuoted;
-            result.fields +=
-                fromSpreadsheetText(isQuoted ? quotedField(result.mistake) : plainField());
+            result.fields += fromSpreadsheetText(isQuoted ? quotedField(result.mistake)
+                                                          : plainField(result.mistake));
             more = !atEnd();
             ++m_position; // the separator
         }
-        if (!result.mistake.isEmpty()) {
-            result.fields.clear();
-            result.isQuoted.clear();
-        }
+        result.isOpen = m_isOpen;
         return result;
     }
 
@@ -119,11 +117,13 @@ private:
             ++m_position;
     }
 
-    QString plainField()
+    QString plainField(QString &mistake)
     {
         const int start = m_position;
-        while (!atEnd() && !atSeparator())
-            ++m_position;
+        for (; !atEnd() && !atSeparator(); ++m_position) {
+            if (m_line.at(m_position) == lineBreak)
+                mistake = QStringLiteral("a line break stands outside quotation marks");
+        }
         return m_line.mid(start, m_position - start).trimmed();
     }
 
@@ -146,12 +146,14 @@ private:
             }
         }
         mistake = QStringLiteral("a quotation mark is not closed");
+        m_isOpen = true;
         return field;
     }
 
     const QString &m_line;
     QChar m_separator;
     int m_position = 0;
+    bool m_isOpen = false;
 };
 
 } // namespace
@@ -172,6 +174,34 @@ bool isEmptyRow(const SplitLine &line)
 SplitLine splitLine(const QString &line)
 {
     return FieldScanner(line, separatorOf(line)).scan();
+}
+
+bool hasShape(const SplitLine &line, const ListShape &shape)
+{
+    const auto count = line.fields.size();
+    return line.mistake.isEmpty()
+           && (count == shape.fields || (count == shape.fields + 1 && endsEmpty(line)));
+}
+
+SplitLine splitLine(const QString &line, const ListShape &shape, std::optional<SplitLine> *other)
+{
+    const QChar separator = separatorOf(line);
+    SplitLine alone = FieldScanner(line, separator).scan();
+    if (shape.separator.isNull() || separator == shape.separator)
+        return alone;
+    SplitLine asList = FieldScanner(line, shape.separator).scan();
+    if (asList.isOpen && asList.fields.size() <= shape.fields)
+        return asList; // the next line may give it its shape
+    if (!hasShape(asList, shape))
+        return alone;
+    if (other != nullptr && hasShape(alone, shape))
+        *other = std::move(alone);
+    return asList;
+}
+
+SplitLine splitAt(const QString &line, QChar separator)
+{
+    return FieldScanner(line, separator).scan();
 }
 
 QString fieldCount(int count)

@@ -1,0 +1,97 @@
+#include <cli/run/LineGroups.h>
+
+#include <KelStd/positions/PositionParser.h>
+
+#include <cstring>
+#include <string_view>
+
+namespace KelStd::cli {
+
+namespace {
+
+constexpr char lineEnd = '\n';
+constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+
+/// Where the line at `begin` ends, without its line feed; nothing when that was not yet read.
+std::optional<int> feedBehind(const QByteArray &bytes, int begin, bool isAtEnd)
+{
+    const auto end = static_cast<int>(bytes.indexOf(lineEnd, begin));
+    if (end >= 0)
+        return end;
+    return isAtEnd ? std::optional(static_cast<int>(bytes.size())) : std::nullopt;
+}
+
+/// The line's bytes from `begin` to `end`, without a carriage return there.
+std::string_view viewOf(const QByteArray &bytes, int begin, int end)
+{
+    if (end > begin && bytes.at(end - 1) == '\r')
+        --end;
+    return {bytes.constData() + begin, static_cast<std::size_t>(end - begin)};
+}
+
+} // namespace
+
+QString pieceMistake(qint64 opener)
+{
+    return QStringLiteral(
+               "the line may be a piece of the field that line %1 opens, whose quotation "
+               "mark is not closed")
+        .arg(opener);
+}
+
+positions::QuotationMarks LineGroups::marksOf(const QByteArray &bytes, int begin, int end,
+                                              bool isFirst) const
+{
+    std::string_view line = viewOf(bytes, begin, end);
+    if (isFirst && line.substr(0, byteOrderMark.size()) == byteOrderMark)
+        line.remove_prefix(byteOrderMark.size());
+    return positions::quotationMarksOf(line, m_shape);
+}
+
+std::optional<int> LineGroups::endOf(const QByteArray &bytes, int begin, qint64 line, bool isAtEnd,
+                                     std::vector<LineGroup> &groups) const
+{
+    const auto size = static_cast<int>(bytes.size());
+    const auto behind = [size](int end) { return end < size ? end + 1 : size; };
+    const auto end = feedBehind(bytes, begin, isAtEnd);
+    if (!end)
+        return std::nullopt;
+    const int length = *end - begin;
+    const bool mayBeOpen =
+        line > m_skipped && length <= positions::maxLineBytes
+        && std::memchr(bytes.constData() + begin, '"', static_cast<std::size_t>(length)) != nullptr;
+    if (!mayBeOpen || !marksOf(bytes, begin, *end, line == 1).areOpen)
+        return behind(*end);
+    for (int next = behind(*end); next < size || !isAtEnd;) {
+        const auto nextEnd = feedBehind(bytes, next, isAtEnd);
+        if ((nextEnd ? *nextEnd : size) - begin > positions::maxLineBytes)
+            return behind(*end); // never closed
+        if (!nextEnd)
+            return std::nullopt;
+        const positions::QuotationMarks marks = marksOf(bytes, begin, *nextEnd, line == 1);
+        const bool isLast = behind(*nextEnd) == size && isAtEnd;
+        if (!marks.areOpen && !marks.areBroken) {
+            groups.push_back({begin, *nextEnd});
+            return behind(*nextEnd);
+        }
+        int pieces = 0; // where what may be a piece ends
+        if (marks.areBroken) {
+            const positions::QuotationMarks own = marksOf(bytes, next, *nextEnd, false);
+            const bool isOwn = own.areOpen || own.areBroken || own.holdFields;
+            pieces = isOwn ? next - 1 : *nextEnd;
+        } else if (isLast) {
+            const bool breaksOff = *nextEnd == size && size > next;
+            pieces = breaksOff ? size : *end;
+        } else {
+            next = behind(*nextEnd);
+            continue;
+        }
+        if (pieces <= *end)
+            return behind(*end);
+        groups.push_back({behind(*end), pieces, line});
+        return behind(pieces);
+    }
+    return behind(*end);
+}
+
+} // namespace KelStd::cli
