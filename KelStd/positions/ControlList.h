@@ -3,8 +3,8 @@
 #include <KelStd/Export.h>
 #include <KelStd/coord/ControlPoint.h>
 #include <KelStd/coord/Pos.h>
-#include <KelStd/positions/LineSplitter.h>
 #include <KelStd/positions/PlaneUnit.h>
+#include <KelStd/positions/QuotedBreaks.h>
 
 #include <QtCore/QString>
 #include <QtCore/QStringList>
@@ -31,8 +31,9 @@ public:
     ControlListReader(const ControlListReader &) = delete;
     ControlListReader &operator=(const ControlListReader &) = delete;
 
-    /// Takes the next line, without its end, as `PositionParser::parse` does. False with the `mistake` where it is refused; other
-    /// lines may still be read, to tell of all mistakes at once.
+    /// Takes the next line, without its end, as `PositionParser::parse` does. False with the
+    /// `mistake` where it is refused; other lines may still be read, to tell of all mistakes at
+    /// once.
     bool read(std::string_view line, QString &mistake);
 
     /// False while no line was headings: then nothing can be read.

@@ -33,13 +33,14 @@ QString fromWindows1252(const QByteArray &bytes)
 /// A control character other than the tabulator and the line break of quoted fields.
 bool isControl(QChar c)
 {
-    return c.category() == QChar::Other_Control && c != QLatin1Char('\t')
-           && c != QLatin1Char('\n');
+    return c.category() == QChar::Other_Control && c != QLatin1Char('\t') && c != QLatin1Char('\n');
 }
 
 /// The same, but for the carriage returns of line breaks.
 bool holdsControls(const QString &text)
 {
+    if (std::none_of(text.cbegin(), text.cend(), isControl))
+        return false;
     for (int i = 0; i < text.size(); ++i) {
         const bool isOfBreak =
             text.at(i) == QLatin1Char('\r') && text.mid(i + 1, 1) == QLatin1String("\n");

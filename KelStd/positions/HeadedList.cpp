@@ -1,11 +1,11 @@
 #include <KelStd/positions/HeadedList.h>
 
 #include <KelStd/positions/DecodedLine.h>
+#include <KelStd/positions/EnclosedPositions.h>
 #include <KelStd/positions/LineDoubts.h>
 #include <KelStd/positions/LineShape.h>
 #include <KelStd/positions/OtherColumns.h>
 #include <KelStd/positions/PositionHeader.h>
-#include <KelStd/positions/QuotedBreaks.h>
 #include <KelStd/positions/ReadUnits.h>
 #include <KelStd/positions/UnitDoubts.h>
 #include <KelStd/text/TypedNumber.h>

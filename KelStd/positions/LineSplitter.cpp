@@ -3,6 +3,8 @@
 #include <KelStd/positions/SpreadsheetText.h>
 
 #include <algorithm>
+#include <array>
+#include <cstddef>
 
 namespace KelStd::positions {
 
@@ -10,6 +12,7 @@ namespace {
 
 constexpr QChar quote = QLatin1Char('"');
 constexpr QChar blank = QLatin1Char(' ');
+constexpr QChar semicolon = QLatin1Char(';');
 constexpr QChar comma = QLatin1Char(',');
 constexpr QChar tabulator = QLatin1Char('\t');
 constexpr QChar lineBreak = QLatin1Char('\n');
@@ -52,25 +55,28 @@ bool hasOnlyDecimalCommas(const QString &line, const QVector<int> &separators)
 /// The separator of `line`; a blank when it has none of the others.
 QChar separatorOf(const QString &line)
 {
-    const QString candidates = QStringLiteral(";,\t");
+    constexpr std::array candidates = {semicolon, comma, tabulator};
     auto best = candidates.size();
     bool quoted = false;
     bool atFieldStart = true;
     QVector<int> positions;
     for (int i = 0; i < line.size(); ++i) {
         const QChar c = line.at(i);
-        const auto rank = candidates.indexOf(c);
+        const auto rank = static_cast<std::size_t>(
+            std::find(candidates.begin(), candidates.end(), c) - candidates.begin());
+        const bool isCandidate = rank < candidates.size();
         if (c == quote && (quoted || atFieldStart)) {
             quoted = !quoted;
-        } else if (!quoted && rank >= 0) {
+        } else if (!quoted && isCandidate) {
             best = std::min(best, rank);
-            positions += i;
+            if (c != semicolon)
+                positions += i;
         }
-        atFieldStart = isBlank(c) || rank >= 0;
+        atFieldStart = isBlank(c) || isCandidate;
     }
     if (best == candidates.size())
         return blank;
-    const QChar separator = candidates.at(best);
+    const QChar separator = candidates[best];
     return separator == comma && hasOnlyDecimalCommas(line, positions) ? tabulator : separator;
 }
 
@@ -78,7 +84,9 @@ QChar separatorOf(const QString &line)
 class FieldScanner
 {
 public:
-    FieldScanner(const QString &line, QChar separator) : m_line(line), m_separator(separator) {}
+    FieldScanner(const QString &line, QChar separator)
+        : m_line(line), m_separator(separator), m_hasBreaks(line.contains(lineBreak))
+    {}
 
     SplitLine scan()
     {
@@ -120,11 +128,17 @@ private:
     QString plainField(QString &mistake)
     {
         const int start = m_position;
-        for (; !atEnd() && !atSeparator(); ++m_position) {
-            if (m_line.at(m_position) == lineBreak)
-                mistake = QStringLiteral("a line break stands outside quotation marks");
+        if (m_separator == blank) {
+            while (!atEnd() && !atSeparator())
+                ++m_position;
+        } else {
+            const auto end = m_line.indexOf(m_separator, m_position);
+            m_position = static_cast<int>(end < 0 ? m_line.size() : end);
         }
-        return m_line.mid(start, m_position - start).trimmed();
+        const auto text = m_line.mid(start, m_position - start);
+        if (m_hasBreaks && text.contains(lineBreak))
+            mistake = QStringLiteral("a line break stands outside quotation marks");
+        return text.trimmed();
     }
 
     QString quotedField(QString &mistake)
@@ -154,6 +168,7 @@ private:
     QChar m_separator;
     int m_position = 0;
     bool m_isOpen = false;
+    bool m_hasBreaks;
 };
 
 } // namespace

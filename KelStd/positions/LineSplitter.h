@@ -1,6 +1,7 @@
 #pragma once
 
 #include <KelStd/Export.h>
+#include <KelStd/positions/QuotedBreaks.h>
 
 #include <QtCore/QString>
 #include <QtCore/QStringList>
@@ -21,13 +22,6 @@ struct SplitLine
     bool isOpen = false; ///< the mistake: a quotation mark is not closed
 };
 
-/// What the lines of a list have in common, as its headings or its first position show it.
-struct ListShape
-{
-    QChar separator; ///< as of a `SplitLine`; null where it is not known
-    int fields = 0;
-};
-
 /// Whether the line has as many fields as those of the list; a separator may end it. One with a
 /// mistake does not have them.
 bool hasShape(const SplitLine &line, const ListShape &shape);
@@ -42,8 +36,7 @@ bool isEmptyRow(const SplitLine &line);
 /// these that the line has outside quotation marks separates all its fields. Blanks around a field
 /// do not count. A field may stand in double quotation marks, a doubled one in it being one; in a
 /// field that does not begin with one they are characters like others. Line breaks stand only in
-/// quotation marks. A field that a spreadsheet
-/// was given as a formula, ="text", is the text.
+/// quotation marks. A field that a spreadsheet was given as a formula, ="text", is the text.
 ///
 /// Commas do not separate where they can only be decimal commas: in a line with tabulators between
 /// its fields, when each comma stands between two digits and no field has more than one of them.

@@ -1,7 +1,7 @@
+#include <KelStd/positions/EnclosedPositions.h>
 #include <KelStd/positions/LineDoubts.h>
 #include <KelStd/positions/LineShape.h>
 #include <KelStd/positions/PositionReading.h>
-#include <KelStd/positions/QuotedBreaks.h>
 
 #include <algorithm>
 
@@ -68,9 +68,10 @@ void PositionParser::Reading::keepMark()
 }
 
 /// Empty, or why a point may not stand before decimals: the list has decimal commas.
-QString PositionParser::Reading::doubtOnMark(const SplitLine &line, const FieldOrder &order) const
+QString PositionParser::Reading::doubtOnMark(const SplitLine &line, const FieldOrder &order,
+                                             std::optional<DecimalMark> mark) const
 {
-    if (m_listMark != DecimalMark::Comma || shownMark(line, order) != DecimalMark::Point)
+    if (m_listMark != DecimalMark::Comma || mark != DecimalMark::Point)
         return {};
     const ComponentFields fields = order.componentFields();
     const int *const field = std::find_if(fields.begin(), fields.end(), [&line](int i) {

@@ -4,7 +4,7 @@
 #include <KelStd/coord/Pos.h>
 #include <KelStd/positions/ColumnChoice.h>
 #include <KelStd/positions/InputForm.h>
-#include <KelStd/positions/LineSplitter.h>
+#include <KelStd/positions/QuotedBreaks.h>
 #include <KelStd/text/TypedNumber.h>
 
 #include <QtCore/QByteArray>

@@ -199,12 +199,13 @@ PositionParser::Result PositionParser::Reading::readFields(const SplitLine &line
     QString mistake = m_components.read(line, order, components);
     if (mistake.isEmpty() && m_order)
         mistake = doubtOnName(line, order);
+    const std::optional<DecimalMark> mark = shownMark(line, order);
     if (mistake.isEmpty())
-        mistake = doubtOnMark(line, order);
+        mistake = doubtOnMark(line, order, mark);
     if (!mistake.isEmpty())
         return bad(mistake);
     keepTexts(line, order);
-    m_mark = shownMark(line, order);
+    m_mark = mark;
     m_isHeightTaken = order.hasHeight() && line.fields.at(order.components.back()).isEmpty();
     m_position = rowOf(m_form.frame).position(components[0], components[1], components[2]);
     return Result::Position;

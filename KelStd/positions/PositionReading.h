@@ -92,7 +92,8 @@ private:
     QString doubtOnBreaks(const TextLine &line);
     void keepMark();
     bool hasPlainPoint() const;
-    QString doubtOnMark(const SplitLine &line, const FieldOrder &order) const;
+    QString doubtOnMark(const SplitLine &line, const FieldOrder &order,
+                        std::optional<DecimalMark> mark) const;
     void decide(const FieldOrder &order, qint64 line, const QByteArray &headerLine);
     Result readFields(const SplitLine &line, const FieldOrder &order);
     bool readPlain(std::string_view line, qint64 lineNumber);

@@ -14,13 +14,11 @@ bool isBlank(char c)
     return c == ' ' || c == '\t';
 }
 
-/// Whether there are characters that become blanks or are left out when the line is decoded.
-bool holdsControls(std::string_view line)
+/// Characters that become blanks or are left out when a line is decoded.
+bool isControl(char c)
 {
     constexpr unsigned char firstPlain = 0x20;
-    return std::any_of(line.begin(), line.end(), [](char c) {
-        return static_cast<unsigned char>(c) < firstPlain && c != '\t';
-    });
+    return static_cast<unsigned char>(c) < firstPlain;
 }
 
 /// Whether the line has the fields of its list and no open quotation mark, found without decoding
@@ -30,8 +28,7 @@ bool isPlainlyWhole(std::string_view line, const ListShape &shape, bool &holdsQu
     constexpr unsigned char lastAscii = 0x7E;
     const char separator = shape.separator.toLatin1();
     if (shape.separator.isNull() || separator == ' ' || line.empty() || line.front() == '#'
-        || isBlank(line.front()) || static_cast<unsigned char>(line.front()) > lastAscii
-        || holdsControls(line))
+        || isBlank(line.front()) || static_cast<unsigned char>(line.front()) > lastAscii)
         return false;
     std::size_t i = 0;
     const auto skipBlanks = [&] {
@@ -52,6 +49,8 @@ bool isPlainlyWhole(std::string_view line, const ListShape &shape, bool &holdsQu
             if (i < line.size() && line[i] != separator)
                 return false;
         } else {
+            if (i < line.size() && isControl(line[i]) && line[i] != separator)
+                return false;
             i = std::min(line.find(separator, i), line.size());
         }
         if (i >= line.size())
@@ -73,58 +72,6 @@ QuotationMarks quotationMarksOf(std::string_view line, const ListShape &shape)
         return {};
     const SplitLine split = splitLine(text, shape);
     return {split.isOpen, !split.isOpen && !split.mistake.isEmpty(), split.isQuoted.contains(true)};
-}
-
-namespace {
-
-/// Where the mark stands that closes a field which goes on in `line`; its end where none does.
-int closingMark(const QString &line)
-{
-    for (int i = 0; i < line.size(); ++i) {
-        if (line.at(i) != QLatin1Char('"'))
-            continue;
-        if (line.mid(i + 1, 1) != QLatin1String("\""))
-            return i;
-        ++i; // a doubled one
-    }
-    return static_cast<int>(line.size());
-}
-
-/// Whether a field would begin behind `text`.
-bool endsBeforeField(const QString &text, const SplitLine &split)
-{
-    return split.byBlanks ? text.isEmpty() || text.back().isSpace()
-                          : !split.fields.isEmpty() && split.fields.last().isEmpty();
-}
-
-} // namespace
-
-EnclosedPosition enclosedPosition(const QString &text, const ListShape &shape,
-                                  const std::function<bool(const SplitLine &)> &isPosition)
-{
-    const QStringList lines = text.split(QLatin1Char('\n'));
-    EnclosedPosition found;
-    for (int i = 1; i < lines.size() && !found.mayStandAlone; ++i) {
-        const QString &line = lines.at(i);
-        const int mark = closingMark(line);
-        const QString inside = line.left(mark);
-        const SplitLine split = splitAt(inside, shape.separator);
-        if (!split.mistake.isEmpty() || split.fields.size() > shape.fields || !isPosition(split))
-            continue;
-        const bool mayOpen = mark < line.size() && endsBeforeField(inside, split);
-        if (found.line == 0 || mayOpen)
-            found = {i, mayOpen};
-    }
-    return found;
-}
-
-QString enclosedDoubt(int line)
-{
-    return QStringLiteral(
-               "a quotation mark opens a field that goes on in the next line, and %1 may "
-               "be a position of its own: the mark that closes the field may open one")
-        .arg(line == 1 ? QStringLiteral("that line")
-                       : QStringLiteral("the line %1 below").arg(line));
 }
 
 } // namespace KelStd::positions

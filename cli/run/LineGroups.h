@@ -1,6 +1,5 @@
 #pragma once
 
-#include <KelStd/positions/LineSplitter.h>
 #include <KelStd/positions/QuotedBreaks.h>
 
 #include <QtCore/QByteArray>
