@@ -29,13 +29,51 @@ std::string_view viewOf(const QByteArray &bytes, int begin, int end)
     return {bytes.constData() + begin, static_cast<std::size_t>(end - begin)};
 }
 
+/// Longer than what a cell of a spreadsheet holds, 32,767 characters.
+constexpr int maxFieldBytes = 1 << 17;
+
+bool isBlank(char c)
+{
+    return c == ' ' || c == '\t' || c == '\r';
+}
+
+/// Where the line ends in which a field is closed that was open at `begin`, without its line feed,
+/// whatever its length; `begin` where it is not closed, or a mark that may open another field is
+/// the next one. Nothing when more bytes have to be read.
+std::optional<int> endOfLongField(const QByteArray &bytes, int begin, bool isAtEnd)
+{
+    constexpr std::string_view separators = ",;\t";
+    const auto size = static_cast<int>(bytes.size());
+    auto mark = static_cast<int>(bytes.indexOf('"', begin));
+    while (mark >= 0 && mark + 1 < size && bytes.at(mark + 1) == '"')
+        mark = static_cast<int>(bytes.indexOf('"', mark + 2));
+    const bool isKnown = mark >= 0 && bytes.indexOf(lineEnd, mark) >= 0;
+    if (!isKnown && !isAtEnd && size - begin <= maxFieldBytes)
+        return std::nullopt;
+    if (mark < 0 || mark - begin > maxFieldBytes)
+        return begin;
+    int before = mark;
+    while (isBlank(bytes.at(before - 1)))
+        --before;
+    int behind = mark + 1;
+    while (behind < size && isBlank(bytes.at(behind)))
+        ++behind;
+    const bool mayOpen = separators.find(bytes.at(before - 1)) != std::string_view::npos;
+    const bool closes = behind == size || bytes.at(behind) == lineEnd
+                        || separators.find(bytes.at(behind)) != std::string_view::npos;
+    if (mayOpen || !closes)
+        return begin;
+    const auto end = static_cast<int>(bytes.indexOf(lineEnd, mark));
+    return end < 0 ? size : end;
+}
+
 } // namespace
 
 QString pieceMistake(qint64 opener)
 {
     return QStringLiteral(
                "the line may be a piece of the field that line %1 opens, whose quotation "
-               "mark is not closed")
+               "mark is not closed, or too far behind")
         .arg(opener);
 }
 
@@ -64,8 +102,12 @@ std::optional<int> LineGroups::endOf(const QByteArray &bytes, int begin, qint64 
         return behind(*end);
     for (int next = behind(*end); next < size || !isAtEnd;) {
         const auto nextEnd = feedBehind(bytes, next, isAtEnd);
-        if ((nextEnd ? *nextEnd : size) - begin > positions::maxLineBytes)
-            return behind(*end); // never closed
+        if ((nextEnd ? *nextEnd : size) - begin > positions::maxLineBytes) {
+            const auto fieldEnd = endOfLongField(bytes, *end, isAtEnd);
+            if (fieldEnd && *fieldEnd > *end)
+                groups.push_back({behind(*end), *fieldEnd, line});
+            return fieldEnd ? std::optional(behind(*fieldEnd)) : std::nullopt;
+        }
         if (!nextEnd)
             return std::nullopt;
         const positions::QuotationMarks marks = marksOf(bytes, begin, *nextEnd, line == 1);

@@ -17,7 +17,8 @@ struct LineGroup
     int begin;
     int end; ///< behind the last line, without its end
     /// 0: they are one line, since a quoted field goes over them. Otherwise the number of a line
-    /// whose quotation mark is not closed: they may be pieces of its field, and are no lines.
+    /// whose quotation mark is not closed in time: they may be pieces of its field, and are no
+    /// lines.
     qint64 opener = 0;
 };
 
@@ -28,8 +29,9 @@ QString pieceMistake(qint64 opener);
 ///
 /// A field whose quotation mark is not closed within the greatest length of a line is none: the
 /// line that opens it stands alone, and is refused when it is read, and the next ones stand for
-/// themselves. They do not where a mark that would close the field is followed by text, or where
-/// the input breaks off inside it: half of a field must not pass for a position.
+/// themselves. They do not where the mark is closed further behind, where a mark that would close
+/// it is followed by text, or where the input breaks off before: half of a field must not pass for
+/// a position.
 class LineGroups
 {
 public:

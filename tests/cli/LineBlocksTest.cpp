@@ -355,13 +355,47 @@ TEST(LineBlocks, AQuotedFieldMayCrossTheBorderOfABlock)
             if (length <= maxLineBytes) {
                 expected += {Line{field, first}, Line{"4,5,6,b", first + 4}};
             } else {
-                // The mark at the end opens a field itself, which is never closed.
-                for (const QByteArray &line : (field + "\n4,5,6,b").split('\n'))
-                    expected += {line.size() > maxLineBytes ? QByteArray("TOO LONG") : line,
-                                 expected.size() + 1};
+                for (const QByteArray &line : field.split('\n')) {
+                    const qint64 number = expected.size() + 1;
+                    expected += {line.size() > maxLineBytes ? QByteArray("TOO LONG") : line, number,
+                                 number > first ? first : 0};
+                }
+                expected += Line{"4,5,6,b", first + 4};
             }
             ASSERT_EQ(linesOf(blocksOf(file, Joined{})).mid(0, expected.size()), expected)
                 << length << ' ' << before;
+        }
+    }
+}
+
+/// A field of many lines that is longer than any line may be.
+TEST(LineBlocks, LinesOfATooLongFieldArePieces)
+{
+    const QByteArray inside = QByteArray("4,5,6,b\n").repeated(2000);
+    struct
+    {
+        QByteArray behind;
+        bool isField;
+    } const rows[] = {
+        {"end\"\n7,8,9,c\n", true},
+        {"end\" ,\n7,8,9,c\n", true},
+        {"\"\r\n7,8,9,c\n", true},
+        {"a \"\"b\"\" \"\n7,8,9,c\n", true},
+        {"7,8,9,c\n", false},
+        {"7,8,9,c", false},
+        {"7,8,9,\"c\"\n", false},
+        {"7,8,9,\"\n", false},
+        {"7,8,9,5\" pipe\n7,8,9,c", false},
+    };
+    for (const auto &row : rows) {
+        const QByteArray bytes = "1,2,3,\"a\n" + inside + row.behind;
+        for (const bool isSettled : {false, true}) {
+            const QList<Line> lines = linesOf(blocksOfFile(bytes, Joined{isSettled, 0}));
+            ASSERT_EQ(lines.size(), expectedLines(bytes).size());
+            EXPECT_EQ(lines.at(0).opener, 0);
+            EXPECT_EQ(lines.at(1).opener, row.isField ? 1 : 0) << row.behind.constData();
+            EXPECT_EQ(lines.at(2001).opener, row.isField ? 1 : 0) << row.behind.constData();
+            EXPECT_EQ(lines.last().opener, 0) << row.behind.constData();
         }
     }
 }
