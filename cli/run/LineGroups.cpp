@@ -38,8 +38,8 @@ bool isBlank(char c)
 }
 
 /// Where the line ends in which a field is closed that was open at `begin`, without its line feed,
-/// whatever its length; `begin` where it is not closed, or a mark that may open another field is
-/// the next one. Nothing when more bytes have to be read.
+/// whatever its length, or breaks off; `begin` where it is not closed, or text follows the
+/// mark. Nothing when more bytes have to be read.
 std::optional<int> endOfLongField(const QByteArray &bytes, int begin, bool isAtEnd)
 {
     constexpr std::string_view separators = ",;\t";
@@ -50,18 +50,16 @@ std::optional<int> endOfLongField(const QByteArray &bytes, int begin, bool isAtE
     const bool isKnown = mark >= 0 && bytes.indexOf(lineEnd, mark) >= 0;
     if (!isKnown && !isAtEnd && size - begin <= maxFieldBytes)
         return std::nullopt;
+    if (mark < 0 && size - begin <= maxFieldBytes && bytes.at(size - 1) != lineEnd)
+        return size; // it breaks off
     if (mark < 0 || mark - begin > maxFieldBytes)
         return begin;
-    int before = mark;
-    while (isBlank(bytes.at(before - 1)))
-        --before;
     int behind = mark + 1;
     while (behind < size && isBlank(bytes.at(behind)))
         ++behind;
-    const bool mayOpen = separators.find(bytes.at(before - 1)) != std::string_view::npos;
     const bool closes = behind == size || bytes.at(behind) == lineEnd
                         || separators.find(bytes.at(behind)) != std::string_view::npos;
-    if (mayOpen || !closes)
+    if (!closes)
         return begin;
     const auto end = static_cast<int>(bytes.indexOf(lineEnd, mark));
     return end < 0 ? size : end;

@@ -380,12 +380,12 @@ TEST(LineBlocks, LinesOfATooLongFieldArePieces)
         {"end\"\n7,8,9,c\n", true},
         {"end\" ,\n7,8,9,c\n", true},
         {"\"\r\n7,8,9,c\n", true},
+        {"7,8,9,\"\n7,8,9,c\n", true},
         {"a \"\"b\"\" \"\n7,8,9,c\n", true},
         {"7,8,9,c\n", false},
-        {"7,8,9,c", false},
+
         {"7,8,9,\"c\"\n", false},
-        {"7,8,9,\"\n", false},
-        {"7,8,9,5\" pipe\n7,8,9,c", false},
+        {"7,8,9,5\" pipe\n7,8,9,c\n", false},
     };
     for (const auto &row : rows) {
         const QByteArray bytes = "1,2,3,\"a\n" + inside + row.behind;
@@ -398,6 +398,9 @@ TEST(LineBlocks, LinesOfATooLongFieldArePieces)
             EXPECT_EQ(lines.last().opener, 0) << row.behind.constData();
         }
     }
+    const QList<Line> lines = linesOf(blocksOfFile("1,2,3,\"a\n" + inside + "7,8,9,c", Joined{}));
+    EXPECT_EQ(lines.at(1).opener, 1);
+    EXPECT_EQ(lines.last().opener, 1);
 }
 
 /// Who types the first line of a field has not ended it.
