@@ -109,6 +109,7 @@
 #include <KelStd/positions/PositionWriter.h>
 #include <KelStd/positions/PrintOptions.h>
 #include <KelStd/positions/PrintedColumns.h>
+#include <KelStd/positions/QuotedBreaks.h>
 #include <KelStd/positions/ReadPosition.h>
 #include <KelStd/positions/SpreadsheetText.h>
 #include <KelStd/positions/SpreadsheetWriter.h>

@@ -224,6 +224,11 @@ bool ControlListReader::hasHeadings() const
     return m_list->hasHeadings();
 }
 
+ListShape ControlListReader::shape() const
+{
+    return m_list->shape();
+}
+
 QStringList ControlListReader::notRead() const
 {
     return m_list->notRead();
@@ -296,6 +301,11 @@ PairListReader::~PairListReader() = default;
 bool PairListReader::hasHeadings() const
 {
     return m_list->hasHeadings() && headingMistake(*m_list).isEmpty();
+}
+
+ListShape PairListReader::shape() const
+{
+    return m_list->shape();
 }
 
 QStringList PairListReader::notRead() const

@@ -4,6 +4,7 @@
 #include <KelStd/coord/ControlPoint.h>
 #include <KelStd/coord/Pos.h>
 #include <KelStd/positions/PlaneUnit.h>
+#include <KelStd/positions/QuotedBreaks.h>
 
 #include <QtCore/QString>
 #include <QtCore/QStringList>
@@ -30,12 +31,19 @@ public:
     ControlListReader(const ControlListReader &) = delete;
     ControlListReader &operator=(const ControlListReader &) = delete;
 
-    /// Takes the next line, without its end. False with the `mistake` where it is refused; other
-    /// lines may still be read, to tell of all mistakes at once.
+    /// Takes the next line, without its end, as `PositionParser::parse` does. False with the
+    /// `mistake` where it is refused; other lines may still be read, to tell of all mistakes at
+    /// once.
     bool read(std::string_view line, QString &mistake);
 
     /// False while no line was headings: then nothing can be read.
     bool hasHeadings() const;
+
+    /// How the lines are separated, as far as the headings have shown it.
+    ListShape shape() const;
+
+    /// Whether a line below the headings was read: all others are separated as it is.
+    bool hasRows() const { return !m_points.isEmpty(); }
 
     /// The points that were read, in their order.
     const ControlPoints &points() const { return m_points; }
@@ -77,6 +85,10 @@ public:
 
     /// As `ControlListReader::hasHeadings`.
     bool hasHeadings() const;
+    /// As `ControlListReader::shape`.
+    ListShape shape() const;
+    /// As `ControlListReader::hasRows`.
+    bool hasRows() const { return !m_pairs.isEmpty(); }
     /// The pairs that were read, in their order.
     const QVector<PositionPair> &pairs() const { return m_pairs; }
 

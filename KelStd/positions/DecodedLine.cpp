@@ -30,10 +30,24 @@ QString fromWindows1252(const QByteArray &bytes)
     return text;
 }
 
-/// A control character other than the tabulator.
+/// A control character other than the tabulator and the line break of quoted fields.
 bool isControl(QChar c)
 {
-    return c.category() == QChar::Other_Control && c != QLatin1Char('\t');
+    return c.category() == QChar::Other_Control && c != QLatin1Char('\t') && c != QLatin1Char('\n');
+}
+
+/// The same, but for the carriage returns of line breaks.
+bool holdsControls(const QString &text)
+{
+    if (std::none_of(text.cbegin(), text.cend(), isControl))
+        return false;
+    for (int i = 0; i < text.size(); ++i) {
+        const bool isOfBreak =
+            text.at(i) == QLatin1Char('\r') && text.mid(i + 1, 1) == QLatin1String("\n");
+        if (isControl(text.at(i)) && !isOfBreak)
+            return true;
+    }
+    return false;
 }
 
 } // namespace
@@ -46,7 +60,7 @@ DecodedLine decoded(const QByteArray &bytes)
     line.isUtf8 = !decoder.hasFoundDamage() && !decoder.isInsideCharacter();
     if (!line.isUtf8)
         line.text = fromWindows1252(bytes);
-    if (std::any_of(line.text.cbegin(), line.text.cend(), isControl)) {
+    if (holdsControls(line.text)) {
         line.flaw = QStringLiteral("the line holds control characters: it is not text");
         line.isText = false;
         line.text.remove(QChar(QChar::Null));

@@ -1,6 +1,7 @@
 #include <KelStd/positions/HeadedList.h>
 
 #include <KelStd/positions/DecodedLine.h>
+#include <KelStd/positions/EnclosedPositions.h>
 #include <KelStd/positions/LineDoubts.h>
 #include <KelStd/positions/LineShape.h>
 #include <KelStd/positions/OtherColumns.h>
@@ -14,6 +15,8 @@
 namespace KelStd::positions {
 
 namespace {
+
+constexpr QChar comma = QLatin1Char(',');
 
 QString unreadUnit(const Heading &heading, const QString &label)
 {
@@ -32,7 +35,7 @@ HeadedList::Result HeadedList::take(std::string_view bytes, QString &mistake)
     if (m_isFirst && bytes.substr(0, byteOrderMark.size()) == byteOrderMark)
         bytes.remove_prefix(byteOrderMark.size());
     m_isFirst = false;
-    m_line = textLineOf(bytes);
+    m_line = textLineOf(bytes, m_shape);
     if (!m_line.flaw.isEmpty()) {
         mistake = m_line.flaw;
         return Result::Mistake;
@@ -44,13 +47,16 @@ HeadedList::Result HeadedList::take(std::string_view bytes, QString &mistake)
         if (saysUnits(m_line.text))
             m_remarks += m_line.text;
         if (!m_hasHeadings && countKnown(m_line.split.fields) > 2
-            && readHeadings(headingFields(m_line.split)).isEmpty())
+            && readHeadings(headingFields(m_line.split)).isEmpty()) {
             m_hasHeadings = true;
+            m_shape = {m_line.split.separator, m_count};
+        }
         return Result::Nothing;
     }
     if (!m_hasHeadings) {
         mistake = readHeadings(joinUnits(m_line.split.fields));
         m_hasHeadings = mistake.isEmpty();
+        m_shape = {m_line.split.separator, m_count};
         return m_hasHeadings ? Result::Nothing : Result::Mistake;
     }
     if (!unitsOfLine(m_line.split).isEmpty()) {
@@ -66,8 +72,54 @@ HeadedList::Result HeadedList::take(std::string_view bytes, QString &mistake)
                       .arg(hintOnPieces(m_line.split));
         return Result::Mistake;
     }
-    mistake = settleDecimalMark();
+    mistake = chooseSeparator();
+    if (mistake.isEmpty() && m_line.text.contains(QLatin1Char('\n')))
+        mistake = doubtOnBreaks();
+    if (mistake.isEmpty())
+        mistake = settleDecimalMark();
+    m_shape.separator = m_line.split.separator;
     return mistake.isEmpty() ? Result::Row : Result::Mistake;
+}
+
+/// Whether the line has values where numbers are to stand, as far as it has anything there.
+bool HeadedList::hasValues(const SplitLine &line) const
+{
+    for (std::size_t i = 0; i < m_columns.size(); ++i) {
+        const QString field = m_fields[i] < 0 ? QString() : line.fields.value(m_fields[i]);
+        if (!m_columns[i].isText && !field.isEmpty() && !isValue(field))
+            return false;
+    }
+    return true;
+}
+
+/// Empty, or why lines that belong together by their quotation marks may be several rows: every
+/// column that is needed has a value in one of them.
+QString HeadedList::doubtOnBreaks() const
+{
+    const auto isRow = [this](const SplitLine &alone) {
+        for (std::size_t i = 0; i < m_columns.size(); ++i) {
+            if (m_columns[i].isNeeded && !m_columns[i].isText
+                && (m_fields[i] >= alone.fields.size() || alone.fields.at(m_fields[i]).isEmpty()))
+                return false;
+        }
+        return hasValues(alone);
+    };
+    const EnclosedPosition found =
+        enclosedPosition(m_line.text, {m_line.split.separator, m_count}, isRow);
+    return found.mayStandAlone ? enclosedDoubt(found.line) : QString();
+}
+
+/// Of a line that has as many fields by the list's separator as by another one. The first row may
+/// be separated otherwise than the headings. Empty, or why neither is taken.
+QString HeadedList::chooseSeparator()
+{
+    if (!m_line.other || !hasValues(*m_line.other))
+        return {};
+    if (hasValues(m_line.split))
+        return separatorDoubt(m_line.split, *m_line.other);
+    if (!m_hasRow)
+        m_line.split = *m_line.other;
+    return {};
 }
 
 /// An angle with a comma says that the commas of all numbers of its line stand before decimals:
@@ -75,6 +127,7 @@ HeadedList::Result HeadedList::take(std::string_view bytes, QString &mistake)
 QString HeadedList::settleDecimalMark()
 {
     SplitLine &line = m_line.split;
+    m_hasRow = true;
     if (line.separator != QLatin1Char(';') && line.separator != QLatin1Char('\t'))
         return {};
     QString withComma;
@@ -88,7 +141,7 @@ QString HeadedList::settleDecimalMark()
         numbers.push_back(m_fields[i]);
         if (field.contains(QLatin1Char('.')))
             withPoint = field;
-        if (!field.contains(QLatin1Char(',')))
+        if (!field.contains(comma))
             continue;
         withComma = field;
         isSure = isSure || m_columns[i].isAngle;
@@ -98,6 +151,15 @@ QString HeadedList::settleDecimalMark()
                               "point, or every one with a decimal comma")
             .arg(quoted(withComma), quoted(withPoint));
     }
+    const QString &marked = withComma.isEmpty() ? withPoint : withComma;
+    if (!marked.isEmpty() && !m_marked.isEmpty()
+        && marked.contains(comma) != m_marked.contains(comma)) {
+        return QStringLiteral("%1 and %2 of a line before have different decimal marks; a comma or "
+                              "a point may set thousands apart")
+            .arg(quoted(marked), quoted(m_marked));
+    }
+    if (m_marked.isEmpty())
+        m_marked = marked;
     for (const int field : numbers) {
         if (isSure)
             line.fields[field] = withDecimalPoint(line.fields.at(field), DecimalMark::Comma);

@@ -44,6 +44,7 @@ public:
 
     bool hasHeadings() const { return m_hasHeadings; }
     const TextLine &line() const { return m_line; }
+    const ListShape &shape() const { return m_shape; }
 
     /// Whether the list has the column.
     bool has(int column) const { return fieldOf(column) >= 0; }
@@ -71,6 +72,9 @@ private:
 
     int fieldOf(int column) const { return m_fields[static_cast<std::size_t>(column)]; }
     QString readHeadings(const QStringList &headings);
+    bool hasValues(const SplitLine &line) const;
+    QString chooseSeparator();
+    QString doubtOnBreaks() const;
     QString settleDecimalMark();
     QString lacking(const QStringList &missing) const;
 
@@ -79,10 +83,13 @@ private:
     std::vector<double> m_measures; ///< [m], [deg]; 0 where the heading names no unit
     QStringList m_headings;
     int m_count = 0;          ///< of headings
+    ListShape m_shape;        ///< of the headings
     std::vector<int> m_units; ///< the fields that hold a unit of the line
     QStringList m_notRead;
     QStringList m_remarks; ///< in front of the headings
     TextLine m_line;
+    QString m_marked;      ///< the first number with a decimal mark
+    bool m_hasRow = false; ///< behind the headings
     bool m_hasHeadings = false;
     bool m_isFirst = true;
 };

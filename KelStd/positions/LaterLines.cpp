@@ -38,6 +38,8 @@ PositionParser::Result PositionParser::Reading::takeFirstBelowHeadings(const Spl
     if (!height.isEmpty())
         return badHeader({m_lineNumber, height});
     watchBehind(line);
+    keepMark();
+    m_order->separator = line.separator;
     m_waitsForPosition = false;
     m_mayTakeUnits = false;
     return Result::Position;

@@ -138,6 +138,31 @@ std::optional<DecimalMark> decimalMarkOf(const SplitLine &line, const FieldOrder
     return DecimalMark::Comma;
 }
 
+std::optional<DecimalMark> shownMark(const SplitLine &line, const FieldOrder &order)
+{
+    const ComponentFields fields = order.componentFields();
+    const auto isIn = [&](QChar mark) {
+        return std::any_of(fields.begin(), fields.end(),
+                           [&](int field) { return line.fields.at(field).contains(mark); });
+    };
+    if (isIn(comma))
+        return DecimalMark::Comma;
+    return isIn(QLatin1Char('.')) ? std::optional(DecimalMark::Point) : std::nullopt;
+}
+
+QString separatorDoubt(const SplitLine &one, const SplitLine &other)
+{
+    const auto nameOf = [](const SplitLine &line) {
+        return line.byBlanks                         ? QStringLiteral("blanks")
+               : line.separator == QLatin1Char('\t') ? QStringLiteral("tabulators")
+               : line.separator == QLatin1Char(';')  ? QStringLiteral("semicolons")
+                                                     : QStringLiteral("commas");
+    };
+    return QStringLiteral("separated by %1 and by %2 the line is a position; put a text that holds "
+                          "some of them into quotation marks")
+        .arg(nameOf(one), nameOf(other));
+}
+
 QString hintOnPieces(const SplitLine &line)
 {
     const bool holdsPiece =

@@ -22,6 +22,12 @@ namespace KelStd::positions {
 std::optional<DecimalMark> decimalMarkOf(const SplitLine &line, const FieldOrder &order,
                                          Frame frame, QString &mistake);
 
+/// The mark that stands in the components of a line that was read, if one does.
+std::optional<DecimalMark> shownMark(const SplitLine &line, const FieldOrder &order);
+
+/// Why a line is refused that is a position by either of two separators.
+QString separatorDoubt(const SplitLine &one, const SplitLine &other);
+
 /// Whether an angle of the line may have been torn apart by the blanks that separate its fields:
 /// then what remains of it could pass for the whole. Empty when it was not.
 KELSTD_EXPORT QString tornAngle(const SplitLine &line, const FieldOrder &order, Frame frame);

@@ -56,6 +56,13 @@ bool isValue(const QString &field)
     return value.match(field).hasMatch();
 }
 
+bool isAttempt(const SplitLine &line, const FieldOrder &order)
+{
+    const ComponentFields fields = order.componentFields();
+    return std::all_of(fields.begin(), fields.end(),
+                       [&line](int field) { return isValue(line.fields.at(field)); });
+}
+
 bool isSentence(const SplitLine &line)
 {
     static const QStringList particles = {

@@ -3,6 +3,7 @@
 #include <KelStd/Export.h>
 #include <KelStd/positions/InputForm.h>
 #include <KelStd/positions/LineSplitter.h>
+#include <KelStd/positions/PositionHeader.h>
 
 #include <QtCore/QString>
 #include <QtCore/QStringList>
@@ -12,6 +13,10 @@ namespace KelStd::positions {
 
 /// Whether a field is, or was meant to be, a number or an angle.
 KELSTD_EXPORT bool isValue(const QString &field);
+
+/// Whether the line has values where the order has components, so that it is a position, even if it
+/// cannot be read.
+bool isAttempt(const SplitLine &line, const FieldOrder &order);
 
 /// Whether the line is a sentence in which some words happen to be headings.
 bool isSentence(const SplitLine &line);

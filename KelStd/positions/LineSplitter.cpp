@@ -3,6 +3,8 @@
 #include <KelStd/positions/SpreadsheetText.h>
 
 #include <algorithm>
+#include <array>
+#include <cstddef>
 
 namespace KelStd::positions {
 
@@ -10,8 +12,10 @@ namespace {
 
 constexpr QChar quote = QLatin1Char('"');
 constexpr QChar blank = QLatin1Char(' ');
+constexpr QChar semicolon = QLatin1Char(';');
 constexpr QChar comma = QLatin1Char(',');
 constexpr QChar tabulator = QLatin1Char('\t');
+constexpr QChar lineBreak = QLatin1Char('\n');
 
 bool isBlank(QChar c)
 {
@@ -51,25 +55,28 @@ bool hasOnlyDecimalCommas(const QString &line, const QVector<int> &separators)
 /// The separator of `line`; a blank when it has none of the others.
 QChar separatorOf(const QString &line)
 {
-    const QString candidates = QStringLiteral(";,\t");
+    constexpr std::array candidates = {semicolon, comma, tabulator};
     auto best = candidates.size();
     bool quoted = false;
     bool atFieldStart = true;
     QVector<int> positions;
     for (int i = 0; i < line.size(); ++i) {
         const QChar c = line.at(i);
-        const auto rank = candidates.indexOf(c);
+        const auto rank = static_cast<std::size_t>(
+            std::find(candidates.begin(), candidates.end(), c) - candidates.begin());
+        const bool isCandidate = rank < candidates.size();
         if (c == quote && (quoted || atFieldStart)) {
             quoted = !quoted;
-        } else if (!quoted && rank >= 0) {
+        } else if (!quoted && isCandidate) {
             best = std::min(best, rank);
-            positions += i;
+            if (c != semicolon)
+                positions += i;
         }
-        atFieldStart = isBlank(c) || rank >= 0;
+        atFieldStart = isBlank(c) || isCandidate;
     }
     if (best == candidates.size())
         return blank;
-    const QChar separator = candidates.at(best);
+    const QChar separator = candidates[best];
     return separator == comma && hasOnlyDecimalCommas(line, positions) ? tabulator : separator;
 }
 
@@ -77,7 +84,9 @@ QChar separatorOf(const QString &line)
 class FieldScanner
 {
 public:
-    FieldScanner(const QString &line, QChar separator) : m_line(line), m_separator(separator) {}
+    FieldScanner(const QString &line, QChar separator)
+        : m_line(line), m_separator(separator), m_hasBreaks(line.contains(lineBreak))
+    {}
 
     SplitLine scan()
     {
@@ -91,15 +100,12 @@ public:
                 break;
             const bool isQuoted = !atEnd() && m_line.at(m_position) == quote;
             result.isQuoted += isQuoted;
-            result.fields +=
-                fromSpreadsheetText(isQuoted ? quotedField(result.mistake) : plainField());
+            result.fields += fromSpreadsheetText(isQuoted ? quotedField(result.mistake)
+                                                          : plainField(result.mistake));
             more = !atEnd();
             ++m_position; // the separator
         }
-        if (!result.mistake.isEmpty()) {
-            result.fields.clear();
-            result.isQuoted.clear();
-        }
+        result.isOpen = m_isOpen;
         return result;
     }
 
@@ -119,12 +125,20 @@ private:
             ++m_position;
     }
 
-    QString plainField()
+    QString plainField(QString &mistake)
     {
         const int start = m_position;
-        while (!atEnd() && !atSeparator())
-            ++m_position;
-        return m_line.mid(start, m_position - start).trimmed();
+        if (m_separator == blank) {
+            while (!atEnd() && !atSeparator())
+                ++m_position;
+        } else {
+            const auto end = m_line.indexOf(m_separator, m_position);
+            m_position = static_cast<int>(end < 0 ? m_line.size() : end);
+        }
+        const auto text = m_line.mid(start, m_position - start);
+        if (m_hasBreaks && text.contains(lineBreak))
+            mistake = QStringLiteral("a line break stands outside quotation marks");
+        return text.trimmed();
     }
 
     QString quotedField(QString &mistake)
@@ -146,12 +160,15 @@ private:
             }
         }
         mistake = QStringLiteral("a quotation mark is not closed");
+        m_isOpen = true;
         return field;
     }
 
     const QString &m_line;
     QChar m_separator;
     int m_position = 0;
+    bool m_isOpen = false;
+    bool m_hasBreaks;
 };
 
 } // namespace
@@ -172,6 +189,34 @@ bool isEmptyRow(const SplitLine &line)
 SplitLine splitLine(const QString &line)
 {
     return FieldScanner(line, separatorOf(line)).scan();
+}
+
+bool hasShape(const SplitLine &line, const ListShape &shape)
+{
+    const auto count = line.fields.size();
+    return line.mistake.isEmpty()
+           && (count == shape.fields || (count == shape.fields + 1 && endsEmpty(line)));
+}
+
+SplitLine splitLine(const QString &line, const ListShape &shape, std::optional<SplitLine> *other)
+{
+    const QChar separator = separatorOf(line);
+    SplitLine alone = FieldScanner(line, separator).scan();
+    if (shape.separator.isNull() || separator == shape.separator)
+        return alone;
+    SplitLine asList = FieldScanner(line, shape.separator).scan();
+    if (asList.isOpen && asList.fields.size() <= shape.fields)
+        return asList; // the next line may give it its shape
+    if (!hasShape(asList, shape))
+        return alone;
+    if (other != nullptr && hasShape(alone, shape))
+        *other = std::move(alone);
+    return asList;
+}
+
+SplitLine splitAt(const QString &line, QChar separator)
+{
+    return FieldScanner(line, separator).scan();
 }
 
 QString fieldCount(int count)

@@ -45,15 +45,6 @@ bool holdsTypedValue(const SplitLine &line)
     });
 }
 
-/// Whether the line has values where the order has components, so that it is a position, even if it
-/// cannot be read.
-bool isAttempt(const SplitLine &line, const FieldOrder &order)
-{
-    const ComponentFields fields = order.componentFields();
-    return std::all_of(fields.begin(), fields.end(),
-                       [&line](int field) { return isValue(line.fields.at(field)); });
-}
-
 /// Whether the line holds nothing but numbers and angles, though not as many as a position has, or
 /// enough of them where columns are picked by their numbers. One number alone may be anything.
 bool isPositionOfAnotherLength(const SplitLine &line, const std::optional<ColumnChoice> &choice)
@@ -145,6 +136,7 @@ PositionParser::Result PositionParser::Reading::takeOpeningWords(const TextLine 
         LineMistake mistake;
         if (orderPicked(*m_choice, headings, static_cast<int>(headings.size()), m_form, order,
                         reason)) {
+            order.separator = line.split.separator;
             m_search.keepHeadings({order, m_lineNumber, copyOf(line.bytes), false}, mistake);
             return Result::Nothing;
         }
@@ -275,6 +267,8 @@ PositionParser::Result PositionParser::Reading::takeFirstPosition(const SplitLin
         m_search.keepFailed(line, m_lineNumber);
         return result;
     }
+    order.separator = line.separator;
+    keepMark();
     decide(order, headings != nullptr ? headings->line : m_lineNumber,
            headings != nullptr ? headings->bytes : QByteArray());
     m_unitLines = m_search.linesOfUnits();

@@ -39,6 +39,7 @@ HeadingsFound OrderSearch::headingsIn(const SplitLine &line, bool isRemark) cons
     FieldOrder usual;
     const bool isText = isRemark ? isSentenceOfRemark(line) : isSentence(line);
     const bool isRead = readHeader(fields, m_form, usual, found.mistake) && !isText;
+    usual.separator = line.separator;
     // A remark counts only when it names all the components.
     const bool isComplete = isRead && (!isRemark || usual.hasHeight() || m_choice);
     const bool isIncomplete = !isRemark && !isComplete && !isText
@@ -63,6 +64,7 @@ HeadingsFound OrderSearch::headingsIn(const SplitLine &line, bool isRemark) cons
         return found;
     const bool isApplied = orderPicked(*m_choice, fields, static_cast<int>(fields.size()), m_form,
                                        found.order, found.mistake);
+    found.order.separator = line.separator;
     if (isApplied && (isMeant || picked > 0))
         found.kind = Kind::Order;
     else if (isMeant && (!isRemark || !m_choice->hasHeadings() || picked > 1))
@@ -277,6 +279,12 @@ LineMistake OrderSearch::otherLines() const
     if (!m_other.isThere() || m_holdsData)
         return m_other;
     return {m_other.line, withSkipHint(m_other.reason, m_lastOther)};
+}
+
+LineMistake OrderSearch::otherLinesAtEnd(qint64 lastLine) const
+{
+    // Nothing would be left of the input.
+    return m_lastOther == lastLine ? m_other : otherLines();
 }
 
 QString OrderSearch::withSkipHint(const QString &reason, qint64 lines) const

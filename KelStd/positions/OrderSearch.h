@@ -132,6 +132,9 @@ public:
     /// Why lines that are neither headings nor positions are not passed over.
     LineMistake otherLines() const;
 
+    /// The same at the end of the input, where the last line that is no remark has this number.
+    LineMistake otherLinesAtEnd(qint64 lastLine) const;
+
     /// "...; skipping 3 passes over the first 3 lines"
     QString withSkipHint(const QString &reason, qint64 lines) const;
 

@@ -93,6 +93,9 @@ bool PlainLine::read(std::string_view line, const FieldOrder &order)
     const std::string_view content = trimmed(line);
     if (separator == noSeparator || content.empty() || content.front() == '#')
         return false;
+    // Blanks part any line, so that the list's own separator may be another one.
+    if (separator != blank && order.separator == QLatin1Char(blank))
+        return false;
     split(line, separator);
     const auto expected = static_cast<std::size_t>(order.fields);
     bool endsEmpty = order.endsEmpty;

@@ -143,6 +143,12 @@ QString missing(const InputForm &form, int component, const QVector<Heading> &he
                     .arg(form.words.columns);
     } else if (isChosen) {
         text += QStringLiteral("; %1 picks columns with other headings").arg(form.words.columns);
+        if (std::any_of(headings.begin(), headings.end(), isKnown)) {
+            QStringList found;
+            for (const Heading &heading : headings)
+                found += heading.text;
+            text += QStringLiteral(" of these: ") + listedHeadings(found);
+        }
     }
     return text
            + QStringLiteral(". Accepted%1: %2")
@@ -214,6 +220,17 @@ FieldOrder plainOrder(int fields, int components)
     for (int i = 0; i < components; ++i)
         order.components[static_cast<std::size_t>(i)] = first + i;
     return order;
+}
+
+QString listedHeadings(const QStringList &headings)
+{
+    constexpr int maxShown = 8;
+    QStringList listed;
+    for (const QString &heading : headings.mid(0, maxShown))
+        listed += quoted(heading);
+    if (headings.size() > maxShown)
+        listed += QStringLiteral("%1 more").arg(headings.size() - maxShown);
+    return listed.join(QLatin1String(", "));
 }
 
 QStringList joinUnits(const QStringList &fields)

@@ -2,6 +2,7 @@
 
 #include <KelStd/Export.h>
 #include <KelStd/positions/InputForm.h>
+#include <KelStd/positions/LineSplitter.h>
 #include <KelStd/text/UnitNames.h>
 
 #include <QtCore/QString>
@@ -29,6 +30,7 @@ struct FieldOrder
     static constexpr int noField = -1;
 
     int fields = 0;
+    QChar separator;    ///< of the line that gave it; null where that is not known
     int name = noField; ///< `noField`: the lines have no names
     /// The last one is `noField` where the lines have no heights.
     std::array<int, componentsPerFrame> components{};
@@ -52,6 +54,7 @@ struct FieldOrder
     QString geoidHeight;
     QString doubtfulFirst; ///< the first of these headings if it may be a word of a remark instead
 
+    ListShape shape() const { return {separator, fields}; }
     bool hasHeight() const { return components.back() != noField; }
     int countComponents() const
     {
@@ -90,6 +93,9 @@ QVector<int> componentsMentioned(const QStringList &words, bool areHeadings, con
 
 /// "longitude, latitude, height": the frame's components in their order.
 QString labelsOf(Frame frame);
+
+/// As many of the headings as can be read at a glance, in quotation marks.
+QString listedHeadings(const QStringList &headings);
 
 /// Puts a unit in brackets that stands as a field of its own back to the word before it: a header
 /// "longitude [deg]" that was split at blanks.

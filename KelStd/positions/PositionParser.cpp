@@ -53,6 +53,16 @@ bool PositionParser::finish()
     return m_reading->finish();
 }
 
+ListShape PositionParser::shape() const
+{
+    return m_reading->shape();
+}
+
+qint64 PositionParser::enclosedLine() const
+{
+    return m_reading->enclosedLine();
+}
+
 QString PositionParser::reason() const
 {
     return m_reading->reason();
@@ -127,6 +137,11 @@ QStringList PositionParser::notes() const
 bool PositionParser::isInWindows1252() const
 {
     return m_reading->isInWindows1252();
+}
+
+std::optional<DecimalMark> PositionParser::decimalMark() const
+{
+    return m_reading->decimalMark();
 }
 
 QByteArray PositionParser::headerLine() const

@@ -4,6 +4,8 @@
 #include <KelStd/coord/Pos.h>
 #include <KelStd/positions/ColumnChoice.h>
 #include <KelStd/positions/InputForm.h>
+#include <KelStd/positions/QuotedBreaks.h>
+#include <KelStd/text/TypedNumber.h>
 
 #include <QtCore/QByteArray>
 #include <QtCore/QString>
@@ -16,7 +18,8 @@
 
 namespace KelStd::positions {
 
-/// Longer than any position; of a longer line nothing is read.
+/// Longer than any position; of a longer line nothing is read. Lines that a quoted field goes over
+/// count as one.
 inline constexpr int maxLineBytes = 4096;
 
 /// Reads positions of one frame, one a line.
@@ -89,7 +92,8 @@ public:
     /// How many lines are passed over.
     qint64 skippedLines() const;
 
-    /// Reads a line without its end.
+    /// Reads a line without its end. Where a field in quotation marks goes on to the next line, the
+    /// lines are to be given as one, with the line breaks in it (`quotationMarksOf` tells it).
     ///
     /// \param line bytes in UTF-8, or else in Windows-1252; `name` and `carried` may look into them
     /// \param lineNumber its number in the input, from 1, for the messages
@@ -101,6 +105,13 @@ public:
     /// At the end of an input of which no line decided the order: false with the reason when it
     /// had lines that are neither headings nor positions.
     bool finish();
+
+    /// How the lines are separated, as far as the lines until now have shown it.
+    ListShape shape() const;
+
+    /// The first line inside the quotation marks of the last position that looks like a position
+    /// itself; 0 for none.
+    qint64 enclosedLine() const;
 
     /// Why the last line was refused; empty when it was not.
     QString reason() const;
@@ -158,6 +169,10 @@ public:
     /// Whether the last line was text, but no UTF-8, and was taken for Windows-1252. Remarks do not
     /// count.
     bool isInWindows1252() const;
+
+    /// The mark before decimals that the numbers of the last position show; nothing where they are
+    /// whole ones. Where the first position has decimal commas, points are refused further down.
+    std::optional<DecimalMark> decimalMark() const;
 
     /// The header line, behind lines of units that belong to it; empty when there is none.
     QByteArray headerLine() const;

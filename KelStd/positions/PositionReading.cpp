@@ -3,7 +3,6 @@
 #include <KelStd/positions/DecodedLine.h>
 #include <KelStd/positions/LineDoubts.h>
 #include <KelStd/positions/OrderDoubts.h>
-#include <KelStd/positions/ReadUnits.h>
 
 #include <algorithm>
 
@@ -47,10 +46,13 @@ PositionParser::Result PositionParser::Reading::parseWithCare(std::string_view b
     m_reasonLine = lineNumber;
     m_reason.clear();
     m_isInWindows1252 = false;
+    m_mark.reset();
+    m_enclosedLine = 0;
     const bool isFirst = lineNumber == m_skippedLines + 1;
     if (lineNumber <= m_skippedLines)
         return Result::Nothing;
     if (bytes.size() > maxLineBytes) {
+        m_lastText = lineNumber;
         const QString mistake =
             QStringLiteral("the line is longer than %1 bytes").arg(maxLineBytes);
         return m_order ? bad(mistake) : takeTooLongOpening(mistake);
@@ -64,18 +66,25 @@ PositionParser::Result PositionParser::Reading::parseWithCare(std::string_view b
     if (isFirst && isSeparatorLine(bytes))
         return takeSeparatorLine(bytes);
 
-    const TextLine line = textLineOf(bytes);
+    TextLine line = textLineOf(bytes, shape());
     m_isInWindows1252 = !line.isUtf8 && !line.isRemark && line.flaw.isEmpty();
     if (line.isEmpty)
         return Result::Nothing;
     if (line.isRemark)
         return takeRemark(line);
+    m_lastText = lineNumber;
     if (!line.flaw.isEmpty())
         return m_order ? takeDamagedLater(line) : takeDamagedOpening(line);
+    QString doubt = line.other ? chooseSeparator(line) : QString();
+    if (doubt.isEmpty() && line.text.contains(QLatin1Char('\n')))
+        doubt = doubtOnBreaks(line);
+    if (!doubt.isEmpty())
+        return bad(doubt);
     return m_order ? takeLater(line) : takeOpening(line);
 }
 
-/// The separator is found in each line, so that this line need only not say another one.
+/// The separator is found in the lines themselves, so that this line need only not say another
+/// one.
 PositionParser::Result PositionParser::Reading::takeSeparatorLine(std::string_view bytes)
 {
     constexpr std::string_view known = ",;\t";
@@ -100,7 +109,7 @@ bool PositionParser::Reading::finish()
     m_waitsForPosition = false;
     if (m_order)
         return true;
-    const LineMistake mistake = m_search.otherLines();
+    const LineMistake mistake = m_search.otherLinesAtEnd(m_lastText);
     if (mistake.isThere()) {
         badHeader(mistake);
         return false;
@@ -140,79 +149,6 @@ void PositionParser::Reading::arrangeCarried(const QStringList &headings)
     m_carriedFields = fields;
     m_carried = carried;
     m_carriedHeadings = headings;
-}
-
-QStringList PositionParser::Reading::notes() const
-{
-    QStringList notes;
-    if (!isSettled())
-        return notes;
-    for (const QString &note : {noteOnColumns(), noteOnComputedColumns(),
-                                noteOnUnits(m_form, *m_order), noteOnHeight(), noteOnGeoid()}) {
-        if (!note.isEmpty())
-            notes += note;
-    }
-    return notes;
-}
-
-/// What height the positions have whose lines have none.
-QString PositionParser::Reading::noteOnHeight() const
-{
-    if (m_order->hasHeight() && !fillsHeights())
-        return {};
-    const MissingHeight &height = *m_form.missingHeight;
-    const QString above =
-        height.above.isEmpty() ? QString() : QStringLiteral(", above ") + height.above;
-    if (!height.isGiven)
-        return QStringLiteral("no height given: 0 is taken%1; %2 says another")
-            .arg(above, m_form.words.height);
-    return height.above.isEmpty() ? QString()
-                                  : QStringLiteral("the height of %1 is taken as it is%2")
-                                        .arg(m_form.words.height, above);
-}
-
-QString PositionParser::Reading::noteOnGeoid() const
-{
-    const bool isEllipsoidal = m_form.frame == Frame::LocalProjected
-                                   ? m_form.isPlaneHeightEllipsoidal && !m_form.isAtSite
-                                   : m_form.height == InputHeight::OfFrame;
-    if (m_order->geoidHeight.isEmpty() || !isEllipsoidal)
-        return {};
-    return QStringLiteral("%1 is read as a height above the ellipsoid, and its heading speaks of "
-                          "another")
-        .arg(quoted(m_order->geoidHeight));
-}
-
-namespace {
-
-/// `text` with as many of the columns' headings as can be read at a glance; nothing for none.
-QString namingColumns(const QString &text, const QStringList &headings)
-{
-    constexpr int maxShown = 8;
-    if (headings.isEmpty())
-        return {};
-    QStringList columns;
-    for (const QString &heading : headings.mid(0, maxShown))
-        columns += quoted(heading);
-    if (headings.size() > maxShown)
-        columns += QStringLiteral("%1 more").arg(headings.size() - maxShown);
-    return text.arg(columns.join(QLatin1String(", ")));
-}
-
-} // namespace
-
-QString PositionParser::Reading::noteOnColumns() const
-{
-    return namingColumns(QStringLiteral("columns that are not in the output: %1"),
-                         m_order->notTaken);
-}
-
-/// A list that the program printed before has them, but so may one of another surveyor's.
-QString PositionParser::Reading::noteOnComputedColumns() const
-{
-    return namingColumns(
-        QStringLiteral("not carried through, since they are named as what is computed: %1"),
-        m_order->computedAnew);
 }
 
 namespace {
@@ -263,9 +199,13 @@ PositionParser::Result PositionParser::Reading::readFields(const SplitLine &line
     QString mistake = m_components.read(line, order, components);
     if (mistake.isEmpty() && m_order)
         mistake = doubtOnName(line, order);
+    const std::optional<DecimalMark> mark = shownMark(line, order);
+    if (mistake.isEmpty())
+        mistake = doubtOnMark(line, order, mark);
     if (!mistake.isEmpty())
         return bad(mistake);
     keepTexts(line, order);
+    m_mark = mark;
     m_isHeightTaken = order.hasHeight() && line.fields.at(order.components.back()).isEmpty();
     m_position = rowOf(m_form.frame).position(components[0], components[1], components[2]);
     return Result::Position;
@@ -288,8 +228,8 @@ QString PositionParser::Reading::doubtOnName(const SplitLine &line, const FieldO
     return mayBePair(field.toStdString()) ? laterPairsDoubt(line, m_form) : QString();
 }
 
-/// Whether the name is a whole number and that of the line that decided the order is not: then it
-/// may be the first number of a pair.
+/// Whether the name is a whole number and that of the line that decided the order is not: then
+/// it may be the first number of a pair.
 bool PositionParser::Reading::mayBePair(std::string_view name) const
 {
     return m_isUnlikeWholeNumbers && isWhole(name);
@@ -315,7 +255,17 @@ void PositionParser::Reading::keepTexts(const SplitLine &line, const FieldOrder 
         m_carried.push_back(view(i));
 }
 
-/// Reads what nearly every line is; false, with nothing changed, for a line that needs more care.
+/// Whether a component of the line that was read in the short way has a decimal point.
+bool PositionParser::Reading::hasPlainPoint() const
+{
+    const ComponentFields fields = m_order->componentFields();
+    return std::any_of(fields.begin(), fields.end(), [this](int field) {
+        return m_plain.field(field).find('.') != std::string_view::npos;
+    });
+}
+
+/// Reads what nearly every line is; false, with nothing changed, for a line that needs more
+/// care.
 bool PositionParser::Reading::readPlain(std::string_view line, qint64 lineNumber)
 {
     if (line.size() > maxLineBytes || !m_plain.read(line, *m_order))
@@ -332,6 +282,13 @@ bool PositionParser::Reading::readPlain(std::string_view line, qint64 lineNumber
         return false;
     if (m_emptyBehind >= 0 && !m_plain.field(m_emptyBehind).empty())
         return false;
+    if (m_listMark != DecimalMark::Point && hasPlainPoint()) {
+        if (m_listMark)
+            return false;
+        m_mark = DecimalMark::Point;
+    } else {
+        m_mark = m_listMark;
+    }
     for (const int field : m_order->units) {
         if (m_plain.field(field) != "m" || !m_components.isInMetres())
             return false;
@@ -347,6 +304,7 @@ bool PositionParser::Reading::readPlain(std::string_view line, qint64 lineNumber
     m_reasonLine = lineNumber;
     m_reason.clear();
     m_isInWindows1252 = false;
+    m_enclosedLine = 0;
     return true;
 }
 

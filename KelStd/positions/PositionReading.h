@@ -43,6 +43,9 @@ public:
     const QStringList &carriedHeadings() const { return m_carriedHeadings; }
     void arrangeCarried(const QStringList &headings);
     bool isInWindows1252() const { return m_isInWindows1252; }
+    std::optional<DecimalMark> decimalMark() const { return m_mark; }
+    ListShape shape() const;
+    qint64 enclosedLine() const { return m_enclosedLine; }
 
     /// Whether the order is known, and no line of units can change it any more.
     bool isSettled() const { return m_order && !m_waitsForPosition; }
@@ -84,6 +87,13 @@ private:
     bool mayBeOtherHeadings(const SplitLine &line) const;
     bool isRemarkOfOtherOrder(const QString &remark, const SplitLine &line) const;
 
+    const FieldOrder *knownOrder() const;
+    QString chooseSeparator(TextLine &line) const;
+    QString doubtOnBreaks(const TextLine &line);
+    void keepMark();
+    bool hasPlainPoint() const;
+    QString doubtOnMark(const SplitLine &line, const FieldOrder &order,
+                        std::optional<DecimalMark> mark) const;
     void decide(const FieldOrder &order, qint64 line, const QByteArray &headerLine);
     Result readFields(const SplitLine &line, const FieldOrder &order);
     bool readPlain(std::string_view line, qint64 lineNumber);
@@ -105,6 +115,7 @@ private:
     std::optional<FieldOrder> m_order;
     qint64 m_skippedLines = 0;
     qint64 m_lineNumber = 0;
+    qint64 m_lastText = 0;  ///< the last line that is neither empty nor a remark
     qint64 m_orderLine = 0; ///< the line that decided the order
     /// The line that decided the plain order has a name and components that are not all whole
     /// numbers.
@@ -113,6 +124,10 @@ private:
     bool m_waitsForPosition = false;         ///< headings gave the order, and no position followed
     bool m_mayTakeUnits = false;             ///< nor any line that failed
     bool m_isInWindows1252 = false;          ///< the last line
+    std::optional<DecimalMark> m_mark;       ///< that the last position shows
+    std::optional<DecimalMark> m_listMark;   ///< that the first position shows
+    qint64 m_markLine = 0;                   ///< the first position's
+    qint64 m_enclosedLine = 0;               ///< in the last line's quotation marks
     QByteArray m_unitLines;                  ///< those that the order has taken, with their ends
     QByteArray m_headerLine;
     QString m_reason;

@@ -4,7 +4,12 @@
 
 namespace KelStd::positions {
 
-TextLine textLineOf(std::string_view bytes)
+bool isRemark(const QString &text)
+{
+    return text.trimmed().startsWith(QLatin1Char('#'));
+}
+
+TextLine textLineOf(std::string_view bytes, const ListShape &shape)
 {
     const DecodedLine decodedLine =
         decoded(QByteArray::fromRawData(bytes.data(), static_cast<int>(bytes.size())));
@@ -13,9 +18,9 @@ TextLine textLineOf(std::string_view bytes)
     TextLine line;
     line.bytes = bytes;
     line.isUtf8 = decodedLine.isUtf8;
-    line.isRemark = content.startsWith(QLatin1Char('#'));
+    line.isRemark = isRemark(content);
     line.text = line.isRemark ? remarkOf(content) : decodedLine.text;
-    line.split = splitLine(line.text);
+    line.split = line.isRemark ? splitLine(line.text) : splitLine(line.text, shape, &line.other);
     line.isSplit = line.split.mistake.isEmpty();
     if (line.isRemark)
         line.flaw = decodedLine.isText ? QString() : decodedLine.flaw;

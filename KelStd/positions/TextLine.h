@@ -4,6 +4,7 @@
 
 #include <QtCore/QString>
 
+#include <optional>
 #include <string_view>
 
 namespace KelStd::positions {
@@ -12,8 +13,10 @@ namespace KelStd::positions {
 struct TextLine
 {
     std::string_view bytes;
-    QString text;       ///< of a remark what stands behind its #
-    SplitLine split;    ///< with broken quotation marks, what may be the fields
+    QString text;    ///< of a remark what stands behind its #
+    SplitLine split; ///< with broken quotation marks, what may be the fields
+    /// The fields as of a line alone, where those of the list are others and as many.
+    std::optional<SplitLine> other;
     QString flaw;       ///< why it cannot be read; empty when it can
     bool isUtf8 = true; ///< else read as Windows-1252
     bool isRemark = false;
@@ -21,6 +24,10 @@ struct TextLine
     bool isEmpty = false; ///< blanks or separators without a field
 };
 
-TextLine textLineOf(std::string_view bytes);
+/// Whether the text of a line is a remark, which begins with #.
+bool isRemark(const QString &text);
+
+/// `shape`: of the list, where it is known.
+TextLine textLineOf(std::string_view bytes, const ListShape &shape);
 
 } // namespace KelStd::positions

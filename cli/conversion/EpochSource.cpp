@@ -6,7 +6,6 @@
 #include <KelStd/time/LeapSecondTable.h>
 
 #include <algorithm>
-#include <array>
 #include <iterator>
 #include <utility>
 
@@ -73,6 +72,15 @@ constexpr EpochColumn epochColumns[] = {
 QString counted(qint64 count, const char *one, const char *several)
 {
     return QStringLiteral("%1 %2").arg(count).arg(QString::fromLatin1(count == 1 ? one : several));
+}
+
+/// Whether an input that begins so is UTF-16 without a byte-order mark.
+bool hasUtf16Zeros(const QByteArray &bytes)
+{
+    constexpr int twoCharacters = 4;
+    return bytes.size() >= twoCharacters
+           && ((bytes.at(0) == '\0' && bytes.at(2) == '\0')
+               || (bytes.at(1) == '\0' && bytes.at(3) == '\0'));
 }
 
 /// What is said of sentences that were not used. %1 how many, %2 where the first is, %3 its reason.
@@ -160,21 +168,30 @@ void EpochSource::beginNextInput()
     m_isInputAtEnd = false;
     m_bytesOfInput = 0;
     m_epochsOfInput = 0;
+    m_text = InputText(InputText::LoneReturns::AreKept);
+    m_isUtf16 = false;
 }
 
 void EpochSource::read()
 {
     if (m_isInputAtEnd)
         beginNextInput();
-    constexpr qint64 pieceSize = 1 << 16;
-    std::array<char, pieceSize> piece;
-    const qint64 count = input().read(piece.data(), pieceSize);
+    constexpr int pieceSize = 1 << 16;
+    const int kept = static_cast<int>(m_piece.size());
+    m_piece.resize(kept + pieceSize);
+    const qint64 count = input().read(m_piece.data() + kept, pieceSize);
+    m_piece.truncate(kept + static_cast<int>(std::max<qint64>(count, 0)));
+    if (m_bytesOfInput == 0)
+        m_isUtf16 = hasUtf16Zeros(m_piece);
+    m_text.normalise(m_piece, kept, count <= 0);
     if (count > 0) {
         m_readBytes += count;
         m_bytesOfInput += count;
-        m_combiner.feed({piece.data(), static_cast<std::size_t>(count)});
+        if (m_text.knowsEncoding())
+            feed();
         return;
     }
+    feed();
     if (count < 0)
         m_error = streams::lastErrorText();
     m_isInputAtEnd = true;
@@ -184,6 +201,13 @@ void EpochSource::read()
         m_combiner.abandon();
     else
         m_combiner.finish();
+}
+
+/// Gives the combiner what was read.
+void EpochSource::feed()
+{
+    m_combiner.feed({m_piece.constData(), static_cast<std::size_t>(m_piece.size())});
+    m_piece.clear();
 }
 
 void EpochSource::look()
@@ -280,7 +304,12 @@ QStringList EpochSource::inputRemarks() const
                        ? text.arg(sentences, place, found.firstReason)
                        : text.arg(sentences, place);
     }
-    if (m_epochsOfInput == 0) {
+    if (m_epochsOfInput == 0 && m_isUtf16) {
+        remarks +=
+            QStringLiteral("warning: %1 is UTF-16 text without a byte-order mark; convert it "
+                           "to UTF-8")
+                .arg(displayName());
+    } else if (m_epochsOfInput == 0) {
         remarks += QStringLiteral("warning: %1 has no sentence of NMEA 0183 that tells a position "
                                   "(GGA, GNS, RMC)")
                        .arg(displayName());

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cli/run/Input.h>
+#include <cli/run/InputText.h>
 #include <cli/run/RecordSource.h>
 
 #include <KelStd/nmea/EpochCombiner.h>
@@ -50,6 +51,7 @@ public:
 
 private:
     void read();
+    void feed();
     void look();
     SourceRecord recordOf(const nmea::ReceiverEpoch &epoch);
     void count(const nmea::ReceiverEpoch &epoch);
@@ -62,6 +64,9 @@ private:
     Names m_names;
     bool m_isLive;
     nmea::EpochCombiner m_combiner;
+    InputText m_text{InputText::LoneReturns::AreKept}; ///< of the current input
+    QByteArray m_piece;                                ///< read and not yet given to the combiner
+    bool m_isUtf16 = false;                            ///< the current input, without a mark
     std::optional<nmea::ReceiverEpoch> m_next;
     bool m_isInputAtEnd = false;
     bool m_isAtEnd = false;

@@ -35,6 +35,8 @@ struct BlockResult
     qint64 heightsTaken = 0; ///< by positions whose field of the height is empty
     Notices notices;
     qint64 firstInWindows1252 = 0; ///< the first line that was read so; 0 for none
+    qint64 firstWithComma = 0;     ///< the first line with decimal commas; 0 for none
+    qint64 firstWithPoint = 0;     ///< the same of decimal points
     bool hasBadHeader = false;     ///< its message is the last one, and the run cannot go on
 };
 

@@ -10,7 +10,11 @@ BlockResult BlockWork::operator()(const LineBlock &block)
     result.output.reserve(4 * block.bytes.size());
     LineCursor cursor(block);
     while (!result.hasBadHeader && cursor.next()) {
-        result.lastLine = cursor.lineNumber();
+        result.lastLine = cursor.lastLineNumber();
+        if (cursor.opener() > 0) {
+            m_maker.fail(result, cursor.lineNumber(), cursor.line(), pieceMistake(cursor.opener()));
+            continue;
+        }
         const bool knewOrder = m_parser.knowsOrder();
         const positions::PositionParser::Result read =
             m_parser.parse(cursor.line(), cursor.lineNumber());
@@ -25,6 +29,8 @@ BlockResult BlockWork::operator()(const LineBlock &block)
         case positions::PositionParser::Result::Position:
             if (m_parser.isHeightTaken())
                 ++result.heightsTaken;
+            noteDecimalMark(result, cursor.lineNumber());
+            warnOfEnclosedLine(result);
             m_maker.take(result,
                          {m_parser.position(), m_parser.name(), m_parser.carried(),
                           positions::noFields, m_parser.heightReference()},
@@ -41,6 +47,26 @@ BlockResult BlockWork::operator()(const LineBlock &block)
         }
     }
     return result;
+}
+
+void BlockWork::warnOfEnclosedLine(BlockResult &result) const
+{
+    const qint64 line = m_parser.enclosedLine();
+    if (line == 0)
+        return;
+    result.messages.push_back(
+        {result.output.size(), line,
+         QStringLiteral("warning: the line looks like a position and is none: it stands in "
+                        "quotation marks that a line before it opens")});
+}
+
+void BlockWork::noteDecimalMark(BlockResult &result, qint64 line) const
+{
+    const auto mark = m_parser.decimalMark();
+    if (mark == DecimalMark::Point && result.firstWithPoint == 0)
+        result.firstWithPoint = line;
+    else if (mark == DecimalMark::Comma && result.firstWithComma == 0)
+        result.firstWithComma = line;
 }
 
 BlockResult BlockWork::finish()

@@ -38,6 +38,8 @@ public:
     QByteArray heading() const { return m_heading; }
 
 private:
+    void noteDecimalMark(BlockResult &result, qint64 line) const;
+    void warnOfEnclosedLine(BlockResult &result) const;
     bool begin(BlockResult &result);
     void beginWithoutColumns(BlockResult &result);
     QString differenceTo(const positions::InputColumns &columns) const;

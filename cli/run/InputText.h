@@ -14,9 +14,23 @@ namespace KelStd::cli {
 class InputText
 {
 public:
+    /// Whether lines that a carriage return alone ends stay as they are.
+    enum class LoneReturns
+    {
+        BecomeLineFeeds,
+        AreKept
+    };
+
+    explicit InputText(LoneReturns returns = LoneReturns::BecomeLineFeeds)
+        : m_ends(returns == LoneReturns::AreKept ? LineEnds::LineFeeds : LineEnds::NotKnown)
+    {}
+
     /// Turns the bytes behind `from`, which follow those of the calls before, into such text.
     /// `bytes` holds at least what stands behind the last line end. `isAtEnd`: no more follow.
     void normalise(QByteArray &bytes, qsizetype from, bool isAtEnd);
+
+    /// Whether so much was read that the encoding is known; until then the bytes are kept.
+    bool knowsEncoding() const { return m_knowsEncoding; }
 
 private:
     enum class LineEnds
@@ -31,7 +45,7 @@ private:
 
     bool m_knowsEncoding = false;
     std::optional<TextDecoder> m_decoder; ///< of UTF-16
-    LineEnds m_ends = LineEnds::NotKnown;
+    LineEnds m_ends;
 };
 
 } // namespace KelStd::cli

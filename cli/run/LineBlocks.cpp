@@ -11,12 +11,60 @@ namespace {
 
 constexpr int pieceSize = 1 << 16;
 constexpr char lineEnd = '\n';
+constexpr char quotationMark = '"';
 
 } // namespace
 
-bool LineBlocks::hasLine() const
+void LineBlocks::joinQuotedFields(qint64 skipped)
 {
-    return m_rest.lastIndexOf(lineEnd) >= 0;
+    m_groupsOf.emplace(skipped);
+    m_isSettled = false;
+}
+
+void LineBlocks::setShape(const positions::ListShape &shape, bool isSettled)
+{
+    m_groupsOf->setShape(shape);
+    m_isSettled = isSettled;
+}
+
+bool LineBlocks::hasLine()
+{
+    findEnds();
+    return m_whole > 0;
+}
+
+/// Goes on through the rest to the end of its last whole line; where each line is a block, to that
+/// of the first one.
+void LineBlocks::findEnds()
+{
+    if (!m_groupsOf) {
+        m_whole = static_cast<int>(m_rest.lastIndexOf(lineEnd)) + 1;
+        return;
+    }
+    while (m_whole < m_rest.size() && (m_isSettled || m_whole == 0)) {
+        if (m_isSettled) {
+            // Lines without a quotation mark end where they end.
+            const auto mark = m_rest.indexOf(quotationMark, m_whole);
+            advance(static_cast<int>(m_rest.lastIndexOf(lineEnd, mark)) + 1);
+            if (mark < 0)
+                return;
+        }
+        // What was read of a line before a stop was requested is no line.
+        const auto end = m_groupsOf->endOf(m_rest, m_whole, m_nextLine + m_wholeLines,
+                                           m_isAtEnd && !m_input.isStopped(), m_groups);
+        if (!end)
+            return;
+        advance(*end);
+    }
+}
+
+/// So much of the rest is whole lines.
+void LineBlocks::advance(int whole)
+{
+    if (whole <= m_whole)
+        return;
+    m_wholeLines += std::count(m_rest.cbegin() + m_whole, m_rest.cbegin() + whole, lineEnd);
+    m_whole = whole;
 }
 
 /// Appends what the input has to the rest.
@@ -35,7 +83,7 @@ void LineBlocks::read()
         m_isSkipping = end < 0;
         m_rest.remove(old, (m_isSkipping ? m_rest.size() : end) - old);
     }
-    if (m_rest.size() > positions::maxLineBytes && !hasLine()) {
+    if (m_rest.size() > positions::maxLineBytes && m_rest.lastIndexOf(lineEnd) < 0) {
         m_rest.truncate(positions::maxLineBytes + 1);
         m_isSkipping = true;
     }
@@ -54,40 +102,67 @@ LineBlocks::Result LineBlocks::next(LineBlock &block)
         read();
     if (!m_error.isEmpty())
         return Result::Error;
-    auto end = m_rest.lastIndexOf(lineEnd);
-    if (end < 0) {
+    if (m_whole == 0) {
         // What was read of a line before a stop was requested is no line.
         if (m_rest.isEmpty() || m_input.isStopped())
             return Result::End;
-        end = m_rest.size() - 1; // the input's last line has no end
+        m_whole = static_cast<int>(m_rest.size()); // the input's last line has no end
     }
     QByteArray bytes;
     bytes.swap(m_rest);
-    m_rest = bytes.mid(end + 1);
-    bytes.truncate(end + 1);
+    m_rest = bytes.mid(m_whole);
+    bytes.truncate(m_whole);
     block.firstLine = m_nextLine;
-    m_nextLine += std::count(bytes.cbegin(), bytes.cend(), lineEnd);
+    block.groups.swap(m_groups);
+    m_nextLine += m_groupsOf ? m_wholeLines : std::count(bytes.cbegin(), bytes.cend(), lineEnd);
     block.bytes = std::move(bytes);
+    m_groups.clear();
+    m_whole = 0;
+    m_wholeLines = 0;
     return Result::Block;
 }
 
 LineCursor::LineCursor(const LineBlock &block)
-    : m_rest(block.bytes.constData(), static_cast<std::size_t>(block.bytes.size())),
-      m_lineNumber(block.firstLine - 1)
+    : m_size(static_cast<std::size_t>(block.bytes.size())), m_rest(block.bytes.constData(), m_size),
+      m_lineNumber(block.firstLine - 1), m_group(block.groups.data()),
+      m_groupsEnd(m_group + block.groups.size())
 {}
 
 bool LineCursor::next()
 {
     if (m_rest.empty())
         return false;
-    ++m_lineNumber;
-    const std::size_t end = std::min(m_rest.find(lineEnd), m_rest.size());
+    m_lineNumber += m_lines;
+    m_lines = 1;
+    m_opener = 0;
+    const std::size_t end =
+        m_group == m_groupsEnd ? std::min(m_rest.find(lineEnd), m_rest.size()) : endInGroups();
     m_line = m_rest.substr(0, end);
     m_rest.remove_prefix(std::min(end + 1, m_rest.size()));
     m_isTooLong = m_line.size() > positions::maxLineBytes;
     if (!m_isTooLong && !m_line.empty() && m_line.back() == '\r')
         m_line.remove_suffix(1);
     return true;
+}
+
+/// Where the line ends at which the rest begins, of a block with groups.
+std::size_t LineCursor::endInGroups()
+{
+    const std::size_t begin = m_size - m_rest.size();
+    const auto endOfGroup = static_cast<std::size_t>(m_group->end);
+    const std::size_t end = std::min(m_rest.find(lineEnd), m_rest.size());
+    if (begin < static_cast<std::size_t>(m_group->begin))
+        return end;
+    m_opener = m_group->opener;
+    if (m_opener > 0) {
+        if (begin + end >= endOfGroup)
+            ++m_group;
+        return end;
+    }
+    ++m_group;
+    const std::string_view line = m_rest.substr(0, endOfGroup - begin);
+    m_lines += std::count(line.begin(), line.end(), lineEnd);
+    return line.size();
 }
 
 } // namespace KelStd::cli

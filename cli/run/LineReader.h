@@ -23,6 +23,17 @@ public:
     /// `name`: a file, or "-" for standard input.
     bool open(const QString &name, QString &error) { return m_input.open(name, error); }
 
+    /// As of `LineBlocks`, for lists whose lines have fields.
+    void joinQuotedFields() { m_blocks.joinQuotedFields(0); }
+    /// As of `LineBlocks`.
+    void setShape(const positions::ListShape &shape, bool isSettled)
+    {
+        m_blocks.setShape(shape, isSettled);
+    }
+
+    /// Not 0 where the line that `next` gave last may be a piece of a field, as of a `LineGroup`.
+    qint64 opener() const { return m_cursor.opener(); }
+
     /// The next line without its end, LF or CR LF. An unterminated last line counts.
     Result next(QByteArray &line);
 

@@ -15,6 +15,7 @@ ExitStatus PositionRun::run()
     for (m_current = 0; m_current < m_inputs.size(); ++m_current) {
         input().endAt(&stop);
         m_blocks.emplace(input());
+        m_blocks->joinQuotedFields(m_parser.skippedLines());
         m_output.setInput(input().displayName(), QStringLiteral("line"));
         end = runOver();
         skipped += remarks();
@@ -71,6 +72,7 @@ PositionRun::State PositionRun::readOrder(BlockWork &work)
         if (end)
             break;
         const BlockResult result = work(block);
+        m_blocks->setShape(work.parser().shape(), work.parser().knowsOrder());
         if (!work.heading().isEmpty())
             m_output.setHeading(work.heading());
         m_output.setHeaderLine(work.parser().headerLine());

@@ -14,6 +14,8 @@ void RunOutput::setInput(const QString &name, const QString &item)
     m_lastLine = 0;
     m_doneBytes = 0;
     m_hasOtherEncoding = false;
+    m_firstWithComma = 0;
+    m_firstWithPoint = 0;
     m_inputName = name;
     m_item = item;
 }
@@ -28,6 +30,7 @@ bool RunOutput::take(const BlockResult &result)
                 .arg(result.firstInWindows1252)
                 .arg(m_inputName));
     }
+    reportMarks(result);
     qint64 printed = 0;
     for (const BlockResult::Message &message : result.messages) {
         print(result.output.constData() + printed, message.position - printed);
@@ -47,6 +50,24 @@ bool RunOutput::take(const BlockResult &result)
     if (m_progress != nullptr)
         m_progress->show(m_doneBytes);
     return m_sink != nullptr ? m_sink->canWrite() : m_console.canPrint();
+}
+
+/// Says once that the input mixes decimal marks.
+void RunOutput::reportMarks(const BlockResult &result)
+{
+    const bool wereMixed = m_firstWithComma > 0 && m_firstWithPoint > 0;
+    if (m_firstWithComma == 0)
+        m_firstWithComma = result.firstWithComma;
+    if (m_firstWithPoint == 0)
+        m_firstWithPoint = result.firstWithPoint;
+    if (wereMixed || m_firstWithComma == 0 || m_firstWithPoint == 0)
+        return;
+    m_console.report(QStringLiteral("warning: %1 has decimal commas (line %2) and decimal points "
+                                    "(line %3); a point before thousands is read as one before "
+                                    "decimals")
+                         .arg(m_inputName)
+                         .arg(m_firstWithComma)
+                         .arg(m_firstWithPoint));
 }
 
 /// What is said once of all positions.

@@ -66,6 +66,7 @@ public:
     ExitStatus finish(End end, const QString &error, const QStringList &remarks = {});
 
 private:
+    void reportMarks(const BlockResult &result);
     void reportRemarks();
     void print(const char *bytes, qint64 size);
     void write(const QByteArray &bytes);
@@ -91,6 +92,8 @@ private:
     bool m_hasHeading = false;
     bool m_hasPosition = false;
     bool m_hasOtherEncoding = false; ///< what was said of this input
+    qint64 m_firstWithComma = 0; ///< decimal commas, and points, of this input
+    qint64 m_firstWithPoint = 0;
     qint64 m_taken = 0;
     qint64 m_takenBefore = 0; ///< of the inputs before
     qint64 m_failed = 0;

@@ -21,6 +21,7 @@ std::optional<ExitStatus> read(const QString &fileName, Reader &reader, Console 
         console.report(QStringLiteral("cannot read %1: %2").arg(fileName, error));
         return ExitStatus::Usage;
     }
+    lines.joinQuotedFields();
     QByteArray line;
     qint64 mistakes = 0;
     const auto report = [&](const QString &mistake) {
@@ -41,10 +42,13 @@ std::optional<ExitStatus> read(const QString &fileName, Reader &reader, Console 
         QString mistake;
         if (result == LineReader::Result::TooLong)
             report(QStringLiteral("the line is too long"));
+        else if (lines.opener() > 0)
+            report(pieceMistake(lines.opener()));
         else if (!reader.read(
                      std::string_view(line.constData(), static_cast<std::size_t>(line.size())),
                      mistake))
             report(mistake);
+        lines.setShape(reader.shape(), reader.hasRows());
         if (mistakes > 0 && !reader.hasHeadings())
             return ExitStatus::Usage;
     }

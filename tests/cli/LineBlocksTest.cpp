@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <optional>
 #include <thread>
 
 #include <unistd.h>
@@ -22,13 +23,24 @@ using Result = LineBlocks::Result;
 
 constexpr int pieceSize = 1 << 16; // what is read at once
 
+/// How a list is read whose quoted fields may go over several lines.
+struct Joined
+{
+    bool isSettled = true; ///< from the beginning
+    qint64 skipped = 0;
+};
+
 /// Every block of an input.
-QList<LineBlock> blocksOf(const QString &name)
+QList<LineBlock> blocksOf(const QString &name, const std::optional<Joined> &joined = {})
 {
     Input input;
     QString error;
     EXPECT_TRUE(input.open(name, error)) << error;
     LineBlocks reader(input);
+    if (joined) {
+        reader.joinQuotedFields(joined->skipped);
+        reader.setShape({QLatin1Char(','), 4}, joined->isSettled);
+    }
     QList<LineBlock> blocks;
     LineBlock block;
     Result result = reader.next(block);
@@ -39,12 +51,12 @@ QList<LineBlock> blocksOf(const QString &name)
 }
 
 /// Those of a file with these bytes.
-QList<LineBlock> blocksOfFile(const QByteArray &bytes)
+QList<LineBlock> blocksOfFile(const QByteArray &bytes, const std::optional<Joined> &joined = {})
 {
     const test::TemporaryHome home;
     const QString file = home.path(QStringLiteral("input"));
     test::writeFile(file, bytes);
-    return blocksOf(file);
+    return blocksOf(file, joined);
 }
 
 /// The ends of a pipe; each is closed when it is still open.
@@ -76,7 +88,8 @@ struct Pipe
 };
 
 /// Those of a pipe that delivers so many bytes at a time.
-QList<LineBlock> blocksOfPipe(const QByteArray &bytes, int size)
+QList<LineBlock> blocksOfPipe(const QByteArray &bytes, int size,
+                              const std::optional<Joined> &joined = {})
 {
     Pipe pipe;
     std::thread writer([&] {
@@ -84,7 +97,7 @@ QList<LineBlock> blocksOfPipe(const QByteArray &bytes, int size)
             pipe.send(bytes.mid(i, size));
         pipe.closeWriter();
     });
-    const QList<LineBlock> blocks = blocksOf(pipe.reader());
+    const QList<LineBlock> blocks = blocksOf(pipe.reader(), joined);
     writer.join();
     return blocks;
 }
@@ -93,16 +106,19 @@ struct Line
 {
     QByteArray text; ///< "TOO LONG" for one that is
     qint64 number;
+    qint64 opener = 0;
 
     bool operator==(const Line &other) const
     {
-        return text == other.text && number == other.number;
+        return text == other.text && number == other.number && opener == other.opener;
     }
 };
 
 void PrintTo(const Line &line, std::ostream *out)
 {
     *out << line.number << ':' << line.text.left(20).toStdString() << " of " << line.text.size();
+    if (line.opener > 0)
+        *out << ", may be a piece of " << line.opener;
 }
 
 QList<Line> linesOf(const QList<LineBlock> &blocks)
@@ -114,7 +130,7 @@ QList<Line> linesOf(const QList<LineBlock> &blocks)
             const std::string_view line = cursor.line();
             lines += {cursor.isTooLong() ? QByteArray("TOO LONG")
                                          : QByteArray(line.data(), static_cast<int>(line.size())),
-                      cursor.lineNumber()};
+                      cursor.lineNumber(), cursor.opener()};
             if (cursor.isTooLong()) {
                 EXPECT_GT(line.size(), maxLineBytes);
             }
@@ -255,6 +271,161 @@ TEST(LineBlocks, LinesThatAreTooLongMayFollowEachOther)
     EXPECT_EQ(linesOf(blocksOfFile(bytes)), lines);
     for (const int size : {1, 4095, 4096, 4097, 5001})
         EXPECT_EQ(linesOf(blocksOfPipe(bytes, size)), lines) << size;
+}
+
+/// Lines of four fields between commas, whose last one may be in quotation marks.
+const SmallInput quotedInputs[] = {
+    {"1,2,3,\"a\nb\"\n4,5,6,c\n", {{"1,2,3,\"a\nb\"", 1}, {"4,5,6,c", 3}}},
+    {"1,2,3,\"a\r\nb\"\r\n4,5,6,c\r\n", {{"1,2,3,\"a\r\nb\"", 1}, {"4,5,6,c", 3}}},
+    {"1,2,3,\"a\n\n\nb\"", {{"1,2,3,\"a\n\n\nb\"", 1}}},
+    {"1,2,3,\"\"\"\n\"\"\"\n4,5,6,\"c\nd\"\n",
+     {{"1,2,3,\"\"\"\n\"\"\"", 1}, {"4,5,6,\"c\nd\"", 3}}},
+    {"\xEF\xBB\xBF\"a\nb\",2,3,4\n5,6,7,8\n", {{"\xEF\xBB\xBF\"a\nb\",2,3,4", 1}, {"5,6,7,8", 3}}},
+    // Marks that open no field.
+    {"1,2,3,2\" pipe\n4,5,6,c\n", {{"1,2,3,2\" pipe", 1}, {"4,5,6,c", 2}}},
+    {"# 1,2,3,\"a\n4,5,6,c\"\n", {{"# 1,2,3,\"a", 1}, {"4,5,6,c\"", 2}}},
+    // Fields that are never closed.
+    {"1,2,3,\"a\n4,5,6,b\n7,8,9,c\n", {{"1,2,3,\"a", 1}, {"4,5,6,b", 2}, {"7,8,9,c", 3}}},
+    {"1,2,3,\"a\n", {{"1,2,3,\"a", 1}}},
+    {"1,2,3,\"a", {{"1,2,3,\"a", 1}}},
+    // The input breaks off in one.
+    {"0,0,0,0\n1,2,3,\"a\n4,5,6,b\n7,8,9,c",
+     {{"0,0,0,0", 1}, {"1,2,3,\"a", 2}, {"4,5,6,b", 3, 2}, {"7,8,9,c", 4, 2}}},
+    // A mark with text behind it closes none.
+    {"1,2,3,\"a\n4,5,6,\"b\"\n7,8,9,c\n", {{"1,2,3,\"a", 1}, {"4,5,6,\"b\"", 2}, {"7,8,9,c", 3}}},
+    {"1,2,3,\"a\n4,5,6,b\n7,8,9,\"c\"\n0,0,0,0\n",
+     {{"1,2,3,\"a", 1}, {"4,5,6,b", 2, 1}, {"7,8,9,\"c\"", 3}, {"0,0,0,0", 4}}},
+    {"1,2,3,\"a\n4,5,6,5\" b\"\n7,8,9,c\n",
+     {{"1,2,3,\"a", 1}, {"4,5,6,5\" b\"", 2, 1}, {"7,8,9,c", 3}}},
+    {"1,2,3,\"a\n4,5,6,\"b\n7,8,9,\"c\nd\"\n",
+     {{"1,2,3,\"a", 1}, {"4,5,6,\"b", 2}, {"7,8,9,\"c\nd\"", 3}}},
+};
+
+TEST(LineBlocks, LinesOfAQuotedFieldAreOneLine)
+{
+    for (const SmallInput &row : quotedInputs) {
+        for (const bool isSettled : {false, true}) {
+            const Joined joined{isSettled, 0};
+            EXPECT_EQ(linesOf(blocksOfFile(row.bytes, joined)), row.lines) << row.bytes.constData();
+            for (const int size : {1, 2, 7}) {
+                EXPECT_EQ(linesOf(blocksOfPipe(row.bytes, size, joined)), row.lines)
+                    << row.bytes.constData();
+            }
+        }
+    }
+}
+
+TEST(LineBlocks, WithoutFieldsEveryLineIsItself)
+{
+    for (const SmallInput &row : quotedInputs)
+        EXPECT_EQ(linesOf(blocksOfFile(row.bytes)), expectedLines(row.bytes));
+}
+
+TEST(LineBlocks, OfSkippedLinesEachIsItself)
+{
+    const QByteArray bytes = "\"title\n1,2,3,\"a\nb\"\n";
+    const QList<Line> lines = {{"\"title", 1}, {"1,2,3,\"a\nb\"", 2}};
+    EXPECT_EQ(linesOf(blocksOfFile(bytes, Joined{false, 1})), lines);
+    EXPECT_EQ(linesOf(blocksOfFile(bytes, Joined{true, 1})), lines);
+}
+
+TEST(LineBlocks, UntilTheListIsKnownEachLineIsABlock)
+{
+    const QList<LineBlock> blocks =
+        blocksOfFile("1,2,3,4\n5,6,7,\"a\nb\"\n8,9,0,c\n", Joined{false, 0});
+    ASSERT_EQ(blocks.size(), 3);
+    EXPECT_EQ(blocks.at(1).bytes, QByteArray("5,6,7,\"a\nb\"\n"));
+    EXPECT_EQ(blocks.at(2).firstLine, 4);
+}
+
+/// The border of what is read at once lies anywhere in a quoted field, and the field is about as
+/// long as the longest line.
+TEST(LineBlocks, AQuotedFieldMayCrossTheBorderOfABlock)
+{
+    const test::TemporaryHome home;
+    const QString file = home.path(QStringLiteral("input"));
+    for (const int length : {20, 4080, 4095, 4096, 4097, 5000}) {
+        for (const int before : {0, 1, 5, 7, 8, 9, 10, 11, 15, 19, 20, 21, 4000}) {
+            const QByteArray lead = linesOfSize(pieceSize - before);
+            const QByteArray field = "1,2,3,\"a\nxx\n" + QByteArray(length - 14, 'x') + "\n\"";
+            ASSERT_EQ(field.size(), length);
+            test::writeFile(file, lead + field + "\n4,5,6,b\n" + linesOfSize(pieceSize));
+            QList<Line> expected = expectedLines(lead);
+            const qint64 first = expected.size() + 1;
+            if (length <= maxLineBytes) {
+                expected += {Line{field, first}, Line{"4,5,6,b", first + 4}};
+            } else {
+                for (const QByteArray &line : field.split('\n')) {
+                    const qint64 number = expected.size() + 1;
+                    expected += {line.size() > maxLineBytes ? QByteArray("TOO LONG") : line, number,
+                                 number > first ? first : 0};
+                }
+                expected += Line{"4,5,6,b", first + 4};
+            }
+            ASSERT_EQ(linesOf(blocksOf(file, Joined{})).mid(0, expected.size()), expected)
+                << length << ' ' << before;
+        }
+    }
+}
+
+/// A field of many lines that is longer than any line may be.
+TEST(LineBlocks, LinesOfATooLongFieldArePieces)
+{
+    const QByteArray inside = QByteArray("4,5,6,b\n").repeated(2000);
+    struct
+    {
+        QByteArray behind;
+        bool isField;
+    } const rows[] = {
+        {"end\"\n7,8,9,c\n", true},
+        {"end\" ,\n7,8,9,c\n", true},
+        {"\"\r\n7,8,9,c\n", true},
+        {"7,8,9,\"\n7,8,9,c\n", true},
+        {"a \"\"b\"\" \"\n7,8,9,c\n", true},
+        {"7,8,9,c\n", false},
+
+        {"7,8,9,\"c\"\n", false},
+        {"7,8,9,5\" pipe\n7,8,9,c\n", false},
+    };
+    for (const auto &row : rows) {
+        const QByteArray bytes = "1,2,3,\"a\n" + inside + row.behind;
+        for (const bool isSettled : {false, true}) {
+            const QList<Line> lines = linesOf(blocksOfFile(bytes, Joined{isSettled, 0}));
+            ASSERT_EQ(lines.size(), expectedLines(bytes).size());
+            EXPECT_EQ(lines.at(0).opener, 0);
+            EXPECT_EQ(lines.at(1).opener, row.isField ? 1 : 0) << row.behind.constData();
+            EXPECT_EQ(lines.at(2001).opener, row.isField ? 1 : 0) << row.behind.constData();
+            EXPECT_EQ(lines.last().opener, 0) << row.behind.constData();
+        }
+    }
+    const QList<Line> lines = linesOf(blocksOfFile("1,2,3,\"a\n" + inside + "7,8,9,c", Joined{}));
+    EXPECT_EQ(lines.at(1).opener, 1);
+    EXPECT_EQ(lines.last().opener, 1);
+}
+
+/// Who types the first line of a field has not ended it.
+TEST(LineBlocks, AnOpenFieldWaitsForItsEnd)
+{
+    Pipe pipe;
+    Input input;
+    QString error;
+    ASSERT_TRUE(input.open(pipe.reader(), error)) << error;
+    LineBlocks reader(input);
+    reader.joinQuotedFields(0);
+    reader.setShape({QLatin1Char(','), 4}, true);
+    LineBlock block;
+    pipe.send("0,0,0,0\n1,2,3,\"a\n");
+    EXPECT_TRUE(reader.isReady());
+    ASSERT_EQ(reader.next(block), Result::Block);
+    EXPECT_EQ(block.bytes, QByteArray("0,0,0,0\n"));
+    EXPECT_FALSE(reader.isReady());
+    pipe.send("b\"\n");
+    EXPECT_TRUE(reader.isReady());
+    ASSERT_EQ(reader.next(block), Result::Block);
+    EXPECT_EQ(block.bytes, QByteArray("1,2,3,\"a\nb\"\n"));
+    EXPECT_EQ(block.firstLine, 2);
+    EXPECT_EQ(block.groups.size(), 1U);
+    EXPECT_FALSE(reader.isReady());
 }
 
 TEST(LineBlocks, AFileWithoutLineEndsIsNotReadIntoMemory)

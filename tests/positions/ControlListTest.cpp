@@ -67,6 +67,32 @@ TEST(ControlList, WhatIsNotThereIsNotKnown)
     EXPECT_EQ(reader.notRead(), QStringList(QStringLiteral("code")));
 }
 
+TEST(ControlList, RowsAreSeparatedAsTheirHeadingsAre)
+{
+    ControlListReader reader;
+    EXPECT_EQ(
+        mistakeOf(reader, {"name,lon,lat,h,n,e,remark", "A,5,52,45,2,3,oak;x;y", "B,5,52,45,2,3,"}),
+        QString());
+    ASSERT_EQ(reader.points().size(), 2);
+    EXPECT_EQ(reader.points().first().east, 3.0);
+    ControlListReader other;
+    EXPECT_EQ(mistakeOf(other, {"name,lon,lat,h,n,e", "A;5,5;52,5;45;2;3"}), QString());
+    ASSERT_EQ(other.points().size(), 1);
+    EXPECT_EQ(other.points().first().wgs84.getLongLatH().longitude, 5.5);
+}
+
+/// Thousands that a point sets apart are no decimals.
+TEST(ControlList, HasOneDecimalMark)
+{
+    for (const char *later : {"B;5;52;45;463.000;155.000", "B;5;52;45.5;463000;155000"}) {
+        ControlListReader reader;
+        const QString mistake =
+            mistakeOf(reader, {"name;lon;lat;h;n;e", "A;5,5;52,5;45,5;463000;155000", later});
+        EXPECT_TRUE(mistake.endsWith(QLatin1String("a comma or a point may set thousands apart")))
+            << mistake.toStdString();
+    }
+}
+
 TEST(ControlList, LengthsAreInTheUnitOfTheirHeadingOrOfThePlane)
 {
     const positions::PlaneUnit foot{QStringLiteral("ft"), 0.3048};

@@ -158,17 +158,16 @@ INSTANTIATE_TEST_SUITE_P(
               "and 47.5 are these, --columns 1,2,3 picks them"},
         Ended{"SixFieldsOfDegreesAndMinutes", "P1,52,30,5,15,40\n",
               "1: the line is neither headings nor a position: 6 fields found; expected are "
-              "longitude, latitude, height, after a point name if there is one; --skip 1"},
+              "longitude, latitude, height, after a point name if there is one"},
         Ended{"Bars", "5.25|52.5|40\n",
               "1: the line is neither headings nor a position: fields are separated by commas, "
-              "semicolons, tabulators or blanks, not by |; --skip 1"},
+              "semicolons, tabulators or blanks, not by |"},
         Ended{"BarsAndBlanks", "P1 | 5.25 | 52.5 | 40\n",
               "1: the line is neither headings nor a position: fields are separated by commas"},
         Ended{"BarsBetweenHeadings", "lon|lat|h\n5.25|52.5|40\n",
               "1: the line is neither headings nor a position: fields are separated by commas"},
-        Ended{
-            "NumbersWithUnits", "5.25E 52.5N 40m\n",
-            "1: the line is neither headings nor a position: \"5.25E\" is not a number; --skip 1"},
+        Ended{"NumbersWithUnits", "5.25E 52.5N 40m\n",
+              "1: the line is neither headings nor a position: \"5.25E\" is not a number"},
         Ended{"LettersForMinutes", "5d15m00s,52d30m00s,40\n",
               "1: the line is neither headings nor a position: longitude \"5d15m00s\" has the "
               "letter m in it; write ' for minutes and \" for seconds"},
