@@ -14,15 +14,15 @@ namespace KelStd::positions {
 struct ListShape
 {
     QChar separator; ///< a blank for any run of blanks and tabulators; null where it is not known
-    int fields = 0;
+    int fields = 0;  ///< how many each line has; 0 where it is not known
 };
 
 /// What the quotation marks of a line come to at its end.
 struct QuotationMarks
 {
-    bool areOpen = false;   ///< the next line belongs to it
-    bool areBroken = false; ///< text follows a closing one, or a line break stands outside
-    bool holdFields = false;
+    bool areOpen = false;    ///< the next line belongs to it
+    bool areBroken = false;  ///< text follows a closing one, or a line break stands outside
+    bool holdFields = false; ///< some field stands in them
 };
 
 /// `line`: without its end, maybe several that belong together. `shape`: of its list, as far as it
