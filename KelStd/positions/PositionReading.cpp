@@ -282,12 +282,11 @@ bool PositionParser::Reading::readPlain(std::string_view line, qint64 lineNumber
         return false;
     if (m_emptyBehind >= 0 && !m_plain.field(m_emptyBehind).empty())
         return false;
+    m_mark = m_listMark;
     if (m_listMark != DecimalMark::Point && hasPlainPoint()) {
         if (m_listMark)
             return false;
         m_mark = DecimalMark::Point;
-    } else {
-        m_mark = m_listMark;
     }
     for (const int field : m_order->units) {
         if (m_plain.field(field) != "m" || !m_components.isInMetres())

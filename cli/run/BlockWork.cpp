@@ -30,7 +30,8 @@ BlockResult BlockWork::operator()(const LineBlock &block)
             if (m_parser.isHeightTaken())
                 ++result.heightsTaken;
             noteDecimalMark(result, cursor.lineNumber());
-            warnOfEnclosedLine(result);
+            if (cursor.lastLineNumber() > cursor.lineNumber())
+                warnOfEnclosedLine(result);
             m_maker.take(result,
                          {m_parser.position(), m_parser.name(), m_parser.carried(),
                           positions::noFields, m_parser.heightReference()},

@@ -22,7 +22,13 @@ void InputText::normalise(QByteArray &bytes, qsizetype from, bool isAtEnd)
     if (!m_knowsEncoding)
         recogniseEncoding(bytes, from, isAtEnd);
     if (m_decoder) {
-        QString text = m_decoder->decode(bytes.constData() + from, bytes.size() - from);
+        QString text = m_held + m_decoder->decode(bytes.constData() + from, bytes.size() - from);
+        m_held.clear();
+        // The first half of a character is none before its other half is there.
+        if (!isAtEnd && !text.isEmpty() && text.at(text.size() - 1).isHighSurrogate()) {
+            m_held = text.right(1);
+            text.chop(1);
+        }
         // Half a character is none that could be left out.
         if (isAtEnd && m_decoder->isInsideCharacter())
             text += QChar(QChar::ReplacementCharacter);

@@ -3,6 +3,7 @@
 #include <KelStd/text/TextDecoder.h>
 
 #include <QtCore/QByteArray>
+#include <QtCore/QString>
 
 #include <optional>
 
@@ -45,6 +46,7 @@ private:
 
     bool m_knowsEncoding = false;
     std::optional<TextDecoder> m_decoder; ///< of UTF-16
+    QString m_held;                       ///< half of a pair, which the bytes before ended in
     LineEnds m_ends;
 };
 

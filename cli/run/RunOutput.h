@@ -92,7 +92,7 @@ private:
     bool m_hasHeading = false;
     bool m_hasPosition = false;
     bool m_hasOtherEncoding = false; ///< what was said of this input
-    qint64 m_firstWithComma = 0; ///< decimal commas, and points, of this input
+    qint64 m_firstWithComma = 0;     ///< decimal commas, and points, of this input
     qint64 m_firstWithPoint = 0;
     qint64 m_taken = 0;
     qint64 m_takenBefore = 0; ///< of the inputs before

@@ -241,6 +241,21 @@ TEST(LineBlocks, OfSixteenBitsAreUtf8)
     }
 }
 
+/// Wherever the pieces end in which it comes.
+TEST(LineBlocks, ACharacterOfTwoUnitsMayBeTorn)
+{
+    const QByteArray bytes("\xFF\xFE\x3D\xD8\x00\xDE\n\0", 8);
+    for (int first = 2; first < bytes.size(); ++first) {
+        cli::InputText text;
+        QByteArray rest = bytes.left(first);
+        text.normalise(rest, 0, false);
+        const auto before = rest.size();
+        rest += bytes.mid(first);
+        text.normalise(rest, before, false);
+        EXPECT_EQ(rest, QByteArray("\xF0\x9F\x98\x80\n")) << first;
+    }
+}
+
 /// Lines about the greatest length, which begin and end on every side of the border of what is read
 /// at once.
 TEST(LineBlocks, ALineThatIsTooLongIsOneLineWhereverItStands)
