@@ -234,6 +234,16 @@ stENU transformed(const Coord &system, const Location &location)
     return atSite;
 }
 
+bool mayHaveAnotherHeight(const calibration::SiteTransform &site, const SystemOrigin &origin,
+                          const stENU &atSite)
+{
+    using namespace calibration;
+    const SiteExtent extent(site, origin.control);
+    if ((extent.outside(atSite.n, atSite.e) & SiteExtent::heights) != 0)
+        return true;
+    return false;
+}
+
 TEST_F(CommentExamples, ASite)
 {
     using namespace calibration;
@@ -252,6 +262,17 @@ TEST_F(CommentExamples, ASite)
     EXPECT_TRUE(outcome.isMade);
     EXPECT_NEAR(location.get_NEH_E(), 155000.0, 1e-6);
     EXPECT_NEAR(transformed(system, location).e, 55000.0, 1e-6);
+
+    // A single control point, near which the fit is taken to hold.
+    ControlPoint point;
+    point.north = 463000.0;
+    point.east = 55000.0;
+    point.isUsedInPlan = true;
+    SystemOrigin origin;
+    origin.control = {point};
+    const SiteTransform site = builder->site();
+    EXPECT_FALSE(mayHaveAnotherHeight(site, origin, {55050.0, 463000.0, 0.0}));
+    EXPECT_TRUE(mayHaveAnotherHeight(site, origin, {56000.0, 463000.0, 0.0}));
 }
 
 QString locked(const LibraryDirectory &directory, Desk &desk)
