@@ -1,5 +1,6 @@
 // Datum shifts fitted to pairs of positions.
 
+#include "calibration/OriginOfBase.h"
 #include "calibration/SiteRecords.h"
 #include "proj/ProjPrograms.h"
 #include "support/Printers.h"
@@ -291,15 +292,7 @@ TEST_F(DatumFitTest, ASiteOfTheBaseIsLeftOutWithAWarning)
 
 TEST(DatumOrigins, KeepWhatHoldsForThePlaceButNeitherCodeNorOperation)
 {
-    SystemOrigin base;
-    base.authority = QStringLiteral("EPSG");
-    base.code = QStringLiteral("28992");
-    base.databaseVersion = QStringLiteral("EPSG v10.076");
-    base.operation = SystemOrigin::Operation{QStringLiteral("EPSG:4833"), QStringLiteral("x"), 1.0};
-    base.area = AreaOfUse{3.2, 50.75, 7.22, 53.7};
-    base.areaName = QStringLiteral("Netherlands");
-    base.countries = QStringList{QStringLiteral("Netherlands")};
-    base.planeUnit = SystemOrigin::PlaneUnit{QStringLiteral("foot"), 0.3048};
+    SystemOrigin base = test::originOfBase();
     base.control.resize(2);
 
     SystemOrigin expected;

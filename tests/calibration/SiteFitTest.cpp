@@ -1,6 +1,7 @@
 // The parameters that a fit finds, and what its records make of positions.
 
 #include "calibration/MeasuredSite.h"
+#include "calibration/OriginOfBase.h"
 #include "support/Printers.h"
 #include "support/ProjTest.h"
 
@@ -255,15 +256,7 @@ TEST_F(SiteFitTest, PutsTheSurfaceOfHeightsWhereThePlaneIsTransformedTo)
 
 TEST(SiteOrigins, KeepWhatHoldsForThePlaceButNoCode)
 {
-    SystemOrigin base;
-    base.authority = QStringLiteral("EPSG");
-    base.code = QStringLiteral("28992");
-    base.databaseVersion = QStringLiteral("EPSG v10.076");
-    base.operation = SystemOrigin::Operation{QStringLiteral("EPSG:4833"), QStringLiteral("x"), 1.0};
-    base.area = AreaOfUse{3.2, 50.75, 7.22, 53.7};
-    base.areaName = QStringLiteral("Netherlands");
-    base.countries = QStringList{QStringLiteral("Netherlands")};
-    base.planeUnit = SystemOrigin::PlaneUnit{QStringLiteral("foot"), 0.3048};
+    const SystemOrigin base = test::originOfBase();
     ControlPoint point;
     point.name = QStringLiteral("1");
 

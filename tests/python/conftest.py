@@ -42,6 +42,20 @@ def rd_converter(kelstd, rd):
 
 
 @pytest.fixture
+def given(tmp_path):
+    """An empty directory to convert."""
+    made = tmp_path / "given"
+    made.mkdir()
+    return made
+
+
+@pytest.fixture
+def output(tmp_path):
+    """The directory of the results, which is not there yet."""
+    return tmp_path / "output"
+
+
+@pytest.fixture
 def convert_directory(home, monkeypatch, capsys):
     """The example on a Dask cluster, run in this process: what it returns, and what it says."""
     monkeypatch.syspath_prepend(ROOT / "examples" / "dask")

@@ -18,18 +18,6 @@ POSITIONS = np.tile([5.81015219, 52.17852792, 90.865], (25, 1))
 ROWS = "--rows=10"
 
 
-@pytest.fixture
-def given(tmp_path):
-    made = tmp_path / "given"
-    made.mkdir()
-    return made
-
-
-@pytest.fixture
-def output(tmp_path):
-    return tmp_path / "output"
-
-
 def save_zarr(path):
     zarr.open_array(str(path), mode="w", shape=POSITIONS.shape, chunks=(7, 3), dtype="f8")[:] = POSITIONS
 

@@ -11,18 +11,6 @@ POSITION = "5.81015219,52.17852792,90.865"  # the README's
 HEADINGS = "longitude,latitude,height"
 
 
-@pytest.fixture
-def given(tmp_path):
-    made = tmp_path / "given"
-    made.mkdir()
-    return made
-
-
-@pytest.fixture
-def output(tmp_path):
-    return tmp_path / "output"
-
-
 def read(path):
     """As it stands: the headings are a line."""
     table = pd.read_csv(path, dtype=str, keep_default_na=False, header=None)
