@@ -23,7 +23,7 @@ QString unescaped(const QString &text)
         const QRegularExpressionMatch match = found.next();
         plain += text.mid(end, match.capturedStart() - end);
         plain += QChar(match.captured(1).toUShort(nullptr, 16));
-        end = match.capturedEnd();
+        end = static_cast<int>(match.capturedEnd());
     }
     return plain + text.mid(end);
 }
