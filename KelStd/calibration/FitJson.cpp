@@ -117,29 +117,17 @@ QJsonObject objectOf(const DifferenceSummary &summary)
             {QStringLiteral("max_point"), orNull(summary.maxPoint)}};
 }
 
-QJsonObject objectOf(const DatumParameters &parameters)
+/// The parts of a datum shift, or their standard deviations, null where one has none.
+template <typename Shift>
+QJsonObject objectOfShift(const Shift &shift)
 {
-    return {{QStringLiteral("x_m"), parameters.x},
-            {QStringLiteral("y_m"), parameters.y},
-            {QStringLiteral("z_m"), parameters.z},
-            {QStringLiteral("rx_arcsec"), parameters.rx},
-            {QStringLiteral("ry_arcsec"), parameters.ry},
-            {QStringLiteral("rz_arcsec"), parameters.rz},
-            {QStringLiteral("scale_ppm"), parameters.scale}};
-}
-
-/// Null without redundancy, and so is that of a parameter that is not fitted.
-QJsonValue valueOf(const std::optional<DatumDeviations> &deviations)
-{
-    if (!deviations)
-        return {};
-    return QJsonObject{{QStringLiteral("x_m"), deviations->x},
-                       {QStringLiteral("y_m"), deviations->y},
-                       {QStringLiteral("z_m"), deviations->z},
-                       {QStringLiteral("rx_arcsec"), orNull(deviations->rx)},
-                       {QStringLiteral("ry_arcsec"), orNull(deviations->ry)},
-                       {QStringLiteral("rz_arcsec"), orNull(deviations->rz)},
-                       {QStringLiteral("scale_ppm"), orNull(deviations->scale)}};
+    return {{QStringLiteral("x_m"), orNull(shift.x)},
+            {QStringLiteral("y_m"), orNull(shift.y)},
+            {QStringLiteral("z_m"), orNull(shift.z)},
+            {QStringLiteral("rx_arcsec"), orNull(shift.rx)},
+            {QStringLiteral("ry_arcsec"), orNull(shift.ry)},
+            {QStringLiteral("rz_arcsec"), orNull(shift.rz)},
+            {QStringLiteral("scale_ppm"), orNull(shift.scale)}};
 }
 
 } // namespace
@@ -179,9 +167,10 @@ QByteArray jsonLine(const DatumFit &fit)
                                   {QStringLiteral("residual_z_m"), point.residualZ},
                                   {QStringLiteral("suspect"), point.isSuspect}});
     }
-    QJsonObject object = objectOf(fit.rigorous);
-    object[QStringLiteral("linear")] = objectOf(fit.linear);
-    object[QStringLiteral("standard_deviations")] = valueOf(fit.deviations);
+    QJsonObject object = objectOfShift(fit.rigorous);
+    object[QStringLiteral("linear")] = objectOfShift(fit.linear);
+    object[QStringLiteral("standard_deviations")] =
+        fit.deviations ? QJsonValue(objectOfShift(*fit.deviations)) : QJsonValue();
     object[QStringLiteral("s0_m")] = orNull(fit.statistics.s0);
     object[QStringLiteral("points")] = points;
     object[QStringLiteral("warnings")] = arrayOf(fit.warnings);

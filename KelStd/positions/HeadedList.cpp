@@ -46,17 +46,12 @@ HeadedList::Result HeadedList::take(std::string_view bytes, QString &mistake)
         // Of a list in another unit a number would move a point without a word.
         if (saysUnits(m_line.text))
             m_remarks += m_line.text;
-        if (!m_hasHeadings && countKnown(m_line.split.fields) > 2
-            && readHeadings(headingFields(m_line.split)).isEmpty()) {
-            m_hasHeadings = true;
-            m_shape = {m_line.split.separator, m_count};
-        }
+        if (!m_hasHeadings && countKnown(m_line.split.fields) > 2)
+            takeHeadings(headingFields(m_line.split));
         return Result::Nothing;
     }
     if (!m_hasHeadings) {
-        mistake = readHeadings(joinUnits(m_line.split.fields));
-        m_hasHeadings = mistake.isEmpty();
-        m_shape = {m_line.split.separator, m_count};
+        mistake = takeHeadings(joinUnits(m_line.split.fields));
         return m_hasHeadings ? Result::Nothing : Result::Mistake;
     }
     if (!unitsOfLine(m_line.split).isEmpty()) {
@@ -77,8 +72,19 @@ HeadedList::Result HeadedList::take(std::string_view bytes, QString &mistake)
         mistake = doubtOnBreaks();
     if (mistake.isEmpty())
         mistake = settleDecimalMark();
-    m_shape.separator = m_line.split.separator;
+    if (mistake.isEmpty())
+        m_shape.separator = m_line.split.separator;
     return mistake.isEmpty() ? Result::Row : Result::Mistake;
+}
+
+/// Takes the line for that of the headings. Empty, or why it is none.
+QString HeadedList::takeHeadings(const QStringList &headings)
+{
+    QString mistake = readHeadings(headings);
+    m_hasHeadings = mistake.isEmpty();
+    if (m_hasHeadings)
+        m_shape = {m_line.split.separator, m_count};
+    return mistake;
 }
 
 /// Whether the line has values where numbers are to stand, as far as it has anything there.

@@ -72,6 +72,7 @@ private:
 
     int fieldOf(int column) const { return m_fields[static_cast<std::size_t>(column)]; }
     QString readHeadings(const QStringList &headings);
+    QString takeHeadings(const QStringList &headings);
     bool hasValues(const SplitLine &line) const;
     QString chooseSeparator();
     QString doubtOnBreaks() const;
@@ -83,7 +84,7 @@ private:
     std::vector<double> m_measures; ///< [m], [deg]; 0 where the heading names no unit
     QStringList m_headings;
     int m_count = 0;          ///< of headings
-    ListShape m_shape;        ///< of the headings
+    ListShape m_shape;        ///< of the headings, separated as the last row
     std::vector<int> m_units; ///< the fields that hold a unit of the line
     QStringList m_notRead;
     QStringList m_remarks; ///< in front of the headings

@@ -30,7 +30,8 @@ CommandLine makeCommandLine()
             "\n"
             "Printed is the shift from the local ellipsoid to WGS 84, with rotations by the\n"
             "position vector convention and the exact matrix, and beside it the parameters of\n"
-            "the linear matrix. The document keeps translations and scale with their signs\n"
+            "the linear matrix, with their standard deviations where there are more points\n"
+            "than they need. The document keeps translations and scale with their signs\n"
             "reversed, as all documents do.\n"
             "\n")
             + reviewHelp()

@@ -29,10 +29,9 @@ const QString *mistakeIn(const std::array<ReasonTexts::Component, 3> &components
 
 void markFailed(Location &location)
 {
-    constexpr double row[] = {noNumber, noNumber, noNumber};
     for (Pos *position :
          {&location.wgs84LLH, &location.wgs84XYZ, &location.localLLH, &location.localNEH})
-        position->setXYZ(row[0], row[1], row[2]);
+        position->setXYZ(noNumber, noNumber, noNumber);
 }
 
 /// Of the parts of a fit that do not hold.
