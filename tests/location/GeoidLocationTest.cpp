@@ -157,7 +157,8 @@ TEST_F(GeoidLocation, IsNotTheLocalEllipsoidsHeightMinusTheUndulation)
 
 TEST_F(GeoidLocation, GivenProjectedHeightIsReadAsOneAboveTheGeoid)
 {
-    const LocationOperation operation{Frame::LocalNEH, "LocalNEH", &Coord::MakeLocation_byLocalNEH};
+    const LocationOperation &operation = locationOperations[3];
+    ASSERT_EQ(operation.from, Frame::LocalNEH);
     const Coord coord = withModel("egm96_15.gtx");
     for (const Pos &point : pointsOfTheSystem(30)) {
         const Pos start = startOf(operation, point);

@@ -27,20 +27,6 @@ using Frame = LocationBuilder::Frame;
 
 constexpr int pointsPerFrame = KELSTD_BUILDER_POINTS;
 
-/// The frames of a builder beside the operations whose results they have.
-struct FrameRow
-{
-    Frame frame;
-    test::Frame ofLocation;
-};
-
-constexpr FrameRow frameRows[] = {
-    {Frame::Wgs84Geographic, test::Frame::Wgs84LLH},
-    {Frame::Wgs84Cartesian, test::Frame::Wgs84XYZ},
-    {Frame::LocalGeographic, test::Frame::LocalLLH},
-    {Frame::LocalProjected, test::Frame::LocalNEH},
-};
-
 /// A system that is built instead of read, or read and then changed.
 struct System
 {
@@ -102,15 +88,16 @@ const Pos strangePositions[] = {
     Pos::fromXYZ(1e7, 1e7, 0.0),      Pos::fromXYZ(-1e12, 3.0, 0.0),
 };
 
-/// Positions in `frame` of which every eighth is strange.
-std::vector<Pos> positionsIn(const FrameRow &frame, const std::vector<Location> &locations)
+/// Positions in the frame of `operation` of which every eighth is strange.
+std::vector<Pos> positionsIn(const test::LocationOperation &operation,
+                             const std::vector<Location> &locations)
 {
     std::vector<Pos> positions;
     std::size_t strange = 0;
     for (const Location &location : locations) {
         const bool isStrange = positions.size() % 8 == 7;
         positions.push_back(isStrange ? strangePositions[strange++ % std::size(strangePositions)]
-                                      : test::frameOf(location, frame.ofLocation));
+                                      : test::frameOf(location, operation.from));
     }
     return positions;
 }
@@ -152,17 +139,17 @@ TEST_P(LocationBuilderTest, GivesByDefinitionsBitForBitWhatTheSinglePositionOper
     const std::vector<Location> locations = locationsOf(GetParam(), pointsPerFrame);
     LocationBuilder builder(coord);
     builder.requireDefinitions();
-    for (const FrameRow &frame : frameRows) {
-        const std::vector<Pos> positions = positionsIn(frame, locations);
-        const test::MakeLocation makeOne = test::operationFrom(frame.ofLocation);
+    for (const test::LocationOperation &operation : test::locationOperations) {
+        const std::vector<Pos> positions = positionsIn(operation, locations);
         for (const Pos &position : positions) {
             SCOPED_TRACE(testing::PrintToString(position));
             Location expected = locations.front();
             Location made = locations.front();
             QString expectedError;
             QString error;
-            const bool isExpected = makeOne(position, expected, nullptr, &coord, &expectedError);
-            ASSERT_EQ(builder.make(frame.frame, position, made, &error), isExpected);
+            const bool isExpected =
+                operation.make(position, expected, nullptr, &coord, &expectedError);
+            ASSERT_EQ(builder.make(operation.ofBuilder, position, made, &error), isExpected);
             ASSERT_EQ(error, expectedError);
             ASSERT_TRUE(sameBits(made, expected)) << testing::PrintToString(made) << " instead of "
                                                   << testing::PrintToString(expected);
@@ -174,21 +161,21 @@ TEST_P(LocationBuilderTest, MakesOfAnArrayWhatItMakesOfEachElement)
 {
     const Coord coord = makeSystem(GetParam());
     const std::vector<Location> locations = locationsOf(GetParam(), 64);
-    for (const FrameRow &frame : frameRows) {
-        const std::vector<Pos> positions = positionsIn(frame, locations);
+    for (const test::LocationOperation &operation : test::locationOperations) {
+        const std::vector<Pos> positions = positionsIn(operation, locations);
         std::vector<Location> made = locations;
         std::vector<LocationBuilder::Outcome> outcomes(positions.size());
         outcomes.back().reason = QStringLiteral("old");
         LocationBuilder builder(coord);
-        const std::size_t count = builder.make(frame.frame, positions.data(), positions.size(),
-                                               made.data(), outcomes.data());
+        const std::size_t count = builder.make(operation.ofBuilder, positions.data(),
+                                               positions.size(), made.data(), outcomes.data());
 
         LocationBuilder single(coord);
         std::size_t expectedCount = 0;
         for (std::size_t i = 0; i < positions.size(); ++i) {
             Location expected = locations[i];
             QString reason;
-            const bool isMade = single.make(frame.frame, positions[i], expected, &reason);
+            const bool isMade = single.make(operation.ofBuilder, positions[i], expected, &reason);
             expectedCount += isMade ? 1 : 0;
             EXPECT_EQ(outcomes[i].isMade, isMade) << i;
             EXPECT_EQ(outcomes[i].reason, reason) << i;
@@ -197,9 +184,9 @@ TEST_P(LocationBuilderTest, MakesOfAnArrayWhatItMakesOfEachElement)
         EXPECT_EQ(count, expectedCount);
 
         std::vector<Location> withoutOutcomes = locations;
-        EXPECT_EQ(
-            builder.make(frame.frame, positions.data(), positions.size(), withoutOutcomes.data()),
-            count);
+        EXPECT_EQ(builder.make(operation.ofBuilder, positions.data(), positions.size(),
+                               withoutOutcomes.data()),
+                  count);
         for (std::size_t i = 0; i < positions.size(); ++i)
             EXPECT_TRUE(sameBits(withoutOutcomes[i], made[i])) << i;
     }
@@ -227,10 +214,10 @@ TEST_F(LocationBuilderLife, FailsWithoutPROJAndWorksAgainWithIt)
     ASSERT_TRUE(builder.make(Frame::Wgs84Geographic, inTheNetherlands, before));
 
     ProjLib::___unloadEnviroment();
-    for (const FrameRow &frame : frameRows) {
+    for (const test::LocationOperation &operation : test::locationOperations) {
         Location location = before;
         QString error;
-        EXPECT_FALSE(builder.make(frame.frame, inTheNetherlands, location, &error));
+        EXPECT_FALSE(builder.make(operation.ofBuilder, inTheNetherlands, location, &error));
         EXPECT_EQ(error, QStringLiteral("No proj library."));
         EXPECT_TRUE(sameBits(location, before));
     }
@@ -297,11 +284,11 @@ TEST_F(LocationBuilderLife, LeavesTheCurrentDirectoryAlone)
     const QString before = QDir::currentPath();
     LocationBuilder builder(rdNew(true));
     Location location;
-    for (const FrameRow &frame : frameRows) {
-        ASSERT_TRUE(builder.make(frame.frame,
-                                 frame.frame == Frame::Wgs84Geographic
+    for (const test::LocationOperation &operation : test::locationOperations) {
+        ASSERT_TRUE(builder.make(operation.ofBuilder,
+                                 operation.ofBuilder == Frame::Wgs84Geographic
                                      ? inTheNetherlands
-                                     : test::frameOf(location, frame.ofLocation),
+                                     : test::frameOf(location, operation.from),
                                  location));
         EXPECT_EQ(QDir::currentPath(), before);
     }

@@ -3,8 +3,10 @@
 #include "location/PublishedFigures.h"
 
 #include <KelStd/coord/Coord.h>
+#include <KelStd/location/LocationBuilder.h>
 
-/// The four location operations as a table, by the frame that each starts from.
+/// The four location operations as a table, by the frame that each starts from, here and of a
+/// builder that has its results.
 namespace KelStd::test {
 
 using MakeLocation = bool (*)(const Pos &, Location &, const Coord *, const Coord *, QString *);
@@ -12,15 +14,20 @@ using MakeLocation = bool (*)(const Pos &, Location &, const Coord *, const Coor
 struct LocationOperation
 {
     Frame from;
+    LocationBuilder::Frame ofBuilder;
     const char *name;
     MakeLocation make;
 };
 
 inline constexpr LocationOperation locationOperations[] = {
-    {Frame::Wgs84LLH, "WGS84LatLongH", &Coord::MakeLocation_byWGS84LatLongH},
-    {Frame::Wgs84XYZ, "WGS84XYZ", &Coord::MakeLocation_byWGS84XYZ},
-    {Frame::LocalLLH, "LocalLatLongH", &Coord::MakeLocation_byLocalLatLongH},
-    {Frame::LocalNEH, "LocalNEH", &Coord::MakeLocation_byLocalNEH},
+    {Frame::Wgs84LLH, LocationBuilder::Frame::Wgs84Geographic, "WGS84LatLongH",
+     &Coord::MakeLocation_byWGS84LatLongH},
+    {Frame::Wgs84XYZ, LocationBuilder::Frame::Wgs84Cartesian, "WGS84XYZ",
+     &Coord::MakeLocation_byWGS84XYZ},
+    {Frame::LocalLLH, LocationBuilder::Frame::LocalGeographic, "LocalLatLongH",
+     &Coord::MakeLocation_byLocalLatLongH},
+    {Frame::LocalNEH, LocationBuilder::Frame::LocalProjected, "LocalNEH",
+     &Coord::MakeLocation_byLocalNEH},
 };
 
 inline MakeLocation operationFrom(Frame frame)
