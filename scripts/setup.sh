@@ -16,12 +16,15 @@ python=(
     python3-numpy                    # its columns
 )
 site=(doxygen doxygen-awesome-css)   # the documentation site and its theme
+clang=(clang libclang-rt-dev)        # the sanitizers, and the targets of fuzzing
 tests=(
+    "${clang[@]}"
     libgtest-dev libgmock-dev        # the tests
     proj-bin gdal-bin zip tzdata     # their independent peers
     gpsd-clients gpsbabel            # the same, for what receivers say
     chromium                         # looks at reports and at the site
     make pkgconf                     # a build by pkg-config
+    dpkg-dev                         # the flags of Debian's packages
     abigail-tools git                # compares what the libraries offer with a release
     qttools5-dev-tools               # lupdate, which extracts texts
     zsh fish                         # complete command lines
@@ -39,7 +42,7 @@ benchmark)
     packages+=("${python[@]}" libbenchmark-dev)
     packages+=(proj-bin python3-pyproj python3-pandas python3-distributed parallel) # the peers
     ;;
-fuzz) packages+=(clang libclang-rt-dev) ;;
+fuzz) packages+=("${clang[@]}") ;;
 package) packages+=("${python[@]}" "${site[@]}" dpkg-dev file lintian) ;;
 try-packages) packages+=(mmdebstrap) ;;
 qt6) packages+=("${python[@]}" "${site[@]}" "${tests[@]}" qt6-base-dev qt6-5compat-dev qt6-l10n-tools) ;;

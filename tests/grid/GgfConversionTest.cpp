@@ -15,7 +15,7 @@
 #include <sys/resource.h>
 #include <sys/stat.h>
 
-#ifdef __SANITIZE_ADDRESS__
+#ifdef KELSTD_TEST_ASAN
 /// The sanitizer keeps what is freed aside, which a test below would take for memory in use.
 extern "C" const char *__asan_default_options()
 {
@@ -301,7 +301,7 @@ TEST_F(GgfConversion, ATargetThatCannotBeWrittenWholeStaysAsItWas)
     Grid grid{10.0, 20.0, 1.0, 1.0, 100, 100, std::vector<float>(10'000, 1.0F)};
     const QByteArray ggf = test::ggfBytes(grid, RowOrder::Reversed);
     writeFile(source, ggf);
-    for (const rlim_t most : {0, 10, 40, 20'000, 40'039}) {
+    for (const rlim_t most : {0U, 10U, 40U, 20'000U, 40'039U}) {
         SCOPED_TRACE(most);
         QFile::remove(target);
         const auto convertLimited = [&] {

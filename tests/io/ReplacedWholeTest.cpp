@@ -334,7 +334,7 @@ TEST_F(ReplacedWhole, BytesAreWrittenWholeOrNotAtAll)
     QString error;
     EXPECT_TRUE(io::writeWholeFile(path(), bytes, &error));
     EXPECT_EQ(readFile(path()), bytes);
-    for (const rlim_t room : {0, 1, 50'000, 100'002}) {
+    for (const rlim_t room : {0U, 1U, 50'000U, 100'002U}) {
         bool answer = true;
         {
             const FullDisk disk(room);

@@ -32,7 +32,7 @@ public:
         std::fill_n(data(), size, '\0');
     }
     char *data() { return m_bytes.data() + margin; }
-    QByteArray text() { return QByteArray(data(), qstrnlen(data(), size)); }
+    QByteArray text() { return QByteArray(data(), static_cast<int>(qstrnlen(data(), size))); }
     bool isIntact() const
     {
         const auto isGuard = [](char byte) { return byte == guard; };

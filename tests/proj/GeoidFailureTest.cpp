@@ -87,7 +87,7 @@ TEST_F(GeoidFailure, TheEdgeOfTheGridIsInside)
 TEST_F(GeoidFailure, WhereTheGridHasNoValues)
 {
     Grid grid = slopingGrid();
-    for (const std::size_t node : {0, 1, 5, 6})
+    for (const std::size_t node : {0U, 1U, 5U, 6U})
         grid.values[node] = -88.8888F;
     const QString path = gridFile(gtxBytes(grid));
     EXPECT_EQ(errorOf(50.5, 3.5, 0.0, path),

@@ -89,7 +89,7 @@ protected:
 
 TEST_P(Places, ThatAllCanWriteAreNotTrusted)
 {
-    for (const mode_t mode : {0777, 0757, 01777, 0702}) {
+    for (const mode_t mode : {0777U, 0757U, 01777U, 0702U}) {
         SCOPED_TRACE(mode);
         setMode(place(), mode);
         expectRefusal(place(), writableForAll);

@@ -21,7 +21,7 @@
 #include <random>
 #include <utility>
 
-#ifdef __SANITIZE_ADDRESS__
+#ifdef KELSTD_TEST_ASAN
 /// Where these tests ask Qt for its own reading it asks for the memory that a damaged count
 /// announces, and is to get none, as without the sanitizer.
 extern "C" const char *__asan_default_options()
