@@ -11,9 +11,9 @@ if(NOT CMAKE_INSTALL_PREFIX STREQUAL "/usr")
 endif()
 set(KELSTD_INSTALL_PROGRAM_DIR "${CMAKE_INSTALL_LIBDIR}/kelstd" CACHE STRING
     "Folder of the installed program directory" FORCE)
-# The pages are those of a package of their own.
-set(CMAKE_INSTALL_DOCDIR "${CMAKE_INSTALL_DATAROOTDIR}/doc/kelstd-doc" CACHE PATH
-    "Folder of the documentation" FORCE)
+# The pages are those of a package of their own. No cache entry: the first time that a build is
+# configured, GNUInstallDirs has set a variable that goes before it.
+set(CMAKE_INSTALL_DOCDIR "${CMAKE_INSTALL_DATAROOTDIR}/doc/kelstd-doc")
 # The dynamic linker looks there by itself.
 set(CMAKE_SKIP_INSTALL_RPATH ON)
 
