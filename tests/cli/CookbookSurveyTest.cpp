@@ -1,4 +1,5 @@
-// Lines by the hundred thousand in every format, of which no line and no column is lost: GDAL reads the files.
+// A hundred thousand lines in every format, of which no line and no column is lost: GDAL reads the
+// files. Fewer under a sanitizer.
 
 #include "cli/Kitchen.h"
 #include "cli/vector/VectorRun.h"
