@@ -5,6 +5,8 @@
 #include <KelStd/library/LibraryFiles.h>
 #include <KelStd/library/StandardLibrary.h>
 
+#include <vector>
+
 namespace KelStd {
 
 namespace {
@@ -55,25 +57,43 @@ void compact(Coord &coord)
     coord.projection.paramProj4.swap(projNames);
 }
 
+struct ReadSystem
+{
+    Coord coord;
+    SystemOrigin origin;
+};
+
 /// `origins` become those of the systems that have one.
 QMap<QString, Coord> loadedSystems(const QString &directory, QMap<QString, SystemOrigin> &origins)
 {
     origins.clear();
     QMap<QString, Coord> systems;
+    std::vector<ReadSystem> waiting;
+    // Allocating a large entry makes the allocator join the small pieces that the documents left:
+    // otherwise the copies would lie scattered in them. It takes its time, so some wait for it.
+    const auto takeIn = [&] {
+        for (ReadSystem &read : waiting) {
+            read.coord.coord_name = ownText(read.coord.coord_name); // and the key shares it
+            const QString &name = read.coord.coord_name;
+            compact(*systems.insert(name, read.coord));
+            if (read.origin.isEmpty())
+                origins.remove(name);
+            else
+                origins.insert(name, read.origin);
+        }
+        waiting.clear();
+    };
+    constexpr std::size_t together = 64;
+    waiting.reserve(together);
     for (const QString &path : library::documentsIn(directory)) {
-        Coord coord;
-        SystemOrigin origin;
-        if (io::readSystem(path, io::Source::RegularFile, coord, origin))
-            continue;
-        coord.coord_name = ownText(coord.coord_name); // and the key shares it
-        // In this order: allocating the large entry makes the allocator join the small pieces that
-        // the document left. Otherwise the copies would lie scattered in them.
-        compact(*systems.insert(coord.coord_name, coord));
-        if (origin.isEmpty())
-            origins.remove(coord.coord_name);
-        else
-            origins.insert(coord.coord_name, origin);
+        waiting.emplace_back();
+        if (io::readSystem(path, io::Source::RegularFile, waiting.back().coord,
+                           waiting.back().origin))
+            waiting.pop_back();
+        if (waiting.size() == together)
+            takeIn();
     }
+    takeIn();
     return systems;
 }
 
