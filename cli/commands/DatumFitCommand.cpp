@@ -29,10 +29,10 @@ CommandLine makeCommandLine()
             "so with wgs84. Local longitudes and latitudes are on the system's ellipsoid.\n"
             "\n"
             "Printed is the shift from the local ellipsoid to WGS 84, with rotations by the\n"
-            "position vector convention and the exact matrix, and beside it the parameters of\n"
-            "the linear matrix, with their standard deviations where there are more points\n"
-            "than they need. The document keeps translations and scale with their signs\n"
-            "reversed, as all documents do.\n"
+            "position vector convention and the exact matrix: each parameter, its standard\n"
+            "deviation where the points tell one, and beside it that of the linear matrix.\n"
+            "The document keeps translations and scale with their signs reversed, as all\n"
+            "documents do.\n"
             "\n")
             + reviewHelp()
             + QStringLiteral("\n\nExit status: 0 fitted, 1 a line or the points are refused, 2 "

@@ -53,8 +53,8 @@ TEST_P(DeliveredFigure, ComesOutToTheLastDigit)
     const Coord coord = test::deliveredSystem(published.system.toStdString());
     Location location;
     QString error;
-    ASSERT_TRUE(
-        test::operationFrom(published.from)(published.start, location, nullptr, &coord, &error))
+    ASSERT_TRUE(test::operationFrom(published.from)
+                    .make(published.start, location, nullptr, &coord, &error))
         << error;
     for (const test::ExpectedFrame &expected : published.expected) {
         const auto computed = test::componentsOf(test::frameOf(location, expected.frame));

@@ -33,20 +33,6 @@ constexpr std::size_t strangeEvery = 8;
 
 constexpr Height heights[] = {Height::Ellipsoidal, Height::AboveGeoid};
 
-struct FrameRow
-{
-    const char *name;
-    Frame frame;
-    test::Frame ofLocation;
-};
-
-constexpr FrameRow frameRows[] = {
-    {"WGS84 geographic", Frame::Wgs84Geographic, test::Frame::Wgs84LLH},
-    {"WGS84 cartesian", Frame::Wgs84Cartesian, test::Frame::Wgs84XYZ},
-    {"local geographic", Frame::LocalGeographic, test::Frame::LocalLLH},
-    {"local projected", Frame::LocalProjected, test::Frame::LocalNEH},
-};
-
 constexpr double nan = std::numeric_limits<double>::quiet_NaN();
 constexpr double infinity = std::numeric_limits<double>::infinity();
 
@@ -105,11 +91,12 @@ private:
     Coord m_coord;
 };
 
-std::vector<Pos> positionsIn(const FrameRow &row, const std::vector<Location> &locations)
+std::vector<Pos> positionsIn(const test::LocationOperation &row,
+                             const std::vector<Location> &locations)
 {
     std::vector<Pos> positions;
     for (const Location &location : locations)
-        positions.push_back(test::frameOf(location, row.ofLocation));
+        positions.push_back(test::frameOf(location, row.from));
     return positions;
 }
 
@@ -122,26 +109,27 @@ std::vector<Pos> withStrangeOnes(std::vector<Pos> positions)
 
 /// Makes one position, which creates the transformations. PROJ keeps the rows of a geoid's grid
 /// that it has read, so with a model each has to be met once.
-bool warmUp(LocationBuilder &builder, const FrameRow &row, const std::vector<Location> &known)
+bool warmUp(LocationBuilder &builder, const test::LocationOperation &row,
+            const std::vector<Location> &known)
 {
-    const std::vector<Pos> positions = positionsIn(frameRows[0], known);
+    const std::vector<Pos> positions = positionsIn(test::locationOperations[0], known);
     std::vector<double> diffs(positions.size());
     for (const Height given : heights)
         builder.geoidSeparations(given, positions.data(), positions.size(), diffs.data());
     Location location;
-    return builder.make(row.frame, test::frameOf(known.front(), row.ofLocation), location);
+    return builder.make(row.ofBuilder, test::frameOf(known.front(), row.from), location);
 }
 
 TEST_P(BuilderCost, IsInTheFirstPosition)
 {
     const std::vector<Location> known = locations();
-    for (const FrameRow &row : frameRows) {
+    for (const test::LocationOperation &row : test::locationOperations) {
         SCOPED_TRACE(row.name);
         LocationBuilder builder(coord());
-        const Pos position = test::frameOf(known.front(), row.ofLocation);
+        const Pos position = test::frameOf(known.front(), row.from);
         Location location;
         const CountedCalls calls =
-            test::callsOf([&] { builder.make(row.frame, position, location); });
+            test::callsOf([&] { builder.make(row.ofBuilder, position, location); });
         EXPECT_GT(calls.allocations, 0);
         EXPECT_GT(calls.files, 0);
         EXPECT_EQ(calls.directoryChanges, 0);
@@ -154,18 +142,19 @@ TEST_P(BuilderCost, IsOnlyTimeForThePositionsAfterTheFirst)
     LocationBuilder builder(coord());
     std::vector<Location> made(pointCount);
     std::vector<LocationBuilder::Outcome> outcomes(pointCount);
-    for (const FrameRow &row : frameRows) {
+    for (const test::LocationOperation &row : test::locationOperations) {
         SCOPED_TRACE(row.name);
         const std::vector<Pos> positions = positionsIn(row, known);
         ASSERT_TRUE(warmUp(builder, row, known));
 
         std::size_t count = 0;
-        expectNothing(test::callsOf(
-            [&] { count = builder.make(row.frame, positions.data(), pointCount, made.data()); }));
+        expectNothing(test::callsOf([&] {
+            count = builder.make(row.ofBuilder, positions.data(), pointCount, made.data());
+        }));
         EXPECT_EQ(count, pointCount);
         expectNothing(test::callsOf([&] {
-            count =
-                builder.make(row.frame, positions.data(), pointCount, made.data(), outcomes.data());
+            count = builder.make(row.ofBuilder, positions.data(), pointCount, made.data(),
+                                 outcomes.data());
         }));
         EXPECT_EQ(count, pointCount);
 
@@ -173,7 +162,7 @@ TEST_P(BuilderCost, IsOnlyTimeForThePositionsAfterTheFirst)
         count = 0;
         expectNothing(test::callsOf([&] {
             for (std::size_t i = 0; i < pointCount; ++i)
-                count += builder.make(row.frame, positions[i], made[i], &error) ? 1 : 0;
+                count += builder.make(row.ofBuilder, positions[i], made[i], &error) ? 1 : 0;
         }));
         EXPECT_EQ(count, pointCount);
     }
@@ -185,13 +174,14 @@ TEST_P(BuilderCost, OfTheWayBackIsOnlyTime)
     LocationBuilder builder(coord());
     builder.requireOneToOne();
     std::vector<Location> made(pointCount);
-    for (const FrameRow &row : frameRows) {
+    for (const test::LocationOperation &row : test::locationOperations) {
         SCOPED_TRACE(row.name);
         const std::vector<Pos> positions = positionsIn(row, known);
         ASSERT_TRUE(warmUp(builder, row, known));
         std::size_t count = 0;
-        expectNothing(test::callsOf(
-            [&] { count = builder.make(row.frame, positions.data(), pointCount, made.data()); }));
+        expectNothing(test::callsOf([&] {
+            count = builder.make(row.ofBuilder, positions.data(), pointCount, made.data());
+        }));
         EXPECT_EQ(count, pointCount);
     }
 }
@@ -202,19 +192,20 @@ TEST_P(BuilderCost, OfAFailureIsAtMostItsText)
     LocationBuilder builder(coord());
     std::vector<Location> made(pointCount);
     std::vector<LocationBuilder::Outcome> outcomes(pointCount);
-    for (const FrameRow &row : frameRows) {
+    for (const test::LocationOperation &row : test::locationOperations) {
         SCOPED_TRACE(row.name);
         const std::vector<Pos> positions = withStrangeOnes(positionsIn(row, known));
         ASSERT_TRUE(warmUp(builder, row, known));
 
         std::size_t count = 0;
-        expectNothing(test::callsOf(
-            [&] { count = builder.make(row.frame, positions.data(), pointCount, made.data()); }));
+        expectNothing(test::callsOf([&] {
+            count = builder.make(row.ofBuilder, positions.data(), pointCount, made.data());
+        }));
         EXPECT_EQ(count, pointCount - pointCount / strangeEvery);
 
         const CountedCalls withTexts = test::callsOf([&] {
-            count =
-                builder.make(row.frame, positions.data(), pointCount, made.data(), outcomes.data());
+            count = builder.make(row.ofBuilder, positions.data(), pointCount, made.data(),
+                                 outcomes.data());
         });
         EXPECT_EQ(count, pointCount - pointCount / strangeEvery);
         EXPECT_FALSE(outcomes.front().reason.isEmpty());
@@ -226,13 +217,13 @@ TEST_P(BuilderCost, OfAFailureIsAtMostItsText)
 TEST_P(BuilderCost, OfSeparationsIsOnlyTime)
 {
     const std::vector<Location> known = locations();
-    const std::vector<Pos> positions = positionsIn(frameRows[0], known);
+    const std::vector<Pos> positions = positionsIn(test::locationOperations[0], known);
     const std::vector<Pos> strange = withStrangeOnes(positions);
     const std::size_t all = GetParam().hasGeoid ? pointCount : 0;
     std::vector<double> diffs(pointCount);
     std::vector<LocationBuilder::Outcome> outcomes(pointCount);
     LocationBuilder builder(coord());
-    ASSERT_TRUE(warmUp(builder, frameRows[0], known));
+    ASSERT_TRUE(warmUp(builder, test::locationOperations[0], known));
     for (const Height given : heights) {
         std::size_t count = 0;
         expectNothing(test::callsOf([&] {

@@ -157,8 +157,7 @@ TEST_F(GeoidLocation, IsNotTheLocalEllipsoidsHeightMinusTheUndulation)
 
 TEST_F(GeoidLocation, GivenProjectedHeightIsReadAsOneAboveTheGeoid)
 {
-    const LocationOperation &operation = locationOperations[3];
-    ASSERT_EQ(operation.from, Frame::LocalNEH);
+    const LocationOperation &operation = operationFrom(Frame::LocalNEH);
     const Coord coord = withModel("egm96_15.gtx");
     for (const Pos &point : pointsOfTheSystem(30)) {
         const Pos start = startOf(operation, point);

@@ -81,8 +81,8 @@ TEST_P(IndependentCheck, EveryStageAgreesWithCs2csOnTheSameDefinitions)
         if (published.system.toStdString() != GetParam())
             continue;
         Location location;
-        ASSERT_TRUE(test::operationFrom(published.from)(published.start, location, nullptr, &coord,
-                                                        nullptr));
+        ASSERT_TRUE(test::operationFrom(published.from)
+                        .make(published.start, location, nullptr, &coord, nullptr));
         locations << location;
     }
     std::mt19937 random(7);

@@ -13,7 +13,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstring>
 #include <functional>
 #include <limits>
 #include <ostream>
@@ -24,6 +23,7 @@ namespace KelStd {
 namespace {
 
 using Frame = LocationBuilder::Frame;
+using test::sameBits;
 
 constexpr int pointsPerFrame = KELSTD_BUILDER_POINTS;
 
@@ -125,12 +125,6 @@ protected:
         return locations;
     }
 };
-
-bool sameBits(const Location &a, const Location &b)
-{
-    static_assert(sizeof(Location) == 12 * sizeof(double));
-    return std::memcmp(&a, &b, sizeof a) == 0;
-}
 
 TEST_P(LocationBuilderTest, GivesByDefinitionsBitForBitWhatTheSinglePositionOperationsGive)
 {

@@ -5,6 +5,10 @@
 #include <KelStd/coord/Coord.h>
 #include <KelStd/location/LocationBuilder.h>
 
+#include <algorithm>
+#include <cstring>
+#include <iterator>
+
 /// The four location operations as a table, by the frame that each starts from, here and of a
 /// builder that has its results.
 namespace KelStd::test {
@@ -30,13 +34,18 @@ inline constexpr LocationOperation locationOperations[] = {
      &Coord::MakeLocation_byLocalNEH},
 };
 
-inline MakeLocation operationFrom(Frame frame)
+inline const LocationOperation &operationFrom(Frame frame)
 {
-    for (const LocationOperation &operation : locationOperations) {
-        if (operation.from == frame)
-            return operation.make;
-    }
-    return nullptr;
+    return *std::find_if(
+        std::begin(locationOperations), std::end(locationOperations),
+        [frame](const LocationOperation &operation) { return operation.from == frame; });
+}
+
+/// Stricter than `==`, to which -0.0 is 0.0 and NaN is nothing.
+inline bool sameBits(const Location &a, const Location &b)
+{
+    static_assert(sizeof(Location) == 12 * sizeof(double));
+    return std::memcmp(&a, &b, sizeof a) == 0;
 }
 
 } // namespace KelStd::test

@@ -16,7 +16,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstring>
 #include <limits>
 #include <ostream>
 #include <vector>
@@ -25,6 +24,7 @@ namespace KelStd {
 namespace {
 
 using Frame = LocationBuilder::Frame;
+using test::sameBits;
 
 const QString refusal = QStringLiteral("outside where the projection is one-to-one");
 const QString lambertNord = QStringLiteral("standard/NTF_Paris_Lambert_Nord_France.xml");
@@ -34,26 +34,15 @@ const QString utm31 = QStringLiteral("standard/WGS_84_UTM_zone_31N.xml");
 struct FrameRow
 {
     Frame frame;
-    test::Frame ofLocation;
     Pos Location::*position;
 };
 
 constexpr FrameRow frameRows[] = {
-    {Frame::Wgs84Geographic, test::Frame::Wgs84LLH, &Location::wgs84LLH},
-    {Frame::Wgs84Cartesian, test::Frame::Wgs84XYZ, &Location::wgs84XYZ},
-    {Frame::LocalGeographic, test::Frame::LocalLLH, &Location::localLLH},
-    {Frame::LocalProjected, test::Frame::LocalNEH, &Location::localNEH},
+    {Frame::Wgs84Geographic, &Location::wgs84LLH},
+    {Frame::Wgs84Cartesian, &Location::wgs84XYZ},
+    {Frame::LocalGeographic, &Location::localLLH},
+    {Frame::LocalProjected, &Location::localNEH},
 };
-
-Frame frameOfBuilder(test::Frame frame)
-{
-    for (const FrameRow &row : frameRows) {
-        if (row.ofLocation == frame)
-            return row.frame;
-    }
-    ADD_FAILURE();
-    return Frame::Wgs84Geographic;
-}
 
 Coord delivered(const QString &document)
 {
@@ -263,11 +252,6 @@ TEST_F(OneToOne, IsThereInTheUnitOfThePlane)
         builder.make(Frame::LocalProjected, Pos::fromENU(4321.0, 17000.0, 0.0), location, &error));
 }
 
-bool sameBits(const Location &a, const Location &b)
-{
-    return std::memcmp(&a, &b, sizeof a) == 0;
-}
-
 /// The same in every frame of its location, bit for bit.
 void expectAccepted(const Coord &coord, Frame from, const Pos &start)
 {
@@ -292,15 +276,16 @@ TEST_F(OneToOne, AcceptsEveryPublishedFigureInEveryFrame)
 {
     for (const test::PublishedCase &figure : test::publishedFigures().cases) {
         SCOPED_TRACE(figure.source.toStdString());
-        expectAccepted(published(figure.system), frameOfBuilder(figure.from), figure.start);
+        expectAccepted(published(figure.system), test::operationFrom(figure.from).ofBuilder,
+                       figure.start);
     }
     const auto deliveredFigures =
         test::readPublishedFigures(QStringLiteral(KELSTD_TEST_DATA_DIR "/delivered_figures.txt"));
     ASSERT_FALSE(deliveredFigures.cases.empty());
     for (const test::PublishedCase &figure : deliveredFigures.cases) {
         SCOPED_TRACE(figure.source.toStdString());
-        expectAccepted(delivered("standard/" + figure.system), frameOfBuilder(figure.from),
-                       figure.start);
+        expectAccepted(delivered("standard/" + figure.system),
+                       test::operationFrom(figure.from).ofBuilder, figure.start);
     }
 }
 

@@ -34,7 +34,7 @@ PointsOfSystem::PointsOfSystem(const QString &system, const Coord &coord, unsign
         Location location;
         QString error;
         EXPECT_TRUE(
-            operationFrom(published.from)(published.start, location, nullptr, &coord, &error))
+            operationFrom(published.from).make(published.start, location, nullptr, &coord, &error))
             << error;
         (isPlane(published) ? m_centres : all).push_back(location.wgs84LLH);
     }

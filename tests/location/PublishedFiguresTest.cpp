@@ -33,8 +33,8 @@ TEST_P(PublishedFigures, ComeOutToTheLastDigit)
     ASSERT_TRUE(Coord_IO::xml_read(test::systemPath(published.system), coord, &error)) << error;
 
     Location location;
-    ASSERT_TRUE(
-        test::operationFrom(published.from)(published.start, location, nullptr, &coord, &error))
+    ASSERT_TRUE(test::operationFrom(published.from)
+                    .make(published.start, location, nullptr, &coord, &error))
         << error;
 
     for (const ExpectedFrame &expected : published.expected) {

@@ -1,6 +1,7 @@
 // Builders that take the short way between the frames, beside those that are told to take the
 // definitions' way, which LocationBuilderTest.cpp holds to be that of `Coord::MakeLocation_by...`.
 
+#include "location/LocationOperations.h"
 #include "support/GridFiles.h"
 #include "support/LogCapture.h"
 #include "support/Printers.h"
@@ -15,7 +16,6 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <cstring>
 #include <functional>
 #include <optional>
 #include <random>
@@ -25,6 +25,7 @@ namespace KelStd {
 namespace {
 
 using Frame = LocationBuilder::Frame;
+using test::sameBits;
 using Way = LocationBuilder::Way;
 
 constexpr int pointsOfSystem = KELSTD_BUILDER_POINTS / 2;
@@ -60,11 +61,6 @@ testing::AssertionResult agree(const Location &made, const Location &expected)
         }
     }
     return testing::AssertionSuccess();
-}
-
-bool sameBits(const Location &a, const Location &b)
-{
-    return std::memcmp(&a, &b, sizeof a) == 0;
 }
 
 /// All delivered and all published systems.
