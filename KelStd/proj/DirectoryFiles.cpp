@@ -1,5 +1,7 @@
 #include <KelStd/proj/DirectoryFiles.h>
 
+#include <KelStd/proj/ProjFile.h>
+
 #include <QtCore/QDir>
 #include <QtCore/QFile>
 
@@ -20,91 +22,46 @@ bool isAbsolute(const char *name)
 
 QByteArray nameIn(void *directory, const char *name)
 {
-    return isAbsolute(name) ? QByteArray(name)
-                            : *static_cast<const QByteArray *>(directory) + '/' + name;
+    if (directory == nullptr || isAbsolute(name))
+        return QByteArray(name);
+    return *static_cast<const QByteArray *>(directory) + '/' + name;
 }
 
-std::FILE *fileOf(PROJ_FILE_HANDLE *handle)
+ProjFile *fileOf(PROJ_FILE_HANDLE *handle)
 {
-    return reinterpret_cast<std::FILE *>(handle);
-}
-
-#if defined(Q_OS_WIN)
-
-std::FILE *openNamed(const QByteArray &name, const char *mode)
-{
-    return _wfopen(QString::fromUtf8(name).toStdWString().c_str(),
-                   QString::fromLatin1(mode).toStdWString().c_str());
-}
-
-int seekTo(std::FILE *file, long long offset, int whence)
-{
-    return _fseeki64(file, offset, whence);
-}
-
-long long tellOf(std::FILE *file)
-{
-    return _ftelli64(file);
-}
-
-#else
-
-std::FILE *openNamed(const QByteArray &name, const char *mode)
-{
-    return std::fopen(name.constData(), mode);
-}
-
-int seekTo(std::FILE *file, long long offset, int whence)
-{
-    return fseeko(file, static_cast<off_t>(offset), whence);
-}
-
-long long tellOf(std::FILE *file)
-{
-    return ftello(file);
-}
-
-#endif
-
-const char *modeOf(PROJ_OPEN_ACCESS access)
-{
-    switch (access) {
-    case PROJ_OPEN_ACCESS_READ_UPDATE: return "r+b";
-    case PROJ_OPEN_ACCESS_CREATE: return "w+b";
-    case PROJ_OPEN_ACCESS_READ_ONLY: break;
-    }
-    return "rb";
+    return reinterpret_cast<ProjFile *>(handle);
 }
 
 PROJ_FILE_HANDLE *openFile(PJ_CONTEXT *, const char *name, PROJ_OPEN_ACCESS access, void *directory)
 {
-    return reinterpret_cast<PROJ_FILE_HANDLE *>(openNamed(nameIn(directory, name), modeOf(access)));
+    return reinterpret_cast<PROJ_FILE_HANDLE *>(
+        ProjFile::open(nameIn(directory, name), access).release());
 }
 
 std::size_t readFile(PJ_CONTEXT *, PROJ_FILE_HANDLE *handle, void *buffer, std::size_t size, void *)
 {
-    return std::fread(buffer, 1, size, fileOf(handle));
+    return fileOf(handle)->read(buffer, size);
 }
 
 std::size_t writeFile(PJ_CONTEXT *, PROJ_FILE_HANDLE *handle, const void *bytes, std::size_t size,
                       void *)
 {
-    return std::fwrite(bytes, 1, size, fileOf(handle));
+    return fileOf(handle)->write(bytes, size);
 }
 
 int seekFile(PJ_CONTEXT *, PROJ_FILE_HANDLE *handle, long long offset, int whence, void *)
 {
-    return seekTo(fileOf(handle), offset, whence) == 0 ? 1 : 0;
+    return fileOf(handle)->seek(offset, whence) ? 1 : 0;
 }
 
 unsigned long long tellFile(PJ_CONTEXT *, PROJ_FILE_HANDLE *handle, void *)
 {
-    return static_cast<unsigned long long>(tellOf(fileOf(handle)));
+    return static_cast<unsigned long long>(fileOf(handle)->tell());
 }
 
 void closeFile(PJ_CONTEXT *, PROJ_FILE_HANDLE *handle, void *)
 {
-    std::fclose(fileOf(handle));
+    delete fileOf(handle);
 }
 
 int fileExists(PJ_CONTEXT *, const char *name, void *directory)

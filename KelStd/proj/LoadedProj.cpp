@@ -74,6 +74,8 @@ InitializationFailure LoadedProj::load(const QString &libraryFile)
     }
     if (m_functions.proj_log_func != nullptr)
         m_functions.proj_log_func(defaultContext, nullptr, &ProjMessages::take);
+    if (m_functions.proj_context_set_fileapi != nullptr)
+        m_functions.proj_context_set_fileapi(defaultContext, &directoryFiles(), nullptr);
     if (m_functions.proj_context_clone != nullptr)
         m_untouchedContext = m_functions.proj_context_create();
     return {};

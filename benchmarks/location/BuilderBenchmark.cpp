@@ -345,7 +345,7 @@ void buildSeparationsBare(benchmark::State &state)
 {
     const std::string definition = "+proj=vgridshift +grids=\"" + gridFile().toStdString() + '"'
                                    + (state.range(0) != 0 ? " +inv" : "");
-    PJ *const shift = bareProj().createOperation(nullptr, definition.c_str());
+    PJ *const shift = bareProj().createOperation(bareProj().context, definition.c_str());
     const auto trans = bareProj().trans;
     const auto toRadians = bareProj().toRadians;
     const Pos *const starts = positions().data();

@@ -72,7 +72,7 @@ void separationBare(benchmark::State &state)
     std::size_t next = 0;
     for (auto _ : state) {
         const Point &point = points()[next++ % points().size()];
-        PJ *shift = bareProj().createOperation(nullptr, definition.data());
+        PJ *shift = bareProj().createOperation(bareProj().context, definition.data());
         const PJ_COORD in{{bareProj().toRadians(point.longitude),
                            bareProj().toRadians(point.latitude), point.height,
                            std::numeric_limits<double>::infinity()}};

@@ -11,7 +11,10 @@ const BareProj &bareProj()
     static const BareProj functions = [] {
         QLibrary library(AppConfig::getInstance().homeDir().absoluteFilePath(
             QStringLiteral("proj/" KELSTD_PROJ_LIBRARY_NAME)));
+        const auto newContext = reinterpret_cast<decltype(&::proj_context_create)>(
+            library.resolve("proj_context_create"));
         return BareProj{
+            newContext(),
             reinterpret_cast<decltype(BareProj::create)>(library.resolve("proj_create_crs_to_crs")),
             reinterpret_cast<decltype(BareProj::trans)>(library.resolve("proj_trans")),
             reinterpret_cast<decltype(BareProj::destroy)>(library.resolve("proj_destroy")),

@@ -10,6 +10,9 @@ namespace KelStd::bench {
 /// called with nothing around them.
 struct BareProj
 {
+    /// As PROJ makes one, which opens files in PROJ's own way; the default context has what KelStd
+    /// gave it.
+    PJ_CONTEXT *context;
     decltype(&::proj_create_crs_to_crs) create;
     decltype(&::proj_trans) trans;
     decltype(&::proj_destroy) destroy;

@@ -101,9 +101,10 @@ int proj_context_set_database_path(PJ_CONTEXT *context, const char *path, const 
     return 1;
 }
 
-int proj_context_set_fileapi(PJ_CONTEXT *context, const PROJ_FILE_API *, void *)
+int proj_context_set_fileapi(PJ_CONTEXT *context, const PROJ_FILE_API *functions, void *data)
 {
     recordCall("proj_context_set_fileapi", context);
+    fake().files[context] = {*functions, data};
     return 1;
 }
 

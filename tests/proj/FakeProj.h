@@ -3,6 +3,7 @@
 #include <proj.h>
 
 #include <functional>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -46,6 +47,13 @@ struct FakeProj
     std::vector<std::string> databases;                ///< handed to each call
     std::vector<PJ_COORD> positions;                   ///< handed to `proj_trans`
     std::vector<PJ_DIRECTION> directions;
+    /// What a context was given to open files with, and what goes with each of its calls.
+    struct Files
+    {
+        PROJ_FILE_API functions;
+        void *data;
+    };
+    std::map<const PJ_CONTEXT *, Files> files;
     std::vector<int> explainedNumbers; ///< handed to `proj_errno_string`
     std::vector<double> box;           ///< of the last area: west, south, east, north
     int livingObjects = 0;             ///< created and not yet destroyed
