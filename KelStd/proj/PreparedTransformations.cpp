@@ -38,25 +38,23 @@ template <typename Use>
 bool PreparedTransformations::prepareAnd(Use use, Transformation &transformation,
                                          ConversionFailure *failure)
 {
-    if (PJ *const object = transformation.object.get()) {
-        // Where PROJ does not know the reason of a failure, it would tell an earlier one's.
-        if (m_functions.proj_errno_reset != nullptr)
-            m_functions.proj_errno_reset(object);
-        m_hasError = false;
-        return use(object) || failAt(object, failure);
+    if (transformation.object == nullptr) {
+        if (transformation.isRefused)
+            return refuse(transformation, failure);
+        if (!LoadedProj::instance().isLoaded())
+            return fail(failure, FailureKind::NotLoaded, noLibraryText);
+        if (transformation.kind == Kind::Shift && transformation.from.isEmpty())
+            return fail(failure, FailureKind::NoGeoidModel, noGridFileText);
+        create(transformation);
+        if (transformation.object == nullptr)
+            return refuse(transformation, failure);
     }
-    if (transformation.isRefused)
-        return refuse(transformation, failure);
-    if (!LoadedProj::instance().isLoaded())
-        return fail(failure, FailureKind::NotLoaded, noLibraryText);
-    if (transformation.kind == Kind::Shift && transformation.from.isEmpty())
-        return fail(failure, FailureKind::NoGeoidModel, noGridFileText);
-
-    create(transformation);
     PJ *const object = transformation.object.get();
-    if (object == nullptr)
-        return refuse(transformation, failure);
-    return use(object) || failAt(object, failure);
+    // Where PROJ does not know the reason of a failure, it would tell an earlier one's.
+    if (m_hasError && m_functions.proj_errno_reset != nullptr)
+        m_functions.proj_errno_reset(object);
+    m_hasError = false;
+    return use(object) || failAt(transformation, failure);
 }
 
 bool PreparedTransformations::prepareAndConvert(Transformation &transformation, const Pos &from,
@@ -95,7 +93,7 @@ bool PreparedTransformations::factors(Index operation, const PJ_COORD &place, PJ
     Transformation &transformation = m_transformations[operation];
     if (!isReady(transformation))
         return prepareAnd(use, transformation, nullptr);
-    return use(transformation.object.get()) || failAt(nullptr, nullptr);
+    return use(transformation.object.get()) || failAt(transformation, nullptr);
 }
 
 void PreparedTransformations::beforeUnload()
@@ -152,11 +150,16 @@ bool PreparedTransformations::refuse(Transformation &transformation, ConversionF
                : fail(failure, FailureKind::RefusedDefinition, errorFormatText);
 }
 
-bool PreparedTransformations::failAt(const PJ *transformation, ConversionFailure *failure)
+bool PreparedTransformations::failAt(Transformation &transformation, ConversionFailure *failure)
 {
     m_hasError = true;
+    const PJ *const object = transformation.object.get();
     if (failure != nullptr)
-        *failure = {FailureKind::NoResult, failureText(transformation)};
+        *failure = {FailureKind::NoResult, failureText(object)};
+    // A grid that PROJ has opened before it opens again at the first position. Where that fails, it
+    // takes all later positions through as if there were no grid.
+    if (m_functions.proj_errno(object) == PROJ_ERR_INVALID_OP_FILE_NOT_FOUND_OR_INVALID)
+        transformation.object.reset();
     return false;
 }
 

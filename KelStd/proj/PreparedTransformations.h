@@ -8,7 +8,8 @@
 namespace KelStd::proj {
 
 /// Transformations that are created once, each when it is first needed, and then serve any number
-/// of positions without touching a file or the heap.
+/// of positions without touching a file or the heap. One whose grid could not be opened is created
+/// anew for the next position.
 ///
 /// They live in a PROJ context of their own: objects of this class may be used on different threads
 /// at the same time, one a thread, and neither wait for each other nor touch the current directory.
@@ -40,7 +41,7 @@ public:
         if (!isReady(transformation))
             return prepareAndConvert(transformation, from, to, failure);
         PJ *const object = transformation.object.get();
-        return transform(m_functions, object, from, to) || failAt(object, failure);
+        return transform(m_functions, object, from, to) || failAt(transformation, failure);
     }
 
     /// As `ProjLib::Calc_geoid_diff` and its inverse; a failure leaves `diff` untouched.
@@ -50,7 +51,7 @@ public:
         if (!isReady(transformation))
             return prepareAndShift(transformation, point, diff, failure);
         PJ *const object = transformation.object.get();
-        return separation(m_functions, object, point, diff) || failAt(object, failure);
+        return separation(m_functions, object, point, diff) || failAt(transformation, failure);
     }
 
     /// Takes `coordinate` through an operation, or through its inverse. False where PROJ has no
@@ -61,7 +62,8 @@ public:
         if (!isReady(transformation))
             return prepareAndApply(transformation, direction, coordinate);
         PJ *const object = transformation.object.get();
-        return transform(m_functions, object, direction, coordinate) || failAt(object, nullptr);
+        return transform(m_functions, object, direction, coordinate)
+               || failAt(transformation, nullptr);
     }
 
     /// What the projection of an operation does to lengths and directions at `place`, longitude and
@@ -107,7 +109,7 @@ private:
     void create(Transformation &transformation);
     void createWith(Transformation &transformation, ProjMessages &messages);
     bool refuse(Transformation &transformation, ConversionFailure *failure);
-    bool failAt(const PJ *transformation, ConversionFailure *failure);
+    bool failAt(Transformation &transformation, ConversionFailure *failure);
 
     const ProjFunctions &m_functions; ///< those of whatever library is loaded
     std::vector<Transformation> m_transformations;
