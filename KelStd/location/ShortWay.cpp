@@ -29,11 +29,13 @@ bool isKnown(const Parameters &local)
     });
 }
 
-/// Whether a definition names a datum, files or other definitions beside its shift.
+/// Whether a definition names a datum, files or other definitions beside its shift, or says how far
+/// around the earth longitudes count, which a transformation does not take over.
 bool namesMore(const Parameters &projected)
 {
-    constexpr const char *keys[] = {"datum", "nadgrids", "geoidgrids", "xy_grids", "z_grids",
-                                    "grids", "init",     "step",       "inv",      "geoc"};
+    constexpr const char *keys[] = {"datum",   "nadgrids", "geoidgrids", "xy_grids",
+                                    "z_grids", "grids",    "init",       "step",
+                                    "inv",     "geoc",     "over",       "lon_wrap"};
     return countOf(projected, "towgs84") != 1
            || std::any_of(std::begin(keys), std::end(keys),
                           [&](const char *key) { return countOf(projected, key) > 0; });

@@ -295,6 +295,12 @@ TEST_F(ShortWay, IsTakenWhereTheSystemHasOne)
          }},
         {"a grid", Way::Definitions,
          [](Coord &c) { c.ellipsoid.proj4EllpsName = QStringLiteral("bessel +nadgrids=@null"); }},
+        {"longitudes beyond 180 degrees", Way::Definitions,
+         [](Coord &c) {
+             setParameter(c, "over", Param(ValueType_Proj4_Param_Bool, Unit_None, true));
+         }},
+        {"longitudes about a meridian", Way::Definitions,
+         [](Coord &c) { setParameter(c, "lon_wrap", Param(ValueType_Double, Unit_None, 180.0)); }},
         {"an unknown ellipsoid", Way::Definitions,
          [](Coord &c) { c.ellipsoid.proj4EllpsName = QStringLiteral("nosuch"); }},
         {"an unknown projection", Way::Definitions,
@@ -315,6 +321,28 @@ TEST_F(ShortWay, IsTakenWhereTheSystemHasOne)
             if (HasFatalFailure())
                 return;
         }
+    }
+}
+
+/// PROJ's transformations bring longitudes into 180 degrees before they project, "over" or not; its
+/// projection alone does not.
+TEST_F(ShortWay, GoesAroundTheEarthAsTheDefinitionsDo)
+{
+    Coord coord;
+    Coord::CreateDefaultTMercCoordination(coord);
+    coord.projection = Projection();
+    coord.projection.proj4Projection = QStringLiteral("merc");
+    setParameter(coord, "lon_0", Param(ValueType_Double, Unit_None, 150.0));
+    setParameter(coord, "over", Param(ValueType_Proj4_Param_Bool, Unit_None, true));
+    LocationBuilder builder(coord);
+    for (const double longitude : {186.0, 370.0, -174.0}) {
+        const Pos position = Pos::fromLongLatH(longitude, 5.0, 10.0);
+        Location expected;
+        ASSERT_TRUE(
+            Coord::MakeLocation_byLocalLatLongH(position, expected, nullptr, &coord, nullptr));
+        Location made;
+        ASSERT_TRUE(builder.make(Frame::LocalGeographic, position, made));
+        EXPECT_TRUE(agree(made, expected));
     }
 }
 
