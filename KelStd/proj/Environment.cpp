@@ -58,6 +58,8 @@ InitializationFailure load(const QDir &privateDir, const QString &libraryFile)
 
 InitializationFailure initialize()
 {
+    if (LoadedProj::instance().isOver())
+        return {Kind::LibraryNotLoadable, QObject::tr("the process is ending")};
     const QDir home = AppConfig::getInstance().homeDir();
     if (!home.exists()) {
         return {Kind::NoHome,

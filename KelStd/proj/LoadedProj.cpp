@@ -9,12 +9,43 @@
 #include <QtCore/QLibrary>
 #include <QtCore/QObject>
 
+#include <cstdlib>
+
+#if defined(Q_OS_LINUX)
+#    include <dlfcn.h>
+#endif
+
 namespace KelStd::proj {
 
 namespace {
 
 /// Of the path handed to PROJ, terminating zero included.
 constexpr int searchPathSize = 2014;
+
+#if defined(Q_OS_LINUX)
+
+bool hasSymbol(const char *name)
+{
+    return dlsym(RTLD_DEFAULT, name) != nullptr;
+}
+
+/// How the library finds what it calls. In a host that is linked to a PROJ itself, or to what
+/// brings one, as GDAL does, it would find the host's functions and static objects instead of its
+/// own: of another version perhaps, and destroyed twice. AddressSanitizer does not know that way.
+QLibrary::LoadHints loadHints()
+{
+    return hasSymbol("proj_create") && !hasSymbol("__asan_init") ? QLibrary::DeepBindHint
+                                                                 : QLibrary::LoadHints();
+}
+
+#else
+
+QLibrary::LoadHints loadHints()
+{
+    return {};
+}
+
+#endif
 
 } // namespace
 
@@ -50,11 +81,14 @@ LoadedProj::Address LoadedProj::resolveAddress(const char *name) const
 InitializationFailure LoadedProj::load(const QString &libraryFile)
 {
     m_library = std::make_unique<QLibrary>(QDir::fromNativeSeparators(libraryFile));
+    m_library->setLoadHints(loadHints());
     if (!m_library->load()) {
         const QString text = m_library->errorString();
         m_library.reset();
         return {InitializationFailureKind::LibraryNotLoadable, text};
     }
+    // Called before PROJ's static objects are destroyed, which were made just now.
+    std::atexit([] { instance().m_isOver = true; });
     const char *missing = nullptr;
 #define KELSTD_RESOLVE(name)                                                                       \
     m_functions.name = resolve<decltype(m_functions.name)>(#name);                                 \

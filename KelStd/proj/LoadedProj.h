@@ -6,6 +6,7 @@
 #include <QtCore/QByteArray>
 #include <QtCore/QString>
 
+#include <atomic>
 #include <memory>
 #include <mutex>
 #include <set>
@@ -45,7 +46,11 @@ public:
     /// Lets PROJ clean up after itself and forgets it.
     void unload();
 
-    bool isLoaded() const { return m_library != nullptr; }
+    /// Whether PROJ can be used: no longer once the process ends and PROJ's own static objects go.
+    bool isLoaded() const { return m_library != nullptr && !m_isOver; }
+
+    /// Whether the process has come to its end with a PROJ: none can be loaded any more.
+    bool isOver() const { return m_isOver; }
 
     /// Tells PROJ's default context where its resource files are, in the private directory. A
     /// library without that function is left as it is. False when their path does not fit what PROJ
@@ -92,6 +97,7 @@ private:
     Address resolveAddress(const char *name) const;
 
     std::unique_ptr<QLibrary> m_library;
+    std::atomic<bool> m_isOver{false};
     ProjFunctions m_functions;
     /// As it was before any use, for others to be copied from; null for a library that cannot.
     PJ_CONTEXT *m_untouchedContext = nullptr;

@@ -61,7 +61,8 @@ public:
     /// not logged here. To be asked on the thread of `ProjLib`.
     static InitializationFailure initializationFailure();
 
-    /// Releases PROJ; does nothing when it is not loaded. No file is touched.
+    /// Releases PROJ; does nothing when it is not loaded, nor when the process ends and PROJ's own
+    /// static objects are gone. No file is touched.
     static void ___unloadEnviroment();
 
     /// Exercises the loaded library with one fixed transformation; no result.

@@ -114,18 +114,18 @@ class LastWords
 public:
     ~LastWords()
     {
-        if (m_areSpoken)
-            useEverything();
+        if (m_speak != nullptr)
+            m_speak();
     }
 
-    void speakAtTheEnd() { m_areSpoken = true; }
+    void speakAtTheEnd(void (*speak)() = &useEverything) { m_speak = speak; }
 
 private:
-    bool m_areSpoken = false;
+    void (*m_speak)() = nullptr;
 };
 
-LastWords madeFirst;
 std::unique_ptr<LocationBuilder> heldBuilder;
+LastWords madeFirst;
 
 void convertWith(LocationBuilder &builder)
 {
@@ -143,6 +143,24 @@ void holdABuilder()
     EXPECT_HERE(ProjLib::___InitializeEnviroment());
     heldBuilder = std::make_unique<LocationBuilder>(coord);
     convertWith(*heldBuilder);
+}
+
+/// PROJ is loaded still, but its own static objects are gone, which were made later.
+void useItWithoutProj()
+{
+    useEverything();
+    LocationBuilder builder{Coord()};
+    Location location;
+    EXPECT_HERE(!builder.make(LocationBuilder::Frame::Wgs84Geographic, Pos(), location));
+    double diff = 0.0;
+    QString error;
+    EXPECT_HERE(!ProjLib::Calc_geoid_diff(52.0, 5.0, 0.0, latin("/a.gtx"), diff, &error));
+    EXPECT_HERE(error == latin("No proj library."));
+    EXPECT_HERE(!ProjLib::___InitializeEnviroment());
+    EXPECT_HERE(ProjLib::initializationFailure().kind
+                == InitializationFailureKind::LibraryNotLoadable);
+    convertWith(*heldBuilder); // has its transformations
+    ProjLib::___unloadEnviroment();
 }
 
 bool isCalled(const char *name, const char *wanted)
@@ -167,6 +185,12 @@ int main(int argc, char **argv)
     } else if (isCalled(name, "UsedOnlyThen")) {
         madeFirst.speakAtTheEnd();
     } else if (isCalled(name, "HoldsABuilder")) {
+        holdABuilder();
+    } else if (isCalled(name, "UnloadsProj")) {
+        madeFirst.speakAtTheEnd(&ProjLib::___unloadEnviroment);
+        holdABuilder();
+    } else if (isCalled(name, "UsesItBehindProj")) {
+        madeFirst.speakAtTheEnd(&useItWithoutProj);
         holdABuilder();
     } else {
         std::fprintf(stderr, "no test is called \"%s\"\n", name);
