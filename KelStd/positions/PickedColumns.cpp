@@ -1,6 +1,7 @@
 #include <KelStd/positions/PickedColumns.h>
 
 #include <KelStd/positions/Headings.h>
+#include <KelStd/positions/OppositeHeadings.h>
 #include <KelStd/positions/OtherColumns.h>
 #include <KelStd/positions/ReadUnits.h>
 #include <KelStd/text/NearNames.h>
@@ -89,6 +90,13 @@ QString contradiction(const Heading &heading, const InputForm &form, int compone
                                   "%5")
                 .arg(form.words.columns, quoted(heading.text), label, form.frameName(), other);
         }
+    }
+    const QString otherWay = otherWayIn(heading, form, component);
+    if (!otherWay.isEmpty()) {
+        return QStringLiteral(
+                   "%1 picks the column %2 as %3; its heading %4: write its numbers with the other "
+                   "sign below another heading, or pick another column")
+            .arg(form.words.columns, quoted(heading.text), label, otherWay);
     }
     const QString direction = meant < 0 ? directionIn(heading) : QString();
     if (!mayHold(form, component, direction)) {
