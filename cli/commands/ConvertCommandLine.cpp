@@ -205,7 +205,8 @@ CommandLine convertCommandLine()
                     QStringLiteral("Print comma-separated values without a header\nline.")});
     DisplayOptions::addTo(line);
     line.addOption({QStringLiteral("rejects"),
-                    QStringLiteral("Write the lines that fail to FILE, as they stand."),
+                    QStringLiteral("Write the lines that fail to FILE, as they stand,\n"
+                                   "below the headings and what --skip passes over."),
                     QStringLiteral("FILE")});
     line.addOption({QStringLiteral("threads"),
                     QStringLiteral("On how many threads to convert. Default: one for\n"
