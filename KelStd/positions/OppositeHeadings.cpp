@@ -9,7 +9,6 @@
 #include <QtCore/QVector>
 
 #include <algorithm>
-#include <array>
 
 namespace KelStd::positions {
 
@@ -42,7 +41,8 @@ constexpr DirectionRow directionRows[] = {
      u"noord norte kuzey nordwert",
      {Axis::North, true, false}},
     {u"south southern southward southwards s\u00FCd sued sud s\u00FCdlich s\u00FCdliche suedlich "
-     u"suedliche s\u00FCdbreite suedbreite sur zuid zuiderbreedte g\u00FCney guney sul syd "
+     u"suedliche s\u00FCdbreite suedbreite sur zuid zuiderbreedte southlat southlatitude "
+     u"g\u00FCney guney sul syd "
      u"s\u00F8r po\u0142udnie poludnie",
      {Axis::North, false, false}},
     {u"southing southings s\u00FCdwert suedwert", {Axis::North, false, true}},
@@ -50,7 +50,8 @@ constexpr DirectionRow directionRows[] = {
      u"este leste do\u011Fu dogu ostwert",
      {Axis::East, true, false}},
     {u"west western westward westwards westlich westliche westl\u00E4nge westlaenge "
-     u"westerlengte ouest oeste ovest bat\u0131 bati v\u00E4st vest zach\u00F3d zachod",
+     u"westerlengte westlon westlong westlongitude lonw longw ouest oeste ovest bat\u0131 bati "
+     u"v\u00E4st vest zach\u00F3d zachod",
      {Axis::East, false, false}},
     {u"westing westings westwert", {Axis::East, false, true}},
     {u"up upward upwards", {Axis::Up, true, false}},
@@ -87,7 +88,9 @@ const Direction *directionOfLetter(const QString &word)
         {QStringLiteral("n"), {Axis::North, true, false}},
         {QStringLiteral("s"), {Axis::North, false, false}},
         {QStringLiteral("e"), {Axis::East, true, false}},
-        {QStringLiteral("w"), {Axis::East, false, false}}};
+        {QStringLiteral("w"), {Axis::East, false, false}},
+        // west in Romance languages
+        {QStringLiteral("o"), {Axis::East, false, false}}};
     const auto found = letters.constFind(word);
     return found != letters.constEnd() ? &*found : nullptr;
 }
@@ -122,8 +125,9 @@ enum class Sign
     Minus
 };
 
-Sign signIn(const QString &clause)
+Sign signIn(QString clause)
 {
+    clause.replace(QLatin1Char('_'), QLatin1Char(' '));
     // A hyphen between words is no sign.
     static const QRegularExpression minus(
         QStringLiteral("\\b(?:negative|neg|minus)\\b|(?:\\A|\\s)[-\u2212](?=\\w)|[-\u2212]\\s*\\z"),
@@ -135,6 +139,14 @@ Sign signIn(const QString &clause)
     if (hasMinus == hasPlus)
         return Sign::None;
     return hasMinus ? Sign::Minus : Sign::Plus;
+}
+
+/// Whether the letter O is that of Ost or oost, or none of a direction, as in a plane.
+bool isOtherO(const QString &text, const InputForm &form)
+{
+    static const QRegularExpression germanic(QStringLiteral("l\u00E4nge|laenge|lengte"),
+                                             QRegularExpression::CaseInsensitiveOption);
+    return form.frame == Frame::LocalProjected || germanic.match(text).hasMatch();
 }
 
 /// Whether a letter may be a direction there: the last word before frame and unit, or the one in
@@ -180,70 +192,141 @@ QString wayOf(Axis axis, bool isForward)
     return QStringLiteral("upwards");
 }
 
+bool isNumber(const QString &word)
+{
+    return std::all_of(word.cbegin(), word.cend(), [](QChar c) { return c.isDigit(); });
+}
+
+/// The direction that a word or letter of a clause names; null for none.
+const Direction *directionAt(const QStringList &words, int index)
+{
+    // "UTM 34 S" is the half of the earth in which a zone lies.
+    if (index > 0 && isNumber(words.at(index - 1)))
+        return nullptr;
+    const QString &word = words.at(index);
+    return word.size() == 1 ? directionOfLetter(word) : directionOf(word);
+}
+
+/// Whether nothing but other letters and a unit stand behind the word.
+bool endsClause(const QStringList &words, int index)
+{
+    return std::all_of(words.cbegin() + index + 1, words.cend(), [](const QString &word) {
+        return word.size() == 1 || unitNamed(word) != nullptr;
+    });
+}
+
 /// The columns of a plane are called northing and easting whichever way they count.
 bool isOwnWord(const Direction &direction, const InputForm &form)
 {
     return form.frame == Frame::LocalProjected && direction.isForward;
 }
 
+/// What a heading says of the direction in which a component counts.
+class SaidDirections
+{
+public:
+    SaidDirections(const Heading &heading, const InputForm &form, int component)
+        : m_form(form), m_component(component), m_axis(axisOf(form, component)),
+          m_isForward(!isBackward(form, m_axis)), m_text(withWordsApart(heading.text))
+    {
+        static const QRegularExpression plural(QStringLiteral("(?<=\\p{L})\\(s\\)"));
+        m_text.remove(plural);
+        m_heading = headingOf(m_text);
+        for (const Clause &clause : clausesOf(m_text))
+            take(clause);
+    }
+
+    QString otherWay() const
+    {
+        if (!m_otherComponent.isEmpty())
+            return QStringLiteral("says %1").arg(quoted(m_otherComponent));
+        for (const Found &kind : {m_words, m_letters}) {
+            if (kind.counts()) {
+                return QStringLiteral("says %1, but %2 is read %3")
+                    .arg(quoted(kind.other),
+                         QLatin1String(columnOf(m_form.frame, m_component).label),
+                         wayOf(m_axis, m_isForward));
+            }
+        }
+        return {};
+    }
+
+private:
+    struct Found
+    {
+        QString other; ///< counts the other way
+        bool isSure = false;
+        bool isThisWay = false; ///< beside another word that says so
+
+        bool counts() const { return !other.isEmpty() && (isSure || !isThisWay); }
+    };
+
+    void take(const Clause &clause)
+    {
+        const Sign sign = signIn(clause.text);
+        const QStringList words = normalisedHeading(clause.text).split(QLatin1Char('_'));
+        for (int i = 0; i < words.size(); ++i) {
+            const Direction *const direction = directionAt(words, i);
+            if (direction == nullptr || !mayBeMeant(clause, words, i, *direction))
+                continue;
+            if (direction->axis == m_axis)
+                take(words.at(i), *direction, sign);
+            else if (direction->namesComponent)
+                m_otherComponent = words.at(i);
+        }
+    }
+
+    /// Of letters only some are directions.
+    bool mayBeMeant(const Clause &clause, const QStringList &words, int index,
+                    const Direction &direction) const
+    {
+        const QString &word = words.at(index);
+        if (word.size() > 1)
+            return true;
+        if (word == QLatin1String("o") && isOtherO(m_text, m_form))
+            return false;
+        const bool isForward = direction.isForward == m_isForward; // refuses nothing
+        return (endsClause(words, index) && (clause.isInBrackets || isForward))
+               || mayBeDirection(word, m_heading, m_form, m_component);
+    }
+
+    void take(const QString &word, const Direction &direction, Sign sign)
+    {
+        const bool isLetter = word.size() == 1;
+        Found &kind = isLetter ? m_letters : m_words;
+        const bool isThisWay = (direction.isForward == m_isForward) != (sign == Sign::Minus);
+        if (isThisWay || (isOwnWord(direction, m_form) && sign != Sign::Minus)) {
+            kind.isThisWay = true;
+            return;
+        }
+        // "South zone northing" is another thing than "Northing south".
+        const bool isLast = !isLetter && m_heading.whole.split(QLatin1Char('_')).last() == word
+                            && !m_text.contains(QLatin1Char('/'));
+        kind.isSure = kind.isSure || isLast || sign != Sign::None;
+        if (kind.other.isEmpty()) {
+            kind.other = (isLetter ? word.toUpper() : word)
+                         + QLatin1String(sign == Sign::Minus ? " negative" : "");
+        }
+    }
+
+    const InputForm &m_form;
+    int m_component;
+    Axis m_axis;
+    bool m_isForward;
+    QString m_text;
+    Heading m_heading;
+    QString m_otherComponent;
+    Found m_words;
+    Found m_letters;
+};
+
 } // namespace
 
 QString otherWayIn(const Heading &heading, const InputForm &form, int component)
 {
-    if (form.frame == Frame::Wgs84Cartesian)
-        return {};
-    static const QRegularExpression camelCase(QStringLiteral("(?<=[a-z])(?=[A-Z])"));
-    static const QRegularExpression plural(QStringLiteral("(?<=\\p{L})\\(s\\)"));
-    QString text = heading.text;
-    text.replace(camelCase, QStringLiteral("_"));
-    text.remove(plural);
-    const Heading split = headingOf(text);
-    const Axis axis = axisOf(form, component);
-    const bool isForward = !isBackward(form, axis);
-
-    struct Found
-    {
-        QString other; ///< counts the other way
-        bool hasSign = false;
-        bool isThisWay = false;
-    };
-    std::array<Found, 2> found; // words, letters
-    for (const Clause &clause : clausesOf(text)) {
-        const Sign sign = signIn(clause.text);
-        for (const QString &word : normalisedHeading(clause.text).split(QLatin1Char('_'))) {
-            const bool isLetter = word.size() == 1;
-            const Direction *const direction =
-                isLetter ? directionOfLetter(word) : directionOf(word);
-            if (direction == nullptr
-                || (isLetter && !clause.isInBrackets
-                    && !mayBeDirection(word, split, form, component)))
-                continue;
-            if (direction->axis != axis) {
-                if (direction->namesComponent)
-                    return QStringLiteral("says %1").arg(quoted(word));
-                continue;
-            }
-            Found &kind = found[isLetter ? 1 : 0];
-            const bool isThisWay = (direction->isForward == isForward) != (sign == Sign::Minus);
-            if (isThisWay || (isOwnWord(*direction, form) && sign != Sign::Minus)) {
-                kind.isThisWay = true;
-            } else {
-                if (kind.other.isEmpty()) {
-                    kind.other = (isLetter ? word.toUpper() : word)
-                                 + QLatin1String(sign == Sign::Minus ? " negative" : "");
-                }
-                kind.hasSign = kind.hasSign || sign != Sign::None;
-            }
-        }
-    }
-    for (const Found &kind : found) {
-        if (!kind.other.isEmpty() && (kind.hasSign || !kind.isThisWay)) {
-            return QStringLiteral("says %1, but %2 is read %3")
-                .arg(quoted(kind.other), QLatin1String(columnOf(form.frame, component).label),
-                     wayOf(axis, isForward));
-        }
-    }
-    return {};
+    return form.frame == Frame::Wgs84Cartesian
+               ? QString()
+               : SaidDirections(heading, form, component).otherWay();
 }
 
 } // namespace KelStd::positions

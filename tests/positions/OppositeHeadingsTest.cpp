@@ -73,12 +73,15 @@ TEST(OppositeHeadings, AreRefusedWhereTheyArePicked)
         {llh, 0, u"lon_w_deg", letterW},
         {llh, 0, u"lon_W_wgs84", letterW},
         {llh, 0, u"W Longitude", letterW},
+        {llh, 0, u"LONW", "\"lonw\", but longitude"},
         {llh, 0, u"W", letterW},
         {llh, 0, u"lon (+W)", letterW},
         {llh, 0, u"lon (W+, E-)", letterW},
         {llh, 0, u"lon (positive west, negative east)", west},
         {llh, 0, u"lon (E-)", "\"E negative\", but longitude is read eastwards"},
         {llh, 0, u"lon - W", letterW},
+        {llh, 0, u"Longitude (O)", "\"O\", but longitude is read eastwards"},
+        {llh, 0, u"lon (W deg)", letterW},
         {llh, 0, u"Westl\u00E4nge", "\"westl\u00E4nge\", but longitude"},
         {llh, 0, u"westliche L\u00E4nge", "\"westliche\", but longitude"},
         {llh, 0, u"BATI BOYLAMI", "\"bati\", but longitude"},
@@ -88,6 +91,7 @@ TEST(OppositeHeadings, AreRefusedWhereTheyArePicked)
         {llh, 1, u"lat_S", letterS},
         {llh, 1, u"G\u00FCney enlemi", "\"g\u00FCney\", but latitude"},
         {neh, 0, u"southing", southing},
+        {neh, 0, u"Northing (South)", "\"south\", but northing is read northwards"},
         {neh, 0, u"Southing [m]", southing},
         {neh, 0, u"local_southing_m", southing},
         {neh, 0, u"S", "\"S\", but northing is read northwards"},
@@ -114,17 +118,25 @@ TEST(OppositeHeadings, AreNotSeenInOrdinaryOnes)
     const Row rows[] = {
         {llh, 0, u"East Longitude", ""},
         {llh, 0, u"Longitude (E/W)", ""},
+        {llh, 0, u"lon E/W", ""},
         {llh, 0, u"Longitude (+E, -W)", ""},
         {llh, 0, u"Longitude (-W)", ""},
         {llh, 0, u"Longitude (West negative)", ""},
         {llh, 0, u"lon, west is negative", ""},
         {llh, 0, u"Weston lon", ""},
+        {llh, 0, u"lon_neg_W", ""},
+        {llh, 0, u"lon (E+ W-)", ""},
+        {llh, 0, u"Geogr. L\u00E4nge [\u00B0O]", ""},
         {llh, 1, u"Latitude (N/S)", ""},
         {llh, 1, u"lat of W gate", ""},
         {llh, 2, u"height (depth negative)", ""},
         {llh, 2, u"height of the west wall", ""},
         {neh, 0, u"Northing(s)", ""},
         {neh, 0, u"S_id", ""},
+        {neh, 0, u"X (S-JTSK)", ""},
+        {neh, 0, u"N UTM 34 S", ""},
+        {neh, 0, u"N (UTM zone 34 South)", ""},
+        {neh, 1, u"Y_O", ""},
         {neh, 0, u"Series", ""},
         {neh, 0, u"W-Nr", ""},
         {neh, 0, u"South Grid Northing", ""},
@@ -164,6 +176,8 @@ TEST(OppositeHeadings, AreTheOthersWhereASystemCountsBackwards)
     // Only the longitudes count westwards.
     expectRow({localLlh, 0, u"lon_W", ""}, EllipsoidDirection_WNU);
     expectRow({localLlh, 1, u"lat_S", letterS}, EllipsoidDirection_WNU);
+    expectRow({neh, 0, u"southing", southing}, EllipsoidDirection_WNU);
+    expectRow({neh, 1, u"westing", ""}, EllipsoidDirection_WNU);
 }
 
 TEST(OppositeHeadings, AreRefusedWithWhatToDo)
