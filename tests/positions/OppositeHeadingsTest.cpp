@@ -180,6 +180,19 @@ TEST(OppositeHeadings, AreTheOthersWhereASystemCountsBackwards)
     expectRow({neh, 1, u"westing", ""}, EllipsoidDirection_WNU);
 }
 
+TEST(OppositeHeadings, AreNotThoseOfALineOfUnitsWhereASystemCountsBackwards)
+{
+    InputForm form(localLlh);
+    form.localAxes = EllipsoidDirection_WSU;
+    const ParsedInput own = parsed(parserFor(form), "lon;lat;h\ndeg W;deg S;m\n29.5;25.5;1\n");
+    EXPECT_EQ(own.end, QString());
+    EXPECT_EQ(own.positions, (std::vector<Pos>{Pos::fromLongLatH(29.5, 25.5, 1)}));
+    EXPECT_THAT(
+        parsed(parserFor(form), "lon;lat;h\ndeg E;deg S;m\n29.5;25.5;1\n").end,
+        Mentions("\"deg E\" counts northwards or eastwards; longitude is read southwards or "
+                 "westwards, with a minus otherwise"));
+}
+
 TEST(OppositeHeadings, AreRefusedWithWhatToDo)
 {
     EXPECT_EQ(
