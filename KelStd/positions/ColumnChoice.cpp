@@ -1,6 +1,7 @@
 #include <KelStd/positions/ColumnChoice.h>
 
 #include <KelStd/positions/Columns.h>
+#include <KelStd/positions/LineSplitter.h>
 #include <KelStd/positions/PickedColumns.h>
 
 #include <algorithm>
@@ -11,7 +12,14 @@ std::optional<ColumnChoice> ColumnChoice::from(const QString &list, QString &mis
                                                const InputWords &words)
 {
     ColumnChoice choice;
-    for (const QString &column : list.split(QLatin1Char(',')))
+    const SplitLine split = splitAt(list, QLatin1Char(','));
+    if (!split.mistake.isEmpty()) {
+        mistake = QStringLiteral("%1 '%2': %3; a heading with a comma stands in quotation marks, "
+                                 "and a mark in it is doubled")
+                      .arg(words.columns, list, split.mistake);
+        return std::nullopt;
+    }
+    for (const QString &column : split.fields)
         choice.m_columns += column.trimmed();
     const auto count = choice.m_columns.size();
     if (count < componentsPerFrame - 1 || count > componentsPerFrame + 1) {

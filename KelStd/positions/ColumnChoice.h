@@ -18,7 +18,9 @@ namespace KelStd::positions {
 class KELSTD_EXPORT ColumnChoice
 {
 public:
-    /// "2,3,4", "id,easting,northing,7": columns between commas, blanks around them passed over.
+    /// "2,3,4", "id,easting,northing,7": columns between commas, blanks around them passed over. A
+    /// heading with a comma stands in quotation marks, in which a mark is doubled, as in CSV:
+    /// "\"Name, field\",2,3".
     /// May be called on any thread.
     ///
     /// \param mistake without a choice, why; untouched where there is one

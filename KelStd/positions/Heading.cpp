@@ -123,6 +123,12 @@ QString normalisedHeading(const QString &heading)
     return word;
 }
 
+QString withWordsApart(QString text)
+{
+    static const QRegularExpression border(QStringLiteral("(?<=[a-z])(?=[A-Z])"));
+    return text.replace(border, QStringLiteral("_"));
+}
+
 Heading headingOf(const QString &text)
 {
     constexpr int maxCharacters = 80; // longer ones name nothing

@@ -21,6 +21,9 @@ struct Heading
 /// A heading as it is compared: "Longitude [deg]" is "longitude_deg".
 QString normalisedHeading(const QString &heading);
 
+/// "decimalLatitude" as "decimal_Latitude".
+QString withWordsApart(QString text);
+
 KELSTD_EXPORT Heading headingOf(const QString &text);
 
 } // namespace KelStd::positions

@@ -6,7 +6,6 @@
 #include <KelStd/text/UnitWords.h>
 
 #include <QtCore/QHash>
-#include <QtCore/QRegularExpression>
 #include <QtCore/QSet>
 #include <QtCore/QVector>
 
@@ -110,9 +109,7 @@ bool isOfLocations(const Heading &heading)
 
 bool speaksOfHeight(const Heading &heading)
 {
-    static const QRegularExpression camelCase(QStringLiteral("(?<=[a-z])(?=[A-Z])"));
-    QString text = heading.text;
-    return speaksOfHeight(normalisedHeading(text.replace(camelCase, QStringLiteral("_"))));
+    return speaksOfHeight(normalisedHeading(withWordsApart(heading.text)));
 }
 
 bool speaksOfGeoid(const Heading &heading)
@@ -203,10 +200,8 @@ QString directionIn(const Heading &heading)
         {QStringLiteral("east"), QStringLiteral("east")}};
     static const QHash<QString, QString> letters = {{QStringLiteral("n"), QStringLiteral("north")},
                                                     {QStringLiteral("e"), QStringLiteral("east")}};
-    static const QRegularExpression camelCase(QStringLiteral("(?<=[a-z])(?=[A-Z])"));
-    QString text = heading.text;
-    const QStringList words = normalisedHeading(text.replace(camelCase, QStringLiteral("_")))
-                                  .split(underscore, Qt::SkipEmptyParts);
+    const QStringList words =
+        normalisedHeading(withWordsApart(heading.text)).split(underscore, Qt::SkipEmptyParts);
     QSet<QString> found;
     for (const QString &word : words) {
         if (labels.contains(word))

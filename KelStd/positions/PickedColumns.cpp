@@ -1,6 +1,7 @@
 #include <KelStd/positions/PickedColumns.h>
 
 #include <KelStd/positions/Headings.h>
+#include <KelStd/positions/OppositeHeadings.h>
 #include <KelStd/positions/OtherColumns.h>
 #include <KelStd/positions/ReadUnits.h>
 #include <KelStd/text/NearNames.h>
@@ -22,6 +23,17 @@ QString beforeList(const QString &column, const QStringList &headings)
                           : hintAt(near) + QStringLiteral(" There are");
 }
 
+/// A heading as a choice of columns has it.
+QString asPicked(const QString &heading)
+{
+    const bool isPlain =
+        !heading.contains(QLatin1Char(',')) && !heading.startsWith(QLatin1Char('"'));
+    return isPlain ? heading
+                   : QLatin1Char('"')
+                         + QString(heading).replace(QLatin1Char('"'), QLatin1String("\"\""))
+                         + QLatin1Char('"');
+}
+
 /// The one heading that is written like this, or else the one that differs in case, blanks and
 /// signs alone.
 int fieldHeaded(const QString &column, const QStringList &headings, const InputWords &words,
@@ -37,12 +49,15 @@ int fieldHeaded(const QString &column, const QStringList &headings, const InputW
     const auto count = compared.count(wanted);
     if (count == 1)
         return static_cast<int>(compared.indexOf(wanted));
+    QStringList listed;
+    for (const QString &heading : headings)
+        listed += asPicked(heading);
     mistake = count > 1 ? QStringLiteral("%1: %2 is the heading of %3 columns; pick one by "
                                          "its number")
                               .arg(words.columns, quoted(column), QString::number(count))
                         : QStringLiteral("%1: no column is headed %2; %3 %4")
                               .arg(words.columns, quoted(column), beforeList(column, headings),
-                                   headings.join(QLatin1String(", ")));
+                                   listed.join(QLatin1String(", ")));
     return -1;
 }
 
@@ -89,6 +104,13 @@ QString contradiction(const Heading &heading, const InputForm &form, int compone
                                   "%5")
                 .arg(form.words.columns, quoted(heading.text), label, form.frameName(), other);
         }
+    }
+    const QString otherWay = otherWayIn(heading, form, component);
+    if (!otherWay.isEmpty()) {
+        return QStringLiteral(
+                   "%1 picks the column %2 as %3; its heading %4: write its numbers with the other "
+                   "sign below another heading, or pick another column")
+            .arg(form.words.columns, quoted(heading.text), label, otherWay);
     }
     const QString direction = meant < 0 ? directionIn(heading) : QString();
     if (!mayHold(form, component, direction)) {

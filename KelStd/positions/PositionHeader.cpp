@@ -1,6 +1,7 @@
 #include <KelStd/positions/PositionHeader.h>
 
 #include <KelStd/positions/Headings.h>
+#include <KelStd/positions/OppositeHeadings.h>
 #include <KelStd/positions/OtherColumns.h>
 #include <KelStd/positions/PointNames.h>
 #include <KelStd/positions/ReadComponents.h>
@@ -122,6 +123,14 @@ QString otherFrames(const InputForm &form, const QVector<Heading> &headings)
                                    .arg(fitting.join(QLatin1String(" and ")));
 }
 
+/// What a heading that speaks of the component says of the other way: the letter S may head
+/// anything.
+QString otherWayOfHeading(const Heading &heading, const InputForm &form, int component)
+{
+    const QString label = QString::fromLatin1(columnOf(form.frame, component).label);
+    return directionIn(heading) == label ? otherWayIn(heading, form, component) : QString();
+}
+
 QString missing(const InputForm &form, int component, const QVector<Heading> &headings)
 {
     const bool isChosen = form.height == InputHeight::OfFrame;
@@ -134,6 +143,14 @@ QString missing(const InputForm &form, int component, const QVector<Heading> &he
         text += QLatin1String("; ")
                 + unitMistake(form, component, headings.at(otherUnit.first()),
                               form.unitText(component));
+    QStringList found; // those that may be picked
+    for (const Heading &heading : headings) {
+        const QString otherWay = otherWayOfHeading(heading, form, component);
+        if (otherWay.isEmpty())
+            found += heading.text;
+        else
+            text += QStringLiteral("; %1 %2").arg(quoted(heading.text), otherWay);
+    }
     const bool hasXY = std::any_of(headings.begin(), headings.end(), [](const Heading &heading) {
         return heading.word == QLatin1String("x") || heading.word == QLatin1String("y");
     });
@@ -144,9 +161,6 @@ QString missing(const InputForm &form, int component, const QVector<Heading> &he
     } else if (isChosen) {
         text += QStringLiteral("; %1 picks columns with other headings").arg(form.words.columns);
         if (std::any_of(headings.begin(), headings.end(), isKnown)) {
-            QStringList found;
-            for (const Heading &heading : headings)
-                found += heading.text;
             text += QStringLiteral(" of these: ") + listedHeadings(found);
         }
     }

@@ -100,16 +100,30 @@ Heading headingOfUnit(const QString &field)
 /// "deg W": what counts the other way than the component is read.
 QString otherWayAt(const QString &field, const InputForm &form, int component)
 {
-    static const QRegularExpression otherWay(
-        QStringLiteral("(\\b|\u00B0|\u00BA|\u02DA)(S|W|south|west)\\z"),
-        QRegularExpression::CaseInsensitiveOption);
+    struct Way
+    {
+        QRegularExpression unit;
+        QString text;
+    };
+    const auto endingWith = [](const char *words) {
+        return QRegularExpression(
+            QStringLiteral("(\\b|\u00B0|\u00BA|\u02DA)(%1)\\z").arg(QLatin1String(words)),
+            QRegularExpression::CaseInsensitiveOption);
+    };
+    static const Way forward{endingWith("N|E|north|east"),
+                             QStringLiteral("northwards or eastwards")};
+    static const Way backward{endingWith("S|W|south|west"),
+                              QStringLiteral("southwards or westwards")};
+    const Column &column = columnOf(form.frame, component);
     const QString text = withoutBrackets(field);
-    if (unitOfField(field) == nullptr || !isAngle(columnOf(form.frame, component))
-        || text.size() < 2 || !otherWay.match(text).hasMatch())
+    const bool isBackward = countsBackwards(column, form.localAxes);
+    const Way &other = isBackward ? forward : backward;
+    if (unitOfField(field) == nullptr || !isAngle(column) || text.size() < 2
+        || !other.unit.match(text).hasMatch())
         return {};
-    return QStringLiteral("%1 counts southwards or westwards; %2 is read northwards or "
-                          "eastwards, with a minus otherwise")
-        .arg(quoted(field), QLatin1String(columnOf(form.frame, component).label));
+    return QStringLiteral("%1 counts %2; %3 is read %4, with a minus otherwise")
+        .arg(quoted(field), other.text, QLatin1String(column.label),
+             (isBackward ? backward : forward).text);
 }
 
 /// "[gon]" in the place of a component that is read in another unit.

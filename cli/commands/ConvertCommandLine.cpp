@@ -50,7 +50,8 @@ QString details()
         "otherwise:\n"
         "  --columns 2,3,4     --columns \"station id,east,north,7\"\n"
         "picks those of the components, in the order above, after that of the point name\n"
-        "if there is one. The other fields are carried through, behind the frames.\n"
+        "if there is one. A heading with a comma stands in quotation marks, as in CSV:\n"
+        "--columns '\"a,b\",2,3'. The other fields are carried through, behind the frames.\n"
         "\n"
         "Longitudes and latitudes are typed as decimal degrees or as in "
         "52\u00B030\u203215.5\u2033,\n"
@@ -205,7 +206,8 @@ CommandLine convertCommandLine()
                     QStringLiteral("Print comma-separated values without a header\nline.")});
     DisplayOptions::addTo(line);
     line.addOption({QStringLiteral("rejects"),
-                    QStringLiteral("Write the lines that fail to FILE, as they stand."),
+                    QStringLiteral("Write the lines that fail to FILE, as they stand,\n"
+                                   "below the headings and what --skip passes over."),
                     QStringLiteral("FILE")});
     line.addOption({QStringLiteral("threads"),
                     QStringLiteral("On how many threads to convert. Default: one for\n"

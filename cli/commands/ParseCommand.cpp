@@ -7,12 +7,15 @@
 #include <cli/values/ValueArguments.h>
 #include <cli/values/ValueWords.h>
 
+#include <KelStd/positions/Columns.h>
 #include <KelStd/text/CoordStringHelper.h>
 #include <KelStd/text/TypedAngle.h>
 
 #include <QtCore/QLocale>
 #include <QtCore/QVariant>
 
+#include <algorithm>
+#include <cmath>
 #include <limits>
 
 namespace KelStd::cli {
@@ -37,7 +40,10 @@ CommandLine makeCommandLine()
                 "sign counts for the whole angle, -30.25, and the forms are those that\n"
                 "'kelstd convert' reads: 52\u00B030\u203215.5\u2033, 52d30'15.5\", 52:30:15.5, N, "
                 "S, E or W\n"
-                "before or behind, and decimals behind a point or a comma.\n"
+                "before or behind, and decimals behind a point or a comma. Without --typed N, S,\n"
+                "E or W may stand behind an angle with signs, as 'kelstd format' prints it; any\n"
+                "other text behind the last sign is refused; nan and inf are numbers, and no\n"
+                "angle is too large.\n"
                 "\n"
                 "Exit status: 0 all read, 1 some texts are no such values (standard error says\n"
                 "which), 2 usage."));
@@ -119,18 +125,69 @@ AngleSense senseOf(EValueType type)
     return type == ValueType_Latitude ? AngleSense::Latitude : AngleSense::Plain;
 }
 
+/// The angle [deg] as `kelstd convert` reads it, or an invalid value and the reason.
+QVariant typedAngle(EValueType type, const QString &text, QString &reason)
+{
+    const bool hasComma = text.contains(QLatin1Char(','));
+    TypedValueFailure failure;
+    const auto degrees = readTypedAngle(
+        text, senseOf(type), hasComma ? DecimalMark::Comma : DecimalMark::Point, failure);
+    reason = failure.text;
+    if (!degrees)
+        return {};
+    for (int i = 0; i < positions::componentsPerFrame; ++i) {
+        const positions::Column &column = positions::columnOf(positions::Frame::Wgs84Geographic, i);
+        if (column.valueType == type && !(std::abs(*degrees) <= column.limit)) {
+            reason =
+                QStringLiteral("%1 is not between -%2 and %2").arg(quoted(text)).arg(column.limit);
+            return {};
+        }
+    }
+    return *degrees;
+}
+
+/// What the library passes over behind the last sign of an angle.
+QString behindSigns(const ParseOptions &options, const QString &text)
+{
+    if (!isAngleType(options.type))
+        return {};
+    auto last = text.indexOf(CoordStringHelper::s_specialSymbol_degree);
+    // In that style nothing is read behind the sign of degrees.
+    if (options.style == nullptr || options.style->format != Format_Degree) {
+        last = std::max({last, text.indexOf(CoordStringHelper::s_specialSymbol_Minute),
+                         text.indexOf(CoordStringHelper::s_specialSymbol_Second)});
+    }
+    return last < 0 ? QString() : text.mid(last + 1).trimmed();
+}
+
+/// An angle with a hemisphere letter behind it, which `kelstd format` prints; any other text there
+/// is refused, since it may be a part of the angle.
+QVariant angleWithText(const ParseOptions &options, const QString &text, const QString &behind,
+                       QString &reason)
+{
+    const bool isLetter =
+        behind.size() == 1 && QStringLiteral("NSEW").contains(behind, Qt::CaseInsensitive);
+    if (!isLetter) {
+        reason = QStringLiteral("%1 has %2 behind the angle; --typed reads angles as people type "
+                                "them")
+                     .arg(quoted(text), quoted(behind));
+        return {};
+    }
+    const QVariant degrees = typedAngle(options.type, text, reason);
+    constexpr double secondsPerDegree = 3600.0;
+    return degrees.isValid() && options.unit == Unit_Second
+               ? QVariant(degrees.toDouble() * secondsPerDegree)
+               : degrees;
+}
+
 /// The value of a text, or an invalid one and the reason.
 QVariant valueOf(const ParseOptions &options, const QString &text, QString &reason)
 {
-    if (options.isTyped) {
-        const bool hasComma = text.contains(QLatin1Char(','));
-        TypedValueFailure failure;
-        const auto degrees =
-            readTypedAngle(text, senseOf(options.type),
-                           hasComma ? DecimalMark::Comma : DecimalMark::Point, failure);
-        reason = failure.text;
-        return degrees ? QVariant(*degrees) : QVariant();
-    }
+    if (options.isTyped)
+        return typedAngle(options.type, text, reason);
+    const QString behind = behindSigns(options, text);
+    if (!behind.isEmpty())
+        return angleWithText(options, text, behind, reason);
     if (options.style != nullptr) {
         double degrees = 0.0;
         if (CoordStringHelper::GetAngleValue(text, options.style->format, degrees))

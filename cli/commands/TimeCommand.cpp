@@ -18,6 +18,8 @@ namespace KelStd::cli {
 
 namespace {
 
+constexpr int maxOffset = 86400; // [s]: a day, which no clock is away from UTC
+
 QStringList timeScaleNames()
 {
     QStringList names;
@@ -62,7 +64,8 @@ CommandLine makeCommandLine()
                    Values::ofWords(timeScaleNames()));
     line.setPositionals({Values::ofWords({QStringLiteral("now")})});
     line.addOption({QStringLiteral("offset"),
-                    QStringLiteral("The offset of local times from UTC [s], east positive.\n"
+                    QStringLiteral("The offset of local times from UTC [s], east positive,\n"
+                                   "at most 86400 either way.\n"
                                    "Default: the system's of this moment."),
                     QStringLiteral("SECONDS")});
     line.addOption(
@@ -194,9 +197,11 @@ ExitStatus runTime(const QStringList &arguments, Console &console)
     if (line.isSet(QStringLiteral("offset"))) {
         bool isNumber = false;
         offset = line.value(QStringLiteral("offset")).toInt(&isNumber);
-        if (!isNumber) {
-            return line.refuse(QStringLiteral("--offset '%1' is no whole number of seconds")
-                                   .arg(line.value(QStringLiteral("offset"))),
+        if (!isNumber || std::abs(static_cast<qint64>(*offset)) > maxOffset) {
+            return line.refuse(QStringLiteral("--offset '%1' is no whole number of seconds between "
+                                              "-%2 and %2")
+                                   .arg(line.value(QStringLiteral("offset")))
+                                   .arg(maxOffset),
                                console);
         }
     }

@@ -52,6 +52,8 @@ public:
     QString heightWarning(const QString &ofSystem, const QString &consequence) const;
 
 private:
+    void tellOfHeight(Frame frame, const Pos &position);
+
     calibration::SiteBuilder m_builder;
     const bool m_hasSite;
     const bool m_namesModel; ///< be it one that can be used or not

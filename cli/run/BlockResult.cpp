@@ -2,6 +2,16 @@
 
 namespace KelStd::cli {
 
+namespace {
+
+void appendLine(QByteArray &lines, std::string_view line)
+{
+    lines.append(line.data(), static_cast<int>(line.size()));
+    lines += '\n';
+}
+
+} // namespace
+
 void ResultMaker::take(BlockResult &result, const positions::ReadPosition &position, qint64 line,
                        std::string_view source)
 {
@@ -26,10 +36,14 @@ void ResultMaker::fail(BlockResult &result, qint64 line, std::string_view source
 {
     result.messages.push_back({result.output.size(), line, reason});
     ++result.failed;
-    if (m_keepsRejects) {
-        result.rejects.append(source.data(), static_cast<int>(source.size()));
-        result.rejects += '\n';
-    }
+    if (m_keepsRejects)
+        appendLine(result.rejects, source);
+}
+
+void ResultMaker::pass(BlockResult &result, std::string_view source) const
+{
+    if (m_keepsRejects)
+        appendLine(result.passed, source);
 }
 
 } // namespace KelStd::cli

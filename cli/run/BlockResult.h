@@ -27,6 +27,7 @@ struct BlockResult
     QString inputName; ///< of the input that they are of, where a run has several; else empty
     QByteArray output; ///< the separator before each position
     std::vector<Message> messages;
+    QByteArray passed;  ///< the lines that are passed over at the beginning, where rejects are kept
     QByteArray rejects; ///< the lines that failed, as they stand
     qint64 taken = 0;
     qint64 failed = 0;
@@ -55,6 +56,9 @@ public:
     /// One that cannot be taken, with the reason.
     void fail(BlockResult &result, qint64 line, std::string_view source,
               const QString &reason) const;
+
+    /// A line that the user has passed over, to stand above the rejects.
+    void pass(BlockResult &result, std::string_view source) const;
 
 private:
     bool m_keepsRejects;

@@ -15,6 +15,8 @@ BlockResult BlockWork::operator()(const LineBlock &block)
             m_maker.fail(result, cursor.lineNumber(), cursor.line(), pieceMistake(cursor.opener()));
             continue;
         }
+        if (cursor.lineNumber() <= m_parser.skippedLines())
+            m_maker.pass(result, cursor.line());
         const bool knewOrder = m_parser.knowsOrder();
         const positions::PositionParser::Result read =
             m_parser.parse(cursor.line(), cursor.lineNumber());

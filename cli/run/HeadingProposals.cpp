@@ -4,6 +4,7 @@
 
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
+#include <QtCore/QRegularExpression>
 
 namespace KelStd::cli {
 
@@ -29,8 +30,23 @@ QString firstLine(const QString &fileName)
     return {};
 }
 
-/// At the first separator that there is. Quotation marks hold no separators in the headings that
-/// --columns can pick.
+/// Without the fields in quotation marks that hold a separator: of a heading with a comma a shell
+/// would have to complete the marks, too.
+QString withoutHeldSeparators(QString line)
+{
+    static const QRegularExpression field(QStringLiteral("\"(?:[^\"]|\"\")*\""));
+    static const QRegularExpression separator(QStringLiteral("[,;\\t]"));
+    int from = 0;
+    for (auto match = field.match(line); match.hasMatch(); match = field.match(line, from)) {
+        const bool holdsSeparator = match.captured().contains(separator);
+        from = static_cast<int>(holdsSeparator ? match.capturedStart() : match.capturedEnd());
+        if (holdsSeparator)
+            line.remove(match.capturedStart(), match.capturedLength());
+    }
+    return line;
+}
+
+/// At the first separator that there is.
 QStringList fieldsOf(const QString &line)
 {
     for (const char separator : {';', ',', '\t'}) {
@@ -52,7 +68,8 @@ bool isNumber(const QString &field)
 QList<Proposal> headingProposals(const TypedLine &line)
 {
     QList<Proposal> headings;
-    for (const QString &each : fieldsOf(firstLine(line.positionals.value(0)))) {
+    for (const QString &each :
+         fieldsOf(withoutHeldSeparators(firstLine(line.positionals.value(0))))) {
         QString field = each.trimmed();
         field.remove(QLatin1Char('"'));
         if (isNumber(field))

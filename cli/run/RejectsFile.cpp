@@ -45,12 +45,12 @@ bool RejectsFile::open(const QString &name, const Input &input, const QStringLis
     return true;
 }
 
-void RejectsFile::write(const QByteArray &headerLine, const QByteArray &lines)
+void RejectsFile::write(const QByteArray &above, const QByteArray &lines)
 {
     if (!isOpen() || lines.isEmpty())
         return;
-    if (m_isEmpty && !headerLine.isEmpty())
-        m_isComplete = m_device->write(headerLine + '\n') > 0 && m_isComplete;
+    if (m_isEmpty)
+        m_isComplete = m_device->write(above) == above.size() && m_isComplete;
     m_isComplete = m_device->write(lines) == lines.size() && m_isComplete;
     m_isEmpty = false;
 }

@@ -24,8 +24,9 @@ public:
               QString &error);
     bool isOpen() const { return m_device != nullptr; }
 
-    /// The header line of the input stands above the first line.
-    void write(const QByteArray &headerLine, const QByteArray &lines);
+    /// `above`: whole lines, which stand above the first one that failed: with those that are
+    /// passed over and the header of the input, the same options read this file.
+    void write(const QByteArray &above, const QByteArray &lines);
 
     /// True when every line is in the file; false with the reason. Nothing is to be done for one
     /// that was not opened.

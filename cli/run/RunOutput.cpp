@@ -39,8 +39,10 @@ bool RunOutput::take(const BlockResult &result)
             QStringLiteral("%1:%2: %3").arg(m_inputName).arg(message.line).arg(message.text));
     }
     print(result.output.constData() + printed, result.output.size() - printed);
+    m_passed += result.passed;
     if (m_rejects != nullptr)
-        m_rejects->write(m_headerLine, result.rejects);
+        m_rejects->write(m_headerLine.isEmpty() ? m_passed : m_passed + m_headerLine + '\n',
+                         result.rejects);
 
     m_taken += result.taken;
     m_failed += result.failed;

@@ -88,6 +88,7 @@ private:
     ProgressBar *m_progress = nullptr;
     QByteArray m_heading;
     QByteArray m_headerLine; ///< of the input
+    QByteArray m_passed;     ///< the lines of the input that are passed over
     bool m_isLive = false;
     bool m_hasHeading = false;
     bool m_hasPosition = false;

@@ -1,5 +1,7 @@
 #include <cli/values/TableLayout.h>
 
+#include <cli/terminal/ShownText.h>
+
 #include <KelStd/positions/Columns.h>
 #include <KelStd/positions/FactorColumns.h>
 
@@ -67,12 +69,13 @@ TableGroup groupOf(const PrintedColumn &column, const positions::LocationPrinter
     case PrintedColumn::Kind::Extra:
     case PrintedColumn::Kind::Carried: break;
     }
+    const QString label = shown(column.name);
     return {Kind::Further,
             {},
             {{column,
-              column.name,
+              label,
               {},
-              std::max({furtherWidth, column.width, static_cast<int>(column.name.size())})}}};
+              std::max({furtherWidth, column.width, static_cast<int>(label.size())})}}};
 }
 
 int widthOf(const TableGroup &group)

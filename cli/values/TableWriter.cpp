@@ -1,5 +1,7 @@
 #include <cli/values/TableWriter.h>
 
+#include <cli/terminal/ShownText.h>
+
 #include <KelStd/positions/Columns.h>
 
 #include <algorithm>
@@ -108,7 +110,8 @@ QString TableWriter::cell(const PrintedColumn &column,
     if (const Location *const location = column.locationIn(position))
         return m_printer.cell(*column.component(), *location);
     QByteArray buffer;
-    return fromUtf8(positions::PrintedColumns::text(column, position, buffer));
+    // A line break would tear the row.
+    return shown(fromUtf8(positions::PrintedColumns::text(column, position, buffer)));
 }
 
 void TableWriter::writeWide(QByteArray &bytes, const positions::PrintedPosition &position) const

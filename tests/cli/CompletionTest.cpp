@@ -309,6 +309,8 @@ TEST(CompletionOfColumns, HasTheHeadingsOfTheInput)
     EXPECT_EQ(headings("\xEF\xBB\xBF\n# Station id,North,East\n", "--fields"),
               QStringList(QStringLiteral("Station id")));
     EXPECT_EQ(headings("1;2;3\nSt;1;2\n", "--columns"), QStringList());
+    EXPECT_EQ(headings("\"a, St b\",\"St\",c\nA,1,2\n", "--columns"),
+              QStringList(QStringLiteral("St")));
     EXPECT_EQ(headings(QByteArray("St\0;x", 5), "--columns"), QStringList());
     EXPECT_EQ(headings("", "--columns"), QStringList());
 }

@@ -95,6 +95,12 @@ INSTANTIATE_TEST_SUITE_P(
         Picked{"HeadingsThatNeedQuotes", "lon,lat,h",
                "lon,lat,h,\"a, b\",\"q\"\"q\"\n5.25,52.5,-4.125,1,2\n", "", ",\"a, b\",\"q\"\"q\"",
                ",1,2"},
+        Picked{"HeadingsWithCommasAreQuoted",
+               "\"Name, code\", \"lon, E\" ,\"lat\",\"the \"\"h\"\" m\"",
+               "\"Name, code\",\"lon, E\",lat,\"the \"\"h\"\" m\"\nA,5.25,52.5,-4.125\n", "A", "",
+               ""},
+        Picked{"AMarkInsideAHeadingNeedsNone", "lon,lat,5\" rod",
+               "lon;lat;5\" rod\n5.25;52.5;-4.125\n", "", "", ""},
         Picked{"HeadingsOfOurOwnGetANumber", "lon,lat,h",
                "lon,lat,h,point,wgs84_x_m,point,local_height_reference\n"
                "5.25,52.5,-4.125,1,2,3,4\n",
@@ -176,6 +182,16 @@ INSTANTIATE_TEST_SUITE_P(
         Refused{"UnknownHeading", "lon,lat,up", headed, 2,
                 "<stdin>:1: --columns: no column is headed \"up\"; there are id, lon, lat, h, "
                 "Lon"},
+        Refused{"HeadingsWithCommasAreProposedAsTheyArePicked", "a,b,c",
+                "\"a,b\";c;d;\"\"\"e\"\"\"\n5;52;1;2\n", 2,
+                "no column is headed \"a\"; did you mean \"a,b\"? There are \"a,b\", c, d, "
+                "\"\"\"e\"\"\""},
+        Refused{
+            "QuotationMarkNotClosed", "\"a,2,3", headed, 2,
+            "--columns '\"a,2,3': a quotation mark is not closed; a heading with a comma stands "
+            "in quotation marks, and a mark in it is doubled"},
+        Refused{"TextBehindAQuotationMark", "\"a\"b,2,3", headed, 2,
+                "text follows a closing quotation mark"},
         Refused{"AmbiguousHeading", "LON,lat,h", headed, 2,
                 "<stdin>:1: --columns: \"LON\" is the heading of 2 columns; pick one by its "
                 "number"},

@@ -87,5 +87,43 @@ INSTANTIATE_TEST_SUITE_P(Lines, ConvertFar,
                                                  "3904046.1,368161.3,5013449.4"}),
                          [](const auto &row) { return std::string(row.param.name); });
 
+/// Higher than satellites, deeper than boreholes, at a place of the zone: the projection is not at
+/// fault. Far from the islands it is, whatever the height.
+TEST(ConvertFarHeights, AreNamedAsTheReason)
+{
+    struct Row
+    {
+        const char *system;
+        QStringList options;
+        QByteArray line;
+        const char *behind;
+    };
+    const Row rows[] = {
+        {utm31,
+         {},
+         "3.5,50.5,1e9",
+         ": the height, 1000000000 m, is no position's (at 0 m there is one)"},
+        {utm31, {"--height=1e9"}, "3.5,50.5", ": the height, 1000000000 m, is no position's"},
+        {utm31, {}, "3.5,50.5,-30000", ": the height, -30000 m, is no position's"},
+        {utm31,
+         {"--from=local-neh", "--columns=1,2,3"},
+         "5000000,500000,6e7",
+         ": the height, 60000000 m, is no position's (at 0 m there is one)"},
+        {newZealand, {}, "10.5,50.5,5", "\n"},
+        {utm31, {"--from=wgs84-xyz"}, "0,0,0", "\n"},
+    };
+    const ProgramRun program;
+    for (const Row &row : rows) {
+        const auto result =
+            program.run(QStringList{QStringLiteral("convert"), QStringLiteral("--system"),
+                                    QString::fromUtf8(row.system)}
+                            + row.options,
+                        row.line + '\n');
+        EXPECT_EQ(result.status, 1) << row.line.constData();
+        EXPECT_THAT(result.err,
+                    Mentions((std::string("<stdin>:1: ") + reason + row.behind).c_str()));
+    }
+}
+
 } // namespace
 } // namespace KelStd

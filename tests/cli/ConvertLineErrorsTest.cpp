@@ -88,8 +88,10 @@ INSTANTIATE_TEST_SUITE_P(
         BadLine{"LongitudeOutOfRange", "C,-360.5,52.5,1",
                 "longitude -360.5 is not between -360 and 360"},
         // Higher than every satellite; PROJ has no cartesian coordinates there.
-        BadLine{"HeightOutOfRange", "C,5.25,52.5,1e308",
-                "outside where the projection is one-to-one"}),
+        BadLine{
+            "HeightOutOfRange", "C,5.25,52.5,1e308",
+            "outside where the projection is one-to-one: the height, 1e+308 m, is no position's "
+            "(at 0 m there is one)"}),
     [](const auto &row) { return row.param.testName; });
 
 TEST(ConvertLineErrors, TheFilesNameStandsBeforeTheLine)

@@ -90,6 +90,38 @@ TEST_F(ConvertRejects, MendedItIsAnInputOfTheSameKind)
     EXPECT_EQ(lines, expected);
 }
 
+/// The same command reads it: the first rejected line must not be what is passed over.
+TEST_F(ConvertRejects, HasTheLinesOnTopThatArePassedOver)
+{
+    struct Row
+    {
+        const char *skip;
+        QByteArray top;
+        QStringList more;
+    };
+    const Row rows[] = {
+        {"--skip=1", "Baustelle 7\n", {}},
+        {"--skip=3", "first\r\n\n\"open,5,52\n", {}},
+        {"--skip=2", "\xEF\xBB\xBFlat,lon,h\n\x8D 7\nlon,lat,h\n", {}},
+        {"--skip=1", "units: ft\n[m],[deg],[deg]\nh,lat,lon\n", {"--columns=3,2,1"}},
+    };
+    for (const Row &row : rows) {
+        SCOPED_TRACE(row.top.toStdString());
+        const bool isTurned = !row.more.isEmpty();
+        const QStringList options = QStringList(QString::fromLatin1(row.skip)) + row.more;
+        const auto first = convert(
+            row.top + (isTurned ? "1,52,5\n" : "5,52,1\n") + "x,52,2\n" + "5.75,x,3\n", options);
+        EXPECT_EQ(first.status, 1) << first.err;
+        const QByteArray top = QByteArray(row.top).replace('\r', "");
+        EXPECT_EQ(readFile(rejects), top + "x,52,2\n5.75,x,3\n");
+        const QByteArray mended =
+            readFile(rejects).replace("x,52,2", "6,52,6").replace("5.75,x,3", "7,52,7");
+        const auto second = convert(mended, options);
+        EXPECT_EQ(second.status, 0) << second.err;
+        EXPECT_EQ(second.outLines().size(), 3) << second.out;
+    }
+}
+
 TEST_F(ConvertRejects, IsEmptyWhenNoneFail)
 {
     for (const QByteArray &input : {QByteArray(), twoGood, "lon,lat,h\n5,52,1\n" + QByteArray()}) {

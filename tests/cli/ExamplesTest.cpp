@@ -79,7 +79,7 @@ TEST(Examples, SingleValuesAreAsThePageOnValuesShows)
     const QStringList shown = page.section(QLatin1String("```text\n"), 1)
                                   .section(QLatin1String("```"), 0, 0)
                                   .split(QLatin1String("$ kelstd "), Qt::SkipEmptyParts);
-    EXPECT_EQ(shown.size(), 7);
+    EXPECT_EQ(shown.size(), 8);
     for (const QString &example : shown) {
         const QString command = example.section(QLatin1Char('\n'), 0, 0);
         const auto result = ProgramRun().run(QProcess::splitCommand(command));

@@ -54,6 +54,24 @@ TEST(TableOutput, EveryColumnHasAFrameALabelAndAUnit)
               QStringLiteral("dms dms m (ell.) m m m dms dms m (ell.) m m m (ell.)"));
 }
 
+/// A name with a line break would make two rows of one.
+TEST(TableOutput, LineBreaksOfTheInputAreShown)
+{
+    const ProgramRun program;
+    const QByteArray input = "point,lon,lat,h,\"re\nmark\"\n\"A\nB\",5.25,52.5,1,\"x\r\ny\"\n";
+    const auto wide = program.convert(system, input, tableOption);
+    ASSERT_EQ(wide.status, 0) << wide.err;
+    ASSERT_EQ(wide.outLines().size(), 4) << wide.out;
+    EXPECT_TRUE(wide.outLines().at(1).endsWith(QLatin1String("  re\\x0Amark"))) << wide.out;
+    EXPECT_TRUE(wide.outLines().at(3).startsWith(QLatin1String("A\\x0AB "))) << wide.out;
+    EXPECT_TRUE(wide.outLines().at(3).endsWith(QLatin1String("  x\\x0D\\x0Ay"))) << wide.out;
+    Terminal terminal(narrowTerminal);
+    const auto narrow = terminal.run(program, convertArguments(), input);
+    ASSERT_EQ(narrow.status, 0) << narrow.err;
+    EXPECT_EQ(narrow.outLines().at(0), QStringLiteral("A\\x0AB"));
+    EXPECT_EQ(narrow.outLines().last(), QStringLiteral("  re\\x0Amark: x\\x0D\\x0Ay"));
+}
+
 /// Where the decimal points of a line stand.
 QList<int> points(const QString &line)
 {

@@ -219,6 +219,8 @@ TEST(TimeCommand, MistakesOnTheCommandLine)
                   "--from 'tai' is no time scale; there are utc, gpst, gpsw, local");
     expectMistake({"--offset", "1.5", "now"}, "--offset '1.5' is no whole number of seconds");
     expectMistake({"--offset", "2147483648", "now"}, "is no whole number of seconds");
+    for (const char *offset : {"86401", "-86401", "-2147483648"})
+        expectMistake({"--offset", offset, "now"}, "between -86400 and 86400");
 }
 
 TEST(TimeCommand, DigitsAreLatinWhateverTheLocale)
