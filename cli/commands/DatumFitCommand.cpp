@@ -30,9 +30,9 @@ CommandLine makeCommandLine()
         QStringLiteral(
             "FILE is a list with a line of headings, in any order: name and, of each side,\n"
             "local_x, local_y, local_z or local_longitude, local_latitude, local_height; and\n"
-            "so with wgs84. Local longitudes and latitudes are on the system's ellipsoid; those\n"
-            "of a system whose axes point west or south may count that way, or to the east\n"
-            "and north: the positions in WGS84 tell.\n"
+            "so with wgs84. Local longitudes and latitudes are on the system's ellipsoid;\n"
+            "those of a system whose axes point west or south may count that way, or to the\n"
+            "east and north: the positions in WGS84 tell.\n"
             "\n"
             "Printed is the shift from the local ellipsoid to WGS 84, with rotations by the\n"
             "position vector convention and the exact matrix: each parameter, its standard\n"

@@ -4,6 +4,7 @@
 #include <cli/terminal/WithoutRaising.h>
 
 #include <KelStd/io/ProjEllipsoid.h>
+#include <KelStd/io/ProjFlags.h>
 #include <KelStd/library/LibraryRecord.h>
 #include <KelStd/location/LocationBuilder.h>
 #include <KelStd/platform/Toolkits.h>
@@ -51,7 +52,9 @@ const ParameterRow *findParameter(const QString &projName)
 }
 
 /// Parameters that would change the ellipsoid beside its record.
-constexpr const char *ellipsoidParameters[] = {"a", "b", "rf", "f", "es", "R", "ellps", "datum"};
+constexpr const char *ellipsoidParameters[] = {"a",     "b",     "rf",      "f",      "es",  "e",
+                                               "R",     "R_A",   "R_V",     "R_a",    "R_g", "R_h",
+                                               "ellps", "datum", "R_lat_a", "R_lat_g"};
 
 /// What PROJ calls so has no northings and eastings.
 constexpr const char *noProjections[] = {"longlat", "latlong", "latlon", "lonlat",
@@ -138,13 +141,35 @@ QString keyOf(const Projection &projection, const QString &projName)
     return projName;
 }
 
-/// Sets "lon_0=15"; false with the mistake.
+/// The value of a parameter; nothing with the mistake.
+std::optional<Param> readValue(const QString &projName, const QString &text, QString &mistake)
+{
+    const ParameterRow *const row = findParameter(projName);
+    const bool isAngle = row != nullptr && row->unit == Unit_Degree;
+    TypedValueFailure failure;
+    const auto value = isAngle ? readTypedAngle(text, row->sense, DecimalMark::Point, failure)
+                               : readNumber(text, failure);
+    if (!value) {
+        mistake = QStringLiteral("%1 %2").arg(projName, failure.text);
+        return std::nullopt;
+    }
+    return row != nullptr ? Param(row->valType, row->unit, *value)
+                          : Param(ValueType_Double, Unit_None, *value);
+}
+
+/// Sets "lon_0=15", or "south", which PROJ takes without a value; false with the mistake.
 bool set(const QString &setting, QStringList &seen, Projection &projection, QString &mistake)
 {
     const QString projName = setting.section(QLatin1Char('='), 0, 0).trimmed();
     const QString text = setting.section(QLatin1Char('='), 1).trimmed();
-    QString reason;
-    if (projName.isEmpty() || !setting.contains(QLatin1Char('='))) {
+    const bool isFlag = io::isProjFlag(projName);
+    const bool hasValue = setting.contains(QLatin1Char('='));
+    if (isFlag && hasValue) {
+        mistake = QStringLiteral("--set %1: %2 has no value, '--set %2' sets it")
+                      .arg(quoted(setting), projName);
+        return false;
+    }
+    if (projName.isEmpty() || !(isFlag || hasValue)) {
         mistake = QStringLiteral("--set %1 is no PARAMETER=VALUE").arg(quoted(setting));
         return false;
     }
@@ -161,18 +186,15 @@ bool set(const QString &setting, QStringList &seen, Projection &projection, QStr
         return false;
     }
     seen += projName;
-    const ParameterRow *const row = findParameter(projName);
-    const bool isAngle = row != nullptr && row->unit == Unit_Degree;
-    TypedValueFailure failure;
-    const auto value = isAngle ? readTypedAngle(text, row->sense, DecimalMark::Point, failure)
-                               : readNumber(text, failure);
-    if (!value) {
-        mistake = QStringLiteral("--set %1: %2 %3").arg(quoted(setting), projName, failure.text);
+    QString reason;
+    const auto param = isFlag ? std::optional(Param(ValueType_Proj4_Param_Bool, Unit_None, true))
+                              : readValue(projName, text, reason);
+    if (!param) {
+        mistake = QStringLiteral("--set %1: %2").arg(quoted(setting), reason);
         return false;
     }
     const QString key = keyOf(projection, projName);
-    projection.param.insert(key, row != nullptr ? Param(row->valType, row->unit, *value)
-                                                : Param(ValueType_Double, Unit_None, *value));
+    projection.param.insert(key, *param);
     projection.paramProj4.insert(key, projName);
     return true;
 }
@@ -296,7 +318,13 @@ QStringList broughtParameters(const SystemPieces &pieces, const Coord &coord)
             });
         if (!isSet) {
             constexpr int decimals = 12;
-            const double value = projection.param.value(entry.key()).value.toDouble();
+            const Param param = projection.param.value(entry.key());
+            if (param.valType == ValueType_Proj4_Param_Bool) {
+                if (param.value.toBool())
+                    brought += entry.value();
+                continue;
+            }
+            const double value = param.value.toDouble();
             brought += QStringLiteral("%1=%2").arg(entry.value(),
                                                    tk::Toolkits::DoubleToString(value, decimals));
         }
