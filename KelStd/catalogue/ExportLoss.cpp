@@ -4,6 +4,7 @@
 #include <KelStd/catalogue/OwnCheck.h>
 #include <KelStd/catalogue/ProjectionRecords.h>
 #include <KelStd/catalogue/RecordedShift.h>
+#include <KelStd/catalogue/TextCheck.h>
 #include <KelStd/location/SystemNotes.h>
 
 #include <cmath>
@@ -13,8 +14,6 @@ namespace KelStd::catalogue {
 namespace {
 
 using proj::ProjObject;
-
-constexpr double samePlane = 0.001; ///< [m]
 
 /// How far a reader is from the system who applies its seven parameters linearly, in words.
 QString linearText(const ProjSession &session, const Coord &coord, const PJ *known)
@@ -73,7 +72,7 @@ QStringList lostShift(const ProjSession &session, const Coord &coord, const PJ *
         return {QStringLiteral("The datum shift: the form has none, and who reads the text takes "
                                "one of his own.")};
     const double metres = shiftOfNothingOn(session, system);
-    if (metres < samePlane)
+    if (metres < sameText)
         return {};
     return {QStringLiteral("The datum shift: the system has no parameters, but turns positions of "
                            "WGS 84 into those of its own ellipsoid. The form does not say so, and "
@@ -85,7 +84,7 @@ QStringList lostShift(const ProjSession &session, const Coord &coord, const PJ *
 /// What a text does not say of the axes, which its `difference` tells.
 QStringList lostAxes(const Coord &coord, const WrittenText &written)
 {
-    if (written.difference <= samePlane)
+    if (written.difference <= sameText)
         return {};
     const QString axes = location::unusualAxes(coord.ellipsoid);
     return {QStringLiteral("The directions of the axes%1: who reads the text may count to the east "

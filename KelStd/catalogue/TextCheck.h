@@ -11,6 +11,9 @@
 
 namespace KelStd::catalogue {
 
+/// How far a text may be off the system that it was written for [m].
+constexpr double sameText = 0.001;
+
 /// What a text that was written for a system makes of positions.
 struct TextCheck
 {

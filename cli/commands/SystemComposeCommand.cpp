@@ -7,6 +7,7 @@
 #include <cli/library/RecordProposals.h>
 #include <cli/proj/ProjEnvironment.h>
 #include <cli/systems/ComposedSystem.h>
+#include <cli/systems/OriginTrial.h>
 #include <cli/systems/SystemFile.h>
 #include <cli/terminal/CommandLine.h>
 #include <cli/terminal/Console.h>
