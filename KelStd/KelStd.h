@@ -55,6 +55,7 @@
 #include <KelStd/io/DocumentReview.h>
 #include <KelStd/io/ListDocuments.h>
 #include <KelStd/io/ProjEllipsoid.h>
+#include <KelStd/io/ProjFlags.h>
 #include <KelStd/io/RecordParamNames.h>
 #include <KelStd/io/SystemDocument.h>
 #include <KelStd/io/WholeFile.h>

@@ -28,16 +28,18 @@ constexpr double farthest = 1e8;   // [m]
 
 struct Size
 {
-    double axis;       ///< [m]
-    double reciprocal; ///< 0 of a sphere
+    double axis;        ///< [m]
+    double reciprocal;  ///< 0 of a sphere
+    double east = 1.0;  ///< -1 where longitudes count to the west
+    double north = 1.0; ///< -1 where latitudes count to the south
 };
 
 Pos onEllipsoid(const Size &size, const Pos &geographic)
 {
     constexpr double radiansPerDegree = 3.14159265358979323846 / 180.0;
     const stLongLatH &at = geographic.getLongLatH();
-    const double longitude = at.longitude * radiansPerDegree;
-    const double latitude = at.latitude * radiansPerDegree;
+    const double longitude = size.east * at.longitude * radiansPerDegree;
+    const double latitude = size.north * at.latitude * radiansPerDegree;
     const double flattening = size.reciprocal > 0.0 ? 1.0 / size.reciprocal : 0.0;
     const double squaredEccentricity = flattening * (2.0 - flattening);
     const double sine = std::sin(latitude);
@@ -47,7 +49,8 @@ Pos onEllipsoid(const Size &size, const Pos &geographic)
                         (radius * (1.0 - squaredEccentricity) + at.height) * sine);
 }
 
-/// The size of an ellipsoid, by PROJ's name where it has one, as definitions are written.
+/// The size and the axes of an ellipsoid, by PROJ's name where it has one, as definitions are
+/// written.
 CalibrationFailure sizeOf(const Ellipsoid &ellipsoid, Size &size)
 {
     const QString name = ellipsoid.proj4EllpsName.trimmed();
@@ -62,7 +65,11 @@ CalibrationFailure sizeOf(const Ellipsoid &ellipsoid, Size &size)
         }
         numbers = *found;
     }
-    size = {numbers.biggerHalfAxle.value.toDouble(), numbers.reciprocal};
+    const EEllipsoidDirection axes = ellipsoid.positiveDir;
+    const bool isWest = axes == EllipsoidDirection_WSU || axes == EllipsoidDirection_WNU;
+    const bool isSouth = axes == EllipsoidDirection_WSU || axes == EllipsoidDirection_ESU;
+    size = {numbers.biggerHalfAxle.value.toDouble(), numbers.reciprocal, isWest ? -1.0 : 1.0,
+            isSouth ? -1.0 : 1.0};
     if (numbers.biggerHalfAxle.unit != Unit_Meter || !(size.axis > leastAxis)
         || !std::isfinite(size.axis) || !(size.reciprocal == 0.0 || size.reciprocal > 1.0)) {
         return {CalibrationFault::BadRecords,

@@ -112,7 +112,8 @@ KELSTD_EXPORT std::optional<DatumFit> fitDatum(const Coord &base, const QVector<
 KELSTD_EXPORT SystemOrigin datumOrigin(const SystemOrigin &base);
 
 /// The earth-centred cartesian position [m] of longitude, latitude [deg] and height [m] on the
-/// ellipsoid of a system. Nothing, with the reason, for an ellipsoid without a size.
+/// ellipsoid of a system, as `Location::localLLH` has them: positive in the directions of the
+/// ellipsoid's axes (`Ellipsoid::positiveDir`). Nothing, with the reason, for an ellipsoid without a size.
 KELSTD_EXPORT std::optional<Pos> cartesianOf(const Ellipsoid &ellipsoid, const Pos &geographic,
                                              CalibrationFailure *failure = nullptr);
 

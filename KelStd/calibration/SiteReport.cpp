@@ -286,7 +286,7 @@ QByteArray siteReport(const SiteFit &fit, const SiteReportFacts &facts)
         page.paragraph(facts.pipelineNote);
     } else {
         page.paragraph(QStringLiteral("WGS 84 longitude, latitude [deg] and height [m] to east, "
-                                      "north and height of the site:"));
+                                      "north and height of the site [m]:"));
         page.code(facts.pipeline);
     }
     return page.finished(QStringLiteral("Site calibration: %1").arg(fit.coord.coord_name));

@@ -161,7 +161,8 @@ Steps stepsToSite(const SiteTransform &site)
 } // namespace
 
 std::optional<QByteArray> sitePipeline(const ProjSession &session, const Coord &coord,
-                                       const SiteTransform &site, QString &reason)
+                                       const SiteTransform &site, const PlaneUnit &unit,
+                                       QString &reason)
 {
     if (site.surfaceFunction() == ElevationFittingFunction_Curve) {
         reason = QStringLiteral("its height fitting is a curved surface, for which PROJ has no "
@@ -185,6 +186,9 @@ std::optional<QByteArray> sitePipeline(const ProjSession &session, const Coord &
     Steps steps = {{"unitconvert", false, {{"xy_in", "deg"}, {"xy_out", "rad"}}}};
     append(steps, *chainSteps);
     append(steps, stepsToSite(site));
+    if (unit && planeDirections(session, coord).metres == 1.0)
+        steps.push_back(
+            {"unitconvert", false, {{"xy_in", "m"}, {"xy_out", exactly(unit->metres)}}});
     QByteArray text = pipelineText(steps);
     if (session.fromText(text) != nullptr)
         return text;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <KelStd/io/ProjFlags.h>
+
 #include <QtCore/QString>
 
 /// The names of PROJ's parameters. PROJ passes over one that it does not know, or that the
@@ -12,10 +14,6 @@ bool isProjParameterOf(const QString &projection, const QString &name);
 
 /// Whether any projection of PROJ takes a parameter of this name.
 bool isProjParameter(const QString &name);
-
-/// Whether PROJ takes the parameter without a value, as "+south", or with a word for true or false:
-/// +south=1 means north.
-bool isProjFlag(const QString &name);
 
 /// False for a text that puts more into a definition than one name: one with a blank, with a
 /// character that separates parameters from each other or from their values, or with a

@@ -34,6 +34,22 @@ std::optional<QByteArray> bytesOf(const QString &fileName)
     return file.error() == QFileDevice::NoError ? std::optional(bytes) : std::nullopt;
 }
 
+/// What a file that stands in the way holds, and what to do about it.
+QString describedObstacle(const QString &fileName, RecordKind kind)
+{
+    io::DocumentFailure failure = fileFailure(fileName);
+    const auto records = failure ? std::nullopt : readRecords(fileName, kind, failure);
+    if (!records)
+        return QObject::tr("something else stands there, which cannot be read (%1); rename or "
+                           "delete it first")
+            .arg(io::describedFailure(failure));
+    if (records->size() != 1)
+        return QObject::tr("that file holds %1 other records; rename or delete it first")
+            .arg(records->size());
+    return QObject::tr("that file holds \"%1\"; rename or delete it first")
+        .arg(nameOf(records->first()));
+}
+
 /// Where the document is to stand that no file holds yet; a failure where that would lose
 /// something.
 LibraryFailure findPlace(const LibraryDirectory &library, const DeliveredRecord &record,
@@ -50,7 +66,7 @@ LibraryFailure findPlace(const LibraryDirectory &library, const DeliveredRecord 
     const QDir place(library.path(placeOf(record.kind)));
     fileName = place.absoluteFilePath(QFileInfo(record.fileName).fileName());
     if (QFileInfo::exists(fileName) || QFileInfo(fileName).isSymLink())
-        return notWritable(fileName, QObject::tr("it holds something else, or cannot be read"));
+        return notWritable(fileName, describedObstacle(fileName, record.kind));
     if (!place.mkpath(QStringLiteral(".")))
         return notWritable(fileName, QObject::tr("its directory cannot be made"));
     return {};

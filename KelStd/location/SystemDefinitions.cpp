@@ -17,6 +17,32 @@ void tell(ConversionFailure *failure, ConversionFailureKind kind, const QString 
         *failure = {kind, text};
 }
 
+/// Whether PROJ has made a transformation to the plane that refuses every position: what it says of
+/// one then is that the operation is not there, not that the position is bad.
+bool hasNoOperation(const SystemDefinitions &definitions)
+{
+    if (definitions.localProjected.contains(QLatin1String("+axis=enu")))
+        return false; // it reads those directly
+    QList<Pos> any{Pos::fromLongLatH(0.0, 0.0, 0.0)};
+    QString text;
+    return !ProjLib::ConvertPosList(definitions.localGeographic, definitions.localProjected, any,
+                                    ProjLib::LocalLatLongH_to_LocalNEH, &text)
+           && text.contains(QLatin1String("No inverse operation"));
+}
+
+/// PROJ 9.1 reads such a definition as EPSG's method 9808, which it writes without false origins
+/// only.
+QString hintOn(const QString &definition)
+{
+    const bool isSouthOrientated = definition.contains(QLatin1String("+proj=tmerc "))
+                                   && definition.contains(QLatin1String("+axis=wsu"));
+    return isSouthOrientated ? QObject::tr(
+               ": of a transverse Mercator projection whose axes point west and "
+               "south it takes no false easting and no false northing but 0; those of "
+               "\"etmerc\", which is the same projection, it takes")
+                             : QString();
+}
+
 } // namespace
 
 std::optional<SystemDefinitions> definitionsOf(const Coord &coord, ConversionFailure *failure)
@@ -49,6 +75,12 @@ bool acceptedByProj(const SystemDefinitions &definitions, ConversionFailure *fai
     else if (!ProjLib::ConvertPosList(definitions.localGeographic, definitions.localProjected, none,
                                       ProjLib::LocalLatLongH_to_LocalNEH, &text))
         refused = definitions.localProjected;
+    if (refused.isEmpty() && hasNoOperation(definitions)) {
+        tell(failure, ConversionFailureKind::RefusedDefinition,
+             QObject::tr("PROJ has no operation for its definition \"%1\"%2")
+                 .arg(definitions.localProjected, hintOn(definitions.localProjected)));
+        return false;
+    }
     if (refused.isEmpty())
         return true;
     tell(failure, ConversionFailureKind::RefusedDefinition,

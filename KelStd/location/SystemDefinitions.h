@@ -27,8 +27,9 @@ KELSTD_EXPORT std::optional<SystemDefinitions> definitionsOf(const Coord &coord,
                                                              ConversionFailure *failure = nullptr);
 
 /// Whether the loaded PROJ makes transformations of the definitions; otherwise `RefusedDefinition`
-/// with the definition in `failure` (when given). It may still refuse every position, which is
-/// known only by trying one. On the thread of the conversions (`ProjLib::ConvertPosList`).
+/// with the definition in `failure` (when given). So it is where the axes do not point east and
+/// north, and PROJ has no operation for what it reads the definition as. It may still refuse every
+/// position, which is known only by trying one. On the thread of the conversions (`ProjLib::ConvertPosList`).
 KELSTD_EXPORT bool acceptedByProj(const SystemDefinitions &definitions,
                                   ConversionFailure *failure = nullptr);
 

@@ -10,6 +10,10 @@
 
 #include <KelStd/calibration/FitJson.h>
 #include <KelStd/library/LibraryRecord.h>
+#include <KelStd/location/SystemNotes.h>
+
+#include <cmath>
+#include <vector>
 
 namespace KelStd::cli {
 
@@ -26,7 +30,9 @@ CommandLine makeCommandLine()
         QStringLiteral(
             "FILE is a list with a line of headings, in any order: name and, of each side,\n"
             "local_x, local_y, local_z or local_longitude, local_latitude, local_height; and\n"
-            "so with wgs84. Local longitudes and latitudes are on the system's ellipsoid.\n"
+            "so with wgs84. Local longitudes and latitudes are on the system's ellipsoid;\n"
+            "those of a system whose axes point west or south may count that way, or to the\n"
+            "east and north: the positions in WGS84 tell.\n"
             "\n"
             "Printed is the shift from the local ellipsoid to WGS 84, with rotations by the\n"
             "position vector convention and the exact matrix: each parameter, its standard\n"
@@ -59,6 +65,55 @@ CommandLine makeCommandLine()
     return line;
 }
 
+/// The local position of each pair; empty after a report.
+std::vector<Pos> cartesianLocals(const positions::PairListReader &reader,
+                                 const Ellipsoid &ellipsoid, Console &console)
+{
+    std::vector<Pos> locals;
+    for (const positions::PositionPair &given : reader.pairs()) {
+        calibration::CalibrationFailure failure;
+        const auto local = calibration::cartesianOf(ellipsoid, given.local, &failure);
+        if (!local) {
+            console.report(QStringLiteral("nothing is fitted: %1").arg(shown(failure.text)));
+            return {};
+        }
+        locals.push_back(*local);
+    }
+    return locals;
+}
+
+double distanceOf(const std::vector<Pos> &locals, const QVector<calibration::DatumPair> &pairs)
+{
+    double sum = 0.0;
+    for (std::size_t i = 0; i < locals.size(); ++i) {
+        const stXYZ &a = locals[i].getXYZ();
+        const stXYZ &b = pairs.at(static_cast<int>(i)).wgs84.getXYZ();
+        sum += std::hypot(a.x - b.x, a.y - b.y, a.z - b.z);
+    }
+    return sum;
+}
+
+/// The local positions of angles. Those of a system whose axes point west or south may count that
+/// way, as `convert` prints them, or to the east and north, as lists of stations mostly do: the
+/// positions in WGS84 beside them, which are near, tell.
+std::vector<Pos> localsOfAngles(const positions::PairListReader &reader, const Ellipsoid &ellipsoid,
+                                const QVector<calibration::DatumPair> &pairs, Console &console)
+{
+    std::vector<Pos> locals = cartesianLocals(reader, ellipsoid, console);
+    const QString axes = location::unusualAxes(ellipsoid);
+    if (locals.empty() || axes.isEmpty())
+        return locals;
+    Ellipsoid eastAndNorth = ellipsoid;
+    eastAndNorth.positiveDir = EllipsoidDirection_ENU;
+    std::vector<Pos> others = cartesianLocals(reader, eastAndNorth, console);
+    const bool isOther = distanceOf(others, pairs) < distanceOf(locals, pairs);
+    console.report(QStringLiteral("note: the axes of the system point %1; the local longitudes and "
+                                  "latitudes of the list are read as counting positive to the %2, "
+                                  "by which they are near those in WGS84")
+                       .arg(axes, isOther ? QStringLiteral("east and north") : axes));
+    return isOther ? others : locals;
+}
+
 /// The pairs in cartesian coordinates; nothing after a report.
 std::optional<QVector<calibration::DatumPair>>
 cartesianPairs(const positions::PairListReader &reader, const Coord &coord, Console &console)
@@ -70,17 +125,15 @@ cartesianPairs(const positions::PairListReader &reader, const Coord &coord, Cons
         pair.local = given.local;
         pair.wgs84 =
             reader.isWgs84Geographic() ? calibration::wgs84CartesianOf(given.wgs84) : given.wgs84;
-        if (reader.isLocalGeographic()) {
-            calibration::CalibrationFailure failure;
-            const auto local = calibration::cartesianOf(coord.ellipsoid, given.local, &failure);
-            if (!local) {
-                console.report(QStringLiteral("nothing is fitted: %1").arg(shown(failure.text)));
-                return std::nullopt;
-            }
-            pair.local = *local;
-        }
         pairs += pair;
     }
+    if (!reader.isLocalGeographic() || pairs.isEmpty())
+        return pairs;
+    const std::vector<Pos> locals = localsOfAngles(reader, coord.ellipsoid, pairs, console);
+    if (locals.empty())
+        return std::nullopt;
+    for (int i = 0; i < pairs.size(); ++i)
+        pairs[i].local = locals[static_cast<std::size_t>(i)];
     return pairs;
 }
 

@@ -11,6 +11,7 @@
 #include <KelStd/library/OfferedNames.h>
 #include <KelStd/library/RecordDocuments.h>
 #include <KelStd/library/RecordHolders.h>
+#include <KelStd/library/RecordNames.h>
 
 #include <QtCore/QFileInfo>
 #include <QtCore/QMap>
@@ -21,8 +22,6 @@
 namespace KelStd::cli {
 
 namespace {
-
-const QString documentSuffix = QStringLiteral(".xml");
 
 /// What was found in one place, printed below the place's own line.
 class Findings
@@ -231,7 +230,7 @@ private:
                                                          "be replaced or removed one by one"));
             }
             m_notedAsShared.insert(fileName);
-        } else if (fileName != name + documentSuffix) {
+        } else if (fileName != library::safeFileName(name)) {
             m_findings.note(fileName, QStringLiteral("it holds %1: replacing or removing that "
                                                      "looks for another file name and fails")
                                           .arg(inQuotes(name)));

@@ -7,6 +7,7 @@
 #include <cli/library/RecordProposals.h>
 #include <cli/proj/ProjEnvironment.h>
 #include <cli/systems/ComposedSystem.h>
+#include <cli/systems/OriginTrial.h>
 #include <cli/systems/SystemFile.h>
 #include <cli/terminal/CommandLine.h>
 #include <cli/terminal/Console.h>
@@ -49,7 +50,8 @@ CommandLine makeCommandLine()
             "A projection of the library brings values of its parameters; --set changes\n"
             "them. One of PROJ has those that are set, and PROJ's defaults for the others.\n"
             "Longitudes and latitudes are degrees, or typed as in 52d30'15.5\"N, false origins\n"
-            "metres.\n"
+            "metres. Parameters without a value are set by their names alone: --set south of\n"
+            "a zone of UTM in the south, --set no_uoff.\n"
             "\n"
             "--shift-parameters has the signs of PROJ's +towgs84: the way from the local\n"
             "ellipsoid to WGS 84, translations [m], rotations [arc seconds] by the position\n"
@@ -75,8 +77,8 @@ CommandLine makeCommandLine()
                     QStringLiteral("P")},
                    recordValues({RecordKind::Projection}));
     line.addRepeatedOption({setOption,
-                            QStringLiteral("The value of a parameter of PROJ's; any number\n"
-                                           "of times."),
+                            QStringLiteral("The value of a parameter of PROJ's, or the name\n"
+                                           "of one without a value; any number of times."),
                             QStringLiteral("KEY=VALUE")});
     line.addOption({shiftOption,
                     QStringLiteral("X,Y,Z or X,Y,Z,RX,RY,RZ,S: the datum shift to\n"

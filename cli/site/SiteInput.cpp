@@ -54,10 +54,12 @@ QString pointsHelp()
         "FILE is a list with a line of headings, in any order: name, longitude, latitude,\n"
         "height (in WGS 84, as measured), northing, easting, and, where they are there,\n"
         "elevation (of the site), use (h in plan, v in height, hv both, - neither),\n"
-        "sigma_h and sigma_v (standard deviations). Lengths are in metres or the unit of\n"
-        "their heading, as in northing_ft; longitudes and latitudes are typed as for\n"
-        "'kelstd convert'. A point without an elevation is left out of the heights. Where\n"
-        "a line can be read in two ways nothing is computed.");
+        "sigma_h and sigma_v (standard deviations). Lengths are in the unit of their\n"
+        "heading, as in northing_ft. Without one northing and easting are in the unit\n"
+        "that the system is given in, as US survey feet of EPSG:2263, and a note says so\n"
+        "where that is not metres; all others are metres. Longitudes and latitudes are\n"
+        "typed as for 'kelstd convert'. A point without an elevation is left out of the\n"
+        "heights. Where a line can be read in two ways nothing is computed.");
 }
 
 std::optional<ExitStatus> SiteInput::takeOptions(const CommandLine &line, Console &console)

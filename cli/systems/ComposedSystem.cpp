@@ -1,17 +1,15 @@
 #include <cli/systems/ComposedSystem.h>
 
 #include <cli/geoids/GeoidModel.h>
-#include <cli/terminal/WithoutRaising.h>
 
 #include <KelStd/io/ProjEllipsoid.h>
+#include <KelStd/io/ProjFlags.h>
 #include <KelStd/library/LibraryRecord.h>
-#include <KelStd/location/LocationBuilder.h>
 #include <KelStd/platform/Toolkits.h>
 #include <KelStd/text/TypedAngle.h>
 
 #include <algorithm>
 #include <array>
-#include <vector>
 
 namespace KelStd::cli {
 
@@ -51,7 +49,9 @@ const ParameterRow *findParameter(const QString &projName)
 }
 
 /// Parameters that would change the ellipsoid beside its record.
-constexpr const char *ellipsoidParameters[] = {"a", "b", "rf", "f", "es", "R", "ellps", "datum"};
+constexpr const char *ellipsoidParameters[] = {"a",     "b",     "rf",      "f",      "es",  "e",
+                                               "R",     "R_A",   "R_V",     "R_a",    "R_g", "R_h",
+                                               "ellps", "datum", "R_lat_a", "R_lat_g"};
 
 /// What PROJ calls so has no northings and eastings.
 constexpr const char *noProjections[] = {"longlat", "latlong", "latlon", "lonlat",
@@ -138,13 +138,35 @@ QString keyOf(const Projection &projection, const QString &projName)
     return projName;
 }
 
-/// Sets "lon_0=15"; false with the mistake.
+/// The value of a parameter; nothing with the mistake.
+std::optional<Param> readValue(const QString &projName, const QString &text, QString &mistake)
+{
+    const ParameterRow *const row = findParameter(projName);
+    const bool isAngle = row != nullptr && row->unit == Unit_Degree;
+    TypedValueFailure failure;
+    const auto value = isAngle ? readTypedAngle(text, row->sense, DecimalMark::Point, failure)
+                               : readNumber(text, failure);
+    if (!value) {
+        mistake = QStringLiteral("%1 %2").arg(projName, failure.text);
+        return std::nullopt;
+    }
+    return row != nullptr ? Param(row->valType, row->unit, *value)
+                          : Param(ValueType_Double, Unit_None, *value);
+}
+
+/// Sets "lon_0=15", or "south", which PROJ takes without a value; false with the mistake.
 bool set(const QString &setting, QStringList &seen, Projection &projection, QString &mistake)
 {
     const QString projName = setting.section(QLatin1Char('='), 0, 0).trimmed();
     const QString text = setting.section(QLatin1Char('='), 1).trimmed();
-    QString reason;
-    if (projName.isEmpty() || !setting.contains(QLatin1Char('='))) {
+    const bool isFlag = io::isProjFlag(projName);
+    const bool hasValue = setting.contains(QLatin1Char('='));
+    if (isFlag && hasValue) {
+        mistake = QStringLiteral("--set %1: %2 has no value, '--set %2' sets it")
+                      .arg(quoted(setting), projName);
+        return false;
+    }
+    if (projName.isEmpty() || !(isFlag || hasValue)) {
         mistake = QStringLiteral("--set %1 is no PARAMETER=VALUE").arg(quoted(setting));
         return false;
     }
@@ -161,18 +183,15 @@ bool set(const QString &setting, QStringList &seen, Projection &projection, QStr
         return false;
     }
     seen += projName;
-    const ParameterRow *const row = findParameter(projName);
-    const bool isAngle = row != nullptr && row->unit == Unit_Degree;
-    TypedValueFailure failure;
-    const auto value = isAngle ? readTypedAngle(text, row->sense, DecimalMark::Point, failure)
-                               : readNumber(text, failure);
-    if (!value) {
-        mistake = QStringLiteral("--set %1: %2 %3").arg(quoted(setting), projName, failure.text);
+    QString reason;
+    const auto param = isFlag ? std::optional(Param(ValueType_Proj4_Param_Bool, Unit_None, true))
+                              : readValue(projName, text, reason);
+    if (!param) {
+        mistake = QStringLiteral("--set %1: %2").arg(quoted(setting), reason);
         return false;
     }
     const QString key = keyOf(projection, projName);
-    projection.param.insert(key, row != nullptr ? Param(row->valType, row->unit, *value)
-                                                : Param(ValueType_Double, Unit_None, *value));
+    projection.param.insert(key, *param);
     projection.paramProj4.insert(key, projName);
     return true;
 }
@@ -205,46 +224,6 @@ bool setShift(const QString &text, stEllipsoinTransform &shift, QString &mistake
         params[static_cast<std::size_t>(i)]->value = isRotation || number == 0.0 ? number : -number;
     }
     return true;
-}
-
-/// The number of a parameter of PROJ; nothing where the record has none.
-std::optional<double> numberOf(const Projection &projection, const char *projName)
-{
-    const QString name = QString::fromLatin1(projName);
-    const auto &names = projection.paramProj4;
-    for (auto entry = names.constBegin(); entry != names.constEnd(); ++entry) {
-        if (entry.value() == name && projection.param.contains(entry.key()))
-            return projection.param.value(entry.key()).value.toDouble();
-    }
-    return std::nullopt;
-}
-
-/// Where the projection is likely to be good: about its central meridian, at its latitudes.
-std::vector<Pos> placesAround(const Projection &projection)
-{
-    double meridian = 0.0;
-    for (const char *name : {"lonc", "lon_1", "lon_0"})
-        meridian = numberOf(projection, name).value_or(meridian);
-    if (const auto zone = numberOf(projection, "zone"))
-        meridian =
-            Coord::UtmZone_to_DegreedLogitude(static_cast<int>(std::clamp(*zone, 1.0, 60.0)));
-    std::vector<double> latitudes;
-    for (const char *name : {"lat_0", "lat_1", "lat_2", "lat_ts"}) {
-        if (const auto latitude = numberOf(projection, name))
-            latitudes.push_back(*latitude);
-    }
-    for (const double latitude : {0.0, 30.0, -30.0, 60.0, -60.0, 85.0, -85.0})
-        latitudes.push_back(latitude);
-    std::vector<Pos> places;
-    for (const double latitude : latitudes) {
-        for (const double offset : {0.0, 1.0, -1.0}) {
-            for (const double rise : {0.0, 0.5, -0.5}) {
-                places.push_back(Pos::fromLongLatH(meridian + offset,
-                                                   std::clamp(latitude + rise, -89.9, 89.9), 0.0));
-            }
-        }
-    }
-    return places;
 }
 
 } // namespace
@@ -296,36 +275,18 @@ QStringList broughtParameters(const SystemPieces &pieces, const Coord &coord)
             });
         if (!isSet) {
             constexpr int decimals = 12;
-            const double value = projection.param.value(entry.key()).value.toDouble();
+            const Param param = projection.param.value(entry.key());
+            if (param.valType == ValueType_Proj4_Param_Bool) {
+                if (param.value.toBool())
+                    brought += entry.value();
+                continue;
+            }
+            const double value = param.value.toDouble();
             brought += QStringLiteral("%1=%2").arg(entry.value(),
                                                    tk::Toolkits::DoubleToString(value, decimals));
         }
     }
     return brought;
-}
-
-bool convertsAroundOrigin(const Coord &coord, QString &reason)
-{
-    QString failure;
-    bool isMade = false;
-    const auto convert = [&] {
-        LocationBuilder builder(coord);
-        builder.requireOneToOne(true);
-        for (const Pos &place : placesAround(coord.projection)) {
-            Location location;
-            LocationBuilder::Outcome outcome;
-            builder.make(LocationBuilder::Frame::LocalGeographic, &place, 1, &location, &outcome);
-            isMade = isMade || outcome.isMade;
-            if (failure.isEmpty())
-                failure = outcome.reason;
-        }
-    };
-    if (!withoutRaising(convert, reason))
-        return false;
-    if (!isMade)
-        reason = QStringLiteral("no position around the projection's origin can be converted: %1")
-                     .arg(failure);
-    return isMade;
 }
 
 } // namespace KelStd::cli

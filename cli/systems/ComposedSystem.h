@@ -27,8 +27,4 @@ std::optional<Coord> composedSystem(const SystemPieces &pieces, QString &mistake
 /// The parameters that a projection of the library brought and no setting changed: "x_0=500000".
 QStringList broughtParameters(const SystemPieces &pieces, const Coord &coord);
 
-/// Whether positions around the projection's origin can be converted there and back. PROJ has to be
-/// ready. False with the reason.
-bool convertsAroundOrigin(const Coord &coord, QString &reason);
-
 } // namespace KelStd::cli

@@ -85,7 +85,7 @@ protected:
         return failure.kind;
     }
 
-    const Coord m_base = besselSystem();
+    Coord m_base = besselSystem();
 };
 
 // RT 90 to SWEREF 93, fitted to 20 points by Lantmateriet: all digits in ESRI:108213, rounded in
@@ -311,6 +311,49 @@ TEST_F(DatumFitTest, AnEllipsoidWithoutASizeIsRefused)
     EXPECT_FALSE(calibration::fitDatum(grid, {}, DatumMethod::Three, &failure));
     EXPECT_EQ(failure.kind, CalibrationFault::BadRecords);
     EXPECT_FALSE(calibration::cartesianOf(Ellipsoid(), Pos(), &failure));
+}
+
+struct Axes
+{
+    EEllipsoidDirection direction;
+    double east;
+    double north;
+};
+const Axes allAxes[] = {{EllipsoidDirection_ENU, 1.0, 1.0},
+                        {EllipsoidDirection_WSU, -1.0, -1.0},
+                        {EllipsoidDirection_ESU, 1.0, -1.0},
+                        {EllipsoidDirection_WNU, -1.0, 1.0}};
+
+// The shift is one between earth-centred coordinates, whichever way the system's plane counts.
+TEST_F(DatumFitTest, AxesOfTheSystemDoNotMatter)
+{
+    const DatumParameters three{100.5, -50.25, 25.125, 0.0, 0.0, 0.0, 0.0};
+    const DatumParameters seven{565.04, 49.91, 465.84, -0.40939, 0.35971, -1.86849, 4.0772};
+    const QList<Pos> local = localPositions(m_base);
+    for (const Axes &axes : allAxes) {
+        m_base.ellipsoid.positiveDir = axes.direction;
+        for (const auto &[method, given] : {std::make_pair(DatumMethod::Three, three),
+                                            std::make_pair(DatumMethod::Seven, seven)}) {
+            const DatumParameters found = fitted(shifted(local, given), method).rigorous;
+            EXPECT_NEAR(found.x, given.x, 1e-5);
+            EXPECT_NEAR(found.y, given.y, 1e-5);
+            EXPECT_NEAR(found.z, given.z, 1e-5);
+            EXPECT_NEAR(found.rz, given.rz, 1e-6);
+            EXPECT_NEAR(found.scale, given.scale, 1e-6);
+        }
+    }
+}
+
+TEST_F(DatumFitTest, AnglesCountAsTheAxesOfTheEllipsoid)
+{
+    const QList<Pos> expected = test::runCct(QStringLiteral("+proj=cart +ellps=bessel"),
+                                             {Pos::fromLongLatH(29.5, -25.5, 40.0)});
+    for (const Axes &axes : allAxes) {
+        m_base.ellipsoid.positiveDir = axes.direction;
+        const auto found = calibration::cartesianOf(
+            m_base.ellipsoid, Pos::fromLongLatH(axes.east * 29.5, axes.north * -25.5, 40.0));
+        test::expectNear({found.value_or(Pos())}, expected, 5e-9);
+    }
 }
 
 // PROJ's own program.

@@ -100,6 +100,11 @@ INSTANTIATE_TEST_SUITE_P(
                     editedSystem(rdNew, {{QStringLiteral("proj4EllpsName=\"bessel\""),
                                           QStringLiteral("proj4EllpsName=\"basel\"")}}),
                     "PROJ refuses its definition \"+proj=longlat +ellps=basel "},
+        BadDocument{"FalseEastingToTheWest",
+                    editedSystem(rdNew, {{QStringLiteral("sterea"), QStringLiteral("tmerc")},
+                                         {QStringLiteral("positiveDir=\"ENU\""),
+                                          QStringLiteral("positiveDir=\"WSU\"")}}),
+                    "it takes no false easting and no false northing but 0"},
         BadDocument{
             "DefinitionTooLong",
             editedSystem(rdNew, {{QStringLiteral("sterea"), QString(600, QLatin1Char('s'))}}),

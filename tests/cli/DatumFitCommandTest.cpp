@@ -95,6 +95,48 @@ TEST_F(DatumFitCommand, WhatIsExportedIsNoSystemOfTheDatabase)
     EXPECT_NEAR(place.at(1).toDouble(), numberIn(row, text("local_northing_m")), 0.001);
 }
 
+// Positions by PROJ's program cct: "+proj=cart +ellps=bessel" at 15, 50, 200; 16, 49, 300; 14.5,
+// 49.5, 400; and with 572.213, 85.334, 461.94 added.
+const QByteArray cartesianInBohemia =
+    "name,local_x,local_y,local_z,wgs84_x,wgs84_y,wgs84_z\n"
+    "A,3967532.547364,1063097.142010,4862447.458652,3968104.760364,1063182.476010,4862909.398652\n"
+    "B,4029725.792759,1155505.276947,4790298.554255,4030298.005759,1155590.610947,4790760.494255\n"
+    "C,4017873.887891,1039092.839133,4826670.279124,4018446.100891,1039178.173133,4827132.219124\n";
+const QByteArray anglesInBohemia =
+    "name,local_longitude,local_latitude,local_height,wgs84_x,wgs84_y,wgs84_z\n"
+    "A,15,50,200,3968104.760364,1063182.476010,4862909.398652\n"
+    "B,16,49,300,4030298.005759,1155590.610947,4790760.494255\n"
+    "C,14.5,49.5,400,4018446.100891,1039178.173133,4827132.219124\n";
+
+TEST_F(DatumFitCommand, AxesToTheWestAndSouthDoNotMatter)
+{
+    const QString base = path("krovak.xml");
+    ASSERT_EQ(
+        m_program.run({text("system"), text("import"), text("EPSG:2065"), text("-o"), base}).status,
+        0);
+    QByteArray opposite = anglesInBohemia;
+    for (const char *number : {"15,50", "16,49", "14.5,49.5"})
+        opposite.replace(number, QByteArray("-") + QByteArray(number).replace(",", ",-"));
+    const struct
+    {
+        QByteArray pairs;
+        const char *note; ///< what is said of the directions of angles
+    } rows[] = {{cartesianInBohemia, nullptr},
+                {anglesInBohemia, "are read as counting positive to the east and north"},
+                {opposite, "are read as counting positive to the west and south"}};
+    for (const auto &row : rows) {
+        const auto result = fit(base, row.pairs, {text("--parameters=three")});
+        EXPECT_EQ(result.status, 0) << result.err;
+        EXPECT_THAT(result.out, Mentions("572.2130 m"));
+        EXPECT_THAT(result.out, Mentions("85.3340 m"));
+        EXPECT_THAT(result.out, Mentions("461.9400 m"));
+        EXPECT_EQ(result.err.contains(text("are read as counting")), row.note != nullptr);
+        if (row.note != nullptr) {
+            EXPECT_THAT(result.err, Mentions(row.note));
+        }
+    }
+}
+
 // Some hundred metres apart, three translations are known to their rounding, seven parameters are
 // not.
 TEST_F(DatumFitCommand, PrintsHowWellParametersAreKnown)

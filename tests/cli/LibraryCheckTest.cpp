@@ -134,6 +134,32 @@ TEST_F(LibraryCheck, AFileThatIsNotNamedAfterItsRecordIsNoted)
     EXPECT_THAT(result.out, Mentions("skipped: 0, problems: 0, notes: 2\n"));
 }
 
+// Separators of paths and percent signs stand otherwise in files' names; such records are replaced
+// and removed like others.
+TEST_F(LibraryCheck, AFileThatIsNamedByASafeNameIsNotNoted)
+{
+    const struct
+    {
+        const char *name;
+        const char *file;
+    } rows[] = {{"NAD83 / New York", "custom/NAD83 %2F New York.xml"},
+                {"a%2Fb", "custom/a%252Fb.xml"},
+                {"100 %", "custom/100 %.xml"}};
+    put("custom/Plain.xml", system("Plain"));
+    for (const auto &row : rows) {
+        ASSERT_EQ(library({text("add"), given("new.xml", system(row.name))}).status, 0);
+        EXPECT_TRUE(has(row.file)) << row.file;
+    }
+    EXPECT_THAT(check().out, Mentions("Everything is loaded."));
+    for (const auto &row : rows) {
+        EXPECT_EQ(
+            library({text("replace"), text(row.name), given("new.xml", system(row.name))}).status,
+            0);
+        EXPECT_EQ(library({text("remove"), text(row.name)}).status, 0);
+    }
+    EXPECT_EQ(names("custom"), QStringList{text("Plain")});
+}
+
 TEST_F(LibraryCheck, OfferedNamesThatNoSystemHas)
 {
     put("custom/A.xml", system("A"));

@@ -140,8 +140,11 @@ TEST_F(LibraryDelivered, WhatStandsInItsPlaceIsKept)
     test::writeFile(inHome(rdFile()), "not a document");
     const auto other = home({text("restore"), rdNew()});
     EXPECT_EQ(other.status, 1);
-    EXPECT_THAT(other.err, Mentions("it holds something else, or cannot be read"));
+    EXPECT_THAT(other.err, Mentions("rename or delete it first"));
     EXPECT_EQ(readFile(inHome(rdFile())), QByteArray("not a document"));
+    test::writeFile(inHome(rdFile()), system("My own"));
+    EXPECT_THAT(home({text("restore"), rdNew()}).err,
+                Mentions("that file holds \"My own\"; rename or delete it first"));
     QFile::remove(inHome(rdFile()));
     // A system of the user's own that took the name meanwhile.
     EXPECT_EQ(home({text("add"), given("s.xml", system("Amersfoort / RD New"))}).status, 0);

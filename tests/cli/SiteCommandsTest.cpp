@@ -268,6 +268,24 @@ TEST_F(SiteCommands, LengthsHaveTheUnitOfTheirHeading)
     EXPECT_TRUE(object.value(text("vertical")).toObject().value(text("a")).isNull());
 }
 
+// A site whose origin lies at N 190000, E 990000 of EPSG:2263, in US survey feet. By cs2cs.
+TEST_F(SiteCommands, LengthsWithoutAHeadingsUnitHaveTheSystems)
+{
+    const QByteArray list = "name,longitude,latitude,height,northing,easting\n"
+                            "A,-73.95,40.70,20,4309.2957,8114.0406\n"
+                            "B,-73.94,40.70,20,4311.0367,10886.8484\n"
+                            "C,-73.94,40.71,20,7954.3356,10884.3529\n";
+    const QString file = m_program.file(text("feet.csv"), list);
+    const auto result = m_program.run({text("site"), text("fit"), text("--system"),
+                                       text("EPSG:2263"), text("--points"), file, text("--json")});
+    ASSERT_EQ(result.status, 0) << result.err;
+    expectMentions(result.err, {"northing and easting are read in us-ft, the unit of the system"});
+    const QJsonObject plane = objectOf(result).value(text("horizontal")).toObject();
+    EXPECT_NEAR(plane.value(text("scale")).toDouble(), 1.0, 1e-6);
+    EXPECT_NEAR(plane.value(text("north_shift_m")).toDouble(), -190000.0 * 1200.0 / 3937.0, 0.02);
+    EXPECT_NEAR(plane.value(text("east_shift_m")).toDouble(), -990000.0 * 1200.0 / 3937.0, 0.02);
+}
+
 TEST_F(SiteCommands, DoubtfulListsAreRefusedWhole)
 {
     const QByteArray good = usualList();

@@ -109,6 +109,13 @@ TEST_F(SystemCompose, GivesWhatProjGivesForTheSameDefinition)
          "+proj=lcc +lat_1=49 +lat_2=46 +lat_0=47.5 +lon_0=13.3333333333333 +ellps=clrk66 "
          "+towgs84=0,0,0",
          nearly},
+        {"--ellipsoid|intl|--projection|utm|--set|zone=33|--set|south",
+         "+proj=utm +zone=33 +south +ellps=intl +towgs84=0,0,0", nearly},
+        {"--ellipsoid|bessel|--projection|omerc|--set|lat_0=47|--set|lonc=15|--set|alpha=40|--set|"
+         "gamma=40|--set|no_uoff",
+         "+proj=omerc +lat_0=47 +lonc=15 +alpha=40 +gamma=40 +no_uoff +ellps=bessel "
+         "+towgs84=0,0,0",
+         nearly},
         {"--ellipsoid|bessel|--projection|Site grid|--set|lon_0=15",
          "+proj=tmerc +lon_0=15 +x_0=500000 +ellps=bessel +towgs84=0,0,0", nearly},
     };
@@ -178,6 +185,12 @@ TEST_F(SystemCompose, RefusesWhatItDoesNotUnderstandAndWritesNothing)
         {"--ellipsoid|GRS80|--projection|nosuch", 1, "PROJ refuses its definition"},
         {"--ellipsoid|GRS80|--projection|utm +zone=33", 1, "is not one name of PROJ"},
         {"--ellipsoid|GRS80|--projection|tmerc|--set|lon_0", 2, "is no PARAMETER=VALUE"},
+        {"--ellipsoid|GRS80|--projection|utm|--set|zone=32|--set|south=1", 2,
+         "south has no value, '--set south' sets it"},
+        {"--ellipsoid|GRS80|--projection|utm|--set|zone=32|--set|south=true", 2, "has no value"},
+        {"--ellipsoid|GRS80|--projection|utm|--set|zone=32|--set|south|--set|south", 2, "twice"},
+        {"--ellipsoid|GRS80|--projection|tmerc|--set|south", 1, "no parameter that PROJ uses"},
+        {"--ellipsoid|GRS80|--projection|tmerc|--set|R_A", 2, "that of --ellipsoid"},
         {"--ellipsoid|GRS80|--projection|tmerc|--set|lon_0=east", 2, "lon_0 \"east\" is not"},
         {"--ellipsoid|GRS80|--projection|tmerc|--set|lon_0=15,5", 2, "not a comma"},
         {"--ellipsoid|GRS80|--projection|tmerc|--set|k=1|--set|k_0=0.9996", 2, "is set twice"},

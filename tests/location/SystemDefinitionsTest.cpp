@@ -79,5 +79,36 @@ TEST_F(AcceptedDefinitions, AreThoseOfWhichProjMakesTransformations)
     EXPECT_FALSE(location::acceptedByProj(unknown));
 }
 
+// PROJ reads a transverse Mercator projection with such axes as EPSG's method 9808, for which it
+// has an operation without a false easting and northing only.
+TEST_F(AcceptedDefinitions, AreNotThoseWithoutAnOperation)
+{
+    const struct
+    {
+        const char *projection;
+        EEllipsoidDirection axes;
+        double falseEasting;
+        bool isAccepted;
+    } rows[] = {{"tmerc", EllipsoidDirection_ENU, 1000.0, true},
+                {"tmerc", EllipsoidDirection_WSU, 1000.0, false},
+                {"tmerc", EllipsoidDirection_WSU, 0.0, true},
+                {"tmerc", EllipsoidDirection_ESU, 1000.0, true},
+                {"tmerc", EllipsoidDirection_WNU, 1000.0, true},
+                {"etmerc", EllipsoidDirection_WSU, 1000.0, true}};
+    for (const auto &row : rows) {
+        Coord coord = transverseMercator();
+        coord.projection.proj4Projection = QString::fromLatin1(row.projection);
+        coord.ellipsoid.positiveDir = row.axes;
+        coord.projection.paramProj4.insert(QStringLiteral("FalseEast"), QStringLiteral("x_0"));
+        coord.projection.param.insert(QStringLiteral("FalseEast"),
+                                      Param(ValueType_Distance, Unit_Meter, row.falseEasting));
+        ConversionFailure failure;
+        EXPECT_EQ(location::acceptedByProj(*location::definitionsOf(coord), &failure),
+                  row.isAccepted)
+            << row.projection << ' ' << row.axes << ' ' << failure.text;
+        EXPECT_EQ(failure.text.contains(QLatin1String("no false easting")), !row.isAccepted);
+    }
+}
+
 } // namespace
 } // namespace KelStd

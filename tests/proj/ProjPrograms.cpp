@@ -56,6 +56,21 @@ QList<Pos> runCs2cs(const QString &from, const QString &to, const QList<Pos> &po
                linesOf(positions, ""));
 }
 
+QList<Pos> runCs2csTo(const QString &system, const QList<Pos> &positions)
+{
+    if (system.startsWith(QLatin1Char('+')))
+        return runCs2cs(QStringLiteral("+proj=longlat +datum=WGS84"), system, positions);
+    QList<Pos> latitudesFirst;
+    for (const Pos &position : positions) {
+        const stLongLatH &place = position.getLongLatH();
+        latitudesFirst << Pos::fromXYZ(place.latitude, place.longitude, place.height);
+    }
+    return run(QStringLiteral("cs2cs"),
+               {QStringLiteral("-f"), QStringLiteral("%.12f"), QStringLiteral("EPSG:4326"),
+                QStringLiteral("+to"), system},
+               linesOf(latitudesFirst, ""));
+}
+
 QList<Pos> runCct(const QString &definition, const QList<Pos> &positions)
 {
     // The fourth component is the time; nothing here depends on it.
