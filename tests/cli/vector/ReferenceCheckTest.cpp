@@ -128,6 +128,26 @@ TEST_P(ReferenceChecks, FitOrSayWhy)
     EXPECT_EQ(said.isEmpty(), *GetParam().mention == '\0') << said;
 }
 
+// Longitudes of the program are counted from Greenwich, also in a system whose projection is not.
+INSTANTIATE_TEST_SUITE_P(
+    Meridians, ReferenceChecks,
+    testing::Values(
+        Held{"EPSG:4312", local, "EPSG:31281", true, ""}, // MGI
+        Held{"EPSG:4805", local, "EPSG:31281", false, "-17.6666666667 degrees east of Greenwich"},
+        Held{"EPSG:4805", local, "EPSG:31257", false, "degrees east of Greenwich"},
+        Held{"EPSG:4289", local, "EPSG:31281", false, "Amersfoort"},
+        Held{"EPSG:31281", plane, "EPSG:31281", true, ""},
+        Held{"EPSG:4275", local, "EPSG:27561", true, ""}, // NTF
+        Held{"EPSG:4807", local, "EPSG:27561", false, "2.33722917 degrees east of Greenwich"},
+        Held{"+proj=longlat +ellps=clrk80ign +pm=paris +type=crs", local, "EPSG:27561", false,
+             "degrees east of Greenwich"},
+        Held{"+proj=longlat +datum=WGS84 +pm=paris +type=crs", wgs84, "EPSG:28992", false,
+             "degrees east of Greenwich"},
+        Held{"EPSG:4265", local, "EPSG:26591", true, ""}, // Monte Mario
+        Held{"EPSG:4806", local, "EPSG:26591", false, "12.4523333333 degrees"},
+        Held{"EPSG:4273", local, "EPSG:27392", true, ""}, // NGO 1948
+        Held{"EPSG:4817", local, "EPSG:27392", false, "10.7229166667 degrees"}));
+
 INSTANTIATE_TEST_SUITE_P(
     Wgs84, ReferenceChecks,
     testing::Values(Held{"EPSG:4326", wgs84, "EPSG:28992", true, ""},
