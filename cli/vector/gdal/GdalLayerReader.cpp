@@ -72,14 +72,15 @@ public:
     {
         const GdalMessages messages;
         const OwnedFeature read(OGR_L_GetNextFeature(m_layer));
-        if (messages.hasWarning() && m_warning.empty())
-            m_warning = messages.text("");
-        if (read == nullptr) {
-            if (!messages.hasError())
-                return Result::End;
+        // Some drivers give a last feature along with the error that ends the file.
+        if (messages.hasError()) {
             m_error = messages.text("");
             return Result::Error;
         }
+        if (messages.hasWarning() && m_warning.empty())
+            m_warning = messages.text("");
+        if (read == nullptr)
+            return Result::End;
         if (isLabel(read.get()))
             return Result::None;
         feature.id = OGR_F_GetFID(read.get());

@@ -51,7 +51,6 @@ class Source : public LayerSource
 public:
     explicit Source(Dataset dataset) : m_dataset(std::move(dataset))
     {
-        const GdalMessages quiet;
         m_format = GDALGetDriverShortName(GDALGetDatasetDriver(m_dataset.get()));
         const int count = GDALDatasetGetLayerCount(m_dataset.get());
         for (int i = 0; i < count; ++i) {
@@ -117,7 +116,13 @@ std::unique_ptr<LayerSource> openSource(const std::string &path, std::string &er
         error = messages.text("it is of no format that is known");
         return nullptr;
     }
-    return std::make_unique<Source>(std::move(dataset));
+    auto source = std::make_unique<Source>(std::move(dataset));
+    // What a driver could not read is left out of what it gives.
+    if (messages.hasErrorOfFile()) {
+        error = messages.text("");
+        return nullptr;
+    }
+    return source;
 }
 
 } // namespace KelStd::cli::vector
