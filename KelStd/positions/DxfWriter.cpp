@@ -66,7 +66,8 @@ void appendAttribute(QByteArray &bytes, const QString &name, std::string_view va
 {
     if (value.empty())
         return;
-    const QByteArray key = pieces(name, lastAscii).join() + '=';
+    // The first such sign ends the name.
+    const QByteArray key = pieces(name, lastAscii).join().replace("=", escaped('=')) + '=';
     if (isNumber) {
         appendGroup(bytes, 1000, key);
         appendGroup(bytes, 1040, QByteArray(value.data(), static_cast<int>(value.size())));

@@ -66,10 +66,12 @@ private:
     const streams::StopRequests *m_stop = nullptr;
     qint64 m_done = 0;
     qint64 m_labels = 0;
+    qint64 m_onPaper = 0;
     qint64 m_withoutHeight = 0;
     qint64 m_otherBytes = 0; ///< texts that were not UTF-8
     qint64 m_tooLarge = 0;   ///< whole numbers
     qint64 m_notFinite = 0;  ///< numbers
+    qint64 m_manyDigits = 0; ///< numbers that may be rounded ones
 };
 
 } // namespace KelStd::cli::vector

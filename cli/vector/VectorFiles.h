@@ -104,7 +104,8 @@ public:
     enum class Result
     {
         Feature,
-        None, ///< passed over: the label of a point
+        None,    ///< passed over: the label of a point
+        OnPaper, ///< passed over: on a sheet of a drawing, not in the world that it shows
         End,
         Error
     };

@@ -58,6 +58,7 @@ public:
         : m_layer(layer), m_driver(driver), m_facts(std::move(facts))
     {
         m_textField = driver == "DXF" ? fieldOf("Text") : -1;
+        m_paperField = driver == "DXF" ? fieldOf("PaperSpace") : -1;
         m_altitudeField = driver == "LIBKML" ? fieldOf(altitudeMode) : -1;
         m_extendedField = driver == "DXF" ? fieldOf("RawCodeValues") : -1;
         if (guessesTypes(driver))
@@ -81,6 +82,8 @@ public:
             m_warning = messages.text("");
         if (read == nullptr)
             return Result::End;
+        if (isOnPaper(read.get()))
+            return Result::OnPaper;
         if (isLabel(read.get()))
             return Result::None;
         feature.id = OGR_F_GetFID(read.get());
@@ -135,6 +138,13 @@ private:
             feature.failure = "its height is one above the ground (" + mode + ")";
         else if (mode.compare(0, 5, "clamp") == 0 || (mode.empty() && feature.z == 0.0))
             feature.hasZ = false;
+    }
+
+    /// Where a sheet is drawn, coordinates are those of the paper.
+    bool isOnPaper(OGRFeatureH feature) const
+    {
+        return m_paperField >= 0 && OGR_F_IsFieldSetAndNotNull(feature, m_paperField) != 0
+               && OGR_F_GetFieldAsInteger(feature, m_paperField) != 0;
     }
 
     /// A text of a drawing is no position.
@@ -200,7 +210,7 @@ private:
         std::set<int> used;
         OGR_L_ResetReading(m_layer);
         while (const OwnedFeature read{OGR_L_GetNextFeature(m_layer)}) {
-            if (isLabel(read.get()))
+            if (isLabel(read.get()) || isOnPaper(read.get()))
                 continue;
             for (int i = 0; i < count; ++i) {
                 if (OGR_F_IsFieldSetAndNotNull(read.get(), i) == 0)
@@ -256,6 +266,7 @@ private:
     std::map<int, FieldType> m_numbers; ///< fields that are read as texts, and hold numbers
     std::vector<int> m_fields;          ///< of the layer, in the order of the facts
     int m_textField = -1;
+    int m_paperField = -1;
     int m_altitudeField = -1;
     int m_extendedField = -1;
     std::vector<Field> m_attributes; ///< in extended data, behind the fields

@@ -68,6 +68,9 @@ bool isEastThenNorth(const OGRSpatialReference &system, std::string &otherAxes)
 
 Reference::Kind kindOf(const OGRSpatialReference &system)
 {
+    // A derived one has longitudes and latitudes of its own, as about another pole.
+    if (system.IsDerivedGeographic())
+        return Reference::Kind::Other;
     if (system.IsProjected())
         return Reference::Kind::Projected;
     if (system.IsGeocentric())

@@ -74,6 +74,16 @@ const char *const feetInThree =
     "\"easting\",east],AXIS[\"northing\",north],AXIS[\"ellipsoidal height\",up],LENGTHUNIT[\"US "
     "survey foot\",0.304800609601219]]";
 
+/// Longitudes and latitudes about another pole.
+const char *const turnedPole =
+    "GEOGCRS[\"Turned\",BASEGEOGCRS[\"WGS 84\",DATUM[\"World Geodetic System 1984\",ELLIPSOID["
+    "\"WGS 84\",6378137,298.257223563]]],DERIVINGCONVERSION[\"Pole rotation\",METHOD[\"Pole "
+    "rotation (GRIB convention)\"],PARAMETER[\"Latitude of the southern pole (GRIB convention)\","
+    "-39.25,ANGLEUNIT[\"degree\",0.0174532925199433]],PARAMETER[\"Longitude of the southern pole "
+    "(GRIB convention)\",18,ANGLEUNIT[\"degree\",0.0174532925199433]],PARAMETER[\"Axis rotation "
+    "(GRIB convention)\",0,ANGLEUNIT[\"degree\",0.0174532925199433]]],CS[ellipsoidal,2],AXIS["
+    "\"latitude\",north],AXIS[\"longitude\",east],ANGLEUNIT[\"degree\",0.0174532925199433]]";
+
 struct Held
 {
     const char *layer;
@@ -151,6 +161,7 @@ INSTANTIATE_TEST_SUITE_P(
 INSTANTIATE_TEST_SUITE_P(
     Wgs84, ReferenceChecks,
     testing::Values(Held{"EPSG:4326", wgs84, "EPSG:28992", true, ""},
+                    Held{turnedPole, wgs84, "EPSG:28992", false, "no system of the earth"},
                     Held{wgs84OtherShift, wgs84, "EPSG:28992", false, "shift 100,200,300"},
                     Held{"EPSG:4979", wgs84, "EPSG:28992", true, ""},
                     Held{"EPSG:4978", xyz, "EPSG:28992", true, ""},
