@@ -4,6 +4,7 @@
 #include <cli/terminal/Console.h>
 #include <cli/terminal/FilePath.h>
 #include <cli/terminal/ShownText.h>
+#include <cli/vector/CoordinateTexts.h>
 #include <cli/vector/DrawingUnit.h>
 #include <cli/vector/FieldNames.h>
 #include <cli/vector/LayerChoice.h>
@@ -85,6 +86,10 @@ bool VectorInput::open(const QString &name, const CommandLine &line, Console &co
     if (m_source == nullptr) {
         console.report(
             QStringLiteral("cannot read %1: %2").arg(name, QString::fromStdString(error)));
+        return false;
+    }
+    if (const QString damage = damagedCoordinate(path, m_source->format()); !damage.isEmpty()) {
+        console.report(QStringLiteral("cannot read %1: %2").arg(name, damage));
         return false;
     }
     if (m_source->format() == "GPX")

@@ -103,5 +103,121 @@ TEST_P(CutTexts, AreNeverReadAsIfTheyWereWhole)
 
 INSTANTIATE_TEST_SUITE_P(All, CutTexts, testing::ValuesIn(texts));
 
+struct Coordinates
+{
+    const char *file;
+    const char *bytes;
+    const char *mention; ///< empty where they are taken
+};
+
+void PrintTo(const Coordinates &row, std::ostream *out)
+{
+    *out << row.file << ' ' << row.mention;
+}
+
+class CoordinatesOfTexts : public testing::TestWithParam<Coordinates>
+{};
+
+TEST_P(CoordinatesOfTexts, AreNumbersFromBeginToEnd)
+{
+    const ProgramRun program;
+    const QString file = program.file(QString::fromLatin1(GetParam().file), GetParam().bytes);
+    const bool isPlane = file.endsWith(QLatin1String("f")); // .dxf, .mif
+    const ProgramResult result = program.run(
+        words(QStringLiteral("convert --csv --system EPSG:32631 --fields "
+                             "%1 --from %2")
+                  .arg(isPlane ? QStringLiteral("local_easting,local_northing")
+                               : QStringLiteral("wgs84_longitude,wgs84_latitude"),
+                       isPlane ? QStringLiteral("local-neh") : QStringLiteral("wgs84-llh")))
+        + QStringList{file});
+    const bool isTaken = *GetParam().mention == '\0';
+    EXPECT_EQ(result.status, isTaken ? 0 : 2) << result.err;
+    if (isTaken) {
+        EXPECT_EQ(result.out.section(QLatin1Char('\n'), 1).toStdString(),
+                  isPlane ? "155000.75000,463000.50000\n" : "5.25000000000,52.50000000000\n");
+    } else {
+        EXPECT_EQ(result.out, QString());
+        EXPECT_TRUE(mentionsAll(result.err, {GetParam().file, GetParam().mention})) << result.err;
+    }
+}
+
+#define GPX(content)                                                                               \
+    "<?xml version=\"1.0\"?><gpx version=\"1.1\" creator=\"x\" "                                   \
+    "xmlns=\"http://www.topografix.com/GPX/1/1\">\n" content "</gpx>\n"
+#define KML(content)                                                                               \
+    "<?xml version=\"1.0\"?><kml xmlns=\"http://www.opengis.net/kml/2.2\"><Document><Placemark>"   \
+    "<Point>\n<coordinates>" content "</coordinates></Point></Placemark></Document></kml>\n"
+#define GML(content)                                                                               \
+    "<?xml version=\"1.0\"?><o:all xmlns:o=\"http://ogr.maptools.org/\" "                          \
+    "xmlns:gml=\"http://www.opengis.net/"                                                          \
+    "gml\"><gml:featureMember><o:p><o:place><gml:Point>\n" content                                 \
+    "</gml:Point></o:place><o:code>1</o:code></o:p></gml:featureMember></o:all>\n"
+#define DXF(content) "0\nSECTION\n2\nENTITIES\n0\nPOINT\n8\nA\n" content "0\nENDSEC\n0\nEOF\n"
+#define MIF(content)                                                                               \
+    "Version 300\nCharset \"Neutral\"\nDelimiter \",\"\nColumns 1\n  code "                        \
+    "Char(5)\nData\n\n" content "\n"
+
+INSTANTIATE_TEST_SUITE_P(
+    Gpx, CoordinatesOfTexts,
+    testing::Values(
+        Coordinates{"p.gpx", GPX("<wpt lat=\"52.5\" lon=\"+5.25E0\"><ele> 7 </ele></wpt>"), ""},
+        Coordinates{"p.gpx", GPX("<wpt lat=\"52.5\" lon=\"5.25\"><ele/></wpt>"), ""},
+        Coordinates{"p.gpx", GPX("<wpt lat=\"52,2755\" lon=\"5,4881\"/>"),
+                    "line 2: \"lat\" of the point (wpt) is \"52,2755\""},
+        Coordinates{"p.gpx", GPX("<wpt lat=\"52.2755\" lon=\"5 24\"/>"), "\"5 24\""},
+        Coordinates{"p.gpx", GPX("<wpt lon=\"5.25\"/>"), "the point (wpt) has no \"lat\""},
+        Coordinates{"p.gpx", GPX("<wpt lat=\"52.5\" lon=\"5.25\"><ele>10,75</ele></wpt>"),
+                    "\"ele\" of a point is \"10,75\", which is no number"},
+        Coordinates{"p.gpx", GPX("<wpt lat=\"52.5\" lon=\"5.25\"><ele>n/a</ele></wpt>"),
+                    "\"n/a\""}));
+
+INSTANTIATE_TEST_SUITE_P(Kml, CoordinatesOfTexts,
+                         testing::Values(Coordinates{"p.kml", KML(" 5.25,52.5,7 "), ""},
+                                         Coordinates{"p.kml", KML("5.25,52.5"), ""},
+                                         Coordinates{"p.kml", KML("5\u00b024',52\u00b012'"),
+                                                     "line 2: \"coordinates\""},
+                                         Coordinates{"p.kml", KML("5,25,52,5"), "\"5,25,52,5\""},
+                                         Coordinates{"p.kml", KML("5,25 52,5"), "\"5,25 52,5\""}));
+
+INSTANTIATE_TEST_SUITE_P(
+    Gml, CoordinatesOfTexts,
+    testing::Values(
+        Coordinates{"p.gml", GML("<gml:pos>5.25 52.5</gml:pos>"), ""},
+        Coordinates{"p.gml", GML("<gml:coordinates>5.25,52.5,7</gml:coordinates>"), ""},
+        Coordinates{"p.gml",
+                    GML("<gml:coordinates decimal=\",\" cs=\";\">5,25;52,5</gml:coordinates>"), ""},
+        Coordinates{"p.gml", GML("<gml:coord><gml:X>5.25</gml:X><gml:Y>52.5</gml:Y></gml:coord>"),
+                    ""},
+        Coordinates{"p.gml", GML("<gml:pos>52,2 9,4</gml:pos>"), "line 2: \"pos\" of a point"},
+        Coordinates{"p.gml", GML("<gml:pos>abc 9.4</gml:pos>"), "\"abc 9.4\""},
+        Coordinates{"p.gml", GML("<gml:coordinates>5,25 52,5</gml:coordinates>"), "coordinate"},
+        Coordinates{"p.gml", GML("<gml:coord><gml:X>5,25</gml:X><gml:Y>52.5</gml:Y></gml:coord>"),
+                    "\"X\" of a point is \"5,25\""}));
+
+INSTANTIATE_TEST_SUITE_P(
+    Lines, CoordinatesOfTexts,
+    testing::Values(
+        Coordinates{"p.dxf", DXF(" 10\n155000.75\n 20\n  463000.5\n 30\n0.0\n"), ""},
+        Coordinates{"p.dxf",
+                    DXF("102\n{ACAD_REACTORS\n330\n1F\n102\n}\n10\n1.5500075E+05\n20\n"
+                        "463000.5\n1001\nOTHER\n1000\n10\n"),
+                    ""},
+        Coordinates{"p.dxf", DXF("10\n155000,75\n20\n463000,5\n30\n5,5\n"),
+                    "line 10: a point has the coordinate \"155000,75\""},
+        Coordinates{"p.dxf", DXF("10\nabc\n20\n463000.5\n"), "\"abc\""},
+        Coordinates{"p.dxf", DXF("10\n155000.75\n30\n5.5\n"), "line 6: a point has no northing"},
+        Coordinates{"p.dxf", DXF("20\n463000.5\n"), "a point has no easting (group 10)"},
+        Coordinates{"p.mif", MIF("Point 155000.75 463000.5\n    Symbol (35,0,12)"), ""},
+        Coordinates{"p.mif", MIF("Multipoint 1\n155000.75 463000.5"), ""},
+        Coordinates{"p.mif", MIF("Point 155000,75 463000,5"), "line 8: a point has the coordinate"},
+        Coordinates{"p.mif", MIF("POINT 155000.75"), "155000.75"},
+        Coordinates{"p.mif", MIF("Multipoint 1\n155000.75 463000,5"), "463000,5"}));
+
+#undef GPX
+#undef KML
+#undef GML
+#undef DXF
+#undef MIF
+
 } // namespace
 } // namespace KelStd
