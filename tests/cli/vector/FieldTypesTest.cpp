@@ -261,6 +261,31 @@ TEST_F(FieldTypes, InFeetStandBesideAGeometryInMetres)
     }
 }
 
+// The table's header has 32 bytes, then 32 for each field: its name, at 11 the type, at 16 the
+// width; behind a byte 0D stand the records, each behind a byte for the deleted ones.
+TEST_F(FieldTypes, OfAShapefileAreAsWideAsTheirTextsWithAllBlanks)
+{
+    const ProgramResult result = write(
+        QStringLiteral("out.shp"),
+        collection(pointWith("\"name\":\" P1\",\"note\":\"  ab\",\"whole\":-1234567,\"none\":"
+                             "\"\"")
+                   + ',' + pointWith("\"name\":\"P22\",\"note\":\"c \",\"whole\":8,\"none\":null")),
+        QStringLiteral("--frames local-neh"));
+    ASSERT_EQ(result.status, 0) << result.err;
+    const QByteArray table = test::readFile(path(QStringLiteral("out.dbf")));
+    QMap<QByteArray, QByteArray> first;
+    int place = table.indexOf('\r') + 2;
+    for (int field = 32; table.at(field) != '\r'; field += 32) {
+        const int width = static_cast<unsigned char>(table.at(field + 16));
+        first[QByteArray(table.mid(field, 11).constData())] = table.mid(place, width);
+        place += width;
+    }
+    EXPECT_EQ(first.value("point"), " P1");
+    EXPECT_EQ(first.value("note"), "  ab");
+    EXPECT_EQ(first.value("whole"), "-1234567");
+    EXPECT_EQ(first.value("none"), " ");
+}
+
 TEST_F(FieldTypes, OfAHeightOfNothingAreNothing)
 {
     ASSERT_EQ(write(QStringLiteral("out.gpkg"),
