@@ -51,9 +51,10 @@ QString firstComments(const QString &path)
 QString DrawingComment::text() const
 {
     const bool isAboveGeoid = heightReference != positions::heightReference({});
-    return QStringLiteral("%1: easting, northing, %2 height in %3%4")
+    return QStringLiteral("%1: easting, northing, %2 height in %3%4%5")
         .arg(system, isAboveGeoid ? geoid : ellipsoidal, unit,
-             isAboveGeoid ? QStringLiteral(", above ") + heightReference : QString());
+             isAboveGeoid ? QStringLiteral(", above ") + heightReference : QString(),
+             definition.isEmpty() ? QString() : QStringLiteral("; ") + definition);
 }
 
 QString DrawingComment::code() const
@@ -71,7 +72,7 @@ std::optional<DrawingComment> drawingComment(const QString &path)
 {
     static const QRegularExpression form(
         QStringLiteral("\\A(.*): easting, northing, (ellipsoidal|geoid) height in (.+?)"
-                       "(?:, above (geoid .+))?\\z"),
+                       "(?:, above (geoid .+?))?(?:; (\\+proj=.+))?\\z"),
         QRegularExpression::DotMatchesEverythingOption);
     const QRegularExpressionMatch match = form.match(firstComments(path));
     if (!match.hasMatch())
@@ -79,6 +80,7 @@ std::optional<DrawingComment> drawingComment(const QString &path)
     DrawingComment comment;
     comment.system = match.captured(1);
     comment.unit = match.captured(3);
+    comment.definition = match.captured(5);
     if (match.captured(2) == ellipsoidal)
         comment.heightReference = positions::heightReference({});
     else

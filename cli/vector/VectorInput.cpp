@@ -11,7 +11,6 @@
 #include <cli/vector/LineBreaks.h>
 #include <cli/vector/VectorModule.h>
 
-#include <KelStd/catalogue/Catalogue.h>
 #include <KelStd/positions/PointNames.h>
 
 #include <QtCore/QFileInfo>
@@ -42,27 +41,6 @@ bool isOfTemplates(double metres)
 }
 
 } // namespace
-
-Reference referenceOf(const LayerSystem &system, VectorFiles &files, QString &reason)
-{
-    Reference reference;
-    // Easting and northing of a layer are those of the projection, beside which a site stands.
-    Coord withoutSite = system.coord;
-    withoutSite.planeTransform = stPlaneTransform();
-    withoutSite.elevationFitting = stElevationFitting();
-    catalogue::Catalogue catalogue;
-    catalogue::CatalogueFailure failure;
-    const auto exported = catalogue.exportSystem(withoutSite, catalogue::ExportForm::Wkt2,
-                                                 system.origin.fullCode(), &failure);
-    if (!exported) {
-        reason = failure.text;
-        return reference;
-    }
-    std::string error;
-    if (!files.describe(exported->text.toStdString(), reference, error))
-        reason = QString::fromStdString(error);
-    return reference;
-}
 
 void VectorInput::addOptions(CommandLine &line)
 {
@@ -206,7 +184,40 @@ std::optional<positions::Frame> VectorInput::frameByName(const LayerSystem &syst
                      QString::fromLatin1(positions::rowOf(*given).option)));
         return std::nullopt;
     }
+    // Systems of one name may be two.
+    if (const QString mistake = mistakeOfDrawn(system); !mistake.isEmpty()) {
+        console.report(QStringLiteral("%1: %2").arg(m_name, mistake));
+        return std::nullopt;
+    }
     return drawn;
+}
+
+/// Why the definition in a drawing is not that of the system; empty where there is none.
+QString VectorInput::mistakeOfDrawn(const LayerSystem &system) const
+{
+    Reference layer;
+    std::string error;
+    if (m_drawn->definition.isEmpty()
+        || !m_files->describe(m_drawn->definition.toStdString(), layer, error))
+        return {};
+    layer.name = m_drawn->system.toStdString();
+    QString unknown;
+    const Reference own = referenceOf(system, *m_files, unknown);
+    layer.unitFactor = own.unitFactor; // a drawing says its unit beside
+    return checkOf(own, system, unknown)
+        .fit(layer, positions::Frame::LocalProjected, false)
+        .mistake;
+}
+
+ReferenceCheck VectorInput::checkOf(const Reference &own, const LayerSystem &system,
+                                    const QString &unknown) const
+{
+    ReferenceCheck check(own, system.name, !system.geoidModel.isEmpty(),
+                         [this](const std::string &one, const std::string &other) {
+                             return m_files->haveSameDatum(one, other);
+                         });
+    check.setUnknown(unknown);
+    return check;
 }
 
 /// That of a layer with this reference system, or with none.
@@ -217,11 +228,7 @@ std::optional<positions::Frame> VectorInput::frameOf(const Reference &layer,
 {
     QString unknown;
     const Reference own = referenceOf(system, *m_files, unknown);
-    ReferenceCheck check(own, system.name, !system.geoidModel.isEmpty(),
-                         [this](const std::string &one, const std::string &other) {
-                             return m_files->haveSameDatum(one, other);
-                         });
-    check.setUnknown(unknown);
+    const ReferenceCheck check = checkOf(own, system, unknown);
     QString mistake;
     const std::optional<positions::Frame> frame =
         given ? given : check.onlyFrame(layer, mayHaveHeights(), mistake);
