@@ -325,8 +325,11 @@ bool VectorInput::takeUnits(const LayerUnits &units, Console &console)
     // What states a system in metres is not in the unit of what is printed.
     const bool isInMetres =
         m_form.frame != positions::Frame::LocalProjected || layer.unitFactor == 1.0;
+    const std::optional<StatedUnit> stated =
+        m_drawingUnit ? std::nullopt : statedHeightUnit(fieldNames(m_reader->layer()));
     m_form.heightUnit = layer.hasHeightUnit          ? layer.heightFactor
                         : hasReference && isInMetres ? 1.0
+                        : stated                     ? stated->metres
                                                      : units.others;
     if (m_form.frame != positions::Frame::LocalProjected)
         return true;
@@ -349,6 +352,16 @@ bool VectorInput::takeUnits(const LayerUnits &units, Console &console)
     }
     if (isOfPlane) {
         m_form.heightUnit = m_form.planeUnit;
+        return true;
+    }
+    if (stated && !layer.hasHeightUnit) {
+        if (!isInMetres && m_form.heightUnit != units.others && mayHaveHeights()) {
+            console.report(QStringLiteral("note: %1: heights are read in units of %2 m, which the "
+                                          "column \"%3\" says")
+                               .arg(m_name)
+                               .arg(m_form.heightUnit, 0, 'g', 12)
+                               .arg(stated->column));
+        }
         return true;
     }
     const bool isDifferent =
