@@ -189,6 +189,7 @@ private:
         const int count = OGR_FD_GetFieldCount(definition);
         const bool knowsAll = !hasUnusedFields(m_driver);
         const std::set<int> used = knowsAll ? std::set<int>() : usedFields(count);
+        const std::set<int> dates = hasDatesAsTexts(m_driver) ? dateFields(count) : std::set<int>();
         for (int i = 0; i < count; ++i) {
             const OGRFieldDefnH field = OGR_FD_GetFieldDefn(definition, i);
             const std::string name = OGR_Fld_GetNameRef(field);
@@ -196,11 +197,34 @@ private:
                 continue;
             m_fields.push_back(i);
             const auto number = m_numbers.find(i);
+            const FieldType type = dates.count(i) > 0 ? FieldType::Date : typeOf(field);
             m_facts.fields.push_back(
-                {ownName(name), number == m_numbers.end() ? typeOf(field) : number->second});
+                {ownName(name), number == m_numbers.end() ? type : number->second});
         }
         for (const Field &attribute : m_attributes)
             m_facts.fields.push_back(attribute);
+    }
+
+    /// Those of texts that are all dates.
+    std::set<int> dateFields(int count)
+    {
+        const GdalMessages quiet;
+        std::set<int> dates;
+        std::set<int> others;
+        OGR_L_ResetReading(m_layer);
+        while (const OwnedFeature read{OGR_L_GetNextFeature(m_layer)}) {
+            for (int i = 0; i < count; ++i) {
+                if (OGR_F_IsFieldSetAndNotNull(read.get(), i) == 0)
+                    continue;
+                const bool isOne =
+                    OGR_Fld_GetType(OGR_F_GetFieldDefnRef(read.get(), i)) == OFTString
+                    && isDate(OGR_F_GetFieldAsString(read.get(), i));
+                (isOne ? dates : others).insert(i);
+            }
+        }
+        for (const int field : others)
+            dates.erase(field);
+        return dates;
     }
 
     /// The fields that some feature has a value of. Notes the attributes in extended data.

@@ -107,8 +107,9 @@ std::unique_ptr<LayerSource> openSource(const std::string &path, std::string &er
     const GdalMessages messages;
     std::vector<const char *> drivers = readDrivers();
     drivers.push_back(nullptr);
-    // What was found out of a file of GML is not kept beside it. "@": for drivers that know it.
-    const char *const options[] = {"@WRITE_GFS=NO", nullptr};
+    // What was found out of a file of GML is not kept beside it. Texts that look like times are not
+    // written in another way. "@": for drivers that know it.
+    const char *const options[] = {"@WRITE_GFS=NO", "@DATE_AS_STRING=YES", nullptr};
     Dataset dataset(GDALOpenEx(path.c_str(),
                                GDAL_OF_VECTOR | GDAL_OF_READONLY | GDAL_OF_VERBOSE_ERROR,
                                drivers.data(), options, nullptr));

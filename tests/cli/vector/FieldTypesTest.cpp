@@ -286,6 +286,30 @@ TEST_F(FieldTypes, OfAShapefileAreAsWideAsTheirTextsWithAllBlanks)
     EXPECT_EQ(first.value("none"), " ");
 }
 
+TEST_F(FieldTypes, OfTextsThatLookLikeTimesAreTexts)
+{
+    const char *const texts[] = {"2024/03/02",
+                                 "1:02:03",
+                                 "2024-05-01T10:20:41.9999999Z",
+                                 "2024-05-01T10:20:42.0000000Z",
+                                 "2024-02-30",
+                                 "2024-05-01 10:20"};
+    for (const char *const text : texts) {
+        SCOPED_TRACE(text);
+        const QString in =
+            m_program.file(QStringLiteral("in.geojson"),
+                           collection(pointWith("\"name\":\"" + QByteArray(text) + "\",\"said\":\""
+                                                + text + "\",\"on\":\"2024-02-29\"")));
+        const ProgramResult result =
+            m_program.run(words(QStringLiteral("convert --csv --system EPSG:32631 --fields "
+                                               "point,said,on"))
+                          + QStringList{in});
+        EXPECT_EQ(result.out.toStdString(),
+                  "point,said,on\n" + std::string(text) + ',' + text + ",2024-02-29\n")
+            << result.err;
+    }
+}
+
 TEST_F(FieldTypes, OfAHeightOfNothingAreNothing)
 {
     ASSERT_EQ(write(QStringLiteral("out.gpkg"),
