@@ -9,6 +9,7 @@
 #include <cli/vector/FieldNames.h>
 #include <cli/vector/LayerChoice.h>
 #include <cli/vector/LineBreaks.h>
+#include <cli/vector/VectorFormats.h>
 #include <cli/vector/VectorModule.h>
 
 #include <KelStd/positions/PointNames.h>
@@ -69,6 +70,12 @@ bool VectorInput::open(const QString &name, const CommandLine &line, Console &co
     if (const QString damage = damagedCoordinate(path, m_source->format()); !damage.isEmpty()) {
         console.report(QStringLiteral("cannot read %1: %2").arg(name, damage));
         return false;
+    }
+    if (const QString missing = missingAttributes(path); !missing.isEmpty()) {
+        console.report(
+            QStringLiteral("warning: %1: no file .%2 is beside it, which has the names and "
+                           "attributes of the points")
+                .arg(name, missing));
     }
     if (m_source->format() == "GPX")
         warnOfLineBreaks(path, console);
@@ -296,10 +303,13 @@ bool VectorInput::takeAtSite(const LayerUnits &units, Console &console)
         const QString ofDrawing = m_drawn && m_drawn->system.isEmpty()
                                       ? QStringLiteral("the plane of a system without a name")
                                       : shown(m_drawn.value_or(DrawingComment()).system);
-        console.report(QStringLiteral("%1: its coordinates are of %2, and positions at a site have "
-                                      "no reference system; --from local-neh reads those of the "
-                                      "plane")
-                           .arg(m_name, m_drawn ? ofDrawing : shownName(layer)));
+        const bool isPlane = m_drawn || layer.kind == Reference::Kind::Projected;
+        console.report(
+            QStringLiteral("%1: its coordinates are of %2, and positions at a site have no "
+                           "reference system; %3")
+                .arg(m_name, m_drawn ? ofDrawing : shownName(layer),
+                     isPlane ? QStringLiteral("--from local-neh reads those of the plane")
+                             : QStringLiteral("a layer of them that names none is read")));
         return false;
     }
     if (layer.isLocal) {

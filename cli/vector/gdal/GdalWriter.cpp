@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cctype>
 #include <cmath>
 #include <cstdio>
 #include <optional>
@@ -61,6 +62,16 @@ CPLStringList optionsOf(const NewLayer &layer)
     return options;
 }
 
+/// The name as a GeoPackage may have it, where no sign stands first, nor the word of its own
+/// tables.
+std::string layerName(const NewLayer &layer)
+{
+    const std::string &name = layer.name;
+    const bool isOwn = EQUALN(name.c_str(), "gpkg", 4);
+    const bool isSign = !name.empty() && std::ispunct(static_cast<unsigned char>(name[0])) != 0;
+    return layer.format == geoPackage && (isOwn || isSign) ? '_' + name : name;
+}
+
 OGRFieldType ogrType(FieldType type)
 {
     switch (type) {
@@ -110,7 +121,7 @@ public:
             return failed(messages, error);
         const CPLStringList options = optionsOf(layer);
         m_layer = GDALDatasetCreateLayer(
-            m_dataset, layer.name.c_str(),
+            m_dataset, layerName(layer).c_str(),
             layer.reference.empty() ? nullptr : OGRSpatialReference::ToHandle(&system), wkbPoint25D,
             options.List());
         if (m_layer == nullptr || !createFields())

@@ -3,6 +3,8 @@
 #include "cli/vector/VectorRun.h"
 #include "support/Printers.h"
 
+#include <QtCore/QFile>
+
 #include <ostream>
 
 namespace KelStd {
@@ -102,6 +104,65 @@ TEST_P(CutTexts, AreNeverReadAsIfTheyWereWhole)
 }
 
 INSTANTIATE_TEST_SUITE_P(All, CutTexts, testing::ValuesIn(texts));
+
+// Their positions are whole without the file of attributes, their names are gone.
+TEST(FilesOfAttributes, AreMissed)
+{
+    const ProgramRun program;
+    const QString in = program.file(QStringLiteral("in.geojson"), test::somePoints());
+    const struct
+    {
+        const char *file;
+        const char *attributes;
+        const char *format;
+    } rows[] = {{"p.shp", "p.dbf", "ESRI Shapefile"}, {"m.mif", "m.mid", "MapInfo File"}};
+    for (const auto &row : rows) {
+        SCOPED_TRACE(row.file);
+        const QString file = program.home().path(QString::fromLatin1(row.file));
+        test::toolOutput(QStringLiteral("ogr2ogr"),
+                         {QStringLiteral("-f"), QString::fromLatin1(row.format), file, in});
+        const auto convert = [&] {
+            return program.run(words(QStringLiteral("convert --csv --system EPSG:32631 "))
+                               + QStringList{file});
+        };
+        EXPECT_FALSE(convert().err.contains(QLatin1String("is beside it")));
+        ASSERT_TRUE(QFile::remove(program.home().path(QString::fromLatin1(row.attributes))));
+        const ProgramResult result = convert();
+        EXPECT_EQ(result.status, 0) << result.err;
+        EXPECT_TRUE(mentionsAll(result.err, {"warning", row.file, "is beside it"})) << result.err;
+        EXPECT_EQ(test::csvRows(result.out).size(), 3);
+    }
+}
+
+// MapInfo's tables of that ending begin with the word.
+TEST(TablesOfText, AreReadUnderTheEndingOfLayers)
+{
+    const ProgramRun program;
+    const QString list =
+        program.file(QStringLiteral("t.tab"), "point\tlat\tlon\th\nA\t52.5\t5.25\t1\n");
+    const ProgramResult result =
+        program.run(words(QStringLiteral("convert --csv --system EPSG:32631 --fields point "))
+                    + QStringList{list});
+    EXPECT_EQ(result.status, 0) << result.err;
+    EXPECT_EQ(result.out.toStdString(), "point\nA\n");
+}
+
+// A GeoPackage has no layers of such names.
+TEST(GeoPackages, MayBeCalledAsTheirLayersMayNot)
+{
+    const ProgramRun program;
+    const QString list =
+        program.file(QStringLiteral("list.csv"), "point,lat,lon,h\nA,52.5,5.25,1\n");
+    for (const char *const name : {"-x.gpkg", "gpkg_a.gpkg", ".a.b.gpkg"}) {
+        SCOPED_TRACE(name);
+        const QString file = program.home().path(QString::fromLatin1(name));
+        const ProgramResult result =
+            program.run({QStringLiteral("convert"), QStringLiteral("--system"),
+                         QStringLiteral("EPSG:32631"), QStringLiteral("-o"), file, list});
+        EXPECT_EQ(result.status, 0) << result.err;
+        EXPECT_EQ(test::ogrRows(file).size(), 1);
+    }
+}
 
 struct Coordinates
 {
