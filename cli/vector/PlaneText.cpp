@@ -22,6 +22,12 @@ Coord planeOf(const LayerSystem &system)
     return plane;
 }
 
+/// Without that of the heights: "EPSG:28992" of "EPSG:28992+5773".
+QString codeOfPlane(const LayerSystem &system)
+{
+    return system.origin.fullCode().section(QLatin1Char('+'), 0, 0);
+}
+
 QString gridsOf(const Coord &coord)
 {
     const QString name = coord.ellipsoid.proj4EllpsName;
@@ -57,8 +63,8 @@ PlaneText planeTextOf(const LayerSystem &system)
 {
     PlaneText text;
     catalogue::Catalogue catalogue;
-    const auto exported = catalogue.exportSystem(planeOf(system), catalogue::ExportForm::Proj,
-                                                 system.origin.fullCode());
+    const auto exported =
+        catalogue.exportSystem(planeOf(system), catalogue::ExportForm::Proj, codeOfPlane(system));
     if (!exported)
         return text;
     if (!exported->code.isEmpty())
@@ -70,7 +76,7 @@ PlaneText planeTextOf(const LayerSystem &system)
 
 QString shiftBesideCode(const LayerSystem &system, const QString &target)
 {
-    const QString code = system.origin.fullCode();
+    const QString code = codeOfPlane(system);
     const QByteArray source = code.toUtf8();
     catalogue::Catalogue catalogue;
     const auto shifts = catalogue.datumShifts(source);

@@ -138,6 +138,28 @@ TEST_F(ChangedSystems, ThatOnlyLostTheirOriginAreReadByTheirName)
     }
 }
 
+TEST(SystemsWithACode, HaveItInDrawingsWithThatOfTheirHeights)
+{
+    const ProgramRun program;
+    const QString list =
+        program.file(QStringLiteral("list.csv"), "point,lon,lat,h\nA,5.4,52.2,1\n");
+    const QString file = program.home().path(QStringLiteral("p.dxf"));
+    for (const char *const code : {"EPSG:28992", "EPSG:28992+5709", "EPSG:7415"}) {
+        SCOPED_TRACE(code);
+        const QString begin = QStringLiteral("convert --system %1 ").arg(QLatin1String(code));
+        const ProgramResult written =
+            program.run(words(begin + QStringLiteral("--force -o %1 %2").arg(file, list)));
+        ASSERT_EQ(written.status, 0) << written.err;
+        EXPECT_EQ(test::readFile(file).split('\n').value(1).split(' ').value(0), code);
+        if (QByteArray(code) == "EPSG:7415")
+            continue; // its heights are above NAP, for which there is no grid here
+        const ProgramResult back = program.run(words(begin + QStringLiteral("--csv ") + file));
+        ASSERT_EQ(back.status, 0) << back.err;
+        EXPECT_NEAR(numberIn(csvRows(back.out).value(0), QStringLiteral("wgs84_longitude_deg")),
+                    5.4, 1e-9);
+    }
+}
+
 // A shift that is the database's, published or fitted, is nothing to warn of: the second of two.
 TEST(SystemsWithACode, AreNotWarnedOfForAShiftOfTheDatabase)
 {
