@@ -103,9 +103,14 @@ QByteArray DxfWriter::begin(const InputColumns &columns)
     m_columns.take(printedColumns(columns));
     m_hasNames = columns.hasNames;
     QByteArray heading;
-    for (const QByteArray &piece : pieces(m_comment, lastAscii))
-        appendGroup(heading, 999, piece);
+    const auto appendComment = [&heading](const QString &comment) {
+        for (const QByteArray &piece : pieces(comment, lastAscii))
+            appendGroup(heading, 999, piece);
+    };
+    appendComment(m_comment);
     appendGroup(heading, 999, "1 unit = " + QByteArray::number(m_metresPerUnit, 'g', 15) + " m");
+    if (!m_definition.isEmpty())
+        appendComment(m_definition);
     return heading + tables;
 }
 

@@ -33,6 +33,10 @@ public:
           m_metresPerUnit(metresPerUnit)
     {}
 
+    /// A comment behind that of the unit: the system as a PROJ string, where the first one names it
+    /// by no code. To be called before `begin`.
+    void setDefinition(const QString &definition) { m_definition = definition; }
+
     QByteArray begin(const InputColumns &columns) override;
     /// What stands behind the last position.
     QByteArray ending() const override;
@@ -42,6 +46,7 @@ private:
     void appendPoint(QByteArray &bytes, const char *layer, const Location &location) const;
 
     QString m_comment;
+    QString m_definition;
     double m_metresPerUnit;
     bool m_hasNames = false;
     AttributeColumns m_columns;

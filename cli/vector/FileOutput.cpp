@@ -252,13 +252,15 @@ bool FileOutput::open(const LayerSystem &system, const LocationOutput &output, C
         if (!beside.isEmpty())
             console.report(beside);
         sink->setNotes([notes = siteNotes(m_name, output)] { return notes; });
-        m_writer = std::make_shared<positions::DxfWriter>(
+        const auto writer = std::make_shared<positions::DxfWriter>(
             printer,
             DrawingComment{systemInComment(plane.code, system.coord.coord_name),
                            planeUnitName(system, output),
-                           positions::heightReference(system.geoidModel), plane.definition}
+                           positions::heightReference(system.geoidModel)}
                 .text(),
             planeUnitOf(system, output), output.columns);
+        writer->setDefinition(plane.definition);
+        m_writer = writer;
         break;
     }
     case Kind::Printed: {
