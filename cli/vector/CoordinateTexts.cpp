@@ -20,6 +20,7 @@ namespace {
 enum class Content
 {
     Number,     ///< one
+    Height,     ///< one, or "NaN" for none, as some receivers have it
     Tuple,      ///< two or three, between commas
     LooseTuple, ///< between commas, or else between blanks; other signs where its attributes say so
     Numbers,    ///< two or three, between blanks
@@ -36,9 +37,9 @@ struct Element
 };
 
 constexpr Element elements[] = {
-    {"GPX", "ele", "wpt", Content::Number},
-    {"GPX", "ele", "rtept", Content::Number},
-    {"GPX", "ele", "trkpt", Content::Number},
+    {"GPX", "ele", "wpt", Content::Height},
+    {"GPX", "ele", "rtept", Content::Height},
+    {"GPX", "ele", "trkpt", Content::Height},
     {"KML", "coordinates", "Point", Content::Tuple},
     {"LIBKML", "coordinates", "Point", Content::Tuple},
     {"GML", "coordinates", "Point", Content::LooseTuple},
@@ -75,6 +76,7 @@ bool meets(const QString &text, Content content)
     const auto is = [&text](const QRegularExpression &form) { return form.match(text).hasMatch(); };
     switch (content) {
     case Content::Number: return is(number);
+    case Content::Height: return is(number) || text.trimmed().toLower() == QLatin1String("nan");
     case Content::Tuple: return is(tuple);
     case Content::LooseTuple: return is(tuple) || is(blanks);
     case Content::Numbers: return is(blanks);
@@ -180,7 +182,8 @@ private:
         const bool mayHaveSigns = element->content == Content::LooseTuple;
         if (meets(mayHaveSigns ? withUsualSigns(m_text, m_attributes) : m_text, element->content))
             return {};
-        const bool isOne = element->content == Content::Number;
+        const bool isOne =
+            element->content == Content::Number || element->content == Content::Height;
         return QStringLiteral("\"%1\" of a point is \"%2\", which %3")
             .arg(QLatin1String(element->name), shown(m_text.simplified()),
                  isOne ? QStringLiteral("is no number")

@@ -223,6 +223,7 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(
         Coordinates{"p.gpx", GPX("<wpt lat=\"52.5\" lon=\"+5.25E0\"><ele> 7 </ele></wpt>"), ""},
         Coordinates{"p.gpx", GPX("<wpt lat=\"52.5\" lon=\"5.25\"><ele/></wpt>"), ""},
+        Coordinates{"p.gpx", GPX("<wpt lat=\"52.5\" lon=\"5.25\"><ele>NaN</ele></wpt>"), ""},
         Coordinates{"p.gpx", GPX("<wpt lat=\"52,2755\" lon=\"5,4881\"/>"),
                     "line 2: \"lat\" of the point (wpt) is \"52,2755\""},
         Coordinates{"p.gpx", GPX("<wpt lat=\"52.2755\" lon=\"5 24\"/>"), "\"5 24\""},
