@@ -131,8 +131,11 @@ void LayerRecords::take(const Feature &feature, SourceRecord &record)
         if (index == m_heightReferenceField && (m_isOwn[i] || isHeightReference(text)))
             record.heightReference = text;
     }
-    if (record.heightReference.isEmpty() && feature.hasZ)
+    if (record.heightReference.isEmpty() && feature.hasZ) {
         record.heightReference = m_form.heightReference.toUtf8();
+        if (record.failure.isEmpty())
+            record.failure = m_form.whyOtherHeights;
+    }
     if (record.failure.isEmpty())
         record.failure = placeOf(feature, record.position);
     if (m_form.keepsSource)

@@ -21,6 +21,7 @@ struct LayerForm
     double heightUnit = 1.0;      ///< the same of heights, and of X, Y, Z
     std::optional<double> height; ///< of features without one [m]
     QString heightReference;  ///< of features that do not say it themselves; empty where unknown
+    QString whyOtherHeights;  ///< why one above that can not be taken; empty where it can
     QString whyNoHeights;     ///< why a height can not be taken; empty where it can
     int nameField = -1;       ///< the field of the names; -1 for none
     bool keepsSource = false; ///< whether features that fail are kept as lines
