@@ -135,6 +135,11 @@ bool hasDatesAsTexts(const std::string &driver)
     return driver == "GeoJSON";
 }
 
+bool isGuessedTime(const std::string &driver, OGRFieldDefnH field)
+{
+    return driver == "GeoJSONSeq" && isTime(OGR_Fld_GetType(field));
+}
+
 bool isDate(const std::string &text)
 {
     static const std::string form = "dddd-dd-dd";

@@ -28,6 +28,9 @@ bool isPlainNumber(const std::string &text);
 /// Whether a driver's dates are texts.
 bool hasDatesAsTexts(const std::string &driver);
 
+/// Whether a driver takes texts for times, and a field is one of such texts.
+bool isGuessedTime(const std::string &driver, OGRFieldDefnH field);
+
 /// Whether a text is a day of the calendar as "2024-05-01".
 bool isDate(const std::string &text);
 

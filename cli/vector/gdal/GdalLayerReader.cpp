@@ -196,6 +196,10 @@ private:
             if (isMadeUp(m_driver, name) || !(knowsAll || used.count(i) > 0))
                 continue;
             m_fields.push_back(i);
+            if (isGuessedTime(m_driver, field) && m_warning.empty())
+                m_warning = "texts of \"" + name
+                            + "\" are taken for times and may be written in "
+                              "another way";
             const auto number = m_numbers.find(i);
             const FieldType type = dates.count(i) > 0 ? FieldType::Date : typeOf(field);
             m_facts.fields.push_back(

@@ -310,6 +310,17 @@ TEST_F(FieldTypes, OfTextsThatLookLikeTimesAreTexts)
     }
 }
 
+// A feature a line: one alone would be a file of GeoJSON.
+TEST_F(FieldTypes, OfLinesOfGeoJsonThatAreTakenForTimesAreWarnedOf)
+{
+    const QByteArray line = pointWith("\"name\":\"A\",\"said\":\"2024/03/02\"") + '\n';
+    const QString in = m_program.file(QStringLiteral("in.geojsonl"), line + line);
+    const ProgramResult result =
+        m_program.run(words(QStringLiteral("convert --csv --system EPSG:32631")) + QStringList{in});
+    EXPECT_EQ(result.status, 0) << result.err;
+    EXPECT_TRUE(mentionsAll(result.err, {"warning", "\"said\" are taken for times"})) << result.err;
+}
+
 TEST_F(FieldTypes, OfAHeightOfNothingAreNothing)
 {
     ASSERT_EQ(write(QStringLiteral("out.gpkg"),
