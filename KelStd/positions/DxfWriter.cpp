@@ -66,7 +66,8 @@ void appendAttribute(QByteArray &bytes, const QString &name, std::string_view va
 {
     if (value.empty())
         return;
-    const QByteArray key = pieces(name, lastAscii).join() + '=';
+    // The first such sign ends the name.
+    const QByteArray key = pieces(name, lastAscii).join().replace("=", escaped('=')) + '=';
     if (isNumber) {
         appendGroup(bytes, 1000, key);
         appendGroup(bytes, 1040, QByteArray(value.data(), static_cast<int>(value.size())));
@@ -102,9 +103,14 @@ QByteArray DxfWriter::begin(const InputColumns &columns)
     m_columns.take(printedColumns(columns));
     m_hasNames = columns.hasNames;
     QByteArray heading;
-    for (const QByteArray &piece : pieces(m_comment, lastAscii))
-        appendGroup(heading, 999, piece);
+    const auto appendComment = [&heading](const QString &comment) {
+        for (const QByteArray &piece : pieces(comment, lastAscii))
+            appendGroup(heading, 999, piece);
+    };
+    appendComment(m_comment);
     appendGroup(heading, 999, "1 unit = " + QByteArray::number(m_metresPerUnit, 'g', 15) + " m");
+    if (!m_definition.isEmpty())
+        appendComment(m_definition);
     return heading + tables;
 }
 

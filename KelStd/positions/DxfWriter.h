@@ -18,9 +18,9 @@ namespace KelStd::positions {
 ///
 /// The name and all other columns are extended data of the point under the application KELSTD: a
 /// text is a string "NAME=TEXT", a number the string "NAME=" and a real. All of it is ASCII: other
-/// characters, backslashes and carets stand as "\U+XXXX". A text of more than 200 bytes is split,
-/// and all but its last piece end with a lone backslash. A TEXT has the letters of Latin 1 as they
-/// are; a name of more than 250 bytes has none.
+/// characters, backslashes and carets stand as "\U+XXXX", so does "=" in a NAME. A text of more
+/// than 200 bytes is split, and all but its last piece end with a lone backslash. A TEXT has the
+/// letters of Latin 1 as they are; a name of more than 250 bytes has none.
 class KELSTD_EXPORT DxfWriter : public FeatureWriter
 {
 public:
@@ -33,6 +33,10 @@ public:
           m_metresPerUnit(metresPerUnit)
     {}
 
+    /// A comment behind that of the unit: the system as a PROJ string, where the first one names it
+    /// by no code. To be called before `begin`.
+    void setDefinition(const QString &definition) { m_definition = definition; }
+
     QByteArray begin(const InputColumns &columns) override;
     /// What stands behind the last position.
     QByteArray ending() const override;
@@ -42,6 +46,7 @@ private:
     void appendPoint(QByteArray &bytes, const char *layer, const Location &location) const;
 
     QString m_comment;
+    QString m_definition;
     double m_metresPerUnit;
     bool m_hasNames = false;
     AttributeColumns m_columns;

@@ -28,22 +28,32 @@ QString unescaped(const QString &text)
     return plain + text.mid(end);
 }
 
+struct FirstComments
+{
+    QString system;
+    QString definition; ///< behind the one of the unit
+};
+
 /// The comments with which a drawing begins, joined: a long one is written in pieces.
-QString firstComments(const QString &path)
+FirstComments firstComments(const QString &path)
 {
     constexpr int maxGroups = 1000;
     constexpr qint64 maxLine = 4096; // [bytes]
     QFile drawing(path);
-    QByteArray comments;
+    QByteArray before;
+    QByteArray behind;
     if (!drawing.open(QIODevice::ReadOnly))
         return {};
+    bool isBehind = false;
     for (int i = 0; i < maxGroups && drawing.readLine(maxLine).trimmed() == "999"; ++i) {
         const QByteArray comment = drawing.readLine(maxLine).trimmed();
         if (comment.startsWith("1 unit = "))
-            break;
-        comments += comment;
+            isBehind = true;
+        else
+            (isBehind ? behind : before) += comment;
     }
-    return unescaped(QString::fromUtf8(comments));
+    return {unescaped(QString::fromUtf8(before)),
+            behind.startsWith("+proj=") ? unescaped(QString::fromUtf8(behind)) : QString()};
 }
 
 } // namespace
@@ -73,12 +83,14 @@ std::optional<DrawingComment> drawingComment(const QString &path)
         QStringLiteral("\\A(.*): easting, northing, (ellipsoidal|geoid) height in (.+?)"
                        "(?:, above (geoid .+))?\\z"),
         QRegularExpression::DotMatchesEverythingOption);
-    const QRegularExpressionMatch match = form.match(firstComments(path));
+    const FirstComments comments = firstComments(path);
+    const QRegularExpressionMatch match = form.match(comments.system);
     if (!match.hasMatch())
         return std::nullopt;
     DrawingComment comment;
     comment.system = match.captured(1);
     comment.unit = match.captured(3);
+    comment.definition = comments.definition;
     if (match.captured(2) == ellipsoidal)
         comment.heightReference = positions::heightReference({});
     else

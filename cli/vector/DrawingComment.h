@@ -13,8 +13,9 @@ struct DrawingComment
     QString system;          ///< code and name, as far as it has them; both may be missing
     QString unit;            ///< "m"
     QString heightReference; ///< in the words of `positions::heightReference`
+    QString definition = {}; ///< of a system without a code, as a PROJ string; or empty
 
-    /// As it is written, in one line.
+    /// As it is written, in one line. The definition is one of its own.
     QString text() const;
 
     /// The code with which the system begins; empty for none.

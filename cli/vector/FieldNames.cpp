@@ -2,6 +2,7 @@
 
 #include <KelStd/positions/Columns.h>
 #include <KelStd/positions/PlaneUnit.h>
+#include <KelStd/text/CoordStringHelper.h>
 #include <KelStd/text/UnitWords.h>
 
 #include <QtCore/QByteArray>
@@ -131,6 +132,12 @@ bool isOfShortFrame(const QString &name, const QStringList &names)
     });
 }
 
+/// Whether a layer has the program's columns with the names of a Shapefile.
+bool isShortenedAmong(const QStringList &names)
+{
+    return names.contains(QLatin1String("wgs84_lon")) && names.contains(shortHeightReference);
+}
+
 } // namespace
 
 QStringList fieldNames(const Layer &layer)
@@ -158,16 +165,36 @@ QStringList shapefileNames(const QStringList &names)
 
 std::vector<bool> ownCoordinates(const QStringList &names)
 {
-    const QStringList marks = {QStringLiteral("wgs84_lon"), shortHeightReference};
-    bool isShortened = true;
-    for (const QString &mark : marks)
-        isShortened = isShortened && names.contains(mark);
+    const bool isShortened = isShortenedAmong(names);
     std::vector<bool> own;
     for (const QString &name : names) {
         const bool isLong = isOwnColumn(name);
         own.push_back(isLong || (isShortened && isShortOfOwn(name)) || isOfShortFrame(name, names));
     }
     return own;
+}
+
+std::optional<StatedUnit> statedHeightUnit(const QStringList &names)
+{
+    std::optional<StatedUnit> stated;
+    // A Shapefile has no room for the longest unit, which is the one that then is not there.
+    const bool isShortened = isShortenedAmong(names);
+    for (const positions::Column &column : positions::columns()) {
+        if (positions::isAngle(column) || positions::isPlane(column))
+            continue;
+        for (const LengthUnit &unit : lengthUnits()) {
+            const QString full = positions::csvNameOf(column, QString::fromLatin1(unit.symbol));
+            const QString brief = shortened(full);
+            const bool isBrief = isShortened && brief == QLatin1String(column.csvName);
+            if (!names.contains(full) && !(isBrief && names.contains(brief)))
+                continue;
+            const double metres = CoordStringHelper::LengthRatio_otherToMeter(unit.unit);
+            if (stated && stated->metres != metres)
+                return std::nullopt;
+            stated = StatedUnit{names.contains(full) ? full : brief, metres};
+        }
+    }
+    return stated;
 }
 
 int heightReferenceAmong(const QStringList &names)

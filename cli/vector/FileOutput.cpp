@@ -9,6 +9,7 @@
 #include <cli/vector/FileSink.h>
 #include <cli/vector/LayerOutput.h>
 #include <cli/vector/LayerPlans.h>
+#include <cli/vector/PlaneText.h>
 #include <cli/vector/VectorModule.h>
 
 #include <KelStd/positions/DxfWriter.h>
@@ -245,16 +246,23 @@ bool FileOutput::open(const LayerSystem &system, const LocationOutput &output, C
         });
         break;
     }
-    case Kind::Dxf:
+    case Kind::Dxf: {
+        const PlaneText plane = planeTextOf(system);
+        const QString beside = plane.code.isEmpty() ? QString() : shiftBesideCode(system, m_name);
+        if (!beside.isEmpty())
+            console.report(beside);
         sink->setNotes([notes = siteNotes(m_name, output)] { return notes; });
-        m_writer = std::make_shared<positions::DxfWriter>(
+        const auto writer = std::make_shared<positions::DxfWriter>(
             printer,
-            DrawingComment{systemInComment(system.origin.fullCode(), system.coord.coord_name),
+            DrawingComment{systemInComment(plane.code, system.coord.coord_name),
                            planeUnitName(system, output),
                            positions::heightReference(system.geoidModel)}
                 .text(),
             planeUnitOf(system, output), output.columns);
+        writer->setDefinition(plane.definition);
+        m_writer = writer;
         break;
+    }
     case Kind::Printed: {
         const auto row = std::find_if(locationForms().begin(), locationForms().end(),
                                       [this](const LocationForm &each) {

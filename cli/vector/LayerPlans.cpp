@@ -2,6 +2,7 @@
 
 #include <cli/terminal/Console.h>
 #include <cli/terminal/ShownText.h>
+#include <cli/vector/PlaneText.h>
 
 #include <KelStd/positions/Columns.h>
 #include <KelStd/text/CoordStringHelper.h>
@@ -71,6 +72,9 @@ std::optional<LayerPlan> layerPlan(const QString &target, const char *driver,
     } else {
         // The code brings the definition of the database, datum shift and all.
         plan.reference = reference.code.empty() ? reference.definition : reference.code;
+        const QString beside = reference.code.empty() ? QString() : shiftBesideCode(system, target);
+        if (!beside.isEmpty())
+            console.report(beside);
         plan.planeUnit = reference.unitFactor;
         // Whoever reads a plane in metres takes its heights for metres, too; beside one in feet
         // they are in one or the other.

@@ -97,13 +97,15 @@ RecordSource::Result LayerRecords::next(SourceRecord &record)
 {
     Feature feature;
     LayerReader::Result result = LayerReader::Result::None;
-    while (result == LayerReader::Result::None) {
+    while (result == LayerReader::Result::None || result == LayerReader::Result::OnPaper) {
         if (isStopped())
             return Result::End;
         result = m_reader.next(feature);
         ++m_done;
         if (result == LayerReader::Result::None)
             ++m_labels;
+        if (result == LayerReader::Result::OnPaper)
+            ++m_onPaper;
     }
     if (result == LayerReader::Result::Error)
         return Result::Error;
@@ -129,8 +131,11 @@ void LayerRecords::take(const Feature &feature, SourceRecord &record)
         if (index == m_heightReferenceField && (m_isOwn[i] || isHeightReference(text)))
             record.heightReference = text;
     }
-    if (record.heightReference.isEmpty() && feature.hasZ)
+    if (record.heightReference.isEmpty() && feature.hasZ) {
         record.heightReference = m_form.heightReference.toUtf8();
+        if (record.failure.isEmpty())
+            record.failure = m_form.whyOtherHeights;
+    }
     if (record.failure.isEmpty())
         record.failure = placeOf(feature, record.position);
     if (m_form.keepsSource)
@@ -148,8 +153,11 @@ QByteArray LayerRecords::textOf(const Value &value, FieldType type)
         return TextDecoder("windows-1252").decode(text).toUtf8();
     }
     if (const auto *const number = std::get_if<double>(&value)) {
-        if (std::isfinite(*number))
+        constexpr double firstRounded = 9007199254740992.0; // 2^53, which the next one is read as
+        if (std::isfinite(*number)) {
+            m_manyDigits += std::abs(*number) >= firstRounded ? 1 : 0;
             return shortestNumber(*number);
+        }
         ++m_notFinite;
         return {};
     }
@@ -230,6 +238,14 @@ QStringList LayerRecords::remarks() const
                 .arg(counted(m_labels, "text of the drawing is passed over, it is no position",
                              "texts of the drawing are passed over, they are no positions"));
     }
+    if (m_onPaper > 0) {
+        remarks += QStringLiteral("note: %1")
+                       .arg(counted(m_onPaper,
+                                    "feature of the drawing is passed over: it is on a sheet of "
+                                    "paper (group 67), not in the plane",
+                                    "features of the drawing are passed over: they are on a sheet "
+                                    "of paper (group 67), not in the plane"));
+    }
     if (m_otherBytes > 0) {
         remarks += QStringLiteral("note: %1 read as Windows-1252")
                        .arg(counted(m_otherBytes, "text of the layer is not UTF-8 and was",
@@ -244,6 +260,13 @@ QStringList LayerRecords::remarks() const
             QStringLiteral("warning: %1")
                 .arg(counted(m_tooLarge, "whole number of the layer is too large and stays empty",
                              "whole numbers of the layer are too large and stay empty"));
+    }
+    if (m_manyDigits > 0) {
+        remarks +=
+            QStringLiteral("warning: %1, because the format has no whole numbers of so many digits")
+                .arg(counted(m_manyDigits,
+                             "number of the layer is of 2^53 or more and may be rounded",
+                             "numbers of the layer are of 2^53 or more and may be rounded"));
     }
     if (m_notFinite > 0) {
         remarks +=

@@ -21,6 +21,7 @@ struct LayerForm
     double heightUnit = 1.0;      ///< the same of heights, and of X, Y, Z
     std::optional<double> height; ///< of features without one [m]
     QString heightReference;  ///< of features that do not say it themselves; empty where unknown
+    QString whyOtherHeights;  ///< why one above that can not be taken; empty where it can
     QString whyNoHeights;     ///< why a height can not be taken; empty where it can
     int nameField = -1;       ///< the field of the names; -1 for none
     bool keepsSource = false; ///< whether features that fail are kept as lines
@@ -66,10 +67,12 @@ private:
     const streams::StopRequests *m_stop = nullptr;
     qint64 m_done = 0;
     qint64 m_labels = 0;
+    qint64 m_onPaper = 0;
     qint64 m_withoutHeight = 0;
     qint64 m_otherBytes = 0; ///< texts that were not UTF-8
     qint64 m_tooLarge = 0;   ///< whole numbers
     qint64 m_notFinite = 0;  ///< numbers
+    qint64 m_manyDigits = 0; ///< numbers that may be rounded ones
 };
 
 } // namespace KelStd::cli::vector

@@ -90,6 +90,13 @@ ReferenceFit ReferenceCheck::fit(const Reference &layer, Frame frame, bool hasHe
                              .arg(positionsOf(layer.kind), name, nameOf(frame), needed);
         return result;
     }
+    if (layer.kind == Kind::Geographic && layer.primeMeridian != 0.0) {
+        result.mistake =
+            QStringLiteral("the layer \"%1\" counts longitudes from a meridian that is "
+                           "%2 degrees east of Greenwich, and %3 from that of Greenwich")
+                .arg(name, QString::number(layer.primeMeridian, 'g', 12), nameOf(frame));
+        return result;
+    }
     result.mistake = datumMistake(layer, frame, result.notes);
     if (result.mistake.isEmpty())
         result.mistake = shiftMistake(layer, frame);
@@ -167,6 +174,15 @@ QString ReferenceCheck::datumMistake(const Reference &layer, Frame frame, QStrin
 
 QString ReferenceCheck::systemDatumMistake(const Reference &layer, QStringList &notes) const
 {
+    if (layer.kind == Kind::Geographic && m_system.primeMeridian != 0.0) {
+        // The system's longitudes are counted from Greenwich, whatever its projection begins at.
+        Reference system = m_system;
+        system.primeMeridian = 0.0;
+        system.datum = m_system.greenwichDatum;
+        system.definition = m_system.greenwichDefinition;
+        return ReferenceCheck(system, m_systemName, m_hasGeoid, m_sameDatum)
+            .systemDatumMistake(layer, notes);
+    }
     if (m_system.kind == Kind::None) {
         return QStringLiteral("the layer is in \"%1\", and it cannot be found out whether that is "
                               "the system %2: %3")

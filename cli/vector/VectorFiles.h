@@ -13,7 +13,7 @@
 namespace KelStd::cli::vector {
 
 /// What the program asks a module for is what it was built with.
-inline constexpr int interfaceVersion = 4;
+inline constexpr int interfaceVersion = 5;
 
 /// A coordinate reference system, in facts that can be compared.
 struct Reference
@@ -46,6 +46,10 @@ struct Reference
     std::string otherAxes;       ///< of `Other`: what its axes are
     bool isLocal = false;        ///< of `Other`: a plane of its own, east and north, as a site has
     std::string definition;      ///< WKT 2
+    /// Of a datum with another prime meridian: the one with that of Greenwich, by its name and by
+    /// the WKT 2 of its longitude and latitude.
+    std::string greenwichDatum;
+    std::string greenwichDefinition;
 };
 
 enum class FieldType
@@ -100,7 +104,8 @@ public:
     enum class Result
     {
         Feature,
-        None, ///< passed over: the label of a point
+        None,    ///< passed over: the label of a point
+        OnPaper, ///< passed over: on a sheet of a drawing, not in the world that it shows
         End,
         Error
     };

@@ -4,6 +4,7 @@
 #include <cli/vector/VectorModule.h>
 
 #include <QtCore/QByteArray>
+#include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 #include <QtCore/QList>
@@ -78,10 +79,35 @@ bool isVectorFile(const QString &name)
     // Nothing is read of a pipe, whose first bytes would be gone.
     if (!info.isFile())
         return false;
-    if (extensions().contains(info.suffix().toLower()))
+    const QString suffix = info.suffix().toLower();
+    const bool isTable = suffix == QLatin1String("tab");
+    if (extensions().contains(suffix) && !isTable)
         return true;
     QFile file(path);
-    return file.open(QIODevice::ReadOnly) && hasLayersWithin(file.read(lookedAt));
+    if (!file.open(QIODevice::ReadOnly))
+        return isTable;
+    const QByteArray begin = file.read(lookedAt);
+    return isTable ? begin.toLower().contains("!table") : hasLayersWithin(begin);
+}
+
+QString missingAttributes(const QString &path)
+{
+    static const struct
+    {
+        const char *points;
+        const char *attributes;
+    } pairs[] = {{"shp", "dbf"}, {"mif", "mid"}};
+    const QFileInfo info(path);
+    for (const auto &pair : pairs) {
+        if (info.suffix().toLower() != QLatin1String(pair.points))
+            continue;
+        const QString wanted =
+            info.completeBaseName() + QLatin1Char('.') + QLatin1String(pair.attributes);
+        const QStringList beside = info.dir().entryList(QDir::Files);
+        if (!beside.contains(wanted, Qt::CaseInsensitive))
+            return QLatin1String(pair.attributes);
+    }
+    return {};
 }
 
 QString readFormatNames()

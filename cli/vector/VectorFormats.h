@@ -8,6 +8,10 @@ namespace KelStd::cli::vector {
 /// as text is none, whatever it is called.
 bool isVectorFile(const QString &name);
 
+/// The ending of the file that has the attributes of such a file and is not beside it: "dbf"; empty
+/// where nothing misses.
+QString missingAttributes(const QString &path);
+
 /// "GPKG, ESRI Shapefile, KML": the formats that are read; the reason why there are none instead.
 QString readFormatNames();
 

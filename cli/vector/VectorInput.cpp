@@ -4,19 +4,18 @@
 #include <cli/terminal/Console.h>
 #include <cli/terminal/FilePath.h>
 #include <cli/terminal/ShownText.h>
+#include <cli/vector/CoordinateTexts.h>
 #include <cli/vector/DrawingUnit.h>
 #include <cli/vector/FieldNames.h>
 #include <cli/vector/LayerChoice.h>
 #include <cli/vector/LineBreaks.h>
+#include <cli/vector/VectorFormats.h>
 #include <cli/vector/VectorModule.h>
 
-#include <KelStd/catalogue/Catalogue.h>
 #include <KelStd/positions/PointNames.h>
 
 #include <QtCore/QFileInfo>
 #include <QtCore/QStringList>
-
-#include <cmath>
 
 namespace KelStd::cli::vector {
 
@@ -31,37 +30,7 @@ bool hasSeaLevelHeights(const std::string &format)
     return format == "GPX" || format == "KML" || format == "LIBKML";
 }
 
-/// Units in which a drawing is said to be because the template that it was begun with says so:
-/// inches and millimetres.
-bool isOfTemplates(double metres)
-{
-    constexpr double inch = 0.0254;
-    constexpr double millimetre = 0.001;
-    return metres == inch || metres == millimetre;
-}
-
 } // namespace
-
-Reference referenceOf(const LayerSystem &system, VectorFiles &files, QString &reason)
-{
-    Reference reference;
-    // Easting and northing of a layer are those of the projection, beside which a site stands.
-    Coord withoutSite = system.coord;
-    withoutSite.planeTransform = stPlaneTransform();
-    withoutSite.elevationFitting = stElevationFitting();
-    catalogue::Catalogue catalogue;
-    catalogue::CatalogueFailure failure;
-    const auto exported = catalogue.exportSystem(withoutSite, catalogue::ExportForm::Wkt2,
-                                                 system.origin.fullCode(), &failure);
-    if (!exported) {
-        reason = failure.text;
-        return reference;
-    }
-    std::string error;
-    if (!files.describe(exported->text.toStdString(), reference, error))
-        reason = QString::fromStdString(error);
-    return reference;
-}
 
 void VectorInput::addOptions(CommandLine &line)
 {
@@ -86,6 +55,16 @@ bool VectorInput::open(const QString &name, const CommandLine &line, Console &co
         console.report(
             QStringLiteral("cannot read %1: %2").arg(name, QString::fromStdString(error)));
         return false;
+    }
+    if (const QString damage = damagedCoordinate(path, m_source->format()); !damage.isEmpty()) {
+        console.report(QStringLiteral("cannot read %1: %2").arg(name, damage));
+        return false;
+    }
+    if (const QString missing = missingAttributes(path); !missing.isEmpty()) {
+        console.report(
+            QStringLiteral("warning: %1: no file .%2 is beside it, which has the names and "
+                           "attributes of the points")
+                .arg(name, missing));
     }
     if (m_source->format() == "GPX")
         warnOfLineBreaks(path, console);
@@ -201,7 +180,40 @@ std::optional<positions::Frame> VectorInput::frameByName(const LayerSystem &syst
                      QString::fromLatin1(positions::rowOf(*given).option)));
         return std::nullopt;
     }
+    // Systems of one name may be two.
+    if (const QString mistake = mistakeOfDrawn(system); !mistake.isEmpty()) {
+        console.report(QStringLiteral("%1: %2").arg(m_name, mistake));
+        return std::nullopt;
+    }
     return drawn;
+}
+
+/// Why the definition in a drawing is not that of the system; empty where there is none.
+QString VectorInput::mistakeOfDrawn(const LayerSystem &system) const
+{
+    Reference layer;
+    std::string error;
+    if (m_drawn->definition.isEmpty()
+        || !m_files->describe(m_drawn->definition.toStdString(), layer, error))
+        return {};
+    layer.name = m_drawn->system.toStdString();
+    QString unknown;
+    const Reference own = referenceOf(system, *m_files, unknown);
+    layer.unitFactor = own.unitFactor; // a drawing says its unit beside
+    return checkOf(own, system, unknown)
+        .fit(layer, positions::Frame::LocalProjected, false)
+        .mistake;
+}
+
+ReferenceCheck VectorInput::checkOf(const Reference &own, const LayerSystem &system,
+                                    const QString &unknown) const
+{
+    ReferenceCheck check(own, system.name, !system.geoidModel.isEmpty(),
+                         [this](const std::string &one, const std::string &other) {
+                             return m_files->haveSameDatum(one, other);
+                         });
+    check.setUnknown(unknown);
+    return check;
 }
 
 /// That of a layer with this reference system, or with none.
@@ -212,11 +224,7 @@ std::optional<positions::Frame> VectorInput::frameOf(const Reference &layer,
 {
     QString unknown;
     const Reference own = referenceOf(system, *m_files, unknown);
-    ReferenceCheck check(own, system.name, !system.geoidModel.isEmpty(),
-                         [this](const std::string &one, const std::string &other) {
-                             return m_files->haveSameDatum(one, other);
-                         });
-    check.setUnknown(unknown);
+    const ReferenceCheck check = checkOf(own, system, unknown);
     QString mistake;
     const std::optional<positions::Frame> frame =
         given ? given : check.onlyFrame(layer, mayHaveHeights(), mistake);
@@ -254,28 +262,6 @@ std::optional<positions::Frame> VectorInput::frameOf(const Reference &layer,
     return frame;
 }
 
-/// What the heights are above where the layer says so of all of them.
-void VectorInput::takeHeightReference(const Reference &layer, const LayerSystem &system,
-                                      Console &console)
-{
-    if (m_form.frame != positions::Frame::LocalProjected)
-        return;
-    const QString ofSystem = positions::heightReference(system.geoidModel);
-    m_form.heightReference = m_drawn ? m_drawn->heightReference
-                                     : QString::fromStdString(m_reader->layer().heightReference);
-    // Which model it is, drawings did not always say.
-    const bool isAboveSomeGeoid = m_form.heightReference == QLatin1String("geoid");
-    if (isAboveSomeGeoid && !system.geoidModel.isEmpty())
-        m_form.heightReference = ofSystem;
-    const bool isSaid = !m_form.heightReference.isEmpty() || !layer.vertical.empty()
-                        || heightReferenceAmong(fieldNames(m_reader->layer())) >= 0;
-    if (!isSaid && !system.geoidModel.isEmpty() && mayHaveHeights()) {
-        console.report(QStringLiteral("note: %1: heights are taken as those above the %2; the "
-                                      "layer does not say what they are above")
-                           .arg(m_name, ofSystem));
-    }
-}
-
 bool VectorInput::takeAtSite(const LayerUnits &units, Console &console)
 {
     const Reference &layer = m_reader->layer().reference;
@@ -284,10 +270,13 @@ bool VectorInput::takeAtSite(const LayerUnits &units, Console &console)
         const QString ofDrawing = m_drawn && m_drawn->system.isEmpty()
                                       ? QStringLiteral("the plane of a system without a name")
                                       : shown(m_drawn.value_or(DrawingComment()).system);
-        console.report(QStringLiteral("%1: its coordinates are of %2, and positions at a site have "
-                                      "no reference system; --from local-neh reads those of the "
-                                      "plane")
-                           .arg(m_name, m_drawn ? ofDrawing : shownName(layer)));
+        const bool isPlane = m_drawn || layer.kind == Reference::Kind::Projected;
+        console.report(
+            QStringLiteral("%1: its coordinates are of %2, and positions at a site have no "
+                           "reference system; %3")
+                .arg(m_name, m_drawn ? ofDrawing : shownName(layer),
+                     isPlane ? QStringLiteral("--from local-neh reads those of the plane")
+                             : QStringLiteral("a layer of them that names none is read")));
         return false;
     }
     if (layer.isLocal) {
@@ -296,64 +285,6 @@ bool VectorInput::takeAtSite(const LayerUnits &units, Console &console)
     }
     m_form.frame = positions::Frame::LocalProjected;
     return takeUnits(units, console);
-}
-
-/// Heights of a plane may be in feet as well, which no reference system of a plane says. A drawing
-/// has one unit: where it says that it is the one of the plane, heights are in it, too; where it
-/// says another one, nobody but the user knows which of the two is right.
-bool VectorInput::takeUnits(const LayerUnits &units, Console &console)
-{
-    constexpr double tolerance = 1e-5; // feet are feet: drawings seldom tell one from another
-    const Reference layer = layerReference();
-    const bool hasReference = layer.kind != Reference::Kind::None;
-    m_form.planeUnit = hasReference ? layer.unitFactor : units.plane;
-    // What the program drew is in the unit that it says beside the system, which may be another.
-    if (m_drawn && m_drawingUnit)
-        m_form.planeUnit = *m_drawingUnit;
-    // What states a system in metres is not in the unit of what is printed.
-    const bool isInMetres =
-        m_form.frame != positions::Frame::LocalProjected || layer.unitFactor == 1.0;
-    m_form.heightUnit = layer.hasHeightUnit          ? layer.heightFactor
-                        : hasReference && isInMetres ? 1.0
-                                                     : units.others;
-    if (m_form.frame != positions::Frame::LocalProjected)
-        return true;
-    const bool isOfPlane =
-        m_drawingUnit
-        && std::abs(*m_drawingUnit - m_form.planeUnit) <= tolerance * m_form.planeUnit;
-    if (m_drawingUnit && !isOfPlane) {
-        const bool isBelieved = !units.areGiven && !isOfTemplates(*m_drawingUnit);
-        console.report(
-            QStringLiteral("%1%2: the drawing says that its unit is %3 m, and easting "
-                           "and northing %4 read in units of %5 m; --length-unit says "
-                           "%6")
-                .arg(isBelieved ? QString() : QStringLiteral("warning: "), m_name)
-                .arg(*m_drawingUnit, 0, 'g', 12)
-                .arg(isBelieved ? QStringLiteral("would be") : QStringLiteral("are"))
-                .arg(m_form.planeUnit, 0, 'g', 12)
-                .arg(isBelieved ? QStringLiteral("which it is") : QStringLiteral("another one")));
-        if (isBelieved)
-            return false;
-    }
-    if (isOfPlane) {
-        m_form.heightUnit = m_form.planeUnit;
-        return true;
-    }
-    const bool isDifferent =
-        std::abs(m_form.planeUnit - m_form.heightUnit) > tolerance * m_form.planeUnit;
-    if (isDifferent && !layer.hasHeightUnit && mayHaveHeights()) {
-        console.report(
-            QStringLiteral("note: %1: easting and northing are read in the unit \"%2\" of "
-                           "the %4, heights in %3; --length-unit says another one")
-                .arg(m_name,
-                     hasReference ? QString::fromStdString(layer.unit)
-                                  : QStringLiteral("%1 m").arg(m_form.planeUnit, 0, 'g', 12),
-                     m_form.heightUnit == 1.0
-                         ? QStringLiteral("m")
-                         : QStringLiteral("units of %1 m").arg(m_form.heightUnit, 0, 'g', 12),
-                     hasReference ? QStringLiteral("layer") : QStringLiteral("system")));
-    }
-    return true;
 }
 
 RecordSource &VectorInput::records()

@@ -2,11 +2,10 @@
 
 #include <cli/vector/DrawingComment.h>
 #include <cli/vector/LayerRecords.h>
+#include <cli/vector/PlaneText.h>
 #include <cli/vector/ReferenceCheck.h>
 #include <cli/vector/VectorFiles.h>
 
-#include <KelStd/coord/Coord.h>
-#include <KelStd/coord/SystemOrigin.h>
 #include <KelStd/positions/Columns.h>
 
 #include <QtCore/QString>
@@ -21,15 +20,6 @@ class Console;
 
 namespace vector {
 
-/// The system that positions are converted by, as a layer is held against it.
-struct LayerSystem
-{
-    const Coord &coord;
-    const SystemOrigin &origin;
-    QString name;       ///< what messages call it
-    QString geoidModel; ///< the one in use; empty for none
-};
-
 /// What one unit of northings and eastings, and of all other lengths, measures [m].
 struct LayerUnits
 {
@@ -37,10 +27,6 @@ struct LayerUnits
     double others = 1.0;
     bool areGiven = false; ///< whether the user said so
 };
-
-/// The facts of a system's plane; of kind `None` with the `reason` where it has no reference system
-/// to be compared with. PROJ has to be loaded.
-Reference referenceOf(const LayerSystem &system, VectorFiles &files, QString &reason);
 
 /// A layer of a vector file as the input of a run.
 class VectorInput
@@ -83,6 +69,9 @@ private:
     std::optional<positions::Frame> frameByName(const LayerSystem &system,
                                                 std::optional<positions::Frame> given,
                                                 Console &console) const;
+    QString mistakeOfDrawn(const LayerSystem &system) const;
+    ReferenceCheck checkOf(const Reference &own, const LayerSystem &system,
+                           const QString &unknown) const;
     std::optional<positions::Frame> frameOf(const Reference &layer, const LayerSystem &system,
                                             std::optional<positions::Frame> given,
                                             Console &console);

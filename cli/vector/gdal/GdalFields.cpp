@@ -130,6 +130,35 @@ bool isPlainNumber(const std::string &text)
     return point > begin && text.size() <= maxSize && !hasZeros && !endsInPoint;
 }
 
+bool hasDatesAsTexts(const std::string &driver)
+{
+    return driver == "GeoJSON";
+}
+
+bool isGuessedTime(const std::string &driver, OGRFieldDefnH field)
+{
+    return driver == "GeoJSONSeq" && isTime(OGR_Fld_GetType(field));
+}
+
+bool isDate(const std::string &text)
+{
+    static const std::string form = "dddd-dd-dd";
+    static constexpr std::array<int, 12> days = {31, 29, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+    if (text.size() != form.size())
+        return false;
+    for (std::size_t i = 0; i < form.size(); ++i) {
+        const bool isDigit = text[i] >= '0' && text[i] <= '9';
+        if (form[i] == 'd' ? !isDigit : text[i] != form[i])
+            return false;
+    }
+    const int year = std::atoi(text.c_str());
+    const int month = std::atoi(text.c_str() + 5);
+    const int day = std::atoi(text.c_str() + 8);
+    const bool isLeap = (year % 4 == 0 && year % 100 != 0) || year % 400 == 0;
+    return month >= 1 && month <= 12 && day >= 1 && day <= days[static_cast<std::size_t>(month - 1)]
+           && (month != 2 || day < 29 || isLeap);
+}
+
 Value valueOf(OGRFeatureH feature, int field)
 {
     if (OGR_F_IsFieldSetAndNotNull(feature, field) == 0)

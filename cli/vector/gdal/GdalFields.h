@@ -25,6 +25,15 @@ bool guessesTypes(const std::string &driver);
 /// Whether a text is that of a number, digit by digit, as programs print them.
 bool isPlainNumber(const std::string &text);
 
+/// Whether a driver's dates are texts.
+bool hasDatesAsTexts(const std::string &driver);
+
+/// Whether a driver takes texts for times, and a field is one of such texts.
+bool isGuessedTime(const std::string &driver, OGRFieldDefnH field);
+
+/// Whether a text is a day of the calendar as "2024-05-01".
+bool isDate(const std::string &text);
+
 /// The value of a field of the layer: a number, or a text. Times are those of ISO 8601.
 Value valueOf(OGRFeatureH feature, int field);
 

@@ -58,6 +58,7 @@ public:
         : m_layer(layer), m_driver(driver), m_facts(std::move(facts))
     {
         m_textField = driver == "DXF" ? fieldOf("Text") : -1;
+        m_paperField = driver == "DXF" ? fieldOf("PaperSpace") : -1;
         m_altitudeField = driver == "LIBKML" ? fieldOf(altitudeMode) : -1;
         m_extendedField = driver == "DXF" ? fieldOf("RawCodeValues") : -1;
         if (guessesTypes(driver))
@@ -72,14 +73,17 @@ public:
     {
         const GdalMessages messages;
         const OwnedFeature read(OGR_L_GetNextFeature(m_layer));
-        if (messages.hasWarning() && m_warning.empty())
-            m_warning = messages.text("");
-        if (read == nullptr) {
-            if (!messages.hasError())
-                return Result::End;
+        // Some drivers give a last feature along with the error that ends the file.
+        if (messages.hasError()) {
             m_error = messages.text("");
             return Result::Error;
         }
+        if (messages.hasWarning() && m_warning.empty())
+            m_warning = messages.text("");
+        if (read == nullptr)
+            return Result::End;
+        if (isOnPaper(read.get()))
+            return Result::OnPaper;
         if (isLabel(read.get()))
             return Result::None;
         feature.id = OGR_F_GetFID(read.get());
@@ -136,6 +140,13 @@ private:
             feature.hasZ = false;
     }
 
+    /// Where a sheet is drawn, coordinates are those of the paper.
+    bool isOnPaper(OGRFeatureH feature) const
+    {
+        return m_paperField >= 0 && OGR_F_IsFieldSetAndNotNull(feature, m_paperField) != 0
+               && OGR_F_GetFieldAsInteger(feature, m_paperField) != 0;
+    }
+
     /// A text of a drawing is no position.
     bool isLabel(OGRFeatureH feature) const
     {
@@ -178,18 +189,46 @@ private:
         const int count = OGR_FD_GetFieldCount(definition);
         const bool knowsAll = !hasUnusedFields(m_driver);
         const std::set<int> used = knowsAll ? std::set<int>() : usedFields(count);
+        const std::set<int> dates = hasDatesAsTexts(m_driver) ? dateFields(count) : std::set<int>();
         for (int i = 0; i < count; ++i) {
             const OGRFieldDefnH field = OGR_FD_GetFieldDefn(definition, i);
             const std::string name = OGR_Fld_GetNameRef(field);
             if (isMadeUp(m_driver, name) || !(knowsAll || used.count(i) > 0))
                 continue;
             m_fields.push_back(i);
+            if (isGuessedTime(m_driver, field) && m_warning.empty())
+                m_warning = "texts of \"" + name
+                            + "\" are taken for times and may be written in "
+                              "another way";
             const auto number = m_numbers.find(i);
+            const FieldType type = dates.count(i) > 0 ? FieldType::Date : typeOf(field);
             m_facts.fields.push_back(
-                {ownName(name), number == m_numbers.end() ? typeOf(field) : number->second});
+                {ownName(name), number == m_numbers.end() ? type : number->second});
         }
         for (const Field &attribute : m_attributes)
             m_facts.fields.push_back(attribute);
+    }
+
+    /// Those of texts that are all dates.
+    std::set<int> dateFields(int count)
+    {
+        const GdalMessages quiet;
+        std::set<int> dates;
+        std::set<int> others;
+        OGR_L_ResetReading(m_layer);
+        while (const OwnedFeature read{OGR_L_GetNextFeature(m_layer)}) {
+            for (int i = 0; i < count; ++i) {
+                if (OGR_F_IsFieldSetAndNotNull(read.get(), i) == 0)
+                    continue;
+                const bool isOne =
+                    OGR_Fld_GetType(OGR_F_GetFieldDefnRef(read.get(), i)) == OFTString
+                    && isDate(OGR_F_GetFieldAsString(read.get(), i));
+                (isOne ? dates : others).insert(i);
+            }
+        }
+        for (const int field : others)
+            dates.erase(field);
+        return dates;
     }
 
     /// The fields that some feature has a value of. Notes the attributes in extended data.
@@ -199,7 +238,7 @@ private:
         std::set<int> used;
         OGR_L_ResetReading(m_layer);
         while (const OwnedFeature read{OGR_L_GetNextFeature(m_layer)}) {
-            if (isLabel(read.get()))
+            if (isLabel(read.get()) || isOnPaper(read.get()))
                 continue;
             for (int i = 0; i < count; ++i) {
                 if (OGR_F_IsFieldSetAndNotNull(read.get(), i) == 0)
@@ -255,6 +294,7 @@ private:
     std::map<int, FieldType> m_numbers; ///< fields that are read as texts, and hold numbers
     std::vector<int> m_fields;          ///< of the layer, in the order of the facts
     int m_textField = -1;
+    int m_paperField = -1;
     int m_altitudeField = -1;
     int m_extendedField = -1;
     std::vector<Field> m_attributes; ///< in extended data, behind the fields

@@ -2,6 +2,7 @@
 
 #include <cpl_error.h>
 
+#include <cstring>
 #include <string>
 
 namespace KelStd::cli::vector {
@@ -19,7 +20,11 @@ public:
     bool hasError() const { return m_hasError; }
     bool hasWarning() const { return m_hasWarning; }
 
-    /// The first message, an error before a warning, or `otherwise` where there was none.
+    /// Whether there was an error but those of reference systems that the database does not have.
+    bool hasErrorOfFile() const { return m_hasErrorOfFile; }
+
+    /// The first message, an error of the file before others, and those before a warning, or
+    /// `otherwise` where there was none.
     std::string text(const char *otherwise) const
     {
         return !m_text.empty() ? m_text : std::string(otherwise);
@@ -29,6 +34,7 @@ public:
     {
         m_text.clear();
         m_hasError = false;
+        m_hasErrorOfFile = false;
         m_hasWarning = false;
     }
 
@@ -39,14 +45,18 @@ private:
         const bool isError = kind == CE_Failure || kind == CE_Fatal;
         if (!isError && kind != CE_Warning)
             return;
-        if (self->m_text.empty() || (isError && !self->m_hasError))
+        const bool isOfFile = isError && std::strncmp(text, "PROJ:", 5) != 0;
+        if (self->m_text.empty() || (isError && !self->m_hasError)
+            || (isOfFile && !self->m_hasErrorOfFile))
             self->m_text = text;
+        self->m_hasErrorOfFile = self->m_hasErrorOfFile || isOfFile;
         self->m_hasError = self->m_hasError || isError;
         self->m_hasWarning = true;
     }
 
     std::string m_text;
     bool m_hasError = false;
+    bool m_hasErrorOfFile = false;
     bool m_hasWarning = false;
 };
 

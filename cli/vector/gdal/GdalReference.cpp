@@ -68,6 +68,9 @@ bool isEastThenNorth(const OGRSpatialReference &system, std::string &otherAxes)
 
 Reference::Kind kindOf(const OGRSpatialReference &system)
 {
+    // A derived one has longitudes and latitudes of its own, as about another pole.
+    if (system.IsDerivedGeographic())
+        return Reference::Kind::Other;
     if (system.IsProjected())
         return Reference::Kind::Projected;
     if (system.IsGeocentric())
@@ -75,6 +78,37 @@ Reference::Kind kindOf(const OGRSpatialReference &system)
     if (system.IsGeographic())
         return Reference::Kind::Geographic;
     return Reference::Kind::Other;
+}
+
+std::string wktOf(const OGRSpatialReference &system)
+{
+    const char *const options[] = {"FORMAT=WKT2_2019", nullptr};
+    char *definition = nullptr;
+    system.exportToWkt(&definition, options);
+    return taken(definition);
+}
+
+/// A datum with another prime meridian is called after the one with that of Greenwich:
+/// "NGO 1948 (Oslo)".
+void takeGreenwich(const OGRSpatialReference &system, Reference &facts)
+{
+    const char *meridian = nullptr;
+    facts.primeMeridian = system.GetPrimeMeridian(&meridian);
+    if (facts.primeMeridian == 0.0)
+        return;
+    std::string name = facts.datum;
+    for (const std::string &ending :
+         {'_' + textOr(meridian), " (" + textOr(meridian) + ')', "_(" + textOr(meridian) + ')'}) {
+        const bool ends = name.size() > ending.size()
+                          && name.compare(name.size() - ending.size(), ending.size(), ending) == 0;
+        if (ends)
+            name.erase(name.size() - ending.size());
+    }
+    OGRSpatialReference same;
+    same.SetGeogCS(name.c_str(), name.c_str(), facts.ellipsoid.c_str(), facts.semiMajor,
+                   facts.inverseFlattening, "Greenwich", 0.0);
+    facts.greenwichDatum = name;
+    facts.greenwichDefinition = wktOf(same);
 }
 
 /// Unit and direction of the third axis, of a system of heights or of the positions' own.
@@ -105,10 +139,7 @@ Reference factsOf(const OGRSpatialReference *given)
     system.SetAxisMappingStrategy(OAMS_TRADITIONAL_GIS_ORDER);
     facts.name = textOr(system.GetName());
     facts.code = codeOf(system);
-    const char *const options[] = {"FORMAT=WKT2_2019", nullptr};
-    char *definition = nullptr;
-    system.exportToWkt(&definition, options);
-    facts.definition = taken(definition);
+    facts.definition = wktOf(system);
 
     takeHeightAxis(system, facts);
     if (system.IsCompound()) {
@@ -133,7 +164,7 @@ Reference factsOf(const OGRSpatialReference *given)
     facts.ellipsoid = textOr(system.GetAttrValue("SPHEROID"));
     facts.semiMajor = system.GetSemiMajor();
     facts.inverseFlattening = system.GetInvFlattening();
-    facts.primeMeridian = system.GetPrimeMeridian(static_cast<const char **>(nullptr));
+    takeGreenwich(system, facts);
     const char *unit = nullptr;
     if (facts.kind == Reference::Kind::Geographic)
         facts.unitFactor = system.GetAngularUnits(&unit);

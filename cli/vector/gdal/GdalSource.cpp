@@ -51,7 +51,6 @@ class Source : public LayerSource
 public:
     explicit Source(Dataset dataset) : m_dataset(std::move(dataset))
     {
-        const GdalMessages quiet;
         m_format = GDALGetDriverShortName(GDALGetDatasetDriver(m_dataset.get()));
         const int count = GDALDatasetGetLayerCount(m_dataset.get());
         for (int i = 0; i < count; ++i) {
@@ -108,8 +107,9 @@ std::unique_ptr<LayerSource> openSource(const std::string &path, std::string &er
     const GdalMessages messages;
     std::vector<const char *> drivers = readDrivers();
     drivers.push_back(nullptr);
-    // What was found out of a file of GML is not kept beside it. "@": for drivers that know it.
-    const char *const options[] = {"@WRITE_GFS=NO", nullptr};
+    // What was found out of a file of GML is not kept beside it. Texts that look like times are not
+    // written in another way. "@": for drivers that know it.
+    const char *const options[] = {"@WRITE_GFS=NO", "@DATE_AS_STRING=YES", nullptr};
     Dataset dataset(GDALOpenEx(path.c_str(),
                                GDAL_OF_VECTOR | GDAL_OF_READONLY | GDAL_OF_VERBOSE_ERROR,
                                drivers.data(), options, nullptr));
@@ -117,7 +117,13 @@ std::unique_ptr<LayerSource> openSource(const std::string &path, std::string &er
         error = messages.text("it is of no format that is known");
         return nullptr;
     }
-    return std::make_unique<Source>(std::move(dataset));
+    auto source = std::make_unique<Source>(std::move(dataset));
+    // What a driver could not read is left out of what it gives.
+    if (messages.hasErrorOfFile()) {
+        error = messages.text("");
+        return nullptr;
+    }
+    return source;
 }
 
 } // namespace KelStd::cli::vector

@@ -8,7 +8,9 @@
 #include <gdal.h>
 #include <ogr_api.h>
 
+#include <algorithm>
 #include <array>
+#include <cctype>
 #include <cmath>
 #include <cstdio>
 #include <optional>
@@ -33,8 +35,8 @@ CPLStringList optionsOf(const NewLayer &layer)
 {
     CPLStringList options;
     if (layer.format == shapefile) {
+        // Its own RESIZE measures texts without the blanks that they begin with, and cuts them.
         options.SetNameValue("ENCODING", "UTF-8");
-        options.SetNameValue("RESIZE", "YES");
     } else {
         // Columns that no field's name is equal to.
         std::string key = "fid";
@@ -58,6 +60,16 @@ CPLStringList optionsOf(const NewLayer &layer)
         }
     }
     return options;
+}
+
+/// The name as a GeoPackage may have it, where no sign stands first, nor the word of its own
+/// tables.
+std::string layerName(const NewLayer &layer)
+{
+    const std::string &name = layer.name;
+    const bool isOwn = EQUALN(name.c_str(), "gpkg", 4);
+    const bool isSign = !name.empty() && std::ispunct(static_cast<unsigned char>(name[0])) != 0;
+    return layer.format == geoPackage && (isOwn || isSign) ? '_' + name : name;
 }
 
 OGRFieldType ogrType(FieldType type)
@@ -94,6 +106,7 @@ public:
     {
         const GdalMessages messages;
         m_fields = layer.fields;
+        m_widths.assign(m_fields.size(), 1);
         m_isDbf = layer.format == shapefile;
         const GDALDriverH driver = GDALGetDriverByName(layer.format.c_str());
         if (driver == nullptr) {
@@ -108,7 +121,7 @@ public:
             return failed(messages, error);
         const CPLStringList options = optionsOf(layer);
         m_layer = GDALDatasetCreateLayer(
-            m_dataset, layer.name.c_str(),
+            m_dataset, layerName(layer).c_str(),
             layer.reference.empty() ? nullptr : OGRSpatialReference::ToHandle(&system), wkbPoint25D,
             options.List());
         if (m_layer == nullptr || !createFields())
@@ -150,6 +163,8 @@ public:
         const GdalMessages messages;
         if (m_hasTransactions && GDALDatasetCommitTransaction(m_dataset) != OGRERR_NONE)
             return failed(messages, error);
+        if (m_isDbf && !narrowFields())
+            return failed(messages, error);
         GDALFlushCache(m_dataset);
         // GDALClose has no result of its own in all releases; what it fails to write, it says.
         GDALClose(m_dataset);
@@ -184,6 +199,35 @@ private:
         return true;
     }
 
+    /// Gives the fields of texts and whole numbers the width of the longest value that they have.
+    bool narrowFields()
+    {
+        const OGRFeatureDefnH definition = OGR_L_GetLayerDefn(m_layer);
+        for (std::size_t i = 0; i < m_fields.size(); ++i) {
+            const FieldType type = m_fields[i].type;
+            if (type != FieldType::Text && type != FieldType::Integer)
+                continue;
+            const auto index = static_cast<int>(i);
+            const OGRFieldDefnH narrow = OGR_Fld_Create(m_fields[i].name.c_str(), ogrType(type));
+            OGR_Fld_SetWidth(narrow, static_cast<int>(m_widths[i]));
+            const bool isDone =
+                OGR_Fld_GetWidth(OGR_FD_GetFieldDefn(definition, index))
+                    <= static_cast<int>(m_widths[i])
+                || OGR_L_AlterFieldDefn(m_layer, index, narrow, ALTER_WIDTH_PRECISION_FLAG)
+                       == OGRERR_NONE;
+            OGR_Fld_Destroy(narrow);
+            if (!isDone)
+                return false;
+        }
+        return true;
+    }
+
+    void noteWidth(int field, std::size_t bytes)
+    {
+        std::size_t &width = m_widths[static_cast<std::size_t>(field)];
+        width = std::max(width, bytes);
+    }
+
     bool setValue(OGRFeatureH feature, int field, const Value &value, std::string &error)
     {
         if (const auto *const text = std::get_if<std::string>(&value)) {
@@ -195,10 +239,12 @@ private:
             }
             if (m_fields[static_cast<std::size_t>(field)].type == FieldType::Date)
                 return setDate(feature, field, *text, error);
+            noteWidth(field, text->size());
             OGR_F_SetFieldString(feature, field, text->c_str());
         } else if (const auto *const number = std::get_if<double>(&value)) {
             return setNumber(feature, field, *number, error);
         } else if (const auto *const whole = std::get_if<long long>(&value)) {
+            noteWidth(field, std::to_string(*whole).size());
             OGR_F_SetFieldInteger64(feature, field, *whole);
         } else {
             OGR_F_SetFieldNull(feature, field);
@@ -243,6 +289,7 @@ private:
     GDALDatasetH m_dataset = nullptr;
     OGRLayerH m_layer = nullptr;
     std::vector<Field> m_fields;
+    std::vector<std::size_t> m_widths; ///< of the longest values [bytes]
     bool m_isDbf = false;
     bool m_hasTransactions = false;
     int m_pending = 0;

@@ -259,7 +259,9 @@ TEST_F(DrawnSystems, AboveSomeGeoidNeedOne)
                                              "999\n1 unit = 1 m\n"));
     const ProgramResult without = convert(system("Harbour"), file);
     EXPECT_EQ(without.status, 1) << without.err;
-    EXPECT_TRUE(mentionsAll(without.err, {"the height is above \"geoid\""})) << without.err;
+    EXPECT_TRUE(mentionsAll(
+        without.err, {"the height is above \"geoid\", as the first line of the drawing says"}))
+        << without.err;
     EXPECT_EQ(convert(system("Harbour", "small.gtx"), file).status, 0);
 }
 
@@ -272,6 +274,7 @@ TEST_F(DrawnSystems, StayRejectedWhenTheRejectsAreRead)
     const ProgramResult first =
         convert(system("Harbour"), file, ("--rejects " + rejects.toLatin1()).constData());
     EXPECT_EQ(first.status, 1);
+    EXPECT_TRUE(mentionsAll(first.err, {"as the description of the layer says"})) << first.err;
     const ProgramResult again = convert(system("Harbour"), rejects, "--from local-neh");
     EXPECT_EQ(again.status, 1) << again.err;
     EXPECT_TRUE(mentionsAll(again.err, {"the height is above \"geoid small.gtx\""})) << again.err;

@@ -261,6 +261,66 @@ TEST_F(FieldTypes, InFeetStandBesideAGeometryInMetres)
     }
 }
 
+// The table's header has 32 bytes, then 32 for each field: its name, at 11 the type, at 16 the
+// width; behind a byte 0D stand the records, each behind a byte for the deleted ones.
+TEST_F(FieldTypes, OfAShapefileAreAsWideAsTheirTextsWithAllBlanks)
+{
+    const ProgramResult result = write(
+        QStringLiteral("out.shp"),
+        collection(pointWith("\"name\":\" P1\",\"note\":\"  ab\",\"whole\":-1234567,\"none\":"
+                             "\"\"")
+                   + ',' + pointWith("\"name\":\"P22\",\"note\":\"c \",\"whole\":8,\"none\":null")),
+        QStringLiteral("--frames local-neh"));
+    ASSERT_EQ(result.status, 0) << result.err;
+    const QByteArray table = test::readFile(path(QStringLiteral("out.dbf")));
+    QMap<QByteArray, QByteArray> first;
+    int place = table.indexOf('\r') + 2;
+    for (int field = 32; table.at(field) != '\r'; field += 32) {
+        const int width = static_cast<unsigned char>(table.at(field + 16));
+        first[QByteArray(table.mid(field, 11).constData())] = table.mid(place, width);
+        place += width;
+    }
+    EXPECT_EQ(first.value("point"), " P1");
+    EXPECT_EQ(first.value("note"), "  ab");
+    EXPECT_EQ(first.value("whole"), "-1234567");
+    EXPECT_EQ(first.value("none"), " ");
+}
+
+TEST_F(FieldTypes, OfTextsThatLookLikeTimesAreTexts)
+{
+    const char *const texts[] = {"2024/03/02",
+                                 "1:02:03",
+                                 "2024-05-01T10:20:41.9999999Z",
+                                 "2024-05-01T10:20:42.0000000Z",
+                                 "2024-02-30",
+                                 "2024-05-01 10:20"};
+    for (const char *const text : texts) {
+        SCOPED_TRACE(text);
+        const QString in =
+            m_program.file(QStringLiteral("in.geojson"),
+                           collection(pointWith("\"name\":\"" + QByteArray(text) + "\",\"said\":\""
+                                                + text + "\",\"on\":\"2024-02-29\"")));
+        const ProgramResult result =
+            m_program.run(words(QStringLiteral("convert --csv --system EPSG:32631 --fields "
+                                               "point,said,on"))
+                          + QStringList{in});
+        EXPECT_EQ(result.out.toStdString(),
+                  "point,said,on\n" + std::string(text) + ',' + text + ",2024-02-29\n")
+            << result.err;
+    }
+}
+
+// A feature a line: one alone would be a file of GeoJSON.
+TEST_F(FieldTypes, OfLinesOfGeoJsonThatAreTakenForTimesAreWarnedOf)
+{
+    const QByteArray line = pointWith("\"name\":\"A\",\"said\":\"2024/03/02\"") + '\n';
+    const QString in = m_program.file(QStringLiteral("in.geojsonl"), line + line);
+    const ProgramResult result =
+        m_program.run(words(QStringLiteral("convert --csv --system EPSG:32631")) + QStringList{in});
+    EXPECT_EQ(result.status, 0) << result.err;
+    EXPECT_TRUE(mentionsAll(result.err, {"warning", "\"said\" are taken for times"})) << result.err;
+}
+
 TEST_F(FieldTypes, OfAHeightOfNothingAreNothing)
 {
     ASSERT_EQ(write(QStringLiteral("out.gpkg"),

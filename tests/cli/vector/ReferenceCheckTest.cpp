@@ -74,6 +74,16 @@ const char *const feetInThree =
     "\"easting\",east],AXIS[\"northing\",north],AXIS[\"ellipsoidal height\",up],LENGTHUNIT[\"US "
     "survey foot\",0.304800609601219]]";
 
+/// Longitudes and latitudes about another pole.
+const char *const turnedPole =
+    "GEOGCRS[\"Turned\",BASEGEOGCRS[\"WGS 84\",DATUM[\"World Geodetic System 1984\",ELLIPSOID["
+    "\"WGS 84\",6378137,298.257223563]]],DERIVINGCONVERSION[\"Pole rotation\",METHOD[\"Pole "
+    "rotation (GRIB convention)\"],PARAMETER[\"Latitude of the southern pole (GRIB convention)\","
+    "-39.25,ANGLEUNIT[\"degree\",0.0174532925199433]],PARAMETER[\"Longitude of the southern pole "
+    "(GRIB convention)\",18,ANGLEUNIT[\"degree\",0.0174532925199433]],PARAMETER[\"Axis rotation "
+    "(GRIB convention)\",0,ANGLEUNIT[\"degree\",0.0174532925199433]]],CS[ellipsoidal,2],AXIS["
+    "\"latitude\",north],AXIS[\"longitude\",east],ANGLEUNIT[\"degree\",0.0174532925199433]]";
+
 struct Held
 {
     const char *layer;
@@ -128,9 +138,30 @@ TEST_P(ReferenceChecks, FitOrSayWhy)
     EXPECT_EQ(said.isEmpty(), *GetParam().mention == '\0') << said;
 }
 
+// Longitudes of the program are counted from Greenwich, also in a system whose projection is not.
+INSTANTIATE_TEST_SUITE_P(
+    Meridians, ReferenceChecks,
+    testing::Values(
+        Held{"EPSG:4312", local, "EPSG:31281", true, ""}, // MGI
+        Held{"EPSG:4805", local, "EPSG:31281", false, "-17.6666666667 degrees east of Greenwich"},
+        Held{"EPSG:4805", local, "EPSG:31257", false, "degrees east of Greenwich"},
+        Held{"EPSG:4289", local, "EPSG:31281", false, "Amersfoort"},
+        Held{"EPSG:31281", plane, "EPSG:31281", true, ""},
+        Held{"EPSG:4275", local, "EPSG:27561", true, ""}, // NTF
+        Held{"EPSG:4807", local, "EPSG:27561", false, "2.33722917 degrees east of Greenwich"},
+        Held{"+proj=longlat +ellps=clrk80ign +pm=paris +type=crs", local, "EPSG:27561", false,
+             "degrees east of Greenwich"},
+        Held{"+proj=longlat +datum=WGS84 +pm=paris +type=crs", wgs84, "EPSG:28992", false,
+             "degrees east of Greenwich"},
+        Held{"EPSG:4265", local, "EPSG:26591", true, ""}, // Monte Mario
+        Held{"EPSG:4806", local, "EPSG:26591", false, "12.4523333333 degrees"},
+        Held{"EPSG:4273", local, "EPSG:27392", true, ""}, // NGO 1948
+        Held{"EPSG:4817", local, "EPSG:27392", false, "10.7229166667 degrees"}));
+
 INSTANTIATE_TEST_SUITE_P(
     Wgs84, ReferenceChecks,
     testing::Values(Held{"EPSG:4326", wgs84, "EPSG:28992", true, ""},
+                    Held{turnedPole, wgs84, "EPSG:28992", false, "no system of the earth"},
                     Held{wgs84OtherShift, wgs84, "EPSG:28992", false, "shift 100,200,300"},
                     Held{"EPSG:4979", wgs84, "EPSG:28992", true, ""},
                     Held{"EPSG:4978", xyz, "EPSG:28992", true, ""},
