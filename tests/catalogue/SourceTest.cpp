@@ -276,6 +276,19 @@ TEST_F(SystemSource, RefusesTextsThatAreCutShort)
     }
 }
 
+TEST_F(SystemSource, RefusesWhatStandsBehindADefinition)
+{
+    EXPECT_EQ(refusal(esriRd + "\r\n \t\n"), QStringLiteral("imported"));
+    for (const QByteArray &rest : {QByteArray("]"), QByteArray("garbage"), QByteArray(",\"x\""),
+                                   QByteArray("\n") + esriRd, QByteArray("[")}) {
+        const CatalogueFailure failure = catalogue().importSystem(esriRd + rest).refusal;
+        EXPECT_EQ(failure.kind, CatalogueFailureKind::NotUnderstood) << rest.toStdString();
+        EXPECT_TRUE(failure.text.startsWith(
+            QLatin1String("there is something behind the end of the definition: \"")))
+            << failure.text.toStdString();
+    }
+}
+
 TEST_F(SystemSource, RefusesTextsThatAreDeepOrLong)
 {
     QByteArray deepWkt;
