@@ -1,6 +1,8 @@
 #include <KelStd/catalogue/WktParameters.h>
 
+#include <KelStd/catalogue/ParameterEffects.h>
 #include <KelStd/catalogue/ProjSteps.h>
+#include <KelStd/catalogue/WktExtension.h>
 #include <KelStd/catalogue/WktTree.h>
 
 #include <QtCore/QStringList>
@@ -13,27 +15,8 @@ namespace KelStd::catalogue {
 
 namespace {
 
-using proj::ProjObject;
-
 /// More has no projection.
 constexpr std::size_t maxParameters = 40;
-
-/// A parameter of the text.
-struct Given
-{
-    const WktNode *node;
-    QByteArray plain; ///< its name
-    double value;
-    int begin; ///< of its number, in the text of the projected system
-    int end;
-};
-
-/// What PROJ makes of a text.
-struct Made
-{
-    ProjStep step; ///< without a name where PROJ makes nothing of it
-    std::vector<MethodValue> values;
-};
 
 /// A number of PROJ's that a text has to give, and how people call it.
 struct NumberRow
@@ -123,115 +106,8 @@ QString methodName(const WktNode &system)
     return method == nullptr ? QString() : QString::fromUtf8(method->name().left(80));
 }
 
-Made madeOf(const ProjSession &session, const QByteArray &wkt)
-{
-    const proj::ProjFunctions &proj = session.functions();
-    PROJ_STRING_LIST lists[2] = {};
-    ProjObject object(proj.proj_create_from_wkt(session.context(), wkt.constData(), nullptr,
-                                                &lists[0], &lists[1]));
-    for (PROJ_STRING_LIST list : lists) {
-        if (list != nullptr)
-            proj.proj_string_list_destroy(list);
-    }
-    if (object != nullptr && session.typeOf(object.get()) == PJ_TYPE_BOUND_CRS)
-        object.reset(proj.proj_get_source_crs(session.context(), object.get()));
-    Made made;
-    if (object == nullptr)
-        return made;
-    const std::vector<ProjStep> steps = stepsOf(session.projTextOf(object.get()));
-    if (steps.size() == 1)
-        made.step = steps.front();
-    const ProjObject conversion(proj.proj_crs_get_coordoperation(session.context(), object.get()));
-    if (conversion != nullptr)
-        made.values = session.valuesOf(conversion.get());
-    return made;
-}
-
-/// Far enough for the digits that PROJ writes.
-double changed(double value)
-{
-    return value + std::max(0.25, std::abs(value) * 1e-3);
-}
-
-/// The text with each number changed so many times.
-QByteArray withChanges(QByteArray wkt, const std::vector<Given> &given,
-                       const std::vector<int> &times)
-{
-    for (std::size_t index = given.size(); index-- > 0;) {
-        const Given &parameter = given[index];
-        double value = parameter.value;
-        for (int count = 0; count < times[index]; ++count)
-            value = changed(value);
-        if (times[index] > 0)
-            wkt.replace(parameter.begin, parameter.end - parameter.begin,
-                        QByteArray::number(value, 'g', 17));
-    }
-    return wkt;
-}
-
-bool areSame(const std::vector<MethodValue> &a, const std::vector<MethodValue> &b)
-{
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                      [](const MethodValue &one, const MethodValue &other) {
-                          return one.name == other.name && !(one.value < other.value)
-                                 && !(one.value > other.value);
-                      });
-}
-
-/// The keys of PROJ's parameters that differ.
-std::set<QByteArray> differences(const ProjStep &a, const ProjStep &b)
-{
-    std::set<QByteArray> keys;
-    for (const ProjStep *step : {&a, &b}) {
-        for (const auto &parameter : step->parameters) {
-            if (a.has(parameter.first.constData()) != b.has(parameter.first.constData())
-                || a.text(parameter.first.constData()) != b.text(parameter.first.constData()))
-                keys.insert(parameter.first);
-        }
-    }
-    return keys;
-}
-
-/// What the parameters of a text do to PROJ's.
-struct Effects
-{
-    std::vector<const Given *> none;
-    std::vector<const Given *> fixed; ///< another value makes another method, or nothing
-    std::set<QByteArray> given;       ///< keys of PROJ's
-    ProjStep step;                    ///< what the text, or one with other numbers, makes
-};
-
-Effects effectsOf(const ProjSession &session, const QByteArray &wkt,
-                  const std::vector<Given> &given, bool isWkt2)
-{
-    Effects effects;
-    std::vector<int> times(given.size(), 0);
-    Made base = madeOf(session, wkt);
-    if (base.step.name == "utm") { // which names a zone instead of the numbers
-        std::fill(times.begin(), times.end(), 1);
-        base = madeOf(session, withChanges(wkt, given, times));
-    }
-    effects.step = base.step;
-    if (base.step.name.isEmpty())
-        return effects;
-    for (std::size_t index = 0; index < given.size(); ++index) {
-        ++times[index];
-        const Made other = madeOf(session, withChanges(wkt, given, times));
-        --times[index];
-        if (other.step.name != base.step.name) {
-            effects.fixed.push_back(&given[index]);
-            continue;
-        }
-        const std::set<QByteArray> keys = differences(base.step, other.step);
-        effects.given.insert(keys.begin(), keys.end());
-        // Of WKT 1 PROJ keeps what it knows, of WKT 2 everything.
-        if (keys.empty() && (isWkt2 || areSame(base.values, other.values)))
-            effects.none.push_back(&given[index]);
-    }
-    return effects;
-}
-
-bool isIdle(const Given &parameter, const std::vector<Given> &given, const ProjStep &step)
+bool isIdle(const GivenParameter &parameter, const std::vector<GivenParameter> &given,
+            const ProjStep &step)
 {
     const auto is = [&parameter](double value) {
         return std::abs(parameter.value - value) <= 1e-9;
@@ -242,7 +118,7 @@ bool isIdle(const Given &parameter, const std::vector<Given> &given, const ProjS
         return is(78.5); // the published one [deg]
     // With one standard parallel it is the latitude of the origin.
     if (step.name == "lcc" && parameter.plain == "standardparallel1"
-        && std::any_of(given.begin(), given.end(), [&is](const Given &other) {
+        && std::any_of(given.begin(), given.end(), [&is](const GivenParameter &other) {
                return other.plain == "latitudeoforigin" && is(other.value);
            }))
         return true;
@@ -252,7 +128,7 @@ bool isIdle(const Given &parameter, const std::vector<Given> &given, const ProjS
 }
 
 /// Whether a number is given by no parameter but right all the same.
-bool isConstant(const NumberRow &row, const Effects &effects)
+bool isConstant(const NumberRow &row, const ParameterEffects &effects)
 {
     const ProjStep &step = effects.step;
     const bool isByProj =
@@ -265,13 +141,13 @@ bool isConstant(const NumberRow &row, const Effects &effects)
     if (key == "lat_0" && std::abs(std::abs(step.number(row.key).value_or(0.0)) - 90.0) <= 1e-9)
         return true; // about a pole, by the method's name or the sign of its parallel
     return row.fixedBy != nullptr
-           && std::any_of(effects.fixed.begin(), effects.fixed.end(), [&row](const Given *given) {
-                  return given->plain.contains(row.fixedBy);
-              });
+           && std::any_of(
+               effects.fixed.begin(), effects.fixed.end(),
+               [&row](const GivenParameter *given) { return given->plain.contains(row.fixedBy); });
 }
 
 /// "0 for its false easting" of everything that PROJ has a default for.
-QStringList defaultsOf(const Effects &effects)
+QStringList defaultsOf(const ParameterEffects &effects)
 {
     QStringList texts;
     for (const NumberRow &row : numberRows) {
@@ -285,7 +161,7 @@ QStringList defaultsOf(const Effects &effects)
 }
 
 /// Parameters as texts give them; false with the doubt where they are none.
-bool takeParameters(const WktNode &system, std::vector<Given> &given, QString &doubt)
+bool takeParameters(const WktNode &system, std::vector<GivenParameter> &given, QString &doubt)
 {
     std::set<QByteArray> names;
     const std::vector<const WktNode *> nodes = parameterNodes(system);
@@ -314,8 +190,8 @@ bool takeParameters(const WktNode &system, std::vector<Given> &given, QString &d
 
 /// PROJ 9.1 takes WKT 2's parameters without a unit for metres and degrees; the standard has them
 /// in the units of the plane and of the base.
-QString doubtOnMissingUnits(const std::vector<Given> &given, const WktNode &system,
-                            const Made &made)
+QString doubtOnMissingUnits(const std::vector<GivenParameter> &given, const WktNode &system,
+                            const MadeOfWkt &made)
 {
     const auto sizeIn = [](const WktNode *owner, std::initializer_list<const char *> keywords) {
         const WktNode *unit = owner == nullptr ? nullptr : owner->child(keywords);
@@ -329,7 +205,7 @@ QString doubtOnMissingUnits(const std::vector<Given> &given, const WktNode &syst
         sizeIn(system.child({"BASEGEOGCRS", "BASEGEODCRS"}), {"ANGLEUNIT", "UNIT"});
     const bool isInMetres = length <= 0.0 || std::abs(length - 1.0) <= 1e-9;
     const bool isInDegrees = angle <= 0.0 || std::abs(angle / degree - 1.0) <= 1e-8;
-    for (const Given &parameter : given) {
+    for (const GivenParameter &parameter : given) {
         if (parameter.node->child({"LENGTHUNIT", "ANGLEUNIT", "SCALEUNIT", "UNIT"}) != nullptr
             || std::abs(parameter.value) <= 0.0)
             continue;
@@ -352,14 +228,18 @@ QString doubtOnMissingUnits(const std::vector<Given> &given, const WktNode &syst
 
 } // namespace
 
-QString doubtOnParameters(const ProjSession &session, const QByteArray &wkt)
+QString doubtOnParameters(const ProjSession &session, const QByteArray &definition)
 {
-    const auto root = wktTree(wkt);
+    auto root = wktTree(definition);
+    if (!root)
+        return {};
+    const QByteArray wkt = withoutExtensions(definition, *root);
+    root = wktTree(wkt);
     const WktNode *const system =
         !root ? nullptr : findNode(*root, {"PROJCS", "PROJCRS", "PROJECTEDCRS"});
     if (system == nullptr)
         return {};
-    std::vector<Given> given;
+    std::vector<GivenParameter> given;
     QString doubt;
     if (!takeParameters(*system, given, doubt))
         return doubt;
@@ -369,12 +249,12 @@ QString doubtOnParameters(const ProjSession &session, const QByteArray &wkt)
         if (!doubt.isEmpty())
             return doubt;
     }
-    const Effects effects = effectsOf(session, text, given, isWkt2(*system));
+    const ParameterEffects effects = effectsOf(session, text, given, isWkt2(*system));
     if (effects.step.name.isEmpty())
         return {}; // refused for it elsewhere
     const QStringList defaults = defaultsOf(effects);
     const QString taken = defaults.join(QLatin1String(", "));
-    for (const Given *parameter : effects.none) {
+    for (const GivenParameter *parameter : effects.none) {
         if (isIdle(*parameter, given, effects.step))
             continue;
         doubt = QStringLiteral("PROJ would pass over the parameter \"%1\" of \"%2\"")

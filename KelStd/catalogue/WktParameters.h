@@ -7,7 +7,8 @@
 
 namespace KelStd::catalogue {
 
-/// Why the parameters of a WKT's projection are not taken over; empty where nothing speaks against them.
+/// Why the parameters of a WKT's projection are not taken over; empty where nothing speaks against
+/// them.
 ///
 /// PROJ passes over a parameter that it does not know and has a default for one that it misses, so
 /// that a misspelt "false_easting" is a false easting of 0. What a parameter does is asked of PROJ
@@ -15,6 +16,6 @@ namespace KelStd::catalogue {
 /// of PROJ's that no parameter changes. Refused as well are a parameter that is given twice, and
 /// one of WKT 2 without a unit where the plane is not in metres or the base not in degrees, which
 /// PROJ takes for metres and degrees whatever the text has.
-QString doubtOnParameters(const ProjSession &session, const QByteArray &wkt);
+QString doubtOnParameters(const ProjSession &session, const QByteArray &definition);
 
 } // namespace KelStd::catalogue

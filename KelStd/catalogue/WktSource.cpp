@@ -1,6 +1,7 @@
 #include <KelStd/catalogue/WktSource.h>
 
 #include <KelStd/catalogue/SourceUnits.h>
+#include <KelStd/catalogue/WktExtension.h>
 #include <KelStd/catalogue/WktTree.h>
 
 namespace KelStd::catalogue {
@@ -49,12 +50,18 @@ ProjObject readWkt(const ProjSession &session, const QByteArray &text, Catalogue
         return ProjObject();
     };
     const QByteArray wkt = withWholeAngles(text);
+    const auto root = wktTree(wkt);
     Complaints complaints(session);
-    ProjObject object(session.functions().proj_create_from_wkt(
-        session.context(), wkt.constData(), nullptr, &complaints.warnings, &complaints.errors));
+    const auto create = [&](const QByteArray &given) {
+        return ProjObject(
+            session.functions().proj_create_from_wkt(session.context(), given.constData(), nullptr,
+                                                     &complaints.warnings, &complaints.errors));
+    };
+    // PROJ says best what is wrong with the text.
+    ProjObject object =
+        create(root && !isWebMercatorByExtension(*root) ? withoutExtensions(wkt, *root) : wkt);
     if (object == nullptr)
         return refuse(QStringLiteral("the WKT cannot be read%1").arg(complaints.text()));
-    const auto root = wktTree(wkt);
     if (!root)
         return refuse(QStringLiteral("the WKT cannot be read: a bracket or a quotation mark does "
                                      "not close"));
@@ -62,7 +69,8 @@ ProjObject readWkt(const ProjSession &session, const QByteArray &text, Catalogue
     if (!rest.isEmpty())
         return refuse(QStringLiteral("there is something behind the end of the definition: \"%1\"")
                           .arg(QString::fromUtf8(rest.left(40)).simplified()));
-    return object;
+    const QString doubt = doubtOnExtensions(session, wkt, *root);
+    return doubt.isEmpty() ? std::move(object) : refuse(doubt);
 }
 
 QByteArray wktOf(const ProjSession &session, const PJ *object)
