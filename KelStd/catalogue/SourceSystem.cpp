@@ -296,6 +296,7 @@ std::optional<SourceSystem> sourceSystem(ProjSession &session, SystemList &list,
     if (!takeApart(session, std::move(object), result, words, failure))
         return std::nullopt;
     result.isText = !isOfDatabase;
+    result.verticalShift = verticalShiftOf(wkt);
     if (!isOfDatabase) {
         QString doubt = doubtOnUnits(session, result.projected.get(), result.geodetic.get());
         if (doubt.isEmpty())

@@ -160,6 +160,12 @@ QStringList defaultsOf(const ParameterEffects &effects)
     return texts;
 }
 
+QString passedOver(const WktNode &parameter, const QString &owner)
+{
+    return QStringLiteral("PROJ would pass over the parameter \"%1\" of \"%2\"")
+        .arg(QString::fromUtf8(parameter.name().left(80)), owner);
+}
+
 /// Parameters as texts give them; false with the doubt where they are none.
 bool takeParameters(const WktNode &system, std::vector<GivenParameter> &given, QString &doubt)
 {
@@ -226,7 +232,37 @@ QString doubtOnMissingUnits(const std::vector<GivenParameter> &given, const WktN
     return {};
 }
 
+constexpr const char *verticalShiftName = "verticalshift";
+
+/// Of ESRI's vertical system PROJ reads the direction alone.
+QString doubtOnHeights(const WktNode &root)
+{
+    const WktNode *const vertical = findNode(root, {"VERTCS"});
+    if (vertical == nullptr)
+        return {};
+    for (const WktNode &node : vertical->nodes) {
+        const QByteArray name = plainName(node.name());
+        if (node.keyword == "PARAMETER" && name != verticalShiftName && name != "direction")
+            return passedOver(node, QString::fromUtf8(vertical->name().left(80)));
+    }
+    return {};
+}
+
 } // namespace
+
+double verticalShiftOf(const QByteArray &definition)
+{
+    const auto root = wktTree(definition);
+    const WktNode *const vertical = !root ? nullptr : findNode(*root, {"VERTCS"});
+    if (vertical == nullptr)
+        return 0.0;
+    for (const WktNode &node : vertical->nodes) {
+        if (node.keyword == "PARAMETER" && plainName(node.name()) == verticalShiftName
+            && node.values.size() > 1)
+            return node.values[1].text.toDouble();
+    }
+    return 0.0;
+}
 
 QString doubtOnParameters(const ProjSession &session, const QByteArray &definition)
 {
@@ -240,7 +276,9 @@ QString doubtOnParameters(const ProjSession &session, const QByteArray &definiti
     if (system == nullptr)
         return {};
     std::vector<GivenParameter> given;
-    QString doubt;
+    QString doubt = doubtOnHeights(*root);
+    if (!doubt.isEmpty())
+        return doubt;
     if (!takeParameters(*system, given, doubt))
         return doubt;
     const QByteArray text = wkt.mid(system->begin, system->end - system->begin);
@@ -257,8 +295,7 @@ QString doubtOnParameters(const ProjSession &session, const QByteArray &definiti
     for (const GivenParameter *parameter : effects.none) {
         if (isIdle(*parameter, given, effects.step))
             continue;
-        doubt = QStringLiteral("PROJ would pass over the parameter \"%1\" of \"%2\"")
-                    .arg(QString::fromUtf8(parameter->node->name().left(80)), methodName(*system));
+        doubt = passedOver(*parameter->node, methodName(*system));
         return taken.isEmpty() ? doubt : doubt + QStringLiteral(" and take %1").arg(taken);
     }
     if (!defaults.isEmpty())

@@ -18,4 +18,7 @@ namespace KelStd::catalogue {
 /// PROJ takes for metres and degrees whatever the text has.
 QString doubtOnParameters(const ProjSession &session, const QByteArray &definition);
 
+/// The "Vertical_Shift" of ESRI's vertical system in a WKT, which PROJ passes over; 0 without one.
+double verticalShiftOf(const QByteArray &definition);
+
 } // namespace KelStd::catalogue

@@ -36,6 +36,14 @@ public:
         return true;
     }
 
+    bool readComma()
+    {
+        skipBlanks();
+        const bool isThere = current() == ',';
+        m_at += isThere ? 1 : 0;
+        return isThere;
+    }
+
 private:
     char current() const { return m_at < m_text.size() ? m_text.at(m_at) : '\0'; }
 
@@ -124,8 +132,20 @@ const WktNode *WktNode::child(std::initializer_list<const char *> keywords) cons
 
 std::optional<WktNode> wktTree(const QByteArray &wkt)
 {
+    Reader reader(wkt);
     WktNode root;
-    return Reader(wkt).readNode(root) ? std::make_optional(std::move(root)) : std::nullopt;
+    root.nodes.emplace_back();
+    if (!reader.readNode(root.nodes.back()))
+        return std::nullopt;
+    root.begin = root.nodes.front().begin;
+    root.end = root.nodes.front().end;
+    WktNode heights;
+    if (root.nodes.front().keyword == "PROJCS" && reader.readComma() && reader.readNode(heights)
+        && heights.keyword == "VERTCS") {
+        root.end = heights.end;
+        root.nodes.push_back(std::move(heights));
+    }
+    return root;
 }
 
 const WktNode *findNode(const WktNode &root, std::initializer_list<const char *> keywords)

@@ -33,8 +33,10 @@ struct WktNode
     bool is(std::initializer_list<const char *> keywords) const;
 };
 
-/// The first node of a text, which may have something behind it. Nothing where brackets or
-/// quotation marks do not close. The text must not nest deeper than `Catalogue::maxSourceDepth`.
+/// A node without a keyword that has the text's first one below it, and the second of ESRI's
+/// compound systems, PROJCS[...],VERTCS[...]. Something may stand behind its end. Nothing where
+/// brackets or quotation marks do not close. The text must not nest deeper than
+/// `Catalogue::maxSourceDepth`.
 std::optional<WktNode> wktTree(const QByteArray &wkt);
 
 /// The first node with one of these keywords, the root included, in the order of the text; null
