@@ -47,7 +47,8 @@ enum class FindingKind
     Overruling,     ///< a parameter of a projection that would overrule another record
 
     // What cannot be meant
-    Implausible, ///< an axis, flattening, scale, angle or shift that none on this earth is
+    Implausible,  ///< an axis, flattening, scale, angle or shift that none on this earth is
+    WrongUnitSize ///< a unit's size that is not that of its name
 
 };
 
