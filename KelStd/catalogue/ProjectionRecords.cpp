@@ -244,6 +244,15 @@ std::optional<ProjectionRecords> projectionRecords(const ProjSession &session, c
                                        "Mercator without them only"));
         return std::nullopt;
     }
+    const double scale = step.number(step.has("k") ? "k" : "k_0").value_or(1.0);
+    if (scale < 0.0) {
+        refuse(failure,
+               QStringLiteral("its scale factor is %1, a way to turn both axes about with which "
+                              "PROJ does not compute: take the same system with axes to the west "
+                              "and south and a scale factor of %2, as EPSG:2048 is for Lo19")
+                   .arg(QString::number(scale, 'g', 15), QString::number(0.0 - scale, 'g', 15)));
+        return std::nullopt;
+    }
     const std::vector<MethodValue> values = session.valuesOf(conversion.get());
     Projection &projection = records.projection;
     projection.projection_name = session.nameOf(conversion.get());

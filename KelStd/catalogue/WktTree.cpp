@@ -74,7 +74,6 @@ private:
         const int begin = m_at;
         if (current() == '"' || startsWith(openingMark)) {
             WktValue value;
-            value.isQuoted = true;
             value.begin = begin;
             if (!readQuoted(value.text))
                 return false;
@@ -87,7 +86,7 @@ private:
         skipBlanks();
         if (!isOpening(current())) {
             if (!word.isEmpty())
-                node.values.push_back({word, false, begin, end});
+                node.values.push_back({word, begin, end});
             return true;
         }
         m_at = begin;
@@ -157,18 +156,6 @@ const WktNode *findNode(const WktNode &root, std::initializer_list<const char *>
             return found;
     }
     return nullptr;
-}
-
-std::vector<const WktNode *> nodesOf(const WktNode &root, const char *keyword)
-{
-    std::vector<const WktNode *> found;
-    for (const WktNode &node : root.nodes) {
-        if (node.keyword == keyword)
-            found.push_back(&node);
-        const std::vector<const WktNode *> below = nodesOf(node, keyword);
-        found.insert(found.end(), below.begin(), below.end());
-    }
-    return found;
 }
 
 QByteArray plainName(const QByteArray &name)

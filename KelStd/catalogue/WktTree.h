@@ -2,6 +2,7 @@
 
 #include <QtCore/QByteArray>
 
+#include <initializer_list>
 #include <optional>
 #include <vector>
 
@@ -12,9 +13,8 @@ namespace KelStd::catalogue {
 struct WktValue
 {
     QByteArray text; ///< without quotation marks
-    bool isQuoted = false;
-    int begin = 0; ///< its first byte in the WKT, quotation marks included
-    int end = 0;   ///< behind its last one
+    int begin = 0;   ///< its first byte in the WKT, quotation marks included
+    int end = 0;     ///< behind its last one
 };
 
 /// KEYWORD[value,value,NODE[...],...].
@@ -42,9 +42,6 @@ std::optional<WktNode> wktTree(const QByteArray &wkt);
 /// The first node with one of these keywords, the root included, in the order of the text; null
 /// where there is none.
 const WktNode *findNode(const WktNode &root, std::initializer_list<const char *> keywords);
-
-/// Every node with this keyword below `root`.
-std::vector<const WktNode *> nodesOf(const WktNode &root, const char *keyword);
 
 /// A name as WKT compares them: small letters and digits alone, so that "False_Easting" is
 /// "false easting".

@@ -91,6 +91,12 @@ KELSTD_EXPORT bool reviewCoord(const QString &fileName, Coord &coord,
 KELSTD_EXPORT bool reviewSystem(const QString &fileName, Coord &coord, SystemOrigin &origin,
                                 QList<DocumentFinding> &findings, DocumentFailure &failure);
 
+/// Appends what `reviewCoord` would find in the document that `Coord_IO::xml_write` would write of
+/// `given`, without a file. False with the failure where it could not be written or read; raises
+/// what `xml_write` raises.
+KELSTD_EXPORT bool reviewFromMemory(const Coord &given, QList<DocumentFinding> &findings,
+                                    DocumentFailure &failure);
+
 /// As `reviewCoord`, of `readEllipsoidList`.
 KELSTD_EXPORT bool reviewEllipsoidList(const QString &fileName, QList<Ellipsoid> &ellipsoids,
                                        QList<DocumentFinding> &findings, QString *error = nullptr);
