@@ -16,7 +16,8 @@ using proj::ProjObject;
 
 bool isExtension(const WktNode &node)
 {
-    return node.keyword == "EXTENSION" && node.name() == "PROJ4" && node.values.size() == 2;
+    return node.keyword == "EXTENSION" && node.name().toUpper() == "PROJ4"
+           && node.values.size() == 2;
 }
 
 /// What other numbers say, or nobody has to: the figure, its meridian and the unit are compared as
@@ -141,24 +142,29 @@ QString difference(const ProjSession &session, const ProjStep &given, const Said
     return {};
 }
 
-void collect(const WktNode &node, std::vector<const WktNode *> &owners)
+/// An extension and the node that it stands in.
+struct Extension
 {
-    if (std::any_of(node.nodes.begin(), node.nodes.end(), isExtension))
-        owners.push_back(&node);
-    for (const WktNode &below : node.nodes)
-        collect(below, owners);
+    const WktNode *owner;
+    const WktNode *node;
+
+    const QByteArray &text() const { return node->values[1].text; }
+};
+
+void collect(const WktNode &owner, std::vector<Extension> &extensions)
+{
+    for (const WktNode &node : owner.nodes) {
+        if (isExtension(node))
+            extensions.push_back({&owner, &node});
+        collect(node, extensions);
+    }
 }
 
-std::vector<const WktNode *> ownersIn(const WktNode &root)
+std::vector<Extension> extensionsIn(const WktNode &root)
 {
-    std::vector<const WktNode *> owners;
-    collect(root, owners);
-    return owners;
-}
-
-const QByteArray &stringOf(const WktNode &owner)
-{
-    return std::find_if(owner.nodes.begin(), owner.nodes.end(), isExtension)->values[1].text;
+    std::vector<Extension> extensions;
+    collect(root, extensions);
+    return extensions;
 }
 
 /// As GDAL writes it: "+proj=merc +a=6378137 +b=6378137 ... +nadgrids=@null".
@@ -174,40 +180,38 @@ bool isWebMercator(const QByteArray &text)
 
 QByteArray withoutExtensions(const QByteArray &wkt, const WktNode &root)
 {
-    std::vector<const WktNode *> found;
-    for (const WktNode *owner : ownersIn(root)) {
-        for (const WktNode &node : owner->nodes) {
-            if (isExtension(node))
-                found.push_back(&node);
-        }
-    }
+    std::vector<Extension> found = extensionsIn(root);
     std::sort(found.begin(), found.end(),
-              [](const WktNode *a, const WktNode *b) { return a->begin > b->begin; });
+              [](const Extension &a, const Extension &b) { return a.node->begin > b.node->begin; });
     QByteArray bare = wkt;
-    for (const WktNode *node : found) {
-        const int comma = bare.lastIndexOf(',', node->begin);
-        bare.remove(comma, node->end - comma);
+    for (const Extension &extension : found) {
+        const auto comma = bare.lastIndexOf(',', extension.node->begin);
+        bare.remove(comma, extension.node->end - comma);
     }
     return bare;
 }
 
 bool isWebMercatorByExtension(const WktNode &root)
 {
-    const std::vector<const WktNode *> owners = ownersIn(root);
-    return owners.size() == 1 && owners.front()->keyword == "PROJCS"
-           && isWebMercator(stringOf(*owners.front()));
+    const std::vector<Extension> extensions = extensionsIn(root);
+    return extensions.size() == 1 && extensions.front().owner->keyword == "PROJCS"
+           && isWebMercator(extensions.front().text());
 }
 
 QString doubtOnExtensions(const ProjSession &session, const QByteArray &wkt, const WktNode &root)
 {
-    for (const WktNode *owner : ownersIn(root)) {
-        const QByteArray text = stringOf(*owner);
-        const std::vector<ProjStep> steps = stepsOf(text);
-        const QByteArray own = wkt.mid(owner->begin, owner->end - owner->begin);
+    const QString notUnderstood =
+        QStringLiteral("its EXTENSION[\"PROJ4\"] is no system that PROJ understands");
+    for (const Extension &extension : extensionsIn(root)) {
+        const std::vector<ProjStep> steps = stepsOf(extension.text());
+        if (steps.size() != 1)
+            return notUnderstood;
+        const WktNode &owner = *extension.owner;
+        const QByteArray own = wkt.mid(owner.begin, owner.end - owner.begin);
         const auto tree = wktTree(own);
         const Said outer = said(session, session.fromText(withoutExtensions(own, *tree)));
-        ProjStep given = steps.size() == 1 ? steps.front() : ProjStep();
-        QByteArray alone = text + " +type=crs";
+        ProjStep given = steps.front();
+        QByteArray alone = extension.text() + " +type=crs";
         const bool isOfWeb = isWebMercatorByExtension(root);
         if (isOfWeb && outer.step.text("nadgrids") == "@null")
             continue; // PROJ knows it by its name, too
@@ -223,8 +227,8 @@ QString doubtOnExtensions(const ProjSession &session, const QByteArray &wkt, con
                 given.parameters.end());
         }
         const Said inner = said(session, session.fromText(alone));
-        if (steps.size() != 1 || inner.system == nullptr)
-            return QStringLiteral("its EXTENSION[\"PROJ4\"] is no system that PROJ understands");
+        if (inner.system == nullptr)
+            return notUnderstood;
         if (outer.system == nullptr)
             return {}; // refused for it elsewhere
         const QString otherwise = difference(session, given, inner, outer);

@@ -183,6 +183,12 @@ bool takeParameters(const WktNode &system, std::vector<GivenParameter> &given, Q
             doubt = QStringLiteral("the parameter \"%1\" has no number").arg(name);
             return false;
         }
+        if (!isWkt2(system) && node->child({"UNIT", "LENGTHUNIT", "ANGLEUNIT"}) != nullptr) {
+            doubt = QStringLiteral("the parameter \"%1\" has a unit of its own, which PROJ passes "
+                                   "over in WKT 1")
+                        .arg(name);
+            return false;
+        }
         if (!names.insert(plainName(node->name())).second) {
             doubt = QStringLiteral("the parameter \"%1\" is given twice").arg(name);
             return false;

@@ -66,6 +66,16 @@ TEST_F(WktExtension, IsRefusedWhereItSaysSomethingElse)
                                  "it does not say, and programs take either: remove one of them")
                       .arg(QLatin1String(row.otherwise)));
     }
+    // The first of two is right.
+    const ImportedSystem second = imported(transverseMercator(
+        common + R"(+ellps=bessel"],EXTENSION["Proj4","+proj=tmerc +lon_0=12 +ellps=bessel)"));
+    EXPECT_EQ(second.refusal.kind, CatalogueFailureKind::NotUnderstood);
+    EXPECT_TRUE(second.refusal.text.contains(QLatin1String("+lon_0=12")))
+        << second.refusal.text.toStdString();
+    for (const char *extension : {"", "+init=/etc/passwd:x", "+proj=pipeline +step +proj=tmerc"})
+        EXPECT_EQ(imported(transverseMercator(extension)).refusal.kind,
+                  CatalogueFailureKind::NotUnderstood)
+            << extension;
     EXPECT_EQ(imported(transverseMercator("garbage")).refusal.text,
               QStringLiteral("its EXTENSION[\"PROJ4\"] is no system that PROJ understands"));
 }

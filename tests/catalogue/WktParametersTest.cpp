@@ -104,6 +104,11 @@ TEST_F(WktParameters, AreRefusedWhereThereAreTooMany)
         const std::string text = std::string("the parameter \"") + extra.name + "\" is given twice";
         EXPECT_EQ(reason(transverseMercator(values)), text);
     }
+    EXPECT_EQ(
+        reason(projected(R"(PROJECTION["Transverse_Mercator"],)"
+                         R"(PARAMETER["false_easting",500,UNIT["km",1000]])")),
+        "the parameter \"false_easting\" has a unit of its own, which PROJ passes over in WKT "
+        "1");
     QByteArray many = R"(PROJECTION["Transverse_Mercator"])";
     for (int count = 0; count < 5000; ++count)
         many += parameter(("p" + QByteArray::number(count)).constData(), "1");
