@@ -84,6 +84,26 @@ TEST_F(PlaneDirection, OfASystemOfTheDatabaseIsThatOfItsAxes)
     expectPlane("EPSG:8045", 16.4, 48.1, -1916.980233, 12901.843100);
 }
 
+// A system that counts otherwise is not the database's.
+TEST_F(PlaneDirection, IsHeldAgainstThatOfTheDatabase)
+{
+    ImportOptions consent;
+    consent.takeAsWgs84 = true;
+    for (const char *code : {"EPSG:8044", "EPSG:5513", "EPSG:28992"}) {
+        Coord coord = *import(code, consent).system;
+        const auto exportedAs = [&] {
+            const auto text =
+                catalogue().exportSystem(coord, ExportForm::Wkt2, QLatin1String(code));
+            return text ? text->code : QString();
+        };
+        EXPECT_EQ(exportedAs(), QLatin1String(code));
+        coord.ellipsoid.positiveDir = coord.ellipsoid.positiveDir == EllipsoidDirection_ENU
+                                          ? EllipsoidDirection_WNU
+                                          : EllipsoidDirection_ENU;
+        EXPECT_EQ(exportedAs(), QString()) << code;
+    }
+}
+
 // cs2cs has neither a swap nor a sign for axes that both point along meridians.
 // echo -75 120 | cs2cs -f %.6f EPSG:4326 EPSG:3031; 85 20 EPSG:3413; 85 20 EPSG:5041; of EPSG:32661
 // (northing first) the same as of EPSG:5041.
