@@ -35,6 +35,7 @@
 #include <KelStd/coord/PlaneLimit.h>
 #include <KelStd/coord/Pos.h>
 #include <KelStd/coord/Projection.h>
+#include <KelStd/coord/ScaleLimits.h>
 #include <KelStd/coord/SystemOrigin.h>
 #include <KelStd/coord/stElevationFitting.h>
 #include <KelStd/coord/stEllipsoinTransform.h>

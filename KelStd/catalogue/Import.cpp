@@ -8,6 +8,7 @@
 #include <KelStd/catalogue/ShiftFit.h>
 #include <KelStd/catalogue/ShiftRecords.h>
 #include <KelStd/catalogue/VerticalPart.h>
+#include <KelStd/io/DocumentReview.h>
 
 #include <algorithm>
 
@@ -111,6 +112,21 @@ bool passesOwnCheck(ImportWork &work, const std::vector<GroundPoint> &places)
     return refuseForCheck(work, check);
 }
 
+/// Refuses what a document of the system would be refused for.
+bool isUnderstoodInDocuments(ImportWork &work)
+{
+    QList<io::DocumentFinding> findings;
+    io::DocumentFailure failure;
+    const bool isReadable = io::reviewFromMemory(*work.result.system, findings, failure);
+    if (isReadable && findings.isEmpty())
+        return true;
+    const QString reason =
+        isReadable ? io::describedFinding(findings.front()) : io::describedFailure(failure);
+    return work.refuse(
+        work.source.isText ? Kind::NotUnderstood : Kind::NoProjection,
+        QStringLiteral("a document of the system would not be understood: %1").arg(reason));
+}
+
 void fillReport(ImportWork &work)
 {
     ImportReport &report = work.result.report;
@@ -160,6 +176,8 @@ bool import(ImportWork &work)
                            QStringLiteral("PROJ has no name for the ellipsoid \"%1\", without "
                                           "which a system carries no grid")
                                .arg(coord.ellipsoid.ellipsoid_name));
+    if (!isUnderstoodInDocuments(work))
+        return false;
     if (!passesOwnCheck(work, places)) {
         const bool mayFallBack = work.result.system.has_value();
         if (!mayFallBack)

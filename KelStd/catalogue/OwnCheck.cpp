@@ -1,6 +1,7 @@
 #include <KelStd/catalogue/OwnCheck.h>
 
 #include <KelStd/catalogue/MethodDifference.h>
+#include <KelStd/catalogue/PlaneDirection.h>
 #include <KelStd/catalogue/ProjectionRecords.h>
 #include <KelStd/location/ChainDefinitions.h>
 #include <KelStd/proj/Transformation.h>
@@ -173,6 +174,10 @@ std::vector<ProjStep> projectionSteps(const ProjSession &session, const PJ *proj
             if (latitude != 0)
                 std::swap(parameter.second.data()[0], parameter.second.data()[1]);
         }
+    }
+    if (!steps.empty()) {
+        const std::vector<ProjStep> signs = signSteps(session, projected);
+        steps.insert(steps.end(), signs.begin(), signs.end());
     }
     return steps;
 }

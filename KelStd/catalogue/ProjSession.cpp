@@ -31,6 +31,33 @@ double degrees(double value, double factor, const QString &unit)
     return value * factor * degreesPerRadian;
 }
 
+/// The parameters that are asked for by EPSG's code, under EPSG's names: a text may have the name
+/// alone.
+struct ParameterCode
+{
+    int code;
+    const char *name;
+};
+
+constexpr ParameterCode parameterCodes[] = {
+    {8801, "Latitude of natural origin"},
+    {8802, "Longitude of natural origin"},
+    {8805, "Scale factor at natural origin"},
+    {8806, "False easting"},
+    {8807, "False northing"},
+    {8823, "Latitude of 1st standard parallel"},
+    {8824, "Latitude of 2nd standard parallel"},
+};
+
+int codeOfParameter(const QString &name)
+{
+    for (const ParameterCode &row : parameterCodes) {
+        if (name.compare(QLatin1String(row.name), Qt::CaseInsensitive) == 0)
+            return row.code;
+    }
+    return 0;
+}
+
 QString textOf(const char *text)
 {
     return QString::fromUtf8(text == nullptr ? "" : text);
@@ -178,8 +205,10 @@ std::vector<MethodValue> ProjSession::valuesOf(const PJ *operation) const
             == 0)
             continue;
         MethodValue row;
-        row.code = textOf(code).toInt();
         row.name = textOf(name);
+        row.code = textOf(code).toInt();
+        if (row.code == 0)
+            row.code = codeOfParameter(row.name);
         const QByteArray kind(category == nullptr ? "" : category);
         row.isLength = kind == "linear";
         row.isAngle = kind == "angular";

@@ -31,7 +31,7 @@ struct Unit
 /// One parameter of a projection or an operation, as the database or a text has it.
 struct MethodValue
 {
-    int code = 0; ///< of EPSG; 0 without one
+    int code = 0; ///< of EPSG, by the name where the text has no code; 0 without one
     QString name;
     double value = 0.0; ///< in metres, degrees or without unit; as published where that is its unit
     bool isLength = false;

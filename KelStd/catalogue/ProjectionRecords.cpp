@@ -1,6 +1,7 @@
 #include <KelStd/catalogue/ProjectionRecords.h>
 
 #include <KelStd/catalogue/MethodDifference.h>
+#include <KelStd/catalogue/PlaneDirection.h>
 #include <KelStd/catalogue/ProjSteps.h>
 
 #include <algorithm>
@@ -51,20 +52,6 @@ constexpr const char *otherParameters[] = {
     "ellps",  "datum",    "a",        "b",         "rf",        "f",    "R",
     "pm",     "units",    "to_meter", "no_defs",   "type",      "axis", "towgs84",
     "wktext", "nadgrids", "vunits",   "vto_meter", "geoidgrids"};
-
-struct DirectionRow
-{
-    const char *word;
-    EEllipsoidDirection direction;
-};
-
-/// East and north, or their opposites, in whichever order: a `Coord` has the easting first.
-constexpr DirectionRow directionRows[] = {
-    {"enu", EllipsoidDirection_ENU}, {"neu", EllipsoidDirection_ENU},
-    {"wsu", EllipsoidDirection_WSU}, {"swu", EllipsoidDirection_WSU},
-    {"esu", EllipsoidDirection_ESU}, {"seu", EllipsoidDirection_ESU},
-    {"wnu", EllipsoidDirection_WNU}, {"nwu", EllipsoidDirection_WNU},
-};
 
 const ParameterRow *rowOf(const QByteArray &projName)
 {
@@ -148,19 +135,6 @@ bool insertParameters(Projection &projection, const ProjStep &step,
     return true;
 }
 
-bool setDirection(Ellipsoid &ellipsoid, const QByteArray &axis)
-{
-    if (axis.isEmpty())
-        return true;
-    for (const DirectionRow &row : directionRows) {
-        if (axis == row.word) {
-            ellipsoid.positiveDir = row.direction;
-            return true;
-        }
-    }
-    return false;
-}
-
 /// PROJ's name of an ellipsoid of this shape; empty where it has none.
 QString projEllipsoid(const ProjSession &session, double axis, double minorAxis)
 {
@@ -174,6 +148,15 @@ QString projEllipsoid(const ProjSession &session, double axis, double minorAxis)
             return QString::fromLatin1(row->id);
     }
     return {};
+}
+
+/// PROJ takes a definition of a Transverse Mercator with axes to the west and south for EPSG's
+/// south-orientated method, whose false origin it does not have.
+bool isTakenForAnother(const ProjStep &step, EEllipsoidDirection direction)
+{
+    const auto isMoved = [&step](const char *key) { return step.number(key).value_or(0.0) != 0.0; };
+    return direction == EllipsoidDirection_WSU
+           && (step.name == "utm" || (step.name == "tmerc" && (isMoved("x_0") || isMoved("y_0"))));
 }
 
 bool refuse(CatalogueFailure *failure, const QString &text)
@@ -242,9 +225,32 @@ std::optional<ProjectionRecords> projectionRecords(const ProjSession &session, c
     const ProjStep &step = steps.front();
     turn += missingTurn(session, projected);
     ProjectionRecords records;
+    const std::vector<Axis> axes = session.axesOf(projected);
     const auto ellipsoid = ellipsoidOf(session, projected);
-    if (!ellipsoid || !setDirection(records.ellipsoid = *ellipsoid, step.text("axis"))) {
-        refuse(failure, QStringLiteral("the system's ellipsoid or its axes cannot be carried"));
+    const auto direction = planeDirection(step.text("axis"), axes);
+    if (!ellipsoid) {
+        refuse(failure, QStringLiteral("the system's ellipsoid cannot be carried"));
+        return std::nullopt;
+    }
+    if (!direction) {
+        refuse(failure, directionRefusal(step.text("axis"), axes));
+        return std::nullopt;
+    }
+    records.ellipsoid = *ellipsoid;
+    records.ellipsoid.positiveDir = *direction;
+    if (isTakenForAnother(step, *direction)) {
+        refuse(failure, QStringLiteral("its axes point west and south and its origin has a false "
+                                       "easting or northing, where PROJ has such a Transverse "
+                                       "Mercator without them only"));
+        return std::nullopt;
+    }
+    const double scale = step.number(step.has("k") ? "k" : "k_0").value_or(1.0);
+    if (scale < 0.0) {
+        refuse(failure,
+               QStringLiteral("its scale factor is %1, a way to turn both axes about with which "
+                              "PROJ does not compute: take the same system with axes to the west "
+                              "and south and a scale factor of %2, as EPSG:2048 is for Lo19")
+                   .arg(QString::number(scale, 'g', 15), QString::number(0.0 - scale, 'g', 15)));
         return std::nullopt;
     }
     const std::vector<MethodValue> values = session.valuesOf(conversion.get());
@@ -271,7 +277,6 @@ std::optional<ProjectionRecords> projectionRecords(const ProjSession &session, c
             QStringLiteral("a parameter of the projection \"%1\" cannot be carried").arg(method));
         return std::nullopt;
     }
-    const std::vector<Axis> axes = session.axesOf(projected);
     if (!axes.empty()) {
         records.axisUnit = axes.front().unit;
         records.metresPerUnit = axes.front().factor;

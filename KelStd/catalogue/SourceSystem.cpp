@@ -2,6 +2,8 @@
 
 #include <KelStd/catalogue/SourceText.h>
 #include <KelStd/catalogue/SourceUnits.h>
+#include <KelStd/catalogue/WktParameters.h>
+#include <KelStd/catalogue/WktSource.h>
 
 #include <algorithm>
 
@@ -17,48 +19,6 @@ bool fail(CatalogueFailure *failure, Kind kind, const QString &text)
     if (failure != nullptr)
         *failure = {kind, text};
     return false;
-}
-
-/// What proj_create_from_wkt finds wrong, in one line.
-class Complaints
-{
-public:
-    explicit Complaints(const ProjSession &session) : m_functions(session.functions()) {}
-    Complaints(const Complaints &) = delete;
-    Complaints &operator=(const Complaints &) = delete;
-    ~Complaints()
-    {
-        for (PROJ_STRING_LIST list : {warnings, errors}) {
-            if (list != nullptr)
-                m_functions.proj_string_list_destroy(list);
-        }
-    }
-
-    QString text() const
-    {
-        if (errors == nullptr || *errors == nullptr)
-            return {};
-        constexpr int maxLength = 200;
-        return QStringLiteral(": ") + QString::fromUtf8(*errors).simplified().left(maxLength);
-    }
-
-    PROJ_STRING_LIST warnings = nullptr;
-    PROJ_STRING_LIST errors = nullptr;
-
-private:
-    const proj::ProjFunctions &m_functions;
-};
-
-ProjObject readWkt(const ProjSession &session, const QByteArray &text, CatalogueFailure *failure)
-{
-    Complaints complaints(session);
-    ProjObject object(session.functions().proj_create_from_wkt(
-        session.context(), withWholeAngles(text).constData(), nullptr, &complaints.warnings,
-        &complaints.errors));
-    if (object == nullptr)
-        fail(failure, Kind::NotUnderstood,
-             QStringLiteral("the WKT cannot be read%1").arg(complaints.text()));
-    return object;
 }
 
 ProjObject readText(const ProjSession &session, const SourceText &source, CatalogueFailure *failure)
@@ -321,6 +281,11 @@ std::optional<SourceSystem> sourceSystem(ProjSession &session, SystemList &list,
     }
     if (object == nullptr)
         return std::nullopt;
+    QByteArray wkt; // of a definition that names parameters
+    if (text->form == SourceForm::Wkt)
+        wkt = withWholeAngles(text->text);
+    else if (text->form == SourceForm::ProjJson)
+        wkt = wktOf(session, object.get());
     SourceSystem result;
     result.source = text->label;
     result.system.kind = SystemKind::Projected;
@@ -331,8 +296,11 @@ std::optional<SourceSystem> sourceSystem(ProjSession &session, SystemList &list,
     if (!takeApart(session, std::move(object), result, words, failure))
         return std::nullopt;
     result.isText = !isOfDatabase;
+    result.verticalShift = verticalShiftOf(wkt);
     if (!isOfDatabase) {
-        const QString doubt = doubtOnUnits(session, result.projected.get(), result.geodetic.get());
+        QString doubt = doubtOnUnits(session, result.projected.get(), result.geodetic.get());
+        if (doubt.isEmpty())
+            doubt = doubtOnParameters(session, wkt);
         if (!doubt.isEmpty()) {
             fail(failure, Kind::NotUnderstood, doubt);
             return std::nullopt;

@@ -21,6 +21,7 @@ struct SourceSystem
     proj::ProjObject geodetic;           ///< what the projected system lies on
     proj::ProjObject likelyGeodetic;     ///< what a text may lie on that names no datum; else null
     proj::ProjObject vertical;           ///< of a compound system; else null
+    double verticalShift = 0.0;          ///< a text's own, in the unit of its heights
     std::optional<Similarity> textShift; ///< a text's own "TOWGS84"
     /// A text's own operation of another kind, which has to be one of the database.
     std::optional<CarriedShift> textOperation;

@@ -66,6 +66,28 @@ bool isModel(const QString &name)
     return !name.isEmpty() && GeoidModels::find(name).has_value();
 }
 
+/// The axis of heights; of a system with a geoid of its own that of the system within.
+Axis heightAxis(const ProjSession &session, const PJ *vertical)
+{
+    const ProjObject inner(
+        session.typeOf(vertical) == PJ_TYPE_BOUND_CRS
+            ? session.functions().proj_get_source_crs(session.context(), vertical)
+            : nullptr);
+    const std::vector<Axis> axes = session.axesOf(inner == nullptr ? vertical : inner.get());
+    return axes.empty() ? Axis() : axes.front();
+}
+
+/// Why a geoid alone does not lead to the heights of a system; empty where it does.
+QString differenceFromGeoid(const SourceSystem &source, const Axis &axis)
+{
+    if (axis.direction == QLatin1String("down"))
+        return QStringLiteral("which count downwards");
+    if (source.verticalShift != 0.0)
+        return QStringLiteral("which are shifted by %1 %2")
+            .arg(QString::number(source.verticalShift, 'g', 15), axis.unit);
+    return {};
+}
+
 } // namespace
 
 void setVerticalPart(ProjSession &session, const SourceSystem &source, Coord &coord,
@@ -74,12 +96,24 @@ void setVerticalPart(ProjSession &session, const SourceSystem &source, Coord &co
     if (source.vertical == nullptr)
         return;
     const QString name = session.nameOf(source.vertical.get());
+    const Axis axis = heightAxis(session, source.vertical.get());
+    const QString difference = differenceFromGeoid(source, axis);
+    if (!difference.isEmpty()) {
+        report.warnings += QStringLiteral("Heights are ellipsoidal, not those of \"%1\", %2.")
+                               .arg(name, difference);
+        return;
+    }
     const QList<Grid> grids = geoidGrids(session, source.vertical.get());
     for (const Grid &grid : grids) {
         for (const QString &file : {grid.fileName, grid.name}) {
             if (isModel(file)) {
                 coord.geoidModel.modelFileName = file;
                 report.geoidModel = file;
+                if (axis.factor != 1.0)
+                    report.warnings +=
+                        QStringLiteral("Heights are in metres, those of \"%1\" in "
+                                       "the unit \"%2\" of %3 m.")
+                            .arg(name, axis.unit, QString::number(axis.factor, 'g', 15));
                 return;
             }
         }

@@ -4,6 +4,7 @@
 #include <KelStd/io/Coord_IO.h>
 #include <KelStd/io/OriginElement.h>
 #include <KelStd/io/RecordReaders.h>
+#include <KelStd/io/RecordWriters.h>
 #include <KelStd/io/ReviewedForm.h>
 #include <KelStd/io/ReviewedUse.h>
 #include <KelStd/io/XmlDocument.h>
@@ -41,6 +42,18 @@ DocumentFailure review(const QString &fileName, Source source, QList<DocumentFin
     return failure;
 }
 
+void reviewCoordUse(const QDomElement &root, const Coord &coord, ReviewFindings &findings)
+{
+    using Names = Coord_IO;
+    const QDomElement shift = root.firstChildElement(Names::xml_segName_ellipsoidTransform);
+    reviewEllipsoidUse(root.firstChildElement(Names::xml_segName_ellipsoid), coord.ellipsoid,
+                       findings);
+    reviewProjectionUse(root.firstChildElement(Names::xml_segName_projection), coord.projection,
+                        findings);
+    reviewShiftBesideGrids(shift, coord.ellipsoid, coord.ellipsoidTransform, findings);
+    reviewTransformUse(shift, coord.ellipsoidTransform, findings);
+}
+
 template <typename Record>
 DocumentFailure reviewList(const QString &fileName, const QString &recordName, Reader<Record> read,
                            void (*reviewUse)(const QDomElement &, const Record &, ReviewFindings &),
@@ -71,7 +84,6 @@ DocumentFailure reviewList(const QString &fileName, const QString &recordName, R
 bool reviewSystem(const QString &fileName, Coord &coord, SystemOrigin &origin,
                   QList<DocumentFinding> &findings, DocumentFailure &failure)
 {
-    using Names = Coord_IO;
     failure = review(
         fileName, Source::Any, findings,
         [&](const QDomElement &root) {
@@ -82,14 +94,7 @@ bool reviewSystem(const QString &fileName, Coord &coord, SystemOrigin &origin,
         },
         &reviewCoordForm,
         [&coord](const QDomElement &root, ReviewFindings &found) {
-            reviewEllipsoidUse(root.firstChildElement(Names::xml_segName_ellipsoid),
-                               coord.ellipsoid, found);
-            reviewProjectionUse(root.firstChildElement(Names::xml_segName_projection),
-                                coord.projection, found);
-            reviewShiftBesideGrids(root.firstChildElement(Names::xml_segName_ellipsoidTransform),
-                                   coord.ellipsoid, coord.ellipsoidTransform, found);
-            reviewTransformUse(root.firstChildElement(Names::xml_segName_ellipsoidTransform),
-                               coord.ellipsoidTransform, found);
+            reviewCoordUse(root, coord, found);
         });
     return !failure;
 }
@@ -107,6 +112,22 @@ bool reviewCoord(const QString &fileName, Coord &coord, QList<DocumentFinding> &
     DocumentFailure failure;
     reviewCoord(fileName, coord, findings, failure);
     return reportedAsContract(failure, error);
+}
+
+bool reviewFromMemory(const Coord &given, QList<DocumentFinding> &findings,
+                      DocumentFailure &failure)
+{
+    QDomDocument document;
+    Coord read;
+    failure = reparse(coordDocument(given), document);
+    if (!failure)
+        failure = readCoord(document.documentElement(), read);
+    if (failure)
+        return false;
+    ReviewFindings found(findings);
+    reviewCoordForm(document.documentElement(), found);
+    reviewCoordUse(document.documentElement(), read, found);
+    return true;
 }
 
 bool reviewEllipsoidList(const QString &fileName, QList<Ellipsoid> &ellipsoids,

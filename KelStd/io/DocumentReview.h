@@ -47,7 +47,8 @@ enum class FindingKind
     Overruling,     ///< a parameter of a projection that would overrule another record
 
     // What cannot be meant
-    Implausible, ///< an axis, flattening, scale, angle or shift that none on this earth is
+    Implausible,  ///< an axis, flattening, scale, angle or shift that none on this earth is
+    WrongUnitSize ///< a unit's size that is not that of its name
 
 };
 
@@ -89,6 +90,12 @@ KELSTD_EXPORT bool reviewCoord(const QString &fileName, Coord &coord,
 /// As above, and reads the origin from the same bytes, as `readSystem` does.
 KELSTD_EXPORT bool reviewSystem(const QString &fileName, Coord &coord, SystemOrigin &origin,
                                 QList<DocumentFinding> &findings, DocumentFailure &failure);
+
+/// Appends what `reviewCoord` would find in the document that `Coord_IO::xml_write` would write of
+/// `given`, without a file. False with the failure where it could not be written or read; raises
+/// what `xml_write` raises.
+KELSTD_EXPORT bool reviewFromMemory(const Coord &given, QList<DocumentFinding> &findings,
+                                    DocumentFailure &failure);
 
 /// As `reviewCoord`, of `readEllipsoidList`.
 KELSTD_EXPORT bool reviewEllipsoidList(const QString &fileName, QList<Ellipsoid> &ellipsoids,

@@ -5,6 +5,7 @@
 #include <KelStd/io/RecordWriters.h>
 #include <KelStd/io/ReviewedShape.h>
 #include <KelStd/io/ValueText.h>
+#include <KelStd/text/NamedUnits.h>
 
 #include <QtCore/QLocale>
 
@@ -208,6 +209,16 @@ void reviewPlaneUnit(const QDomElement &element, ReviewFindings &findings)
     reviewPresence(element, nameAttribute, {}, findings);
     reviewPresence(element, metresAttribute, QObject::tr("nothing"), findings);
     reviewMeaning(element, metresAttribute, &isLength, findings);
+    const text::NamedUnit *const named = text::namedUnit(element.attribute(nameAttribute));
+    const auto metres = numberIn(element, metresAttribute);
+    if (named == nullptr || !metres || findings.isDoubted(element, metresAttribute))
+        return;
+    if (named->isAngle)
+        findings.addAttribute(FindingKind::Implausible, element, nameAttribute,
+                              QObject::tr("a unit of length"));
+    else if (!text::isSizeOf(*named, *metres))
+        findings.addAttribute(FindingKind::WrongUnitSize, element, metresAttribute,
+                              asNumber(*metres));
 }
 
 /// The review of each child.

@@ -46,6 +46,8 @@ constexpr KindRow kindRows[] = {
     {FindingKind::Overruling,
      QT_TRANSLATE_NOOP("QObject", "%1 is not for a projection to say, it overrules the rest")},
     {FindingKind::Implausible, QT_TRANSLATE_NOOP("QObject", "%1 cannot be meant")},
+    {FindingKind::WrongUnitSize,
+     QT_TRANSLATE_NOOP("QObject", "%1 is not the size of the unit whose name is given")},
 };
 
 /// "param[FalseEast]", "x_translate"

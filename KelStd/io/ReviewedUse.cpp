@@ -1,6 +1,7 @@
 #include <KelStd/io/ReviewedUse.h>
 
 #include <KelStd/coord/PlaneLimit.h>
+#include <KelStd/coord/ScaleLimits.h>
 #include <KelStd/io/Coord_IO.h>
 #include <KelStd/io/NamedEllipsoids.h>
 #include <KelStd/io/OverrulingParameter.h>
@@ -46,7 +47,7 @@ constexpr Range falseOrigins = {-maxPlane, maxPlane}; // [m]
 constexpr Range latitudes = {-90.0, 90.0};
 constexpr Range longitudes = {-180.0, 360.0};
 constexpr Range angles = {-360.0, 360.0};
-constexpr Range scales = {0.9, 1.1};
+constexpr Range scales = {lowestScale, highestScale};
 constexpr Range zones = {1.0, 60.0};
 
 constexpr Range translations = {-maxTranslation, maxTranslation};             // [m]

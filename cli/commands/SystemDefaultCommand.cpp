@@ -7,6 +7,7 @@
 #include <cli/terminal/WithoutRaising.h>
 
 #include <KelStd/coord/PlaneLimit.h>
+#include <KelStd/coord/ScaleLimits.h>
 #include <KelStd/io/Coord_IO.h>
 #include <KelStd/platform/Toolkits.h>
 #include <KelStd/text/TypedNumber.h>
@@ -101,7 +102,7 @@ bool readOption(const CommandLine &line, const char *option, double min, double 
 bool chooseMeridian(const CommandLine &line, TransverseMercator &choice, QString &mistake)
 {
     if (!readOption(line, "central-meridian", -180.0, 180.0, choice.centralMeridian, mistake)
-        || !readOption(line, "scale", 0.5, 2.0, choice.scale, mistake)
+        || !readOption(line, "scale", lowestScale, highestScale, choice.scale, mistake)
         || !readOption(line, "false-easting", -maxPlane, maxPlane, choice.falseEasting, mistake)
         || !readOption(line, "false-northing", -maxPlane, maxPlane, choice.falseNorthing, mistake))
         return false;
@@ -135,7 +136,8 @@ CommandLine makeCommandLine()
                     QStringLiteral("The central meridian's longitude, -180 to 180 [deg].\n"
                                    "The next three options go with it:"),
                     QStringLiteral("D")});
-    line.addOption({QStringLiteral("scale"), QStringLiteral("The scale on the central meridian."),
+    line.addOption({QStringLiteral("scale"),
+                    QStringLiteral("The scale on the central meridian, 0.9 to 1.1."),
                     QStringLiteral("K")});
     line.addOption({QStringLiteral("false-easting"),
                     QStringLiteral("The easting of the central meridian [m]."),

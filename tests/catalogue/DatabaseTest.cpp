@@ -73,7 +73,9 @@ TEST_F(WholeDatabase, ImportsOrIsRefusedWithItsReason)
     if (KELSTD_DATABASE_STEP == 1) {
         EXPECT_EQ(all.size(), 5500U);
         EXPECT_GE(imported, 4820);
-        EXPECT_EQ(words[QStringLiteral("no-projection")], 33);
+        // 33 of methods that PROJ does not have; two whose scale factor the database has as a
+        // millionth of what is meant (EPSG:6996 and 6997, "1.000007" parts per million).
+        EXPECT_EQ(words[QStringLiteral("no-projection")], 35);
         EXPECT_LE(large, 112);
         EXPECT_GT(compared, 700);
     }

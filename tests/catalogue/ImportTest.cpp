@@ -282,7 +282,9 @@ TEST_F(SystemImport, SaysHowFarProjIsFromThePublishedMethod)
         import("PROJCRS[\"a\",BASEGEOGCRS[\"WGS 84\",DATUM[\"World Geodetic System 1984\","
                "ELLIPSOID[\"WGS 84\",6378137,298.257223563]],ID[\"EPSG\",4326]],CONVERSION[\"b\","
                "METHOD[\"Equidistant Cylindrical\",ID[\"EPSG\",1028]],PARAMETER[\"Latitude of 1st "
-               "standard parallel\",0,ANGLEUNIT[\"degree\",0.0174532925199433],ID[\"EPSG\",8823]]],"
+               "standard parallel\",0,ANGLEUNIT[\"degree\",0.0174532925199433],ID[\"EPSG\",8823]],"
+               "PARAMETER[\"Longitude of natural origin\",0],PARAMETER[\"False easting\",0],"
+               "PARAMETER[\"False northing\",0]],"
                "CS[Cartesian,2],AXIS[\"x\",east],AXIS[\"y\",north],LENGTHUNIT[\"metre\",1],"
                "USAGE[SCOPE[\"c\"],AREA[\"d\"],BBOX[2,8,10,12]]]");
     EXPECT_NEAR(site.report.methodDifference, 7340.07, 0.5);

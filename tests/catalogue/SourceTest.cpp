@@ -175,8 +175,11 @@ TEST_F(SystemSource, KnowsUnitsByTheirShortAndOtherNames)
         const auto imported = [&](double size) {
             const QByteArray unit =
                 QByteArray("UNIT[\"") + row.name + "\"," + QByteArray::number(size, 'g', 15) + "]";
-            return catalogue().importSystem(
-                QByteArray(esriRd).replace(R"(UNIT["Meter",1.0])", unit));
+            // A false easting that is one in kilometres, too.
+            return catalogue().importSystem(QByteArray(esriRd)
+                                                .replace("155000.0", "155.0")
+                                                .replace("463000.0", "463.0")
+                                                .replace(R"(UNIT["Meter",1.0])", unit));
         };
         const ImportedSystem good = imported(row.size);
         EXPECT_TRUE(good.system.has_value()) << row.name << ": " << good.refusal.text.toStdString();
@@ -276,6 +279,19 @@ TEST_F(SystemSource, RefusesTextsThatAreCutShort)
     }
 }
 
+TEST_F(SystemSource, RefusesWhatStandsBehindADefinition)
+{
+    EXPECT_EQ(refusal(esriRd + "\r\n \t\n"), QStringLiteral("imported"));
+    for (const QByteArray &rest : {QByteArray("]"), QByteArray("garbage"), QByteArray(",\"x\""),
+                                   QByteArray("\n") + esriRd, QByteArray("[")}) {
+        const CatalogueFailure failure = catalogue().importSystem(esriRd + rest).refusal;
+        EXPECT_EQ(failure.kind, CatalogueFailureKind::NotUnderstood) << rest.toStdString();
+        EXPECT_TRUE(failure.text.startsWith(
+            QLatin1String("there is something behind the end of the definition: \"")))
+            << failure.text.toStdString();
+    }
+}
+
 TEST_F(SystemSource, RefusesTextsThatAreDeepOrLong)
 {
     QByteArray deepWkt;
@@ -305,6 +321,45 @@ TEST_F(SystemSource, RefusesTextsWithImpossibleNumbers)
         text.replace("6377397.155", number);
         EXPECT_NE(refusal(text), QStringLiteral("imported")) << number;
     }
+}
+
+// The bounds are those of docs/documents.md, beyond which a document is refused.
+TEST_F(SystemSource, RefusesWhatADocumentWouldBeRefusedFor)
+{
+    const auto text = [](const char *projection, const char *shift) {
+        return QByteArray("+proj=tmerc ") + projection + " +ellps=bessel +towgs84=" + shift;
+    };
+    EXPECT_EQ(refusal(text("+lon_0=9 +x_0=500000", "1,2,3")), QStringLiteral("imported"));
+    EXPECT_EQ(refusal(text("+lon_0=9 +k=0.9", "1,2,3,0,0,600,0")), QStringLiteral("imported"));
+    const struct
+    {
+        QByteArray source;
+        const char *doubt;
+    } rows[] = {
+        {text("+lon_0=369 +x_0=500000", "1,2,3"), "[lon_0]: \"369\" cannot be meant"},
+        {text("+lon_0=9 +k=0.5", "1,2,3"), "[k_0]: \"0.5\" cannot be meant"},
+        {text("+lon_0=9", "1,2,3,0,0,700,0"), "z_rotate: \"700\" cannot be meant"},
+        {text("+lon_0=9", "1,20000,3"), "y_translate: \"-20000\" cannot be meant"},
+    };
+    for (const auto &row : rows) {
+        const CatalogueFailure failure = catalogue().importSystem(row.source).refusal;
+        EXPECT_EQ(failure.kind, CatalogueFailureKind::NotUnderstood) << row.doubt;
+        EXPECT_TRUE(failure.text.startsWith(
+            QLatin1String("a document of the system would not be understood: ")))
+            << failure.text.toStdString();
+        EXPECT_TRUE(failure.text.contains(QLatin1String(row.doubt))) << failure.text.toStdString();
+    }
+}
+
+// ESRI's Lo systems turn their axes about by a scale factor of -1; EPSG:2048 counts to the west and
+// south by its axes.
+TEST_F(SystemSource, TellsWhatANegativeScaleFactorIs)
+{
+    const CatalogueFailure failure = catalogue().importSystem("ESRI:102482").refusal;
+    EXPECT_EQ(failure.kind, CatalogueFailureKind::NoProjection);
+    EXPECT_TRUE(failure.text.startsWith(QLatin1String("its scale factor is -1, ")))
+        << failure.text.toStdString();
+    EXPECT_EQ(refusal("EPSG:2048"), QStringLiteral("imported"));
 }
 
 TEST_F(SystemSource, DoesNotMixADatumWithAnotherEllipsoid)

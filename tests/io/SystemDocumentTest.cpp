@@ -306,6 +306,18 @@ const Row rows[] = {
 
 INSTANTIATE_TEST_SUITE_P(Origin, OriginReview, testing::ValuesIn(rows), nameOf);
 
+// EPSG Dataset: unit 9003 is 1200/3937 m, 9002 is 0.3048 m. They are read as they stand.
+const Row unitRows[] = {
+    {"UnitOfAnotherFoot", "0.304800609601219", "0.3048", Kind::WrongUnitSize, unitPath, 47,
+     "metres=\"0.3048\""},
+    {"FootOfTheSurvey", "\"US survey foot\"", "\"foot\"", Kind::WrongUnitSize,
+     "Coord/Origin/Plane_Unit[foot]", 47, "metres=\"0.304800609601219\""},
+    {"UnitOfAnAngle", "\"US survey foot\"", "\"degree\"", Kind::Implausible,
+     "Coord/Origin/Plane_Unit[degree]", 47, "name=\"degree\""},
+};
+
+INSTANTIATE_TEST_SUITE_P(UnitName, OriginReview, testing::ValuesIn(unitRows), nameOf);
+
 TEST_F(SystemDocument, WithASecondOriginIsReadByItsFirst)
 {
     const QByteArray second = "<Origin ver=\"1\" code=\"4326\"/>";
