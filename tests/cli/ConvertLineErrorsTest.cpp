@@ -201,19 +201,13 @@ TEST(ConvertLineErrors, AFailingPositionLeavesNothingOnTheNext)
 // every position.
 TEST(ConvertLineErrors, PositionsThatProjRefusesOneByOneHaveItsText)
 {
-    const ProgramRun program;
-    const QString file = program.file(
-        QStringLiteral("offset.xml"),
-        test::editedSystem(QStringLiteral("hartebeesthoek94_lo29.xml"),
-                           {{QStringLiteral("<param name=\"FalseEast\" ver=\"1\" unit=\"Meter\" "
-                                            "valType=\"Distance\" isDictionary=\"false\">0<"),
-                             QStringLiteral("<param name=\"FalseEast\" ver=\"1\" unit=\"Meter\" "
-                                            "valType=\"Distance\" isDictionary=\"false\">10<")}}));
-    const auto result = program.run({QStringLiteral("convert"), QStringLiteral("--system"), file},
-                                    "28.5,-25.5,1\n");
+    // Beyond a right angle from the central meridian.
+    const auto result = ProgramRun().convert(QStringLiteral("hartebeesthoek94_lo29.xml"),
+                                             "28.5,-25.5,1\n119.5,0.5,1\n");
     EXPECT_EQ(result.status, 1) << result.err;
-    EXPECT_THAT(result.err, Mentions("<stdin>:1: "));
-    EXPECT_THAT(result.err, Mentions("1 of 1 positions failed"));
+    EXPECT_THAT(result.err, Mentions("<stdin>:2: "));
+    EXPECT_THAT(result.err, Mentions("Point outside of projection domain"));
+    EXPECT_THAT(result.err, Mentions("1 of 2 positions failed"));
 }
 
 TEST(ConvertLineErrors, ProjItselfStaysSilent)
