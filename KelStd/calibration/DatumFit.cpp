@@ -5,6 +5,7 @@
 #include <KelStd/calibration/DatumWarnings.h>
 #include <KelStd/calibration/SiteFit.h>
 #include <KelStd/calibration/SiteRecordsOfFit.h>
+#include <KelStd/coord/AxisDirections.h>
 #include <KelStd/io/ProjEllipsoid.h>
 #include <KelStd/location/LocationBuilder.h>
 
@@ -66,10 +67,8 @@ CalibrationFailure sizeOf(const Ellipsoid &ellipsoid, Size &size)
         numbers = *found;
     }
     const EEllipsoidDirection axes = ellipsoid.positiveDir;
-    const bool isWest = axes == EllipsoidDirection_WSU || axes == EllipsoidDirection_WNU;
-    const bool isSouth = axes == EllipsoidDirection_WSU || axes == EllipsoidDirection_ESU;
-    size = {numbers.biggerHalfAxle.value.toDouble(), numbers.reciprocal, isWest ? -1.0 : 1.0,
-            isSouth ? -1.0 : 1.0};
+    size = {numbers.biggerHalfAxle.value.toDouble(), numbers.reciprocal,
+            countsWest(axes) ? -1.0 : 1.0, countsSouth(axes) ? -1.0 : 1.0};
     if (numbers.biggerHalfAxle.unit != Unit_Meter || !(size.axis > leastAxis)
         || !std::isfinite(size.axis) || !(size.reciprocal == 0.0 || size.reciprocal > 1.0)) {
         return {CalibrationFault::BadRecords,

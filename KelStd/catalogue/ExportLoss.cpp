@@ -52,7 +52,8 @@ QStringList lostUnit(const ProjSession &session, const Coord &coord, const Plane
 }
 
 /// How far longitudes and latitudes of the same earth-centred position lie apart on two ellipsoids,
-/// WGS 84 and that of a system, at 45 degrees of latitude [m].
+/// WGS 84 and that of a system, at 45 degrees of latitude [m], where the latitudes differ most: by
+/// half the difference of the squared eccentricities, to its first order.
 double shiftOfNothingOn(const ProjSession &session, const PJ *system)
 {
     constexpr double axis = 6378137.0;

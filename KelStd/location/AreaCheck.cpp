@@ -1,5 +1,7 @@
 #include <KelStd/location/AreaCheck.h>
 
+#include <KelStd/coord/AxisDirections.h>
+
 #include <QtCore/QObject>
 
 #include <algorithm>
@@ -142,17 +144,13 @@ PositionMistake AreaCheck::mistakeIn(Frame from, const Pos &position)
     case Frame::Wgs84Geographic:
     case Frame::LocalGeographic: {
         // In a datum of its own a position is some hundred metres elsewhere: a mistake is not.
-        const bool countsWest = from == Frame::LocalGeographic
-                                && (m_coord.ellipsoid.positiveDir == EllipsoidDirection_WSU
-                                    || m_coord.ellipsoid.positiveDir == EllipsoidDirection_WNU);
-        const bool countsSouth = from == Frame::LocalGeographic
-                                 && (m_coord.ellipsoid.positiveDir == EllipsoidDirection_WSU
-                                     || m_coord.ellipsoid.positiveDir == EllipsoidDirection_ESU);
+        const EEllipsoidDirection axes =
+            from == Frame::LocalGeographic ? m_coord.ellipsoid.positiveDir : EllipsoidDirection_ENU;
         const stLongLatH &given = position.getLongLatH();
         const Pair pair = {given.longitude, given.latitude};
         const auto isInside = [&](Pair p) {
-            return m_area.contains(countsWest ? -p.first : p.first,
-                                   countsSouth ? -p.second : p.second);
+            return m_area.contains(countsWest(axes) ? -p.first : p.first,
+                                   countsSouth(axes) ? -p.second : p.second);
         };
         return isInside(pair) ? PositionMistake::None : firstMistake(pair, isInside);
     }

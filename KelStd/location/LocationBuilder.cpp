@@ -1,5 +1,6 @@
 #include <KelStd/location/LocationBuilder.h>
 
+#include <KelStd/coord/AxisDirections.h>
 #include <KelStd/coord/Coord.h>
 #include <KelStd/coord/GeographicProjections.h>
 #include <KelStd/location/BuilderStages.h>
@@ -25,11 +26,9 @@ double lengthOf(const Projection &projection, const char *name)
 Pos planeAt(double east, double north, const Coord &coord)
 {
     const EEllipsoidDirection axes = coord.ellipsoid.positiveDir;
-    const bool isWest = axes == EllipsoidDirection_WSU || axes == EllipsoidDirection_WNU;
-    const bool isSouth = axes == EllipsoidDirection_WSU || axes == EllipsoidDirection_ESU;
     const double x = east + lengthOf(coord.projection, "x_0");
     const double y = north + lengthOf(coord.projection, "y_0");
-    return Pos::fromENU(isWest ? -x : x, isSouth ? -y : y, 0.0);
+    return Pos::fromENU(countsWest(axes) ? -x : x, countsSouth(axes) ? -y : y, 0.0);
 }
 
 bool isKrovak(const Projection &projection)

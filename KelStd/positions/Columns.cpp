@@ -1,5 +1,7 @@
 #include <KelStd/positions/Columns.h>
 
+#include <KelStd/coord/AxisDirections.h>
+
 #include <algorithm>
 #include <limits>
 
@@ -103,12 +105,8 @@ bool countsBackwards(const Column &column, EEllipsoidDirection localAxes)
 {
     if (column.frame != Frame::LocalGeographic)
         return false;
-    const bool westwards =
-        localAxes == EllipsoidDirection_WSU || localAxes == EllipsoidDirection_WNU;
-    const bool southwards =
-        localAxes == EllipsoidDirection_WSU || localAxes == EllipsoidDirection_ESU;
-    return (column.valueType == ValueType_Longitude && westwards)
-           || (column.valueType == ValueType_Latitude && southwards);
+    return (column.valueType == ValueType_Longitude && countsWest(localAxes))
+           || (column.valueType == ValueType_Latitude && countsSouth(localAxes));
 }
 
 bool isPlane(const Column &column)
